@@ -1,0 +1,114 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/Types.h"
+#include "base/WString.h"
+
+// What the portable code needs of the operating system. One header, answered by base/win32 and by
+// base/posix; the build picks one. Paths are written with backslashes on both.
+namespace Platform {
+
+// A Windows FILETIME: 100 ns units since 1601.
+using FileTime = uint64_t;
+
+// A block of bytes read from a file; owns its memory.
+struct ByteBlock {
+    uint8_t* bytes = nullptr;
+    size_t size = 0;
+
+    ByteBlock() = default;
+    ~ByteBlock() { Heap::Free(bytes); }
+    ByteBlock(const ByteBlock&) = delete;
+    ByteBlock& operator=(const ByteBlock&) = delete;
+};
+
+// Opens the existing file with read, write and delete sharing and reads it in one call. `time`, when
+// not null, gets the time of its last write. Directories, devices and files that do not fit into
+// memory fail like missing ones: false, `out` empty.
+bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
+
+// An open file; closed by its destructor.
+class File {
+public:
+    enum class Mode {
+        Read,        // existing, others may read
+        ReadShared,  // existing, others may read, write and delete
+        ReadWrite,   // existing, others may read, write and delete
+        Create,      // new or emptied, for writing, not shared, archive attribute
+    };
+
+    File() = default;
+    ~File() { Close(); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    bool Open(const Char* name, Mode mode);
+    bool IsOpen() const { return handle != -1; }
+    void Close();
+    bool GetSize(uint64_t& size);
+    bool GetTime(FileTime& time);
+    bool Seek(uint64_t offset);
+    // Reads up to `count` bytes; the end of the file is a success with fewer (or 0) bytes.
+    bool Read(void* out, size_t count, size_t& read);
+    // True only when every byte was written.
+    bool Write(const void* bytes, size_t count);
+    bool Flush();
+
+private:
+    intptr_t handle = -1;
+};
+
+// Lists the entries that a pattern (wildcards * and ? in its last component) names, in the order of
+// the system; "." and ".." are listed where the system lists them.
+class FileSearch {
+public:
+    FileSearch() = default;
+    ~FileSearch() { Close(); }
+    FileSearch(const FileSearch&) = delete;
+    FileSearch& operator=(const FileSearch&) = delete;
+
+    // Moves to the first match; false when there is none.
+    bool First(const Char* pattern);
+    bool Next();
+    void Close();
+    // Of the current match: the bare file name and whether it is a directory.
+    const Char* Name() const { return name.Text(); }
+    bool IsDirectory() const { return isDirectory; }
+
+private:
+    void* state = nullptr;
+    WString name;
+    bool isDirectory = false;
+};
+
+enum class Entry { Missing, File, Directory };
+Entry EntryKind(const Char* path);
+
+// The absolute form of a path; a trailing double quote and a leading one are dropped first.
+bool FullPath(const Char* path, WString& out);
+bool CurrentDirectory(WString& out);
+bool SetCurrentDirectory(const Char* path);
+// The first existing file `name` along the directories of `list` (separated by semicolons).
+bool SearchAlong(const Char* list, const Char* name, WString& out);
+
+// False when the variable does not exist.
+bool EnvironmentVariable(const Char* name, WString& out);
+// Replaces every %NAME% of a known variable by its value.
+bool ExpandEnvironment(const Char* text, WString& out);
+
+FileTime Now();
+// Milliseconds since some fixed moment, never running backwards.
+uint64_t Ticks();
+
+// The system's own comparison of names without regard to case; 0 when equal.
+int CompareNames(const Char* left, const Char* right);
+
+// Whether the clipboard holds Unicode text.
+bool ClipboardHasText();
+
+// For tests: asked before every call that opens, sizes, reads, writes, seeks or flushes a file; an
+// answer of true makes that call fail.
+using FailureHook = bool (*)();
+void SetFileFailureHook(FailureHook hook);
+
+} // namespace Platform

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/Types.h"
+
+// The fast loops over text and bytes, written with SSE2 (the baseline of the 64-bit target). Every
+// one has a plain version in Scan::Reference that the tests compare it with.
+namespace Scan {
+
+constexpr size_t NotFound = SIZE_MAX;
+
+size_t CountLineFeeds(const Char* text, size_t count);
+
+// Index of the first line feed in text[0, count); `count` when there is none.
+size_t FindLineFeed(const Char* text, size_t count);
+
+// Index of the first character in text[0, count) that is a line feed or a NUL; `count` without one.
+size_t FindLineEnd(const Char* text, size_t count);
+
+// Index just behind the last line feed in text[0, count); 0 when there is none. It is the start of
+// the line that holds position `count`.
+size_t FindLineStart(const Char* text, size_t count);
+
+// Passes over up to `lines` line feeds in text[0, count). Returns the index just behind the last one
+// passed (0 when none was) and in `passed` how many were.
+size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
+
+// Index of the first NUL in bytes or characters [0, count); `count` without one.
+size_t FindNul(const Char* text, size_t count);
+size_t FindZeroByte(const uint8_t* bytes, size_t count);
+
+// Substring search over text[0, count): the first position p in [from, end) with p + n <= count at
+// which the n (>= 1) characters of `pattern` stand, else NotFound. Without `matchCase` the ASCII
+// letters are folded on both sides.
+size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
+                   bool matchCase);
+// The same backwards: the last such position below `from`.
+size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
+
+// Widens the leading bytes that are below 0x80, and are neither NUL nor carriage return, to
+// characters, and adds the line feeds among them to `lineFeeds`. Returns how many bytes were taken.
+size_t WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds);
+
+// Narrows the leading characters that are below 0x80. Returns how many were taken.
+size_t NarrowAscii(const Char* text, size_t count, uint8_t* out);
+
+// Copies `count` units with the two bytes of each exchanged; `out` may equal `in`.
+void SwapBytes(const Char* in, size_t count, Char* out);
+
+namespace Reference {
+size_t CountLineFeeds(const Char* text, size_t count);
+size_t FindLineFeed(const Char* text, size_t count);
+size_t FindLineEnd(const Char* text, size_t count);
+size_t FindLineStart(const Char* text, size_t count);
+size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
+size_t FindNul(const Char* text, size_t count);
+size_t FindZeroByte(const uint8_t* bytes, size_t count);
+size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
+                   bool matchCase);
+size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
+size_t WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds);
+size_t NarrowAscii(const Char* text, size_t count, uint8_t* out);
+void SwapBytes(const Char* in, size_t count, Char* out);
+} // namespace Reference
+
+} // namespace Scan

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// One UTF-16 code unit. It is the program's only character type; the Win32 half casts it to
+// wchar_t at the calls into the system and nowhere else.
+using Char = char16_t;
+
+// Red in the low byte, then green, then blue (0x00BBGGRR), everywhere in memory.
+using Colour = uint32_t;
+
+constexpr Colour Rgb(uint32_t red, uint32_t green, uint32_t blue) { return red | green << 8 | blue << 16; }
+
+// The value of an unsigned 32-bit field that holds nothing.
+constexpr uint32_t None32 = 0xFFFFFFFFu;
+
+// A window of the system, opaque to the portable code.
+using NativeWindow = void*;

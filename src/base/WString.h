@@ -1,0 +1,58 @@
+#pragma once
+
+#include "base/Types.h"
+
+// Growable, NUL-terminated UTF-16 string. All members zero is the empty string. Operations that may
+// allocate return false on failure and leave the string unchanged. Not copied implicitly: copying
+// can fail, so it is spelled Assign.
+class WString {
+public:
+    WString() = default;
+    ~WString() { Release(); }
+    WString(const WString&) = delete;
+    WString& operator=(const WString&) = delete;
+    WString(WString&& other) noexcept;
+    WString& operator=(WString&& other) noexcept;
+
+    // Never null: an empty string without a buffer reads as a lone NUL.
+    const Char* Text() const { return buffer ? buffer : u""; }
+    // The buffer itself, for writing in place; null when nothing was ever reserved.
+    Char* Data() { return buffer; }
+    uint32_t Length() const { return length; }
+    uint32_t Capacity() const { return capacity; }
+    bool IsEmpty() const { return length == 0; }
+    Char operator[](uint32_t index) const { return Text()[index]; }
+
+    // Room for `characters` with their terminator. Growing takes the larger of twice the capacity
+    // and the size needed.
+    bool Reserve(uint32_t characters);
+    // Replaces the content by `count` characters of `text`; all up to the terminator when negative.
+    // `text` may lie inside this string.
+    bool Assign(const Char* text, int64_t count = -1);
+    bool Assign(const WString& other) { return Assign(other.Text(), other.Length()); }
+    bool AppendChar(Char character);
+    // A negative count means up to the terminator; a count of 0 succeeds and does nothing.
+    bool Append(const Char* text, int64_t count = -1);
+    bool Append(const WString& other) { return Append(other.Text(), other.Length()); }
+    // Appends the decimal digits of `value`.
+    bool AppendNumber(uint32_t value);
+    // Inserts before `position` (at most Length()).
+    bool Insert(uint32_t position, const Char* text, uint32_t count);
+    // Removes `count` characters at `position`, clipped to the end. Never allocates.
+    void Erase(uint32_t position, uint32_t count);
+    void Set(uint32_t position, Char character) { buffer[position] = character; }
+    // Cuts the string to `count` characters (no more than it has), keeping its buffer.
+    void Truncate(uint32_t count);
+    void ReplaceAll(Char from, Char to);
+    // Drops one leading and one trailing double quote, each only if present.
+    void StripQuotes();
+    // Empties the string and keeps its buffer.
+    void Clear() { Truncate(0); }
+    // Frees the buffer and zeroes all three members.
+    void Release();
+
+private:
+    Char* buffer = nullptr;
+    uint32_t capacity = 0; // characters, terminator included
+    uint32_t length = 0;   // terminator not counted
+};

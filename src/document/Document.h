@@ -1,0 +1,95 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/Types.h"
+#include "base/WString.h"
+#include "document/DocumentView.h"
+
+// Encodings of a text file, by number.
+namespace Encoding {
+constexpr uint32_t Ansi = 0;
+constexpr uint32_t Unicode = 1;          // UTF-16, little-endian
+constexpr uint32_t UnicodeBigEndian = 2; // UTF-16, big-endian
+constexpr uint32_t Utf8 = 3;
+constexpr uint32_t Keep = None32;
+constexpr uint32_t Count = 4;
+} // namespace Encoding
+
+namespace LineEnding {
+constexpr uint32_t Unix = 1;
+constexpr uint32_t Dos = 2;
+constexpr uint32_t Mixed = 3;
+constexpr uint32_t Keep = None32;
+} // namespace LineEnding
+
+// Kinds of CanDo and DoCommand.
+namespace DocumentCommand {
+constexpr uint32_t Edit = 0;
+constexpr uint32_t Undo = 1;
+constexpr uint32_t Redo = 2;
+constexpr uint32_t Paste = 3;
+} // namespace DocumentCommand
+
+// Flags of OnSettingsChanged.
+namespace SettingsChanged {
+constexpr uint32_t Engine = 2; // choose the syntax engine anew
+} // namespace SettingsChanged
+
+// Every document, text or binary. Shared by reference; the order of the operations is fixed.
+class Document : public HeapObject {
+public:
+    virtual uint32_t AddRef() = 0;
+    virtual uint32_t Release() = 0; // destroys the document and its views at zero
+    // Makes a view, bound to this document and put at the end of its views, with a window inside
+    // `parent` (none when that is null). Null on failure. The document owns it.
+    virtual DocumentView* CreateView(NativeWindow parent) = 0;
+    virtual bool IsModified() const = 0;
+    // The full path, or the title of a document without a file.
+    virtual const Char* GetName() const = 0;
+    virtual bool SetPath(const Char* name) = 0;
+    virtual const Char* GetTitle() const = 0;
+    virtual bool SetTitle(const Char* text) = 0;
+    virtual bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) = 0;
+    // A null cursor starts at the first view. Returns the cursor's view and in `next` its successor
+    // (null behind the last); null when there are no views.
+    virtual DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const = 0;
+    // False unless output of a command is collected here; `running` tells whether it still runs.
+    virtual bool GetOutputState(bool& running) const = 0;
+    virtual bool IsChangedOnDisk() = 0;
+    virtual void MarkFileTimeNow() = 0;
+    virtual bool Reload() = 0;
+    virtual void StopProcess() = 0;
+    virtual bool CanDo(uint32_t kind) const = 0;
+    virtual bool DoCommand(uint32_t kind) = 0;
+    virtual void OnSettingsChanged(uint32_t flags) = 0;
+    // False when the document has no encodings; else the current one and the Encoding::Count names.
+    virtual bool GetEncoding(uint32_t& current, const Char* const*& names) const = 0;
+    virtual bool IsBinary() const = 0;
+    // Appends the document's lines of a session file. False without memory.
+    virtual bool GetSessionText(WString& out) const = 0;
+    virtual void ResetSyntaxEngine() = 0;
+    virtual uint32_t GetLineEnding() const = 0; // LineEnding, 0 for none
+
+protected:
+    ~Document() = default;
+};
+
+// The fields and operations that all documents share.
+class DocumentBase : public Document {
+public:
+    uint32_t AddRef() override { return ++refCount; }
+    const Char* GetName() const override { return path.IsEmpty() ? title.Text() : path.Text(); }
+    bool SetPath(const Char* name) override;
+    const Char* GetTitle() const override { return title.Text(); }
+    bool SetTitle(const Char* text) override { return title.Assign(text); }
+    // True for a document that carries a title instead of a file.
+    bool HasFile() const { return !path.IsEmpty(); }
+
+protected:
+    ~DocumentBase() = default;
+
+    WString path;       // full path; empty for a new document or an output pane
+    WString title;      // shown when `path` is empty
+    WString engineName; // chosen syntax engine; empty: by the path
+    uint32_t refCount = 0;
+};

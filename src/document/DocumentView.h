@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/Types.h"
+
+class Document;
+class TextBuffer;
+class View;
+
+// All that a document knows of a view. Lines and columns are 0-based; offsets are absolute.
+class DocumentView {
+public:
+    virtual bool HasWindow() const = 0;
+    virtual bool HasFocus() const = 0;
+    // Repaints everything.
+    virtual void Invalidate() = 0;
+    // Repaints the lines first..last (either order).
+    virtual void InvalidateLines(uint32_t first, uint32_t last) = 0;
+    virtual void LineCountChanged() = 0;
+    // Moves the caret and collapses the selection to it.
+    virtual void MoveCaret(uint32_t line, uint32_t column) = 0;
+    virtual void SelectRange(uint32_t anchor, uint32_t caret) = 0;
+    virtual void SetTopLine(uint32_t line) = 0;
+    virtual uint32_t CaretLine() const = 0;
+    virtual uint32_t CaretColumn() const = 0;
+    virtual uint32_t SelectionAnchor() const = 0;
+    virtual uint32_t CaretOffset() const = 0;
+    virtual uint32_t TopLine() const = 0;
+    virtual void RefreshStatus() = 0;
+    // Passed on to the frame that holds the view.
+    virtual void DocumentChanged(Document* document) = 0;
+    virtual void RunStateChanged(Document* document, bool running) = 0;
+    // The window half of this view; the document only hands it through.
+    virtual View* AsView() = 0;
+    // Destroys the view with its window.
+    virtual void Destroy() = 0;
+
+protected:
+    ~DocumentView() = default;
+};
+
+// One entry of a document's list of views, in the order they were created.
+struct ViewNode : HeapObject {
+    DocumentView* view = nullptr;
+    ViewNode* next = nullptr;
+    ViewNode* previous = nullptr;
+};
+
+// Makes the views of documents; installed once at start-up by whoever has windows. `parent` may be
+// null: the view is then made without a window. Returns null on failure.
+using TextViewFactory = DocumentView* (*)(TextBuffer& document, NativeWindow parent);
+void SetTextViewFactory(TextViewFactory factory);

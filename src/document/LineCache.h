@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/List.h"
+#include "base/Types.h"
+
+// Remembers where a few lines start, so that a look-up near an earlier one walks a short way. Most
+// recently added first, at most five entries.
+struct LineCacheEntry {
+    uint32_t line;
+    uint32_t offset;
+    LineCacheEntry* next;
+    LineCacheEntry* previous;
+};
+
+class LineCache {
+public:
+    static constexpr uint32_t Limit = 5;
+
+    LineCache() = default;
+    LineCache(const LineCache&) = delete;
+    LineCache& operator=(const LineCache&) = delete;
+
+    // The entry whose line (offset) is nearest; on a tie the more recently added; null when empty.
+    const LineCacheEntry* NearestLine(uint32_t line) const;
+    const LineCacheEntry* NearestOffset(uint32_t offset) const;
+    // Adds an entry at the head; the oldest makes way when the cache is full.
+    void Add(uint32_t line, uint32_t offset);
+    // Entries behind `position` move by the inserted characters and lines.
+    void Inserted(uint32_t position, uint32_t count, uint32_t newLines);
+    // Entries in [position, position + count] go; those behind move back.
+    void Deleted(uint32_t position, uint32_t count, uint32_t newLines);
+    void Clear();
+
+    const LineCacheEntry* Head() const { return entries.head; }
+    uint32_t Count() const { return count; }
+
+private:
+    // The entries live inside the object: a look-up must not fail for want of memory.
+    LineCacheEntry storage[Limit] = {};
+    List<LineCacheEntry> entries;
+    List<LineCacheEntry> unused;
+    uint32_t count = 0;
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/List.h"
+#include "base/Types.h"
+
+struct LineMark : HeapObject {
+    static constexpr uint32_t Bookmark = 1;
+
+    uint32_t line = 0;
+    uint32_t flags = 0;
+    LineMark* next = nullptr;
+    LineMark* previous = nullptr;
+};
+
+// The marked lines of a document, ascending, at most one node a line and none with flags 0.
+class LineMarks {
+public:
+    LineMarks() = default;
+    ~LineMarks() { Clear(); }
+    LineMarks(const LineMarks&) = delete;
+    LineMarks& operator=(const LineMarks&) = delete;
+
+    LineMark* Head() const { return marks.head; }
+    LineMark* Tail() const { return marks.tail; }
+    LineMark* Find(uint32_t line) const;
+    // The first (last) node with a flag of `mask` behind (before) `line`, or on it when `inclusive`.
+    LineMark* Next(uint32_t line, uint32_t mask, bool inclusive) const;
+    LineMark* Previous(uint32_t line, uint32_t mask, bool inclusive) const;
+    // False only without memory.
+    bool ToggleBookmark(uint32_t line);
+    void ClearBookmarks();
+    // Marks behind `line` follow lines that came in or went away.
+    void LinesInserted(uint32_t line, uint32_t count);
+    void LinesDeleted(uint32_t line, uint32_t count);
+    // The reverse of LinesInserted: every mark behind `line` moves back, none is dropped.
+    void LinesTakenBack(uint32_t line, uint32_t count);
+    void Clear();
+
+private:
+    List<LineMark> marks;
+};

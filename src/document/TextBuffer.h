@@ -1,0 +1,174 @@
+#pragma once
+
+#include "base/Platform.h"
+#include "document/Document.h"
+#include "document/LineCache.h"
+#include "document/LineMarks.h"
+#include "document/OutputRun.h"
+#include "document/UndoRecord.h"
+#include "syntax/SyntaxEngine.h"
+
+// Turns CR LF and lone CR of `text` into LF in place, up to the first NUL, and terminates it. Returns
+// the new length; `lineCount` is 1 plus the line breaks, `style` the LineEnding found (Dos when none).
+uint32_t NormaliseLineBreaks(Char* text, uint32_t& lineCount, uint32_t& style);
+
+// The text document: one flat UTF-16 array in which LF is the only line break, followed by a NUL that
+// is not counted, and a private copy of the one line that is being typed in.
+class TextBuffer final : public DocumentBase {
+public:
+    TextBuffer() = default;
+    TextBuffer(const TextBuffer&) = delete;
+    TextBuffer& operator=(const TextBuffer&) = delete;
+
+    // Document, in table order (the shared ones are DocumentBase's).
+    uint32_t Release() override;
+    DocumentView* CreateView(NativeWindow parent) override;
+    bool IsModified() const override { return HeadSerial() != savedUndoHead; }
+    bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
+    DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
+    bool GetOutputState(bool& running) const override;
+    bool IsChangedOnDisk() override;
+    void MarkFileTimeNow() override;
+    bool Reload() override;
+    void StopProcess() override;
+    bool CanDo(uint32_t kind) const override;
+    bool DoCommand(uint32_t kind) override;
+    void OnSettingsChanged(uint32_t flags) override;
+    bool GetEncoding(uint32_t& current, const Char* const*& names) const override;
+    bool IsBinary() const override { return false; }
+    bool GetSessionText(WString& out) const override;
+    void ResetSyntaxEngine() override;
+    uint32_t GetLineEnding() const override { return lineEnding; }
+
+    // Life of the content. Each leaves the document consistent on failure: empty and without a store.
+    bool MakeEmpty();
+    bool MakeNew(const Char* name);
+    // With `createNew` an empty document of that name, else the file's content.
+    bool Load(const Char* fileName, bool createNew);
+
+    // Content.
+    const Char* Content() const { return text; } // null when there is no store
+    uint32_t Length() const { return length; }
+    uint32_t GetLineCount() const { return lineCount; }
+    bool IsReadOnly() const { return readOnly != 0; }
+    bool IsOutput() const { return isOutput != 0; }
+    // Sets or clears both output flags.
+    void MarkAsOutput() { readOnly = isOutput = 1; }
+    // Empties the text and forgets undo and redo (the shared output document's `cls`, a rerun command).
+    bool EmptyAndResetUndo();
+
+    // Offsets and lines. A line past the end yields the start of the last one; no column is clamped.
+    uint32_t LineToOffset(uint32_t line);
+    uint32_t LineToOffsetPlus(uint32_t line, uint32_t column) { return LineToOffset(line) + column; }
+    uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart);
+    void OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column);
+    // Characters from `start` up to the line feed or the terminator; `isLast` when it was the latter.
+    uint32_t LineLength(uint32_t start, bool& isLast) const;
+
+    // The edit line: a copy of one line with its line feed (or terminator), None32 when there is none.
+    uint32_t EditLineNumber() const { return editLineNo; }
+    const WString& EditLine() const { return editLine; }
+    uint32_t EditLineStart() const { return editLineStart; }
+    // How many store characters the edit line stands for.
+    uint32_t EditLineStoreLength() const { return editLineStoreLen; }
+    bool HasPendingEdit() const { return editDirty != 0; }
+    bool LoadEditLine(uint32_t line);
+    // Writes the edit line back. False when memory runs out; everything then stays pending.
+    bool CommitEdit();
+
+    // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was.
+    bool TypeChar(DocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
+    bool NewLine(DocumentView* view, uint32_t column);
+    bool DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t count);
+    bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
+    bool DeleteText(uint32_t offset, uint32_t count);
+
+    // Undo.
+    bool PerformAndPush(UndoRecord* record); // takes ownership, also on failure
+    bool BeginGroup();
+    bool EndGroup();
+    bool Undo();
+    bool Redo();
+    // The next typed character starts a step of its own.
+    void EndTyping();
+
+    // Searching. `wrapped` is set when the match lies on the far side of the end (or start).
+    bool FindText(const Char* pattern, uint32_t from, uint32_t end, bool matchCase, bool wholeWord, bool backward,
+                  uint32_t& found, bool& wrapped);
+    bool IsWholeWordAt(uint32_t offset, uint32_t count) const;
+
+    // Line marks.
+    void ToggleBookmark(uint32_t line);
+    void ClearBookmarks();
+    LineMark* NextMark(uint32_t line, uint32_t mask, bool inclusive) const { return marks.Next(line, mask, inclusive); }
+    LineMark* PrevMark(uint32_t line, uint32_t mask, bool inclusive) const {
+        return marks.Previous(line, mask, inclusive);
+    }
+    LineMark* FindMark(uint32_t line) const { return marks.Find(line); }
+
+    // Views.
+    DocumentView* ActiveView() const { return activeView; }
+    void SetActiveView(DocumentView* view) { activeView = view; }
+    // Unlinks a view that is going away; the document does not touch it afterwards.
+    void ForgetView(DocumentView* view);
+    void RepaintAll();
+    void RepaintLines(uint32_t first, uint32_t last);
+    void SetLineCount(uint32_t count);
+    void NotifyModified();
+
+    // Colouring. The document takes over one reference and releases the engine it had.
+    SyntaxEngine* Engine() const { return engine; }
+    void AttachEngine(SyntaxEngine* newEngine);
+
+    // Output of commands. Appends text as it is (line breaks normalised in place in `added`).
+    bool AppendOutputText(Char* added);
+
+private:
+    friend class TextEdit;
+    friend class LineEdit;
+    friend class InsertEdit;
+    friend class DeleteEdit;
+    friend class OutputRunner;
+
+    ~TextBuffer();
+
+    uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
+
+    bool EnsureCapacity(uint64_t characters);
+    // Change the store, the line cache and the line count; views and undo are the caller's.
+    bool InsertIntoStore(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines);
+    void DeleteFromStore(uint32_t offset, uint32_t count, uint32_t newLines);
+    void EditLineChanged();
+    void DropEditLine() { editLineNo = None32; }
+    void FreeRecords(UndoRecord*& head);
+    void Clear(bool destroyViews);
+    void FreeStore();
+    void ChooseOwnEngine();
+
+    // path, title, engineName and refCount come first, in DocumentBase.
+    Char* text = nullptr;
+    uint32_t capacity = 0; // characters, terminator included; exactly what was needed last
+    uint32_t length = 0;
+    uint32_t lineCount = 0;
+    uint32_t readOnly = 0;
+    uint32_t isOutput = 0;
+    SyntaxEngine* engine = nullptr;
+    WString editLine;
+    uint32_t editLineNo = None32;
+    uint32_t editLineStart = 0;
+    uint32_t editDirty = 0;
+    uint32_t editLineStoreLen = 0;
+    UndoRecord* undoHead = nullptr;
+    UndoRecord* redoHead = nullptr;
+    // Serial of the undo head at the last load or save, 0 for an empty list. A serial is never reused,
+    // unlike the address of a freed record.
+    uint32_t savedUndoHead = 0;
+    List<ViewNode> views;
+    LineMarks marks;
+    Platform::FileTime fileTime = 0;
+    uint32_t encoding = 0;
+    OutputRun run;
+    LineCache lineCache;
+    DocumentView* activeView = nullptr;
+    uint32_t lineEnding = LineEnding::Dos;
+};

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/Types.h"
+
+// One run of a coloured line.
+struct ColourSpan {
+    Colour foreground;
+    Colour background;
+    uint32_t length; // characters
+};
+
+// The end of a line is painted with this colour from the text to the right edge; NoFill leaves it to
+// the view's own background.
+constexpr Colour NoFill = 0xFFFFFFFFu;
+
+// What colouring a line hands out. The spans belong to the engine and are valid until its next call.
+struct ColouredLine {
+    const ColourSpan* spans = nullptr;
+    uint32_t count = 0;
+    Colour fill = NoFill;
+};
+
+// Characters [start, end) of the document, in document offsets, painted in colours of their own. Both
+// ends are None32 when cleared.
+struct HighlightRange {
+    uint32_t start = None32;
+    uint32_t end = None32;
+    Colour foreground = 0;
+    Colour background = 0;
+    Colour fill = NoFill; // kept for the view; engines do not read it
+};
+
+// Colours the lines of one document and carries a state from line to line. State 0 is the normal one
+// and the state of the first line; the other values are the engine's own. Shared by reference.
+class SyntaxEngine : public HeapObject {
+public:
+    virtual uint32_t AddRef() = 0;
+    virtual uint32_t Release() = 0; // at zero the engine destroys itself
+    // Colours `length` characters that stand at document offset `offset`, and moves `state` on to the
+    // next line. Returns the number of characters coloured: all, unless an end marker stopped the
+    // engine; 0 when memory ran out.
+    virtual uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
+                                ColouredLine& line) = 0;
+    // The state after text[start, length) (any number of lines) entered in `state`; `stopped` is where
+    // the scan ended.
+    virtual uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state,
+                               uint32_t& stopped) = 0;
+    // Whether a line with this text may change the states of the lines after it.
+    virtual bool MayChangeState(const Char* text, uint32_t length) = 0;
+    // Sets highlight 0 or 1, or clears it when `range` is null; other indices are ignored.
+    virtual void SetHighlight(uint32_t index, const HighlightRange* range) = 0;
+    // The engine's text ends where this stands, letter case ignored. False without memory.
+    virtual bool SetEndMarker(const Char* marker) = 0;
+    // Each opening bracket followed by its closing one.
+    virtual const Char* BraceCharacters() const = 0;
+
+protected:
+    ~SyntaxEngine() = default;
+};
+
+// Chooses an engine by `name` or, when that is null or empty, by the file name of `path`. Returns a new
+// engine with one reference, which the caller takes over; null when memory runs out.
+SyntaxEngine* ChooseEngine(const Char* name, const Char* path);
