@@ -1,0 +1,122 @@
+#pragma once
+
+// Identifiers of the resources. Read by the resource compiler too, so plain macros only.
+
+// Resources.
+#define IDI_ORVANE 100
+#define IDR_MAIN_MENU 101
+#define IDD_GOTO 102
+#define IDR_ACCELERATORS 103
+#define IDD_TOOL_ARGUMENTS 104
+#define IDR_CONTEXT_MENU 106
+#define IDD_SAVE_EXTRAS 110
+#define IDD_OPTIONS 120
+#define IDD_OPTIONS_GENERAL 121
+#define IDD_OPTIONS_FONTS 122
+#define IDD_OPTIONS_COLORS 123
+#define IDD_TOOLS 124
+#define IDD_BINARY_GOTO 125
+#define IDD_ABOUT 126
+#define IDD_FIND 1540
+#define IDD_REPLACE 1541
+
+// Commands of the main menu and the accelerator table.
+#define IDM_EXIT 40001
+#define IDM_ABOUT 40002
+#define IDM_ONLINE_HELP 40003
+#define IDM_UNDO 40004
+#define IDM_REDO 40005
+#define IDM_CUT 40006
+#define IDM_COPY 40007
+#define IDM_PASTE 40008
+#define IDM_NEW 40009
+#define IDM_OPEN 40010
+#define IDM_CLOSE 40011
+#define IDM_SAVE 40012
+#define IDM_SAVE_AS 40013
+#define IDM_SAVE_ALL 40014
+#define IDM_SPLIT_VERTICALLY 40017
+#define IDM_SPLIT_HORIZONTALLY 40018
+#define IDM_CLOSE_PANE 40019
+#define IDM_NEXT_FILE 40020
+#define IDM_PREVIOUS_FILE 40021
+#define IDM_COMMAND_WINDOW 40024
+#define IDM_STOP_TOOL 40029
+#define IDM_RECORD_MACRO 40031
+#define IDM_PLAY_MACRO 40032
+#define IDM_CUSTOMIZE 40033
+#define IDM_OPTIONS 40034
+#define IDM_FIND 40035
+#define IDM_REPLACE 40036
+#define IDM_DELETE 40037
+#define IDM_SELECT_ALL 40038
+#define IDM_GOTO 40039
+#define IDM_BOOKMARK 40040
+#define IDM_QUICK_OPEN 40041
+#define IDM_NEXT_PANE 40042
+#define IDM_PREVIOUS_PANE 40043
+#define IDM_CLOSE_OUTPUT_WINDOWS 40044
+#define IDM_COPY_HTML 40045
+// Document i of the Window menu and tool i of the Tools menu are these plus i; the menu resource holds
+// a placeholder at each.
+#define IDM_FIRST_DOCUMENT 45000
+#define IDM_FIRST_TOOL 46000
+
+// Go To, for lines and for byte offsets.
+#define IDC_GOTO_NUMBER 1000
+#define IDC_GOTO_LABEL 1037
+
+// Tool Arguments.
+#define IDC_TOOL_ARGUMENTS_COMMAND 1000
+#define IDC_TOOL_ARGUMENTS_EDIT 1001
+
+// Find and Replace.
+#define IDC_REPLACE_ONE 1001
+#define IDC_REPLACE_ALL 1002
+#define IDC_WHOLE_WORD 1040
+#define IDC_MATCH_CASE 1041
+#define IDC_HEX_PATTERN 1042
+#define IDC_FIND_UP 1056
+#define IDC_FIND_DOWN 1057
+#define IDC_IN_SELECTION 1063
+#define IDC_IN_WHOLE_FILE 1064
+#define IDC_FIND_WHAT 1065
+#define IDC_REPLACE_WITH 1066
+#define IDC_DIRECTION_GROUP 1072
+
+// Save As extras.
+#define IDC_ENCODING 1035
+#define IDC_LINE_ENDING 1068
+
+// Options and its pages.
+#define IDC_OPTIONS_TREE 1100
+#define IDC_SHOW_WHITESPACE 1110
+#define IDC_REPLACE_TABS 1111
+#define IDC_PASTE_KEEP_SELECTION 1112
+#define IDC_SHOW_LINE_NUMBERS 1113
+#define IDC_VAR_WIDTH_LINE_NUMBERS 1114
+#define IDC_INDENT_GUIDE 1115
+#define IDC_SPACES_PER_TAB 1116
+#define IDC_COLUMN_GUIDE 1117
+#define IDC_QUICK_OPEN_PATH 1118
+#define IDC_FILE_TYPES 1119
+#define IDC_FONT_NAME 1120
+#define IDC_FONT_SIZE 1121
+#define IDC_FONT_BOLD 1122
+#define IDC_CARET_WIDTH 1123
+#define IDC_MARGIN_WIDTH 1124
+#define IDC_COLOR_LIST 1130
+#define IDC_COLOR_PREVIEW 1131
+#define IDC_COLOR_FOREGROUND 1132
+#define IDC_COLOR_BACKGROUND 1133
+
+// Tools.
+#define IDC_TOOLS_LIST 1140
+#define IDC_TOOLS_ADD 1141
+#define IDC_TOOLS_DELETE 1142
+#define IDC_TOOLS_TITLE 1143
+#define IDC_TOOLS_COMMAND 1144
+#define IDC_TOOLS_DIRECTORY 1145
+#define IDC_TOOLS_HOT_KEY 1146
+#define IDC_TOOLS_PROMPT 1147
+#define IDC_TOOLS_REDIRECT 1148
