@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/Types.h"
+
+// The widths of single characters in one font. They are fetched 256 at a time when first asked for;
+// after that a look-up is two loads. Pages are freed with the cache or when the source changes.
+class CharWidths {
+public:
+    static constexpr uint32_t PageSize = 256;
+    // Puts the pixel widths of the 256 characters from `first` on into `widths`. False when the font
+    // cannot say; the characters are then 0 wide until asked again.
+    using Fetch = bool (*)(void* context, Char first, int32_t* widths);
+
+    CharWidths() = default;
+    ~CharWidths() { Clear(); }
+    CharWidths(const CharWidths&) = delete;
+    CharWidths& operator=(const CharWidths&) = delete;
+
+    // Forgets every width: the font is another one.
+    void SetSource(Fetch newFetch, void* newContext);
+    void Clear();
+
+    int32_t Of(Char character) {
+        const uint16_t* page = pages[character >> 8];
+        return page ? page[character & 255] : Load(character);
+    }
+
+private:
+    // Without memory for a page the width is fetched every time: slow, but the same picture.
+    int32_t Load(Char character);
+
+    Fetch fetch = nullptr;
+    void* context = nullptr;
+    uint16_t* pages[256] = {};
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/Types.h"
+#include "base/WString.h"
+
+// The last texts of a dialog field, most recent last.
+class History {
+public:
+    static constexpr uint32_t Limit = 20;
+
+    // Moves an equal entry to the end or appends a copy; the oldest of 20 makes way. False without
+    // memory, the history then being as it was.
+    bool Add(const Char* text, uint32_t length);
+    bool Add(const WString& text) { return Add(text.Text(), text.Length()); }
+    uint32_t Count() const { return count; }
+    const WString& operator[](uint32_t index) const { return entries[index]; }
+    const WString& Newest() const { return entries[count - 1]; }
+    void Release();
+
+private:
+    WString entries[Limit];
+    uint32_t count = 0;
+};
+
+// What the find and replace dialogs of all views share.
+struct FindState {
+    WString searchText;
+    bool hexPattern = false; // read by the hex view only
+    History searchHistory;
+    WString replaceText;
+    History replaceHistory;
+    bool searchUp = false;
+    bool matchCase = false;
+    bool wholeWord = false;
+
+    // Frees everything; for shutdown, before the heap goes.
+    void Release();
+};
+
+extern FindState findState;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "view/CharWidths.h"
+#include "view/ViewMetrics.h"
+
+// Some characters of a document: a line, without its line feed. Valid until the document changes.
+struct TextSpan {
+    const Char* text = nullptr;
+    uint32_t length = 0;
+};
+
+// Where characters stand in a line, in pixels from the line's start. A tab reaches to the next multiple
+// of the tab width, every other character is as wide as it is alone.
+class LineLayout {
+public:
+    LineLayout(const ViewMetrics& metrics, CharWidths& charWidths) : widths(charWidths), tabWidth(TabWidth(metrics)) {}
+
+    // The width of one character that starts at pixel `position`.
+    int32_t WidthAt(Char character, int64_t position) const {
+        if (character != u'\t') return widths.Of(character);
+        return static_cast<int32_t>(tabWidth - position % tabWidth);
+    }
+    // Where column `column` starts.
+    int64_t PositionOf(TextSpan line, uint32_t column) const;
+    // The column whose left edge is nearest to `target`, reading no further than needed. A NUL ends
+    // the line.
+    uint32_t ColumnAt(TextSpan line, int64_t target) const;
+
+private:
+    CharWidths& widths;
+    int64_t tabWidth;
+};

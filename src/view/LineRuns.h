@@ -1,0 +1,80 @@
+#pragma once
+
+#include "base/Array.h"
+#include "syntax/SyntaxEngine.h"
+#include "view/LineLayout.h"
+
+enum class RunKind : uint32_t {
+    Text = 0,
+    VisibleSpace = 1, // one space, with a dot
+    VisibleTab = 2,   // only its background and an arrow
+};
+
+// Characters of one row that are drawn alike, opaque and clipped to [x, x + width).
+struct DrawRun {
+    uint32_t start; // into LineRuns::Text() and Advances()
+    uint32_t count; // 0 for a visible tab
+    int32_t x;      // client pixels; may lie left of the visible text
+    int32_t width;
+    Colour foreground;
+    Colour background;
+    RunKind kind;
+};
+
+// What all rows of a paint have in common.
+struct RowStyle {
+    ViewMetrics metrics;
+    int32_t textLeft = 0;  // left edge of the text area: gutter and margin lie left of it
+    int32_t textRight = 0; // right edge of the window
+    int32_t scroll = 0;    // how far the text is shifted left of textLeft
+    uint32_t selectionStart = 0;
+    uint32_t selectionEnd = 0;
+    Colour selectionForeground = 0;
+    Colour selectionBackground = 0;
+    bool showWhitespace = false;
+};
+
+// Turns the coloured spans of a row into runs to draw. Only characters inside the window get into a
+// run, so a row costs the same to draw however long its line is. Once the arrays have grown to a
+// window's width nothing is allocated any more.
+class LineRuns {
+public:
+    static constexpr uint32_t MaxRun = 2048;
+
+    LineRuns() = default;
+    LineRuns(const LineRuns&) = delete;
+    LineRuns& operator=(const LineRuns&) = delete;
+
+    void Begin(const RowStyle& rowStyle, CharWidths& charWidths);
+    // Lays out one line that starts at document offset `offset`: `spans` cover its characters, the line
+    // feed included. False without memory; the runs then end early.
+    bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount);
+
+    const DrawRun* Runs() const { return runs.Items(); }
+    uint32_t RunCount() const { return static_cast<uint32_t>(runs.Count()); }
+    const Char* Text() const { return characters.Items(); }
+    const int32_t* Advances() const { return advances.Items(); }
+    // Where the text ends, in client pixels, or textRight when it goes on behind the window.
+    int32_t End() const { return end; }
+
+private:
+    struct Piece {
+        Colour foreground;
+        Colour background;
+    };
+
+    bool AddPiece(const Char* text, uint32_t count, const Piece& piece);
+    bool AddTab(const Piece& piece);
+    bool AddCharacter(Char shown, Char measured, const Piece& piece, RunKind kind);
+    DrawRun* RunFor(const Piece& piece, RunKind kind, bool merge);
+    bool Visible(int64_t from, int64_t width) const;
+
+    RowStyle style;
+    CharWidths* widths = nullptr;
+    Array<Char> characters;
+    Array<int32_t> advances;
+    Array<DrawRun> runs;
+    int64_t position = 0; // pixels from the line's start
+    int32_t end = 0;
+    bool mayMerge = false; // the last run takes further text of its colours
+};

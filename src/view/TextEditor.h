@@ -1,0 +1,169 @@
+#pragma once
+
+#include "document/DocumentView.h"
+#include "document/TextBuffer.h"
+#include "view/EditorSurface.h"
+#include "view/LineLayout.h"
+#include "view/ViewCommand.h"
+
+// What a scroll bar asks for.
+enum class ScrollRequest : uint32_t { LineBack, LineForward, PageBack, PageForward, Track, Minimum, Maximum };
+
+// The text view without its window: caret, selection, layout, scrolling and every command. A window
+// (EditorSurface) shows it and passes on what the user does. One per view; the document is not owned.
+//
+// Offsets count the text as the user sees it, with the line that is open for editing in its edited form;
+// without a pending edit they are offsets into the document's content.
+class TextEditor final : public DocumentView {
+public:
+    explicit TextEditor(EditorSurface& window) : surface(window) {}
+    TextEditor(const TextEditor&) = delete;
+    TextEditor& operator=(const TextEditor&) = delete;
+
+    // Shows a document from its start; null takes it away.
+    void SetDocument(TextBuffer* newDocument);
+    TextBuffer* GetTextBuffer() const { return document; }
+    EditorSurface& Surface() const { return surface; }
+
+    // DocumentView.
+    bool HasWindow() const override { return surface.HasWindow(); }
+    bool HasFocus() const override { return surface.HasFocus(); }
+    void Invalidate() override;
+    void InvalidateLines(uint32_t first, uint32_t last) override;
+    void LineCountChanged() override;
+    void MoveCaret(uint32_t line, uint32_t column) override { MoveCaret(line, column, false); }
+    void SelectRange(uint32_t anchor, uint32_t caret) override;
+    void SetTopLine(uint32_t line) override;
+    uint32_t CaretLine() const override { return caretLine; }
+    uint32_t CaretColumn() const override { return caretColumn; }
+    uint32_t SelectionAnchor() const override { return selectionAnchor; }
+    uint32_t CaretOffset() const override { return caretOffset; }
+    uint32_t TopLine() const override { return topLine; }
+    void RefreshStatus() override;
+    void DocumentChanged(Document* changed) override;
+    void RunStateChanged(Document* changed, bool running) override;
+    View* AsView() override { return surface.AsView(); }
+    void Destroy() override { surface.DestroyView(); }
+
+    // The window's events. Coordinates are client pixels.
+    void OnAttached();            // after the window was taken over and OnSize ran
+    void OnSize(uint32_t flags);  // after the back buffer was rebuilt; bit 1 (value 2): the colouring changed
+    void OnFocus();               // before the host is told
+    void OnKeyDown(uint32_t key); // a virtual-key code
+    void OnChar(Char character);
+    void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition);
+    void OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl);
+    void OnLeftButtonDown(int32_t x, int32_t y, bool shift);
+    void OnMouseMove(int32_t x, int32_t y);
+    void OnDragTimer();
+    void OnLeftButtonUp();
+    void OnCaptureLost();
+    void OnDoubleClick();
+    void OnRightButtonUp(int32_t x, int32_t y) { surface.ShowContextMenu(x, y); }
+
+    // Commands.
+    bool IsCommandEnabled(uint32_t command) const;
+    bool ExecuteCommand(uint32_t command);
+    // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
+    void GoToLine(uint32_t line, bool selectLine);
+    void ToggleBookmark(uint32_t line); // None32: the caret line
+    void SuspendRedraw(bool resume);
+
+    // Find and replace; the texts and options are those of `findState`.
+    // Takes a selection within one line as the search text. True when there was none such.
+    bool TakeSearchTextFromSelection();
+    bool FindNext(bool backward);
+    bool ReplaceSelection(const Char* text, uint32_t length);
+    // Returns false when it changed nothing although something was to be replaced; the user knows why.
+    bool ReplaceAll(const Char* replacement, uint32_t length, bool inSelection);
+
+    // Caret and selection.
+    bool HasSelection() const { return selectionAnchor != caretOffset; }
+    uint32_t SelectionStart() const { return selectionAnchor < caretOffset ? selectionAnchor : caretOffset; }
+    uint32_t SelectionEnd() const { return selectionAnchor < caretOffset ? caretOffset : selectionAnchor; }
+    uint32_t PreferredColumn() const { return preferredColumn; }
+    bool IsOverwriting() const { return overwrite; }
+    void ToggleOverwrite();
+    // Clamps line and column. Extending leaves the anchor where it is.
+    void MoveCaret(uint32_t line, uint32_t column, bool extend);
+    void MoveCaretToOffset(uint32_t offset, bool extend);
+    // Empties the selection at the caret.
+    void CollapseSelection();
+    bool DeleteSelection();
+    // Places the caret, the scroll bars and the status fields anew.
+    void UpdateCaret(bool scrollIntoView);
+
+    // Text. Open and edited lines are read in their edited form.
+    bool IsActive() const { return document && document->ActiveView() == this; }
+    // Makes the caret line the document's edit line.
+    void OpenCaretLine();
+    TextSpan LineText(uint32_t line) const;
+    TextSpan CaretLineText() const { return LineText(caretLine); }
+    uint32_t LineStart(uint32_t line) const;
+    uint32_t TextLength() const;
+    uint32_t LineCount() const { return document ? document->GetLineCount() : 1; }
+    void OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column) const;
+
+    // Layout, in pixels.
+    int32_t VisibleLines() const { return visibleLines; }
+    int32_t VisibleColumns() const { return visibleColumns; }
+    int32_t HorizontalScroll() const { return horizontalScroll; }
+    uint32_t LineNumberDigits() const { return lineNumberDigits; }
+    int32_t GutterWidth() const;
+    int32_t TextLeft() const; // gutter and margin
+    // The engine's state at the start of the top line.
+    uint32_t TopLineState() const { return topLineState; }
+    // The line is not clamped to the document.
+    void PositionAt(int32_t x, int32_t y, uint32_t& line, uint32_t& column) const;
+    void SetHorizontalScroll(int64_t pixels);
+
+    // The highlighted pair; None32 without one.
+    uint32_t BracePosition() const { return bracePosition; }
+    uint32_t BracePartner() const { return bracePartner; }
+
+    // Shows a text in the message field of the status bar; null clears it.
+    void ShowStatusMessage(const Char* text);
+
+private:
+    friend class TextEditorTest;
+
+    LineLayout Layout() const;
+    int64_t CaretX() const;
+    void RecomputeDigits();
+    void RecomputeColumns();
+    void RecomputeTopState();
+    void ScrollCaretIntoView(int64_t caretX);
+    void PlaceCaret(int64_t caretX);
+    void UpdateScrollBars();
+    ScrollBar BarOf(ScrollAxis axis) const;
+    void SendScrollBar(ScrollAxis axis);
+    void UpdateBraceMatch(bool extend);
+    void SetBracePair(uint32_t position, uint32_t partner, bool extend);
+    void InvalidateOffsetLine(uint32_t offset);
+    void InvalidateOldSelection(uint32_t oldAnchor, uint32_t oldCaret, uint32_t oldLine);
+    void ChangeFontSize(bool larger);
+
+    EditorSurface& surface;
+    int32_t visibleLines = 0; // client height / line height
+    uint32_t suspendCount = 0;
+    uint32_t pendingFlags = 0; // PendingInvalidate, PendingCaret
+    TextBuffer* document = nullptr;
+    uint32_t caretLine = 0;
+    uint32_t caretColumn = 0; // characters; a tab counts as one
+    uint32_t selectionAnchor = 0;
+    uint32_t caretOffset = 0;
+    uint32_t topLine = 0;
+    uint32_t topLineState = 0;
+    int32_t horizontalScroll = 0;
+    int32_t visibleColumns = 0;
+    bool dragging = false;
+    int32_t dragX = 0;
+    int32_t dragY = 0;
+    uint32_t preferredColumn = 0;
+    bool overwrite = false;
+    uint32_t bracePosition = None32;
+    uint32_t bracePartner = None32;
+    uint32_t lineNumberDigits = 7;
+    int32_t wheelRemainder = 0;
+    ScrollBar sentBars[2] = {{-1, -1, -1}, {-1, -1, -1}}; // what the window was told last
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "base/Types.h"
+
+// Pixel sizes of a view's font, read once when the font is made. All 0 until there is a font.
+struct ViewMetrics {
+    int32_t lineHeight = 0;
+    int32_t averageWidth = 0; // unit of horizontal scrolling, of the gutter and of the guides
+    int32_t spaceWidth = 0;   // unit of tab stops
+};
+
+// Settings as layout uses them: a value that nobody can mean is held within bounds, so that it gives
+// a sensible picture instead of a division by zero or a walk over four billion columns.
+namespace ViewLimits {
+constexpr uint32_t MaxTabSize = 1024;
+constexpr int32_t MaxMarginWidth = 16384;
+} // namespace ViewLimits
+
+// SpacesPerTab, at least 1.
+uint32_t TabSize();
+// MarginWidth in pixels.
+int32_t MarginPixels();
+// Space width times TabSize(), at least 1.
+int32_t TabWidth(const ViewMetrics& metrics);
