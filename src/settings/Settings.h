@@ -5,19 +5,27 @@
 
 class IniFile;
 
-// The live preferences, in the order of the record. String cells are owned by the record's user (see
-// SettingsRecord functions below); null when absent.
+// The live preferences, in the order of the record. A string cell is null when absent; the strings of
+// the process-wide record are its own, those of a copy are explained at CopySettings.
+//
+// Nothing validates a cell: it holds what was written, so 0 and 4294967295 are ordinary values of
+// every number. Readers guard themselves: TabWidth before dividing, LayoutSetting before adding up
+// pixels or columns, FontHeight for the font.
 struct SettingsRecord {
-    uint32_t ReplaceTabs, SpacesPerTab, ShowWhitespace, PasteKeepSelection, ColumnGuide, IndentGuide;
-    Char* QuickOpenPath;
-    Char* TextFileTypes;
-    Char* FontName;
-    uint32_t FontSize, FontBold, MarginWidth, CaretWidth, ShowLineNumbers, VarWidthLineNumbers, RenderType;
-    Colour TextFg, TextBg, SelFg, SelBg, LineNumFg, LineNumBg, MarginColor, SpaceColor, BookmarkColor, GuideColor;
-    Colour CommentFg, CommentBg, LongCommentFg, LongCommentBg, StringFg, StringBg, KeywordFg, KeywordBg;
-    Colour NumberFg, NumberBg, BraceMatchFg, BraceMatchBg, HtmlTagFg, HtmlTagBg, HtmlAttrFg, HtmlAttrBg;
-    Colour HtmlAttrValueFg, HtmlAttrValueBg, HtmlAttrQuotedValueFg, HtmlAttrQuotedValueBg;
-    Colour HtmlCommentFg, HtmlCommentBg, HtmlPunctFg, HtmlPunctBg, BinFg, BinBg;
+    uint32_t ReplaceTabs = 0, SpacesPerTab = 0, ShowWhitespace = 0, PasteKeepSelection = 0, ColumnGuide = 0;
+    uint32_t IndentGuide = 0;
+    Char* QuickOpenPath = nullptr;
+    Char* TextFileTypes = nullptr;
+    Char* FontName = nullptr;
+    uint32_t FontSize = 0, FontBold = 0, MarginWidth = 0, CaretWidth = 0, ShowLineNumbers = 0;
+    uint32_t VarWidthLineNumbers = 0, RenderType = 0;
+    Colour TextFg = 0, TextBg = 0, SelFg = 0, SelBg = 0, LineNumFg = 0, LineNumBg = 0;
+    Colour MarginColor = 0, SpaceColor = 0, BookmarkColor = 0, GuideColor = 0;
+    Colour CommentFg = 0, CommentBg = 0, LongCommentFg = 0, LongCommentBg = 0, StringFg = 0, StringBg = 0;
+    Colour KeywordFg = 0, KeywordBg = 0, NumberFg = 0, NumberBg = 0, BraceMatchFg = 0, BraceMatchBg = 0;
+    Colour HtmlTagFg = 0, HtmlTagBg = 0, HtmlAttrFg = 0, HtmlAttrBg = 0;
+    Colour HtmlAttrValueFg = 0, HtmlAttrValueBg = 0, HtmlAttrQuotedValueFg = 0, HtmlAttrQuotedValueBg = 0;
+    Colour HtmlCommentFg = 0, HtmlCommentBg = 0, HtmlPunctFg = 0, HtmlPunctBg = 0, BinFg = 0, BinBg = 0;
 };
 
 // The process-wide record that everything reads.
@@ -26,8 +34,9 @@ extern SettingsRecord settings;
 enum class SettingType : uint32_t { Int = 0, Colour = 1, String = 2 };
 
 // What a changed cell makes necessary beyond being read again; the drawing half carries it out.
-enum class SettingChange : uint32_t { Nothing, Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };
+enum class SettingChange : uint32_t { Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };
 
+// One row of the table that drives loading, storing and setting by name.
 struct SettingDef {
     const Char* key;
     SettingType type;
@@ -46,6 +55,7 @@ struct SettingsSectionDef {
 };
 
 constexpr uint32_t SettingCount = 52;
+// The only section of the table, in table order (the order of loading and storing).
 extern const SettingsSectionDef generalSettings;
 
 // The drawing objects derived from the settings belong to the windowed half, which installs this at
@@ -56,21 +66,26 @@ void SetDrawingRebuilder(DrawingRebuilder rebuild);
 // Start-up and reload: the record from `file` (ApplySettingsFromFile), the tool list, then the font
 // handler and the brush handlers margin, bookmark, background, selection, once each.
 void LoadSettings(const IniFile& file);
+// Each row in table order takes its key's value, else its fallback cell's current value, else its
+// default. No handler runs.
 void ApplySettingsFromFile(const IniFile& file);
-// Writes all rows into the first General section, made when missing. False without memory.
+// Writes all rows into the first General section, made at the end when missing; keys of no row stay.
+// False without memory, with the file as it was.
 bool StoreSettingsToFile(IniFile& file);
 
 // Sets one cell by name and runs its handler. Section (null: General) and key are matched without
-// regard to case; an unknown one does nothing.
+// regard to case; an unknown one does nothing. A null value makes a string cell absent.
 void SetOption(const Char* section, const Char* key, const Char* value);
 // The row of a key of General, matched without regard to case; null when unknown.
 const SettingDef* FindSetting(const Char* key);
 
 // Splits and carries out the argument of the setopt command: a key and a value, each a word up to the
-// next space or a text in double quotes. A key that is not closed does nothing.
+// next space or a text in double quotes. A key that is not closed, by its quote or by a space, does
+// nothing; a missing value is the empty one. Repainting is the caller's.
 void ExecuteSetOption(const Char* argument);
 
-// "#rrggbb" as written in the file; anything shorter than 7 characters or without "#" is black.
+// "#rrggbb" as written in the file; anything shorter than 7 characters or without "#" is black, and a
+// character that is no hexadecimal digit counts as 0.
 Colour ParseColour(const Char* text);
 bool AppendColour(WString& out, Colour colour); // "#rrggbb", lower case
 
@@ -80,14 +95,39 @@ uint32_t ListDistinctColours(Colour* out, uint32_t capacity);
 // Stores the size and rebuilds the font; the file is not written.
 void SetFontSize(uint32_t size);
 
-// Copies every cell; the strings of `to` are shared with `from` afterwards, not copied.
-void CopySettings(SettingsRecord& to, const SettingsRecord& from);
-// Makes `copy` live and runs every row's handler in table order. Strings of the live record that
-// `copy` does not share are freed.
-void AdoptSettings(const SettingsRecord& copy);
-// Replaces one string cell of a record by a copy of `text`; false without memory (cell then absent).
-// The old string is freed unless the live record or `keepOld` holds it.
+// A copy of the live record, edited by a dialog and then adopted or not:
+//     CopySettings(copy);                     shares the live strings
+//     ReplaceString(copy.X, text);     any number of times
+//     AdoptSettings(copy);                    only on OK
+//     DropSettings(copy);                     always, at the end
+// A string belongs to the live record when that holds it, else to the copy, so every one is freed
+// once whichever way the dialog ends. The live strings must not change while a copy exists; modal
+// dialogs see to that.
+void CopySettings(SettingsRecord& copy);
+// Replaces one string cell, of a copy or of the live record, by a copy of `text` (which may be the
+// old string); null makes it absent. False without memory: the cell is then absent.
 bool ReplaceString(Char*& cell, const Char* text);
+// Makes the values of `copy` live and runs every row's handler in table order. Strings of the live
+// record that `copy` does not share are freed.
+void AdoptSettings(const SettingsRecord& copy);
+// Frees the strings that only `copy` holds; its string cells are absent afterwards.
+void DropSettings(SettingsRecord& copy);
 
 // Frees every string cell and the tool list. The drawing objects are the windowed half's to destroy.
 void ReleaseSettings();
+
+// SpacesPerTab as a divisor and multiplier: at least 1, at most MaxTabWidth.
+constexpr uint32_t MaxTabWidth = 256;
+uint32_t TabWidth();
+
+// A width in pixels or columns taken from a cell, small enough to be added up and multiplied by a
+// character's width in an int.
+constexpr uint32_t MaxLayoutSetting = 16384;
+constexpr int32_t LayoutSetting(uint32_t value) {
+    return static_cast<int32_t>(value < MaxLayoutSetting ? value : MaxLayoutSetting);
+}
+
+// The height that asks the system for a font of `size` points on a screen of `dpi` pixels an inch:
+// minus the pixels, rounded to nearest with halves up, at least -MaxFontPixels.
+constexpr int32_t MaxFontPixels = 4096;
+int32_t FontHeight(uint32_t size, uint32_t dpi);

@@ -49,14 +49,17 @@ public:
     ToolList(const ToolList&) = delete;
     ToolList& operator=(const ToolList&) = delete;
 
-    // Replaces the list by the Tool sections of `file` whose command is not empty.
-    void Load(const IniFile& file);
-    // Removes every Tool section of `file` and appends one for each tool. False without memory.
+    // Replaces the list by the Tool sections of `file` whose command is not empty. False without
+    // memory, with the list as it was.
+    bool Load(const IniFile& file);
+    // Removes every Tool section of `file` and appends one for each tool. False without memory, with
+    // the file as it was.
     bool Store(IniFile& file) const;
     // The tool at a 0-based position; null beyond the end.
     ToolRecord* At(uint32_t index) const;
     uint32_t Count() const;
-    // One entry for each tool that has a hot key. False without memory.
+    // Replaces `out` by one entry for each tool that has a hot key. Tools so far down that their
+    // command number would not fit into 16 bits have none. False without memory, with `out` as it was.
     bool Accelerators(Array<ToolAccelerator>& out) const;
     void Clear();
 };
@@ -64,5 +67,5 @@ public:
 // The process-wide list, loaded by LoadSettings.
 extern ToolList toolList;
 
-// Makes a copy of `tool`; null without memory.
+// Makes an unlinked copy of `tool`; null without memory.
 ToolRecord* CopyTool(const ToolRecord& tool);

@@ -1,0 +1,145 @@
+#include "settings/IniFile.h"
+
+#include "base/CodePage.h"
+#include "base/Platform.h"
+#include "base/Text.h"
+
+#include <utility>
+
+namespace {
+
+IniKey* MakeKey(const Char* name, const Char* value) {
+    IniKey* key = new IniKey;
+    if (key && key->name.Assign(name) && key->value.Assign(value)) return key;
+    delete key;
+    return nullptr;
+}
+
+bool ReadText(const Char* path, WString& text) {
+    Platform::ByteBlock block;
+    if (!Platform::ReadWholeFile(path, block)) return false;
+    const size_t most = MaxCharacters(CodePage::Utf8, block.size);
+    if (most >= None32 || !text.Reserve(static_cast<uint32_t>(most))) return false;
+    // The terminator is there already: the buffer is zero-filled and has room for one.
+    return block.size == 0 || ToUtf16(CodePage::Utf8, block.bytes, block.size, text.Data(), most) != 0;
+}
+
+bool AppendSectionText(WString& out, const IniSection& section) {
+    if (section.previous && !out.Append(u"\r\n")) return false;
+    if (!out.AppendChar(u'[') || !out.Append(section.name) || !out.Append(u"]\r\n")) return false;
+    for (const IniKey* key = section.keys.head; key; key = key->next) {
+        if (!out.Append(key->name) || !out.AppendChar(u'=')) return false;
+        if (!out.Append(key->value) || !out.Append(u"\r\n")) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+IniSection::~IniSection() {
+    while (IniKey* key = keys.TakeHead()) delete key;
+}
+
+IniKey* IniSection::FindKey(const Char* key) const {
+    IniKey* found = keys.head;
+    while (found && !Text::Equal(found->name.Text(), key)) found = found->next;
+    return found;
+}
+
+const Char* IniSection::GetString(const Char* key, const Char* fallback) const {
+    const IniKey* found = FindKey(key);
+    return found ? found->value.Text() : fallback;
+}
+
+bool IniSection::GetStringInto(WString& target, const Char* key) const { return target.Assign(GetString(key, u"")); }
+
+uint32_t IniSection::GetInt(const Char* key, uint32_t fallback) const {
+    const IniKey* found = FindKey(key);
+    return found ? Text::ParseDecimal(found->value.Text()) : fallback;
+}
+
+bool IniSection::SetString(const Char* key, const Char* value) {
+    if (IniKey* found = FindKey(key)) return found->value.Assign(value);
+    IniKey* made = MakeKey(key, value);
+    if (!made) return false;
+    AppendKey(made);
+    return true;
+}
+
+bool IniSection::SetInt(const Char* key, uint32_t value) {
+    WString digits;
+    return digits.AppendNumber(value) && SetString(key, digits.Text());
+}
+
+void IniSection::TakeKeys(IniSection& from) {
+    while (IniKey* key = from.keys.TakeHead()) {
+        IniKey* found = FindKey(key->name.Text());
+        if (found) {
+            found->value = std::move(key->value);
+            delete key;
+        } else {
+            AppendKey(key);
+        }
+    }
+}
+
+bool IniFile::Load(const Char* path) {
+    WString text;
+    if (!ReadText(path, text)) return false;
+    return text.Data() ? Parse(text.Data()) : true;
+}
+
+bool IniFile::Serialise(WString& out) const {
+    const uint32_t before = out.Length();
+    for (const IniSection* section = sections.head; section; section = section->next) {
+        if (!AppendSectionText(out, *section)) {
+            out.Truncate(before);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool IniFile::Save(const Char* path) const {
+    WString text;
+    if (!Serialise(text)) return false;
+    Platform::ByteBlock block;
+    block.size = FromUtf16(CodePage::Utf8, text.Text(), text.Length(), nullptr, 0);
+    block.bytes = static_cast<uint8_t*>(Heap::Allocate(block.size));
+    if (!block.bytes) return false;
+    FromUtf16(CodePage::Utf8, text.Text(), text.Length(), block.bytes, block.size);
+    Platform::File file;
+    return file.Open(path, Platform::File::Mode::Create) && file.Write(block.bytes, block.size);
+}
+
+IniSection* IniFile::FindSection(const Char* name) const {
+    IniSection* found = sections.head;
+    while (found && !Text::Equal(found->name.Text(), name)) found = found->next;
+    return found;
+}
+
+IniSection* IniFile::AddSection(const Char* name) {
+    IniSection* section = new IniSection;
+    if (!section || !section->name.Assign(name)) {
+        delete section;
+        return nullptr;
+    }
+    AppendSection(section);
+    return section;
+}
+
+void IniFile::RemoveSections(const Char* name) {
+    IniSection* section = sections.head;
+    while (section) {
+        IniSection* following = section->next;
+        if (Text::Equal(section->name.Text(), name)) {
+            sections.Remove(section);
+            delete section;
+        }
+        section = following;
+    }
+}
+
+void IniFile::Clear() {
+    while (IniSection* section = sections.TakeHead()) delete section;
+}

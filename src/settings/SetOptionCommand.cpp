@@ -1,0 +1,36 @@
+#include "base/Text.h"
+#include "base/WString.h"
+#include "settings/Settings.h"
+
+namespace {
+
+void SkipBlanks(const Char*& cursor) {
+    while (Text::IsBlank(*cursor)) ++cursor;
+}
+
+// Reads up to the next space (a tab does not end a word) or, after a double quote, up to the next one,
+// and moves past it. False without memory. `closed` tells whether that end was there.
+bool ReadToken(const Char*& cursor, WString& token, bool& closed) {
+    const Char end = *cursor == u'"' ? u'"' : u' ';
+    if (end == u'"') ++cursor;
+    const Char* start = cursor;
+    while (*cursor != 0 && *cursor != end) ++cursor;
+    const bool kept = token.Assign(start, cursor - start);
+    closed = *cursor != 0;
+    if (closed) ++cursor;
+    return kept;
+}
+
+} // namespace
+
+void ExecuteSetOption(const Char* argument) {
+    WString key;
+    WString value;
+    bool keyClosed = false;
+    bool valueClosed = false; // of no consequence
+    SkipBlanks(argument);
+    if (!ReadToken(argument, key, keyClosed) || !keyClosed) return;
+    SkipBlanks(argument);
+    if (!ReadToken(argument, value, valueClosed)) return;
+    SetOption(nullptr, key.Text(), value.Text());
+}
