@@ -6,8 +6,7 @@
 
 // Growable array of plain values. Growing takes the larger of twice the capacity and the size needed;
 // Clear keeps the storage, so that a warm array allocates nothing.
-template <class T>
-class Array {
+template <class T> class Array {
     static_assert(std::is_trivially_copyable_v<T>);
 
 public:

@@ -4,7 +4,7 @@
 
 // Conversions between bytes and UTF-16. Counts never include a terminator, and none is written.
 enum class CodePage {
-    Ansi,        // the system's; Windows-1252 where there is none
+    Ansi, // the system's; Windows-1252 where there is none
     Windows1252,
     Utf8,
 };

@@ -22,8 +22,7 @@ void* Resize(void* block, size_t oldBytes, size_t newBytes);
 // Accepts null.
 void Free(void* block);
 
-template <class T>
-T* AllocateArray(size_t count) {
+template <class T> T* AllocateArray(size_t count) {
     return count > SIZE_MAX / sizeof(T) ? nullptr : static_cast<T*>(Allocate(count * sizeof(T)));
 }
 

@@ -2,8 +2,7 @@
 
 // Doubly linked list threaded through members `next` and `previous` of its nodes. It owns nothing:
 // whoever made a node frees it after removing it. All operations are O(1).
-template <class Node>
-struct List {
+template <class Node> struct List {
     Node* head = nullptr;
     Node* tail = nullptr;
 

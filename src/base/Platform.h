@@ -24,17 +24,17 @@ struct ByteBlock {
 
 // Opens the existing file with read, write and delete sharing and reads it in one call. `time`, when
 // not null, gets the time of its last write. Directories, devices and files that do not fit into
-// memory fail like missing ones: false, `out` empty.
+// memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
 bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
 
-// An open file; closed by its destructor.
+// An open file; closed by its destructor. Only regular files open for reading.
 class File {
 public:
     enum class Mode {
-        Read,        // existing, others may read
-        ReadShared,  // existing, others may read, write and delete
-        ReadWrite,   // existing, others may read, write and delete
-        Create,      // new or emptied, for writing, not shared, archive attribute
+        Read,       // existing, others may read
+        ReadShared, // existing, others may read, write and delete
+        ReadWrite,  // existing, others may read, write and delete
+        Create,     // new or emptied, for writing, not shared, archive attribute
     };
 
     File() = default;
@@ -58,8 +58,8 @@ private:
     intptr_t handle = -1;
 };
 
-// Lists the entries that a pattern (wildcards * and ? in its last component) names, in the order of
-// the system; "." and ".." are listed where the system lists them.
+// Lists the entries that a pattern (wildcards * and ? in its last component, letters in either case,
+// "*.*" for everything) names, in the order of the system; "." and ".." are listed where it lists them.
 class FileSearch {
 public:
     FileSearch() = default;
@@ -84,11 +84,13 @@ private:
 enum class Entry { Missing, File, Directory };
 Entry EntryKind(const Char* path);
 
-// The absolute form of a path; a trailing double quote and a leading one are dropped first.
+// The absolute form of a path, without "." and ".."; a trailing double quote and a leading one are
+// dropped first. The empty path has none.
 bool FullPath(const Char* path, WString& out);
 bool CurrentDirectory(WString& out);
 bool SetCurrentDirectory(const Char* path);
-// The first existing file `name` along the directories of `list` (separated by semicolons).
+// The full path of the first existing entry `name` along the directories of `list` (separated by
+// semicolons), or where the system itself looks when `list` is null.
 bool SearchAlong(const Char* list, const Char* name, WString& out);
 
 // False when the variable does not exist.
@@ -106,9 +108,11 @@ int CompareNames(const Char* left, const Char* right);
 // Whether the clipboard holds Unicode text.
 bool ClipboardHasText();
 
-// For tests: asked before every call that opens, sizes, reads, writes, seeks or flushes a file; an
-// answer of true makes that call fail.
+// For tests: asked before every call that opens, sizes, dates, reads, writes, seeks or flushes a file;
+// an answer of true makes that call fail.
 using FailureHook = bool (*)();
 void SetFileFailureHook(FailureHook hook);
+// For the platform halves: the answer of the hook, false without one.
+bool FileCallShallFail();
 
 } // namespace Platform

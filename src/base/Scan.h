@@ -40,6 +40,9 @@ size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pat
 // characters, and adds the line feeds among them to `lineFeeds`. Returns how many bytes were taken.
 size_t WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds);
 
+// Widens the leading bytes that are below 0x80. Returns how many were taken.
+size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);
+
 // Narrows the leading characters that are below 0x80. Returns how many were taken.
 size_t NarrowAscii(const Char* text, size_t count, uint8_t* out);
 
@@ -58,6 +61,7 @@ size_t FindForward(const Char* text, size_t count, size_t from, size_t end, cons
                    bool matchCase);
 size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
 size_t WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds);
+size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);
 size_t NarrowAscii(const Char* text, size_t count, uint8_t* out);
 void SwapBytes(const Char* in, size_t count, Char* out);
 } // namespace Reference

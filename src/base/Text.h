@@ -45,8 +45,7 @@ struct FormatArgument {
 // On failure the string is as it was.
 bool AppendFormat(WString& out, const Char* format, const FormatArgument* arguments, size_t count);
 
-template <class... Arguments>
-bool AppendFormat(WString& out, const Char* format, const Arguments&... arguments) {
+template <class... Arguments> bool AppendFormat(WString& out, const Char* format, const Arguments&... arguments) {
     const FormatArgument list[] = {FormatArgument(arguments)...};
     return AppendFormat(out, format, list, sizeof...(arguments));
 }

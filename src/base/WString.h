@@ -27,7 +27,7 @@ public:
     // and the size needed.
     bool Reserve(uint32_t characters);
     // Replaces the content by `count` characters of `text`; all up to the terminator when negative.
-    // `text` may lie inside this string.
+    // Here and in Append and Insert `text` may lie inside this string, and null is empty text.
     bool Assign(const Char* text, int64_t count = -1);
     bool Assign(const WString& other) { return Assign(other.Text(), other.Length()); }
     bool AppendChar(Char character);
@@ -52,6 +52,10 @@ public:
     void Release();
 
 private:
+    // Every change goes through here: replaces `removed` characters at `position` by `count` of `text`
+    // in a buffer with room for `needed` (at least the new length) and the terminator.
+    bool Splice(uint32_t position, uint32_t removed, const Char* text, uint64_t count, uint64_t needed);
+
     Char* buffer = nullptr;
     uint32_t capacity = 0; // characters, terminator included
     uint32_t length = 0;   // terminator not counted

@@ -1,0 +1,28 @@
+#include "base/Heap.h"
+
+#include "base/SystemHeap.h"
+
+namespace {
+
+Heap::FailureHook failureHook = nullptr;
+
+bool ShallFail() { return failureHook && failureHook(); }
+
+} // namespace
+
+void Heap::Start() { SystemHeap::Start(); }
+
+void Heap::Stop() { SystemHeap::Stop(); }
+
+void* Heap::Allocate(size_t bytes) { return ShallFail() ? nullptr : SystemHeap::Allocate(bytes); }
+
+void* Heap::Resize(void* block, size_t oldBytes, size_t newBytes) {
+    if (ShallFail()) return nullptr;
+    return block ? SystemHeap::Resize(block, oldBytes, newBytes) : SystemHeap::Allocate(newBytes);
+}
+
+void Heap::Free(void* block) {
+    if (block) SystemHeap::Free(block);
+}
+
+void Heap::SetFailureHook(FailureHook hook) { failureHook = hook; }

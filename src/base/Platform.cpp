@@ -1,0 +1,30 @@
+#include "base/Platform.h"
+
+namespace {
+
+Platform::FailureHook fileFailureHook = nullptr;
+
+} // namespace
+
+void Platform::SetFileFailureHook(FailureHook hook) { fileFailureHook = hook; }
+
+bool Platform::FileCallShallFail() { return fileFailureHook && fileFailureHook(); }
+
+bool Platform::ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time) {
+    File file;
+    uint64_t size = 0;
+    FileTime written = 0;
+    if (!file.Open(name, File::Mode::ReadShared) || !file.GetSize(size) || (time && !file.GetTime(written)))
+        return false;
+    if (size > SIZE_MAX) return false;
+
+    ByteBlock block;
+    block.bytes = static_cast<uint8_t*>(Heap::Allocate(static_cast<size_t>(size)));
+    if (!block.bytes || !file.Read(block.bytes, static_cast<size_t>(size), block.size)) return false;
+    Heap::Free(out.bytes);
+    out.bytes = block.bytes;
+    out.size = block.size;
+    block.bytes = nullptr;
+    if (time) *time = written;
+    return true;
+}

@@ -1,0 +1,100 @@
+#include "base/Scan.h"
+
+#include "base/Text.h"
+
+namespace {
+
+bool MatchesAt(const Char* text, const Char* pattern, size_t n, bool matchCase) {
+    return matchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
+}
+
+} // namespace
+
+size_t Scan::Reference::CountLineFeeds(const Char* text, size_t count) {
+    size_t lineFeeds = 0;
+    for (size_t i = 0; i < count; ++i) lineFeeds += text[i] == u'\n';
+    return lineFeeds;
+}
+
+size_t Scan::Reference::FindLineFeed(const Char* text, size_t count) {
+    size_t at = 0;
+    while (at < count && text[at] != u'\n') ++at;
+    return at;
+}
+
+size_t Scan::Reference::FindLineEnd(const Char* text, size_t count) {
+    size_t at = 0;
+    while (at < count && text[at] != u'\n' && text[at] != 0) ++at;
+    return at;
+}
+
+size_t Scan::Reference::FindLineStart(const Char* text, size_t count) {
+    while (count && text[count - 1] != u'\n') --count;
+    return count;
+}
+
+size_t Scan::Reference::SkipLines(const Char* text, size_t count, size_t lines, size_t& passed) {
+    size_t behind = 0;
+    passed = 0;
+    for (size_t i = 0; i < count && passed < lines; ++i) {
+        if (text[i] != u'\n') continue;
+        behind = i + 1;
+        ++passed;
+    }
+    return behind;
+}
+
+size_t Scan::Reference::FindNul(const Char* text, size_t count) {
+    size_t at = 0;
+    while (at < count && text[at] != 0) ++at;
+    return at;
+}
+
+size_t Scan::Reference::FindZeroByte(const uint8_t* bytes, size_t count) {
+    size_t at = 0;
+    while (at < count && bytes[at] != 0) ++at;
+    return at;
+}
+
+size_t Scan::Reference::FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern,
+                                    size_t n, bool matchCase) {
+    for (size_t at = from; at < end && at <= count && count - at >= n; ++at)
+        if (MatchesAt(text + at, pattern, n, matchCase)) return at;
+    return NotFound;
+}
+
+size_t Scan::Reference::FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n,
+                                     bool matchCase) {
+    if (count < n) return NotFound;
+    if (from > count - n + 1) from = count - n + 1;
+    while (from--)
+        if (MatchesAt(text + from, pattern, n, matchCase)) return from;
+    return NotFound;
+}
+
+size_t Scan::Reference::WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds) {
+    size_t taken = 0;
+    for (; taken < count; ++taken) {
+        const uint8_t byte = bytes[taken];
+        if (byte >= 0x80 || byte == 0 || byte == '\r') break;
+        lineFeeds += byte == '\n';
+        out[taken] = byte;
+    }
+    return taken;
+}
+
+size_t Scan::Reference::WidenAscii(const uint8_t* bytes, size_t count, Char* out) {
+    size_t taken = 0;
+    for (; taken < count && bytes[taken] < 0x80; ++taken) out[taken] = bytes[taken];
+    return taken;
+}
+
+size_t Scan::Reference::NarrowAscii(const Char* text, size_t count, uint8_t* out) {
+    size_t taken = 0;
+    for (; taken < count && text[taken] < 0x80; ++taken) out[taken] = static_cast<uint8_t>(text[taken]);
+    return taken;
+}
+
+void Scan::Reference::SwapBytes(const Char* in, size_t count, Char* out) {
+    for (size_t i = 0; i < count; ++i) out[i] = static_cast<Char>(in[i] << 8 | in[i] >> 8);
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "base/CodePage.h"
+
+// The conversions of the pages other than UTF-8, with the rules of CodePage.h; answered by base/win32
+// and base/posix.
+namespace SystemCodePage {
+
+// The most bytes for one character of the page.
+size_t MaxBytesPerCharacter(CodePage page);
+size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, size_t capacity);
+size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity);
+
+} // namespace SystemCodePage

@@ -1,0 +1,106 @@
+#include "base/Utf8.h"
+
+#include "base/Scan.h"
+
+namespace {
+
+constexpr uint32_t Replacement = 0xFFFD;
+
+// One code point and how many units of input it stood for.
+struct Decoded {
+    uint32_t codePoint;
+    size_t taken;
+};
+
+// What a lead byte announces: the bytes that follow it and the range of the first of them. That range
+// alone keeps out overlong forms, surrogates and values above U+10FFFF.
+struct Lead {
+    uint8_t following;
+    uint8_t lowest;
+    uint8_t highest;
+};
+
+Lead LeadOf(uint8_t byte) {
+    if (byte < 0xC2 || byte > 0xF4) return {0, 0, 0};
+    if (byte < 0xE0) return {1, 0x80, 0xBF};
+    if (byte < 0xF0)
+        return {2, static_cast<uint8_t>(byte == 0xE0 ? 0xA0 : 0x80), static_cast<uint8_t>(byte == 0xED ? 0x9F : 0xBF)};
+    return {3, static_cast<uint8_t>(byte == 0xF0 ? 0x90 : 0x80), static_cast<uint8_t>(byte == 0xF4 ? 0x8F : 0xBF)};
+}
+
+Decoded DecodeUtf8(const uint8_t* bytes, size_t count) {
+    if (bytes[0] < 0x80) return {bytes[0], 1};
+    Lead lead = LeadOf(bytes[0]);
+    if (lead.following == 0) return {Replacement, 1};
+    uint32_t codePoint = bytes[0] & (0x3Fu >> lead.following);
+    for (size_t i = 1; i <= lead.following; ++i) {
+        if (i == count || bytes[i] < lead.lowest || bytes[i] > lead.highest) return {Replacement, i};
+        codePoint = codePoint << 6 | (bytes[i] & 0x3F);
+        lead.lowest = 0x80;
+        lead.highest = 0xBF;
+    }
+    return {codePoint, lead.following + size_t{1}};
+}
+
+Decoded DecodeUtf16(const Char* text, size_t count) {
+    const Char first = text[0];
+    if (first < 0xD800 || first > 0xDFFF) return {first, 1};
+    const bool isPair = first < 0xDC00 && count > 1 && text[1] >= 0xDC00 && text[1] <= 0xDFFF;
+    if (!isPair) return {Replacement, 1};
+    return {0x10000 + ((first & 0x3FFu) << 10 | (text[1] & 0x3FFu)), 2};
+}
+
+size_t EncodeUtf16(uint32_t codePoint, Char (&units)[2]) {
+    if (codePoint < 0x10000) {
+        units[0] = static_cast<Char>(codePoint);
+        return 1;
+    }
+    units[0] = static_cast<Char>(0xD7C0 + (codePoint >> 10)); // 0xD800 - (0x10000 >> 10)
+    units[1] = static_cast<Char>(0xDC00 | (codePoint & 0x3FF));
+    return 2;
+}
+
+size_t EncodeUtf8(uint32_t codePoint, uint8_t (&bytes)[4]) {
+    const size_t length = codePoint < 0x80 ? 1 : codePoint < 0x800 ? 2 : codePoint < 0x10000 ? 3 : 4;
+    static constexpr uint8_t LeadBits[] = {0, 0x00, 0xC0, 0xE0, 0xF0};
+    for (size_t i = length - 1; i > 0; --i, codePoint >>= 6) bytes[i] = static_cast<uint8_t>(0x80 | (codePoint & 0x3F));
+    bytes[0] = static_cast<uint8_t>(LeadBits[length] | codePoint);
+    return length;
+}
+
+// The loop of both directions. `copyAscii` takes a leading run of ASCII at once, when there is an
+// output to take it to.
+template <class In, class Out, size_t MostUnits, class Decode, class Encode, class CopyAscii>
+size_t Convert(const In* in, size_t count, Out* out, size_t capacity, Decode decode, Encode encode,
+               CopyAscii copyAscii) {
+    size_t written = 0;
+    for (size_t at = 0; at < count;) {
+        if (out && in[at] < 0x80) {
+            const size_t room = capacity - written;
+            const size_t run = copyAscii(in + at, count - at < room ? count - at : room, out + written);
+            at += run;
+            written += run;
+            if (run) continue;
+        }
+        Out units[MostUnits];
+        const Decoded decoded = decode(in + at, count - at);
+        const size_t length = encode(decoded.codePoint, units);
+        if (out) {
+            if (length > capacity - written) return 0;
+            for (size_t i = 0; i < length; ++i) out[written + i] = units[i];
+        }
+        at += decoded.taken;
+        written += length;
+    }
+    return written;
+}
+
+} // namespace
+
+size_t Utf8::ToUtf16(const uint8_t* bytes, size_t count, Char* out, size_t capacity) {
+    return Convert<uint8_t, Char, 2>(bytes, count, out, capacity, DecodeUtf8, EncodeUtf16, Scan::WidenAscii);
+}
+
+size_t Utf8::FromUtf16(const Char* text, size_t count, uint8_t* out, size_t capacity) {
+    return Convert<Char, uint8_t, 4>(text, count, out, capacity, DecodeUtf16, EncodeUtf8, Scan::NarrowAscii);
+}

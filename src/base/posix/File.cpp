@@ -1,0 +1,88 @@
+#include "base/Platform.h"
+#include "base/posix/FileTimes.h"
+#include "base/posix/NativeText.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+int FlagsFor(Platform::File::Mode mode) {
+    using Mode = Platform::File::Mode;
+    // O_NONBLOCK: opening a pipe that nobody writes would wait; it is turned away below instead.
+    switch (mode) {
+    case Mode::Read:
+    case Mode::ReadShared:
+        return O_RDONLY | O_NONBLOCK | O_CLOEXEC;
+    case Mode::ReadWrite:
+        return O_RDWR | O_NONBLOCK | O_CLOEXEC;
+    case Mode::Create:
+        return O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+    }
+    return O_RDONLY;
+}
+
+} // namespace
+
+bool Platform::File::Open(const Char* name, Mode mode) {
+    Close();
+    const NativeText path(name, NativeText::Kind::Path);
+    if (!path.Text() || FileCallShallFail()) return false;
+    handle = open(path.Text(), FlagsFor(mode), 0666);
+    if (handle == -1) return false;
+    struct stat status;
+    const bool isFile = fstat(static_cast<int>(handle), &status) == 0 && S_ISREG(status.st_mode);
+    if (!isFile && mode != Mode::Create) Close();
+    return IsOpen();
+}
+
+void Platform::File::Close() {
+    if (IsOpen()) close(static_cast<int>(handle));
+    handle = -1;
+}
+
+bool Platform::File::GetSize(uint64_t& size) {
+    struct stat status;
+    if (FileCallShallFail() || fstat(static_cast<int>(handle), &status) != 0) return false;
+    size = static_cast<uint64_t>(status.st_size);
+    return true;
+}
+
+bool Platform::File::GetTime(FileTime& time) {
+    struct stat status;
+    if (FileCallShallFail() || fstat(static_cast<int>(handle), &status) != 0) return false;
+    time = ToFileTime(status.st_mtim);
+    return true;
+}
+
+bool Platform::File::Seek(uint64_t offset) {
+    return !FileCallShallFail() && lseek(static_cast<int>(handle), static_cast<off_t>(offset), SEEK_SET) != -1;
+}
+
+bool Platform::File::Read(void* out, size_t count, size_t& read) {
+    read = 0;
+    if (FileCallShallFail()) return false;
+    while (read < count) {
+        // One call transfers less than 2 GB at most.
+        const ssize_t got = ::read(static_cast<int>(handle), static_cast<char*>(out) + read, count - read);
+        if (got < 0) return false;
+        if (got == 0) break;
+        read += static_cast<size_t>(got);
+    }
+    return true;
+}
+
+bool Platform::File::Write(const void* bytes, size_t count) {
+    if (FileCallShallFail()) return false;
+    const char* at = static_cast<const char*>(bytes);
+    while (count) {
+        const ssize_t put = write(static_cast<int>(handle), at, count);
+        if (put <= 0) return false;
+        at += put;
+        count -= static_cast<size_t>(put);
+    }
+    return true;
+}
+
+bool Platform::File::Flush() { return !FileCallShallFail() && fsync(static_cast<int>(handle)) == 0; }

@@ -1,0 +1,137 @@
+#include "base/Platform.h"
+
+#include "base/Path.h"
+#include "base/Text.h"
+#include "base/posix/FileTimes.h"
+#include "base/posix/NativeText.h"
+
+#include <climits>
+#include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace {
+
+bool IsSeparator(Char c) { return c == u'\\' || c == u'/'; }
+
+// "\" or "C:\". Nothing lies under a drive here, but its paths are absolute all the same.
+uint32_t RootLength(const Char* path) {
+    if (IsSeparator(path[0])) return 1;
+    return Text::IsAsciiLetter(path[0]) && path[1] == u':' && IsSeparator(path[2]) ? 3 : 0;
+}
+
+// Appends the components of `path` to `out`, which ends with its root or a component.
+bool AppendComponents(WString& out, const Char* path) {
+    while (*path) {
+        const Char* end = path;
+        while (*end && !IsSeparator(*end)) ++end;
+        const uint32_t length = static_cast<uint32_t>(end - path);
+        const bool isParent = length == 2 && path[0] == u'.' && path[1] == u'.';
+        const bool isHere = length == 1 && path[0] == u'.';
+        if (isParent)
+            Path::RemoveLastComponent(out);
+        else if (length && !isHere && !(Path::Join(out, u"") && out.Append(path, length)))
+            return false;
+        path = *end ? end + 1 : end;
+    }
+    return true;
+}
+
+// Looks for `name` in the directory list[0, length).
+bool FindIn(const Char* list, uint32_t length, const Char* name, WString& out) {
+    WString candidate;
+    return candidate.Assign(list, length) && Path::Join(candidate, name) &&
+           Platform::EntryKind(candidate.Text()) != Platform::Entry::Missing &&
+           Platform::FullPath(candidate.Text(), out);
+}
+
+} // namespace
+
+Platform::Entry Platform::EntryKind(const Char* path) {
+    const NativeText native(path, NativeText::Kind::Path);
+    struct stat status;
+    if (!native.Text() || stat(native.Text(), &status) != 0) return Entry::Missing;
+    return S_ISDIR(status.st_mode) ? Entry::Directory : Entry::File;
+}
+
+bool Platform::FullPath(const Char* path, WString& out) {
+    WString given;
+    WString full;
+    if (!given.Assign(path)) return false;
+    given.StripQuotes();
+    if (given.IsEmpty()) return false;
+    const uint32_t root = RootLength(given.Text());
+    const bool hasBase = root ? full.Assign(given.Text(), root) : CurrentDirectory(full);
+    if (!hasBase) return false;
+    full.ReplaceAll(u'/', u'\\');
+    if (!AppendComponents(full, given.Text() + root)) return false;
+    if (IsSeparator(given[given.Length() - 1]) && !Path::Join(full, u"")) return false;
+    out = std::move(full);
+    return true;
+}
+
+bool Platform::CurrentDirectory(WString& out) {
+    char path[PATH_MAX];
+    return getcwd(path, sizeof path) && FromNativeText(path, NativeText::Kind::Path, out);
+}
+
+bool Platform::SetCurrentDirectory(const Char* path) {
+    const NativeText native(path, NativeText::Kind::Path);
+    return native.Text() && chdir(native.Text()) == 0;
+}
+
+bool Platform::SearchAlong(const Char* list, const Char* name, WString& out) {
+    if (!list) list = u".";
+    if (RootLength(name)) list = u"";
+    for (;;) {
+        uint32_t length = 0;
+        while (list[length] && list[length] != u';') ++length;
+        if (FindIn(list, length, name, out)) return true;
+        if (list[length] == 0) return false;
+        list += length + 1;
+    }
+}
+
+bool Platform::EnvironmentVariable(const Char* name, WString& out) {
+    const NativeText native(name, NativeText::Kind::Plain);
+    const char* const value = native.Text() ? std::getenv(native.Text()) : nullptr;
+    return value && FromNativeText(value, NativeText::Kind::Plain, out);
+}
+
+bool Platform::ExpandEnvironment(const Char* text, WString& out) {
+    WString expanded;
+    WString name;
+    WString value;
+    while (*text) {
+        const Char* end = text + 1;
+        while (*end && *end != u'%') ++end;
+        const bool isName = *text == u'%' && *end == u'%';
+        if (isName && !name.Assign(text + 1, end - text - 1)) return false;
+        if (isName && EnvironmentVariable(name.Text(), value)) {
+            if (!expanded.Append(value)) return false;
+            text = end + 1;
+        } else {
+            if (!expanded.Append(text, end - text)) return false;
+            text = end;
+        }
+    }
+    out = std::move(expanded);
+    return true;
+}
+
+Platform::FileTime Platform::Now() {
+    timespec moment{};
+    clock_gettime(CLOCK_REALTIME, &moment);
+    return ToFileTime(moment);
+}
+
+uint64_t Platform::Ticks() {
+    timespec moment{};
+    clock_gettime(CLOCK_MONOTONIC, &moment);
+    return static_cast<uint64_t>(moment.tv_sec) * 1000 + static_cast<uint64_t>(moment.tv_nsec) / 1'000'000;
+}
+
+int Platform::CompareNames(const Char* left, const Char* right) { return Text::CompareNoCase(left, right); }
+
+bool Platform::ClipboardHasText() { return false; }
