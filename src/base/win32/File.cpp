@@ -1,0 +1,97 @@
+#include "base/Platform.h"
+#include "base/win32/SystemText.h"
+#include "base/win32/Windows.h"
+
+#include <algorithm>
+
+namespace {
+
+struct OpenRule {
+    DWORD access;
+    DWORD sharing;
+    DWORD creation;
+    DWORD attributes;
+};
+
+constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// In the order of File::Mode.
+constexpr OpenRule OpenRules[] = {
+    {GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
+    {GENERIC_READ, ShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
+    {GENERIC_READ | GENERIC_WRITE, ShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
+    {GENERIC_WRITE, 0, CREATE_ALWAYS, FILE_ATTRIBUTE_ARCHIVE},
+};
+
+// One call counts its bytes in 32 bits.
+constexpr size_t LargestTransfer = size_t{1} << 30;
+
+HANDLE Native(intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
+
+DWORD TransferSize(size_t count) { return static_cast<DWORD>(std::min(count, LargestTransfer)); }
+
+} // namespace
+
+bool Platform::File::Open(const Char* name, Mode mode) {
+    Close();
+    const SystemPath path(name);
+    if (!path.Text() || FileCallShallFail()) return false;
+    const OpenRule& rule = OpenRules[static_cast<size_t>(mode)];
+    handle = reinterpret_cast<intptr_t>(
+        CreateFileW(path.Text(), rule.access, rule.sharing, nullptr, rule.creation, rule.attributes, nullptr));
+    // Directories fail by themselves; the console and other devices do not.
+    if (IsOpen() && mode != Mode::Create && GetFileType(Native(handle)) != FILE_TYPE_DISK) Close();
+    return IsOpen();
+}
+
+void Platform::File::Close() {
+    if (IsOpen()) CloseHandle(Native(handle));
+    handle = -1;
+}
+
+bool Platform::File::GetSize(uint64_t& size) {
+    LARGE_INTEGER value{};
+    if (FileCallShallFail() || !GetFileSizeEx(Native(handle), &value)) return false;
+    size = static_cast<uint64_t>(value.QuadPart);
+    return true;
+}
+
+bool Platform::File::GetTime(FileTime& time) {
+    FILETIME written{};
+    if (FileCallShallFail() || !GetFileTime(Native(handle), nullptr, nullptr, &written)) return false;
+    time = uint64_t{written.dwHighDateTime} << 32 | written.dwLowDateTime;
+    return true;
+}
+
+bool Platform::File::Seek(uint64_t offset) {
+    LARGE_INTEGER target{};
+    target.QuadPart = static_cast<LONGLONG>(offset);
+    return !FileCallShallFail() && SetFilePointerEx(Native(handle), target, nullptr, FILE_BEGIN);
+}
+
+bool Platform::File::Read(void* out, size_t count, size_t& read) {
+    read = 0;
+    if (FileCallShallFail()) return false;
+    while (read < count) {
+        DWORD got = 0;
+        if (!ReadFile(Native(handle), static_cast<char*>(out) + read, TransferSize(count - read), &got, nullptr))
+            return false;
+        if (got == 0) break;
+        read += got;
+    }
+    return true;
+}
+
+bool Platform::File::Write(const void* bytes, size_t count) {
+    if (FileCallShallFail()) return false;
+    const char* at = static_cast<const char*>(bytes);
+    while (count) {
+        DWORD put = 0;
+        if (!WriteFile(Native(handle), at, TransferSize(count), &put, nullptr) || put == 0) return false;
+        at += put;
+        count -= put;
+    }
+    return true;
+}
+
+bool Platform::File::Flush() { return !FileCallShallFail() && FlushFileBuffers(Native(handle)); }

@@ -1,0 +1,36 @@
+#include "base/Platform.h"
+#include "base/win32/SystemText.h"
+#include "base/win32/Windows.h"
+
+namespace {
+
+bool TakeEntry(const WIN32_FIND_DATAW& entry, WString& name, bool& isDirectory) {
+    isDirectory = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return name.Assign(FromWide(entry.cFileName));
+}
+
+} // namespace
+
+bool Platform::FileSearch::First(const Char* pattern) {
+    Close();
+    const SystemPath path(pattern);
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = path.Text() ? FindFirstFileW(path.Text(), &entry) : INVALID_HANDLE_VALUE;
+    if (search == INVALID_HANDLE_VALUE) return false;
+    state = search;
+    if (TakeEntry(entry, name, isDirectory)) return true;
+    Close();
+    return false;
+}
+
+bool Platform::FileSearch::Next() {
+    WIN32_FIND_DATAW entry;
+    if (state && FindNextFileW(state, &entry) && TakeEntry(entry, name, isDirectory)) return true;
+    Close();
+    return false;
+}
+
+void Platform::FileSearch::Close() {
+    if (state) FindClose(state);
+    state = nullptr;
+}

@@ -1,0 +1,71 @@
+#include "base/SystemCodePage.h"
+
+#include "base/win32/Windows.h"
+
+#include <algorithm>
+
+// The system's conversions count in `int`, so long input goes through them in pieces.
+
+namespace {
+
+constexpr size_t LargestPiece = size_t{1} << 29;
+
+UINT Number(CodePage page) { return page == CodePage::Ansi ? CP_ACP : 1252; }
+
+int Clamp(size_t count) { return static_cast<int>(std::min<size_t>(count, INT_MAX)); }
+
+// The length of the next piece. It ends behind a byte below 0x30, which is a character of its own in
+// every page that a system can have, so that no character of several bytes is torn.
+size_t PieceLength(const uint8_t* bytes, size_t count) {
+    if (count <= LargestPiece) return count;
+    size_t length = LargestPiece;
+    while (length && bytes[length - 1] >= 0x30) --length;
+    return length ? length : LargestPiece;
+}
+
+size_t PieceLength(const Char* text, size_t count) {
+    if (count <= LargestPiece) return count;
+    const bool splitsPair = (text[LargestPiece - 1] & 0xFC00) == 0xD800;
+    return LargestPiece - (splitsPair ? 1 : 0);
+}
+
+int ConvertPiece(UINT page, const uint8_t* bytes, size_t count, Char* out, size_t room) {
+    return MultiByteToWideChar(page, 0, reinterpret_cast<const char*>(bytes), static_cast<int>(count), Wide(out),
+                               out ? Clamp(room) : 0);
+}
+
+int ConvertPiece(UINT page, const Char* text, size_t count, uint8_t* out, size_t room) {
+    return WideCharToMultiByte(page, 0, Wide(text), static_cast<int>(count), reinterpret_cast<char*>(out),
+                               out ? Clamp(room) : 0, nullptr, nullptr);
+}
+
+template <class In, class Out> size_t Convert(UINT page, const In* in, size_t count, Out* out, size_t capacity) {
+    // A room of 0 would make the system count instead of fail.
+    if (out && capacity == 0) return 0;
+    size_t written = 0;
+    while (count) {
+        const size_t piece = PieceLength(in, count);
+        if (out && written == capacity) return 0;
+        const int converted = ConvertPiece(page, in, piece, out ? out + written : nullptr, capacity - written);
+        if (converted <= 0) return 0;
+        written += static_cast<size_t>(converted);
+        in += piece;
+        count -= piece;
+    }
+    return written;
+}
+
+} // namespace
+
+size_t SystemCodePage::MaxBytesPerCharacter(CodePage page) {
+    CPINFO info{};
+    return GetCPInfo(Number(page), &info) ? info.MaxCharSize : 1;
+}
+
+size_t SystemCodePage::ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, size_t capacity) {
+    return Convert(Number(page), bytes, count, out, out ? capacity : 0);
+}
+
+size_t SystemCodePage::FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity) {
+    return Convert(Number(page), text, count, out, out ? capacity : 0);
+}

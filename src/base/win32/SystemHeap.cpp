@@ -1,0 +1,120 @@
+#include "base/SystemHeap.h"
+
+#include "base/List.h"
+#include "base/win32/Windows.h"
+
+#include <algorithm>
+#include <cstring>
+
+// Small blocks live in the process heap. A large one gets a range of addresses twice its size, of which
+// only what is used is backed by memory: it then grows in place for a long time, where the heap would
+// copy it (170 ms for 200 MB). Like all of the program this is used by one thread only.
+
+namespace {
+
+constexpr size_t LargeSize = size_t{1} << 20;
+// What the system aligns its ranges of addresses to; memory is committed in steps of the same size.
+constexpr size_t Granularity = 64 * 1024;
+
+// Stands at the start of the range; the block follows it.
+struct alignas(64) LargeBlock {
+    LargeBlock* next = nullptr;
+    LargeBlock* previous = nullptr;
+    size_t reserved = 0; // bytes from this header on, as is `committed`
+    size_t committed = 0;
+
+    uint8_t* Start() { return reinterpret_cast<uint8_t*>(this); }
+    uint8_t* Content() { return reinterpret_cast<uint8_t*>(this + 1); }
+};
+
+HANDLE processHeap = nullptr;
+List<LargeBlock> largeBlocks;
+
+// Objects of static life allocate before the start and free after the end.
+HANDLE ProcessHeap() {
+    if (!processHeap) processHeap = GetProcessHeap();
+    return processHeap;
+}
+
+size_t RoundUp(size_t bytes) { return (bytes + Granularity - 1) & ~(Granularity - 1); }
+
+// The header of `block`, or null when it is one of the process heap's. Few of those have an address
+// that makes the (short) list be walked.
+LargeBlock* LargeBlockOf(void* block) {
+    if (reinterpret_cast<uintptr_t>(block) % Granularity != sizeof(LargeBlock)) return nullptr;
+    LargeBlock* large = largeBlocks.head;
+    while (large && large->Content() != block) large = large->next;
+    return large;
+}
+
+void* AllocateLarge(size_t bytes) {
+    if (bytes > SIZE_MAX / 4) return nullptr;
+    const size_t needed = RoundUp(bytes + sizeof(LargeBlock));
+    size_t reserved = needed * 2;
+    void* range = VirtualAlloc(nullptr, reserved, MEM_RESERVE, PAGE_READWRITE);
+    if (!range) range = VirtualAlloc(nullptr, reserved = needed, MEM_RESERVE, PAGE_READWRITE);
+    if (!range) return nullptr;
+    if (!VirtualAlloc(range, needed, MEM_COMMIT, PAGE_READWRITE)) {
+        VirtualFree(range, 0, MEM_RELEASE);
+        return nullptr;
+    }
+    auto* const large = new (range) LargeBlock;
+    large->reserved = reserved;
+    large->committed = needed;
+    largeBlocks.Append(large);
+    return large->Content();
+}
+
+void FreeLarge(LargeBlock* large) {
+    largeBlocks.Remove(large);
+    VirtualFree(large, 0, MEM_RELEASE);
+}
+
+bool ResizeInPlace(LargeBlock* large, size_t oldBytes, size_t newBytes) {
+    if (newBytes > large->reserved - sizeof(LargeBlock)) return false;
+    const size_t needed = RoundUp(newBytes + sizeof(LargeBlock));
+    // Fresh pages are zero; what was committed before may hold remains of a longer block.
+    const size_t oldRoom = large->committed - sizeof(LargeBlock);
+    if (needed > large->committed) {
+        if (!VirtualAlloc(large->Start() + large->committed, needed - large->committed, MEM_COMMIT, PAGE_READWRITE))
+            return false;
+    } else if (needed < large->committed) {
+        VirtualFree(large->Start() + needed, large->committed - needed, MEM_DECOMMIT);
+    }
+    large->committed = needed;
+    if (newBytes > oldBytes) std::memset(large->Content() + oldBytes, 0, std::min(newBytes, oldRoom) - oldBytes);
+    return true;
+}
+
+} // namespace
+
+void SystemHeap::Start() { processHeap = GetProcessHeap(); }
+
+void SystemHeap::Stop() { processHeap = nullptr; }
+
+void* SystemHeap::Allocate(size_t bytes) {
+    return bytes < LargeSize ? HeapAlloc(ProcessHeap(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes);
+}
+
+void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
+    LargeBlock* const large = LargeBlockOf(block);
+    if (large) {
+        if (ResizeInPlace(large, oldBytes, newBytes)) return block;
+    } else if (newBytes < LargeSize) {
+        constexpr DWORD InPlace = HEAP_ZERO_MEMORY | HEAP_REALLOC_IN_PLACE_ONLY;
+        if (HeapReAlloc(ProcessHeap(), InPlace, block, newBytes)) return block;
+    }
+    void* const moved = Allocate(newBytes);
+    if (!moved) return nullptr;
+    std::memcpy(moved, block, std::min(oldBytes, newBytes));
+    Free(block);
+    return moved;
+}
+
+void SystemHeap::Free(void* block) {
+    LargeBlock* const large = LargeBlockOf(block);
+    if (large)
+        FreeLarge(large);
+    else
+        HeapFree(ProcessHeap(), 0, block);
+}
