@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/Types.h"
+
+class CommandTarget;
+
+// What Tab completes in a command's argument.
+namespace CompletionKind {
+constexpr uint32_t Nothing = 0;
+constexpr uint32_t SettingKeys = 1;
+constexpr uint32_t Directories = 2;
+constexpr uint32_t Files = 3;
+} // namespace CompletionKind
+
+namespace CommandFlag {
+constexpr uint32_t KeepCommandWindow = 1; // the command window is not hidden afterwards
+constexpr uint32_t StripQuotes = 2;       // the handler gets the argument without its outer double quotes
+} // namespace CommandFlag
+
+// `argument` is never null and may be empty.
+using CommandHandler = void (*)(CommandTarget& frame, const Char* argument);
+
+struct CommandRow {
+    const Char* longName;
+    const Char* shortName; // or null
+    CommandHandler handler;
+    uint32_t completion; // CompletionKind
+    uint32_t flags;      // CommandFlag bits
+};
+
+constexpr uint32_t CommandCount = 20;
+extern const CommandRow commandTable[CommandCount];
+
+// The first row whose long or short name equals `word` exactly; null when there is none.
+const CommandRow* FindCommand(const Char* word);

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "base/Types.h"
+#include "base/WString.h"
+
+class Document;
+class DocumentList;
+
+// A message box of the frame; the caption is always "Orvane".
+enum class MessageKind {
+    Information, // OK, information icon
+    Warning,     // OK, warning icon
+    YesNo,       // question icon
+    YesNoCancel, // question icon
+};
+
+enum class Answer { Ok, Yes, No, Cancel };
+
+// What the command language remembers from one line to the next. Nothing of it is saved.
+struct CommandState {
+    // External commands write into the one shared output document, and the command window stays open.
+    bool console = false;
+    WString sessionFile;   // set by the sessionfile command only
+    WString runningScript; // the file name last given to RunScript; kept after the script ends
+    uint32_t scriptDepth = 0;
+    // Set when scripts were nested too deeply: every running one ends, then it is cleared.
+    bool scriptsBrokenOff = false;
+};
+
+// What the command language, scripts, the command line and the file prompts need of the frame. The
+// frame implements it; tests use a fake. Operations on the active document do nothing when there is
+// no active pane.
+class CommandTarget {
+public:
+    CommandState commands;
+
+    // Documents. `path` is as the user gave it; it need not be absolute. `line` is 0-based, -1 for none.
+    virtual const DocumentList& Documents() const = 0;
+    virtual bool OpenText(const Char* path, int32_t line, bool isNew) = 0;
+    virtual bool OpenBinary(const Char* path) = 0;
+    // Makes an untitled document and shows it.
+    virtual void NewDocument() = 0;
+    // Saves as the Save command does; false when it failed or its dialog was cancelled.
+    virtual bool SaveDocument(Document& document) = 0;
+    // Brackets a run of opens and commands; they nest. What only the screen needs may wait for the last End.
+    virtual void BeginBatch() = 0;
+    virtual void EndBatch() = 0;
+
+    // The active document.
+    virtual const Char* ActiveDocumentName() const = 0;       // null without an active pane
+    virtual void SetActiveEngine(const Char* engineName) = 0; // an unknown name does nothing
+    virtual void MarkActiveAsOutput() = 0;
+    virtual void GoToLine(uint32_t line) = 0;       // 0-based
+    virtual void ToggleBookmark(uint32_t line) = 0; // 0-based; None32 is the caret's line
+    // Append to `out`; false only without memory. Without a word (or selection) nothing is appended.
+    virtual bool AppendWordAtCaret(WString& out) const = 0;
+    virtual bool AppendSelection(WString& out) const = 0; // empty selection: the word at the caret
+
+    // The shared output document: emptied if it exists; made if needed, shown and appended to.
+    virtual void ClearOutput() = 0;
+    virtual bool AppendOutput(const Char* text) = 0;
+    // Runs a command whose output is collected; both texts may contain tool variables. An empty
+    // directory is the current one. False when the run was not started.
+    virtual bool RunCapturedCommand(const Char* command, const Char* startDirectory) = 0;
+
+    // The command window.
+    virtual void SetCommandText(const Char* text) = 0;
+    virtual void HideCommandWindow() = 0;
+
+    // The frame.
+    virtual void LayOut() = 0;
+    virtual void RefreshTitle() = 0; // the title and status field 0
+    virtual void ReapplySettings() = 0;
+    virtual void ReloadOptions() = 0;
+    virtual void PostClose() = 0;   // leave, with the save prompts
+    virtual void PostQuitNow() = 0; // leave without them
+    virtual Answer AskUser(const Char* text, MessageKind kind) = 0;
+
+protected:
+    ~CommandTarget() = default;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/Types.h"
+
+// Virtual-key codes that the frame looks at, the system's own.
+namespace FrameKey {
+constexpr uint32_t Tab = 0x09;
+constexpr uint32_t Ctrl = 0x11;
+constexpr uint32_t Escape = 0x1B;
+constexpr uint32_t Digit0 = 0x30;
+constexpr uint32_t Digit9 = 0x39;
+} // namespace FrameKey
+
+// A key message and what it meets.
+struct KeyPress {
+    bool isDown = false; // neither: not a key message
+    bool isUp = false;
+    uint32_t key = 0;
+    bool shift = false;
+    bool ctrl = false;
+    bool alt = false;
+    bool recording = false; // a macro
+    bool playing = false;
+    bool switching = false; // the Ctrl+Tab flag
+    bool hasActivePane = false;
+};
+
+enum class KeyAction {
+    None,
+    SelectMacroSlot, // slot `index`
+    ShowDocument,    // document `index` of the opening order, if there is one
+    LeaveOutput,     // leave an output document
+    ShowLessRecent,  // next document in order of use; set the switching flag
+    ShowMoreRecent,  // the same the other way
+    FinishSwitching, // clear the flag and activate the active pane's view again
+};
+
+enum class Swallow { No, Yes, IfActed };
+
+struct KeyDecision {
+    KeyAction action = KeyAction::None;
+    uint32_t index = 0;
+    // What is not swallowed goes on to the macro recorder, while recording, and to its window.
+    Swallow swallow = Swallow::No;
+};
+
+// What the frame does with a key before its window gets it.
+KeyDecision DecideKey(const KeyPress& press);

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/WString.h"
+
+// Modifier bits of a recorded event.
+namespace MacroModifier {
+constexpr uint32_t Shift = 1;
+constexpr uint32_t Ctrl = 2;
+constexpr uint32_t Alt = 4;
+} // namespace MacroModifier
+
+// The system's message numbers that the recorder looks at.
+namespace MacroMessage {
+constexpr uint32_t KeyDown = 256;
+constexpr uint32_t KeyUp = 257;
+constexpr uint32_t Character = 258;
+constexpr uint32_t Command = 273;
+constexpr uint32_t FirstMouse = 512;
+constexpr uint32_t LastMouse = 525;
+} // namespace MacroMessage
+
+// One recorded message.
+struct MacroEvent : HeapObject {
+    uint32_t toFrame = 0; // 1: addressed to the frame's window, 0: to the active view's
+    uint32_t message = 0;
+    uint32_t firstParameter = 0;
+    uint32_t secondParameter = 0;
+    uint32_t modifiers = 0; // MacroModifier bits held down
+    MacroEvent* next = nullptr;
+};
+
+// The ten macro slots and whether one is being recorded or played.
+class Macros {
+public:
+    static constexpr uint32_t SlotCount = 10;
+
+    Macros() = default;
+    ~Macros();
+    Macros(const Macros&) = delete;
+    Macros& operator=(const Macros&) = delete;
+
+    bool IsRecording() const { return recording; }
+    bool IsPlaying() const { return playing; }
+    uint32_t State() const; // a MacroState value
+    uint32_t CurrentSlot() const { return current; }
+
+    // Makes `slot` (0 when it is none of the ten) the current one.
+    void SelectSlot(uint32_t slot);
+    // "Macro %u selected" for the current slot. False without memory.
+    bool SelectedText(WString& out) const;
+
+    // Starts a recording into the emptied slot, or ends it. False when nothing changed (while playing).
+    bool ToggleRecording();
+    // Records an event, if it is one to record. True: the message is to be swallowed.
+    bool RecordMessage(bool toFrame, uint32_t message, uint32_t firstParameter, uint32_t secondParameter,
+                       uint32_t modifiers);
+
+    // The Play command. While recording it only ends that: false, as while playing. True: the events
+    // from FirstEvent on are to be sent, in order, as long as IsPlaying; then StopPlayback.
+    bool BeginPlayback();
+    const MacroEvent* FirstEvent() const { return slots[current].head; }
+    // Breaks a playback off; also its regular end.
+    void StopPlayback() { playing = false; }
+
+private:
+    struct Slot {
+        MacroEvent* head = nullptr;
+        MacroEvent* tail = nullptr;
+    };
+
+    static void Empty(Slot& slot);
+
+    Slot slots[SlotCount];
+    uint32_t current = 0;
+    bool recording = false;
+    bool playing = false;
+};

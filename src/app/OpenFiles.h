@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/Types.h"
+#include "base/WString.h"
+
+class CommandTarget;
+
+// Opens a path, or every file that its wildcards match. `line` (0-based, -1 for none) applies to each
+// match. With `askToCreate` a path that matches nothing is created after a question. True when every
+// open succeeded.
+bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary);
+
+// Reads what an open dialog with multiple selection returned: one full path, or a directory and the
+// names in it, each ended by a NUL, with one more NUL behind the last.
+class SelectedFiles {
+public:
+    explicit SelectedFiles(const Char* result);
+
+    // The next full path; false behind the last one or without memory.
+    bool Next(WString& path);
+
+private:
+    const Char* directory; // empty when there is but one file
+    const Char* position;
+};
+
+// Opens each of them as an existing text file, in their order; one that fails does not stop the rest.
+void OpenSelectedFiles(CommandTarget& frame, const Char* result);
+
+// The filter list that the file dialogs expect, from a setting that separates its entries by "|".
+// NULs stand between the entries and two of them at the end. False without memory.
+bool MakeDialogFilter(const Char* fileTypes, WString& filter);
