@@ -1,0 +1,217 @@
+#include "SettingsTestSupport.h"
+#include "support/FailureInjection.h"
+
+namespace {
+
+class SetOptionTest : public SettingsTest {};
+
+TEST(ParseColour, ReadsRedGreenBlue) {
+    EXPECT_EQ(ParseColour(u"#0000FF"), 0xFF0000u);
+    EXPECT_EQ(ParseColour(u"#0000ff"), 0xFF0000u);
+    EXPECT_EQ(ParseColour(u"#123456"), 0x563412u);
+    EXPECT_EQ(ParseColour(u"#aBcDeF"), 0xEFCDABu);
+}
+
+TEST(ParseColour, AnythingTooShortOrWithoutHashIsBlack) {
+    for (const Char* text : {u"", u"#", u"#12345", u"0000ff", u"1234567", u" #ffffff", u"red"}) {
+        EXPECT_EQ(ParseColour(text), 0u) << testing::PrintToString(Str(text));
+    }
+}
+
+TEST(ParseColour, OtherCharactersCountAsZero) {
+    EXPECT_EQ(ParseColour(u"#zz0000"), 0u);
+    EXPECT_EQ(ParseColour(u"#1g2@3`"), 0x302010u);
+    EXPECT_EQ(ParseColour(u"#\uFF11f/f:f"), 0x0F0F0Fu);
+}
+
+TEST(ParseColour, IgnoresWhatFollows) { EXPECT_EQ(ParseColour(u"#112233445566"), 0x332211u); }
+
+TEST(AppendColour, WritesSixLowerCaseDigits) {
+    WString text;
+    EXPECT_TRUE(text.Assign(u"x"));
+    EXPECT_TRUE(AppendColour(text, Rgb(0x0A, 0xBC, 0xFF)));
+    EXPECT_TRUE(AppendColour(text, 0));
+    EXPECT_EQ(Str(text), u"x#0abcff#000000");
+}
+
+TEST(AppendColour, IsTheInverseOfParseColour) {
+    for (uint32_t step = 0; step < 4096; ++step) {
+        const Colour colour = step * 4099u & 0xFFFFFF;
+        WString text;
+        ASSERT_TRUE(AppendColour(text, colour));
+        ASSERT_EQ(ParseColour(text.Text()), colour);
+    }
+}
+
+TEST_F(SetOptionTest, MatchesSectionAndKeyWithoutRegardToCase) {
+    SetOption(nullptr, u"FONTSIZE", u"11");
+    EXPECT_EQ(settings.FontSize, 11u);
+    SetOption(u"gENERAL", u"fontsize", u"12");
+    EXPECT_EQ(settings.FontSize, 12u);
+    const std::vector<SettingChange> expected(2, SettingChange::Font);
+    EXPECT_EQ(changes, expected);
+}
+
+TEST_F(SetOptionTest, UnknownSectionOrKeyDoesNothing) {
+    SetOption(u"Other", u"FontSize", u"11");
+    SetOption(u"", u"FontSize", u"11");
+    SetOption(nullptr, u"FontSiz", u"11");
+    SetOption(nullptr, u"FontSize ", u"11");
+    SetOption(nullptr, u"", u"11");
+    EXPECT_EQ(settings.FontSize, 10u);
+    EXPECT_TRUE(changes.empty());
+    EXPECT_EQ(FindSetting(u"Unknown"), nullptr);
+}
+
+TEST_F(SetOptionTest, ConvertsByType) {
+    SetOption(nullptr, u"CaretWidth", u"3px");
+    SetOption(nullptr, u"KeywordFg", u"#0000FF");
+    SetOption(nullptr, u"QuickOpenPath", u"a;b");
+    EXPECT_EQ(settings.CaretWidth, 3u);
+    EXPECT_EQ(settings.KeywordFg, 0xFF0000u);
+    EXPECT_EQ(Str(settings.QuickOpenPath), u"a;b");
+    SetOption(nullptr, u"KeywordFg", u"0000ff");
+    EXPECT_EQ(settings.KeywordFg, 0u);
+}
+
+TEST_F(SetOptionTest, NullValueMakesAStringAbsentAndANumberZero) {
+    SetOption(nullptr, u"FontName", nullptr);
+    SetOption(nullptr, u"FontSize", nullptr);
+    SetOption(nullptr, u"SelFg", nullptr);
+    EXPECT_EQ(settings.FontName, nullptr);
+    EXPECT_EQ(settings.FontSize, 0u);
+    EXPECT_EQ(settings.SelFg, 0u);
+}
+
+TEST_F(SetOptionTest, AcceptsTheLiveStringItself) {
+    SetOption(nullptr, u"FontName", settings.FontName);
+    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    SetOption(nullptr, u"FontName", settings.FontName + 8);
+    EXPECT_EQ(Str(settings.FontName), u"New");
+}
+
+TEST_F(SetOptionTest, ChangesNoOtherCellNotEvenOnesThatFallBack) {
+    SetOption(nullptr, u"TextBg", u"#202020");
+    EXPECT_EQ(settings.TextBg, 0x202020u);
+    EXPECT_EQ(settings.CommentBg, 0xFFFFFFu);
+}
+
+TEST_F(SetOptionTest, FailingAllocationLeavesTheStringAbsent) {
+    FailEachAllocation([] {
+        SetOption(nullptr, u"FontName", u"Another");
+        const FailurePause pause;
+        if (!settings.FontName) return false;
+        EXPECT_EQ(Str(settings.FontName), u"Another");
+        return true;
+    });
+}
+
+TEST_F(SetOptionTest, FontSizeIsStoredAndTheFontRebuilt) {
+    SetFontSize(17);
+    EXPECT_EQ(settings.FontSize, 17u);
+    const std::vector<SettingChange> expected = {SettingChange::Font};
+    EXPECT_EQ(changes, expected);
+}
+
+class SetOptionCommand : public SettingsTest {};
+
+TEST_F(SetOptionCommand, LowerCaseKeyChangesTheSizeAndRebuildsTheFont) {
+    ExecuteSetOption(u"fontsize 14");
+    EXPECT_EQ(settings.FontSize, 14u);
+    const std::vector<SettingChange> expected = {SettingChange::Font};
+    EXPECT_EQ(changes, expected);
+}
+
+TEST_F(SetOptionCommand, ChangesNoFileUntilStored) {
+    IniFile file;
+    ASSERT_TRUE(ParseText(file, u"[General]\nFontSize=12\n"));
+    LoadSettings(file);
+    ExecuteSetOption(u"fontsize 14");
+    EXPECT_EQ(Str(file.FindSection(u"General")->GetString(u"FontSize", u"")), u"12");
+    ASSERT_TRUE(StoreSettingsToFile(file));
+    EXPECT_EQ(Str(file.FindSection(u"General")->GetString(u"FontSize", u"")), u"14");
+}
+
+TEST_F(SetOptionCommand, SkipsSpacesAndTabsBeforeEachWord) {
+    ExecuteSetOption(u" \t FontSize  \t 14");
+    EXPECT_EQ(settings.FontSize, 14u);
+}
+
+TEST_F(SetOptionCommand, ValueEndsAtASpaceAndTheRestIsIgnored) {
+    ExecuteSetOption(u"FontName Lucida Console");
+    EXPECT_EQ(Str(settings.FontName), u"Lucida");
+}
+
+TEST_F(SetOptionCommand, TabDoesNotEndAWord) {
+    ExecuteSetOption(u"FontName a\tb c");
+    EXPECT_EQ(Str(settings.FontName), u"a\tb");
+    ExecuteSetOption(u"FontSize\t14");
+    EXPECT_EQ(settings.FontSize, 10u);
+}
+
+TEST_F(SetOptionCommand, QuotedWordsHoldSpaces) {
+    ExecuteSetOption(u"FontName \"Lucida Console\" rest");
+    EXPECT_EQ(Str(settings.FontName), u"Lucida Console");
+    ExecuteSetOption(u"\"FontSize\" \"14\"");
+    EXPECT_EQ(settings.FontSize, 14u);
+}
+
+TEST_F(SetOptionCommand, ValueMayFollowAClosingQuoteDirectly) {
+    ExecuteSetOption(u"\"FontSize\"14");
+    EXPECT_EQ(settings.FontSize, 14u);
+}
+
+TEST_F(SetOptionCommand, QuotesInsideAWordAreOrdinary) {
+    ExecuteSetOption(u"FontName a\"b\"c");
+    EXPECT_EQ(Str(settings.FontName), u"a\"b\"c");
+}
+
+TEST_F(SetOptionCommand, UnclosedQuotedValueRunsToTheEnd) {
+    ExecuteSetOption(u"FontName \"Lucida Console");
+    EXPECT_EQ(Str(settings.FontName), u"Lucida Console");
+}
+
+TEST_F(SetOptionCommand, UnclosedKeyDoesNothing) {
+    for (const Char* argument : {u"", u"  ", u"FontSize", u"\"FontSize", u"\"FontSize 14"}) {
+        ExecuteSetOption(argument);
+        EXPECT_EQ(settings.FontSize, 10u);
+    }
+    EXPECT_TRUE(changes.empty());
+}
+
+TEST_F(SetOptionCommand, KeyAndASpaceAloneSetTheEmptyValue) {
+    ExecuteSetOption(u"FontSize ");
+    EXPECT_EQ(settings.FontSize, 0u);
+    ExecuteSetOption(u"LineNumBg  ");
+    EXPECT_EQ(settings.LineNumBg, 0u);
+    ExecuteSetOption(u"FontName ");
+    ASSERT_NE(settings.FontName, nullptr);
+    EXPECT_EQ(Str(settings.FontName), u"");
+    ExecuteSetOption(u"\"QuickOpenPath\"");
+    EXPECT_EQ(Str(settings.QuickOpenPath), u"");
+    ExecuteSetOption(u"TextFileTypes \"\"");
+    EXPECT_EQ(Str(settings.TextFileTypes), u"");
+}
+
+TEST_F(SetOptionCommand, UnknownKeyDoesNothing) {
+    ExecuteSetOption(u"Unknown 1");
+    ExecuteSetOption(u"\"\" 1");
+    EXPECT_TRUE(changes.empty());
+}
+
+TEST_F(SetOptionCommand, FailingAllocationLeavesTheSettingOrMakesItAbsent) {
+    const uint64_t failures = FailEachAllocation([] {
+        {
+            const FailurePause pause;
+            SetOption(nullptr, u"FontName", u"Before");
+        }
+        ExecuteSetOption(u"FontName After");
+        const FailurePause pause;
+        const std::u16string now = Str(settings.FontName);
+        EXPECT_TRUE(now == u"Before" || now == u"After" || now == u"(null)");
+        return now == u"After";
+    });
+    EXPECT_EQ(failures, 3u);
+}
+
+} // namespace
