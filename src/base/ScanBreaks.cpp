@@ -1,0 +1,182 @@
+#include "base/ScanBreaks.h"
+
+#include <bit>
+#include <emmintrin.h>
+
+// The vector loops take whole vectors while so many are left and hand the rest to the plain versions, so
+// that nothing outside the input is read. A vector with something special in it is taken up to there,
+// and the next step starts behind it: unaligned loads cost nothing worth avoiding.
+
+namespace {
+
+using Scan::BreakCounts;
+using Scan::Copied;
+
+constexpr size_t Bytes = 16;     // in a vector
+constexpr size_t Characters = 8; // in a vector
+
+__m128i Load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
+
+void Store(void* to, __m128i value) { _mm_storeu_si128(static_cast<__m128i*>(to), value); }
+
+unsigned Mask(__m128i value) { return static_cast<unsigned>(_mm_movemask_epi8(value)); }
+
+// Index of the first character whose lane a mask of bytes marks.
+size_t FirstCharacter(unsigned mask) { return static_cast<size_t>(std::countr_zero(mask)) / 2; }
+
+void CopyFew(const Char* from, size_t count, Char* to) {
+    for (size_t i = 0; i < count; ++i) to[i] = from[i];
+}
+
+// Sums the bytes of vectors that are 0 or -1. A byte holds 255 of them, then they are added up.
+class ByteSum {
+public:
+    void Add(__m128i marks) {
+        counts = _mm_sub_epi8(counts, marks);
+        if (++steps == 255) Flush();
+    }
+    size_t Total() {
+        Flush();
+        return static_cast<size_t>(_mm_cvtsi128_si64(_mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums))));
+    }
+
+private:
+    void Flush() {
+        sums = _mm_add_epi64(sums, _mm_sad_epu8(counts, _mm_setzero_si128()));
+        counts = _mm_setzero_si128();
+        steps = 0;
+    }
+
+    __m128i counts = _mm_setzero_si128();
+    __m128i sums = _mm_setzero_si128();
+    unsigned steps = 0;
+};
+
+} // namespace
+
+Copied Scan::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCounts& breaks) {
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i space = _mm_set1_epi8(' ');
+    const __m128i lineFeed = _mm_set1_epi8('\n');
+    const __m128i carriageReturn = _mm_set1_epi8('\r');
+    ByteSum lineFeeds;
+    Copied done;
+    while (done.taken + Bytes <= count) {
+        __m128i block = Load(bytes + done.taken);
+        if (Mask(block)) break;
+        block = _mm_or_si128(block, _mm_and_si128(_mm_cmpeq_epi8(block, zero), space));
+        // Fewer characters are written than bytes taken, so that whole vectors always have room.
+        Store(out + done.written, _mm_unpacklo_epi8(block, zero));
+        Store(out + done.written + Characters, _mm_unpackhi_epi8(block, zero));
+        const __m128i feeds = _mm_cmpeq_epi8(block, lineFeed);
+        const unsigned returns = Mask(_mm_cmpeq_epi8(block, carriageReturn));
+        if (!returns) {
+            lineFeeds.Add(feeds);
+            done.taken += Bytes;
+            done.written += Bytes;
+            continue;
+        }
+        const size_t before = static_cast<size_t>(std::countr_zero(returns));
+        for (unsigned rest = Mask(feeds) & ((1u << before) - 1); rest; rest &= rest - 1) ++breaks.lineFeeds;
+        ++breaks.returns;
+        out[done.written + before] = u'\n';
+        done.written += before + 1;
+        done.taken += before + 1;
+        if (done.taken < count && bytes[done.taken] == '\n') ++done.taken;
+    }
+    breaks.lineFeeds += lineFeeds.Total();
+    const Copied rest = Reference::WidenText(bytes + done.taken, count - done.taken, out + done.written, breaks);
+    return {done.taken + rest.taken, done.written + rest.written};
+}
+
+Copied Scan::CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakCounts& breaks) {
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i lineFeed = _mm_set1_epi16(u'\n');
+    const __m128i carriageReturn = _mm_set1_epi16(u'\r');
+    ByteSum lineFeedBytes;
+    Copied done;
+    while (done.taken + Characters <= count) {
+        const __m128i block = Load(text + done.taken);
+        const __m128i feeds = _mm_cmpeq_epi16(block, lineFeed);
+        const unsigned stops = Mask(_mm_or_si128(_mm_cmpeq_epi16(block, carriageReturn), _mm_cmpeq_epi16(block, zero)));
+        if (!stops) {
+            Store(out + done.written, block);
+            lineFeedBytes.Add(feeds);
+            done.taken += Characters;
+            done.written += Characters;
+            continue;
+        }
+        // Only what stands before the stop is written: in place, the rest may be input still to come.
+        const size_t before = FirstCharacter(stops);
+        for (size_t i = 0; i < before; ++i) breaks.lineFeeds += text[done.taken + i] == u'\n';
+        CopyFew(text + done.taken, before, out + done.written);
+        done.taken += before;
+        done.written += before;
+        if (text[done.taken] == 0) break;
+        ++breaks.returns;
+        out[done.written++] = u'\n';
+        ++done.taken;
+        if (done.taken < count && text[done.taken] == u'\n') ++done.taken;
+    }
+    breaks.lineFeeds += lineFeedBytes.Total() / sizeof(Char);
+    const Copied rest = Reference::CopyWithLineFeeds(text + done.taken, count - done.taken, out + done.written, breaks);
+    return {done.taken + rest.taken, done.written + rest.written};
+}
+
+Copied Scan::CopyWithReturns(const Char* text, size_t count, Char* out, size_t capacity) {
+    const __m128i lineFeed = _mm_set1_epi16(u'\n');
+    Copied done;
+    while (done.taken + Characters <= count && done.written + Characters < capacity) {
+        const __m128i block = Load(text + done.taken);
+        Store(out + done.written, block);
+        const unsigned feeds = Mask(_mm_cmpeq_epi16(block, lineFeed));
+        if (!feeds) {
+            done.taken += Characters;
+            done.written += Characters;
+            continue;
+        }
+        const size_t before = FirstCharacter(feeds);
+        out[done.written + before] = u'\r';
+        out[done.written + before + 1] = u'\n';
+        done.taken += before + 1;
+        done.written += before + 2;
+    }
+    const Copied rest =
+        Reference::CopyWithReturns(text + done.taken, count - done.taken, out + done.written, capacity - done.written);
+    return {done.taken + rest.taken, done.written + rest.written};
+}
+
+Copied Scan::Reference::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCounts& breaks) {
+    Copied done;
+    while (done.taken < count && bytes[done.taken] < 0x80) {
+        const uint8_t byte = bytes[done.taken++];
+        breaks.lineFeeds += byte == '\n';
+        breaks.returns += byte == '\r';
+        if (byte == '\r' && done.taken < count && bytes[done.taken] == '\n') ++done.taken;
+        out[done.written++] = byte == '\r' ? u'\n' : byte == 0 ? u' ' : Char{byte};
+    }
+    return done;
+}
+
+Copied Scan::Reference::CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakCounts& breaks) {
+    Copied done;
+    while (done.taken < count && text[done.taken] != 0) {
+        const Char c = text[done.taken++];
+        breaks.lineFeeds += c == u'\n';
+        breaks.returns += c == u'\r';
+        if (c == u'\r' && done.taken < count && text[done.taken] == u'\n') ++done.taken;
+        out[done.written++] = c == u'\r' ? u'\n' : c;
+    }
+    return done;
+}
+
+Copied Scan::Reference::CopyWithReturns(const Char* text, size_t count, Char* out, size_t capacity) {
+    Copied done;
+    for (; done.taken < count; ++done.taken) {
+        const Char c = text[done.taken];
+        if (done.written + (c == u'\n' ? 2 : 1) > capacity) break;
+        if (c == u'\n') out[done.written++] = u'\r';
+        out[done.written++] = c;
+    }
+    return done;
+}
