@@ -26,18 +26,21 @@ public:
     // Adds an entry at the head; the oldest makes way when the cache is full.
     void Add(uint32_t line, uint32_t offset);
     // Entries behind `position` move by the inserted characters and lines.
-    void Inserted(uint32_t position, uint32_t count, uint32_t newLines);
-    // Entries in [position, position + count] go; those behind move back.
-    void Deleted(uint32_t position, uint32_t count, uint32_t newLines);
+    void Inserted(uint32_t position, uint32_t characters, uint32_t newLines);
+    // Entries in [position, position + characters] go; those behind move back.
+    void Deleted(uint32_t position, uint32_t characters, uint32_t newLines);
     void Clear();
 
     const LineCacheEntry* Head() const { return entries.head; }
     uint32_t Count() const { return count; }
 
 private:
+    LineCacheEntry* TakeEntry();
+
     // The entries live inside the object: a look-up must not fail for want of memory.
     LineCacheEntry storage[Limit] = {};
     List<LineCacheEntry> entries;
-    List<LineCacheEntry> unused;
-    uint32_t count = 0;
+    List<LineCacheEntry> unused; // given back by Deleted
+    uint32_t count = 0;          // of `entries`
+    uint32_t taken = 0;          // of `storage`, ever handed out
 };

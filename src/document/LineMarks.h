@@ -30,13 +30,20 @@ public:
     // False only without memory.
     bool ToggleBookmark(uint32_t line);
     void ClearBookmarks();
-    // Marks behind `line` follow lines that came in or went away.
+    // `count` lines came in behind `line`: the marks behind it follow.
     void LinesInserted(uint32_t line, uint32_t count);
+    // The `count` lines behind `line` went away, and the marks on them; those further down follow.
     void LinesDeleted(uint32_t line, uint32_t count);
-    // The reverse of LinesInserted: every mark behind `line` moves back, none is dropped.
+    // The reverse of LinesInserted: every mark behind `line` moves back by `count` (to 0 at least); those
+    // that meet on one line become one.
     void LinesTakenBack(uint32_t line, uint32_t count);
     void Clear();
 
 private:
+    LineMark* FirstBehind(uint32_t line) const;
+    // Links `mark` at its place, looked for from `before` (null: at the head) backwards.
+    void InsertInOrder(LineMark* mark, LineMark* before);
+    void Remove(LineMark* mark);
+
     List<LineMark> marks;
 };

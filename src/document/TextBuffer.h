@@ -52,9 +52,10 @@ public:
     uint32_t GetLineCount() const { return lineCount; }
     bool IsReadOnly() const { return readOnly != 0; }
     bool IsOutput() const { return isOutput != 0; }
-    // Sets or clears both output flags.
+    // Makes this an output document, which nobody can type into.
     void MarkAsOutput() { readOnly = isOutput = 1; }
-    // Empties the text and forgets undo and redo (the shared output document's `cls`, a rerun command).
+    // Empties the text and forgets undo, redo and marks; the path, the engine and a running command stay.
+    // True always.
     bool EmptyAndResetUndo();
 
     // Offsets and lines. A line past the end yields the start of the last one; no column is clamped.
@@ -77,6 +78,7 @@ public:
     bool CommitEdit();
 
     // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was.
+    // `column` counts in the caret line of `view`, which is made the edit line first.
     bool TypeChar(DocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
     bool NewLine(DocumentView* view, uint32_t column);
     bool DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t count);
@@ -85,8 +87,15 @@ public:
 
     // Undo.
     bool PerformAndPush(UndoRecord* record); // takes ownership, also on failure
+    // What is pushed between the two is one step. A group that could not be begun must not be ended.
     bool BeginGroup();
     bool EndGroup();
+    // Instead of EndGroup, when a part of the step has failed: takes back and forgets what was done since
+    // the innermost open BeginGroup. Needs no memory. What could be redone before the group's first
+    // change stays lost.
+    void AbandonGroup();
+    // One step back or forth; with nothing to undo (redo) a success. False without memory: the document
+    // is then as it was.
     bool Undo();
     bool Redo();
     // The next typed character starts a step of its own.
@@ -134,16 +143,50 @@ private:
 
     uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
 
+    // Room for `characters` and their terminator.
     bool EnsureCapacity(uint64_t characters);
     // Change the store, the line cache and the line count; views and undo are the caller's.
     bool InsertIntoStore(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines);
     void DeleteFromStore(uint32_t offset, uint32_t count, uint32_t newLines);
-    void EditLineChanged();
+    // Makes the caret line of `view` the edit line. False when there is no such line or no memory.
+    bool OpenCaretLine(const DocumentView* view);
+    // Takes the record over (null: no memory for it), sets it up and performs it.
+    bool PushLineEdit(LineEdit* record, uint32_t column, const Char* changed, uint32_t count, Char replaced);
+    bool ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint32_t column, bool notifyEngine);
+    bool BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, uint32_t offset,
+                           const WString& inserted);
+    // Whether the edit line as it stands may change the colouring of the lines below.
+    bool EditLineReachesOn() const { return engine && engine->MayChangeState(editLine.Text(), editLine.Length()); }
+    void RepaintEdited(uint32_t line, bool reachesOn) { reachesOn ? RepaintAll() : RepaintLines(line, line); }
     void DropEditLine() { editLineNo = None32; }
-    void FreeRecords(UndoRecord*& head);
+    void CloseEditLine();
+
+    uint64_t PeakOfStep(const UndoRecord* head, bool undoing) const;
+    bool Step(UndoRecord*& from, UndoRecord*& to, bool undoing);
+    bool PushMarker(uint32_t state);
+    // The pending edits at the head of the list now live in the store.
+    static void MarkCommitted(UndoRecord* head);
+    static void FreeRecords(UndoRecord*& head);
+
+    struct Search {
+        const Char* pattern;
+        uint32_t count;
+        bool matchCase;
+        bool wholeWord;
+    };
+    // The first match in [from, end), and the last in [lowest, from); None32 without one.
+    uint32_t FindFrom(const Search& search, uint32_t from, uint32_t end) const;
+    uint32_t FindBelow(const Search& search, uint32_t from, uint32_t lowest) const;
+
+    bool HasView(const DocumentView* view) const;
+    // With `destroyViews` the views go, else their carets move to the start.
     void Clear(bool destroyViews);
+    void DestroyViews();
     void FreeStore();
     void ChooseOwnEngine();
+    // The text was appended to: opens the edit line anew and takes along the carets that stood at the
+    // old end.
+    void FollowEnd(uint32_t oldLine, uint32_t oldColumn);
 
     // path, title, engineName and refCount come first, in DocumentBase.
     Char* text = nullptr;

@@ -19,12 +19,14 @@ public:
     };
 
     virtual ~UndoRecord() = default;
+    // False only without memory; nothing has changed then.
     virtual bool Undo() { return true; }
     virtual bool Redo() { return true; }
 
     uint32_t state;
     uint32_t serial; // process-wide, counted up for every record made
     UndoRecord* next = nullptr;
+    int64_t growth = 0; // characters that the text gains by Redo and loses by Undo
 
 protected:
     explicit UndoRecord(uint32_t initialState);
@@ -65,9 +67,19 @@ public:
 
 protected:
     TextEdit(TextBuffer* owner, uint32_t initialState, bool deletes);
-    bool CaptureViews();
+    // Takes down the text and the place, then every view. False without memory.
+    bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
+    // Puts `text` into the store, or takes it out again. Only an insertion can fail.
+    bool ChangeStore(bool remove);
+    // To be called after the store was changed back, and forwards.
     void RestoreBefore();
     void ApplyAfter();
+
+private:
+    bool CaptureViews();
+    void CaptureView(ViewState& state, DocumentView* view) const;
+    bool Holds(const DocumentView* view) const;
+    void RefreshLaterViews();
 };
 
 class InsertEdit final : public TextEdit {
@@ -87,10 +99,19 @@ public:
 class LineEdit final : public TextEdit {
 public:
     LineEdit(TextBuffer* owner, bool deletes) : TextEdit(owner, InEditLine, deletes) {}
+    // The changed text is typed, or stands already, at `atColumn` of the edit line.
     bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
     bool Undo() override;
     bool Redo() override;
+    // Whether a character typed at `atColumn` belongs to the same run of typing.
+    bool Continues(Char typed, uint32_t atColumn) const;
 
     uint32_t column = 0;
-    Char replaced = 0; // what an overwriting keystroke replaced; 0 when it inserted
+    Char replaced = 0;   // what an overwriting keystroke replaced; 0 when it inserted
+    bool closed = false; // takes no further characters
+
+private:
+    // Forwards, or `back`, where the change lives.
+    bool ChangeCommitted(bool back);
+    bool ChangeEditLine(bool back);
 };

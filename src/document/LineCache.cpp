@@ -1,0 +1,76 @@
+#include "document/LineCache.h"
+
+namespace {
+
+uint32_t Distance(uint32_t left, uint32_t right) { return left > right ? left - right : right - left; }
+
+uint32_t FloorSubtract(uint32_t from, uint32_t amount) { return from > amount ? from - amount : 0; }
+
+// The list is walked from its head and only a smaller distance wins, so that a tie goes to the entry
+// added more recently.
+const LineCacheEntry* Nearest(const LineCacheEntry* head, uint32_t LineCacheEntry::*field, uint32_t value) {
+    const LineCacheEntry* best = head;
+    for (const LineCacheEntry* entry = head; entry; entry = entry->next) {
+        if (Distance(entry->*field, value) < Distance(best->*field, value)) best = entry;
+    }
+    return best;
+}
+
+} // namespace
+
+const LineCacheEntry* LineCache::NearestLine(uint32_t line) const {
+    return Nearest(entries.head, &LineCacheEntry::line, line);
+}
+
+const LineCacheEntry* LineCache::NearestOffset(uint32_t offset) const {
+    return Nearest(entries.head, &LineCacheEntry::offset, offset);
+}
+
+void LineCache::Add(uint32_t line, uint32_t offset) {
+    LineCacheEntry* entry = TakeEntry();
+    entry->line = line;
+    entry->offset = offset;
+    entries.Prepend(entry);
+    ++count;
+}
+
+LineCacheEntry* LineCache::TakeEntry() {
+    if (count == Limit) {
+        LineCacheEntry* oldest = entries.tail;
+        entries.Remove(oldest);
+        --count;
+        return oldest;
+    }
+    if (LineCacheEntry* entry = unused.TakeHead()) return entry;
+    return &storage[taken++];
+}
+
+void LineCache::Inserted(uint32_t position, uint32_t characters, uint32_t newLines) {
+    for (LineCacheEntry* entry = entries.head; entry; entry = entry->next) {
+        if (entry->offset <= position) continue;
+        entry->offset += characters;
+        entry->line += newLines;
+    }
+}
+
+void LineCache::Deleted(uint32_t position, uint32_t characters, uint32_t newLines) {
+    const uint64_t end = uint64_t{position} + characters;
+    for (LineCacheEntry *entry = entries.head, *next; entry; entry = next) {
+        next = entry->next;
+        if (entry->offset < position) continue;
+        if (entry->offset > end) {
+            entry->line = FloorSubtract(entry->line, newLines);
+            entry->offset = FloorSubtract(entry->offset, characters);
+            continue;
+        }
+        entries.Remove(entry);
+        unused.Append(entry);
+        --count;
+    }
+}
+
+void LineCache::Clear() {
+    entries = {};
+    unused = {};
+    count = taken = 0;
+}

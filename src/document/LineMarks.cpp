@@ -1,0 +1,98 @@
+#include "document/LineMarks.h"
+
+LineMark* LineMarks::Find(uint32_t line) const {
+    LineMark* mark = marks.head;
+    while (mark && mark->line < line) mark = mark->next;
+    return mark && mark->line == line ? mark : nullptr;
+}
+
+LineMark* LineMarks::Next(uint32_t line, uint32_t mask, bool inclusive) const {
+    for (LineMark* mark = marks.head; mark; mark = mark->next) {
+        if ((mark->flags & mask) && (mark->line > line || (inclusive && mark->line == line))) return mark;
+    }
+    return nullptr;
+}
+
+LineMark* LineMarks::Previous(uint32_t line, uint32_t mask, bool inclusive) const {
+    for (LineMark* mark = marks.tail; mark; mark = mark->previous) {
+        if ((mark->flags & mask) && (mark->line < line || (inclusive && mark->line == line))) return mark;
+    }
+    return nullptr;
+}
+
+LineMark* LineMarks::FirstBehind(uint32_t line) const {
+    LineMark* mark = marks.head;
+    while (mark && mark->line <= line) mark = mark->next;
+    return mark;
+}
+
+bool LineMarks::ToggleBookmark(uint32_t line) {
+    if (LineMark* mark = Find(line)) {
+        mark->flags &= ~LineMark::Bookmark;
+        if (mark->flags == 0) Remove(mark);
+        return true;
+    }
+    auto* mark = new LineMark;
+    if (!mark) return false;
+    mark->line = line;
+    mark->flags = LineMark::Bookmark;
+    InsertInOrder(mark, marks.tail);
+    return true;
+}
+
+void LineMarks::ClearBookmarks() {
+    for (LineMark *mark = marks.head, *next; mark; mark = next) {
+        next = mark->next;
+        mark->flags &= ~LineMark::Bookmark;
+        if (mark->flags == 0) Remove(mark);
+    }
+}
+
+void LineMarks::LinesInserted(uint32_t line, uint32_t count) {
+    for (LineMark* mark = FirstBehind(line); mark; mark = mark->next) mark->line += count;
+}
+
+void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
+    const uint64_t lastDeleted = uint64_t{line} + count;
+    for (LineMark *mark = FirstBehind(line), *next; mark; mark = next) {
+        next = mark->next;
+        const bool survives =
+            mark->line > lastDeleted && (!mark->previous || mark->line - count > mark->previous->line);
+        if (survives) {
+            mark->line -= count;
+        } else {
+            Remove(mark);
+        }
+    }
+}
+
+void LineMarks::LinesTakenBack(uint32_t line, uint32_t count) {
+    for (LineMark *mark = FirstBehind(line), *next; mark; mark = next) {
+        next = mark->next;
+        mark->line = mark->line > count ? mark->line - count : 0;
+        LineMark* before = mark->previous;
+        // A mark on one of the lines that go away lands above `line`, maybe among the marks there.
+        if (!before || before->line < mark->line) continue;
+        marks.Remove(mark);
+        InsertInOrder(mark, before);
+    }
+}
+
+void LineMarks::Clear() {
+    while (LineMark* mark = marks.TakeHead()) delete mark;
+}
+
+void LineMarks::InsertInOrder(LineMark* mark, LineMark* before) {
+    while (before && before->line > mark->line) before = before->previous;
+    if (before && before->line == mark->line) {
+        before->flags |= mark->flags;
+        delete mark;
+        return;
+    }
+    marks.InsertAfter(before, mark);
+}
+
+void LineMarks::Remove(LineMark* mark) {
+    marks.Remove(mark);
+    delete mark;
+}

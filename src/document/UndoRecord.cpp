@@ -1,0 +1,150 @@
+#include "document/UndoRecord.h"
+
+#include "base/Scan.h"
+#include "document/TextBuffer.h"
+
+namespace {
+
+uint32_t lastSerial = 0;
+
+} // namespace
+
+UndoRecord::UndoRecord(uint32_t initialState) : state(initialState), serial(++lastSerial) {}
+
+TextEdit::TextEdit(TextBuffer* owner, uint32_t initialState, bool deletes)
+    : UndoRecord(initialState), document(owner), isDelete(deletes) {}
+
+TextEdit::~TextEdit() {
+    while (ViewState* further = views.next) {
+        views.next = further->next;
+        delete further;
+    }
+}
+
+bool TextEdit::SetUpEdit(uint32_t offset, const Char* changed, uint32_t length) {
+    if (!text.Assign(changed, length)) return false;
+    position = offset;
+    count = length;
+    growth = isDelete ? -int64_t{length} : int64_t{length};
+    newLines = static_cast<uint32_t>(Scan::CountLineFeeds(changed, length));
+    return CaptureViews();
+}
+
+bool TextEdit::CaptureViews() {
+    ViewState* state = &views;
+    for (const ViewNode* node = document->views.head; node; node = node->next) {
+        if (state->view) {
+            state->next = new ViewState;
+            state = state->next;
+            if (!state) return false;
+        }
+        CaptureView(*state, node->view);
+    }
+    return true;
+}
+
+void TextEdit::CaptureView(ViewState& state, DocumentView* view) const {
+    const uint64_t end = uint64_t{position} + count;
+    state.view = view;
+    state.anchorBefore = state.anchorAfter = view->SelectionAnchor();
+    state.caretBefore = state.caretAfter = view->CaretOffset();
+    state.topLineBefore = state.topLineAfter = view->TopLine();
+
+    // The caret is compared with the end of the change, the anchor with its start; that is meant so.
+    const bool before = state.anchorBefore < position && state.caretBefore < end;
+    if (!before && state.anchorBefore >= end && state.caretBefore >= end) {
+        state.anchorAfter = isDelete ? state.anchorBefore - count : state.anchorBefore + count;
+        state.caretAfter = isDelete ? state.caretBefore - count : state.caretBefore + count;
+    } else if (!before) {
+        state.anchorAfter = state.caretAfter = isDelete ? position : static_cast<uint32_t>(end);
+    }
+
+    const uint32_t topStart = document->LineToOffset(state.topLineBefore);
+    if (topStart < position) return;
+    if (topStart < end) {
+        uint32_t lineStart = 0;
+        state.topLineAfter = document->OffsetToLine(position, lineStart);
+    } else if (!isDelete) {
+        state.topLineAfter += newLines;
+    } else {
+        state.topLineAfter -= newLines < state.topLineAfter ? newLines : state.topLineAfter;
+    }
+}
+
+bool TextEdit::ChangeStore(bool remove) {
+    if (!remove) return document->InsertIntoStore(position, text.Text(), count, newLines);
+    document->DeleteFromStore(position, count, newLines);
+    return true;
+}
+
+bool TextEdit::Undo() {
+    if (!ChangeStore(!isDelete)) return false;
+    RestoreBefore();
+    return true;
+}
+
+bool TextEdit::Redo() {
+    if (!ChangeStore(isDelete)) return false;
+    ApplyAfter();
+    return true;
+}
+
+void TextEdit::RestoreBefore() {
+    for (const ViewState* state = &views; state; state = state->next) {
+        if (!document->HasView(state->view)) continue;
+        state->view->SetTopLine(state->topLineBefore);
+        state->view->SelectRange(state->anchorBefore, state->caretBefore);
+    }
+    RefreshLaterViews();
+    if (newLines) {
+        uint32_t lineStart = 0;
+        const uint32_t line = document->OffsetToLine(position, lineStart);
+        if (isDelete) {
+            document->marks.LinesInserted(line, newLines);
+        } else {
+            document->marks.LinesTakenBack(line, newLines);
+        }
+    }
+    document->RepaintAll();
+}
+
+void TextEdit::ApplyAfter() {
+    const uint32_t caret = isDelete ? position : position + count;
+    for (const ViewState* state = &views; state; state = state->next) {
+        if (!document->HasView(state->view)) continue;
+        state->view->SetTopLine(state->topLineAfter);
+        state->view->SelectRange(caret, caret);
+    }
+    RefreshLaterViews();
+    if (newLines) {
+        uint32_t lineStart = 0;
+        const uint32_t line = document->OffsetToLine(position, lineStart);
+        if (isDelete) {
+            document->marks.LinesDeleted(line, newLines);
+        } else {
+            document->marks.LinesInserted(line, newLines);
+        }
+    }
+    document->RepaintAll();
+}
+
+bool TextEdit::Holds(const DocumentView* view) const {
+    const ViewState* state = &views;
+    while (state && state->view != view) state = state->next;
+    return state != nullptr;
+}
+
+// A view made after this record was set up keeps its offsets, but the line and column that they stand for
+// have changed under it.
+void TextEdit::RefreshLaterViews() {
+    for (const ViewNode* node = document->views.head; node; node = node->next) {
+        DocumentView* view = node->view;
+        if (!Holds(view)) view->SelectRange(view->SelectionAnchor(), view->CaretOffset());
+    }
+}
+
+bool InsertEdit::SetUp(uint32_t offset, const Char* inserted, uint32_t length) {
+    return SetUpEdit(offset, inserted, length);
+}
+
+bool DeleteEdit::SetUp(uint32_t offset, uint32_t length) { return SetUpEdit(offset, document->text + offset, length); }
