@@ -1,14 +1,14 @@
 #include "settings/win32/DrawingObjects.h"
 
+#include "base/win32/Handles.h"
 #include "settings/Settings.h"
-#include "settings/win32/GdiGuards.h"
 
 namespace {
 
 constexpr int DotSize = 2;
 
-GdiObject<HFONT> font;
-GdiObject<HBITMAP> spaceDot;
+HFONT font = nullptr;
+HBITMAP spaceDot = nullptr;
 TEXTMETRICW metrics = {};
 int spaceWidth = 0;
 uint32_t fontGeneration = 0;
@@ -18,14 +18,27 @@ void (*metricsListener)() = nullptr;
 struct BrushRole {
     SettingChange change;
     const Colour& colour;
-    GdiObject<HBRUSH> brush;
+    HBRUSH brush = nullptr;
 };
 
-BrushRole margin{SettingChange::MarginBrush, settings.MarginColor, {}};
-BrushRole bookmark{SettingChange::BookmarkBrush, settings.BookmarkColor, {}};
-BrushRole background{SettingChange::BackgroundBrush, settings.TextBg, {}};
-BrushRole selection{SettingChange::SelectionBrush, settings.SelBg, {}};
+BrushRole margin{SettingChange::MarginBrush, settings.MarginColor};
+BrushRole bookmark{SettingChange::BookmarkBrush, settings.BookmarkColor};
+BrushRole background{SettingChange::BackgroundBrush, settings.TextBg};
+BrushRole selection{SettingChange::SelectionBrush, settings.SelBg};
 BrushRole* const brushRoles[] = {&margin, &bookmark, &background, &selection};
+
+template <class Handle> void Destroy(Handle& object) {
+    if (object) DeleteObject(object);
+    object = nullptr;
+}
+
+// The old object stays when the new one could not be made.
+template <class Handle> bool Replace(Handle& object, Handle made) {
+    if (!made) return false;
+    Destroy(object);
+    object = made;
+    return true;
+}
 
 int AtLeastOne(LONG measure) { return measure > 0 ? static_cast<int>(measure) : 1; }
 
@@ -44,7 +57,7 @@ HFONT MakeFont() {
 }
 
 void Measure(HDC dc) {
-    const SelectedObject selected(dc, font);
+    const Selection selected(dc, font);
     GetTextMetricsW(dc, &metrics);
     RECT space = {};
     DrawTextW(dc, L" ", 1, &space, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
@@ -52,19 +65,19 @@ void Measure(HDC dc) {
 }
 
 bool RebuildSpaceDot(HDC screen, HDC memory) {
-    if (!spaceDot.Replace(CreateCompatibleBitmap(screen, DotSize, DotSize))) return false;
-    const SelectedObject selected(memory, spaceDot);
-    const GdiObject<HBRUSH> brush(CreateSolidBrush(settings.SpaceColor));
+    if (!Replace(spaceDot, CreateCompatibleBitmap(screen, DotSize, DotSize))) return false;
+    const Selection selected(memory, spaceDot);
+    const GdiObject brush(CreateSolidBrush(settings.SpaceColor));
     const RECT all = {0, 0, DotSize, DotSize};
-    return FillRect(memory, &all, brush) != 0;
+    return FillRect(memory, &all, static_cast<HBRUSH>(brush.Get())) != 0;
 }
 
 bool RebuildFont() {
-    if (!font.Replace(MakeFont())) return false;
-    const ScreenDc screen;
-    const MemoryDc memory(screen);
-    Measure(memory);
-    const bool dotMade = RebuildSpaceDot(screen, memory);
+    if (!Replace(font, MakeFont())) return false;
+    const WindowDc screen(nullptr);
+    const MemoryDc memory(screen.Get());
+    Measure(memory.Get());
+    const bool dotMade = RebuildSpaceDot(screen.Get(), memory.Get());
     ++fontGeneration;
     if (metricsListener) metricsListener();
     return dotMade;
@@ -73,7 +86,7 @@ bool RebuildFont() {
 bool Rebuild(SettingChange change) {
     if (change == SettingChange::Font) return RebuildFont();
     for (BrushRole* role : brushRoles) {
-        if (role->change == change) return role->brush.Replace(CreateSolidBrush(role->colour));
+        if (role->change == change) return Replace(role->brush, CreateSolidBrush(role->colour));
     }
     return false;
 }
@@ -83,9 +96,9 @@ bool Rebuild(SettingChange change) {
 void DrawingObjects::Start() { SetDrawingRebuilder(Rebuild); }
 
 void DrawingObjects::Release() {
-    font.Reset(nullptr);
-    spaceDot.Reset(nullptr);
-    for (BrushRole* role : brushRoles) role->brush.Reset(nullptr);
+    Destroy(font);
+    Destroy(spaceDot);
+    for (BrushRole* role : brushRoles) Destroy(role->brush);
 }
 
 bool DrawingObjects::RebuildForDpi(uint32_t dpi) {
@@ -95,7 +108,7 @@ bool DrawingObjects::RebuildForDpi(uint32_t dpi) {
 }
 
 uint32_t DrawingObjects::Dpi() {
-    if (screenDpi == 0) screenDpi = static_cast<uint32_t>(GetDeviceCaps(ScreenDc(), LOGPIXELSY));
+    if (screenDpi == 0) screenDpi = static_cast<uint32_t>(GetDeviceCaps(WindowDc(nullptr).Get(), LOGPIXELSY));
     return screenDpi;
 }
 
