@@ -16,7 +16,7 @@ bool Platform::ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time) {
     FileTime written = 0;
     if (!file.Open(name, File::Mode::ReadShared) || !file.GetSize(size) || (time && !file.GetTime(written)))
         return false;
-    if (size > SIZE_MAX) return false;
+    if (size > LargestWholeFile) return false;
 
     ByteBlock block;
     block.bytes = static_cast<uint8_t*>(Heap::Allocate(static_cast<size_t>(size)));

@@ -22,9 +22,13 @@ struct ByteBlock {
     ByteBlock& operator=(const ByteBlock&) = delete;
 };
 
+// The most bytes that a file read as a whole may have: positions in it are counted in 32 bits, and the
+// largest number means none.
+constexpr uint64_t LargestWholeFile = 0xFFFFFFFEu;
+
 // Opens the existing file with read, write and delete sharing and reads it in one call. `time`, when
-// not null, gets the time of its last write. Directories, devices and files that do not fit into
-// memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
+// not null, gets the time of its last write. Directories, devices and files that are larger or do not fit
+// into memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
 bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
 
 // An open file; closed by its destructor. Only regular files open for reading.
