@@ -17,6 +17,10 @@ public:
     // Repaints the lines first..last (either order).
     virtual void InvalidateLines(uint32_t first, uint32_t last) = 0;
     virtual void LineCountChanged() = 0;
+    // The store from `offset` on holds other text than before, or the edit line that starts there may
+    // change how later lines colour, or (offset 0) the engine is another one. Sent before any of the
+    // operations below, so that a view never uses a syntax state it remembers from behind `offset`.
+    virtual void TextChanged(uint32_t offset) { static_cast<void>(offset); }
     // Moves the caret and collapses the selection to it.
     virtual void MoveCaret(uint32_t line, uint32_t column) = 0;
     virtual void SelectRange(uint32_t anchor, uint32_t caret) = 0;
