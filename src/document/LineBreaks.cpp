@@ -1,0 +1,17 @@
+#include "base/Text.h"
+#include "document/TextBuffer.h"
+#include "document/TextFile.h"
+
+uint32_t LineEndingOf(const Scan::BreakCounts& breaks) {
+    if (breaks.lineFeeds && breaks.returns) return LineEnding::Mixed;
+    return breaks.lineFeeds ? LineEnding::Unix : LineEnding::Dos;
+}
+
+uint32_t NormaliseLineBreaks(Char* text, uint32_t& lineCount, uint32_t& style) {
+    Scan::BreakCounts breaks;
+    const size_t length = Scan::CopyWithLineFeeds(text, Text::Length(text), text, breaks).written;
+    text[length] = 0;
+    lineCount = static_cast<uint32_t>(1 + breaks.lineFeeds + breaks.returns);
+    style = LineEndingOf(breaks);
+    return static_cast<uint32_t>(length);
+}

@@ -1,0 +1,41 @@
+#include "document/TextBuffer.h"
+#include "document/TextFile.h"
+
+bool TextBuffer::Load(const Char* fileName, bool createNew) {
+    if (createNew) return MakeNew(fileName);
+    Clear(false);
+    SetLineCount(1); // what an empty document has, also one that stays without a store
+    Platform::ByteBlock file;
+    DecodedText decoded;
+    if (!Platform::ReadWholeFile(fileName, file, &fileTime) || !DecodeText(file, decoded)) return false;
+    encoding = decoded.encoding;
+    if (!decoded.text) return true; // the file was read, but the code page can make nothing of it
+    text = decoded.text;
+    decoded.text = nullptr;
+    capacity = decoded.capacity;
+    length = decoded.length;
+    lineEnding = decoded.style;
+    SetLineCount(decoded.lineCount);
+    if (!SetPath(fileName)) {
+        FreeStore();
+        return false;
+    }
+    ChooseOwnEngine();
+    savedUndoHead = HeadSerial();
+    return true;
+}
+
+bool TextBuffer::Reload() {
+    const bool loaded = Load(path.Text(), false);
+    RepaintAll();
+    return loaded;
+}
+
+bool TextBuffer::IsChangedOnDisk() {
+    if (IsOutput() || !title.IsEmpty()) return false;
+    Platform::File file;
+    Platform::FileTime written = 0;
+    return file.Open(path.Text(), Platform::File::Mode::Read) && file.GetTime(written) && fileTime < written;
+}
+
+void TextBuffer::MarkFileTimeNow() { fileTime = Platform::Now(); }
