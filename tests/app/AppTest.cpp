@@ -1,0 +1,60 @@
+#include "app/AppTest.h"
+
+#include "app/Screen.h"
+
+namespace {
+
+// The user's settings are put aside once, for all tests.
+class PutSettingsAside : public testing::Environment {
+public:
+    void SetUp() override { aside = new files::SettingsAside; }
+    void TearDown() override { delete aside; }
+
+private:
+    files::SettingsAside* aside = nullptr;
+};
+
+[[maybe_unused]] const testing::Environment* const registered = testing::AddGlobalTestEnvironment(new PutSettingsAside);
+
+} // namespace
+
+void AppTest::SetUp() { DeleteFileW(files::SettingsPath().c_str()); }
+
+void AppTest::TearDown() {
+    wchar_t folder[1024] = {};
+    if (!HasFailure() || !GetEnvironmentVariableW(L"ORVANE_TEST_PICTURES", folder, 1024)) return;
+    std::wstring name;
+    for (const char* at = testing::UnitTest::GetInstance()->current_test_info()->name(); *at; at++)
+        name += static_cast<wchar_t>(*at);
+    SaveScreen(std::wstring(folder) + L"\\" + name + L".bmp");
+}
+
+bool AppTest::OpenFile(const std::wstring& name, const std::string& bytes, const std::wstring& options) {
+    return files::Write(Path(name), bytes) && Start(options + L"\"" + name + L"\"") &&
+           editor.WaitForTitle(Path(name) + L" - Orvane");
+}
+
+std::string AppTest::SaveAndRead(const std::wstring& name) {
+    if (!editor.Keys(L"Ctrl+S") || !editor.WaitForTitle(Path(name) + L" - Orvane")) return "not saved";
+    return files::Read(Path(name));
+}
+
+std::vector<std::wstring> AppTest::OpenDocuments() {
+    const std::wstring changed = L"* - Orvane";
+    std::vector<std::wstring> names;
+    for (int digit = 1; digit <= 9; digit++) {
+        // Without such a document Ctrl+digit changes nothing, and the one before it answers again.
+        if (!editor.Keys(L"Ctrl+" + std::to_wstring(digit)) || !editor.Type(L"x")) break;
+        const auto isChanged = [&] {
+            const std::wstring title = editor.Title();
+            return title.size() > changed.size() && title.ends_with(changed);
+        };
+        if (!window::WaitFor(isChanged)) break;
+        std::wstring name = editor.Title();
+        name.resize(name.size() - changed.size());
+        if (!editor.Keys(L"Ctrl+Z") || !editor.WaitForTitle(name + L" - Orvane")) break;
+        if (!names.empty() && names.back() == name) break;
+        names.push_back(name);
+    }
+    return names;
+}

@@ -1,0 +1,136 @@
+#include "app/Editor.h"
+
+#include "app/Input.h"
+
+namespace {
+
+std::wstring ProgramPath() {
+    wchar_t buffer[1024] = {};
+    if (GetEnvironmentVariableW(L"ORVANE_EXE", buffer, 1024)) return buffer;
+    GetModuleFileNameW(nullptr, buffer, 1024);
+    std::wstring path = buffer;
+    return path.substr(0, path.rfind(L'\\') + 1) + L"orvane.exe";
+}
+
+} // namespace
+
+Editor::~Editor() {
+    if (!process) return;
+    if (IsRunning()) {
+        TerminateProcess(process, 99);
+        WaitForSingleObject(process, 10000);
+    }
+    CloseHandle(process);
+}
+
+bool Editor::Start(const std::wstring& arguments, const std::wstring& directory) {
+    std::wstring commandLine = L"\"" + ProgramPath() + L"\" " + arguments;
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started = {};
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, directory.c_str(), &startup,
+                        &started))
+        return false;
+    process = started.hProcess;
+    processId = started.dwProcessId;
+    threadId = started.dwThreadId;
+    CloseHandle(started.hThread);
+    window::WaitFor([this] {
+        for (const HWND found : window::TopLevel(processId))
+            if (window::ClassOf(found) == L"OrvaneMain") main = found;
+        return main || !IsRunning();
+    });
+    return main != nullptr;
+}
+
+bool Editor::IsRunning() const { return WaitForSingleObject(process, 0) == WAIT_TIMEOUT; }
+
+bool Editor::WaitForEnd(DWORD& exitCode) const {
+    return WaitForSingleObject(process, 15000) == WAIT_OBJECT_0 && GetExitCodeProcess(process, &exitCode);
+}
+
+std::wstring Editor::Title() const { return window::TextOf(main); }
+
+bool Editor::WaitForTitle(const std::wstring& title) const {
+    return window::WaitFor([&] { return Title() == title; });
+}
+
+window::StatusPart Editor::Status(int part) const {
+    const std::vector<HWND> bars = window::Children(main, STATUSCLASSNAMEW);
+    return bars.empty() ? window::StatusPart() : window::ReadStatusPart(bars[0], part);
+}
+
+bool Editor::WaitForStatus(int part, const std::wstring& text) const {
+    return window::WaitFor([&] { return Status(part).text == text; });
+}
+
+std::vector<HWND> Editor::Panes() const { return window::Children(main, L"OrvaneVWnd"); }
+
+HWND Editor::CommandWindow() const {
+    for (const HWND child : window::Children(main, L"Edit"))
+        if (IsWindowVisible(child)) return child;
+    return nullptr;
+}
+
+bool Editor::WaitForCommandText(const std::wstring& text) const {
+    return window::WaitFor([&] { return CommandWindow() && window::TextOf(CommandWindow()) == text; });
+}
+
+bool Editor::RunCommandLine(const std::wstring& line) {
+    if (!CommandWindow() && !Keys(L"Alt+C")) return false;
+    if (!window::WaitFor([this] { return CommandWindow() && Focus() == CommandWindow(); })) return false;
+    // The text is typed, not set, since only typed text enters the history.
+    if (!Keys(L"Home Shift+End Delete") || !Type(line)) return false;
+    return WaitForCommandText(line) && Keys(L"Enter");
+}
+
+HWND Editor::Dialog() const {
+    for (const HWND found : window::TopLevel(processId))
+        if (window::ClassOf(found) == L"#32770" && IsWindowEnabled(found)) return found;
+    return nullptr;
+}
+
+HWND Editor::WaitForDialog() const {
+    window::WaitFor([this] { return Dialog() != nullptr; });
+    return Dialog();
+}
+
+bool Editor::WaitForNoDialog() const {
+    return window::WaitFor([this] { return Dialog() == nullptr; });
+}
+
+bool Editor::Answer(const std::wstring& question, const std::wstring& button) {
+    HWND box = nullptr;
+    const bool asked = window::WaitFor([&] {
+        box = Dialog();
+        return box && window::DialogText(box) == question;
+    });
+    return asked && window::PressButton(box, button) && window::WaitFor([&] { return !IsWindow(box); });
+}
+
+HWND Editor::Focus() const {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &owner);
+    if (owner != processId) return nullptr;
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(threadId, &info) ? info.hwndFocus : nullptr;
+}
+
+bool Editor::TakeFocus() const {
+    return window::WaitFor([this] {
+        if (Focus()) return true;
+        DWORD owner = 0;
+        GetWindowThreadProcessId(GetForegroundWindow(), &owner);
+        if (owner != processId) SetForegroundWindow(Dialog() ? Dialog() : main);
+        return false;
+    });
+}
+
+bool Editor::Keys(const std::wstring& keys) { return TakeFocus() && input::Keys(keys); }
+
+bool Editor::Type(const std::wstring& text) {
+    if (!TakeFocus()) return false;
+    input::Type(text);
+    return true;
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+// Files of a test: a folder of its own, bytes in and out, and the settings file of the user.
+namespace files {
+
+// A fresh folder below the user's temporary folder; deleted with everything in it by the destructor.
+class Scratch {
+public:
+    Scratch();
+    ~Scratch();
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+
+    const std::wstring& Folder() const { return folder; }
+    std::wstring Path(const std::wstring& name) const { return folder + L"\\" + name; }
+
+private:
+    std::wstring folder;
+};
+
+bool Exists(const std::wstring& path);
+bool MakeFolder(const std::wstring& path);
+bool Write(const std::wstring& path, const std::string& bytes);
+// Empty when the file cannot be read.
+std::string Read(const std::wstring& path);
+// Sets the time of the last write to `seconds` after the present one.
+bool MoveTime(const std::wstring& path, int seconds);
+
+// The bytes of a text in UTF-16, little or big endian, without a byte-order mark.
+std::string Utf16(const std::wstring& text, bool bigEndian = false);
+std::string Utf8(const std::wstring& text);
+
+// The documents folder's orvane.ini, where the editor looks first.
+std::wstring SettingsPath();
+
+// Puts the user's own settings file aside while it lives, and removes the one that the tests left.
+class SettingsAside {
+public:
+    SettingsAside();
+    ~SettingsAside();
+    SettingsAside(const SettingsAside&) = delete;
+    SettingsAside& operator=(const SettingsAside&) = delete;
+};
+
+} // namespace files

@@ -1,0 +1,114 @@
+#include "app/Input.h"
+
+#include "base/win32/Windows.h"
+
+#include <sstream>
+
+namespace input {
+
+namespace {
+
+struct KeyName {
+    const wchar_t* name;
+    WORD key;
+    bool extended;
+};
+
+const KeyName KeyNames[] = {
+    {L"Ctrl", VK_CONTROL, false}, {L"Shift", VK_SHIFT, false},    {L"Alt", VK_MENU, false},
+    {L"Enter", VK_RETURN, false}, {L"Escape", VK_ESCAPE, false},  {L"Tab", VK_TAB, false},
+    {L"Space", VK_SPACE, false},  {L"Backspace", VK_BACK, false}, {L"Break", VK_CANCEL, true},
+    {L"Insert", VK_INSERT, true}, {L"Delete", VK_DELETE, true},   {L"Home", VK_HOME, true},
+    {L"End", VK_END, true},       {L"PageUp", VK_PRIOR, true},    {L"PageDown", VK_NEXT, true},
+    {L"Left", VK_LEFT, true},     {L"Right", VK_RIGHT, true},     {L"Up", VK_UP, true},
+    {L"Down", VK_DOWN, true},
+};
+
+bool IsExtended(WORD key) {
+    for (const KeyName& entry : KeyNames)
+        if (entry.key == key) return entry.extended;
+    return false;
+}
+
+// 0 when there is no key of that name.
+WORD KeyOf(const std::wstring& name) {
+    for (const KeyName& entry : KeyNames)
+        if (name == entry.name) return entry.key;
+    if (name.size() == 1 && ((name[0] >= L'A' && name[0] <= L'Z') || (name[0] >= L'0' && name[0] <= L'9')))
+        return static_cast<WORD>(name[0]);
+    if (name.size() >= 2 && name[0] == L'F') {
+        const int number = _wtoi(name.c_str() + 1);
+        if (number >= 1 && number <= 12) return static_cast<WORD>(VK_F1 + number - 1);
+    }
+    return 0;
+}
+
+void Send(WORD key, bool down) {
+    INPUT event = {};
+    event.type = INPUT_KEYBOARD;
+    event.ki.wVk = key;
+    event.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    event.ki.dwFlags = (down ? 0u : KEYEVENTF_KEYUP) | (IsExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0u);
+    SendInput(1, &event, sizeof event);
+}
+
+void SendUnicode(wchar_t unit) {
+    INPUT events[2] = {};
+    for (INPUT& event : events) {
+        event.type = INPUT_KEYBOARD;
+        event.ki.wScan = unit;
+        event.ki.dwFlags = KEYEVENTF_UNICODE;
+    }
+    events[1].ki.dwFlags |= KEYEVENTF_KEYUP;
+    SendInput(2, events, sizeof events[0]);
+}
+
+// "Ctrl+Shift+Home": everything pressed in order and released in reverse.
+bool Chord(const std::wstring& chord) {
+    std::wistringstream parts(chord);
+    std::wstring name;
+    WORD keys[4] = {};
+    int count = 0;
+    while (count < 4 && std::getline(parts, name, L'+')) {
+        keys[count] = KeyOf(name);
+        if (!keys[count++]) return false;
+    }
+    for (int i = 0; i < count; i++) Send(keys[i], true);
+    for (int i = count; i-- > 0;) Send(keys[i], false);
+    return true;
+}
+
+} // namespace
+
+bool Keys(const std::wstring& keys) {
+    std::wistringstream chords(keys);
+    std::wstring chord;
+    while (chords >> chord) {
+        if (chord[0] == L'+' || chord[0] == L'-') {
+            const WORD key = KeyOf(chord.substr(1));
+            if (!key) return false;
+            Send(key, chord[0] == L'+');
+        } else if (!Chord(chord)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void Type(const std::wstring& text) {
+    for (const wchar_t unit : text) {
+        // Low byte: the key; high byte: 1 with Shift, more with other modifiers; -1: no key.
+        const SHORT scan = unit == L'\n' ? SHORT{VK_RETURN} : VkKeyScanW(unit);
+        if (scan == -1 || HIBYTE(scan) > 1) {
+            SendUnicode(unit);
+            continue;
+        }
+        const bool shift = HIBYTE(scan) == 1;
+        if (shift) Send(VK_SHIFT, true);
+        Send(LOBYTE(scan), true);
+        Send(LOBYTE(scan), false);
+        if (shift) Send(VK_SHIFT, false);
+    }
+}
+
+} // namespace input
