@@ -64,6 +64,7 @@ public:
     bool AppendOpenedText(WString& out) const;
 
 private:
+    static bool AppendOpened(WString& out, const Document& document);
     Node* Find(const Document* document) const;
     void LinkLeastRecent(Node* node);
     void LinkMostRecent(Node* node);

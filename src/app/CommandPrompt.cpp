@@ -1,0 +1,27 @@
+#include "app/CommandPrompt.h"
+
+#include "app/CommandLanguage.h"
+#include "app/CommandTarget.h"
+
+void CommandPrompt::Enter(CommandTarget& frame, const Char* text, bool typed) {
+    // The command may put a text of its own into the window, which ends what is known of this one.
+    const bool keep = typed || completed;
+    completed = false;
+    WString line;
+    if (!line.Assign(text)) return;
+    ExecuteCommandLine(frame, line.Text());
+    if (keep) history.Add(line.Text());
+}
+
+const Char* CommandPrompt::Complete(const Char* text, bool forward) {
+    const Char* const shown = completion.Step(text, forward);
+    if (shown) completed = true;
+    return shown;
+}
+
+const Char* CommandPrompt::Replaced(const Char* text) {
+    if (!text) return nullptr;
+    completion.EndRun();
+    completed = false;
+    return text;
+}

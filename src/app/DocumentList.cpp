@@ -1,0 +1,141 @@
+#include "app/DocumentList.h"
+
+#include "base/Platform.h"
+#include "base/Text.h"
+#include "document/Document.h"
+
+#include <utility>
+
+bool HasFile(const Document& document) {
+    // A document that got a file by being saved may keep the title it had before.
+    const Char* const name = document.GetName();
+    return *name && !Text::Equal(name, document.GetTitle());
+}
+
+bool IsFinishedOutput(const Document& document) {
+    bool runs = false;
+    return document.GetOutputState(runs) && !runs;
+}
+
+DocumentList::~DocumentList() {
+    while (documents.head) Remove(documents.head->document);
+}
+
+bool DocumentList::Add(Document* document) {
+    auto* const node = new Node;
+    if (!node) return false;
+    node->document = document;
+    documents.Append(node);
+    LinkLeastRecent(node);
+    ++count;
+    return true;
+}
+
+void DocumentList::Remove(Document* document) {
+    Node* const node = Find(document);
+    if (!node) return;
+    documents.Remove(node);
+    UnlinkUse(node);
+    delete node;
+    --count;
+    document->Release();
+}
+
+void DocumentList::Touch(Document* document) {
+    Node* const node = Find(document);
+    if (!node || node == mostRecent) return;
+    UnlinkUse(node);
+    LinkMostRecent(node);
+}
+
+Document* DocumentList::At(uint32_t index) const {
+    const Node* node = documents.head;
+    while (node && index-- > 0) node = node->next;
+    return node ? node->document : nullptr;
+}
+
+Document* DocumentList::Next(const Document* document) const {
+    const Node* const node = Find(document);
+    if (!node) return nullptr;
+    return (node->next ? node->next : documents.head)->document;
+}
+
+Document* DocumentList::Previous(const Document* document) const {
+    const Node* const node = Find(document);
+    if (!node) return nullptr;
+    return (node->previous ? node->previous : documents.tail)->document;
+}
+
+Document* DocumentList::LessRecent(const Document* document) const {
+    const Node* const node = Find(document);
+    if (!node) return nullptr;
+    return (node->lessRecent ? node->lessRecent : mostRecent)->document;
+}
+
+Document* DocumentList::MoreRecent(const Document* document) const {
+    const Node* const node = Find(document);
+    if (!node) return nullptr;
+    return (node->moreRecent ? node->moreRecent : leastRecent)->document;
+}
+
+Document* DocumentList::FindByName(const Char* fullPath) const {
+    for (const Node* node = documents.head; node; node = node->next)
+        if (Platform::CompareNames(node->document->GetName(), fullPath) == 0) return node->document;
+    return nullptr;
+}
+
+Document* DocumentList::FindByTitle(const Char* title) const {
+    for (const Node* node = documents.head; node; node = node->next)
+        if (!HasFile(*node->document) && Text::Equal(node->document->GetTitle(), title)) return node->document;
+    return nullptr;
+}
+
+bool DocumentList::UntitledTitle(WString& title) const {
+    WString made;
+    if (!Text::AppendFormat(made, u"Untitled%u", untitledNumber)) return false;
+    title = std::move(made);
+    return true;
+}
+
+bool DocumentList::AppendOpenedText(WString& out) const {
+    const uint32_t before = out.Length();
+    for (const Node* node = documents.head; node; node = node->next) {
+        if (AppendOpened(out, *node->document)) continue;
+        out.Truncate(before);
+        return false;
+    }
+    return true;
+}
+
+// A binary document gets no line and no line break: the next name follows it directly.
+bool DocumentList::AppendOpened(WString& out, const Document& document) {
+    if (!out.Append(document.GetName())) return false;
+    if (document.IsBinary()) return true;
+    ViewNode* next = nullptr;
+    const DocumentView* const view = document.EnumViews(nullptr, next);
+    return Text::AppendFormat(out, u"(%u)\n", view ? view->CaretLine() + 1 : 1);
+}
+
+DocumentList::Node* DocumentList::Find(const Document* document) const {
+    Node* node = documents.head;
+    while (node && node->document != document) node = node->next;
+    return node;
+}
+
+void DocumentList::LinkLeastRecent(Node* node) {
+    node->moreRecent = leastRecent;
+    (leastRecent ? leastRecent->lessRecent : mostRecent) = node;
+    leastRecent = node;
+}
+
+void DocumentList::LinkMostRecent(Node* node) {
+    node->lessRecent = mostRecent;
+    (mostRecent ? mostRecent->moreRecent : leastRecent) = node;
+    mostRecent = node;
+}
+
+void DocumentList::UnlinkUse(Node* node) {
+    (node->moreRecent ? node->moreRecent->lessRecent : mostRecent) = node->lessRecent;
+    (node->lessRecent ? node->lessRecent->moreRecent : leastRecent) = node->moreRecent;
+    node->moreRecent = node->lessRecent = nullptr;
+}

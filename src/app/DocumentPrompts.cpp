@@ -1,0 +1,64 @@
+#include "app/DocumentPrompts.h"
+
+#include "app/CommandTarget.h"
+#include "app/DocumentList.h"
+#include "base/Text.h"
+#include "document/Document.h"
+
+namespace {
+
+// Keeps a document alive while a question is open: messages are handled meanwhile, and one of them may
+// close it.
+class Hold {
+public:
+    explicit Hold(Document& document) : held(document) { held.AddRef(); }
+    ~Hold() { held.Release(); }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+private:
+    Document& held;
+};
+
+void AskToReopen(CommandTarget& frame, Document& document) {
+    WString question;
+    if (!Text::AppendFormat(question, u"File %ls has been modified by another program.\nWould you like to reopen it?",
+                            document.GetName()))
+        return;
+    const Hold hold(document);
+    const Answer answer = frame.AskUser(question.Text(), MessageKind::YesNoCancel);
+    if (!frame.Documents().Contains(&document)) return;
+    if (answer == Answer::Yes)
+        document.Reload();
+    else
+        document.MarkFileTimeNow();
+}
+
+} // namespace
+
+bool MayClose(CommandTarget& frame, Document& document) {
+    if (!document.IsModified()) return true;
+    WString question;
+    if (!Text::AppendFormat(question, u"Save changes to %ls?", document.GetName())) return false;
+    const Hold hold(document);
+    const Answer answer = frame.AskUser(question.Text(), MessageKind::YesNoCancel);
+    if (!frame.Documents().Contains(&document)) return false;
+    return answer == Answer::No || (answer == Answer::Yes && frame.SaveDocument(document));
+}
+
+bool MayExit(CommandTarget& frame) {
+    const DocumentList& documents = frame.Documents();
+    for (uint32_t i = 0; Document* const document = documents.At(i); ++i)
+        if (!MayClose(frame, *document)) return false;
+    return true;
+}
+
+void ForeignChangeCheck::Run(CommandTarget& frame) {
+    if (running) return;
+    running = true;
+    const DocumentList& documents = frame.Documents();
+    for (uint32_t i = 0; Document* const document = documents.At(i); ++i)
+        if (document->IsChangedOnDisk()) AskToReopen(frame, *document);
+    running = false;
+    frame.RefreshTitle();
+}

@@ -1,0 +1,29 @@
+#include "app/KeyDispatch.h"
+
+namespace {
+
+KeyDecision DecideDigit(const KeyPress& press) {
+    const uint32_t digit = press.key - FrameKey::Digit0;
+    if (!press.shift) return {KeyAction::ShowDocument, digit == 0 ? 9 : digit - 1, Swallow::No};
+    const bool busy = press.recording || press.playing;
+    return {busy ? KeyAction::None : KeyAction::SelectMacroSlot, digit, Swallow::Yes};
+}
+
+KeyDecision DecideKeyDown(const KeyPress& press) {
+    const bool isDigit = press.key >= FrameKey::Digit0 && press.key <= FrameKey::Digit9;
+    // Ctrl and Alt together are the AltGr of keyboards that type brackets and braces with it.
+    if (isDigit && press.ctrl && !press.alt) return DecideDigit(press);
+    if (press.key == FrameKey::Escape) return {KeyAction::LeaveOutput, 0, Swallow::IfActed};
+    if (press.key == FrameKey::Tab && press.ctrl && press.hasActivePane)
+        return {press.shift ? KeyAction::ShowMoreRecent : KeyAction::ShowLessRecent, 0, Swallow::Yes};
+    return {};
+}
+
+} // namespace
+
+KeyDecision DecideKey(const KeyPress& press) {
+    if (press.isDown) return DecideKeyDown(press);
+    if (press.isUp && press.key == FrameKey::Ctrl && press.switching)
+        return {KeyAction::FinishSwitching, 0, Swallow::No};
+    return {};
+}

@@ -1,0 +1,74 @@
+#include "app/Macros.h"
+
+#include "base/Text.h"
+#include "view/ViewHost.h"
+
+#include <utility>
+
+namespace {
+
+bool IsRecorded(uint32_t message) {
+    return message == MacroMessage::KeyDown || message == MacroMessage::KeyUp || message == MacroMessage::Character ||
+           message == MacroMessage::Command;
+}
+
+} // namespace
+
+Macros::~Macros() {
+    for (Slot& slot : slots) Empty(slot);
+}
+
+uint32_t Macros::State() const {
+    if (recording) return MacroState::Recording;
+    return playing ? MacroState::Playing : MacroState::Idle;
+}
+
+void Macros::SelectSlot(uint32_t slot) { current = slot < SlotCount ? slot : 0; }
+
+bool Macros::SelectedText(WString& out) const {
+    WString text;
+    if (!Text::AppendFormat(text, u"Macro %u selected", current)) return false;
+    out = std::move(text);
+    return true;
+}
+
+bool Macros::ToggleRecording() {
+    if (playing) return false;
+    recording = !recording;
+    if (recording) Empty(slots[current]);
+    return true;
+}
+
+bool Macros::RecordMessage(bool toFrame, uint32_t message, uint32_t firstParameter, uint32_t secondParameter,
+                           uint32_t modifiers) {
+    if (!recording) return false;
+    // The mouse is locked out, so that keys alone replay what was done.
+    if (message >= MacroMessage::FirstMouse && message <= MacroMessage::LastMouse) return true;
+    if (!IsRecorded(message)) return false;
+    auto* const event = new MacroEvent;
+    if (!event) return false;
+    event->toFrame = toFrame;
+    event->message = message;
+    event->firstParameter = firstParameter;
+    event->secondParameter = secondParameter;
+    event->modifiers = modifiers;
+    Slot& slot = slots[current];
+    (slot.tail ? slot.tail->next : slot.head) = event;
+    slot.tail = event;
+    return false;
+}
+
+bool Macros::BeginPlayback() {
+    if (playing) return false;
+    playing = !recording;
+    recording = false;
+    return playing;
+}
+
+void Macros::Empty(Slot& slot) {
+    while (MacroEvent* const event = slot.head) {
+        slot.head = event->next;
+        delete event;
+    }
+    slot.tail = nullptr;
+}

@@ -1,0 +1,90 @@
+#include "app/OpenFiles.h"
+
+#include "app/CommandTarget.h"
+#include "base/Path.h"
+#include "base/Platform.h"
+#include "base/Text.h"
+
+#include <utility>
+
+namespace {
+
+struct Opening {
+    CommandTarget& frame;
+    WString directory; // of every match
+    int32_t line;
+    bool binary;
+};
+
+bool Open(const Opening& opening, const Char* name, bool isNew) {
+    WString path;
+    if (!path.Assign(opening.directory) || !Path::Join(path, name)) return false;
+    return opening.binary ? opening.frame.OpenBinary(path.Text())
+                          : opening.frame.OpenText(path.Text(), opening.line, isNew);
+}
+
+bool OpenNew(const Opening& opening, const Char* path) {
+    WString question;
+    if (!Text::AppendFormat(question, u"Create file %s?", path)) return false;
+    if (opening.frame.AskUser(question.Text(), MessageKind::YesNo) != Answer::Yes) return false;
+    return Open(opening, Path::FileName(path), true);
+}
+
+bool OpenMatches(const Opening& opening, Platform::FileSearch& search) {
+    bool all = true;
+    opening.frame.BeginBatch();
+    do all = Open(opening, search.Name(), false) && all;
+    while (search.Next());
+    opening.frame.EndBatch();
+    return all;
+}
+
+} // namespace
+
+bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary) {
+    WString plain;
+    if (!plain.Assign(path)) return false;
+    plain.StripQuotes();
+    if (plain.IsEmpty()) return false;
+    plain.ReplaceAll(u'/', u'\\');
+
+    Opening opening{frame, {}, line, binary};
+    if (!opening.directory.Assign(plain)) return false;
+    Path::RemoveLastComponent(opening.directory);
+    Platform::FileSearch search;
+    if (search.First(plain.Text())) return OpenMatches(opening, search);
+    // Without a question the directory itself is tried, and fails like any path that cannot be read.
+    return askToCreate ? OpenNew(opening, plain.Text()) : Open(opening, u"", false);
+}
+
+SelectedFiles::SelectedFiles(const Char* result) : directory(u""), position(result) {
+    const Char* const second = result + Text::Length(result) + 1;
+    if (*result == 0 || *second == 0) return;
+    directory = result;
+    position = second;
+}
+
+bool SelectedFiles::Next(WString& path) {
+    if (!position || *position == 0) return false;
+    if (!path.Assign(directory) || !Path::Join(path, position)) return false;
+    // A single path is the whole result: what lies behind its NUL may be anything.
+    position = *directory ? position + Text::Length(position) + 1 : nullptr;
+    return true;
+}
+
+void OpenSelectedFiles(CommandTarget& frame, const Char* result) {
+    SelectedFiles files(result);
+    WString path;
+    frame.BeginBatch();
+    while (files.Next(path)) frame.OpenText(path.Text(), -1, false);
+    frame.EndBatch();
+}
+
+bool MakeDialogFilter(const Char* fileTypes, WString& filter) {
+    WString made;
+    if (!made.Assign(fileTypes)) return false;
+    made.ReplaceAll(u'|', 0);
+    if (!made.AppendChar(0) || !made.AppendChar(0)) return false;
+    filter = std::move(made);
+    return true;
+}

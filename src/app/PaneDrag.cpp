@@ -1,0 +1,190 @@
+#include "app/PaneAxis.h"
+#include "app/PaneLayout.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+// Dragging the gaps between panes. In every row the edges on both sides of a gap have to move together,
+// or panes would overlap or leave a hole. So a moved edge takes along the edges that face it, which a
+// pointer near the end of a gap does not touch.
+
+namespace {
+
+constexpr uint32_t Whole = PaneLayout::Whole;
+
+// Halving rounds down, which leaves slivers of some units; rows as thin as that have no neighbours.
+constexpr uint32_t SliverUnits = 32;
+
+uint32_t FractionOf(int32_t pixels, uint32_t area) {
+    if (pixels <= 0 || area == 0) return 0;
+    return static_cast<uint32_t>(std::min<uint64_t>(static_cast<uint64_t>(pixels) * Whole / area, Whole));
+}
+
+uint32_t FractionOfLength(uint32_t pixels, uint32_t area) {
+    return static_cast<uint32_t>(uint64_t{pixels} * Whole / area);
+}
+
+// The start of the next group of rows below `row` in which the panes beside each other change.
+uint32_t NextRow(const Pane* head, const PaneAxis& axis, uint32_t row, uint32_t end) {
+    uint32_t next = end;
+    for (const Pane* pane = head; pane; pane = pane->next)
+        for (const uint32_t edge : {axis.CrossStart(*pane), axis.CrossEnd(*pane)})
+            if (edge > row && edge < next) next = edge;
+    return next;
+}
+
+// The pane nearest to `from` in a row, on its high or its low side; null up to the border.
+Pane* NearestInRow(Pane* head, const PaneAxis& axis, const Pane& from, uint32_t row, bool high) {
+    Pane* nearest = nullptr;
+    for (Pane* pane = head; pane; pane = pane->next) {
+        if (pane == &from || row < axis.CrossStart(*pane) || row >= axis.CrossEnd(*pane)) continue;
+        if (high ? axis.Start(*pane) < axis.End(from) : axis.End(*pane) > axis.Start(from)) continue;
+        if (!nearest || (high ? axis.Start(*pane) < axis.Start(*nearest) : axis.End(*pane) > axis.End(*nearest)))
+            nearest = pane;
+    }
+    return nearest;
+}
+
+// Calls visit(neighbour or null) for every group of rows of one side of a pane.
+template <class Visit> void VisitFacing(Pane* head, const PaneAxis& axis, const Pane& pane, bool high, Visit visit) {
+    const uint32_t end = axis.CrossEnd(pane);
+    for (uint32_t row = axis.CrossStart(pane), next = 0; row < end; row = next) {
+        next = NextRow(head, axis, row, end);
+        if (next - row > SliverUnits) visit(NearestInRow(head, axis, pane, row, high));
+    }
+}
+
+bool HasNeighbour(Pane* head, const PaneAxis& axis, const Pane& pane, bool high) {
+    bool found = false;
+    VisitFacing(head, axis, pane, high, [&](const Pane* facing) { found = found || facing; });
+    return found;
+}
+
+bool IsWithin(uint32_t position, uint32_t start, uint32_t end, uint32_t slack) {
+    return position + slack >= start && position <= end + slack;
+}
+
+struct Pointer {
+    uint32_t along;
+    uint32_t across;
+    uint32_t slackAlong;
+    uint32_t slackAcross;
+};
+
+// The edges of `pane` along one axis that the pointer touches.
+uint32_t TouchedEdges(Pane* head, const PaneAxis& axis, const Pane& pane, const Pointer& pointer) {
+    if (!IsWithin(pointer.across, axis.CrossStart(pane), axis.CrossEnd(pane), pointer.slackAcross)) return 0;
+    uint32_t edges = 0;
+    for (const bool high : {false, true}) {
+        const uint32_t edge = high ? axis.End(pane) : axis.Start(pane);
+        if (IsWithin(pointer.along, edge, edge, pointer.slackAlong) && HasNeighbour(head, axis, pane, high))
+            edges |= high ? axis.highEdge : axis.lowEdge;
+    }
+    return edges;
+}
+
+// Marks the edges that face marked ones, until there are no more.
+void MarkFacing(Pane* head, const PaneAxis& axis) {
+    bool grown = false;
+    const auto mark = [&](Pane* facing, uint32_t edge) {
+        if (!facing || (facing->dragEdges & edge)) return;
+        facing->dragEdges |= edge;
+        grown = true;
+    };
+    do {
+        grown = false;
+        for (Pane* pane = head; pane; pane = pane->next) {
+            if (pane->dragEdges & axis.highEdge)
+                VisitFacing(head, axis, *pane, true, [&](Pane* facing) { mark(facing, axis.lowEdge); });
+            if (pane->dragEdges & axis.lowEdge)
+                VisitFacing(head, axis, *pane, false, [&](Pane* facing) { mark(facing, axis.highEdge); });
+        }
+    } while (grown);
+}
+
+struct Range {
+    int64_t low = 0;
+    int64_t high = Whole;
+};
+
+// Where the marked edges may be put: every pane keeps `minimum`, and an edge with nothing to take its
+// place in some row only moves outwards.
+Range AllowedRange(Pane* head, const PaneAxis& axis, int64_t minimum) {
+    Range range;
+    for (const Pane* pane = head; pane; pane = pane->next) {
+        const int64_t start = axis.Start(*pane);
+        const int64_t end = axis.End(*pane);
+        if (pane->dragEdges & axis.highEdge) {
+            range.low = std::max(range.low, start + minimum);
+            VisitFacing(head, axis, *pane, true, [&](const Pane* facing) {
+                if (!facing) range.low = std::max(range.low, end);
+            });
+        }
+        if (pane->dragEdges & axis.lowEdge) {
+            range.high = std::min(range.high, end - minimum);
+            VisitFacing(head, axis, *pane, false, [&](const Pane* facing) {
+                if (!facing) range.high = std::min(range.high, start);
+            });
+        }
+    }
+    return range;
+}
+
+void MoveEdges(Pane* head, const PaneAxis& axis, uint32_t position) {
+    for (Pane* pane = head; pane; pane = pane->next) {
+        const uint32_t end = pane->dragEdges & axis.highEdge ? position : axis.End(*pane);
+        if (pane->dragEdges & axis.lowEdge) pane->*axis.start = position;
+        pane->*axis.size = end - axis.Start(*pane);
+    }
+}
+
+void DragAxis(Pane* head, const PaneAxis& axis, uint32_t position, uint32_t area) {
+    uint32_t marked = 0;
+    for (const Pane* pane = head; pane; pane = pane->next) marked |= pane->dragEdges & (axis.lowEdge | axis.highEdge);
+    if (!marked || area == 0) return;
+    // Moving along the other axis may have brought other edges face to face.
+    MarkFacing(head, axis);
+    const Range range = AllowedRange(head, axis, FractionOfLength(PaneLayout::MinimumPixels, area));
+    if (range.low > range.high) return; // some pane is too small already
+    MoveEdges(head, axis, static_cast<uint32_t>(std::clamp<int64_t>(position, range.low, range.high)));
+}
+
+// The edges of one pane that the pointer touches; the area is not empty.
+uint32_t EdgesOf(Pane* head, const Pane& pane, int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
+    const uint32_t slackX = FractionOfLength(PaneLayout::HitPixels, areaWidth);
+    const uint32_t slackY = FractionOfLength(PaneLayout::HitPixels, areaHeight);
+    const uint32_t left = FractionOf(x, areaWidth);
+    const uint32_t top = FractionOf(y, areaHeight);
+    return TouchedEdges(head, PaneAxisX, pane, {left, top, slackX, slackY}) |
+           TouchedEdges(head, PaneAxisY, pane, {top, left, slackY, slackX});
+}
+
+} // namespace
+
+uint32_t PaneLayout::EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const {
+    uint32_t edges = 0;
+    if (areaWidth == 0 || areaHeight == 0) return edges;
+    for (const Pane* pane = panes.head; pane; pane = pane->next)
+        edges |= EdgesOf(panes.head, *pane, x, y, areaWidth, areaHeight);
+    return edges;
+}
+
+uint32_t PaneLayout::BeginDrag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
+    EndDrag();
+    uint32_t edges = 0;
+    if (areaWidth == 0 || areaHeight == 0) return edges;
+    for (Pane* pane = panes.head; pane; pane = pane->next) {
+        pane->dragEdges = EdgesOf(panes.head, *pane, x, y, areaWidth, areaHeight);
+        edges |= pane->dragEdges;
+    }
+    return edges;
+}
+
+void PaneLayout::Drag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
+    DragAxis(panes.head, PaneAxisX, FractionOf(x, areaWidth), areaWidth);
+    DragAxis(panes.head, PaneAxisY, FractionOf(y, areaHeight), areaHeight);
+}
+
+void PaneLayout::EndDrag() {
+    for (Pane* pane = panes.head; pane; pane = pane->next) pane->dragEdges = 0;
+}

@@ -1,0 +1,109 @@
+#include "app/PaneLayout.h"
+
+#include "app/PaneAxis.h"
+
+#include <initializer_list>
+
+namespace {
+
+// One kind of neighbour that may take over a closed pane's area, by the axis along which it grows and
+// by the side of the closed pane on which it lies.
+struct HeirKind {
+    const PaneAxis& axis;
+    bool isBehind; // below or to the right
+};
+
+constexpr HeirKind heirKinds[] = {{PaneAxisY, true}, {PaneAxisY, false}, {PaneAxisX, true}, {PaneAxisX, false}};
+
+bool Touches(const Pane& pane, const Pane& closed, const HeirKind& kind) {
+    const PaneAxis& axis = kind.axis;
+    return kind.isBehind ? axis.Start(pane) == axis.End(closed) : axis.End(pane) == axis.Start(closed);
+}
+
+// Round 0 demands the same span across the axis. Round 1 takes narrower panes too, but only those that
+// lie within the closed pane's span: one that sticks out would grow over its own neighbour.
+bool FitsAcross(const Pane& pane, const Pane& closed, const PaneAxis& axis, bool exactly) {
+    if (exactly)
+        return axis.CrossStart(pane) == axis.CrossStart(closed) && axis.CrossEnd(pane) == axis.CrossEnd(closed);
+    return axis.CrossStart(pane) >= axis.CrossStart(closed) && axis.CrossEnd(pane) <= axis.CrossEnd(closed);
+}
+
+void TakeOver(Pane& pane, const Pane& closed, const HeirKind& kind) {
+    if (kind.isBehind) pane.*kind.axis.start = kind.axis.Start(closed);
+    pane.*kind.axis.size += closed.*kind.axis.size;
+}
+
+int32_t Scaled(uint32_t fraction, uint32_t pixels) { return static_cast<int32_t>(uint64_t{fraction} * pixels >> 16); }
+
+int32_t PixelStart(uint32_t start, uint32_t pixels) { return Scaled(start, pixels) + (start != 0); }
+
+int32_t PixelSize(uint32_t size, uint32_t pixels) {
+    const int32_t scaled = Scaled(size, pixels) - (size != PaneLayout::Whole);
+    return scaled < 0 ? 0 : scaled;
+}
+
+} // namespace
+
+PaneLayout::~PaneLayout() { Clear(); }
+
+Pane* PaneLayout::MakeFirst() {
+    auto* const pane = new Pane;
+    if (!pane) return nullptr;
+    pane->number = nextNumber++;
+    pane->width = pane->height = Whole;
+    return pane;
+}
+
+Pane* PaneLayout::MakeHalf(const Pane& pane, bool vertical) {
+    Pane* const half = MakeFirst();
+    if (!half) return nullptr;
+    half->left = pane.left;
+    half->top = pane.top;
+    half->width = pane.width;
+    half->height = pane.height;
+    const PaneAxis& axis = vertical ? PaneAxisX : PaneAxisY;
+    half->*axis.size /= 2;
+    half->*axis.start += half->*axis.size;
+    return half;
+}
+
+void PaneLayout::Adopt(Pane* made, Pane* halved, bool vertical) {
+    EndDrag();
+    if (halved) halved->*(vertical ? PaneAxisX : PaneAxisY).size /= 2;
+    panes.Append(made);
+}
+
+bool PaneLayout::Close(Pane* pane, Pane*& heir) {
+    heir = nullptr;
+    if (panes.head == panes.tail) return false;
+    EndDrag();
+    heir = GiveAway(*pane);
+    panes.Remove(pane);
+    delete pane;
+    return true;
+}
+
+Pane* PaneLayout::GiveAway(const Pane& closed) {
+    for (const bool exactly : {true, false}) {
+        for (const HeirKind& kind : heirKinds) {
+            Pane* first = nullptr;
+            for (Pane* pane = panes.head; pane; pane = pane->next) {
+                if (pane == &closed || !Touches(*pane, closed, kind)) continue;
+                if (!FitsAcross(*pane, closed, kind.axis, exactly)) continue;
+                TakeOver(*pane, closed, kind);
+                if (!first) first = pane;
+            }
+            if (first) return first;
+        }
+    }
+    return nullptr;
+}
+
+void PaneLayout::Clear() {
+    while (Pane* pane = panes.TakeHead()) delete pane;
+}
+
+PixelRect PaneLayout::Rectangle(const Pane& pane, uint32_t areaWidth, uint32_t areaHeight) {
+    return {PixelStart(pane.left, areaWidth), PixelStart(pane.top, areaHeight), PixelSize(pane.width, areaWidth),
+            PixelSize(pane.height, areaHeight)};
+}

@@ -1,0 +1,65 @@
+#include "app/Session.h"
+
+#include "app/CommandTarget.h"
+#include "app/DocumentList.h"
+#include "base/CodePage.h"
+#include "base/Platform.h"
+#include "base/Text.h"
+#include "document/Document.h"
+
+namespace {
+
+bool AppendDocuments(const DocumentList& documents, WString& out) {
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
+        if (HasFile(*node->document) && !node->document->GetSessionText(out)) return false;
+    return true;
+}
+
+bool Encode(const WString& text, Platform::ByteBlock& out) {
+    const size_t most = MaxBytes(CodePage::Utf8, text.Length());
+    out.bytes = Heap::AllocateArray<uint8_t>(most);
+    if (!out.bytes) return false;
+    out.size = FromUtf16(CodePage::Utf8, text.Text(), text.Length(), out.bytes, most);
+    return out.size != 0;
+}
+
+bool WriteFile(const Char* name, const Platform::ByteBlock& bytes) {
+    Platform::File file;
+    return file.Open(name, Platform::File::Mode::Create) && file.Write(bytes.bytes, bytes.size) && file.Flush();
+}
+
+// Only the present session's own file is replaced without a question.
+bool MayReplace(CommandTarget& frame, const Char* file) {
+    const WString& present = frame.commands.sessionFile;
+    if (!present.IsEmpty() && Platform::CompareNames(present.Text(), file) == 0) return true;
+    if (Platform::EntryKind(file) == Platform::Entry::Missing) return true;
+    WString question;
+    return Text::AppendFormat(question, u"%s already exists.\nWould you like to overwrite it?", file) &&
+           frame.AskUser(question.Text(), MessageKind::YesNoCancel) == Answer::Yes;
+}
+
+void ReportFailure(CommandTarget& frame, const Char* file) {
+    WString message;
+    if (Text::AppendFormat(message, u"Failed saving file: %s", file))
+        frame.AskUser(message.Text(), MessageKind::Warning);
+}
+
+} // namespace
+
+bool BuildSessionText(const DocumentList& documents, WString& out) {
+    const uint32_t before = out.Length();
+    if (out.Append(u"sessionfile\r\n") && AppendDocuments(documents, out)) return true;
+    out.Truncate(before);
+    return false;
+}
+
+void SaveSession(CommandTarget& frame, const Char* file) {
+    WString name;
+    if (!name.Assign(file)) return ReportFailure(frame, file);
+    name.StripQuotes();
+    WString text;
+    Platform::ByteBlock bytes;
+    if (!BuildSessionText(frame.Documents(), text) || !Encode(text, bytes)) return ReportFailure(frame, name.Text());
+    if (!MayReplace(frame, name.Text())) return;
+    if (!WriteFile(name.Text(), bytes)) ReportFailure(frame, name.Text());
+}
