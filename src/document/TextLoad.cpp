@@ -1,6 +1,12 @@
 #include "document/TextBuffer.h"
 #include "document/TextFile.h"
 
+namespace {
+
+constexpr const Char* EncodingNames[Encoding::Count] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
+
+} // namespace
+
 bool TextBuffer::Load(const Char* fileName, bool createNew) {
     if (createNew) return MakeNew(fileName);
     Clear(false);
@@ -39,3 +45,9 @@ bool TextBuffer::IsChangedOnDisk() {
 }
 
 void TextBuffer::MarkFileTimeNow() { fileTime = Platform::Now(); }
+
+bool TextBuffer::GetEncoding(uint32_t& current, const Char* const*& names) const {
+    current = encoding;
+    names = EncodingNames;
+    return true;
+}
