@@ -1,0 +1,251 @@
+#include "syntax/CLikeEngine.h"
+
+#include "base/Scan.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+constexpr uint32_t InLongComment = 1;
+
+bool IsQuote(Char c) { return c == u'"' || c == u'\''; }
+
+// What follows the string that the quote at `at` opens.
+const Char* AfterString(const Char* at, const Char* end) {
+    const Char quote = *at++;
+    while (at < end && *at != quote) {
+        // A backslash takes the next character with it, be it the quote or another backslash.
+        if (*at == u'\\' && at + 1 < end) ++at;
+        ++at;
+    }
+    return at < end ? at + 1 : end;
+}
+
+} // namespace
+
+CLikeEngine::CLikeEngine(const EngineDefinition& engineDefinition)
+    : foldCase(!engineDefinition.caseSensitive), definition(engineDefinition), keywords(*engineDefinition.keywords) {
+    longCommentStart.Set(definition.longCommentStart, foldCase);
+    longCommentEnd.Set(definition.longCommentEnd, foldCase);
+    BuildTables();
+}
+
+void CLikeEngine::BuildTables() {
+    table = CharacterTable();
+    scanStops.Clear();
+    scanStops.Add(u'"');
+    scanStops.Add(u'\'');
+    AddMarker(definition.longCommentStart, foldCase);
+    for (uint32_t i = 0; i < definition.lineCommentCount; ++i) AddMarker(definition.lineComments[i].marker, foldCase);
+    AddMarker(endMarker, true);
+    for (Char c = 0; c < CharacterTable::AsciiCount; ++c) {
+        if (keywords.CanBegin(c)) table.Add(c, CharFlag::Keyword);
+    }
+    if (keywords.CanBeginBeyondAscii()) table.Add(CharacterTable::AsciiCount, CharFlag::Keyword);
+    SetStops();
+}
+
+void CLikeEngine::SetStops() {
+    finder = PieceFinder();
+    // A row of blanks has to be met where it begins.
+    const bool stopAtBlanks = (table.Flags(u' ') | table.Flags(u'\t')) & CharFlag::Special;
+    const uint32_t stopping = CharFlag::Special | (stopAtBlanks ? CharFlag::Blank : 0);
+    for (Char c = 0; c < CharacterTable::AsciiCount; ++c) {
+        const uint32_t flags = table.Flags(c);
+        if ((flags & stopping) && !(flags & CharFlag::Word)) finder.AddStop(c);
+    }
+    if (table.Flags(CharacterTable::AsciiCount) & CharFlag::Special) finder.StopEverywhere();
+}
+
+void CLikeEngine::AddMarker(const WString& marker, bool bothCases) {
+    if (marker.IsEmpty()) return;
+    table.Add(marker[0], CharFlag::Marker, bothCases);
+    scanStops.Add(marker[0], bothCases);
+}
+
+const Char* CLikeEngine::AfterLineCommentStart(const Char* at, const Char* end) const {
+    for (uint32_t i = 0; i < definition.lineCommentCount; ++i) {
+        const LineCommentStart& start = definition.lineComments[i];
+        if (!MarkerAt(at, end, start.marker, foldCase)) continue;
+        const Char* after = at + start.marker.Length();
+        if (!start.wordBoundary || after == end || !Text::IsAsciiLetter(*after)) return after;
+    }
+    return nullptr;
+}
+
+// The end of the long comment that goes on at `at`; `end` and `inComment` set when it does not end.
+const Char* CLikeEngine::AfterLongComment(const Char* at, const Char* end, bool& inComment) const {
+    at = longCommentEnd.Find(at, end);
+    inComment = at == end;
+    return inComment ? end : at + longCommentEnd.Length();
+}
+
+uint32_t CLikeEngine::ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
+                                 ColouredLine& line) {
+    runs.Clear();
+    line = {};
+    Line current = {text, text + length, offset, TouchesHighlight(offset, length), state == InLongComment, NoFill, {}};
+    const Char* at = text;
+    if (!ColourPieces(current, at)) return 0;
+    state = current.inComment ? InLongComment : 0;
+    if (current.inComment) current.fill = definition.colours[LongCommentClass].background;
+    line = {runs.Spans(), runs.Count(), current.fill};
+    return static_cast<uint32_t>(at - text);
+}
+
+// Colours from `at` on and moves it to where colouring ends. False without memory.
+bool CLikeEngine::ColourPieces(Line& line, const Char*& at) {
+    if (line.inComment && at < line.end) {
+        const Char* start = at;
+        at = AfterLongComment(at, line.end, line.inComment);
+        if (!runs.Append(definition.colours[LongCommentClass], start, at)) return false;
+    }
+    while (at < line.end) {
+        Piece piece;
+        const Char* start = at;
+        at = TakeText(line, at, piece);
+        if (at > start && !runs.Append(definition.colours[TextClass], start, at)) return false;
+        if (at == line.end || !piece.end) break;
+        start = at;
+        at = piece.end;
+        if (!runs.Append(piece.colours, start, at)) return false;
+    }
+    return true;
+}
+
+// Passes over text up to the first place where something else begins, which `next` then holds.
+const Char* CLikeEngine::TakeText(Line& line, const Char* at, Piece& next) const {
+    while (at < line.end) {
+        if (at >= line.map.end) finder.Map(at, line.end, line.highlighted, line.map);
+        const auto passed = at - line.map.start;
+        const uint64_t words = line.map.words >> passed;
+        // Nothing begins inside a word: it is text as a whole.
+        const uint64_t candidates = (words & ~(words << 1)) | line.map.stops >> passed;
+        if (candidates == 0) {
+            at = line.map.end;
+            continue;
+        }
+        const int skipped = std::countr_zero(candidates);
+        at += skipped;
+        const uint32_t flags = table.Flags(*at);
+        const Char* wordEnd = at + std::countr_one(words >> skipped);
+        if (wordEnd == line.map.end) wordEnd = SkipWhile(wordEnd, line.end, CharFlag::Word);
+        const bool mayBegin =
+            line.highlighted || (flags & CharFlag::NotKeyword) ||
+            ((flags & CharFlag::Keyword) && keywords.MayStandAt(at, static_cast<size_t>(wordEnd - at)));
+        if (mayBegin && PieceAt(line, at, wordEnd, flags, next)) break;
+        if (wordEnd > at) at = wordEnd;
+        // A row of blanks is text as a whole, too.
+        else
+            at = flags & CharFlag::Blank ? SkipWhile(at, line.end, CharFlag::Blank) : at + 1;
+    }
+    return at;
+}
+
+// The first character from `at` on without `flag`.
+const Char* CLikeEngine::SkipWhile(const Char* at, const Char* end, uint32_t flag) const {
+    while (at < end && (table.Flags(*at) & flag)) ++at;
+    return at;
+}
+
+// What begins at `at`, in order of precedence; false when it is text.
+bool CLikeEngine::PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const {
+    if ((flags & CharFlag::Marker) && CommentAt(line, at, piece)) return true;
+    if (flags & CharFlag::Quote) {
+        piece = {AfterString(at, line.end), definition.colours[StringClass]};
+        return true;
+    }
+    if ((flags & CharFlag::Marker) && MarkerAt(at, line.end, endMarker, true)) {
+        piece.end = nullptr;
+        return true;
+    }
+    if (flags & CharFlag::Digit) {
+        while (wordEnd < line.end && *wordEnd == u'.') wordEnd = SkipWhile(wordEnd + 1, line.end, CharFlag::Word);
+        piece = {wordEnd, definition.colours[NumberClass]};
+        return true;
+    }
+    if (flags & CharFlag::Keyword) {
+        if (const uint32_t length = keywords.Find(at, line.end, static_cast<size_t>(wordEnd - at))) {
+            piece = {at + length, definition.colours[KeywordClass]};
+            return true;
+        }
+    }
+    return line.highlighted && HighlightAt(line, at, piece);
+}
+
+bool CLikeEngine::CommentAt(Line& line, const Char* at, Piece& piece) const {
+    if (longCommentStart.At(at, line.end)) {
+        const Char* inside = at + longCommentStart.Length();
+        const Char* end = AfterLongComment(inside, line.end, line.inComment);
+        piece = {end, definition.colours[LongCommentClass]};
+        return true;
+    }
+    if (!AfterLineCommentStart(at, line.end)) return false;
+    piece = {line.end, definition.colours[CommentClass]};
+    line.fill = piece.colours.background;
+    return true;
+}
+
+// A range that is met takes its whole length from there, even when it began before; the line's end
+// bounds it.
+bool CLikeEngine::HighlightAt(const Line& line, const Char* at, Piece& piece) const {
+    const uint64_t offset = uint64_t{line.offset} + static_cast<uint64_t>(at - line.text);
+    for (const HighlightRange& range : highlights) {
+        if (offset < range.start || offset >= range.end) continue;
+        const auto length = std::min<ptrdiff_t>(range.end - range.start, line.end - at);
+        piece = {at + length, {range.foreground, range.background}};
+        return true;
+    }
+    return false;
+}
+
+bool CLikeEngine::TouchesHighlight(uint32_t offset, uint32_t length) const {
+    const uint64_t end = uint64_t{offset} + length;
+    for (const HighlightRange& range : highlights) {
+        if (range.start < end && offset < range.end) return true;
+    }
+    return false;
+}
+
+void CLikeEngine::SetHighlight(uint32_t index, const HighlightRange* range) {
+    if (index < HighlightCount) highlights[index] = range ? *range : HighlightRange();
+}
+
+bool CLikeEngine::MayChangeState(const Char* text, uint32_t length) {
+    const Char* end = text + length;
+    return longCommentStart.Find(text, end) < end || longCommentEnd.Find(text, end) < end;
+}
+
+uint32_t CLikeEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
+    const Char* const end = text + length;
+    const Char* at = start > length ? text : text + start;
+    bool inComment = start <= length && state == InLongComment;
+    for (;;) {
+        if (inComment)
+            at = AfterLongComment(at, end, inComment);
+        else
+            at = scanStops.Find(at, end);
+        if (at == end || !ScanPieceAt(at, end, inComment)) break;
+    }
+    stopped = static_cast<uint32_t>(at - text);
+    return inComment ? InLongComment : 0;
+}
+
+// Passes over whatever stands at `at` outside a long comment. False at the end marker.
+bool CLikeEngine::ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const {
+    // Unlike colouring, the scan looks for line comments before long ones and for the end marker
+    // before strings, and a string may go on over the end of its line.
+    if (const Char* after = AfterLineCommentStart(at, end)) {
+        at = after + Scan::FindLineFeed(after, static_cast<size_t>(end - after));
+        if (at < end) ++at;
+    } else if (longCommentStart.At(at, end)) {
+        at += longCommentStart.Length();
+        inComment = true;
+    } else if (MarkerAt(at, end, endMarker, true)) {
+        return false;
+    } else {
+        at = IsQuote(*at) ? AfterString(at, end) : at + 1;
+    }
+    return true;
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "syntax/CharacterClass.h"
+#include "syntax/EngineBase.h"
+#include "syntax/Marker.h"
+#include "syntax/PieceFinder.h"
+#include "syntax/RunList.h"
+
+// Colours a language made of keywords, numbers, strings and comments. The state is 1 inside a long
+// comment, else 0.
+class CLikeEngine final : public EngineBase {
+public:
+    // The definition must have keywords and outlive the engine.
+    explicit CLikeEngine(const EngineDefinition& engineDefinition);
+
+    uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
+                        ColouredLine& line) override;
+    uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) override;
+    bool MayChangeState(const Char* text, uint32_t length) override;
+    void SetHighlight(uint32_t index, const HighlightRange* range) override;
+    const Char* BraceCharacters() const override { return u"{}()[]"; }
+
+private:
+    static constexpr uint32_t HighlightCount = 2;
+
+    // The line that is being coloured.
+    struct Line {
+        const Char* text;
+        const Char* end;
+        uint32_t offset;
+        bool highlighted; // some highlight range touches the line
+        bool inComment;
+        Colour fill;
+        PieceMap map; // of the characters that come next
+    };
+    // A run that is not text, by where it ends; without an end it is the end marker that stands there.
+    struct Piece {
+        const Char* end = nullptr;
+        ColourClass colours = {};
+    };
+
+    void EndMarkerChanged() override { BuildTables(); }
+    void BuildTables();
+    void SetStops();
+    void AddMarker(const WString& marker, bool bothCases);
+    // What follows the line-comment start at `at`; null when there is none.
+    const Char* AfterLineCommentStart(const Char* at, const Char* end) const;
+    const Char* AfterLongComment(const Char* at, const Char* end, bool& inComment) const;
+
+    bool ColourPieces(Line& line, const Char*& at);
+    const Char* TakeText(Line& line, const Char* at, Piece& next) const;
+    const Char* SkipWhile(const Char* at, const Char* end, uint32_t flag) const;
+    bool PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const;
+    bool CommentAt(Line& line, const Char* at, Piece& piece) const;
+    bool HighlightAt(const Line& line, const Char* at, Piece& piece) const;
+    bool ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const;
+    bool TouchesHighlight(uint32_t offset, uint32_t length) const;
+
+    bool foldCase;
+    RunList runs;
+    const EngineDefinition& definition;
+    const KeywordSet& keywords;
+    HighlightRange highlights[HighlightCount];
+    CharacterTable table;
+    PieceFinder finder;
+    StopSet scanStops; // what the state scan has to look at
+    MarkerSearch longCommentStart;
+    MarkerSearch longCommentEnd;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "base/WString.h"
+#include "syntax/EngineDefinition.h"
+#include "syntax/SyntaxEngine.h"
+
+// What the engines have in common: the references to it and the end marker.
+class EngineBase : public SyntaxEngine {
+public:
+    EngineBase(const EngineBase&) = delete;
+    EngineBase& operator=(const EngineBase&) = delete;
+
+    uint32_t AddRef() override { return ++refCount; }
+    uint32_t Release() override {
+        const uint32_t left = --refCount;
+        if (left == 0) delete this;
+        return left;
+    }
+    bool SetEndMarker(const Char* marker) override {
+        if (!endMarker.Assign(marker ? marker : u"")) return false;
+        EndMarkerChanged();
+        return true;
+    }
+
+protected:
+    EngineBase() = default;
+    virtual ~EngineBase() = default;
+    // For what an engine has derived from the end marker.
+    virtual void EndMarkerChanged() {}
+
+    uint32_t refCount = 1; // the maker's
+    WString endMarker;
+};

@@ -1,0 +1,27 @@
+#include "syntax/EngineChoice.h"
+
+#include "base/Path.h"
+#include "syntax/CLikeEngine.h"
+#include "syntax/HtmlEngine.h"
+#include "syntax/PlainEngine.h"
+
+SyntaxEngine* MakeEngine(const Char* name, uint32_t htmlDepth) {
+    const EngineDefinition* definition = FindEngineDefinition(name);
+    if (definition && definition->treatAs) definition = definition->treatAs;
+    if (definition && definition->html && htmlDepth < HtmlEngine::MaxDepth) {
+        return new HtmlEngine(*definition, htmlDepth);
+    }
+    if (definition && definition->keywords && !definition->html) return new CLikeEngine(*definition);
+    return new PlainEngine(definition);
+}
+
+SyntaxEngine* ChooseEngine(const Char* name, const Char* path) {
+    if (!name || !*name) name = path ? Path::FileName(path) : u"";
+    return MakeEngine(name, 0);
+}
+
+SyntaxEngine* ChooseEngineForFile(const Char* engineName, const Char* path) {
+    if (engineName && *engineName) return ChooseEngine(engineName, path);
+    const Char* extension = path ? Path::Extension(path) : u"";
+    return ChooseEngine(*extension ? extension + 1 : extension, path);
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "syntax/SyntaxEngine.h"
+
+// Makes the engine of the definition that lists `name`, or a plain one; null when memory runs out.
+// `htmlDepth` is how many HTML engines the new one stands in.
+SyntaxEngine* MakeEngine(const Char* name, uint32_t htmlDepth);

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/WString.h"
+#include "syntax/KeywordSet.h"
+
+class IniFile;
+
+// The colour classes of a definition.
+enum ColourClassIndex : uint32_t {
+    TextClass,
+    CommentClass,
+    LongCommentClass,
+    StringClass,
+    KeywordClass,
+    NumberClass,
+    HtmlTagClass,
+    HtmlAttrClass,
+    HtmlAttrValueClass,
+    HtmlAttrQuotedValueClass,
+    HtmlCommentClass,
+    HtmlPunctClass,
+    ColourClassCount,
+};
+
+// The background also stands for the brush that fills the rest of a line.
+struct ColourClass {
+    Colour foreground = 0;
+    Colour background = 0;
+};
+
+struct LineCommentStart {
+    WString marker;
+    // Set when the marker ends with an ASCII letter: no such letter may then follow it.
+    bool wordBoundary = false;
+};
+
+// What one kind of file looks like.
+struct EngineDefinition : HeapObject {
+    static constexpr uint32_t MaxLineComments = 4;
+
+    WString extensions; // names separated by single spaces
+    WString keywordsText;
+    KeywordSet* keywords = nullptr; // owned; null when there are none
+    bool caseSensitive = true;
+    WString longCommentStart;
+    WString longCommentEnd;
+    LineCommentStart lineComments[MaxLineComments];
+    uint32_t lineCommentCount = 0;
+    ColourClass colours[ColourClassCount];
+    bool html = false;
+    bool userDefined = false;
+    EngineDefinition* next = nullptr;     // newer
+    EngineDefinition* previous = nullptr; // older
+    const EngineDefinition* treatAs = nullptr;
+
+    EngineDefinition() = default;
+    ~EngineDefinition() { delete keywords; }
+    EngineDefinition(const EngineDefinition&) = delete;
+    EngineDefinition& operator=(const EngineDefinition&) = delete;
+
+    // Stores line-comment start `index`; the count in use becomes one more than it. False without memory.
+    bool SetLineComment(uint32_t index, const Char* marker);
+};
+
+// Replaces the process-wide definitions by the built-in ones and those of the file's "Engine_"
+// sections. Call it after the settings were loaded; what there is no memory for is left out.
+void LoadEngineDefinitions(const IniFile& file);
+// Destroys every definition, oldest first. Engines made from them must not be used any more.
+void ReleaseEngineDefinitions();
+
+// The newest definition that lists `name`, letter case ignored; null when there is none.
+const EngineDefinition* FindEngineDefinition(const Char* name);
+// The newest definition; the others follow through `previous`. Null before anything was loaded.
+const EngineDefinition* NewestEngineDefinition();

@@ -1,0 +1,169 @@
+#include "syntax/HtmlEngine.h"
+
+#include "syntax/EngineChoice.h"
+#include "syntax/HtmlMachine.h"
+
+using namespace HtmlState;
+
+namespace {
+
+// By the kind of run; there are no kinds 1 to 5.
+constexpr ColourClassIndex ClassOfKind[] = {TextClass,
+                                            TextClass,
+                                            TextClass,
+                                            TextClass,
+                                            TextClass,
+                                            TextClass,
+                                            HtmlTagClass,
+                                            HtmlAttrClass,
+                                            HtmlAttrValueClass,
+                                            HtmlAttrQuotedValueClass,
+                                            HtmlAttrQuotedValueClass,
+                                            HtmlCommentClass,
+                                            HtmlPunctClass,
+                                            HtmlTagClass};
+
+constexpr Char ScriptEnd[] = u"</script";
+constexpr uint32_t ScriptEndLength = 8;
+constexpr Char PhpEnd[] = u"?>";
+constexpr uint32_t PhpEndLength = 2;
+
+bool IsPhp(uint32_t state) { return state >= PhpContent; }
+
+// The state of a line end inside embedded code. There is room for the states 0 and 1 of the inner
+// engine; markup inside embedded code starts each line between tags.
+uint32_t EmbeddedState(uint32_t state, uint32_t innerState) {
+    return (IsPhp(state) ? PhpContent : ScriptContent) + (innerState == 1 ? 1 : 0);
+}
+uint32_t InnerState(uint32_t state) { return state - (IsPhp(state) ? PhpContent : ScriptContent); }
+
+// States that no line of this engine ends in come from another engine's lines.
+uint32_t KnownState(uint32_t state) {
+    const bool known = state >= Tag && state < Count && state != Punctuation;
+    return known ? state : Between;
+}
+
+} // namespace
+
+// Makes the runs of a line.
+class HtmlEngine::Colouring {
+public:
+    static constexpr bool TagNameEndsAtLineFeed = false;
+
+    Colouring(HtmlEngine& owner, const Char* lineText, uint32_t lineOffset)
+        : engine(owner), runs(owner.runs), text(lineText), offset(lineOffset) {}
+
+    bool Start(uint32_t kind) { return runs.Start(kind, engine.definition.colours[ClassOfKind[kind]]); }
+    uint32_t Kind() const { return runs.Kind(); }
+    void Take(size_t count) { runs.Extend(count); }
+
+    bool Embedded(HtmlMachine<Colouring>& machine) {
+        SyntaxEngine* inner = engine.InnerEngine(machine.state);
+        if (!inner) return false;
+        uint32_t innerState = InnerState(machine.state);
+        ColouredLine line;
+        const auto passed = static_cast<uint32_t>(machine.at - text);
+        const auto left = static_cast<uint32_t>(machine.end - machine.at);
+        const uint32_t coloured = inner->ColourLine(offset + passed, machine.at, left, innerState, line);
+        if (!runs.AppendAll(line)) return false;
+        machine.at += coloured;
+        machine.state = EmbeddedState(machine.state, innerState);
+        return coloured == left || EndOfCode(machine);
+    }
+
+private:
+    // The inner engine has stopped before the end of the line.
+    bool EndOfCode(HtmlMachine<Colouring>& machine) {
+        const bool php = IsPhp(machine.state);
+        // It stops nowhere else, unless memory ran out.
+        if (!(php ? machine.StandsHere(PhpEnd, PhpEndLength) : machine.StandsHereNoCase(ScriptEnd, ScriptEndLength)))
+            return false;
+        machine.state = Between;
+        machine.returnState = Tag;
+        if (!php) return true; // the closing tag is coloured like any other
+        if (!Start(Tag)) return false;
+        machine.TakeTo(machine.at + PhpEndLength);
+        return true;
+    }
+
+    HtmlEngine& engine;
+    RunList& runs;
+    const Char* text;
+    uint32_t offset;
+};
+
+// Carries the state through text of any number of lines.
+class HtmlEngine::Scanning {
+public:
+    static constexpr bool TagNameEndsAtLineFeed = true;
+
+    Scanning(HtmlEngine& owner, const Char* wholeText, uint32_t wholeLength)
+        : engine(owner), text(wholeText), length(wholeLength) {}
+
+    bool Start(uint32_t) { return true; }
+    uint32_t Kind() const { return RunList::NoKind; }
+    void Take(size_t) {}
+
+    bool Embedded(HtmlMachine<Scanning>& machine) {
+        SyntaxEngine* inner = engine.InnerEngine(machine.state);
+        if (!inner) return false;
+        uint32_t stopped = length;
+        const auto start = static_cast<uint32_t>(machine.at - text);
+        const uint32_t innerState = inner->ScanState(text, length, start, InnerState(machine.state), stopped);
+        machine.at = text + stopped;
+        machine.state = stopped == length ? EmbeddedState(machine.state, innerState) : uint32_t{Between};
+        return true;
+    }
+
+private:
+    HtmlEngine& engine;
+    const Char* text;
+    uint32_t length;
+};
+
+HtmlEngine::~HtmlEngine() {
+    if (script) script->Release();
+    if (php) php->Release();
+}
+
+SyntaxEngine* HtmlEngine::InnerEngine(uint32_t state) {
+    SyntaxEngine*& inner = IsPhp(state) ? php : script;
+    if (inner) return inner;
+    SyntaxEngine* made = MakeEngine(IsPhp(state) ? u"phps" : u"js", depth + 1);
+    if (!made) return nullptr;
+    if (made->SetEndMarker(IsPhp(state) ? PhpEnd : ScriptEnd))
+        inner = made;
+    else
+        made->Release();
+    return inner;
+}
+
+uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
+                                ColouredLine& line) {
+    runs.Clear();
+    line = {};
+    Colouring output(*this, text, offset);
+    HtmlMachine<Colouring> machine(output, text, text + length, KnownState(state), returnState);
+    if (!machine.Run()) return 0;
+    state = machine.state;
+    returnState = machine.returnState;
+    line.spans = runs.Spans();
+    line.count = runs.Count();
+    if (state == Comment) line.fill = definition.colours[HtmlCommentClass].background;
+    return length;
+}
+
+uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
+    const bool startsOver = start > length;
+    Scanning output(*this, text, length);
+    HtmlMachine<Scanning> machine(output, text + (startsOver ? 0 : start), text + length,
+                                  startsOver ? uint32_t{Between} : KnownState(state), Tag);
+    machine.Run();
+    stopped = static_cast<uint32_t>(machine.at - text);
+    return machine.state;
+}
+
+void HtmlEngine::SetHighlight(uint32_t index, const HighlightRange* range) {
+    if (script) script->SetHighlight(index, range);
+    if (php) php->SetHighlight(index, range);
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "syntax/EngineBase.h"
+#include "syntax/RunList.h"
+
+// The values of a line's state; below ScriptContent they are also the kinds of runs.
+namespace HtmlState {
+enum : uint32_t {
+    Between = 0, // text between tags
+    Tag = 6,
+    Attribute = 7,
+    Value = 8,
+    SingleQuoted = 9,
+    DoubleQuoted = 10,
+    Comment = 11,
+    Punctuation = 12, // only the kind of a run
+    ScriptTag = 13,
+    ScriptContent = 14, // plus the script engine's own state
+    PhpContent = 16,    // plus the php engine's own state
+    Count = 18,
+};
+} // namespace HtmlState
+
+// Colours markup, and hands the content of script elements and php blocks to engines of their own.
+class HtmlEngine final : public EngineBase {
+public:
+    // HTML engines may stand in one another, when a definition says that scripts are HTML. A deeper
+    // one is replaced by a plain engine.
+    static constexpr uint32_t MaxDepth = 4;
+
+    // `engineDefinition` must outlive the engine.
+    HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth)
+        : definition(engineDefinition), depth(htmlDepth) {}
+
+    uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
+                        ColouredLine& line) override;
+    uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) override;
+    bool MayChangeState(const Char*, uint32_t) override { return true; }
+    void SetHighlight(uint32_t index, const HighlightRange* range) override;
+    const Char* BraceCharacters() const override { return u"{}()[]<>"; }
+
+private:
+    class Colouring;
+    class Scanning;
+
+    ~HtmlEngine() override;
+    // The engine of the embedded code that `state` stands in, made on first need; null without memory.
+    SyntaxEngine* InnerEngine(uint32_t state);
+
+    RunList runs;
+    const EngineDefinition& definition;
+    // Where a tag goes on after an attribute's value. It is carried over from line to line without
+    // being part of the state, so a tag of several lines may go on as the last coloured one did.
+    uint32_t returnState = HtmlState::Between;
+    SyntaxEngine* script = nullptr;
+    SyntaxEngine* php = nullptr;
+    uint32_t depth;
+};

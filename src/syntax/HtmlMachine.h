@@ -1,0 +1,169 @@
+#pragma once
+
+#include "base/Text.h"
+#include "syntax/HtmlEngine.h"
+#include "syntax/StopSet.h"
+
+// The state machine that reads markup, for colouring and for scanning. `Output` has
+//   bool Start(uint32_t kind)    begins a run; false without memory
+//   uint32_t Kind()              the kind of the current run
+//   void Take(size_t count)      gives characters to the current run
+//   bool Embedded(machine)       goes on from a state of embedded code; false without memory
+//   TagNameEndsAtLineFeed        whether the name of a tag does
+template <class Output> class HtmlMachine {
+public:
+    HtmlMachine(Output& output, const Char* text, const Char* textEnd, uint32_t startState, uint32_t startReturnState)
+        : at(text), end(textEnd), state(startState), returnState(startReturnState), out(output) {
+        tagStart.Add(u'<');
+    }
+
+    // Goes on to the end of the text; false without memory.
+    bool Run() {
+        while (at < end) {
+            if (!Step()) return false;
+        }
+        return true;
+    }
+
+    bool StandsHere(const Char* text, size_t length) const {
+        return static_cast<size_t>(end - at) >= length && Text::EqualCount(at, text, length);
+    }
+    bool StandsHereNoCase(const Char* text, size_t length) const {
+        return static_cast<size_t>(end - at) >= length && Text::EqualCountNoCase(at, text, length);
+    }
+    void TakeTo(const Char* to) {
+        out.Take(static_cast<size_t>(to - at));
+        at = to;
+    }
+
+    const Char* at;
+    const Char* const end;
+    uint32_t state;
+    // Where a tag goes on behind an attribute's value.
+    uint32_t returnState;
+
+private:
+    bool Step() {
+        using namespace HtmlState;
+        if (state >= ScriptContent) return out.Embedded(*this);
+        if (out.Kind() != state && !out.Start(state)) return false;
+        switch (state) {
+        case Tag:
+        case ScriptTag:
+            return InTag();
+        case Attribute:
+            return InAttribute();
+        case Value:
+            return InValue();
+        case SingleQuoted:
+            return InQuotedValue(u'\'');
+        case DoubleQuoted:
+            return InQuotedValue(u'"');
+        case Comment:
+            return InComment();
+        default:
+            return InText();
+        }
+    }
+
+    bool InText() {
+        TakeTo(tagStart.Find(at, end));
+        return at == end || OpenTag();
+    }
+
+    bool OpenTag() {
+        using namespace HtmlState;
+        if (StandsHere(u"<!--", 4)) {
+            state = Comment;
+            if (!out.Start(Comment)) return false;
+            TakeTo(at + 4);
+            return true;
+        }
+        if (StandsHereNoCase(u"<script", 7)) return StartTag(ScriptTag, ScriptTag, ScriptTag);
+        if (StandsHereNoCase(u"<?php", 5)) return StartTag(Tag, PhpContent, Tag);
+        return StartTag(Tag, Tag, Tag);
+    }
+
+    // Takes the name of a tag, its `<` included.
+    bool StartTag(uint32_t kind, uint32_t newState, uint32_t newReturnState) {
+        if (!out.Start(kind)) return false;
+        state = newState;
+        returnState = newReturnState;
+        TakeTo(FindIf([](Char c) { return EndsWord(c) || (Output::TagNameEndsAtLineFeed && c == u'\n'); }));
+        return true;
+    }
+
+    bool InTag() {
+        using namespace HtmlState;
+        TakeTo(FindIf([](Char c) { return !Text::IsBlank(c); }));
+        if (at == end) return true;
+        if (*at == u'>') {
+            state = state == ScriptTag ? ScriptContent : Between;
+        } else {
+            state = Attribute;
+            if (!out.Start(Attribute)) return false;
+        }
+        TakeTo(at + 1);
+        return true;
+    }
+
+    bool InAttribute() {
+        using namespace HtmlState;
+        TakeTo(FindIf([](Char c) { return c == u'=' || c == u'>'; }));
+        if (at == end) return true;
+        if (*at == u'=') return TakeEquals();
+        // A script tag whose last attribute has no value ends like any other tag.
+        if (!out.Start(returnState)) return false;
+        TakeTo(at + 1);
+        state = Between;
+        return true;
+    }
+
+    bool TakeEquals() {
+        using namespace HtmlState;
+        if (!out.Start(Punctuation)) return false;
+        TakeTo(at + 1);
+        TakeTo(FindIf([](Char c) { return !Text::IsBlank(c); }));
+        state = Value;
+        if (at < end && *at == u'\'') state = SingleQuoted;
+        if (at < end && *at == u'"') state = DoubleQuoted;
+        return true;
+    }
+
+    bool InValue() {
+        TakeTo(FindIf(EndsWord));
+        state = returnState;
+        return true;
+    }
+
+    // A `>` ends the value early.
+    bool InQuotedValue(Char quote) {
+        TakeTo(at + 1);
+        TakeTo(FindIf([quote](Char c) { return c == quote || c == u'>'; }));
+        if (at < end && *at == quote) TakeTo(at + 1);
+        state = returnState;
+        return true;
+    }
+
+    bool InComment() {
+        for (;;) {
+            TakeTo(FindIf([](Char c) { return c == u'-'; }));
+            if (at == end) return true;
+            if (StandsHere(u"-->", 3)) break;
+            TakeTo(at + 1);
+        }
+        TakeTo(at + 3);
+        state = HtmlState::Between;
+        return true;
+    }
+
+    static bool EndsWord(Char c) { return Text::IsBlank(c) || c == u'>'; }
+    template <class Stops> const Char* FindIf(Stops stops) const {
+        const Char* found = at;
+        while (found < end && !stops(*found)) ++found;
+        return found;
+    }
+
+    Output& out;
+    StopSet tagStart;
+};
