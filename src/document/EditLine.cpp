@@ -44,6 +44,7 @@ bool TextBuffer::CommitEdit() {
     MarkCommitted(redoHead);
     DropEditLine();
     editDirty = 0;
+    TellTextChanged(editLineStart);
     return true;
 }
 
@@ -81,6 +82,7 @@ bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint
     // Only a step taken back while memory was short can be left here; it does not fit the line any more.
     FreeRecords(redoHead);
     reachesOn = reachesOn || (notifyEngine && EditLineReachesOn());
+    if (reachesOn) TellTextChanged(editLineStart);
     if (view) view->MoveCaret(view->CaretLine(), column + 1);
     if (notifyEngine) RepaintEdited(line, reachesOn);
     return true;

@@ -33,6 +33,7 @@ bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
 bool LineEdit::ChangeCommitted(bool back) {
     if (!replaced) return ChangeStore(back != (isDelete != 0));
     document->text[position] = back ? replaced : text[0];
+    document->TellTextChanged(position);
     return true;
 }
 
@@ -49,6 +50,7 @@ bool LineEdit::ChangeEditLine(bool back) {
     }
     document->editDirty = 1;
     reachesOn = reachesOn || document->EditLineReachesOn();
+    if (reachesOn) document->TellTextChanged(document->editLineStart);
 
     if (!isDelete) {
         const uint32_t caretColumn = back ? column : column + text.Length();

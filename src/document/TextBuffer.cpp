@@ -59,6 +59,7 @@ void TextBuffer::FreeStore() {
     Heap::Free(text);
     text = nullptr;
     length = capacity = encoding = 0;
+    TellTextChanged(0);
 }
 
 void TextBuffer::CloseEditLine() {
@@ -70,6 +71,7 @@ void TextBuffer::CloseEditLine() {
 void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
     if (engine) engine->Release();
     engine = newEngine;
+    TellTextChanged(0);
 }
 
 void TextBuffer::ChooseOwnEngine() {

@@ -138,6 +138,7 @@ private:
     friend class InsertEdit;
     friend class DeleteEdit;
     friend class OutputRunner;
+    friend struct TextBufferProbe; // of the tests
 
     ~TextBuffer();
 
@@ -179,6 +180,7 @@ private:
     uint32_t FindBelow(const Search& search, uint32_t from, uint32_t lowest) const;
 
     bool HasView(const DocumentView* view) const;
+    void TellTextChanged(uint32_t offset);
     // With `destroyViews` the views go, else their carets move to the start.
     void Clear(bool destroyViews);
     void DestroyViews();

@@ -56,6 +56,7 @@ bool TextBuffer::EmptyAndResetUndo() {
         text[0] = 0;
     }
     length = 0;
+    TellTextChanged(0);
     SetLineCount(1);
     RepaintAll();
     return true;

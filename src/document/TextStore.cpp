@@ -25,6 +25,7 @@ bool TextBuffer::InsertIntoStore(uint32_t offset, const Char* inserted, uint32_t
     length += count;
     text[length] = 0;
     lineCache.Inserted(offset, count, newLines);
+    TellTextChanged(offset);
     SetLineCount(lineCount + newLines);
     return true;
 }
@@ -35,6 +36,7 @@ void TextBuffer::DeleteFromStore(uint32_t offset, uint32_t count, uint32_t newLi
     length -= count;
     text[length] = 0;
     lineCache.Deleted(offset, count, newLines);
+    TellTextChanged(offset);
     SetLineCount(lineCount - newLines);
 }
 

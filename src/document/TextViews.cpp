@@ -61,6 +61,10 @@ void TextBuffer::RepaintLines(uint32_t first, uint32_t last) {
     if (std::min(first, last) <= caretLine && caretLine <= std::max(first, last)) LoadEditLine(caretLine);
 }
 
+void TextBuffer::TellTextChanged(uint32_t offset) {
+    for (const ViewNode* node = views.head; node; node = node->next) node->view->TextChanged(offset);
+}
+
 void TextBuffer::SetLineCount(uint32_t count) {
     lineCount = count;
     for (const ViewNode* node = views.head; node; node = node->next) node->view->LineCountChanged();
