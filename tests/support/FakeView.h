@@ -1,0 +1,124 @@
+#pragma once
+
+#include "document/TextBuffer.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+// A view of a text document without anything to look at: it keeps caret, selection and top line the way
+// a real view does, and takes down what the document asks of it. Offsets count the pending edit line in
+// its edited form.
+//
+//     FakeView* view = FakeView::Create(document);   // in the document's list, which owns it
+//     view->Activate();
+class FakeView final : public DocumentView {
+public:
+    explicit FakeView(TextBuffer& shown) : document(shown) { ++alive; }
+    FakeView(const FakeView&) = delete;
+    FakeView& operator=(const FakeView&) = delete;
+
+    // Makes a view through TextBuffer::CreateView; null when that fails.
+    static FakeView* Create(TextBuffer& document, bool withWindow = true) {
+        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> DocumentView* {
+            return failNext ? (failNext = false, nullptr) : new FakeView(shown);
+        });
+        auto* view = static_cast<FakeView*>(document.CreateView(nullptr));
+        if (view) view->window = withWindow;
+        return view;
+    }
+    static inline bool failNext = false; // the next Create fails
+    static inline int alive = 0;         // views that were made and not destroyed
+
+    // What WM_SETFOCUS does.
+    void Activate() {
+        focus = true;
+        document.SetActiveView(this);
+        document.LoadEditLine(caretLine);
+    }
+    // As the user would: with the line opened when this is the active view.
+    void PutCaret(uint32_t line, uint32_t column) { MoveCaret(line, column); }
+    void ForgetCalls() {
+        invalidations = lineCountChanges = caretMoves = statusRefreshes = documentChanges = 0;
+        invalidatedLines.clear();
+        runStates.clear();
+    }
+
+    bool HasWindow() const override { return window; }
+    bool HasFocus() const override { return focus; }
+    void Invalidate() override { ++invalidations; }
+    void InvalidateLines(uint32_t first, uint32_t last) override { invalidatedLines.emplace_back(first, last); }
+    void LineCountChanged() override { ++lineCountChanges; }
+    void MoveCaret(uint32_t line, uint32_t column) override {
+        ++caretMoves;
+        Place(line, column);
+        anchor = caret;
+    }
+    void SelectRange(uint32_t newAnchor, uint32_t newCaret) override {
+        const uint32_t end = TextLength();
+        newAnchor = std::min(newAnchor, end);
+        newCaret = std::min(newCaret, end);
+        uint32_t line = 0;
+        uint32_t column = 0;
+        document.OffsetToLineColumn(newCaret, line, column);
+        Place(line, column);
+        anchor = newAnchor;
+        caret = newCaret;
+    }
+    void SetTopLine(uint32_t line) override { topLine = line; }
+    uint32_t CaretLine() const override { return caretLine; }
+    uint32_t CaretColumn() const override { return caretColumn; }
+    uint32_t SelectionAnchor() const override { return anchor; }
+    uint32_t CaretOffset() const override { return caret; }
+    uint32_t TopLine() const override { return topLine; }
+    void RefreshStatus() override { ++statusRefreshes; }
+    void DocumentChanged(Document*) override { ++documentChanges; }
+    void RunStateChanged(Document*, bool running) override { runStates.push_back(running); }
+    View* AsView() override { return nullptr; }
+    void Destroy() override {
+        document.ForgetView(this);
+        delete this;
+    }
+
+    bool window = true;
+    bool focus = false;
+    // Calls since ForgetCalls.
+    int invalidations = 0;
+    int lineCountChanges = 0;
+    int caretMoves = 0;
+    int statusRefreshes = 0;
+    int documentChanges = 0;
+    std::vector<std::pair<uint32_t, uint32_t>> invalidatedLines;
+    std::vector<bool> runStates;
+
+    // Not through `new` of the product: a view is no part of what runs out of memory in a test.
+    static void* operator new(size_t bytes) { return ::operator new(bytes); }
+    static void operator delete(void* block) { ::operator delete(block); }
+
+private:
+    ~FakeView() { --alive; }
+
+    uint32_t PendingGrowth() const {
+        return document.HasPendingEdit() ? document.EditLine().Length() - document.EditLineStoreLength() : 0;
+    }
+    uint32_t TextLength() const { return document.Length() + PendingGrowth(); }
+    void Place(uint32_t line, uint32_t column) {
+        caretLine = std::min(line, document.GetLineCount() - 1);
+        if (document.ActiveView() == this && document.EditLineNumber() != None32) document.LoadEditLine(caretLine);
+        const bool open = document.EditLineNumber() == caretLine;
+        bool isLast = false;
+        uint32_t start = document.LineToOffset(caretLine);
+        const uint32_t lineLength = open ? document.EditLine().Length() - 1 : document.LineLength(start, isLast);
+        if (caretLine > document.EditLineNumber()) start += PendingGrowth();
+        caretColumn = std::min(column, lineLength);
+        caret = start + caretColumn;
+    }
+
+    TextBuffer& document;
+    uint32_t caretLine = 0;
+    uint32_t caretColumn = 0;
+    uint32_t anchor = 0;
+    uint32_t caret = 0;
+    uint32_t topLine = 0;
+};

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "base/Scan.h"
+#include "document/TextBuffer.h"
+
+#include <string>
+#include <vector>
+
+// Looks inside a text document and prepares one, for tests.
+struct TextBufferProbe {
+    // Fills an empty document with a text, as loading does: nothing to undo, not modified.
+    static void Fill(TextBuffer& document, const std::u16string& text) {
+        document.MakeEmpty();
+        const auto count = static_cast<uint32_t>(text.size());
+        const auto newLines = static_cast<uint32_t>(Scan::Reference::CountLineFeeds(text.data(), text.size()));
+        document.InsertIntoStore(0, text.data(), count, newLines);
+    }
+    static const LineCache& Cache(const TextBuffer& document) { return document.lineCache; }
+    static const UndoRecord* UndoHead(const TextBuffer& document) { return document.undoHead; }
+    static const UndoRecord* RedoHead(const TextBuffer& document) { return document.redoHead; }
+    static const LineMarks& Marks(const TextBuffer& document) { return document.marks; }
+    static uint32_t Capacity(const TextBuffer& document) { return document.capacity; }
+    static void MarkSaved(TextBuffer& document) { document.savedUndoHead = document.HeadSerial(); }
+    static void SetEngineName(TextBuffer& document, const Char* name) { document.engineName.Assign(name); }
+};
+
+// A document that the test owns.
+class TextDocument {
+public:
+    explicit TextDocument(const std::u16string& text = u"") : buffer(new TextBuffer) {
+        buffer->AddRef();
+        TextBufferProbe::Fill(*buffer, text);
+    }
+    ~TextDocument() { buffer->Release(); }
+    TextDocument(const TextDocument&) = delete;
+    TextDocument& operator=(const TextDocument&) = delete;
+
+    TextBuffer* operator->() const { return buffer; }
+    TextBuffer& operator*() const { return *buffer; }
+
+    // The text in the store, without what is pending in the edit line.
+    std::u16string Store() const { return {buffer->Content(), buffer->Length()}; }
+    // The text as the user sees it.
+    std::u16string Text() const {
+        std::u16string text = Store();
+        if (buffer->HasPendingEdit()) {
+            std::u16string line = EditLine();
+            // The terminator that ends the edit line of the last line is no part of the text.
+            const bool isLast = buffer->EditLineNumber() + 1 == buffer->GetLineCount();
+            if (isLast) line.pop_back();
+            text.replace(buffer->EditLineStart(), buffer->EditLineStoreLength(), line);
+        }
+        return text;
+    }
+    // With its line feed or terminator.
+    std::u16string EditLine() const { return {buffer->EditLine().Text(), buffer->EditLine().Length()}; }
+    // The states of the undo (redo) records, most recent first: 0 and 1 markers, 2 store, 3 pending.
+    std::vector<uint32_t> UndoStates() const { return States(TextBufferProbe::UndoHead(*buffer)); }
+    std::vector<uint32_t> RedoStates() const { return States(TextBufferProbe::RedoHead(*buffer)); }
+    size_t UndoSteps() const { return Steps(TextBufferProbe::UndoHead(*buffer)); }
+    std::vector<uint32_t> MarkedLines() const {
+        std::vector<uint32_t> lines;
+        for (LineMark* mark = TextBufferProbe::Marks(*buffer).Head(); mark; mark = mark->next)
+            lines.push_back(mark->line);
+        return lines;
+    }
+
+private:
+    static std::vector<uint32_t> States(const UndoRecord* record) {
+        std::vector<uint32_t> states;
+        for (; record; record = record->next) states.push_back(record->state);
+        return states;
+    }
+    static size_t Steps(const UndoRecord* record) {
+        size_t steps = 0;
+        int depth = 0;
+        for (; record; record = record->next) {
+            if (record->state == UndoRecord::GroupEnd) ++depth;
+            if (record->state == UndoRecord::GroupBegin) --depth;
+            if (depth == 0) ++steps;
+        }
+        return steps;
+    }
+
+    TextBuffer* buffer;
+};
