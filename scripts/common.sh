@@ -148,8 +148,9 @@ start_screen() {
 
 stop_screen() {
     [ -z "${ScreenPids:-}" ] && return
-    # What Wine still runs on this screen ends first.
-    [ -n "${WINEPREFIX:-}" ] && timeout 20 /usr/lib/wine/wineserver64 -w 2>/dev/null
+    # What Wine still runs on this screen ends first; the prefix is used for virtual screens only.
+    /usr/lib/wine/wineserver64 -k 2>/dev/null
+    timeout 20 /usr/lib/wine/wineserver64 -w 2>/dev/null
     # The list holds only process numbers.
     # shellcheck disable=SC2086
     kill $ScreenPids 2>/dev/null
