@@ -185,4 +185,16 @@ TEST(NextLine, GivesEmptyLinesButNoneAfterTheLastLineEnd) {
     EXPECT_EQ(LinesOf(u"\n").size(), 1u);
 }
 
+TEST(NextLine, StopsAtTheTerminatorAndPastALineFeed) {
+    WString line;
+    uint32_t position = 0;
+    EXPECT_TRUE(NextLine(u"ab\ncd", position, line));
+    EXPECT_EQ(position, 3u);
+    EXPECT_TRUE(NextLine(u"ab\ncd", position, line));
+    EXPECT_EQ(position, 5u);
+    EXPECT_FALSE(NextLine(u"ab\ncd", position, line));
+    EXPECT_EQ(position, 5u);
+    EXPECT_EQ(Str(line), u"cd");
+}
+
 } // namespace
