@@ -14,6 +14,8 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     Platform::ByteBlock file;
     DecodedText decoded;
     if (!Platform::ReadWholeFile(fileName, file, &fileTime) || !DecodeText(file, decoded)) return false;
+    // Before the text is taken over, so that a failed load leaves none.
+    if (decoded.text && !SetPath(fileName)) return false;
     encoding = decoded.encoding;
     if (!decoded.text) return true; // the file was read, but the code page can make nothing of it
     text = decoded.text;
@@ -22,10 +24,6 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     length = decoded.length;
     lineEnding = decoded.style;
     SetLineCount(decoded.lineCount);
-    if (!SetPath(fileName)) {
-        FreeStore();
-        return false;
-    }
     ChooseOwnEngine();
     savedUndoHead = HeadSerial();
     return true;

@@ -1,0 +1,76 @@
+#include "LoadSaveSupport.h"
+
+#include <chrono>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// As another program that writes the file would, some time after (or before) now.
+void Touch(const ScratchFolder& folder, std::chrono::seconds fromNow) {
+    std::filesystem::last_write_time(folder.File("file.txt"), std::filesystem::file_time_type::clock::now() + fromNow);
+}
+
+} // namespace
+
+TEST(ChangeOnDisk, AFileThatAnotherProgramTouchedHasChangedUntilTheTimeIsMarked) {
+    LoadedDocument document("text");
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    std::filesystem::last_write_time(document.folder.File("file.txt"),
+                                     std::filesystem::last_write_time(document.folder.File("file.txt")) + 1s);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+    EXPECT_TRUE(document->IsChangedOnDisk()) << "asking changes nothing";
+    Touch(document.folder, -10s);
+    EXPECT_FALSE(document->IsChangedOnDisk()) << "earlier than the load";
+
+    Touch(document.folder, -1s);
+    document->MarkFileTimeNow();
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    Touch(document.folder, 60s);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, SavingTakesTheNewTime) {
+    LoadedDocument document("text");
+    Touch(document.folder, 60s);
+    ASSERT_TRUE(document->IsChangedOnDisk());
+    ASSERT_TRUE(document->Save(document->GetName(), Encoding::Keep, LineEnding::Keep));
+    EXPECT_FALSE(document->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, ReloadingTakesTheNewTime) {
+    LoadedDocument document("text");
+    Touch(document.folder, 60s);
+    ASSERT_TRUE(document->Reload());
+    EXPECT_FALSE(document->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, AMissingFileHasNotChanged) {
+    LoadedDocument document("text");
+    std::filesystem::remove(document.folder.File("file.txt"));
+    EXPECT_FALSE(document->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, OutputAndTitledDocumentsNeverChange) {
+    LoadedDocument output("text");
+    Touch(output.folder, 60s);
+    ASSERT_TRUE(output->IsChangedOnDisk());
+    output->MarkAsOutput();
+    EXPECT_FALSE(output->IsChangedOnDisk());
+
+    LoadedDocument titled("text");
+    Touch(titled.folder, 60s);
+    ASSERT_TRUE(titled->SetTitle(u"Untitled"));
+    EXPECT_FALSE(titled->IsChangedOnDisk());
+    ASSERT_TRUE(titled->SetTitle(u""));
+    EXPECT_TRUE(titled->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, AFileWhoseTimeCannotBeReadHasNotChanged) {
+    LoadedDocument document("text");
+    Touch(document.folder, 60s);
+    Platform::SetFileFailureHook([] { return true; });
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    Platform::SetFileFailureHook(nullptr);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+}
