@@ -95,6 +95,10 @@ use_wine_prefix() { # FOLDER
     export WINEPREFIX=$1 WINEARCH=win64 WINEDEBUG=-all
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
     Wine=/usr/lib/wine/wine64
+    if [ ! -e /proc/self/exe ]; then
+        cannot 'run Wine: it finds itself through /proc, which is not mounted'
+        return 1
+    fi
     [ -e "$WINEPREFIX/.ready" ] && return 0
     say "Setting up Wine in ${WINEPREFIX#"$root"/} (once)"
     rm -rf "$WINEPREFIX"
