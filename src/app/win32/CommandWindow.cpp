@@ -1,0 +1,138 @@
+#include "app/win32/CommandWindow.h"
+
+#include "app/win32/MainFrame.h"
+#include "base/win32/WindowText.h"
+
+bool CommandWindow::Create(MainFrame& owner, HINSTANCE instance) {
+    frame = &owner;
+    window = CreateWindowExW(0, WC_EDITW, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_BORDER | ES_AUTOHSCROLL, 0, 0, 0, 0,
+                             owner.Window(), nullptr, instance, nullptr);
+    if (!window) return false;
+    // The control's own limit of 30,000 characters would cut long paths and scripts typed as one line.
+    SendMessageW(window, EM_SETLIMITTEXT, 0, 0);
+    ApplyFont();
+    return SetWindowSubclass(window, EditProc, 0, reinterpret_cast<DWORD_PTR>(this)) != 0;
+}
+
+void CommandWindow::SetVisible(bool show) {
+    visible = show;
+    ShowWindow(window, show ? SW_SHOW : SW_HIDE);
+}
+
+void CommandWindow::SetText(const Char* text) {
+    SetWindowTextW(window, Wide(text));
+    prompt.TextChanged();
+}
+
+bool CommandWindow::GetText(WString& out) const { return TextOfWindow(window, out); }
+
+void CommandWindow::ApplyFont() {
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof(metrics);
+    const UINT dpi = GetDpiForWindow(window);
+    if (!SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, dpi ? dpi : 96)) return;
+    const HFONT made = CreateFontIndirectW(&metrics.lfMessageFont);
+    if (!made) return;
+    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(made), TRUE);
+    if (font) DeleteObject(font);
+    font = made;
+}
+
+int CommandWindow::Height() const {
+    const HDC dc = GetDC(window);
+    const HGDIOBJ previous = font ? SelectObject(dc, font) : nullptr;
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(dc, &metrics);
+    if (previous) SelectObject(dc, previous);
+    ReleaseDC(window, dc);
+    return metrics.tmHeight + 2 * GetSystemMetrics(SM_CXBORDER);
+}
+
+void CommandWindow::Release() {
+    if (font) DeleteObject(font);
+    font = nullptr;
+}
+
+LRESULT CALLBACK CommandWindow::EditProc(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                                         DWORD_PTR data) {
+    CommandWindow& self = *reinterpret_cast<CommandWindow*>(data);
+    switch (message) {
+    case WM_KEYDOWN:
+        if (self.OnKeyDown(wparam)) return 0;
+        break;
+    case WM_CHAR:
+        // The control would beep at the characters of the keys handled above.
+        if (wparam == VK_RETURN || wparam == VK_ESCAPE || wparam == VK_TAB) return 0;
+        self.prompt.TextChanged();
+        break;
+    case WM_PASTE:
+    case WM_CUT:
+    case WM_CLEAR:
+    case WM_UNDO:
+        self.prompt.TextChanged();
+        break;
+    case WM_SETFOCUS: {
+        const LRESULT result = DefSubclassProc(edit, message, wparam, lparam);
+        SendMessageW(edit, EM_SETSEL, 0, -1);
+        return result;
+    }
+    default:
+        break;
+    }
+    return DefSubclassProc(edit, message, wparam, lparam);
+}
+
+bool CommandWindow::OnKeyDown(WPARAM key) {
+    switch (key) {
+    case VK_RETURN:
+        Enter();
+        return true;
+    case VK_ESCAPE:
+        frame->ShowCommandWindow(false);
+        return true;
+    case VK_UP:
+        Replace(prompt.Older(), None32);
+        return true;
+    case VK_DOWN:
+        Replace(prompt.Newer(), None32);
+        return true;
+    case VK_F8:
+        FindPrefix();
+        return true;
+    case VK_TAB:
+        Complete(GetKeyState(VK_SHIFT) >= 0);
+        return true;
+    case VK_DELETE:
+        prompt.TextChanged();
+        return false;
+    default:
+        return false;
+    }
+}
+
+void CommandWindow::Enter() {
+    WString text;
+    if (!GetText(text)) return;
+    prompt.Enter(*frame, text.Text(), SendMessageW(window, EM_CANUNDO, 0, 0) != 0);
+    SendMessageW(window, EM_SETSEL, 0, -1);
+}
+
+void CommandWindow::Complete(bool forward) {
+    WString text;
+    if (GetText(text)) Replace(prompt.Complete(text.Text(), forward), None32);
+}
+
+void CommandWindow::FindPrefix() {
+    WString text;
+    DWORD caret = 0;
+    SendMessageW(window, EM_GETSEL, reinterpret_cast<WPARAM>(&caret), 0);
+    if (GetText(text)) Replace(prompt.FindPrefix(text.Text(), caret), caret);
+}
+
+void CommandWindow::Replace(const Char* text, uint32_t caret) {
+    if (!text) return;
+    SetWindowTextW(window, Wide(text));
+    const int position = caret == None32 ? GetWindowTextLengthW(window) : static_cast<int>(caret);
+    SendMessageW(window, EM_SETSEL, static_cast<WPARAM>(position), position);
+    SendMessageW(window, EM_SCROLLCARET, 0, 0);
+}

@@ -1,0 +1,101 @@
+#include "app/win32/FileDialogs.h"
+
+#include "app/OpenFiles.h"
+#include "base/Platform.h"
+#include "document/Document.h"
+#include "resource.h"
+#include "settings/Settings.h"
+
+namespace {
+
+constexpr uint32_t OpenBufferSize = 1040;
+constexpr uint32_t SaveBufferSize = 260;
+
+// What the Save As dialog's two lists show and give back.
+struct SaveLists {
+    const Document* document;
+    FileDialogs::SaveChoice* choice;
+};
+
+void AddItem(HWND combo, const Char* text) { SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)); }
+
+void FillLists(HWND dialog, const Document& document) {
+    const HWND encodings = GetDlgItem(dialog, IDC_ENCODING);
+    uint32_t current = 0;
+    const Char* const* names = nullptr;
+    if (document.GetEncoding(current, names)) {
+        for (uint32_t i = 0; i < Encoding::Count; ++i) AddItem(encodings, names[i]);
+    } else {
+        AddItem(encodings, u"None");
+        current = 0;
+    }
+    SendMessageW(encodings, CB_SETCURSEL, current, 0);
+    const HWND endings = GetDlgItem(dialog, IDC_LINE_ENDING);
+    AddItem(endings, u"Unix");
+    AddItem(endings, u"Dos");
+    SendMessageW(endings, CB_SETCURSEL, document.GetLineEnding() == LineEnding::Unix ? 0 : 1, 0);
+}
+
+void ReadLists(HWND dialog, FileDialogs::SaveChoice& choice) {
+    const LRESULT encoding = SendDlgItemMessageW(dialog, IDC_ENCODING, CB_GETCURSEL, 0, 0);
+    const LRESULT ending = SendDlgItemMessageW(dialog, IDC_LINE_ENDING, CB_GETCURSEL, 0, 0);
+    choice.encoding = encoding < 0 ? Encoding::Keep : static_cast<uint32_t>(encoding);
+    choice.lineEnding = ending == 0 ? LineEnding::Unix : LineEnding::Dos;
+}
+
+UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
+    if (message == WM_INITDIALOG) {
+        const auto* request = reinterpret_cast<const OPENFILENAMEW*>(lparam);
+        SetWindowLongPtrW(dialog, GWLP_USERDATA, static_cast<LONG_PTR>(request->lCustData));
+        FillLists(dialog, *reinterpret_cast<SaveLists*>(request->lCustData)->document);
+    } else if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lparam)->code == CDN_FILEOK) {
+        const auto* lists = reinterpret_cast<SaveLists*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+        ReadLists(dialog, *lists->choice);
+    }
+    return 0;
+}
+
+// What both dialogs have in common. `filter`, `directory` and `buffer` must outlive the dialog.
+bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& directory) {
+    if (!MakeDialogFilter(settings.TextFileTypes ? settings.TextFileTypes : u"", filter)) return false;
+    if (!Platform::CurrentDirectory(directory)) return false;
+    request.lStructSize = sizeof(request);
+    request.hwndOwner = owner;
+    request.lpstrFilter = Wide(filter.Text());
+    request.lpstrInitialDir = Wide(directory.Text());
+    return true;
+}
+
+} // namespace
+
+bool FileDialogs::AskOpen(HWND owner, WString& result) {
+    OPENFILENAMEW request = {};
+    WString filter;
+    WString directory;
+    Char buffer[OpenBufferSize] = {};
+    if (!Prepare(request, owner, filter, directory)) return false;
+    request.lpstrFile = Wide(buffer);
+    request.nMaxFile = OpenBufferSize;
+    request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
+                    OFN_NOCHANGEDIR;
+    // Copied whole: the names behind the first are separated by NULs.
+    return GetOpenFileNameW(&request) && result.Assign(buffer, OpenBufferSize);
+}
+
+bool FileDialogs::AskSave(HWND owner, const Document& document, SaveChoice& choice) {
+    OPENFILENAMEW request = {};
+    WString filter;
+    WString directory;
+    Char buffer[SaveBufferSize] = {};
+    SaveLists lists = {&document, &choice};
+    if (!Prepare(request, owner, filter, directory)) return false;
+    request.lpstrFile = Wide(buffer);
+    request.nMaxFile = SaveBufferSize;
+    request.lCustData = reinterpret_cast<LPARAM>(&lists);
+    request.lpfnHook = SaveHook;
+    request.hInstance = GetModuleHandleW(nullptr);
+    request.lpTemplateName = MAKEINTRESOURCEW(IDD_SAVE_EXTRAS);
+    request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ENABLEHOOK | OFN_ENABLETEMPLATE | OFN_PATHMUSTEXIST |
+                    OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
+    return GetSaveFileNameW(&request) && choice.path.Assign(buffer);
+}

@@ -1,0 +1,221 @@
+// The frame's documents: opening, showing, saving and closing them.
+#include "app/OpenFiles.h"
+#include "app/win32/FileDialogs.h"
+#include "app/win32/MainFrame.h"
+#include "base/Platform.h"
+#include "base/Text.h"
+#include "document/TextBuffer.h"
+#include "view/win32/TextView.h"
+
+Document* MainFrame::ActiveDocument() const {
+    const Pane* pane = panes.Active();
+    return pane && pane->view ? pane->view->GetDocument() : nullptr;
+}
+
+TextBuffer* MainFrame::ActiveText() const {
+    Document* document = ActiveDocument();
+    return document && !document->IsBinary() ? static_cast<TextBuffer*>(document) : nullptr;
+}
+
+TextEditor* MainFrame::ActiveEditor() const {
+    return ActiveText() ? &static_cast<TextView*>(panes.Active()->view)->Editor() : nullptr;
+}
+
+// The pane that a newly opened document goes to, made when there is none at all.
+Pane* MainFrame::TargetPane() {
+    if (panes.Active()) return panes.Active();
+    if (panes.First()) return panes.First();
+    Pane* pane = panes.AddFirst();
+    if (pane) LayOut();
+    return pane;
+}
+
+// Takes over the caller's reference, also on failure.
+bool MainFrame::AdoptDocument(Document* document) {
+    if (documents.Add(document)) return true;
+    document->Release();
+    return false;
+}
+
+// The document and its first view exist and it is in the list; a view that could not be made drops it.
+bool MainFrame::ShowNewDocument(Document* document, Pane* pane) {
+    ViewNode* next = nullptr;
+    DocumentView* view = document->EnumViews(nullptr, next);
+    if (!view || !pane) return false;
+    panes.SetView(pane, view->AsView());
+    panes.SetActive(pane);
+    activeView = view->AsView();
+    SetFocus(window);
+    PaneWindows::Focus(*pane);
+    // Without the system's focus (the window is hidden or in the background) nothing told the frame.
+    ViewActivated(view->AsView());
+    return true;
+}
+
+void MainFrame::ShowDocument(Document* document, Pane* pane) {
+    if (!document || !pane || (pane->view && pane->view->GetDocument() == document)) return;
+    ViewNode* next = nullptr;
+    DocumentView* view = nullptr;
+    do {
+        DocumentView* candidate = document->EnumViews(next, next);
+        if (candidate && !panes.PaneOf(candidate->AsView())) view = candidate;
+    } while (!view && next);
+    if (!view) view = document->CreateView(nullptr);
+    if (!view) return;
+    panes.SetView(pane, view->AsView());
+    if (pane == panes.Active()) ViewActivated(view->AsView());
+}
+
+void MainFrame::NewDocument() {
+    Pane* pane = TargetPane();
+    TextBuffer* document = pane ? new TextBuffer : nullptr;
+    if (!document) return;
+    document->AddRef();
+    WString title;
+    if (!document->MakeEmpty() || !documents.UntitledTitle(title) || !document->SetTitle(title.Text()) ||
+        !document->CreateView(nullptr)) {
+        document->Release();
+        return;
+    }
+    document->ResetSyntaxEngine();
+    if (!AdoptDocument(document)) return;
+    documents.CountUntitled();
+    ShowNewDocument(document, pane);
+}
+
+bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
+    WString fullPath;
+    if (!Platform::FullPath(path, fullPath)) return false;
+    Document* known = isNew ? nullptr : documents.FindByName(fullPath.Text());
+    if (known) {
+        Pane* pane = TargetPane();
+        ShowDocument(known, pane);
+        if (pane && pane != panes.Active()) PaneWindows::Focus(*pane);
+        return MoveToLine(known, line);
+    }
+    TextBuffer* document = new TextBuffer;
+    if (!document) return false;
+    document->AddRef();
+    if (!document->CreateView(nullptr) || !document->Load(fullPath.Text(), isNew)) {
+        document->Release();
+        ReportOpenFailure(fullPath.Text());
+        return false;
+    }
+    if (!AdoptDocument(document)) return false;
+    return ShowNewDocument(document, TargetPane()) && MoveToLine(document, line);
+}
+
+bool MainFrame::MoveToLine(Document*, int32_t line) {
+    if (line >= 0 && panes.Active() && panes.Active()->view)
+        panes.Active()->view->GoToLine(static_cast<uint32_t>(line), false);
+    return true;
+}
+
+// While many files are opened their failures are gathered, so that there is one message for all.
+void MainFrame::ReportOpenFailure(const Char* path) {
+    if (batchDepth > 0) {
+        if (!unopened.IsEmpty()) unopened.AppendChar(u'\n');
+        unopened.Append(path);
+        return;
+    }
+    WString text;
+    if (Text::AppendFormat(text, u"Failed opening file: %s", path)) AskUser(text.Text(), MessageKind::Warning);
+}
+
+bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
+    return OpenText(path, line == None32 ? -1 : static_cast<int32_t>(line), false);
+}
+
+bool MainFrame::SaveDocument(Document& document) { return SaveDocumentAs(document, false); }
+
+bool MainFrame::SaveDocumentAs(Document& document, bool askForName) {
+    FileDialogs::SaveChoice choice;
+    const Char* const* names = nullptr;
+    choice.lineEnding = LineEnding::Keep;
+    if (!document.GetEncoding(choice.encoding, names)) choice.encoding = Encoding::Keep;
+    const bool asks = askForName || !HasFile(document);
+    if (!asks && !choice.path.Assign(document.GetName())) return false;
+    if (asks && !FileDialogs::AskSave(window, document, choice)) return false;
+    if (choice.lineEnding == LineEnding::Keep) choice.lineEnding = document.GetLineEnding();
+    if (!document.Save(choice.path.Text(), choice.encoding, choice.lineEnding)) {
+        WString text;
+        if (Text::AppendFormat(text, u"Failed saving file: %s", choice.path.Text()))
+            AskUser(text.Text(), MessageKind::Warning);
+        return false;
+    }
+    if (asks && document.SetPath(choice.path.Text())) {
+        document.SetTitle(u"");
+        document.ResetSyntaxEngine();
+    }
+    DocumentChanged(&document);
+    return true;
+}
+
+void MainFrame::CloseActiveDocument() {
+    Document* document = activeView ? activeView->GetDocument() : nullptr;
+    if (document && MayClose(*this, *document)) CloseDocument(document);
+}
+
+void MainFrame::CloseDocument(Document* document) {
+    if (document == sharedOutput) sharedOutput = nullptr;
+    if (documents.Count() == 1) {
+        activeView = nullptr;
+        panes.CloseAll();
+        documents.Remove(document);
+        RefreshTitle();
+        return;
+    }
+    Document* successor = documents.Previous(document);
+    for (Pane* pane = panes.First(); pane; pane = pane->next)
+        if (pane->view && pane->view->GetDocument() == document) ShowDocument(successor, pane);
+    documents.Remove(document);
+    RefreshTitle();
+}
+
+void MainFrame::CloseOutputWindows() {
+    for (uint32_t i = 0; Document* document = documents.At(i);) {
+        if (IsFinishedOutput(*document))
+            CloseDocument(document);
+        else
+            ++i;
+    }
+}
+
+Document* MainFrame::SharedOutput() {
+    if (sharedOutput) return sharedOutput;
+    TextBuffer* document = new TextBuffer;
+    if (!document) return nullptr;
+    document->AddRef();
+    if (!document->MakeEmpty() || !document->SetTitle(u"Output") || !document->CreateView(nullptr)) {
+        document->Release();
+        return nullptr;
+    }
+    document->ResetSyntaxEngine();
+    document->MarkAsOutput();
+    if (!AdoptDocument(document)) return nullptr;
+    sharedOutput = document;
+    return document;
+}
+
+void MainFrame::ClearOutput() {
+    if (sharedOutput) static_cast<TextBuffer*>(sharedOutput)->EmptyAndResetUndo();
+}
+
+bool MainFrame::AppendOutput(const Char* text) {
+    WString copy; // appending normalises its line breaks in place
+    Document* output = SharedOutput();
+    if (!output || !copy.Assign(text)) return false;
+    ShowDocument(output, TargetPane());
+    return copy.IsEmpty() || static_cast<TextBuffer*>(output)->AppendOutputText(copy.Data());
+}
+
+void MainFrame::OnDropFiles(HDROP drop) {
+    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    BeginBatch();
+    for (UINT i = 0; i < count; ++i) {
+        Char path[MAX_PATH];
+        if (DragQueryFileW(drop, i, Wide(path), MAX_PATH)) OpenText(path, -1, false);
+    }
+    DragFinish(drop);
+    EndBatch();
+}

@@ -1,0 +1,136 @@
+// Keys that the frame takes before their windows, and keyboard macros.
+#include "app/KeyDispatch.h"
+#include "app/win32/MainFrame.h"
+#include "document/TextBuffer.h"
+#include "view/win32/View.h"
+
+namespace {
+
+bool IsDown(int key) { return GetKeyState(key) < 0; }
+
+uint32_t HeldModifiers() {
+    return (IsDown(VK_SHIFT) ? MacroModifier::Shift : 0) | (IsDown(VK_CONTROL) ? MacroModifier::Ctrl : 0) |
+           (IsDown(VK_MENU) ? MacroModifier::Alt : 0);
+}
+
+constexpr BYTE Down = 0x80;
+
+BYTE KeyState(uint32_t modifiers, uint32_t modifier) { return (modifiers & modifier) != 0 ? Down : BYTE{0}; }
+
+void SetModifiers(BYTE (&keys)[256], uint32_t modifiers) {
+    keys[VK_SHIFT] = KeyState(modifiers, MacroModifier::Shift);
+    keys[VK_CONTROL] = KeyState(modifiers, MacroModifier::Ctrl);
+    keys[VK_MENU] = KeyState(modifiers, MacroModifier::Alt);
+    SetKeyboardState(keys);
+}
+
+} // namespace
+
+bool MainFrame::PreDispatchKey(const MSG& message) {
+    KeyPress press;
+    press.isDown = message.message == WM_KEYDOWN;
+    press.isUp = message.message == WM_KEYUP;
+    press.key = static_cast<uint32_t>(message.wParam);
+    press.shift = IsDown(VK_SHIFT);
+    press.ctrl = IsDown(VK_CONTROL);
+    press.alt = IsDown(VK_MENU);
+    press.recording = macros.IsRecording();
+    press.playing = macros.IsPlaying();
+    press.switching = switching;
+    press.hasActivePane = panes.Active() != nullptr;
+    const KeyDecision decision = DecideKey(press);
+    const bool acted = CarryOut(decision);
+    if (decision.swallow == Swallow::Yes || (decision.swallow == Swallow::IfActed && acted)) return true;
+    return macros.IsRecording() &&
+           macros.RecordMessage(message.hwnd == window, message.message, static_cast<uint32_t>(message.wParam),
+                                static_cast<uint32_t>(message.lParam), HeldModifiers());
+}
+
+bool MainFrame::CarryOut(const KeyDecision& decision) {
+    switch (decision.action) {
+    case KeyAction::SelectMacroSlot: {
+        macros.SelectSlot(decision.index);
+        WString text;
+        if (macros.SelectedText(text)) statusBar.SetField(0, text.Text());
+        return true;
+    }
+    case KeyAction::ShowDocument:
+        ShowDocument(documents.At(decision.index), panes.Active());
+        return true;
+    case KeyAction::LeaveOutput:
+        return LeaveOutputDocument();
+    case KeyAction::ShowLessRecent:
+        ShowByUse(true);
+        return true;
+    case KeyAction::ShowMoreRecent:
+        ShowByUse(false);
+        return true;
+    case KeyAction::FinishSwitching:
+        FinishSwitching();
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Escape in an output document goes back to the document used before it.
+bool MainFrame::LeaveOutputDocument() {
+    Document* document = ActiveDocument();
+    bool running = false;
+    if (!document || GetFocus() != static_cast<HWND>(panes.Active()->window)) return false;
+    if (!document->GetOutputState(running)) return false;
+    for (Document* earlier = documents.LessRecent(document); earlier && earlier != document;
+         earlier = documents.LessRecent(earlier))
+        if (!earlier->GetOutputState(running)) {
+            ShowDocument(earlier, panes.Active());
+            return true;
+        }
+    return false;
+}
+
+void MainFrame::ShowByUse(bool lessRecent) {
+    const Document* document = ActiveDocument();
+    switching = true;
+    ShowDocument(lessRecent ? documents.LessRecent(document) : documents.MoreRecent(document), panes.Active());
+}
+
+void MainFrame::FinishSwitching() {
+    switching = false;
+    if (panes.Active() && panes.Active()->view) ViewActivated(panes.Active()->view);
+}
+
+void MainFrame::RecordMacro() {
+    if (macros.ToggleRecording()) RefreshTitle();
+}
+
+void MainFrame::PlayMacro() {
+    if (macros.BeginPlayback())
+        PlayEvents();
+    else
+        RefreshTitle();
+}
+
+void MainFrame::PlayEvents() {
+    ForEachView([](View& view) { view.SuspendRedraw(false); });
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    const BYTE saved[] = {keys[VK_SHIFT], keys[VK_CONTROL], keys[VK_MENU]};
+    for (const MacroEvent* event = macros.FirstEvent(); event && macros.IsPlaying(); event = event->next) {
+        const Pane* pane = panes.Active();
+        const HWND target = event->toFrame ? window : pane ? static_cast<HWND>(pane->window) : nullptr;
+        if (!target) continue;
+        SetModifiers(keys, event->modifiers);
+        MSG message = {};
+        message.hwnd = target;
+        message.message = event->message;
+        message.wParam = event->firstParameter;
+        message.lParam = static_cast<LPARAM>(event->secondParameter);
+        if (!PreDispatchKey(message)) SendMessageW(target, message.message, message.wParam, message.lParam);
+    }
+    keys[VK_SHIFT] = saved[0];
+    keys[VK_CONTROL] = saved[1];
+    keys[VK_MENU] = saved[2];
+    SetKeyboardState(keys);
+    macros.StopPlayback();
+    ForEachView([](View& view) { view.SuspendRedraw(true); });
+}

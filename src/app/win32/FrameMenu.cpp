@@ -1,0 +1,87 @@
+// The frame's menus as they open, and the small commands of the Help menu.
+#include "app/FrameTitle.h"
+#include "app/win32/Application.h"
+#include "app/win32/MainFrame.h"
+#include "resource.h"
+#include "settings/IniFile.h"
+#include "settings/ToolList.h"
+#include "settings/win32/DialogBase.h"
+#include "settings/win32/OptionsDialog.h"
+#include "settings/win32/ToolsDialog.h"
+
+namespace {
+
+constexpr wchar_t HelpPage[] = L"https://orvane.example/help";
+
+int PositionOf(HMENU menu, UINT number) {
+    const int count = GetMenuItemCount(menu);
+    for (int position = 0; position < count; ++position)
+        if (GetMenuItemID(menu, position) == number) return position;
+    return -1;
+}
+
+void DeleteFrom(HMENU menu, int first) {
+    while (GetMenuItemCount(menu) > first) DeleteMenu(menu, static_cast<UINT>(first), MF_BYPOSITION);
+}
+
+void RebuildDocumentItems(HMENU menu, const DocumentList& documents) {
+    const int first = PositionOf(menu, IDM_FIRST_DOCUMENT);
+    if (first < 0) return;
+    DeleteFrom(menu, first);
+    if (documents.IsEmpty()) {
+        AppendMenuW(menu, MF_STRING, IDM_FIRST_DOCUMENT, Wide(NoDocumentsItem));
+        return;
+    }
+    uint32_t index = 0;
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next, ++index) {
+        WString text;
+        if (BuildWindowItem(index, *node->document, text))
+            AppendMenuW(menu, MF_STRING, IDM_FIRST_DOCUMENT + index, Wide(text.Text()));
+    }
+}
+
+void RebuildToolItems(HMENU menu) {
+    const int first = PositionOf(menu, IDM_FIRST_TOOL);
+    if (first < 0) return;
+    while (GetMenuItemID(menu, first) >= IDM_FIRST_TOOL && GetMenuItemID(menu, first) != static_cast<UINT>(-1))
+        if (!DeleteMenu(menu, static_cast<UINT>(first), MF_BYPOSITION)) break;
+    UINT position = static_cast<UINT>(first);
+    UINT number = IDM_FIRST_TOOL;
+    for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next)
+        InsertMenuW(menu, position++, MF_BYPOSITION | MF_STRING, number++, Wide(tool->displayName.Text()));
+    if (number == IDM_FIRST_TOOL)
+        InsertMenuW(menu, position, MF_BYPOSITION | MF_STRING | MF_GRAYED, number, L"< no tools >");
+}
+
+class AboutDialog final : public DialogBase {
+public:
+    void Init() override { CentreOverParent(); }
+};
+
+} // namespace
+
+void MainFrame::OnMenuOpens(HMENU menu) {
+    RebuildDocumentItems(menu, documents);
+    RebuildToolItems(menu);
+    const int count = GetMenuItemCount(menu);
+    for (int position = 0; position < count; ++position) {
+        const UINT number = GetMenuItemID(menu, position);
+        if (number == static_cast<UINT>(-1) || number >= IDM_FIRST_DOCUMENT) continue;
+        const UINT state = IsMenuCommandEnabled(number) ? MF_ENABLED : MF_GRAYED;
+        EnableMenuItem(menu, static_cast<UINT>(position), MF_BYPOSITION | state);
+    }
+}
+
+void MainFrame::OpenHelp() { ShellExecuteW(window, L"open", HelpPage, nullptr, nullptr, SW_SHOWNORMAL); }
+
+void MainFrame::ShowAbout() { AboutDialog().Run(IDD_ABOUT, window); }
+
+void MainFrame::ShowTools() {
+    using Application::globals;
+    if (RunToolsDialog(window, *globals.iniFile, globals.settingsPath.Text())) Application::RebuildToolAccelerators();
+}
+
+void MainFrame::ShowOptions() {
+    using Application::globals;
+    if (RunOptionsDialog(window, *globals.iniFile, globals.settingsPath.Text())) ReapplySettings();
+}

@@ -1,0 +1,177 @@
+#include "app/win32/PaneWindows.h"
+
+#include "document/Document.h"
+#include "view/win32/View.h"
+
+namespace {
+
+constexpr wchar_t ClassName[] = L"OrvaneVWnd";
+HINSTANCE classInstance = nullptr;
+
+void ResetScrollBars(HWND window) {
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    SetScrollInfo(window, SB_VERT, &info, FALSE);
+    SetScrollInfo(window, SB_HORZ, &info, FALSE);
+}
+
+// The document's side of a window's view; null when the document has forgotten it.
+DocumentView* DocumentSide(View& view) {
+    const Document* document = view.GetDocument();
+    if (!document) return nullptr;
+    ViewNode* next = nullptr;
+    do {
+        DocumentView* candidate = document->EnumViews(next, next);
+        if (candidate && candidate->AsView() == &view) return candidate;
+    } while (next);
+    return nullptr;
+}
+
+bool IsLastView(const Document& document) {
+    ViewNode* next = nullptr;
+    document.EnumViews(nullptr, next);
+    return next == nullptr;
+}
+
+} // namespace
+
+bool PaneWindows::Register(HINSTANCE instance) {
+    WNDCLASSEXW definition = {};
+    definition.cbSize = sizeof(definition);
+    definition.style = CS_DBLCLKS;
+    definition.lpfnWndProc = DefWindowProcW;
+    definition.hInstance = instance;
+    definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    definition.lpszClassName = ClassName;
+    classInstance = instance;
+    return RegisterClassExW(&definition) != 0;
+}
+
+void PaneWindows::Unregister(HINSTANCE instance) { ::UnregisterClassW(ClassName, instance); }
+
+bool PaneWindows::MakeWindow(Pane& pane) {
+    constexpr DWORD Style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL;
+    pane.window = CreateWindowExW(WS_EX_CLIENTEDGE, ClassName, L"", Style, 0, 0, 0, 0, parent,
+                                  reinterpret_cast<HMENU>(static_cast<UINT_PTR>(pane.number)), classInstance, nullptr);
+    return pane.window != nullptr;
+}
+
+Pane* PaneWindows::AddFirst() {
+    Pane* pane = layout.MakeFirst();
+    if (!pane) return nullptr;
+    if (!MakeWindow(*pane)) {
+        delete pane;
+        return nullptr;
+    }
+    layout.Adopt(pane, nullptr, false);
+    return pane;
+}
+
+bool PaneWindows::Split(Pane* pane, bool vertical, View* view) {
+    Pane* made = layout.MakeHalf(*pane, vertical);
+    if (!made) return false;
+    if (!MakeWindow(*made)) {
+        delete made;
+        return false;
+    }
+    SetView(made, view);
+    layout.Adopt(made, pane, vertical);
+    return true;
+}
+
+bool PaneWindows::Close(Pane* pane) {
+    if (!pane || IsOnly(*pane)) return false;
+    ReleaseView(*pane);
+    const HWND doomed = static_cast<HWND>(pane->window);
+    if (active == pane) active = nullptr;
+    Pane* heir = nullptr;
+    layout.Close(pane, heir);
+    ::DestroyWindow(doomed);
+    if (heir) Focus(*heir);
+    return true;
+}
+
+void PaneWindows::CloseAll() {
+    active = nullptr;
+    for (Pane* pane = layout.Head(); pane; pane = pane->next) {
+        ReleaseView(*pane);
+        ::DestroyWindow(static_cast<HWND>(pane->window));
+        pane->window = nullptr;
+    }
+    layout.Clear();
+}
+
+void PaneWindows::ReleaseView(Pane& pane) {
+    View* view = pane.view;
+    pane.view = nullptr;
+    if (!view) return;
+    view->Detach();
+    const Document* document = view->GetDocument();
+    DocumentView* side = DocumentSide(*view);
+    if (side && document && !IsLastView(*document)) side->Destroy();
+}
+
+void PaneWindows::SetView(Pane* pane, View* view) {
+    if (pane->view == view) return;
+    const HWND window = static_cast<HWND>(pane->window);
+    const bool focused = GetFocus() == window;
+    ReleaseView(*pane);
+    ResetScrollBars(window);
+    pane->view = view;
+    view->SetHost(host);
+    view->Attach(window);
+    // The focus stays with the window, so the new view is not told by the system.
+    if (focused) SendMessageW(window, WM_SETFOCUS, 0, 0);
+    view->Invalidate();
+}
+
+Pane* PaneWindows::PaneOf(const View* view) const {
+    for (Pane* pane = layout.Head(); pane; pane = pane->next)
+        if (pane->view == view) return pane;
+    return nullptr;
+}
+
+void PaneWindows::LayOut(SIZE area) {
+    const uint32_t width = static_cast<uint32_t>(area.cx > 0 ? area.cx : 0);
+    const uint32_t height = static_cast<uint32_t>(area.cy > 0 ? area.cy : 0);
+    for (const Pane* pane = layout.Head(); pane; pane = pane->next) {
+        const PixelRect place = PaneLayout::Rectangle(*pane, width, height);
+        MoveWindow(static_cast<HWND>(pane->window), place.x, place.y, place.width, place.height, TRUE);
+    }
+}
+
+void PaneWindows::FocusNext(bool forward) {
+    if (!active) return;
+    Focus(forward ? *layout.Next(*active) : *layout.Previous(*active));
+}
+
+HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
+    const uint32_t edges =
+        layout.EdgesAt(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
+    const bool sideways = (edges & PaneEdge::Vertical) != 0;
+    const bool upright = (edges & PaneEdge::Horizontal) != 0;
+    if (sideways && upright) return LoadCursorW(nullptr, IDC_SIZEALL);
+    if (sideways) return LoadCursorW(nullptr, IDC_SIZEWE);
+    return LoadCursorW(nullptr, upright ? IDC_SIZENS : IDC_ARROW);
+}
+
+bool PaneWindows::BeginDrag(POINT point, SIZE area) {
+    dragging = layout.BeginDrag(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy)) != 0;
+    if (dragging) SetCapture(parent);
+    return dragging;
+}
+
+bool PaneWindows::Drag(POINT point, SIZE area) {
+    if (!dragging) return false;
+    layout.Drag(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
+    LayOut(area);
+    return true;
+}
+
+void PaneWindows::EndDrag() {
+    if (!dragging) return;
+    dragging = false;
+    layout.EndDrag();
+    if (GetCapture() == parent) ReleaseCapture();
+}

@@ -1,0 +1,45 @@
+#include "view/win32/InputMethod.h"
+
+#include <imm.h>
+
+namespace {
+
+HMODULE library = nullptr;
+decltype(&ImmGetContext) getContext = nullptr;
+decltype(&ImmReleaseContext) releaseContext = nullptr;
+decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
+
+template <class Function> bool Find(Function& function, const char* name) {
+    // Through void*: the system hands every function out under one type.
+    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    return function != nullptr;
+}
+
+bool Load() {
+    if (library) return true;
+    library = LoadLibraryW(L"imm32.dll");
+    if (!library) return false;
+    if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
+        Find(setCompositionWindow, "ImmSetCompositionWindow"))
+        return true;
+    InputMethod::Unload();
+    return false;
+}
+
+} // namespace
+
+void InputMethod::PlaceComposition(HWND window, POINT point) {
+    if (!Load()) return;
+    const HIMC context = getContext(window);
+    if (!context) return;
+    COMPOSITIONFORM form = {};
+    form.dwStyle = CFS_POINT;
+    form.ptCurrentPos = point;
+    setCompositionWindow(context, &form);
+    releaseContext(window, context);
+}
+
+void InputMethod::Unload() {
+    if (library) FreeLibrary(library);
+    library = nullptr;
+}

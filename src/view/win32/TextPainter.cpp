@@ -1,0 +1,138 @@
+#include "view/win32/TextPainter.h"
+
+#include "settings/Settings.h"
+#include "settings/win32/DrawingObjects.h"
+
+namespace {
+
+constexpr uint32_t StraightWhenRemote = 1;
+constexpr uint32_t AlwaysStraight = 2;
+constexpr int DotSize = 2;
+constexpr int ArrowLength = 12;
+constexpr int ArrowHead = 4;
+constexpr int BookmarkCorner = 5;
+
+HPEN MakeGuidePen() {
+    const LOGBRUSH brush = {BS_SOLID, settings.GuideColor, 0};
+    return ExtCreatePen(PS_COSMETIC | PS_ALTERNATE, 1, &brush, 0, nullptr);
+}
+
+} // namespace
+
+bool DrawsStraight() {
+    if (settings.RenderType == AlwaysStraight) return true;
+    return settings.RenderType == StraightWhenRemote && GetSystemMetrics(SM_REMOTESESSION) != 0;
+}
+
+TextPainter::TextPainter(HDC target, HDC backBuffer, int clientWidth, const RowPlan& plan)
+    : window(target), surface(backBuffer ? backBuffer : target), width(clientWidth),
+      lineHeight(DrawingObjects::LineHeight()), spaceWidth(DrawingObjects::SpaceWidth()), gutter(plan.GutterWidth()),
+      marginRight(plan.MarginRight()), guidePen(MakeGuidePen()),
+      oldFont(SelectObject(surface, DrawingObjects::EditorFont())) {}
+
+TextPainter::~TextPainter() {
+    DeleteObject(guidePen);
+    if (spacePen) DeleteObject(spacePen);
+    if (dotDc) {
+        SelectObject(dotDc, oldDot);
+        DeleteDC(dotDc);
+    }
+    SelectObject(surface, oldFont);
+}
+
+void TextPainter::Draw(const RowPicture& row) {
+    const bool buffered = surface != window;
+    rowTop = buffered ? 0 : row.top;
+    DrawRuns(row);
+    if (row.pastEnd) Fill(RowRect(0, gutter), settings.TextBg);
+    Fill(RowRect(row.fillLeft, width), row.fill);
+    DrawNumber(row);
+    DrawGuides(row);
+    DrawMargin(row);
+    DrawColumnGuide(row);
+    if (buffered) BitBlt(window, 0, row.top, width, lineHeight, surface, 0, 0, SRCCOPY);
+}
+
+// An opaque text-out without characters is the fastest way to fill in any colour.
+void TextPainter::Fill(const RECT& area, Colour colour) {
+    if (area.left >= area.right) return;
+    SetBkColor(surface, colour);
+    ExtTextOutW(surface, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+}
+
+void TextPainter::DrawRuns(const RowPicture& row) {
+    SetBkMode(surface, TRANSPARENT);
+    for (uint32_t i = 0; i < row.runCount; ++i) Draw(row, row.runs[i]);
+}
+
+void TextPainter::Draw(const RowPicture& row, const DrawRun& run) {
+    const RECT area = RowRect(run.x, run.x + run.width);
+    if (run.kind == RunKind::VisibleTab) {
+        Fill(area, run.background);
+        return DrawArrow(run);
+    }
+    SetTextColor(surface, run.foreground);
+    SetBkColor(surface, run.background);
+    ExtTextOutW(surface, run.x, rowTop, ETO_OPAQUE | ETO_CLIPPED, &area, Wide(row.text + run.start), run.count,
+                row.advances + run.start);
+    if (run.kind == RunKind::VisibleSpace) DrawDot(run);
+}
+
+void TextPainter::DrawDot(const DrawRun& run) {
+    if (!dotDc) {
+        dotDc = CreateCompatibleDC(window);
+        oldDot = SelectObject(dotDc, DrawingObjects::SpaceDot());
+    }
+    BitBlt(surface, run.x + (spaceWidth - DotSize) / 2, rowTop + (lineHeight - DotSize) / 2, DotSize, DotSize, dotDc, 0,
+           0, SRCCOPY);
+}
+
+void TextPainter::DrawArrow(const DrawRun& run) {
+    if (!spacePen) spacePen = CreatePen(PS_SOLID, 1, settings.SpaceColor);
+    const int middle = rowTop + lineHeight / 2;
+    const int tip = run.width > ArrowLength ? run.x + ArrowLength : run.x + run.width;
+    const HGDIOBJ oldPen = SelectObject(surface, spacePen);
+    MoveToEx(surface, run.x, middle, nullptr);
+    LineTo(surface, tip, middle);
+    LineTo(surface, tip - ArrowHead, middle - ArrowHead);
+    MoveToEx(surface, tip, middle, nullptr);
+    LineTo(surface, tip - ArrowHead, middle + ArrowHead);
+    SelectObject(surface, oldPen);
+}
+
+void TextPainter::DrawNumber(const RowPicture& row) {
+    if (!row.number) return;
+    const RECT area = RowRect(0, gutter);
+    SetBkMode(surface, TRANSPARENT);
+    SetTextColor(surface, settings.LineNumFg);
+    SetBkColor(surface, settings.LineNumBg);
+    ExtTextOutW(surface, 0, rowTop, ETO_OPAQUE | ETO_CLIPPED, &area, Wide(row.number), row.numberLength, nullptr);
+}
+
+// Unshifted even when drawing straight: the guides then all fall on the first row, which is how this
+// mode has always looked.
+void TextPainter::DrawGuides(const RowPicture& row) {
+    for (uint32_t i = 0; i < row.guideCount; ++i) VerticalLine(row.guides[i], 0, lineHeight);
+}
+
+void TextPainter::DrawMargin(const RowPicture& row) {
+    const RECT area = RowRect(gutter, marginRight);
+    FillRect(surface, &area, DrawingObjects::MarginBrush());
+    if (!row.bookmark) return;
+    const HGDIOBJ oldBrush = SelectObject(surface, DrawingObjects::BookmarkBrush());
+    RoundRect(surface, area.left, area.top, area.right, area.bottom, BookmarkCorner, BookmarkCorner);
+    SelectObject(surface, oldBrush);
+}
+
+void TextPainter::DrawColumnGuide(const RowPicture& row) {
+    if (!row.columnGuide) return;
+    SetBkMode(surface, TRANSPARENT);
+    VerticalLine(row.columnGuideX, rowTop, rowTop + lineHeight);
+}
+
+void TextPainter::VerticalLine(int x, int top, int bottom) {
+    const HGDIOBJ oldPen = SelectObject(surface, guidePen);
+    MoveToEx(surface, x, top, nullptr);
+    LineTo(surface, x, bottom);
+    SelectObject(surface, oldPen);
+}

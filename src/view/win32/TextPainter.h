@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/win32/Windows.h"
+#include "view/RowPlan.h"
+
+// Whether RenderType (and a remote session) asks for drawing straight onto the window instead of
+// through the one-line back buffer.
+bool DrawsStraight();
+
+// Draws the rows of one paint. With a back buffer each row is drawn there at y = 0 and copied to the
+// window, so that a half-drawn row is never seen.
+class TextPainter {
+public:
+    // `backBuffer` is null for drawing straight onto `target`. `plan` has begun its paint.
+    TextPainter(HDC target, HDC backBuffer, int clientWidth, const RowPlan& plan);
+    ~TextPainter();
+    TextPainter(const TextPainter&) = delete;
+    TextPainter& operator=(const TextPainter&) = delete;
+
+    void Draw(const RowPicture& row);
+
+private:
+    RECT RowRect(int left, int right) const { return {left, rowTop, right, rowTop + lineHeight}; }
+    void Fill(const RECT& area, Colour colour);
+    void DrawRuns(const RowPicture& row);
+    void Draw(const RowPicture& row, const DrawRun& run);
+    void DrawDot(const DrawRun& run);
+    void DrawArrow(const DrawRun& run);
+    void DrawNumber(const RowPicture& row);
+    void DrawGuides(const RowPicture& row);
+    void DrawMargin(const RowPicture& row);
+    void DrawColumnGuide(const RowPicture& row);
+    void VerticalLine(int x, int top, int bottom);
+
+    HDC window;
+    HDC surface;
+    int width;
+    int lineHeight;
+    int spaceWidth;
+    int gutter;
+    int marginRight;
+    int rowTop = 0; // of the row being drawn, on the surface
+    HPEN guidePen;
+    HPEN spacePen = nullptr; // made when the first tab arrow is drawn
+    HDC dotDc = nullptr;     // made when the first dot is drawn
+    HGDIOBJ oldFont;
+    HGDIOBJ oldDot = nullptr;
+};

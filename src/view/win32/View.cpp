@@ -1,0 +1,189 @@
+#include "view/win32/View.h"
+
+#include "settings/Settings.h"
+#include "view/win32/InputMethod.h"
+
+namespace {
+
+UINT singleLineFormat = 0;
+HINSTANCE classInstance = nullptr;
+
+View* ViewOf(HWND window) { return reinterpret_cast<View*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
+
+// Serves both the windows of class OrvaneView and the pane windows that a view has taken over.
+LRESULT CALLBACK ViewWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_NCCREATE) {
+        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lparam);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+        return DefWindowProcW(window, message, wparam, lparam);
+    }
+    View* view = ViewOf(window);
+    // Until Attach the view does not know this window: early messages are not its business.
+    if (!view || view->GetWindow() != window) return DefWindowProcW(window, message, wparam, lparam);
+    return view->WindowProc(message, wparam, lparam);
+}
+
+} // namespace
+
+bool ViewClass::Register(HINSTANCE instance) {
+    WNDCLASSEXW definition = {};
+    definition.cbSize = sizeof(definition);
+    definition.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+    definition.lpfnWndProc = ViewWindowProc;
+    definition.hInstance = instance;
+    definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    definition.lpszClassName = Name;
+    classInstance = instance;
+    singleLineFormat = RegisterClipboardFormatW(L"orvane_singleline");
+    return RegisterClassExW(&definition) != 0 && singleLineFormat != 0;
+}
+
+void ViewClass::Unregister(HINSTANCE instance) {
+    UnregisterClassW(Name, instance);
+    InputMethod::Unload();
+}
+
+UINT ViewClass::SingleLineFormat() { return singleLineFormat; }
+
+HWND ViewClass::CreateIn(HWND parent, View* view) {
+    RECT client = {};
+    GetClientRect(parent, &client);
+    return CreateWindowExW(0, Name, L"", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0,
+                           client.right, client.bottom, parent, nullptr, classInstance, view);
+}
+
+View::~View() { ReleaseBackBuffer(); }
+
+uint32_t View::SetHost(ViewHost* newHost) {
+    host = newHost;
+    return 1;
+}
+
+Document* View::Attach(HWND newWindow) {
+    window = newWindow;
+    previousUserData = SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    previousProcedure =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ViewWindowProc)));
+    OnSize(1);
+    return GetDocument();
+}
+
+void View::Detach() {
+    if (!window) return;
+    HideCaret();
+    // The shared system cursor is not ours to destroy; forgetting it is all there is to do.
+    beamCursor = nullptr;
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure));
+    SetWindowLongPtrW(window, GWLP_USERDATA, previousUserData);
+    window = nullptr;
+}
+
+void View::DestroyWindow() {
+    if (!window) return;
+    const HWND doomed = window;
+    ::DestroyWindow(doomed);
+    window = nullptr;
+}
+
+LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_KEYDOWN:
+        OnKeyDown(static_cast<uint32_t>(wparam), LOWORD(lparam), HIWORD(lparam));
+        return 0;
+    case WM_KEYUP:
+        OnKeyUp(static_cast<uint32_t>(wparam), LOWORD(lparam), HIWORD(lparam));
+        return 0;
+    case WM_CHAR:
+        OnChar(static_cast<Char>(wparam), LOWORD(lparam), HIWORD(lparam));
+        return 0;
+    case WM_SIZE:
+        OnSize(1);
+        return 0;
+    case WM_SETFOCUS:
+        if (host) host->ViewActivated(this);
+        return 0;
+    case WM_SETCURSOR:
+        return OnSetCursor(wparam, lparam);
+    case WM_MOUSEACTIVATE:
+        return OnMouseActivate(wparam, lparam);
+    case WM_NCDESTROY: {
+        const HWND dying = window;
+        caretCreated = caretShown = false;
+        window = nullptr;
+        return DefWindowProcW(dying, message, wparam, lparam);
+    }
+    default:
+        return DefWindowProcW(window, message, wparam, lparam);
+    }
+}
+
+LRESULT View::OnSetCursor(WPARAM wparam, LPARAM lparam) {
+    if (beamCursor && reinterpret_cast<HWND>(wparam) == window && LOWORD(lparam) == HTCLIENT) {
+        SetCursor(beamCursor);
+        return 1;
+    }
+    return DefWindowProcW(window, WM_SETCURSOR, wparam, lparam);
+}
+
+// The click that brings the editor to the front must not move the caret.
+LRESULT View::OnMouseActivate(WPARAM wparam, LPARAM lparam) {
+    const HWND top = reinterpret_cast<HWND>(wparam);
+    const HWND focus = GetFocus();
+    if (focus != top && !IsChild(top, focus)) return MA_ACTIVATEANDEAT;
+    return DefWindowProcW(window, WM_MOUSEACTIVATE, wparam, lparam);
+}
+
+uint32_t View::WindowDpi() const {
+    // Wine 8 answers 0 for a window that is just going away.
+    const UINT dpi = window ? GetDpiForWindow(window) : 0;
+    return dpi ? dpi : GetDpiForSystem();
+}
+
+void View::LoadBeamCursor() {
+    if (!beamCursor) beamCursor = LoadCursorW(nullptr, IDC_IBEAM);
+}
+
+void View::RebuildBackBuffer(int width, int lineHeight) {
+    ReleaseBackBuffer();
+    if (width <= 0 || lineHeight <= 0) return;
+    const HDC screen = GetDC(nullptr);
+    backBufferDc = CreateCompatibleDC(screen);
+    backBufferBitmap = CreateCompatibleBitmap(screen, width, lineHeight);
+    ReleaseDC(nullptr, screen);
+    if (!backBufferDc || !backBufferBitmap) return ReleaseBackBuffer();
+    previousBitmap = static_cast<HBITMAP>(SelectObject(backBufferDc, backBufferBitmap));
+}
+
+void View::ReleaseBackBuffer() {
+    if (backBufferDc) {
+        if (previousBitmap) SelectObject(backBufferDc, previousBitmap);
+        DeleteDC(backBufferDc);
+    }
+    if (backBufferBitmap) DeleteObject(backBufferBitmap);
+    backBufferDc = nullptr;
+    backBufferBitmap = previousBitmap = nullptr;
+}
+
+void View::ShowCaretAt(int x, int y, int lineHeight) {
+    const int width = static_cast<int>(settings.CaretWidth < 1000 ? settings.CaretWidth : 1000);
+    if (caretCreated && (caretHeight != lineHeight || caretWidth != width)) ForgetCaret();
+    if (!caretCreated) {
+        caretCreated = CreateCaret(window, nullptr, width, lineHeight) != 0;
+        caretHeight = lineHeight;
+        caretWidth = width;
+        caretShown = false;
+    }
+    if (!caretCreated) return;
+    SetCaretPos(x, y);
+    if (!caretShown) caretShown = ::ShowCaret(window) != 0;
+}
+
+void View::HideCaret() {
+    if (caretShown) ::HideCaret(window);
+    ForgetCaret();
+}
+
+void View::ForgetCaret() {
+    if (caretCreated) DestroyCaret();
+    caretCreated = caretShown = false;
+}

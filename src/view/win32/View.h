@@ -1,0 +1,99 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/win32/Windows.h"
+#include "view/ViewHost.h"
+
+class Document;
+
+// The window base of every editing view: the text view and the hex view derive from it. A view is made
+// detached; Attach takes over a window (a pane's, or one of class OrvaneView) until Detach or the
+// window's end. The view does not own its document. The order of the operations is fixed.
+class View : public HeapObject {
+public:
+    View() = default;
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
+
+    // Keeps the frame that receives status text and requests; returns 1.
+    virtual uint32_t SetHost(ViewHost* newHost);
+    // Takes over the window's messages and user data, lays the view out and returns its document.
+    virtual Document* Attach(HWND newWindow);
+    // Gives the window back to its previous procedure and forgets it.
+    virtual void Detach();
+    virtual HWND GetWindow() const { return window; }
+    // Destroys the window, if any, and forgets it.
+    virtual void DestroyWindow();
+    virtual Document* GetDocument() const = 0;
+    // Moves the caret to the start of a 0-based line (clamped); `selectLine` selects the whole line.
+    virtual void GoToLine(uint32_t line, bool selectLine) = 0;
+    virtual bool IsCommandEnabled(uint32_t command) const = 0;
+    // False for an unknown command.
+    virtual bool ExecuteCommand(uint32_t command) = 0;
+    // Recomputes everything that depends on the window's size and the settings; with bit 1 (value 2) of
+    // `flags` also the syntax state of the top line.
+    virtual void OnSize(uint32_t flags) = 0;
+    // False suspends redraw, true resumes it; calls nest.
+    virtual void SuspendRedraw(bool resume) = 0;
+    // Repaints everything, now or once redraw is resumed.
+    virtual void Invalidate() = 0;
+    // None32 means the caret line.
+    virtual void ToggleBookmark(uint32_t line) = 0;
+    virtual ~View();
+    // Selects the next match of the last search; false when there is none. The second argument is
+    // ignored.
+    virtual bool FindNext(bool backward, uint32_t ignored) = 0;
+    virtual LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam);
+    virtual void OnKeyDown(uint32_t key, uint32_t repeat, uint32_t flags) = 0;
+    virtual void OnKeyUp(uint32_t, uint32_t, uint32_t) {}
+    virtual void OnChar(Char character, uint32_t repeat, uint32_t flags) = 0;
+
+    ViewHost* Host() const { return host; }
+    // The DPI of the window's monitor, or of the screen without a window.
+    uint32_t WindowDpi() const;
+
+protected:
+    HWND window = nullptr;
+    WNDPROC previousProcedure = nullptr; // restored on detach
+    LONG_PTR previousUserData = 0;       // restored on detach
+    ViewHost* host = nullptr;
+    bool caretCreated = false;
+    bool caretShown = false;
+    HCURSOR beamCursor = nullptr; // loaded on the first resize
+    HDC backBufferDc = nullptr;   // one line high, recreated on every resize
+    HBITMAP backBufferBitmap = nullptr;
+
+    void LoadBeamCursor();
+    // Makes the one-line bitmap; without one (no memory, no size) painting goes straight to the window.
+    void RebuildBackBuffer(int width, int lineHeight);
+    void ReleaseBackBuffer();
+    // Puts the system caret at a client point, making it as high as a line when there is none; only
+    // ever called with the focus. HideCaret also destroys it.
+    void ShowCaretAt(int x, int y, int lineHeight);
+    void HideCaret();
+    // A caret of another width or height is needed: the next ShowCaretAt makes it anew.
+    void ForgetCaret();
+
+private:
+    LRESULT OnSetCursor(WPARAM wparam, LPARAM lparam);
+    LRESULT OnMouseActivate(WPARAM wparam, LPARAM lparam);
+    HBITMAP previousBitmap = nullptr; // selected into the back-buffer DC when it was made
+    int caretHeight = 0;
+    int caretWidth = 0;
+};
+
+// The window classes and clipboard format of the views, once per process.
+namespace ViewClass {
+
+constexpr wchar_t Name[] = L"OrvaneView";
+
+// Registers class OrvaneView and the clipboard format orvane_singleline. False when the system refuses.
+bool Register(HINSTANCE instance);
+// Unregisters the class and unloads the input-method library if it was loaded.
+void Unregister(HINSTANCE instance);
+// Marks clipboard text as a copied whole line.
+UINT SingleLineFormat();
+// A window of the class inside `parent`, whose messages go to `view`; null on failure.
+HWND CreateIn(HWND parent, View* view);
+
+} // namespace ViewClass

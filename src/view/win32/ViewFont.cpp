@@ -1,0 +1,53 @@
+#include "view/win32/ViewFont.h"
+
+#include "settings/win32/DrawingObjects.h"
+
+namespace {
+
+HDC measuringDc = nullptr;
+ViewMetrics metrics;
+CharWidths widths;
+uint32_t generation = 0;
+
+bool FetchWidths(void*, Char first, int32_t* out) {
+    if (!measuringDc) measuringDc = CreateCompatibleDC(nullptr);
+    const HGDIOBJ previous = SelectObject(measuringDc, DrawingObjects::EditorFont());
+    INT fetched[CharWidths::PageSize];
+    const bool read = GetCharWidth32W(measuringDc, first, first + CharWidths::PageSize - 1, fetched) != 0;
+    for (uint32_t i = 0; read && i < CharWidths::PageSize; ++i) out[i] = fetched[i];
+    SelectObject(measuringDc, previous);
+    return read;
+}
+
+// The font is rebuilt by whoever changes a setting; asking its generation is cheaper than making every
+// one of them tell us.
+void FollowFont() {
+    if (generation != DrawingObjects::FontGeneration()) ViewFont::Refresh();
+}
+
+} // namespace
+
+void ViewFont::Refresh() {
+    generation = DrawingObjects::FontGeneration();
+    metrics.lineHeight = DrawingObjects::LineHeight();
+    metrics.averageWidth = DrawingObjects::AverageWidth();
+    metrics.spaceWidth = DrawingObjects::SpaceWidth();
+    widths.SetSource(FetchWidths, nullptr);
+}
+
+const ViewMetrics& ViewFont::Metrics() {
+    FollowFont();
+    return metrics;
+}
+
+CharWidths& ViewFont::Widths() {
+    FollowFont();
+    return widths;
+}
+
+void ViewFont::Release() {
+    widths.Clear();
+    if (measuringDc) DeleteDC(measuringDc);
+    measuringDc = nullptr;
+    generation = 0;
+}
