@@ -1,6 +1,5 @@
 #include "document/TextBuffer.h"
 
-#include "base/Path.h"
 #include "base/Text.h"
 
 TextBuffer::~TextBuffer() {
@@ -75,9 +74,7 @@ void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
 }
 
 void TextBuffer::ChooseOwnEngine() {
-    const Char* extension = Path::Extension(path.Text());
-    if (*extension) ++extension;
-    AttachEngine(ChooseEngine(engineName.IsEmpty() ? extension : engineName.Text(), path.Text()));
+    AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
 }
 
 void TextBuffer::OnSettingsChanged(uint32_t flags) {
