@@ -1,0 +1,93 @@
+#include "document/TextBuffer.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+// The first byte chooses encoding and style, the rest is the content of a file. It is loaded, saved and
+// loaded again; what comes back must be the text that was there, as far as the encoding can hold it.
+
+namespace {
+
+void Require(bool holds) {
+    if (!holds) std::abort();
+}
+
+// Two files of this process, in memory where the system offers that.
+std::string FileName(const char* name) {
+    const bool inMemory = access("/dev/shm", W_OK) == 0;
+    return std::string(inMemory ? "/dev/shm" : "/tmp") + "/orvane-fuzz-" + std::to_string(getpid()) + name;
+}
+
+std::u16string PathOf(const std::string& name) {
+    std::u16string path(name.begin(), name.end());
+    for (char16_t& c : path)
+        if (c == u'/') c = u'\\';
+    return path;
+}
+
+class Held {
+public:
+    Held() { document->AddRef(); }
+    ~Held() { document->Release(); }
+    TextBuffer* operator->() const { return document; }
+    std::u16string Text() const { return {document->Content(), document->Length()}; }
+
+private:
+    TextBuffer* document = new TextBuffer;
+};
+
+uint32_t EncodingOf(const Held& document) {
+    uint32_t current = 0;
+    const Char* const* names = nullptr;
+    document->GetEncoding(current, names);
+    return current;
+}
+
+// What must hold of every loaded text.
+void CheckLoaded(const Held& document) {
+    const std::u16string text = document.Text();
+    Require(text.find(u'\r') == std::u16string::npos && text.find(u'\0') == std::u16string::npos);
+    Require(document->Content()[text.size()] == 0);
+    uint32_t lines = 1;
+    for (const char16_t c : text) lines += c == u'\n';
+    Require(document->GetLineCount() == lines);
+    Require(lines > 1 || document->GetLineEnding() == LineEnding::Dos);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static const std::string inName = FileName("-in");
+    static const std::string outName = FileName("-out");
+    static const std::u16string in = PathOf(inName);
+    static const std::u16string out = PathOf(outName);
+    if (size == 0) return 0;
+    const uint32_t encoding = data[0] % Encoding::Count;
+    const uint32_t style = 1 + (data[0] / Encoding::Count) % 2;
+    std::FILE* file = std::fopen(inName.c_str(), "wb");
+    Require(file && std::fwrite(data + 1, 1, size - 1, file) == size - 1 && std::fclose(file) == 0);
+
+    Held loaded;
+    Require(loaded->Load(in.c_str(), false));
+    CheckLoaded(loaded);
+    const uint32_t oldEncoding = EncodingOf(loaded);
+    const bool saved = loaded->Save(out.c_str(), encoding, style);
+    Require(saved || encoding == Encoding::Utf8); // the one that can need more bytes than a chunk has
+    if (!saved) return 0;
+
+    Held again;
+    Require(again->Load(out.c_str(), false));
+    CheckLoaded(again);
+    // A text that begins with the bytes of a signature is read as what they say.
+    if (encoding == Encoding::Ansi && EncodingOf(again) != Encoding::Ansi) return 0;
+    Require(EncodingOf(again) == encoding);
+    Require(again->GetLineEnding() == (again->GetLineCount() > 1 ? style : LineEnding::Dos));
+    const bool isUtf16 = encoding == Encoding::Unicode || encoding == Encoding::UnicodeBigEndian;
+    const bool holdsAll = isUtf16 || (encoding == Encoding::Ansi && oldEncoding != Encoding::Unicode &&
+                                      oldEncoding != Encoding::UnicodeBigEndian);
+    if (holdsAll) Require(again.Text() == loaded.Text());
+    Require(again->GetLineCount() == loaded->GetLineCount());
+    return 0;
+}
