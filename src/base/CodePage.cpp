@@ -21,3 +21,8 @@ size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, si
     if (page == CodePage::Utf8) return Utf8::FromUtf16(text, count, out, capacity);
     return SystemCodePage::FromUtf16(page, text, count, out, capacity);
 }
+
+size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {
+    if (page == CodePage::Utf8) return Utf8::WholeCharacters(bytes, count);
+    return SystemCodePage::WholeCharacters(page, bytes, count);
+}

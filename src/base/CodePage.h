@@ -21,3 +21,9 @@ size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, siz
 // The way back, with the same rules. What the page cannot express becomes its best fit or "?", a lone
 // surrogate in UTF-8 the three bytes of U+FFFD.
 size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity);
+
+// The most bytes that one character takes in any page.
+constexpr size_t MaxCharacterBytes = 4;
+
+// How many of `count` bytes make up whole characters: a character that the end cuts off is not counted.
+size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count);

@@ -1,41 +1,40 @@
 #include "base/Scan.h"
 
-#include <bit>
-#include <emmintrin.h>
+#include "base/ScanVector.h"
+
+#include <algorithm>
 
 // Every loop takes 64 or 32 bytes a step while so many are left and hands the rest to its plain
 // version, so that nothing outside [0, count) is ever read.
 
+using namespace Scan::Vector;
+
 namespace {
 
-constexpr size_t PerVector = 8; // characters in one vector
-
-__m128i Load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
-
-void Store(void* to, __m128i value) { _mm_storeu_si128(static_cast<__m128i*>(to), value); }
-
-unsigned ByteMask(__m128i value) { return static_cast<unsigned>(_mm_movemask_epi8(value)); }
-
-// One bit for each of 16 characters: those of two vectors that hold 0 or -1 in every character.
-unsigned CharMask(__m128i low, __m128i high) { return ByteMask(_mm_packs_epi16(low, high)); }
-
-size_t FirstBit(unsigned mask) { return static_cast<size_t>(std::countr_zero(mask)); }
-
-size_t LastBit(unsigned mask) { return static_cast<size_t>(std::bit_width(mask) - 1); }
-
-// The matches of `matches` (a vector of 0 or -1) in text[0, count), 32 characters a step.
-// `count` is left as what remains for the plain version, at the end of the text.
-template <class Matches> size_t FindFirst(const Char* text, size_t count, Matches matches) {
+// Where the first match of `test` (a vector to a vector of 0 or -1) is, or where fewer characters than
+// a step takes are left.
+template <class Test> size_t FindFirst(const Char* text, size_t count, Test test) {
     size_t at = 0;
-    for (; at + 4 * PerVector <= count; at += 4 * PerVector) {
-        const __m128i a = matches(Load(text + at));
-        const __m128i b = matches(Load(text + at + 8));
-        const __m128i c = matches(Load(text + at + 16));
-        const __m128i d = matches(Load(text + at + 24));
-        if (ByteMask(_mm_or_si128(_mm_or_si128(a, b), _mm_or_si128(c, d))) == 0) continue;
-        return at + FirstBit(CharMask(a, b) | CharMask(c, d) << 16);
+    for (; at + Block <= count; at += Block) {
+        const Matches matches = TestBlock(text + at, test);
+        if (matches.Any()) return at + FirstBit(matches.Mask());
     }
     return at;
+}
+
+// Passes over line feeds in text[at, end) until `passed` has grown to `lines`. Returns the index behind
+// the last one, 0 when there was none.
+size_t WalkLines(const Char* text, size_t at, size_t end, size_t lines, size_t& passed) {
+    const __m128i lineFeed = Fill(u'\n');
+    size_t behind = 0;
+    for (; at + Block <= end && passed < lines; at += Block) {
+        uint32_t mask = TestBlock(text + at, [=](__m128i v) { return _mm_cmpeq_epi16(v, lineFeed); }).Mask();
+        for (; mask && passed < lines; mask &= mask - 1, ++passed) behind = at + FirstBit(mask) + 1;
+    }
+    size_t more = 0;
+    const size_t offset = Scan::Reference::SkipLines(text + at, end - at, lines - passed, more);
+    passed += more;
+    return more ? at + offset : behind;
 }
 
 __m128i AddLanes(__m128i sums) { return _mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums)); }
@@ -45,22 +44,18 @@ size_t LowQuad(__m128i value) { return static_cast<size_t>(_mm_cvtsi128_si64(val
 } // namespace
 
 size_t Scan::CountLineFeeds(const Char* text, size_t count) {
-    const __m128i lineFeed = _mm_set1_epi16(u'\n');
+    const __m128i lineFeed = Fill(u'\n');
     const __m128i zero = _mm_setzero_si128();
     // A step adds at most 2 to each byte of `counts`, so 127 steps fit before the bytes are summed up.
-    constexpr size_t StepsPerBlock = 127;
+    constexpr size_t StepsPerSum = 127;
     __m128i sums = zero;
     size_t at = 0;
-    while (at + 4 * PerVector <= count) {
-        const size_t steps = (count - at) / (4 * PerVector);
+    while (at + Block <= count) {
         __m128i counts = zero;
-        for (size_t step = steps < StepsPerBlock ? steps : StepsPerBlock; step; --step, at += 4 * PerVector) {
-            const __m128i a = _mm_cmpeq_epi16(Load(text + at), lineFeed);
-            const __m128i b = _mm_cmpeq_epi16(Load(text + at + 8), lineFeed);
-            const __m128i c = _mm_cmpeq_epi16(Load(text + at + 16), lineFeed);
-            const __m128i d = _mm_cmpeq_epi16(Load(text + at + 24), lineFeed);
-            counts = _mm_sub_epi8(counts, _mm_packs_epi16(a, b));
-            counts = _mm_sub_epi8(counts, _mm_packs_epi16(c, d));
+        for (size_t step = std::min((count - at) / Block, StepsPerSum); step; --step, at += Block) {
+            const Matches found = TestBlock(text + at, [=](__m128i v) { return _mm_cmpeq_epi16(v, lineFeed); });
+            counts = _mm_sub_epi8(counts, _mm_packs_epi16(found.a, found.b));
+            counts = _mm_sub_epi8(counts, _mm_packs_epi16(found.c, found.d));
         }
         sums = _mm_add_epi64(sums, _mm_sad_epu8(counts, zero));
     }
@@ -68,13 +63,13 @@ size_t Scan::CountLineFeeds(const Char* text, size_t count) {
 }
 
 size_t Scan::FindLineFeed(const Char* text, size_t count) {
-    const __m128i lineFeed = _mm_set1_epi16(u'\n');
+    const __m128i lineFeed = Fill(u'\n');
     const size_t at = FindFirst(text, count, [=](__m128i v) { return _mm_cmpeq_epi16(v, lineFeed); });
     return at + Reference::FindLineFeed(text + at, count - at);
 }
 
 size_t Scan::FindLineEnd(const Char* text, size_t count) {
-    const __m128i lineFeed = _mm_set1_epi16(u'\n');
+    const __m128i lineFeed = Fill(u'\n');
     const __m128i zero = _mm_setzero_si128();
     const size_t at = FindFirst(
         text, count, [=](__m128i v) { return _mm_or_si128(_mm_cmpeq_epi16(v, lineFeed), _mm_cmpeq_epi16(v, zero)); });
@@ -82,34 +77,52 @@ size_t Scan::FindLineEnd(const Char* text, size_t count) {
 }
 
 size_t Scan::FindLineStart(const Char* text, size_t count) {
-    const __m128i lineFeed = _mm_set1_epi16(u'\n');
-    for (; count >= 4 * PerVector; count -= 4 * PerVector) {
-        const Char* block = text + count - 4 * PerVector;
-        const __m128i a = _mm_cmpeq_epi16(Load(block), lineFeed);
-        const __m128i b = _mm_cmpeq_epi16(Load(block + 8), lineFeed);
-        const __m128i c = _mm_cmpeq_epi16(Load(block + 16), lineFeed);
-        const __m128i d = _mm_cmpeq_epi16(Load(block + 24), lineFeed);
-        const unsigned mask = CharMask(a, b) | CharMask(c, d) << 16;
-        if (mask) return count - 4 * PerVector + LastBit(mask) + 1;
+    const __m128i lineFeed = Fill(u'\n');
+    for (; count >= Block; count -= Block) {
+        const Char* const block = text + count - Block;
+        const Matches found = TestBlock(block, [=](__m128i v) { return _mm_cmpeq_epi16(v, lineFeed); });
+        if (found.Any()) return count - Block + LastBit(found.Mask()) + 1;
     }
     return Reference::FindLineStart(text, count);
 }
 
 size_t Scan::SkipLines(const Char* text, size_t count, size_t lines, size_t& passed) {
-    const __m128i lineFeed = _mm_set1_epi16(u'\n');
-    size_t behind = 0;
-    size_t at = 0;
+    // A near line is found feed by feed. On the way to a far one whole stretches are counted, which is
+    // twice as fast, and only the one with the last feed is walked.
+    constexpr size_t Near = 512;
+    constexpr size_t Stretch = 4096;
     passed = 0;
-    for (; at + 2 * PerVector <= count && passed < lines; at += 2 * PerVector) {
-        const __m128i a = _mm_cmpeq_epi16(Load(text + at), lineFeed);
-        const __m128i b = _mm_cmpeq_epi16(Load(text + at + 8), lineFeed);
-        unsigned mask = CharMask(a, b);
-        for (; mask && passed < lines; mask &= mask - 1, ++passed) behind = at + FirstBit(mask) + 1;
+    size_t at = std::min(count, Near);
+    size_t behind = WalkLines(text, 0, at, lines, passed);
+    if (passed == lines) return behind;
+    for (; count - at >= Stretch; at += Stretch) {
+        const size_t lineFeeds = CountLineFeeds(text + at, Stretch);
+        if (lineFeeds >= lines - passed) break;
+        passed += lineFeeds;
     }
-    size_t more = 0;
-    const size_t offset = Reference::SkipLines(text + at, count - at, lines - passed, more);
-    passed += more;
-    return more ? at + offset : behind;
+    behind = WalkLines(text, at, std::min(count, at + Stretch), lines, passed);
+    return behind || passed == 0 ? behind : FindLineStart(text, at);
+}
+
+size_t Scan::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed) {
+    // As in SkipLines, the line feeds of whole stretches are only counted while many are to be passed.
+    constexpr size_t Stretch = 1024;
+    constexpr size_t FewLines = 32;
+    size_t at = count;
+    size_t wanted = lines + 1; // the line reached starts behind this one
+    while (wanted > FewLines && at >= Stretch) {
+        const size_t lineFeeds = CountLineFeeds(text + at - Stretch, Stretch);
+        if (lineFeeds >= wanted) break;
+        wanted -= lineFeeds;
+        at -= Stretch;
+    }
+    passed = lines;
+    while (const size_t start = FindLineStart(text, at)) {
+        if (--wanted == 0) return start;
+        at = start - 1;
+    }
+    passed = lines + 1 - wanted;
+    return 0;
 }
 
 size_t Scan::FindNul(const Char* text, size_t count) {
@@ -124,7 +137,7 @@ size_t Scan::FindZeroByte(const uint8_t* bytes, size_t count) {
     for (; at + 32 <= count; at += 32) {
         const __m128i a = _mm_cmpeq_epi8(Load(bytes + at), zero);
         const __m128i b = _mm_cmpeq_epi8(Load(bytes + at + 16), zero);
-        const unsigned mask = ByteMask(a) | ByteMask(b) << 16;
+        const uint32_t mask = ByteMask(a) | ByteMask(b) << 16;
         if (mask) return at + FirstBit(mask);
     }
     return at + Reference::FindZeroByte(bytes + at, count - at);
@@ -159,7 +172,7 @@ size_t Scan::WidenAscii(const uint8_t* bytes, size_t count, Char* out) {
 }
 
 size_t Scan::NarrowAscii(const Char* text, size_t count, uint8_t* out) {
-    const __m128i notAscii = _mm_set1_epi16(static_cast<short>(0xFF80));
+    const __m128i notAscii = Fill(0xFF80);
     const __m128i zero = _mm_setzero_si128();
     size_t at = 0;
     for (; at + 16 <= count; at += 16) {
@@ -174,7 +187,7 @@ size_t Scan::NarrowAscii(const Char* text, size_t count, uint8_t* out) {
 
 void Scan::SwapBytes(const Char* in, size_t count, Char* out) {
     size_t at = 0;
-    for (; at + PerVector <= count; at += PerVector) {
+    for (; at + Characters <= count; at += Characters) {
         const __m128i block = Load(in + at);
         Store(out + at, _mm_or_si128(_mm_slli_epi16(block, 8), _mm_srli_epi16(block, 8)));
     }

@@ -24,6 +24,10 @@ size_t FindLineStart(const Char* text, size_t count);
 // passed (0 when none was) and in `passed` how many were.
 size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
 
+// The way back: position `count` of the text starts a line. Goes back by up to `lines` lines, returns where
+// the line reached starts and in `passed` how many it went back.
+size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed);
+
 // Index of the first NUL in bytes or characters [0, count); `count` without one.
 size_t FindNul(const Char* text, size_t count);
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
@@ -55,6 +59,7 @@ size_t FindLineFeed(const Char* text, size_t count);
 size_t FindLineEnd(const Char* text, size_t count);
 size_t FindLineStart(const Char* text, size_t count);
 size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
+size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed);
 size_t FindNul(const Char* text, size_t count);
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
 size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,

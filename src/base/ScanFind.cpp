@@ -1,10 +1,135 @@
 #include "base/Scan.h"
+#include "base/ScanVector.h"
+#include "base/Text.h"
+
+#include <algorithm>
+
+// Substring search. Of the pattern two characters are chosen that source text rarely holds; a step
+// tests for both of them at 32 positions at once, and only where both stand is the whole pattern
+// compared. Testing the first and the last character instead is slower by half on patterns that begin
+// like much of the text does.
+
+using namespace Scan::Vector;
+
+namespace {
+
+// How common the ASCII characters are in C++ source text: 17 plus the binary logarithm of their share,
+// no less than 0. Characters beyond ASCII count as rarest.
+constexpr uint8_t Commonness[128] = {
+    0,  0,  0,  0,  0,  0,  0,  0,  0,  9,  12, 0,  0,  0,  0,  0,  //
+    0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  0,  //
+    14, 5,  7,  9,  1,  3,  7,  6,  11, 11, 11, 6,  10, 9,  9,  10, // space to /
+    10, 9,  9,  8,  7,  9,  7,  6,  7,  8,  8,  9,  8,  8,  8,  2,  // 0 to ?
+    6,  10, 9,  11, 9,  11, 9,  9,  8,  11, 6,  8,  11, 10, 11, 11, // @ to O
+    10, 6,  11, 11, 11, 9,  8,  7,  9,  8,  5,  6,  7,  6,  2,  13, // P to _
+    4,  12, 10, 12, 11, 13, 11, 10, 11, 12, 6,  10, 11, 10, 12, 12, // ` to o
+    11, 6,  12, 12, 13, 11, 9,  9,  9,  10, 7,  7,  5,  7,  2,  0,  // p to DEL
+};
+
+unsigned CommonnessOf(Char c, bool matchCase) {
+    if (c >= 128) return 0;
+    const unsigned own = Commonness[c];
+    return matchCase || !Text::IsAsciiLetter(c) ? own : std::max<unsigned>(own, Commonness[c ^ 0x20]);
+}
+
+// A character of the pattern to test for. Both cases of a letter become the same one by the bit that
+// tells them apart, and nothing else does.
+struct Probe {
+    size_t offset;
+    __m128i caseBit;
+    __m128i character;
+
+    Probe(const Char* pattern, size_t offset, bool matchCase) : offset(offset) {
+        const bool folds = !matchCase && Text::IsAsciiLetter(pattern[offset]);
+        caseBit = Fill(folds ? 0x20 : 0);
+        character = Fill(folds ? Text::FoldCase(pattern[offset]) : pattern[offset]);
+    }
+
+    template <bool MatchCase> Matches At(const Char* text) const {
+        return TestBlock(text + offset, [this](__m128i block) {
+            if constexpr (!MatchCase) block = _mm_or_si128(block, caseBit);
+            return _mm_cmpeq_epi16(block, character);
+        });
+    }
+};
+
+// The place of the rarest character of the pattern but for the one at `except`.
+size_t RarestOffset(const Char* pattern, size_t n, bool matchCase, size_t except) {
+    size_t best = except == 0 && n > 1 ? 1 : 0;
+    for (size_t i = 0; i < n; ++i)
+        if (i != except && CommonnessOf(pattern[i], matchCase) < CommonnessOf(pattern[best], matchCase)) best = i;
+    return best;
+}
+
+template <bool MatchCase> class Pattern {
+public:
+    Pattern(const Char* pattern, size_t n, size_t rarest)
+        : pattern(pattern), n(n), first(pattern, rarest, MatchCase),
+          second(pattern, RarestOffset(pattern, n, MatchCase, rarest), MatchCase) {}
+
+    // One bit for each of the 32 positions at `text` where the pattern may stand.
+    uint32_t Candidates(const Char* text) const {
+        const Matches one = first.template At<MatchCase>(text);
+        const Matches two = second.template At<MatchCase>(text);
+        const Matches both = {_mm_and_si128(one.a, two.a), _mm_and_si128(one.b, two.b), _mm_and_si128(one.c, two.c),
+                              _mm_and_si128(one.d, two.d)};
+        return both.Any() ? both.Mask() : 0;
+    }
+
+    bool StandsAt(const Char* text) const {
+        return MatchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
+    }
+
+private:
+    const Char* pattern;
+    size_t n;
+    Probe first;
+    Probe second;
+};
+
+// Both loops search the positions [from, end), at each of which the whole pattern fits into the text.
+
+template <bool MatchCase> size_t Forward(const Char* text, size_t from, size_t end, const Char* characters, size_t n) {
+    const Pattern<MatchCase> pattern(characters, n, RarestOffset(characters, n, MatchCase, Scan::NotFound));
+    for (; end - from >= Block; from += Block) {
+        for (uint32_t mask = pattern.Candidates(text + from); mask; mask &= mask - 1) {
+            const size_t at = from + FirstBit(mask);
+            if (pattern.StandsAt(text + at)) return at;
+        }
+    }
+    for (; from < end; ++from)
+        if (pattern.StandsAt(text + from)) return from;
+    return Scan::NotFound;
+}
+
+template <bool MatchCase> size_t Backward(const Char* text, size_t end, const Char* characters, size_t n) {
+    const Pattern<MatchCase> pattern(characters, n, RarestOffset(characters, n, MatchCase, Scan::NotFound));
+    for (; end >= Block; end -= Block) {
+        const size_t start = end - Block;
+        uint32_t mask = pattern.Candidates(text + start);
+        while (mask) {
+            const size_t bit = LastBit(mask);
+            if (pattern.StandsAt(text + start + bit)) return start + bit;
+            mask ^= uint32_t{1} << bit;
+        }
+    }
+    while (end--)
+        if (pattern.StandsAt(text + end)) return end;
+    return Scan::NotFound;
+}
+
+} // namespace
 
 size_t Scan::FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
                          bool matchCase) {
-    return Reference::FindForward(text, count, from, end, pattern, n, matchCase);
+    if (n > count) return NotFound;
+    end = std::min(end, count - n + 1);
+    if (from >= end) return NotFound;
+    return matchCase ? Forward<true>(text, from, end, pattern, n) : Forward<false>(text, from, end, pattern, n);
 }
 
 size_t Scan::FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase) {
-    return Reference::FindBackward(text, count, from, pattern, n, matchCase);
+    if (n > count) return NotFound;
+    const size_t end = std::min(from, count - n + 1);
+    return matchCase ? Backward<true>(text, end, pattern, n) : Backward<false>(text, end, pattern, n);
 }

@@ -44,6 +44,17 @@ size_t Scan::Reference::SkipLines(const Char* text, size_t count, size_t lines, 
     return behind;
 }
 
+size_t Scan::Reference::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed) {
+    size_t start = count;
+    passed = 0;
+    while (passed < lines && start > 0) {
+        --start; // over the line feed that ends the line before
+        while (start > 0 && text[start - 1] != u'\n') --start;
+        ++passed;
+    }
+    return start;
+}
+
 size_t Scan::Reference::FindNul(const Char* text, size_t count) {
     size_t at = 0;
     while (at < count && text[at] != 0) ++at;

@@ -104,3 +104,13 @@ size_t Utf8::ToUtf16(const uint8_t* bytes, size_t count, Char* out, size_t capac
 size_t Utf8::FromUtf16(const Char* text, size_t count, uint8_t* out, size_t capacity) {
     return Convert<Char, uint8_t, 4>(text, count, out, capacity, DecodeUtf16, EncodeUtf8, Scan::NarrowAscii);
 }
+
+size_t Utf8::WholeCharacters(const uint8_t* bytes, size_t count) {
+    // Back to the lead byte of the last sequence, which is at most three bytes away.
+    size_t start = count;
+    while (start > 0 && count - start < 3 && (bytes[start - 1] & 0xC0) == 0x80) --start;
+    if (start == 0 || bytes[start - 1] < 0xC0) return count;
+    const uint8_t lead = bytes[--start];
+    const size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    return start + length > count ? start : count;
+}

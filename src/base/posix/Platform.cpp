@@ -7,17 +7,19 @@
 
 #include <climits>
 #include <cstdlib>
+#include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
+#include <wctype.h>
 
 namespace {
 
 bool IsSeparator(Char c) { return c == u'\\' || c == u'/'; }
 
-// "\" or "C:\". Nothing lies under a drive here, but its paths are absolute all the same.
+// "\", "\\" of a share, or "C:\". Nothing lies under a drive here, but its paths are absolute all the same.
 uint32_t RootLength(const Char* path) {
-    if (IsSeparator(path[0])) return 1;
+    if (IsSeparator(path[0])) return IsSeparator(path[1]) ? 2 : 1;
     return Text::IsAsciiLetter(path[0]) && path[1] == u':' && IsSeparator(path[2]) ? 3 : 0;
 }
 
@@ -132,6 +134,15 @@ uint64_t Platform::Ticks() {
     return static_cast<uint64_t>(moment.tv_sec) * 1000 + static_cast<uint64_t>(moment.tv_nsec) / 1'000'000;
 }
 
-int Platform::CompareNames(const Char* left, const Char* right) { return Text::CompareNoCase(left, right); }
+int Platform::CompareNames(const Char* left, const Char* right) {
+    // The plain locale knows the letters of ASCII only.
+    static const locale_t everyLetter = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    for (;; ++left, ++right) {
+        const wint_t a = towlower_l(*left, everyLetter);
+        const wint_t b = towlower_l(*right, everyLetter);
+        if (a != b) return a < b ? -1 : 1;
+        if (*left == 0) return 0;
+    }
+}
 
 bool Platform::ClipboardHasText() { return false; }

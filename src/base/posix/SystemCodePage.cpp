@@ -1,6 +1,10 @@
 #include "base/SystemCodePage.h"
 
 #include "base/Scan.h"
+#include "base/posix/BestFit1252.h"
+
+#include <algorithm>
+#include <iterator>
 
 // Windows-1252 as Windows converts it; both pages are this one here.
 
@@ -21,7 +25,10 @@ uint8_t ByteOf(Char c) {
     for (uint8_t i = 0; i < 32; ++i)
         if (HighControls[i] == c) return static_cast<uint8_t>(0x80 + i);
     if (c >= 0xFF01 && c <= 0xFF5E) return static_cast<uint8_t>(c - 0xFF01 + '!');
-    return '?';
+    const BestFit* const end = std::end(BestFits);
+    const BestFit* const found = std::lower_bound(
+        BestFits, end, c, [](const BestFit& fit, Char character) { return fit.character < character; });
+    return found != end && found->character == c ? found->byte : '?';
 }
 
 } // namespace
@@ -47,3 +54,5 @@ size_t SystemCodePage::FromUtf16(CodePage, const Char* text, size_t count, uint8
     }
     return count;
 }
+
+size_t SystemCodePage::WholeCharacters(CodePage, const uint8_t*, size_t count) { return count; }

@@ -1,5 +1,6 @@
 #include "base/SystemCodePage.h"
 
+#include "base/Utf8.h"
 #include "base/win32/Windows.h"
 
 #include <algorithm>
@@ -68,4 +69,18 @@ size_t SystemCodePage::ToUtf16(CodePage page, const uint8_t* bytes, size_t count
 
 size_t SystemCodePage::FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity) {
     return Convert(Number(page), text, count, out, out ? capacity : 0);
+}
+
+size_t SystemCodePage::WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {
+    const UINT number = page == CodePage::Ansi ? GetACP() : Number(page);
+    // The user may have chosen UTF-8 as the system's page.
+    if (number == CP_UTF8) return Utf8::WholeCharacters(bytes, count);
+    if (MaxBytesPerCharacter(page) == 1) return count;
+    size_t at = 0;
+    while (at < count) {
+        const size_t length = IsDBCSLeadByteEx(number, bytes[at]) ? 2 : 1;
+        if (at + length > count) break;
+        at += length;
+    }
+    return at;
 }
