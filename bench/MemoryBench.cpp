@@ -1,0 +1,52 @@
+#include "Ratio.h"
+#include "SampleText.h"
+#include "document/TextBuffer.h"
+
+#include <cstdio>
+#include <malloc.h>
+#include <string>
+#include <unistd.h>
+
+// What an open document keeps in memory: two bytes a character and less than one in a hundred more.
+
+namespace {
+
+constexpr char In[] = "bench-memory.txt";
+
+// All that the program holds, in blocks of its heap and in those that the system maps for it.
+size_t BytesInUse() {
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+void Measure(const char* name, const std::string& bytes) {
+    Bench::WriteScratch(In, bytes.data(), bytes.size());
+    const std::u16string path = Bench::ScratchPath(In);
+    const size_t before = BytesInUse();
+    TextBuffer* document = new TextBuffer;
+    document->AddRef();
+    Bench::Check(document->Load(path.c_str(), false), "the file does not load");
+    const double used = static_cast<double>(BytesInUse() - before);
+    Bench::Report(name, used / (2.0 * document->Length()), 1.01);
+    document->Release();
+    unlink(Bench::ScratchName(In).c_str());
+}
+
+} // namespace
+
+int main() {
+    Heap::Start();
+    const std::string sample = Bench::SampleBytes();
+    std::string returns;
+    std::string units = "\xFF\xFE";
+    for (const char c : sample) {
+        if (c == '\n') returns.push_back('\r');
+        returns.push_back(c);
+        units.push_back(c);
+        units.push_back('\0');
+    }
+    Measure("memory of an ANSI document, in two bytes a character", sample);
+    Measure("memory of one with CR LF", returns);
+    Measure("memory of a UTF-16 document", units);
+    return Bench::ExitStatus();
+}
