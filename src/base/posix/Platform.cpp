@@ -48,6 +48,15 @@ bool FindIn(const Char* list, uint32_t length, const Char* name, WString& out) {
            Platform::FullPath(candidate.Text(), out);
 }
 
+// False only when memory runs out; `out` is then, and without such a variable, as it was.
+bool ReadVariable(const Char* name, bool& isKnown, WString& out) {
+    const NativeText native(name, NativeText::Kind::Plain);
+    if (!native.Text()) return false;
+    const char* const value = std::getenv(native.Text());
+    isKnown = value != nullptr;
+    return !isKnown || FromNativeText(value, NativeText::Kind::Plain, out);
+}
+
 } // namespace
 
 Platform::Entry Platform::EntryKind(const Char* path) {
@@ -96,9 +105,8 @@ bool Platform::SearchAlong(const Char* list, const Char* name, WString& out) {
 }
 
 bool Platform::EnvironmentVariable(const Char* name, WString& out) {
-    const NativeText native(name, NativeText::Kind::Plain);
-    const char* const value = native.Text() ? std::getenv(native.Text()) : nullptr;
-    return value && FromNativeText(value, NativeText::Kind::Plain, out);
+    bool isKnown = false;
+    return ReadVariable(name, isKnown, out) && isKnown;
 }
 
 bool Platform::ExpandEnvironment(const Char* text, WString& out) {
@@ -108,15 +116,13 @@ bool Platform::ExpandEnvironment(const Char* text, WString& out) {
     while (*text) {
         const Char* end = text + 1;
         while (*end && *end != u'%') ++end;
-        const bool isName = *text == u'%' && *end == u'%';
-        if (isName && !name.Assign(text + 1, end - text - 1)) return false;
-        if (isName && EnvironmentVariable(name.Text(), value)) {
-            if (!expanded.Append(value)) return false;
-            text = end + 1;
-        } else {
-            if (!expanded.Append(text, end - text)) return false;
-            text = end;
+        bool isKnown = false;
+        if (*text == u'%' && *end == u'%') {
+            if (!name.Assign(text + 1, end - text - 1) || !ReadVariable(name.Text(), isKnown, value)) return false;
+            ++end; // behind the closing sign, also of a name that nobody knows
         }
+        if (!(isKnown ? expanded.Append(value) : expanded.Append(text, end - text))) return false;
+        text = end;
     }
     out = std::move(expanded);
     return true;

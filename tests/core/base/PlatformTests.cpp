@@ -177,7 +177,7 @@ TEST(Platform, ExpandEnvironmentReplacesKnownVariablesOnly) {
     EXPECT_EQ(Expanded(u"100% sure"), u"100% sure");
     EXPECT_EQ(Expanded(u"%%"), u"%%");
     EXPECT_EQ(Expanded(u"%ORVANE_TEST_A"), u"%ORVANE_TEST_A");
-    EXPECT_EQ(Expanded(u"a%b%ORVANE_TEST_A%"), u"a%balpha");
+    EXPECT_EQ(Expanded(u"a%b%ORVANE_TEST_A%"), u"a%b%ORVANE_TEST_A%");
     EXPECT_EQ(Expanded(u""), u"");
 }
 
@@ -201,7 +201,11 @@ TEST(Platform, FillingAStringFailsCleanlyWithoutMemory) {
     ExpectUnchangedOnFailure([](WString& out) { return Platform::FullPath(u"a\\b", out); });
     ExpectUnchangedOnFailure([](WString& out) { return Platform::CurrentDirectory(out); });
     ExpectUnchangedOnFailure([](WString& out) { return Platform::EnvironmentVariable(u"ORVANE_TEST_A", out); });
-    ExpectUnchangedOnFailure([](WString& out) { return Platform::ExpandEnvironment(u"%ORVANE_TEST_A%!", out); });
+    ExpectUnchangedOnFailure([](WString& out) {
+        const bool done = Platform::ExpandEnvironment(u"%ORVANE_TEST_A%!", out);
+        EXPECT_TRUE(!done || Content(out) == u"alpha!");
+        return done;
+    });
     ExpectUnchangedOnFailure([&](WString& out) { return Platform::SearchAlong(list.c_str(), u"f", out); });
 }
 
