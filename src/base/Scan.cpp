@@ -143,22 +143,6 @@ size_t Scan::FindZeroByte(const uint8_t* bytes, size_t count) {
     return at + Reference::FindZeroByte(bytes + at, count - at);
 }
 
-size_t Scan::WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds) {
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i lineFeed = _mm_set1_epi8('\n');
-    const __m128i carriageReturn = _mm_set1_epi8('\r');
-    size_t at = 0;
-    for (; at + 16 <= count; at += 16) {
-        const __m128i block = Load(bytes + at);
-        const __m128i stops = _mm_or_si128(_mm_cmpeq_epi8(block, zero), _mm_cmpeq_epi8(block, carriageReturn));
-        if (ByteMask(_mm_or_si128(stops, block))) break;
-        Store(out + at, _mm_unpacklo_epi8(block, zero));
-        Store(out + at + 8, _mm_unpackhi_epi8(block, zero));
-        lineFeeds += static_cast<size_t>(std::popcount(ByteMask(_mm_cmpeq_epi8(block, lineFeed))));
-    }
-    return at + Reference::WidenPlain(bytes + at, count - at, out + at, lineFeeds);
-}
-
 size_t Scan::WidenAscii(const uint8_t* bytes, size_t count, Char* out) {
     const __m128i zero = _mm_setzero_si128();
     size_t at = 0;

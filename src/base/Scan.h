@@ -40,10 +40,6 @@ size_t FindForward(const Char* text, size_t count, size_t from, size_t end, cons
 // The same backwards: the last such position below `from`.
 size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
 
-// Widens the leading bytes that are below 0x80, and are neither NUL nor carriage return, to
-// characters, and adds the line feeds among them to `lineFeeds`. Returns how many bytes were taken.
-size_t WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds);
-
 // Widens the leading bytes that are below 0x80. Returns how many were taken.
 size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);
 
@@ -65,7 +61,6 @@ size_t FindZeroByte(const uint8_t* bytes, size_t count);
 size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
                    bool matchCase);
 size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
-size_t WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds);
 size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);
 size_t NarrowAscii(const Char* text, size_t count, uint8_t* out);
 void SwapBytes(const Char* in, size_t count, Char* out);

@@ -9,7 +9,6 @@
 
 namespace {
 
-using Scan::BreakCounts;
 using Scan::Copied;
 
 constexpr size_t Bytes = 16;     // in a vector

@@ -83,17 +83,6 @@ size_t Scan::Reference::FindBackward(const Char* text, size_t count, size_t from
     return NotFound;
 }
 
-size_t Scan::Reference::WidenPlain(const uint8_t* bytes, size_t count, Char* out, size_t& lineFeeds) {
-    size_t taken = 0;
-    for (; taken < count; ++taken) {
-        const uint8_t byte = bytes[taken];
-        if (byte >= 0x80 || byte == 0 || byte == '\r') break;
-        lineFeeds += byte == '\n';
-        out[taken] = byte;
-    }
-    return taken;
-}
-
 size_t Scan::Reference::WidenAscii(const uint8_t* bytes, size_t count, Char* out) {
     size_t taken = 0;
     for (; taken < count && bytes[taken] < 0x80; ++taken) out[taken] = bytes[taken];
