@@ -1,0 +1,140 @@
+#include "base/Platform.h"
+#include "base/win32/Handles.h"
+#include "base/win32/WindowText.h"
+
+#include "support/FailureInjection.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+// A window that is never shown.
+class HiddenWindow {
+public:
+    explicit HiddenWindow(const std::u16string& text)
+        : window(CreateWindowExW(0, L"EDIT", Wide(text.c_str()), WS_POPUP | ES_MULTILINE, 0, 0, 10, 10, nullptr,
+                                 nullptr, GetModuleHandleW(nullptr), nullptr)) {
+        EXPECT_NE(window, nullptr);
+    }
+    ~HiddenWindow() { DestroyWindow(window); }
+    HWND Get() const { return window; }
+
+private:
+    HWND window;
+};
+
+std::u16string Content(const WString& string) { return {string.Text(), string.Length()}; }
+
+// The clipboard is left empty.
+void EmptyTheClipboard(HWND owner) {
+    const OpenedClipboard clipboard(owner);
+    ASSERT_TRUE(clipboard.IsOpen());
+    EXPECT_TRUE(EmptyClipboard());
+}
+
+} // namespace
+
+TEST(WindowText, IsTakenWhole) {
+    for (const std::u16string& text : {std::u16string(u"some text"), std::u16string(), std::u16string(5000, u'x')}) {
+        const HiddenWindow window(text);
+        WString out;
+        ASSERT_TRUE(out.Assign(u"before"));
+        ASSERT_TRUE(TextOfWindow(window.Get(), out));
+        EXPECT_EQ(Content(out), text);
+    }
+}
+
+TEST(WindowText, WithoutMemoryTheStringStaysAsItWas) {
+    const HiddenWindow window(u"some text");
+    const uint64_t failures = FailEachAllocation([&] {
+        WString out;
+        {
+            const FailurePause pause;
+            EXPECT_TRUE(out.Assign(u"before"));
+        }
+        const bool done = TextOfWindow(window.Get(), out);
+        EXPECT_EQ(Content(out), done ? u"some text" : u"before");
+        return done;
+    });
+    EXPECT_EQ(failures, 1u);
+}
+
+TEST(Platform, ClipboardHasTextOnlyForUnicodeText) {
+    const HiddenWindow window(u"");
+    EmptyTheClipboard(window.Get());
+    EXPECT_FALSE(Platform::ClipboardHasText());
+    {
+        const OpenedClipboard clipboard(window.Get());
+        ASSERT_TRUE(clipboard.IsOpen());
+        GlobalBlock block(2 * sizeof(Char));
+        {
+            const GlobalAddress address(block.Get());
+            ASSERT_NE(address.Get(), nullptr);
+            std::memcpy(address.Get(), u"x", 2 * sizeof(Char));
+        }
+        ASSERT_TRUE(SetClipboardData(CF_UNICODETEXT, block.Get()));
+        block.GiveAway();
+    }
+    EXPECT_TRUE(Platform::ClipboardHasText());
+    EmptyTheClipboard(window.Get());
+}
+
+TEST(Guards, GiveBackWhatTheyTook) {
+    const HiddenWindow window(u"");
+    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    for (int i = 0; i < 100; ++i) {
+        const WindowDc screen(window.Get());
+        const MemoryDc memory(screen.Get());
+        const GdiObject bitmap(CreateCompatibleBitmap(screen.Get(), 8, 8));
+        const Selection selection(memory.Get(), bitmap.Get());
+        EXPECT_EQ(GetCurrentObject(memory.Get(), OBJ_BITMAP), bitmap.Get());
+    }
+    EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), before);
+
+    HANDLE copy = nullptr;
+    {
+        const KernelHandle event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        ASSERT_TRUE(event.IsValid());
+        copy = event.Get();
+    }
+    EXPECT_EQ(WaitForSingleObject(copy, 0), WAIT_FAILED);
+    EXPECT_FALSE(KernelHandle(INVALID_HANDLE_VALUE).IsValid());
+    EXPECT_FALSE(KernelHandle(nullptr).IsValid());
+}
+
+TEST(Heap, LargeBlocksGrowInPlace) {
+    constexpr size_t Size = size_t{8} << 20;
+    void* block = Heap::Allocate(Size);
+    ASSERT_NE(block, nullptr);
+    void* const place = block;
+    size_t size = Size;
+    for (; size < 2 * Size - 4096; size += 1234) {
+        block = Heap::Resize(block, size, size + 1234);
+        ASSERT_EQ(block, place);
+    }
+    Heap::Free(block);
+}
+
+TEST(File, ACreatedFileIsSharedWithNobody) {
+    wchar_t folder[MAX_PATH];
+    wchar_t name[MAX_PATH];
+    ASSERT_NE(GetTempPathW(MAX_PATH, folder), 0u);
+    ASSERT_NE(GetTempFileNameW(folder, L"orv", 0, name), 0u);
+    {
+        Platform::File created;
+        Platform::File other;
+        ASSERT_TRUE(created.Open(FromWide(name), Platform::File::Mode::Create));
+        EXPECT_FALSE(other.Open(FromWide(name), Platform::File::Mode::ReadShared));
+        created.Close();
+        EXPECT_TRUE(GetFileAttributesW(name) & FILE_ATTRIBUTE_ARCHIVE);
+        // A reader that shares lets others write and delete; one that does not keeps writers out.
+        ASSERT_TRUE(other.Open(FromWide(name), Platform::File::Mode::ReadShared));
+        EXPECT_TRUE(created.Open(FromWide(name), Platform::File::Mode::ReadWrite));
+        created.Close();
+        ASSERT_TRUE(other.Open(FromWide(name), Platform::File::Mode::Read));
+        EXPECT_FALSE(created.Open(FromWide(name), Platform::File::Mode::ReadWrite));
+    }
+    EXPECT_TRUE(DeleteFileW(name));
+}
