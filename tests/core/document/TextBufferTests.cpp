@@ -1,0 +1,308 @@
+#include "document/TextBuffer.h"
+
+#include "settings/IniFile.h"
+#include "support/FakeEngine.h"
+#include "support/FakeView.h"
+#include "support/TextDocument.h"
+#include "syntax/EngineDefinition.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using LineRange = std::pair<uint32_t, uint32_t>;
+
+TextBuffer* NewDocument() {
+    auto* document = new TextBuffer;
+    document->AddRef();
+    return document;
+}
+
+std::u16string SessionText(const TextBuffer& document) {
+    WString text;
+    EXPECT_TRUE(document.GetSessionText(text));
+    return {text.Text(), text.Length()};
+}
+
+std::u16string EndOf(const Char* text, size_t count) {
+    const std::u16string all = text;
+    return all.size() < count ? all : all.substr(all.size() - count);
+}
+
+} // namespace
+
+TEST(TextBuffer, AFreshDocumentHasTheInitialValues) {
+    auto* document = new TextBuffer;
+    EXPECT_EQ(document->AddRef(), 1u) << "no reference is held before";
+    EXPECT_EQ(document->GetLineEnding(), LineEnding::Dos);
+    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->Content(), nullptr);
+    EXPECT_EQ(document->Engine(), nullptr);
+    EXPECT_FALSE(document->IsReadOnly());
+    EXPECT_FALSE(document->IsOutput());
+    EXPECT_FALSE(document->IsModified());
+    EXPECT_FALSE(document->IsBinary());
+    EXPECT_STREQ("", std::string(document->GetName(), document->GetName()).c_str());
+    document->Release();
+}
+
+TEST(TextBuffer, IsSharedByReference) {
+    TextBuffer* document = NewDocument();
+    EXPECT_EQ(document->AddRef(), 2u);
+    EXPECT_EQ(document->Release(), 1u);
+    EXPECT_EQ(document->Release(), 0u);
+}
+
+TEST(TextBuffer, TheLastReleaseDestroysTheViewsAndLetsGoOfTheEngine) {
+    const int views = FakeView::alive;
+    const int engines = FakeEngine::alive;
+    {
+        TextDocument document(u"abc");
+        document->AttachEngine(new FakeEngine);
+        FakeView::Create(*document)->Activate();
+        FakeView::Create(*document);
+        EXPECT_EQ(FakeView::alive, views + 2);
+        EXPECT_EQ(FakeEngine::alive, engines + 1);
+    }
+    EXPECT_EQ(FakeView::alive, views);
+    EXPECT_EQ(FakeEngine::alive, engines);
+}
+
+TEST(TextBuffer, AttachingAnEngineReleasesTheOneBefore) {
+    TextDocument document;
+    auto* first = new FakeEngine;
+    first->AddRef();
+    document->AttachEngine(first);
+    document->AttachEngine(new FakeEngine);
+    EXPECT_EQ(first->Release(), 0u) << "only the test's reference was left";
+}
+
+TEST(TextBuffer, ViewsAreListedInTheOrderTheyWereMade) {
+    TextDocument document;
+    ViewNode* next = nullptr;
+    EXPECT_EQ(document->EnumViews(nullptr, next), nullptr);
+    EXPECT_EQ(next, nullptr);
+    FakeView* first = FakeView::Create(*document);
+    FakeView* second = FakeView::Create(*document);
+    EXPECT_EQ(document->EnumViews(nullptr, next), first);
+    ASSERT_NE(next, nullptr);
+    EXPECT_EQ(document->EnumViews(next, next), second);
+    EXPECT_EQ(next, nullptr);
+}
+
+TEST(TextBuffer, AViewThatCannotBeMadeLeavesNoTrace) {
+    TextDocument document;
+    FakeView::Create(*document);
+    FakeView::failNext = true;
+    EXPECT_EQ(FakeView::Create(*document), nullptr);
+    ViewNode* next = nullptr;
+    document->EnumViews(nullptr, next);
+    EXPECT_EQ(next, nullptr);
+    SetTextViewFactory(nullptr);
+    EXPECT_EQ(document->CreateView(nullptr), nullptr) << "nobody makes views";
+}
+
+TEST(TextBuffer, AForgottenViewIsNotTouchedAgain) {
+    TextDocument document(u"abc");
+    FakeView* first = FakeView::Create(*document);
+    FakeView* second = FakeView::Create(*document);
+    first->Activate();
+    first->Destroy();
+    EXPECT_EQ(document->ActiveView(), nullptr);
+    document->RepaintAll();
+    document->InsertText(0, u"x\n", 2);
+    ViewNode* next = nullptr;
+    EXPECT_EQ(document->EnumViews(nullptr, next), second);
+    EXPECT_EQ(next, nullptr);
+    document->ForgetView(nullptr);
+}
+
+TEST(TextBuffer, TheNameIsThePathOrElseTheTitle) {
+    TextDocument document;
+    EXPECT_TRUE(document->SetTitle(u"Output"));
+    EXPECT_EQ(std::u16string(document->GetName()), u"Output");
+    EXPECT_FALSE(document->HasFile());
+    EXPECT_TRUE(document->SetPath(u"some.txt"));
+    EXPECT_TRUE(document->HasFile());
+    EXPECT_EQ(EndOf(document->GetName(), 9), u"\\some.txt") << "the full path of the name";
+    EXPECT_EQ(std::u16string(document->GetTitle()), u"Output");
+}
+
+TEST(TextBuffer, ANewDocumentWithANameIsEmptyAndHasAnEngine) {
+    TextBuffer* document = NewDocument();
+    FakeView* view = FakeView::Create(*document);
+    EXPECT_TRUE(document->Load(u"some.cpp", true));
+    EXPECT_EQ(document->Length(), 0u);
+    EXPECT_EQ(document->GetLineCount(), 1u);
+    EXPECT_EQ(EndOf(document->GetName(), 9), u"\\some.cpp");
+    EXPECT_NE(document->Engine(), nullptr);
+    EXPECT_FALSE(document->IsModified());
+    EXPECT_EQ(view->CaretOffset(), 0u);
+    document->Release();
+}
+
+TEST(TextBuffer, ClearingForANewTextKeepsTheViewsAndForgetsTheRest) {
+    TextDocument document(u"one\ntwo\n");
+    FakeView* view = FakeView::Create(*document);
+    view->PutCaret(1, 2);
+    view->Activate();
+    document->TypeChar(view, u'x', 2, true, false);
+    document->ToggleBookmark(1);
+    document->LineToOffset(2);
+    EXPECT_TRUE(document->MakeNew(u"other.txt"));
+    EXPECT_EQ(view->CaretLine(), 0u);
+    EXPECT_EQ(view->CaretColumn(), 0u);
+    EXPECT_EQ(document.Text(), u"");
+    EXPECT_EQ(document->GetLineCount(), 1u);
+    EXPECT_EQ(TextBufferProbe::Capacity(*document), 1u);
+    EXPECT_FALSE(document->IsModified());
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
+    EXPECT_FALSE(document->HasPendingEdit());
+    EXPECT_TRUE(document.MarkedLines().empty());
+    EXPECT_EQ(TextBufferProbe::Cache(*document).Count(), 0u);
+}
+
+TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
+    TextDocument document(u"abc");
+    EXPECT_TRUE(document->CanDo(DocumentCommand::Edit));
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
+    EXPECT_FALSE(document->CanDo(4));
+    EXPECT_FALSE(document->CanDo(None32));
+    document->InsertText(0, u"x", 1);
+    EXPECT_TRUE(document->CanDo(DocumentCommand::Undo));
+    EXPECT_TRUE(document->DoCommand(DocumentCommand::Undo));
+    EXPECT_EQ(document.Text(), u"abc");
+    EXPECT_TRUE(document->CanDo(DocumentCommand::Redo));
+    EXPECT_TRUE(document->DoCommand(DocumentCommand::Redo));
+    EXPECT_EQ(document.Text(), u"xabc");
+    document->MarkAsOutput();
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Edit));
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Paste));
+}
+
+TEST(TextBuffer, OtherCommandsAreNotItsOwn) {
+    TextDocument document;
+    EXPECT_FALSE(document->DoCommand(0));
+    EXPECT_FALSE(document->DoCommand(3));
+    EXPECT_FALSE(document->DoCommand(None32));
+}
+
+TEST(TextBuffer, OnlyTheSecondSettingsFlagRenewsTheEngine) {
+    TextDocument document;
+    auto* engine = new FakeEngine;
+    document->AttachEngine(engine);
+    document->OnSettingsChanged(1 | 4);
+    EXPECT_EQ(document->Engine(), engine);
+    document->OnSettingsChanged(SettingsChanged::Engine);
+    EXPECT_NE(document->Engine(), engine);
+    EXPECT_NE(document->Engine(), nullptr);
+}
+
+TEST(TextBuffer, ResettingTheEngineRepaintsAllViews) {
+    TextDocument document;
+    FakeView* view = FakeView::Create(*document);
+    auto* engine = new FakeEngine;
+    document->AttachEngine(engine);
+    view->ForgetCalls();
+    document->ResetSyntaxEngine();
+    EXPECT_NE(document->Engine(), engine);
+    EXPECT_EQ(view->invalidations, 1);
+}
+
+TEST(TextBuffer, TheEngineIsChosenByItsNameOrElseByThePath) {
+    const IniFile noSettings;
+    LoadEngineDefinitions(noSettings);
+    TextDocument document;
+    document->SetPath(u"a.html");
+    document->ResetSyntaxEngine();
+    EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]<>");
+    TextBufferProbe::SetEngineName(*document, u"cpp");
+    document->ResetSyntaxEngine();
+    EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]");
+    document->AttachEngine(nullptr);
+    ReleaseEngineDefinitions();
+}
+
+TEST(TextBuffer, TheSessionTextNamesFileCaretAndBookmarks) {
+    TextDocument document(u"0\n1\n2\n3\n");
+    document->SetTitle(u"Notes");
+    EXPECT_EQ(SessionText(*document), u"e Notes\r\n");
+    FakeView* view = FakeView::Create(*document);
+    FakeView::Create(*document)->PutCaret(1, 0);
+    view->PutCaret(3, 1);
+    EXPECT_EQ(SessionText(*document), u"e Notes\r\nl 4\r\n");
+    for (uint32_t line : {3u, 0u, 2u}) document->ToggleBookmark(line);
+    EXPECT_EQ(SessionText(*document), u"e Notes\r\nl 4\r\nbm 1\r\nbm 3\r\nbm 4\r\n");
+}
+
+TEST(TextBuffer, TheSessionTextIsAppended) {
+    TextDocument document;
+    document->SetTitle(u"x");
+    WString text;
+    text.Assign(u"sessionfile\r\n");
+    EXPECT_TRUE(document->GetSessionText(text));
+    EXPECT_EQ(std::u16string(text.Text()), u"sessionfile\r\ne x\r\n");
+}
+
+TEST(TextBuffer, RepaintAllReachesEveryViewWithAWindowAndReloadsTheEditLine) {
+    TextDocument document(u"one\ntwo\n");
+    FakeView* view = FakeView::Create(*document);
+    FakeView* hidden = FakeView::Create(*document, false);
+    view->PutCaret(1, 0);
+    document->SetActiveView(view);
+    EXPECT_EQ(document->EditLineNumber(), None32);
+    document->RepaintAll();
+    EXPECT_EQ(view->invalidations, 1);
+    EXPECT_EQ(hidden->invalidations, 0);
+    EXPECT_EQ(document->EditLineNumber(), 1u);
+}
+
+TEST(TextBuffer, RepaintLinesReloadsTheEditLineOnlyWhenTheCaretLineIsAmongThem) {
+    TextDocument document(u"0\n1\n2\n3\n");
+    FakeView* view = FakeView::Create(*document);
+    FakeView* hidden = FakeView::Create(*document, false);
+    view->PutCaret(2, 0);
+    document->SetActiveView(view);
+    document->RepaintLines(0, 1);
+    document->RepaintLines(3, 3);
+    EXPECT_EQ(document->EditLineNumber(), None32);
+    document->RepaintLines(3, 1);
+    EXPECT_EQ(document->EditLineNumber(), 2u);
+    EXPECT_EQ(view->invalidatedLines, (std::vector<LineRange>{{0, 1}, {3, 3}, {3, 1}}));
+    EXPECT_TRUE(hidden->invalidatedLines.empty());
+}
+
+TEST(TextBuffer, TheLineCountIsToldToEveryView) {
+    TextDocument document;
+    FakeView* view = FakeView::Create(*document);
+    FakeView* hidden = FakeView::Create(*document, false);
+    document->SetLineCount(1);
+    EXPECT_EQ(view->lineCountChanges, 1);
+    EXPECT_EQ(hidden->lineCountChanges, 1);
+}
+
+TEST(TextBuffer, TheModifiedStateIsToldThroughTheFirstView) {
+    TextDocument document;
+    document->NotifyModified();
+    FakeView* first = FakeView::Create(*document);
+    FakeView* second = FakeView::Create(*document);
+    document->NotifyModified();
+    EXPECT_EQ(first->documentChanges, 1);
+    EXPECT_EQ(second->documentChanges, 0);
+}
+
+TEST(TextBuffer, TogglingABookmarkRepaintsItsLineAndClearingRepaintsAll) {
+    TextDocument document(u"0\n1\n");
+    FakeView* view = FakeView::Create(*document);
+    document->ToggleBookmark(1);
+    EXPECT_EQ(view->invalidatedLines, (std::vector<LineRange>{{1, 1}}));
+    EXPECT_NE(document->FindMark(1), nullptr);
+    EXPECT_EQ(document->NextMark(0, 1, false), document->FindMark(1));
+    EXPECT_EQ(document->PrevMark(2, 1, false), document->FindMark(1));
+    EXPECT_EQ(view->invalidations, 0);
+    document->ClearBookmarks();
+    EXPECT_EQ(document->FindMark(1), nullptr);
+    EXPECT_EQ(view->invalidations, 1);
+    EXPECT_FALSE(document->IsModified());
+}
