@@ -46,6 +46,21 @@ public:
     void Clear() { count = 0; }
     void Truncate(size_t newCount) { count = newCount; }
 
+    // Takes over the items of `other`, which is left empty, in a block that is no larger than they are.
+    void TakeAll(Array& other) {
+        Release();
+        items = other.items;
+        count = other.count;
+        capacity = other.capacity;
+        other.items = nullptr;
+        other.count = other.capacity = 0;
+        if (count == 0 || count == capacity) return;
+        void* exact = Heap::Resize(items, capacity * sizeof(T), count * sizeof(T));
+        if (!exact) return;
+        items = static_cast<T*>(exact);
+        capacity = count;
+    }
+
     void Release() {
         Heap::Free(items);
         items = nullptr;

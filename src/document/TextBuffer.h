@@ -1,10 +1,12 @@
 #pragma once
 
 #include "base/Platform.h"
+#include "document/BulkEdit.h"
 #include "document/Document.h"
 #include "document/LineCache.h"
 #include "document/LineMarks.h"
 #include "document/OutputRun.h"
+#include "document/SearchProgress.h"
 #include "document/UndoRecord.h"
 #include "syntax/SyntaxEngine.h"
 
@@ -84,6 +86,9 @@ public:
     bool DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t count);
     bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
     bool DeleteText(uint32_t offset, uint32_t count);
+    // Puts `inserted` in the place of each of `changes`, which it takes over, as one step in one pass over
+    // the text. See BulkEdit for what the places have to be like.
+    bool ReplaceRanges(Array<TextChange>& changes, const Char* inserted, uint32_t count);
 
     // Undo.
     bool PerformAndPush(UndoRecord* record); // takes ownership, also on failure
@@ -101,9 +106,18 @@ public:
     // The next typed character starts a step of its own.
     void EndTyping();
 
-    // Searching. `wrapped` is set when the match lies on the far side of the end (or start).
+    // Searching. `wrapped` is set when the match lies on the far side of the end (or start). Nothing is
+    // found when `progress` breaks the search off.
     bool FindText(const Char* pattern, uint32_t from, uint32_t end, bool matchCase, bool wholeWord, bool backward,
-                  uint32_t& found, bool& wrapped);
+                  uint32_t& found, bool& wrapped, SearchProgress* progress = nullptr);
+    struct Search {
+        const Char* pattern;
+        uint32_t count;
+        bool matchCase;
+        bool wholeWord;
+    };
+    // The first match that starts in [from, end) of the store; None32 without one. Commits nothing.
+    uint32_t FindFrom(const Search& search, uint32_t from, uint32_t end) const;
     bool IsWholeWordAt(uint32_t offset, uint32_t count) const;
 
     // Line marks.
@@ -137,6 +151,7 @@ private:
     friend class LineEdit;
     friend class InsertEdit;
     friend class DeleteEdit;
+    friend class BulkEdit;
     friend class OutputRunner;
     friend struct TextBufferProbe; // of the tests
 
@@ -169,15 +184,13 @@ private:
     static void MarkCommitted(UndoRecord* head);
     static void FreeRecords(UndoRecord*& head);
 
-    struct Search {
-        const Char* pattern;
-        uint32_t count;
-        bool matchCase;
-        bool wholeWord;
-    };
-    // The first match in [from, end), and the last in [lowest, from); None32 without one.
-    uint32_t FindFrom(const Search& search, uint32_t from, uint32_t end) const;
+    // The last match that starts in [lowest, from).
     uint32_t FindBelow(const Search& search, uint32_t from, uint32_t lowest) const;
+    // The same in slices; `broken` is set when `progress` wants no more.
+    uint32_t FindSliced(const Search& search, uint32_t from, uint32_t end, SearchProgress* progress,
+                        bool& broken) const;
+    uint32_t FindSlicedBelow(const Search& search, uint32_t from, uint32_t lowest, SearchProgress* progress,
+                             bool& broken) const;
 
     bool HasView(const DocumentView* view) const;
     void TellTextChanged(uint32_t offset);

@@ -6,6 +6,12 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr uint32_t SearchSlice = 1u << 24; // some milliseconds
+
+} // namespace
+
 bool TextBuffer::IsWholeWordAt(uint32_t offset, uint32_t count) const {
     if (offset >= length) return false;
     if (offset > 0 && Text::IsWordChar(text[offset - 1])) return false;
@@ -14,21 +20,52 @@ bool TextBuffer::IsWholeWordAt(uint32_t offset, uint32_t count) const {
 }
 
 bool TextBuffer::FindText(const Char* pattern, uint32_t from, uint32_t end, bool matchCase, bool wholeWord,
-                          bool backward, uint32_t& found, bool& wrapped) {
+                          bool backward, uint32_t& found, bool& wrapped, SearchProgress* progress) {
     wrapped = false;
     if (!CommitEdit() || !text) return false;
     const Search search{pattern, Text::Length(pattern), matchCase, wholeWord};
     from = std::min(from, length);
     end = std::min(end, length);
-    // The second round leaves out what the first has gone through.
-    uint32_t at = backward ? FindBelow(search, from, 0) : FindFrom(search, from, end);
-    if (at == None32) {
+    uint32_t at = None32;
+    bool broken = false;
+    const auto go = [&](uint32_t start, uint32_t stop) {
+        at = backward ? FindSlicedBelow(search, start, stop, progress, broken)
+                      : FindSliced(search, start, stop, progress, broken);
+    };
+    go(from, backward ? 0 : end);
+    if (at == None32 && !broken) {
+        // The second round leaves out what the first has gone through.
         wrapped = true;
-        at = backward ? FindBelow(search, length, from) : FindFrom(search, 0, std::min(from, end));
+        backward ? go(length, from) : go(0, std::min(from, end));
     }
     if (at == None32) return false;
     found = at;
     return true;
+}
+
+// Slice by slice, so that a search through a very long text can be broken off.
+uint32_t TextBuffer::FindSliced(const Search& search, uint32_t from, uint32_t end, SearchProgress* progress,
+                                bool& broken) const {
+    while (from < end && !broken) {
+        const uint32_t stop = end - from > SearchSlice ? from + SearchSlice : end;
+        const uint32_t at = FindFrom(search, from, stop);
+        if (at != None32) return at;
+        from = stop;
+        broken = progress && !progress->Continue(from, length);
+    }
+    return None32;
+}
+
+uint32_t TextBuffer::FindSlicedBelow(const Search& search, uint32_t from, uint32_t lowest, SearchProgress* progress,
+                                     bool& broken) const {
+    while (from > lowest && !broken) {
+        const uint32_t stop = from - lowest > SearchSlice ? from - SearchSlice : lowest;
+        const uint32_t at = FindBelow(search, from, stop);
+        if (at != None32) return at;
+        from = stop;
+        broken = progress && !progress->Continue(length - from, length);
+    }
+    return None32;
 }
 
 uint32_t TextBuffer::FindFrom(const Search& search, uint32_t from, uint32_t end) const {

@@ -89,13 +89,17 @@ bool TextEdit::Redo() {
     return true;
 }
 
-void TextEdit::RestoreBefore() {
+void TextEdit::RestoreViews() {
     for (const ViewState* state = &views; state; state = state->next) {
         if (!document->HasView(state->view)) continue;
         state->view->SetTopLine(state->topLineBefore);
         state->view->SelectRange(state->anchorBefore, state->caretBefore);
     }
     RefreshLaterViews();
+}
+
+void TextEdit::RestoreBefore() {
+    RestoreViews();
     if (newLines) {
         uint32_t lineStart = 0;
         const uint32_t line = document->OffsetToLine(position, lineStart);

@@ -74,12 +74,15 @@ protected:
     // To be called after the store was changed back, and forwards.
     void RestoreBefore();
     void ApplyAfter();
+    // The part of RestoreBefore that is about views.
+    void RestoreViews();
+    // For views that the record knows nothing of.
+    void RefreshLaterViews();
 
 private:
     bool CaptureViews();
     void CaptureView(ViewState& state, DocumentView* view) const;
     bool Holds(const DocumentView* view) const;
-    void RefreshLaterViews();
 };
 
 class InsertEdit final : public TextEdit {

@@ -1,0 +1,192 @@
+#include "document/BulkEdit.h"
+
+#include "base/Scan.h"
+#include "document/TextBuffer.h"
+
+#include <cstring>
+
+bool TextBuffer::ReplaceRanges(Array<TextChange>& changes, const Char* inserted, uint32_t count) {
+    if (readOnly || changes.IsEmpty()) return true;
+    if (!CommitEdit()) return false;
+    auto* record = new BulkEdit(this);
+    if (!record || !record->SetUp(changes, inserted, count)) {
+        delete record;
+        return false;
+    }
+    DropEditLine();
+    return PerformAndPush(record);
+}
+
+bool BulkEdit::SetUp(Array<TextChange>& places, const Char* inserted, uint32_t length) {
+    changes.TakeAll(places);
+    uint64_t removed = 0;
+    for (size_t i = 0; i < changes.Count(); ++i) removed += changes[i].removed;
+    const uint64_t added = uint64_t{length} * changes.Count();
+    if (document->length - removed + added >= None32) return false;
+    if (!SetUpEdit(changes[0].offset, inserted, length)) return false;
+    growth = static_cast<int64_t>(added) - static_cast<int64_t>(removed);
+
+    if (!removedText.Reserve(static_cast<uint32_t>(removed))) return false;
+    for (size_t i = 0; i < changes.Count(); ++i)
+        removedText.Append(document->text + changes[i].offset, changes[i].removed);
+    removedLines = static_cast<uint32_t>(Scan::CountLineFeeds(removedText.Text(), removedText.Length()));
+    return true;
+}
+
+bool BulkEdit::Redo() {
+    const uint64_t newLength = document->length + static_cast<uint64_t>(growth);
+    if (!document->EnsureCapacity(newLength)) return false;
+    if (!performed) MapTopLines();
+    MoveMarks(false);
+    ChangeText(false);
+
+    // Every single change would take the carets along and scroll them into view. As they go downwards
+    // only, the first and the last of them decide where the views come to stand.
+    const uint32_t first = changes[0].offset + count;
+    const size_t end = changes.Count() - 1;
+    const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
+    for (ViewState* state = &views; state; state = state->next) {
+        if (!document->HasView(state->view)) continue;
+        if (!performed) state->topLineAfter = LineAfter(state->topLineAfter);
+        state->view->SetTopLine(state->topLineAfter);
+        state->view->SelectRange(first, first);
+        state->view->SelectRange(last, last);
+        state->topLineAfter = state->view->TopLine();
+    }
+    performed = true;
+    RefreshLaterViews();
+    document->RepaintAll();
+    return true;
+}
+
+bool BulkEdit::Undo() {
+    if (!document->EnsureCapacity(document->length - static_cast<uint64_t>(growth))) return false;
+    ChangeText(true);
+    MoveMarks(true);
+    RestoreViews();
+    document->RepaintAll();
+    return true;
+}
+
+uint32_t BulkEdit::NewOffset(size_t index, uint32_t removedBefore) const {
+    return changes[index].offset + static_cast<uint32_t>(index) * count - removedBefore;
+}
+
+// `topLineAfter` becomes the offset, in the new text, of a place on the line that the view then begins
+// with. A top line that starts inside what changes gives way to the line of the change.
+void BulkEdit::MapTopLines() {
+    for (ViewState* state = &views; state && state->view; state = state->next) {
+        uint32_t top = document->LineToOffset(state->topLineBefore);
+        uint32_t shift = 0; // modulo 2^32
+        for (size_t i = 0; i < changes.Count(); ++i) {
+            const uint32_t position = changes[i].offset + shift;
+            if (top < position) break;
+            const bool inside = top < position + changes[i].removed;
+            top = inside ? position : top - changes[i].removed;
+            if (inside || top < position + count) {
+                top = position;
+                break;
+            }
+            top += count;
+            shift += count - changes[i].removed;
+        }
+        state->topLineAfter = top;
+    }
+}
+
+uint32_t BulkEdit::LineAfter(uint32_t offset) const {
+    uint32_t lineStart = 0;
+    return document->OffsetToLine(offset, lineStart);
+}
+
+void BulkEdit::ChangeText(bool back) {
+    const auto total = static_cast<uint32_t>(back ? -growth : growth); // modulo 2^32
+    const uint32_t newLength = document->length + total;
+    if (Grows() != back) {
+        SpreadOut(back, newLength);
+    } else {
+        CloseUp(back);
+    }
+    document->length = newLength;
+    document->text[newLength] = 0;
+    document->lineCache.Clear();
+    document->TellTextChanged(changes[0].offset);
+    const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
+    document->SetLineCount(document->lineCount + (back ? removedLines - addedLines : addedLines - removedLines));
+}
+
+// From the end to the start: everything moves to the right or stays.
+void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
+    Char* text = document->text;
+    uint32_t from = document->length;
+    uint32_t to = newLength;
+    uint32_t removedBefore = removedText.Length();
+    for (size_t i = changes.Count(); i-- > 0;) {
+        removedBefore -= changes[i].removed;
+        const Place place = PlaceOf(i, removedBefore, back);
+        const uint32_t behind = place.offset + place.oldLength;
+        to -= from - behind;
+        if (to != behind) std::memmove(text + to, text + behind, (from - behind) * sizeof(Char));
+        to -= place.newLength;
+        std::memcpy(text + to, place.newText, place.newLength * sizeof(Char));
+        from = place.offset;
+    }
+}
+
+// From the start to the end: everything moves to the left or stays.
+void BulkEdit::CloseUp(bool back) {
+    Char* text = document->text;
+    uint32_t from = changes[0].offset;
+    uint32_t to = from;
+    uint32_t removedBefore = 0;
+    for (size_t i = 0; i < changes.Count(); ++i) {
+        const Place place = PlaceOf(i, removedBefore, back);
+        removedBefore += changes[i].removed;
+        std::memmove(text + to, text + from, (place.offset - from) * sizeof(Char));
+        to += place.offset - from;
+        std::memcpy(text + to, place.newText, place.newLength * sizeof(Char));
+        to += place.newLength;
+        from = place.offset + place.oldLength;
+    }
+    std::memmove(text + to, text + from, (size_t{document->length} - from) * sizeof(Char));
+}
+
+BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool back) const {
+    const TextChange& change = changes[index];
+    if (!back) return {change.offset, change.removed, count, text.Text()};
+    return {NewOffset(index, removedBefore), count, change.removed, removedText.Text() + removedBefore};
+}
+
+// As every single change would move them. The store holds the old text.
+void BulkEdit::MoveMarks(bool back) {
+    if ((newLines == 0 && removedLines == 0) || !document->marks.Head()) return;
+    const size_t places = changes.Count();
+    uint32_t before = LinesBetween(0, changes[back ? places - 1 : 0].offset); // old line of the place
+    uint32_t goneBefore = back ? removedLines : 0;
+    for (size_t step = 0; step < places; ++step) {
+        const size_t i = back ? places - 1 - step : step;
+        const TextChange& change = changes[i];
+        const uint32_t gone = LinesBetween(change.offset, change.offset + change.removed);
+        if (back) goneBefore -= gone;
+        // The line once all earlier places have changed.
+        MoveMarksAt(before - goneBefore + static_cast<uint32_t>(i) * newLines, gone, back);
+        if (back) {
+            before -= i ? LinesBetween(changes[i - 1].offset, change.offset) : 0;
+        } else {
+            goneBefore += gone;
+            before += i + 1 < places ? LinesBetween(change.offset, changes[i + 1].offset) : 0;
+        }
+    }
+}
+
+void BulkEdit::MoveMarksAt(uint32_t line, uint32_t gone, bool back) {
+    LineMarks& marks = document->marks;
+    if (gone && !back) marks.LinesDeleted(line, gone);
+    if (newLines && !back) marks.LinesInserted(line, newLines);
+    if (newLines && back) marks.LinesTakenBack(line, newLines);
+    if (gone && back) marks.LinesInserted(line, gone);
+}
+
+uint32_t BulkEdit::LinesBetween(uint32_t from, uint32_t to) const {
+    return static_cast<uint32_t>(Scan::CountLineFeeds(document->text + from, to - from));
+}
