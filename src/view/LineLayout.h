@@ -25,6 +25,8 @@ public:
     // The column whose left edge is nearest to `target`, reading no further than needed. A NUL ends
     // the line.
     uint32_t ColumnAt(TextSpan line, int64_t target) const;
+    // How many leading characters it takes to reach pixel `limit`.
+    uint32_t ColumnsWithin(TextSpan line, int64_t limit) const;
 
 private:
     CharWidths& widths;

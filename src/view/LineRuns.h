@@ -54,7 +54,7 @@ public:
     uint32_t RunCount() const { return static_cast<uint32_t>(runs.Count()); }
     const Char* Text() const { return characters.Items(); }
     const int32_t* Advances() const { return advances.Items(); }
-    // Where the text ends, in client pixels, or textRight when it goes on behind the window.
+    // Where the rest of the row begins: the end of the text, held within textLeft and textRight.
     int32_t End() const { return end; }
 
 private:
@@ -63,18 +63,24 @@ private:
         Colour background;
     };
 
+    bool AddSpan(const Char* text, uint32_t offset, const ColourSpan& span);
     bool AddPiece(const Char* text, uint32_t count, const Piece& piece);
     bool AddTab(const Piece& piece);
-    bool AddCharacter(Char shown, Char measured, const Piece& piece, RunKind kind);
-    DrawRun* RunFor(const Piece& piece, RunKind kind, bool merge);
-    bool Visible(int64_t from, int64_t width) const;
+    bool AddCharacter(Char shown, int32_t width, const Piece& piece, RunKind kind);
+    DrawRun* RunFor(const Piece& piece, RunKind kind);
+    // Whether something that wide is seen when it starts at `position`.
+    bool IsVisible(int32_t width) const { return position + (width ? width : 1) > clipLeft && position < clipRight; }
+    int32_t ToClient(int64_t pixels) const { return static_cast<int32_t>(pixels - style.scroll) + style.textLeft; }
 
     RowStyle style;
     CharWidths* widths = nullptr;
     Array<Char> characters;
     Array<int32_t> advances;
     Array<DrawRun> runs;
-    int64_t position = 0; // pixels from the line's start
+    int64_t clipLeft = 0; // the window's part of the line, in pixels from the line's start
+    int64_t clipRight = 0;
+    int64_t position = 0; // likewise, of the next character
+    int32_t spaceWidth = 1;
     int32_t end = 0;
     bool mayMerge = false; // the last run takes further text of its colours
 };

@@ -3,6 +3,7 @@
 #include "base/Array.h"
 #include "view/LineRuns.h"
 
+class TextBuffer;
 class TextEditor;
 struct LineMark;
 
@@ -47,19 +48,26 @@ public:
 private:
     static constexpr uint32_t NumberCapacity = 32;
 
-    void AddText(RowPicture& row);
+    TextSpan TakeLine();
+    // How many characters of the line, its line feed included, have to be coloured.
+    uint32_t SeenLength(TextSpan line) const;
+    void AddText(RowPicture& row, TextSpan line);
     void AddNumber(RowPicture& row);
     void AddGuides(RowPicture& row, TextSpan line);
     void AddMarks(RowPicture& row);
 
     TextEditor* editor = nullptr;
+    TextBuffer* document = nullptr;
     RowStyle style;
     LineRuns runs;
     Array<int32_t> guides;
     Char number[NumberCapacity] = {};
+    uint32_t topLine = 0;
     uint32_t nextLine = 0;
     uint32_t lastLine = 0;
-    uint32_t state = 0; // of the engine, at the start of nextLine
+    uint32_t storeStart = 0; // of nextLine in the store
+    uint32_t lineStart = 0;  // of nextLine as the user sees the text
+    uint32_t state = 0;      // of the engine, at the start of nextLine
     int32_t gutter = 0;
     const LineMark* mark = nullptr; // the first one at or behind nextLine
 };

@@ -4,6 +4,7 @@
 #include "document/TextBuffer.h"
 #include "view/EditorSurface.h"
 #include "view/LineLayout.h"
+#include "view/LineStates.h"
 #include "view/ViewCommand.h"
 
 // What a scroll bar asks for.
@@ -31,6 +32,7 @@ public:
     void Invalidate() override;
     void InvalidateLines(uint32_t first, uint32_t last) override;
     void LineCountChanged() override;
+    void TextChanged(uint32_t offset) override { states.TextChanged(offset); }
     void MoveCaret(uint32_t line, uint32_t column) override { MoveCaret(line, column, false); }
     void SelectRange(uint32_t anchor, uint32_t caret) override;
     void SetTopLine(uint32_t line) override;
@@ -111,36 +113,53 @@ public:
     uint32_t LineNumberDigits() const { return lineNumberDigits; }
     int32_t GutterWidth() const;
     int32_t TextLeft() const; // gutter and margin
-    // The engine's state at the start of the top line.
-    uint32_t TopLineState() const { return topLineState; }
+    // The engine's state at the start of a line, as scanning from the text's start would give it.
+    uint32_t StateAt(uint32_t line);
     // The line is not clamped to the document.
     void PositionAt(int32_t x, int32_t y, uint32_t& line, uint32_t& column) const;
     void SetHorizontalScroll(int64_t pixels);
 
     // The highlighted pair; None32 without one.
-    uint32_t BracePosition() const { return bracePosition; }
-    uint32_t BracePartner() const { return bracePartner; }
+    uint32_t BracePosition() const { return pair.position; }
+    uint32_t BracePartner() const { return pair.partner; }
 
     // Shows a text in the message field of the status bar; null clears it.
     void ShowStatusMessage(const Char* text);
 
 private:
-    friend class TextEditorTest;
+    // A bracket at the caret and its partner, with their lines; all None32 without one.
+    struct BracePair {
+        uint32_t position = None32;
+        uint32_t partner = None32;
+        uint32_t line = None32;
+        uint32_t partnerLine = None32;
+
+        bool operator==(const BracePair&) const = default;
+    };
+    struct Status {
+        uint32_t line = None32;
+        uint32_t column = None32;
+        uint32_t overwrite = None32;
+        uint32_t lineEnding = None32;
+    };
+    static constexpr ScrollBar NeverSent = {-1, -1, -1};
 
     LineLayout Layout() const;
     int64_t CaretX() const;
     void RecomputeDigits();
     void RecomputeColumns();
-    void RecomputeTopState();
     void ScrollCaretIntoView(int64_t caretX);
     void PlaceCaret(int64_t caretX);
     void UpdateScrollBars();
     ScrollBar BarOf(ScrollAxis axis) const;
     void SendScrollBar(ScrollAxis axis);
-    void UpdateBraceMatch(bool extend);
-    void SetBracePair(uint32_t position, uint32_t partner, bool extend);
-    void InvalidateOffsetLine(uint32_t offset);
-    void InvalidateOldSelection(uint32_t oldAnchor, uint32_t oldCaret, uint32_t oldLine);
+    void ScrollTo(uint32_t line);
+    void UpdateBraceMatch();
+    BracePair FindBracePair();
+    void InvalidateSelection(uint32_t anchor, uint32_t lineOfCaret);
+    // How much longer (modulo 2^32) the open line is than the line in the store.
+    uint32_t PendingGrowth() const;
+    bool InsertTabAsSpaces();
     void ChangeFontSize(bool larger);
 
     EditorSurface& surface;
@@ -153,7 +172,7 @@ private:
     uint32_t selectionAnchor = 0;
     uint32_t caretOffset = 0;
     uint32_t topLine = 0;
-    uint32_t topLineState = 0;
+    LineStates states; // of the engine at the top line and elsewhere
     int32_t horizontalScroll = 0;
     int32_t visibleColumns = 0;
     bool dragging = false;
@@ -161,9 +180,10 @@ private:
     int32_t dragY = 0;
     uint32_t preferredColumn = 0;
     bool overwrite = false;
-    uint32_t bracePosition = None32;
-    uint32_t bracePartner = None32;
+    BracePair pair;
     uint32_t lineNumberDigits = 7;
     int32_t wheelRemainder = 0;
-    ScrollBar sentBars[2] = {{-1, -1, -1}, {-1, -1, -1}}; // what the window was told last
+    // What the window and the frame were told last.
+    ScrollBar sentBars[2] = {NeverSent, NeverSent};
+    Status sentStatus;
 };

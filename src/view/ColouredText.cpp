@@ -1,0 +1,59 @@
+#include "view/ColouredText.h"
+
+#include "document/TextBuffer.h"
+
+namespace {
+
+uint32_t IndexIn(const Char* set, Char character) {
+    uint32_t index = 0;
+    while (set[index] != 0 && set[index] != character) ++index;
+    return index;
+}
+
+// The part of a line's span at `start` that lies in [from, to).
+bool AddClipped(ColouredTextSink& sink, const Char* text, const ColourSpan& span, uint32_t start, uint32_t from,
+                uint32_t to) {
+    const uint32_t end = start + span.length;
+    const uint32_t first = start < from ? from : start;
+    const uint32_t last = end < to ? end : to;
+    return sink.AddSpan(span, text + first, first < last ? last - first : 0);
+}
+
+} // namespace
+
+ExportResult WalkColouredText(TextBuffer& document, uint32_t from, uint32_t to, ColouredTextSink& sink) {
+    SyntaxEngine* engine = document.Engine();
+    const Char* text = document.Content();
+    if (!engine || !text) return ExportResult::NoColours;
+    uint32_t stopped = 0;
+    uint32_t state = engine->ScanState(text, from, 0, 0, stopped);
+    uint32_t lineStart = 0;
+    document.OffsetToLine(from, lineStart);
+    for (bool first = true; lineStart < to; first = false) {
+        bool isLast = false;
+        const uint32_t length = document.LineLength(lineStart, isLast) + 1;
+        ColouredLine line;
+        engine->ColourLine(lineStart, text + lineStart, length, state, line);
+        if (line.count == 0) return ExportResult::NoColours;
+        if (!sink.StartLine(first)) return ExportResult::NoMemory;
+        uint32_t at = lineStart;
+        for (uint32_t i = 0; i < line.count; ++i) {
+            if (!AddClipped(sink, text, line.spans[i], at, from, to)) return ExportResult::NoMemory;
+            at += line.spans[i].length;
+        }
+        lineStart += length;
+    }
+    return ExportResult::Done;
+}
+
+bool AppendEscaped(WString& out, const Char* text, uint32_t length, const Char* special,
+                   const Char* const* replacements) {
+    uint32_t plain = 0; // start of the stretch not yet written
+    for (uint32_t i = 0; i < length; ++i) {
+        const uint32_t index = IndexIn(special, text[i]);
+        if (special[index] == 0) continue;
+        if (!out.Append(text + plain, i - plain) || !out.Append(replacements[index])) return false;
+        plain = i + 1;
+    }
+    return out.Append(text + plain, length - plain);
+}

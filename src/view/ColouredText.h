@@ -1,0 +1,32 @@
+#pragma once
+
+#include "base/Types.h"
+#include "base/WString.h"
+#include "syntax/SyntaxEngine.h"
+
+class TextBuffer;
+
+enum class ExportResult : uint32_t {
+    Done,
+    NoColours, // the engine gave no spans for a line: what is written so far stands
+    NoMemory,
+};
+
+// Receives the spans of a range of text in order. False means that memory ran out.
+class ColouredTextSink {
+public:
+    virtual bool StartLine(bool first) = 0;
+    // `text` is empty for a span that lies outside the range on one of its lines.
+    virtual bool AddSpan(const ColourSpan& span, const Char* text, uint32_t length) = 0;
+
+protected:
+    ~ColouredTextSink() = default;
+};
+
+// Hands the characters [from, to) to `sink`, coloured line by line from the start of the first line. The
+// engine starts in the state that holds at `from`. No edit may be pending.
+ExportResult WalkColouredText(TextBuffer& document, uint32_t from, uint32_t to, ColouredTextSink& sink);
+
+// Appends text, each character of `special` through `replacement` of the same index.
+bool AppendEscaped(WString& out, const Char* text, uint32_t length, const Char* special,
+                   const Char* const* replacements);

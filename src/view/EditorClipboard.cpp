@@ -1,0 +1,112 @@
+// Copy, cut and paste of a TextEditor.
+
+#include "base/Scan.h"
+#include "settings/Settings.h"
+#include "view/ColouredCopy.h"
+#include "view/EditorActions.h"
+#include "view/TextEditor.h"
+
+namespace {
+
+// Appends text[from, to) with each line feed as CR LF.
+bool AppendWithLineBreaks(WString& out, const Char* text, uint32_t from, uint32_t to) {
+    const uint64_t count = uint64_t(to - from) + Scan::CountLineFeeds(text + from, to - from);
+    if (count >= None32 || !out.Reserve(static_cast<uint32_t>(count))) return false;
+    while (from < to) {
+        const auto feed = from + static_cast<uint32_t>(Scan::FindLineFeed(text + from, to - from));
+        if (!out.Append(text + from, feed - from)) return false;
+        if (feed < to && !out.Append(u"\r\n", 2)) return false;
+        from = feed + 1;
+    }
+    return true;
+}
+
+void CopyRange(TextEditor& editor, uint32_t from, uint32_t to, bool wholeLine) {
+    WString text;
+    if (!AppendWithLineBreaks(text, editor.GetTextBuffer()->Content(), from, to)) return;
+    const size_t bytes = (size_t(text.Length()) + 1) * sizeof(Char);
+    const ClipboardItem items[] = {{ClipboardFormat::UnicodeText, text.Text(), bytes},
+                                   {ClipboardFormat::WholeLine, text.Text(), bytes}};
+    editor.Surface().WriteClipboard(items, wholeLine ? 2 : 1);
+}
+
+// The caret line with its line feed.
+void CaretLineRange(const TextEditor& editor, uint32_t& from, uint32_t& to) {
+    from = editor.LineStart(editor.CaretLine());
+    to = from + editor.CaretLineText().length;
+    if (to < editor.TextLength()) ++to;
+}
+
+// All of a paste but its undo group. `text` has line feeds only.
+bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool wholeLine) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    const uint32_t offset = editor.CaretOffset();
+    const uint32_t length = text.Length();
+    if (wholeLine) {
+        if (!document.InsertText(editor.LineStart(editor.CaretLine()), text.Text(), length)) return false;
+        editor.MoveCaretToOffset(offset + length, false);
+        return true;
+    }
+    if (!document.InsertText(offset, text.Text(), length)) return false;
+    const bool keep = (settings.PasteKeepSelection != 0) != editor.Surface().IsShiftDown();
+    if (lines >= 2 && keep) editor.SelectRange(offset, offset + length);
+    return true;
+}
+
+} // namespace
+
+void EditorActions::Copy(TextEditor& editor) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    if (!document.CommitEdit() || !document.Content()) return;
+    uint32_t from = editor.SelectionStart();
+    uint32_t to = editor.SelectionEnd();
+    const bool wholeLine = !editor.HasSelection();
+    if (wholeLine) CaretLineRange(editor, from, to);
+    CopyRange(editor, from, to, wholeLine);
+}
+
+void EditorActions::Cut(TextEditor& editor) {
+    if (editor.HasSelection()) {
+        Copy(editor);
+        editor.DeleteSelection();
+        return;
+    }
+    TextBuffer& document = *editor.GetTextBuffer();
+    if (!document.CommitEdit() || !document.Content()) return;
+    editor.SuspendRedraw(false);
+    uint32_t from = 0;
+    uint32_t to = 0;
+    CaretLineRange(editor, from, to);
+    editor.SelectRange(from, to);
+    CopyRange(editor, from, to, true);
+    editor.DeleteSelection();
+    editor.SuspendRedraw(true);
+}
+
+void EditorActions::Paste(TextEditor& editor) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    WString text;
+    bool wholeLine = false;
+    if (document.IsReadOnly() || !editor.Surface().ReadClipboard(text, wholeLine)) return;
+    uint32_t lines = 1;
+    uint32_t style = 0;
+    if (!text.IsEmpty()) text.Truncate(NormaliseLineBreaks(text.Data(), lines, style));
+
+    const bool replaces = editor.HasSelection();
+    if (!replaces) {
+        InsertPasted(editor, text, lines, wholeLine);
+        return;
+    }
+    if (!document.BeginGroup()) return;
+    // Without memory for the new text the old one comes back.
+    if (!editor.DeleteSelection() || !InsertPasted(editor, text, lines, wholeLine) || !document.EndGroup())
+        document.AbandonGroup();
+}
+
+void EditorActions::CopyColoured(TextEditor& editor) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    if (!editor.HasSelection() || !document.CommitEdit()) return;
+    ColouredCopy copy;
+    if (!copy.Make(document, editor.SelectionStart(), editor.SelectionEnd())) return;
+    editor.Surface().WriteClipboard(copy.Items(), ColouredCopy::ItemCount);
+}

@@ -1,0 +1,42 @@
+// The numbered commands of a TextEditor.
+
+#include "view/EditorActions.h"
+#include "view/TextEditor.h"
+
+namespace {
+
+bool WithSelection(const TextEditor& editor) { return editor.HasSelection(); }
+bool Always(const TextEditor&) { return true; }
+bool Never(const TextEditor&) { return false; } // the frame decides
+bool WhenWritable(const TextEditor& editor) { return !editor.GetTextBuffer()->IsReadOnly(); }
+
+struct Command {
+    bool (*isEnabled)(const TextEditor& editor);
+    void (*execute)(TextEditor& editor);
+};
+
+constexpr Command Commands[] = {
+    {WithSelection, EditorActions::Cut},
+    {WithSelection, EditorActions::Copy},
+    {Never, EditorActions::Paste},
+    {WithSelection, [](TextEditor& editor) { editor.DeleteSelection(); }},
+    {Always, EditorActions::SelectAll},
+    {Always, EditorActions::ShowFind},
+    {WhenWritable, EditorActions::ShowReplace},
+    {Never, [](TextEditor& editor) { editor.Surface().ShowGoToDialog(); }},
+    {Always, [](TextEditor& editor) { editor.ToggleBookmark(None32); }},
+    {WithSelection, EditorActions::CopyColoured},
+};
+static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommand::Count);
+
+} // namespace
+
+bool TextEditor::IsCommandEnabled(uint32_t command) const {
+    return document && command < ViewCommand::Count && Commands[command].isEnabled(*this);
+}
+
+bool TextEditor::ExecuteCommand(uint32_t command) {
+    if (command >= ViewCommand::Count) return false;
+    if (document) Commands[command].execute(*this);
+    return true;
+}

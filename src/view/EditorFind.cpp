@@ -1,0 +1,106 @@
+// Find and replace in a TextEditor.
+
+#include "base/Scan.h"
+#include "base/Text.h"
+#include "view/EditorActions.h"
+#include "view/FindState.h"
+#include "view/LongOperation.h"
+#include "view/MatchList.h"
+#include "view/TextEditor.h"
+#include "view/Words.h"
+
+namespace {
+
+constexpr uint32_t WarningBox = 0x30; // the system's style of a message box with one button
+
+void Warn(const TextEditor& editor, const Char* text) {
+    if (ViewHost* host = editor.Surface().Host()) host->ShowMessage(nullptr, text, WarningBox);
+}
+
+} // namespace
+
+bool TextEditor::TakeSearchTextFromSelection() {
+    if (!HasSelection() || !document->CommitEdit()) return true;
+    const Char* text = document->Content() + SelectionStart();
+    const uint32_t length = SelectionEnd() - SelectionStart();
+    if (Scan::FindLineFeed(text, length) < length) return true;
+    return !findState.searchText.Assign(text, length);
+}
+
+void EditorActions::ShowFind(TextEditor& editor) {
+    editor.TakeSearchTextFromSelection();
+    editor.Surface().ShowFindDialog();
+}
+
+void EditorActions::ShowReplace(TextEditor& editor) {
+    editor.Surface().ShowReplaceDialog(editor.TakeSearchTextFromSelection());
+}
+
+void EditorActions::QuickSearch(TextEditor& editor, bool backward) {
+    if (editor.TakeSearchTextFromSelection()) {
+        uint32_t start = 0;
+        uint32_t end = 0;
+        const TextSpan line = editor.CaretLineText();
+        Words::WordAt(line, editor.CaretColumn(), start, end);
+        if (start == end || !findState.searchText.Assign(line.text + start, end - start)) return;
+    }
+    editor.FindNext(backward);
+}
+
+bool TextEditor::FindNext(bool backward) {
+    if (!document) return false;
+    ShowStatusMessage(nullptr);
+    uint32_t found = 0;
+    bool wrapped = false;
+    bool success = false;
+    if (!findState.searchText.IsEmpty() && findState.searchHistory.Add(findState.searchText)) {
+        LongOperation progress(*this);
+        const uint32_t from = backward ? SelectionStart() : SelectionEnd();
+        success = document->FindText(findState.searchHistory.Newest().Text(), from, TextLength(), findState.matchCase,
+                                     findState.wholeWord, backward, found, wrapped, &progress);
+    }
+    ViewHost* host = surface.Host();
+    if (!success) {
+        if (host && host->GetMacroState() == MacroState::Playing) host->StopMacroPlayback();
+        return false;
+    }
+    SelectRange(found, found + findState.searchHistory.Newest().Length());
+    if (wrapped) ShowStatusMessage(u"Passed end of file");
+    return true;
+}
+
+bool TextEditor::ReplaceSelection(const Char* text, uint32_t length) {
+    if (!document || !HasSelection() || !document->BeginGroup()) return false;
+    const uint32_t start = SelectionStart();
+    if (DeleteSelection() && document->InsertText(start, text, length) && document->EndGroup()) return true;
+    document->AbandonGroup();
+    return false;
+}
+
+bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSelection) {
+    if (!document || !document->CommitEdit() || !document->Content()) return false;
+    const uint32_t start = inSelection ? SelectionStart() : 0;
+    const uint32_t end = inSelection ? SelectionEnd() : document->Length();
+    MatchList matches;
+    MatchResult result = MatchResult::Done;
+    if (findState.searchHistory.Count() && !document->IsReadOnly()) {
+        LongOperation progress(*this);
+        const WString& pattern = findState.searchHistory.Newest();
+        result = matches.Gather(*document, {pattern.Text(), pattern.Length(), findState.matchCase, findState.wholeWord},
+                                start, end, replacement, length, progress);
+    }
+    const auto count = static_cast<uint32_t>(matches.changes.Count());
+    const uint64_t newEnd = end - matches.Removed() + uint64_t{length} * count;
+    const bool fits = result != MatchResult::Done || document->Length() - end + newEnd < None32;
+    const bool done =
+        result == MatchResult::Done && fits && document->ReplaceRanges(matches.changes, replacement, length);
+    if (!fits) {
+        Warn(*this, u"The text would become too long");
+    } else if (!done && result != MatchResult::BrokenOff) {
+        Warn(*this, u"Not enough memory");
+    }
+    if (done && inSelection) SelectRange(start, static_cast<uint32_t>(newEnd));
+    WString message;
+    if (Text::AppendFormat(message, u"%u occurences replaced", done ? count : 0)) ShowStatusMessage(message.Text());
+    return done;
+}

@@ -1,0 +1,193 @@
+// The keys of a TextEditor.
+
+#include "document/Document.h"
+#include "view/EditorActions.h"
+#include "view/TextEditor.h"
+#include "view/ViewKey.h"
+#include "view/Words.h"
+
+namespace {
+
+// What a key press is about to work on.
+struct KeyPress {
+    TextEditor& editor;
+    bool shift;
+    uint32_t line;
+    uint32_t column;
+    TextSpan text;
+
+    void Move(uint32_t toLine, uint32_t toColumn) const {
+        if (!shift) editor.CollapseSelection();
+        editor.MoveCaret(toLine, toColumn, shift);
+        editor.Surface().UpdateNow();
+    }
+    uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
+};
+
+void ToPreviousLineEnd(const KeyPress& press) {
+    if (press.line == 0) return press.Move(0, 0);
+    press.Move(press.line - 1, press.editor.LineText(press.line - 1).length);
+}
+
+void Left(const KeyPress& press) {
+    if (press.column == 0) return ToPreviousLineEnd(press);
+    press.Move(press.line, press.column - 1);
+}
+
+void WordLeft(const KeyPress& press) {
+    if (press.column == 0) return ToPreviousLineEnd(press);
+    press.Move(press.line, Words::StartBefore(press.text, press.column));
+}
+
+void Right(const KeyPress& press) {
+    if (press.column < press.text.length) return press.Move(press.line, press.column + 1);
+    if (press.line + 1 < press.editor.LineCount()) return press.Move(press.line + 1, 0);
+    press.Move(press.line, press.column);
+}
+
+void WordRight(const KeyPress& press) {
+    if (press.column >= press.text.length) return Right(press);
+    press.Move(press.line, Words::EndAfter(press.text, press.column));
+}
+
+void Up(const KeyPress& press) { press.Move(press.line ? press.line - 1 : 0, press.editor.PreferredColumn()); }
+
+void Down(const KeyPress& press) { press.Move(press.line + 1, press.editor.PreferredColumn()); }
+
+// Scrolls by one line; the caret only moves when it would leave the view.
+void ScrollUp(const KeyPress& press) {
+    TextEditor& editor = press.editor;
+    const uint32_t top = editor.TopLine();
+    if (top == 0) return;
+    editor.SetTopLine(top - 1);
+    if (press.line >= top - 1 + press.Rows() && press.line > 0) {
+        editor.MoveCaret(press.line - 1, editor.PreferredColumn(), false);
+    } else {
+        editor.UpdateCaret(false);
+    }
+}
+
+void ScrollDown(const KeyPress& press) {
+    TextEditor& editor = press.editor;
+    const uint32_t top = editor.TopLine();
+    if (uint64_t(top) + press.Rows() >= editor.LineCount()) return;
+    editor.SetTopLine(top + 1);
+    if (press.line < top + 1) {
+        editor.MoveCaret(press.line + 1, editor.PreferredColumn(), false);
+    } else {
+        editor.UpdateCaret(false);
+    }
+}
+
+void PageUp(const KeyPress& press) {
+    const uint32_t rows = press.Rows();
+    press.Move(press.line > rows ? press.line - rows : 0, press.editor.PreferredColumn());
+}
+
+void PageDown(const KeyPress& press) { press.Move(press.line + press.Rows(), press.editor.PreferredColumn()); }
+
+void SmartHome(const KeyPress& press) {
+    const uint32_t first = Words::FirstNonBlank(press.text);
+    press.Move(press.line, press.column == first ? 0 : first);
+}
+
+void DocumentStart(const KeyPress& press) { press.Move(0, 0); }
+
+void LineEnd(const KeyPress& press) { press.Move(press.line, press.text.length); }
+
+void DocumentEnd(const KeyPress& press) {
+    const uint32_t last = press.editor.LineCount() - 1;
+    press.Move(last, press.editor.LineText(last).length);
+}
+
+void Escape(const KeyPress& press) { press.Move(press.line, press.column); }
+
+void Insert(const KeyPress& press) {
+    if (press.shift) return EditorActions::Paste(press.editor);
+    press.editor.ToggleOverwrite();
+}
+
+void Delete(const KeyPress& press) {
+    if (press.shift) return EditorActions::Cut(press.editor);
+    EditorActions::DeleteForward(press.editor, false);
+}
+
+void CtrlF2(const KeyPress& press) {
+    if (press.shift) return press.editor.GetTextBuffer()->ClearBookmarks();
+    press.editor.ToggleBookmark(None32);
+}
+
+void CaretLineToTop(const KeyPress& press) {
+    press.editor.SetTopLine(press.line);
+    press.editor.UpdateCaret(false);
+}
+
+void GoToDialog(const KeyPress& press) {
+    if (!press.shift) press.editor.Surface().ShowGoToDialog();
+}
+
+template <uint32_t Command> void Execute(const KeyPress& press) { press.editor.ExecuteCommand(Command); }
+
+template <uint32_t Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
+
+struct KeyBinding {
+    uint32_t key;
+    bool ctrl;
+    void (*handle)(const KeyPress& press);
+};
+
+constexpr KeyBinding Bindings[] = {
+    {ViewKey::Left, false, Left},
+    {ViewKey::Left, true, WordLeft},
+    {ViewKey::Right, false, Right},
+    {ViewKey::Right, true, WordRight},
+    {ViewKey::Up, false, Up},
+    {ViewKey::Up, true, ScrollUp},
+    {ViewKey::Down, false, Down},
+    {ViewKey::Down, true, ScrollDown},
+    {ViewKey::PageUp, false, PageUp},
+    {ViewKey::PageUp, true, PageUp},
+    {ViewKey::PageDown, false, PageDown},
+    {ViewKey::PageDown, true, PageDown},
+    {ViewKey::Home, false, SmartHome},
+    {ViewKey::Home, true, DocumentStart},
+    {ViewKey::End, false, LineEnd},
+    {ViewKey::End, true, DocumentEnd},
+    {ViewKey::Escape, false, Escape},
+    {ViewKey::Escape, true, Escape},
+    {ViewKey::Insert, false, Insert},
+    {ViewKey::Insert, true, [](const KeyPress& press) { EditorActions::Copy(press.editor); }},
+    {ViewKey::Delete, false, Delete},
+    {ViewKey::Delete, true, [](const KeyPress& press) { EditorActions::DeleteForward(press.editor, true); }},
+    {ViewKey::Backspace, false, [](const KeyPress& press) { EditorActions::DeleteBack(press.editor, false); }},
+    {ViewKey::Backspace, true, [](const KeyPress& press) { EditorActions::DeleteBack(press.editor, true); }},
+    {ViewKey::F2, false, [](const KeyPress& press) { EditorActions::GoToBookmark(press.editor, press.shift); }},
+    {ViewKey::F2, true, CtrlF2},
+    {ViewKey::F3, false, [](const KeyPress& press) { press.editor.FindNext(press.shift); }},
+    {ViewKey::F3, true, [](const KeyPress& press) { EditorActions::QuickSearch(press.editor, press.shift); }},
+    {u'A', true, Execute<ViewCommand::SelectAll>},
+    {u'C', true, Execute<ViewCommand::Copy>},
+    {u'F', true, Execute<ViewCommand::Find>},
+    {u'G', true, GoToDialog},
+    {u'H', true, Execute<ViewCommand::Replace>},
+    {u'T', true, CaretLineToTop},
+    {u'V', true, Execute<ViewCommand::Paste>},
+    {u'W', true, [](const KeyPress& press) { EditorActions::SelectWord(press.editor, true); }},
+    {u'X', true, Execute<ViewCommand::Cut>},
+    {u'Y', true, Document<DocumentCommand::Redo>},
+    {u'Z', true, Document<DocumentCommand::Undo>},
+    {ViewKey::CloseBracket, true, [](const KeyPress& press) { EditorActions::GoToPartner(press.editor, press.shift); }},
+};
+
+} // namespace
+
+void TextEditor::OnKeyDown(uint32_t key) {
+    if (!document) return;
+    if (document->EditLineNumber() != caretLine) OpenCaretLine();
+    const bool ctrl = surface.IsCtrlDown();
+    for (const KeyBinding& binding : Bindings) {
+        if (binding.key != key || binding.ctrl != ctrl) continue;
+        binding.handle({*this, surface.IsShiftDown(), caretLine, caretColumn, CaretLineText()});
+        return;
+    }
+}

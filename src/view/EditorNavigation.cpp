@@ -1,0 +1,49 @@
+// Jumps of the caret: bookmarks, brackets, words.
+
+#include "view/Brackets.h"
+#include "view/EditorActions.h"
+#include "view/TextEditor.h"
+#include "view/Words.h"
+
+void EditorActions::GoToBookmark(TextEditor& editor, bool backward) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    constexpr uint32_t Mask = LineMark::Bookmark;
+    const uint32_t line = editor.CaretLine();
+    const LineMark* mark = backward ? document.PrevMark(line, Mask, false) : document.NextMark(line, Mask, false);
+    if (!mark) mark = backward ? document.PrevMark(None32, Mask, true) : document.NextMark(0, Mask, true);
+    if (mark) editor.MoveCaret(mark->line, 0, false);
+}
+
+namespace {
+
+// Where a jump starts: at the bracket behind the caret, or else at the one before it. None32 without one
+// and at the end of the text.
+uint32_t JumpStart(const TextBuffer& document, uint32_t caret, Bracket& bracket) {
+    const Char* pairs = document.Engine()->BraceCharacters();
+    const Char* text = document.Content();
+    if (caret >= document.Length()) return None32;
+    if (Brackets::Identify(pairs, text[caret], bracket)) return caret;
+    return caret > 0 && Brackets::Identify(pairs, text[caret - 1], bracket) ? caret - 1 : None32;
+}
+
+} // namespace
+
+void EditorActions::GoToPartner(TextEditor& editor, bool extend) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    if (!document.CommitEdit() || !document.Engine() || !document.Content()) return;
+    Bracket bracket;
+    const uint32_t start = JumpStart(document, editor.CaretOffset(), bracket);
+    if (start == None32) return;
+    const uint32_t partner = Brackets::FindPartner(document.Content(), document.Length(), start, bracket);
+    if (partner != None32) editor.MoveCaretToOffset(partner, extend);
+}
+
+void EditorActions::SelectAll(TextEditor& editor) { editor.SelectRange(0, editor.TextLength()); }
+
+void EditorActions::SelectWord(TextEditor& editor, bool evenIfEmpty) {
+    uint32_t start = 0;
+    uint32_t end = 0;
+    Words::WordAt(editor.CaretLineText(), editor.CaretColumn(), start, end);
+    const uint32_t lineStart = editor.LineStart(editor.CaretLine());
+    if (evenIfEmpty || end > start) editor.SelectRange(lineStart + start, lineStart + end);
+}

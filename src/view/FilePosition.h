@@ -1,0 +1,13 @@
+#pragma once
+
+#include "base/WString.h"
+#include "view/LineLayout.h"
+
+// A file position that a line of text names, such as "1>C:\src\a.cpp(12): error" or "a.cpp:12".
+struct FilePosition {
+    WString path;
+    uint32_t line = None32; // 0-based; None32 when no number followed
+
+    // False when the line names no path, or without memory.
+    bool Parse(TextSpan text);
+};

@@ -1,0 +1,120 @@
+#include "view/LineRuns.h"
+
+namespace {
+
+// A font may give some characters no width at all. A row holds no more characters than this, so that a
+// long line of such characters still costs no more than any other.
+constexpr size_t MostCharacters = 1u << 16;
+
+} // namespace
+
+void LineRuns::Begin(const RowStyle& rowStyle, CharWidths& charWidths) {
+    style = rowStyle;
+    widths = &charWidths;
+    clipLeft = style.scroll;
+    clipRight = int64_t(style.scroll) + style.textRight - style.textLeft;
+    spaceWidth = style.metrics.spaceWidth > 0 ? style.metrics.spaceWidth : 1;
+}
+
+bool LineRuns::Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount) {
+    characters.Clear();
+    advances.Clear();
+    runs.Clear();
+    position = 0;
+    mayMerge = false;
+    bool done = true;
+    for (uint32_t i = 0; i < spanCount && position < clipRight && done; ++i) {
+        done = AddSpan(text, offset, spans[i]);
+        text += spans[i].length;
+        offset += spans[i].length;
+    }
+    const int64_t seen = position < clipLeft ? clipLeft : position;
+    end = ToClient(seen < clipRight ? seen : clipRight);
+    return done;
+}
+
+// Cuts the span where the selection starts and ends.
+bool LineRuns::AddSpan(const Char* text, uint32_t offset, const ColourSpan& span) {
+    const Piece plain = {span.foreground, span.background};
+    const Piece selected = {style.selectionForeground, style.selectionBackground};
+    const auto within = [&](uint32_t bound) {
+        return bound <= offset ? 0 : bound - offset < span.length ? bound - offset : span.length;
+    };
+    const uint32_t from = within(style.selectionStart);
+    const uint32_t to = within(style.selectionEnd);
+    return AddPiece(text, from, plain) && AddPiece(text + from, to - from, selected) &&
+           AddPiece(text + to, span.length - to, plain);
+}
+
+bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
+    for (uint32_t i = 0; i < count && position < clipRight && text[i] != 0; ++i) {
+        Char shown = text[i];
+        RunKind kind = RunKind::Text;
+        if (shown == u'\t') {
+            if (!AddTab(piece)) return false;
+            continue;
+        }
+        if (shown == u'\n') {
+            shown = u' '; // a selected line end shows as one selected cell
+        } else if (shown == u' ' && style.showWhitespace) {
+            kind = RunKind::VisibleSpace;
+        }
+        const int32_t width = widths->Of(shown);
+        if (IsVisible(width) && !AddCharacter(shown, width, piece, kind)) return false;
+        position += width;
+    }
+    return true;
+}
+
+// A tab is padded with spaces up to its stop, counted in whole space widths from where it begins.
+bool LineRuns::AddTab(const Piece& piece) {
+    const uint32_t size = TabSize();
+    const auto padding = static_cast<int32_t>(size - static_cast<uint64_t>(position / spaceWidth) % size);
+    const int32_t width = padding * spaceWidth;
+    mayMerge = false;
+    if (!IsVisible(width)) {
+        position += width;
+        return true;
+    }
+    if (style.showWhitespace) {
+        DrawRun* run = RunFor(piece, RunKind::VisibleTab);
+        if (!run) return false;
+        run->width = width;
+        position += width;
+        return true;
+    }
+    for (int32_t i = 0; i < padding && position < clipRight; ++i) {
+        if (IsVisible(spaceWidth) && !AddCharacter(u' ', spaceWidth, piece, RunKind::Text)) return false;
+        position += spaceWidth;
+    }
+    return true;
+}
+
+bool LineRuns::AddCharacter(Char shown, int32_t width, const Piece& piece, RunKind kind) {
+    if (characters.Count() >= MostCharacters) return true;
+    DrawRun* run = RunFor(piece, kind);
+    if (!run || !characters.Reserve(characters.Count() + 1) || !advances.Append(width)) return false;
+    characters.Append(shown);
+    ++run->count;
+    run->width += width;
+    return true;
+}
+
+// The last run when it takes more of this, else a new one. Only text is ever merged.
+DrawRun* LineRuns::RunFor(const Piece& piece, RunKind kind) {
+    if (mayMerge && kind == RunKind::Text && !runs.IsEmpty()) {
+        DrawRun& last = runs.Last();
+        if (last.kind == kind && last.count < MaxRun && last.foreground == piece.foreground &&
+            last.background == piece.background)
+            return &last;
+    }
+    DrawRun run = {};
+    run.start = static_cast<uint32_t>(characters.Count());
+    run.x = ToClient(position);
+    run.foreground = piece.foreground;
+    run.background = piece.background;
+    run.kind = kind;
+    if (!runs.Append(run)) return nullptr;
+    mayMerge = true;
+    return &runs.Last();
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "document/SearchProgress.h"
+
+class TextEditor;
+
+// A search or replacement that may take long. After half a second it shows the wait cursor and how far
+// it has come; from then on Escape breaks it off.
+class LongOperation final : public SearchProgress {
+public:
+    explicit LongOperation(TextEditor& textEditor);
+    ~LongOperation();
+    LongOperation(const LongOperation&) = delete;
+    LongOperation& operator=(const LongOperation&) = delete;
+
+    bool Continue(uint64_t done, uint64_t total) override;
+    bool WasBrokenOff() const { return brokenOff; }
+
+private:
+    TextEditor& editor;
+    uint64_t started;
+    bool shown = false;
+    bool brokenOff = false;
+};

@@ -1,0 +1,49 @@
+#include "view/MatchList.h"
+
+#include "base/Text.h"
+
+namespace {
+
+constexpr uint32_t Slice = 1u << 24; // characters between two reports of progress
+
+} // namespace
+
+// Right behind a match its replacement is what stands before, and not the text that is still there.
+bool MatchList::Accepts(const TextBuffer& document, const TextBuffer::Search& search, uint32_t at) const {
+    if (!search.wholeWord) return true;
+    if (at != lastEnd) return document.IsWholeWordAt(at, search.count);
+    const uint32_t behind = at + search.count;
+    return !Text::IsWordChar(before) && !(behind < document.Length() && Text::IsWordChar(document.Content()[behind]));
+}
+
+MatchResult MatchList::Gather(const TextBuffer& document, const TextBuffer::Search& search, uint32_t start,
+                              uint32_t end, const Char* replacement, uint32_t replacementLength,
+                              SearchProgress& progress) {
+    // The rules of whole words are applied here.
+    const TextBuffer::Search anywhere = {search.pattern, search.count, search.matchCase, false};
+    if (search.count == 0 || end - start < search.count) return MatchResult::Done;
+    const uint32_t limit = end - search.count + 1; // no match may start here or behind
+    uint32_t reported = start;
+    for (uint32_t from = start; from < limit;) {
+        const uint32_t stop = limit - from > Slice ? from + Slice : limit;
+        const uint32_t at = document.FindFrom(anywhere, from, stop);
+        from = at == None32 ? stop : at + 1;
+        if (at != None32 && Accepts(document, search, at)) {
+            if (!changes.Append({at, search.count})) return Fail(MatchResult::NoMemory);
+            const Char left = at == lastEnd ? before : at ? document.Content()[at - 1] : Char(0);
+            before = replacementLength ? replacement[replacementLength - 1] : left;
+            removed += search.count;
+            from = lastEnd = at + search.count;
+        }
+        if (from - reported < Slice) continue;
+        reported = from;
+        if (!progress.Continue(from, end)) return Fail(MatchResult::BrokenOff);
+    }
+    return MatchResult::Done;
+}
+
+MatchResult MatchList::Fail(MatchResult result) {
+    changes.Release();
+    removed = 0;
+    return result;
+}

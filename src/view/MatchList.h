@@ -1,0 +1,27 @@
+#pragma once
+
+#include "base/Array.h"
+#include "document/TextBuffer.h"
+
+enum class MatchResult : uint32_t { Done, BrokenOff, NoMemory };
+
+// The places that a replacement of all matches changes, found in one pass.
+class MatchList {
+public:
+    // Finds every match of [start, end), each searched for behind the text that replaced the one before.
+    // None reaches over `end`. On failure the list is empty.
+    MatchResult Gather(const TextBuffer& document, const TextBuffer::Search& search, uint32_t start, uint32_t end,
+                       const Char* replacement, uint32_t replacementLength, SearchProgress& progress);
+    // All characters that the matches take away.
+    uint64_t Removed() const { return removed; }
+
+    Array<TextChange> changes;
+
+private:
+    MatchResult Fail(MatchResult result);
+    bool Accepts(const TextBuffer& document, const TextBuffer::Search& search, uint32_t at) const;
+
+    uint64_t removed = 0;
+    uint32_t lastEnd = None32; // behind the last match
+    Char before = 0;           // what precedes `lastEnd` once the match is replaced; 0 at the text's start
+};
