@@ -4,12 +4,14 @@
 #include "app/win32/Application.h"
 #include "app/win32/FileDialogs.h"
 #include "app/win32/MainFrame.h"
+#include "base/Text.h"
 #include "document/TextBuffer.h"
 #include "resource.h"
 #include "settings/Settings.h"
 #include "syntax/EngineDefinition.h"
 #include "syntax/SyntaxEngine.h"
 #include "view/ViewCommand.h"
+#include "view/Words.h"
 #include "view/win32/TextView.h"
 
 struct MainFrame::MenuCommand {
@@ -222,6 +224,27 @@ void MainFrame::SetActiveEngine(const Char* engineName) {
 
 void MainFrame::MarkActiveAsOutput() {
     if (TextBuffer* text = ActiveText()) text->MarkAsOutput();
+}
+
+// A gap between words is none, though a word selection would take it.
+bool MainFrame::AppendWordAtCaret(WString& out) const {
+    const TextEditor* editor = ActiveEditor();
+    if (!editor) return true;
+    const TextSpan line = editor->CaretLineText();
+    uint32_t start = 0;
+    uint32_t end = 0;
+    Words::WordAt(line, editor->CaretColumn(), start, end);
+    if (start == end || !Text::IsWordChar(line.text[start])) return true;
+    return out.Append(line.text + start, end - start);
+}
+
+bool MainFrame::AppendSelection(WString& out) const {
+    const TextEditor* editor = ActiveEditor();
+    if (!editor || !editor->HasSelection()) return AppendWordAtCaret(out);
+    TextBuffer* text = ActiveText();
+    if (!text->CommitEdit()) return false;
+    const uint32_t start = editor->SelectionStart();
+    return out.Append(text->Content() + start, editor->SelectionEnd() - start);
 }
 
 void MainFrame::GoToLine(uint32_t line) {

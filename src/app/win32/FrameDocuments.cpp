@@ -105,6 +105,9 @@ bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
     return ShowNewDocument(document, TargetPane()) && MoveToLine(document, line);
 }
 
+// There is no document for bytes yet: nothing is opened.
+bool MainFrame::OpenBinary(const Char*) { return false; }
+
 bool MainFrame::MoveToLine(Document*, int32_t line) {
     if (line >= 0 && panes.Active() && panes.Active()->view)
         panes.Active()->view->GoToLine(static_cast<uint32_t>(line), false);
