@@ -33,7 +33,8 @@ unsigned CommonnessOf(Char c, bool matchCase) {
 }
 
 // A character of the pattern to test for. Both cases of a letter become the same one by the bit that
-// tells them apart, and nothing else does.
+// tells them apart, and nothing else does. With case that bit is 0: leaving the step out would gain
+// nothing, as g++ 12 then keeps what it compares on the stack.
 struct Probe {
     size_t offset;
     __m128i caseBit;
@@ -45,11 +46,9 @@ struct Probe {
         character = Fill(folds ? Text::FoldCase(pattern[offset]) : pattern[offset]);
     }
 
-    template <bool MatchCase> Matches At(const Char* text) const {
-        return TestBlock(text + offset, [this](__m128i block) {
-            if constexpr (!MatchCase) block = _mm_or_si128(block, caseBit);
-            return _mm_cmpeq_epi16(block, character);
-        });
+    Matches At(const Char* text) const {
+        return TestBlock(text + offset,
+                         [this](__m128i block) { return _mm_cmpeq_epi16(_mm_or_si128(block, caseBit), character); });
     }
 };
 
@@ -61,36 +60,44 @@ size_t RarestOffset(const Char* pattern, size_t n, bool matchCase, size_t except
     return best;
 }
 
-template <bool MatchCase> class Pattern {
+class Pattern {
 public:
-    Pattern(const Char* pattern, size_t n, size_t rarest)
-        : pattern(pattern), n(n), first(pattern, rarest, MatchCase),
-          second(pattern, RarestOffset(pattern, n, MatchCase, rarest), MatchCase) {}
+    Pattern(const Char* pattern, size_t n, bool matchCase)
+        : pattern(pattern), n(n), matchCase(matchCase),
+          first(pattern, RarestOffset(pattern, n, matchCase, Scan::NotFound), matchCase),
+          second(pattern, RarestOffset(pattern, n, matchCase, first.offset), matchCase) {}
 
     // One bit for each of the 32 positions at `text` where the pattern may stand.
     uint32_t Candidates(const Char* text) const {
-        const Matches one = first.template At<MatchCase>(text);
-        const Matches two = second.template At<MatchCase>(text);
+        const Matches one = first.At(text);
+        const Matches two = second.At(text);
         const Matches both = {_mm_and_si128(one.a, two.a), _mm_and_si128(one.b, two.b), _mm_and_si128(one.c, two.c),
                               _mm_and_si128(one.d, two.d)};
         return both.Any() ? both.Mask() : 0;
     }
 
     bool StandsAt(const Char* text) const {
-        return MatchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
+        return matchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
     }
 
 private:
     const Char* pattern;
     size_t n;
+    bool matchCase;
     Probe first;
     Probe second;
 };
 
+} // namespace
+
 // Both loops search the positions [from, end), at each of which the whole pattern fits into the text.
 
-template <bool MatchCase> size_t Forward(const Char* text, size_t from, size_t end, const Char* characters, size_t n) {
-    const Pattern<MatchCase> pattern(characters, n, RarestOffset(characters, n, MatchCase, Scan::NotFound));
+size_t Scan::FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* characters, size_t n,
+                         bool matchCase) {
+    if (n > count) return NotFound;
+    end = std::min(end, count - n + 1);
+    if (from >= end) return NotFound;
+    const Pattern pattern(characters, n, matchCase);
     for (; end - from >= Block; from += Block) {
         for (uint32_t mask = pattern.Candidates(text + from); mask; mask &= mask - 1) {
             const size_t at = from + FirstBit(mask);
@@ -99,11 +106,14 @@ template <bool MatchCase> size_t Forward(const Char* text, size_t from, size_t e
     }
     for (; from < end; ++from)
         if (pattern.StandsAt(text + from)) return from;
-    return Scan::NotFound;
+    return NotFound;
 }
 
-template <bool MatchCase> size_t Backward(const Char* text, size_t end, const Char* characters, size_t n) {
-    const Pattern<MatchCase> pattern(characters, n, RarestOffset(characters, n, MatchCase, Scan::NotFound));
+size_t Scan::FindBackward(const Char* text, size_t count, size_t from, const Char* characters, size_t n,
+                          bool matchCase) {
+    if (n > count) return NotFound;
+    size_t end = std::min(from, count - n + 1);
+    const Pattern pattern(characters, n, matchCase);
     for (; end >= Block; end -= Block) {
         const size_t start = end - Block;
         uint32_t mask = pattern.Candidates(text + start);
@@ -115,21 +125,5 @@ template <bool MatchCase> size_t Backward(const Char* text, size_t end, const Ch
     }
     while (end--)
         if (pattern.StandsAt(text + end)) return end;
-    return Scan::NotFound;
-}
-
-} // namespace
-
-size_t Scan::FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
-                         bool matchCase) {
-    if (n > count) return NotFound;
-    end = std::min(end, count - n + 1);
-    if (from >= end) return NotFound;
-    return matchCase ? Forward<true>(text, from, end, pattern, n) : Forward<false>(text, from, end, pattern, n);
-}
-
-size_t Scan::FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase) {
-    if (n > count) return NotFound;
-    const size_t end = std::min(from, count - n + 1);
-    return matchCase ? Backward<true>(text, end, pattern, n) : Backward<false>(text, end, pattern, n);
+    return NotFound;
 }
