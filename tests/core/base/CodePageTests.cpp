@@ -3,6 +3,8 @@
 #include "support/Random.h"
 
 #include <gtest/gtest.h>
+#include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -173,4 +175,17 @@ TEST(CodePage, LongAsciiBetweenOtherCharactersSurvives) {
     std::u16string text;
     for (size_t i = 0; i < 200; ++i) text += std::u16string(i, u'x') + u"\u20AC";
     for (const CodePage page : AllPages) EXPECT_EQ(Decode(page, Encode(page, text)), text);
+}
+
+TEST(CodePage, WholeCharactersLeaveOutWhatTheEndCutsOff) {
+    const std::u16string text = u"a\u00E4\u20AC\U0001F600b\u00DF";
+    const std::string bytes = EncodeUtf8(text);
+    const std::set<size_t> borders = {0, 1, 3, 6, 10, 11, 13};
+    for (size_t count = 0; count <= bytes.size(); ++count) {
+        const auto* data = reinterpret_cast<const uint8_t*>(bytes.data());
+        EXPECT_EQ(WholeCharacters(CodePage::Utf8, data, count), *std::prev(borders.upper_bound(count))) << count;
+        EXPECT_EQ(WholeCharacters(CodePage::Windows1252, data, count), count);
+    }
+    const uint8_t strays[] = {0x80, 0x80, 0x80, 0x80};
+    for (size_t count = 0; count <= 4; ++count) EXPECT_EQ(WholeCharacters(CodePage::Utf8, strays, count), count);
 }
