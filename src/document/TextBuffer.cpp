@@ -38,6 +38,7 @@ void TextBuffer::Clear(bool destroyViews) {
         for (const ViewNode* node = views.head; node; node = node->next) node->view->MoveCaret(0, 0);
     }
     lineCache.Clear();
+    if (run.process) EndRun();
     marks.Clear();
     FreeRecords(undoHead);
     FreeRecords(redoHead);
@@ -73,9 +74,7 @@ void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
     TellTextChanged(0);
 }
 
-void TextBuffer::ChooseOwnEngine() {
-    AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
-}
+void TextBuffer::ChooseOwnEngine() { AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text())); }
 
 void TextBuffer::OnSettingsChanged(uint32_t flags) {
     if (flags & SettingsChanged::Engine) ChooseOwnEngine();

@@ -55,7 +55,7 @@ public:
     bool IsReadOnly() const { return readOnly != 0; }
     bool IsOutput() const { return isOutput != 0; }
     // Makes this an output document, which nobody can type into.
-    void MarkAsOutput() { readOnly = isOutput = 1; }
+    void MarkAsOutput();
     // Empties the text and forgets undo, redo and marks; the path, the engine and a running command stay.
     // True always.
     bool EmptyAndResetUndo();
@@ -145,6 +145,13 @@ public:
 
     // Output of commands. Appends text as it is (line breaks normalised in place in `added`).
     bool AppendOutputText(Char* added);
+    // Starts a command (null for none) under the command interpreter and collects what it prints; makes
+    // this an output document. False when a run is already under way or anything failed.
+    bool RunCommand(const Char* command, const Char* startDirectory);
+    // The timer's work: appends what the output has grown by, and ends the run once the process has.
+    void PollOutput();
+    // Releases everything of a run; its process goes on without it.
+    void EndRun();
 
 private:
     friend class TextEdit;
@@ -152,7 +159,6 @@ private:
     friend class InsertEdit;
     friend class DeleteEdit;
     friend class BulkEdit;
-    friend class OutputRunner;
     friend struct TextBufferProbe; // of the tests
 
     ~TextBuffer();
@@ -199,9 +205,18 @@ private:
     void DestroyViews();
     void FreeStore();
     void ChooseOwnEngine();
-    // The text was appended to: opens the edit line anew and takes along the carets that stood at the
-    // old end.
-    void FollowEnd(uint32_t oldLine, uint32_t oldColumn);
+    // Characters were put behind the end at `from`: tells the views, and takes along the carets that
+    // stood at the old end.
+    void TakeUpAppended(uint32_t from, uint32_t newLines);
+    void ExtendEditLine(uint32_t from);
+
+    bool StartRun(const Char* command, const Char* startDirectory);
+    bool SetPollPeriod(uint32_t milliseconds);
+    enum class Appending { Done, OutOfTime, Failed };
+    // Appends up to `count` bytes of the run's output, as many as one slice of time is enough for. An
+    // unfinished character at their end is left alone unless this `isRest`, behind which nothing comes.
+    Appending AppendFromFile(uint64_t count, bool isRest);
+    bool AppendChunk(uint32_t count, bool isRest, uint32_t& newLines);
 
     // path, title, engineName and refCount come first, in DocumentBase.
     Char* text = nullptr;
@@ -226,6 +241,8 @@ private:
     Platform::FileTime fileTime = 0;
     uint32_t encoding = 0;
     OutputRun run;
+    // Kept while the text is only appended to, so that its end need not be looked for; else None32.
+    uint32_t lastLineStart = None32;
     LineCache lineCache;
     DocumentView* activeView = nullptr;
     uint32_t lineEnding = LineEnding::Dos;

@@ -1,5 +1,6 @@
 // What commands print, appended to an output document.
 
+#include "base/Scan.h"
 #include "document/TextBuffer.h"
 
 #include <cstring>
@@ -10,33 +11,50 @@ bool TextBuffer::GetOutputState(bool& running) const {
     return true;
 }
 
+void TextBuffer::MarkAsOutput() {
+    CommitEdit(); // what is typed cannot be written back any more
+    readOnly = isOutput = 1;
+}
+
 bool TextBuffer::AppendOutputText(Char* added) {
     if (!isOutput) return false;
-    uint32_t oldLine = 0;
-    uint32_t oldColumn = 0;
-    OffsetToLineColumn(length, oldLine, oldColumn);
     uint32_t addedLines = 0;
     uint32_t style = 0;
+    const uint32_t from = length;
     const uint32_t count = NormaliseLineBreaks(added, addedLines, style);
-    if (!InsertIntoStore(length, added, count, addedLines - 1)) return false;
-    FollowEnd(oldLine, oldColumn);
+    if (!EnsureCapacity(uint64_t{length} + count)) return false;
+    std::memcpy(text + length, added, count * sizeof(Char));
+    length += count;
+    text[length] = 0;
+    TakeUpAppended(from, addedLines - 1);
     return true;
 }
 
-void TextBuffer::FollowEnd(uint32_t oldLine, uint32_t oldColumn) {
-    if (editLineNo != None32) {
-        const uint32_t open = editLineNo;
-        DropEditLine();
-        LoadEditLine(open);
-    }
-    uint32_t line = 0;
-    uint32_t column = 0;
-    OffsetToLineColumn(length, line, column);
+void TextBuffer::TakeUpAppended(uint32_t from, uint32_t newLines) {
+    const uint32_t oldLine = lineCount - 1;
+    const uint32_t oldStart =
+        lastLineStart != None32 ? lastLineStart : static_cast<uint32_t>(Scan::FindLineStart(text, from));
+    const size_t newStart = from + Scan::FindLineStart(text + from, length - from);
+    if (editLineNo == oldLine) ExtendEditLine(from);
+    TellTextChanged(from);
+    lastLineStart = newLines ? static_cast<uint32_t>(newStart) : oldStart;
+    SetLineCount(lineCount + newLines);
+    const uint32_t column = length - lastLineStart;
     for (const ViewNode* node = views.head; node; node = node->next) {
         DocumentView* view = node->view;
-        if (view->CaretLine() == oldLine && view->CaretColumn() == oldColumn) view->MoveCaret(line, column);
+        const bool wasAtEnd = view->CaretLine() == oldLine && view->CaretColumn() == from - oldStart;
+        if (wasAtEnd) view->MoveCaret(lineCount - 1, column);
     }
     RepaintAll();
+}
+
+// The edit line is the last one and ends with the terminator, whose place the appended text has taken.
+void TextBuffer::ExtendEditLine(uint32_t from) {
+    bool isLast = false;
+    const uint32_t count = LineLength(from, isLast) + 1;
+    editLine.Truncate(editLine.Length() - 1);
+    editLineStoreLen += count - 1;
+    if (!editLine.Append(text + from, count)) DropEditLine();
 }
 
 bool TextBuffer::EmptyAndResetUndo() {
@@ -61,6 +79,3 @@ bool TextBuffer::EmptyAndResetUndo() {
     RepaintAll();
     return true;
 }
-
-// Commands are not run into documents yet, so there is never one to stop.
-void TextBuffer::StopProcess() {}

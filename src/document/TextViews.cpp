@@ -62,6 +62,7 @@ void TextBuffer::RepaintLines(uint32_t first, uint32_t last) {
 }
 
 void TextBuffer::TellTextChanged(uint32_t offset) {
+    lastLineStart = None32;
     for (const ViewNode* node = views.head; node; node = node->next) node->view->TextChanged(offset);
 }
 

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "base/Types.h"
+
+struct OutputRun;
+
+// The system's side of a command's run: the process and the temporary file that its output goes to.
+namespace CommandProcess {
+
+// Makes a temporary file that only the user may read, under a name that nothing had, and opens both of
+// its sides. Here and in Start what was opened before a failure stays in `run` for Close.
+bool OpenOutput(OutputRun& run);
+// Starts `command` (null for none) hidden under the command interpreter, in run.startDir, with the file
+// as its standard input, output and error.
+bool Start(OutputRun& run, const Char* command);
+bool HasEnded(const OutputRun& run);
+
+bool OutputSize(const OutputRun& run, uint64_t& size);
+// Reads up to `count` bytes that stand at `offset` of the output; fewer (or none) at its end.
+bool ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read);
+
+// Asks the windows of the process to close; the process itself is left alone.
+void AskToClose(const OutputRun& run);
+// Closes whatever is open; the temporary file goes with its last handle.
+void Close(OutputRun& run);
+
+} // namespace CommandProcess

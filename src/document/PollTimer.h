@@ -1,0 +1,16 @@
+#pragma once
+
+#include "base/Types.h"
+
+class TextBuffer;
+
+// What has PollOutput called on the documents that commands run into; installed once at start-up by
+// whoever has a message loop.
+struct PollTimer {
+    // From now on every `milliseconds`, which replaces what was set for the document before.
+    bool (*set)(TextBuffer& document, uint32_t milliseconds);
+    void (*stop)(TextBuffer& document);
+};
+
+// `timer` has to outlive every run.
+void SetPollTimer(const PollTimer& timer);

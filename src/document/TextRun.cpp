@@ -1,0 +1,145 @@
+// A command that runs into a TextBuffer: started, polled and ended.
+
+#include "base/CodePage.h"
+#include "base/Scan.h"
+#include "document/CommandProcess.h"
+#include "document/PollTimer.h"
+#include "document/TextBuffer.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint32_t PollPeriod = 250; // milliseconds
+constexpr uint32_t ReadBufferSize = 8192;
+constexpr uint32_t ReadSize = ReadBufferSize - 1;
+// A poll that has more to read than can be taken in this time goes on after the messages that wait.
+constexpr uint32_t SliceTime = 30; // milliseconds
+constexpr uint32_t SlicePause = 1;
+
+const PollTimer* timer = nullptr;
+
+struct Converted {
+    Char text[ReadSize]; // no byte becomes more than one character
+    uint32_t length;
+    uint32_t lineFeeds;
+};
+
+uint32_t DropCarriageReturns(uint8_t* bytes, size_t count) {
+    uint32_t kept = 0;
+    for (size_t i = 0; i < count; ++i) {
+        bytes[kept] = bytes[i];
+        kept += bytes[i] != '\r';
+    }
+    return kept;
+}
+
+// False when the code page cannot convert the bytes, which are changed. They end at the first zero.
+bool ConvertOutput(uint8_t* bytes, uint32_t count, Converted& out) {
+    const uint32_t kept = DropCarriageReturns(bytes, Scan::FindZeroByte(bytes, count));
+    const size_t plain = Scan::WidenAscii(bytes, kept, out.text);
+    size_t others = 0;
+    if (plain < kept) {
+        others = ToUtf16(CodePage::Ansi, bytes + plain, kept - plain, out.text + plain, ReadSize - plain);
+        if (others == 0) return false;
+    }
+    out.length = static_cast<uint32_t>(plain + others);
+    out.lineFeeds = static_cast<uint32_t>(Scan::CountLineFeeds(out.text, out.length));
+    return true;
+}
+
+} // namespace
+
+void SetPollTimer(const PollTimer& installed) { timer = &installed; }
+
+bool TextBuffer::SetPollPeriod(uint32_t milliseconds) {
+    if (run.pollTimer == milliseconds) return true;
+    if (!timer || !timer->set(*this, milliseconds)) return false;
+    run.pollTimer = milliseconds;
+    return true;
+}
+
+bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
+    if (run.process) return false;
+    if (StartRun(command, startDirectory)) {
+        if (views.head) views.head->view->RunStateChanged(this, true);
+        return true;
+    }
+    EndRun();
+    return false;
+}
+
+bool TextBuffer::StartRun(const Char* command, const Char* startDirectory) {
+    run.readBuffer = Heap::AllocateArray<uint8_t>(ReadBufferSize);
+    if (!run.readBuffer || !CommandProcess::OpenOutput(run)) return false;
+    // What is typed cannot be written back once the document is read-only.
+    if (!EnsureCapacity(length) || !CommitEdit()) return false;
+    MarkAsOutput();
+    return run.startDir.Assign(startDirectory) && CommandProcess::Start(run, command) && SetPollPeriod(PollPeriod);
+}
+
+void TextBuffer::PollOutput() {
+    if (!run.process) return;
+    uint64_t size = run.consumed;
+    CommandProcess::OutputSize(run, size);
+    run.consumed = std::min(run.consumed, size); // the command may have emptied its file
+    if (AppendFromFile(size - run.consumed, false) == Appending::OutOfTime) {
+        SetPollPeriod(SlicePause);
+        return;
+    }
+    SetPollPeriod(PollPeriod);
+    // What comes between the look at the size and the process's end is not read any more.
+    if (!CommandProcess::HasEnded(run)) return;
+    // A character that was left for its rest to come does not get any.
+    if (size - run.consumed < MaxCharacterBytes) AppendFromFile(size - run.consumed, true);
+    EndRun();
+}
+
+TextBuffer::Appending TextBuffer::AppendFromFile(uint64_t count, bool isRest) {
+    const uint64_t deadline = Platform::Ticks() + SliceTime;
+    const uint32_t from = length;
+    uint32_t newLines = 0;
+    auto result = Appending::Done;
+    while (count > 0 && result == Appending::Done) {
+        const uint64_t before = run.consumed;
+        const bool sound = AppendChunk(static_cast<uint32_t>(std::min<uint64_t>(count, ReadSize)), isRest, newLines);
+        count -= run.consumed - before;
+        if (!sound) result = Appending::Failed;
+        if (run.consumed == before) break;
+        if (count >= MaxCharacterBytes && Platform::Ticks() >= deadline) result = Appending::OutOfTime;
+    }
+    if (length > from) TakeUpAppended(from, newLines);
+    return result;
+}
+
+// Appends the next bytes of the file. Only whole characters count as consumed unless `isRest`, and none
+// at all when there is no memory for them, so that the next poll reads them again.
+bool TextBuffer::AppendChunk(uint32_t count, bool isRest, uint32_t& newLines) {
+    uint32_t read = 0;
+    if (!CommandProcess::ReadOutput(run, run.consumed, run.readBuffer, count, read)) return false;
+    if (!isRest) read = static_cast<uint32_t>(WholeCharacters(CodePage::Ansi, run.readBuffer, read));
+    Converted chunk;
+    const bool converted = ConvertOutput(run.readBuffer, read, chunk);
+    if (converted && !EnsureCapacity(uint64_t{length} + chunk.length)) return false;
+    run.consumed += read;
+    if (!converted) return false;
+    std::copy_n(chunk.text, chunk.length, text + length);
+    length += chunk.length;
+    text[length] = 0;
+    newLines += chunk.lineFeeds;
+    return true;
+}
+
+void TextBuffer::EndRun() {
+    if (run.pollTimer) timer->stop(*this);
+    run.pollTimer = 0;
+    CommandProcess::Close(run);
+    Heap::Free(run.readBuffer);
+    run.readBuffer = nullptr;
+    run.consumed = 0;
+    if (views.head) views.head->view->RunStateChanged(this, false);
+}
+
+void TextBuffer::StopProcess() {
+    if (run.process) CommandProcess::AskToClose(run);
+}

@@ -1,0 +1,189 @@
+#include "document/CommandProcess.h"
+
+#include "base/Platform.h"
+#include "base/win32/Windows.h"
+#include "document/OutputRun.h"
+
+namespace {
+
+// GetTempFileName counts the names of a directory in 16 bits.
+constexpr uint32_t NameCount = 0xFFFF;
+
+HANDLE AsHandle(intptr_t value) { return reinterpret_cast<HANDLE>(value); }
+
+void CloseOne(intptr_t& handle) {
+    if (handle != -1) CloseHandle(AsHandle(handle));
+    handle = -1;
+}
+
+// Lets a new file be used by the user of this process and by nobody else, whatever its directory says.
+class UserOnly {
+public:
+    UserOnly() {
+        HANDLE token = nullptr;
+        if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) return;
+        DWORD size = 0;
+        const bool known = GetTokenInformation(token, TokenUser, &user, sizeof(user), &size);
+        CloseHandle(token);
+        auto* const list = reinterpret_cast<ACL*>(rules);
+        ready = known && InitializeAcl(list, sizeof(rules), ACL_REVISION) &&
+                AddAccessAllowedAce(list, ACL_REVISION, FILE_ALL_ACCESS, user.head.User.Sid) &&
+                InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
+                SetSecurityDescriptorDacl(&descriptor, TRUE, list, FALSE) &&
+                SetSecurityDescriptorControl(&descriptor, SE_DACL_PROTECTED, SE_DACL_PROTECTED);
+    }
+    UserOnly(const UserOnly&) = delete;
+    UserOnly& operator=(const UserOnly&) = delete;
+
+    bool IsReady() const { return ready; }
+    SECURITY_DESCRIPTOR* Descriptor() { return &descriptor; }
+
+private:
+    struct {
+        TOKEN_USER head;
+        uint8_t identifier[SECURITY_MAX_SID_SIZE];
+    } user = {};
+    alignas(ACL) uint8_t rules[sizeof(ACL) + sizeof(ACCESS_ALLOWED_ACE) + SECURITY_MAX_SID_SIZE] = {};
+    SECURITY_DESCRIPTOR descriptor = {};
+    bool ready = false;
+};
+
+// Creates the file under the first free one of the names that the directory has for it. Neither a file
+// nor a link of that name is touched. It goes with its last handle.
+HANDLE CreateTemporaryFile(const wchar_t* directory, wchar_t (&name)[MAX_PATH]) {
+    UserOnly user;
+    if (!user.IsReady()) return INVALID_HANDLE_VALUE;
+    SECURITY_ATTRIBUTES security = {sizeof(security), user.Descriptor(), TRUE};
+    const uint64_t first = Platform::Now() >> 16; // so that names differ from one run to the next
+    HANDLE file = INVALID_HANDLE_VALUE;
+    for (uint32_t i = 0; i < NameCount && file == INVALID_HANDLE_VALUE; ++i) {
+        // Given a number, it only puts the name together.
+        const UINT number = static_cast<UINT>((first + i) % NameCount + 1);
+        if (!GetTempFileNameW(directory, L"Orvane", number, name)) break;
+        file =
+            CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &security, CREATE_NEW,
+                        FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+        if (file == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    return file;
+}
+
+// The command line of the interpreter; false, which fails the start, when there is none.
+bool BuildCommandLine(const Char* command, WString& line) {
+    if (!Platform::EnvironmentVariable(u"COMSPEC", line) || line.IsEmpty()) return false;
+    return line.Append(u" /c ") && (!command || line.Append(command));
+}
+
+// Only the two handles of the output are passed on, whatever else of this process is inheritable.
+class InheritedHandles {
+public:
+    explicit InheritedHandles(const OutputRun& run) : handles{AsHandle(run.outputRead), AsHandle(run.outputWrite)} {
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        list = static_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(Heap::Allocate(size));
+        if (!list || !InitializeProcThreadAttributeList(list, 1, 0, &size)) return;
+        ready = UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles, sizeof(handles), nullptr,
+                                          nullptr) != 0;
+        if (!ready) DeleteProcThreadAttributeList(list);
+    }
+    ~InheritedHandles() {
+        if (ready) DeleteProcThreadAttributeList(list);
+        Heap::Free(list);
+    }
+    InheritedHandles(const InheritedHandles&) = delete;
+    InheritedHandles& operator=(const InheritedHandles&) = delete;
+
+    bool IsReady() const { return ready; }
+    LPPROC_THREAD_ATTRIBUTE_LIST Get() const { return list; }
+
+private:
+    HANDLE handles[2];
+    LPPROC_THREAD_ATTRIBUTE_LIST list = nullptr;
+    bool ready = false;
+};
+
+// Another process that is started later must not keep the temporary file alive.
+void KeepFromOthers(const OutputRun& run) {
+    SetHandleInformation(AsHandle(run.outputRead), HANDLE_FLAG_INHERIT, 0);
+    SetHandleInformation(AsHandle(run.outputWrite), HANDLE_FLAG_INHERIT, 0);
+}
+
+BOOL CALLBACK AskWindow(HWND window, LPARAM processId) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == static_cast<DWORD>(processId)) PostMessageW(window, WM_CLOSE, 0, 0);
+    return TRUE;
+}
+
+} // namespace
+
+bool CommandProcess::OpenOutput(OutputRun& run) {
+    wchar_t directory[MAX_PATH];
+    wchar_t name[MAX_PATH];
+    const DWORD length = GetTempPathW(MAX_PATH, directory);
+    if (length == 0 || length >= MAX_PATH || Platform::FileCallShallFail()) return false;
+    const HANDLE write = CreateTemporaryFile(directory, name);
+    run.outputWrite = reinterpret_cast<intptr_t>(write);
+    if (write == INVALID_HANDLE_VALUE || Platform::FileCallShallFail()) return false;
+    SECURITY_ATTRIBUTES inherited = {sizeof(inherited), nullptr, TRUE};
+    const HANDLE read = CreateFileW(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    &inherited, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    run.outputRead = reinterpret_cast<intptr_t>(read);
+    return read != INVALID_HANDLE_VALUE;
+}
+
+bool CommandProcess::Start(OutputRun& run, const Char* command) {
+    WString line;
+    if (!BuildCommandLine(command, line)) return false;
+    const InheritedHandles inherited(run);
+    if (!inherited.IsReady()) return false;
+    STARTUPINFOEXW startup = {};
+    startup.StartupInfo.cb = sizeof(startup);
+    startup.StartupInfo.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
+    startup.StartupInfo.wShowWindow = SW_HIDE;
+    startup.StartupInfo.hStdInput = startup.StartupInfo.hStdOutput = startup.StartupInfo.hStdError =
+        AsHandle(run.outputWrite);
+    startup.lpAttributeList = inherited.Get();
+    PROCESS_INFORMATION started = {};
+    const wchar_t* const directory = run.startDir.IsEmpty() ? nullptr : Wide(run.startDir.Text());
+    if (!CreateProcessW(nullptr, Wide(line.Data()), nullptr, nullptr, TRUE,
+                        CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT, nullptr, directory,
+                        &startup.StartupInfo, &started))
+        return false;
+    CloseHandle(started.hThread);
+    KeepFromOthers(run);
+    run.process = started.hProcess;
+    run.processId = started.dwProcessId;
+    return true;
+}
+
+bool CommandProcess::HasEnded(const OutputRun& run) { return WaitForSingleObject(run.process, 0) != WAIT_TIMEOUT; }
+
+bool CommandProcess::OutputSize(const OutputRun& run, uint64_t& size) {
+    LARGE_INTEGER found = {};
+    if (Platform::FileCallShallFail() || !GetFileSizeEx(AsHandle(run.outputRead), &found)) return false;
+    size = static_cast<uint64_t>(found.QuadPart);
+    return true;
+}
+
+bool CommandProcess::ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read) {
+    if (Platform::FileCallShallFail()) return false;
+    OVERLAPPED place = {};
+    place.Offset = static_cast<DWORD>(offset);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    DWORD got = 0;
+    if (!ReadFile(AsHandle(run.outputRead), out, count, &got, &place) && GetLastError() != ERROR_HANDLE_EOF)
+        return false;
+    read = got;
+    return true;
+}
+
+void CommandProcess::AskToClose(const OutputRun& run) { EnumWindows(AskWindow, static_cast<LPARAM>(run.processId)); }
+
+void CommandProcess::Close(OutputRun& run) {
+    if (run.process) CloseHandle(run.process);
+    run.process = nullptr;
+    run.processId = 0;
+    CloseOne(run.outputRead);
+    CloseOne(run.outputWrite);
+}
