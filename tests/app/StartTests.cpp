@@ -55,7 +55,6 @@ TEST_F(StartTest, MissingFileIsMadeOnYesAndWrittenBySave) {
     EXPECT_TRUE(editor.Answer(L"Create file new.txt?", L"Yes"));
     EXPECT_TRUE(editor.WaitForTitle(Path(L"new.txt") + L" - Orvane"));
     ASSERT_TRUE(editor.Type(L"hello"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"new.txt") + L"* - Orvane"));
     EXPECT_EQ(SaveAndRead(L"new.txt"), "hello");
 }
 
@@ -148,7 +147,6 @@ TEST_F(StartTest, SettingsFileOfTheDocumentsFolderIsRead) {
     ASSERT_TRUE(files::Write(files::SettingsPath(), "[General]\r\nReplaceTabs=1\r\nSpacesPerTab=3\r\n"));
     ASSERT_TRUE(OpenFile(L"a.txt", "x"));
     ASSERT_TRUE(editor.Keys(L"Tab"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));
     EXPECT_EQ(SaveAndRead(L"a.txt"), "   x");
 }
 
@@ -168,7 +166,6 @@ TEST_P(HostileSettingsTest, TheEditorStartsAndEdits) {
     ASSERT_TRUE(OpenFile(L"a.txt", "one\ttwo\nthree"));
     ASSERT_TRUE(editor.Keys(L"End"));
     ASSERT_TRUE(editor.Type(L"x\n"));
-    ASSERT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));
     EXPECT_EQ(SaveAndRead(L"a.txt"), "one\ttwox\n\nthree");
 }
 
