@@ -85,7 +85,8 @@ uint32_t CLikeEngine::ColourLine(uint32_t offset, const Char* text, uint32_t len
                                  ColouredLine& line) {
     runs.Clear();
     line = {};
-    Line current = {text, text + length, offset, TouchesHighlight(offset, length), state == InLongComment, NoFill, {}};
+    Line current = {text,   text + length,     offset, TouchesHighlight(offset, length), state == InLongComment,
+                    NoFill, {text, text, 0, 0}};
     const Char* at = text;
     if (!ColourPieces(current, at)) return 0;
     state = current.inComment ? InLongComment : 0;

@@ -3,6 +3,8 @@
 #include "syntax/EngineChoice.h"
 #include "syntax/HtmlMachine.h"
 
+#include <iterator>
+
 using namespace HtmlState;
 
 namespace {
@@ -24,9 +26,7 @@ constexpr ColourClassIndex ClassOfKind[] = {TextClass,
                                             HtmlTagClass};
 
 constexpr Char ScriptEnd[] = u"</script";
-constexpr uint32_t ScriptEndLength = 8;
 constexpr Char PhpEnd[] = u"?>";
-constexpr uint32_t PhpEndLength = 2;
 
 bool IsPhp(uint32_t state) { return state >= PhpContent; }
 
@@ -76,13 +76,12 @@ private:
     bool EndOfCode(HtmlMachine<Colouring>& machine) {
         const bool php = IsPhp(machine.state);
         // It stops nowhere else, unless memory ran out.
-        if (!(php ? machine.StandsHere(PhpEnd, PhpEndLength) : machine.StandsHereNoCase(ScriptEnd, ScriptEndLength)))
-            return false;
+        if (!(php ? machine.StandsHere(PhpEnd) : machine.StandsHere(ScriptEnd, true))) return false;
         machine.state = Between;
         machine.returnState = Tag;
         if (!php) return true; // the closing tag is coloured like any other
         if (!Start(Tag)) return false;
-        machine.TakeTo(machine.at + PhpEndLength);
+        machine.TakeTo(machine.at + std::size(PhpEnd) - 1);
         return true;
     }
 
@@ -121,6 +120,11 @@ private:
     uint32_t length;
 };
 
+HtmlEngine::HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth)
+    : definition(engineDefinition), depth(htmlDepth) {
+    tagStart.Add(u'<');
+}
+
 HtmlEngine::~HtmlEngine() {
     if (script) script->Release();
     if (php) php->Release();
@@ -143,7 +147,7 @@ uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t leng
     runs.Clear();
     line = {};
     Colouring output(*this, text, offset);
-    HtmlMachine<Colouring> machine(output, text, text + length, KnownState(state), returnState);
+    HtmlMachine<Colouring> machine(output, tagStart, text, text + length, KnownState(state), returnState);
     if (!machine.Run()) return 0;
     state = machine.state;
     returnState = machine.returnState;
@@ -156,7 +160,7 @@ uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t leng
 uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
     const bool startsOver = start > length;
     Scanning output(*this, text, length);
-    HtmlMachine<Scanning> machine(output, text + (startsOver ? 0 : start), text + length,
+    HtmlMachine<Scanning> machine(output, tagStart, text + (startsOver ? 0 : start), text + length,
                                   startsOver ? uint32_t{Between} : KnownState(state), Tag);
     machine.Run();
     stopped = static_cast<uint32_t>(machine.at - text);

@@ -2,6 +2,7 @@
 
 #include "syntax/EngineBase.h"
 #include "syntax/RunList.h"
+#include "syntax/StopSet.h"
 
 // The values of a line's state; below ScriptContent they are also the kinds of runs.
 namespace HtmlState {
@@ -29,8 +30,7 @@ public:
     static constexpr uint32_t MaxDepth = 4;
 
     // `engineDefinition` must outlive the engine.
-    HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth)
-        : definition(engineDefinition), depth(htmlDepth) {}
+    HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth);
 
     uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
                         ColouredLine& line) override;
@@ -54,5 +54,6 @@ private:
     uint32_t returnState = HtmlState::Between;
     SyntaxEngine* script = nullptr;
     SyntaxEngine* php = nullptr;
-    uint32_t depth;
+    uint32_t depth; // how many HTML engines it stands in
+    StopSet tagStart;
 };

@@ -12,10 +12,10 @@
 //   TagNameEndsAtLineFeed        whether the name of a tag does
 template <class Output> class HtmlMachine {
 public:
-    HtmlMachine(Output& output, const Char* text, const Char* textEnd, uint32_t startState, uint32_t startReturnState)
-        : at(text), end(textEnd), state(startState), returnState(startReturnState), out(output) {
-        tagStart.Add(u'<');
-    }
+    // `tagStops` finds `<`.
+    HtmlMachine(Output& output, const StopSet& tagStops, const Char* text, const Char* textEnd, uint32_t startState,
+                uint32_t startReturnState)
+        : at(text), end(textEnd), state(startState), returnState(startReturnState), out(output), tagStart(tagStops) {}
 
     // Goes on to the end of the text; false without memory.
     bool Run() {
@@ -25,11 +25,14 @@ public:
         return true;
     }
 
-    bool StandsHere(const Char* text, size_t length) const {
-        return static_cast<size_t>(end - at) >= length && Text::EqualCount(at, text, length);
-    }
-    bool StandsHereNoCase(const Char* text, size_t length) const {
-        return static_cast<size_t>(end - at) >= length && Text::EqualCountNoCase(at, text, length);
+    // Whether `text`, in lower case when letter case is folded, comes next.
+    template <size_t Size> bool StandsHere(const Char (&text)[Size], bool foldCase = false) const {
+        constexpr size_t length = Size - 1;
+        if (static_cast<size_t>(end - at) < length) return false;
+        for (size_t i = 0; i < length; ++i) {
+            if ((foldCase ? Text::FoldCase(at[i]) : at[i]) != text[i]) return false;
+        }
+        return true;
     }
     void TakeTo(const Char* to) {
         out.Take(static_cast<size_t>(to - at));
@@ -73,14 +76,14 @@ private:
 
     bool OpenTag() {
         using namespace HtmlState;
-        if (StandsHere(u"<!--", 4)) {
+        if (StandsHere(u"<!--")) {
             state = Comment;
             if (!out.Start(Comment)) return false;
             TakeTo(at + 4);
             return true;
         }
-        if (StandsHereNoCase(u"<script", 7)) return StartTag(ScriptTag, ScriptTag, ScriptTag);
-        if (StandsHereNoCase(u"<?php", 5)) return StartTag(Tag, PhpContent, Tag);
+        if (StandsHere(u"<script", true)) return StartTag(ScriptTag, ScriptTag, ScriptTag);
+        if (StandsHere(u"<?php", true)) return StartTag(Tag, PhpContent, Tag);
         return StartTag(Tag, Tag, Tag);
     }
 
@@ -149,7 +152,7 @@ private:
         for (;;) {
             TakeTo(FindIf([](Char c) { return c == u'-'; }));
             if (at == end) return true;
-            if (StandsHere(u"-->", 3)) break;
+            if (StandsHere(u"-->")) break;
             TakeTo(at + 1);
         }
         TakeTo(at + 3);
@@ -165,5 +168,5 @@ private:
     }
 
     Output& out;
-    StopSet tagStart;
+    const StopSet& tagStart;
 };

@@ -15,14 +15,15 @@ public:
     }
     // The kind of the current run; NoKind without one.
     uint32_t Kind() const { return kind; }
-    // Begins a run. A run that got no characters gives way to it. False without memory.
-    bool Start(uint32_t newKind, const ColourClass& colours, uint32_t length = 0) {
-        kind = newKind;
-        if (!spans.IsEmpty() && spans.Last().length == 0) spans.RemoveLast();
-        return spans.Append({colours.foreground, colours.background, length});
-    }
+    // Appends a run from `from` to `to` (not empty). False without memory, as all below.
     bool Append(const ColourClass& colours, const Char* from, const Char* to) {
         return spans.Append({colours.foreground, colours.background, static_cast<uint32_t>(to - from)});
+    }
+    // Begins a run of a kind, for Extend. A run that got no characters gives way to it.
+    bool Start(uint32_t newKind, const ColourClass& colours) {
+        kind = newKind;
+        if (!spans.IsEmpty() && spans.Last().length == 0) spans.RemoveLast();
+        return spans.Append({colours.foreground, colours.background, 0});
     }
     void Extend(size_t characters) { spans.Last().length += static_cast<uint32_t>(characters); }
     // Appends the runs of another engine; the next run is a new one.
