@@ -44,7 +44,6 @@ void TextPainter::Draw(const RowPicture& row) {
     const bool buffered = surface != window;
     rowTop = buffered ? 0 : row.top;
     DrawRuns(row);
-    if (row.pastEnd) Fill(RowRect(0, gutter), settings.TextBg);
     Fill(RowRect(row.fillLeft, width), row.fill);
     DrawNumber(row);
     DrawGuides(row);

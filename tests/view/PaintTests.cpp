@@ -1,0 +1,257 @@
+#include "TextViewTest.h"
+
+namespace {
+
+using PaintTest = TextViewTest;
+
+constexpr Colour Red = Rgb(255, 0, 0);
+constexpr Colour White = Rgb(255, 255, 255);
+constexpr Colour Black = Rgb(0, 0, 0);
+constexpr Colour MarginGrey = Rgb(0xdc, 0xdc, 0xdc);
+
+TEST_F(PaintTest, TextStandsInTextColours) {
+    UseSettings(u"TextFg=#0000ff\nTextBg=#ffffc0");
+    Show(u"HHHH");
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.Has(Rgb(0, 0, 255), ColumnX(0), 0, ColumnX(4), LineHeight()));
+    EXPECT_TRUE(picture.IsAll(Rgb(255, 255, 0xc0), ColumnX(4), 0, ColumnX(20), LineHeight()));
+}
+
+TEST_F(PaintTest, EveryColourClassOfTheEngineShows) {
+    UseSettings(u"KeywordFg=#010203\nStringFg=#040506\nNumberFg=#070809\nCommentFg=#0a0b0c\nCommentBg=#f0f1f2");
+    Show(u"int \"HH\" 11 // HH", u"cpp");
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.Has(Rgb(1, 2, 3), ColumnX(0), 0, ColumnX(3), LineHeight()));
+    EXPECT_TRUE(picture.Has(Rgb(4, 5, 6), ColumnX(4), 0, ColumnX(8), LineHeight()));
+    EXPECT_TRUE(picture.Has(Rgb(7, 8, 9), ColumnX(9), 0, ColumnX(11), LineHeight()));
+    EXPECT_TRUE(picture.Has(Rgb(10, 11, 12), ColumnX(12), 0, ColumnX(17), LineHeight()));
+    // The comment's fill reaches the right edge.
+    EXPECT_EQ(picture.At(picture.width - 1, LineHeight() / 2), Rgb(0xf0, 0xf1, 0xf2));
+}
+
+TEST_F(PaintTest, RestOfALineWithoutFillIsTextBackground) {
+    UseSettings(u"TextBg=#102030");
+    Show(u"x");
+    EXPECT_EQ(Paint().At(WindowWidth - 40, 1), Rgb(0x10, 0x20, 0x30));
+}
+
+TEST_F(PaintTest, SelectionCutsTheRunsAndShowsTheLineEndAsOneCell) {
+    UseSettings(u"SelFg=#ff0000\nSelBg=#00ff00");
+    Show(u"HHHH\nHH");
+    Editor().SelectRange(2, 5);
+    const Picture picture = Paint();
+    const Colour green = Rgb(0, 255, 0);
+    EXPECT_FALSE(picture.Has(green, ColumnX(0), 0, ColumnX(2), LineHeight()));
+    EXPECT_TRUE(picture.Has(green, ColumnX(2), 0, ColumnX(4), LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(2), 0, ColumnX(4), LineHeight()));
+    // The cell behind the last character stands for the line feed.
+    EXPECT_TRUE(picture.IsAll(green, ColumnX(4), 0, ColumnX(5), LineHeight()));
+    EXPECT_FALSE(picture.Has(green, ColumnX(5), 0, picture.width, LineHeight()));
+    EXPECT_FALSE(picture.Has(green, 0, LineHeight(), picture.width, 2 * LineHeight()));
+}
+
+TEST_F(PaintTest, LineNumbersStandRightAlignedInTheGutter) {
+    UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#00ff00");
+    Show(u"a\nb");
+    const Picture picture = Paint();
+    EXPECT_EQ(Gutter(), 7 * Average());
+    EXPECT_TRUE(picture.IsAll(Rgb(0, 255, 0), 0, 0, 6 * Average(), LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, 6 * Average(), 0, 7 * Average(), LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, 6 * Average(), LineHeight(), 7 * Average(), 2 * LineHeight()));
+}
+
+TEST_F(PaintTest, WithoutLineNumbersThereIsNoGutter) {
+    UseSettings(u"ShowLineNumbers=0");
+    Show(u"a");
+    EXPECT_EQ(Gutter(), 0);
+    EXPECT_TRUE(Paint().IsAll(MarginGrey, 0, 0, 20, LineHeight()));
+}
+
+TEST_F(PaintTest, RowsBelowTheLastLineHaveNoNumberButMarginAndColumnGuide) {
+    UseSettings(u"TextBg=#ffffc0\nMarginColor=#dcdcdc\nGuideColor=#000000\nColumnGuide=20");
+    Show(u"a");
+    const Picture picture = Paint();
+    const int top = 3 * LineHeight();
+    EXPECT_TRUE(picture.IsAll(Rgb(255, 255, 0xc0), 0, top, Gutter(), top + LineHeight()));
+    EXPECT_TRUE(picture.IsAll(MarginGrey, Gutter(), top, TextLeft(), top + LineHeight()));
+    EXPECT_TRUE(picture.Has(Black, ColumnX(20), top, ColumnX(20) + 1, top + LineHeight()));
+}
+
+TEST_F(PaintTest, ColumnGuideIsDottedAndCanBeSwitchedOff) {
+    UseSettings(u"GuideColor=#ff0000\nColumnGuide=10");
+    Show(u"");
+    const int dots = Paint().Count(Red, ColumnX(10), 0, ColumnX(10) + 1, LineHeight());
+    EXPECT_GT(dots, LineHeight() / 3);
+    EXPECT_LT(dots, LineHeight());
+    UseSettings(u"GuideColor=#ff0000\nColumnGuide=0");
+    EXPECT_FALSE(Paint().Has(Red, 0, 0, WindowWidth - 30, WindowHeight - 30));
+}
+
+TEST_F(PaintTest, BookmarkedLinesShowInTheMargin) {
+    UseSettings(u"BookmarkColor=#00ffff");
+    Show(u"a\nb\nc");
+    Editor().ToggleBookmark(1);
+    const Picture picture = Paint();
+    const Colour cyan = Rgb(0, 255, 255);
+    EXPECT_FALSE(picture.Has(cyan, 0, 0, picture.width, LineHeight()));
+    EXPECT_EQ(picture.At(Gutter() + 10, LineHeight() + LineHeight() / 2), cyan);
+    EXPECT_FALSE(picture.Has(cyan, 0, 2 * LineHeight(), picture.width, 3 * LineHeight()));
+    // The corners are round: the margin shows there.
+    EXPECT_EQ(picture.At(Gutter(), LineHeight()), MarginGrey);
+}
+
+// "With ShowWhitespace off a tab draws as plain background; on, as an arrow at most 12 pixels long."
+TEST_F(PaintTest, TabsShowAsArrowsWhenWhitespaceIsShown) {
+    UseSettings(u"SpaceColor=#ff0000\nShowWhitespace=0");
+    Show(u"\tx");
+    EXPECT_FALSE(Paint().Has(Red, ColumnX(0), 0, ColumnX(4), LineHeight()));
+    UseSettings(u"SpaceColor=#ff0000\nShowWhitespace=1");
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.Has(Red, ColumnX(0), LineHeight() / 2, ColumnX(0) + 12, LineHeight() / 2 + 1));
+    EXPECT_FALSE(picture.Has(Red, ColumnX(0) + 13, 0, ColumnX(4), LineHeight()));
+}
+
+TEST_F(PaintTest, SpacesShowAsDotsWhenWhitespaceIsShown) {
+    UseSettings(u"SpaceColor=#ff0000\nShowWhitespace=1");
+    Show(u"  ");
+    const Picture picture = Paint();
+    EXPECT_EQ(picture.Count(Red, ColumnX(0), 0, ColumnX(1), LineHeight()), 4);
+    EXPECT_EQ(picture.Count(Red, ColumnX(1), 0, ColumnX(2), LineHeight()), 4);
+    const int x = ColumnX(0) + (DrawingObjects::SpaceWidth() - 2) / 2;
+    const int y = (LineHeight() - 2) / 2;
+    EXPECT_TRUE(picture.IsAll(Red, x, y, x + 2, y + 2));
+}
+
+// "A tab after 3 characters with SpacesPerTab 4 is one space wide; right after 4 characters it is 4 wide."
+TEST_F(PaintTest, TabsReachToTheNextStop) {
+    UseSettings(u"SelBg=#00ff00\nSpacesPerTab=4");
+    Show(u"HHH\tH\nHHHH\tH");
+    Editor().SelectRange(3, 4);
+    const Colour green = Rgb(0, 255, 0);
+    const Picture shortTab = Paint();
+    EXPECT_TRUE(shortTab.IsAll(green, ColumnX(3), 0, ColumnX(4), LineHeight()));
+    EXPECT_FALSE(shortTab.Has(green, ColumnX(4), 0, ColumnX(9), LineHeight()));
+    Editor().SelectRange(10, 11);
+    const Picture longTab = Paint();
+    EXPECT_TRUE(longTab.IsAll(green, ColumnX(4), LineHeight(), ColumnX(8), 2 * LineHeight()));
+    EXPECT_FALSE(longTab.Has(green, ColumnX(8), LineHeight(), ColumnX(12), 2 * LineHeight()));
+}
+
+// "With IndentGuide on, a line indented by exactly one tab shows no guide; by two tabs, one guide."
+TEST_F(PaintTest, GuidesStandAtLevelsFollowedByIndentation) {
+    UseSettings(u"GuideColor=#ff0000\nColumnGuide=0\nSpacesPerTab=4\nIndentGuide=1");
+    Show(u"\tx\n\t\tx\n\t\t\tx");
+    const Picture picture = Paint();
+    const int middle = Average() / 2;
+    EXPECT_FALSE(picture.Has(Red, TextLeft(), 0, picture.width, LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(4) + middle, LineHeight(), ColumnX(4) + middle + 1, 2 * LineHeight()));
+    EXPECT_FALSE(picture.Has(Red, ColumnX(8), LineHeight(), ColumnX(12), 2 * LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(8) + middle, 2 * LineHeight(), ColumnX(8) + middle + 1, 3 * LineHeight()));
+    UseSettings(u"GuideColor=#ff0000\nColumnGuide=0\nIndentGuide=0");
+    EXPECT_FALSE(Paint().Has(Red, 0, 0, WindowWidth - 30, WindowHeight - 30));
+}
+
+TEST_F(PaintTest, MatchingBracketsAreHighlightedAndCleared) {
+    UseSettings(u"BraceMatchBg=#ffff00");
+    Show(u"(a[b)c]", u"cpp");
+    SetForegroundWindow(frame);
+    SetFocus(view->GetWindow());
+    ASSERT_EQ(GetFocus(), view->GetWindow());
+    Editor().MoveCaret(0, 1, false);
+    const Colour yellow = Rgb(255, 255, 0);
+    EXPECT_FALSE(Paint().Has(yellow, 0, 0, WindowWidth - 30, LineHeight()));
+    Editor().MoveCaret(0, 0, false);
+    const Picture matched = Paint();
+    EXPECT_TRUE(matched.Has(yellow, ColumnX(0), 0, ColumnX(1), LineHeight()));
+    EXPECT_TRUE(matched.Has(yellow, ColumnX(4), 0, ColumnX(5), LineHeight()));
+    EXPECT_FALSE(matched.Has(yellow, ColumnX(5), 0, ColumnX(9), LineHeight()));
+    Editor().MoveCaret(0, 7, false);
+    EXPECT_TRUE(Paint().Has(yellow, ColumnX(2), 0, ColumnX(3), LineHeight())); // "]" right before the caret
+}
+
+// Everything but the guides is drawn alike, whether through the back buffer or straight.
+TEST_F(PaintTest, BothSurfacesGiveTheSamePicture) {
+    const std::u16string text = u"int a; // c\n\t\tif (x) \"s\"\n/* long\ncomment */ 12\n";
+    UseSettings(u"RenderType=0\nIndentGuide=0\nShowWhitespace=1");
+    Show(text, u"cpp");
+    Editor().ToggleBookmark(2);
+    Editor().SelectRange(4, 20);
+    const Picture buffered = Paint();
+    UseSettings(u"RenderType=2\nIndentGuide=0\nShowWhitespace=1");
+    EXPECT_EQ(Paint(), buffered);
+    UseSettings(u"RenderType=1\nIndentGuide=0\nShowWhitespace=1");
+    EXPECT_EQ(Paint(), buffered);
+    UseSettings(u"RenderType=77\nIndentGuide=0\nShowWhitespace=1");
+    EXPECT_EQ(Paint(), buffered);
+}
+
+// "RenderType 2 paints straight to the window, and its indentation guides stay on the top row."
+TEST_F(PaintTest, DrawnStraightTheGuidesStayOnTheTopRow) {
+    UseSettings(u"RenderType=2\nGuideColor=#ff0000\nColumnGuide=0\nIndentGuide=1");
+    Show(u"x\nx\n\t\tx");
+    const Picture picture = Paint();
+    const int x = ColumnX(4) + Average() / 2;
+    EXPECT_TRUE(picture.Has(Red, x, 0, x + 1, LineHeight()));
+    EXPECT_FALSE(picture.Has(Red, 0, LineHeight(), picture.width, picture.height));
+}
+
+TEST_F(PaintTest, ScrolledTextIsCutAtTheMarginAndNotDrawnOverIt) {
+    UseSettings(u"TextFg=#ff0000");
+    Show(std::u16string(500, u'H'));
+    Editor().SetHorizontalScroll(Average() / 2 + 3 * Average());
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.IsAll(MarginGrey, Gutter(), 0, TextLeft(), LineHeight()));
+    EXPECT_FALSE(picture.Has(Red, 0, 0, TextLeft(), LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, TextLeft(), 0, TextLeft() + Average(), LineHeight()));
+}
+
+// A line that is open for editing is painted as edited; the lines behind it in their own colours.
+TEST_F(PaintTest, LineBeingEditedIsPaintedAsEdited) {
+    UseSettings(u"KeywordFg=#ff0000");
+    Show(u"\nint", u"cpp");
+    SetForegroundWindow(frame);
+    SetFocus(view->GetWindow());
+    for (const Char c : std::u16string(u"int")) Editor().OnChar(c);
+    ASSERT_TRUE((*document)->HasPendingEdit());
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.Has(Red, ColumnX(0), 0, ColumnX(3), LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(0), LineHeight(), ColumnX(3), 2 * LineHeight()));
+}
+
+TEST_F(PaintTest, PartialRepaintLeavesTheSamePictureAsAFullOne) {
+    UseSettings(u"");
+    Show(u"int a;\n/* b\nc */ d\nint e;\n", u"cpp");
+    const Picture full = Paint();
+    for (int y = 0; y < 5 * LineHeight(); y += 7) {
+        const RECT strip = {0, y, WindowWidth, y + 5};
+        InvalidateRect(view->GetWindow(), &strip, TRUE);
+        UpdateWindow(view->GetWindow());
+    }
+    EXPECT_EQ(Picture(view->GetWindow()), full);
+}
+
+TEST_F(PaintTest, AbsurdSettingsGiveASensiblePicture) {
+    Show(u"\ta\tb\n\t\tc");
+    for (const char16_t* lines : {u"SpacesPerTab=0", u"SpacesPerTab=4294967295", u"FontSize=0",
+                                  u"MarginWidth=4294967295", u"ColumnGuide=4294967295", u"CaretWidth=4294967295",
+                                  u"FontName=No Such Font 42", u"FontSize=4294967295", u"RenderType=4294967295"}) {
+        UseSettings(lines);
+        const Picture picture = Paint();
+        EXPECT_GT(picture.width, 0);
+        EXPECT_GE(LineHeight(), 1);
+    }
+}
+
+TEST_F(PaintTest, OddCharactersAndLongLinesArePainted) {
+    std::u16string text = std::u16string(100000, u'\t') + u"x\n";
+    text += std::u16string(u"a\xD800z\xDC00\x0001\x001F\x007F\n");
+    text += std::u16string(1000000, u'W');
+    UseSettings(u"TextFg=#ff0000\nIndentGuide=0");
+    Show(text, u"cpp");
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.Has(Red, ColumnX(0), LineHeight(), ColumnX(3), 2 * LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, picture.width - 40, 2 * LineHeight(), picture.width, 3 * LineHeight()));
+    EXPECT_TRUE(picture.IsAll(White, TextLeft(), 0, ColumnX(40), LineHeight()));
+}
+
+} // namespace
