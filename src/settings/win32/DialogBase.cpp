@@ -26,6 +26,12 @@ uint32_t DialogBase::Run(uint16_t resource, HWND ownerWindow) {
     return result > 0 ? static_cast<uint32_t>(result) : 0;
 }
 
+HWND DialogBase::CreatePage(uint16_t resource, HWND parent) {
+    owner = parent;
+    return CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), parent, Procedure,
+                              reinterpret_cast<LPARAM>(this));
+}
+
 void DialogBase::CentreOverParent() {
     HWND parent = GetParent(window);
     if (!parent) parent = GetDesktopWindow();

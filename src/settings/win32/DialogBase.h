@@ -28,6 +28,8 @@ public:
     // Shows the dialog of a resource until it ends: 1 from Ok, 2 from Cancel, 0 when it could not be
     // made. `ownerWindow` may be null.
     uint32_t Run(uint16_t resource, HWND ownerWindow);
+    // Makes a page: a dialog that lives inside `parent` and goes with it. Null when it cannot be made.
+    HWND CreatePage(uint16_t resource, HWND parent);
 
 protected:
     HWND window = nullptr; // from WM_INITDIALOG on

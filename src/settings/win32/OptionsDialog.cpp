@@ -1,0 +1,98 @@
+#include "settings/win32/OptionsDialog.h"
+
+#include "resource.h"
+#include "settings/IniFile.h"
+#include "settings/win32/OptionsPages.h"
+
+namespace {
+
+constexpr int PageCount = 3;
+constexpr int PageLeft = 170; // pixels at 96 DPI
+uint32_t lastPage = 0;        // shown again the next time
+
+class OptionsDialog final : public DialogBase {
+public:
+    OptionsDialog() { CopySettings(copy); }
+    ~OptionsDialog() { DropSettings(copy); }
+
+    void Init() override {
+        CentreOverParent();
+        MakePages();
+        MakeTree();
+    }
+
+    bool Message(UINT message, WPARAM wparam, LPARAM lparam) override {
+        if (message == WM_NOTIFY) {
+            const auto& notice = *reinterpret_cast<const NMTREEVIEWW*>(lparam);
+            if (notice.hdr.code == TVN_SELCHANGEDW && notice.hdr.hwndFrom == tree)
+                ShowPage(static_cast<uint32_t>(notice.itemNew.lParam));
+        }
+        // A tree on its way out may select one item after the other as they go.
+        if (message == WM_DESTROY) tree = nullptr;
+        return DialogBase::Message(message, wparam, lparam);
+    }
+
+    void Ok() override {
+        for (OptionsPage* page : pages)
+            if (page->Window()) page->Apply();
+        DialogBase::Ok();
+    }
+
+    const SettingsRecord& Copy() const { return copy; }
+
+private:
+    void MakePages() {
+        static constexpr uint16_t Resources[PageCount] = {IDD_OPTIONS_GENERAL, IDD_OPTIONS_FONTS, IDD_OPTIONS_COLORS};
+        const int left = MulDiv(PageLeft, static_cast<int>(GetDpiForWindow(window)), 96);
+        for (int i = 0; i < PageCount; ++i) {
+            const HWND page = pages[i]->CreatePage(Resources[i], window);
+            // Above the buttons, behind the tree: the order of the windows is the order of the Tab key.
+            if (page) SetWindowPos(page, GetDlgItem(window, IDC_OPTIONS_TREE), left, 0, 0, 0, SWP_NOSIZE);
+        }
+    }
+
+    void MakeTree() {
+        static constexpr const wchar_t* Names[PageCount] = {L"General", L"Fonts", L"Colors"};
+        tree = GetDlgItem(window, IDC_OPTIONS_TREE);
+        const HTREEITEM root = AddItem(TVI_ROOT, L"Editor", 0);
+        HTREEITEM items[PageCount];
+        for (int i = 0; i < PageCount; ++i) items[i] = AddItem(root, Names[i], i);
+        SendMessageW(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(root));
+        SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(items[lastPage]));
+        ShowPage(lastPage);
+    }
+
+    HTREEITEM AddItem(HTREEITEM parent, const wchar_t* name, int page) {
+        TVINSERTSTRUCTW item = {};
+        item.hParent = parent;
+        item.hInsertAfter = TVI_LAST;
+        item.item.mask = TVIF_TEXT | TVIF_PARAM;
+        item.item.pszText = const_cast<wchar_t*>(name);
+        item.item.lParam = page;
+        return reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
+    }
+
+    void ShowPage(uint32_t index) {
+        if (index >= PageCount) return;
+        for (uint32_t i = 0; i < PageCount; ++i) pages[i]->Show(i == index);
+        lastPage = index;
+    }
+
+    SettingsRecord copy = {};
+    GeneralPage general{copy};
+    FontsPage fonts{copy};
+    ColoursPage colours{copy};
+    OptionsPage* pages[PageCount] = {&general, &fonts, &colours};
+    HWND tree = nullptr;
+};
+
+} // namespace
+
+bool RunOptionsDialog(HWND owner, IniFile& file, const Char* path) {
+    OptionsDialog dialog;
+    if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return false;
+    AdoptSettings(dialog.Copy());
+    // A file that cannot be written is passed over in silence; the settings hold for this run.
+    if (StoreSettingsToFile(file)) file.Save(path);
+    return true;
+}

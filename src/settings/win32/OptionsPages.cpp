@@ -1,0 +1,210 @@
+#include "settings/win32/OptionsPages.h"
+
+#include "base/win32/WindowText.h"
+#include "resource.h"
+
+#include <cstddef>
+
+namespace {
+
+struct CheckBoxSetting {
+    int control;
+    uint32_t SettingsRecord::*cell;
+};
+
+// Of a check box and of a number field alike: the control and the cell behind it.
+using NumberSetting = CheckBoxSetting;
+
+struct TextSetting {
+    int control;
+    Char* SettingsRecord::*cell;
+};
+
+constexpr CheckBoxSetting GeneralChecks[] = {
+    {IDC_SHOW_WHITESPACE, &SettingsRecord::ShowWhitespace},
+    {IDC_REPLACE_TABS, &SettingsRecord::ReplaceTabs},
+    {IDC_PASTE_KEEP_SELECTION, &SettingsRecord::PasteKeepSelection},
+    {IDC_SHOW_LINE_NUMBERS, &SettingsRecord::ShowLineNumbers},
+    {IDC_VAR_WIDTH_LINE_NUMBERS, &SettingsRecord::VarWidthLineNumbers},
+    {IDC_INDENT_GUIDE, &SettingsRecord::IndentGuide},
+};
+
+constexpr NumberSetting GeneralNumbers[] = {
+    {IDC_SPACES_PER_TAB, &SettingsRecord::SpacesPerTab},
+    {IDC_COLUMN_GUIDE, &SettingsRecord::ColumnGuide},
+};
+
+constexpr TextSetting GeneralTexts[] = {
+    {IDC_QUICK_OPEN_PATH, &SettingsRecord::QuickOpenPath},
+    {IDC_FILE_TYPES, &SettingsRecord::TextFileTypes},
+};
+
+constexpr NumberSetting FontNumbers[] = {
+    {IDC_FONT_SIZE, &SettingsRecord::FontSize},
+    {IDC_CARET_WIDTH, &SettingsRecord::CaretWidth},
+    {IDC_MARGIN_WIDTH, &SettingsRecord::MarginWidth},
+};
+
+template <size_t Count> void FillChecks(HWND page, const SettingsRecord& copy, const CheckBoxSetting (&checks)[Count]) {
+    for (const CheckBoxSetting& check : checks)
+        CheckDlgButton(page, check.control, copy.*check.cell ? BST_CHECKED : BST_UNCHECKED);
+}
+
+template <size_t Count> void ApplyChecks(HWND page, SettingsRecord& copy, const CheckBoxSetting (&checks)[Count]) {
+    for (const CheckBoxSetting& check : checks)
+        copy.*check.cell = IsDlgButtonChecked(page, check.control) == BST_CHECKED;
+}
+
+template <size_t Count> void FillNumbers(HWND page, const SettingsRecord& copy, const NumberSetting (&numbers)[Count]) {
+    for (const NumberSetting& number : numbers) SetDlgItemInt(page, number.control, copy.*number.cell, FALSE);
+}
+
+// Text that is no number reads as 0.
+template <size_t Count> void ApplyNumbers(HWND page, SettingsRecord& copy, const NumberSetting (&numbers)[Count]) {
+    for (const NumberSetting& number : numbers) copy.*number.cell = GetDlgItemInt(page, number.control, nullptr, FALSE);
+}
+
+void FillText(HWND page, int control, const Char* text) { SetDlgItemTextW(page, control, Wide(text ? text : u"")); }
+
+void ApplyText(HWND page, int control, Char*& cell) {
+    WString text;
+    if (TextOfWindow(GetDlgItem(page, control), text)) ReplaceString(cell, text.Text());
+}
+
+int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM combo) {
+    const HWND list = reinterpret_cast<HWND>(combo);
+    if ((font->lfPitchAndFamily & 3) != FIXED_PITCH) return 1;
+    const LPARAM face = reinterpret_cast<LPARAM>(font->lfFaceName);
+    const WPARAM fromStart = static_cast<WPARAM>(-1);
+    if (SendMessageW(list, CB_FINDSTRINGEXACT, fromStart, face) == CB_ERR) SendMessageW(list, CB_ADDSTRING, 0, face);
+    return 1;
+}
+
+constexpr size_t NoCell = static_cast<size_t>(-1);
+
+} // namespace
+
+void GeneralPage::Fill() {
+    FillChecks(window, copy, GeneralChecks);
+    FillNumbers(window, copy, GeneralNumbers);
+    for (const TextSetting& text : GeneralTexts) FillText(window, text.control, copy.*text.cell);
+}
+
+void GeneralPage::Apply() {
+    ApplyChecks(window, copy, GeneralChecks);
+    ApplyNumbers(window, copy, GeneralNumbers);
+    for (const TextSetting& text : GeneralTexts) ApplyText(window, text.control, copy.*text.cell);
+}
+
+void FontsPage::Fill() {
+    LOGFONTW wanted = {};
+    wanted.lfCharSet = ANSI_CHARSET;
+    const HDC screen = GetDC(nullptr);
+    EnumFontFamiliesExW(screen, &wanted, AddFace, reinterpret_cast<LPARAM>(GetDlgItem(window, IDC_FONT_NAME)), 0);
+    ReleaseDC(nullptr, screen);
+    FillText(window, IDC_FONT_NAME, copy.FontName);
+    CheckDlgButton(window, IDC_FONT_BOLD, copy.FontBold ? BST_CHECKED : BST_UNCHECKED);
+    FillNumbers(window, copy, FontNumbers);
+}
+
+void FontsPage::Apply() {
+    ApplyText(window, IDC_FONT_NAME, copy.FontName);
+    copy.FontBold = IsDlgButtonChecked(window, IDC_FONT_BOLD) == BST_CHECKED;
+    ApplyNumbers(window, copy, FontNumbers);
+}
+
+struct ColoursPage::Entry {
+    const wchar_t* name;
+    size_t foreground; // offset of the cell in the record, or NoCell
+    size_t background;
+};
+
+#define CELL(name) offsetof(SettingsRecord, name)
+#define PAIR(name) CELL(name##Fg), CELL(name##Bg)
+
+const ColoursPage::Entry ColoursPage::Entries[] = {
+    {L"Text", PAIR(Text)},
+    {L"Selection", PAIR(Sel)},
+    {L"Line Number", PAIR(LineNum)},
+    {L"Margin", NoCell, CELL(MarginColor)},
+    {L"Guide", NoCell, CELL(GuideColor)},
+    {L"Space", CELL(SpaceColor), NoCell},
+    {L"Bookmark", NoCell, CELL(BookmarkColor)},
+    {L"Comment", PAIR(Comment)},
+    {L"Long Comment", PAIR(LongComment)},
+    {L"String", PAIR(String)},
+    {L"Keyword", PAIR(Keyword)},
+    {L"Number", PAIR(Number)},
+    {L"BraceMatch", PAIR(BraceMatch)},
+    {L"Modifed Binary", PAIR(Bin)},
+    {L"Html Tag", PAIR(HtmlTag)},
+    {L"Html Attribute", PAIR(HtmlAttr)},
+    {L"Html Attribute Value", PAIR(HtmlAttrValue)},
+    {L"Html Quoted Value", PAIR(HtmlAttrQuotedValue)},
+    {L"Html Comment", PAIR(HtmlComment)},
+    {L"Html Punctuation", PAIR(HtmlPunct)},
+};
+
+#undef PAIR
+#undef CELL
+
+void ColoursPage::Fill() {
+    for (const Entry& entry : Entries)
+        SendDlgItemMessageW(window, IDC_COLOR_LIST, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.name));
+    SendDlgItemMessageW(window, IDC_COLOR_LIST, LB_SETCURSEL, 0, 0);
+    ShowSelected();
+}
+
+bool ColoursPage::Message(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_DRAWITEM && wparam == IDC_COLOR_PREVIEW) {
+        DrawPreview(*reinterpret_cast<const DRAWITEMSTRUCT*>(lparam));
+        return true;
+    }
+    return OptionsPage::Message(message, wparam, lparam);
+}
+
+void ColoursPage::Command(uint32_t identifier) {
+    if (identifier == IDC_COLOR_LIST) ShowSelected();
+    if (identifier == IDC_COLOR_FOREGROUND) Choose(Selected().foreground);
+    if (identifier == IDC_COLOR_BACKGROUND) Choose(Selected().background);
+}
+
+const ColoursPage::Entry& ColoursPage::Selected() const {
+    const LRESULT index = SendDlgItemMessageW(window, IDC_COLOR_LIST, LB_GETCURSEL, 0, 0);
+    return Entries[index > 0 ? index : 0];
+}
+
+Colour* ColoursPage::Cell(size_t offset) const {
+    if (offset == NoCell) return nullptr;
+    return reinterpret_cast<Colour*>(reinterpret_cast<char*>(&copy) + offset);
+}
+
+void ColoursPage::ShowSelected() {
+    EnableWindow(GetDlgItem(window, IDC_COLOR_FOREGROUND), Selected().foreground != NoCell);
+    EnableWindow(GetDlgItem(window, IDC_COLOR_BACKGROUND), Selected().background != NoCell);
+    InvalidateRect(GetDlgItem(window, IDC_COLOR_PREVIEW), nullptr, TRUE);
+}
+
+void ColoursPage::Choose(size_t offset) {
+    Colour* cell = Cell(offset);
+    if (!cell) return;
+    CHOOSECOLORW request = {};
+    request.lStructSize = sizeof(request);
+    request.hwndOwner = owner;
+    request.rgbResult = customColours[0] = *cell;
+    request.lpCustColors = customColours;
+    request.Flags = CC_RGBINIT | CC_FULLOPEN;
+    if (ChooseColorW(&request)) *cell = request.rgbResult & 0xFFFFFF;
+    ShowSelected();
+}
+
+void ColoursPage::DrawPreview(const DRAWITEMSTRUCT& item) const {
+    const Entry& entry = Selected();
+    const Colour* foreground = Cell(entry.foreground);
+    const Colour* background = Cell(entry.background);
+    RECT area = item.rcItem;
+    SetBkColor(item.hDC, background ? *background : GetSysColor(COLOR_BTNFACE));
+    ExtTextOutW(item.hDC, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+    SetTextColor(item.hDC, foreground ? *foreground : 0);
+    DrawTextW(item.hDC, entry.name, -1, &area, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
+}

@@ -1,0 +1,147 @@
+#include "settings/win32/ToolsDialog.h"
+
+#include "base/win32/WindowText.h"
+#include "resource.h"
+#include "settings/IniFile.h"
+#include "settings/ToolList.h"
+#include "settings/win32/DialogBase.h"
+
+namespace {
+
+// The hot-key control's modifier bits and the accelerator's.
+struct ModifierPair {
+    uint32_t control;
+    uint32_t accelerator;
+};
+
+constexpr ModifierPair Modifiers[] = {
+    {HOTKEYF_SHIFT, HotKeyFlag::Shift},
+    {HOTKEYF_CONTROL, HotKeyFlag::Ctrl},
+    {HOTKEYF_ALT, HotKeyFlag::Alt},
+};
+
+class ToolsDialog final : public DialogBase {
+public:
+    void Init() override {
+        CentreOverParent();
+        list = GetDlgItem(window, IDC_TOOLS_LIST);
+        for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next) AppendItem(CopyTool(*tool));
+        Select(0);
+    }
+
+    bool Message(UINT message, WPARAM wparam, LPARAM lparam) override {
+        if (message == WM_COMMAND && LOWORD(wparam) == IDC_TOOLS_LIST && HIWORD(wparam) == LBN_SELCHANGE) {
+            const int chosen = Selection();
+            StoreFields();
+            Select(chosen);
+            return false;
+        }
+        return DialogBase::Message(message, wparam, lparam);
+    }
+
+    void Command(uint32_t identifier) override {
+        if (identifier == IDC_TOOLS_ADD)
+            Add();
+        else if (identifier == IDC_TOOLS_DELETE)
+            Delete();
+        else
+            DialogBase::Command(identifier);
+    }
+
+    void Ok() override {
+        StoreFields();
+        DialogBase::Ok();
+    }
+
+    // The edited tools, in list order.
+    ToolList edited;
+
+private:
+    int Selection() const { return static_cast<int>(SendMessageW(list, LB_GETCURSEL, 0, 0)); }
+    ToolRecord* Shown() const { return shown < 0 ? nullptr : edited.At(static_cast<uint32_t>(shown)); }
+
+    bool AppendItem(ToolRecord* tool) {
+        if (!tool) return false;
+        edited.tools.Append(tool);
+        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(tool->displayName.Text()));
+        return true;
+    }
+
+    // Shows the tool at a position in the fields; they are cleared when there is none.
+    void Select(int position) {
+        SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(position), 0);
+        shown = Selection();
+        const ToolRecord* tool = Shown();
+        SetDlgItemTextW(window, IDC_TOOLS_TITLE, tool ? Wide(tool->displayName.Text()) : L"");
+        SetDlgItemTextW(window, IDC_TOOLS_COMMAND, tool ? Wide(tool->command.Text()) : L"");
+        SetDlgItemTextW(window, IDC_TOOLS_DIRECTORY, tool ? Wide(tool->startDir.Text()) : L"");
+        CheckDlgButton(window, IDC_TOOLS_PROMPT, tool && tool->promptArgs ? BST_CHECKED : BST_UNCHECKED);
+        CheckDlgButton(window, IDC_TOOLS_REDIRECT, tool && tool->redirectOutput ? BST_CHECKED : BST_UNCHECKED);
+        ShowHotKey(tool ? tool->hotKey : 0, tool ? tool->hotKeyFlags : 0);
+    }
+
+    void ShowHotKey(uint32_t key, uint32_t flags) {
+        uint32_t modifiers = 0;
+        for (const ModifierPair& pair : Modifiers)
+            if (flags & pair.accelerator) modifiers |= pair.control;
+        const WPARAM value = MAKEWORD(key, modifiers);
+        SendDlgItemMessageW(window, IDC_TOOLS_HOT_KEY, HKM_SETHOTKEY, value, 0);
+    }
+
+    void StoreHotKey(ToolRecord& tool) {
+        const LRESULT value = SendDlgItemMessageW(window, IDC_TOOLS_HOT_KEY, HKM_GETHOTKEY, 0, 0);
+        tool.hotKey = LOBYTE(value);
+        tool.hotKeyFlags = 0;
+        for (const ModifierPair& pair : Modifiers)
+            if (HIBYTE(value) & pair.control) tool.hotKeyFlags += pair.accelerator;
+    }
+
+    void StoreFields() {
+        ToolRecord* tool = Shown();
+        if (!tool) return;
+        TextOfWindow(GetDlgItem(window, IDC_TOOLS_TITLE), tool->displayName);
+        TextOfWindow(GetDlgItem(window, IDC_TOOLS_COMMAND), tool->command);
+        TextOfWindow(GetDlgItem(window, IDC_TOOLS_DIRECTORY), tool->startDir);
+        tool->promptArgs = IsDlgButtonChecked(window, IDC_TOOLS_PROMPT) == BST_CHECKED;
+        tool->redirectOutput = IsDlgButtonChecked(window, IDC_TOOLS_REDIRECT) == BST_CHECKED;
+        StoreHotKey(*tool);
+        const WPARAM position = static_cast<WPARAM>(shown);
+        SendMessageW(list, LB_DELETESTRING, position, 0);
+        SendMessageW(list, LB_INSERTSTRING, position, reinterpret_cast<LPARAM>(tool->displayName.Text()));
+        SendMessageW(list, LB_SETCURSEL, position, 0);
+    }
+
+    void Add() {
+        StoreFields();
+        ToolRecord* tool = new ToolRecord;
+        if (tool && tool->displayName.Assign(u"New Tool") && AppendItem(tool))
+            Select(static_cast<int>(edited.Count()) - 1);
+        else
+            delete tool;
+    }
+
+    void Delete() {
+        StoreFields();
+        ToolRecord* tool = Shown();
+        if (!tool) return;
+        const int position = shown;
+        edited.tools.Remove(tool);
+        delete tool;
+        SendMessageW(list, LB_DELETESTRING, static_cast<WPARAM>(position), 0);
+        const int last = static_cast<int>(edited.Count()) - 1;
+        Select(position > last ? last : position);
+    }
+
+    HWND list = nullptr;
+    int shown = -1; // position of the tool in the fields
+};
+
+} // namespace
+
+bool RunToolsDialog(HWND owner, IniFile& file, const Char* path) {
+    ToolsDialog dialog;
+    if (dialog.Run(IDD_TOOLS, owner) != IDOK || !dialog.edited.Store(file)) return false;
+    toolList.Load(file);
+    file.Save(path);
+    return true;
+}
