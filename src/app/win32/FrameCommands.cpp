@@ -8,6 +8,7 @@
 #include "document/TextBuffer.h"
 #include "resource.h"
 #include "settings/Settings.h"
+#include "settings/ToolList.h"
 #include "syntax/EngineDefinition.h"
 #include "syntax/SyntaxEngine.h"
 #include "view/ViewCommand.h"
@@ -101,7 +102,9 @@ bool MainFrame::ExecuteMenuCommand(uint32_t number) {
         ShowDocument(documents.At(number - IDM_FIRST_DOCUMENT), panes.Active());
         return true;
     }
-    return false;
+    ToolRecord* tool = number >= IDM_FIRST_TOOL ? toolList.At(number - IDM_FIRST_TOOL) : nullptr;
+    if (tool) RunTool(*tool);
+    return tool != nullptr;
 }
 
 bool MainFrame::IsMenuCommandEnabled(uint32_t number) const {
@@ -273,6 +276,7 @@ void MainFrame::ReloadOptions() {
     DropEngines();
     Application::FreeSettings();
     Application::LoadSettingsFile();
+    RebuildToolMenu();
     ApplySettings(SettingsChanged::Engine);
 }
 

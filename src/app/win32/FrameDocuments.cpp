@@ -26,6 +26,7 @@ Pane* MainFrame::TargetPane() {
     if (panes.Active()) return panes.Active();
     if (panes.First()) return panes.First();
     Pane* pane = panes.AddFirst();
+    panes.SetActive(pane);
     if (pane) LayOut();
     return pane;
 }
@@ -185,19 +186,22 @@ void MainFrame::CloseOutputWindows() {
 }
 
 Document* MainFrame::SharedOutput() {
-    if (sharedOutput) return sharedOutput;
+    if (!sharedOutput) sharedOutput = NewOutput(u"Output");
+    return sharedOutput;
+}
+
+// An output document with a view that is not shown yet.
+TextBuffer* MainFrame::NewOutput(const Char* title) {
     TextBuffer* document = new TextBuffer;
     if (!document) return nullptr;
     document->AddRef();
-    if (!document->MakeEmpty() || !document->SetTitle(u"Output") || !document->CreateView(nullptr)) {
+    if (!document->MakeEmpty() || !document->SetTitle(title) || !document->CreateView(nullptr)) {
         document->Release();
         return nullptr;
     }
     document->ResetSyntaxEngine();
     document->MarkAsOutput();
-    if (!AdoptDocument(document)) return nullptr;
-    sharedOutput = document;
-    return document;
+    return AdoptDocument(document) ? document : nullptr;
 }
 
 void MainFrame::ClearOutput() {

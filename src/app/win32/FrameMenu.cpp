@@ -4,7 +4,6 @@
 #include "app/win32/MainFrame.h"
 #include "resource.h"
 #include "settings/IniFile.h"
-#include "settings/ToolList.h"
 #include "settings/win32/DialogBase.h"
 #include "settings/win32/OptionsDialog.h"
 #include "settings/win32/ToolsDialog.h"
@@ -40,19 +39,6 @@ void RebuildDocumentItems(HMENU menu, const DocumentList& documents) {
     }
 }
 
-void RebuildToolItems(HMENU menu) {
-    const int first = PositionOf(menu, IDM_FIRST_TOOL);
-    if (first < 0) return;
-    while (GetMenuItemID(menu, first) >= IDM_FIRST_TOOL && GetMenuItemID(menu, first) != static_cast<UINT>(-1))
-        if (!DeleteMenu(menu, static_cast<UINT>(first), MF_BYPOSITION)) break;
-    UINT position = static_cast<UINT>(first);
-    UINT number = IDM_FIRST_TOOL;
-    for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next)
-        InsertMenuW(menu, position++, MF_BYPOSITION | MF_STRING, number++, Wide(tool->displayName.Text()));
-    if (number == IDM_FIRST_TOOL)
-        InsertMenuW(menu, position, MF_BYPOSITION | MF_STRING | MF_GRAYED, number, L"< no tools >");
-}
-
 class AboutDialog final : public DialogBase {
 public:
     void Init() override { CentreOverParent(); }
@@ -62,7 +48,6 @@ public:
 
 void MainFrame::OnMenuOpens(HMENU menu) {
     RebuildDocumentItems(menu, documents);
-    RebuildToolItems(menu);
     const int count = GetMenuItemCount(menu);
     for (int position = 0; position < count; ++position) {
         const UINT number = GetMenuItemID(menu, position);
@@ -78,7 +63,9 @@ void MainFrame::ShowAbout() { AboutDialog().Run(IDD_ABOUT, window); }
 
 void MainFrame::ShowTools() {
     using Application::globals;
-    if (RunToolsDialog(window, *globals.iniFile, globals.settingsPath.Text())) Application::RebuildToolAccelerators();
+    if (!RunToolsDialog(window, *globals.iniFile, globals.settingsPath.Text())) return;
+    Application::RebuildToolAccelerators();
+    RebuildToolMenu();
 }
 
 void MainFrame::ShowOptions() {

@@ -3,6 +3,7 @@
 #include "app/FrameTitle.h"
 #include "app/win32/Application.h"
 #include "document/Document.h"
+#include "document/win32/WindowPollTimer.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
 #include "view/win32/View.h"
@@ -124,6 +125,8 @@ bool MainFrame::OnMouse(UINT message, LPARAM lparam) {
 
 bool MainFrame::OnCreate() {
     panes.Start(window, this);
+    PollOnWindow(window);
+    RebuildToolMenu();
     return statusBar.Create(window, Application::globals.instance) &&
            commandWindow.Create(*this, Application::globals.instance);
 }

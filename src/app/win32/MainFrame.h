@@ -13,6 +13,7 @@
 
 class TextBuffer;
 class TextEditor;
+struct ToolRecord;
 
 // The main window: documents, panes, command window and status bar, and everything that commands do
 // with them. One per process.
@@ -105,6 +106,7 @@ private:
     void CloseDocument(Document* document);
     void CloseOutputWindows();
     Document* SharedOutput();
+    TextBuffer* NewOutput(const Char* title);
     void ReportOpenFailure(const Char* path);
     Document* ActiveDocument() const;
     TextBuffer* ActiveText() const;
@@ -139,6 +141,12 @@ private:
     void ShowOptions();
     void SendToView(uint32_t viewCommand);
     bool IsMenuCommandEnabled(uint32_t number) const;
+
+    // Tools (FrameTools.cpp).
+    void RebuildToolMenu();
+    void RunTool(ToolRecord& tool);
+    TextBuffer* ConsoleOutput();
+    TextBuffer* OutputNamed(const Char* title);
 
     // Keys and macros (FrameKeys.cpp).
     bool CarryOut(const struct KeyDecision& decision);

@@ -1,0 +1,116 @@
+// The user's external tools, and commands whose output is collected.
+#include "app/ToolVariables.h"
+#include "app/win32/MainFrame.h"
+#include "base/win32/WindowText.h"
+#include "document/TextBuffer.h"
+#include "resource.h"
+#include "settings/ToolList.h"
+#include "settings/win32/DialogBase.h"
+
+namespace {
+
+class ToolArgumentsDialog final : public DialogBase {
+public:
+    explicit ToolArgumentsDialog(ToolRecord& started) : tool(started) {}
+
+    void Init() override {
+        CentreOverParent();
+        SetDlgItemTextW(window, IDC_TOOL_ARGUMENTS_COMMAND, Wide(tool.command.Text()));
+        SetDlgItemTextW(window, IDC_TOOL_ARGUMENTS_EDIT, Wide(tool.lastArgs.Text()));
+    }
+
+    void Ok() override {
+        TextOfWindow(GetDlgItem(window, IDC_TOOL_ARGUMENTS_EDIT), tool.lastArgs);
+        DialogBase::Ok();
+    }
+
+private:
+    ToolRecord& tool;
+};
+
+// Starts a program of its own, which nobody waits for; one that cannot be started is passed over.
+void StartDetached(WString& line, const WString& directory) {
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_SHOWNORMAL;
+    PROCESS_INFORMATION started = {};
+    if (!CreateProcessW(nullptr, Wide(line.Data()), nullptr, nullptr, TRUE, CREATE_NEW_PROCESS_GROUP, nullptr,
+                        Wide(directory.Text()), &startup, &started))
+        return;
+    CloseHandle(started.hThread);
+    CloseHandle(started.hProcess);
+}
+
+// The popup of the menu bar that holds the tools, and where the first of them stands in it.
+HMENU FindToolItems(HMENU bar, UINT& first) {
+    for (int i = 0; const HMENU popup = GetSubMenu(bar, i); ++i) {
+        const UINT count = static_cast<UINT>(GetMenuItemCount(popup));
+        for (first = 0; first < count; ++first)
+            if (GetMenuItemID(popup, static_cast<int>(first)) == IDM_FIRST_TOOL) return popup;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void MainFrame::RebuildToolMenu() {
+    UINT position = 0;
+    const HMENU popup = FindToolItems(GetMenu(window), position);
+    if (!popup) return;
+    // A separator follows the tools.
+    while (GetMenuItemID(popup, static_cast<int>(position)) >= IDM_FIRST_TOOL)
+        if (!DeleteMenu(popup, position, MF_BYPOSITION)) break;
+    UINT number = IDM_FIRST_TOOL;
+    for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next)
+        InsertMenuW(popup, position++, MF_BYPOSITION | MF_STRING, number++, Wide(tool->displayName.Text()));
+    if (number == IDM_FIRST_TOOL)
+        InsertMenuW(popup, position, MF_BYPOSITION | MF_STRING | MF_GRAYED, number, L"< no tools >");
+}
+
+void MainFrame::RunTool(ToolRecord& tool) {
+    if (tool.promptArgs && ToolArgumentsDialog(tool).Run(IDD_TOOL_ARGUMENTS, window) != IDOK) return;
+    WString line;
+    if (!ToolCommandLine(tool, line)) return;
+    if (tool.redirectOutput) {
+        RunCapturedCommand(line.Text(), tool.startDir.Text());
+        return;
+    }
+    WString expanded;
+    WString directory;
+    if (ExpandToolVariables(*this, line.Text(), expanded) &&
+        ExpandStartDirectory(*this, tool.startDir.Text(), directory))
+        StartDetached(expanded, directory);
+}
+
+bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirectory) {
+    WString line;
+    WString directory;
+    if (!ExpandToolVariables(*this, command, line) || !ExpandStartDirectory(*this, startDirectory, directory))
+        return false;
+    TextBuffer* const output = commands.console ? ConsoleOutput() : OutputNamed(line.Text());
+    return output && output->RunCommand(line.Text(), directory.Text());
+}
+
+TextBuffer* MainFrame::ConsoleOutput() {
+    Document* const output = SharedOutput();
+    Pane* const pane = TargetPane();
+    if (!output || !pane) return nullptr;
+    ShowDocument(output, pane);
+    return static_cast<TextBuffer*>(output);
+}
+
+// The emptied output document of that title, made if there is none, shown beside the active pane.
+TextBuffer* MainFrame::OutputNamed(const Char* title) {
+    Pane* const active = TargetPane();
+    if (!active) return nullptr;
+    Document* known = documents.FindByTitle(title);
+    bool running = false;
+    // A document that the user types in may be called like the command.
+    if (known && !known->GetOutputState(running)) known = nullptr;
+    TextBuffer* const output = known ? static_cast<TextBuffer*>(known) : NewOutput(title);
+    if (!output) return nullptr;
+    if (known) output->EmptyAndResetUndo();
+    ShowDocument(output, panes.Next(*active));
+    return output;
+}
