@@ -42,6 +42,13 @@ public:
         return true;
     }
 
+    // Counts `newCount` items; those that come in hold anything and are to be written.
+    bool SetCount(size_t newCount) {
+        if (!Reserve(newCount)) return false;
+        count = newCount;
+        return true;
+    }
+
     void RemoveLast() { --count; }
     void Clear() { count = 0; }
     void Truncate(size_t newCount) { count = newCount; }

@@ -1,0 +1,143 @@
+#include "binary/BinaryDocument.h"
+
+#include "base/Text.h"
+
+namespace {
+
+HexViewFactory viewFactory = nullptr;
+
+} // namespace
+
+void SetHexViewFactory(HexViewFactory factory) { viewFactory = factory; }
+
+// Views.
+
+DocumentView* BinaryDocument::CreateView(NativeWindow parent) {
+    auto* node = viewFactory ? new ViewNode : nullptr;
+    if (!node) return nullptr;
+    node->view = viewFactory(*this, parent);
+    if (!node->view) {
+        delete node;
+        return nullptr;
+    }
+    views.Append(node);
+    return node->view;
+}
+
+DocumentView* BinaryDocument::EnumViews(ViewNode* cursor, ViewNode*& next) const {
+    const ViewNode* node = cursor ? cursor : views.head;
+    next = node ? node->next : nullptr;
+    return node ? node->view : nullptr;
+}
+
+void BinaryDocument::ForgetView(DocumentView* view) {
+    ViewNode* node = views.head;
+    while (node && node->view != view) node = node->next;
+    if (!node) return;
+    views.Remove(node);
+    delete node;
+}
+
+// A record remembers its view, which may have been closed since.
+HexDocumentView* BinaryDocument::Shown(HexDocumentView* view) const {
+    const ViewNode* node = views.head;
+    while (node && node->view != view) node = node->next;
+    return node ? view : nullptr;
+}
+
+void BinaryDocument::NotifyModified() {
+    if (views.head) views.head->view->DocumentChanged(this);
+}
+
+void BinaryDocument::RepaintAll() {
+    for (const ViewNode* node = views.head; node; node = node->next)
+        static_cast<HexDocumentView*>(node->view)->ContentChanged();
+}
+
+// Life.
+
+BinaryDocument::~BinaryDocument() {
+    while (ViewNode* node = views.head) {
+        DocumentView* view = node->view;
+        ForgetView(view); // first: a view on its way out is asked nothing more
+        view->Destroy();
+    }
+    Close();
+}
+
+uint32_t BinaryDocument::Release() {
+    if (--refCount) return refCount;
+    delete this;
+    return 0;
+}
+
+bool BinaryDocument::Open(const Char* fileName) {
+    using Mode = Platform::File::Mode;
+    Close();
+    bool opened = file.Open(fileName, Mode::ReadWrite);
+    if (!opened) {
+        opened = file.Open(fileName, Mode::ReadShared);
+        readOnly = 1;
+    }
+    if (opened && file.GetSize(fileSize)) {
+        window = Heap::AllocateArray<uint8_t>(WindowSize);
+        if (window && SetPath(fileName) && EnsureWindow(0, PageSize)) return true;
+    }
+    Close();
+    return false;
+}
+
+void BinaryDocument::Close() {
+    FreeRecords(undoHead);
+    FreeRecords(redoHead);
+    savedUndoHead = 0;
+    file.Close();
+    fileSize = 0;
+    readOnly = 0;
+    Heap::Free(window);
+    window = nullptr;
+    windowStart = 0;
+    windowValid = 0;
+    windowIsScratch = false;
+    pages.Clear();
+}
+
+bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
+    uint64_t sizeNow = 0;
+    if (readOnly || !file.IsOpen()) return false;
+    // Writing behind the end of a file that has become shorter would make it grow.
+    if (!file.GetSize(sizeNow) || sizeNow < fileSize) return false;
+    windowValid = 0; // what it holds will be older than the file
+    for (const ChangedPage* page = pages.Head(); page; page = page->next) {
+        const uint64_t start = page->index * PageSize;
+        if (!file.Seek(start) || !file.Write(page->data, PageBytes(start))) return false;
+    }
+    if (!file.Flush()) return false;
+    pages.Clear();
+    savedUndoHead = HeadSerial();
+    NotifyModified();
+    RepaintAll();
+    return true;
+}
+
+// The rest of Document.
+
+bool BinaryDocument::CanDo(uint32_t kind) const {
+    if (kind == DocumentCommand::Undo) return undoHead != nullptr;
+    if (kind == DocumentCommand::Redo) return redoHead != nullptr;
+    return kind == DocumentCommand::Edit;
+}
+
+bool BinaryDocument::DoCommand(uint32_t kind) {
+    if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
+    kind == DocumentCommand::Undo ? Undo() : Redo();
+    return true;
+}
+
+bool BinaryDocument::GetEncoding(uint32_t& current, const Char* const*& names) const {
+    current = 0;
+    names = nullptr;
+    return false;
+}
+
+bool BinaryDocument::GetSessionText(WString& out) const { return Text::AppendFormat(out, u"eb %s\r\n", GetName()); }

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "base/Array.h"
+#include "base/Platform.h"
+#include "binary/ByteEdit.h"
+#include "binary/ChangedPages.h"
+#include "binary/HexDocumentView.h"
+#include "document/Document.h"
+
+// A file of any size as bytes, which are changed in place and never become more or fewer. Nothing but a
+// window of the file and the changed pages is held in memory.
+class BinaryDocument final : public DocumentBase {
+public:
+    static constexpr uint32_t WindowSize = 2 * PageSize;
+
+    BinaryDocument() = default;
+    BinaryDocument(const BinaryDocument&) = delete;
+    BinaryDocument& operator=(const BinaryDocument&) = delete;
+
+    // Document, in table order (the shared ones are DocumentBase's).
+    uint32_t Release() override;
+    DocumentView* CreateView(NativeWindow parent) override;
+    bool IsModified() const override { return HeadSerial() != savedUndoHead; }
+    // Writes the changed pages back into the open file, whatever the arguments. On failure all of them and
+    // the undo records stay, though some may have been written.
+    bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
+    DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
+    bool GetOutputState(bool&) const override { return false; }
+    bool IsChangedOnDisk() override { return false; }
+    void MarkFileTimeNow() override {}
+    bool Reload() override { return false; }
+    void StopProcess() override {}
+    bool CanDo(uint32_t kind) const override;
+    bool DoCommand(uint32_t kind) override;
+    void OnSettingsChanged(uint32_t) override {}
+    bool GetEncoding(uint32_t& current, const Char* const*& names) const override;
+    bool IsBinary() const override { return true; }
+    bool GetSessionText(WString& out) const override;
+    void ResetSyntaxEngine() override {}
+    uint32_t GetLineEnding() const override { return 0; }
+
+    // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
+    // is closed.
+    bool Open(const Char* fileName);
+    bool IsReadOnly() const { return readOnly != 0; }
+    // As it was when the file was opened.
+    uint64_t FileSize() const { return fileSize; }
+
+    // Makes the window hold [offset, offset + count), as far as the file goes; `count` is at most
+    // WindowSize. A file that has become shorter is a success, with a window that ends earlier.
+    bool EnsureWindow(uint64_t offset, uint32_t count);
+    const uint8_t* Window() const { return window; }
+    uint64_t WindowStart() const { return windowStart; }
+    uint32_t WindowValid() const { return windowValid; }
+
+    // Fills PageSize bytes with the page that starts at `pageStart`: its changed content unless `fromFile`
+    // is set, else the file's. `valid` is how many of them there are; the rest is zero, on failure all is.
+    bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid);
+    // Reads the current content; false unless all of it is there. The window serves as scratch space, yet
+    // WindowStart and WindowValid stay as they are: who needs the window itself reads it anew.
+    bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count);
+    // Changes bytes without an undo record. False, with nothing changed, when they do not all lie in the
+    // file, a page cannot be read or memory runs out.
+    bool WriteBytes(uint64_t offset, const uint8_t* source, size_t count);
+    // The same as one undo step (`count` is at least 1). The view, which may be null, gets the caret that
+    // `state` gives it.
+    bool EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
+                   const HexViewState& state);
+    // One record back or forth; false when there is none, or when its pages cannot be read.
+    bool Undo();
+    bool Redo();
+
+    // Searches the file, without what is not saved yet, from `from` up to `end` (backwards: below `from`)
+    // and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page; only
+    // text without `matchCase` has its ASCII letters folded. Matches longer than the window are not found.
+    bool FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward, bool hexPattern,
+                   uint64_t& found, bool& wrapped, uint32_t& matchLength);
+
+    // Unlinks a view that is going away; the document does not touch it afterwards.
+    void ForgetView(DocumentView* view);
+
+private:
+    ~BinaryDocument();
+
+    struct Sought {
+        const uint8_t* bytes;
+        uint32_t count;
+        bool matchCase;
+    };
+
+    uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
+    uint32_t PageBytes(uint64_t pageStart) const;
+    void Close();
+    ChangedPage* MakePage(uint64_t index);
+    bool MakePages(uint64_t offset, size_t count);
+    bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
+    bool FindForward(const Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
+    bool FindBackward(const Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found);
+    bool Perform(ByteEdit& edit, bool undoing);
+    void FreeRecords(ByteEdit*& head);
+    HexDocumentView* Shown(HexDocumentView* view) const;
+    void NotifyModified();
+    void RepaintAll();
+
+    // path, title, engineName and refCount come first, in DocumentBase.
+    List<ViewNode> views;
+    Platform::File file;
+    uint64_t fileSize = 0;
+    uint8_t* window = nullptr; // WindowSize bytes while a file is open
+    uint64_t windowStart = 0;
+    uint32_t windowValid = 0;
+    ChangedPages pages;
+    ByteEdit* undoHead = nullptr;
+    ByteEdit* redoHead = nullptr;
+    // Serial of the undo head at the last save, 0 for an empty list. A serial is never reused, unlike the
+    // address of a freed record.
+    uint32_t savedUndoHead = 0;
+    uint32_t readOnly = 0;
+    uint32_t lastSerial = 0;
+    bool windowIsScratch = false; // the window's bytes are not those that windowStart says
+};

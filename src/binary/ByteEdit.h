@@ -1,0 +1,55 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/Types.h"
+
+class HexDocumentView;
+
+// Where a hex view's caret stood before an edit and where it goes after it.
+struct HexViewState {
+    uint64_t caretBefore = 0;
+    uint32_t subPositionBefore = 0;
+    uint64_t caretAfter = 0;
+    uint32_t subPositionAfter = 0;
+};
+
+// One undo step of a binary document: bytes of the file and what they become. Records form singly linked
+// lists, most recent first.
+struct ByteEdit : HeapObject {
+    // One byte is held inline, several in a buffer of their own.
+    union Bytes {
+        uint8_t one;
+        uint8_t* several;
+    };
+
+    ByteEdit() = default;
+    ~ByteEdit() {
+        if (!multi) return;
+        Heap::Free(oldBytes.several);
+        Heap::Free(newBytes.several);
+    }
+    ByteEdit(const ByteEdit&) = delete;
+    ByteEdit& operator=(const ByteEdit&) = delete;
+
+    // Makes room for `size` bytes on both sides; false without memory.
+    bool Prepare(size_t size) {
+        count = size;
+        if (size == 1) return true;
+        multi = 1;
+        oldBytes.several = Heap::AllocateArray<uint8_t>(size);
+        newBytes.several = Heap::AllocateArray<uint8_t>(size);
+        return oldBytes.several && newBytes.several;
+    }
+    uint8_t* Old() { return multi ? oldBytes.several : &oldBytes.one; }
+    uint8_t* New() { return multi ? newBytes.several : &newBytes.one; }
+
+    uint32_t multi = 0;
+    uint64_t offset = 0;
+    Bytes oldBytes = {.several = nullptr};
+    Bytes newBytes = {.several = nullptr};
+    size_t count = 0;
+    ByteEdit* next = nullptr;
+    HexDocumentView* view = nullptr; // may be gone
+    HexViewState state;
+    uint32_t serial = 0; // counted up for every record of a document
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/List.h"
+#include "base/Types.h"
+
+constexpr uint32_t PageSize = 16384;
+
+// The current content of one page of a file, different from the file's or once so.
+struct ChangedPage : HeapObject {
+    uint64_t index = 0;
+    ChangedPage* next = nullptr;
+    ChangedPage* previous = nullptr;
+    ChangedPage* nextInBucket = nullptr;
+    uint8_t data[PageSize] = {};
+};
+
+// The changed pages of a document in the order they were first changed, with a hash table beside the list,
+// so that finding a page takes the same time however many there are.
+class ChangedPages {
+public:
+    ChangedPages() = default;
+    ~ChangedPages() { Clear(); }
+    ChangedPages(const ChangedPages&) = delete;
+    ChangedPages& operator=(const ChangedPages&) = delete;
+
+    ChangedPage* Head() const { return pages.head; }
+    ChangedPage* Tail() const { return pages.tail; }
+    ChangedPage* Find(uint64_t index) const;
+    // Takes the page over and puts it at the end; there is none of its index yet.
+    void Append(ChangedPage* page);
+    // Frees the pages behind `last` (all when it is null).
+    void RemoveBehind(const ChangedPage* last);
+    void Clear();
+    size_t Count() const { return count; }
+
+private:
+    static constexpr uint32_t FirstBits = 6;
+
+    size_t BucketCount() const { return size_t{1} << bucketBits; }
+    // The multiplication spreads pages that lie a power of two apart.
+    ChangedPage*& Bucket(uint64_t index) const { return buckets[index * 0x9E3779B97F4A7C15u >> (64 - bucketBits)]; }
+    void PutIntoBucket(ChangedPage* page);
+    void Grow();
+
+    List<ChangedPage> pages;
+    size_t count = 0;
+    // When a larger table cannot be had the smaller one goes on to serve.
+    ChangedPage* firstTable[size_t{1} << FirstBits] = {};
+    ChangedPage** buckets = firstTable;
+    uint32_t bucketBits = FirstBits;
+};
