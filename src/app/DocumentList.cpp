@@ -79,8 +79,10 @@ Document* DocumentList::MoreRecent(const Document* document) const {
 }
 
 Document* DocumentList::FindByName(const Char* fullPath) const {
+    // An output document may carry a command's path as its title.
     for (const Node* node = documents.head; node; node = node->next)
-        if (Platform::CompareNames(node->document->GetName(), fullPath) == 0) return node->document;
+        if (Platform::CompareNames(node->document->GetName(), fullPath) == 0 && HasFile(*node->document))
+            return node->document;
     return nullptr;
 }
 

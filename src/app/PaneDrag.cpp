@@ -5,14 +5,14 @@
 #include <initializer_list>
 
 // Dragging the gaps between panes. In every row the edges on both sides of a gap have to move together,
-// or panes would overlap or leave a hole. So a moved edge takes along the edges that face it, which a
-// pointer near the end of a gap does not touch.
+// or panes would overlap or leave a hole. So a moved edge takes along the edges that touch it on the
+// other side, also where the pointer does not reach them: at a gap that ends in a T, for example.
 
 namespace {
 
 constexpr uint32_t Whole = PaneLayout::Whole;
 
-// Halving rounds down, which leaves slivers of some units; rows as thin as that have no neighbours.
+// Halving rounds down, which leaves slivers of some units between panes that count as touching.
 constexpr uint32_t SliverUnits = 32;
 
 uint32_t FractionOf(int32_t pixels, uint32_t area) {
@@ -45,18 +45,30 @@ Pane* NearestInRow(Pane* head, const PaneAxis& axis, const Pane& from, uint32_t 
     return nearest;
 }
 
-// Calls visit(neighbour or null) for every group of rows of one side of a pane.
+// What lies beside one side of a pane in some rows.
+struct Facing {
+    Pane* pane;   // the nearest one, null up to the border
+    bool touches; // no more than a sliver lies between
+    bool isThin;  // the rows are a sliver themselves
+};
+
 template <class Visit> void VisitFacing(Pane* head, const PaneAxis& axis, const Pane& pane, bool high, Visit visit) {
     const uint32_t end = axis.CrossEnd(pane);
     for (uint32_t row = axis.CrossStart(pane), next = 0; row < end; row = next) {
         next = NextRow(head, axis, row, end);
-        if (next - row > SliverUnits) visit(NearestInRow(head, axis, pane, row, high));
+        Facing facing = {NearestInRow(head, axis, pane, row, high), false, next - row <= SliverUnits};
+        if (facing.pane) {
+            const uint32_t gap =
+                high ? axis.Start(*facing.pane) - axis.End(pane) : axis.Start(pane) - axis.End(*facing.pane);
+            facing.touches = gap <= SliverUnits;
+        }
+        visit(facing);
     }
 }
 
 bool HasNeighbour(Pane* head, const PaneAxis& axis, const Pane& pane, bool high) {
     bool found = false;
-    VisitFacing(head, axis, pane, high, [&](const Pane* facing) { found = found || facing; });
+    VisitFacing(head, axis, pane, high, [&](const Facing& facing) { found = found || facing.pane; });
     return found;
 }
 
@@ -83,48 +95,60 @@ uint32_t TouchedEdges(Pane* head, const PaneAxis& axis, const Pane& pane, const 
     return edges;
 }
 
-// Marks the edges that face marked ones, until there are no more.
-void MarkFacing(Pane* head, const PaneAxis& axis) {
+// Marks the edges that touch marked ones, until there are no more.
+void MarkTouching(Pane* head, const PaneAxis& axis) {
     bool grown = false;
-    const auto mark = [&](Pane* facing, uint32_t edge) {
-        if (!facing || (facing->dragEdges & edge)) return;
-        facing->dragEdges |= edge;
+    const auto mark = [&](const Facing& facing, uint32_t edge) {
+        if (!facing.touches || (facing.pane->dragEdges & edge)) return;
+        facing.pane->dragEdges |= edge;
         grown = true;
     };
     do {
         grown = false;
         for (Pane* pane = head; pane; pane = pane->next) {
             if (pane->dragEdges & axis.highEdge)
-                VisitFacing(head, axis, *pane, true, [&](Pane* facing) { mark(facing, axis.lowEdge); });
+                VisitFacing(head, axis, *pane, true, [&](const Facing& facing) { mark(facing, axis.lowEdge); });
             if (pane->dragEdges & axis.lowEdge)
-                VisitFacing(head, axis, *pane, false, [&](Pane* facing) { mark(facing, axis.highEdge); });
+                VisitFacing(head, axis, *pane, false, [&](const Facing& facing) { mark(facing, axis.highEdge); });
         }
     } while (grown);
 }
 
+// Where the marked edges may be put; empty when `low` is above `high`.
 struct Range {
     int64_t low = 0;
     int64_t high = Whole;
+
+    void AtLeast(int64_t position) { low = std::max(low, position); }
+    void AtMost(int64_t position) { high = std::min(high, position); }
 };
 
-// Where the marked edges may be put: every pane keeps `minimum`, and an edge with nothing to take its
-// place in some row only moves outwards.
+// A marked edge stops at what it faces across an empty place, and beside such a place it only moves
+// forward: nothing would cover what it left.
+void LimitEdge(Pane* head, const PaneAxis& axis, const Pane& pane, bool high, Range& range) {
+    VisitFacing(head, axis, pane, high, [&](const Facing& facing) {
+        if (facing.touches) return;
+        if (high) {
+            if (facing.pane) range.AtMost(axis.Start(*facing.pane));
+            if (!facing.isThin) range.AtLeast(axis.End(pane));
+        } else {
+            if (facing.pane) range.AtLeast(axis.End(*facing.pane));
+            if (!facing.isThin) range.AtMost(axis.Start(pane));
+        }
+    });
+}
+
 Range AllowedRange(Pane* head, const PaneAxis& axis, int64_t minimum) {
     Range range;
+    const uint32_t both = axis.lowEdge | axis.highEdge;
     for (const Pane* pane = head; pane; pane = pane->next) {
-        const int64_t start = axis.Start(*pane);
-        const int64_t end = axis.End(*pane);
+        if ((pane->dragEdges & both) == both) return {1, 0}; // it is as narrow as a gap
         if (pane->dragEdges & axis.highEdge) {
-            range.low = std::max(range.low, start + minimum);
-            VisitFacing(head, axis, *pane, true, [&](const Pane* facing) {
-                if (!facing) range.low = std::max(range.low, end);
-            });
-        }
-        if (pane->dragEdges & axis.lowEdge) {
-            range.high = std::min(range.high, end - minimum);
-            VisitFacing(head, axis, *pane, false, [&](const Pane* facing) {
-                if (!facing) range.high = std::min(range.high, start);
-            });
+            range.AtLeast(axis.Start(*pane) + minimum);
+            LimitEdge(head, axis, *pane, true, range);
+        } else if (pane->dragEdges & axis.lowEdge) {
+            range.AtMost(axis.End(*pane) - minimum);
+            LimitEdge(head, axis, *pane, false, range);
         }
     }
     return range;
@@ -142,8 +166,8 @@ void DragAxis(Pane* head, const PaneAxis& axis, uint32_t position, uint32_t area
     uint32_t marked = 0;
     for (const Pane* pane = head; pane; pane = pane->next) marked |= pane->dragEdges & (axis.lowEdge | axis.highEdge);
     if (!marked || area == 0) return;
-    // Moving along the other axis may have brought other edges face to face.
-    MarkFacing(head, axis);
+    // Moving along the other axis may have brought other edges together.
+    MarkTouching(head, axis);
     const Range range = AllowedRange(head, axis, FractionOfLength(PaneLayout::MinimumPixels, area));
     if (range.low > range.high) return; // some pane is too small already
     MoveEdges(head, axis, static_cast<uint32_t>(std::clamp<int64_t>(position, range.low, range.high)));

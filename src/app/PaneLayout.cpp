@@ -55,13 +55,13 @@ Pane* PaneLayout::MakeFirst() {
 }
 
 Pane* PaneLayout::MakeHalf(const Pane& pane, bool vertical) {
-    Pane* const half = MakeFirst();
+    const PaneAxis& axis = vertical ? PaneAxisX : PaneAxisY;
+    Pane* const half = pane.*axis.size > 1 ? MakeFirst() : nullptr;
     if (!half) return nullptr;
     half->left = pane.left;
     half->top = pane.top;
     half->width = pane.width;
     half->height = pane.height;
-    const PaneAxis& axis = vertical ? PaneAxisX : PaneAxisY;
     half->*axis.size /= 2;
     half->*axis.start += half->*axis.size;
     return half;

@@ -59,7 +59,8 @@ public:
     // A numbered pane that covers the whole area; not yet in the layout. Null without memory.
     Pane* MakeFirst();
     // A numbered pane that covers the right (vertical) or lower half of `pane`, which itself is left as
-    // it is; not yet in the layout. Null without memory.
+    // it is; not yet in the layout. Null without memory, and for a pane of one unit, whose halves would
+    // be nothing.
     Pane* MakeHalf(const Pane& pane, bool vertical);
     // Puts a made pane into the layout, halving the pane it was made from (null for the first pane).
     void Adopt(Pane* made, Pane* halved, bool vertical);
@@ -75,8 +76,8 @@ public:
     // The kinds of edges (PaneEdge bits of all panes together) that a pointer touches; the area's own
     // borders are none.
     uint32_t EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const;
-    // Marks these edges, and the edges that must move along with them, as moved by a drag. Returns what
-    // EdgesAt does.
+    // Marks these edges as moved by a drag and returns what EdgesAt does. Edges that touch a moved one
+    // across a gap move along.
     uint32_t BeginDrag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight);
     // Moves the marked edges as near to the pointer as the minimum size and the other panes allow.
     void Drag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight);

@@ -1,0 +1,122 @@
+#pragma once
+
+#include "document/Document.h"
+
+#include <new>
+#include <string>
+
+// A view of a FakeDocument: only where its caret stands.
+class CaretView final : public DocumentView {
+public:
+    bool HasWindow() const override { return false; }
+    bool HasFocus() const override { return false; }
+    void Invalidate() override {}
+    void InvalidateLines(uint32_t, uint32_t) override {}
+    void LineCountChanged() override {}
+    void MoveCaret(uint32_t line, uint32_t) override { caretLine = line; }
+    void SelectRange(uint32_t, uint32_t) override {}
+    void SetTopLine(uint32_t) override {}
+    uint32_t CaretLine() const override { return caretLine; }
+    uint32_t CaretColumn() const override { return 0; }
+    uint32_t SelectionAnchor() const override { return 0; }
+    uint32_t CaretOffset() const override { return 0; }
+    uint32_t TopLine() const override { return 0; }
+    void RefreshStatus() override {}
+    void DocumentChanged(Document*) override {}
+    void RunStateChanged(Document*, bool) override {}
+    View* AsView() override { return nullptr; }
+    void Destroy() override {}
+
+    uint32_t caretLine = 0;
+};
+
+// A document whose answers the test sets. It starts with one reference and one view.
+class FakeDocument final : public Document {
+public:
+    static inline int alive = 0;
+
+    static FakeDocument* WithFile(const std::u16string& path) {
+        auto* document = new FakeDocument;
+        document->path = path;
+        return document;
+    }
+    static FakeDocument* WithTitle(const std::u16string& title) {
+        auto* document = new FakeDocument;
+        document->title = title;
+        return document;
+    }
+
+    // Not through the product's heap: a fake is no part of what runs out of memory in a test.
+    static void* operator new(size_t bytes) { return ::operator new(bytes); }
+    static void operator delete(void* block) { ::operator delete(block); }
+
+    uint32_t AddRef() override { return ++references; }
+    uint32_t Release() override {
+        if (--references) return references;
+        delete this;
+        return 0;
+    }
+    DocumentView* CreateView(NativeWindow) override { return &view; }
+    bool IsModified() const override { return modified; }
+    const Char* GetName() const override { return path.empty() ? title.c_str() : path.c_str(); }
+    bool SetPath(const Char* name) override {
+        path = name;
+        return true;
+    }
+    const Char* GetTitle() const override { return title.c_str(); }
+    bool SetTitle(const Char* text) override {
+        title = text;
+        return true;
+    }
+    bool Save(const Char*, uint32_t, uint32_t) override { return false; }
+    DocumentView* EnumViews(ViewNode*, ViewNode*& next) const override {
+        next = nullptr;
+        return hasView ? const_cast<CaretView*>(&view) : nullptr;
+    }
+    bool GetOutputState(bool& runs) const override {
+        if (isOutput) runs = running;
+        return isOutput;
+    }
+    bool IsChangedOnDisk() override {
+        ++changeChecks;
+        return changedOnDisk;
+    }
+    void MarkFileTimeNow() override {
+        changedOnDisk = false;
+        ++acceptedChanges;
+    }
+    bool Reload() override {
+        changedOnDisk = false;
+        ++reloads;
+        return true;
+    }
+    void StopProcess() override {}
+    bool CanDo(uint32_t) const override { return false; }
+    bool DoCommand(uint32_t) override { return false; }
+    void OnSettingsChanged(uint32_t) override {}
+    bool GetEncoding(uint32_t&, const Char* const*&) const override { return false; }
+    bool IsBinary() const override { return binary; }
+    bool GetSessionText(WString& out) const override { return out.Append(sessionText.c_str()); }
+    void ResetSyntaxEngine() override {}
+    uint32_t GetLineEnding() const override { return 0; }
+
+    std::u16string path;
+    std::u16string title;
+    std::u16string sessionText;
+    CaretView view;
+    bool hasView = true;
+    bool modified = false;
+    bool binary = false;
+    bool isOutput = false;
+    bool running = false;
+    bool changedOnDisk = false;
+    int changeChecks = 0;
+    int acceptedChanges = 0;
+    int reloads = 0;
+
+private:
+    FakeDocument() { ++alive; }
+    ~FakeDocument() { --alive; }
+
+    uint32_t references = 1;
+};
