@@ -99,9 +99,13 @@ function(orvane_fuzz_targets)
     endforeach()
 endfunction()
 
-# One program for each file of bench named *Bench.cpp.
+# One program for each file named *Bench.cpp: of bench natively, of bench/win32 for Windows.
 function(orvane_benchmarks)
-    file(GLOB targets CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/bench/*Bench.cpp")
+    if(WIN32)
+        file(GLOB targets CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/bench/win32/*Bench.cpp")
+    else()
+        file(GLOB targets CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/bench/*Bench.cpp")
+    endif()
     file(GLOB shared CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/bench/*.cpp")
     list(FILTER shared EXCLUDE REGEX "Bench\\.cpp$")
     foreach(source ${targets})

@@ -219,7 +219,9 @@ const Char* MainFrame::ActiveDocumentName() const {
 
 void MainFrame::SetActiveEngine(const Char* engineName) {
     TextBuffer* text = ActiveText();
-    SyntaxEngine* engine = text ? ChooseEngine(engineName, nullptr) : nullptr;
+    // A name that no definition lists would give a plain engine.
+    if (!text || !FindEngineDefinition(engineName)) return;
+    SyntaxEngine* engine = ChooseEngine(engineName, nullptr);
     if (!engine) return;
     text->AttachEngine(engine);
     text->RepaintAll();

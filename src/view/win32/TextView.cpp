@@ -127,14 +127,17 @@ bool TextView::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
 void TextView::OnPaint() {
     PAINTSTRUCT paint = {};
     const HDC target = BeginPaint(window, &paint);
-    if (plan.Begin(editor, paint.rcPaint.top, paint.rcPaint.bottom)) {
-        RECT client = {};
-        GetClientRect(window, &client);
-        TextPainter painter(target, DrawsStraight() ? nullptr : backBufferDc, client.right, plan);
-        RowPicture row;
-        while (plan.Next(row)) painter.Draw(row);
-    }
+    PaintRows(target, paint.rcPaint.top, paint.rcPaint.bottom);
     EndPaint(window, &paint);
+}
+
+void TextView::PaintRows(HDC target, int top, int bottom) {
+    if (!plan.Begin(editor, top, bottom)) return;
+    RECT client = {};
+    GetClientRect(window, &client);
+    TextPainter painter(target, DrawsStraight() ? nullptr : backBufferDc, client.right, plan);
+    RowPicture row;
+    while (plan.Next(row)) painter.Draw(row);
 }
 
 void TextView::PlaceComposition() { InputMethod::PlaceComposition(window, caretPoint); }

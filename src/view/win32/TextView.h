@@ -18,6 +18,9 @@ public:
 
     TextEditor& Editor() { return editor; }
 
+    // Draws the rows that the client pixels [top, bottom) touch, all rows when that is empty.
+    void PaintRows(HDC target, int top, int bottom);
+
     // View.
     Document* Attach(HWND newWindow) override;
     Document* GetDocument() const override { return editor.GetTextBuffer(); }

@@ -1,0 +1,180 @@
+// What painting costs, against bare text-outs of the same rows with given advances.
+#include "Ratio.h"
+#include "base/win32/Windows.h"
+#include "settings/IniFile.h"
+#include "settings/Settings.h"
+#include "settings/win32/DrawingObjects.h"
+#include "syntax/EngineDefinition.h"
+#include "view/win32/TextView.h"
+#include "view/win32/ViewFont.h"
+
+#include <string>
+
+namespace {
+
+constexpr int Rows = 60;
+constexpr int Columns = 120;
+constexpr int RunsPerRow = 8;
+constexpr int RunLength = Columns / RunsPerRow;
+constexpr int Repeats = 20; // of what is too short to be timed alone
+
+// 120 characters of C++ in 8 runs of two colours, each 15 characters long.
+std::u16string SampleRow() {
+    std::u16string row;
+    for (int run = 0; run < RunsPerRow; ++run) row += run % 2 ? u"\"13 characters\"" : u"123456789012345";
+    return row;
+}
+
+class Stage {
+public:
+    Stage() {
+        const HINSTANCE instance = GetModuleHandleW(nullptr);
+        Bench::Check(ViewClass::Register(instance), "the window class");
+        DrawingObjects::Start();
+        std::u16string text = u"[General]\nFontName=Courier New\n";
+        IniFile file;
+        file.Parse(text.data());
+        LoadSettings(file);
+        LoadEngineDefinitions(file);
+        SetTextViewFactory(TextView::Create);
+        const int width = 7 * DrawingObjects::AverageWidth() + 20 + Columns * DrawingObjects::AverageWidth() + 20;
+        const int height = Rows * DrawingObjects::LineHeight() + 20;
+        frame = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, width, height, nullptr,
+                                nullptr, instance, nullptr);
+        document = new TextBuffer;
+        document->AddRef();
+        document->MakeNew(u"C:\\bench.cpp");
+        std::u16string content;
+        for (int line = 0; line < 10 * Rows; ++line) content += SampleRow() + u"\n";
+        Bench::Check(document->InsertText(0, content.data(), static_cast<uint32_t>(content.size())), "the text");
+        DocumentView* made = document->CreateView(frame);
+        Bench::Check(made != nullptr, "the view");
+        view = static_cast<TextView*>(made->AsView());
+        SetForegroundWindow(frame);
+        SetFocus(view->GetWindow());
+        UpdateWindow(view->GetWindow());
+    }
+
+    void PaintAll() {
+        InvalidateRect(view->GetWindow(), nullptr, TRUE);
+        UpdateWindow(view->GetWindow());
+        GdiFlush();
+    }
+
+    // What happens inside WM_PAINT, without the system's round of invalidating around it.
+    void PaintRows(int top, int bottom) {
+        const HDC dc = GetDC(view->GetWindow());
+        view->PaintRows(dc, top, bottom);
+        ReleaseDC(view->GetWindow(), dc);
+        GdiFlush();
+    }
+
+    // One row as a bare loop would draw it.
+    void DrawBareRow(HDC dc, const std::u16string& row, int y) const {
+        const int advance = DrawingObjects::AverageWidth();
+        INT advances[Columns];
+        for (INT& width : advances) width = advance;
+        for (int run = 0; run < RunsPerRow; ++run) {
+            const int x = run * RunLength * advance;
+            const RECT area = {x, y, x + RunLength * advance, y + DrawingObjects::LineHeight()};
+            SetTextColor(dc, run % 2 ? settings.StringFg : settings.NumberFg);
+            SetBkColor(dc, settings.TextBg);
+            ExtTextOutW(dc, x, y, ETO_OPAQUE | ETO_CLIPPED, &area,
+                        reinterpret_cast<const wchar_t*>(row.data()) + run * RunLength, RunLength, advances);
+        }
+    }
+
+    void DrawBare(int rows) const {
+        const std::u16string row = SampleRow();
+        const HDC dc = GetDC(view->GetWindow());
+        const HGDIOBJ old = SelectObject(dc, DrawingObjects::EditorFont());
+        for (int line = 0; line < rows; ++line) DrawBareRow(dc, row, line * DrawingObjects::LineHeight());
+        SelectObject(dc, old);
+        ReleaseDC(view->GetWindow(), dc);
+        GdiFlush();
+    }
+
+    HWND frame;
+    TextBuffer* document;
+    TextView* view;
+};
+
+// A window that draws its rows bare: what the system's own round of invalidating and painting costs.
+class BareWindow {
+public:
+    explicit BareWindow(const Stage& stage) : model(stage) {
+        WNDCLASSW definition = {};
+        definition.lpfnWndProc = Procedure;
+        definition.hInstance = GetModuleHandleW(nullptr);
+        definition.lpszClassName = L"BareWindow";
+        RegisterClassW(&definition);
+        RECT area = {};
+        GetClientRect(stage.view->GetWindow(), &area);
+        window = CreateWindowExW(WS_EX_TOPMOST, L"BareWindow", L"", WS_POPUP | WS_VISIBLE, 0, 0, area.right, area.bottom,
+                                 nullptr, nullptr, definition.hInstance, nullptr);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        UpdateWindow(window);
+        SetForegroundWindow(stage.frame);
+        SetFocus(stage.view->GetWindow());
+    }
+    ~BareWindow() { DestroyWindow(window); }
+
+    void PaintLine() const {
+        const int top = Rows / 2 * DrawingObjects::LineHeight();
+        const RECT strip = {0, top, 10000, top + DrawingObjects::LineHeight()};
+        InvalidateRect(window, &strip, TRUE);
+        UpdateWindow(window);
+        GdiFlush();
+    }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+        if (message == WM_ERASEBKGND) return 1;
+        auto* self = reinterpret_cast<BareWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+        if (message != WM_PAINT || !self) return DefWindowProcW(window, message, wparam, lparam);
+        PAINTSTRUCT paint = {};
+        const HDC dc = BeginPaint(window, &paint);
+        const HGDIOBJ old = SelectObject(dc, DrawingObjects::EditorFont());
+        self->model.DrawBareRow(dc, self->row, paint.rcPaint.top);
+        SelectObject(dc, old);
+        EndPaint(window, &paint);
+        return 0;
+    }
+
+    const Stage& model;
+    std::u16string row = SampleRow();
+    HWND window = nullptr;
+};
+
+} // namespace
+
+int main() {
+    Stage stage;
+    Bench::Check(stage.view->Editor().VisibleLines() >= Rows, "60 rows in the window");
+    stage.PaintAll();
+    const int top = Rows / 2 * DrawingObjects::LineHeight();
+    const int bottom = top + DrawingObjects::LineHeight();
+    const auto repeat = [](auto action) {
+        return [action] {
+            for (int i = 0; i < Repeats; ++i) action();
+        };
+    };
+    const auto paintAll = repeat([&] { stage.PaintRows(0, 0); });
+    const auto paintStrip = repeat([&] { stage.PaintRows(top, bottom); });
+    const auto drawAll = repeat([&] { stage.DrawBare(Rows); });
+    Bench::Compare("full repaint inside WM_PAINT / bare rows", paintAll, drawAll, 2.0, 9);
+    Bench::Compare("one-line repaint / full repaint", paintStrip, paintAll, 1.0 / 20, 9);
+
+    // From the message to the painted strip, against a window that only invalidates and draws the line.
+    const BareWindow bare(stage);
+    stage.view->Editor().MoveCaret(Rows / 2, 40, false);
+    stage.view->UpdateNow();
+    const auto type = repeat([&] {
+        SendMessageW(stage.view->GetWindow(), WM_CHAR, L'x', 1);
+        stage.view->UpdateNow();
+        GdiFlush();
+    });
+    const auto paintBare = repeat([&] { bare.PaintLine(); });
+    Bench::Compare("typed character to strip / bare window's line", type, paintBare, 3.0, 9);
+    return Bench::ExitStatus();
+}
