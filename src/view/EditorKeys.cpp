@@ -54,13 +54,13 @@ void Up(const KeyPress& press) { press.Move(press.line ? press.line - 1 : 0, pre
 
 void Down(const KeyPress& press) { press.Move(press.line + 1, press.editor.PreferredColumn()); }
 
-// Scrolls by one line; the caret only moves when it would leave the view.
+// Scrolls by one line; the caret moves only when it would leave the view, and not when it is out of it.
 void ScrollUp(const KeyPress& press) {
     TextEditor& editor = press.editor;
     const uint32_t top = editor.TopLine();
     if (top == 0) return;
     editor.SetTopLine(top - 1);
-    if (press.line >= top - 1 + press.Rows() && press.line > 0) {
+    if (press.line > 0 && press.line + 1 == uint64_t(top) + press.Rows()) {
         editor.MoveCaret(press.line - 1, editor.PreferredColumn(), false);
     } else {
         editor.UpdateCaret(false);
@@ -72,7 +72,7 @@ void ScrollDown(const KeyPress& press) {
     const uint32_t top = editor.TopLine();
     if (uint64_t(top) + press.Rows() >= editor.LineCount()) return;
     editor.SetTopLine(top + 1);
-    if (press.line < top + 1) {
+    if (press.line == top) {
         editor.MoveCaret(press.line + 1, editor.PreferredColumn(), false);
     } else {
         editor.UpdateCaret(false);

@@ -1,0 +1,233 @@
+#include "support/ViewTest.h"
+
+namespace {
+
+struct LayoutTest : ViewTest {
+    static std::u16string Lines(int count) { return std::u16string(static_cast<size_t>(count - 1), u'\n'); }
+    std::pair<uint32_t, uint32_t> At(int32_t x, int32_t y) const {
+        uint32_t line = 0;
+        uint32_t column = 0;
+        view().PositionAt(x, y, line, column);
+        return {line, column};
+    }
+};
+
+using Point = std::pair<uint32_t, uint32_t>;
+using Strips = std::vector<std::pair<int32_t, int32_t>>;
+
+} // namespace
+
+TEST_F(LayoutTest, VisibleLinesAndColumnsAreWholeOnes) {
+    surface().SetSize(100, 50);
+    view().OnSize(1);
+    EXPECT_EQ(view().VisibleLines(), 3);
+    EXPECT_EQ(view().VisibleColumns(), 12);
+}
+
+TEST_F(LayoutTest, GutterAndMarginNarrowTheTextArea) {
+    settings.ShowLineNumbers = 1;
+    settings.MarginWidth = 20;
+    surface().SetSize(100, 50);
+    view().OnSize(1);
+    EXPECT_EQ(view().GutterWidth(), 56);
+    EXPECT_EQ(view().TextLeft(), 76);
+    EXPECT_EQ(view().VisibleColumns(), 3);
+}
+
+TEST_F(LayoutTest, TheFixedGutterIsSevenDigitsWide) {
+    settings.ShowLineNumbers = 1;
+    EXPECT_EQ(view().LineNumberDigits(), 7u);
+    EXPECT_EQ(view().GutterWidth(), 56);
+}
+
+TEST_F(LayoutTest, AnEmptyDocumentHasOneLineAndItsVariableGutterTwoColumns) {
+    settings.ShowLineNumbers = settings.VarWidthLineNumbers = 1;
+    Fill(u"");
+    EXPECT_EQ(view().LineCount(), 1u);
+    EXPECT_EQ(view().LineNumberDigits(), 2u);
+    EXPECT_EQ(view().GutterWidth(), 16);
+}
+
+TEST_F(LayoutTest, TheVariableGutterHasOneDigitToSpare) {
+    settings.ShowLineNumbers = settings.VarWidthLineNumbers = 1;
+    Fill(Lines(9));
+    EXPECT_EQ(view().LineNumberDigits(), 2u);
+    Fill(Lines(10));
+    EXPECT_EQ(view().LineNumberDigits(), 3u);
+    Fill(Lines(99));
+    EXPECT_EQ(view().LineNumberDigits(), 3u);
+    Fill(Lines(100));
+    EXPECT_EQ(view().LineNumberDigits(), 4u);
+}
+
+TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
+    settings.ShowLineNumbers = settings.VarWidthLineNumbers = 1;
+    Fill(Lines(9));
+    surface().ForgetCalls();
+    buffer().InsertText(0, u"\n", 1);
+    EXPECT_EQ(view().LineNumberDigits(), 3u);
+    EXPECT_GE(surface().allInvalidations, 1);
+}
+
+TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
+    surface().SetFont({0, 0, 0});
+    surface().SetSize(100, 100);
+    view().OnSize(1);
+    EXPECT_EQ(view().VisibleLines(), 0);
+    EXPECT_EQ(view().VisibleColumns(), 0);
+    EXPECT_EQ(At(50, 50), (Point{0, 0}));
+    Type(u"abc");
+    Press(ViewKey::PageDown);
+    EXPECT_EQ(Marked(), "abc|");
+}
+
+TEST_F(LayoutTest, AMarginWiderThanTheWindowKeepsTheViewStill) {
+    settings.MarginWidth = 4294967295u;
+    surface().SetSize(100, 100);
+    view().OnSize(1);
+    EXPECT_EQ(view().VisibleColumns(), 0);
+    EXPECT_EQ(view().TextLeft(), ViewLimits::MaxMarginWidth);
+    view().UpdateCaret(true);
+    EXPECT_EQ(view().HorizontalScroll(), 0);
+    Type(u"abc");
+    const int32_t scroll = view().HorizontalScroll();
+    view().UpdateCaret(true);
+    EXPECT_EQ(view().HorizontalScroll(), scroll);
+}
+
+TEST_F(LayoutTest, WithoutAWindowLayoutDoesNothing) {
+    const auto bars = surface().barsSet.size();
+    surface().window = false;
+    surface().SetSize(1000, 1000);
+    view().OnSize(1);
+    view().UpdateCaret(true);
+    EXPECT_EQ(view().VisibleLines(), 10);
+    EXPECT_EQ(surface().barsSet.size(), bars);
+    Type(u"abc");
+    EXPECT_EQ(Marked(), "abc|");
+}
+
+TEST_F(LayoutTest, AResizeRenewsTheCaret) {
+    surface().renewals = 0;
+    view().OnSize(1);
+    EXPECT_EQ(surface().renewals, 1);
+}
+
+// Clicking.
+
+TEST_F(LayoutTest, TheRightHalfOfACharacterPutsTheCaretBehindIt) {
+    settings.ShowLineNumbers = 1;
+    settings.MarginWidth = 20;
+    Fill(u"abcdef");
+    // The text starts at 76; c covers [92, 100).
+    EXPECT_EQ(At(95, 0), (Point{0, 2}));
+    EXPECT_EQ(At(96, 0), (Point{0, 3}));
+    EXPECT_EQ(At(99, 0), (Point{0, 3}));
+}
+
+TEST_F(LayoutTest, PointsInGutterAndMarginGiveColumnZero) {
+    settings.ShowLineNumbers = 1;
+    settings.MarginWidth = 20;
+    Fill(u"abcdef");
+    EXPECT_EQ(At(0, 0), (Point{0, 0}));
+    EXPECT_EQ(At(75, 0), (Point{0, 0}));
+}
+
+TEST_F(LayoutTest, LinesAreCountedFromTheTopLine) {
+    Fill(Lines(40));
+    view().SetTopLine(5);
+    EXPECT_EQ(At(0, 0), (Point{5, 0}));
+    EXPECT_EQ(At(0, 15), (Point{5, 0}));
+    EXPECT_EQ(At(0, 16), (Point{6, 0}));
+    // Negative heights divide towards zero.
+    EXPECT_EQ(At(0, -15), (Point{5, 0}));
+    EXPECT_EQ(At(0, -16), (Point{4, 0}));
+    EXPECT_EQ(At(0, -1000), (Point{0, 0}));
+}
+
+TEST_F(LayoutTest, ALineBehindTheLastIsNotClamped) {
+    Fill(u"ab\ncd");
+    EXPECT_EQ(At(0, 160).first, 10u);
+}
+
+TEST_F(LayoutTest, TheHorizontalScrollMovesThePoint) {
+    Fill(u"abcdefghij");
+    view().SetHorizontalScroll(24);
+    EXPECT_EQ(At(0, 0), (Point{0, 3}));
+    EXPECT_EQ(At(8, 0), (Point{0, 4}));
+}
+
+TEST_F(LayoutTest, TheOpenLineIsReadInItsEditedForm) {
+    Show(u"ab|\ncd");
+    Type(u"xyz");
+    ASSERT_TRUE(buffer().HasPendingEdit());
+    EXPECT_EQ(At(1000, 0), (Point{0, 5}));
+    EXPECT_EQ(view().LineStart(1), 6u);
+    EXPECT_EQ(view().TextLength(), 8u);
+}
+
+// Repainting.
+
+TEST_F(LayoutTest, LinesInViewAreRepaintedAsAStrip) {
+    Fill(Lines(40));
+    view().SetTopLine(5);
+    surface().ForgetCalls();
+    view().InvalidateLines(7, 8);
+    view().InvalidateLines(9, 6); // in either order
+    EXPECT_EQ(surface().strips, (Strips{{32, 64}, {16, 80}}));
+    EXPECT_EQ(surface().allInvalidations, 0);
+}
+
+TEST_F(LayoutTest, StripsEndAtTheWindow) {
+    Fill(Lines(40));
+    view().SetTopLine(5);
+    surface().ForgetCalls();
+    view().InvalidateLines(0, 5);
+    view().InvalidateLines(14, 4000000000u);
+    EXPECT_EQ(surface().strips, (Strips{{0, 16}, {144, 176}}));
+}
+
+TEST_F(LayoutTest, LinesOutOfViewAreNotRepainted) {
+    Fill(Lines(40));
+    view().SetTopLine(5);
+    surface().ForgetCalls();
+    view().InvalidateLines(0, 4);
+    view().InvalidateLines(16, 20);
+    EXPECT_TRUE(surface().strips.empty());
+    view().InvalidateLines(15, 15); // the row that is partly seen
+    EXPECT_EQ(surface().strips.size(), 1u);
+}
+
+TEST_F(LayoutTest, WhileSuspendedRepaintingAndTheCaretWait) {
+    Show(u"|abc\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n\nx");
+    view().SuspendRedraw(false);
+    view().Invalidate();
+    view().InvalidateLines(0, 0);
+    view().MoveCaret(16, 1);
+    EXPECT_EQ(surface().allInvalidations, 0);
+    EXPECT_TRUE(surface().strips.empty());
+    EXPECT_EQ(view().TopLine(), 0u);
+    view().SuspendRedraw(true);
+    EXPECT_GE(surface().allInvalidations, 1);
+    EXPECT_EQ(view().TopLine(), 7u);
+    EXPECT_EQ(surface().caretY, 144);
+}
+
+TEST_F(LayoutTest, SuspensionsNest) {
+    view().SuspendRedraw(false);
+    view().SuspendRedraw(false);
+    view().Invalidate();
+    view().SuspendRedraw(true);
+    EXPECT_EQ(surface().allInvalidations, 0);
+    view().SuspendRedraw(true);
+    EXPECT_EQ(surface().allInvalidations, 1);
+    view().SuspendRedraw(true); // one too many is harmless
+    view().Invalidate();
+    EXPECT_EQ(surface().allInvalidations, 2);
+}
+
+TEST_F(LayoutTest, NothingPendingNothingRepainted) {
+    view().SuspendRedraw(false);
+    view().SuspendRedraw(true);
+    EXPECT_EQ(surface().allInvalidations, 0);
+}

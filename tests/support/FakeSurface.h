@@ -1,0 +1,215 @@
+#pragma once
+
+#include "base/WString.h"
+#include "view/EditorSurface.h"
+#include "view/TextEditor.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+// A frame that only takes down what a view tells it.
+class FakeHost final : public ViewHost {
+public:
+    void ViewActivated(View*) override { ++activations; }
+    void SetStatusText(uint32_t field, const Char* text) override {
+        status[field] = text ? text : u"";
+        ++statusCalls[field];
+    }
+    bool OpenFileAtLine(const Char* path, uint32_t line) override {
+        opened.emplace_back(path, line);
+        return true;
+    }
+    void DocumentChanged(Document*) override { ++documentChanges; }
+    void CheckChangedOnDisk(Document*, bool running) override { runStates.push_back(running); }
+    int ShowMessage(NativeWindow, const Char* text, uint32_t) override {
+        messages.emplace_back(text);
+        return 1;
+    }
+    uint32_t GetMacroState() override { return macroState; }
+    void StopMacroPlayback() override { ++macroStops; }
+    void ApplySettings(uint32_t flag) override { applied.push_back(flag); }
+
+    std::map<uint32_t, std::u16string> status; // what the fields show
+    std::map<uint32_t, int> statusCalls;
+    std::vector<std::pair<std::u16string, uint32_t>> opened;
+    std::vector<std::u16string> messages;
+    std::vector<uint32_t> applied;
+    std::vector<bool> runStates;
+    uint32_t macroState = MacroState::Idle;
+    int macroStops = 0;
+    int documentChanges = 0;
+    int activations = 0;
+};
+
+// A window without a screen. The font is 8 pixels wide and 16 high unless a test says otherwise.
+class FakeSurface final : public EditorSurface {
+public:
+    FakeSurface() { SetFont({16, 8, 8}); }
+
+    // Every character is as wide as the average one, but for those in `special`.
+    void SetFont(const ViewMetrics& font, std::map<Char, int32_t> special = {}) {
+        metrics = font;
+        specialWidths = std::move(special);
+        widths.SetSource(
+            [](void* context, Char first, int32_t* out) {
+                const auto& surface = *static_cast<FakeSurface*>(context);
+                ++surface.widthFetches;
+                for (uint32_t i = 0; i < CharWidths::PageSize; ++i) {
+                    const auto found = surface.specialWidths.find(static_cast<Char>(first + i));
+                    out[i] = found == surface.specialWidths.end() ? surface.metrics.averageWidth : found->second;
+                }
+                if (first == 0 && !surface.specialWidths.count(u' ')) out[u' '] = surface.metrics.spaceWidth;
+                return true;
+            },
+            this);
+    }
+    // In lines and columns of the fixed font, beside gutter and margin.
+    void SetSize(int32_t newWidth, int32_t newHeight) {
+        width = newWidth;
+        height = newHeight;
+    }
+    void ForgetCalls() {
+        allInvalidations = updates = 0;
+        strips.clear();
+        scrolls.clear();
+        barsSet.clear();
+    }
+
+    bool HasWindow() const override { return window; }
+    bool HasFocus() const override { return window && focus; }
+    void TakeFocus() override {
+        if (focus || !editor) return;
+        focus = true;
+        editor->OnFocus();
+    }
+    void GetClientSize(int32_t& clientWidth, int32_t& clientHeight) const override {
+        clientWidth = window ? width : 0;
+        clientHeight = window ? height : 0;
+    }
+    const ViewMetrics& Metrics() const override { return metrics; }
+    CharWidths& Widths() override { return widths; }
+    void InvalidateAll() override { ++allInvalidations; }
+    void InvalidateStrip(int32_t top, int32_t bottom) override { strips.emplace_back(top, bottom); }
+    void ScrollPicture(int32_t pixels) override { scrolls.push_back(pixels); }
+    void UpdateNow() override { ++updates; }
+    void ShowCaretAt(int32_t x, int32_t y) override {
+        caretShown = true;
+        caretX = x;
+        caretY = y;
+    }
+    void HideCaret() override { caretShown = false; }
+    void RenewCaret() override { ++renewals; }
+    void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override {
+        bars[static_cast<uint32_t>(axis)] = bar;
+        barsSet.push_back(axis);
+    }
+    bool IsCtrlDown() const override { return ctrl; }
+    bool IsShiftDown() const override { return shift; }
+    void BeginDrag() override { captured = true; }
+    void EndDrag() override {
+        if (!captured) return;
+        captured = false;
+        if (editor) editor->OnCaptureLost();
+    }
+    bool ReadClipboard(WString& text, bool& wholeLine) override {
+        if (!clipboardHasText) return false;
+        wholeLine = clipboardWholeLine;
+        return text.Assign(clipboard.data(), static_cast<int64_t>(clipboard.size()));
+    }
+    void WriteClipboard(const ClipboardItem* items, uint32_t count) override {
+        written.clear();
+        for (uint32_t i = 0; i < count; ++i) {
+            const auto* bytes = static_cast<const char*>(items[i].data);
+            written.emplace_back(items[i].format, std::string(bytes, items[i].bytes));
+        }
+        clipboardHasText = clipboardWholeLine = false;
+        for (uint32_t i = 0; i < count; ++i) {
+            if (items[i].format == ClipboardFormat::WholeLine) clipboardWholeLine = true;
+            if (items[i].format != ClipboardFormat::UnicodeText) continue;
+            clipboardHasText = true;
+            clipboard.assign(static_cast<const Char*>(items[i].data), items[i].bytes / sizeof(Char) - 1);
+        }
+    }
+    void ShowFindDialog() override { dialogs.emplace_back("find"); }
+    void ShowReplaceDialog(bool multiLine) override { dialogs.emplace_back(multiLine ? "replace many" : "replace"); }
+    void ShowGoToDialog() override { dialogs.emplace_back("go to"); }
+    void ShowContextMenu(int32_t x, int32_t y) override { menus.emplace_back(x, y); }
+    uint64_t Ticks() const override { return ticks += tickStep; }
+    void SetWaitCursor(bool wait) override {
+        waiting = wait;
+        everWaited = everWaited || wait;
+    }
+    bool TakeEscape() override { return std::exchange(escapePressed, false); }
+    ViewHost* Host() const override { return host; }
+    View* AsView() override { return nullptr; }
+    void DestroyView() override { destroy(); }
+
+    // What a test looks at or sets up.
+    FakeHost ownHost;
+    ViewHost* host = &ownHost;
+    TextEditor* editor = nullptr;
+    bool window = true;
+    bool focus = false;
+    bool ctrl = false;
+    bool shift = false;
+    int32_t width = 0;
+    int32_t height = 0;
+    ViewMetrics metrics;
+    std::map<Char, int32_t> specialWidths;
+    mutable int widthFetches = 0;
+    bool caretShown = false;
+    int32_t caretX = 0;
+    int32_t caretY = 0;
+    int renewals = 0;
+    ScrollBar bars[2];
+    std::vector<ScrollAxis> barsSet;
+    int allInvalidations = 0;
+    int updates = 0;
+    std::vector<std::pair<int32_t, int32_t>> strips;
+    std::vector<int32_t> scrolls;
+    bool captured = false;
+    bool clipboardHasText = false;
+    bool clipboardWholeLine = false;
+    std::u16string clipboard;
+    std::vector<std::pair<ClipboardFormat, std::string>> written;
+    std::vector<std::string> dialogs;
+    std::vector<std::pair<int32_t, int32_t>> menus;
+    mutable uint64_t ticks = 0;
+    uint64_t tickStep = 0; // how much later each look at the clock is
+    bool waiting = false;
+    bool everWaited = false;
+    bool escapePressed = false;
+    std::function<void()> destroy = [] {};
+
+private:
+    CharWidths widths;
+};
+
+// A window and its editor, as a document makes and destroys them.
+struct TestView {
+    FakeSurface surface;
+    TextEditor editor{surface};
+
+    TestView() {
+        surface.editor = &editor;
+        surface.destroy = [this] { delete this; };
+    }
+    ~TestView() {
+        surface.editor = nullptr;
+        editor.SetDocument(nullptr);
+    }
+    // In the document's list of views, which owns it.
+    static TestView* Create(TextBuffer& document) {
+        static TestView* made;
+        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> DocumentView* {
+            made = new TestView;
+            made->editor.SetDocument(&shown);
+            return &made->editor;
+        });
+        return document.CreateView(nullptr) ? made : nullptr;
+    }
+};
