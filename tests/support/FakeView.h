@@ -42,6 +42,7 @@ public:
     void ForgetCalls() {
         invalidations = lineCountChanges = caretMoves = statusRefreshes = documentChanges = 0;
         invalidatedLines.clear();
+        textChanges.clear();
         runStates.clear();
     }
 
@@ -50,6 +51,10 @@ public:
     void Invalidate() override { ++invalidations; }
     void InvalidateLines(uint32_t first, uint32_t last) override { invalidatedLines.emplace_back(first, last); }
     void LineCountChanged() override { ++lineCountChanges; }
+    void TextChanged(uint32_t offset) override {
+        textChanges.push_back(offset);
+        movesBeforeChange = caretMoves;
+    }
     void MoveCaret(uint32_t line, uint32_t column) override {
         ++caretMoves;
         Place(line, column);
@@ -91,6 +96,8 @@ public:
     int documentChanges = 0;
     std::vector<std::pair<uint32_t, uint32_t>> invalidatedLines;
     std::vector<bool> runStates;
+    std::vector<uint32_t> textChanges;
+    int movesBeforeChange = 0; // of the caret, before the last text change was told
 
     // Not through `new` of the product: a view is no part of what runs out of memory in a test.
     static void* operator new(size_t bytes) { return ::operator new(bytes); }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <random>
 
 // Random numbers that are the same on every platform and in every run.
@@ -13,7 +14,7 @@ public:
         return limit ? static_cast<uint32_t>((static_cast<uint64_t>(engine()) * limit) >> 32) : 0;
     }
     bool OneIn(uint32_t n) { return Below(n) == 0; }
-    template <class Container> auto& Pick(Container& items) { return items[Below(items.size())]; }
+    template <class Container> auto& Pick(Container& items) { return items[Below(std::size(items))]; }
 
 private:
     std::mt19937 engine;

@@ -20,6 +20,7 @@ struct TextBufferProbe {
     static const UndoRecord* RedoHead(const TextBuffer& document) { return document.redoHead; }
     static const LineMarks& Marks(const TextBuffer& document) { return document.marks; }
     static uint32_t Capacity(const TextBuffer& document) { return document.capacity; }
+    static OutputRun& Run(TextBuffer& document) { return document.run; }
     static void MarkSaved(TextBuffer& document) { document.savedUndoHead = document.HeadSerial(); }
     static void SetEngineName(TextBuffer& document, const Char* name) { document.engineName.Assign(name); }
 };
@@ -55,8 +56,12 @@ public:
     // With its line feed or terminator.
     std::u16string EditLine() const { return {buffer->EditLine().Text(), buffer->EditLine().Length()}; }
     // The states of the undo (redo) records, most recent first: 0 and 1 markers, 2 store, 3 pending.
-    std::vector<uint32_t> UndoStates() const { return States(TextBufferProbe::UndoHead(*buffer)); }
-    std::vector<uint32_t> RedoStates() const { return States(TextBufferProbe::RedoHead(*buffer)); }
+    std::vector<uint32_t> UndoStates(size_t most = SIZE_MAX) const {
+        return States(TextBufferProbe::UndoHead(*buffer), most);
+    }
+    std::vector<uint32_t> RedoStates(size_t most = SIZE_MAX) const {
+        return States(TextBufferProbe::RedoHead(*buffer), most);
+    }
     size_t UndoSteps() const { return Steps(TextBufferProbe::UndoHead(*buffer)); }
     std::vector<uint32_t> MarkedLines() const {
         std::vector<uint32_t> lines;
@@ -66,9 +71,9 @@ public:
     }
 
 private:
-    static std::vector<uint32_t> States(const UndoRecord* record) {
+    static std::vector<uint32_t> States(const UndoRecord* record, size_t most) {
         std::vector<uint32_t> states;
-        for (; record; record = record->next) states.push_back(record->state);
+        for (; record && states.size() < most; record = record->next) states.push_back(record->state);
         return states;
     }
     static size_t Steps(const UndoRecord* record) {

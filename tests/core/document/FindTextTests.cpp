@@ -111,6 +111,7 @@ TEST(FindText, AnEmptyPatternStandsEverywhere) {
     EXPECT_EQ(Find(*document, u"", 5, 5), (Found{0, true}));
     EXPECT_EQ(Find(*document, u"", 2, 5, Backward), (Found{1, false}));
     EXPECT_EQ(Find(*document, u"", 0, 5, Backward), (Found{4, true}));
+    EXPECT_EQ(Find(*document, u"", 100, 5, Backward), (Found{4, false})) << "also from beyond the end";
     EXPECT_EQ(Find(*TextDocument(u""), u"", 0, 0), NotFound);
 }
 

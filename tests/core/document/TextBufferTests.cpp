@@ -148,6 +148,9 @@ TEST(TextBuffer, ClearingForANewTextKeepsTheViewsAndForgetsTheRest) {
     view->Activate();
     document->TypeChar(view, u'x', 2, true, false);
     document->ToggleBookmark(1);
+    document->CommitEdit();
+    TextBufferProbe::MarkSaved(*document);
+    document->TypeChar(view, u'y', 3, true, false);
     document->LineToOffset(2);
     EXPECT_TRUE(document->MakeNew(u"other.txt"));
     EXPECT_EQ(view->CaretLine(), 0u);

@@ -95,6 +95,7 @@ TEST(TextStore, ALinePastTheEndYieldsTheStartOfTheLastLine) {
     EXPECT_EQ(document->LineToOffset(7), 4u);
     EXPECT_EQ(CachedLines(*document), (Lines{1})) << "the line reached is cached, not the one asked for";
     EXPECT_EQ(document->LineToOffset(None32), 4u);
+    EXPECT_EQ(CachedLines(*document), (Lines{1})) << "nothing new was reached";
 }
 
 TEST(TextStore, FindsTheLineOfEveryOffset) {

@@ -143,6 +143,19 @@ TEST_F(UndoTest, ATypedCharacterEmptiesTheRedoListButAMarkerDoesNot) {
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
 }
 
+TEST_F(UndoTest, TypingOnAfterAPendingUndoEmptiesTheRedoListToo) {
+    Start(u"one\n");
+    Type(u"  ab");
+    {
+        NoMemory noMemory;
+        document->Undo();
+        Type(u" "); // goes on with the step before
+    }
+    EXPECT_EQ(document.UndoStates(), (States{3}));
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
+    EXPECT_EQ(document.Text(), u"   one\n");
+}
+
 TEST_F(UndoTest, EveryRecordTakesTheNextSerial) {
     Start(u"");
     document->BeginGroup();

@@ -1,0 +1,84 @@
+// That views hear where the text changed before they are asked anything.
+
+#include "document/TextBuffer.h"
+
+#include "support/FakeEngine.h"
+#include "support/FakeView.h"
+#include "support/TextDocument.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Offsets = std::vector<uint32_t>;
+
+class TextChangeTest : public ::testing::Test {
+protected:
+    TextChangeTest() : document(u"one\ntwo\nthree\n"), view(FakeView::Create(*document)) {
+        view->PutCaret(1, 0);
+        view->Activate();
+        view->ForgetCalls();
+    }
+    // What was told since the last call.
+    Offsets Told() {
+        EXPECT_EQ(view->movesBeforeChange, 0) << "told before the caret moves";
+        Offsets told = view->textChanges;
+        view->ForgetCalls();
+        return told;
+    }
+
+    TextDocument document;
+    FakeView* view;
+};
+
+} // namespace
+
+TEST_F(TextChangeTest, StoreEditsTellTheirOffset) {
+    document->InsertText(9, u"x\n", 2);
+    EXPECT_EQ(Told(), (Offsets{9}));
+    document->DeleteText(5, 3);
+    EXPECT_EQ(Told(), (Offsets{5}));
+    document->Undo();
+    EXPECT_EQ(Told(), (Offsets{5}));
+    document->Redo();
+    EXPECT_EQ(Told(), (Offsets{5}));
+}
+
+TEST_F(TextChangeTest, TypingTellsNothingUntilItIsWrittenBack) {
+    document->TypeChar(view, u'a', 0, true, false);
+    document->TypeChar(view, u'b', 1, true, false);
+    EXPECT_EQ(view->textChanges, (Offsets{}));
+    view->ForgetCalls();
+    document->CommitEdit();
+    EXPECT_EQ(Told(), (Offsets{4})) << "the start of the line";
+}
+
+TEST_F(TextChangeTest, TypingThatReachesOnTellsTheStartOfItsLine) {
+    document->AttachEngine(new FakeEngine);
+    EXPECT_EQ(Told(), (Offsets{0})) << "another engine";
+    document->TypeChar(view, u'*', 0, true, false);
+    EXPECT_EQ(Told(), (Offsets{4}));
+    document->TypeChar(view, u'+', 1, true, false);
+    EXPECT_EQ(Told(), (Offsets{4}));
+}
+
+TEST_F(TextChangeTest, OvertypedCharactersTellTheirOffsetOnceWrittenBack) {
+    document->TypeChar(view, u'x', 2, true, true);
+    document->CommitEdit();
+    view->ForgetCalls();
+    document->Undo();
+    EXPECT_EQ(Told(), (Offsets{6}));
+}
+
+TEST_F(TextChangeTest, AnEmptiedTextTellsItsStart) {
+    document->MarkAsOutput();
+    document->EmptyAndResetUndo();
+    EXPECT_EQ(view->textChanges, (Offsets{0}));
+}
+
+TEST_F(TextChangeTest, AppendedOutputTellsTheOldEnd) {
+    document->MarkAsOutput();
+    std::u16string more = u"more";
+    document->AppendOutputText(more.data());
+    EXPECT_EQ(Told(), (Offsets{14}));
+}
