@@ -64,11 +64,9 @@ LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     if (HandleMouse(message, wparam, lparam)) return 0;
     switch (message) {
     case WM_SETFOCUS:
+        focused = true;
         editor.OnFocus();
         break;
-    case WM_KILLFOCUS:
-        HideCaret();
-        return 0;
     case WM_PAINT:
         OnPaint();
         return 0;
@@ -140,7 +138,7 @@ void TextView::PaintRows(HDC target, int top, int bottom) {
     while (plan.Next(row)) painter.Draw(row);
 }
 
-void TextView::PlaceComposition() { InputMethod::PlaceComposition(window, caretPoint); }
+void TextView::PlaceComposition() { InputMethod::PlaceComposition(window, CaretPlace()); }
 
 void TextView::OnWheel(WPARAM wparam) {
     UINT lines = 3;
@@ -207,14 +205,13 @@ void TextView::UpdateNow() {
 }
 
 void TextView::ShowCaretAt(int32_t x, int32_t y) {
-    caretPoint = {x, y};
     if (window) View::ShowCaretAt(x, y, Metrics().lineHeight);
 }
 
 void TextView::RenewCaret() {
     if (!caretShown) return;
     ForgetCaret();
-    View::ShowCaretAt(caretPoint.x, caretPoint.y, Metrics().lineHeight);
+    View::ShowCaretAt(CaretPlace().x, CaretPlace().y, Metrics().lineHeight);
 }
 
 void TextView::SetScrollBar(ScrollAxis axis, const ScrollBar& bar) {

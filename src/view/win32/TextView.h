@@ -38,7 +38,7 @@ public:
 
     // EditorSurface.
     bool HasWindow() const override { return window != nullptr; }
-    bool HasFocus() const override { return window && GetFocus() == window; }
+    bool HasFocus() const override { return focused; }
     void TakeFocus() override;
     void GetClientSize(int32_t& width, int32_t& height) const override;
     const ViewMetrics& Metrics() const override;
@@ -77,5 +77,4 @@ private:
 
     TextEditor editor{*this};
     RowPlan plan;
-    POINT caretPoint = {};
 };

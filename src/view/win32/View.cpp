@@ -64,6 +64,7 @@ Document* View::Attach(HWND newWindow) {
     previousUserData = SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     previousProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ViewWindowProc)));
+    focused = GetFocus() == window;
     OnSize(1);
     return GetDocument();
 }
@@ -71,6 +72,7 @@ Document* View::Attach(HWND newWindow) {
 void View::Detach() {
     if (!window) return;
     HideCaret();
+    focused = false;
     // The shared system cursor is not ours to destroy; forgetting it is all there is to do.
     beamCursor = nullptr;
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure));
@@ -100,7 +102,12 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         OnSize(1);
         return 0;
     case WM_SETFOCUS:
+        focused = true;
         if (host) host->ViewActivated(this);
+        return 0;
+    case WM_KILLFOCUS:
+        focused = false;
+        HideCaret();
         return 0;
     case WM_SETCURSOR:
         return OnSetCursor(wparam, lparam);
@@ -108,7 +115,7 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         return OnMouseActivate(wparam, lparam);
     case WM_NCDESTROY: {
         const HWND dying = window;
-        caretCreated = caretShown = false;
+        caretCreated = caretShown = focused = false;
         window = nullptr;
         return DefWindowProcW(dying, message, wparam, lparam);
     }
@@ -174,7 +181,9 @@ void View::ShowCaretAt(int x, int y, int lineHeight) {
         caretShown = false;
     }
     if (!caretCreated) return;
-    SetCaretPos(x, y);
+    // Moving it to where it stands would cost as much as any other move.
+    if (!caretShown || caretPlace.x != x || caretPlace.y != y) SetCaretPos(x, y);
+    caretPlace = {x, y};
     if (!caretShown) caretShown = ::ShowCaret(window) != 0;
 }
 

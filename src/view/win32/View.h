@@ -59,6 +59,7 @@ protected:
     ViewHost* host = nullptr;
     bool caretCreated = false;
     bool caretShown = false;
+    bool focused = false;         // between WM_SETFOCUS and WM_KILLFOCUS: asking the system costs more
     HCURSOR beamCursor = nullptr; // loaded on the first resize
     HDC backBufferDc = nullptr;   // one line high, recreated on every resize
     HBITMAP backBufferBitmap = nullptr;
@@ -71,6 +72,8 @@ protected:
     // ever called with the focus. HideCaret also destroys it.
     void ShowCaretAt(int x, int y, int lineHeight);
     void HideCaret();
+    // Where it was last put, in client pixels.
+    POINT CaretPlace() const { return caretPlace; }
     // A caret of another width or height is needed: the next ShowCaretAt makes it anew.
     void ForgetCaret();
 
@@ -78,6 +81,7 @@ private:
     LRESULT OnSetCursor(WPARAM wparam, LPARAM lparam);
     LRESULT OnMouseActivate(WPARAM wparam, LPARAM lparam);
     HBITMAP previousBitmap = nullptr; // selected into the back-buffer DC when it was made
+    POINT caretPlace = {};
     int caretHeight = 0;
     int caretWidth = 0;
 };
