@@ -1,10 +1,14 @@
 #include "app/win32/FileDialogs.h"
 
+#include "app/DocumentList.h"
 #include "app/OpenFiles.h"
 #include "base/Platform.h"
+#include "base/Text.h"
 #include "document/Document.h"
 #include "resource.h"
 #include "settings/Settings.h"
+
+#include <cstring>
 
 namespace {
 
@@ -89,6 +93,9 @@ bool FileDialogs::AskSave(HWND owner, const Document& document, SaveChoice& choi
     Char buffer[SaveBufferSize] = {};
     SaveLists lists = {&document, &choice};
     if (!Prepare(request, owner, filter, directory)) return false;
+    // A name that fits stands there to be changed.
+    if (HasFile(document) && Text::Length(document.GetName()) < SaveBufferSize)
+        memcpy(buffer, document.GetName(), Text::Length(document.GetName()) * sizeof(Char));
     request.lpstrFile = Wide(buffer);
     request.nMaxFile = SaveBufferSize;
     request.lCustData = reinterpret_cast<LPARAM>(&lists);

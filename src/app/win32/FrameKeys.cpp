@@ -1,6 +1,7 @@
 // Keys that the frame takes before their windows, and keyboard macros.
 #include "app/KeyDispatch.h"
 #include "app/win32/MainFrame.h"
+#include "base/win32/Input.h"
 #include "document/TextBuffer.h"
 #include "view/win32/View.h"
 
@@ -116,6 +117,8 @@ void MainFrame::PlayEvents() {
     GetKeyboardState(keys);
     const BYTE saved[] = {keys[VK_SHIFT], keys[VK_CONTROL], keys[VK_MENU]};
     for (const MacroEvent* event = macros.FirstEvent(); event && macros.IsPlaying(); event = event->next) {
+        // The way out of a macro that does not end soon enough.
+        if (TakeQueuedEscape()) break;
         const Pane* pane = panes.Active();
         const HWND target = event->toFrame ? window : pane ? static_cast<HWND>(pane->window) : nullptr;
         if (!target) continue;

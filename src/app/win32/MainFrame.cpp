@@ -88,6 +88,12 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         return 0;
     case WM_QUERYENDSESSION:
         return MayExit(*this);
+    case WM_ENDSESSION:
+        if (wparam) Leave();
+        return 0;
+    case WM_HELP:
+        OpenHelp();
+        return TRUE;
     case QuitNowMessage:
         Leave();
         return 0;
@@ -187,10 +193,7 @@ void MainFrame::LayOut() {
 }
 
 void MainFrame::RefreshTitle() {
-    if (batchDepth > 0) {
-        layoutPending = true;
-        return;
-    }
+    if (batchDepth > 0) return; // EndBatch does it once for all
     WString text;
     const Document* active = activeView ? activeView->GetDocument() : nullptr;
     if (BuildTitle(active, macros.IsRecording(), text)) SetWindowTextW(window, Wide(text.Text()));

@@ -1,6 +1,7 @@
 #include "view/win32/TextView.h"
 
 #include "base/Platform.h"
+#include "base/win32/Input.h"
 #include "settings/Settings.h"
 #include "view/win32/Clipboard.h"
 #include "view/win32/FindDialogs.h"
@@ -263,12 +264,4 @@ uint64_t TextView::Ticks() const { return Platform::Ticks(); }
 
 void TextView::SetWaitCursor(bool wait) { SetCursor(wait ? LoadCursorW(nullptr, IDC_WAIT) : beamCursor); }
 
-bool TextView::TakeEscape() {
-    MSG message;
-    bool escape = false;
-    while (PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE) && message.wParam == VK_ESCAPE) {
-        PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE);
-        escape = true;
-    }
-    return escape;
-}
+bool TextView::TakeEscape() { return TakeQueuedEscape(); }
