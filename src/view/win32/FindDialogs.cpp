@@ -25,6 +25,7 @@ public:
     FindDialog(View& searched, bool hex) : view(searched), hexPattern(hex) {}
 
     void Init() override {
+        CentreOverParent();
         FillHistory(GetDlgItem(window, IDC_FIND_WHAT), findState.searchHistory, findState.searchText);
         CheckDlgButton(window, IDC_WHOLE_WORD, findState.wholeWord);
         CheckDlgButton(window, IDC_MATCH_CASE, findState.matchCase);
@@ -56,6 +57,7 @@ public:
     ReplaceDialog(TextEditor& searched, bool multiLine) : editor(searched), multiLineSelection(multiLine) {}
 
     void Init() override {
+        CentreOverParent();
         FillHistory(GetDlgItem(window, IDC_FIND_WHAT), findState.searchHistory, findState.searchText);
         FillHistory(GetDlgItem(window, IDC_REPLACE_WITH), findState.replaceHistory, findState.replaceText);
         CheckDlgButton(window, IDC_WHOLE_WORD, findState.wholeWord);
@@ -129,7 +131,10 @@ class GoToDialog final : public DialogBase {
 public:
     explicit GoToDialog(uint32_t start) : value(start) {}
 
-    void Init() override { SetDlgItemInt(window, IDC_GOTO_NUMBER, value, FALSE); }
+    void Init() override {
+        CentreOverParent();
+        SetDlgItemInt(window, IDC_GOTO_NUMBER, value, FALSE);
+    }
 
     void Ok() override {
         value = GetDlgItemInt(window, IDC_GOTO_NUMBER, nullptr, FALSE);
