@@ -148,6 +148,9 @@ start_screen() {
         cannot "start a window manager (openbox)"
         return 1
     fi
+    # Away from where windows appear: one that comes up under the pointer takes over the state of the
+    # keyboard at that moment, which has none of the keys that a test presses.
+    xdotool mousemove 1279 899
 }
 
 stop_screen() {

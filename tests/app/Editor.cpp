@@ -2,6 +2,8 @@
 
 #include "app/Input.h"
 
+#include <cstdio>
+
 namespace {
 
 std::wstring ProgramPath() {
@@ -29,8 +31,10 @@ bool Editor::Start(const std::wstring& arguments, const std::wstring& directory)
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started = {};
     if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, directory.c_str(), &startup,
-                        &started))
+                        &started)) {
+        fwprintf(stderr, L"not started, error %lu: %ls\n", GetLastError(), commandLine.c_str());
         return false;
+    }
     process = started.hProcess;
     processId = started.dwProcessId;
     threadId = started.dwThreadId;
@@ -40,6 +44,9 @@ bool Editor::Start(const std::wstring& arguments, const std::wstring& directory)
             if (window::ClassOf(found) == L"OrvaneMain") main = found;
         return main || !IsRunning();
     });
+    DWORD code = 0;
+    if (!main && GetExitCodeProcess(process, &code))
+        fwprintf(stderr, L"no main window, exit code 0x%lX: %ls\n", code, commandLine.c_str());
     return main != nullptr;
 }
 
@@ -118,13 +125,17 @@ HWND Editor::Focus() const {
 }
 
 bool Editor::TakeFocus() const {
-    return window::WaitFor([this] {
+    const bool focused = window::WaitFor([this] {
         if (Focus()) return true;
         DWORD owner = 0;
         GetWindowThreadProcessId(GetForegroundWindow(), &owner);
         if (owner != processId) SetForegroundWindow(Dialog() ? Dialog() : main);
         return false;
     });
+    // A window that has just got the focus may still have to take over the state of the keyboard, which
+    // would release a modifier key that is pressed meanwhile. Its answer comes after that.
+    DWORD_PTR answer = 0;
+    return focused && SendMessageTimeoutW(Focus(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer);
 }
 
 bool Editor::Keys(const std::wstring& keys) { return TakeFocus() && input::Keys(keys); }

@@ -11,8 +11,9 @@ bool SaveScreen(const std::wstring& path) {
     info.biWidth = width;
     info.biHeight = height;
     info.biPlanes = 1;
-    info.biBitCount = 32;
-    info.biSizeImage = static_cast<DWORD>(width * height * 4);
+    info.biBitCount = 24;
+    // Each row takes a multiple of four bytes.
+    info.biSizeImage = static_cast<DWORD>((width * 3 + 3) / 4 * 4 * height);
 
     const HDC screen = GetDC(nullptr);
     const HDC memory = CreateCompatibleDC(screen);
