@@ -4,6 +4,7 @@
 #include "base/ScanVector.h"
 #include "base/Text.h"
 
+#include <algorithm>
 #include <cstring>
 
 // As the search over characters does, a step tests for two bytes of the pattern at many positions at
@@ -32,7 +33,11 @@ unsigned CommonnessOf(uint8_t byte) {
     return byte >= 0x20 && byte < 0x7F ? 2 : 1;
 }
 
+// Looks only so far into a long pattern: choosing must cost little against one search.
+constexpr size_t ProbedBytes = 128;
+
 size_t RarestOffset(const uint8_t* pattern, size_t n, size_t except) {
+    n = std::min(n, ProbedBytes);
     size_t best = except == 0 && n > 1 ? 1 : 0;
     for (size_t i = 0; i < n; ++i)
         if (i != except && CommonnessOf(pattern[i]) < CommonnessOf(pattern[best])) best = i;

@@ -85,6 +85,7 @@ private:
     struct Sought {
         const uint8_t* bytes;
         uint32_t count;
+        uint32_t headCount; // of its first bytes, which the windows are searched for
         bool matchCase;
     };
 
@@ -94,6 +95,7 @@ private:
     ChangedPage* MakePage(uint64_t index);
     bool MakePages(uint64_t offset, size_t count);
     bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
+    bool StandsAt(const Sought& sought, uint64_t offset);
     bool FindForward(const Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
     bool FindBackward(const Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found);
     bool Perform(ByteEdit& edit, bool undoing);

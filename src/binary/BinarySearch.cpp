@@ -19,6 +19,10 @@ bool ToBytes(const WString& pattern, bool hexPattern, Array<uint8_t>& out) {
     return true;
 }
 
+// A window is searched for no more of the pattern than this, so that most of its places can be tested
+// before the next one is read, however long the pattern.
+constexpr uint32_t LongestHead = 4096;
+
 } // namespace
 
 bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward,
@@ -30,55 +34,59 @@ bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t e
     from = std::min(from, fileSize);
     end = std::min(end, fileSize);
     matchLength = static_cast<uint32_t>(bytes.Count());
-    const Sought sought = {bytes.Items(), matchLength, matchCase || hexPattern};
+    const Sought sought = {bytes.Items(), matchLength, std::min(matchLength, LongestHead), matchCase || hexPattern};
     if (backward ? FindBackward(sought, from, 0, found) : FindForward(sought, from, end, found)) return true;
     wrapped = true;
     // What the first pass has seen is not looked at again.
     return backward ? FindBackward(sought, fileSize, from, found) : FindForward(sought, 0, std::min(from, end), found);
 }
 
+// Whether the whole pattern stands where its head was found.
+bool BinaryDocument::StandsAt(const Sought& sought, uint64_t offset) {
+    if (sought.count == sought.headCount) return true;
+    if (!EnsureWindow(offset, sought.count)) return false;
+    const uint64_t start = offset - windowStart;
+    return start + sought.count <= windowValid &&
+           Scan::FindBytes(window + start, sought.count, sought.bytes, sought.count, sought.matchCase) == 0;
+}
+
 // The first match at a position in [from, end).
 bool BinaryDocument::FindForward(const Sought& sought, uint64_t from, uint64_t end, uint64_t& found) {
+    end = std::min(end, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from < end) {
-        if (!EnsureWindow(from, std::max(sought.count, PageSize))) return false;
-        const auto start = static_cast<uint32_t>(from - windowStart);
-        if (start > windowValid || windowValid - start < sought.count) return false; // nothing longer is left
-        const uint64_t positions = std::min<uint64_t>(end - from, windowValid - start - sought.count + 1);
-        const size_t at = Scan::FindBytes(window + start, static_cast<size_t>(positions) + sought.count - 1,
-                                          sought.bytes, sought.count, sought.matchCase);
-        if (at != Scan::NotFound) {
-            found = from + at;
-            return true;
-        }
-        from += positions;
+        if (!EnsureWindow(from, PageSize)) return false;
+        const uint64_t start = from - windowStart;
+        // A file that has become shorter ends here.
+        if (start + sought.headCount > windowValid) return false;
+        const uint64_t positions = std::min(end - from, windowValid - start - sought.headCount + 1);
+        const size_t at = Scan::FindBytes(window + start, static_cast<size_t>(positions) + sought.headCount - 1,
+                                          sought.bytes, sought.headCount, sought.matchCase);
+        from += at == Scan::NotFound ? positions : at;
+        if (at == Scan::NotFound) continue;
+        found = from++;
+        if (StandsAt(sought, found)) return true;
     }
     return false;
 }
 
 // The last match at a position in [lowest, from).
 bool BinaryDocument::FindBackward(const Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found) {
-    // The whole match must lie in the file.
     from = std::min(from, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from > lowest) {
-        const uint64_t last = from - 1;
-        const uint64_t matchEnd = last + sought.count;
-        // Asked for like this, a window that moves back ends with the match at the last position.
-        const uint64_t wanted = std::min(last, matchEnd > PageSize ? matchEnd - PageSize : 0);
-        if (!EnsureWindow(wanted, static_cast<uint32_t>(matchEnd - wanted))) return false;
+        // Asked for like this, a window that moves back ends with the head at the last position.
+        const uint64_t headEnd = from - 1 + sought.headCount;
+        const uint64_t wanted = headEnd > PageSize ? headEnd - PageSize : 0;
+        if (!EnsureWindow(wanted, static_cast<uint32_t>(headEnd - wanted))) return false;
+        const uint64_t first = std::max(lowest, windowStart);
         // A file that has become shorter may end before.
-        const uint64_t windowEnd = windowStart + windowValid;
-        const uint64_t lowestHere = std::max(lowest, windowStart);
-        if (windowEnd >= lowestHere + sought.count) {
-            const uint64_t positions = std::min(from, windowEnd - sought.count + 1) - lowestHere;
-            const size_t at = Scan::FindLastBytes(window + (lowestHere - windowStart),
-                                                  static_cast<size_t>(positions) + sought.count - 1, sought.bytes,
-                                                  sought.count, sought.matchCase);
-            if (at != Scan::NotFound) {
-                found = lowestHere + at;
-                return true;
-            }
-        }
-        from = std::min(last, lowestHere);
+        const uint64_t windowEnd = std::min(headEnd, windowStart + windowValid);
+        const uint64_t searched = windowEnd > first ? windowEnd - first : 0;
+        const size_t at = Scan::FindLastBytes(window + (first - windowStart), static_cast<size_t>(searched),
+                                              sought.bytes, sought.headCount, sought.matchCase);
+        from = at == Scan::NotFound ? first : first + at;
+        if (at == Scan::NotFound) continue;
+        found = from;
+        if (StandsAt(sought, found)) return true;
     }
     return false;
 }

@@ -1,0 +1,258 @@
+#include "BinarySupport.h"
+#include "base/CodePage.h"
+#include "support/FailureInjection.h"
+
+#include <optional>
+
+namespace {
+
+struct Search {
+    uint64_t from = 0;
+    uint64_t end = UINT64_MAX;
+    bool matchCase = true;
+    bool backward = false;
+    bool hexPattern = false;
+};
+
+struct Match {
+    uint64_t offset;
+    uint32_t length;
+    bool wrapped;
+
+    bool operator==(const Match&) const = default;
+};
+
+void PrintTo(const Match& match, std::ostream* stream) {
+    *stream << match.offset << " length " << match.length << (match.wrapped ? " wrapped" : "");
+}
+
+std::optional<Match> Find(BinaryDocument& document, const std::u16string& pattern, const Search& search) {
+    WString text;
+    EXPECT_TRUE(text.Assign(pattern.data(), static_cast<int64_t>(pattern.size())));
+    Match match = {};
+    const bool found = document.FindBytes(text, search.from, search.end, search.matchCase, search.backward,
+                                          search.hexPattern, match.offset, match.wrapped, match.length);
+    if (!found) return std::nullopt;
+    return match;
+}
+
+bool Same(char left, char right, bool matchCase) {
+    const auto fold = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return left == right || (!matchCase && fold(left) == fold(right));
+}
+
+bool StandsAt(const std::string& content, uint64_t offset, const std::string& pattern, bool matchCase) {
+    if (offset + pattern.size() > content.size()) return false;
+    for (size_t i = 0; i < pattern.size(); ++i)
+        if (!Same(content[offset + i], pattern[i], matchCase)) return false;
+    return true;
+}
+
+// Position by position, twice around.
+std::optional<Match> NaiveFind(const std::string& content, const std::string& pattern, const Search& search) {
+    const auto length = static_cast<uint32_t>(pattern.size());
+    const uint64_t end = std::min<uint64_t>(search.end, content.size());
+    const uint64_t from = std::min<uint64_t>(search.from, content.size());
+    if (pattern.empty()) return std::nullopt;
+    for (const bool wrapped : {false, true}) {
+        if (search.backward) {
+            for (uint64_t at = wrapped ? content.size() : from; at-- > 0;)
+                if (StandsAt(content, at, pattern, search.matchCase)) return Match{at, length, wrapped};
+        } else {
+            for (uint64_t at = wrapped ? 0 : from; at < end; ++at)
+                if (StandsAt(content, at, pattern, search.matchCase)) return Match{at, length, wrapped};
+        }
+    }
+    return std::nullopt;
+}
+
+std::u16string Wide(const std::string& text) { return {text.begin(), text.end()}; }
+
+std::u16string HexOf(const std::string& bytes) {
+    std::u16string text;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += u"0123456789ABCDEF"[byte >> 4];
+        text += u"0123456789abcdef"[byte & 15];
+    }
+    return text;
+}
+
+} // namespace
+
+TEST(BinaryFind, ForwardsFromAPositionAndAroundTheEnd) {
+    OpenedFile file("one two one two");
+    EXPECT_EQ(Find(*file, u"two", {.from = 0}), (Match{4, 3, false}));
+    EXPECT_EQ(Find(*file, u"two", {.from = 5}), (Match{12, 3, false}));
+    EXPECT_EQ(Find(*file, u"two", {.from = 13}), (Match{4, 3, true}));
+    EXPECT_EQ(Find(*file, u"two", {.from = 1000}), (Match{4, 3, true}));
+    EXPECT_EQ(Find(*file, u"three", {.from = 0}), std::nullopt);
+}
+
+TEST(BinaryFind, ForwardsOnlyPositionsBeforeTheEndCount) {
+    OpenedFile file("one two one two");
+    EXPECT_EQ(Find(*file, u"two", {.from = 5, .end = 12}), (Match{4, 3, true}));
+    EXPECT_EQ(Find(*file, u"two", {.from = 0, .end = 4}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"two", {.from = 0, .end = 5}), (Match{4, 3, false}));
+    EXPECT_EQ(Find(*file, u"two", {.from = 13, .end = 4}), std::nullopt);
+}
+
+TEST(BinaryFind, BackwardsFromAPositionAndAroundTheStart) {
+    OpenedFile file("one two one two");
+    EXPECT_EQ(Find(*file, u"one", {.from = 15, .backward = true}), (Match{8, 3, false}));
+    EXPECT_EQ(Find(*file, u"one", {.from = 8, .backward = true}), (Match{0, 3, false}));
+    EXPECT_EQ(Find(*file, u"two", {.from = 3, .backward = true}), (Match{12, 3, true}));
+    // A match may begin before the position and reach beyond it.
+    EXPECT_EQ(Find(*file, u"two", {.from = 5, .backward = true}), (Match{4, 3, false}));
+}
+
+TEST(BinaryFind, BackwardsFromTheStartGoesStraightToTheEnd) {
+    OpenedFile file("one two one two");
+    EXPECT_EQ(Find(*file, u"one", {.from = 0, .backward = true}), (Match{8, 3, true}));
+}
+
+TEST(BinaryFind, TextIsConvertedToTheAnsiPage) {
+    const std::u16string text = u"caf\u00E9";
+    std::string bytes(10, '\0');
+    bytes.resize(FromUtf16(CodePage::Ansi, text.data(), text.size(), reinterpret_cast<uint8_t*>(bytes.data()), 10));
+    OpenedFile file("a " + bytes + " b");
+    EXPECT_EQ(Find(*file, text, {}), (Match{2, static_cast<uint32_t>(bytes.size()), false}));
+}
+
+TEST(BinaryFind, LetterCaseCountsOnlyWhenAskedForAndNeverInHex) {
+    OpenedFile file("xxNeedle");
+    EXPECT_EQ(Find(*file, u"nEEDLE", {.matchCase = false}), (Match{2, 6, false}));
+    EXPECT_EQ(Find(*file, u"nEEDLE", {.matchCase = true}), std::nullopt);
+    EXPECT_EQ(Find(*file, HexOf("needle"), {.matchCase = false, .hexPattern = true}), std::nullopt);
+    EXPECT_EQ(Find(*file, HexOf("Needle"), {.matchCase = false, .hexPattern = true}), (Match{2, 6, false}));
+    // Letters beyond ASCII match only themselves.
+    OpenedFile other("\xC4");
+    EXPECT_EQ(Find(*other, u"\u00E4", {.matchCase = false}), std::nullopt);
+}
+
+TEST(BinaryFind, HexPatternsTakeBlanksAndBothCases) {
+    OpenedFile file(std::string("\0\xAB\xCD\x01", 4));
+    EXPECT_EQ(Find(*file, u"ab CD", {.hexPattern = true}), (Match{1, 2, false}));
+    EXPECT_EQ(Find(*file, u"00", {.hexPattern = true}), (Match{0, 1, false}));
+}
+
+TEST(BinaryFind, EmptyAndInvalidPatternsFindNothing) {
+    OpenedFile file("abc");
+    EXPECT_EQ(Find(*file, u"", {}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"", {.hexPattern = true}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"616", {.hexPattern = true}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"6g", {.hexPattern = true}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"a", {.hexPattern = true}), std::nullopt);
+}
+
+TEST(BinaryFind, APatternLongerThanTheFileOrTheWindowIsNotFound) {
+    OpenedFile small("abc");
+    for (const bool backward : {false, true})
+        EXPECT_EQ(Find(*small, u"abcd", {.from = 3, .backward = backward}), std::nullopt);
+    OpenedFile file(std::string(100000, 'x'));
+    for (const bool backward : {false, true}) {
+        EXPECT_EQ(Find(*file, std::u16string(32769, u'x'), {.from = 50000, .backward = backward}), std::nullopt);
+        EXPECT_NE(Find(*file, std::u16string(32768, u'x'), {.from = 50000, .backward = backward}), std::nullopt);
+    }
+}
+
+TEST(BinaryFind, SeesTheFileAndNotWhatIsUnsaved) {
+    OpenedFile file(Pattern(60000));
+    ASSERT_TRUE(file.Edit(50000, "needle in the haystack"));
+    EXPECT_EQ(Find(*file, u"needle in", {}), std::nullopt);
+    ASSERT_TRUE(file.Save());
+    EXPECT_EQ(Find(*file, u"needle in", {}), (Match{50000, 9, false}));
+}
+
+TEST(BinaryFind, ReadsTheWindowAnewAfterItServedAsScratchSpace) {
+    std::string content = Pattern(100000);
+    content.replace(10, 6, "needle");
+    OpenedFile file(content);
+    Bytes page(16384);
+    ASSERT_TRUE(file->ReadBytes(65536, page.data(), page.size()));
+    EXPECT_EQ(Find(*file, u"needle", {}), (Match{10, 6, false}));
+}
+
+TEST(BinaryFind, AtEveryPageAndWindowBorder) {
+    // In a file without it otherwise, the pattern is put around each border, wherever the window starts.
+    for (const size_t n : {1u, 2u, 7u, 300u, 16384u, 20000u, 32768u}) {
+        std::string pattern = Pattern(n, 5);
+        pattern[0] = 'N';
+        for (const size_t border : {0u, 16384u, 32768u, 49152u, 65536u, 98304u, 100000u}) {
+            for (int delta = -2; delta <= 2; ++delta) {
+                for (const size_t back : {size_t{0}, n / 2, n}) {
+                    const auto place = static_cast<int64_t>(border) + delta - static_cast<int64_t>(back);
+                    if (place < 0 || static_cast<size_t>(place) + n > 100000) continue;
+                    std::string content(100000, 'x');
+                    content.replace(static_cast<size_t>(place), n, pattern);
+                    OpenedFile file(content);
+                    const auto offset = static_cast<uint64_t>(place);
+                    const auto length = static_cast<uint32_t>(n);
+                    const std::u16string hex = HexOf(pattern);
+                    const Match expected = {offset, length, false};
+                    ASSERT_EQ(Find(*file, hex, {.from = 0, .hexPattern = true}), expected);
+                    ASSERT_EQ(Find(*file, hex, {.from = 100000, .backward = true, .hexPattern = true}), expected);
+                    const Match wrapped = {offset, length, true};
+                    ASSERT_EQ(Find(*file, hex, {.from = offset + 1, .hexPattern = true}), wrapped);
+                    ASSERT_EQ(Find(*file, hex, {.from = offset, .backward = true, .hexPattern = true}), wrapped);
+                }
+            }
+        }
+    }
+}
+
+TEST(BinaryFind, RandomSearchesMatchANaiveOne) {
+    std::mt19937 random(12);
+    for (int round = 0; round < 60; ++round) {
+        // Few different bytes, so that much of a pattern stands in many places.
+        const std::string alphabet = round % 2 ? "ab" : "abAB";
+        std::string content(BorderSizes[random() % std::size(BorderSizes)], '\0');
+        for (char& c : content) c = alphabet[random() % alphabet.size()];
+        OpenedFile file(content);
+        for (int i = 0; i < 40; ++i) {
+            std::string pattern(1 + random() % 24, '\0');
+            for (char& c : pattern) c = alphabet[random() % alphabet.size()];
+            Search search;
+            search.from = random() % (content.size() + 2);
+            search.end = random() % 4 ? content.size() : random() % (content.size() + 2);
+            search.matchCase = random() % 2 == 0;
+            search.backward = random() % 2 == 0;
+            ASSERT_EQ(Find(*file, Wide(pattern), search), NaiveFind(content, pattern, search))
+                << round << ' ' << pattern << ' ' << search.from << ' ' << search.end << ' ' << search.backward;
+        }
+    }
+}
+
+TEST(BinaryFind, AFailedReadFindsNothing) {
+    std::string content(100000, 'x');
+    content.replace(90000, 6, "needle");
+    OpenedFile file(content);
+    for (const bool backward : {false, true}) {
+        const uint64_t failures = FailEachFileCall([&] {
+            return Find(*file, u"needle", {.from = backward ? 100000u : 0u, .backward = backward}) ==
+                   Match{90000, 6, false};
+        });
+        EXPECT_GE(failures, backward ? 0u : 2u);
+    }
+}
+
+TEST(BinaryFind, WithoutMemoryFindsNothing) {
+    OpenedFile file("a needle");
+    WString text;
+    ASSERT_TRUE(text.Assign(u"needle"));
+    const uint64_t failures = FailEachAllocation([&] {
+        Match match = {};
+        return file->FindBytes(text, 0, 8, true, false, false, match.offset, match.wrapped, match.length);
+    });
+    EXPECT_EQ(failures, 1u);
+}
+
+TEST(BinaryFind, AShortenedFileEndsTheSearchWhereItEnds) {
+    std::string content(100000, 'x');
+    content.replace(10, 6, "needle").replace(90000, 6, "needle");
+    OpenedFile file(content);
+    std::filesystem::resize_file(file.folder.File("file.bin"), 50000);
+    EXPECT_EQ(Find(*file, u"needle", {.from = 100, .end = 100000}), (Match{10, 6, true}));
+    EXPECT_EQ(Find(*file, u"needle", {.from = 100000, .backward = true}), (Match{10, 6, false}));
+    EXPECT_EQ(Find(*file, u"absent", {.from = 100000, .backward = true}), std::nullopt);
+}

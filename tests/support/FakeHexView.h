@@ -1,0 +1,58 @@
+#pragma once
+
+#include "binary/BinaryDocument.h"
+
+// A view of a binary document without anything to look at: it takes down what the document asks of it.
+//
+//     FakeHexView* view = FakeHexView::Create(document);   // in the document's list, which owns it
+class FakeHexView final : public HexDocumentView {
+public:
+    explicit FakeHexView(BinaryDocument& shown) : document(shown) { ++alive; }
+    FakeHexView(const FakeHexView&) = delete;
+    FakeHexView& operator=(const FakeHexView&) = delete;
+
+    // Makes a view through BinaryDocument::CreateView; null when that fails.
+    static FakeHexView* Create(BinaryDocument& document) {
+        SetHexViewFactory([](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
+            return failNext ? (failNext = false, nullptr) : new FakeHexView(shown);
+        });
+        return static_cast<FakeHexView*>(document.CreateView(nullptr));
+    }
+    static inline bool failNext = false; // the next Create fails
+    static inline int alive = 0;         // views that were made and not destroyed
+
+    void ForgetCalls() { contentChanges = documentChanges = madeVisible = 0; }
+
+    void SetCaret(uint64_t offset, uint32_t position) override {
+        caret = offset;
+        subPosition = position;
+    }
+    void MakeCaretVisible() override { ++madeVisible; }
+    void ContentChanged() override { ++contentChanges; }
+    bool HasWindow() const override { return true; }
+    bool HasFocus() const override { return false; }
+    void Invalidate() override {}
+    void RefreshStatus() override {}
+    void DocumentChanged(Document*) override { ++documentChanges; }
+    View* AsView() override { return nullptr; }
+    void Destroy() override {
+        document.ForgetView(this);
+        delete this;
+    }
+
+    uint64_t caret = 0;
+    uint32_t subPosition = 0;
+    // Calls since ForgetCalls.
+    int madeVisible = 0;
+    int contentChanges = 0;
+    int documentChanges = 0;
+
+    // Not through `new` of the product: a view is no part of what runs out of memory in a test.
+    static void* operator new(size_t bytes) { return ::operator new(bytes); }
+    static void operator delete(void* block) { ::operator delete(block); }
+
+private:
+    ~FakeHexView() { --alive; }
+
+    BinaryDocument& document;
+};
