@@ -105,16 +105,19 @@ size_t Scan::SkipLines(const Char* text, size_t count, size_t lines, size_t& pas
 }
 
 size_t Scan::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed) {
-    // As in SkipLines, the line feeds of whole stretches are only counted while many are to be passed.
-    constexpr size_t Stretch = 1024;
+    // As in SkipLines, the line feeds of whole stretches are only counted while many are to be passed. They
+    // get shorter towards the line wanted; far from it long ones keep the memory streaming.
+    constexpr size_t Stretches[] = {1u << 18, 1u << 15, 1u << 12};
     constexpr size_t FewLines = 32;
     size_t at = count;
     size_t wanted = lines + 1; // the line reached starts behind this one
-    while (wanted > FewLines && at >= Stretch) {
-        const size_t lineFeeds = CountLineFeeds(text + at - Stretch, Stretch);
-        if (lineFeeds >= wanted) break;
-        wanted -= lineFeeds;
-        at -= Stretch;
+    for (const size_t stretch : Stretches) {
+        while (wanted > FewLines && at >= stretch) {
+            const size_t lineFeeds = CountLineFeeds(text + at - stretch, stretch);
+            if (lineFeeds >= wanted) break;
+            wanted -= lineFeeds;
+            at -= stretch;
+        }
     }
     passed = lines;
     while (const size_t start = FindLineStart(text, at)) {
