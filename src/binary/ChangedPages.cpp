@@ -1,7 +1,7 @@
 #include "binary/ChangedPages.h"
 
 ChangedPage* ChangedPages::Find(uint64_t index) const {
-    ChangedPage* page = Bucket(index);
+    ChangedPage* page = BucketOf(index);
     while (page && page->index != index) page = page->nextInBucket;
     return page;
 }
@@ -14,13 +14,13 @@ void ChangedPages::Append(ChangedPage* page) {
 }
 
 void ChangedPages::PutIntoBucket(ChangedPage* page) {
-    ChangedPage*& bucket = Bucket(page->index);
+    ChangedPage*& bucket = BucketOf(page->index);
     page->nextInBucket = bucket;
     bucket = page;
 }
 
 void ChangedPages::Grow() {
-    auto** table = Heap::AllocateArray<ChangedPage*>(BucketCount() * 2);
+    auto* table = Heap::AllocateArray<Bucket>(BucketCount() * 2);
     if (!table) return;
     if (buckets != firstTable) Heap::Free(buckets);
     buckets = table;
@@ -29,9 +29,9 @@ void ChangedPages::Grow() {
 }
 
 void ChangedPages::RemoveBehind(const ChangedPage* last) {
-    while (pages.tail != last) {
-        ChangedPage* page = pages.tail;
-        ChangedPage** link = &Bucket(page->index);
+    while (ChangedPage* page = pages.tail) {
+        if (page == last) return;
+        ChangedPage** link = &BucketOf(page->index);
         while (*link != page) link = &(*link)->nextInBucket;
         *link = page->nextInBucket;
         pages.Remove(page);
@@ -43,7 +43,7 @@ void ChangedPages::RemoveBehind(const ChangedPage* last) {
 void ChangedPages::Clear() {
     while (ChangedPage* page = pages.TakeHead()) delete page;
     if (buckets != firstTable) Heap::Free(buckets);
-    for (ChangedPage*& bucket : firstTable) bucket = nullptr;
+    for (Bucket& bucket : firstTable) bucket = {};
     buckets = firstTable;
     bucketBits = FirstBits;
     count = 0;

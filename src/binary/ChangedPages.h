@@ -36,17 +36,22 @@ public:
 
 private:
     static constexpr uint32_t FirstBits = 6;
+    struct Bucket {
+        ChangedPage* first = nullptr; // further ones follow by nextInBucket
+    };
 
     size_t BucketCount() const { return size_t{1} << bucketBits; }
     // The multiplication spreads pages that lie a power of two apart.
-    ChangedPage*& Bucket(uint64_t index) const { return buckets[index * 0x9E3779B97F4A7C15u >> (64 - bucketBits)]; }
+    ChangedPage*& BucketOf(uint64_t index) const {
+        return buckets[index * 0x9E3779B97F4A7C15u >> (64 - bucketBits)].first;
+    }
     void PutIntoBucket(ChangedPage* page);
     void Grow();
 
     List<ChangedPage> pages;
     size_t count = 0;
     // When a larger table cannot be had the smaller one goes on to serve.
-    ChangedPage* firstTable[size_t{1} << FirstBits] = {};
-    ChangedPage** buckets = firstTable;
+    Bucket firstTable[size_t{1} << FirstBits];
+    Bucket* buckets = firstTable;
     uint32_t bucketBits = FirstBits;
 };
