@@ -40,23 +40,30 @@ bool BulkEdit::Redo() {
     MoveMarks(false);
     ChangeText(false);
 
-    // Every single change would take the carets along and scroll them into view. As they go downwards
-    // only, the first and the last of them decide where the views come to stand.
-    const uint32_t first = changes[0].offset + count;
     const size_t end = changes.Count() - 1;
     const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
     for (ViewState* state = &views; state; state = state->next) {
-        if (!document->HasView(state->view)) continue;
-        if (!performed) state->topLineAfter = LineAfter(state->topLineAfter);
-        state->view->SetTopLine(state->topLineAfter);
-        state->view->SelectRange(first, first);
-        state->view->SelectRange(last, last);
-        state->topLineAfter = state->view->TopLine();
+        if (document->HasView(state->view)) MoveView(*state, last);
     }
     performed = true;
     RefreshLaterViews();
     document->RepaintAll();
     return true;
+}
+
+// Every single change would take the carets along and scroll them into view. As they go downwards only,
+// the first and the last of them decide where a view comes to stand; done again, the last alone.
+void BulkEdit::MoveView(ViewState& state, uint32_t last) {
+    DocumentView& view = *state.view;
+    if (performed) {
+        view.SetTopLine(state.topLineAfter);
+    } else {
+        const uint32_t first = changes[0].removed ? changes[0].offset : changes[0].offset + count;
+        view.SetTopLine(LineAfter(state.topLineAfter));
+        view.SelectRange(first, first);
+    }
+    view.SelectRange(last, last);
+    state.topLineAfter = view.TopLine();
 }
 
 bool BulkEdit::Undo() {

@@ -42,6 +42,7 @@ private:
     uint32_t LinesBetween(uint32_t from, uint32_t to) const;
     uint32_t LineAfter(uint32_t offset) const;
     void MapTopLines();
+    void MoveView(ViewState& state, uint32_t last);
 
     Array<TextChange> changes;
     WString removedText;       // all that was removed, in order

@@ -53,11 +53,14 @@ bool TextEditor::FindNext(bool backward) {
     uint32_t found = 0;
     bool wrapped = false;
     bool success = false;
-    if (!findState.searchText.IsEmpty() && findState.searchHistory.Add(findState.searchText)) {
+    // A NUL ends what is compared, and a text never holds one: such a pattern stands nowhere.
+    const WString& wanted = findState.searchText;
+    const bool searchable = !wanted.IsEmpty() && Text::Length(wanted.Text()) == wanted.Length();
+    if (searchable && findState.searchHistory.Add(wanted)) {
         LongOperation progress(*this);
         const uint32_t from = backward ? SelectionStart() : SelectionEnd();
-        success = document->FindText(findState.searchHistory.Newest().Text(), from, TextLength(), findState.matchCase,
-                                     findState.wholeWord, backward, found, wrapped, &progress);
+        success = document->FindText(wanted.Text(), from, TextLength(), findState.matchCase, findState.wholeWord,
+                                     backward, found, wrapped, &progress);
     }
     ViewHost* host = surface.Host();
     if (!success) {

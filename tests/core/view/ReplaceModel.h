@@ -1,0 +1,78 @@
+#pragma once
+
+#include "document/TextBuffer.h"
+#include "view/TextEditor.h"
+
+#include <string>
+
+// Replacing and indenting one change after the other, each with the document's single operations.
+namespace OneByOne {
+
+struct Rules {
+    bool matchCase;
+    bool wholeWord;
+};
+
+inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, const std::u16string& replacement,
+                           const Rules& rules, bool inSelection) {
+    TextBuffer& document = *view.GetTextBuffer();
+    document.CommitEdit();
+    const auto n = static_cast<uint32_t>(pattern.size());
+    const auto r = static_cast<uint32_t>(replacement.size());
+    const uint32_t start = inSelection ? view.SelectionStart() : 0;
+    uint32_t end = inSelection ? view.SelectionEnd() : document.Length();
+    uint32_t at = start;
+    uint32_t count = 0;
+    document.BeginGroup();
+    for (;;) {
+        uint32_t found = 0;
+        bool wrapped = false;
+        if (!document.FindText(pattern.c_str(), at, end, rules.matchCase, rules.wholeWord, false, found, wrapped))
+            break;
+        if (wrapped || (inSelection && found + n > end)) break;
+        ++count;
+        document.DeleteText(found, n);
+        document.InsertText(found, replacement.data(), r);
+        at = found + r;
+        end = end + r - n;
+    }
+    document.EndGroup();
+    if (inSelection) view.SelectRange(start, end);
+    return count;
+}
+
+inline bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
+
+inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) {
+    TextBuffer& document = *view.GetTextBuffer();
+    document.CommitEdit();
+    uint32_t start = 0;
+    uint32_t lineStart = 0;
+    const uint32_t firstLine = document.OffsetToLine(view.SelectionStart(), start);
+    uint32_t end = view.SelectionEnd();
+    const uint32_t lastLine = document.OffsetToLine(end, lineStart);
+    const std::u16string unit = spaces ? std::u16string(size, u' ') : std::u16string(u"\t");
+    view.SuspendRedraw(false);
+    document.BeginGroup();
+    for (uint32_t line = firstLine; line < lastLine; ++line) {
+        const uint32_t at = document.LineToOffset(line);
+        bool isLast = false;
+        const std::u16string text(document.Content() + at, document.LineLength(at, isLast));
+        if (unindent) {
+            uint32_t removed = 0;
+            while (removed < text.size() && removed < size && IsBlank(text[removed])) {
+                if (text[removed++] == u'\t') break;
+            }
+            if (removed) document.DeleteText(at, removed);
+            end -= removed;
+        } else if (text.find_first_not_of(u" \t") != text.npos) {
+            document.InsertText(at, unit.data(), static_cast<uint32_t>(unit.size()));
+            end += static_cast<uint32_t>(unit.size());
+        }
+    }
+    document.EndGroup();
+    view.SelectRange(start, end);
+    view.SuspendRedraw(true);
+}
+
+} // namespace OneByOne
