@@ -27,7 +27,9 @@ bool OpenNew(const Opening& opening, const Char* path) {
     WString question;
     if (!Text::AppendFormat(question, u"Create file %s?", path)) return false;
     if (opening.frame.AskUser(question.Text(), MessageKind::YesNo) != Answer::Yes) return false;
-    return Open(opening, Path::FileName(path), true);
+    // Somebody may have made it while the question was open; it must not be taken for an empty one.
+    const bool isNew = Platform::EntryKind(path) == Platform::Entry::Missing;
+    return Open(opening, Path::FileName(path), isNew);
 }
 
 bool OpenMatches(const Opening& opening, Platform::FileSearch& search) {

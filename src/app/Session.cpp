@@ -30,8 +30,7 @@ bool WriteFile(const Char* name, const Platform::ByteBlock& bytes) {
 
 // Only the present session's own file is replaced without a question.
 bool MayReplace(CommandTarget& frame, const Char* file) {
-    const WString& present = frame.commands.sessionFile;
-    if (!present.IsEmpty() && Platform::CompareNames(present.Text(), file) == 0) return true;
+    if (Platform::CompareNames(frame.commands.sessionFile.Text(), file) == 0) return true;
     if (Platform::EntryKind(file) == Platform::Entry::Missing) return true;
     WString question;
     return Text::AppendFormat(question, u"%s already exists.\nWould you like to overwrite it?", file) &&

@@ -144,6 +144,13 @@ TEST_F(CommandLanguageTest, ReadsNothingFromEmptyFilesAndZeros) {
     EXPECT_EQ(RunText(std::string("mkoutput\nl 1\0l 2\n", 17)), (Calls{u"mark output", u"line 0"}));
 }
 
+TEST_F(CommandLanguageTest, RunsAMillionLines) {
+    std::string text;
+    for (int i = 0; i < 1000000; ++i) text += "#\r\n";
+    EXPECT_EQ(RunText(text + "mkoutput"), Calls{u"mark output"});
+    EXPECT_EQ(frame.titles, 1000001);
+}
+
 TEST_F(CommandLanguageTest, ScriptsRunScripts) {
     const std::u16string inner = folder.Write("inner", "l 2");
     const std::string innerBytes(std::filesystem::path(inner).string());

@@ -228,6 +228,16 @@ TEST_F(PromptTest, EnterKeepsACompletedLine) {
     EXPECT_EQ(Str(prompt.Older()), u"edit beta.c");
 }
 
+TEST_F(PromptTest, ACompletedLineIsKeptOnceHoweverOftenItIsEntered) {
+    prompt.Enter(frame, u"pwd", true);
+    EXPECT_EQ(Str(prompt.Complete(u"edit b", true)), u"edit beta.c");
+    prompt.Enter(frame, u"edit beta.c", false);
+    prompt.Enter(frame, u"edit beta.c", false);
+    EXPECT_EQ(frame.TakeCalls(), Calls(2, u"text beta.c"));
+    EXPECT_EQ(Str(prompt.Older()), u"edit beta.c");
+    EXPECT_EQ(Str(prompt.Older()), u"pwd");
+}
+
 TEST_F(PromptTest, AHistoryEntryReplacesWhatWasCompleted) {
     prompt.Enter(frame, u"pwd", true);
     EXPECT_EQ(Str(prompt.Complete(u"edit b", true)), u"edit beta.c");

@@ -233,8 +233,9 @@ TEST_F(CommandTableTest, SavesessionToANameDoesNotSetTheSessionFile) {
 }
 
 TEST_F(CommandTableTest, SessionfileTakesTheRunningScriptsName) {
-    Execute(u"sessionfile");
-    EXPECT_EQ(Str(frame.commands.sessionFile), u"");
+    ASSERT_TRUE(frame.commands.sessionFile.Assign(u"before"));
+    Execute(u"sessionfile"); // no script has run
+    EXPECT_EQ(Str(frame.commands.sessionFile), u"before");
     const std::u16string file = folder.Write("s.ses", "sessionfile\r\n");
     Execute(u"run " + file);
     EXPECT_EQ(Str(frame.commands.sessionFile), file);

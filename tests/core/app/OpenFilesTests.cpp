@@ -87,6 +87,20 @@ TEST_F(OpenFilesTest, AnythingButYesCreatesNothing) {
     EXPECT_TRUE(frame.calls.empty());
 }
 
+TEST_F(OpenFilesTest, AFileMadeDuringTheQuestionIsOpenedAsItIs) {
+    frame.answers = {Answer::Yes};
+    frame.whileAsking = [&] { folder.Write("a.c", "text"); };
+    EXPECT_TRUE(OpenFileArgument(frame, u"a.c", -1, true, false));
+    EXPECT_EQ(frame.calls, Calls{u"text a.c"});
+}
+
+TEST_F(OpenFilesTest, ADirectoryWithABackslashIsNotCreatedAsAFile) {
+    std::filesystem::create_directory(folder.File("d"));
+    frame.answers = {Answer::Yes};
+    OpenFileArgument(frame, u"d\\", -1, true, false);
+    EXPECT_EQ(frame.calls, Calls{u"text d\\"});
+}
+
 TEST_F(OpenFilesTest, OddNamesReachTheQuestionWhole) {
     const std::u16string name = u"100% & %s %ls #.c";
     EXPECT_FALSE(OpenFileArgument(frame, name.c_str(), -1, true, false));

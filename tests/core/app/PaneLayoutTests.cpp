@@ -374,6 +374,18 @@ TEST_F(PaneDragTest, NoPlaceIsEmptiedByADrag) {
     EXPECT_EQ(PaneAt(layout, 1)->left, Units(300));
 }
 
+TEST_F(PaneDragTest, SliversOfRoundingStopNothing) {
+    // One unit is missing between the upper panes, and one between the rows on the left.
+    layout.Set({{0, 0, Half - 1, Half - 1}, {0, Half, Half - 1, Half}, {Half, 0, Half, Whole}});
+    DragTo(512, 100, 700, 100);
+    EXPECT_EQ(layout.Places(),
+              (std::vector<Fraction>{
+                  {0, 0, Units(700), Half - 1}, {0, Half, Units(700), Half}, {Units(700), 0, Units(324), Whole}}));
+    DragTo(300, 512, 300, 600);
+    EXPECT_EQ(PaneAt(layout, 0)->height, Units(600));
+    EXPECT_EQ(PaneAt(layout, 1)->top, Units(600));
+}
+
 TEST_F(PaneDragTest, ASplitOrCloseEndsTheDrag) {
     layout.Split(layout.Head(), true);
     layout.BeginDrag(512, 300, Size, Size);
