@@ -88,6 +88,8 @@ bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirecto
     WString directory;
     if (!ExpandToolVariables(*this, command, line) || !ExpandStartDirectory(*this, startDirectory, directory))
         return false;
+    // An empty line of a script or of the command window names nothing that could be run.
+    if (line.IsEmpty()) return false;
     TextBuffer* const output = commands.console ? ConsoleOutput() : OutputNamed(line.Text());
     return output && output->RunCommand(line.Text(), directory.Text());
 }
