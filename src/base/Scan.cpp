@@ -22,6 +22,9 @@ template <class Test> size_t FindFirst(const Char* text, size_t count, Test test
     return at;
 }
 
+// As far as this, lines are looked for feed by feed.
+constexpr size_t NearLines = 2048;
+
 // Passes over line feeds in text[at, end) until `passed` has grown to `lines`. Returns the index behind
 // the last one, 0 when there was none.
 size_t WalkLines(const Char* text, size_t at, size_t end, size_t lines, size_t& passed) {
@@ -35,6 +38,21 @@ size_t WalkLines(const Char* text, size_t at, size_t end, size_t lines, size_t& 
     const size_t offset = Scan::Reference::SkipLines(text + at, end - at, lines - passed, more);
     passed += more;
     return more ? at + offset : behind;
+}
+
+// Passes over line feeds in text[from, at) backwards and counts `wanted` down for each. Returns the index
+// behind the one that makes it 0; 0 when there are fewer.
+size_t WalkLinesBack(const Char* text, size_t from, size_t at, size_t& wanted) {
+    const __m128i lineFeed = Fill(u'\n');
+    for (; at - from >= Block; at -= Block) {
+        const Char* const block = text + at - Block;
+        uint32_t mask = TestBlock(block, [=](__m128i v) { return _mm_cmpeq_epi16(v, lineFeed); }).Mask();
+        for (; mask; mask &= ~(1u << LastBit(mask)))
+            if (--wanted == 0) return at - Block + LastBit(mask) + 1;
+    }
+    for (; at > from; --at)
+        if (text[at - 1] == u'\n' && --wanted == 0) return at;
+    return 0;
 }
 
 __m128i AddLanes(__m128i sums) { return _mm_add_epi64(sums, _mm_unpackhi_epi64(sums, sums)); }
@@ -89,10 +107,9 @@ size_t Scan::FindLineStart(const Char* text, size_t count) {
 size_t Scan::SkipLines(const Char* text, size_t count, size_t lines, size_t& passed) {
     // A near line is found feed by feed. On the way to a far one whole stretches are counted, which is
     // twice as fast, and only the one with the last feed is walked.
-    constexpr size_t Near = 512;
     constexpr size_t Stretch = 4096;
     passed = 0;
-    size_t at = std::min(count, Near);
+    size_t at = std::min(count, NearLines);
     size_t behind = WalkLines(text, 0, at, lines, passed);
     if (passed == lines) return behind;
     for (; count - at >= Stretch; at += Stretch) {
@@ -105,25 +122,25 @@ size_t Scan::SkipLines(const Char* text, size_t count, size_t lines, size_t& pas
 }
 
 size_t Scan::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed) {
-    // As in SkipLines, the line feeds of whole stretches are only counted while many are to be passed. They
-    // get shorter towards the line wanted; far from it long ones keep the memory streaming.
-    constexpr size_t Stretches[] = {1u << 18, 1u << 15, 1u << 12};
-    constexpr size_t FewLines = 32;
-    size_t at = count;
+    // As in SkipLines, on the way to a far line whole stretches are counted. They get longer, for only long
+    // ones keep the memory streaming downwards, and shorter again where one would go too far.
+    constexpr size_t Shortest = 1u << 12;
+    constexpr size_t Longest = 1u << 18;
     size_t wanted = lines + 1; // the line reached starts behind this one
-    for (const size_t stretch : Stretches) {
-        while (wanted > FewLines && at >= stretch) {
-            const size_t lineFeeds = CountLineFeeds(text + at - stretch, stretch);
-            if (lineFeeds >= wanted) break;
-            wanted -= lineFeeds;
-            at -= stretch;
-        }
-    }
+    size_t at = count > NearLines ? count - NearLines : 0;
     passed = lines;
-    while (const size_t start = FindLineStart(text, at)) {
-        if (--wanted == 0) return start;
-        at = start - 1;
+    if (const size_t start = WalkLinesBack(text, at, count, wanted)) return start;
+    for (size_t stretch = Shortest; stretch >= Shortest;) {
+        const size_t lineFeeds = at >= stretch ? CountLineFeeds(text + at - stretch, stretch) : wanted;
+        if (lineFeeds >= wanted) {
+            stretch /= 2;
+            continue;
+        }
+        wanted -= lineFeeds;
+        at -= stretch;
+        stretch = std::min(2 * stretch, Longest);
     }
+    if (const size_t start = WalkLinesBack(text, 0, at, wanted)) return start;
     passed = lines + 1 - wanted;
     return 0;
 }
