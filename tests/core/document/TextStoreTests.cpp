@@ -1,6 +1,6 @@
 #include "document/TextBuffer.h"
 
-#include "support/FailureInjection.h"
+#include "support/Random.h"
 #include "support/TextDocument.h"
 
 #include <gtest/gtest.h>
@@ -123,6 +123,25 @@ TEST(TextStore, AnOffsetPastTheEndLiesInTheLastLine) {
     EXPECT_EQ(LineAt(*document, 1000), 1u);
     document->LineToOffset(0);
     EXPECT_EQ(LineAt(*document, 1000), 1u);
+}
+
+TEST(TextStore, LookUpsAcrossALongTextAreRight) {
+    std::u16string text;
+    std::vector<uint32_t> starts{0};
+    Random random(5);
+    while (text.size() < 2'000'000) {
+        text.append(random.Below(random.OneIn(50) ? 4000 : 60), u'x');
+        text += u'\n';
+        starts.push_back(static_cast<uint32_t>(text.size()));
+    }
+    TextDocument document(text);
+    for (int round = 0; round < 400; ++round) {
+        const uint32_t line = random.Below(starts.size());
+        ASSERT_EQ(document->LineToOffset(line), starts[line]);
+        const uint32_t other = random.Below(starts.size());
+        ASSERT_EQ(LineAt(*document, starts[other]), other);
+        ASSERT_EQ(StartAt(*document, starts[other]), starts[other]);
+    }
 }
 
 TEST(TextStore, ALookUpOfALineIsCachedOnlyWhenItWasNotThere) {
