@@ -3,6 +3,7 @@
 #include "base/win32/Windows.h"
 
 #include <sstream>
+#include <vector>
 
 namespace input {
 
@@ -43,28 +44,37 @@ WORD KeyOf(const std::wstring& name) {
     return 0;
 }
 
-void Send(WORD key, bool down) {
-    INPUT event = {};
-    event.type = INPUT_KEYBOARD;
-    event.ki.wVk = key;
-    event.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
-    event.ki.dwFlags = (down ? 0u : KEYEVENTF_KEYUP) | (IsExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0u);
-    SendInput(1, &event, sizeof event);
-}
-
-void SendUnicode(wchar_t unit) {
-    INPUT events[2] = {};
-    for (INPUT& event : events) {
-        event.type = INPUT_KEYBOARD;
-        event.ki.wScan = unit;
-        event.ki.dwFlags = KEYEVENTF_UNICODE;
+// Key events that reach the system in one piece: nothing comes between a modifier and its key, neither the
+// user's hands nor a window that takes over the state of the real keyboard.
+class Events {
+public:
+    void Key(WORD key, bool down) {
+        INPUT& event = Add();
+        event.ki.wVk = key;
+        event.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+        event.ki.dwFlags = (down ? 0u : KEYEVENTF_KEYUP) | (IsExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0u);
     }
-    events[1].ki.dwFlags |= KEYEVENTF_KEYUP;
-    SendInput(2, events, sizeof events[0]);
-}
+    void Unicode(wchar_t unit) {
+        for (const DWORD flags : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+            INPUT& event = Add();
+            event.ki.wScan = unit;
+            event.ki.dwFlags = KEYEVENTF_UNICODE | flags;
+        }
+    }
+    void Send() { SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT)); }
+
+private:
+    INPUT& Add() {
+        events.emplace_back();
+        events.back().type = INPUT_KEYBOARD;
+        return events.back();
+    }
+
+    std::vector<INPUT> events;
+};
 
 // "Ctrl+Shift+Home": everything pressed in order and released in reverse.
-bool Chord(const std::wstring& chord) {
+bool Chord(const std::wstring& chord, Events& events) {
     std::wistringstream parts(chord);
     std::wstring name;
     WORD keys[4] = {};
@@ -73,8 +83,8 @@ bool Chord(const std::wstring& chord) {
         keys[count] = KeyOf(name);
         if (!keys[count++]) return false;
     }
-    for (int i = 0; i < count; i++) Send(keys[i], true);
-    for (int i = count; i-- > 0;) Send(keys[i], false);
+    for (int i = 0; i < count; i++) events.Key(keys[i], true);
+    for (int i = count; i-- > 0;) events.Key(keys[i], false);
     return true;
 }
 
@@ -83,32 +93,36 @@ bool Chord(const std::wstring& chord) {
 bool Keys(const std::wstring& keys) {
     std::wistringstream chords(keys);
     std::wstring chord;
+    Events events;
     while (chords >> chord) {
         if (chord[0] == L'+' || chord[0] == L'-') {
             const WORD key = KeyOf(chord.substr(1));
             if (!key) return false;
-            Send(key, chord[0] == L'+');
-        } else if (!Chord(chord)) {
+            events.Key(key, chord[0] == L'+');
+        } else if (!Chord(chord, events)) {
             return false;
         }
     }
+    events.Send();
     return true;
 }
 
 void Type(const std::wstring& text) {
+    Events events;
     for (const wchar_t unit : text) {
         // Low byte: the key; high byte: 1 with Shift, more with other modifiers; -1: no key.
         const SHORT scan = unit == L'\n' ? SHORT{VK_RETURN} : VkKeyScanW(unit);
         if (scan == -1 || HIBYTE(scan) > 1) {
-            SendUnicode(unit);
+            events.Unicode(unit);
             continue;
         }
         const bool shift = HIBYTE(scan) == 1;
-        if (shift) Send(VK_SHIFT, true);
-        Send(LOBYTE(scan), true);
-        Send(LOBYTE(scan), false);
-        if (shift) Send(VK_SHIFT, false);
+        if (shift) events.Key(VK_SHIFT, true);
+        events.Key(LOBYTE(scan), true);
+        events.Key(LOBYTE(scan), false);
+        if (shift) events.Key(VK_SHIFT, false);
     }
+    events.Send();
 }
 
 } // namespace input
