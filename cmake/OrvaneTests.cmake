@@ -8,6 +8,16 @@ add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FR
 target_compile_options(gtest PRIVATE -fno-rtti)
 target_compile_options(gtest_main PRIVATE -fno-rtti)
 
+# The command that the tests run.
+add_executable(speaker tests/program/Speaker.cpp)
+target_link_options(speaker PRIVATE $<$<BOOL:${WIN32}>:-static>)
+set_target_properties(speaker PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+
+function(orvane_use_speaker name)
+    target_compile_definitions(${name} PRIVATE ORVANE_SPEAKER="$<TARGET_FILE:speaker>")
+    add_dependencies(${name} speaker)
+endfunction()
+
 # core_NAME_tests from tests/core/NAME: the portable half, on every platform.
 foreach(name base settings syntax document view binary app)
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/core/${name}/*.cpp")
@@ -15,6 +25,7 @@ foreach(name base settings syntax document view binary app)
         orvane_test(core_${name}_tests "${sources}" orvane_${name} orvane_${name}_platform)
     endif()
 endforeach()
+orvane_use_speaker(core_document_tests)
 
 if(WIN32)
     # In-process tests of windows, and tests that drive the built program.
@@ -23,10 +34,12 @@ if(WIN32)
     if(view_sources)
         orvane_test(view_tests "${view_sources};$<TARGET_OBJECTS:orvane_resources>" orvane_app orvane_app_platform)
         target_include_directories(view_tests PRIVATE "${CMAKE_SOURCE_DIR}/res")
+        orvane_use_speaker(view_tests)
     endif()
     if(app_sources)
         orvane_test(app_tests "${app_sources}" orvane_base orvane_base_platform)
         target_include_directories(app_tests PRIVATE "${CMAKE_SOURCE_DIR}/res")
         add_dependencies(app_tests orvane)
+        orvane_use_speaker(app_tests)
     endif()
 endif()

@@ -1,0 +1,38 @@
+// Stands in for src/base/CodePage.cpp, which is not linked into this program: it is in a library.
+
+#include "core/document/AnsiPage.h"
+
+#include "base/CodePage.h"
+#include "base/SystemCodePage.h"
+#include "base/Utf8.h"
+
+namespace {
+
+bool utf8IsAnsi = false;
+
+bool IsUtf8(CodePage page) { return page == CodePage::Utf8 || (page == CodePage::Ansi && utf8IsAnsi); }
+
+} // namespace
+
+Utf8IsAnsi::Utf8IsAnsi() { utf8IsAnsi = true; }
+Utf8IsAnsi::~Utf8IsAnsi() { utf8IsAnsi = false; }
+
+size_t MaxCharacters(CodePage, size_t count) { return count; }
+
+size_t MaxBytes(CodePage page, size_t count) {
+    return count * (IsUtf8(page) ? 3 : SystemCodePage::MaxBytesPerCharacter(page));
+}
+
+size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, size_t capacity) {
+    return (IsUtf8(page) ? Utf8::ToUtf16(bytes, count, out, capacity)
+                         : SystemCodePage::ToUtf16(page, bytes, count, out, capacity));
+}
+
+size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity) {
+    return (IsUtf8(page) ? Utf8::FromUtf16(text, count, out, capacity)
+                         : SystemCodePage::FromUtf16(page, text, count, out, capacity));
+}
+
+size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {
+    return IsUtf8(page) ? Utf8::WholeCharacters(bytes, count) : SystemCodePage::WholeCharacters(page, bytes, count);
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+// The system's page of this test program is UTF-8 while one of these lives: the machines that build and test
+// have a page of single bytes.
+struct Utf8IsAnsi {
+    Utf8IsAnsi();
+    ~Utf8IsAnsi();
+    Utf8IsAnsi(const Utf8IsAnsi&) = delete;
+    Utf8IsAnsi& operator=(const Utf8IsAnsi&) = delete;
+};

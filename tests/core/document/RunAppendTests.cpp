@@ -1,0 +1,387 @@
+// How the output of a command becomes text of a document.
+
+#include "core/document/AnsiPage.h"
+#include "core/document/RunSupport.h"
+#include "support/FailureInjection.h"
+#include "support/Random.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr size_t ReadSize = 8191;
+
+std::string Repeated(const std::string& text, size_t times) {
+    std::string result;
+    for (size_t i = 0; i < times; ++i) result += text;
+    return result;
+}
+
+// What a poll makes of the bytes that are new to it, taken in reads of a fixed size.
+std::u16string Appended(const std::string& bytes) {
+    std::u16string result;
+    for (size_t at = 0; at < bytes.size(); at += ReadSize) {
+        const std::string read = bytes.substr(at, ReadSize);
+        for (const char c : read.substr(0, read.find('\0')))
+            if (c != '\r') result += static_cast<uint8_t>(c);
+    }
+    return result;
+}
+
+// While it lives, every call on a file takes longer than a slice of a poll may.
+struct SlowReads {
+    SlowReads() {
+        Platform::SetFileFailureHook([] {
+            const uint64_t until = Platform::Ticks() + 60;
+            while (Platform::Ticks() < until) {
+            }
+            return false;
+        });
+    }
+    ~SlowReads() { Platform::SetFileFailureHook(nullptr); }
+};
+
+class AppendTest : public RunTest {
+protected:
+    AppendTest() { EXPECT_TRUE(RunSilently(*document)); }
+
+    // Prints the bytes and polls until they are read, which may take more than one slice.
+    void PrintAndPoll(const std::string& bytes) {
+        Print(*document, bytes);
+        do document->PollOutput();
+        while (timers[&*document] != 250);
+    }
+    void End() {
+        speaker.Give("end");
+        EXPECT_TRUE(ProcessHasEnded(*document));
+        document->PollOutput();
+        EXPECT_FALSE(IsRunning(*document));
+    }
+    void ExpectSound() const {
+        const std::u16string text = document.Store();
+        EXPECT_EQ(document->GetLineCount(), 1 + std::count(text.begin(), text.end(), u'\n'));
+        EXPECT_EQ(document->Content()[text.size()], 0);
+        EXPECT_EQ(TextBufferProbe::Capacity(*document), text.size() + 1);
+    }
+
+    TextDocument document;
+};
+
+} // namespace
+
+TEST_F(AppendTest, LineBreaksWithCarriageReturnsAreLineFeeds) {
+    PrintAndPoll("one\r\ntwo\r\n");
+    EXPECT_EQ(document.Text(), u"one\ntwo\n");
+    EXPECT_EQ(document->GetLineCount(), 3u);
+}
+
+TEST_F(AppendTest, ALoneCarriageReturnDisappears) {
+    PrintAndPoll("10%\r20%\r\r30%");
+    EXPECT_EQ(document.Text(), u"10%20%30%");
+}
+
+TEST_F(AppendTest, ACarriageReturnAtTheEndOfAReadDisappears) {
+    PrintAndPoll("one\r");
+    PrintAndPoll("\ntwo");
+    EXPECT_EQ(document.Text(), u"one\ntwo");
+    document->EmptyAndResetUndo();
+    PrintAndPoll(std::string(ReadSize - 1, 'x') + "\r\nend");
+    EXPECT_EQ(document.Text(), std::u16string(ReadSize - 1, u'x') + u"\nend");
+}
+
+TEST_F(AppendTest, BytesAreOfTheAnsiPage) {
+    PrintAndPoll("caf\xE9 \x80 100\xB5\r\n");
+    EXPECT_EQ(document.Text(), u"caf\u00E9 \u20AC 100\u00B5\n");
+}
+
+TEST_F(AppendTest, AReadEndsAtItsFirstZeroByte) {
+    using namespace std::string_literals;
+    PrintAndPoll("ab\0cd\n"s);
+    EXPECT_EQ(document.Text(), u"ab");
+    PrintAndPoll("ef\0\0\n"s);
+    EXPECT_EQ(document.Text(), u"abef");
+    PrintAndPoll("\0"s);
+    PrintAndPoll("gh");
+    EXPECT_EQ(document.Text(), u"abefgh");
+    ExpectSound();
+}
+
+TEST_F(AppendTest, TheReadAfterOneWithAZeroByteIsShown) {
+    std::string bytes(ReadSize * 2, 'a');
+    bytes[10] = '\0';
+    std::fill(bytes.begin() + ReadSize, bytes.end(), 'b');
+    PrintAndPoll(bytes);
+    EXPECT_EQ(document.Text(), std::u16string(10, u'a') + std::u16string(ReadSize, u'b'));
+}
+
+TEST_F(AppendTest, NothingNewChangesNothing) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    PrintAndPoll("text");
+    view->ForgetCalls();
+    document->PollOutput();
+    EXPECT_EQ(view->invalidations, 0);
+    EXPECT_EQ(view->caretMoves, 0);
+    EXPECT_EQ(view->lineCountChanges, 0);
+}
+
+TEST_F(AppendTest, CaretsAtTheEndFollowAndOthersStay) {
+    PrintAndPoll("one\ntwo");
+    FakeView* following = FakeView::Create(*document);
+    FakeView* reading = FakeView::Create(*document);
+    following->Activate();
+    following->PutCaret(1, 3);
+    reading->PutCaret(1, 2);
+    reading->SetTopLine(0);
+    PrintAndPoll(" more\nthree");
+    EXPECT_EQ(following->CaretLine(), 2u);
+    EXPECT_EQ(following->CaretColumn(), 5u);
+    EXPECT_EQ(reading->CaretLine(), 1u);
+    EXPECT_EQ(reading->CaretColumn(), 2u);
+    EXPECT_EQ(reading->TopLine(), 0u);
+    PrintAndPoll("!");
+    EXPECT_EQ(following->CaretColumn(), 6u);
+    EXPECT_GT(reading->invalidations, 0);
+}
+
+TEST_F(AppendTest, ACaretAtTheEndOfAnotherLineStays) {
+    PrintAndPoll("one\ntwo");
+    FakeView* view = FakeView::Create(*document);
+    view->PutCaret(0, 3);
+    PrintAndPoll("!");
+    EXPECT_EQ(view->CaretLine(), 0u);
+    EXPECT_EQ(view->CaretColumn(), 3u);
+}
+
+TEST_F(AppendTest, TheEditLineIsTheLineAsItIsNow) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    PrintAndPoll("one");
+    EXPECT_EQ(document.EditLine(), std::u16string(u"one\0", 4));
+    PrintAndPoll(" more");
+    EXPECT_EQ(document.EditLine(), std::u16string(u"one more\0", 9));
+    view->PutCaret(0, 1); // stays from now on
+    PrintAndPoll(" still\r\ntwo");
+    EXPECT_EQ(document->EditLineNumber(), 0u);
+    EXPECT_EQ(document.EditLine(), u"one more still\n");
+    EXPECT_EQ(document->EditLineStoreLength(), 15u);
+    PrintAndPoll("\nthree");
+    EXPECT_EQ(document.EditLine(), u"one more still\n");
+    view->PutCaret(2, 5);
+    EXPECT_EQ(document.EditLine(), std::u16string(u"three\0", 6));
+    PrintAndPoll("\n");
+    EXPECT_EQ(document->EditLineNumber(), 3u);
+    EXPECT_EQ(document.EditLine(), std::u16string(1, u'\0'));
+}
+
+TEST_F(AppendTest, TextOfTheProgramItselfMayComeBetween) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    PrintAndPoll("one\ntw");
+    std::u16string note = u"[note\r\n]";
+    EXPECT_TRUE(document->AppendOutputText(note.data()));
+    PrintAndPoll("o\n");
+    EXPECT_EQ(document.Text(), u"one\ntw[note\n]o\n");
+    EXPECT_EQ(document->GetLineCount(), 4u);
+    EXPECT_EQ(view->CaretLine(), 3u);
+    EXPECT_EQ(view->CaretColumn(), 0u);
+    ExpectSound();
+}
+
+TEST_F(AppendTest, OneEndlessLine) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    const std::string piece(100'000, 'x');
+    for (size_t i = 1; i <= 4; ++i) {
+        PrintAndPoll(piece);
+        EXPECT_EQ(document->GetLineCount(), 1u);
+        EXPECT_EQ(view->CaretColumn(), i * piece.size());
+        EXPECT_EQ(document->EditLine().Length(), i * piece.size() + 1);
+    }
+    EXPECT_EQ(document.EditLine(), document.Store() + u'\0');
+    ExpectSound();
+}
+
+TEST_F(AppendTest, OutputThatTakesLongComesInSlices) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    const std::u16string expected = Appended(printed);
+    Print(*document, printed);
+    const SlowReads slow;
+    for (size_t read = ReadSize; read < printed.size(); read += ReadSize) {
+        document->PollOutput();
+        EXPECT_LT(timers[&*document], 250u) << "while there is more to read";
+        EXPECT_TRUE(document.Store() == Appended(printed.substr(0, read)));
+        ExpectSound();
+    }
+    document->PollOutput();
+    EXPECT_EQ(timers[&*document], 250u);
+    EXPECT_TRUE(document.Store() == expected);
+}
+
+TEST_F(AppendTest, TheRunDoesNotEndBeforeItsLastSlice) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    Print(*document, printed);
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    const SlowReads slow;
+    document->PollOutput();
+    EXPECT_TRUE(IsRunning(*document));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_TRUE(document.Store() == Appended(printed));
+}
+
+TEST_F(AppendTest, WhatIsPrintedDuringTheSlicesIsShownToo) {
+    Print(*document, std::string(ReadSize * 2, 'a'));
+    {
+        const SlowReads slow;
+        document->PollOutput();
+    }
+    Print(*document, "b");
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document->Length(), ReadSize * 2 + 1);
+}
+
+TEST_F(AppendTest, MuchOutput) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 50'000);
+    PrintAndPoll(printed);
+    EXPECT_TRUE(document.Store() == Appended(printed));
+    ExpectSound();
+}
+
+TEST_F(AppendTest, ACharacterIsNotCutAtTheEndOfAPoll) {
+    const Utf8IsAnsi page;
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    PrintAndPoll("a\xE2");
+    EXPECT_EQ(document.Text(), u"a");
+    view->ForgetCalls();
+    PrintAndPoll("\x82");
+    EXPECT_EQ(document.Text(), u"a");
+    EXPECT_EQ(view->invalidations, 0);
+    PrintAndPoll("\xAC\xF0\x9F");
+    EXPECT_EQ(document.Text(), u"a\u20AC");
+    PrintAndPoll("\x98\x80z");
+    EXPECT_EQ(document.Text(), u"a\u20AC\U0001F600z");
+}
+
+TEST_F(AppendTest, ACharacterIsNotCutAtTheEndOfARead) {
+    const Utf8IsAnsi page;
+    for (size_t shift = 0; shift < 4; ++shift) {
+        document->EmptyAndResetUndo();
+        PrintAndPoll(std::string(shift, '-') + Repeated("\xF0\x9F\x98\x80", 5000));
+        std::u16string expected(shift, u'-');
+        for (int i = 0; i < 5000; ++i) expected += u"\U0001F600";
+        EXPECT_TRUE(document.Text() == expected) << shift;
+    }
+}
+
+TEST_F(AppendTest, ACharacterWithoutItsRestIsShownAtTheEnd) {
+    const Utf8IsAnsi page;
+    PrintAndPoll("a\xE2\x82");
+    EXPECT_EQ(document.Text(), u"a");
+    End();
+    EXPECT_EQ(document.Text(), u"a\uFFFD");
+}
+
+TEST_F(AppendTest, InvalidBytesHoldNothingUp) {
+    const Utf8IsAnsi page;
+    PrintAndPoll("a\x82\x82\x82\x82\x82");
+    EXPECT_EQ(document.Text(), u"a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
+    PrintAndPoll("\xE2z");
+    EXPECT_EQ(document.Text(), u"a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz");
+    PrintAndPoll("\xFF");
+    PrintAndPoll("y");
+    EXPECT_EQ(document.Text().back(), u'y');
+}
+
+TEST_F(AppendTest, AFailedReadIsMadeUpForByTheNextPoll) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    const std::u16string expected = Appended(printed);
+    const uint64_t failures = FailEachFileCall([&] {
+        {
+            const FailurePause pause;
+            document->EmptyAndResetUndo();
+            Print(*document, printed);
+        }
+        document->PollOutput();
+        const bool complete = document.Text() == expected;
+        const FailurePause pause;
+        EXPECT_TRUE(IsRunning(*document));
+        document->PollOutput();
+        EXPECT_TRUE(document.Text() == expected);
+        ExpectSound();
+        return complete;
+    });
+    EXPECT_GE(failures, 2u);
+}
+
+TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    const std::u16string expected = Appended(printed);
+    const uint64_t failures = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            document->EmptyAndResetUndo();
+            Print(*document, printed);
+        }
+        document->PollOutput();
+        const bool complete = document.Text() == expected;
+        const FailurePause pause;
+        EXPECT_TRUE(IsRunning(*document));
+        EXPECT_TRUE(document.Text() == expected.substr(0, document->Length()));
+        document->PollOutput();
+        EXPECT_TRUE(document.Text() == expected);
+        EXPECT_EQ(view->CaretOffset(), expected.size());
+        EXPECT_EQ(document.EditLine(), std::u16string(1, u'\0'));
+        ExpectSound();
+        return complete && document->EditLineNumber() != None32;
+    });
+    EXPECT_GE(failures, 2u);
+}
+
+TEST_F(AppendTest, ACommandThatEmptiesItsFileIsReadOn) {
+    PrintAndPoll("before");
+    TextBufferProbe::Run(*document).consumed = 1000; // as if there had been more
+    document->PollOutput();
+    EXPECT_EQ(document.Text(), u"before");
+    PrintAndPoll("after");
+    EXPECT_EQ(document.Text(), u"beforeafter");
+}
+
+TEST_F(AppendTest, RandomOutputComesOutAsTheRulesSay) {
+    Random random(20240617);
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    std::u16string expected;
+    const std::string alphabet("abcdefghijklmnop \n\n\r\r\n\0\x80\xE9\xFF", 26);
+    for (int round = 0; round < 400; ++round) {
+        std::string bytes(random.Below(random.OneIn(10) ? 30000 : 60), 'x');
+        const bool mayEnd = random.OneIn(3);
+        for (char& c : bytes) {
+            c = alphabet[random.Below(alphabet.size())];
+            if (c == '\0' && !mayEnd) c = 'z';
+        }
+        const bool follows = random.OneIn(2);
+        const uint32_t line = random.Below(document->GetLineCount());
+        follows ? view->PutCaret(document->GetLineCount() - 1, None32) : view->PutCaret(line, 0);
+        PrintAndPoll(bytes);
+        std::u16string added = Appended(bytes);
+        std::replace(added.begin(), added.end(), u'\x80', u'\u20AC');
+        expected += added;
+        ASSERT_TRUE(document.Store() == expected) << round;
+        ExpectSound();
+        EXPECT_EQ(follows ? view->CaretOffset() : expected.size(), expected.size());
+        bool isLast = false;
+        const uint32_t lineStart = document->LineToOffset(view->CaretLine());
+        const uint32_t length = document->LineLength(lineStart, isLast) + 1;
+        ASSERT_EQ(document.EditLine(), std::u16string(document->Content() + lineStart, length));
+        if (random.OneIn(50)) {
+            document->EmptyAndResetUndo();
+            expected.clear();
+        }
+    }
+}

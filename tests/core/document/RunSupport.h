@@ -1,0 +1,65 @@
+#pragma once
+
+#include "document/CommandProcess.h"
+#include "document/PollTimer.h"
+#include "support/FakeView.h"
+#include "support/Speaker.h"
+#include "support/TextDocument.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <string>
+
+// Documents that commands run into. The polls are the test's own; what the document wants of the timer is
+// taken down.
+class RunTest : public testing::Test {
+public:
+    // The time of each document's poll timer that is set.
+    static inline std::map<TextBuffer*, uint32_t> timers;
+    static inline bool timerFails = false;
+
+protected:
+    RunTest() {
+        static constexpr PollTimer Fake = {SetTimer, StopTimer};
+        timers.clear();
+        timerFails = false;
+        SetPollTimer(Fake);
+    }
+
+    // Starts the script in the folder of the scripts.
+    bool Run(TextBuffer& document, const std::string& script) {
+        return document.RunCommand(speaker.Command(script).c_str(), Directory().c_str());
+    }
+    std::u16string Directory() const {
+        std::u16string path = speaker.Folder().Path("");
+        path.pop_back();
+        return path;
+    }
+    // Starts a command that stays and prints nothing, so that what it prints is the test's: see Print.
+    bool RunSilently(TextBuffer& document) { return Run(document, speaker.WaitFor("end")); }
+    static void Print(TextBuffer& document, const std::string& bytes);
+
+    static bool IsRunning(const TextBuffer& document) {
+        bool running = false;
+        return document.GetOutputState(running) && running;
+    }
+    template <class Condition> static bool PollUntil(TextBuffer& document, Condition condition) {
+        return SpeakerScripts::Eventually([&] { return (document.PollOutput(), condition()); });
+    }
+    static bool PollToTheEnd(TextBuffer& document) {
+        return PollUntil(document, [&] { return !IsRunning(document); });
+    }
+    static bool ProcessHasEnded(TextBuffer& document) {
+        return SpeakerScripts::Eventually([&] { return CommandProcess::HasEnded(TextBufferProbe::Run(document)); });
+    }
+
+    SpeakerScripts speaker;
+
+private:
+    static bool SetTimer(TextBuffer& document, uint32_t milliseconds) {
+        if (timerFails) return false;
+        timers[&document] = milliseconds;
+        return true;
+    }
+    static void StopTimer(TextBuffer& document) { timers.erase(&document); }
+};

@@ -1,0 +1,153 @@
+// The command of the tests: carries out a script, so that it prints what it is told at the pace it is told
+// and ends when it is told.
+//
+//     speaker SCRIPT [ARGUMENT...]      also: speaker /c ANYTHING, whose script is $SPEAKER_SCRIPT
+//
+// One instruction a line; a text may hold \n, \r, \\ and \xHH:
+//     say TEXT          prints it
+//     repeat N TEXT     prints it N times, in large blocks
+//     make FILE         makes an empty file, to tell that this place is reached
+//     wait FILE         goes on once there is such a file, and ends when its own script has gone
+//     where             prints the current directory and the arguments behind the script, a line each
+//     close             closes its standard output
+//     child SCRIPT      starts a speaker that it does not wait for
+//     probe HANDLE      prints whether it has a handle (on Windows) of that value: "open" or "closed"
+//     window TITLE      shows a window with this title until it is closed
+//     exit N            ends with this code
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+#ifdef _WIN32
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#endif
+
+namespace {
+
+std::string Unescaped(const std::string& text) {
+    std::string result;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.size()) {
+            result += text[i];
+            continue;
+        }
+        const char kind = text[++i];
+        if (kind == 'x') {
+            result += static_cast<char>(std::stoi(text.substr(i + 1, 2), nullptr, 16));
+            i += 2;
+        } else {
+            result += kind == 'n' ? '\n' : kind == 'r' ? '\r' : kind;
+        }
+    }
+    return result;
+}
+
+void Print(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+}
+
+void Repeat(size_t times, const std::string& text) {
+    const size_t group = text.size() < 65536 ? 65536 / text.size() : 1;
+    std::string block;
+    for (size_t i = 0; i < group; ++i) block += text;
+    for (; times >= group; times -= group) Print(block);
+    for (; times; --times) Print(text);
+}
+
+void WaitFor(const std::string& file, const std::string& script) {
+    while (!std::filesystem::exists(file)) {
+        if (!std::filesystem::exists(script)) std::exit(4);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+}
+
+#ifdef _WIN32
+void StartChild(const std::string& program, const std::string& script) {
+    std::string line = "\"" + program + "\" " + script;
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started = {};
+    CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
+}
+
+bool IsOpen(const std::string& handle) {
+    DWORD flags = 0;
+    return GetHandleInformation(reinterpret_cast<HANDLE>(std::stoull(handle)), &flags);
+}
+
+LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == WM_DESTROY) PostQuitMessage(0);
+    return DefWindowProcA(window, message, wparam, lparam);
+}
+
+void ShowUntilClosed(const std::string& title) {
+    WNDCLASSA definition = {};
+    definition.lpfnWndProc = OnMessage;
+    definition.lpszClassName = "Speaker";
+    RegisterClassA(&definition);
+    CreateWindowA("Speaker", title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr, nullptr,
+                  nullptr);
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);
+}
+#else
+void StartChild(const std::string& program, const std::string& script) {
+    if (std::system(("'" + program + "' '" + script + "' &").c_str()) != 0) std::exit(3);
+}
+
+bool IsOpen(const std::string&) { return false; }
+void ShowUntilClosed(const std::string&) {}
+#endif
+
+struct Speaker {
+    std::vector<std::string> arguments; // the program, the script and what follows
+    std::string script;
+
+    void Where() const {
+        std::string text = std::filesystem::current_path().string() + "\n";
+        for (size_t i = 2; i < arguments.size(); ++i) text += arguments[i] + "\n";
+        Print(text);
+    }
+
+    void Do(const std::string& word, const std::string& rest) const {
+        if (word == "say") Print(Unescaped(rest));
+        if (word == "repeat") {
+            const size_t blank = rest.find(' ');
+            Repeat(std::stoull(rest), Unescaped(rest.substr(blank + 1)));
+        }
+        if (word == "make") std::ofstream(rest).flush();
+        if (word == "wait") WaitFor(rest, script);
+        if (word == "where") Where();
+        if (word == "close") std::fclose(stdout);
+        if (word == "child") StartChild(arguments[0], rest);
+        if (word == "probe") Print(IsOpen(rest) ? "open\n" : "closed\n");
+        if (word == "window") ShowUntilClosed(rest);
+        if (word == "exit") std::exit(std::stoi(rest));
+    }
+};
+
+} // namespace
+
+int main(int count, char** values) {
+#ifdef _WIN32
+    _setmode(_fileno(stdout), _O_BINARY);
+#endif
+    if (count < 2) return 2;
+    Speaker speaker{std::vector<std::string>(values, values + count), values[1]};
+    const char* const told = std::getenv("SPEAKER_SCRIPT");
+    if (speaker.script == "/c" && told) speaker.script = told;
+    std::ifstream script(speaker.script);
+    if (!script) return 2;
+    for (std::string line; std::getline(script, line);) {
+        const size_t blank = line.find(' ');
+        speaker.Do(line.substr(0, blank), blank == std::string::npos ? "" : line.substr(blank + 1));
+    }
+    return 0;
+}
