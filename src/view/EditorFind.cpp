@@ -57,7 +57,7 @@ bool TextEditor::FindNext(bool backward) {
     const WString& wanted = findState.searchText;
     const bool searchable = !wanted.IsEmpty() && Text::Length(wanted.Text()) == wanted.Length();
     if (searchable && findState.searchHistory.Add(wanted)) {
-        LongOperation progress(*this);
+        LongOperation progress(surface);
         const uint32_t from = backward ? SelectionStart() : SelectionEnd();
         success = document->FindText(wanted.Text(), from, TextLength(), findState.matchCase, findState.wholeWord,
                                      backward, found, wrapped, &progress);
@@ -87,7 +87,7 @@ bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSel
     MatchList matches;
     MatchResult result = MatchResult::Done;
     if (findState.searchHistory.Count() && !document->IsReadOnly()) {
-        LongOperation progress(*this);
+        LongOperation progress(surface);
         const WString& pattern = findState.searchHistory.Newest();
         result = matches.Gather(*document, {pattern.Text(), pattern.Length(), findState.matchCase, findState.wholeWord},
                                 start, end, replacement, length, progress);

@@ -1,7 +1,5 @@
 // Scroll bars, wheel and the top line of a TextEditor.
 
-#include "base/Text.h"
-#include "settings/Settings.h"
 #include "view/TextEditor.h"
 
 namespace {
@@ -74,12 +72,9 @@ void TextEditor::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackP
 }
 
 void TextEditor::OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl) {
-    constexpr int32_t Notch = 120;
-    const int64_t turned = int64_t(wheelRemainder) + delta;
-    const int64_t notches = turned / -Notch;
-    wheelRemainder = static_cast<int32_t>(turned + notches * Notch);
+    const int64_t notches = wheel.Turn(delta);
     if (notches == 0) return;
-    if (ctrl) return ChangeFontSize(notches > 0);
+    if (ctrl) return ChangeFontSize(surface.Host(), notches > 0);
     if (!document || linesPerNotch <= 0) return;
 
     const int64_t count = LineCount();
@@ -88,19 +83,6 @@ void TextEditor::OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl) {
     if (top + visibleLines > count) top = count >= visibleLines ? count - visibleLines + 1 : 0;
     SetTopLine(static_cast<uint32_t>(top));
     UpdateCaret(false);
-}
-
-void TextEditor::ChangeFontSize(bool larger) {
-    uint32_t size = settings.FontSize;
-    if (larger && size < None32) {
-        ++size;
-    } else if (!larger && size > 1) {
-        --size;
-    }
-    SetFontSize(size);
-    WString message;
-    if (Text::AppendFormat(message, u"Font Size: %u", size)) ShowStatusMessage(message.Text());
-    if (ViewHost* host = surface.Host()) host->ApplySettings(1);
 }
 
 void TextEditor::SetTopLine(uint32_t line) {

@@ -1,25 +1,29 @@
 #include "view/LongOperation.h"
 
 #include "base/Text.h"
-#include "view/TextEditor.h"
+#include "base/WString.h"
+#include "view/EditorSurface.h"
 
-LongOperation::LongOperation(TextEditor& textEditor) : editor(textEditor), started(editor.Surface().Ticks()) {}
+LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {}
 
 LongOperation::~LongOperation() {
     if (!shown) return;
-    editor.Surface().SetWaitCursor(false);
-    editor.ShowStatusMessage(nullptr);
+    surface.SetWaitCursor(false);
+    Show(nullptr);
 }
 
 bool LongOperation::Continue(uint64_t done, uint64_t total) {
     constexpr uint64_t Patience = 500; // milliseconds
-    EditorSurface& surface = editor.Surface();
     if (surface.Ticks() - started < Patience) return true;
     if (!shown) surface.SetWaitCursor(true);
     shown = true;
     WString message;
     const auto percent = static_cast<uint32_t>(total ? done * 100 / total : 0);
-    if (Text::AppendFormat(message, u"Searching: %u %%", percent)) editor.ShowStatusMessage(message.Text());
+    if (Text::AppendFormat(message, u"Searching: %u %%", percent)) Show(message.Text());
     brokenOff = surface.TakeEscape();
     return !brokenOff;
+}
+
+void LongOperation::Show(const Char* message) {
+    if (ViewHost* host = surface.Host()) host->SetStatusText(StatusField::Message, message);
 }

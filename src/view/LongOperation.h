@@ -2,13 +2,13 @@
 
 #include "document/SearchProgress.h"
 
-class TextEditor;
+class EditorSurface;
 
 // A search or replacement that may take long. After half a second it shows the wait cursor and how far
 // it has come; from then on Escape breaks it off.
 class LongOperation final : public SearchProgress {
 public:
-    explicit LongOperation(TextEditor& textEditor);
+    explicit LongOperation(EditorSurface& window);
     ~LongOperation();
     LongOperation(const LongOperation&) = delete;
     LongOperation& operator=(const LongOperation&) = delete;
@@ -17,7 +17,9 @@ public:
     bool WasBrokenOff() const { return brokenOff; }
 
 private:
-    TextEditor& editor;
+    void Show(const Char* message);
+
+    EditorSurface& surface;
     uint64_t started;
     bool shown = false;
     bool brokenOff = false;

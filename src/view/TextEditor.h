@@ -2,20 +2,18 @@
 
 #include "document/DocumentView.h"
 #include "document/TextBuffer.h"
-#include "view/EditorSurface.h"
+#include "view/EditorInput.h"
 #include "view/LineLayout.h"
 #include "view/LineStates.h"
+#include "view/MouseWheel.h"
 #include "view/ViewCommand.h"
-
-// What a scroll bar asks for.
-enum class ScrollRequest : uint32_t { LineBack, LineForward, PageBack, PageForward, Track, Minimum, Maximum };
 
 // The text view without its window: caret, selection, layout, scrolling and every command. A window
 // (EditorSurface) shows it and passes on what the user does. One per view; the document is not owned.
 //
 // Offsets count the text as the user sees it, with the line that is open for editing in its edited form;
 // without a pending edit they are offsets into the document's content.
-class TextEditor final : public DocumentView {
+class TextEditor final : public DocumentView, public EditorInput {
 public:
     explicit TextEditor(EditorSurface& window) : surface(window) {}
     TextEditor(const TextEditor&) = delete;
@@ -47,21 +45,23 @@ public:
     View* AsView() override { return surface.AsView(); }
     void Destroy() override { surface.DestroyView(); }
 
-    // The window's events. Coordinates are client pixels.
-    void OnAttached();            // after the window was taken over and OnSize ran
-    void OnSize(uint32_t flags);  // after the back buffer was rebuilt; bit 1 (value 2): the colouring changed
-    void OnFocus();               // before the host is told
-    void OnKeyDown(uint32_t key); // a virtual-key code
-    void OnChar(Char character);
-    void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition);
-    void OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl);
-    void OnLeftButtonDown(int32_t x, int32_t y, bool shift);
-    void OnMouseMove(int32_t x, int32_t y);
-    void OnDragTimer();
-    void OnLeftButtonUp();
-    void OnCaptureLost();
-    void OnDoubleClick();
-    void OnRightButtonUp(int32_t x, int32_t y) { surface.ShowContextMenu(x, y); }
+    // EditorInput.
+    void OnAttached() override;
+    void OnSize(uint32_t flags) override;
+    void OnFocus() override;
+    void OnKeyDown(uint32_t key) override;
+    void OnChar(Char character) override;
+    void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
+    void OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl) override;
+    void OnLeftButtonDown(int32_t x, int32_t y, bool shift) override;
+    void OnMouseMove(int32_t x, int32_t y) override;
+    void OnDragTimer() override;
+    void OnLeftButtonUp() override;
+    void OnCaptureLost() override;
+    void OnDoubleClick() override;
+    void OnRightButtonUp(int32_t x, int32_t y) override { surface.ShowContextMenu(x, y); }
+    int32_t VisibleLines() const override { return visibleLines; }
+    void SuspendRedraw(bool resume) override;
 
     // Commands.
     bool IsCommandEnabled(uint32_t command) const;
@@ -69,7 +69,6 @@ public:
     // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
     void GoToLine(uint32_t line, bool selectLine);
     void ToggleBookmark(uint32_t line); // None32: the caret line
-    void SuspendRedraw(bool resume);
 
     // Find and replace; the texts and options are those of `findState`.
     // Takes a selection within one line as the search text. True when there was none such.
@@ -107,7 +106,6 @@ public:
     void OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column) const;
 
     // Layout, in pixels.
-    int32_t VisibleLines() const { return visibleLines; }
     int32_t VisibleColumns() const { return visibleColumns; }
     int32_t HorizontalScroll() const { return horizontalScroll; }
     uint32_t LineNumberDigits() const { return lineNumberDigits; }
@@ -160,7 +158,6 @@ private:
     // How much longer (modulo 2^32) the open line is than the line in the store.
     uint32_t PendingGrowth() const;
     bool InsertTabAsSpaces();
-    void ChangeFontSize(bool larger);
 
     EditorSurface& surface;
     int32_t visibleLines = 0; // client height / line height
@@ -182,7 +179,7 @@ private:
     bool overwrite = false;
     BracePair pair;
     uint32_t lineNumberDigits = 7;
-    int32_t wheelRemainder = 0;
+    MouseWheel wheel;
     // What the window and the frame were told last.
     ScrollBar sentBars[2] = {NeverSent, NeverSent};
     Status sentStatus;

@@ -151,7 +151,7 @@ public:
     // What a test looks at or sets up.
     FakeHost ownHost;
     ViewHost* host = &ownHost;
-    TextEditor* editor = nullptr;
+    EditorInput* editor = nullptr;
     bool window = true;
     bool focus = false;
     bool ctrl = false;

@@ -24,10 +24,10 @@ bool DrawsStraight() {
     return settings.RenderType == StraightWhenRemote && GetSystemMetrics(SM_REMOTESESSION) != 0;
 }
 
-TextPainter::TextPainter(HDC target, HDC backBuffer, int clientWidth, const RowPlan& plan)
-    : window(target), surface(backBuffer ? backBuffer : target), width(clientWidth),
-      lineHeight(DrawingObjects::LineHeight()), spaceWidth(DrawingObjects::SpaceWidth()), gutter(plan.GutterWidth()),
-      marginRight(plan.MarginRight()), guidePen(MakeGuidePen()),
+TextPainter::TextPainter(HDC target, HDC backBuffer, int clientWidth, RowSource& rows)
+    : source(rows), window(target), surface(backBuffer ? backBuffer : target), width(clientWidth),
+      lineHeight(DrawingObjects::LineHeight()), spaceWidth(DrawingObjects::SpaceWidth()), gutter(rows.GutterWidth()),
+      marginRight(rows.MarginRight()), guidePen(MakeGuidePen()),
       oldFont(SelectObject(surface, DrawingObjects::EditorFont())) {}
 
 TextPainter::~TextPainter() {
@@ -38,6 +38,11 @@ TextPainter::~TextPainter() {
         DeleteDC(dotDc);
     }
     SelectObject(surface, oldFont);
+}
+
+void TextPainter::DrawAll() {
+    RowPicture row;
+    while (source.Next(row)) Draw(row);
 }
 
 void TextPainter::Draw(const RowPicture& row) {
@@ -105,7 +110,8 @@ void TextPainter::DrawNumber(const RowPicture& row) {
     SetBkMode(surface, TRANSPARENT);
     SetTextColor(surface, settings.LineNumFg);
     SetBkColor(surface, settings.LineNumBg);
-    ExtTextOutW(surface, 0, rowTop, ETO_OPAQUE | ETO_CLIPPED, &area, Wide(row.number), row.numberLength, nullptr);
+    ExtTextOutW(surface, 0, rowTop, ETO_OPAQUE | ETO_CLIPPED, &area, Wide(row.number), row.numberLength,
+                row.numberAdvances);
 }
 
 // Unshifted even when drawing straight: the guides then all fall on the first row, which is how this

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/win32/Windows.h"
-#include "view/RowPlan.h"
+#include "view/RowPicture.h"
 
 // Whether RenderType (and a remote session) asks for drawing straight onto the window instead of
 // through the one-line back buffer.
@@ -11,17 +11,18 @@ bool DrawsStraight();
 // window, so that a half-drawn row is never seen.
 class TextPainter {
 public:
-    // `backBuffer` is null for drawing straight onto `target`. `plan` has begun its paint.
-    TextPainter(HDC target, HDC backBuffer, int clientWidth, const RowPlan& plan);
+    // `backBuffer` is null for drawing straight onto `target`. The paint of `rows` has begun.
+    TextPainter(HDC target, HDC backBuffer, int clientWidth, RowSource& rows);
     ~TextPainter();
     TextPainter(const TextPainter&) = delete;
     TextPainter& operator=(const TextPainter&) = delete;
 
-    void Draw(const RowPicture& row);
+    void DrawAll();
 
 private:
     RECT RowRect(int left, int right) const { return {left, rowTop, right, rowTop + lineHeight}; }
     void Fill(const RECT& area, Colour colour);
+    void Draw(const RowPicture& row);
     void DrawRuns(const RowPicture& row);
     void Draw(const RowPicture& row, const DrawRun& run);
     void DrawDot(const DrawRun& run);
@@ -32,6 +33,7 @@ private:
     void DrawColumnGuide(const RowPicture& row);
     void VerticalLine(int x, int top, int bottom);
 
+    RowSource& source;
     HDC window;
     HDC surface;
     int width;

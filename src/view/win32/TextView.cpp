@@ -1,34 +1,15 @@
 #include "view/win32/TextView.h"
 
-#include "base/Platform.h"
-#include "base/win32/Input.h"
-#include "settings/Settings.h"
-#include "view/win32/Clipboard.h"
 #include "view/win32/FindDialogs.h"
 #include "view/win32/InputMethod.h"
-#include "view/win32/TextPainter.h"
-#include "view/win32/ViewFont.h"
-
-namespace {
-
-constexpr UINT_PTR DragTimer = 1;
-constexpr UINT DragPeriod = 100; // milliseconds
-
-} // namespace
 
 DocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
     TextView* view = new TextView;
     if (!view) return nullptr;
     view->editor.SetDocument(&document);
-    if (parent) {
-        const HWND created = ViewClass::CreateIn(static_cast<HWND>(parent), view);
-        if (!created) {
-            delete view;
-            return nullptr;
-        }
-        view->Attach(created);
-    }
-    return &view->editor;
+    if (view->CreateIn(parent)) return &view->editor;
+    delete view;
+    return nullptr;
 }
 
 TextView::~TextView() {
@@ -36,211 +17,13 @@ TextView::~TextView() {
     editor.SetDocument(nullptr);
 }
 
-void TextView::DestroyView() {
-    if (TextBuffer* document = editor.GetTextBuffer()) document->ForgetView(&editor);
-    const HWND doomed = window;
-    const bool ownWindow = doomed && previousProcedure && previousUserData;
-    Detach();
-    // Only a window that was made for this view goes with it; a pane's stays with its pane.
-    if (ownWindow) ::DestroyWindow(doomed);
-    delete this;
-}
-
-Document* TextView::Attach(HWND newWindow) {
-    Document* document = View::Attach(newWindow);
-    editor.OnAttached();
-    return document;
-}
-
-void TextView::OnSize(uint32_t flags) {
-    if (!window) return;
-    RECT client = {};
-    GetClientRect(window, &client);
-    RebuildBackBuffer(client.right, Metrics().lineHeight);
-    LoadBeamCursor();
-    editor.OnSize(flags);
-}
-
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (HandleMouse(message, wparam, lparam)) return 0;
-    switch (message) {
-    case WM_SETFOCUS:
-        focused = true;
-        editor.OnFocus();
-        break;
-    case WM_PAINT:
-        OnPaint();
-        return 0;
-    // Every pixel is drawn by WM_PAINT; erasing first would flicker.
-    case WM_ERASEBKGND:
-        return 1;
-    case WM_IME_STARTCOMPOSITION:
-        PlaceComposition();
-        break;
-    case WM_TIMER:
-        if (wparam == DragTimer) editor.OnDragTimer();
-        return 0;
-    case WM_HSCROLL:
-        OnScrollMessage(ScrollAxis::Horizontal, LOWORD(wparam));
-        return 0;
-    case WM_VSCROLL:
-        OnScrollMessage(ScrollAxis::Vertical, LOWORD(wparam));
-        return 0;
-    case WM_MOUSEWHEEL:
-        OnWheel(wparam);
-        return 0;
-    default:
-        break;
-    }
-    return View::WindowProc(message, wparam, lparam);
-}
-
-bool TextView::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
-    const int x = GET_X_LPARAM(lparam);
-    const int y = GET_Y_LPARAM(lparam);
-    switch (message) {
-    case WM_MOUSEMOVE:
-        editor.OnMouseMove(x, y);
-        return true;
-    case WM_LBUTTONDOWN:
-        editor.OnLeftButtonDown(x, y, (wparam & MK_SHIFT) != 0);
-        return true;
-    case WM_LBUTTONUP:
-        editor.OnLeftButtonUp();
-        return true;
-    case WM_LBUTTONDBLCLK:
-        editor.OnDoubleClick();
-        return true;
-    case WM_RBUTTONUP:
-        editor.OnRightButtonUp(x, y);
-        return true;
-    case WM_CAPTURECHANGED:
-        KillTimer(window, DragTimer);
-        editor.OnCaptureLost();
-        return true;
-    default:
-        return false;
-    }
-}
-
-void TextView::OnPaint() {
-    PAINTSTRUCT paint = {};
-    const HDC target = BeginPaint(window, &paint);
-    PaintRows(target, paint.rcPaint.top, paint.rcPaint.bottom);
-    EndPaint(window, &paint);
+    if (message == WM_IME_STARTCOMPOSITION) InputMethod::PlaceComposition(window, CaretPlace());
+    return EditorWindow::WindowProc(message, wparam, lparam);
 }
 
 void TextView::PaintRows(HDC target, int top, int bottom) {
-    if (!plan.Begin(editor, top, bottom)) return;
-    RECT client = {};
-    GetClientRect(window, &client);
-    TextPainter painter(target, DrawsStraight() ? nullptr : backBufferDc, client.right, plan);
-    RowPicture row;
-    while (plan.Next(row)) painter.Draw(row);
-}
-
-void TextView::PlaceComposition() { InputMethod::PlaceComposition(window, CaretPlace()); }
-
-void TextView::OnWheel(WPARAM wparam) {
-    UINT lines = 3;
-    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0)) lines = 3;
-    // "One screen at a time" is the value -1.
-    const int perNotch = lines == WHEEL_PAGESCROLL ? editor.VisibleLines() : static_cast<int>(lines);
-    editor.OnWheel(GET_WHEEL_DELTA_WPARAM(wparam), perNotch, (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0);
-}
-
-void TextView::OnScrollMessage(ScrollAxis axis, WORD code) {
-    static constexpr ScrollRequest Requests[] = {
-        ScrollRequest::LineBack, ScrollRequest::LineForward, ScrollRequest::PageBack, ScrollRequest::PageForward,
-        ScrollRequest::Track,    ScrollRequest::Track,       ScrollRequest::Minimum,  ScrollRequest::Maximum,
-    };
-    if (code >= sizeof(Requests) / sizeof(Requests[0])) return; // the end of a scroll asks for nothing
-    SCROLLINFO info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_TRACKPOS;
-    GetScrollInfo(window, axis == ScrollAxis::Vertical ? SB_VERT : SB_HORZ, &info);
-    editor.OnScroll(axis, Requests[code], info.nTrackPos);
-}
-
-void TextView::OnKeyDown(uint32_t key, uint32_t, uint32_t) { editor.OnKeyDown(key); }
-
-void TextView::OnChar(Char character, uint32_t, uint32_t) { editor.OnChar(character); }
-
-void TextView::TakeFocus() {
-    if (window) SetFocus(window);
-}
-
-void TextView::GetClientSize(int32_t& width, int32_t& height) const {
-    RECT client = {};
-    if (window) GetClientRect(window, &client);
-    width = client.right;
-    height = client.bottom;
-}
-
-const ViewMetrics& TextView::Metrics() const { return ViewFont::Metrics(); }
-
-CharWidths& TextView::Widths() { return ViewFont::Widths(); }
-
-void TextView::InvalidateAll() {
-    if (window) InvalidateRect(window, nullptr, TRUE);
-}
-
-void TextView::InvalidateStrip(int32_t top, int32_t bottom) {
-    if (!window) return;
-    RECT strip = {};
-    GetClientRect(window, &strip);
-    strip.top = top;
-    strip.bottom = bottom;
-    InvalidateRect(window, &strip, TRUE);
-}
-
-void TextView::ScrollPicture(int32_t pixels) {
-    if (!window) return;
-    // Drawn straight, the guides stand on the first row only: rows depend on where they are.
-    if (DrawsStraight() || !backBufferDc) return InvalidateAll();
-    ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
-}
-
-void TextView::UpdateNow() {
-    if (window) UpdateWindow(window);
-}
-
-void TextView::ShowCaretAt(int32_t x, int32_t y) {
-    if (window) View::ShowCaretAt(x, y, Metrics().lineHeight);
-}
-
-void TextView::RenewCaret() {
-    if (!caretShown) return;
-    ForgetCaret();
-    View::ShowCaretAt(CaretPlace().x, CaretPlace().y, Metrics().lineHeight);
-}
-
-void TextView::SetScrollBar(ScrollAxis axis, const ScrollBar& bar) {
-    if (!window) return;
-    SCROLLINFO info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-    info.nMax = bar.maximum;
-    info.nPage = static_cast<UINT>(bar.page);
-    info.nPos = bar.position;
-    SetScrollInfo(window, axis == ScrollAxis::Vertical ? SB_VERT : SB_HORZ, &info, TRUE);
-}
-
-void TextView::BeginDrag() {
-    if (!window) return;
-    SetCapture(window);
-    SetTimer(window, DragTimer, DragPeriod, nullptr);
-}
-
-void TextView::EndDrag() {
-    if (window && GetCapture() == window) ReleaseCapture();
-}
-
-bool TextView::ReadClipboard(WString& text, bool& wholeLine) { return Clipboard::Read(window, text, wholeLine); }
-
-void TextView::WriteClipboard(const ClipboardItem* items, uint32_t count) {
-    if (!Clipboard::Write(window, items, count) && host)
-        host->ShowMessage(window, u"Failed copying to clipboard", MB_OK | MB_ICONWARNING);
+    if (plan.Begin(editor, top, bottom)) Draw(target, plan);
 }
 
 void TextView::ShowFindDialog() { FindDialogs::ShowFind(window, *this); }
@@ -250,18 +33,3 @@ void TextView::ShowReplaceDialog(bool multiLineSelection) {
 }
 
 void TextView::ShowGoToDialog() { FindDialogs::ShowGoTo(window, editor); }
-
-void TextView::ShowContextMenu(int32_t x, int32_t y) {
-    const HMENU menu = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(106));
-    if (!menu) return;
-    POINT point = {x, y};
-    ClientToScreen(window, &point);
-    TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
-    DestroyMenu(menu);
-}
-
-uint64_t TextView::Ticks() const { return Platform::Ticks(); }
-
-void TextView::SetWaitCursor(bool wait) { SetCursor(wait ? LoadCursorW(nullptr, IDC_WAIT) : beamCursor); }
-
-bool TextView::TakeEscape() { return TakeQueuedEscape(); }

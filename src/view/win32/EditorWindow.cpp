@@ -1,0 +1,236 @@
+#include "view/win32/EditorWindow.h"
+
+#include "base/Platform.h"
+#include "base/win32/Input.h"
+#include "document/DocumentView.h"
+#include "resource.h"
+#include "view/win32/Clipboard.h"
+#include "view/win32/TextPainter.h"
+#include "view/win32/ViewFont.h"
+
+namespace {
+
+constexpr UINT_PTR DragTimer = 1;
+constexpr UINT DragPeriod = 100; // milliseconds
+
+} // namespace
+
+bool EditorWindow::CreateIn(NativeWindow parent) {
+    if (!parent) return true;
+    const HWND created = ViewClass::CreateIn(static_cast<HWND>(parent), this);
+    if (created) Attach(created);
+    return created != nullptr;
+}
+
+void EditorWindow::DestroyView() {
+    const HWND doomed = window;
+    const bool ownWindow = doomed && previousProcedure && previousUserData;
+    Detach();
+    // Only a window that was made for this view goes with it; a pane's stays with its pane.
+    if (ownWindow) ::DestroyWindow(doomed);
+    delete this; // takes the editor out of its document
+}
+
+Document* EditorWindow::Attach(HWND newWindow) {
+    Document* document = View::Attach(newWindow);
+    Input().OnAttached();
+    return document;
+}
+
+void EditorWindow::OnSize(uint32_t flags) {
+    if (!window) return;
+    RECT client = {};
+    GetClientRect(window, &client);
+    RebuildBackBuffer(client.right, Metrics().lineHeight);
+    LoadBeamCursor();
+    Input().OnSize(flags);
+}
+
+LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
+    if (HandleMouse(message, wparam, lparam)) return 0;
+    switch (message) {
+    case WM_SETFOCUS:
+        focused = true;
+        Input().OnFocus();
+        break;
+    case WM_PAINT:
+        OnPaint();
+        return 0;
+    // Every pixel is drawn by WM_PAINT; erasing first would flicker.
+    case WM_ERASEBKGND:
+        return 1;
+    case WM_TIMER:
+        if (wparam == DragTimer) Input().OnDragTimer();
+        return 0;
+    case WM_HSCROLL:
+        OnScrollMessage(ScrollAxis::Horizontal, LOWORD(wparam));
+        return 0;
+    case WM_VSCROLL:
+        OnScrollMessage(ScrollAxis::Vertical, LOWORD(wparam));
+        return 0;
+    case WM_MOUSEWHEEL:
+        OnWheel(wparam);
+        return 0;
+    default:
+        break;
+    }
+    return View::WindowProc(message, wparam, lparam);
+}
+
+bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
+    const int x = GET_X_LPARAM(lparam);
+    const int y = GET_Y_LPARAM(lparam);
+    switch (message) {
+    case WM_MOUSEMOVE:
+        Input().OnMouseMove(x, y);
+        return true;
+    case WM_LBUTTONDOWN:
+        Input().OnLeftButtonDown(x, y, (wparam & MK_SHIFT) != 0);
+        return true;
+    case WM_LBUTTONUP:
+        Input().OnLeftButtonUp();
+        return true;
+    case WM_LBUTTONDBLCLK:
+        Input().OnDoubleClick();
+        return true;
+    case WM_RBUTTONUP:
+        Input().OnRightButtonUp(x, y);
+        return true;
+    case WM_CAPTURECHANGED:
+        KillTimer(window, DragTimer);
+        Input().OnCaptureLost();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void EditorWindow::OnPaint() {
+    PAINTSTRUCT paint = {};
+    const HDC target = BeginPaint(window, &paint);
+    PaintRows(target, paint.rcPaint.top, paint.rcPaint.bottom);
+    EndPaint(window, &paint);
+}
+
+void EditorWindow::Draw(HDC target, RowSource& rows) {
+    RECT client = {};
+    GetClientRect(window, &client);
+    TextPainter(target, DrawsStraight() ? nullptr : backBufferDc, client.right, rows).DrawAll();
+}
+
+void EditorWindow::OnWheel(WPARAM wparam) {
+    UINT lines = 3;
+    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0)) lines = 3;
+    // "One screen at a time" is the value -1.
+    const int perNotch = lines == WHEEL_PAGESCROLL ? Input().VisibleLines() : static_cast<int>(lines);
+    Input().OnWheel(GET_WHEEL_DELTA_WPARAM(wparam), perNotch, (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0);
+}
+
+void EditorWindow::OnScrollMessage(ScrollAxis axis, WORD code) {
+    static constexpr ScrollRequest Requests[] = {
+        ScrollRequest::LineBack, ScrollRequest::LineForward, ScrollRequest::PageBack, ScrollRequest::PageForward,
+        ScrollRequest::Track,    ScrollRequest::Track,       ScrollRequest::Minimum,  ScrollRequest::Maximum,
+    };
+    if (code >= sizeof(Requests) / sizeof(Requests[0])) return; // the end of a scroll asks for nothing
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_TRACKPOS;
+    GetScrollInfo(window, axis == ScrollAxis::Vertical ? SB_VERT : SB_HORZ, &info);
+    Input().OnScroll(axis, Requests[code], info.nTrackPos);
+}
+
+void EditorWindow::OnKeyDown(uint32_t key, uint32_t, uint32_t) { Input().OnKeyDown(key); }
+
+void EditorWindow::OnChar(Char character, uint32_t, uint32_t) { Input().OnChar(character); }
+
+void EditorWindow::TakeFocus() {
+    if (window) SetFocus(window);
+}
+
+void EditorWindow::GetClientSize(int32_t& width, int32_t& height) const {
+    RECT client = {};
+    if (window) GetClientRect(window, &client);
+    width = client.right;
+    height = client.bottom;
+}
+
+const ViewMetrics& EditorWindow::Metrics() const { return ViewFont::Metrics(); }
+
+CharWidths& EditorWindow::Widths() { return ViewFont::Widths(); }
+
+void EditorWindow::InvalidateAll() {
+    if (window) InvalidateRect(window, nullptr, TRUE);
+}
+
+void EditorWindow::InvalidateStrip(int32_t top, int32_t bottom) {
+    if (!window) return;
+    RECT strip = {};
+    GetClientRect(window, &strip);
+    strip.top = top;
+    strip.bottom = bottom;
+    InvalidateRect(window, &strip, TRUE);
+}
+
+void EditorWindow::ScrollPicture(int32_t pixels) {
+    if (!window) return;
+    // Drawn straight, the guides stand on the first row only: rows depend on where they are.
+    if (DrawsStraight() || !backBufferDc) return InvalidateAll();
+    ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
+}
+
+void EditorWindow::UpdateNow() {
+    if (window) UpdateWindow(window);
+}
+
+void EditorWindow::ShowCaretAt(int32_t x, int32_t y) {
+    if (window) View::ShowCaretAt(x, y, Metrics().lineHeight);
+}
+
+void EditorWindow::RenewCaret() {
+    if (!caretShown) return;
+    ForgetCaret();
+    View::ShowCaretAt(CaretPlace().x, CaretPlace().y, Metrics().lineHeight);
+}
+
+void EditorWindow::SetScrollBar(ScrollAxis axis, const ScrollBar& bar) {
+    if (!window) return;
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    info.nMax = bar.maximum;
+    info.nPage = static_cast<UINT>(bar.page);
+    info.nPos = bar.position;
+    SetScrollInfo(window, axis == ScrollAxis::Vertical ? SB_VERT : SB_HORZ, &info, TRUE);
+}
+
+void EditorWindow::BeginDrag() {
+    if (!window) return;
+    SetCapture(window);
+    SetTimer(window, DragTimer, DragPeriod, nullptr);
+}
+
+void EditorWindow::EndDrag() {
+    if (window && GetCapture() == window) ReleaseCapture();
+}
+
+bool EditorWindow::ReadClipboard(WString& text, bool& wholeLine) { return Clipboard::Read(window, text, wholeLine); }
+
+void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
+    if (!Clipboard::Write(window, items, count) && host)
+        host->ShowMessage(window, u"Failed copying to clipboard", MB_OK | MB_ICONWARNING);
+}
+
+void EditorWindow::ShowContextMenu(int32_t x, int32_t y) {
+    const HMENU menu = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_CONTEXT_MENU));
+    if (!menu) return;
+    POINT point = {x, y};
+    ClientToScreen(window, &point);
+    TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
+    DestroyMenu(menu);
+}
+
+uint64_t EditorWindow::Ticks() const { return Platform::Ticks(); }
+
+void EditorWindow::SetWaitCursor(bool wait) { SetCursor(wait ? LoadCursorW(nullptr, IDC_WAIT) : beamCursor); }
+
+bool EditorWindow::TakeEscape() { return TakeQueuedEscape(); }

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "view/EditorInput.h"
+#include "view/RowPicture.h"
+#include "view/win32/View.h"
+
+// The window half that the text view and the hex view have in common: routes messages to an editor,
+// which decides everything, and plays its answers onto the screen. Destroyed with DestroyView, after
+// which its document forgot it.
+class EditorWindow : public View, public EditorSurface {
+public:
+    // Draws the rows that the client pixels [top, bottom) touch, all rows when that is empty.
+    virtual void PaintRows(HDC target, int top, int bottom) = 0;
+
+    // View.
+    Document* Attach(HWND newWindow) override;
+    void OnSize(uint32_t flags) override;
+    void SuspendRedraw(bool resume) override { Input().SuspendRedraw(resume); }
+    void Invalidate() override { Input().Invalidate(); }
+    LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;
+    void OnKeyDown(uint32_t key, uint32_t repeat, uint32_t flags) override;
+    void OnChar(Char character, uint32_t repeat, uint32_t flags) override;
+
+    // EditorSurface, but for the dialogs.
+    bool HasWindow() const override { return window != nullptr; }
+    bool HasFocus() const override { return focused; }
+    void TakeFocus() override;
+    void GetClientSize(int32_t& width, int32_t& height) const override;
+    const ViewMetrics& Metrics() const override;
+    CharWidths& Widths() override;
+    void InvalidateAll() override;
+    void InvalidateStrip(int32_t top, int32_t bottom) override;
+    void ScrollPicture(int32_t pixels) override;
+    void UpdateNow() override;
+    void ShowCaretAt(int32_t x, int32_t y) override;
+    void HideCaret() override { View::HideCaret(); }
+    void RenewCaret() override;
+    void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override;
+    bool IsCtrlDown() const override { return GetKeyState(VK_CONTROL) < 0; }
+    bool IsShiftDown() const override { return GetKeyState(VK_SHIFT) < 0; }
+    void BeginDrag() override;
+    void EndDrag() override;
+    bool ReadClipboard(WString& text, bool& wholeLine) override;
+    void WriteClipboard(const ClipboardItem* items, uint32_t count) override;
+    void ShowContextMenu(int32_t x, int32_t y) override;
+    uint64_t Ticks() const override;
+    void SetWaitCursor(bool wait) override;
+    bool TakeEscape() override;
+    ViewHost* Host() const override { return host; }
+    View* AsView() override { return this; }
+    void DestroyView() override;
+
+protected:
+    virtual EditorInput& Input() = 0;
+    // Makes a window inside `parent` and attaches it; none when that is null. False on failure.
+    bool CreateIn(NativeWindow parent);
+    // Draws all of `rows`, whose paint has begun.
+    void Draw(HDC target, RowSource& rows);
+
+private:
+    bool HandleMouse(UINT message, WPARAM wparam, LPARAM lparam);
+    void OnPaint();
+    void OnWheel(WPARAM wparam);
+    void OnScrollMessage(ScrollAxis axis, WORD code);
+};
