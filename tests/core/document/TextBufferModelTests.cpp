@@ -241,9 +241,10 @@ private:
         if (views.size() < 2) return;
         FakeView* going = random.Pick(views);
         std::erase(views, going);
-        going->Destroy();
+        const bool wasActive = going == active;
         model.Forget(going);
-        if (going == active) Use(views[0]);
+        going->Destroy();
+        if (wasActive) Use(views[0]);
     }
 
     Random random;
