@@ -6,6 +6,7 @@
 #include "binary/ChangedPages.h"
 #include "binary/HexDocumentView.h"
 #include "document/Document.h"
+#include "document/SearchProgress.h"
 
 // A file of any size as bytes, which are changed in place and never become more or fewer. Nothing but a
 // window of the file and the changed pages is held in memory.
@@ -72,9 +73,10 @@ public:
 
     // Searches the file, without what is not saved yet, from `from` up to `end` (backwards: below `from`)
     // and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page; only
-    // text without `matchCase` has its ASCII letters folded. Matches longer than the window are not found.
+    // text without `matchCase` has its ASCII letters folded. Matches longer than the window are not found,
+    // nor is anything once `progress` has broken the search off.
     bool FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward, bool hexPattern,
-                   uint64_t& found, bool& wrapped, uint32_t& matchLength);
+                   uint64_t& found, bool& wrapped, uint32_t& matchLength, SearchProgress* progress = nullptr);
 
     // Unlinks a view that is going away; the document does not touch it afterwards.
     void ForgetView(DocumentView* view);
@@ -87,6 +89,9 @@ private:
         uint32_t count;
         uint32_t headCount; // of its first bytes, which the windows are searched for
         bool matchCase;
+        SearchProgress* progress; // may be null
+        uint64_t gone = 0;        // bytes gone through in both passes
+        bool brokenOff = false;
     };
 
     uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
@@ -96,8 +101,9 @@ private:
     bool MakePages(uint64_t offset, size_t count);
     bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
     bool StandsAt(const Sought& sought, uint64_t offset);
-    bool FindForward(const Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
-    bool FindBackward(const Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found);
+    bool MayGoOn(Sought& sought, uint64_t bytes) const;
+    bool FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
+    bool FindBackward(Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found);
     bool Perform(ByteEdit& edit, bool undoing);
     void FreeRecords(ByteEdit*& head);
     HexDocumentView* Shown(HexDocumentView* view) const;

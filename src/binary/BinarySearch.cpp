@@ -26,7 +26,8 @@ constexpr uint32_t LongestHead = 4096;
 } // namespace
 
 bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward,
-                               bool hexPattern, uint64_t& found, bool& wrapped, uint32_t& matchLength) {
+                               bool hexPattern, uint64_t& found, bool& wrapped, uint32_t& matchLength,
+                               SearchProgress* progress) {
     wrapped = false;
     Array<uint8_t> bytes;
     if (!ToBytes(pattern, hexPattern, bytes) || bytes.IsEmpty() || bytes.Count() > WindowSize) return false;
@@ -34,8 +35,9 @@ bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t e
     from = std::min(from, fileSize);
     end = std::min(end, fileSize);
     matchLength = static_cast<uint32_t>(bytes.Count());
-    const Sought sought = {bytes.Items(), matchLength, std::min(matchLength, LongestHead), matchCase || hexPattern};
+    Sought sought = {bytes.Items(), matchLength, std::min(matchLength, LongestHead), matchCase || hexPattern, progress};
     if (backward ? FindBackward(sought, from, 0, found) : FindForward(sought, from, end, found)) return true;
+    if (sought.brokenOff) return false;
     wrapped = true;
     // What the first pass has seen is not looked at again.
     return backward ? FindBackward(sought, fileSize, from, found) : FindForward(sought, 0, std::min(from, end), found);
@@ -50,8 +52,18 @@ bool BinaryDocument::StandsAt(const Sought& sought, uint64_t offset) {
            Scan::FindBytes(window + start, sought.count, sought.bytes, sought.count, sought.matchCase) == 0;
 }
 
+// Counts bytes that were gone through; false once the search is broken off.
+bool BinaryDocument::MayGoOn(Sought& sought, uint64_t bytes) const {
+    constexpr uint64_t Slice = 1u << 22; // asking more often would cost more than searching
+    const uint64_t before = sought.gone;
+    sought.gone += bytes;
+    if (sought.progress && sought.gone / Slice != before / Slice)
+        sought.brokenOff = !sought.progress->Continue(sought.gone, fileSize);
+    return !sought.brokenOff;
+}
+
 // The first match at a position in [from, end).
-bool BinaryDocument::FindForward(const Sought& sought, uint64_t from, uint64_t end, uint64_t& found) {
+bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found) {
     end = std::min(end, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from < end) {
         if (!EnsureWindow(from, PageSize)) return false;
@@ -62,6 +74,7 @@ bool BinaryDocument::FindForward(const Sought& sought, uint64_t from, uint64_t e
         const size_t at = Scan::FindBytes(window + start, static_cast<size_t>(positions) + sought.headCount - 1,
                                           sought.bytes, sought.headCount, sought.matchCase);
         from += at == Scan::NotFound ? positions : at;
+        if (!MayGoOn(sought, at == Scan::NotFound ? positions : at)) return false;
         if (at == Scan::NotFound) continue;
         found = from++;
         if (StandsAt(sought, found)) return true;
@@ -70,7 +83,7 @@ bool BinaryDocument::FindForward(const Sought& sought, uint64_t from, uint64_t e
 }
 
 // The last match at a position in [lowest, from).
-bool BinaryDocument::FindBackward(const Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found) {
+bool BinaryDocument::FindBackward(Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found) {
     from = std::min(from, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from > lowest) {
         // Asked for like this, a window that moves back ends with the head at the last position.
@@ -83,7 +96,9 @@ bool BinaryDocument::FindBackward(const Sought& sought, uint64_t from, uint64_t 
         const uint64_t searched = windowEnd > first ? windowEnd - first : 0;
         const size_t at = Scan::FindLastBytes(window + (first - windowStart), static_cast<size_t>(searched),
                                               sought.bytes, sought.headCount, sought.matchCase);
+        const uint64_t before = from;
         from = at == Scan::NotFound ? first : first + at;
+        if (!MayGoOn(sought, before - from)) return false;
         if (at == Scan::NotFound) continue;
         found = from;
         if (StandsAt(sought, found)) return true;

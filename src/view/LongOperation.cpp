@@ -17,9 +17,10 @@ bool LongOperation::Continue(uint64_t done, uint64_t total) {
     if (surface.Ticks() - started < Patience) return true;
     if (!shown) surface.SetWaitCursor(true);
     shown = true;
-    WString message;
     const auto percent = static_cast<uint32_t>(total ? done * 100 / total : 0);
-    if (Text::AppendFormat(message, u"Searching: %u %%", percent)) Show(message.Text());
+    WString message;
+    if (percent != shownPercent && Text::AppendFormat(message, u"Searching: %u %%", percent)) Show(message.Text());
+    shownPercent = percent;
     brokenOff = surface.TakeEscape();
     return !brokenOff;
 }

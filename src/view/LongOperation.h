@@ -22,5 +22,6 @@ private:
     EditorSurface& surface;
     uint64_t started;
     bool shown = false;
+    uint32_t shownPercent = None32;
     bool brokenOff = false;
 };

@@ -1,0 +1,113 @@
+// What a HexEditor does to its document, and finding.
+
+#include "binary/HexEditor.h"
+#include "binary/HexPattern.h"
+#include "binary/HexText.h"
+#include "view/FindState.h"
+#include "view/LongOperation.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint32_t WarningBox = 0x30; // the system's style of a message box with one button
+
+} // namespace
+
+void HexEditor::TellFailedChange() { ShowStatusMessage(u"Failed changing the file"); }
+
+void HexEditor::TypeHexDigit(Char digit) {
+    const uint32_t value = HexPattern::DigitValue(digit);
+    if (!document || document->IsReadOnly() || caret >= FileSize() || value > 15) return;
+    uint32_t count = 0;
+    const uint8_t* old = page.BytesAt(*document, caret, count);
+    if (count == 0) return TellFailedChange();
+    const auto byte = static_cast<uint8_t>(lowNibble ? (*old & 0xF0) | value : (*old & 0x0F) | value << 4);
+    const HexViewState state = {caret, lowNibble, caret + lowNibble, 1 - lowNibble};
+    if (!document->EditBytes(caret, &byte, 1, this, state)) TellFailedChange();
+}
+
+void HexEditor::Paste() {
+    WString text;
+    bool wholeLine = false;
+    if (!document || document->IsReadOnly() || !surface.ReadClipboard(text, wholeLine)) return;
+    Array<uint8_t> bytes;
+    if (HexPattern::Parse(text.Text(), text.Length(), bytes) == HexPattern::Result::OutOfMemory)
+        return TellFailedChange();
+    const uint64_t left = FileSize() - caret;
+    const auto count = static_cast<size_t>(std::min<uint64_t>(bytes.Count(), left));
+    if (count == 0) return;
+    const HexViewState state = {caret, lowNibble, caret + count, lowNibble};
+    if (!document->EditBytes(caret, bytes.Items(), count, this, state)) TellFailedChange();
+}
+
+void HexEditor::Undo() {
+    if (document && document->CanDo(DocumentCommand::Undo) && !document->Undo()) TellFailedChange();
+}
+
+void HexEditor::Redo() {
+    if (document && document->CanDo(DocumentCommand::Redo) && !document->Redo()) TellFailedChange();
+}
+
+void HexEditor::SelectAll() { SelectBytes(0, FileSize()); }
+
+void HexEditor::GoTo(uint64_t offset) { MoveCaret(offset, false); }
+
+void HexEditor::Copy() {
+    if (!document || !HasSelection()) return;
+    WString text;
+    if (AppendSelection(text)) {
+        const ClipboardItem item = {ClipboardFormat::UnicodeText, text.Text(),
+                                    (size_t(text.Length()) + 1) * sizeof(Char)};
+        surface.WriteClipboard(&item, 1);
+    } else if (ViewHost* host = surface.Host()) {
+        host->ShowMessage(nullptr, u"Failed copying to clipboard", WarningBox);
+    }
+}
+
+// Two digits and a blank for each byte. False when that is too much, or a byte cannot be read.
+bool HexEditor::AppendSelection(WString& out) {
+    constexpr uint32_t PerByte = 3;
+    constexpr uint32_t Batch = 256; // bytes appended at a time
+    Char text[Batch * PerByte];
+    const uint64_t end = SelectionEnd();
+    if (end - SelectionStart() > None32 / PerByte) return false;
+    const uint64_t length = (end - SelectionStart()) * PerByte;
+    if (length >= None32 || !out.Reserve(static_cast<uint32_t>(length))) return false;
+    for (uint64_t offset = SelectionStart(); offset < end;) {
+        uint32_t count = 0;
+        const uint8_t* bytes = page.BytesAt(*document, offset, count);
+        count = static_cast<uint32_t>(std::min<uint64_t>({count, end - offset, Batch}));
+        if (count == 0) return false;
+        for (uint32_t i = 0; i < count; ++i) {
+            HexText::PutDigits(text + i * PerByte, bytes[i], 2);
+            text[i * PerByte + 2] = u' ';
+        }
+        if (!out.Append(text, count * PerByte)) return false;
+        offset += count;
+    }
+    return true;
+}
+
+bool HexEditor::FindNext(bool backward) {
+    if (!document) return false;
+    ShowStatusMessage(nullptr);
+    uint64_t found = 0;
+    bool wrapped = false;
+    bool success = false;
+    uint32_t length = 0;
+    if (findState.searchHistory.Count()) {
+        LongOperation progress(surface);
+        success = document->FindBytes(findState.searchHistory.Newest(), backward ? SelectionStart() : SelectionEnd(),
+                                      FileSize(), findState.matchCase, backward, findState.hexPattern, found, wrapped,
+                                      length, &progress);
+    }
+    if (!success) {
+        ViewHost* host = surface.Host();
+        if (host && host->GetMacroState() == MacroState::Playing) host->StopMacroPlayback();
+        return false;
+    }
+    SelectBytes(found + length, found);
+    if (wrapped) ShowStatusMessage(u"Passed end of file");
+    return true;
+}

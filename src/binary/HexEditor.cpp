@@ -1,0 +1,140 @@
+#include "binary/HexEditor.h"
+
+#include "binary/HexText.h"
+
+#include <algorithm>
+
+// The document.
+
+void HexEditor::SetDocument(BinaryDocument* newDocument) {
+    if (document && document != newDocument) document->ForgetView(this);
+    document = newDocument;
+    topRow = 0;
+    caret = anchor = 0;
+    lowNibble = 0;
+    page.Forget();
+    offsetDigits = (1 + HexText::CountDigits(FileSize()) + 1) / 2 * 2;
+    if (document) UpdateScrollBar();
+}
+
+void HexEditor::DocumentChanged(Document* changed) {
+    if (ViewHost* host = surface.Host()) host->DocumentChanged(changed);
+}
+
+void HexEditor::ContentChanged() {
+    page.Forget();
+    Invalidate();
+}
+
+void HexEditor::OnAttached() {
+    // The bar of this window has never been set.
+    sentBar = NeverSent;
+    UpdateScrollBar();
+}
+
+void HexEditor::OnFocus() {
+    if (!document) return;
+    ContentChanged(); // by another program, meanwhile
+    statusSent = false;
+    if (ViewHost* host = surface.Host()) {
+        // Left there by a text view.
+        host->SetStatusText(StatusField::Overwrite, nullptr);
+        host->SetStatusText(StatusField::LineEnding, nullptr);
+    }
+    UpdateCaret(false);
+}
+
+// Caret and selection.
+
+void HexEditor::MoveCaret(uint64_t offset, bool extend) {
+    if (!document) return;
+    const uint64_t oldCaret = caret;
+    const uint64_t oldAnchor = anchor;
+    caret = std::min(offset, FileSize());
+    lowNibble = 0;
+    if (extend) {
+        // Only what lies between the old and the new caret becomes selected or ceases to be.
+        if (caret != oldCaret) InvalidateBytes(oldCaret, caret);
+    } else {
+        anchor = caret;
+        if (oldAnchor != oldCaret) InvalidateBytes(oldAnchor, oldCaret);
+    }
+    if (surface.HasFocus()) ShowStatusMessage(nullptr);
+    UpdateCaret(true);
+}
+
+void HexEditor::SelectBytes(uint64_t newAnchor, uint64_t newCaret) {
+    MoveCaret(newCaret, false);
+    anchor = std::min(newAnchor, FileSize());
+    Invalidate();
+}
+
+void HexEditor::SetCaret(uint64_t offset, uint32_t subPosition) {
+    caret = anchor = std::min(offset, FileSize());
+    lowNibble = subPosition ? 1 : 0;
+    if (surface.HasFocus()) ShowStatusMessage(nullptr);
+}
+
+void HexEditor::ToHighNibble() {
+    if (!lowNibble) return;
+    lowNibble = 0;
+    UpdateCaret(false);
+}
+
+// The status bar.
+
+void HexEditor::ShowStatusMessage(const Char* text) {
+    if (ViewHost* host = surface.Host()) host->SetStatusText(StatusField::Message, text);
+}
+
+void HexEditor::RefreshStatus() {
+    ViewHost* host = surface.Host();
+    if (!host || (statusSent && sentCaret == caret)) return;
+    WString text;
+    if (!HexText::AppendOffset(text, caret)) return;
+    host->SetStatusText(StatusField::Line, text.Text());
+    if (!statusSent) host->SetStatusText(StatusField::Column, nullptr);
+    statusSent = true;
+    sentCaret = caret;
+}
+
+// Commands.
+
+namespace {
+
+bool WithSelection(const HexEditor& editor) { return editor.HasSelection(); }
+bool Always(const HexEditor&) { return true; }
+bool Never(const HexEditor&) { return false; }
+void Nothing(HexEditor&) {}
+
+struct Command {
+    bool (*isEnabled)(const HexEditor& editor);
+    void (*execute)(HexEditor& editor);
+};
+
+// The frame decides about pasting and going to an offset itself.
+constexpr Command Commands[] = {
+    {Never, Nothing}, // bytes are not taken out of a file
+    {WithSelection, [](HexEditor& editor) { editor.Copy(); }},
+    {Never, [](HexEditor& editor) { editor.Paste(); }},
+    {Never, Nothing},
+    {Always, [](HexEditor& editor) { editor.SelectAll(); }},
+    {Always, [](HexEditor& editor) { editor.Surface().ShowFindDialog(); }},
+    {Never, Nothing},
+    {Never, [](HexEditor& editor) { editor.Surface().ShowGoToDialog(); }},
+    {Always, Nothing}, // there are no bookmarks
+    {Never, Nothing},
+};
+static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommand::Count);
+
+} // namespace
+
+bool HexEditor::CanDo(uint32_t command) const {
+    return document && command < ViewCommand::Count && Commands[command].isEnabled(*this);
+}
+
+bool HexEditor::ExecuteCommand(uint32_t command) {
+    if (command >= ViewCommand::Count) return false;
+    if (document) Commands[command].execute(*this);
+    return true;
+}

@@ -1,0 +1,91 @@
+// The keys of a HexEditor.
+
+#include "binary/HexEditor.h"
+#include "view/ViewKey.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint32_t RowBytes = HexEditor::BytesPerRow;
+
+// What a key press is about to work on.
+struct KeyPress {
+    HexEditor& editor;
+    bool shift;
+    uint64_t caret;
+    uint64_t fileSize;
+
+    void Move(uint64_t offset) const { editor.MoveCaret(offset, shift); }
+    // The first byte of the caret's row.
+    uint64_t RowStart() const { return caret - caret % RowBytes; }
+    uint64_t LastByte() const { return fileSize ? fileSize - 1 : 0; }
+    uint32_t PageRows() const { return static_cast<uint32_t>(editor.VisibleLines() > 0 ? editor.VisibleLines() : 1); }
+};
+
+// Up and down by rows, but not beyond the first and the last one; the column is kept where it can be.
+void MoveUp(const KeyPress& press, uint64_t rows) {
+    press.Move(press.caret - std::min(press.caret / RowBytes, rows) * RowBytes);
+}
+
+void MoveDown(const KeyPress& press, uint64_t rows) {
+    const uint64_t row = press.caret / RowBytes;
+    const uint64_t lastRow = press.LastByte() / RowBytes;
+    // Behind the file's end there may be no row at all.
+    if (row >= lastRow) return press.Move(press.caret);
+    press.Move(std::min(press.caret + std::min(rows, lastRow - row) * RowBytes, press.LastByte()));
+}
+
+void RowEnd(const KeyPress& press) {
+    // A caret behind a full last row stands on a row without bytes.
+    if (press.RowStart() >= press.fileSize) return press.Move(press.caret);
+    press.Move(std::min(press.RowStart() + RowBytes - 1, press.LastByte()));
+}
+
+struct KeyBinding {
+    uint32_t key;
+    bool needsCtrl; // else it works with and without
+    void (*handle)(const KeyPress& press);
+};
+
+constexpr KeyBinding Bindings[] = {
+    {ViewKey::PageUp, false, [](const KeyPress& press) { MoveUp(press, press.PageRows()); }},
+    {ViewKey::PageDown, false, [](const KeyPress& press) { MoveDown(press, press.PageRows()); }},
+    {ViewKey::End, false, RowEnd},
+    {ViewKey::Home, false, [](const KeyPress& press) { press.Move(press.RowStart()); }},
+    {ViewKey::Left, false, [](const KeyPress& press) { press.Move(press.caret ? press.caret - 1 : 0); }},
+    {ViewKey::Up, false, [](const KeyPress& press) { MoveUp(press, 1); }},
+    {ViewKey::Right, false, [](const KeyPress& press) { press.Move(press.caret + 1); }},
+    {ViewKey::Down, false, [](const KeyPress& press) { MoveDown(press, 1); }},
+    {ViewKey::F3, false, [](const KeyPress& press) { press.editor.FindNext(press.shift); }},
+    {u'A', true, [](const KeyPress& press) { press.editor.SelectAll(); }},
+    {u'C', true, [](const KeyPress& press) { press.editor.Copy(); }},
+    {u'F', true, [](const KeyPress& press) { press.editor.Surface().ShowFindDialog(); }},
+    {u'G', true,
+     [](const KeyPress& press) {
+         if (!press.shift) press.editor.Surface().ShowGoToDialog();
+     }},
+    {u'V', true, [](const KeyPress& press) { press.editor.Paste(); }},
+    {u'Y', true, [](const KeyPress& press) { press.editor.Redo(); }},
+    {u'Z', true, [](const KeyPress& press) { press.editor.Undo(); }},
+};
+
+// 1 to 6 on the keypad have the codes of the letters a to f, and have always counted as digits here, the
+// keypad's other digits not.
+bool IsDigitKey(uint32_t key) {
+    return (key >= u'0' && key <= u'9') || (key >= u'A' && key <= u'F') || (key >= u'a' && key <= u'f');
+}
+
+} // namespace
+
+void HexEditor::OnKeyDown(uint32_t key) {
+    if (!document) return;
+    const bool ctrl = surface.IsCtrlDown();
+    const bool shift = surface.IsShiftDown();
+    if (!IsDigitKey(key) || ctrl || shift) ToHighNibble();
+    for (const KeyBinding& binding : Bindings) {
+        if (binding.key != key || (binding.needsCtrl && !ctrl)) continue;
+        binding.handle({*this, shift, caret, FileSize()});
+        return;
+    }
+}
