@@ -3,6 +3,7 @@
 #include "app/StartArguments.h"
 #include "app/win32/MainFrame.h"
 #include "base/Heap.h"
+#include "binary/win32/HexView.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
 #include "view/FindState.h"
@@ -52,6 +53,7 @@ int Application::Run(HINSTANCE instance, const Char* commandLine) {
     DrawingObjects::Start();
     if (LoadSettingsFile() && ViewClass::Register(instance)) {
         SetTextViewFactory(TextView::Create);
+        SetHexViewFactory(HexView::Create);
         RunFrame(instance);
         ViewFont::Release();
         DrawingObjects::Release();

@@ -120,6 +120,8 @@ bool MainFrame::IsMenuCommandEnabled(uint32_t number) const {
         return activeView && document && document->CanDo(DocumentCommand::Edit);
     case IDM_GOTO:
         return activeView != nullptr;
+    case IDM_SAVE_AS:
+        return activeView && document && !document->IsBinary(); // bytes are saved in place only
     case IDM_CLOSE_PANE:
         return panes.Active() && !panes.IsOnly(*panes.Active());
     case IDM_CLOSE_OUTPUT_WINDOWS:

@@ -4,6 +4,7 @@
 #include "app/win32/MainFrame.h"
 #include "base/Platform.h"
 #include "base/Text.h"
+#include "binary/BinaryDocument.h"
 #include "document/TextBuffer.h"
 #include "view/win32/TextView.h"
 
@@ -84,16 +85,20 @@ void MainFrame::NewDocument() {
     ShowNewDocument(document, pane);
 }
 
+// The document of a file that is open already, text or bytes; null without one.
+Document* MainFrame::ShowOpenFile(const Char* fullPath) {
+    Document* known = documents.FindByName(fullPath);
+    if (!known) return nullptr;
+    Pane* pane = TargetPane();
+    ShowDocument(known, pane);
+    if (pane && pane != panes.Active()) PaneWindows::Focus(*pane);
+    return known;
+}
+
 bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
     WString fullPath;
     if (!Platform::FullPath(path, fullPath)) return false;
-    Document* known = isNew ? nullptr : documents.FindByName(fullPath.Text());
-    if (known) {
-        Pane* pane = TargetPane();
-        ShowDocument(known, pane);
-        if (pane && pane != panes.Active()) PaneWindows::Focus(*pane);
-        return MoveToLine(known, line);
-    }
+    if (Document* known = isNew ? nullptr : ShowOpenFile(fullPath.Text())) return MoveToLine(known, line);
     TextBuffer* document = new TextBuffer;
     if (!document) return false;
     document->AddRef();
@@ -106,8 +111,20 @@ bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
     return ShowNewDocument(document, TargetPane()) && MoveToLine(document, line);
 }
 
-// There is no document for bytes yet: nothing is opened.
-bool MainFrame::OpenBinary(const Char*) { return false; }
+bool MainFrame::OpenBinary(const Char* path) {
+    WString fullPath;
+    if (!Platform::FullPath(path, fullPath)) return false;
+    if (ShowOpenFile(fullPath.Text())) return true;
+    BinaryDocument* document = new BinaryDocument;
+    if (!document) return false;
+    document->AddRef();
+    if (!document->Open(fullPath.Text()) || !document->CreateView(nullptr)) {
+        document->Release();
+        ReportOpenFailure(fullPath.Text());
+        return false;
+    }
+    return AdoptDocument(document) && ShowNewDocument(document, TargetPane());
+}
 
 bool MainFrame::MoveToLine(Document*, int32_t line) {
     if (line >= 0 && panes.Active() && panes.Active()->view)

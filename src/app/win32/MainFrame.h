@@ -100,6 +100,7 @@ private:
     bool ShowNewDocument(Document* document, Pane* pane);
     void ShowDocument(Document* document, Pane* pane);
     Pane* TargetPane();
+    Document* ShowOpenFile(const Char* fullPath);
     bool MoveToLine(Document* document, int32_t line);
     bool SaveDocumentAs(Document& document, bool askForName);
     void CloseActiveDocument();
