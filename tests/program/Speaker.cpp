@@ -143,9 +143,13 @@ int main(int count, char** values) {
     Speaker speaker{std::vector<std::string>(values, values + count), values[1]};
     const char* const told = std::getenv("SPEAKER_SCRIPT");
     if (speaker.script == "/c" && told) speaker.script = told;
-    std::ifstream script(speaker.script);
-    if (!script) return 2;
-    for (std::string line; std::getline(script, line);) {
+    std::vector<std::string> lines;
+    {
+        std::ifstream script(speaker.script); // closed before anything is done, so that it can be deleted
+        if (!script) return 2;
+        for (std::string line; std::getline(script, line);) lines.push_back(line);
+    }
+    for (const std::string& line : lines) {
         const size_t blank = line.find(' ');
         speaker.Do(line.substr(0, blank), blank == std::string::npos ? "" : line.substr(blank + 1));
     }

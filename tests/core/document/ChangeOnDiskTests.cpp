@@ -30,6 +30,16 @@ TEST(ChangeOnDisk, AFileThatAnotherProgramTouchedHasChangedUntilTheTimeIsMarked)
     EXPECT_TRUE(document->IsChangedOnDisk());
 }
 
+TEST(ChangeOnDisk, AMarkedTimeAheadOfTheClockIsNotAskedAboutAgain) {
+    LoadedDocument document("text");
+    Touch(document.folder, 60s);
+    ASSERT_TRUE(document->IsChangedOnDisk());
+    document->MarkFileTimeNow();
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    Touch(document.folder, 120s);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+}
+
 TEST(ChangeOnDisk, SavingTakesTheNewTime) {
     LoadedDocument document("text");
     Touch(document.folder, 60s);

@@ -340,15 +340,23 @@ TEST(Reload, ReadsTheFileAgainAndKeepsTheViews) {
     EXPECT_FALSE(document->IsChangedOnDisk());
 }
 
-TEST(Reload, FailsWhenTheFileIsGone) {
+TEST(Reload, KeepsTheTextWhenTheFileIsGone) {
     LoadedDocument document("one\ntwo");
     FakeView* view = FakeView::Create(*document);
     view->Activate();
+    view->MoveCaret(1, 2);
+    ASSERT_TRUE(document->TypeChar(view, u'x', 2, false, false));
     std::filesystem::remove(document.folder.File("file.txt"));
-    view->ForgetCalls();
     EXPECT_FALSE(document->Reload());
-    EXPECT_GE(view->invalidations, 1);
-    ExpectNoStore(*document);
+    EXPECT_EQ(document.EditLine(), std::u16string(u"twxo\0", 5));
+    EXPECT_TRUE(document->IsModified());
+    EXPECT_EQ(view->CaretLine(), 1u);
+    EXPECT_TRUE(document->CanDo(DocumentCommand::Undo));
+    // As little when a directory has taken its place.
+    std::filesystem::create_directory(document.folder.File("file.txt"));
+    EXPECT_FALSE(document->Reload());
+    EXPECT_EQ(document.EditLine(), std::u16string(u"twxo\0", 5));
+    std::filesystem::remove(document.folder.File("file.txt"));
     EXPECT_EQ(std::u16string(document->GetName()), document.folder.Path("file.txt"));
     document.folder.Write("file.txt", "back");
     EXPECT_TRUE(document->Reload());

@@ -26,13 +26,13 @@ protected:
         SetPollTimer(Fake);
     }
 
-    // Starts the script in the folder of the scripts.
     bool Run(TextBuffer& document, const std::string& script) {
         return document.RunCommand(speaker.Command(script).c_str(), Directory().c_str());
     }
-    std::u16string Directory() const {
-        std::u16string path = speaker.Folder().Path("");
-        path.pop_back();
+    // Not the folder of the scripts, which could not be deleted while a command is in it.
+    static std::u16string Directory() {
+        std::u16string path = std::filesystem::temp_directory_path().u16string();
+        if (path.back() == u'/' || path.back() == u'\\') path.pop_back();
         return path;
     }
     // Starts a command that stays and prints nothing, so that what it prints is the test's: see Print.

@@ -56,8 +56,7 @@ TEST_F(RunTest, RunsUnderTheInterpreterInTheDirectory) {
     const std::u16string command = speaker.Command("where\n") + u" first && echo second";
     ASSERT_TRUE(document->RunCommand(command.c_str(), Directory().c_str()));
     ASSERT_TRUE(PollToTheEnd(*document));
-    const std::u16string directory = speaker.Folder().File("x").parent_path().u16string();
-    EXPECT_EQ(document.Text(), directory + u"\nfirst\nsecond\n");
+    EXPECT_EQ(document.Text(), Directory() + u"\nfirst\nsecond\n");
 }
 
 TEST_F(RunTest, NoCommandRunsTheInterpreterAlone) {
