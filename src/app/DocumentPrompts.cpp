@@ -28,10 +28,12 @@ void AskToReopen(CommandTarget& frame, Document& document) {
     const Hold hold(document);
     const Answer answer = frame.AskUser(question.Text(), MessageKind::YesNoCancel);
     if (!frame.Documents().Contains(&document)) return;
-    if (answer == Answer::Yes)
-        document.Reload();
-    else
-        document.MarkFileTimeNow();
+    if (answer == Answer::Yes && document.Reload()) return;
+    // Kept as it is, also when the file cannot be read any more: this change is not asked about again.
+    document.MarkFileTimeNow();
+    WString message;
+    if (answer == Answer::Yes && Text::AppendFormat(message, u"Failed opening file: %s", document.GetName()))
+        frame.AskUser(message.Text(), MessageKind::Warning);
 }
 
 } // namespace

@@ -56,7 +56,9 @@ public:
     // False unless output of a command is collected here; `running` tells whether it still runs.
     virtual bool GetOutputState(bool& running) const = 0;
     virtual bool IsChangedOnDisk() = 0;
+    // Changes of the file until now are not asked about any more.
     virtual void MarkFileTimeNow() = 0;
+    // False leaves the document as it was.
     virtual bool Reload() = 0;
     virtual void StopProcess() = 0;
     virtual bool CanDo(uint32_t kind) const = 0;

@@ -205,6 +205,8 @@ private:
     void DestroyViews();
     void FreeStore();
     void ChooseOwnEngine();
+    // Takes over the store of a cleared document.
+    void TakeText(struct DecodedText& decoded);
     // Characters were put behind the end at `from`: tells the views, and takes along the carets that
     // stood at the old end.
     void TakeUpAppended(uint32_t from, uint32_t newLines);

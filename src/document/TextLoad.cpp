@@ -5,6 +5,11 @@ namespace {
 
 constexpr const Char* EncodingNames[Encoding::Count] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
 
+bool ReadTime(const Char* name, Platform::FileTime& time) {
+    Platform::File file;
+    return file.Open(name, Platform::File::Mode::Read) && file.GetTime(time);
+}
+
 } // namespace
 
 bool TextBuffer::Load(const Char* fileName, bool createNew) {
@@ -17,7 +22,13 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     // Before the text is taken over, so that a failed load leaves none.
     if (decoded.text && !SetPath(fileName)) return false;
     encoding = decoded.encoding;
-    if (!decoded.text) return true; // the file was read, but the code page can make nothing of it
+    // Without a text the file was read, but the code page can make nothing of it.
+    if (decoded.text) TakeText(decoded);
+    return true;
+}
+
+void TextBuffer::TakeText(DecodedText& decoded) {
+    encoding = decoded.encoding;
     text = decoded.text;
     decoded.text = nullptr;
     capacity = decoded.capacity;
@@ -26,23 +37,33 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     SetLineCount(decoded.lineCount);
     ChooseOwnEngine();
     savedUndoHead = HeadSerial();
-    return true;
 }
 
+// Read before the old text goes: a file that was deleted or locked meanwhile must not cost it.
 bool TextBuffer::Reload() {
-    const bool loaded = Load(path.Text(), false);
+    Platform::ByteBlock file;
+    DecodedText decoded;
+    Platform::FileTime time = 0;
+    if (!Platform::ReadWholeFile(path.Text(), file, &time) || !DecodeText(file, decoded) || !decoded.text) return false;
+    Clear(false);
+    fileTime = time;
+    TakeText(decoded);
     RepaintAll();
-    return loaded;
+    return true;
 }
 
 bool TextBuffer::IsChangedOnDisk() {
     if (IsOutput() || !title.IsEmpty()) return false;
-    Platform::File file;
     Platform::FileTime written = 0;
-    return file.Open(path.Text(), Platform::File::Mode::Read) && file.GetTime(written) && fileTime < written;
+    return ReadTime(path.Text(), written) && fileTime < written;
 }
 
-void TextBuffer::MarkFileTimeNow() { fileTime = Platform::Now(); }
+void TextBuffer::MarkFileTimeNow() {
+    fileTime = Platform::Now();
+    // The clock of who wrote the file may be ahead of ours.
+    Platform::FileTime written = 0;
+    if (ReadTime(path.Text(), written) && written > fileTime) fileTime = written;
+}
 
 bool TextBuffer::GetEncoding(uint32_t& current, const Char* const*& names) const {
     current = encoding;

@@ -120,6 +120,20 @@ TEST_F(DocumentPromptTest, TwoChangedFilesGiveTwoQuestionsInOrder) {
     EXPECT_EQ(frame.titles, 1);
 }
 
+TEST_F(DocumentPromptTest, AFileThatCannotBeReadAgainIsToldOnce) {
+    FakeDocument& a = AddChanged(u"C:\\a");
+    a.reloadingWorks = false;
+    frame.answers = {Answer::Yes, Answer::Ok};
+    ForeignChangeCheck check;
+    check.Run(frame);
+    ASSERT_EQ(frame.questions.size(), 2u);
+    EXPECT_EQ(frame.questions[1].text, u"Failed opening file: C:\\a");
+    EXPECT_EQ(frame.questions[1].kind, MessageKind::Warning);
+    EXPECT_EQ(a.acceptedChanges, 1);
+    check.Run(frame);
+    EXPECT_EQ(frame.questions.size(), 2u);
+}
+
 TEST_F(DocumentPromptTest, CancelAcceptsTheChangeToo) {
     FakeDocument& a = AddChanged(u"C:\\a");
     frame.answers = {Answer::Cancel};

@@ -86,9 +86,9 @@ public:
         ++acceptedChanges;
     }
     bool Reload() override {
-        changedOnDisk = false;
         ++reloads;
-        return true;
+        if (reloadingWorks) changedOnDisk = false;
+        return reloadingWorks;
     }
     void StopProcess() override {}
     bool CanDo(uint32_t) const override { return false; }
@@ -110,6 +110,7 @@ public:
     bool isOutput = false;
     bool running = false;
     bool changedOnDisk = false;
+    bool reloadingWorks = true;
     int changeChecks = 0;
     int acceptedChanges = 0;
     int reloads = 0;
