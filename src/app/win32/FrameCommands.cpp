@@ -76,10 +76,16 @@ const ForwardedCommand* FindForwarded(uint32_t number) {
     return nullptr;
 }
 
+bool HasFinishedOutput(const DocumentList& documents) {
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
+        if (IsFinishedOutput(*node->document)) return true;
+    return false;
+}
+
 // Menu items that need something to work on.
 bool NeedsView(uint32_t number) {
     static constexpr uint32_t Numbers[] = {
-        IDM_CLOSE,     IDM_SAVE,          IDM_SAVE_AS,   IDM_SAVE_ALL,      IDM_QUICK_OPEN,        IDM_SPLIT_VERTICALLY,
+        IDM_CLOSE,     IDM_SAVE,          IDM_SAVE_AS,   IDM_SAVE_ALL,      IDM_SPLIT_VERTICALLY,
         IDM_NEXT_FILE, IDM_PREVIOUS_FILE, IDM_NEXT_PANE, IDM_PREVIOUS_PANE, IDM_SPLIT_HORIZONTALLY};
     for (const uint32_t needing : Numbers)
         if (needing == number) return true;
@@ -125,7 +131,9 @@ bool MainFrame::IsMenuCommandEnabled(uint32_t number) const {
     case IDM_CLOSE_PANE:
         return panes.Active() && !panes.IsOnly(*panes.Active());
     case IDM_CLOSE_OUTPUT_WINDOWS:
-        return !documents.IsEmpty();
+        return HasFinishedOutput(documents);
+    case IDM_QUICK_OPEN:
+        return commandWindow.IsVisible() || ActiveText();
     case IDM_STOP_TOOL: {
         bool running = false;
         return document && document->GetOutputState(running) && running;
@@ -207,7 +215,13 @@ void MainFrame::Split(bool vertical) {
 }
 
 void MainFrame::ClosePane() {
-    if (panes.Close(panes.Active())) LayOut();
+    Pane* pane = panes.Active();
+    if (!pane || panes.IsOnly(*pane)) return;
+    activeView = nullptr; // it goes with its pane
+    panes.Close(pane);
+    LayOut();
+    // A minimised window gives the focus to none of its panes, and so none tells the frame.
+    if (panes.Active()->view) ViewActivated(panes.Active()->view);
 }
 
 void MainFrame::NextFile() { ShowDocument(documents.Next(ActiveDocument()), panes.Active()); }

@@ -8,6 +8,21 @@
 #include "document/TextBuffer.h"
 #include "view/win32/TextView.h"
 
+namespace {
+
+bool IsShownIn(const Document& document, const Pane& pane) {
+    return pane.view && pane.view->GetDocument() == &document;
+}
+
+// In full: a name that was cut off might be that of another file.
+bool DroppedName(HDROP drop, UINT index, WString& name) {
+    const UINT length = DragQueryFileW(drop, index, nullptr, 0);
+    return length != 0 && name.Reserve(length + 1) && DragQueryFileW(drop, index, Wide(name.Data()), length + 1) &&
+           name.Assign(name.Data());
+}
+
+} // namespace
+
 Document* MainFrame::ActiveDocument() const {
     const Pane* pane = panes.Active();
     return pane && pane->view ? pane->view->GetDocument() : nullptr;
@@ -28,7 +43,8 @@ Pane* MainFrame::TargetPane() {
     if (panes.First()) return panes.First();
     Pane* pane = panes.AddFirst();
     panes.SetActive(pane);
-    if (pane) LayOut();
+    // Not left to the end of a batch: a caret can only be scrolled into view in a window that has a size.
+    if (pane) LayOutNow();
     return pane;
 }
 
@@ -135,6 +151,7 @@ bool MainFrame::MoveToLine(Document*, int32_t line) {
 // While many files are opened their failures are gathered, so that there is one message for all.
 void MainFrame::ReportOpenFailure(const Char* path) {
     if (batchDepth > 0) {
+        if (++unopenedCount > MostUnopenedNames) return;
         if (!unopened.IsEmpty()) unopened.AppendChar(u'\n');
         unopened.Append(path);
         return;
@@ -178,19 +195,23 @@ void MainFrame::CloseActiveDocument() {
 }
 
 void MainFrame::CloseDocument(Document* document) {
-    if (document == sharedOutput) sharedOutput = nullptr;
     if (documents.Count() == 1) {
         activeView = nullptr;
         panes.CloseAll();
-        documents.Remove(document);
-        RefreshTitle();
-        return;
+        ClearStatusFields();
+        SetFocus(window);
+    } else {
+        Document* successor = documents.Previous(document);
+        for (Pane* pane = panes.First(); pane; pane = pane->next) {
+            if (!IsShownIn(*document, *pane)) continue;
+            ShowDocument(successor, pane);
+            // Without memory for another view the document stays where it is shown, and so open.
+            if (IsShownIn(*document, *pane)) return;
+        }
     }
-    Document* successor = documents.Previous(document);
-    for (Pane* pane = panes.First(); pane; pane = pane->next)
-        if (pane->view && pane->view->GetDocument() == document) ShowDocument(successor, pane);
+    if (document == sharedOutput) sharedOutput = nullptr;
     documents.Remove(document);
-    RefreshTitle();
+    RebuildTitle();
 }
 
 void MainFrame::CloseOutputWindows() {
@@ -236,10 +257,9 @@ bool MainFrame::AppendOutput(const Char* text) {
 void MainFrame::OnDropFiles(HDROP drop) {
     const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
     BeginBatch();
-    for (UINT i = 0; i < count; ++i) {
-        Char path[MAX_PATH];
-        if (DragQueryFileW(drop, i, Wide(path), MAX_PATH)) OpenText(path, -1, false);
-    }
+    WString path;
+    for (UINT i = 0; i < count; ++i)
+        if (DroppedName(drop, i, path)) OpenText(path.Text(), -1, false);
     DragFinish(drop);
     EndBatch();
 }

@@ -52,7 +52,7 @@ bool MainFrame::CarryOut(const KeyDecision& decision) {
     case KeyAction::SelectMacroSlot: {
         macros.SelectSlot(decision.index);
         WString text;
-        if (macros.SelectedText(text)) statusBar.SetField(0, text.Text());
+        if (macros.SelectedText(text)) SetStatusText(StatusField::Message, text.Text());
         return true;
     }
     case KeyAction::ShowDocument:
@@ -101,14 +101,17 @@ void MainFrame::FinishSwitching() {
 }
 
 void MainFrame::RecordMacro() {
-    if (macros.ToggleRecording()) RefreshTitle();
+    if (!macros.ToggleRecording()) return;
+    // The end of a drag would be locked out with the rest of the mouse.
+    if (macros.IsRecording()) ReleaseCapture();
+    RebuildTitle();
 }
 
 void MainFrame::PlayMacro() {
     if (macros.BeginPlayback())
         PlayEvents();
     else
-        RefreshTitle();
+        RebuildTitle();
 }
 
 void MainFrame::PlayEvents() {
@@ -134,6 +137,6 @@ void MainFrame::PlayEvents() {
     keys[VK_CONTROL] = saved[1];
     keys[VK_MENU] = saved[2];
     SetKeyboardState(keys);
-    macros.StopPlayback();
     ForEachView([](View& view) { view.SuspendRedraw(true); });
+    macros.StopPlayback();
 }

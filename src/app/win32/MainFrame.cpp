@@ -1,6 +1,5 @@
 #include "app/win32/MainFrame.h"
 
-#include "app/FrameTitle.h"
 #include "app/win32/Application.h"
 #include "document/Document.h"
 #include "document/win32/WindowPollTimer.h"
@@ -59,23 +58,30 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CREATE:
         return OnCreate() ? 0 : -1;
     case WM_SIZE:
-        LayOut();
+        LayOutNow();
+        return 0;
+    case WM_ACTIVATE:
+        OnActivate(LOWORD(wparam) != WA_INACTIVE);
+        break;
+    case WM_ENABLE:
+        if (wparam) OnEnabled();
         return 0;
     case WM_SETFOCUS:
         OnFocus();
         return 0;
     case WM_COMMAND:
-        if (ExecuteMenuCommand(LOWORD(wparam))) return 0;
+        // Posted by another program, it would reach the frame beneath an open dialog, too.
+        if (!IsWindowEnabled(window) || ExecuteMenuCommand(LOWORD(wparam))) return 0;
         break;
     case WM_INITMENUPOPUP:
+        if (HIWORD(lparam)) break; // the system menu
         OnMenuOpens(reinterpret_cast<HMENU>(wparam));
         return 0;
     case WM_SETCURSOR:
         if (OnSetCursor(lparam)) return TRUE;
         break;
     case WM_ACTIVATEAPP:
-        // Posted: a question may not be asked while the system is still activating the window.
-        if (wparam) PostMessageW(window, CheckFilesMessage, 0, 0);
+        OnApplicationActivated(wparam != 0);
         break;
     case WM_DROPFILES:
         OnDropFiles(reinterpret_cast<HDROP>(wparam));
@@ -84,21 +90,22 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         OnDpiChanged(wparam, lparam);
         return 0;
     case WM_CLOSE:
-        if (MayExit(*this)) Leave();
+        if (IsWindowEnabled(window) && MayLeave()) Leave();
         return 0;
     case WM_QUERYENDSESSION:
-        return MayExit(*this);
+        return MayLeave();
     case WM_ENDSESSION:
-        if (wparam) Leave();
+        // Everything has been asked. Beneath an open dialog all stays as it is until the process ends.
+        if (wparam && IsWindowEnabled(window)) Leave();
         return 0;
     case WM_HELP:
         OpenHelp();
         return TRUE;
     case QuitNowMessage:
-        Leave();
+        LeaveNow();
         return 0;
     case CheckFilesMessage:
-        foreignChanges.Run(*this);
+        CheckFiles();
         return 0;
     case WM_DESTROY:
         PostQuitMessage(0);
@@ -137,8 +144,32 @@ bool MainFrame::OnCreate() {
            commandWindow.Create(*this, Application::globals.instance);
 }
 
+void MainFrame::OnActivate(bool active) {
+    if (!active) commandWindowFocused = GetFocus() == commandWindow.Window();
+}
+
+void MainFrame::OnApplicationActivated(bool active) {
+    if (active) {
+        // Posted: a question may not be asked while the system is still activating the window.
+        PostMessageW(window, CheckFilesMessage, 0, 0);
+    } else if (switching) {
+        // The release of Ctrl will go to another program.
+        switching = false;
+        if (Document* document = ActiveDocument()) documents.Touch(document);
+    }
+}
+
+// A dialog of the frame was closed, and with it the last one: what had to wait for that comes now.
+void MainFrame::OnEnabled() {
+    if (checkPending) PostMessageW(window, CheckFilesMessage, 0, 0);
+    if (leavePending) PostMessageW(window, QuitNowMessage, 0, 0);
+    checkPending = leavePending = false;
+}
+
 void MainFrame::OnFocus() {
-    if (commandWindow.IsVisible() && !panes.Active())
+    const bool toCommandWindow = commandWindow.IsVisible() && (commandWindowFocused || !panes.Active());
+    commandWindowFocused = false;
+    if (toCommandWindow)
         SetFocus(commandWindow.Window());
     else if (panes.Active())
         PaneWindows::Focus(*panes.Active());
@@ -161,6 +192,30 @@ void MainFrame::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void MainFrame::CheckFiles() {
+    if (IsWindowEnabled(window))
+        foreignChanges.Run(*this);
+    else
+        checkPending = true;
+}
+
+// A second request that comes while the questions of the first are open waits for their answers.
+bool MainFrame::MayLeave() {
+    if (asksToLeave) return false;
+    asksToLeave = true;
+    const bool may = MayExit(*this);
+    asksToLeave = false;
+    return may;
+}
+
+// Beneath an open dialog nothing is closed: its caller still works with a document or a view.
+void MainFrame::LeaveNow() {
+    if (IsWindowEnabled(window))
+        Leave();
+    else
+        leavePending = true;
+}
+
 // From here on nothing asks any more: documents and panes go before the window does.
 void MainFrame::Leave() {
     macros.StopPlayback();
@@ -170,43 +225,6 @@ void MainFrame::Leave() {
     while (!documents.IsEmpty()) documents.Remove(documents.At(0));
     commandWindow.Release();
     DestroyWindow(window);
-}
-
-SIZE MainFrame::PaneArea() const {
-    RECT client = {};
-    GetClientRect(window, &client);
-    const LONG below = statusBar.Height() + (commandWindow.IsVisible() ? commandWindow.Height() : 0);
-    return {client.right, client.bottom > below ? client.bottom - below : 0};
-}
-
-void MainFrame::LayOut() {
-    layoutPending = batchDepth > 0;
-    if (layoutPending || !statusBar.Window()) return;
-    RECT client = {};
-    GetClientRect(window, &client);
-    statusBar.Layout(client.right);
-    if (commandWindow.IsVisible()) {
-        const int height = commandWindow.Height();
-        MoveWindow(commandWindow.Window(), 0, client.bottom - statusBar.Height() - height, client.right, height, TRUE);
-    }
-    panes.LayOut(PaneArea());
-}
-
-void MainFrame::RefreshTitle() {
-    if (batchDepth > 0) return; // EndBatch does it once for all
-    WString text;
-    const Document* active = activeView ? activeView->GetDocument() : nullptr;
-    if (BuildTitle(active, macros.IsRecording(), text)) SetWindowTextW(window, Wide(text.Text()));
-    if (BuildStatusText(commandWindow.IsVisible(), commands.console, text)) statusBar.SetField(0, text.Text());
-}
-
-void MainFrame::EndBatch() {
-    if (--batchDepth > 0) return;
-    if (layoutPending) LayOut();
-    RefreshTitle();
-    if (unopened.IsEmpty()) return;
-    WString failed(static_cast<WString&&>(unopened));
-    ReportOpenFailure(failed.Text());
 }
 
 void MainFrame::ShowCommandWindow(bool show) {
@@ -234,34 +252,15 @@ void MainFrame::ViewActivated(View* view) {
     activeView = view;
     if (GetFocus() != view->GetWindow()) SetFocus(view->GetWindow());
     if (!switching) documents.Touch(view->GetDocument());
-    RefreshTitle();
+    RebuildTitle();
 }
 
 void MainFrame::DocumentChanged(Document* document) {
-    if (activeView && activeView->GetDocument() == document) RefreshTitle();
+    if (activeView && activeView->GetDocument() == document) RebuildTitle();
 }
 
 void MainFrame::CheckChangedOnDisk(Document* document, bool running) {
     DocumentChanged(document);
     // Posted, since a command's end is noticed in the middle of a poll.
     if (!running) PostMessageW(window, CheckFilesMessage, 0, 0);
-}
-
-int MainFrame::ShowMessage(NativeWindow owner, const Char* text, uint32_t style) {
-    return MessageBoxW(owner ? static_cast<HWND>(owner) : window, Wide(text), L"Orvane", style);
-}
-
-Answer MainFrame::AskUser(const Char* text, MessageKind kind) {
-    static constexpr UINT Styles[] = {MB_OK | MB_ICONINFORMATION, MB_OK | MB_ICONWARNING, MB_YESNO | MB_ICONQUESTION,
-                                      MB_YESNOCANCEL | MB_ICONQUESTION};
-    switch (ShowMessage(nullptr, text, Styles[static_cast<int>(kind)])) {
-    case IDYES:
-        return Answer::Yes;
-    case IDNO:
-        return Answer::No;
-    case IDOK:
-        return Answer::Ok;
-    default:
-        return Answer::Cancel;
-    }
 }

@@ -34,7 +34,7 @@ public:
 
     // ViewHost.
     void ViewActivated(View* view) override;
-    void SetStatusText(uint32_t field, const Char* text) override { statusBar.SetField(field, text); }
+    void SetStatusText(uint32_t field, const Char* text) override;
     bool OpenFileAtLine(const Char* path, uint32_t line) override;
     void DocumentChanged(Document* document) override;
     void CheckChangedOnDisk(Document* document, bool running) override;
@@ -78,6 +78,7 @@ public:
 private:
     static constexpr UINT QuitNowMessage = WM_USER; // 1024
     static constexpr UINT CheckFilesMessage = WM_USER + 1;
+    static constexpr uint32_t MostUnopenedNames = 10;
 
     struct MenuCommand;
     static const MenuCommand MenuCommands[];
@@ -86,13 +87,26 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
     bool OnMouse(UINT message, LPARAM lparam);
     bool OnCreate();
+    void OnActivate(bool active);
+    void OnApplicationActivated(bool active);
+    void OnEnabled();
     void OnFocus();
     bool OnSetCursor(LPARAM lparam) const;
     void OnDpiChanged(WPARAM wparam, LPARAM lparam);
     void OnDropFiles(HDROP drop);
     void OnMenuOpens(HMENU menu);
+    void CheckFiles();
+    bool MayLeave();
+    void LeaveNow();
     void Leave();
+
+    // What the window shows around the panes (FrameScreen.cpp).
     SIZE PaneArea() const;
+    void LayOutNow();
+    void RebuildTitle();
+    void RefreshStatus();
+    void ClearStatusFields();
+    void CatchUp();
     static void OnMetricsChanged();
 
     // Documents (FrameDocuments.cpp).
@@ -167,8 +181,17 @@ private:
     Macros macros;
     bool switching = false; // Ctrl+Tab: the order of use stands still while Ctrl is held
     uint32_t batchDepth = 0;
-    bool layoutPending = false;
-    WString unopened; // what could not be opened during a batch
+    bool layoutPending = false; // these three wait for the end of the batch
+    bool titlePending = false;
+    bool statusPending = false;
+    WString shownTitle;
+    bool messageShown = false;         // status field 0 shows a view's message
+    bool commandWindowFocused = false; // when the window was last deactivated
+    bool asksToLeave = false;
+    bool leavePending = false; // these two wait until no dialog is open
+    bool checkPending = false;
+    WString unopened; // names of what could not be opened during a batch, the first few
+    uint32_t unopenedCount = 0;
 };
 
 template <class Action> void MainFrame::ForEachView(Action action) const {

@@ -80,16 +80,14 @@ bool PaneWindows::Split(Pane* pane, bool vertical, View* view) {
     return true;
 }
 
-bool PaneWindows::Close(Pane* pane) {
-    if (!pane || IsOnly(*pane)) return false;
+void PaneWindows::Close(Pane* pane) {
     ReleaseView(*pane);
     const HWND doomed = static_cast<HWND>(pane->window);
-    if (active == pane) active = nullptr;
     Pane* heir = nullptr;
     layout.Close(pane, heir);
+    active = heir ? heir : layout.Head();
     ::DestroyWindow(doomed);
-    if (heir) Focus(*heir);
-    return true;
+    Focus(*active);
 }
 
 void PaneWindows::CloseAll() {

@@ -21,8 +21,9 @@ public:
     Pane* AddFirst();
     // Splits `pane`; the new half shows `view`. False on failure, which changes nothing.
     bool Split(Pane* pane, bool vertical, View* view);
-    // Gives a pane's area to its neighbours; false for the only pane.
-    bool Close(Pane* pane);
+    // Gives a pane's area to its neighbours, of which the first becomes active and gets the focus (the
+    // first pane of all when none could take the area). Not for the only pane.
+    void Close(Pane* pane);
     // Releases every view and destroys every pane; no pane is active then.
     void CloseAll();
 
