@@ -8,6 +8,7 @@
 #include "resource.h"
 #include "settings/Settings.h"
 
+#include <cderr.h>
 #include <cstring>
 
 namespace {
@@ -72,7 +73,8 @@ bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& direc
 
 } // namespace
 
-bool FileDialogs::AskOpen(HWND owner, WString& result) {
+bool FileDialogs::AskOpen(HWND owner, WString& result, bool& tooMany) {
+    tooMany = false;
     OPENFILENAMEW request = {};
     WString filter;
     WString directory;
@@ -83,7 +85,9 @@ bool FileDialogs::AskOpen(HWND owner, WString& result) {
     request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                     OFN_NOCHANGEDIR;
     // Copied whole: the names behind the first are separated by NULs.
-    return GetOpenFileNameW(&request) && result.Assign(buffer, OpenBufferSize);
+    if (GetOpenFileNameW(&request)) return result.Assign(buffer, OpenBufferSize);
+    tooMany = CommDlgExtendedError() == FNERR_BUFFERTOOSMALL;
+    return false;
 }
 
 bool FileDialogs::AskSave(HWND owner, const Document& document, SaveChoice& choice) {
@@ -104,5 +108,9 @@ bool FileDialogs::AskSave(HWND owner, const Document& document, SaveChoice& choi
     request.lpTemplateName = MAKEINTRESOURCEW(IDD_SAVE_EXTRAS);
     request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ENABLEHOOK | OFN_ENABLETEMPLATE | OFN_PATHMUSTEXIST |
                     OFN_HIDEREADONLY | OFN_OVERWRITEPROMPT | OFN_NOCHANGEDIR;
+    if (GetSaveFileNameW(&request)) return choice.path.Assign(buffer);
+    if (CommDlgExtendedError() != FNERR_INVALIDFILENAME) return false;
+    // The dialog does not come up with a name that no file can have, and the document could not be saved.
+    buffer[0] = 0;
     return GetSaveFileNameW(&request) && choice.path.Assign(buffer);
 }

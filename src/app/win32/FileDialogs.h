@@ -9,8 +9,9 @@ class Document;
 namespace FileDialogs {
 
 // Asks for files to open. `result` gets what the dialog returned: one full path, or a directory and the
-// names in it, each ended by a NUL. False when cancelled.
-bool AskOpen(HWND owner, WString& result);
+// names in it, each ended by a NUL. False when cancelled, and when more files were chosen than fit into
+// the dialog's buffer, which `tooMany` tells.
+bool AskOpen(HWND owner, WString& result, bool& tooMany);
 
 // What the user chose in the Save As dialog.
 struct SaveChoice {

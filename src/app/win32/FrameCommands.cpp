@@ -163,7 +163,11 @@ void MainFrame::RedoEdit() {
 
 void MainFrame::Open() {
     WString result;
-    if (!FileDialogs::AskOpen(window, result)) return;
+    bool tooMany = false;
+    if (!FileDialogs::AskOpen(window, result, tooMany)) {
+        if (tooMany) AskUser(u"These are too many files to open at once.", MessageKind::Warning);
+        return;
+    }
     BeginBatch();
     OpenSelectedFiles(*this, result.Text());
     EndBatch();

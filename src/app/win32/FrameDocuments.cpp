@@ -55,11 +55,14 @@ bool MainFrame::AdoptDocument(Document* document) {
     return false;
 }
 
-// The document and its first view exist and it is in the list; a view that could not be made drops it.
+// The document is in the list; without a view or a pane to show it in it is dropped again.
 bool MainFrame::ShowNewDocument(Document* document, Pane* pane) {
     ViewNode* next = nullptr;
     DocumentView* view = document->EnumViews(nullptr, next);
-    if (!view || !pane) return false;
+    if (!view || !pane) {
+        documents.Remove(document);
+        return false;
+    }
     panes.SetView(pane, view->AsView());
     panes.SetActive(pane);
     activeView = view->AsView();
@@ -174,14 +177,14 @@ bool MainFrame::SaveDocumentAs(Document& document, bool askForName) {
     const bool asks = askForName || !HasFile(document);
     if (!asks && !choice.path.Assign(document.GetName())) return false;
     if (asks && !FileDialogs::AskSave(window, document, choice)) return false;
-    if (choice.lineEnding == LineEnding::Keep) choice.lineEnding = document.GetLineEnding();
     if (!document.Save(choice.path.Text(), choice.encoding, choice.lineEnding)) {
         WString text;
         if (Text::AppendFormat(text, u"Failed saving file: %s", choice.path.Text()))
             AskUser(text.Text(), MessageKind::Warning);
         return false;
     }
-    if (asks && document.SetPath(choice.path.Text())) {
+    // Bytes are always written back into their own file, whatever name was chosen.
+    if (asks && !document.IsBinary() && document.SetPath(choice.path.Text())) {
         document.SetTitle(u"");
         document.ResetSyntaxEngine();
     }
