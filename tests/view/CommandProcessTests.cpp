@@ -1,0 +1,242 @@
+// The system's side of running a command: its file, its handles, its windows and the poll timer.
+
+#include "document/CommandProcess.h"
+
+#include "base/win32/Handles.h"
+#include "document/OutputRun.h"
+#include "document/win32/WindowPollTimer.h"
+#include "support/FakeView.h"
+#include "support/Speaker.h"
+#include "support/TextDocument.h"
+
+#include <aclapi.h>
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <optional>
+#include <vector>
+
+namespace {
+
+// An environment variable with another value, or none, while it lives.
+class Environment {
+public:
+    Environment(const wchar_t* variable, const wchar_t* value) : name(variable) {
+        wchar_t buffer[4096];
+        if (GetEnvironmentVariableW(name, buffer, 4096)) before = buffer;
+        SetEnvironmentVariableW(name, value);
+    }
+    ~Environment() { SetEnvironmentVariableW(name, before ? before->c_str() : nullptr); }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    const wchar_t* name;
+    std::optional<std::wstring> before;
+};
+
+// A document whose runs are polled by a window of this thread.
+class CommandProcessTest : public testing::Test {
+protected:
+    CommandProcessTest()
+        : window(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr)) {
+        PollOnWindow(window);
+    }
+    ~CommandProcessTest() override {
+        EndRun();
+        DestroyWindow(window);
+    }
+
+    void EndRun() {
+        if (IsRunning()) document->EndRun();
+    }
+    bool IsRunning() const {
+        bool running = false;
+        return document->GetOutputState(running) && running;
+    }
+    bool Run(const std::string& script) { return document->RunCommand(scripts.Command(script).c_str(), nullptr); }
+    const OutputRun& State() const { return TextBufferProbe::Run(*document); }
+
+    // Dispatches messages until the condition holds.
+    template <class Condition> static bool DispatchUntil(Condition condition) {
+        return SpeakerScripts::Eventually([&] {
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+            return condition();
+        });
+    }
+    bool DispatchToTheEnd() {
+        return DispatchUntil([this] { return !IsRunning(); });
+    }
+
+    HWND window;
+    SpeakerScripts scripts;
+    TextDocument document;
+};
+
+// An empty folder that is this process's temporary one while it lives.
+class TemporaryFolder {
+public:
+    TemporaryFolder() : tmp(L"TMP", Path().c_str()), temp(L"TEMP", Path().c_str()) {}
+    std::wstring Path() const { return folder.File("x").parent_path().wstring(); }
+    std::vector<std::wstring> Names() const {
+        std::vector<std::wstring> names;
+        for (const auto& entry : std::filesystem::directory_iterator(Path()))
+            names.push_back(entry.path().filename().wstring());
+        return names;
+    }
+
+private:
+    ScratchFolder folder;
+    Environment tmp;
+    Environment temp;
+};
+
+bool IsOnlyForUser(const std::wstring& path) {
+    ACL* rules = nullptr;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    if (GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &rules,
+                              nullptr, &descriptor) != ERROR_SUCCESS)
+        return false;
+    uint8_t everyone[SECURITY_MAX_SID_SIZE];
+    DWORD size = sizeof(everyone);
+    CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size);
+    bool others = !rules;
+    for (DWORD i = 0; rules && i < rules->AceCount; ++i) {
+        void* entry = nullptr;
+        GetAce(rules, i, &entry);
+        auto* const allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
+        if (allowed->Header.AceType == ACCESS_ALLOWED_ACE_TYPE && EqualSid(&allowed->SidStart, everyone)) others = true;
+    }
+    LocalFree(descriptor);
+    return !others;
+}
+
+} // namespace
+
+TEST_F(CommandProcessTest, TheTimerOfTheWindowPollsUntilTheEnd) {
+    ASSERT_TRUE(Run("say one\\r\\n\n" + scripts.WaitFor("go") + "say two"));
+    EXPECT_TRUE(DispatchUntil([&] { return document.Text() == u"one\n"; }));
+    EXPECT_TRUE(IsRunning());
+    scripts.Give("go");
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"one\ntwo");
+}
+
+TEST_F(CommandProcessTest, TwoDocumentsArePolledEachOnItsOwn) {
+    TextDocument other;
+    ASSERT_TRUE(Run("say one\n" + scripts.WaitFor("go")));
+    ASSERT_TRUE(other->RunCommand(scripts.Command("say other\n").c_str(), nullptr));
+    bool running = true;
+    EXPECT_TRUE(DispatchUntil([&] { return other->GetOutputState(running) && !running; }));
+    EXPECT_EQ(other.Text(), u"other");
+    EXPECT_TRUE(IsRunning());
+    scripts.Give("go");
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"one");
+}
+
+TEST_F(CommandProcessTest, ATickThatWasQueuedBeforeTheDocumentWentIsPassedOver) {
+    auto gone = std::make_unique<TextDocument>();
+    ASSERT_TRUE((*gone)->RunCommand(scripts.Command("say text\n").c_str(), nullptr));
+    MSG tick = {};
+    ASSERT_TRUE(SpeakerScripts::Eventually([&] { return PeekMessageW(&tick, window, WM_TIMER, WM_TIMER, PM_REMOVE); }));
+    EXPECT_EQ(tick.wParam, reinterpret_cast<WPARAM>(&**gone)) << "the timer is known by its document";
+    gone.reset();
+    DispatchMessageW(&tick);
+    EXPECT_FALSE(PeekMessageW(&tick, window, WM_TIMER, WM_TIMER, PM_REMOVE));
+}
+
+TEST_F(CommandProcessTest, OnlyTheHandlesOfTheOutputAreInherited) {
+    SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
+    const KernelHandle ours(CreateEventW(&inheritable, TRUE, FALSE, nullptr));
+    const auto number = reinterpret_cast<uintptr_t>(ours.Get());
+    ASSERT_TRUE(Run("probe " + std::to_string(number) + "\n"));
+    ASSERT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"closed\n");
+}
+
+TEST_F(CommandProcessTest, LaterProcessesDoNotInheritTheOutput) {
+    ASSERT_TRUE(Run(scripts.WaitFor("go")));
+    for (const intptr_t handle : {State().outputRead, State().outputWrite}) {
+        DWORD flags = HANDLE_FLAG_INHERIT;
+        EXPECT_TRUE(GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags));
+        EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0u);
+    }
+}
+
+TEST_F(CommandProcessTest, TheFileIsInTheTemporaryFolderAndGoesWithTheRun) {
+    const TemporaryFolder temporary;
+    ASSERT_TRUE(Run(scripts.WaitFor("go") + "say text"));
+    const std::vector<std::wstring> names = temporary.Names();
+    ASSERT_EQ(names.size(), 1u);
+    EXPECT_EQ(_wcsnicmp(names[0].c_str(), L"Orv", 3), 0) << "the system takes three letters of a prefix";
+    EXPECT_TRUE(IsOnlyForUser(temporary.Path() + L"\\" + names[0]));
+    scripts.Give("go");
+    ASSERT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"text");
+    EXPECT_TRUE(SpeakerScripts::Eventually([&] { return temporary.Names().empty(); }));
+}
+
+TEST_F(CommandProcessTest, NamesThatAreTakenAreNotTouched) {
+    const TemporaryFolder temporary;
+    for (UINT number = 1; number <= 300; ++number) {
+        wchar_t name[MAX_PATH];
+        ASSERT_TRUE(GetTempFileNameW(temporary.Path().c_str(), L"Orvane", number * 200, name));
+        const KernelHandle file(CreateFileW(name, GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+        ASSERT_TRUE(file.IsValid());
+    }
+    std::vector<std::unique_ptr<TextDocument>> runs;
+    for (int i = 0; i < 20; ++i) {
+        runs.push_back(std::make_unique<TextDocument>());
+        ASSERT_TRUE((*runs.back())->RunCommand(scripts.Command(scripts.WaitFor("go")).c_str(), nullptr));
+        EXPECT_EQ(temporary.Names().size(), 301u + runs.size() - 1);
+    }
+    runs.clear();
+    scripts.Give("go");
+    EXPECT_TRUE(SpeakerScripts::Eventually([&] { return temporary.Names().size() == 300; }));
+}
+
+TEST_F(CommandProcessTest, WithoutATemporaryFolderTheStartFails) {
+    const Environment tmp(L"TMP", L"Z:\\nowhere at all");
+    const Environment temp(L"TEMP", L"Z:\\nowhere at all");
+    EXPECT_FALSE(Run("say text"));
+    EXPECT_FALSE(IsRunning());
+    EXPECT_FALSE(document->IsOutput());
+    EXPECT_EQ(State().outputWrite, -1);
+}
+
+TEST_F(CommandProcessTest, WithoutAnInterpreterTheStartFails) {
+    for (const wchar_t* interpreter :
+         {static_cast<const wchar_t*>(nullptr), L"", L"Z:\\nowhere\\at all.exe", L"\x01"}) {
+        const Environment comspec(L"COMSPEC", interpreter);
+        EXPECT_FALSE(Run("say text"));
+        EXPECT_FALSE(IsRunning());
+        EXPECT_EQ(State().outputWrite, -1);
+    }
+    EXPECT_TRUE(Run("say text"));
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"text");
+}
+
+TEST_F(CommandProcessTest, StoppingAsksTheWindowsOfTheProcessToClose) {
+    // The command is the interpreter itself, since windows of its children are not asked.
+    const Environment comspec(L"COMSPEC", reinterpret_cast<const wchar_t*>(SpeakerScripts::Program().c_str()));
+    scripts.Folder().Write("window", "say open\nwindow Speaker Of The Test\nsay closed\n");
+    const Environment script(L"SPEAKER_SCRIPT", scripts.Folder().File("window").wstring().c_str());
+    ASSERT_TRUE(document->RunCommand(u"anything", nullptr));
+    ASSERT_TRUE(DispatchUntil([] { return FindWindowW(nullptr, L"Speaker Of The Test") != nullptr; }));
+    EXPECT_TRUE(IsRunning());
+    document->StopProcess();
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"openclosed");
+}
+
+TEST_F(CommandProcessTest, StoppingLeavesACommandWithoutWindowsAlone) {
+    ASSERT_TRUE(Run(scripts.Tell("started") + scripts.WaitFor("go") + "say text"));
+    ASSERT_TRUE(scripts.Got("started"));
+    document->StopProcess();
+    EXPECT_FALSE(CommandProcess::HasEnded(State()));
+    scripts.Give("go");
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"text");
+}
