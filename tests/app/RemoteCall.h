@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/Types.h"
+#include "base/win32/Windows.h"
+
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <vector>
+
+// Functions of the system's libraries, called inside another process. Menus and the memory of a drop can
+// only be looked at and made from there.
+class RemoteProcess {
+public:
+    explicit RemoteProcess(DWORD processId);
+    ~RemoteProcess();
+    RemoteProcess(const RemoteProcess&) = delete;
+    RemoteProcess& operator=(const RemoteProcess&) = delete;
+
+    // Calls a function with up to seven whole numbers or pointers of the other process on a thread of its
+    // own. 0 also when the call could not be made.
+    uint64_t Call(const wchar_t* library, const char* function, std::initializer_list<uint64_t> arguments);
+    // Memory of the other process that lives as long as this object.
+    uint64_t Allocate(size_t bytes);
+    bool Write(uint64_t address, const void* bytes, size_t count);
+    bool Read(uint64_t address, void* out, size_t count);
+
+private:
+    uint64_t AddressOf(const wchar_t* library, const char* function);
+
+    DWORD id;
+    HANDLE process;
+    uint64_t code = 0;
+    std::vector<uint64_t> blocks;
+    std::map<std::wstring, uint64_t> libraries; // where they lie in the other process
+};
