@@ -1,0 +1,124 @@
+#pragma once
+
+#include "BinarySupport.h"
+#include "binary/HexEditor.h"
+#include "settings/IniFile.h"
+#include "settings/Settings.h"
+#include "support/FakeSurface.h"
+#include "view/FindState.h"
+#include "view/ViewKey.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+
+// A window and its hex editor, as a document makes and destroys them.
+struct TestHexView {
+    FakeSurface surface;
+    HexEditor editor{surface};
+
+    TestHexView() {
+        surface.editor = &editor;
+        surface.destroy = [this] { delete this; };
+    }
+    ~TestHexView() {
+        surface.editor = nullptr;
+        editor.SetDocument(nullptr);
+    }
+    // In the document's list of views, which owns it.
+    static TestHexView* Create(BinaryDocument& document) {
+        static TestHexView* made;
+        SetHexViewFactory([](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
+            made = new TestHexView;
+            made->editor.SetDocument(&shown);
+            return &made->editor;
+        });
+        return document.CreateView(nullptr) ? made : nullptr;
+    }
+};
+
+// A hex view with focus over a file, in a window of ten rows with a font of 8 x 16 pixels and no margin.
+class HexViewTest : public ::testing::Test {
+protected:
+    static constexpr int32_t Rows = 10;
+
+    HexViewTest() {
+        LoadSettings(IniFile());
+        settings.MarginWidth = 0;
+    }
+    ~HexViewTest() override {
+        file.reset();
+        findState.Release();
+        findState.matchCase = findState.hexPattern = findState.searchUp = false;
+        ReleaseSettings();
+    }
+
+    void Show(const std::string& content) {
+        file = std::make_unique<OpenedFile>(content);
+        Look();
+    }
+    // A file of that size without anything in it; false when there is no room for one.
+    bool ShowEmpty(uint64_t size) {
+        file = std::make_unique<OpenedFile>("");
+        std::error_code error;
+        std::filesystem::resize_file(file->folder.File("file.bin"), size, error);
+        if (error || !(*file)->Open(file->path.c_str())) return false;
+        Look();
+        return true;
+    }
+    // A view of the file, with the focus.
+    void Look() {
+        shown = TestHexView::Create(**file);
+        ASSERT_NE(shown, nullptr);
+        Resize(Rows);
+        view().OnAttached();
+        surface().TakeFocus();
+        surface().ForgetCalls();
+    }
+    void Resize(int32_t rows) {
+        surface().SetSize(1000, rows * surface().metrics.lineHeight);
+        view().OnSize(1);
+    }
+
+    HexEditor& view() const { return shown->editor; }
+    FakeSurface& surface() const { return shown->surface; }
+    FakeHost& host() const { return shown->surface.ownHost; }
+
+    void Press(uint32_t key, bool ctrl = false, bool shift = false) {
+        surface().ctrl = ctrl;
+        surface().shift = shift;
+        view().OnKeyDown(key);
+        surface().ctrl = surface().shift = false;
+    }
+    void Shift(uint32_t key) { Press(key, false, true); }
+    void Ctrl(uint32_t key, bool shift = false) { Press(key, true, shift); }
+    // Keys as the system reports them: the key, then its character.
+    void Type(const std::u16string& digits) {
+        for (const Char c : digits) {
+            Press(c >= u'a' && c <= u'f' ? c - u'a' + u'A' : c);
+            view().OnChar(c);
+        }
+    }
+    // With the caret at an offset.
+    uint64_t After(uint64_t caret, uint32_t key) {
+        view().GoTo(caret);
+        Press(key);
+        return view().Caret();
+    }
+    void SetClipboard(const std::u16string& text) {
+        surface().clipboardHasText = true;
+        surface().clipboard = text;
+    }
+    void SearchFor(const std::u16string& text, bool hexPattern = false) {
+        ASSERT_TRUE(findState.searchHistory.Add(text.data(), static_cast<uint32_t>(text.size())));
+        findState.hexPattern = hexPattern;
+    }
+    using Two = std::pair<uint64_t, uint64_t>;
+    Two Selection() const { return {view().Anchor(), view().Caret()}; }
+    Two Caret() const { return {view().Caret(), view().LowNibble()}; }
+    std::string Content() const { return file->Content(); }
+    std::u16string Status(uint32_t field) const { return host().status[field]; }
+
+    std::unique_ptr<OpenedFile> file;
+    TestHexView* shown = nullptr;
+};
