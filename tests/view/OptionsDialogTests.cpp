@@ -1,0 +1,565 @@
+#include "settings/win32/OptionsDialog.h"
+
+#include "resource.h"
+#include "settings/IniFile.h"
+#include "settings/Settings.h"
+#include "support/ScratchFolder.h"
+#include "view/DialogDriver.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace {
+
+constexpr int General = 0;
+constexpr int Fonts = 1;
+constexpr int Colors = 2;
+
+// The controls of the pages are not those of the dialog, which has them as grandchildren.
+HWND PageWith(HWND options, int control) {
+    for (HWND child = GetWindow(options, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (GetDlgItem(child, control)) return child;
+    return nullptr;
+}
+HWND GeneralPage(HWND options) { return PageWith(options, IDC_SHOW_WHITESPACE); }
+HWND FontsPage(HWND options) { return PageWith(options, IDC_FONT_NAME); }
+HWND ColorsPage(HWND options) { return PageWith(options, IDC_COLOR_LIST); }
+
+HTREEITEM Related(HWND tree, UINT relation, HTREEITEM item) {
+    return reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+}
+
+std::wstring TreeText(HWND tree, HTREEITEM item) {
+    wchar_t text[64] = {};
+    TVITEMW wanted = {};
+    wanted.mask = TVIF_TEXT;
+    wanted.hItem = item;
+    wanted.pszText = text;
+    wanted.cchTextMax = 64;
+    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&wanted));
+    return text;
+}
+
+HTREEITEM TreeItem(HWND options, int page) {
+    const HWND tree = GetDlgItem(options, IDC_OPTIONS_TREE);
+    HTREEITEM item = Related(tree, TVGN_CHILD, Related(tree, TVGN_ROOT, nullptr));
+    for (int i = 0; i < page; ++i) item = Related(tree, TVGN_NEXT, item);
+    return item;
+}
+
+void ShowPage(HWND options, int page) {
+    SendDlgItemMessageW(options, IDC_OPTIONS_TREE, TVM_SELECTITEM, TVGN_CARET,
+                        reinterpret_cast<LPARAM>(TreeItem(options, page)));
+}
+
+// The page that is shown, General, Fonts or Colors; -1 unless it is exactly one.
+int ShownPage(HWND options) {
+    const HWND pages[] = {GeneralPage(options), FontsPage(options), ColorsPage(options)};
+    int shown = -1;
+    for (int i = 0; i < 3; ++i) {
+        if (!IsWindowVisible(pages[i])) continue;
+        if (shown != -1) return -1;
+        shown = i;
+    }
+    return shown;
+}
+
+std::string Hex(Colour colour) {
+    char text[8];
+    std::snprintf(text, sizeof(text), "#%02x%02x%02x", colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
+    return text;
+}
+
+std::string Narrow(const Char* text) {
+    return text ? std::string(text, text + std::char_traits<Char>::length(text)) : "";
+}
+
+// The General section as the settings are now, in table order.
+std::string GeneralSection() {
+    std::string text = "[General]\r\n";
+    for (uint32_t i = 0; i < generalSettings.count; ++i) {
+        const SettingDef& row = generalSettings.rows[i];
+        text += Narrow(row.key) + "=";
+        if (row.type == SettingType::Int) text += std::to_string(*static_cast<const uint32_t*>(row.cell));
+        if (row.type == SettingType::Colour) text += Hex(*static_cast<const Colour*>(row.cell));
+        if (row.type == SettingType::String) text += Narrow(*static_cast<Char* const*>(row.cell));
+        text += "\r\n";
+    }
+    return text;
+}
+
+int handled = 0; // change handlers that ran
+
+bool CountHandler(SettingChange) { return ++handled > 0; }
+
+class OptionsTest : public testing::Test {
+protected:
+    OptionsTest() {
+        LoadSettings(file);
+        SetDrawingRebuilder(CountHandler);
+        handled = 0;
+    }
+    ~OptionsTest() override {
+        SetDrawingRebuilder(nullptr);
+        ReleaseSettings();
+    }
+
+    // Opens the dialog; `drive` ends it.
+    bool Open(std::function<void(HWND)> drive) {
+        dialog::WhenShown(std::move(drive));
+        return RunOptionsDialog(nullptr, file, Path().c_str());
+    }
+    std::u16string Path() const { return folder.Path("orvane.ini"); }
+    std::string Saved() const { return folder.Read("orvane.ini"); }
+
+    ScratchFolder folder;
+    IniFile file;
+};
+
+struct Label {
+    int control;
+    const wchar_t* text;
+};
+
+void ExpectLabels(HWND page, const std::vector<Label>& labels) {
+    for (const Label& label : labels) EXPECT_EQ(dialog::TextOf(page, label.control), label.text);
+}
+
+// The text of the static control before a field, which its mnemonic belongs to.
+std::wstring LabelBefore(HWND page, int control) {
+    wchar_t text[64] = {};
+    GetWindowTextW(GetWindow(GetDlgItem(page, control), GW_HWNDPREV), text, 64);
+    return text;
+}
+
+std::vector<uint32_t> Pixels(HWND page, SIZE& size) {
+    RECT area = {};
+    GetClientRect(GetDlgItem(page, IDC_COLOR_PREVIEW), &area);
+    size = {area.right, area.bottom};
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof(info.bmiHeader), area.right, -area.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(dc, bitmap);
+    DRAWITEMSTRUCT item = {};
+    item.CtlType = ODT_STATIC;
+    item.CtlID = IDC_COLOR_PREVIEW;
+    item.hDC = dc;
+    item.rcItem = area;
+    SendMessageW(page, WM_DRAWITEM, IDC_COLOR_PREVIEW, reinterpret_cast<LPARAM>(&item));
+    GdiFlush();
+    std::vector<uint32_t> pixels(static_cast<uint32_t*>(bits),
+                                 static_cast<uint32_t*>(bits) + static_cast<size_t>(area.right * area.bottom));
+    SelectObject(dc, before);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return pixels;
+}
+
+// A pixel of a bitmap has blue in its low byte.
+uint32_t AsPixel(Colour colour) { return (colour & 0xFF) << 16 | (colour & 0xFF00) | colour >> 16; }
+
+// What the preview of an entry shows: its background, and its name in the foreground.
+void ExpectPreview(HWND page, int entry, Colour foreground, Colour background) {
+    dialog::ChooseItem(page, IDC_COLOR_LIST, entry);
+    SIZE size = {};
+    const std::vector<uint32_t> pixels = Pixels(page, size);
+    EXPECT_EQ(pixels.front() & 0xFFFFFF, AsPixel(background)) << entry;
+    EXPECT_EQ(pixels.back() & 0xFFFFFF, AsPixel(background)) << entry;
+    const bool hasText = std::any_of(pixels.begin(), pixels.end(),
+                                     [&](uint32_t pixel) { return (pixel & 0xFFFFFF) == AsPixel(foreground); });
+    EXPECT_TRUE(hasText) << entry;
+}
+
+// Chooses a colour in the system's dialog, by its fields for red, green and blue.
+void Choose(HWND chooser, Colour colour) {
+    constexpr int Red = 706;
+    for (int part = 0; part < 3; ++part) SetDlgItemInt(chooser, Red + part, colour >> (part * 8) & 0xFF, FALSE);
+    dialog::Ok(chooser);
+}
+
+} // namespace
+
+TEST_F(OptionsTest, TheTreeHoldsThePages) {
+    Open([](HWND options) {
+        EXPECT_EQ(dialog::TextOf(GetParent(GetDlgItem(options, IDOK)), IDOK), L"OK");
+        wchar_t caption[32] = {};
+        GetWindowTextW(options, caption, 32);
+        EXPECT_STREQ(caption, L"Options");
+        const HWND tree = GetDlgItem(options, IDC_OPTIONS_TREE);
+        const HTREEITEM root = Related(tree, TVGN_ROOT, nullptr);
+        EXPECT_EQ(TreeText(tree, root), L"Editor");
+        EXPECT_EQ(Related(tree, TVGN_NEXT, root), nullptr);
+        EXPECT_NE(SendMessageW(tree, TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(root), TVIS_EXPANDED) & TVIS_EXPANDED,
+                  0);
+        EXPECT_EQ(TreeText(tree, TreeItem(options, General)), L"General");
+        EXPECT_EQ(TreeText(tree, TreeItem(options, Fonts)), L"Fonts");
+        EXPECT_EQ(TreeText(tree, TreeItem(options, Colors)), L"Colors");
+        EXPECT_EQ(Related(tree, TVGN_NEXT, TreeItem(options, Colors)), nullptr);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, ThePagesStandRightOfTheTree) {
+    Open([](HWND options) {
+        const int dpi = static_cast<int>(GetDpiForWindow(options));
+        for (const HWND page : {GeneralPage(options), FontsPage(options), ColorsPage(options)}) {
+            RECT area = {};
+            GetWindowRect(page, &area);
+            MapWindowPoints(nullptr, options, reinterpret_cast<POINT*>(&area), 2);
+            EXPECT_EQ(area.left, MulDiv(170, dpi, 96));
+            EXPECT_EQ(area.top, 0);
+        }
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, SelectingInTheTreeShowsThePageAlone) {
+    Open([](HWND options) {
+        for (const int page : {Fonts, Colors, General, Colors}) {
+            ShowPage(options, page);
+            EXPECT_EQ(ShownPage(options), page);
+        }
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, ThePageShownLastIsShownFirstNextTime) {
+    Open([](HWND options) {
+        ShowPage(options, Colors);
+        dialog::Cancel(options);
+    });
+    Open([](HWND options) {
+        EXPECT_EQ(ShownPage(options), Colors);
+        const HWND tree = GetDlgItem(options, IDC_OPTIONS_TREE);
+        EXPECT_EQ(Related(tree, TVGN_CARET, nullptr), TreeItem(options, Colors));
+        ShowPage(options, General);
+        dialog::Ok(options);
+    });
+    Open([](HWND options) {
+        EXPECT_EQ(ShownPage(options), General);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, ThePagesHaveTheirLabels) {
+    Open([](HWND options) {
+        const HWND general = GeneralPage(options);
+        ExpectLabels(general, {{IDC_SHOW_WHITESPACE, L"Show &whitespace"},
+                               {IDC_REPLACE_TABS, L"&Replace tabs with spaces"},
+                               {IDC_PASTE_KEEP_SELECTION, L"&Keep selection on paste"},
+                               {IDC_SHOW_LINE_NUMBERS, L"Show &line numbers"},
+                               {IDC_VAR_WIDTH_LINE_NUMBERS, L"&Variable width"},
+                               {IDC_INDENT_GUIDE, L"Show &indentation guide"}});
+        EXPECT_EQ(LabelBefore(general, IDC_SPACES_PER_TAB), L"&Spaces per tab:");
+        EXPECT_EQ(LabelBefore(general, IDC_COLUMN_GUIDE), L"&Column guide:");
+        EXPECT_EQ(LabelBefore(general, IDC_QUICK_OPEN_PATH), L"&Quick open path:");
+        EXPECT_EQ(LabelBefore(general, IDC_FILE_TYPES), L"&File Types:");
+        const HWND fonts = FontsPage(options);
+        EXPECT_EQ(LabelBefore(fonts, IDC_FONT_NAME), L"&Font Name:");
+        EXPECT_EQ(LabelBefore(fonts, IDC_FONT_SIZE), L"Font &Size:");
+        EXPECT_EQ(dialog::TextOf(fonts, IDC_FONT_BOLD), L"&Bold");
+        EXPECT_EQ(LabelBefore(fonts, IDC_CARET_WIDTH), L"&Caret Width:");
+        EXPECT_EQ(LabelBefore(fonts, IDC_MARGIN_WIDTH), L"&Margin Width:");
+        ExpectLabels(ColorsPage(options),
+                     {{IDC_COLOR_FOREGROUND, L"&Foreground"}, {IDC_COLOR_BACKGROUND, L"&Background"}});
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, EveryCheckBoxShowsAndSetsItsSetting) {
+    const struct {
+        int control;
+        uint32_t SettingsRecord::*cell;
+    } boxes[] = {{IDC_SHOW_WHITESPACE, &SettingsRecord::ShowWhitespace},
+                 {IDC_REPLACE_TABS, &SettingsRecord::ReplaceTabs},
+                 {IDC_PASTE_KEEP_SELECTION, &SettingsRecord::PasteKeepSelection},
+                 {IDC_SHOW_LINE_NUMBERS, &SettingsRecord::ShowLineNumbers},
+                 {IDC_VAR_WIDTH_LINE_NUMBERS, &SettingsRecord::VarWidthLineNumbers},
+                 {IDC_INDENT_GUIDE, &SettingsRecord::IndentGuide},
+                 {IDC_FONT_BOLD, &SettingsRecord::FontBold}};
+    for (const auto& box : boxes) {
+        for (const uint32_t value : {1u, 0u}) {
+            const SettingsRecord before = settings;
+            settings.*box.cell = 1 - value;
+            EXPECT_TRUE(Open([&](HWND options) {
+                const HWND page = PageWith(options, box.control);
+                EXPECT_EQ(dialog::IsChecked(page, box.control), value == 0);
+                dialog::Click(page, box.control);
+                dialog::Ok(options);
+            }));
+            for (const auto& other : boxes) {
+                const uint32_t expected = other.control == box.control ? value : before.*other.cell;
+                EXPECT_EQ(settings.*other.cell, expected);
+            }
+        }
+    }
+}
+
+TEST_F(OptionsTest, EveryNumberShowsAndSetsItsSetting) {
+    const struct {
+        int control;
+        uint32_t SettingsRecord::*cell;
+    } fields[] = {{IDC_SPACES_PER_TAB, &SettingsRecord::SpacesPerTab},
+                  {IDC_COLUMN_GUIDE, &SettingsRecord::ColumnGuide},
+                  {IDC_FONT_SIZE, &SettingsRecord::FontSize},
+                  {IDC_CARET_WIDTH, &SettingsRecord::CaretWidth},
+                  {IDC_MARGIN_WIDTH, &SettingsRecord::MarginWidth}};
+    uint32_t value = 3;
+    for (const auto& field : fields) {
+        const uint32_t before = settings.*field.cell;
+        EXPECT_TRUE(Open([&](HWND options) {
+            const HWND page = PageWith(options, field.control);
+            EXPECT_EQ(dialog::TextOf(page, field.control), std::to_wstring(before));
+            dialog::SetText(page, field.control, std::to_wstring(value));
+            dialog::Ok(options);
+        }));
+        EXPECT_EQ(settings.*field.cell, value++);
+    }
+    for (size_t i = 0; i < std::size(fields); ++i) EXPECT_EQ(settings.*fields[i].cell, 3 + i) << i;
+}
+
+TEST_F(OptionsTest, NumbersTakeWhateverIsTyped) {
+    EXPECT_TRUE(Open([](HWND options) {
+        const HWND page = FontsPage(options);
+        dialog::SetText(page, IDC_FONT_SIZE, L"large");
+        dialog::SetText(page, IDC_CARET_WIDTH, L"");
+        dialog::SetText(page, IDC_MARGIN_WIDTH, L"4294967295");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.FontSize, 0u);
+    EXPECT_EQ(settings.CaretWidth, 0u);
+    EXPECT_EQ(settings.MarginWidth, 4294967295u);
+}
+
+TEST_F(OptionsTest, LettersCanBeTypedIntoTheFontSize) {
+    EXPECT_TRUE(Open([](HWND options) {
+        ShowPage(options, Fonts);
+        const HWND field = GetDlgItem(FontsPage(options), IDC_FONT_SIZE);
+        SendMessageW(field, EM_SETSEL, 0, -1);
+        for (const wchar_t c : {L'b', L'i', L'g'}) SendMessageW(field, WM_CHAR, c, 0);
+        EXPECT_EQ(dialog::TextOf(FontsPage(options), IDC_FONT_SIZE), L"big");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.FontSize, 0u);
+}
+
+TEST_F(OptionsTest, TextsShowAndSetTheirSettings) {
+    EXPECT_TRUE(Open([](HWND options) {
+        EXPECT_EQ(dialog::TextOf(GeneralPage(options), IDC_QUICK_OPEN_PATH), L".;%INCLUDE%");
+        EXPECT_EQ(dialog::TextOf(GeneralPage(options), IDC_FILE_TYPES).substr(0, 9), L"C++ Files");
+        EXPECT_EQ(dialog::TextOf(FontsPage(options), IDC_FONT_NAME), L"Courier New");
+        dialog::SetText(GeneralPage(options), IDC_QUICK_OPEN_PATH, L"C:\\one;..\\two");
+        dialog::SetText(GeneralPage(options), IDC_FILE_TYPES, L"");
+        dialog::SetText(FontsPage(options), IDC_FONT_NAME, L"No Such Font");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(std::u16string(settings.QuickOpenPath), u"C:\\one;..\\two");
+    EXPECT_EQ(std::u16string(settings.TextFileTypes), u"");
+    EXPECT_EQ(std::u16string(settings.FontName), u"No Such Font");
+    Open([](HWND options) {
+        EXPECT_EQ(dialog::TextOf(FontsPage(options), IDC_FONT_NAME), L"No Such Font");
+        const std::vector<std::wstring> names = dialog::ListItems(FontsPage(options), IDC_FONT_NAME);
+        EXPECT_EQ(std::count(names.begin(), names.end(), L"No Such Font"), 0);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, TheFontListHoldsEachFixedPitchFaceOnce) {
+    std::set<std::wstring> fixed;
+    LOGFONTW wanted = {};
+    wanted.lfCharSet = ANSI_CHARSET;
+    const HDC screen = GetDC(nullptr);
+    EnumFontFamiliesExW(
+        screen, &wanted,
+        [](const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM faces) {
+            if ((font->lfPitchAndFamily & 3) == FIXED_PITCH)
+                reinterpret_cast<std::set<std::wstring>*>(faces)->insert(font->lfFaceName);
+            return 1;
+        },
+        reinterpret_cast<LPARAM>(&fixed), 0);
+    ReleaseDC(nullptr, screen);
+    ASSERT_FALSE(fixed.empty());
+    Open([&](HWND options) {
+        const std::vector<std::wstring> names = dialog::ListItems(FontsPage(options), IDC_FONT_NAME);
+        EXPECT_EQ(names.size(), fixed.size());
+        EXPECT_EQ(std::set<std::wstring>(names.begin(), names.end()), fixed);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, TheColorsPageListsTheEntriesInOrder) {
+    Open([](HWND options) {
+        const std::vector<std::wstring> expected = {L"Text",
+                                                    L"Selection",
+                                                    L"Line Number",
+                                                    L"Margin",
+                                                    L"Guide",
+                                                    L"Space",
+                                                    L"Bookmark",
+                                                    L"Comment",
+                                                    L"Long Comment",
+                                                    L"String",
+                                                    L"Keyword",
+                                                    L"Number",
+                                                    L"BraceMatch",
+                                                    L"Modifed Binary",
+                                                    L"Html Tag",
+                                                    L"Html Attribute",
+                                                    L"Html Attribute Value",
+                                                    L"Html Quoted Value",
+                                                    L"Html Comment",
+                                                    L"Html Punctuation"};
+        EXPECT_EQ(dialog::ListItems(ColorsPage(options), IDC_COLOR_LIST), expected);
+        EXPECT_EQ(dialog::SelectedItem(ColorsPage(options), IDC_COLOR_LIST), 0);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, AnEntryEnablesTheButtonsOfItsCells) {
+    Open([](HWND options) {
+        const HWND page = ColorsPage(options);
+        for (int entry = 0; entry < 20; ++entry) {
+            dialog::ChooseItem(page, IDC_COLOR_LIST, entry);
+            const bool onlyBackground = entry == 3 || entry == 4 || entry == 6; // Margin, Guide, Bookmark
+            const bool onlyForeground = entry == 5;                             // Space
+            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_FOREGROUND), !onlyBackground) << entry;
+            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_BACKGROUND), !onlyForeground) << entry;
+        }
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, ThePreviewShowsTheColoursOfTheEntry) {
+    // Every cell gets a colour of its own, so that a wrong one shows.
+    Colour next = 0x102030;
+    for (uint32_t i = 0; i < generalSettings.count; ++i) {
+        if (generalSettings.rows[i].type != SettingType::Colour) continue;
+        *static_cast<Colour*>(generalSettings.rows[i].cell) = next;
+        next += 0x010203;
+    }
+    const SettingsRecord& s = settings;
+    const Colour face = GetSysColor(COLOR_BTNFACE);
+    const Colour expected[20][2] = {{s.TextFg, s.TextBg},
+                                    {s.SelFg, s.SelBg},
+                                    {s.LineNumFg, s.LineNumBg},
+                                    {0, s.MarginColor},
+                                    {0, s.GuideColor},
+                                    {s.SpaceColor, face},
+                                    {0, s.BookmarkColor},
+                                    {s.CommentFg, s.CommentBg},
+                                    {s.LongCommentFg, s.LongCommentBg},
+                                    {s.StringFg, s.StringBg},
+                                    {s.KeywordFg, s.KeywordBg},
+                                    {s.NumberFg, s.NumberBg},
+                                    {s.BraceMatchFg, s.BraceMatchBg},
+                                    {s.BinFg, s.BinBg},
+                                    {s.HtmlTagFg, s.HtmlTagBg},
+                                    {s.HtmlAttrFg, s.HtmlAttrBg},
+                                    {s.HtmlAttrValueFg, s.HtmlAttrValueBg},
+                                    {s.HtmlAttrQuotedValueFg, s.HtmlAttrQuotedValueBg},
+                                    {s.HtmlCommentFg, s.HtmlCommentBg},
+                                    {s.HtmlPunctFg, s.HtmlPunctBg}};
+    Open([&](HWND options) {
+        for (int entry = 0; entry < 20; ++entry)
+            ExpectPreview(ColorsPage(options), entry, expected[entry][0], expected[entry][1]);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, AChosenColourIsPreviewedAndStoredByOk) {
+    const Colour before = settings.KeywordFg;
+    EXPECT_TRUE(Open([&](HWND options) {
+        const HWND page = ColorsPage(options);
+        ShowPage(options, Colors);
+        dialog::ChooseItem(page, IDC_COLOR_LIST, 10);
+        dialog::WhenShown([](HWND chooser) { Choose(chooser, 0x332211); });
+        dialog::Click(page, IDC_COLOR_FOREGROUND);
+        EXPECT_EQ(settings.KeywordFg, before) << "only the copy is edited";
+        ExpectPreview(page, 10, 0x332211, settings.KeywordBg);
+        dialog::WhenShown([](HWND chooser) { Choose(chooser, 0x665544); });
+        dialog::Click(page, IDC_COLOR_BACKGROUND);
+        ExpectPreview(page, 10, 0x332211, 0x665544);
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.KeywordFg, 0x332211u);
+    EXPECT_EQ(settings.KeywordBg, 0x665544u);
+    EXPECT_NE(Saved().find("KeywordFg=#112233\r\n"), std::string::npos);
+}
+
+TEST_F(OptionsTest, TheChooserBeginsWithTheColourAndCancelKeepsIt) {
+    settings.StringFg = 0x010203;
+    EXPECT_TRUE(Open([&](HWND options) {
+        const HWND page = ColorsPage(options);
+        dialog::ChooseItem(page, IDC_COLOR_LIST, 9);
+        dialog::WhenShown([](HWND chooser) {
+            EXPECT_EQ(dialog::TextOf(chooser, 706), L"3");
+            EXPECT_EQ(dialog::TextOf(chooser, 707), L"2");
+            EXPECT_EQ(dialog::TextOf(chooser, 708), L"1");
+            SetDlgItemInt(chooser, 706, 200, FALSE);
+            dialog::Cancel(chooser);
+        });
+        dialog::Click(page, IDC_COLOR_FOREGROUND);
+        ExpectPreview(page, 9, 0x010203, settings.StringBg);
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.StringFg, 0x010203u);
+}
+
+TEST_F(OptionsTest, OkSavesAllSettingsByteForByte) {
+    ASSERT_TRUE(Open([](HWND options) {
+        dialog::Click(GeneralPage(options), IDC_SHOW_WHITESPACE);
+        dialog::SetText(GeneralPage(options), IDC_SPACES_PER_TAB, L"8");
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"12");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.ShowWhitespace, 1u);
+    EXPECT_EQ(settings.SpacesPerTab, 8u);
+    EXPECT_EQ(Saved(), GeneralSection());
+    EXPECT_NE(Saved().find("FontSize=12\r\n"), std::string::npos);
+}
+
+TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {
+    file.Clear();
+    std::u16string text = u"[Tool]\nDisplayName=x\nCommand=y\n[General]\nMine=1\nSpacesPerTab=3\n";
+    ASSERT_TRUE(file.Parse(text.data()));
+    ASSERT_TRUE(Open([](HWND options) {
+        dialog::SetText(GeneralPage(options), IDC_SPACES_PER_TAB, L"5");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(Saved().substr(0, 80),
+              "[Tool]\r\nDisplayName=x\r\nCommand=y\r\n\r\n[General]\r\nMine=1\r\nSpacesPerTab=5\r\nFontName=");
+}
+
+TEST_F(OptionsTest, OkRunsTheChangeHandlers) {
+    Open([](HWND options) { dialog::Ok(options); });
+    EXPECT_EQ(handled, 7) << "three of the font and one of each brush";
+}
+
+TEST_F(OptionsTest, CancelChangesNothing) {
+    folder.Write("orvane.ini", "as it was");
+    const std::string before = GeneralSection();
+    EXPECT_FALSE(Open([](HWND options) {
+        dialog::Click(GeneralPage(options), IDC_SHOW_WHITESPACE);
+        dialog::SetText(GeneralPage(options), IDC_QUICK_OPEN_PATH, L"elsewhere");
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"99");
+        dialog::WhenShown([](HWND chooser) { Choose(chooser, 0x332211); });
+        dialog::Click(ColorsPage(options), IDC_COLOR_FOREGROUND);
+        dialog::Cancel(options);
+    }));
+    EXPECT_EQ(GeneralSection(), before);
+    EXPECT_EQ(Saved(), "as it was");
+    EXPECT_EQ(handled, 0);
+    EXPECT_EQ(file.sections.head, nullptr);
+}
+
+TEST_F(OptionsTest, AFileThatCannotBeWrittenIsPassedOver) {
+    std::filesystem::create_directory(folder.File("orvane.ini"));
+    EXPECT_TRUE(Open([](HWND options) {
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"13");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.FontSize, 13u);
+}

@@ -1,0 +1,268 @@
+#include "settings/win32/ToolsDialog.h"
+
+#include "resource.h"
+#include "settings/IniFile.h"
+#include "settings/ToolList.h"
+#include "support/ScratchFolder.h"
+#include "view/DialogDriver.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// What the fields show.
+struct Fields {
+    std::wstring title;
+    std::wstring command;
+    std::wstring directory;
+    LRESULT hotKey;
+    bool prompt;
+    bool redirect;
+    bool operator==(const Fields&) const = default;
+};
+
+const Fields NoFields = {L"", L"", L"", 0, false, false};
+
+Fields Shown(HWND tools) {
+    return {
+        dialog::TextOf(tools, IDC_TOOLS_TITLE),     dialog::TextOf(tools, IDC_TOOLS_COMMAND),
+        dialog::TextOf(tools, IDC_TOOLS_DIRECTORY), SendDlgItemMessageW(tools, IDC_TOOLS_HOT_KEY, HKM_GETHOTKEY, 0, 0),
+        dialog::IsChecked(tools, IDC_TOOLS_PROMPT), dialog::IsChecked(tools, IDC_TOOLS_REDIRECT)};
+}
+
+void SetHotKey(HWND tools, BYTE key, BYTE modifiers) {
+    SendDlgItemMessageW(tools, IDC_TOOLS_HOT_KEY, HKM_SETHOTKEY, MAKEWORD(key, modifiers), 0);
+}
+
+std::vector<std::wstring> Names(HWND tools) { return dialog::ListItems(tools, IDC_TOOLS_LIST); }
+int Selected(HWND tools) { return dialog::SelectedItem(tools, IDC_TOOLS_LIST); }
+void Select(HWND tools, int index) { dialog::ChooseItem(tools, IDC_TOOLS_LIST, index); }
+
+using Texts = std::vector<std::wstring>;
+
+class ToolsTest : public testing::Test {
+protected:
+    ~ToolsTest() override { toolList.Clear(); }
+
+    // Fills the model and the tool list.
+    void Load(std::u16string text) {
+        ASSERT_TRUE(file.Parse(text.data()));
+        ASSERT_TRUE(toolList.Load(file));
+    }
+    void LoadThree() {
+        Load(u"[General]\nFontSize=9\n"
+             u"[Tool]\nDisplayName=One\nCommand=one.exe\nLastArgs=kept\nStartDir=C:\\1\nPromptArgs=1\n"
+             u"[Tool]\nDisplayName=Two\nCommand=two.exe\nRedirectOutput=1\nHotKey=116\nHotKeyFlags=28\n"
+             u"[Engine_X]\nBase=C\n"
+             u"[Tool]\nDisplayName=Three\nCommand=three.exe\n");
+    }
+    bool Open(std::function<void(HWND)> drive) {
+        dialog::WhenShown(std::move(drive));
+        return RunToolsDialog(nullptr, file, folder.Path("orvane.ini").c_str());
+    }
+    std::string Saved() const { return folder.Read("orvane.ini"); }
+
+    ScratchFolder folder;
+    IniFile file;
+};
+
+} // namespace
+
+TEST_F(ToolsTest, HasItsCaptionAndLabels) {
+    Open([](HWND tools) {
+        wchar_t text[64] = {};
+        GetWindowTextW(tools, text, 64);
+        EXPECT_STREQ(text, L"Tools");
+        const std::pair<int, const wchar_t*> labels[] = {{IDC_TOOLS_TITLE, L"&Title:"},
+                                                         {IDC_TOOLS_COMMAND, L"&Command:"},
+                                                         {IDC_TOOLS_DIRECTORY, L"&Initial Directory:"},
+                                                         {IDC_TOOLS_HOT_KEY, L"&Hot Key:"}};
+        for (const auto& [control, label] : labels) {
+            GetWindowTextW(GetWindow(GetDlgItem(tools, control), GW_HWNDPREV), text, 64);
+            EXPECT_STREQ(text, label);
+        }
+        EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_ADD), L"&Add");
+        EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_DELETE), L"&Delete");
+        EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_PROMPT), L"&Prompt for arguments");
+        EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_REDIRECT), L"&Redirect output");
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, ListsTheToolsAndShowsTheFirst) {
+    LoadThree();
+    Open([](HWND tools) {
+        EXPECT_EQ(Names(tools), Texts({L"One", L"Two", L"Three"}));
+        EXPECT_EQ(Selected(tools), 0);
+        EXPECT_EQ(Shown(tools), (Fields{L"One", L"one.exe", L"C:\\1", 0, true, false}));
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, SelectingShowsTheToolAndItsHotKey) {
+    LoadThree();
+    Open([](HWND tools) {
+        Select(tools, 1);
+        const LRESULT allModifiers = MAKEWORD(VK_F5, HOTKEYF_SHIFT | HOTKEYF_CONTROL | HOTKEYF_ALT);
+        EXPECT_EQ(Shown(tools), (Fields{L"Two", L"two.exe", L"", allModifiers, false, true}));
+        Select(tools, 2);
+        EXPECT_EQ(Shown(tools), (Fields{L"Three", L"three.exe", L"", 0, false, false}));
+        Select(tools, 0);
+        EXPECT_EQ(Shown(tools).title, L"One");
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, WithoutToolsTheFieldsAreEmpty) {
+    Open([](HWND tools) {
+        EXPECT_TRUE(Names(tools).empty());
+        EXPECT_EQ(Shown(tools), NoFields);
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"nobody's");
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        EXPECT_TRUE(Names(tools).empty());
+        dialog::Ok(tools);
+    });
+    EXPECT_EQ(toolList.Count(), 0u);
+    EXPECT_EQ(Saved(), "");
+}
+
+TEST_F(ToolsTest, SelectingAnotherStoresTheFields) {
+    LoadThree();
+    Open([](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"First");
+        dialog::SetText(tools, IDC_TOOLS_COMMAND, L"first.exe /x");
+        dialog::SetText(tools, IDC_TOOLS_DIRECTORY, L"%DIR%");
+        dialog::Click(tools, IDC_TOOLS_PROMPT);
+        dialog::Click(tools, IDC_TOOLS_REDIRECT);
+        SetHotKey(tools, 'K', HOTKEYF_CONTROL);
+        const Fields edited = Shown(tools);
+        Select(tools, 2);
+        EXPECT_EQ(Names(tools), Texts({L"First", L"Two", L"Three"}));
+        EXPECT_EQ(Selected(tools), 2);
+        EXPECT_EQ(Shown(tools).title, L"Three");
+        Select(tools, 0);
+        EXPECT_EQ(Shown(tools), edited);
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, HotKeysAreStoredWithTheFlagsOfAccelerators) {
+    LoadThree();
+    const std::pair<BYTE, uint32_t> modifiers[] = {{HOTKEYF_SHIFT, 4},
+                                                   {HOTKEYF_CONTROL, 8},
+                                                   {HOTKEYF_ALT, 16},
+                                                   {HOTKEYF_SHIFT | HOTKEYF_ALT, 20},
+                                                   {HOTKEYF_SHIFT | HOTKEYF_CONTROL | HOTKEYF_ALT, 28}};
+    for (const auto& [control, flags] : modifiers) {
+        Open([held = control](HWND tools) {
+            SetHotKey(tools, VK_F7, held);
+            dialog::Ok(tools);
+        });
+        EXPECT_EQ(toolList.At(0)->hotKey, static_cast<uint32_t>(VK_F7));
+        EXPECT_EQ(toolList.At(0)->hotKeyFlags, flags);
+        Open([held = control](HWND tools) {
+            EXPECT_EQ(Shown(tools).hotKey, MAKEWORD(VK_F7, held));
+            dialog::Cancel(tools);
+        });
+    }
+}
+
+TEST_F(ToolsTest, AddAppendsANewToolAndSelectsIt) {
+    LoadThree();
+    Open([](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"First");
+        dialog::Click(tools, IDC_TOOLS_ADD);
+        EXPECT_EQ(Names(tools), Texts({L"First", L"Two", L"Three", L"New Tool"}));
+        EXPECT_EQ(Selected(tools), 3);
+        EXPECT_EQ(Shown(tools), (Fields{L"New Tool", L"", L"", 0, false, false}));
+        dialog::SetText(tools, IDC_TOOLS_COMMAND, L"new.exe");
+        dialog::Ok(tools);
+    });
+    ASSERT_EQ(toolList.Count(), 4u);
+    EXPECT_EQ(std::u16string(toolList.At(3)->command.Text()), u"new.exe");
+}
+
+TEST_F(ToolsTest, DeleteSelectsWhatFollowsOrTheLast) {
+    LoadThree();
+    Open([](HWND tools) {
+        Select(tools, 1);
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        EXPECT_EQ(Names(tools), Texts({L"One", L"Three"}));
+        EXPECT_EQ(Selected(tools), 1);
+        EXPECT_EQ(Shown(tools).title, L"Three");
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        EXPECT_EQ(Names(tools), Texts({L"One"}));
+        EXPECT_EQ(Selected(tools), 0);
+        EXPECT_EQ(Shown(tools).title, L"One");
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        EXPECT_TRUE(Names(tools).empty());
+        EXPECT_EQ(Shown(tools), NoFields);
+        dialog::Click(tools, IDC_TOOLS_ADD);
+        EXPECT_EQ(Names(tools), Texts({L"New Tool"}));
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, OkRewritesTheToolSectionsByteForByte) {
+    LoadThree();
+    EXPECT_TRUE(Open([](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"Fi\u00E4rst");
+        Select(tools, 1);
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        dialog::Click(tools, IDC_TOOLS_REDIRECT);
+        SetHotKey(tools, VK_F9, HOTKEYF_ALT);
+        dialog::Ok(tools);
+    }));
+    EXPECT_EQ(Saved(), "[General]\r\nFontSize=9\r\n\r\n[Engine_X]\r\nBase=C\r\n\r\n"
+                       "[Tool]\r\nDisplayName=Fi\xC3\xA4rst\r\nCommand=one.exe\r\nStartDir=C:\\1\r\nLastArgs=kept\r\n"
+                       "PromptArgs=1\r\n\r\n"
+                       "[Tool]\r\nDisplayName=Three\r\nCommand=three.exe\r\nRedirectOutput=1\r\nHotKey=120\r\n"
+                       "HotKeyFlags=16\r\n");
+    ASSERT_EQ(toolList.Count(), 2u);
+    EXPECT_EQ(std::u16string(toolList.At(0)->displayName.Text()), u"Fi\u00E4rst");
+    EXPECT_EQ(std::u16string(toolList.At(0)->lastArgs.Text()), u"kept");
+}
+
+TEST_F(ToolsTest, AToolWithoutACommandIsWrittenButNotKept) {
+    EXPECT_TRUE(Open([](HWND tools) {
+        dialog::Click(tools, IDC_TOOLS_ADD);
+        dialog::Click(tools, IDC_TOOLS_ADD);
+        dialog::SetText(tools, IDC_TOOLS_COMMAND, L"x");
+        dialog::Ok(tools);
+    }));
+    EXPECT_EQ(Saved(),
+              "[Tool]\r\nDisplayName=New Tool\r\nCommand=\r\n\r\n[Tool]\r\nDisplayName=New Tool\r\nCommand=x\r\n");
+    EXPECT_EQ(toolList.Count(), 1u);
+}
+
+TEST_F(ToolsTest, CancelChangesNothing) {
+    LoadThree();
+    folder.Write("orvane.ini", "as it was");
+    EXPECT_FALSE(Open([](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"First");
+        dialog::Click(tools, IDC_TOOLS_ADD);
+        Select(tools, 1);
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        dialog::Cancel(tools);
+    }));
+    EXPECT_EQ(Saved(), "as it was");
+    ASSERT_EQ(toolList.Count(), 3u);
+    EXPECT_EQ(std::u16string(toolList.At(0)->displayName.Text()), u"One");
+    EXPECT_EQ(std::u16string(toolList.At(1)->displayName.Text()), u"Two");
+}
+
+TEST_F(ToolsTest, AToolListOfThousands) {
+    std::u16string text;
+    for (int i = 0; i < 5000; ++i) text += u"[Tool]\nDisplayName=Tool\nCommand=x\n";
+    Load(text);
+    EXPECT_TRUE(Open([](HWND tools) {
+        EXPECT_EQ(Names(tools).size(), 5000u);
+        Select(tools, 4999);
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"Last");
+        Select(tools, 0);
+        dialog::Click(tools, IDC_TOOLS_DELETE);
+        dialog::Ok(tools);
+    }));
+    ASSERT_EQ(toolList.Count(), 4999u);
+    EXPECT_EQ(std::u16string(toolList.At(4998)->displayName.Text()), u"Last");
+}
