@@ -51,7 +51,7 @@ void HexEditor::Redo() {
 
 void HexEditor::SelectAll() { SelectBytes(0, FileSize()); }
 
-void HexEditor::GoTo(uint64_t offset) { MoveCaret(offset, false); }
+void HexEditor::GoTo(uint64_t offset) { MoveTo(offset, false); }
 
 void HexEditor::Copy() {
     if (!document || !HasSelection()) return;

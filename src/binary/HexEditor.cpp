@@ -46,7 +46,7 @@ void HexEditor::OnFocus() {
 
 // Caret and selection.
 
-void HexEditor::MoveCaret(uint64_t offset, bool extend) {
+void HexEditor::MoveTo(uint64_t offset, bool extend) {
     if (!document) return;
     const uint64_t oldCaret = caret;
     const uint64_t oldAnchor = anchor;
@@ -64,7 +64,7 @@ void HexEditor::MoveCaret(uint64_t offset, bool extend) {
 }
 
 void HexEditor::SelectBytes(uint64_t newAnchor, uint64_t newCaret) {
-    MoveCaret(newCaret, false);
+    MoveTo(newCaret, false);
     anchor = std::min(newAnchor, FileSize());
     Invalidate();
 }

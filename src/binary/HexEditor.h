@@ -83,7 +83,7 @@ public:
     uint64_t SelectionStart() const { return anchor < caret ? anchor : caret; }
     uint64_t SelectionEnd() const { return anchor < caret ? caret : anchor; }
     // To the high nibble of a byte. Extending leaves the anchor where it is.
-    void MoveCaret(uint64_t offset, bool extend);
+    void MoveTo(uint64_t offset, bool extend);
     void SelectBytes(uint64_t newAnchor, uint64_t newCaret);
 
     // Rows.

@@ -190,7 +190,7 @@ void HexEditor::OnLeftButtonDown(int32_t x, int32_t y, bool shift) {
     surface.TakeFocus();
     if (HasSelection()) InvalidateBytes(anchor, caret);
     anchor = caret;
-    MoveCaret(OffsetAt(x, y), shift);
+    MoveTo(OffsetAt(x, y), shift);
     dragging = true;
     dragX = x;
     dragY = y;
@@ -208,7 +208,7 @@ void HexEditor::OnMouseMove(int32_t x, int32_t y) {
 void HexEditor::OnDragTimer() {
     if (!dragging) return;
     const uint64_t offset = OffsetAt(dragX, dragY);
-    if (offset != caret) MoveCaret(offset, true);
+    if (offset != caret) MoveTo(offset, true);
 }
 
 void HexEditor::OnLeftButtonUp() {
