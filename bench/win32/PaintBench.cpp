@@ -110,8 +110,8 @@ public:
         RegisterClassW(&definition);
         RECT area = {};
         GetClientRect(stage.view->GetWindow(), &area);
-        window = CreateWindowExW(WS_EX_TOPMOST, L"BareWindow", L"", WS_POPUP | WS_VISIBLE, 0, 0, area.right, area.bottom,
-                                 nullptr, nullptr, definition.hInstance, nullptr);
+        window = CreateWindowExW(WS_EX_TOPMOST, L"BareWindow", L"", WS_POPUP | WS_VISIBLE, 0, 0, area.right,
+                                 area.bottom, nullptr, nullptr, definition.hInstance, nullptr);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         UpdateWindow(window);
         SetForegroundWindow(stage.frame);
