@@ -1,20 +1,28 @@
 #include "app/AppTest.h"
 
+#include "app/Input.h"
 #include "app/Screen.h"
 
 namespace {
 
-// The user's settings are put aside once, for all tests.
-class PutSettingsAside : public testing::Environment {
+// What is the user's own stays untouched while the tests run.
+class UserKeptOut : public testing::Environment {
 public:
-    void SetUp() override { aside = new files::SettingsAside; }
-    void TearDown() override { delete aside; }
+    void SetUp() override {
+        settings = new files::SettingsAside;
+        keyboard = new input::OnlyOurs;
+    }
+    void TearDown() override {
+        delete keyboard;
+        delete settings;
+    }
 
 private:
-    files::SettingsAside* aside = nullptr;
+    files::SettingsAside* settings = nullptr;
+    input::OnlyOurs* keyboard = nullptr;
 };
 
-[[maybe_unused]] const testing::Environment* const registered = testing::AddGlobalTestEnvironment(new PutSettingsAside);
+[[maybe_unused]] const testing::Environment* const registered = testing::AddGlobalTestEnvironment(new UserKeptOut);
 
 } // namespace
 

@@ -125,17 +125,13 @@ HWND Editor::Focus() const {
 }
 
 bool Editor::TakeFocus() const {
-    const bool focused = window::WaitFor([this] {
+    return window::WaitFor([this] {
         if (Focus()) return true;
         DWORD owner = 0;
         GetWindowThreadProcessId(GetForegroundWindow(), &owner);
         if (owner != processId) SetForegroundWindow(Dialog() ? Dialog() : main);
         return false;
     });
-    // A window that has just got the focus may still have to take over the state of the keyboard, which
-    // would release a modifier key that is pressed meanwhile. Its answer comes after that.
-    DWORD_PTR answer = 0;
-    return focused && SendMessageTimeoutW(Focus(), WM_NULL, 0, 0, SMTO_ABORTIFHUNG, 5000, &answer);
 }
 
 bool Editor::Keys(const std::wstring& keys) { return TakeFocus() && input::Keys(keys); }

@@ -84,24 +84,29 @@ LRESULT FrameTest::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
     return static_cast<LRESULT>(answer);
 }
 
+uint64_t FrameTest::User(const char* function, std::initializer_list<uint64_t> arguments) {
+    return Remote().Call(L"user32.dll", function, arguments);
+}
+
+uint64_t FrameTest::OpenPopup(MenuIndex popup) {
+    const uint64_t bar = User("GetMenu", {reinterpret_cast<uint64_t>(editor.Main())});
+    const uint64_t menu = User("GetSubMenu", {bar, static_cast<uint64_t>(popup)});
+    Send(WM_INITMENUPOPUP, menu, popup);
+    return menu;
+}
+
 std::vector<FrameTest::MenuItem> FrameTest::Menu(MenuIndex popup) {
     constexpr unsigned Length = 400;
-    RemoteProcess& process = Remote();
-    const auto user = [&](const char* function, std::initializer_list<uint64_t> arguments) {
-        return process.Call(L"user32.dll", function, arguments);
-    };
-    const uint64_t bar = user("GetMenu", {reinterpret_cast<uint64_t>(editor.Main())});
-    const uint64_t menu = user("GetSubMenu", {bar, static_cast<uint64_t>(popup)});
-    Send(WM_INITMENUPOPUP, menu, popup);
-    const uint64_t text = process.Allocate(Length * sizeof(wchar_t));
+    const uint64_t menu = OpenPopup(popup);
+    const uint64_t text = Remote().Allocate(Length * sizeof(wchar_t));
     std::vector<MenuItem> items;
-    const auto count = static_cast<unsigned>(user("GetMenuItemCount", {menu}));
-    for (unsigned i = 0; i < count && count < 2000; i++) {
+    const auto count = static_cast<unsigned>(User("GetMenuItemCount", {menu}));
+    for (unsigned i = 0; i < count; i++) {
         wchar_t buffer[Length] = {};
-        user("GetMenuStringW", {menu, i, text, Length, MF_BYPOSITION});
-        process.Read(text, buffer, sizeof buffer);
-        const auto number = static_cast<UINT>(user("GetMenuItemID", {menu, i}));
-        const auto state = static_cast<UINT>(user("GetMenuState", {menu, i, MF_BYPOSITION}));
+        User("GetMenuStringW", {menu, i, text, Length, MF_BYPOSITION});
+        Remote().Read(text, buffer, sizeof buffer);
+        const auto number = static_cast<UINT>(User("GetMenuItemID", {menu, i}));
+        const auto state = static_cast<UINT>(User("GetMenuState", {menu, i, MF_BYPOSITION}));
         items.push_back({number, number ? buffer : L"", (state & (MF_GRAYED | MF_DISABLED)) == 0});
     }
     return items;
@@ -118,9 +123,11 @@ FrameTest::Names FrameTest::WindowItems() {
 }
 
 bool FrameTest::IsEnabled(UINT command) {
-    for (int popup = FileMenu; popup <= HelpMenu; popup++)
-        for (const MenuItem& item : Menu(static_cast<MenuIndex>(popup)))
-            if (item.number == command) return item.enabled;
+    for (int popup = FileMenu; popup <= HelpMenu; popup++) {
+        const uint64_t menu = OpenPopup(static_cast<MenuIndex>(popup));
+        const auto state = static_cast<UINT>(User("GetMenuState", {menu, command, MF_BYCOMMAND}));
+        if (state != ~0u) return (state & (MF_GRAYED | MF_DISABLED)) == 0;
+    }
     ADD_FAILURE() << "no menu item " << command;
     return false;
 }

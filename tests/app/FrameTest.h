@@ -70,9 +70,15 @@ protected:
     // Lets the program believe that it comes to the front again, where it looks for changed files.
     void Activate() const { PostMessageW(editor.Main(), WM_ACTIVATEAPP, TRUE, 0); }
     bool WaitForEndWithCodeZero() const;
+    // Waits until the editor has answered a message, and so has done everything posted before.
+    void Settle() const { Send(WM_NULL); }
     std::wstring SaveQuestion(const std::wstring& name) const { return L"Save changes to " + name + L"?"; }
     std::wstring ReopenQuestion(const std::wstring& name) const;
 
 private:
+    uint64_t User(const char* function, std::initializer_list<uint64_t> arguments);
+    // Tells the frame that this popup of its menu bar opens; returns the popup's handle.
+    uint64_t OpenPopup(MenuIndex popup);
+
     std::unique_ptr<RemoteProcess> remote;
 };

@@ -44,8 +44,7 @@ WORD KeyOf(const std::wstring& name) {
     return 0;
 }
 
-// Key events that reach the system in one piece: nothing comes between a modifier and its key, neither the
-// user's hands nor a window that takes over the state of the real keyboard.
+// Key events that are sent in one call, so that no other program's come between them.
 class Events {
 public:
     void Key(WORD key, bool down) {
@@ -88,7 +87,38 @@ bool Chord(const std::wstring& chord, Events& events) {
     return true;
 }
 
+LRESULT CALLBACK DropForeignKey(int code, WPARAM message, LPARAM event) {
+    const bool ours = reinterpret_cast<const KBDLLHOOKSTRUCT*>(event)->flags & LLKHF_INJECTED;
+    return code == HC_ACTION && !ours ? 1 : CallNextHookEx(nullptr, code, message, event);
+}
+
+// The hook is called in the thread that set it, which has to look for messages all the time.
+DWORD WINAPI WatchKeyboard(void* ready) {
+    const HHOOK hook = SetWindowsHookExW(WH_KEYBOARD_LL, DropForeignKey, GetModuleHandleW(nullptr), 0);
+    MSG message;
+    PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); // makes the queue to which the end is posted
+    SetEvent(ready);
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+    }
+    UnhookWindowsHookEx(hook);
+    return 0;
+}
+
 } // namespace
+
+OnlyOurs::OnlyOurs() {
+    const HANDLE ready = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    thread = CreateThread(nullptr, 0, WatchKeyboard, ready, 0, &threadId);
+    if (thread) WaitForSingleObject(ready, INFINITE);
+    CloseHandle(ready);
+}
+
+OnlyOurs::~OnlyOurs() {
+    if (!thread) return;
+    PostThreadMessageW(threadId, WM_QUIT, 0, 0);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+}
 
 bool Keys(const std::wstring& keys) {
     std::wistringstream chords(keys);

@@ -15,4 +15,19 @@ bool Keys(const std::wstring& keys);
 // the Enter key, a tab the Tab key.
 void Type(const std::wstring& text);
 
+// Keeps every key stroke that was not sent by a program out of the system while it lives: the user's hands,
+// and what Wine sends when a window that comes to the front takes over the state of the real keyboard (in
+// which no modifier is pressed: in the middle of a chord that would release it).
+class OnlyOurs {
+public:
+    OnlyOurs();
+    ~OnlyOurs();
+    OnlyOurs(const OnlyOurs&) = delete;
+    OnlyOurs& operator=(const OnlyOurs&) = delete;
+
+private:
+    void* thread = nullptr;
+    unsigned long threadId = 0;
+};
+
 } // namespace input

@@ -1,0 +1,44 @@
+#include "app/RunTest.h"
+
+std::wstring RunTest::SpeakerPath() {
+    wchar_t path[1024] = {};
+    GetModuleFileNameW(nullptr, path, 1024);
+    const std::wstring own = path;
+    return own.substr(0, own.rfind(L'\\') + 1) + L"speaker.exe";
+}
+
+void RunTest::SetUp() {
+    FrameTest::SetUp();
+    SetEnvironment(L"SPEAK", SpeakerPath().c_str());
+}
+
+void RunTest::TearDown() {
+    FrameTest::TearDown();
+    for (auto variable = before.rbegin(); variable != before.rend(); ++variable)
+        SetEnvironmentVariableW(variable->name.c_str(), variable->existed ? variable->value.c_str() : nullptr);
+}
+
+void RunTest::SetEnvironment(const wchar_t* name, const wchar_t* value) {
+    wchar_t buffer[4096] = {};
+    const bool existed = GetEnvironmentVariableW(name, buffer, 4096) != 0;
+    before.push_back({name, buffer, existed});
+    SetEnvironmentVariableW(name, value);
+}
+
+void RunTest::Script(const std::wstring& name, const std::string& text) const {
+    ASSERT_TRUE(files::Write(Path(name), text));
+}
+
+void RunTest::LeaveTheCommandWindow() {
+    ASSERT_NE(editor.CommandWindow(), nullptr);
+    ASSERT_TRUE(editor.Keys(L"Alt+C"));
+    ASSERT_TRUE(window::WaitFor([&] { return !editor.CommandWindow(); }));
+}
+
+std::wstring RunTest::Text() {
+    clipboard::Clear();
+    if (!editor.Keys(L"Ctrl+A Ctrl+C")) return L"no focus";
+    // Without any text nothing is copied.
+    window::WaitFor([] { return !clipboard::Text().empty(); }, 500);
+    return clipboard::Text();
+}

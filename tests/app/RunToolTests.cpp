@@ -1,0 +1,313 @@
+// The user's tools: menu, hot keys, variables, prompted arguments, and the dialogs that edit the settings.
+
+#include "app/RunTest.h"
+
+#include <algorithm>
+
+namespace {
+
+class ToolTest : public RunTest {
+protected:
+    // Writes a settings file with these sections; to be called before the editor starts.
+    static void Settings(const std::string& sections) { ASSERT_TRUE(files::Write(files::SettingsPath(), sections)); }
+    // A tool whose output is collected.
+    static std::string Captured(const std::string& name, const std::string& command, const std::string& more = "") {
+        return "[Tool]\nDisplayName=" + name + "\nCommand=" + command + "\nRedirectOutput=1\n" + more;
+    }
+    static std::string Detached(const std::string& name, const std::string& command, const std::string& more = "") {
+        return "[Tool]\nDisplayName=" + name + "\nCommand=" + command + "\n" + more;
+    }
+    // The speaker's path as it stands in a command line.
+    static std::string Program() { return files::Utf8(L"\"" + SpeakerPath() + L"\""); }
+    // Prints its directory and arguments, a line each.
+    void Where() const { Script(L"where", "where\n"); }
+    bool WaitForOutput(const std::wstring& text) {
+        return window::WaitFor(
+            [&] { return editor.Title().find(L"*Running*") == std::wstring::npos && Text() == text; });
+    }
+    Names ToolItems() {
+        Names texts;
+        for (const MenuItem& item : Menu(ToolsMenu))
+            if (item.number >= IDM_FIRST_TOOL) {
+                EXPECT_EQ(item.number, IDM_FIRST_TOOL + texts.size());
+                texts.push_back(item.text);
+            }
+        return texts;
+    }
+};
+
+} // namespace
+
+TEST_F(ToolTest, TheMenuListsTheTools) {
+    Settings(Detached("&First", "a") + Detached("Dropped", "") + Detached("Se&cond\tF5", "b"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    EXPECT_EQ(ToolItems(), Names({L"&First", L"Se&cond\tF5"}));
+}
+
+TEST_F(ToolTest, WithoutToolsTheMenuSaysSo) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    const std::vector<MenuItem> items = Menu(ToolsMenu);
+    const auto item =
+        std::find_if(items.begin(), items.end(), [](const MenuItem& menu) { return menu.number == IDM_FIRST_TOOL; });
+    ASSERT_NE(item, items.end());
+    EXPECT_FALSE(item->enabled);
+}
+
+TEST_F(ToolTest, ReloadoptionsRebuildsTheMenu) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Settings(Detached("New one", "a"));
+    ASSERT_TRUE(editor.RunCommandLine(L"reloadoptions"));
+    EXPECT_TRUE(window::WaitFor([&] { return ToolItems() == Names({L"New one"}); }));
+}
+
+TEST_F(ToolTest, VariablesAreThoseOfTheActiveFile) {
+    Where();
+    Settings(Captured("Where", "%SPEAK% where %FILE% %EXT% \"%PATH%\" \"%DIR%\""));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL);
+    const std::wstring path = Path(L"a.txt");
+    EXPECT_TRUE(WaitForFinished(L"%SPEAK% where a.txt .txt \"" + path + L"\" \"" + scratch.Folder() + L"\" "));
+    EXPECT_TRUE(WaitForText(scratch.Folder() + L"\r\na.txt\r\n.txt\r\n" + path + L"\r\n" + scratch.Folder() + L"\r\n"));
+}
+
+TEST_F(ToolTest, WhatIsNoVariableIsKept) {
+    Settings(Captured("Rem", "rem %PATHX% %PATH%X %path% %WORDS% 100% %%"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForFinished(L"rem %PATHX% " + Path(L"a.txt") + L"X %path% %WORDS% 100% %% "));
+}
+
+TEST_F(ToolTest, PathsWithBlanksAreQuotedByTheUser) {
+    Where();
+    ASSERT_TRUE(files::MakeFolder(Path(L"my folder")));
+    Settings(Captured("Where", "%SPEAK% " + files::Utf8(Path(L"where")) + " \"%FILE%\" %EXT%", "StartDir=%DIR%\n"));
+    ASSERT_TRUE(OpenFiles({L"my folder\\my file.c"}));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForOutput(Path(L"my folder") + L"\r\nmy file.c\r\n.c\r\n"));
+}
+
+TEST_F(ToolTest, TheDirectoryOfAFileInARootKeepsItsBackslash) {
+    Where();
+    const std::wstring file = L"C:\\orvane-test-root.txt";
+    ASSERT_TRUE(files::Write(file, "text"));
+    Settings(Captured("Where", Program() + " " + files::Utf8(Path(L"where")) + " %DIR%", "StartDir=%DIR%\n"));
+    ASSERT_TRUE(Start(file));
+    ASSERT_TRUE(editor.WaitForTitle(file + L" - Orvane"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForOutput(L"C:\\\r\nC:\\\r\n"));
+    DeleteFileW(file.c_str());
+}
+
+TEST_F(ToolTest, WordAndSelection) {
+    Where();
+    Settings(Captured("Where", Program() + " where [%WORD%] [%SEL%]"));
+    ASSERT_TRUE(files::Write(Path(L"a.txt"), "foo bar"));
+    ASSERT_TRUE(Start(L"a.txt"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"Right"));
+    ASSERT_TRUE(editor.WaitForStatus(3, L"\tCol 2"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForOutput(scratch.Folder() + L"\r\n[foo]\r\n[foo]\r\n"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Home Shift+Right Shift+Right"));
+    ASSERT_TRUE(editor.WaitForStatus(3, L"\tCol 3"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForOutput(scratch.Folder() + L"\r\n[foo]\r\n[fo]\r\n"));
+}
+
+TEST_F(ToolTest, WithoutADocumentVariablesAreEmptyAndTheToolRuns) {
+    Where();
+    Settings(Captured("Where", Program() + " where [%FILE%%DIR%%WORD%%SEL%]"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+F4"));
+    ASSERT_TRUE(editor.WaitForTitle(L"Orvane"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForOutput(scratch.Folder() + L"\r\n[]\r\n"));
+    EXPECT_EQ(WindowItems().size(), 1u);
+}
+
+TEST_F(ToolTest, TheSameToolTwiceReusesOneDocument) {
+    Where();
+    Settings(Captured("Where", Program() + " where"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    const std::wstring line = L"\"" + SpeakerPath() + L"\" where ";
+    for (int i = 0; i < 2; i++) {
+        editor.Command(IDM_FIRST_TOOL);
+        EXPECT_TRUE(WaitForFinished(line)) << "the command, a blank and no arguments";
+        EXPECT_TRUE(WaitForText(scratch.Folder() + L"\r\n"));
+        ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
+        ASSERT_TRUE(WaitForFile(L"a.txt"));
+    }
+    EXPECT_EQ(WindowItems(), Names({L"&1 " + Path(L"a.txt"), L"&2 " + line}));
+}
+
+TEST_F(ToolTest, ADetachedToolStartsInItsDirectory) {
+    ASSERT_TRUE(files::MakeFolder(Path(L"sub")));
+    Script(L"mark", "make done\n");
+    Settings(Detached("Mark", Program() + " " + files::Utf8(Path(L"mark")), "StartDir=%DIR%\\sub\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(Got(L"sub\\done"));
+    EXPECT_EQ(WindowItems().size(), 1u);
+}
+
+TEST_F(ToolTest, ADetachedToolThatCannotStartIsPassedOver) {
+    Settings(Detached("Nothing", "no-such-program-at-all") + Detached("Nowhere", Program(), "StartDir=Z:\\nowhere\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL);
+    editor.Command(IDM_FIRST_TOOL + 1);
+    editor.Command(IDM_FIRST_TOOL + 2);
+    ASSERT_TRUE(editor.Type(L"x"));
+    EXPECT_TRUE(WaitForFile(L"a.txt", true));
+    EXPECT_EQ(editor.Dialog(), nullptr);
+}
+
+TEST_F(ToolTest, ArgumentsArePromptedForAndRemembered) {
+    Where();
+    Settings(Captured("Where", Program() + " where", "PromptArgs=1\nLastArgs=one %EXT%\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL);
+    HWND prompt = editor.WaitForDialog();
+    ASSERT_TRUE(prompt);
+    EXPECT_EQ(window::TextOf(prompt), L"Tool Arguments");
+    const HWND shown = GetDlgItem(prompt, IDC_TOOL_ARGUMENTS_COMMAND);
+    EXPECT_EQ(window::TextOf(shown), L"\"" + SpeakerPath() + L"\" where");
+    EXPECT_NE(GetWindowLongW(shown, GWL_STYLE) & ES_READONLY, 0);
+    EXPECT_EQ(window::TextOf(GetDlgItem(prompt, IDC_TOOL_ARGUMENTS_EDIT)), L"one %EXT%");
+    ASSERT_TRUE(editor.Keys(L"End"));
+    ASSERT_TRUE(editor.Type(L" three"));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    EXPECT_TRUE(WaitForOutput(scratch.Folder() + L"\r\none\r\n.txt\r\nthree\r\n"));
+    // Cancel starts nothing and forgets what was typed.
+    editor.Command(IDM_FIRST_TOOL);
+    prompt = editor.WaitForDialog();
+    ASSERT_TRUE(prompt);
+    EXPECT_EQ(window::TextOf(GetDlgItem(prompt, IDC_TOOL_ARGUMENTS_EDIT)), L"one %EXT% three");
+    ASSERT_TRUE(editor.Type(L"x"));
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
+    EXPECT_EQ(WindowItems().size(), 2u);
+    editor.Command(IDM_FIRST_TOOL);
+    prompt = editor.WaitForDialog();
+    ASSERT_TRUE(prompt);
+    EXPECT_EQ(window::TextOf(GetDlgItem(prompt, IDC_TOOL_ARGUMENTS_EDIT)), L"one %EXT% three");
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    // Nothing of this is written; the Tools dialog does it.
+    EXPECT_EQ(files::Read(files::SettingsPath()).find("three"), std::string::npos);
+    editor.Command(IDM_CUSTOMIZE);
+    ASSERT_TRUE(window::WaitFor([&] { return editor.Dialog() && window::TextOf(editor.Dialog()) == L"Tools"; }));
+    ASSERT_TRUE(window::PressButton(editor.Dialog(), L"OK"));
+    EXPECT_TRUE(window::WaitFor(
+        [&] { return files::Read(files::SettingsPath()).find("LastArgs=one %EXT% three\r\n") != std::string::npos; }));
+}
+
+TEST_F(ToolTest, HotKeysStartTools) {
+    Script(L"one", "make one.done\n");
+    Script(L"two", "make two.done\n");
+    Settings(Detached("One", Program() + " one", "HotKey=118\n") +                // F7
+             Detached("Two", Program() + " two", "HotKey=75\nHotKeyFlags=28\n")); // Ctrl+Shift+Alt+K
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    EXPECT_TRUE(Got(L"one.done"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Shift+Alt+K"));
+    EXPECT_TRUE(Got(L"two.done"));
+}
+
+TEST_F(ToolTest, TheKeysOfTheMenuComeBeforeHotKeys) {
+    Script(L"one", "make one.done\n");
+    Script(L"two", "make two.done\n");
+    Settings(Detached("One", Program() + " one", "HotKey=83\nHotKeyFlags=8\n") + // Ctrl+S
+             Detached("Two", Program() + " two", "HotKey=118\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(Modify(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    EXPECT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    EXPECT_TRUE(Got(L"two.done"));
+    EXPECT_FALSE(files::Exists(Path(L"one.done")));
+}
+
+TEST_F(ToolTest, ThousandsOfTools) {
+    std::string sections;
+    for (int i = 0; i < 4999; i++) sections += Detached("Tool " + std::to_string(i), "nothing");
+    Script(L"last", "make last.done\n");
+    Settings(sections + Detached("Last", Program() + " last", "HotKey=118\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL + 4999);
+    EXPECT_TRUE(Got(L"last.done"));
+    DeleteFileW(Path(L"last.done").c_str());
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    EXPECT_TRUE(Got(L"last.done"));
+}
+
+TEST_F(ToolTest, ToolsAreAddedInTheDialogAndWorkAtOnce) {
+    Script(L"one", "make one.done\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_CUSTOMIZE);
+    const HWND tools = editor.WaitForDialog();
+    ASSERT_TRUE(tools);
+    ASSERT_TRUE(editor.Keys(L"Alt+A Alt+T Shift+End"));
+    ASSERT_TRUE(editor.Type(L"Mark it"));
+    ASSERT_TRUE(editor.Keys(L"Alt+C"));
+    ASSERT_TRUE(editor.Type(L"\"" + SpeakerPath() + L"\" one"));
+    ASSERT_TRUE(editor.Keys(L"Alt+H F7"));
+    ASSERT_TRUE(
+        window::WaitFor([&] { return SendDlgItemMessageW(tools, IDC_TOOLS_HOT_KEY, HKM_GETHOTKEY, 0, 0) == VK_F7; }));
+    ASSERT_TRUE(window::PressButton(tools, L"OK"));
+    const std::string expected = "[Tool]\r\nDisplayName=Mark it\r\nCommand=" + Program() + " one\r\nHotKey=118\r\n";
+    EXPECT_TRUE(window::WaitFor([&] { return files::Read(files::SettingsPath()) == expected; }))
+        << files::Read(files::SettingsPath());
+    EXPECT_EQ(ToolItems(), Names({L"Mark it"}));
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    EXPECT_TRUE(Got(L"one.done"));
+}
+
+TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {
+    const std::string before = "[Tool]\nDisplayName=x\nCommand=y\n";
+    Settings(before);
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_CUSTOMIZE);
+    ASSERT_TRUE(editor.WaitForDialog());
+    ASSERT_TRUE(editor.Keys(L"Alt+A Alt+D Alt+D Escape"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
+    EXPECT_EQ(files::Read(files::SettingsPath()), before);
+    EXPECT_EQ(ToolItems(), Names({L"x"}));
+}
+
+TEST_F(ToolTest, OptionsWorkAtOnceAndAreSaved) {
+    Settings("[General]\nReplaceTabs=0\nMine=kept\n[Tool]\nDisplayName=x\nCommand=y\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_OPTIONS);
+    const HWND options = editor.WaitForDialog();
+    ASSERT_TRUE(options);
+    EXPECT_EQ(window::TextOf(options), L"Options");
+    ASSERT_TRUE(editor.Keys(L"Alt+R Alt+S"));
+    ASSERT_TRUE(editor.Keys(L"Home Shift+End"));
+    ASSERT_TRUE(editor.Type(L"3"));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    // The file is written when the dialog has gone.
+    std::string saved;
+    ASSERT_TRUE(window::WaitFor([&] {
+        saved = files::Read(files::SettingsPath());
+        return saved.find("BinBg=") != std::string::npos;
+    }));
+    EXPECT_EQ(saved.substr(0, 63), "[General]\r\nReplaceTabs=1\r\nMine=kept\r\nFontName=Courier New\r\nFont");
+    EXPECT_NE(saved.find("\r\nSpacesPerTab=3\r\n"), std::string::npos);
+    const std::string tool = "BinBg=#ffffff\r\n\r\n[Tool]\r\nDisplayName=x\r\nCommand=y\r\n";
+    EXPECT_EQ(saved.substr(saved.size() - std::min(saved.size(), tool.size())), tool);
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    EXPECT_EQ(SaveAndRead(L"a.txt").substr(0, 4), "   a");
+}
+
+TEST_F(ToolTest, CancelInTheOptionsDialogWritesNothing) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_OPTIONS);
+    ASSERT_TRUE(editor.WaitForDialog());
+    ASSERT_TRUE(editor.Keys(L"Alt+R Alt+W Escape"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
+    EXPECT_FALSE(files::Exists(files::SettingsPath()));
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    EXPECT_EQ(SaveAndRead(L"a.txt").substr(0, 5), "    a");
+}
