@@ -11,12 +11,13 @@ constexpr uint32_t InLongComment = 1;
 
 bool IsQuote(Char c) { return c == u'"' || c == u'\''; }
 
-// What follows the string that the quote at `at` opens.
-const Char* AfterString(const Char* at, const Char* end) {
+// What follows the string that the quote at `at` opens. With `LineByLine` it ends behind a line feed at
+// the latest, even one that a backslash stands before.
+template <bool LineByLine> const Char* AfterString(const Char* at, const Char* end) {
     const Char quote = *at++;
-    while (at < end && *at != quote) {
+    while (at < end && *at != quote && !(LineByLine && *at == u'\n')) {
         // A backslash takes the next character with it, be it the quote or another backslash.
-        if (*at == u'\\' && at + 1 < end) ++at;
+        if (*at == u'\\' && at + 1 < end && !(LineByLine && at[1] == u'\n')) ++at;
         ++at;
     }
     return at < end ? at + 1 : end;
@@ -154,7 +155,7 @@ const Char* CLikeEngine::SkipWhile(const Char* at, const Char* end, uint32_t fla
 bool CLikeEngine::PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const {
     if ((flags & CharFlag::Marker) && CommentAt(line, at, piece)) return true;
     if (flags & CharFlag::Quote) {
-        piece = {AfterString(at, line.end), definition.colours[StringClass]};
+        piece = {AfterString<false>(at, line.end), definition.colours[StringClass]};
         return true;
     }
     if ((flags & CharFlag::Marker) && MarkerAt(at, line.end, endMarker, true)) {
@@ -219,26 +220,35 @@ bool CLikeEngine::MayChangeState(const Char* text, uint32_t length) {
 }
 
 uint32_t CLikeEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
-    const Char* const end = text + length;
     const Char* at = start > length ? text : text + start;
     bool inComment = start <= length && state == InLongComment;
+    Scan<false>(at, text + length, inComment);
+    stopped = static_cast<uint32_t>(at - text);
+    return inComment ? InLongComment : 0;
+}
+
+uint32_t CLikeEngine::ScanLines(const Char* text, uint32_t length, uint32_t state) {
+    bool inComment = state == InLongComment;
+    Scan<true>(text, text + length, inComment);
+    return inComment ? InLongComment : 0;
+}
+
+template <bool LineByLine> void CLikeEngine::Scan(const Char*& at, const Char* end, bool& inComment) const {
     for (;;) {
         if (inComment)
             at = AfterLongComment(at, end, inComment);
         else
             at = scanStops.Find(at, end);
-        if (at == end || !ScanPieceAt(at, end, inComment)) break;
+        if (at == end || !ScanPieceAt<LineByLine>(at, end, inComment)) return;
     }
-    stopped = static_cast<uint32_t>(at - text);
-    return inComment ? InLongComment : 0;
 }
 
 // Passes over whatever stands at `at` outside a long comment. False at the end marker.
-bool CLikeEngine::ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const {
+template <bool LineByLine> bool CLikeEngine::ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const {
     // Unlike colouring, the scan looks for line comments before long ones and for the end marker
-    // before strings, and a string may go on over the end of its line.
+    // before strings.
     if (const Char* after = AfterLineCommentStart(at, end)) {
-        at = after + Scan::FindLineFeed(after, static_cast<size_t>(end - after));
+        at = after + ::Scan::FindLineFeed(after, static_cast<size_t>(end - after));
         if (at < end) ++at;
     } else if (longCommentStart.At(at, end)) {
         at += longCommentStart.Length();
@@ -246,7 +256,7 @@ bool CLikeEngine::ScanPieceAt(const Char*& at, const Char* end, bool& inComment)
     } else if (MarkerAt(at, end, endMarker, true)) {
         return false;
     } else {
-        at = IsQuote(*at) ? AfterString(at, end) : at + 1;
+        at = IsQuote(*at) ? AfterString<LineByLine>(at, end) : at + 1;
     }
     return true;
 }

@@ -16,6 +16,7 @@ public:
     uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
                         ColouredLine& line) override;
     uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) override;
+    uint32_t ScanLines(const Char* text, uint32_t length, uint32_t state) override;
     bool MayChangeState(const Char* text, uint32_t length) override;
     void SetHighlight(uint32_t index, const HighlightRange* range) override;
     const Char* BraceCharacters() const override { return u"{}()[]"; }
@@ -53,7 +54,9 @@ private:
     bool PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const;
     bool CommentAt(Line& line, const Char* at, Piece& piece) const;
     bool HighlightAt(const Line& line, const Char* at, Piece& piece) const;
-    bool ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const;
+    // Carries the state on to the end or the end marker; strings end with the text or with their line.
+    template <bool LineByLine> void Scan(const Char*& at, const Char* end, bool& inComment) const;
+    template <bool LineByLine> bool ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const;
     bool TouchesHighlight(uint32_t offset, uint32_t length) const;
 
     bool foldCase;

@@ -46,6 +46,12 @@ public:
     // the scan ended.
     virtual uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state,
                                uint32_t& stopped) = 0;
+    // The state behind `length` characters of whole lines, as colouring them in turn would give it:
+    // where ScanState lets something go on over a line end that colouring ends there, this does too.
+    virtual uint32_t ScanLines(const Char* text, uint32_t length, uint32_t state) {
+        uint32_t stopped = 0;
+        return ScanState(text, length, 0, state, stopped);
+    }
     // Whether a line with this text may change the states of the lines after it.
     virtual bool MayChangeState(const Char* text, uint32_t length) = 0;
     // Sets highlight 0 or 1, or clears it when `range` is null; other indices are ignored.

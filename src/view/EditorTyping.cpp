@@ -37,14 +37,18 @@ void TextEditor::OnChar(Char character) {
         return EditorActions::IndentBlock(*this, surface.IsShiftDown());
     if (character == u'\r' && document->IsOutput()) return EditorActions::OpenNamedFile(*this);
     if (HasSelection() && !DeleteSelection()) return;
-    // Scrolled into view before the change: scrolling may write the line back, which ends a typing step.
-    UpdateCaret(true);
-    OpenCaretLine();
+    PrepareEdit();
     if (character == u'\t' && settings.ReplaceTabs) {
         InsertTabAsSpaces();
     } else {
         document->TypeChar(this, character, caretColumn, true, overwrite);
     }
+}
+
+void TextEditor::PrepareEdit() {
+    const auto rows = static_cast<uint32_t>(visibleLines > 0 ? visibleLines : 1);
+    if (caretLine < topLine || caretLine - topLine >= rows) UpdateCaret(true);
+    OpenCaretLine();
 }
 
 // A tab before the caret counts as a whole tab width, not up to its stop.
@@ -68,8 +72,7 @@ void EditorActions::DeleteForward(TextEditor& editor, bool word) {
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.CaretLineText();
     const uint32_t count = word && column < line.length ? Words::EndAfter(line, column) - column : 1;
-    editor.UpdateCaret(true);
-    editor.OpenCaretLine();
+    editor.PrepareEdit();
     editor.GetTextBuffer()->DeleteInEditLine(&editor, column, count);
     editor.MoveCaret(editor.CaretLine(), column, false);
 }

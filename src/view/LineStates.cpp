@@ -2,18 +2,6 @@
 
 #include "base/Scan.h"
 
-uint32_t LineStates::ScanLines(SyntaxEngine& engine, const Char* text, uint32_t length, uint32_t state) {
-    uint32_t start = 0;
-    while (start < length) {
-        const auto feed = static_cast<uint32_t>(Scan::FindLineFeed(text + start, length - start));
-        const uint32_t count = feed < length - start ? feed + 1 : feed;
-        uint32_t stopped = 0;
-        state = engine.ScanState(text + start, count, 0, state, stopped);
-        start += count;
-    }
-    return state;
-}
-
 LineStates::Entry LineStates::NearestBefore(uint32_t offset) const {
     size_t low = 0;
     size_t high = entries.Count();
@@ -36,12 +24,12 @@ uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset)
         const auto feed = static_cast<uint32_t>(Scan::FindLineFeed(text + from, offset - from));
         if (feed >= offset - from) break;
         const uint32_t next = from + feed + 1;
-        at.state = ScanLines(engine, text + at.offset, next - at.offset, at.state);
+        at.state = engine.ScanLines(text + at.offset, next - at.offset, at.state);
         at.offset = next;
         // Without memory nothing is remembered, and the next question takes longer.
         if (entries.IsEmpty() || entries.Last().offset < next) entries.Append(at);
     }
-    at.state = ScanLines(engine, text + at.offset, offset - at.offset, at.state);
+    at.state = engine.ScanLines(text + at.offset, offset - at.offset, at.state);
     at.offset = offset;
     last = at;
     return at.state;

@@ -20,10 +20,6 @@ public:
     // The characters from `offset` on are others now.
     void TextChanged(uint32_t offset);
 
-    // The state behind `length` characters of whole lines. Each line is scanned by itself, as painting
-    // colours it: an engine may let a string that is left open run on over line ends.
-    static uint32_t ScanLines(SyntaxEngine& engine, const Char* text, uint32_t length, uint32_t state);
-
 private:
     struct Entry {
         uint32_t offset = 0;

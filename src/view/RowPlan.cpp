@@ -90,8 +90,7 @@ void RowPlan::AddText(RowPicture& row, TextSpan line) {
     ColouredLine coloured = {&plain, 1, NoFill};
     if (SyntaxEngine* engine = document->Engine()) {
         engine->ColourLine(lineStart, line.text, seen, state, coloured);
-        if (seen <= line.length && nextLine < lastLine)
-            state = LineStates::ScanLines(*engine, line.text, line.length + 1, entered);
+        if (seen <= line.length && nextLine < lastLine) state = engine->ScanLines(line.text, line.length + 1, entered);
     }
     runs.Build(line.text, lineStart, coloured.spans, coloured.count);
     row.runs = runs.Runs();

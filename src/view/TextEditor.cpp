@@ -94,6 +94,6 @@ uint32_t TextEditor::StateAt(uint32_t line) {
     const WString& open = document->EditLine();
     const uint32_t behind = document->EditLineStart() + document->EditLineStoreLength();
     uint32_t state = states.At(engine, text, document->EditLineStart());
-    state = LineStates::ScanLines(engine, open.Text(), open.Length(), state);
-    return LineStates::ScanLines(engine, text + behind, start - behind, state);
+    state = engine.ScanLines(open.Text(), open.Length(), state);
+    return engine.ScanLines(text + behind, start - behind, state);
 }

@@ -98,6 +98,9 @@ public:
     bool IsActive() const { return document && document->ActiveView() == this; }
     // Makes the caret line the document's edit line.
     void OpenCaretLine();
+    // To be called before the caret line is edited: scrolls it into view and opens it. Scrolling in the
+    // middle of a change would be too late.
+    void PrepareEdit();
     TextSpan LineText(uint32_t line) const;
     TextSpan CaretLineText() const { return LineText(caretLine); }
     uint32_t LineStart(uint32_t line) const;

@@ -235,6 +235,22 @@ TEST_F(CLikeModel, ScanningEqualsCarryingTheStateFromLineToLine) {
     }
 }
 
+TEST_F(CLikeModel, ScanningWholeLinesEqualsColouringThemInTurn) {
+    const std::u16string letters = u"ab1 \"'\\/*#\n";
+    const EngineHandle engine = Choose(u"cpp");
+    Random random(47);
+    for (int round = 0; round < 5000; ++round) {
+        std::u16string text;
+        for (uint32_t n = random.Below(80); n > 0; --n) text += random.Pick(letters);
+        text += u'\n';
+        for (const uint32_t state : {0u, 1u}) {
+            ASSERT_EQ(engine->ScanLines(text.data(), static_cast<uint32_t>(text.size()), state),
+                      CarryState(*engine, text, state))
+                << Readable(text.data(), text.size());
+        }
+    }
+}
+
 TEST_F(CLikeModel, ColouringTwiceGivesTheSame) {
     Random random(44);
     const EngineHandle engine = Choose(u"cpp");

@@ -65,6 +65,18 @@ TEST_F(CLikeScan, AStringMayGoOnOverLines) {
     EXPECT_EQ(CarryState(*cpp, u"don't\n/* x\n"), 1u);
 }
 
+TEST_F(CLikeScan, ScanningWholeLinesEndsStringsWithTheirLine) {
+    const auto lines = [&](const std::u16string& text, uint32_t state = 0) {
+        return cpp->ScanLines(text.data(), static_cast<uint32_t>(text.size()), state);
+    };
+    EXPECT_EQ(lines(u"don't\n/* x\n"), 1u);
+    EXPECT_EQ(lines(u"don't\nwon't /* x\n"), 0u);
+    EXPECT_EQ(lines(u"\"\\\n/* x\n"), 1u);
+    EXPECT_EQ(lines(u"\"a\\\"b\n/* x\n"), 1u);
+    EXPECT_EQ(lines(u"\"/*\" x\n"), 0u);
+    EXPECT_EQ(lines(u"*/ \"/*\n", 1), 0u);
+}
+
 TEST_F(CLikeScan, LineCommentsAreTriedBeforeLongOnes) {
     const EngineHandle engine = Custom(u"CommentStart=/\nLongCommentStart=/*\nLongCommentEnd=*/\n");
     EXPECT_EQ(ScanText(*engine, u"/* a\n"), (Scanned{0, 5}));
