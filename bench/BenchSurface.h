@@ -1,0 +1,93 @@
+#pragma once
+
+#include "base/WString.h"
+#include "view/EditorSurface.h"
+#include "view/TextEditor.h"
+
+namespace Bench {
+
+// A window that shows nothing: 60 lines of 120 columns in a font of 8 by 16 pixels, with the focus.
+class Surface final : public EditorSurface {
+public:
+    static constexpr int32_t Rows = 60;
+    static constexpr int32_t Columns = 120;
+
+    Surface() {
+        widths.SetSource(
+            [](void*, Char, int32_t* out) {
+                for (uint32_t i = 0; i < CharWidths::PageSize; ++i) out[i] = 8;
+                return true;
+            },
+            nullptr);
+    }
+
+    bool HasWindow() const override { return true; }
+    bool HasFocus() const override { return true; }
+    void TakeFocus() override {}
+    void GetClientSize(int32_t& width, int32_t& height) const override {
+        width = Columns * metrics.averageWidth;
+        height = Rows * metrics.lineHeight;
+    }
+    const ViewMetrics& Metrics() const override { return metrics; }
+    CharWidths& Widths() override { return widths; }
+    void InvalidateAll() override { ++invalidations; }
+    void InvalidateStrip(int32_t, int32_t) override { ++strips; }
+    void ScrollPicture(int32_t) override { ++strips; }
+    void UpdateNow() override {}
+    void ShowCaretAt(int32_t, int32_t) override {}
+    void HideCaret() override {}
+    void RenewCaret() override {}
+    void SetScrollBar(ScrollAxis, const ScrollBar&) override {}
+    bool IsCtrlDown() const override { return ctrl; }
+    bool IsShiftDown() const override { return shift; }
+    void BeginDrag() override {}
+    void EndDrag() override {}
+    bool ReadClipboard(WString&, bool&) override { return false; }
+    void WriteClipboard(const ClipboardItem*, uint32_t) override {}
+    void ShowFindDialog() override {}
+    void ShowReplaceDialog(bool) override {}
+    void ShowGoToDialog() override {}
+    void ShowContextMenu(int32_t, int32_t) override {}
+    uint64_t Ticks() const override { return 0; }
+    void SetWaitCursor(bool) override {}
+    bool TakeEscape() override { return false; }
+    ViewHost* Host() const override { return nullptr; }
+    View* AsView() override { return nullptr; }
+    void DestroyView() override {}
+
+    bool ctrl = false;
+    bool shift = false;
+    int invalidations = 0;
+    int strips = 0;
+
+private:
+    ViewMetrics metrics = {16, 8, 8};
+    CharWidths widths;
+};
+
+// A view of a document, in its list of views as long as this lives.
+class ShownDocument {
+public:
+    explicit ShownDocument(TextBuffer& document) {
+        static ShownDocument* made;
+        made = this;
+        SetTextViewFactory([](TextBuffer&, NativeWindow) -> DocumentView* { return &made->editor; });
+        editor.SetDocument(&document);
+        document.CreateView(nullptr);
+        editor.OnSize(1);
+        editor.OnAttached();
+        editor.OnFocus();
+    }
+    ~ShownDocument() { editor.SetDocument(nullptr); }
+
+    void Press(uint32_t key, bool ctrl = false) {
+        surface.ctrl = ctrl;
+        editor.OnKeyDown(key);
+        surface.ctrl = false;
+    }
+
+    Surface surface;
+    TextEditor editor{surface};
+};
+
+} // namespace Bench

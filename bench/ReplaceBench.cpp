@@ -1,0 +1,133 @@
+#include "BenchSurface.h"
+#include "SampleDocument.h"
+#include "settings/IniFile.h"
+#include "settings/Settings.h"
+#include "view/FindState.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+// Replacing all matches and indenting a block, with their undo and redo, compared with a copy of the
+// resulting text into fresh memory.
+
+namespace {
+
+constexpr double Replace = 1.5;
+constexpr double ReplaceBack = 0.5;
+constexpr double Indent = 0.3;
+constexpr uint32_t IndentedLines = 100'000;
+
+bool IsWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '#'; }
+
+// The sample with its commonest words made one, so that there are about a million of it.
+std::string WithCommonWord(const std::string& sample, const std::string& word, size_t& count) {
+    const std::vector<std::string> common = {"#define", "const", "int", "sk", "the", "void", "of", "to"};
+    std::string out;
+    out.reserve(sample.size() + sample.size() / 50);
+    count = 0;
+    for (size_t at = 0; at < sample.size();) {
+        size_t end = at;
+        while (end < sample.size() && IsWord(sample[end])) ++end;
+        if (end == at) {
+            out += sample[at++];
+            continue;
+        }
+        const std::string token = sample.substr(at, end - at);
+        const bool replaced = token == word || std::find(common.begin(), common.end(), token) != common.end();
+        count += replaced;
+        out += replaced ? word : token;
+        at = end;
+    }
+    return out;
+}
+
+struct Copying {
+    const TextBuffer& document;
+    void operator()() const {
+        const size_t bytes = size_t(document.Length()) * sizeof(Char);
+        auto* fresh = static_cast<Char*>(malloc(bytes));
+        std::memcpy(fresh, document.Content(), bytes);
+        Bench::Keep(fresh[bytes / 4]);
+        free(fresh);
+    }
+};
+
+void ReplaceAll(const std::string& original) {
+    const std::string word = "item";
+    size_t count = 0;
+    const std::string sample = WithCommonWord(original, word, count);
+    std::printf("replacing a word found %zu times\n", count);
+    const std::u16string pattern(word.begin(), word.end());
+    const std::u16string longer = pattern + u"Longer";
+    Bench::SampleDocument document(sample);
+    Bench::ShownDocument shown(*document);
+    findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
+    findState.matchCase = findState.wholeWord = true;
+
+    const auto replace = [&] {
+        Bench::Check(shown.editor.ReplaceAll(longer.data(), static_cast<uint32_t>(longer.size()), false), "replacing");
+    };
+    const auto undo = [&] { document->Undo(); };
+    const auto redo = [&] { document->Redo(); };
+    const std::u16string before(document->Content(), document->Length());
+    replace();
+    Bench::Check(document->Length() == sample.size() + count * 6, "the replaced text's length");
+    undo();
+    Bench::Check(std::equal(before.begin(), before.end(), document->Content()), "the text after undo");
+    replace();
+    const Copying copying{*document};
+    Bench::Compare("replace all", {replace, undo}, {copying, {}}, Replace);
+    Bench::Compare("its undo",
+                   {undo,
+                    [&] {
+                        if (!document->CanDo(DocumentCommand::Undo)) document->Redo();
+                    }},
+                   {copying, {}}, ReplaceBack);
+    Bench::Compare("its redo",
+                   {redo,
+                    [&] {
+                        if (!document->CanDo(DocumentCommand::Redo)) document->Undo();
+                    }},
+                   {copying, {}}, ReplaceBack);
+}
+
+void IndentBlock(const std::string& sample) {
+    Bench::SampleDocument document(sample);
+    Bench::ShownDocument shown(*document);
+    Bench::Check(document->GetLineCount() > IndentedLines, "the sample's lines");
+    const uint32_t end = document->LineToOffset(IndentedLines);
+    const auto select = [&] { shown.editor.SelectRange(0, end); };
+    const auto indent = [&] { shown.editor.OnChar(u'\t'); };
+    const auto undo = [&] { document->Undo(); };
+    select();
+    indent();
+    Bench::Check(document->Length() > sample.size() + 2 * IndentedLines, "the indented text's length");
+    const Copying copying{*document};
+    Bench::Compare("indent 100,000 lines",
+                   {indent,
+                    [&] {
+                        undo();
+                        select();
+                    }},
+                   {copying, {}}, Indent);
+    Bench::Compare("its undo",
+                   {undo,
+                    [&] {
+                        if (!document->CanDo(DocumentCommand::Undo)) document->Redo();
+                    }},
+                   {copying, {}}, Indent);
+}
+
+} // namespace
+
+int main() {
+    LoadSettings(IniFile());
+    const std::string sample = Bench::SampleBytes();
+    ReplaceAll(sample);
+    IndentBlock(sample);
+    findState.Release();
+    return Bench::ExitStatus();
+}
