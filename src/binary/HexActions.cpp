@@ -80,10 +80,10 @@ bool HexEditor::AppendSelection(WString& out) {
         count = static_cast<uint32_t>(std::min<uint64_t>({count, end - offset, Batch}));
         if (count == 0) return false;
         for (uint32_t i = 0; i < count; ++i) {
-            HexText::PutDigits(text + i * PerByte, bytes[i], 2);
+            HexText::PutDigits(text + size_t{i} * PerByte, bytes[i], 2);
             text[i * PerByte + 2] = u' ';
         }
-        if (!out.Append(text, count * PerByte)) return false;
+        if (!out.Append(text, int64_t{count} * PerByte)) return false;
         offset += count;
     }
     return true;

@@ -66,7 +66,7 @@ void HexRows::AddBytes(RowPicture& row, uint64_t offset) {
     runCount = 0;
     std::fill_n(text, HexEditor::TextColumn, u' ');
     for (uint32_t i = 0; i < count; ++i) {
-        HexText::PutDigits(text + i * PerByte, bytes[i], 2);
+        HexText::PutDigits(text + size_t{i} * PerByte, bytes[i], 2);
         text[HexEditor::TextColumn + i] = HexText::ShownAs(bytes[i]);
         AddRun(i * PerByte, i + 1 < count ? PerByte : PerByte - 1, ColoursOf(offset + i));
     }
