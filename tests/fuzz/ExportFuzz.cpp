@@ -10,6 +10,8 @@
 
 #include <cstdlib>
 
+static uint32_t Pair(const uint8_t* bytes) { return static_cast<uint32_t>(bytes[0] << 8 | bytes[1]); }
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size < 5) return 0;
     static bool started = false;
@@ -24,8 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             if (c != 0 && c != u'\r') text += c;
         }
         const auto length = static_cast<uint32_t>(text.size());
-        const uint32_t to = length ? (data[1] << 8 | data[2]) % (length + 1) : 0;
-        const uint32_t from = to ? (data[3] << 8 | data[4]) % to : 0;
+        const uint32_t to = length ? Pair(data + 1) % (length + 1) : 0;
+        const uint32_t from = to ? Pair(data + 3) % to : 0;
         TextDocument document(text);
         constexpr const Char* Engines[] = {u"cpp", u"html", u"txt"};
         document->AttachEngine(ChooseEngine(Engines[data[0] / 2 % 3], nullptr));
