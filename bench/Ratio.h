@@ -3,7 +3,8 @@
 #include <functional>
 
 // Measures by comparison: a bench times a candidate against a reference in the same run, because
-// machines differ and times alone say little.
+// machines differ and times alone say little. A time is what the process spends on a processor, in the
+// program and in the system for it, so that what else runs on the machine counts little.
 namespace Bench {
 
 using Action = std::function<void()>;
@@ -13,6 +14,8 @@ struct Side {
     Action run;
     Action before = {};
 };
+
+double ProcessorMilliseconds();
 
 // Runs both sides in turn `rounds` times, takes the shortest time of each and prints
 // "name: ratio R (candidate X ms, reference Y ms), wanted <= W". Returns R.
