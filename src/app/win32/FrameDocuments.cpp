@@ -258,7 +258,8 @@ bool MainFrame::AppendOutput(const Char* text) {
 }
 
 void MainFrame::OnDropFiles(HDROP drop) {
-    const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    // Beneath an open dialog the frame takes nothing.
+    const UINT count = IsWindowEnabled(window) ? DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0) : 0;
     BeginBatch();
     WString path;
     for (UINT i = 0; i < count; ++i)
