@@ -45,6 +45,18 @@ void CLikeEngine::BuildTables() {
     }
     if (keywords.CanBeginBeyondAscii()) table.Add(CharacterTable::AsciiCount, CharFlag::Keyword);
     SetStops();
+    everyMarkerMet = EveryMarkerIsMet();
+}
+
+// Whether colouring looks at every place where a marker or a quote stands outside comments and strings.
+// It does not where words, numbers, rows of blanks and keywords, which it takes whole, may hold one.
+bool CLikeEngine::EveryMarkerIsMet() const {
+    for (Char c = 0; c <= CharacterTable::AsciiCount; ++c) {
+        const uint32_t flags = table.Flags(c);
+        if ((flags & CharFlag::Marker) && ((flags & (CharFlag::Word | CharFlag::Blank)) || c == u'.')) return false;
+        if ((flags & (CharFlag::Marker | CharFlag::Quote)) && keywords.HoldsBehindFirst(c)) return false;
+    }
+    return true;
 }
 
 void CLikeEngine::SetStops() {
@@ -89,29 +101,30 @@ uint32_t CLikeEngine::ColourLine(uint32_t offset, const Char* text, uint32_t len
     Line current = {text,   text + length,     offset, TouchesHighlight(offset, length), state == InLongComment,
                     NoFill, {text, text, 0, 0}};
     const Char* at = text;
-    if (!ColourPieces(current, at)) return 0;
+    if (!ColourPieces(current, at, &runs)) return 0;
     state = current.inComment ? InLongComment : 0;
     if (current.inComment) current.fill = definition.colours[LongCommentClass].background;
     line = {runs.Spans(), runs.Count(), current.fill};
     return static_cast<uint32_t>(at - text);
 }
 
-// Colours from `at` on and moves it to where colouring ends. False without memory.
-bool CLikeEngine::ColourPieces(Line& line, const Char*& at) {
+// Colours from `at` on and moves it to where colouring ends; `out` (may be null) gets the runs. False
+// without memory.
+bool CLikeEngine::ColourPieces(Line& line, const Char*& at, RunList* out) const {
     if (line.inComment && at < line.end) {
         const Char* start = at;
         at = AfterLongComment(at, line.end, line.inComment);
-        if (!runs.Append(definition.colours[LongCommentClass], start, at)) return false;
+        if (out && !out->Append(definition.colours[LongCommentClass], start, at)) return false;
     }
     while (at < line.end) {
         Piece piece;
         const Char* start = at;
         at = TakeText(line, at, piece);
-        if (at > start && !runs.Append(definition.colours[TextClass], start, at)) return false;
+        if (out && at > start && !out->Append(definition.colours[TextClass], start, at)) return false;
         if (at == line.end || !piece.end) break;
         start = at;
         at = piece.end;
-        if (!runs.Append(piece.colours, start, at)) return false;
+        if (out && !out->Append(piece.colours, start, at)) return false;
     }
     return true;
 }
@@ -227,10 +240,27 @@ uint32_t CLikeEngine::ScanState(const Char* text, uint32_t length, uint32_t star
     return inComment ? InLongComment : 0;
 }
 
-uint32_t CLikeEngine::ScanLines(const Char* text, uint32_t length, uint32_t state) {
+uint32_t CLikeEngine::ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) {
+    const Char* at = text;
     bool inComment = state == InLongComment;
-    Scan<true>(text, text + length, inComment);
+    if (everyMarkerMet)
+        Scan<true>(at, text + length, inComment);
+    else
+        WalkLines(at, text + length, inComment);
+    stopped = static_cast<uint32_t>(at - text);
     return inComment ? InLongComment : 0;
+}
+
+// The slow way, for definitions with unusual markers: as colouring goes, without the runs.
+void CLikeEngine::WalkLines(const Char*& at, const Char* end, bool& inComment) const {
+    while (at < end) {
+        const Char* lineEnd = at + ::Scan::FindLineFeed(at, static_cast<size_t>(end - at));
+        if (lineEnd < end) ++lineEnd;
+        Line line = {at, lineEnd, 0, false, inComment, NoFill, {at, at, 0, 0}};
+        ColourPieces(line, at, nullptr);
+        inComment = line.inComment;
+        if (at < lineEnd) return;
+    }
 }
 
 template <bool LineByLine> void CLikeEngine::Scan(const Char*& at, const Char* end, bool& inComment) const {
@@ -245,14 +275,21 @@ template <bool LineByLine> void CLikeEngine::Scan(const Char*& at, const Char* e
 
 // Passes over whatever stands at `at` outside a long comment. False at the end marker.
 template <bool LineByLine> bool CLikeEngine::ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const {
-    // Unlike colouring, the scan looks for line comments before long ones and for the end marker
-    // before strings.
+    if (LineByLine && longCommentStart.At(at, end)) {
+        at += longCommentStart.Length();
+        inComment = true;
+        return true;
+    }
+    // Unlike colouring, the scan of any text looks for line comments before long ones and for the end
+    // marker before strings.
     if (const Char* after = AfterLineCommentStart(at, end)) {
         at = after + ::Scan::FindLineFeed(after, static_cast<size_t>(end - after));
         if (at < end) ++at;
-    } else if (longCommentStart.At(at, end)) {
+    } else if (!LineByLine && longCommentStart.At(at, end)) {
         at += longCommentStart.Length();
         inComment = true;
+    } else if (LineByLine && IsQuote(*at)) {
+        at = AfterString<LineByLine>(at, end);
     } else if (MarkerAt(at, end, endMarker, true)) {
         return false;
     } else {

@@ -16,10 +16,10 @@ public:
     uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
                         ColouredLine& line) override;
     uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) override;
-    uint32_t ScanLines(const Char* text, uint32_t length, uint32_t state) override;
     bool MayChangeState(const Char* text, uint32_t length) override;
     void SetHighlight(uint32_t index, const HighlightRange* range) override;
     const Char* BraceCharacters() const override { return u"{}()[]"; }
+    uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) override;
 
 private:
     static constexpr uint32_t HighlightCount = 2;
@@ -43,12 +43,13 @@ private:
     void EndMarkerChanged() override { BuildTables(); }
     void BuildTables();
     void SetStops();
+    bool EveryMarkerIsMet() const;
     void AddMarker(const WString& marker, bool bothCases);
     // What follows the line-comment start at `at`; null when there is none.
     const Char* AfterLineCommentStart(const Char* at, const Char* end) const;
     const Char* AfterLongComment(const Char* at, const Char* end, bool& inComment) const;
 
-    bool ColourPieces(Line& line, const Char*& at);
+    bool ColourPieces(Line& line, const Char*& at, RunList* out) const;
     const Char* TakeText(Line& line, const Char* at, Piece& next) const;
     const Char* SkipWhile(const Char* at, const Char* end, uint32_t flag) const;
     bool PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const;
@@ -57,6 +58,7 @@ private:
     // Carries the state on to the end or the end marker; strings end with the text or with their line.
     template <bool LineByLine> void Scan(const Char*& at, const Char* end, bool& inComment) const;
     template <bool LineByLine> bool ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const;
+    void WalkLines(const Char*& at, const Char* end, bool& inComment) const;
     bool TouchesHighlight(uint32_t offset, uint32_t length) const;
 
     bool foldCase;
@@ -66,7 +68,8 @@ private:
     HighlightRange highlights[HighlightCount];
     CharacterTable table;
     PieceFinder finder;
-    StopSet scanStops; // what the state scan has to look at
+    StopSet scanStops;           // what the state scan has to look at
+    bool everyMarkerMet = false; // colouring meets every marker and quote that it does not pass over in a piece
     MarkerSearch longCommentStart;
     MarkerSearch longCommentEnd;
 };

@@ -1,5 +1,6 @@
 #include "syntax/HtmlEngine.h"
 
+#include "base/Scan.h"
 #include "syntax/EngineChoice.h"
 #include "syntax/HtmlMachine.h"
 
@@ -43,6 +44,19 @@ uint32_t KnownState(uint32_t state) {
     return known ? state : Between;
 }
 
+// The inner engine has stopped before the end of the line. False when no end of its code stands there:
+// it stops nowhere else, unless memory ran out.
+template <class Output> bool EndOfCode(HtmlMachine<Output>& machine, Output& out) {
+    const bool php = IsPhp(machine.state);
+    if (!(php ? machine.StandsHere(PhpEnd) : machine.StandsHere(ScriptEnd, true))) return false;
+    machine.state = Between;
+    machine.returnState = Tag;
+    if (!php) return true; // the closing tag is taken like any other
+    if (!out.Start(Tag)) return false;
+    machine.TakeTo(machine.at + std::size(PhpEnd) - 1);
+    return true;
+}
+
 } // namespace
 
 // Makes the runs of a line.
@@ -68,23 +82,10 @@ public:
         if (!runs.AppendAll(line)) return false;
         machine.at += coloured;
         machine.state = EmbeddedState(machine.state, innerState);
-        return coloured == left || EndOfCode(machine);
+        return coloured == left || EndOfCode(machine, *this);
     }
 
 private:
-    // The inner engine has stopped before the end of the line.
-    bool EndOfCode(HtmlMachine<Colouring>& machine) {
-        const bool php = IsPhp(machine.state);
-        // It stops nowhere else, unless memory ran out.
-        if (!(php ? machine.StandsHere(PhpEnd) : machine.StandsHere(ScriptEnd, true))) return false;
-        machine.state = Between;
-        machine.returnState = Tag;
-        if (!php) return true; // the closing tag is coloured like any other
-        if (!Start(Tag)) return false;
-        machine.TakeTo(machine.at + std::size(PhpEnd) - 1);
-        return true;
-    }
-
     HtmlEngine& engine;
     RunList& runs;
     const Char* text;
@@ -118,6 +119,32 @@ private:
     HtmlEngine& engine;
     const Char* text;
     uint32_t length;
+};
+
+// Carries the state through one line as colouring does.
+class HtmlEngine::LineScanning {
+public:
+    static constexpr bool TagNameEndsAtLineFeed = false;
+
+    explicit LineScanning(HtmlEngine& owner) : engine(owner) {}
+
+    bool Start(uint32_t) { return true; }
+    uint32_t Kind() const { return RunList::NoKind; }
+    void Take(size_t) {}
+
+    bool Embedded(HtmlMachine<LineScanning>& machine) {
+        SyntaxEngine* inner = engine.InnerEngine(machine.state);
+        if (!inner) return false;
+        uint32_t stopped = 0;
+        const auto left = static_cast<uint32_t>(machine.end - machine.at);
+        const uint32_t innerState = inner->ScanLinesToEnd(machine.at, left, InnerState(machine.state), stopped);
+        machine.at += stopped;
+        machine.state = EmbeddedState(machine.state, innerState);
+        return stopped == left || EndOfCode(machine, *this);
+    }
+
+private:
+    HtmlEngine& engine;
 };
 
 HtmlEngine::HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth)
@@ -165,6 +192,27 @@ uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start
     machine.Run();
     stopped = static_cast<uint32_t>(machine.at - text);
     return machine.state;
+}
+
+uint32_t HtmlEngine::ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) {
+    const Char* at = text;
+    const Char* const end = text + length;
+    state = KnownState(state);
+    // The state says no more about the tag that it may stand in.
+    uint32_t tagState = state == ScriptTag ? ScriptTag : Tag;
+    while (at < end) {
+        const Char* lineEnd = at + Scan::FindLineFeed(at, static_cast<size_t>(end - at));
+        if (lineEnd < end) ++lineEnd;
+        LineScanning output(*this);
+        HtmlMachine<LineScanning> machine(output, tagStart, at, lineEnd, state, tagState);
+        const bool done = machine.Run();
+        at = machine.at;
+        state = machine.state;
+        tagState = machine.returnState;
+        if (!done) break;
+    }
+    stopped = static_cast<uint32_t>(at - text);
+    return state;
 }
 
 void HtmlEngine::SetHighlight(uint32_t index, const HighlightRange* range) {

@@ -38,10 +38,12 @@ public:
     bool MayChangeState(const Char*, uint32_t) override { return true; }
     void SetHighlight(uint32_t index, const HighlightRange* range) override;
     const Char* BraceCharacters() const override { return u"{}()[]<>"; }
+    uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) override;
 
 private:
     class Colouring;
     class Scanning;
+    class LineScanning;
 
     ~HtmlEngine() override;
     // The engine of the embedded code that `state` stands in, made on first need; null without memory.

@@ -87,6 +87,10 @@ void KeywordSet::SortIntoBuckets() {
         buckets[index].seconds |= uint64_t{1} << (entry.key & 63);
         buckets[index].wordLengths |= uint64_t{1} << LengthBit(entry.key >> 32);
         beginsBeyondAscii = beginsBeyondAscii || entry.text[0] > 127;
+        for (uint32_t k = 1; k < entry.length; ++k) {
+            const uint32_t inner = InnerIndex(entry.text[k]);
+            held[inner / 64] |= uint64_t{1} << (inner % 64);
+        }
     }
     for (uint32_t bucket = 0; bucket < BucketCount; ++bucket) buckets[bucket + 1].first += buckets[bucket].first;
 }

@@ -40,6 +40,9 @@ public:
     bool CanBegin(Char c) const;
     // Whether some keyword begins with a character that is not ASCII.
     bool CanBeginBeyondAscii() const { return beginsBeyondAscii; }
+    // Whether some keyword holds `c` behind its first character, letter case aside. All characters beyond
+    // ASCII are one.
+    bool HoldsBehindFirst(Char c) const { return held[InnerIndex(c) / 64] >> (InnerIndex(c) % 64) & 1; }
 
     // The entries of one bucket, in ascending order.
     uint32_t EntryCount(uint32_t bucket) const { return buckets[bucket + 1].first - buckets[bucket].first; }
@@ -56,6 +59,7 @@ private:
     };
 
     explicit KeywordSet(bool isCaseSensitive) : caseSensitive(isCaseSensitive) {}
+    static uint32_t InnerIndex(Char c) { return c < 128 ? Text::FoldCase(c) : 128; }
     bool TakeWords(const Char* list, uint32_t wordCount);
     void SortIntoBuckets();
     Char Fold(Char c) const { return caseSensitive ? c : Text::FoldCase(c); }
@@ -65,6 +69,7 @@ private:
 
     bool caseSensitive;
     bool beginsBeyondAscii = false;
+    uint64_t held[3] = {}; // a bit for every InnerIndex
     Char* words = nullptr; // one block, every word terminated
     Entry* entries = nullptr;
     uint32_t entryCount = 0;

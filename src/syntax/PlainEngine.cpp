@@ -16,3 +16,8 @@ uint32_t PlainEngine::ScanState(const Char*, uint32_t length, uint32_t, uint32_t
     stopped = length;
     return 0;
 }
+
+uint32_t PlainEngine::ScanLinesToEnd(const Char* text, uint32_t length, uint32_t, uint32_t& stopped) {
+    stopped = static_cast<uint32_t>(endSearch.Find(text, text + length) - text);
+    return 0;
+}

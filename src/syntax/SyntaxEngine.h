@@ -46,12 +46,6 @@ public:
     // the scan ended.
     virtual uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state,
                                uint32_t& stopped) = 0;
-    // The state behind `length` characters of whole lines, as colouring them in turn would give it:
-    // where ScanState lets something go on over a line end that colouring ends there, this does too.
-    virtual uint32_t ScanLines(const Char* text, uint32_t length, uint32_t state) {
-        uint32_t stopped = 0;
-        return ScanState(text, length, 0, state, stopped);
-    }
     // Whether a line with this text may change the states of the lines after it.
     virtual bool MayChangeState(const Char* text, uint32_t length) = 0;
     // Sets highlight 0 or 1, or clears it when `range` is null; other indices are ignored.
@@ -60,6 +54,16 @@ public:
     virtual bool SetEndMarker(const Char* marker) = 0;
     // Each opening bracket followed by its closing one.
     virtual const Char* BraceCharacters() const = 0;
+    // The state behind `length` characters of whole lines, as colouring them in turn gives it. ScanState
+    // is not that exact: it lets a string go on over a line end, or tries comment starts in another
+    // order. `stopped` is where the end marker stands, or `length`.
+    virtual uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) {
+        return ScanState(text, length, 0, state, stopped);
+    }
+    uint32_t ScanLines(const Char* text, uint32_t length, uint32_t state) {
+        uint32_t stopped = 0;
+        return ScanLinesToEnd(text, length, state, stopped);
+    }
 
 protected:
     ~SyntaxEngine() = default;

@@ -25,8 +25,7 @@ ExportResult WalkColouredText(TextBuffer& document, uint32_t from, uint32_t to, 
     SyntaxEngine* engine = document.Engine();
     const Char* text = document.Content();
     if (!engine || !text) return ExportResult::NoColours;
-    uint32_t stopped = 0;
-    uint32_t state = engine->ScanState(text, from, 0, 0, stopped);
+    uint32_t state = engine->ScanLines(text, from, 0);
     uint32_t lineStart = 0;
     document.OffsetToLine(from, lineStart);
     for (bool first = true; lineStart < to; first = false) {

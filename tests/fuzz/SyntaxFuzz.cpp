@@ -41,8 +41,8 @@ void CheckLine(const ColouredLine& line, uint32_t coloured, uint32_t length) {
     Require(sum == coloured && coloured <= length);
 }
 
-// Colours line by line; every line stands in a block of its own size.
-void ColourLines(SyntaxEngine& engine, const std::u16string& text, bool hasMarker) {
+// Colours line by line, every line in a block of its own size. Returns the state behind the last one.
+uint32_t ColourLines(SyntaxEngine& engine, const std::u16string& text, bool hasMarker) {
     uint32_t state = 0;
     for (size_t start = 0; start < text.size();) {
         const size_t end = std::min(text.find(u'\n', start), text.size() - 1) + 1;
@@ -56,6 +56,7 @@ void ColourLines(SyntaxEngine& engine, const std::u16string& text, bool hasMarke
         Require(state <= LastState);
         start = end;
     }
+    return state;
 }
 
 void ScanAll(SyntaxEngine& engine, const std::u16string& text) {
@@ -76,7 +77,8 @@ void ScanAll(SyntaxEngine& engine, const std::u16string& text) {
 void TryEngine(const Char* name, const std::u16string& marker, const std::u16string& text) {
     SyntaxEngine* engine = ChooseEngine(name, u"C:\\a.q");
     Require(engine);
-    ColourLines(*engine, text, false);
+    const uint32_t state = ColourLines(*engine, text, false);
+    Require(engine->ScanLines(text.data(), static_cast<uint32_t>(text.size()), 0) == state);
     Require(engine->SetEndMarker(marker.c_str()));
     for (uint32_t i = 0; i + 1 < marker.size() && i < 2; ++i) {
         const HighlightRange range = {marker[i], marker[i + 1], 1, 2, NoFill};

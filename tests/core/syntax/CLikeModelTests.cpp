@@ -251,6 +251,35 @@ TEST_F(CLikeModel, ScanningWholeLinesEqualsColouringThemInTurn) {
     }
 }
 
+TEST_F(CLikeModel, ScanningWholeLinesFollowsColouringWhateverTheMarkers) {
+    Random random(48);
+    for (int round = 0; round < 1500; ++round) {
+        Rules rules = MakeRules(random);
+        Load(rules.Section());
+        const EngineHandle engine = Choose(u"q");
+        for (int repeat = 0; repeat < 8; ++repeat) {
+            const std::u16string text = Word(random, 200, Letters);
+            const auto length = static_cast<uint32_t>(text.size());
+            for (const uint32_t state : {0u, 1u}) {
+                ASSERT_EQ(engine->ScanLines(text.data(), length, state), CarryState(*engine, text, state))
+                    << Readable(rules.Section().data(), rules.Section().size()) << Readable(text.data(), text.size());
+            }
+        }
+        // The end marker ends both at the same place.
+        ASSERT_TRUE(engine->SetEndMarker(rules.endMarker.c_str()));
+        for (int repeat = 0; repeat < 8; ++repeat) {
+            std::u16string text = Word(random, 40, Letters);
+            std::replace(text.begin(), text.end(), u'\n', u' ');
+            const Painted painted = Paint(*engine, text);
+            uint32_t stopped = 0;
+            const auto length = static_cast<uint32_t>(text.size());
+            ASSERT_EQ(engine->ScanLinesToEnd(text.data(), length, 0, stopped), painted.state);
+            ASSERT_EQ(stopped, painted.coloured)
+                << Readable(rules.Section().data(), rules.Section().size()) << Readable(text.data(), text.size());
+        }
+    }
+}
+
 TEST_F(CLikeModel, ColouringTwiceGivesTheSame) {
     Random random(44);
     const EngineHandle engine = Choose(u"cpp");

@@ -81,6 +81,25 @@ TEST_F(CLikeScan, LineCommentsAreTriedBeforeLongOnes) {
     const EngineHandle engine = Custom(u"CommentStart=/\nLongCommentStart=/*\nLongCommentEnd=*/\n");
     EXPECT_EQ(ScanText(*engine, u"/* a\n"), (Scanned{0, 5}));
     EXPECT_EQ(Paint(*engine, u"/* a\n").state, 1u);
+    // What a view carries from line to line is what it paints.
+    EXPECT_EQ(engine->ScanLines(u"/* a\n", 5, 0), 1u);
+}
+
+TEST_F(CLikeScan, ScanningWholeLinesPassesOverWhatColouringTakesWhole) {
+    const auto lines = [](const std::u16string& keys, const std::u16string& text) {
+        const EngineHandle engine = Custom(keys);
+        return engine->ScanLines(text.data(), static_cast<uint32_t>(text.size()), 0);
+    };
+    const std::u16string words = u"LongCommentStart=BEGIN\nLongCommentEnd=END\n";
+    EXPECT_EQ(lines(words, u"xBEGIN\n"), 0u);
+    EXPECT_EQ(lines(words, u"x BEGIN\n"), 1u);
+    const std::u16string dots = u"LongCommentStart=..\nLongCommentEnd=,,\n";
+    EXPECT_EQ(lines(dots, u"1..5\n"), 0u);
+    EXPECT_EQ(lines(dots, u"x..5\n"), 1u);
+    Load(u"[Engine_Q]\nExtensions=q\nKeywords=don't a/*\nLongCommentStart=/*\nLongCommentEnd=*/\n");
+    const EngineHandle engine = Choose(u"q");
+    EXPECT_EQ(engine->ScanLines(u"don't /*\n", 9, 0), 1u);
+    EXPECT_EQ(engine->ScanLines(u"a/*\n", 4, 0), 0u);
 }
 
 TEST_F(CLikeScan, WordBoundaryOfLineComments) {

@@ -87,6 +87,45 @@ TEST_F(HtmlScan, ScanningEqualsCarryingTheStateFromLineToLine) {
     }
 }
 
+TEST_F(HtmlScan, ScanningWholeLinesComesOutOfAPlainInnerEngine) {
+    const auto lines = [&](const std::u16string& text, uint32_t state = 0) {
+        return html->ScanLines(text.data(), static_cast<uint32_t>(text.size()), state);
+    };
+    EXPECT_EQ(lines(u"<script>\nx\n</SCRIPT>\ny\n"), 0u);
+    EXPECT_EQ(lines(u"<script>\nx\n"), 14u);
+    EXPECT_EQ(lines(u"<?php\nx ?>\n<b \n"), 7u);
+    EXPECT_EQ(lines(u"x ?><!--\n", 16), 11u);
+    // A tag name takes its line feed, and quoted values end with their line.
+    EXPECT_EQ(lines(u"<a\n"), 6u);
+    EXPECT_EQ(lines(u"<a t=\"x\ny z\n"), 7u);
+    EXPECT_EQ(lines(u"<script\n src='a'>\n"), 14u);
+    EXPECT_EQ(lines(u" src='a'>\n", 13), 14u);
+    EXPECT_EQ(lines(u"a=b\n", 6), 6u);
+}
+
+TEST_F(HtmlScan, ScanningWholeLinesEqualsColouringThemInTurn) {
+    const std::u16string pieces[] = {u"<",      u">",    u"a",     u" ",       u"=",        u"\"",
+                                     u"'",      u"<!--", u"-->",   u"<script", u"<script>", u"</script",
+                                     u"<?php ", u"?>",   u"/*",    u"*/",      u"// it's",  u"<b c='d'>",
+                                     u"\t",     u"\\",   u"don't", u"int x;",  u"-",        u"<p>text</p>"};
+    Random random(49);
+    for (const bool inner : {false, true}) {
+        Load(inner ? Inner : u"");
+        for (int round = 0; round < 3000; ++round) {
+            std::u16string text;
+            for (uint32_t n = random.Below(60); n > 0; --n) {
+                text += pieces[random.Below(std::size(pieces))];
+                if (random.OneIn(5)) text += u'\n';
+            }
+            text += u'\n';
+            // What the engine coloured before would show in a tag.
+            const EngineHandle fresh = Choose(u"html");
+            ASSERT_EQ(fresh->ScanLines(text.data(), static_cast<uint32_t>(text.size()), 0), CarryState(*fresh, text))
+                << Readable(text.data(), text.size());
+        }
+    }
+}
+
 TEST_F(HtmlScan, EndsWithoutMemoryForAnInnerEngine) {
     const std::u16string text = u"<script>x</script>y";
     const uint64_t failures = FailEachAllocation([&] {

@@ -202,3 +202,13 @@ TEST(KeywordSet, ReportsMissingMemory) {
     });
     EXPECT_GE(failures, 3u);
 }
+
+TEST(KeywordSet, KnowsWhatItsWordsHoldBehindTheirFirstCharacter) {
+    const std::unique_ptr<KeywordSet> set(KeywordSet::Make(u"don't /x a-\u00FCb", true));
+    EXPECT_TRUE(set->HoldsBehindFirst(u'\''));
+    EXPECT_TRUE(set->HoldsBehindFirst(u'-'));
+    EXPECT_TRUE(set->HoldsBehindFirst(u'X'));
+    EXPECT_TRUE(set->HoldsBehindFirst(0x4E00)); // beyond ASCII all are one
+    EXPECT_FALSE(set->HoldsBehindFirst(u'/'));
+    EXPECT_FALSE(set->HoldsBehindFirst(u'a'));
+}

@@ -34,6 +34,15 @@ TEST_F(PlainEngine, ScanStopsAtTheLength) {
     EXPECT_EQ(ScanText(*engine, u"/* a\n"), (Scanned{0, 5}));
 }
 
+TEST_F(PlainEngine, ScanningWholeLinesStopsWhereColouringDoes) {
+    ASSERT_TRUE(engine->SetEndMarker(u"?>"));
+    uint32_t stopped = 0;
+    EXPECT_EQ(engine->ScanLinesToEnd(u"a\nb ?> c", 8, 0, stopped), 0u);
+    EXPECT_EQ(stopped, 4u);
+    EXPECT_EQ(engine->ScanLinesToEnd(u"a\nb", 3, 0, stopped), 0u);
+    EXPECT_EQ(stopped, 3u);
+}
+
 TEST_F(PlainEngine, NeverChangesState) { EXPECT_FALSE(MayChange(*engine, u"/* */ <script>")); }
 
 TEST_F(PlainEngine, HighlightsAreIgnored) {

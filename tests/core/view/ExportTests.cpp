@@ -118,6 +118,15 @@ TEST_F(ExportTest, ALongCommentFromAboveIsCarriedIn) {
     EXPECT_EQ(RichBody(5, 13), "{\\cf7 b */}{\\cf4  }{\\cf9 int}{\\cf4 }"); // the terminator
 }
 
+TEST_F(ExportTest, TheColoursAreThoseOfTheScreen) {
+    // An apostrophe left open ends with its line, as it does in the view.
+    Fill(u"don't\nint x", u"cpp");
+    EXPECT_EQ(RichBody(6, 9), "{\\cf9 int}{\\cf4 }");
+    // Behind a script that no engine colours, tags have their colours again.
+    Fill(u"<script>x\n</script>\n<b>", u"html");
+    EXPECT_EQ(RichBody(20, 23), "{\\cf9 <b>}{\\cf4 }");
+}
+
 TEST_F(ExportTest, HtmlHasFontsInAPre) {
     Fill(u"int x", u"cpp");
     EXPECT_EQ(Html(0, 5), "<pre>\n<font color=\"#0000ff\">int</font><font color=\"#000000\"> x</font></pre>");

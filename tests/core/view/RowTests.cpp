@@ -456,6 +456,38 @@ TEST_F(RowTest, AHundredThousandTabsHaveTheGuidesOfTheWindow) {
     EXPECT_EQ(Rows()[0].guides.size(), 19u); // every 32 pixels of 640, but for the first
 }
 
+// The way to a line.
+
+TEST_F(RowTest, HowAPlaceWasReachedDoesNotShow) {
+    // Markup with whole tags only: within one the engine also goes by what it coloured before.
+    const std::vector<std::u16string> code = {u"/*", u"*/",    u"int x;", u"\"", u"'",  u"// ",
+                                              u"\\", u"\"s\"", u"don't",  u"\n", u"\n", u" "};
+    const std::vector<std::u16string> markup = {u"<!--", u"-->",   u"<a b='c'>", u"<script>", u"</script>", u"<?php ",
+                                                u" ?>",  u"it's ", u"text ",     u"\n",       u"\n",        u"/*"};
+    Random random(23);
+    for (int round = 0; round < 60; ++round) {
+        const bool isCode = random.OneIn(2);
+        std::u16string text;
+        for (uint32_t n = 300; n > 0; --n) text += isCode ? random.Pick(code) : random.Pick(markup);
+        Fill(text, isCode ? u"cpp" : u"html");
+        for (int step = 0; step < 12; ++step) {
+            if (random.OneIn(3)) view().MoveCaret(random.Below(buffer().GetLineCount()), random.Below(5));
+            if (random.OneIn(3)) Type(random.OneIn(2) ? u"/*" : u"\"");
+            if (random.OneIn(3)) view().SetTopLine(random.Below(buffer().GetLineCount()));
+            Rows(0, 16 * static_cast<int32_t>(random.Below(10))); // or not down to the window's end
+        }
+        const uint32_t top = view().TopLine();
+        std::vector<std::string> shownRows;
+        for (const Row& row : Rows()) shownRows.push_back(row.runs);
+        // The same text in a document of its own, painted from its first line to its last.
+        Fill(Text(), isCode ? u"cpp" : u"html");
+        Resize(80, static_cast<int32_t>(buffer().GetLineCount()) + 20);
+        const auto all = Rows();
+        for (size_t i = 0; i < shownRows.size(); ++i)
+            ASSERT_EQ(shownRows[i], all[top + i].runs) << "round " << round << " line " << top + i;
+    }
+}
+
 // Limits.
 
 TEST_F(RowTest, WithoutFontOrTextNothingIsPainted) {
