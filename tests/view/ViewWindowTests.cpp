@@ -1,0 +1,252 @@
+// How a text view treats its window: class, attaching, messages, caret, scroll bars, input method.
+#include "TextViewTest.h"
+#include "support/FakeSurface.h"
+
+#include <imm.h>
+
+namespace {
+
+class ViewWindowTest : public TextViewTest {
+protected:
+    HWND Window() const { return view->GetWindow(); }
+    void FocusView() {
+        SetForegroundWindow(frame);
+        SetFocus(Window());
+        ASSERT_EQ(GetFocus(), Window());
+    }
+    static GUITHREADINFO ThreadInfo() {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof(info);
+        GetGUIThreadInfo(GetCurrentThreadId(), &info);
+        return info;
+    }
+    SCROLLINFO Bar(int bar) const {
+        SCROLLINFO info = {};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_ALL;
+        GetScrollInfo(Window(), bar, &info);
+        return info;
+    }
+    static std::u16string Lines(int count) { return std::u16string(static_cast<size_t>(count - 1), u'\n'); }
+};
+
+TEST_F(ViewWindowTest, TheClassIsAsDocumentsExpectIt) {
+    WNDCLASSEXW definition = {};
+    definition.cbSize = sizeof(definition);
+    ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), L"OrvaneView", &definition));
+    EXPECT_EQ(definition.style, 11u); // CS_VREDRAW, CS_HREDRAW, CS_DBLCLKS
+    EXPECT_EQ(definition.hCursor, LoadCursorW(nullptr, IDC_ARROW));
+    EXPECT_EQ(definition.hbrBackground, nullptr);
+    EXPECT_EQ(ViewClass::SingleLineFormat(), RegisterClipboardFormatW(L"orvane_singleline"));
+}
+
+TEST_F(ViewWindowTest, AttachingTakesAWindowOverAndDetachingGivesItBack) {
+    document = std::make_unique<TextDocument>(u"abc");
+    auto* made = static_cast<TextView*>((*document)->CreateView(nullptr)->AsView());
+    EXPECT_EQ(made->GetWindow(), nullptr);
+    const HWND pane = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL, 0, 0, 200,
+                                      100, frame, nullptr, GetModuleHandleW(nullptr), nullptr);
+    const LONG_PTR procedure = GetWindowLongPtrW(pane, GWLP_WNDPROC);
+    SetWindowLongPtrW(pane, GWLP_USERDATA, 42);
+    EXPECT_EQ(made->Attach(pane), static_cast<Document*>(&**document));
+    EXPECT_EQ(made->GetWindow(), pane);
+    EXPECT_EQ(GetWindowLongPtrW(pane, GWLP_USERDATA), reinterpret_cast<LONG_PTR>(static_cast<View*>(made)));
+    EXPECT_NE(GetWindowLongPtrW(pane, GWLP_WNDPROC), procedure);
+    EXPECT_EQ((*document)->ActiveView(), &made->Editor());
+    made->Detach();
+    EXPECT_EQ(made->GetWindow(), nullptr);
+    EXPECT_EQ(GetWindowLongPtrW(pane, GWLP_USERDATA), 42);
+    EXPECT_EQ(GetWindowLongPtrW(pane, GWLP_WNDPROC), procedure);
+    DestroyWindow(pane);
+    EXPECT_EQ(document->Text(), u"abc");
+}
+
+TEST_F(ViewWindowTest, AWindowThatIsDestroyedIsForgottenAndLayoutDoesNothing) {
+    Show(u"abc");
+    DestroyWindow(Window());
+    EXPECT_EQ(Window(), nullptr);
+    view->OnSize(3);
+    view->Invalidate();
+    view->SuspendRedraw(false);
+    view->SuspendRedraw(true);
+    Editor().MoveCaret(0, 2, false);
+    EXPECT_EQ(Editor().CaretColumn(), 2u);
+    EXPECT_EQ(document->Text(), u"abc");
+}
+
+TEST_F(ViewWindowTest, TheHostIsToldOfTheFocus) {
+    Show(u"abc");
+    FakeHost host;
+    EXPECT_EQ(view->SetHost(&host), 1u);
+    FocusView();
+    EXPECT_EQ(host.activations, 1);
+    EXPECT_EQ(host.status[StatusField::Line], u"\tLn 1");
+    EXPECT_EQ((*document)->EditLineNumber(), 0u); // the caret line is open
+    view->SetHost(nullptr);
+}
+
+TEST_F(ViewWindowTest, TheCaretIsThereWithTheFocusOnly) {
+    UseSettings(u"CaretWidth=3");
+    Show(u"abcdef\nabcdef\nabcdef");
+    SetFocus(nullptr);
+    EXPECT_EQ(ThreadInfo().hwndCaret, nullptr);
+    Editor().MoveCaret(2, 3, false);
+    FocusView();
+    const GUITHREADINFO info = ThreadInfo();
+    ASSERT_EQ(info.hwndCaret, Window());
+    EXPECT_EQ(info.rcCaret.left, ColumnX(3));
+    EXPECT_EQ(info.rcCaret.top, 2 * LineHeight());
+    EXPECT_EQ(info.rcCaret.right - info.rcCaret.left, 3);
+    EXPECT_EQ(info.rcCaret.bottom - info.rcCaret.top, LineHeight());
+    SetFocus(frame);
+    EXPECT_EQ(ThreadInfo().hwndCaret, nullptr);
+}
+
+TEST_F(ViewWindowTest, AChangedCaretWidthTakesEffectOnTheNextResize) {
+    Show(u"abc");
+    FocusView();
+    EXPECT_EQ(ThreadInfo().rcCaret.right - ThreadInfo().rcCaret.left, static_cast<LONG>(settings.CaretWidth));
+    settings.CaretWidth = 5;
+    SendMessageW(Window(), WM_SIZE, SIZE_RESTORED, 0);
+    EXPECT_EQ(ThreadInfo().rcCaret.right - ThreadInfo().rcCaret.left, 5);
+}
+
+TEST_F(ViewWindowTest, TheTextAreaShowsTheBeam) {
+    Show(u"abc");
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    SendMessageW(Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Window()), MAKELPARAM(HTVSCROLL, WM_MOUSEMOVE));
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_ARROW));
+    EXPECT_EQ(
+        SendMessageW(Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Window()), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)),
+        1);
+    EXPECT_EQ(GetCursor(), LoadCursorW(nullptr, IDC_IBEAM));
+}
+
+TEST_F(ViewWindowTest, TheClickThatActivatesTheFrameIsEaten) {
+    Show(u"abc");
+    const auto activate = [&] {
+        return SendMessageW(Window(), WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(frame),
+                            MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN));
+    };
+    FocusView();
+    EXPECT_NE(activate(), MA_ACTIVATEANDEAT);
+    const HWND other = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr, nullptr,
+                                       GetModuleHandleW(nullptr), nullptr);
+    SetFocus(other);
+    ASSERT_EQ(GetFocus(), other);
+    EXPECT_EQ(activate(), MA_ACTIVATEANDEAT);
+    DestroyWindow(other);
+}
+
+TEST_F(ViewWindowTest, TheBackgroundIsNeverErased) {
+    Show(u"abc");
+    const HDC memory = CreateCompatibleDC(nullptr);
+    const HDC screen = GetDC(nullptr);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 10, 10);
+    ReleaseDC(nullptr, screen);
+    const HGDIOBJ old = SelectObject(memory, bitmap);
+    SetPixel(memory, 5, 5, RGB(255, 0, 0));
+    EXPECT_NE(SendMessageW(Window(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(memory), 0), 0);
+    EXPECT_EQ(GetPixel(memory, 5, 5), RGB(255, 0, 0));
+    SelectObject(memory, old);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+}
+
+TEST_F(ViewWindowTest, TheBarsShowLinesAndPixels) {
+    Show(Lines(500));
+    const SCROLLINFO vertical = Bar(SB_VERT);
+    EXPECT_EQ(vertical.nMin, 0);
+    EXPECT_EQ(vertical.nMax, 500);
+    EXPECT_EQ(vertical.nPage, static_cast<UINT>(Editor().VisibleLines()));
+    const SCROLLINFO horizontal = Bar(SB_HORZ);
+    EXPECT_EQ(horizontal.nMin, 0);
+    EXPECT_EQ(horizontal.nMax, 16384);
+    EXPECT_EQ(horizontal.nPage, static_cast<UINT>(Editor().VisibleColumns() * Average()));
+    SendMessageW(Window(), WM_VSCROLL, SB_PAGEDOWN, 0);
+    SendMessageW(Window(), WM_VSCROLL, SB_LINEDOWN, 0);
+    EXPECT_EQ(Editor().TopLine(), static_cast<uint32_t>(Editor().VisibleLines()) + 1);
+    EXPECT_EQ(Bar(SB_VERT).nPos, Editor().VisibleLines() + 1);
+    SendMessageW(Window(), WM_VSCROLL, SB_BOTTOM, 0);
+    EXPECT_EQ(Bar(SB_VERT).nPos, static_cast<int>(Editor().TopLine()));
+    SendMessageW(Window(), WM_VSCROLL, SB_TOP, 0);
+    EXPECT_EQ(Editor().TopLine(), 0u);
+    SendMessageW(Window(), WM_HSCROLL, SB_LINERIGHT, 0);
+    EXPECT_EQ(Editor().HorizontalScroll(), Average());
+    EXPECT_EQ(Bar(SB_HORZ).nPos, Average());
+}
+
+// The system clamps a position to the last page; the view must agree with it.
+TEST_F(ViewWindowTest, TheViewStandsWhereTheSystemHoldsTheBar) {
+    Show(Lines(500));
+    SendMessageW(Window(), WM_VSCROLL, SB_BOTTOM, 0);
+    SCROLLINFO beyond = Bar(SB_VERT);
+    beyond.fMask = SIF_POS;
+    beyond.nPos = beyond.nMax;
+    SetScrollInfo(Window(), SB_VERT, &beyond, FALSE);
+    EXPECT_EQ(Bar(SB_VERT).nPos, static_cast<int>(Editor().TopLine()));
+}
+
+TEST_F(ViewWindowTest, ABarThatCannotScrollIsDisabledNotHidden) {
+    Show(u"a");
+    EXPECT_TRUE(GetWindowLongPtrW(Window(), GWL_STYLE) & WS_VSCROLL);
+    SCROLLBARINFO info = {};
+    info.cbSize = sizeof(info);
+    ASSERT_TRUE(GetScrollBarInfo(Window(), OBJID_VSCROLL, &info));
+    EXPECT_FALSE(info.rgstate[0] & STATE_SYSTEM_INVISIBLE);
+    EXPECT_GT(info.rcScrollBar.right, info.rcScrollBar.left);
+}
+
+TEST_F(ViewWindowTest, TheWheelTurnsTheFontWithCtrl) {
+    Show(Lines(500));
+    FakeHost host;
+    view->SetHost(&host);
+    const uint32_t size = settings.FontSize;
+    const int height = LineHeight();
+    SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    EXPECT_EQ(settings.FontSize, size + 1);
+    EXPECT_GE(LineHeight(), height);
+    EXPECT_EQ(host.status[StatusField::Message], u"Font Size: 11");
+    EXPECT_EQ(host.applied, std::vector<uint32_t>{1});
+    SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    UINT lines = 3;
+    SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+    EXPECT_EQ(Editor().TopLine(), lines);
+    view->SetHost(nullptr);
+}
+
+TEST_F(ViewWindowTest, CharactersAndKeysReachTheEditor) {
+    Show(u"abc");
+    FocusView();
+    SendMessageW(Window(), WM_KEYDOWN, VK_END, 1);
+    SendMessageW(Window(), WM_CHAR, L'd', 1);
+    EXPECT_EQ(document->Text(), u"abcd");
+    SendMessageW(Window(), WM_KEYUP, VK_END, 1);
+    EXPECT_EQ(Editor().CaretColumn(), 4u);
+}
+
+// The input method.
+
+TEST_F(ViewWindowTest, TheCompositionWindowStandsAtTheCaret) {
+    Show(u"abcdef\nabcdef\nabcdef");
+    FocusView();
+    Editor().MoveCaret(2, 3, false);
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    const HMODULE library = LoadLibraryW(L"imm32.dll");
+    ASSERT_NE(library, nullptr);
+    const auto find = [&](const char* name) { return reinterpret_cast<void*>(GetProcAddress(library, name)); };
+    const auto getContext = reinterpret_cast<decltype(&ImmGetContext)>(find("ImmGetContext"));
+    const auto releaseContext = reinterpret_cast<decltype(&ImmReleaseContext)>(find("ImmReleaseContext"));
+    const auto getForm = reinterpret_cast<decltype(&ImmGetCompositionWindow)>(find("ImmGetCompositionWindow"));
+    const HIMC context = getContext(Window());
+    ASSERT_NE(context, nullptr);
+    COMPOSITIONFORM form = {};
+    EXPECT_TRUE(getForm(context, &form));
+    EXPECT_EQ(form.dwStyle, static_cast<DWORD>(CFS_POINT));
+    EXPECT_EQ(form.ptCurrentPos.x, ColumnX(3));
+    EXPECT_EQ(form.ptCurrentPos.y, 2 * LineHeight());
+    releaseContext(Window(), context);
+    FreeLibrary(library);
+}
+
+} // namespace
