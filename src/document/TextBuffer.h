@@ -115,6 +115,10 @@ public:
         uint32_t count;
         bool matchCase;
         bool wholeWord;
+
+        // Positions to search between two reports of progress: a long pattern may have to be compared
+        // almost whole at every one of them.
+        uint32_t Slice() const;
     };
     // The first match that starts in [from, end) of the store; None32 without one. Commits nothing.
     uint32_t FindFrom(const Search& search, uint32_t from, uint32_t end) const;

@@ -6,11 +6,12 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr uint32_t SearchSlice = 1u << 24; // some milliseconds
-
-} // namespace
+uint32_t TextBuffer::Search::Slice() const {
+    constexpr uint32_t Most = 1u << 20;
+    constexpr uint32_t Least = 32;
+    constexpr uint32_t Comparisons = 1u << 26;
+    return std::clamp(Comparisons / (count + 1), Least, Most);
+}
 
 bool TextBuffer::IsWholeWordAt(uint32_t offset, uint32_t count) const {
     if (offset >= length) return false;
@@ -46,8 +47,9 @@ bool TextBuffer::FindText(const Char* pattern, uint32_t from, uint32_t end, bool
 // Slice by slice, so that a search through a very long text can be broken off.
 uint32_t TextBuffer::FindSliced(const Search& search, uint32_t from, uint32_t end, SearchProgress* progress,
                                 bool& broken) const {
+    const uint32_t slice = search.Slice();
     while (from < end && !broken) {
-        const uint32_t stop = end - from > SearchSlice ? from + SearchSlice : end;
+        const uint32_t stop = end - from > slice ? from + slice : end;
         const uint32_t at = FindFrom(search, from, stop);
         if (at != None32) return at;
         from = stop;
@@ -58,8 +60,9 @@ uint32_t TextBuffer::FindSliced(const Search& search, uint32_t from, uint32_t en
 
 uint32_t TextBuffer::FindSlicedBelow(const Search& search, uint32_t from, uint32_t lowest, SearchProgress* progress,
                                      bool& broken) const {
+    const uint32_t slice = search.Slice();
     while (from > lowest && !broken) {
-        const uint32_t stop = from - lowest > SearchSlice ? from - SearchSlice : lowest;
+        const uint32_t stop = from - lowest > slice ? from - slice : lowest;
         const uint32_t at = FindBelow(search, from, stop);
         if (at != None32) return at;
         from = stop;

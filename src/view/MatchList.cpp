@@ -2,12 +2,6 @@
 
 #include "base/Text.h"
 
-namespace {
-
-constexpr uint32_t Slice = 1u << 24; // characters between two reports of progress
-
-} // namespace
-
 // Right behind a match its replacement is what stands before, and not the text that is still there.
 bool MatchList::Accepts(const TextBuffer& document, const TextBuffer::Search& search, uint32_t at) const {
     if (!search.wholeWord) return true;
@@ -23,9 +17,10 @@ MatchResult MatchList::Gather(const TextBuffer& document, const TextBuffer::Sear
     const TextBuffer::Search anywhere = {search.pattern, search.count, search.matchCase, false};
     if (search.count == 0 || end - start < search.count) return MatchResult::Done;
     const uint32_t limit = end - search.count + 1; // no match may start here or behind
+    const uint32_t slice = search.Slice();
     uint32_t reported = start;
     for (uint32_t from = start; from < limit;) {
-        const uint32_t stop = limit - from > Slice ? from + Slice : limit;
+        const uint32_t stop = limit - from > slice ? from + slice : limit;
         const uint32_t at = document.FindFrom(anywhere, from, stop);
         from = at == None32 ? stop : at + 1;
         if (at != None32 && Accepts(document, search, at)) {
@@ -35,7 +30,7 @@ MatchResult MatchList::Gather(const TextBuffer& document, const TextBuffer::Sear
             removed += search.count;
             from = lastEnd = at + search.count;
         }
-        if (from - reported < Slice) continue;
+        if (from - reported < slice) continue;
         reported = from;
         if (!progress.Continue(from, end)) return Fail(MatchResult::BrokenOff);
     }
