@@ -56,10 +56,11 @@ bool TextEditor::FindNext(bool backward) {
     // A NUL ends what is compared, and a text never holds one: such a pattern stands nowhere.
     const WString& wanted = findState.searchText;
     const bool searchable = !wanted.IsEmpty() && Text::Length(wanted.Text()) == wanted.Length();
-    if (searchable && findState.searchHistory.Add(wanted)) {
+    {
         LongOperation progress(surface);
         const uint32_t from = backward ? SelectionStart() : SelectionEnd();
-        success = document->FindText(wanted.Text(), from, TextLength(), findState.matchCase, findState.wholeWord,
+        success = searchable && findState.searchHistory.Add(wanted) &&
+                  document->FindText(wanted.Text(), from, TextLength(), findState.matchCase, findState.wholeWord,
                                      backward, found, wrapped, &progress);
     }
     ViewHost* host = surface.Host();

@@ -32,6 +32,7 @@ struct FindState {
     bool searchUp = false;
     bool matchCase = false;
     bool wholeWord = false;
+    bool brokenOff = false; // the last search was broken off by the user: it found nothing and proved nothing
 
     // Frees everything; for shutdown, before the heap goes.
     void Release();

@@ -3,8 +3,11 @@
 #include "base/Text.h"
 #include "base/WString.h"
 #include "view/EditorSurface.h"
+#include "view/FindState.h"
 
-LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {}
+LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {
+    findState.brokenOff = false;
+}
 
 LongOperation::~LongOperation() {
     if (!shown) return;
@@ -21,8 +24,8 @@ bool LongOperation::Continue(uint64_t done, uint64_t total) {
     WString message;
     if (percent != shownPercent && Text::AppendFormat(message, u"Searching: %u %%", percent)) Show(message.Text());
     shownPercent = percent;
-    brokenOff = surface.TakeEscape();
-    return !brokenOff;
+    findState.brokenOff = surface.TakeEscape();
+    return !findState.brokenOff;
 }
 
 void LongOperation::Show(const Char* message) {

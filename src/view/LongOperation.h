@@ -5,7 +5,7 @@
 class EditorSurface;
 
 // A search or replacement that may take long. After half a second it shows the wait cursor and how far
-// it has come; from then on Escape breaks it off.
+// it has come; from then on Escape breaks it off, which `findState` remembers.
 class LongOperation final : public SearchProgress {
 public:
     explicit LongOperation(EditorSurface& window);
@@ -14,7 +14,6 @@ public:
     LongOperation& operator=(const LongOperation&) = delete;
 
     bool Continue(uint64_t done, uint64_t total) override;
-    bool WasBrokenOff() const { return brokenOff; }
 
 private:
     void Show(const Char* message);
@@ -23,5 +22,4 @@ private:
     uint64_t started;
     bool shown = false;
     uint32_t shownPercent = None32;
-    bool brokenOff = false;
 };

@@ -2,12 +2,26 @@
 
 #include "base/win32/Windows.h"
 
+namespace {
+
+bool IsEscape(const MSG& message) { return message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE; }
+
+bool HasForeground() { return GetWindowThreadProcessId(GetForegroundWindow(), nullptr) == GetCurrentThreadId(); }
+
+bool NextKey(MSG& message) { return PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE); }
+
+} // namespace
+
 bool TakeQueuedEscape() {
     MSG message;
+    if (!NextKey(message)) return false;
+    // The queue cannot be looked at behind its first key. With Escape held down it has to be in there.
+    if (!IsEscape(message) && (GetAsyncKeyState(VK_ESCAPE) >= 0 || !HasForeground())) return false;
     bool escape = false;
-    while (PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE) && message.wParam == VK_ESCAPE) {
-        PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_REMOVE);
-        escape = true;
+    while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+        escape = escape || IsEscape(message);
+        // A key held down repeats itself.
+        if (escape && !(NextKey(message) && IsEscape(message))) break;
     }
     return escape;
 }

@@ -231,6 +231,11 @@ void EditorWindow::ShowContextMenu(int32_t x, int32_t y) {
 
 uint64_t EditorWindow::Ticks() const { return Platform::Ticks(); }
 
-void EditorWindow::SetWaitCursor(bool wait) { SetCursor(wait ? LoadCursorW(nullptr, IDC_WAIT) : beamCursor); }
+void EditorWindow::SetWaitCursor(bool wait) {
+    if (wait)
+        cursorBeforeWait = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    else
+        SetCursor(cursorBeforeWait);
+}
 
 bool EditorWindow::TakeEscape() { return TakeQueuedEscape(); }

@@ -62,4 +62,6 @@ private:
     void OnPaint();
     void OnWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
+
+    HCURSOR cursorBeforeWait = nullptr; // the pointer may be over a dialog
 };

@@ -16,8 +16,9 @@ void FillHistory(HWND combo, const History& history, const WString& text) {
     SetWindowTextW(combo, Wide(text.Text()));
 }
 
+// Who has ended the search knows that nothing was found.
 void TellNotFound(ViewHost* host, HWND dialog) {
-    if (host) host->ShowMessage(dialog, u"Text not found", MB_OK | MB_ICONINFORMATION);
+    if (host && !findState.brokenOff) host->ShowMessage(dialog, u"Text not found", MB_OK | MB_ICONINFORMATION);
 }
 
 class FindDialog final : public DialogBase {
