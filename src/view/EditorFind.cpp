@@ -74,7 +74,7 @@ bool TextEditor::FindNext(bool backward) {
 }
 
 bool TextEditor::ReplaceSelection(const Char* text, uint32_t length) {
-    if (!document || !HasSelection() || !document->BeginGroup()) return false;
+    if (!document || document->IsReadOnly() || !HasSelection() || !document->BeginGroup()) return false;
     const uint32_t start = SelectionStart();
     if (DeleteSelection() && document->InsertText(start, text, length) && document->EndGroup()) return true;
     document->AbandonGroup();

@@ -180,6 +180,16 @@ TEST_F(FindTest, WithoutASelectionThereIsNothingToReplace) {
     EXPECT_EQ(document->UndoSteps(), 0u);
 }
 
+// Not even an empty step comes of it, which would show the document as changed.
+TEST_F(FindTest, AReadOnlySelectionIsNotReplaced) {
+    Show(u"a^bc|d");
+    buffer().MarkAsOutput();
+    EXPECT_FALSE(view().ReplaceSelection(u"x", 1));
+    EXPECT_EQ(Marked(), "a^bc|d");
+    EXPECT_EQ(document->UndoSteps(), 0u);
+    EXPECT_FALSE(buffer().IsModified());
+}
+
 TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
     const uint64_t failures = FailEachAllocation([&] {
         {
@@ -226,4 +236,39 @@ TEST_F(FindTest, EscapeBreaksALongSearchOff) {
     EXPECT_FALSE(view().FindNext(false));
     EXPECT_EQ(view().SelectionAnchor(), 1u);
     EXPECT_EQ(view().CaretOffset(), 3u);
+}
+
+// Compared almost whole at every position, a long text is slow to look for: Escape is heard all the same.
+TEST_F(FindTest, ALongPatternIsSearchedForInSmallerSteps) {
+    const std::u16string pattern = std::u16string(1u << 12, u'x') + u'y';
+    Fill(std::u16string(1u << 16, u'x') + pattern);
+    SearchFor(pattern);
+    surface().tickStep = 600;
+    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(surface().everWaited);
+    surface().escapePressed = true;
+    view().SelectRange(5, 5);
+    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_EQ(view().CaretOffset(), 5u);
+    surface().escapePressed = true;
+    EXPECT_FALSE(view().FindNext(true));
+    EXPECT_EQ(view().CaretOffset(), 5u);
+}
+
+TEST_F(FindTest, ABrokenOffSearchIsNotTakenForAFailedOne) {
+    Fill(std::u16string((1u << 24) + 100, u'x') + u"ab");
+    SearchFor(u"ab");
+    surface().tickStep = 600;
+    surface().escapePressed = true;
+    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_TRUE(findState.brokenOff);
+    SearchFor(u"zz");
+    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(findState.brokenOff);
+    surface().escapePressed = true;
+    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_TRUE(findState.brokenOff);
+    SearchFor(u"");
+    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(findState.brokenOff);
 }
