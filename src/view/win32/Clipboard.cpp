@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int OpenAttempts = 10;
-constexpr DWORD OpenPause = 10; // milliseconds
+constexpr int OpenAttempts = 25;
+constexpr DWORD OpenPause = 20; // milliseconds
 
 // Another program may hold the clipboard for a moment; a short wait is better than a lost copy.
 bool Open(HWND owner) {
