@@ -1,4 +1,4 @@
-#include "app/AppTest.h"
+#include "app/EditTest.h"
 
 // Every editing key in the real program: the text, the caret and the clipboard after it.
 
@@ -67,32 +67,13 @@ constexpr KeyCase EditCases[] = {
     {L"abc", L"Shift+Right Z", 1, 2, L"zbc"},
 };
 
-std::wstring WithReturns(const std::wstring& text) {
-    std::wstring out;
-    for (const wchar_t unit : text) out += unit == L'\n' ? L"\r\n" : std::wstring(1, unit);
-    return out;
-}
-
-class EditKeyTest : public AppTest {
+class EditKeyTest : public EditTest {
 protected:
-    // A new document that holds the text, with the caret in front of it.
-    void Fill(const std::wstring& text) {
-        ASSERT_TRUE(clipboard::SetText(WithReturns(text)));
-        ASSERT_TRUE(editor.Keys(L"Ctrl+N Ctrl+V Ctrl+Home"));
-    }
-    void ExpectText(const std::wstring& text) {
-        ASSERT_TRUE(clipboard::Clear());
-        ASSERT_TRUE(editor.Keys(L"Ctrl+A Ctrl+C"));
-        const std::wstring expected = WithReturns(text);
-        window::WaitFor([&] { return clipboard::Text() == expected; });
-        EXPECT_EQ(clipboard::Text(), expected);
-    }
     void Run(const KeyCase& test) {
         SCOPED_TRACE(testing::Message() << "text " << testing::PrintToString(test.text) << ", keys " << test.keys);
         Fill(test.text);
         ASSERT_TRUE(editor.Keys(test.keys));
-        EXPECT_TRUE(editor.WaitForStatus(2, L"\tLn " + std::to_wstring(test.line)));
-        EXPECT_TRUE(editor.WaitForStatus(3, L"\tCol " + std::to_wstring(test.column)));
+        EXPECT_TRUE(WaitForCaret(test.line, test.column));
         ExpectText(test.result ? test.result : test.text);
     }
 };

@@ -1,7 +1,5 @@
 #include "app/Input.h"
 
-#include "base/win32/Windows.h"
-
 #include <sstream>
 #include <vector>
 
@@ -60,6 +58,15 @@ public:
             event.ki.dwFlags = KEYEVENTF_UNICODE | flags;
         }
     }
+    void Mouse(POINT place, DWORD buttons = 0) {
+        const auto share = [](LONG at, int pixels) { return (at * 65536 + 32768) / pixels; };
+        events.emplace_back();
+        INPUT& event = events.back();
+        event.type = INPUT_MOUSE;
+        event.mi.dx = share(place.x, GetSystemMetrics(SM_CXSCREEN));
+        event.mi.dy = share(place.y, GetSystemMetrics(SM_CYSCREEN));
+        event.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | buttons;
+    }
     void Send() { SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT)); }
 
 private:
@@ -105,6 +112,43 @@ DWORD WINAPI WatchKeyboard(void* ready) {
 }
 
 } // namespace
+
+void MoveMouse(POINT place) {
+    Events events;
+    events.Mouse(place);
+    events.Send();
+}
+
+void HoldLeftButton(POINT place) {
+    Events events;
+    events.Mouse(place);
+    events.Mouse(place, MOUSEEVENTF_LEFTDOWN);
+    events.Send();
+}
+
+void ReleaseLeftButton(POINT place) {
+    Events events;
+    events.Mouse(place, MOUSEEVENTF_LEFTUP);
+    events.Send();
+}
+
+void Click(POINT place, int times) {
+    Events events;
+    events.Mouse(place);
+    for (int i = 0; i < times; i++) {
+        events.Mouse(place, MOUSEEVENTF_LEFTDOWN);
+        events.Mouse(place, MOUSEEVENTF_LEFTUP);
+    }
+    events.Send();
+}
+
+void RightClick(POINT place) {
+    Events events;
+    events.Mouse(place);
+    events.Mouse(place, MOUSEEVENTF_RIGHTDOWN);
+    events.Mouse(place, MOUSEEVENTF_RIGHTUP);
+    events.Send();
+}
 
 OnlyOurs::OnlyOurs() {
     const HANDLE ready = CreateEventW(nullptr, TRUE, FALSE, nullptr);

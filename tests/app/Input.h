@@ -1,8 +1,10 @@
 #pragma once
 
+#include "base/win32/Windows.h"
+
 #include <string>
 
-// The keyboard, as a user strikes it. The keys go to whatever window has the focus.
+// Keyboard and mouse, as a user works them. The keys go to whatever window has the focus.
 namespace input {
 
 // Strikes keys named as in menus, separated by blanks: L"Ctrl+Shift+Home Delete F3". Names: the letters
@@ -14,6 +16,14 @@ bool Keys(const std::wstring& keys);
 // Types a text: keys of the keyboard layout where it has them, else as Unicode input. A line feed is
 // the Enter key, a tab the Tab key.
 void Type(const std::wstring& text);
+
+// The mouse. Places are those of the screen.
+void MoveMouse(POINT place);
+void HoldLeftButton(POINT place);
+void ReleaseLeftButton(POINT place);
+// Presses and releases a button `times` times, too fast for anything but a double click.
+void Click(POINT place, int times = 1);
+void RightClick(POINT place);
 
 // Keeps every key stroke that was not sent by a program out of the system while it lives: the user's hands,
 // and what Wine sends when a window that comes to the front takes over the state of the real keyboard (in
@@ -27,7 +37,7 @@ public:
 
 private:
     void* thread = nullptr;
-    unsigned long threadId = 0;
+    DWORD threadId = 0;
 };
 
 } // namespace input

@@ -1,0 +1,38 @@
+#include "app/EditTest.h"
+
+namespace {
+
+std::wstring WithReturns(const std::wstring& text) {
+    std::wstring out;
+    for (const wchar_t unit : text) out += unit == L'\n' ? L"\r\n" : std::wstring(1, unit);
+    return out;
+}
+
+} // namespace
+
+void EditTest::Fill(const std::wstring& text) {
+    const std::wstring before = editor.Title();
+    ASSERT_TRUE(editor.Keys(L"Ctrl+N"));
+    ASSERT_TRUE(window::WaitFor([&] { return editor.Title() != before; }));
+    // The clipboard is read by the time the title shows a change.
+    const std::wstring fresh = editor.Title();
+    ASSERT_TRUE(clipboard::SetText(WithReturns(text)));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+V Ctrl+Home"));
+    ASSERT_TRUE(text.empty() || window::WaitFor([&] { return editor.Title() != fresh; }));
+}
+
+void EditTest::ExpectText(const std::wstring& text) {
+    ASSERT_TRUE(clipboard::Clear());
+    ASSERT_TRUE(editor.Keys(L"Ctrl+A"));
+    ExpectSelection(text);
+}
+
+void EditTest::ExpectSelection(const std::wstring& text) {
+    ASSERT_TRUE(clipboard::Clear());
+    ASSERT_TRUE(editor.Keys(L"Ctrl+C"));
+    const std::wstring expected = WithReturns(text);
+    window::WaitFor([&] { return clipboard::Text() == expected; });
+    EXPECT_EQ(clipboard::Text(), expected);
+    // Without a selection the whole line would have been copied.
+    EXPECT_FALSE(clipboard::HasFormat(L"orvane_singleline"));
+}
