@@ -64,6 +64,20 @@ struct Stage {
     }
 };
 
+// Undoes and redoes the last step of both, twice.
+::testing::AssertionResult AgreeThroughUndo(Stage& one, Stage& other) {
+    for (int again = 0; again < 4; ++again) {
+        const bool undo = again % 2 == 0;
+        for (Stage* stage : {&one, &other}) undo ? stage->document->Undo() : stage->document->Redo();
+        const Seen seen = one.Look();
+        const Seen otherSeen = other.Look();
+        if (seen == otherSeen) continue;
+        return ::testing::AssertionFailure() << (undo ? "undone: " : "redone: ") << ::testing::PrintToString(seen)
+                                             << " and " << ::testing::PrintToString(otherSeen);
+    }
+    return ::testing::AssertionSuccess();
+}
+
 std::u16string RandomText(Random& random, uint32_t longest, const std::u16string& letters) {
     std::u16string text;
     for (uint32_t count = random.Below(longest + 1); count; --count) text += random.Pick(letters);
@@ -111,6 +125,16 @@ TEST_F(ReplaceAllTest, WithoutAnySearchTextNothingIsReplaced) {
     Show(u"a|bc");
     view().ReplaceAll(u"x", 1, false);
     EXPECT_EQ(Message(), "0 occurences replaced");
+}
+
+TEST_F(ReplaceAllTest, WhatStandsNowhereReplacesNothing) {
+    for (const std::u16string& pattern : {std::u16string(), std::u16string(u"abcd"), std::u16string(u"a\0b", 3)}) {
+        EXPECT_EQ(After(u"a|bc", pattern, u"x"), "a|bc") << pattern.size();
+        EXPECT_EQ(Message(), "0 occurences replaced");
+        EXPECT_EQ(After(u"^abc|", pattern, u"x", true), "^abc|") << pattern.size();
+        EXPECT_EQ(document->UndoSteps(), 0u);
+    }
+    EXPECT_EQ(After(u"|", u"a", u"x"), "|");
 }
 
 TEST_F(ReplaceAllTest, CaseAndWholeWordsAreHeeded) {
@@ -244,14 +268,7 @@ TEST_F(ReplaceAllTest, OnePassGivesWhatOneByOneGives) {
                   std::to_string(count) + " occurences replaced");
         ASSERT_EQ(single.Look(), bulk.Look());
         if (count == 0) continue;
-        for (int again = 0; again < 2; ++again) {
-            single.document->Undo();
-            bulk.document->Undo();
-            ASSERT_EQ(single.Look(), bulk.Look()) << "undone";
-            single.document->Redo();
-            bulk.document->Redo();
-            ASSERT_EQ(single.Look(), bulk.Look()) << "redone";
-        }
+        ASSERT_TRUE(AgreeThroughUndo(single, bulk));
     }
 }
 
@@ -282,13 +299,41 @@ TEST_F(ReplaceAllTest, IndentingInOnePassGivesWhatOneByOneGives) {
         editor.OnChar(u'\t');
         ASSERT_EQ(single.Look(), bulk.Look());
         if (bulk.document.UndoSteps() == 0) continue;
-        for (int again = 0; again < 2; ++again) {
-            single.document->Undo();
-            bulk.document->Undo();
-            ASSERT_EQ(single.Look(), bulk.Look()) << "undone";
-            single.document->Redo();
-            bulk.document->Redo();
-            ASSERT_EQ(single.Look(), bulk.Look()) << "redone";
-        }
+        ASSERT_TRUE(AgreeThroughUndo(single, bulk));
+    }
+}
+
+// With line breaks of every kind; a typed character is pending in half of the rounds.
+TEST_F(ReplaceAllTest, PastingGivesWhatTheSingleChangesGive) {
+    Random random(9);
+    for (int round = 0; round < 3000; ++round) {
+        const std::u16string text = RandomText(random, 40, u"ab \n");
+        const std::u16string pasted = RandomText(random, 12, u"xy\n");
+        const bool wholeLine = random.OneIn(2);
+        const bool shift = random.OneIn(2);
+        const bool pending = random.OneIn(2);
+        const std::u16string lineBreak = random.OneIn(3) ? u"\r" : random.OneIn(2) ? u"\r\n" : u"\n";
+        settings.PasteKeepSelection = random.Below(2);
+        Random first = random;
+        Random second = random;
+        Stage single(text, first);
+        Stage real(text, second);
+        random.Below(1000);
+        SCOPED_TRACE(Plain(text) + " <- " + Plain(pasted) + (wholeLine ? " line" : "") + (shift ? " shift" : ""));
+        for (const Stage* stage : {&single, &real})
+            if (pending && !stage->views[0]->editor.HasSelection()) stage->views[0]->editor.OnChar(u'z');
+
+        OneByOne::Paste(single.views[0]->editor, pasted, wholeLine, (settings.PasteKeepSelection != 0) != shift);
+        FakeSurface& surface = real.views[0]->surface;
+        surface.clipboard.clear();
+        for (const char16_t c : pasted) surface.clipboard += c == u'\n' ? lineBreak : std::u16string(1, c);
+        surface.clipboardHasText = true;
+        surface.clipboardWholeLine = wholeLine;
+        surface.shift = shift;
+        real.views[0]->editor.ExecuteCommand(ViewCommand::Paste);
+        ASSERT_EQ(single.Look(), real.Look());
+        ASSERT_EQ(single.document.UndoSteps(), real.document.UndoSteps());
+        if (real.document.UndoSteps() == 0) continue;
+        ASSERT_TRUE(AgreeThroughUndo(single, real));
     }
 }

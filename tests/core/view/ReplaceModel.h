@@ -75,4 +75,27 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
     view.SuspendRedraw(true);
 }
 
+// Of a text with line feeds only.
+inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, bool keepSelected) {
+    TextBuffer& document = *view.GetTextBuffer();
+    document.CommitEdit();
+    const auto length = static_cast<uint32_t>(text.size());
+    const bool grouped = view.SelectionStart() != view.SelectionEnd();
+    if (grouped) {
+        document.BeginGroup();
+        document.DeleteText(view.SelectionStart(), view.SelectionEnd() - view.SelectionStart());
+    }
+    const uint32_t caret = view.CaretOffset();
+    if (wholeLine) {
+        document.InsertText(document.LineToOffset(view.CaretLine()), text.data(), length);
+        uint32_t lineStart = 0;
+        const uint32_t line = document.OffsetToLine(caret + length, lineStart);
+        view.MoveCaret(line, caret + length - lineStart, false);
+    } else {
+        document.InsertText(caret, text.data(), length);
+        if (keepSelected && text.find(u'\n') != text.npos) view.SelectRange(caret, caret + length);
+    }
+    if (grouped) document.EndGroup();
+}
+
 } // namespace OneByOne
