@@ -1,9 +1,9 @@
+#include "BytesInUse.h"
 #include "Ratio.h"
 #include "SampleText.h"
 #include "document/TextBuffer.h"
 
 #include <cstdio>
-#include <malloc.h>
 #include <string>
 #include <unistd.h>
 
@@ -13,20 +13,14 @@ namespace {
 
 constexpr char In[] = "bench-memory.txt";
 
-// All that the program holds, in blocks of its heap and in those that the system maps for it.
-size_t BytesInUse() {
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-}
-
 void Measure(const char* name, const std::string& bytes) {
     Bench::WriteScratch(In, bytes.data(), bytes.size());
     const std::u16string path = Bench::ScratchPath(In);
-    const size_t before = BytesInUse();
+    const size_t before = Bench::BytesInUse();
     TextBuffer* document = new TextBuffer;
     document->AddRef();
     Bench::Check(document->Load(path.c_str(), false), "the file does not load");
-    const double used = static_cast<double>(BytesInUse() - before);
+    const double used = static_cast<double>(Bench::BytesInUse() - before);
     Bench::Report(name, used / (2.0 * document->Length()), 1.01);
     document->Release();
     unlink(Bench::ScratchName(In).c_str());

@@ -1,4 +1,5 @@
 #include "BenchSurface.h"
+#include "BytesInUse.h"
 #include "SampleDocument.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
@@ -18,6 +19,7 @@ namespace {
 constexpr double Replace = 1.5;
 constexpr double ReplaceBack = 0.5;
 constexpr double Indent = 0.3;
+constexpr double UndoMemory = 12; // bytes a replacement
 constexpr uint32_t IndentedLines = 100'000;
 
 bool IsWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '#'; }
@@ -73,8 +75,14 @@ void ReplaceAll(const std::string& original) {
     const auto undo = [&] { document->Undo(); };
     const auto redo = [&] { document->Redo(); };
     const std::u16string before(document->Content(), document->Length());
+    const size_t held = Bench::BytesInUse();
     replace();
     Bench::Check(document->Length() == sample.size() + count * 6, "the replaced text's length");
+    // The old words, which undoing brings back, and what the text has grown by: together the new words.
+    const size_t texts = count * longer.size() * sizeof(Char);
+    const double undoBytes = static_cast<double>(Bench::BytesInUse()) - static_cast<double>(held + texts);
+    Bench::Report("undo memory beside the texts, bytes a replacement", undoBytes / static_cast<double>(count),
+                  UndoMemory);
     undo();
     Bench::Check(std::equal(before.begin(), before.end(), document->Content()), "the text after undo");
     replace();
