@@ -176,6 +176,7 @@ void EditorWindow::ScrollPicture(int32_t pixels) {
     // Drawn straight, the guides stand on the first row only: rows depend on where they are.
     if (DrawsStraight() || !backBufferDc) return InvalidateAll();
     ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
+    ForgetCaretPlace();
 }
 
 void EditorWindow::UpdateNow() {

@@ -182,8 +182,9 @@ void View::ShowCaretAt(int x, int y, int lineHeight) {
     }
     if (!caretCreated) return;
     // Moving it to where it stands would cost as much as any other move.
-    if (!caretShown || caretPlace.x != x || caretPlace.y != y) SetCaretPos(x, y);
+    if (!caretShown || !caretPlaced || caretPlace.x != x || caretPlace.y != y) SetCaretPos(x, y);
     caretPlace = {x, y};
+    caretPlaced = true;
     if (!caretShown) caretShown = ::ShowCaret(window) != 0;
 }
 

@@ -76,12 +76,15 @@ protected:
     POINT CaretPlace() const { return caretPlace; }
     // A caret of another width or height is needed: the next ShowCaretAt makes it anew.
     void ForgetCaret();
+    // The system has moved the caret, as it does together with a picture that scrolls.
+    void ForgetCaretPlace() { caretPlaced = false; }
 
 private:
     LRESULT OnSetCursor(WPARAM wparam, LPARAM lparam);
     LRESULT OnMouseActivate(WPARAM wparam, LPARAM lparam);
     HBITMAP previousBitmap = nullptr; // selected into the back-buffer DC when it was made
     POINT caretPlace = {};
+    bool caretPlaced = false; // the caret stands at that place
     int caretHeight = 0;
     int caretWidth = 0;
 };
