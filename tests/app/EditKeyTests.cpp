@@ -29,6 +29,8 @@ constexpr KeyCase MoveCases[] = {
     {L"a\nbc", L"Ctrl+End Ctrl+Home", 1, 1, Same},
     {L"a\nb\nc", L"PageDown", 3, 1, Same},
     {L"a\nb\nc", L"PageDown PageUp", 1, 1, Same},
+    {L"a\nb\nc", L"Ctrl+PageDown", 3, 1, Same},
+    {L"a\nb\nc", L"Ctrl+PageDown Ctrl+PageUp", 1, 1, Same},
     {L"    x", L"End Home", 1, 5, Same},
     {L"    x", L"End Home Home", 1, 1, Same},
     {L"a\nb\nc", L"Down Ctrl+F2 Down F2", 2, 1, Same},
@@ -38,6 +40,28 @@ constexpr KeyCase MoveCases[] = {
     {L"ab cd ab", L"Ctrl+F3 F3", 1, 9, Same},
     {L"ab cd ab", L"Ctrl+F3 F3 F3", 1, 3, Same},
     {L"ab cd ab", L"Ctrl+F3 Shift+F3", 1, 9, Same},
+    {L"ab cd ab", L"Ctrl+Shift+F3", 1, 9, Same},
+    {L"(a)b", L"Ctrl+]", 1, 3, Same},
+    {L"(a)b", L"Ctrl+] Ctrl+]", 1, 1, Same},
+};
+
+// What Shift selects is seen by deleting it.
+constexpr KeyCase SelectCases[] = {
+    {L"abc", L"End Shift+Left Delete", 1, 3, L"ab"},
+    {L"abc", L"Shift+Right Delete", 1, 1, L"bc"},
+    {L"ab cd", L"End Ctrl+Shift+Left Delete", 1, 4, L"ab "},
+    {L"ab cd", L"Ctrl+Shift+Right Delete", 1, 1, L" cd"},
+    {L"a\nb", L"Down Shift+Up Delete", 1, 1, L"b"},
+    {L"a\nb", L"Shift+Down Delete", 1, 1, L"b"},
+    {L"a\nb", L"Ctrl+End Shift+PageUp Delete", 1, 2, L"a"},
+    {L"a\nb", L"Shift+PageDown Delete", 1, 1, L"b"},
+    {L"  ab", L"End Shift+Home Delete", 1, 3, L"  "},
+    {L"ab\nc", L"Shift+End Delete", 1, 1, L"\nc"},
+    {L"a\nbc", L"Down Right Ctrl+Shift+Home Delete", 1, 1, L"c"},
+    {L"a\nb", L"Right Ctrl+Shift+End Delete", 1, 2, L"a"},
+    {L"(a)b", L"Ctrl+Shift+] Delete", 1, 1, L")b"},
+    {L"ab\nc", L"Ctrl+A X", 1, 2, L"x"},
+    {L"ab cd", L"Shift+Right Shift+Escape Delete", 1, 1, L"b cd"},
 };
 
 constexpr KeyCase EditCases[] = {
@@ -69,6 +93,9 @@ constexpr KeyCase EditCases[] = {
 
 class EditKeyTest : public EditTest {
 protected:
+    bool WaitForCaretRow(int row, LONG height) const {
+        return window::WaitFor([&] { return Caret().top == row * height; });
+    }
     void Run(const KeyCase& test) {
         SCOPED_TRACE(testing::Message() << "text " << testing::PrintToString(test.text) << ", keys " << test.keys);
         Fill(test.text);
@@ -81,6 +108,32 @@ protected:
 TEST_F(EditKeyTest, MovingKeys) {
     ASSERT_TRUE(Start());
     for (const KeyCase& test : MoveCases) Run(test);
+}
+
+TEST_F(EditKeyTest, MovingKeysWithShift) {
+    ASSERT_TRUE(Start());
+    for (const KeyCase& test : SelectCases) Run(test);
+}
+
+TEST_F(EditKeyTest, ScrollingKeysMoveTheTextUnderTheCaret) {
+    ASSERT_TRUE(Start());
+    std::wstring text;
+    for (int line = 0; line < 200; line++) text += L"x\n";
+    Fill(text);
+    ASSERT_TRUE(WaitForCaret(1, 1));
+    const LONG height = Caret().bottom - Caret().top;
+    ASSERT_TRUE(editor.Keys(L"Down Down Ctrl+Down"));
+    EXPECT_TRUE(WaitForCaretRow(1, height));
+    EXPECT_TRUE(WaitForCaret(3, 1));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Down Ctrl+Down"));
+    EXPECT_TRUE(WaitForCaret(4, 1)); // it would have left the view
+    EXPECT_TRUE(WaitForCaretRow(0, height));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Up Ctrl+Up"));
+    EXPECT_TRUE(WaitForCaretRow(2, height));
+    EXPECT_TRUE(WaitForCaret(4, 1));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+T"));
+    EXPECT_TRUE(WaitForCaretRow(0, height));
+    EXPECT_TRUE(WaitForCaret(4, 1));
 }
 
 TEST_F(EditKeyTest, EditingKeys) {

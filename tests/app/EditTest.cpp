@@ -10,15 +10,26 @@ std::wstring WithReturns(const std::wstring& text) {
 
 } // namespace
 
+RECT EditTest::Caret() const {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(editor.Main(), nullptr), &info);
+    return info.rcCaret;
+}
+
 void EditTest::Fill(const std::wstring& text) {
+    // Commands, not keys: those are what is tested.
+    ASSERT_TRUE(window::WaitFor([this] { return editor.Title().ends_with(L" - Orvane"); }));
     const std::wstring before = editor.Title();
-    ASSERT_TRUE(editor.Keys(L"Ctrl+N"));
+    editor.Command(IDM_NEW);
     ASSERT_TRUE(window::WaitFor([&] { return editor.Title() != before; }));
-    // The clipboard is read by the time the title shows a change.
     const std::wstring fresh = editor.Title();
     ASSERT_TRUE(clipboard::SetText(WithReturns(text)));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+V Ctrl+Home"));
+    editor.Command(IDM_PASTE);
+    // The clipboard is read by the time the title shows a change.
     ASSERT_TRUE(text.empty() || window::WaitFor([&] { return editor.Title() != fresh; }));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Home"));
+    ASSERT_TRUE(WaitForCaret(1, 1));
 }
 
 void EditTest::ExpectText(const std::wstring& text) {

@@ -5,6 +5,8 @@
 // A test of editing: texts with line feeds only, put into new documents and read back by way of the clipboard.
 class EditTest : public AppTest {
 protected:
+    // The caret in the client area of its window.
+    RECT Caret() const;
     // A new document that holds the text, with the caret in front of it.
     void Fill(const std::wstring& text);
     void ExpectText(const std::wstring& text);

@@ -20,7 +20,7 @@ const KeyName KeyNames[] = {
     {L"Insert", VK_INSERT, true}, {L"Delete", VK_DELETE, true},   {L"Home", VK_HOME, true},
     {L"End", VK_END, true},       {L"PageUp", VK_PRIOR, true},    {L"PageDown", VK_NEXT, true},
     {L"Left", VK_LEFT, true},     {L"Right", VK_RIGHT, true},     {L"Up", VK_UP, true},
-    {L"Down", VK_DOWN, true},
+    {L"Down", VK_DOWN, true},     {L"]", VK_OEM_6, false},
 };
 
 bool IsExtended(WORD key) {

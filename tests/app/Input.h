@@ -9,7 +9,7 @@ namespace input {
 
 // Strikes keys named as in menus, separated by blanks: L"Ctrl+Shift+Home Delete F3". Names: the letters
 // and digits, F1 to F12, Enter Escape Tab Space Backspace Insert Delete Home End PageUp PageDown
-// Left Right Up Down Break. A name of its own with a leading "+" (L"+Ctrl") presses only, with a
+// Left Right Up Down Break ]. A name of its own with a leading "+" (L"+Ctrl") presses only, with a
 // leading "-" (L"-Ctrl") releases only. False for an unknown name.
 bool Keys(const std::wstring& keys);
 

@@ -13,22 +13,15 @@ protected:
     void Show(const std::wstring& text) {
         Fill(text);
         ASSERT_TRUE(WaitForCaret(1, 1));
-        ASSERT_TRUE(window::WaitFor([this] { return editor.Focus() && CaretArea().bottom > 0; }));
-        const RECT first = CaretArea();
+        ASSERT_TRUE(window::WaitFor([this] { return editor.Focus() && Caret().bottom > 0; }));
+        const RECT first = Caret();
         ASSERT_TRUE(editor.Keys(L"Right"));
-        ASSERT_TRUE(window::WaitFor([&] { return CaretArea().left > first.left; }));
-        width = CaretArea().left - first.left;
+        ASSERT_TRUE(window::WaitFor([&] { return Caret().left > first.left; }));
+        width = Caret().left - first.left;
         origin = {first.left, first.top};
         height = first.bottom - first.top;
         ASSERT_TRUE(editor.Keys(L"Left"));
         ASSERT_TRUE(WaitForCaret(1, 1));
-    }
-    // In the client area of the view.
-    RECT CaretArea() const {
-        GUITHREADINFO info = {};
-        info.cbSize = sizeof info;
-        GetGUIThreadInfo(GetWindowThreadProcessId(editor.Main(), nullptr), &info);
-        return info.rcCaret;
     }
     POINT OnScreen(LONG x, LONG y) const {
         POINT place = {x, y};
