@@ -4,7 +4,8 @@
 
 // Measures by comparison: a bench times a candidate against a reference in the same run, because
 // machines differ and times alone say little. A time is what the process spends on a processor, in the
-// program and in the system for it, so that what else runs on the machine counts little.
+// program and in the system for it, so that what else runs on the machine counts little; on Windows, whose
+// processor times are coarse, it is what passes on the clock.
 namespace Bench {
 
 using Action = std::function<void()>;
