@@ -77,14 +77,15 @@ void CLikeEngine::AddMarker(const WString& marker, bool bothCases) {
     scanStops.Add(marker[0], bothCases);
 }
 
-const Char* CLikeEngine::AfterLineCommentStart(const Char* at, const Char* end) const {
+bool CLikeEngine::LineCommentStartsAt(const Char* at, const Char* end, uint32_t& markerLength) const {
     for (uint32_t i = 0; i < definition.lineCommentCount; ++i) {
         const LineCommentStart& start = definition.lineComments[i];
         if (!MarkerAt(at, end, start.marker, foldCase)) continue;
-        const Char* after = at + start.marker.Length();
-        if (!start.wordBoundary || after == end || !Text::IsAsciiLetter(*after)) return after;
+        markerLength = start.marker.Length();
+        const Char* after = at + markerLength;
+        if (!start.wordBoundary || after == end || !Text::IsAsciiLetter(*after)) return true;
     }
-    return nullptr;
+    return false;
 }
 
 // The end of the long comment that goes on at `at`; `end` and `inComment` set when it does not end.
@@ -196,7 +197,8 @@ bool CLikeEngine::CommentAt(Line& line, const Char* at, Piece& piece) const {
         piece = {end, definition.colours[LongCommentClass]};
         return true;
     }
-    if (!AfterLineCommentStart(at, line.end)) return false;
+    uint32_t markerLength = 0;
+    if (!LineCommentStartsAt(at, line.end, markerLength)) return false;
     piece = {line.end, definition.colours[CommentClass]};
     line.fill = piece.colours.background;
     return true;
@@ -282,8 +284,10 @@ template <bool LineByLine> bool CLikeEngine::ScanPieceAt(const Char*& at, const 
     }
     // Unlike colouring, the scan of any text looks for line comments before long ones and for the end
     // marker before strings.
-    if (const Char* after = AfterLineCommentStart(at, end)) {
-        at = after + ::Scan::FindLineFeed(after, static_cast<size_t>(end - after));
+    uint32_t markerLength = 0;
+    if (LineCommentStartsAt(at, end, markerLength)) {
+        at += markerLength;
+        at += ::Scan::FindLineFeed(at, static_cast<size_t>(end - at));
         if (at < end) ++at;
     } else if (!LineByLine && longCommentStart.At(at, end)) {
         at += longCommentStart.Length();

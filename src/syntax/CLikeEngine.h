@@ -45,8 +45,8 @@ private:
     void SetStops();
     bool EveryMarkerIsMet() const;
     void AddMarker(const WString& marker, bool bothCases);
-    // What follows the line-comment start at `at`; null when there is none.
-    const Char* AfterLineCommentStart(const Char* at, const Char* end) const;
+    // Whether a line comment starts at `at`, and the characters of its start.
+    bool LineCommentStartsAt(const Char* at, const Char* end, uint32_t& markerLength) const;
     const Char* AfterLongComment(const Char* at, const Char* end, bool& inComment) const;
 
     bool ColourPieces(Line& line, const Char*& at, RunList* out) const;
