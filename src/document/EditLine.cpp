@@ -42,6 +42,7 @@ bool TextBuffer::CommitEdit() {
 
     MarkCommitted(undoHead);
     MarkCommitted(redoHead);
+    MarkCommitted(asideHead);
     DropEditLine();
     editDirty = 0;
     TellTextChanged(editLineStart);
@@ -111,20 +112,13 @@ bool TextBuffer::NewLine(DocumentView* view, uint32_t column) {
     return BreakBeforeBlanks(view, column, blanks, offset, inserted);
 }
 
-// An Enter that also removes the blanks behind the caret. What can be redone is kept aside until all
-// has worked, so that a failure half-way leaves it too.
+// An Enter that also removes the blanks behind the caret.
 bool TextBuffer::BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, uint32_t offset,
                                    const WString& inserted) {
     if (!CommitEdit() || !BeginGroup()) return false;
-    UndoRecord* undone = redoHead;
-    redoHead = nullptr;
-    if (DeleteInEditLine(view, column, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) &&
-        EndGroup()) {
-        FreeRecords(undone);
+    if (DeleteInEditLine(view, column, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
         return true;
-    }
     AbandonGroup();
-    redoHead = undone;
     return false;
 }
 

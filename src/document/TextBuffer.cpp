@@ -40,9 +40,7 @@ void TextBuffer::Clear(bool destroyViews) {
     lineCache.Clear();
     if (run.process) EndRun();
     marks.Clear();
-    FreeRecords(undoHead);
-    FreeRecords(redoHead);
-    savedUndoHead = 0;
+    ForgetUndo();
     FreeStore();
     CloseEditLine();
 }

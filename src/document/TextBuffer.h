@@ -92,12 +92,13 @@ public:
 
     // Undo.
     bool PerformAndPush(UndoRecord* record); // takes ownership, also on failure
-    // What is pushed between the two is one step. A group that could not be begun must not be ended.
+    // What is pushed between the two is one step. A group that could not be begun must not be ended. On a
+    // read-only document both succeed and push nothing.
     bool BeginGroup();
     bool EndGroup();
     // Instead of EndGroup, when a part of the step has failed: takes back and forgets what was done since
-    // the innermost open BeginGroup. Needs no memory. What could be redone before the group's first
-    // change stays lost.
+    // the innermost open BeginGroup. Needs no memory. With no group left open, what could be redone before
+    // the first change can be redone again.
     void AbandonGroup();
     // One step back or forth; with nothing to undo (redo) a success. False without memory: the document
     // is then as it was.
@@ -193,6 +194,7 @@ private:
     // The pending edits at the head of the list now live in the store.
     static void MarkCommitted(UndoRecord* head);
     static void FreeRecords(UndoRecord*& head);
+    void ForgetUndo();
 
     // The last match that starts in [lowest, from).
     uint32_t FindBelow(const Search& search, uint32_t from, uint32_t lowest) const;
@@ -239,6 +241,8 @@ private:
     uint32_t editLineStoreLen = 0;
     UndoRecord* undoHead = nullptr;
     UndoRecord* redoHead = nullptr;
+    UndoRecord* asideHead = nullptr; // the redo list while a group that has changed something is open
+    uint32_t openGroups = 0;
     // Serial of the undo head at the last load or save, 0 for an empty list. A serial is never reused,
     // unlike the address of a freed record.
     uint32_t savedUndoHead = 0;

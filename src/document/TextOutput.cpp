@@ -59,9 +59,7 @@ void TextBuffer::ExtendEditLine(uint32_t from) {
 
 bool TextBuffer::EmptyAndResetUndo() {
     for (const ViewNode* node = views.head; node; node = node->next) node->view->MoveCaret(0, 0);
-    FreeRecords(undoHead);
-    FreeRecords(redoHead);
-    savedUndoHead = 0;
+    ForgetUndo();
     marks.Clear();
     lineCache.Clear();
     CloseEditLine();

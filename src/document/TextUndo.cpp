@@ -2,6 +2,8 @@
 
 #include "document/TextBuffer.h"
 
+#include <utility>
+
 bool TextBuffer::PerformAndPush(UndoRecord* record) {
     // Pushed first: should performing it make a view open another line, the record is written back
     // together with the line it changed.
@@ -12,6 +14,8 @@ bool TextBuffer::PerformAndPush(UndoRecord* record) {
         delete record;
         return false;
     }
+    // Within a group the redo list is only put aside: the group may yet be abandoned.
+    if (openGroups && !asideHead) asideHead = std::exchange(redoHead, nullptr);
     FreeRecords(redoHead);
     NotifyModified();
     return true;
@@ -25,9 +29,19 @@ bool TextBuffer::PushMarker(uint32_t state) {
     return true;
 }
 
-bool TextBuffer::BeginGroup() { return PushMarker(UndoRecord::GroupBegin); }
+bool TextBuffer::BeginGroup() {
+    if (readOnly) return true;
+    if (!PushMarker(UndoRecord::GroupBegin)) return false;
+    ++openGroups;
+    return true;
+}
 
-bool TextBuffer::EndGroup() { return PushMarker(UndoRecord::GroupEnd); }
+bool TextBuffer::EndGroup() {
+    if (readOnly) return true;
+    if (!PushMarker(UndoRecord::GroupEnd)) return false;
+    if (openGroups && --openGroups == 0) FreeRecords(asideHead);
+    return true;
+}
 
 void TextBuffer::AbandonGroup() {
     for (uint32_t depth = 1; depth && undoHead;) {
@@ -43,6 +57,10 @@ void TextBuffer::AbandonGroup() {
         record->Undo();
         undoHead = record->next;
         delete record;
+    }
+    if (openGroups && --openGroups == 0 && asideHead) {
+        FreeRecords(redoHead);
+        redoHead = std::exchange(asideHead, nullptr);
     }
     NotifyModified();
 }
@@ -102,6 +120,14 @@ void TextBuffer::MarkCommitted(UndoRecord* head) {
     for (UndoRecord* record = head; record && record->state != UndoRecord::InStore; record = record->next) {
         if (record->state == UndoRecord::InEditLine) record->state = UndoRecord::InStore;
     }
+}
+
+void TextBuffer::ForgetUndo() {
+    FreeRecords(undoHead);
+    FreeRecords(redoHead);
+    FreeRecords(asideHead);
+    openGroups = 0;
+    savedUndoHead = 0;
 }
 
 void TextBuffer::FreeRecords(UndoRecord*& head) {

@@ -380,8 +380,11 @@ TEST_F(EditLineTest, EditsOfAReadOnlyDocumentSucceedAndChangeNothing) {
     EXPECT_TRUE(document->DeleteInEditLine(view, 0, 1));
     EXPECT_TRUE(document->InsertText(0, u"x", 1));
     EXPECT_TRUE(document->DeleteText(0, 1));
+    EXPECT_TRUE(document->BeginGroup());
+    EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(document.Text(), u"abc\n  ");
     EXPECT_EQ(document.UndoSteps(), 0u);
+    EXPECT_FALSE(document->IsModified());
     EXPECT_EQ(view->documentChanges, 0);
 }
 

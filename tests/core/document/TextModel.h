@@ -151,6 +151,8 @@ public:
 
     // Steps.
     void PushMarker(Record::Kind kind) {
+        if (kind == Record::Begin && groups == 0) redoBeforeGroup = redo;
+        groups += kind == Record::Begin ? 1 : -1;
         Record marker;
         marker.kind = kind;
         marker.id = ++lastId;
@@ -167,6 +169,7 @@ public:
             if (record.kind == Record::Edit) TakeBack(record);
             undo.pop_back();
         }
+        if (--groups == 0) redo = redoBeforeGroup;
         Commit();
     }
     void Save() {
@@ -180,6 +183,8 @@ public:
     std::set<uint32_t> marks;
     std::vector<Record> undo;
     std::vector<Record> redo;
+    std::vector<Record> redoBeforeGroup;
+    int groups = 0;
     Key active = nullptr;
 
 private:

@@ -357,6 +357,26 @@ TEST_F(UndoTest, AnAbandonedGroupLeavesNoTrace) {
     EXPECT_FALSE(document->IsModified());
 }
 
+TEST_F(UndoTest, AnAbandonedGroupBringsBackWhatCouldBeRedone) {
+    Start(u"one\ntwo");
+    Insert(0, u"x");
+    document->Undo();
+    document->BeginGroup();
+    Insert(0, u"abc\n");
+    document->BeginGroup();
+    document->DeleteText(0, 3);
+    document->AbandonGroup();
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Redo)) << "the outer group's change still stands";
+    document->AbandonGroup();
+    document->Redo();
+    EXPECT_EQ(document.Text(), u"xone\ntwo");
+    document->Undo();
+    document->BeginGroup();
+    Insert(0, u"abc\n");
+    document->EndGroup();
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
+}
+
 TEST_F(UndoTest, AGroupIsAbandonedWithoutMemory) {
     Start(u"one\ntwo");
     document->BeginGroup();

@@ -195,13 +195,25 @@ TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
         {
             FailurePause pause;
             Show(u"a^bc|d");
+            (*document)->InsertText(0, u"x", 1);
+            (*document)->Undo();
         }
         const bool done = view().ReplaceSelection(u"longer", 6);
         FailurePause pause;
         EXPECT_EQ(Marked(), done ? "alonger|d" : "a^bc|d");
+        EXPECT_EQ((*document)->CanDo(DocumentCommand::Redo), !done);
         return done;
     });
     EXPECT_GT(failures, 3u);
+}
+
+TEST_F(FindTest, AReadOnlyTextIsNotReplaced) {
+    Show(u"a^bc|d");
+    (*document)->MarkAsOutput();
+    view().ReplaceSelection(u"xyz", 3);
+    EXPECT_EQ(Marked(), "a^bc|d");
+    EXPECT_FALSE((*document)->IsModified());
+    EXPECT_FALSE((*document)->CanDo(DocumentCommand::Undo));
 }
 
 // Long searches.
