@@ -30,6 +30,38 @@ TEST(ChangeOnDisk, AFileThatAnotherProgramTouchedHasChangedUntilTheTimeIsMarked)
     EXPECT_TRUE(document->IsChangedOnDisk());
 }
 
+TEST(ChangeOnDisk, AWriteBeforeTheTimeWasMarkedIsNotAskedAbout) {
+    LoadedDocument document("text");
+    Touch(document.folder, -10s);
+    document->MarkFileTimeNow();
+    Touch(document.folder, -5s);
+    EXPECT_FALSE(document->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, AFailedSaveTakesTheNewTimeToo) {
+    LoadedDocument document("text");
+    Touch(document.folder, -60s);
+    ASSERT_TRUE(document->Reload());
+    static uint64_t calls;
+    calls = 0;
+    Platform::SetFileFailureHook([] { return ++calls == 2; }); // the write, after the file was opened
+    EXPECT_FALSE(document->Save(document->GetName(), Encoding::Keep, LineEnding::Keep));
+    Platform::SetFileFailureHook(nullptr);
+    EXPECT_FALSE(document->IsChangedOnDisk()) << "what the save did to the file is no outside change";
+}
+
+TEST(ChangeOnDisk, ATimeThatCannotBeReadAfterASaveStaysWhatItWas) {
+    LoadedDocument document("text");
+    Touch(document.folder, -60s);
+    ASSERT_TRUE(document->Reload());
+    static uint64_t calls;
+    calls = 0;
+    Platform::SetFileFailureHook([] { return ++calls == 4; }); // open, write, flush, open again
+    EXPECT_TRUE(document->Save(document->GetName(), Encoding::Keep, LineEnding::Keep));
+    Platform::SetFileFailureHook(nullptr);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+}
+
 TEST(ChangeOnDisk, AMarkedTimeAheadOfTheClockIsNotAskedAboutAgain) {
     LoadedDocument document("text");
     Touch(document.folder, 60s);

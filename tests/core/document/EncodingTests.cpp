@@ -76,6 +76,16 @@ TEST(RoundTrip, EveryUnitSurvivesInUtf16) {
         for (const uint32_t style : Styles) EXPECT_EQ(SaveAndLoad(text, encoding, style).text, text);
 }
 
+TEST(RoundTrip, ASignatureThatIsTextSurvivesInUtf16) {
+    for (const uint32_t encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian}) {
+        TextDocument document(u"\uFEFFab");
+        ScratchFolder folder;
+        ASSERT_TRUE(document->Save(folder.Path("file.txt").c_str(), encoding, LineEnding::Unix));
+        ASSERT_TRUE(document->Load(folder.Path("file.txt").c_str(), false));
+        EXPECT_EQ(document.Text(), u"\uFEFFab");
+    }
+}
+
 TEST(RoundTrip, Utf8ComesBackThroughTheAnsiPage) {
     const std::u16string text = u"na\u00EFve \u20AC\n";
     const Reloaded reloaded = SaveAndLoad(text, Encoding::Utf8, LineEnding::Unix);

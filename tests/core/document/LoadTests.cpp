@@ -1,4 +1,5 @@
 #include "LoadSaveSupport.h"
+#include "core/document/AnsiPage.h"
 #include "support/FailureInjection.h"
 #include "support/FakeView.h"
 
@@ -312,6 +313,42 @@ TEST(Load, ATextOfOnlyHighBytesOrReturnsHasNoBorderToStopAt) {
     EXPECT_EQ(LoadedDocument(std::string(10000, '\xE9')).Store(), Decoded(CodePage::Ansi, std::string(10000, '\xE9')));
     const std::string returns = "\xE9" + std::string(10000, '\r') + "\n";
     EXPECT_EQ(LoadedDocument(returns).Store(), Decoded(CodePage::Ansi, "\xE9") + std::u16string(10000, u'\n'));
+}
+
+TEST(Load, ALongTextInAPageOfSeveralBytesIsCutAtCharactersOnly) {
+    const Utf8IsAnsi page;
+    for (size_t shift = 0; shift < 4; ++shift) {
+        std::string bytes(shift, 'x');
+        std::u16string text(shift, u'x');
+        for (int i = 0; i < 3000; ++i) {
+            bytes += "\xE4\xB8\xAD\xF0\x9F\x98\x80";
+            text += u"\u4E2D\U0001F600";
+        }
+        LoadedDocument document(bytes);
+        EXPECT_EQ(document.Store(), text) << shift;
+    }
+}
+
+TEST(Reload, EveryAllocationAndFileCallFailsInTurn) {
+    const auto fails = [](auto failEach) {
+        return failEach([&] {
+            std::optional<LoadedDocument> document;
+            {
+                FailurePause pause;
+                document.emplace("old\ntext");
+                (*document)->InsertText(0, u"typed ", 6);
+                document->folder.Write("file.txt", "new");
+            }
+            const bool done = (*document)->Reload();
+            FailurePause pause;
+            EXPECT_EQ(document->Store(), done ? u"new" : u"typed old\ntext");
+            EXPECT_EQ((*document)->CanDo(DocumentCommand::Undo), !done);
+            document.reset();
+            return done;
+        });
+    };
+    EXPECT_GE(fails([](auto body) { return FailEachAllocation(body); }), 2u);
+    EXPECT_GE(fails([](auto body) { return FailEachFileCall(body); }), 3u);
 }
 
 TEST(Reload, ReadsTheFileAgainAndKeepsTheViews) {

@@ -50,6 +50,22 @@ TEST(Save, WritesTheTextInEachEncoding) {
                                                                  "a\xC3\xA9\xE2\x82\xAC");
 }
 
+TEST(Save, WhatAnEncodingCannotSayIsReplaced) {
+    // A question mark in a code page, the replacement character in UTF-8; UTF-16 keeps every unit.
+    EXPECT_EQ(SavedBytes(u"a\u4E2Db", Encoding::Ansi, LineEnding::Dos), "a?b");
+    const std::u16string lone = {u'a', Char{0xD800}, u'b', Char{0xDC00}};
+    EXPECT_EQ(SavedBytes(lone, Encoding::Utf8, LineEnding::Dos), "\xEF\xBB\xBF"
+                                                                 "a\xEF\xBF\xBD"
+                                                                 "b\xEF\xBF\xBD");
+    EXPECT_EQ(SavedBytes(lone, Encoding::UnicodeBigEndian, LineEnding::Dos), "\xFE\xFF" + BigEndian(lone));
+}
+
+TEST(Save, AnEncodingThatThereIsNotIsKeptOut) {
+    LoadedDocument document("text");
+    EXPECT_EQ(document.Saved(Encoding::Count), "text");
+    EXPECT_EQ(EncodingOf(*document), Encoding::Ansi);
+}
+
 TEST(Save, BigEndianLoadsBackAsTheSameText) {
     LoadedDocument document(SavedBytes(u"x\n\u1234\n", Encoding::UnicodeBigEndian, LineEnding::Unix));
     EXPECT_EQ(document.Store(), u"x\n\u1234\n");
