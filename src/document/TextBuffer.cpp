@@ -74,6 +74,12 @@ void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
 
 void TextBuffer::ChooseOwnEngine() { AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text())); }
 
+bool TextBuffer::SetEngineName(const Char* name) {
+    if (!engineName.Assign(name)) return false;
+    ResetSyntaxEngine();
+    return true;
+}
+
 void TextBuffer::OnSettingsChanged(uint32_t flags) {
     if (flags & SettingsChanged::Engine) ChooseOwnEngine();
 }

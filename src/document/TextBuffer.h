@@ -147,6 +147,9 @@ public:
     // Colouring. The document takes over one reference and releases the engine it had.
     SyntaxEngine* Engine() const { return engine; }
     void AttachEngine(SyntaxEngine* newEngine);
+    // From now on the engine of that name, whatever the path (empty: by the path again), and repaints. False
+    // without memory.
+    bool SetEngineName(const Char* name);
 
     // Output of commands. Appends text as it is (line breaks normalised in place in `added`).
     bool AppendOutputText(Char* added);

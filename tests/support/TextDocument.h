@@ -22,7 +22,6 @@ struct TextBufferProbe {
     static uint32_t Capacity(const TextBuffer& document) { return document.capacity; }
     static OutputRun& Run(TextBuffer& document) { return document.run; }
     static void MarkSaved(TextBuffer& document) { document.savedUndoHead = document.HeadSerial(); }
-    static void SetEngineName(TextBuffer& document, const Char* name) { document.engineName.Assign(name); }
 };
 
 // A document that the test owns.

@@ -186,7 +186,7 @@ bool MainFrame::SaveDocumentAs(Document& document, bool askForName) {
     // Bytes are always written back into their own file, whatever name was chosen.
     if (asks && !document.IsBinary() && document.SetPath(choice.path.Text())) {
         document.SetTitle(u"");
-        document.ResetSyntaxEngine();
+        static_cast<TextBuffer&>(document).SetEngineName(u"");
     }
     DocumentChanged(&document);
     return true;

@@ -220,9 +220,12 @@ TEST(TextBuffer, TheEngineIsChosenByItsNameOrElseByThePath) {
     document->SetPath(u"a.html");
     document->ResetSyntaxEngine();
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]<>");
-    TextBufferProbe::SetEngineName(*document, u"cpp");
-    document->ResetSyntaxEngine();
+    ASSERT_TRUE(document->SetEngineName(u"cpp"));
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]");
+    document->OnSettingsChanged(SettingsChanged::Engine); // does not undo the choice
+    EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]");
+    ASSERT_TRUE(document->SetEngineName(u""));
+    EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]<>");
     document->AttachEngine(nullptr);
     ReleaseEngineDefinitions();
 }
