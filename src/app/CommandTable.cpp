@@ -29,8 +29,7 @@ void ChangeDirectory(CommandTarget& frame, const Char* argument) {
 }
 
 void SetSetting(CommandTarget& frame, const Char* argument) {
-    ExecuteSetOption(argument);
-    if (*argument) frame.ReapplySettings();
+    if (ExecuteSetOption(argument)) frame.ReapplySettings();
 }
 
 void SetEngine(CommandTarget& frame, const Char* argument) {

@@ -55,8 +55,10 @@ bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool
     Path::RemoveLastComponent(opening.directory);
     Platform::FileSearch search;
     if (search.First(plain.Text())) return OpenMatches(opening, search);
-    // Without a question the directory itself is tried, and fails like any path that cannot be read.
-    return askToCreate ? OpenNew(opening, plain.Text()) : Open(opening, u"", false);
+    if (askToCreate) return OpenNew(opening, plain.Text());
+    // Without a question the directory itself is tried, where the name has one, and fails like any path that
+    // cannot be read.
+    return Open(opening, opening.directory.IsEmpty() ? plain.Text() : u"", false);
 }
 
 SelectedFiles::SelectedFiles(const Char* result) : directory(u""), position(result) {

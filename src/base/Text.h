@@ -12,6 +12,11 @@ constexpr bool IsDigit(Char c) { return c >= u'0' && c <= u'9'; }
 constexpr bool IsAsciiLetter(Char c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 // Space and tab, nothing else.
 constexpr bool IsBlank(Char c) { return c == u' ' || c == u'\t'; }
+// Blanks or nothing up to the NUL.
+constexpr bool IsBlankText(const Char* text) {
+    while (IsBlank(*text)) ++text;
+    return *text == 0;
+}
 // The word characters of searching, typing, keywords and caret moves.
 constexpr bool IsWordChar(Char c) { return IsDigit(c) || IsAsciiLetter(c) || c == u'_' || c == u'#'; }
 constexpr Char FoldCase(Char c) { return c >= u'A' && c <= u'Z' ? static_cast<Char>(c + 32) : c; }

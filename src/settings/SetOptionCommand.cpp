@@ -23,14 +23,15 @@ bool ReadToken(const Char*& cursor, WString& token, bool& closed) {
 
 } // namespace
 
-void ExecuteSetOption(const Char* argument) {
+bool ExecuteSetOption(const Char* argument) {
     WString key;
     WString value;
     bool keyClosed = false;
     bool valueClosed = false; // of no consequence
     SkipBlanks(argument);
-    if (!ReadToken(argument, key, keyClosed) || !keyClosed) return;
+    if (!ReadToken(argument, key, keyClosed) || !keyClosed) return false;
     SkipBlanks(argument);
-    if (!ReadToken(argument, value, valueClosed)) return;
+    if (!ReadToken(argument, value, valueClosed)) return false;
     SetOption(nullptr, key.Text(), value.Text());
+    return true;
 }

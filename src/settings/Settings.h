@@ -80,9 +80,9 @@ void SetOption(const Char* section, const Char* key, const Char* value);
 const SettingDef* FindSetting(const Char* key);
 
 // Splits and carries out the argument of the setopt command: a key and a value, each a word up to the
-// next space or a text in double quotes. A key that is not closed, by its quote or by a space, does
-// nothing; a missing value is the empty one. Repainting is the caller's.
-void ExecuteSetOption(const Char* argument);
+// next space or a text in double quotes; a missing value is the empty one. False, with nothing changed, for a
+// key that is not closed by its quote or by a space, and without memory. Repainting is the caller's.
+bool ExecuteSetOption(const Char* argument);
 
 // "#rrggbb" as written in the file; anything shorter than 7 characters or without "#" is black, and a
 // character that is no hexadecimal digit counts as 0.

@@ -24,6 +24,7 @@ int Run(HINSTANCE instance, const Char* commandLine);
 
 // The start-up half of the settings: the file (defaults without one), the tools and the engine
 // definitions; and the half that gives all of it up again.
+// What was loaded before is given up first; without memory (false) it stays.
 bool LoadSettingsFile();
 void FreeSettings();
 

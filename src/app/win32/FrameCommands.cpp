@@ -240,11 +240,7 @@ const Char* MainFrame::ActiveDocumentName() const {
 void MainFrame::SetActiveEngine(const Char* engineName) {
     TextBuffer* text = ActiveText();
     // A name that no definition lists would give a plain engine.
-    if (!text || !FindEngineDefinition(engineName)) return;
-    SyntaxEngine* engine = ChooseEngine(engineName, nullptr);
-    if (!engine) return;
-    text->AttachEngine(engine);
-    text->RepaintAll();
+    if (text && FindEngineDefinition(engineName)) text->SetEngineName(engineName);
 }
 
 void MainFrame::MarkActiveAsOutput() {
@@ -296,7 +292,6 @@ void MainFrame::ReapplySettings() {
 
 void MainFrame::ReloadOptions() {
     DropEngines();
-    Application::FreeSettings();
     Application::LoadSettingsFile();
     RebuildToolMenu();
     ApplySettings(SettingsChanged::Engine);

@@ -1,6 +1,7 @@
 // The user's external tools, and commands whose output is collected.
 #include "app/ToolVariables.h"
 #include "app/win32/MainFrame.h"
+#include "base/Text.h"
 #include "base/win32/WindowText.h"
 #include "document/TextBuffer.h"
 #include "resource.h"
@@ -88,8 +89,8 @@ bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirecto
     WString directory;
     if (!ExpandToolVariables(*this, command, line) || !ExpandStartDirectory(*this, startDirectory, directory))
         return false;
-    // An empty line of a script or of the command window names nothing that could be run.
-    if (line.IsEmpty()) return false;
+    // An empty or blank line of a script or of the command window names nothing that could be run.
+    if (Text::IsBlankText(line.Text())) return false;
     TextBuffer* const output = commands.console ? ConsoleOutput() : OutputNamed(line.Text());
     return output && output->RunCommand(line.Text(), directory.Text());
 }

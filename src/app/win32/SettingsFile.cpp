@@ -25,8 +25,10 @@ bool Application::LocateSettingsFile(WString& path) {
 }
 
 bool Application::LoadSettingsFile() {
-    globals.iniFile = new IniFile;
-    if (!globals.iniFile) return false;
+    IniFile* const file = new IniFile;
+    if (!file) return false;
+    FreeSettings();
+    globals.iniFile = file;
     // What a malformed file held before its first bad line is used; there is no message.
     if (LocateSettingsFile(globals.settingsPath)) globals.iniFile->Load(globals.settingsPath.Text());
     LoadSettings(*globals.iniFile);

@@ -130,7 +130,8 @@ TEST_F(CommandTableTest, SetoptSetsAndReappliesTheSettings) {
     EXPECT_EQ(CallsOf(u"setopt FontSize 15 16"), Calls{u"apply settings"});
     EXPECT_EQ(settings.FontSize, 15u);
     EXPECT_EQ(CallsOf(u"setopt NoSuchKey 1"), Calls{u"apply settings"});
-    EXPECT_EQ(CallsOf(u"setopt"), Calls{});
+    // A key that is not closed sets nothing, so that there is nothing to re-apply.
+    for (const Char* line : {u"setopt", u"setopt FontSize", u"setopt \"FontSize 14"}) EXPECT_EQ(CallsOf(line), Calls{});
 }
 
 TEST_F(CommandTableTest, SetengineNamesTheEngineOfTheActiveDocument) {
@@ -162,6 +163,9 @@ TEST_F(CommandTableTest, EditbinOpensBinaryWithoutAQuestion) {
     EXPECT_EQ(CallsOf(u"editbin \"" + folder.Path("a.bin") + u"\""), Calls{u"binary " + folder.Path("a.bin")});
     frame.failingName = u"\\";
     EXPECT_EQ(CallsOf(u"eb " + folder.Path("missing")), Calls{u"binary " + folder.Path("")});
+    // A bare name has no directory that could be tried in its place.
+    frame.failingName = u"missing";
+    EXPECT_EQ(CallsOf(u"eb missing"), Calls{u"binary missing"});
     EXPECT_TRUE(frame.questions.empty());
 }
 

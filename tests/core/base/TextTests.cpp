@@ -26,6 +26,8 @@ TEST(Text, ClassesHoldTheAsciiCharactersNamed) {
         ASSERT_EQ(Text::IsDigit(unit), isDigit) << c;
         ASSERT_EQ(Text::IsAsciiLetter(unit), isLetter) << c;
         ASSERT_EQ(Text::IsBlank(unit), c == ' ' || c == '\t') << c;
+        const Char text[] = {u' ', unit, u'\t', 0};
+        ASSERT_EQ(Text::IsBlankText(text), c == 0 || c == ' ' || c == '\t') << c;
         ASSERT_EQ(Text::IsWordChar(unit), isDigit || isLetter || c == '_' || c == '#') << c;
         ASSERT_EQ(Text::FoldCase(unit), c >= 'A' && c <= 'Z' ? c + 32 : c) << c;
     }

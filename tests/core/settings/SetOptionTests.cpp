@@ -133,7 +133,7 @@ TEST_F(SetOptionCommand, ChangesNoFileUntilStored) {
 }
 
 TEST_F(SetOptionCommand, SkipsSpacesAndTabsBeforeEachWord) {
-    ExecuteSetOption(u" \t FontSize  \t 14");
+    EXPECT_TRUE(ExecuteSetOption(u" \t FontSize  \t 14"));
     EXPECT_EQ(settings.FontSize, 14u);
 }
 
@@ -173,7 +173,7 @@ TEST_F(SetOptionCommand, UnclosedQuotedValueRunsToTheEnd) {
 
 TEST_F(SetOptionCommand, UnclosedKeyDoesNothing) {
     for (const Char* argument : {u"", u"  ", u"FontSize", u"\"FontSize", u"\"FontSize 14"}) {
-        ExecuteSetOption(argument);
+        EXPECT_FALSE(ExecuteSetOption(argument));
         EXPECT_EQ(settings.FontSize, 10u);
     }
     EXPECT_TRUE(changes.empty());
