@@ -18,7 +18,7 @@ public:
     const Char* Older() { return Replaced(history.Older()); }
     const Char* Newer() { return Replaced(history.Newer()); }
     const Char* FindPrefix(const Char* text, uint32_t caret) { return Replaced(history.FindPrefix(text, caret)); }
-    // The text changed through typing or was set by a command.
+    // The text changed otherwise than by the operations above.
     void TextChanged() { completion.EndRun(); }
 
 private:

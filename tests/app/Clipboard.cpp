@@ -57,6 +57,8 @@ bool HasFormat(const wchar_t* registeredName) {
 }
 
 std::wstring Text() {
+    // Asked first, as it takes no hold of the clipboard: one who waits for a copy must not keep it from being made.
+    if (!IsClipboardFormatAvailable(CF_UNICODETEXT)) return {};
     const std::string bytes = Block(CF_UNICODETEXT);
     std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
     memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));

@@ -1,4 +1,5 @@
 #include "app/AppTest.h"
+#include "app/Clipboard.h"
 
 #include <algorithm>
 
@@ -191,6 +192,54 @@ TEST_F(CommandWindowTest, TabCompletesSettingKeysAndFiles) {
     EXPECT_TRUE(editor.WaitForCommandText(L"edit quite-alone.txt"));
     ASSERT_TRUE(editor.Keys(L"Enter"));
     EXPECT_TRUE(editor.WaitForTitle(Path(L"quite-alone.txt") + L" - Orvane"));
+}
+
+TEST_F(CommandWindowTest, TypingAndPastingEndACompletionRun) {
+    ASSERT_TRUE(files::Write(Path(L"pa1"), "") && files::Write(Path(L"pa2"), "") && files::Write(Path(L"pa22"), ""));
+    ASSERT_NO_FATAL_FAILURE(Show());
+    ASSERT_TRUE(editor.Type(L"e pa"));
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    ASSERT_TRUE(editor.WaitForCommandText(L"e pa1"));
+    ASSERT_TRUE(editor.Keys(L"Backspace 2 Tab"));
+    ASSERT_TRUE(editor.WaitForCommandText(L"e pa2")) << "a run of its own, which begins with the first match";
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    ASSERT_TRUE(editor.WaitForCommandText(L"e pa22"));
+    ASSERT_TRUE(editor.Keys(L"Shift+Tab"));
+    ASSERT_TRUE(editor.WaitForCommandText(L"e pa2"));
+    ASSERT_TRUE(clipboard::SetText(L"2"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+V Tab"));
+    EXPECT_TRUE(editor.WaitForCommandText(L"e pa22"));
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    EXPECT_TRUE(editor.WaitForCommandText(L"e pa22")) << "the only match";
+}
+
+TEST_F(CommandWindowTest, TheFocusSelectsAllAndEnterKeepsTheText) {
+    ASSERT_NO_FATAL_FAILURE(Show());
+    ASSERT_TRUE(editor.Type(L"bookmark 2"));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    ASSERT_TRUE(editor.WaitForCommandText(L"bookmark 2"));
+    ASSERT_TRUE(editor.Type(L"pwd")) << "over the line, which is selected";
+    ASSERT_TRUE(editor.WaitForCommandText(L"pwd"));
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    ASSERT_TRUE(WaitUntilHidden());
+    ASSERT_TRUE(editor.Keys(L"Alt+C"));
+    ASSERT_TRUE(window::WaitFor([&] { return editor.Focus() == editor.CommandWindow(); }));
+    ASSERT_TRUE(editor.Type(L"l 3"));
+    EXPECT_TRUE(editor.WaitForCommandText(L"l 3"));
+}
+
+TEST_F(CommandWindowTest, ABlankLineRunsNothing) {
+    ASSERT_NO_FATAL_FAILURE(Show());
+    ASSERT_TRUE(editor.RunCommandLine(L"  "));
+    EXPECT_TRUE(WaitUntilHidden());
+    EXPECT_EQ(editor.Title(), Path(L"a.txt") + L" - Orvane");
+    EXPECT_EQ(OpenDocuments(), std::vector<std::wstring>{Path(L"a.txt")});
+}
+
+TEST_F(CommandWindowTest, EditbinOfAMissingFileSaysSo) {
+    ASSERT_NO_FATAL_FAILURE(Show());
+    ASSERT_TRUE(editor.RunCommandLine(L"eb missing"));
+    EXPECT_TRUE(editor.Answer(L"Failed opening file: " + Path(L"missing"), L"OK"));
 }
 
 TEST_F(CommandWindowTest, QuitEndsWithCodeZero) {

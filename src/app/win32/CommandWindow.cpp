@@ -19,9 +19,10 @@ void CommandWindow::SetVisible(bool show) {
     ShowWindow(window, show ? SW_SHOW : SW_HIDE);
 }
 
-void CommandWindow::SetText(const Char* text) {
-    SetWindowTextW(window, Wide(text));
-    prompt.TextChanged();
+void CommandWindow::SetText(const Char* text) { SetWindowTextW(window, Wide(text)); }
+
+void CommandWindow::OnTextChanged() {
+    if (!replacing) prompt.TextChanged();
 }
 
 bool CommandWindow::GetText(WString& out) const { return TextOfWindow(window, out); }
@@ -63,13 +64,6 @@ LRESULT CALLBACK CommandWindow::EditProc(HWND edit, UINT message, WPARAM wparam,
     case WM_CHAR:
         // The control would beep at the characters of the keys handled above.
         if (wparam == VK_RETURN || wparam == VK_ESCAPE || wparam == VK_TAB) return 0;
-        self.prompt.TextChanged();
-        break;
-    case WM_PASTE:
-    case WM_CUT:
-    case WM_CLEAR:
-    case WM_UNDO:
-        self.prompt.TextChanged();
         break;
     case WM_SETFOCUS: {
         const LRESULT result = DefSubclassProc(edit, message, wparam, lparam);
@@ -102,9 +96,6 @@ bool CommandWindow::OnKeyDown(WPARAM key) {
     case VK_TAB:
         Complete(GetKeyState(VK_SHIFT) >= 0);
         return true;
-    case VK_DELETE:
-        prompt.TextChanged();
-        return false;
     default:
         return false;
     }
@@ -131,7 +122,9 @@ void CommandWindow::FindPrefix() {
 
 void CommandWindow::Replace(const Char* text, uint32_t caret) {
     if (!text) return;
+    replacing = true;
     SetWindowTextW(window, Wide(text));
+    replacing = false;
     const int position = caret == None32 ? GetWindowTextLengthW(window) : static_cast<int>(caret);
     SendMessageW(window, EM_SETSEL, static_cast<WPARAM>(position), position);
     SendMessageW(window, EM_SCROLLCARET, 0, 0);

@@ -14,6 +14,8 @@ public:
     // Shows or hides the window only; layout and focus are the frame's.
     void SetVisible(bool show);
     void SetText(const Char* text);
+    // For the control's EN_CHANGE.
+    void OnTextChanged();
     bool GetText(WString& out) const;
     // Makes the font follow the system's interface font for the frame's DPI.
     void ApplyFont();
@@ -36,5 +38,6 @@ private:
     HWND window = nullptr;
     HFONT font = nullptr;
     bool visible = false;
+    bool replacing = false; // the text changes because the prompt says so
     CommandPrompt prompt;
 };

@@ -70,6 +70,10 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         OnFocus();
         return 0;
     case WM_COMMAND:
+        if (lparam && reinterpret_cast<HWND>(lparam) == commandWindow.Window()) {
+            if (HIWORD(wparam) == EN_CHANGE) commandWindow.OnTextChanged();
+            return 0;
+        }
         // Posted by another program, it would reach the frame beneath an open dialog, too.
         if (!IsWindowEnabled(window) || ExecuteMenuCommand(LOWORD(wparam))) return 0;
         break;
