@@ -1,5 +1,7 @@
 #include "app/Input.h"
 
+#include "app/Window.h"
+
 #include <sstream>
 #include <vector>
 
@@ -67,7 +69,11 @@ public:
         event.mi.dy = share(place.y, GetSystemMetrics(SM_CYSCREEN));
         event.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | buttons;
     }
-    void Send() { SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT)); }
+    void Send() {
+        if (events.empty()) return;
+        SendInput(static_cast<UINT>(events.size()), events.data(), sizeof(INPUT));
+        events.clear();
+    }
 
 private:
     INPUT& Add() {
@@ -79,6 +85,23 @@ private:
     std::vector<INPUT> events;
 };
 
+// Presses keys until the system shows them pressed. When a window comes to the front Wine takes over the state of
+// the real keyboard, in which nothing is; some time after the window has got the focus, and past every hook.
+void Hold(const WORD* keys, int count) {
+    const auto isUp = [&](int i) { return GetAsyncKeyState(keys[i]) >= 0; };
+    window::WaitFor([&] {
+        Events events;
+        bool all = true;
+        for (int i = 0; i < count; i++)
+            if (isUp(i)) {
+                events.Key(keys[i], true);
+                all = false;
+            }
+        if (!all) events.Send();
+        return all;
+    });
+}
+
 // "Ctrl+Shift+Home": everything pressed in order and released in reverse.
 bool Chord(const std::wstring& chord, Events& events) {
     std::wistringstream parts(chord);
@@ -89,7 +112,11 @@ bool Chord(const std::wstring& chord, Events& events) {
         keys[count] = KeyOf(name);
         if (!keys[count++]) return false;
     }
-    for (int i = 0; i < count; i++) events.Key(keys[i], true);
+    if (count > 1) {
+        events.Send();
+        Hold(keys, count - 1);
+    }
+    for (int i = count > 1 ? count - 1 : 0; i < count; i++) events.Key(keys[i], true);
     for (int i = count; i-- > 0;) events.Key(keys[i], false);
     return true;
 }
