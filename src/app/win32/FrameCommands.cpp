@@ -182,7 +182,8 @@ void MainFrame::SaveAs() {
 }
 
 void MainFrame::SaveAll() {
-    for (const DocumentList::Node* node = documents.Head(); node; node = node->next) SaveDocument(*node->document);
+    // By index, not along the nodes: while a dialog is open the list may change.
+    for (uint32_t i = 0; Document* const document = documents.At(i); ++i) SaveDocument(*document);
 }
 
 void MainFrame::QuickOpen() {

@@ -145,9 +145,9 @@ bool MainFrame::OpenBinary(const Char* path) {
     return AdoptDocument(document) && ShowNewDocument(document, TargetPane());
 }
 
-bool MainFrame::MoveToLine(Document*, int32_t line) {
-    if (line >= 0 && panes.Active() && panes.Active()->view)
-        panes.Active()->view->GoToLine(static_cast<uint32_t>(line), false);
+// Without memory for one more view the pane may show another document still, whose caret stays.
+bool MainFrame::MoveToLine(const Document* document, int32_t line) {
+    if (line >= 0 && ActiveDocument() == document) panes.Active()->view->GoToLine(static_cast<uint32_t>(line), false);
     return true;
 }
 

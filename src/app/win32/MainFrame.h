@@ -115,7 +115,7 @@ private:
     void ShowDocument(Document* document, Pane* pane);
     Pane* TargetPane();
     Document* ShowOpenFile(const Char* fullPath);
-    bool MoveToLine(Document* document, int32_t line);
+    bool MoveToLine(const Document* document, int32_t line);
     bool SaveDocumentAs(Document& document, bool askForName);
     void CloseActiveDocument();
     void CloseDocument(Document* document);
