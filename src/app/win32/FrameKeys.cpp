@@ -25,6 +25,12 @@ void SetModifiers(BYTE (&keys)[256], uint32_t modifiers) {
     SetKeyboardState(keys);
 }
 
+uint32_t PhysicalModifiers() {
+    const auto held = [](int key, uint32_t modifier) { return GetAsyncKeyState(key) < 0 ? modifier : 0; };
+    return held(VK_SHIFT, MacroModifier::Shift) | held(VK_CONTROL, MacroModifier::Ctrl) |
+           held(VK_MENU, MacroModifier::Alt);
+}
+
 } // namespace
 
 bool MainFrame::PreDispatchKey(const MSG& message) {
@@ -118,10 +124,14 @@ void MainFrame::PlayEvents() {
     ForEachView([](View& view) { view.SuspendRedraw(false); });
     BYTE keys[256] = {};
     GetKeyboardState(keys);
-    const BYTE saved[] = {keys[VK_SHIFT], keys[VK_CONTROL], keys[VK_MENU]};
+    const uint32_t saved = HeldModifiers();
+    dialogClosed = false;
     for (const MacroEvent* event = macros.FirstEvent(); event && macros.IsPlaying(); event = event->next) {
         // The way out of a macro that does not end soon enough.
-        if (TakeQueuedEscape()) break;
+        if (TakeQueuedEscape()) {
+            macros.StopPlayback();
+            break;
+        }
         const Pane* pane = panes.Active();
         const HWND target = event->toFrame ? window : pane ? static_cast<HWND>(pane->window) : nullptr;
         if (!target) continue;
@@ -133,10 +143,9 @@ void MainFrame::PlayEvents() {
         message.lParam = static_cast<LPARAM>(event->secondParameter);
         if (!PreDispatchKey(message)) SendMessageW(target, message.message, message.wParam, message.lParam);
     }
-    keys[VK_SHIFT] = saved[0];
-    keys[VK_CONTROL] = saved[1];
-    keys[VK_MENU] = saved[2];
-    SetKeyboardState(keys);
+    // The release of keys that were held waits in the queue, unless a dialog of the macro has taken it out or it
+    // went with an Escape that broke something off.
+    SetModifiers(keys, dialogClosed || !macros.IsPlaying() ? PhysicalModifiers() : saved);
     ForEachView([](View& view) { view.SuspendRedraw(true); });
     macros.StopPlayback();
 }

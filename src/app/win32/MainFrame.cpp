@@ -165,6 +165,7 @@ void MainFrame::OnApplicationActivated(bool active) {
 
 // A dialog of the frame was closed, and with it the last one: what had to wait for that comes now.
 void MainFrame::OnEnabled() {
+    dialogClosed = true;
     if (checkPending) PostMessageW(window, CheckFilesMessage, 0, 0);
     if (leavePending) PostMessageW(window, QuitNowMessage, 0, 0);
     checkPending = leavePending = false;

@@ -187,6 +187,7 @@ private:
     WString shownTitle;
     bool messageShown = false;         // status field 0 shows a view's message
     bool commandWindowFocused = false; // when the window was last deactivated
+    bool dialogClosed = false;         // since the last playback began
     bool asksToLeave = false;
     bool leavePending = false; // these two wait until no dialog is open
     bool checkPending = false;
