@@ -77,6 +77,20 @@ void MainFrame::ClearStatusFields() {
     SetStatusText(StatusField::Message, nullptr);
 }
 
+// Drawing the scroll bars anew for each of many files would take ten times as long as opening them.
+void MainFrame::SetRedraw(bool on) {
+    if (drawing == on) return;
+    drawing = on;
+    panes.SetRedraw(on);
+    SendMessageW(statusBar.Window(), WM_SETREDRAW, on, 0);
+    if (on) InvalidateRect(statusBar.Window(), nullptr, TRUE);
+}
+
+void MainFrame::BeginBatch() {
+    ++batchDepth;
+    SetRedraw(false);
+}
+
 // Does what waits for the end of the batch, also in its middle, before a question is shown.
 void MainFrame::CatchUp() {
     const uint32_t depth = batchDepth;
@@ -84,6 +98,7 @@ void MainFrame::CatchUp() {
     if (layoutPending) LayOutNow();
     if (titlePending) RebuildTitle();
     if (statusPending) RefreshStatus();
+    SetRedraw(true);
     batchDepth = depth;
 }
 
@@ -100,7 +115,9 @@ void MainFrame::EndBatch() {
 
 int MainFrame::ShowMessage(NativeWindow owner, const Char* text, uint32_t style) {
     CatchUp();
-    return MessageBoxW(owner ? static_cast<HWND>(owner) : window, Wide(text), L"Orvane", style);
+    const int answer = MessageBoxW(owner ? static_cast<HWND>(owner) : window, Wide(text), L"Orvane", style);
+    SetRedraw(batchDepth == 0);
+    return answer;
 }
 
 Answer MainFrame::AskUser(const Char* text, MessageKind kind) {

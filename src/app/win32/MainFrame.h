@@ -49,7 +49,7 @@ public:
     bool OpenBinary(const Char* path) override;
     void NewDocument() override;
     bool SaveDocument(Document& document) override;
-    void BeginBatch() override { ++batchDepth; }
+    void BeginBatch() override;
     void EndBatch() override;
     const Char* ActiveDocumentName() const override;
     void SetActiveEngine(const Char* engineName) override;
@@ -107,6 +107,7 @@ private:
     void RefreshStatus();
     void ClearStatusFields();
     void CatchUp();
+    void SetRedraw(bool on);
     static void OnMetricsChanged();
 
     // Documents (FrameDocuments.cpp).
@@ -184,6 +185,7 @@ private:
     bool layoutPending = false; // these three wait for the end of the batch
     bool titlePending = false;
     bool statusPending = false;
+    bool drawing = true; // not during a batch
     WString shownTitle;
     bool messageShown = false;         // status field 0 shows a view's message
     bool commandWindowFocused = false; // when the window was last deactivated

@@ -54,6 +54,7 @@ bool PaneWindows::MakeWindow(Pane& pane) {
     constexpr DWORD Style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL;
     pane.window = CreateWindowExW(WS_EX_CLIENTEDGE, ClassName, L"", Style, 0, 0, 0, 0, parent,
                                   reinterpret_cast<HMENU>(static_cast<UINT_PTR>(pane.number)), classInstance, nullptr);
+    if (pane.window && !drawing) SendMessageW(static_cast<HWND>(pane.window), WM_SETREDRAW, FALSE, 0);
     return pane.window != nullptr;
 }
 
@@ -128,6 +129,15 @@ Pane* PaneWindows::PaneOf(const View* view) const {
     for (Pane* pane = layout.Head(); pane; pane = pane->next)
         if (pane->view == view) return pane;
     return nullptr;
+}
+
+void PaneWindows::SetRedraw(bool on) {
+    drawing = on;
+    for (const Pane* pane = layout.Head(); pane; pane = pane->next) {
+        const HWND window = static_cast<HWND>(pane->window);
+        SendMessageW(window, WM_SETREDRAW, on, 0);
+        if (on) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
+    }
 }
 
 void PaneWindows::LayOut(SIZE area) {

@@ -30,6 +30,8 @@ public:
     // Shows `view` in the pane, releasing the one it showed.
     void SetView(Pane* pane, View* view);
     Pane* PaneOf(const View* view) const;
+    // Whether the panes, and those that are still to be made, draw anything; on again they draw it all.
+    void SetRedraw(bool on);
     // Places all windows in an area that begins at the client's origin.
     void LayOut(SIZE area);
 
@@ -57,4 +59,5 @@ private:
     PaneLayout layout;
     Pane* active = nullptr;
     bool dragging = false;
+    bool drawing = true;
 };

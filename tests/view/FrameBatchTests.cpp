@@ -1,0 +1,120 @@
+#include "app/CommandLanguage.h"
+#include "app/OpenFiles.h"
+#include "app/StartArguments.h"
+#include "app/win32/Application.h"
+#include "app/win32/MainFrame.h"
+#include "base/Heap.h"
+#include "support/ScratchFolder.h"
+#include "view/TextViewTest.h"
+
+#include <functional>
+
+// Many files that are opened at once, in a frame of the test's own process: how often it is laid out, and how
+// often its title is set.
+
+namespace {
+
+constexpr int FileCount = 1000;
+
+class FrameBatchTest : public TextViewTest {
+protected:
+    void SetUp() override {
+        TextViewTest::SetUp();
+        const HINSTANCE instance = GetModuleHandleW(nullptr);
+        INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
+        InitCommonControlsEx(&controls);
+        ::Application::globals.instance = instance;
+        main = new MainFrame;
+        ASSERT_TRUE(main && MainFrame::RegisterClasses(instance) && main->Create(instance));
+        const HWND bar = FindWindowExW(main->Window(), nullptr, STATUSCLASSNAMEW, nullptr);
+        ASSERT_NE(bar, nullptr);
+        ASSERT_TRUE(SetWindowSubclass(bar, Count<SB_SETPARTS>, 1, reinterpret_cast<DWORD_PTR>(&layouts)));
+        ASSERT_TRUE(
+            SetWindowSubclass(main->Window(), Count<WM_SETTEXT>, 1, reinterpret_cast<DWORD_PTR>(&titleChanges)));
+        for (int i = 0; i < FileCount; ++i) names.push_back(folder.Write(std::to_string(1000 + i) + ".txt", "text"));
+    }
+    void TearDown() override {
+        SendMessageW(main->Window(), WM_USER, 0, 0); // leave without asking
+        // With its window the frame ends the message loop, of which the next test wants to know nothing.
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
+            DispatchMessageW(&message);
+        MainFrame::UnregisterClasses(GetModuleHandleW(nullptr));
+        mainFrame = nullptr;
+        delete main;
+        TextViewTest::TearDown();
+    }
+
+    // Every layout tells the status bar where its parts end.
+    template <UINT Counted>
+    static LRESULT CALLBACK Count(HWND window, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR count) {
+        if (message == Counted) ++*reinterpret_cast<int*>(count);
+        return DefSubclassProc(window, message, wparam, lparam);
+    }
+
+    void ExpectOneLayout(const std::function<void()>& open) {
+        layouts = titleChanges = 0;
+        open();
+        EXPECT_EQ(main->Documents().Count(), static_cast<uint32_t>(FileCount));
+        // One for the first pane, which must have its place before a caret can be scrolled into view, and one at
+        // the end.
+        EXPECT_LE(layouts, 2);
+        EXPECT_EQ(titleChanges, 1);
+        // Nothing was drawn meanwhile; now all is again.
+        for (const wchar_t* name : {L"OrvaneVWnd", STATUSCLASSNAMEW}) {
+            const HWND child = FindWindowExW(main->Window(), nullptr, name, nullptr);
+            EXPECT_TRUE(IsWindowVisible(child));
+            EXPECT_TRUE(GetUpdateRect(child, nullptr, FALSE));
+        }
+    }
+
+    ScratchFolder folder;
+    std::vector<std::u16string> names;
+    MainFrame* main = nullptr;
+    int layouts = 0;
+    int titleChanges = 0;
+};
+
+} // namespace
+
+TEST_F(FrameBatchTest, ADropOfAThousandFiles) {
+    std::u16string list;
+    for (const std::u16string& name : names) list += name + u'\0';
+    list += u'\0';
+    DROPFILES header = {};
+    header.pFiles = sizeof header;
+    header.fWide = TRUE;
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, sizeof header + list.size() * 2);
+    char* const bytes = static_cast<char*>(GlobalLock(block));
+    ASSERT_NE(bytes, nullptr);
+    memcpy(bytes, &header, sizeof header);
+    memcpy(bytes + sizeof header, list.data(), list.size() * 2);
+    GlobalUnlock(block);
+    ExpectOneLayout([&] { SendMessageW(main->Window(), WM_DROPFILES, reinterpret_cast<WPARAM>(block), 0); });
+}
+
+TEST_F(FrameBatchTest, AWildcardWithAThousandMatches) {
+    ExpectOneLayout([&] { OpenFileArgument(*main, folder.Path("*.txt").c_str(), -1, true, false); });
+}
+
+TEST_F(FrameBatchTest, ASessionOfAThousandFiles) {
+    std::string session = "sessionfile\r\n";
+    for (const std::u16string& name : names) session += "e " + std::string(name.begin(), name.end()) + "\r\nl 1\r\n";
+    folder.Write("session", session);
+    ExpectOneLayout([&] { RunScript(*main, folder.Path("session").c_str()); });
+}
+
+TEST_F(FrameBatchTest, ACommandLineOfAThousandFiles) {
+    std::u16string line = u"orvane";
+    for (const std::u16string& name : names) line += u" \"" + name + u"\"";
+    ExpectOneLayout([&] { ParseCommandLine(*main, line.c_str()); });
+}
+
+TEST_F(FrameBatchTest, AFileDialogsAnswerOfAThousandNames) {
+    std::u16string result = folder.Path("") + u'\0';
+    for (int i = 0; i < FileCount; ++i) {
+        const std::string name = std::to_string(1000 + i) + ".txt";
+        result += std::u16string(name.begin(), name.end()) + u'\0';
+    }
+    ExpectOneLayout([&] { OpenSelectedFiles(*main, result.c_str()); });
+}
