@@ -2,6 +2,8 @@
 
 #include <tlhelp32.h>
 
+#include <cstring>
+
 namespace {
 
 // What the thread gets: the function, its arguments, and the place of its result.
@@ -32,6 +34,25 @@ constexpr unsigned char CallCode[] = {
     0x48, 0x83, 0xC4, 0x50,       // add rsp, 80
     0x5B,                         // pop rbx
     0xC3,                         // ret
+};
+
+// A function that fills a ReplacedCall, and the jump to it. The addresses and the result follow the first bytes of
+// the moves.
+constexpr unsigned char NoteCode[] = {
+    0x48, 0xB8, 0,    0,    0, 0, 0, 0, 0, 0, // mov rax, notes
+    0x48, 0x89, 0x08,                         // mov [rax], rcx
+    0x48, 0x89, 0x50, 0x08,                   // mov [rax + 8], rdx
+    0x4C, 0x89, 0x40, 0x10,                   // mov [rax + 16], r8
+    0x4C, 0x89, 0x48, 0x18,                   // mov [rax + 24], r9
+    0x48, 0xFF, 0x40, 0x20,                   // inc qword [rax + 32]
+    0x48, 0xB8, 0,    0,    0, 0, 0, 0, 0, 0, // mov rax, result
+    0xC3,                                     // ret
+};
+constexpr size_t NotesAt = 2;
+constexpr size_t ResultAt = 31;
+constexpr unsigned char JumpCode[] = {
+    0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0, // mov rax, code
+    0xFF, 0xE0,                         // jmp rax
 };
 
 uint64_t AddressOfModule(DWORD process, const wchar_t* library) {
@@ -76,9 +97,28 @@ bool RemoteProcess::Read(uint64_t address, void* out, size_t count) {
     return ReadProcessMemory(process, Pointer(address), out, count, nullptr) != 0;
 }
 
+bool RemoteProcess::Replace(const wchar_t* library, const char* function, uint64_t notes, uint64_t result) {
+    const uint64_t replaced = AddressOf(library, function);
+    const uint64_t note = reinterpret_cast<uint64_t>(
+        VirtualAllocEx(process, nullptr, sizeof NoteCode, MEM_COMMIT, PAGE_EXECUTE_READWRITE));
+    if (!replaced || !note) return false;
+    blocks.push_back(note);
+    unsigned char bytes[sizeof NoteCode];
+    memcpy(bytes, NoteCode, sizeof bytes);
+    memcpy(bytes + NotesAt, &notes, sizeof notes);
+    memcpy(bytes + ResultAt, &result, sizeof result);
+    unsigned char jump[sizeof JumpCode];
+    memcpy(jump, JumpCode, sizeof jump);
+    memcpy(jump + 2, &note, sizeof note);
+    DWORD before = 0;
+    return Write(note, bytes, sizeof bytes) &&
+           VirtualProtectEx(process, Pointer(replaced), sizeof jump, PAGE_EXECUTE_READWRITE, &before) &&
+           Write(replaced, jump, sizeof jump) && FlushInstructionCache(process, nullptr, 0);
+}
+
 // A library need not lie at the same address in both processes.
 uint64_t RemoteProcess::AddressOf(const wchar_t* library, const char* function) {
-    const HMODULE here = GetModuleHandleW(library);
+    const HMODULE here = LoadLibraryW(library);
     uint64_t& there = libraries[library];
     if (!there) there = AddressOfModule(id, library);
     const uint64_t address = here ? reinterpret_cast<uint64_t>(GetProcAddress(here, function)) : 0;

@@ -20,6 +20,13 @@ public:
     // Calls a function with up to seven whole numbers or pointers of the other process on a thread of its
     // own. 0 also when the call could not be made.
     uint64_t Call(const wchar_t* library, const char* function, std::initializer_list<uint64_t> arguments);
+    // What a replaced function was called with.
+    struct ReplacedCall {
+        uint64_t arguments[4];
+        uint64_t count; // of all calls; the arguments are those of the last one
+    };
+    // From now on the function does nothing but note its call at the address, and return the result.
+    bool Replace(const wchar_t* library, const char* function, uint64_t notes, uint64_t result);
     // Memory of the other process that lives as long as this object.
     uint64_t Allocate(size_t bytes);
     bool Write(uint64_t address, const void* bytes, size_t count);
