@@ -145,6 +145,27 @@ Copied Scan::CopyWithReturns(const Char* text, size_t count, Char* out, size_t c
     return {done.taken + rest.taken, done.written + rest.written};
 }
 
+size_t Scan::DropReturns(uint8_t* bytes, size_t count) {
+    const __m128i carriageReturn = _mm_set1_epi8('\r');
+    size_t kept = 0;
+    size_t at = 0;
+    for (; at + Bytes <= count; at += Bytes) {
+        const __m128i block = Load(bytes + at);
+        if (!Mask(_mm_cmpeq_epi8(block, carriageReturn))) {
+            Store(bytes + kept, block);
+            kept += Bytes;
+            continue;
+        }
+        for (size_t i = at; i < at + Bytes; ++i) {
+            bytes[kept] = bytes[i];
+            kept += bytes[i] != '\r';
+        }
+    }
+    for (; at < count; ++at)
+        if (bytes[at] != '\r') bytes[kept++] = bytes[at];
+    return kept;
+}
+
 Copied Scan::Reference::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCounts& breaks) {
     Copied done;
     while (done.taken < count && bytes[done.taken] < 0x80) {
@@ -178,4 +199,11 @@ Copied Scan::Reference::CopyWithReturns(const Char* text, size_t count, Char* ou
         out[done.written++] = c;
     }
     return done;
+}
+
+size_t Scan::Reference::DropReturns(uint8_t* bytes, size_t count) {
+    size_t kept = 0;
+    for (size_t at = 0; at < count; ++at)
+        if (bytes[at] != '\r') bytes[kept++] = bytes[at];
+    return kept;
 }

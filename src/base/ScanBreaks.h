@@ -30,10 +30,14 @@ Copied CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakCounts&
 // written; a line feed is taken only when two places are left.
 Copied CopyWithReturns(const Char* text, size_t count, Char* out, size_t capacity);
 
+// Takes the carriage returns out of bytes[0, count) in place; returns how many bytes are left.
+size_t DropReturns(uint8_t* bytes, size_t count);
+
 namespace Reference {
 Copied WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCounts& breaks);
 Copied CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakCounts& breaks);
 Copied CopyWithReturns(const Char* text, size_t count, Char* out, size_t capacity);
+size_t DropReturns(uint8_t* bytes, size_t count);
 } // namespace Reference
 
 } // namespace Scan

@@ -137,6 +137,25 @@ TEST(ScanBreaks, RandomTextsMatchTheReference) {
     }
 }
 
+TEST(ScanBreaks, ReturnsAreDroppedAndNothingElse) {
+    std::vector<uint8_t> bytes = Bytes("\rone\r\ntwo\r\r three \r0123456789 0123456789\r");
+    bytes.resize(Scan::DropReturns(bytes.data(), bytes.size()));
+    EXPECT_EQ(bytes, Bytes("one\ntwo three 0123456789 0123456789"));
+}
+
+TEST(ScanBreaks, ReturnsAreDroppedAsByTheReference) {
+    std::mt19937 random(2);
+    for (int round = 0; round < 20000; ++round) {
+        const unsigned spacing = static_cast<unsigned>(1 + random() % 40);
+        const std::string special("\r\r\n\0\x8D", 5);
+        std::vector<uint8_t> bytes = Bytes(RandomText<std::string>(random, random() % 200, special, spacing));
+        std::vector<uint8_t> expected = bytes;
+        expected.resize(Scan::Reference::DropReturns(expected.data(), expected.size()));
+        bytes.resize(Scan::DropReturns(bytes.data(), bytes.size()));
+        ASSERT_EQ(bytes, expected) << round;
+    }
+}
+
 TEST(ScanBreaks, LongTextsOfLineFeedsAreCountedPastTheRangeOfAByte) {
     const std::vector<uint8_t> bytes(100000, '\n');
     EXPECT_EQ(Widen(Scan::WidenText, bytes).breaks.lineFeeds, 100000u);
