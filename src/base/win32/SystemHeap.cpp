@@ -13,6 +13,9 @@
 namespace {
 
 constexpr size_t LargeSize = size_t{1} << 20;
+// How many times its size the range of a block is.
+constexpr size_t RangeFactor = 2;
+constexpr size_t OutgrownRangeFactor = 16;
 // What the system aligns its ranges of addresses to; memory is committed in steps of the same size.
 constexpr size_t Granularity = 64 * 1024;
 
@@ -47,10 +50,10 @@ LargeBlock* LargeBlockOf(void* block) {
     return large;
 }
 
-void* AllocateLarge(size_t bytes) {
-    if (bytes > SIZE_MAX / 4) return nullptr;
+void* AllocateLarge(size_t bytes, size_t rangeFactor) {
+    if (bytes > SIZE_MAX / (2 * OutgrownRangeFactor)) return nullptr;
     const size_t needed = RoundUp(bytes + sizeof(LargeBlock));
-    size_t reserved = needed * 2;
+    size_t reserved = needed * rangeFactor;
     void* range = VirtualAlloc(nullptr, reserved, MEM_RESERVE, PAGE_READWRITE);
     if (!range) range = VirtualAlloc(nullptr, reserved = needed, MEM_RESERVE, PAGE_READWRITE);
     if (!range) return nullptr;
@@ -93,7 +96,7 @@ void SystemHeap::Start() { processHeap = GetProcessHeap(); }
 void SystemHeap::Stop() { processHeap = nullptr; }
 
 void* SystemHeap::Allocate(size_t bytes) {
-    return bytes < LargeSize ? HeapAlloc(ProcessHeap(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes);
+    return bytes < LargeSize ? HeapAlloc(ProcessHeap(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes, RangeFactor);
 }
 
 void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
@@ -104,7 +107,8 @@ void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
         constexpr DWORD InPlace = HEAP_ZERO_MEMORY | HEAP_REALLOC_IN_PLACE_ONLY;
         if (HeapReAlloc(ProcessHeap(), InPlace, block, newBytes)) return block;
     }
-    void* const moved = Allocate(newBytes);
+    const bool isOutgrown = large && newBytes > oldBytes;
+    void* const moved = isOutgrown ? AllocateLarge(newBytes, OutgrownRangeFactor) : Allocate(newBytes);
     if (!moved) return nullptr;
     std::memcpy(moved, block, std::min(oldBytes, newBytes));
     Free(block);
