@@ -11,6 +11,10 @@ struct OutputRun {
     intptr_t outputWrite = -1; // the handle given to the process; all ones when closed
     uint32_t pollTimer = 0;    // milliseconds between the polls while the timer is set, else 0
     uint64_t consumed = 0;     // bytes of the temporary file already appended
+    uint64_t size = 0;         // bytes of it when a poll looked last
+    bool hasEnded = false;     // a poll has seen that the process has
+    bool sizeIsFinal = false;  // `size` was looked at afterwards
+    uint32_t failedEnds = 0;   // polls that could not read although the process had ended
     uint8_t* readBuffer = nullptr;
     WString startDir;
 };

@@ -224,6 +224,8 @@ private:
     bool StartRun(const Char* command, const Char* startDirectory);
     bool SetPollPeriod(uint32_t milliseconds);
     enum class Appending { Done, OutOfTime, Failed };
+    // Appends what the run's output has grown by, as far as AppendFromFile gets.
+    Appending AppendNew();
     // Appends up to `count` bytes of the run's output, as many as one slice of time is enough for. An
     // unfinished character at their end is left alone unless this `isRest`, behind which nothing comes.
     Appending AppendFromFile(uint64_t count, bool isRest);

@@ -2,6 +2,7 @@
 
 #include "base/CodePage.h"
 #include "base/Scan.h"
+#include "base/ScanBreaks.h"
 #include "document/CommandProcess.h"
 #include "document/PollTimer.h"
 #include "document/TextBuffer.h"
@@ -14,8 +15,9 @@ constexpr uint32_t PollPeriod = 250; // milliseconds
 constexpr uint32_t ReadBufferSize = 8192;
 constexpr uint32_t ReadSize = ReadBufferSize - 1;
 // A poll that has more to read than can be taken in this time goes on after the messages that wait.
-constexpr uint32_t SliceTime = 30; // milliseconds
+constexpr uint32_t SliceTime = 20; // milliseconds
 constexpr uint32_t SlicePause = 1;
+constexpr uint32_t MostFailedEnds = 20;
 
 const PollTimer* timer = nullptr;
 
@@ -25,18 +27,9 @@ struct Converted {
     uint32_t lineFeeds;
 };
 
-uint32_t DropCarriageReturns(uint8_t* bytes, size_t count) {
-    uint32_t kept = 0;
-    for (size_t i = 0; i < count; ++i) {
-        bytes[kept] = bytes[i];
-        kept += bytes[i] != '\r';
-    }
-    return kept;
-}
-
 // False when the code page cannot convert the bytes, which are changed. They end at the first zero.
 bool ConvertOutput(uint8_t* bytes, uint32_t count, Converted& out) {
-    const uint32_t kept = DropCarriageReturns(bytes, Scan::FindZeroByte(bytes, count));
+    const size_t kept = Scan::DropReturns(bytes, Scan::FindZeroByte(bytes, count));
     const size_t plain = Scan::WidenAscii(bytes, kept, out.text);
     size_t others = 0;
     if (plain < kept) {
@@ -80,19 +73,30 @@ bool TextBuffer::StartRun(const Char* command, const Char* startDirectory) {
 
 void TextBuffer::PollOutput() {
     if (!run.process) return;
-    uint64_t size = run.consumed;
-    CommandProcess::OutputSize(run, size);
-    run.consumed = std::min(run.consumed, size); // the command may have emptied its file
-    if (AppendFromFile(size - run.consumed, false) == Appending::OutOfTime) {
-        SetPollPeriod(SlicePause);
-        return;
-    }
-    SetPollPeriod(PollPeriod);
+    const uint64_t before = run.consumed;
+    const Appending result = AppendNew();
+    run.hasEnded = run.hasEnded || CommandProcess::HasEnded(run);
+    // Between slices nothing may get lost: only one that finds next to nothing new has caught up.
+    const bool hasMore = run.pollTimer == SlicePause && run.consumed > before + ReadSize;
+    const bool readsOn = result == Appending::OutOfTime || hasMore;
+    SetPollPeriod(readsOn ? SlicePause : PollPeriod);
     // What comes between the look at the size and the process's end is not read any more.
-    if (!CommandProcess::HasEnded(run)) return;
+    if (!run.hasEnded || readsOn) return;
+    // Nothing is lost to a failure that passes; one that lasts does not keep the run for ever.
+    if (result == Appending::Failed && ++run.failedEnds < MostFailedEnds) return;
     // A character that was left for its rest to come does not get any.
-    if (size - run.consumed < MaxCharacterBytes) AppendFromFile(size - run.consumed, true);
+    if (run.size - run.consumed < MaxCharacterBytes) AppendFromFile(run.size - run.consumed, true);
     EndRun();
+}
+
+TextBuffer::Appending TextBuffer::AppendNew() {
+    if (!run.sizeIsFinal) {
+        if (!CommandProcess::OutputSize(run, run.size)) return Appending::Failed;
+        // What children of an ended process go on printing might never come to an end.
+        run.sizeIsFinal = run.hasEnded;
+    }
+    run.consumed = std::min(run.consumed, run.size); // the command may have emptied its file
+    return AppendFromFile(run.size - run.consumed, false);
 }
 
 TextBuffer::Appending TextBuffer::AppendFromFile(uint64_t count, bool isRest) {
@@ -136,7 +140,9 @@ void TextBuffer::EndRun() {
     CommandProcess::Close(run);
     Heap::Free(run.readBuffer);
     run.readBuffer = nullptr;
-    run.consumed = 0;
+    run.consumed = run.size = 0;
+    run.hasEnded = run.sizeIsFinal = false;
+    run.failedEnds = 0;
     if (views.head) views.head->view->RunStateChanged(this, false);
 }
 

@@ -205,6 +205,14 @@ TEST_F(CommandProcessTest, WithoutATemporaryFolderTheStartFails) {
     EXPECT_EQ(State().outputWrite, -1);
 }
 
+TEST_F(CommandProcessTest, AFolderThatRefusesEveryNameFailsTheStart) {
+    const Environment tmp(L"TMP", L"Z:\\proc");
+    const Environment temp(L"TEMP", L"Z:\\proc");
+    EXPECT_FALSE(Run("say text"));
+    EXPECT_FALSE(IsRunning());
+    EXPECT_EQ(State().outputWrite, -1);
+}
+
 TEST_F(CommandProcessTest, WithoutAnInterpreterTheStartFails) {
     for (const wchar_t* interpreter :
          {static_cast<const wchar_t*>(nullptr), L"", L"Z:\\nowhere\\at all.exe", L"\x01"}) {

@@ -33,10 +33,12 @@ void Stop(TextBuffer& document) {
 }
 
 bool Set(TextBuffer& document, uint32_t milliseconds) {
-    if (!owner || (IndexOf(&document) == timed.Count() && !timed.Append(&document))) return false;
-    // The timer is known by its document, so that setting it again replaces it.
+    const bool isNew = IndexOf(&document) == timed.Count();
+    if (!owner || (isNew && !timed.Append(&document))) return false;
+    // The timer is known by its document, so that setting it again replaces it; the old one goes on when
+    // that fails.
     if (SetTimer(owner, reinterpret_cast<UINT_PTR>(&document), milliseconds, OnTick)) return true;
-    Stop(document);
+    if (isNew) timed.RemoveLast();
     return false;
 }
 

@@ -1,5 +1,6 @@
 // How the output of a command becomes text of a document.
 
+#include "base/CodePage.h"
 #include "core/document/AnsiPage.h"
 #include "core/document/RunSupport.h"
 #include "support/FailureInjection.h"
@@ -243,11 +244,56 @@ TEST_F(AppendTest, WhatIsPrintedDuringTheSlicesIsShownToo) {
     EXPECT_EQ(document->Length(), ReadSize * 2 + 1);
 }
 
+TEST_F(AppendTest, WhatChildrenGoOnPrintingDoesNotKeepTheRun) {
+    const std::string printed(ReadSize * 2, 'a');
+    Print(*document, printed);
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    const SlowReads slow;
+    for (int slice = 0; slice < 10 && IsRunning(*document); ++slice) {
+        document->PollOutput();
+        if (IsRunning(*document)) Print(*document, printed);
+    }
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(document->Length(), 2 * printed.size()) << "there is one look after the end was seen";
+}
+
+TEST_F(AppendTest, WithoutAnotherTimerTheSlicesComeWithTheOldOne) {
+    Print(*document, std::string(ReadSize * 2, 'a'));
+    {
+        const SlowReads slow;
+        timerFails = true;
+        document->PollOutput();
+        EXPECT_EQ(timers[&*document], 250u);
+        timerFails = false;
+        document->PollOutput();
+    }
+    EXPECT_EQ(timers[&*document], 250u);
+    EXPECT_EQ(document->Length(), ReadSize * 2);
+}
+
 TEST_F(AppendTest, MuchOutput) {
     const std::string printed = Repeated("0123456789 abcdefghij\r\n", 50'000);
     PrintAndPoll(printed);
     EXPECT_TRUE(document.Store() == Appended(printed));
     ExpectSound();
+}
+
+TEST_F(AppendTest, NoCharacterOfTheAnsiPageIsCutAnywhere) {
+    // In a page of single bytes some of these are question marks.
+    const std::u16string text = u"a\u00E9 \u20AC\u65E5\u672C\u8A9E \uFF71\u6F22\uAC00\u0416z\n";
+    uint8_t bytes[64];
+    Char expected[64];
+    const size_t count = FromUtf16(CodePage::Ansi, text.data(), text.size(), bytes, sizeof(bytes));
+    const size_t length = ToUtf16(CodePage::Ansi, bytes, count, expected, std::size(expected));
+    ASSERT_GT(length, 0u);
+    const std::string printed(reinterpret_cast<const char*>(bytes), count);
+    for (size_t cut = 0; cut <= count; ++cut) {
+        document->EmptyAndResetUndo();
+        PrintAndPoll(printed.substr(0, cut));
+        PrintAndPoll(printed.substr(cut));
+        EXPECT_EQ(document.Text(), std::u16string(expected, length)) << cut;
+    }
 }
 
 TEST_F(AppendTest, ACharacterIsNotCutAtTheEndOfAPoll) {
@@ -315,6 +361,46 @@ TEST_F(AppendTest, AFailedReadIsMadeUpForByTheNextPoll) {
         return complete;
     });
     EXPECT_GE(failures, 2u);
+}
+
+TEST_F(AppendTest, AFailedReadAtTheEndIsMadeUpForToo) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    Print(*document, printed);
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    const uint64_t failures = FailEachFileCall([&] {
+        document->PollOutput();
+        return !IsRunning(*document);
+    });
+    EXPECT_GE(failures, 2u);
+    EXPECT_TRUE(document.Text() == Appended(printed));
+}
+
+TEST_F(AppendTest, WithoutMemoryAtTheEndTheNextPollTriesAgain) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    Print(*document, printed);
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    const uint64_t failures = FailEachAllocation([&] {
+        document->PollOutput();
+        return !IsRunning(*document);
+    });
+    EXPECT_GE(failures, 2u);
+    EXPECT_TRUE(document.Text() == Appended(printed));
+}
+
+TEST_F(AppendTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
+    PrintAndPoll("shown");
+    Print(*document, "not shown");
+    Platform::SetFileFailureHook([] { return true; });
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    EXPECT_TRUE(IsRunning(*document)) << "its process does";
+    speaker.Give("end");
+    EXPECT_TRUE(ProcessHasEnded(*document));
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    Platform::SetFileFailureHook(nullptr);
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(document.Text(), u"shown");
 }
 
 TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {

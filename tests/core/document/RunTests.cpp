@@ -234,6 +234,36 @@ TEST_F(RunTest, WhatIsPrintedBetweenTheLastReadAndTheEndIsNotShown) {
     EXPECT_EQ(document.Text(), u"shown");
 }
 
+TEST_F(RunTest, WhatIsPrintedBeforeTheEndOfTheSlicesIsShown) {
+    static TextBuffer* polled;
+    static SpeakerScripts* told;
+    TextDocument document;
+    ASSERT_TRUE(RunSilently(*document));
+    Print(*document, std::string(50'000, 'a'));
+    {
+        const FileCallSpy slow(ReadCall, [] {
+            const uint64_t until = Platform::Ticks() + 60;
+            while (Platform::Ticks() < until) {
+            }
+        });
+        document->PollOutput();
+        ASSERT_LT(document->Length(), 50'000u) << "there is a slice to come";
+    }
+    polled = &*document;
+    told = &speaker;
+    {
+        const FileCallSpy spy(ReadCall, [] {
+            Print(*polled, "end");
+            told->Give("end");
+            EXPECT_TRUE(
+                SpeakerScripts::Eventually([] { return CommandProcess::HasEnded(TextBufferProbe::Run(*polled)); }));
+        });
+        document->PollOutput();
+    }
+    EXPECT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), std::u16string(50'000, u'a') + u"end");
+}
+
 TEST_F(RunTest, WhatIsPrintedWhileAPollReadsComesWithTheNext) {
     static TextBuffer* polled;
     TextDocument document;
@@ -284,15 +314,19 @@ TEST_F(RunTest, ClearingTheDocumentStopsTheRun) {
 
 TEST_F(RunTest, EmptyingTheDocumentDoesNotStopTheRun) {
     TextDocument document;
+    FakeView* view = FakeView::Create(*document);
     ASSERT_TRUE(RunSilently(*document));
-    Print(*document, "old\nold");
+    Print(*document, "old\nold\nold");
     document->PollOutput();
     document->EmptyAndResetUndo();
     EXPECT_TRUE(IsRunning(*document));
-    Print(*document, "new\nnew");
-    document->PollOutput();
-    EXPECT_EQ(document.Text(), u"new\nnew");
-    EXPECT_EQ(document->GetLineCount(), 2u);
+    for (const char* line : {"new\nnew", "er", "\n"}) {
+        Print(*document, line);
+        document->PollOutput();
+        EXPECT_EQ(view->CaretOffset(), document->Length()) << "it follows again";
+    }
+    EXPECT_EQ(document.Text(), u"new\nnewer\n");
+    EXPECT_EQ(document->GetLineCount(), 3u);
 }
 
 TEST_F(RunTest, ACommandThatClosesItsOutputAndLivesOnIsWaitedFor) {
