@@ -86,9 +86,13 @@ Document* DocumentList::FindByName(const Char* fullPath) const {
     return nullptr;
 }
 
-Document* DocumentList::FindByTitle(const Char* title) const {
-    for (const Node* node = documents.head; node; node = node->next)
-        if (!HasFile(*node->document) && Text::Equal(node->document->GetTitle(), title)) return node->document;
+Document* DocumentList::FindOutput(const Char* title) const {
+    bool runs = false;
+    for (const Node* node = documents.head; node; node = node->next) {
+        const Document& document = *node->document;
+        const bool isOutput = !HasFile(document) && document.GetOutputState(runs);
+        if (isOutput && Text::Equal(document.GetTitle(), title)) return node->document;
+    }
     return nullptr;
 }
 

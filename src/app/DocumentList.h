@@ -51,10 +51,10 @@ public:
     Document* MoreRecent(const Document* document) const;
     Document* MostRecent() const { return mostRecent ? mostRecent->document : nullptr; }
 
-    // The document of that full path, whatever its letter case; the first document without a file of
-    // exactly that title. Null when there is none.
+    // The document of that full path, whatever its letter case; the first output document without a file
+    // of exactly that title. Null when there is none.
     Document* FindByName(const Char* fullPath) const;
-    Document* FindByTitle(const Char* title) const;
+    Document* FindOutput(const Char* title) const;
 
     // "Untitled" and the present number, which CountUntitled uses up once the document was made.
     bool UntitledTitle(WString& title) const;

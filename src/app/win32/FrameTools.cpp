@@ -63,7 +63,8 @@ void MainFrame::RebuildToolMenu() {
     while (GetMenuItemID(popup, static_cast<int>(position)) >= IDM_FIRST_TOOL)
         if (!DeleteMenu(popup, position, MF_BYPOSITION)) break;
     UINT number = IDM_FIRST_TOOL;
-    for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next)
+    // A command has 16 bits for its number.
+    for (const ToolRecord* tool = toolList.tools.head; tool && number <= UINT16_MAX; tool = tool->next)
         InsertMenuW(popup, position++, MF_BYPOSITION | MF_STRING, number++, Wide(tool->displayName.Text()));
     if (number == IDM_FIRST_TOOL)
         InsertMenuW(popup, position, MF_BYPOSITION | MF_STRING | MF_GRAYED, number, L"< no tools >");
@@ -107,10 +108,8 @@ TextBuffer* MainFrame::ConsoleOutput() {
 TextBuffer* MainFrame::OutputNamed(const Char* title) {
     Pane* const active = TargetPane();
     if (!active) return nullptr;
-    Document* known = documents.FindByTitle(title);
-    bool running = false;
-    // A document that the user types in may be called like the command.
-    if (known && !known->GetOutputState(running)) known = nullptr;
+    // A document that the user types in may be called like the command, and is not to be emptied.
+    Document* const known = documents.FindOutput(title);
     TextBuffer* const output = known ? static_cast<TextBuffer*>(known) : NewOutput(title);
     if (!output) return nullptr;
     if (known) output->EmptyAndResetUndo();

@@ -115,12 +115,19 @@ TEST_F(DocumentListTest, FindsAFileWhateverItsLetterCase) {
     EXPECT_EQ(list->FindByName(u"C:\\src\\tool.exe"), nullptr); // a title is no file
 }
 
-TEST_F(DocumentListTest, FindsADocumentByItsTitle) {
-    AddFile(u"make all")->title = u"stale";
+TEST_F(DocumentListTest, FindsAnOutputDocumentByItsTitle) {
+    FakeDocument* file = AddFile(u"make all");
+    file->title = u"stale";
+    file->isOutput = true;
+    Add(FakeDocument::WithTitle(u"make all")); // the user's
+    EXPECT_EQ(list->FindOutput(u"make all"), nullptr);
     FakeDocument* run = Add(FakeDocument::WithTitle(u"make all"));
-    EXPECT_EQ(list->FindByTitle(u"make all"), run);
-    EXPECT_EQ(list->FindByTitle(u"Make all"), nullptr);
-    EXPECT_EQ(list->FindByTitle(u"stale"), nullptr);
+    run->isOutput = true;
+    EXPECT_EQ(list->FindOutput(u"make all"), run);
+    run->running = true;
+    EXPECT_EQ(list->FindOutput(u"make all"), run);
+    EXPECT_EQ(list->FindOutput(u"Make all"), nullptr);
+    EXPECT_EQ(list->FindOutput(u"stale"), nullptr);
 }
 
 TEST_F(DocumentListTest, KnowsWhichDocumentsHaveAFile) {
