@@ -21,9 +21,14 @@ bool AssignWorkName(const CommandTarget& frame, WString& name) {
 
 bool AppendPath(const CommandTarget& frame, WString& out) { return out.Append(frame.ActiveDocumentName()); }
 
+// Only a backslash ends a folder here: the name of an output document is a command, whose options may
+// begin with slashes.
 bool AppendFile(const CommandTarget& frame, WString& out) {
     WString name;
-    return AssignWorkName(frame, name) && out.Append(Path::FileName(name.Text()));
+    if (!AssignWorkName(frame, name)) return false;
+    uint32_t start = name.Length();
+    while (start > 0 && name[start - 1] != u'\\') --start;
+    return out.Append(name.Text() + start);
 }
 
 bool AppendDirectory(const CommandTarget& frame, WString& out) {

@@ -106,6 +106,13 @@ TEST_F(ToolVariableTest, ADocumentWithoutAFileGivesItsTitle) {
     EXPECT_EQ(Expand(u"%PATH%|%FILE%|%DIR%|%EXT%"), u"Untitled1|Untitled1||");
 }
 
+TEST_F(ToolVariableTest, ASlashEndsNoFolder) {
+    frame.activeName = u"C:\\bin\\lint /all"; // an output document's name
+    EXPECT_EQ(Expand(u"%FILE%|%DIR%"), u"lint /all|C:\\bin");
+    frame.activeName = u"C:file";
+    EXPECT_EQ(Expand(u"%FILE%"), u"C:file");
+}
+
 TEST_F(ToolVariableTest, PathOperationsSeeTheFirst1049Characters) {
     const std::u16string directory = u"C:\\" + std::u16string(1040, u'd'); // 1043 characters
     frame.activeName = directory + u"\\name.c";                            // cut behind "name."
