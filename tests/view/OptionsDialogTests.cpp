@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 #include "support/ScratchFolder.h"
 #include "view/DialogDriver.h"
+#include "view/DialogLayout.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -269,6 +270,46 @@ TEST_F(OptionsTest, ThePagesHaveTheirLabels) {
     });
 }
 
+TEST_F(OptionsTest, ThePagesAreLaidOutCleanly) {
+    Open([](HWND options) {
+        for (const int page : {General, Fonts, Colors}) {
+            SCOPED_TRACE(page);
+            ShowPage(options, page);
+            dialog::ExpectCleanLayout(options);
+        }
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, TheTabKeyGoesThroughTheTreeThePageShownAndTheButtons) {
+    using Numbers = std::vector<int>;
+    Open([](HWND options) {
+        ShowPage(options, General);
+        EXPECT_EQ(dialog::TabOrder(options),
+                  Numbers({IDC_OPTIONS_TREE, IDC_SHOW_WHITESPACE, IDC_REPLACE_TABS, IDC_PASTE_KEEP_SELECTION,
+                           IDC_SHOW_LINE_NUMBERS, IDC_VAR_WIDTH_LINE_NUMBERS, IDC_INDENT_GUIDE, IDC_SPACES_PER_TAB,
+                           IDC_COLUMN_GUIDE, IDC_QUICK_OPEN_PATH, IDC_FILE_TYPES, IDOK, IDCANCEL}));
+        ShowPage(options, Fonts);
+        EXPECT_EQ(dialog::TabOrder(options), Numbers({IDC_OPTIONS_TREE, IDC_FONT_NAME, IDC_FONT_SIZE, IDC_FONT_BOLD,
+                                                      IDC_CARET_WIDTH, IDC_MARGIN_WIDTH, IDOK, IDCANCEL}));
+        ShowPage(options, Colors);
+        EXPECT_EQ(dialog::TabOrder(options), Numbers({IDC_OPTIONS_TREE, IDC_COLOR_LIST, IDC_COLOR_FOREGROUND,
+                                                      IDC_COLOR_BACKGROUND, IDOK, IDCANCEL}));
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, NoTwoControlsOfAPageShareAMnemonic) {
+    Open([](HWND options) {
+        const wchar_t* const expected[] = {L"cfiklqrsvw", L"bcfms", L"bf"};
+        for (const int page : {General, Fonts, Colors}) {
+            ShowPage(options, page);
+            EXPECT_EQ(dialog::Mnemonics(options), expected[page]);
+        }
+        dialog::Cancel(options);
+    });
+}
+
 TEST_F(OptionsTest, EveryCheckBoxShowsAndSetsItsSetting) {
     const struct {
         int control;
@@ -519,6 +560,32 @@ TEST_F(OptionsTest, OkSavesAllSettingsByteForByte) {
     EXPECT_EQ(settings.SpacesPerTab, 8u);
     EXPECT_EQ(Saved(), GeneralSection());
     EXPECT_NE(Saved().find("FontSize=12\r\n"), std::string::npos);
+}
+
+TEST_F(OptionsTest, OkWritesTheDefaultsOfAllSettingsByteForByte) {
+    ASSERT_TRUE(Open([](HWND options) { dialog::Ok(options); }));
+    EXPECT_EQ(Saved(), "[General]\r\n"
+                       "FontName=Courier New\r\nFontSize=10\r\nFontBold=0\r\nCaretWidth=2\r\n"
+                       "ShowWhitespace=0\r\nReplaceTabs=1\r\nSpacesPerTab=4\r\nPasteKeepSelection=1\r\n"
+                       "SpaceColor=#008080\r\nMarginWidth=20\r\nMarginColor=#dcdcdc\r\n"
+                       "BookmarkColor=#00ffff\r\nGuideColor=#dcdcdc\r\nColumnGuide=80\r\nIndentGuide=1\r\n"
+                       "QuickOpenPath=.;%INCLUDE%\r\n"
+                       "TextFileTypes=C++ Files (*.cpp;*.c;*.cxx;*.h;*.hxx)|*.cpp;*.c;*.cxx;*.h;*.hxx|"
+                       "Text Files (*.txt)|*.txt|HTML Files (*.htm;*.html)|*.htm;*.html|"
+                       "XML Files (*.xml;*.xsl)|*.xml;*.xsl|All Files (*.*)|*.*\r\n"
+                       "ShowLineNumbers=1\r\nVarWidthLineNumbers=0\r\nRenderType=0\r\n"
+                       "TextFg=#000000\r\nTextBg=#ffffff\r\nSelFg=#ffffff\r\nSelBg=#000000\r\n"
+                       "LineNumFg=#000000\r\nLineNumBg=#ffffdc\r\n"
+                       "CommentFg=#008000\r\nCommentBg=#ffffff\r\n"
+                       "LongCommentFg=#008000\r\nLongCommentBg=#ffffff\r\n"
+                       "StringFg=#ff0000\r\nStringBg=#ffffff\r\nKeywordFg=#0000ff\r\nKeywordBg=#ffffff\r\n"
+                       "NumberFg=#800000\r\nNumberBg=#ffffff\r\n"
+                       "BraceMatchFg=#000000\r\nBraceMatchBg=#ffff00\r\n"
+                       "HtmlTagFg=#0000ff\r\nHtmlTagBg=#ffffff\r\nHtmlAttrFg=#800080\r\nHtmlAttrBg=#ffffff\r\n"
+                       "HtmlAttrValueFg=#ff00ff\r\nHtmlAttrValueBg=#ffffff\r\n"
+                       "HtmlAttrQuotedValueFg=#ff0000\r\nHtmlAttrQuotedValueBg=#ffffff\r\n"
+                       "HtmlCommentFg=#008000\r\nHtmlCommentBg=#ffffff\r\n"
+                       "HtmlPunctFg=#0000ff\r\nHtmlPunctBg=#ffffff\r\nBinFg=#ff0000\r\nBinBg=#ffffff\r\n");
 }
 
 TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {

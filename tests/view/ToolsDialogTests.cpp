@@ -5,6 +5,7 @@
 #include "settings/ToolList.h"
 #include "support/ScratchFolder.h"
 #include "view/DialogDriver.h"
+#include "view/DialogLayout.h"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,18 @@ TEST_F(ToolsTest, HasItsCaptionAndLabels) {
         EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_DELETE), L"&Delete");
         EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_PROMPT), L"&Prompt for arguments");
         EXPECT_EQ(dialog::TextOf(tools, IDC_TOOLS_REDIRECT), L"&Redirect output");
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, IsLaidOutCleanlyAndReachedByKeys) {
+    Open([](HWND tools) {
+        dialog::ExpectCleanLayout(tools);
+        EXPECT_EQ(dialog::TabOrder(tools),
+                  std::vector<int>({IDC_TOOLS_LIST, IDC_TOOLS_ADD, IDC_TOOLS_DELETE, IDC_TOOLS_TITLE, IDC_TOOLS_COMMAND,
+                                    IDC_TOOLS_DIRECTORY, IDC_TOOLS_HOT_KEY, IDC_TOOLS_PROMPT, IDC_TOOLS_REDIRECT, IDOK,
+                                    IDCANCEL}));
+        EXPECT_EQ(dialog::Mnemonics(tools), L"acdhiprt");
         dialog::Cancel(tools);
     });
 }

@@ -1,0 +1,113 @@
+#include "view/DialogLayout.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace {
+
+std::wstring Text(HWND control) {
+    wchar_t text[256] = {};
+    GetWindowTextW(control, text, 256);
+    return text;
+}
+
+bool IsOf(HWND control, const wchar_t* className) {
+    wchar_t name[32] = {};
+    GetClassNameW(control, name, 32);
+    return lstrcmpiW(name, className) == 0;
+}
+
+std::vector<HWND> Children(HWND window) {
+    std::vector<HWND> children;
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT))
+        if (GetWindowLongW(child, GWL_STYLE) & WS_VISIBLE) children.push_back(child);
+    return children;
+}
+
+LONG ButtonType(HWND control) { return GetWindowLongW(control, GWL_STYLE) & BS_TYPEMASK; }
+
+bool IsFrame(HWND control) { return IsOf(control, L"Button") && ButtonType(control) == BS_GROUPBOX; }
+
+RECT Place(HWND control, HWND window) {
+    RECT place = {};
+    GetWindowRect(control, &place);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    return place;
+}
+
+// What the control's text takes, with what stands beside it.
+SIZE Needed(HWND control) {
+    const HDC dc = GetDC(control);
+    const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
+    const HGDIOBJ before = SelectObject(dc, font);
+    RECT area = {};
+    DrawTextW(dc, Text(control).c_str(), -1, &area, DT_CALCRECT | DT_SINGLELINE);
+    SelectObject(dc, before);
+    ReleaseDC(control, dc);
+    const UINT dpi = GetDpiForWindow(control);
+    const bool hasBox = IsOf(control, L"Button") && ButtonType(control) != BS_GROUPBOX;
+    // The box of a check box and its gap; the border of a button on both sides.
+    const LONG beside = hasBox ? GetSystemMetricsForDpi(SM_CXMENUCHECK, dpi) + MulDiv(4, static_cast<int>(dpi), 96) : 0;
+    return {area.right + beside, area.bottom};
+}
+
+void ExpectText(HWND control) {
+    if (Text(control).empty() || (!IsOf(control, L"Static") && !IsOf(control, L"Button"))) return;
+    RECT area = {};
+    GetClientRect(control, &area);
+    const SIZE needed = Needed(control);
+    EXPECT_LE(needed.cx, area.right) << testing::PrintToString(Text(control));
+    EXPECT_LE(needed.cy, area.bottom) << testing::PrintToString(Text(control));
+}
+
+void CollectMnemonics(HWND window, std::wstring& letters) {
+    for (const HWND child : Children(window)) {
+        const std::wstring text = Text(child);
+        const size_t mark = text.find(L'&');
+        const bool isEdit = IsOf(child, L"Edit") || IsOf(child, L"ComboBox");
+        if (!isEdit && mark != std::wstring::npos)
+            letters += static_cast<wchar_t>(std::tolower(static_cast<int>(text[mark + 1])));
+        if (GetWindowLongW(child, GWL_EXSTYLE) & WS_EX_CONTROLPARENT) CollectMnemonics(child, letters);
+    }
+}
+
+} // namespace
+
+void dialog::ExpectCleanLayout(HWND window) {
+    const std::vector<HWND> children = Children(window);
+    RECT inside = {};
+    GetClientRect(window, &inside);
+    for (size_t i = 0; i < children.size(); ++i) {
+        const RECT place = Place(children[i], window);
+        const int number = GetDlgCtrlID(children[i]);
+        EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= inside.right && place.bottom <= inside.bottom)
+            << "control " << number << " reaches out of the dialog";
+        ExpectText(children[i]);
+        for (size_t other = 0; other < i; ++other) {
+            const RECT otherPlace = Place(children[other], window);
+            RECT common = {};
+            if (IsFrame(children[i]) || IsFrame(children[other])) continue;
+            EXPECT_FALSE(IntersectRect(&common, &place, &otherPlace))
+                << "controls " << number << " and " << GetDlgCtrlID(children[other]);
+        }
+        if (GetWindowLongW(children[i], GWL_EXSTYLE) & WS_EX_CONTROLPARENT) ExpectCleanLayout(children[i]);
+    }
+}
+
+std::vector<int> dialog::TabOrder(HWND window) {
+    std::vector<int> numbers;
+    const HWND first = GetNextDlgTabItem(window, nullptr, FALSE);
+    HWND at = first;
+    do {
+        numbers.push_back(GetDlgCtrlID(at));
+        at = GetNextDlgTabItem(window, at, FALSE);
+    } while (at && at != first && numbers.size() < 100);
+    return numbers;
+}
+
+std::wstring dialog::Mnemonics(HWND window) {
+    std::wstring letters;
+    CollectMnemonics(window, letters);
+    std::sort(letters.begin(), letters.end());
+    return letters;
+}
