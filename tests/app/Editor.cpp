@@ -84,7 +84,9 @@ bool Editor::WaitForCommandText(const std::wstring& text) const {
 }
 
 bool Editor::RunCommandLine(const std::wstring& line) {
-    if (!CommandWindow() && !Keys(L"Alt+C")) return false;
+    // Wine gives a window that gets the focus the state of the real keyboard, where no Alt is held.
+    for (int attempt = 0; !CommandWindow() && attempt < 3; ++attempt)
+        if (!Keys(L"Alt+C") || window::WaitFor([this] { return CommandWindow() != nullptr; }, 5000)) break;
     if (!window::WaitFor([this] { return CommandWindow() && Focus() == CommandWindow(); })) return false;
     // The text is typed, not set, since only typed text enters the history.
     if (!Keys(L"Home Shift+End Delete") || !Type(line)) return false;

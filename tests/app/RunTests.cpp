@@ -248,6 +248,29 @@ TEST_F(RunTest, BytesOfAllKindsLeaveTheEditorAlive) {
     EXPECT_TRUE(WaitForFile(L"a.txt", true));
 }
 
+TEST_F(RunTest, MuchOutputIsAllThere) {
+    Script(L"one", "repeat 400000 0123456789 0123456789 0123456789 0123456789\\n\nsay end\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    EXPECT_TRUE(WaitForLine(400001));
+    EXPECT_TRUE(editor.WaitForStatus(3, L"\tCol 4"));
+}
+
+TEST_F(RunTest, AFileThatACommandChangesIsAskedAboutAtItsEnd) {
+    Script(L"one", "wait go\nmake a.txt\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    for (const wchar_t* shown : {L"Ctrl+2", L"Ctrl+1"}) {
+        DeleteFileW(Path(L"go").c_str());
+        ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+        ASSERT_TRUE(WaitForRunning(Speak(L"one")));
+        ASSERT_TRUE(editor.Keys(shown));
+        Give(L"go");
+        EXPECT_TRUE(editor.Answer(ReopenQuestion(Path(L"a.txt")), L"Yes"));
+        EXPECT_TRUE(editor.WaitForNoDialog());
+    }
+}
+
 TEST_F(RunTest, WithoutAnInterpreterNothingRuns) {
     for (const wchar_t* interpreter : {L"", L"Z:\\nowhere\\cmd.exe"}) {
         Editor other;
