@@ -13,41 +13,12 @@ void SetHexViewFactory(HexViewFactory factory) { viewFactory = factory; }
 // Views.
 
 DocumentView* BinaryDocument::CreateView(NativeWindow parent) {
-    auto* node = viewFactory ? new ViewNode : nullptr;
-    if (!node) return nullptr;
-    node->view = viewFactory(*this, parent);
-    if (!node->view) {
-        delete node;
-        return nullptr;
-    }
-    views.Append(node);
-    return node->view;
-}
-
-DocumentView* BinaryDocument::EnumViews(ViewNode* cursor, ViewNode*& next) const {
-    const ViewNode* node = cursor ? cursor : views.head;
-    next = node ? node->next : nullptr;
-    return node ? node->view : nullptr;
-}
-
-void BinaryDocument::ForgetView(DocumentView* view) {
-    ViewNode* node = views.head;
-    while (node && node->view != view) node = node->next;
-    if (!node) return;
-    views.Remove(node);
-    delete node;
+    if (!viewFactory) return nullptr;
+    return AddView([this, parent] { return viewFactory(*this, parent); });
 }
 
 // A record remembers its view, which may have been closed since.
-HexDocumentView* BinaryDocument::Shown(HexDocumentView* view) const {
-    const ViewNode* node = views.head;
-    while (node && node->view != view) node = node->next;
-    return node ? view : nullptr;
-}
-
-void BinaryDocument::NotifyModified() {
-    if (views.head) views.head->view->DocumentChanged(this);
-}
+HexDocumentView* BinaryDocument::Shown(HexDocumentView* view) const { return HasView(view) ? view : nullptr; }
 
 void BinaryDocument::RepaintAll() {
     for (const ViewNode* node = views.head; node; node = node->next)
@@ -57,11 +28,7 @@ void BinaryDocument::RepaintAll() {
 // Life.
 
 BinaryDocument::~BinaryDocument() {
-    while (ViewNode* node = views.head) {
-        DocumentView* view = node->view;
-        ForgetView(view); // first: a view on its way out is asked nothing more
-        view->Destroy();
-    }
+    DestroyViews();
     Close();
 }
 

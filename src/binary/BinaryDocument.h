@@ -25,7 +25,6 @@ public:
     // Writes the changed pages back into the open file, whatever the arguments. On failure all of them and
     // the undo records stay, though some may have been written.
     bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
-    DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
     void MarkFileTimeNow() override {}
@@ -78,9 +77,6 @@ public:
     bool FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward, bool hexPattern,
                    uint64_t& found, bool& wrapped, uint32_t& matchLength, SearchProgress* progress = nullptr);
 
-    // Unlinks a view that is going away; the document does not touch it afterwards.
-    void ForgetView(DocumentView* view);
-
 private:
     ~BinaryDocument();
 
@@ -107,11 +103,9 @@ private:
     bool Perform(ByteEdit& edit, bool undoing);
     void FreeRecords(ByteEdit*& head);
     HexDocumentView* Shown(HexDocumentView* view) const;
-    void NotifyModified();
     void RepaintAll();
 
-    // path, title, engineName and refCount come first, in DocumentBase.
-    List<ViewNode> views;
+    // What all documents have comes first, in DocumentBase.
     Platform::File file;
     uint64_t fileSize = 0;
     uint8_t* window = nullptr; // WindowSize bytes while a file is open

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Heap.h"
+#include "base/List.h"
 #include "base/Types.h"
 #include "base/WString.h"
 #include "document/DocumentView.h"
@@ -84,14 +85,38 @@ public:
     bool SetPath(const Char* name) override;
     const Char* GetTitle() const override { return title.Text(); }
     bool SetTitle(const Char* text) override { return title.Assign(text); }
+    DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
+    // Unlinks a view that is going away; the document does not touch it afterwards.
+    virtual void ForgetView(DocumentView* view);
+    // Tells the frame, through the first view, that IsModified may answer otherwise now.
+    void NotifyModified();
     // True for a document that carries a title instead of a file.
     bool HasFile() const { return !path.IsEmpty(); }
 
 protected:
     ~DocumentBase() = default;
 
+    // Puts the view that `make` makes at the end of the list. Null when there is no memory or no view.
+    template <class Make> DocumentView* AddView(Make make) {
+        auto* node = new ViewNode;
+        if (!node) return nullptr;
+        node->view = make();
+        if (node->view) {
+            views.Append(node);
+            return node->view;
+        }
+        delete node;
+        return nullptr;
+    }
+    bool HasView(const DocumentView* view) const { return FindView(view) != nullptr; }
+    void DestroyViews();
+
     WString path;       // full path; empty for a new document or an output pane
     WString title;      // shown when `path` is empty
     WString engineName; // chosen syntax engine; empty: by the path
     uint32_t refCount = 0;
+    List<ViewNode> views;
+
+private:
+    ViewNode* FindView(const DocumentView* view) const;
 };

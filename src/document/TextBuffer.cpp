@@ -45,14 +45,6 @@ void TextBuffer::Clear(bool destroyViews) {
     CloseEditLine();
 }
 
-void TextBuffer::DestroyViews() {
-    while (ViewNode* node = views.head) {
-        DocumentView* view = node->view;
-        ForgetView(view); // first: a view on its way out is asked nothing more
-        view->Destroy();
-    }
-}
-
 void TextBuffer::FreeStore() {
     Heap::Free(text);
     text = nullptr;

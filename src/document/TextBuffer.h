@@ -27,7 +27,6 @@ public:
     DocumentView* CreateView(NativeWindow parent) override;
     bool IsModified() const override { return HeadSerial() != savedUndoHead; }
     bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
-    DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
     bool GetOutputState(bool& running) const override;
     bool IsChangedOnDisk() override;
     void MarkFileTimeNow() override;
@@ -137,12 +136,10 @@ public:
     // Views.
     DocumentView* ActiveView() const { return activeView; }
     void SetActiveView(DocumentView* view) { activeView = view; }
-    // Unlinks a view that is going away; the document does not touch it afterwards.
-    void ForgetView(DocumentView* view);
+    void ForgetView(DocumentView* view) override;
     void RepaintAll();
     void RepaintLines(uint32_t first, uint32_t last);
     void SetLineCount(uint32_t count);
-    void NotifyModified();
 
     // Colouring. The document takes over one reference and releases the engine it had.
     SyntaxEngine* Engine() const { return engine; }
@@ -207,11 +204,9 @@ private:
     uint32_t FindSlicedBelow(const Search& search, uint32_t from, uint32_t lowest, SearchProgress* progress,
                              bool& broken) const;
 
-    bool HasView(const DocumentView* view) const;
     void TellTextChanged(uint32_t offset);
     // With `destroyViews` the views go, else their carets move to the start.
     void Clear(bool destroyViews);
-    void DestroyViews();
     void FreeStore();
     void ChooseOwnEngine();
     // Takes over the store of a cleared document.
@@ -231,7 +226,7 @@ private:
     Appending AppendFromFile(uint64_t count, bool isRest);
     bool AppendChunk(uint32_t count, bool isRest, uint32_t& newLines);
 
-    // path, title, engineName and refCount come first, in DocumentBase.
+    // What all documents have comes first, in DocumentBase.
     Char* text = nullptr;
     uint32_t capacity = 0; // characters, terminator included; exactly what was needed last
     uint32_t length = 0;
@@ -251,7 +246,6 @@ private:
     // Serial of the undo head at the last load or save, 0 for an empty list. A serial is never reused,
     // unlike the address of a freed record.
     uint32_t savedUndoHead = 0;
-    List<ViewNode> views;
     LineMarks marks;
     Platform::FileTime fileTime = 0;
     uint32_t encoding = 0;

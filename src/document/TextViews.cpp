@@ -13,36 +13,13 @@ TextViewFactory viewFactory = nullptr;
 void SetTextViewFactory(TextViewFactory factory) { viewFactory = factory; }
 
 DocumentView* TextBuffer::CreateView(NativeWindow parent) {
-    auto* node = viewFactory ? new ViewNode : nullptr;
-    if (!node) return nullptr;
-    node->view = viewFactory(*this, parent);
-    if (!node->view) {
-        delete node;
-        return nullptr;
-    }
-    views.Append(node);
-    return node->view;
-}
-
-DocumentView* TextBuffer::EnumViews(ViewNode* cursor, ViewNode*& next) const {
-    const ViewNode* node = cursor ? cursor : views.head;
-    next = node ? node->next : nullptr;
-    return node ? node->view : nullptr;
-}
-
-bool TextBuffer::HasView(const DocumentView* view) const {
-    const ViewNode* node = views.head;
-    while (node && node->view != view) node = node->next;
-    return node != nullptr;
+    if (!viewFactory) return nullptr;
+    return AddView([this, parent] { return viewFactory(*this, parent); });
 }
 
 void TextBuffer::ForgetView(DocumentView* view) {
     if (activeView == view) activeView = nullptr;
-    ViewNode* node = views.head;
-    while (node && node->view != view) node = node->next;
-    if (!node) return;
-    views.Remove(node);
-    delete node;
+    DocumentBase::ForgetView(view);
 }
 
 void TextBuffer::RepaintAll() {
@@ -69,10 +46,6 @@ void TextBuffer::TellTextChanged(uint32_t offset) {
 void TextBuffer::SetLineCount(uint32_t count) {
     lineCount = count;
     for (const ViewNode* node = views.head; node; node = node->next) node->view->LineCountChanged();
-}
-
-void TextBuffer::NotifyModified() {
-    if (views.head) views.head->view->DocumentChanged(this);
 }
 
 void TextBuffer::ToggleBookmark(uint32_t line) {
