@@ -56,6 +56,8 @@ public:
     bool Read(void* out, size_t count, size_t& read);
     // True only when every byte was written.
     bool Write(const void* bytes, size_t count);
+    // The same from `offset` on, in one call of the system. Where Read goes on afterwards is undefined.
+    bool ReadAt(uint64_t offset, void* out, size_t count, size_t& read);
     bool Flush();
 
 private:

@@ -15,8 +15,7 @@ uint32_t BinaryDocument::PageBytes(uint64_t pageStart) const {
 bool BinaryDocument::ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read) {
     const uint64_t left = offset < fileSize ? fileSize - offset : 0;
     size_t got = 0;
-    const bool done =
-        file.Seek(offset) && file.Read(destination, static_cast<size_t>(std::min<uint64_t>(count, left)), got);
+    const bool done = file.ReadAt(offset, destination, static_cast<size_t>(std::min<uint64_t>(count, left)), got);
     read = done ? static_cast<uint32_t>(got) : 0;
     return done;
 }

@@ -78,6 +78,19 @@ bool Platform::File::Write(const void* bytes, size_t count) {
     const char* at = static_cast<const char*>(bytes);
     while (count) {
         const ssize_t put = write(static_cast<int>(handle), at, count);
+bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
+    read = 0;
+    if (FileCallShallFail()) return false;
+    while (read < count) {
+        const ssize_t got = pread(static_cast<int>(handle), static_cast<char*>(out) + read, count - read,
+                                  static_cast<off_t>(offset + read));
+        if (got < 0) return false;
+        if (got == 0) break;
+        read += static_cast<size_t>(got);
+    }
+    return true;
+}
+
         if (put <= 0) return false;
         at += put;
         count -= static_cast<size_t>(put);

@@ -88,6 +88,23 @@ bool Platform::File::Write(const void* bytes, size_t count) {
     while (count) {
         DWORD put = 0;
         if (!WriteFile(Native(handle), at, TransferSize(count), &put, nullptr) || put == 0) return false;
+bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
+    read = 0;
+    if (FileCallShallFail()) return false;
+    while (read < count) {
+        OVERLAPPED place{};
+        place.Offset = static_cast<DWORD>(offset + read);
+        place.OffsetHigh = static_cast<DWORD>((offset + read) >> 32);
+        DWORD got = 0;
+        // With a place given, the end of the file is told as an error.
+        if (!ReadFile(Native(handle), static_cast<char*>(out) + read, TransferSize(count - read), &got, &place))
+            return GetLastError() == ERROR_HANDLE_EOF;
+        if (got == 0) break;
+        read += got;
+    }
+    return true;
+}
+
         at += put;
         count -= put;
     }

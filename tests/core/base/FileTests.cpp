@@ -218,6 +218,28 @@ TEST(File, WritingToAFileOpenedForReadingFails) {
     EXPECT_EQ(byte, 'x');
 }
 
+TEST(File, ReadsAtAPlaceUpToTheEnd) {
+    const ScratchFolder folder;
+    folder.Write("f", "0123456789");
+    File file;
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::ReadWrite));
+    char out[8] = {};
+    size_t read = 99;
+    EXPECT_TRUE(file.ReadAt(3, out, 4, read));
+    EXPECT_EQ(std::string(out, read), "3456");
+    EXPECT_TRUE(file.ReadAt(7, out, 8, read));
+    EXPECT_EQ(std::string(out, read), "789");
+    EXPECT_TRUE(file.ReadAt(0, out, 2, read)); // back again
+    EXPECT_EQ(std::string(out, read), "01");
+    for (const uint64_t offset : {uint64_t{10}, uint64_t{11}, uint64_t{5} << 32}) {
+        read = 99;
+        EXPECT_TRUE(file.ReadAt(offset, out, 8, read));
+        EXPECT_EQ(read, 0u);
+    }
+    File closed;
+    EXPECT_FALSE(closed.ReadAt(0, out, 1, read));
+}
+
 TEST(File, EveryCallFailsInTurn) {
     const ScratchFolder folder;
     const uint64_t failures = FailEachFileCall([&] {
@@ -228,9 +250,9 @@ TEST(File, EveryCallFailsInTurn) {
         size_t read = 0;
         return file.Open(folder.Path("f").c_str(), File::Mode::Create) && file.Write("x", 1) && file.Flush() &&
                file.Open(folder.Path("f").c_str(), File::Mode::Read) && file.GetSize(size) && file.GetTime(time) &&
-               file.Seek(0) && file.Read(&byte, 1, read);
+               file.Seek(0) && file.Read(&byte, 1, read) && file.ReadAt(0, &byte, 1, read);
     });
-    EXPECT_EQ(failures, 8u);
+    EXPECT_EQ(failures, 9u);
 }
 
 TEST(File, TakesNamesBeyondTheOldLimitAndOutsideAscii) {
