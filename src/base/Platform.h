@@ -51,13 +51,15 @@ public:
     void Close();
     bool GetSize(uint64_t& size);
     bool GetTime(FileTime& time);
+    // Whether it was deleted meanwhile: what is written to it will be gone with its last user.
+    bool IsDeleted() const;
     bool Seek(uint64_t offset);
     // Reads up to `count` bytes; the end of the file is a success with fewer (or 0) bytes.
     bool Read(void* out, size_t count, size_t& read);
-    // True only when every byte was written.
-    bool Write(const void* bytes, size_t count);
     // The same from `offset` on, in one call of the system. Where Read goes on afterwards is undefined.
     bool ReadAt(uint64_t offset, void* out, size_t count, size_t& read);
+    // True only when every byte was written.
+    bool Write(const void* bytes, size_t count);
     bool Flush();
 
 private:

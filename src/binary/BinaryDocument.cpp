@@ -72,8 +72,9 @@ void BinaryDocument::Close() {
 bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
     uint64_t sizeNow = 0;
     if (readOnly || !file.IsOpen()) return false;
-    // Writing behind the end of a file that has become shorter would make it grow.
-    if (!file.GetSize(sizeNow) || sizeNow < fileSize) return false;
+    // Writing behind the end of a file that has become shorter would make it grow, and nobody would find
+    // again what is written into one that was deleted.
+    if (!file.GetSize(sizeNow) || sizeNow < fileSize || file.IsDeleted()) return false;
     windowValid = 0; // what it holds will be older than the file
     for (const ChangedPage* page = pages.Head(); page; page = page->next) {
         const uint64_t start = page->index * PageSize;

@@ -56,6 +56,11 @@ bool Platform::File::GetTime(FileTime& time) {
     return true;
 }
 
+bool Platform::File::IsDeleted() const {
+    struct stat status;
+    return fstat(static_cast<int>(handle), &status) == 0 && status.st_nlink == 0;
+}
+
 bool Platform::File::Seek(uint64_t offset) {
     return !FileCallShallFail() && lseek(static_cast<int>(handle), static_cast<off_t>(offset), SEEK_SET) != -1;
 }
@@ -73,11 +78,6 @@ bool Platform::File::Read(void* out, size_t count, size_t& read) {
     return true;
 }
 
-bool Platform::File::Write(const void* bytes, size_t count) {
-    if (FileCallShallFail()) return false;
-    const char* at = static_cast<const char*>(bytes);
-    while (count) {
-        const ssize_t put = write(static_cast<int>(handle), at, count);
 bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
     read = 0;
     if (FileCallShallFail()) return false;
@@ -91,6 +91,11 @@ bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& re
     return true;
 }
 
+bool Platform::File::Write(const void* bytes, size_t count) {
+    if (FileCallShallFail()) return false;
+    const char* at = static_cast<const char*>(bytes);
+    while (count) {
+        const ssize_t put = write(static_cast<int>(handle), at, count);
         if (put <= 0) return false;
         at += put;
         count -= static_cast<size_t>(put);

@@ -63,6 +63,12 @@ bool Platform::File::GetTime(FileTime& time) {
     return true;
 }
 
+bool Platform::File::IsDeleted() const {
+    FILE_STANDARD_INFO info{};
+    return GetFileInformationByHandleEx(Native(handle), FileStandardInfo, &info, sizeof(info)) &&
+           (info.DeletePending || info.NumberOfLinks == 0);
+}
+
 bool Platform::File::Seek(uint64_t offset) {
     LARGE_INTEGER target{};
     target.QuadPart = static_cast<LONGLONG>(offset);
@@ -82,12 +88,6 @@ bool Platform::File::Read(void* out, size_t count, size_t& read) {
     return true;
 }
 
-bool Platform::File::Write(const void* bytes, size_t count) {
-    if (FileCallShallFail()) return false;
-    const char* at = static_cast<const char*>(bytes);
-    while (count) {
-        DWORD put = 0;
-        if (!WriteFile(Native(handle), at, TransferSize(count), &put, nullptr) || put == 0) return false;
 bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
     read = 0;
     if (FileCallShallFail()) return false;
@@ -105,6 +105,12 @@ bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& re
     return true;
 }
 
+bool Platform::File::Write(const void* bytes, size_t count) {
+    if (FileCallShallFail()) return false;
+    const char* at = static_cast<const char*>(bytes);
+    while (count) {
+        DWORD put = 0;
+        if (!WriteFile(Native(handle), at, TransferSize(count), &put, nullptr) || put == 0) return false;
         at += put;
         count -= put;
     }

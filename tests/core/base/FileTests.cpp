@@ -240,6 +240,18 @@ TEST(File, ReadsAtAPlaceUpToTheEnd) {
     EXPECT_FALSE(closed.ReadAt(0, out, 1, read));
 }
 
+TEST(File, TellsWhenItWasDeleted) {
+    const ScratchFolder folder;
+    folder.Write("f", "content");
+    File file;
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::ReadWrite));
+    EXPECT_FALSE(file.IsDeleted());
+    std::error_code error;
+    std::filesystem::remove(folder.File("f"), error);
+    ASSERT_FALSE(error);
+    EXPECT_TRUE(file.IsDeleted());
+}
+
 TEST(File, EveryCallFailsInTurn) {
     const ScratchFolder folder;
     const uint64_t failures = FailEachFileCall([&] {

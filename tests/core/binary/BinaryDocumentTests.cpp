@@ -515,6 +515,18 @@ TEST(BinaryShortened, WhatAnotherProgramAppendedIsLeftAlone) {
     ASSERT_TRUE(file.Edit(2, "x"));
     file.folder.Write("file.bin", "abcdef");
     EXPECT_EQ(file->FileSize(), 3u);
+TEST(BinaryShortened, WhatIsWrittenIntoADeletedFileIsNotTakenForSaved) {
+    OpenedFile file(Pattern(50000));
+    ASSERT_TRUE(file.Edit(0, "x"));
+    std::error_code error;
+    std::filesystem::remove(file.folder.File("file.bin"), error);
+    ASSERT_FALSE(error);
+    EXPECT_FALSE(file.Save());
+    EXPECT_TRUE(file->IsModified());
+    EXPECT_EQ(file.Content()[0], 'x');
+    EXPECT_FALSE(std::filesystem::exists(file.folder.File("file.bin")));
+}
+
     EXPECT_TRUE(file.Save());
     EXPECT_EQ(file.OnDisk(), "abxdef");
 }
