@@ -21,11 +21,9 @@ bool BinaryDocument::ReadAt(uint64_t offset, uint8_t* destination, uint32_t coun
 }
 
 bool BinaryDocument::EnsureWindow(uint64_t offset, uint32_t count) {
-    if (offset >= fileSize)
-        count = 0;
-    else
-        count = static_cast<uint32_t>(std::min<uint64_t>(count, fileSize - offset));
-    if (offset >= windowStart && offset - windowStart + count <= windowValid) return true;
+    const uint64_t first = std::min(offset, fileSize);
+    count = static_cast<uint32_t>(std::min<uint64_t>(count, fileSize - first));
+    if (first >= windowStart && first - windowStart + count <= windowValid) return true;
     if (!window) return false;
     uint64_t start = offset;
     if (offset >= fileSize) {
