@@ -56,8 +56,9 @@ public:
     // Fills PageSize bytes with the page that starts at `pageStart`: its changed content unless `fromFile`
     // is set, else the file's. `valid` is how many of them there are; the rest is zero, on failure all is.
     bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid);
-    // Reads the current content; false unless all of it is there. The window serves as scratch space, yet
-    // WindowStart and WindowValid stay as they are: who needs the window itself reads it anew.
+    // Reads the current content; false unless all of it is there. The window serves as scratch space for
+    // pages of the file, yet WindowStart and WindowValid stay as they are: who needs the window itself
+    // reads it anew.
     bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count);
     // Changes bytes without an undo record. False, with nothing changed, when they do not all lie in the
     // file, a page cannot be read or memory runs out.

@@ -56,10 +56,13 @@ bool BinaryDocument::ReadBytes(uint64_t offset, uint8_t* destination, size_t cou
     while (count) {
         const auto inPage = static_cast<uint32_t>(offset % PageSize);
         const size_t part = std::min<size_t>(count, PageSize - inPage);
-        uint32_t valid = 0;
-        windowIsScratch = true;
-        if (!ReadPage(window, offset - inPage, false, valid) || inPage + part > valid) return false;
-        std::memcpy(destination, window + inPage, part);
+        const ChangedPage* page = pages.Find(offset / PageSize);
+        if (!page) {
+            uint32_t valid = 0;
+            windowIsScratch = true;
+            if (!ReadPage(window, offset - inPage, true, valid) || inPage + part > valid) return false;
+        }
+        std::memcpy(destination, (page ? page->data : window) + inPage, part);
         offset += part;
         destination += part;
         count -= part;
