@@ -521,6 +521,7 @@ TEST(BinaryShortened, WhatIsWrittenIntoADeletedFileIsNotTakenForSaved) {
     std::error_code error;
     std::filesystem::remove(file.folder.File("file.bin"), error);
     ASSERT_FALSE(error);
+    if (std::filesystem::exists(file.folder.File("file.bin"))) GTEST_SKIP() << "deleted here only once it is closed";
     EXPECT_FALSE(file.Save());
     EXPECT_TRUE(file->IsModified());
     EXPECT_EQ(file.Content()[0], 'x');
