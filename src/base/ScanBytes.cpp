@@ -7,31 +7,51 @@
 #include <algorithm>
 #include <cstring>
 
-// As the search over characters does, a step tests for two bytes of the pattern at many positions at
-// once, and only where both stand is the whole pattern compared.
+// There are two ways to pass over bytes at which a pattern cannot stand.
+//
+// Probes: of the pattern two bytes are chosen that are rare in texts and programs. A step tests 128
+// positions for the rarer one, and only where it stands are the other one and then the whole pattern
+// looked at. This is best when the rarer byte hardly ever stands anywhere.
+//
+// Grams, for long patterns of common bytes, such as words: wherever the pattern stands, one of every so
+// many places in the text holds eight bytes that follow each other in the pattern. Only those places are
+// looked at, and the eight bytes looked up in a table.
 
 using namespace Scan::Vector;
+using Scan::ByteFinder;
+using Scan::ByteProbe;
+using Scan::NotFound;
 
 namespace {
 
-constexpr size_t Positions = 32; // tested in one step
+constexpr size_t Step = 128; // positions that probes test at once
+constexpr size_t Group = 64; // positions in one mask
+
+constexpr size_t GramSize = sizeof(uint64_t);
+constexpr size_t ShortestForGrams = 16; // below, too many places would have to be looked at
+constexpr size_t LongestForGrams = 64;  // above, too much of the table would be taken
+constexpr ptrdiff_t Places = 8;         // looked at in one group
 
 uint8_t Fold(uint8_t byte) { return static_cast<uint8_t>(Text::FoldCase(byte)); }
 
-bool StandsAt(const uint8_t* bytes, const uint8_t* pattern, size_t n, bool matchCase) {
-    if (matchCase) return std::memcmp(bytes, pattern, n) == 0;
-    for (size_t i = 0; i < n; ++i)
-        if (Fold(bytes[i]) != Fold(pattern[i])) return false;
-    return true;
-}
+struct ByteTable {
+    uint8_t of[256];
+};
 
-// A guess that holds for programs, pictures and texts alike.
-unsigned CommonnessOf(uint8_t byte) {
-    if (byte == 0) return 5;
-    if (byte == 0xFF || byte == ' ') return 4;
-    if (Fold(byte) >= 'a' && Fold(byte) <= 'z') return 3;
-    return byte >= 0x20 && byte < 0x7F ? 2 : 1;
-}
+// A guess at how common bytes are that holds for programs, pictures and texts alike: zeros, ones and
+// blanks, then letters in the order of English, then what else can be read, then the rest.
+constexpr uint8_t CommonFromHere = 10;
+constexpr ByteTable Commonness = [] {
+    constexpr char Letters[] = "qjzxkvwybgpfmhudlcrsinoate";
+    ByteTable table = {};
+    for (unsigned byte = 0; byte < 256; ++byte) table.of[byte] = byte > ' ' && byte < 0x7F ? CommonFromHere : 5;
+    for (uint8_t i = 0; i < 26; ++i) {
+        const auto letter = static_cast<size_t>(Letters[i]);
+        table.of[letter] = table.of[letter - 0x20] = static_cast<uint8_t>(CommonFromHere + i);
+    }
+    table.of[0] = table.of[0x20] = table.of[0xFF] = 40;
+    return table;
+}();
 
 // Looks only so far into a long pattern: choosing must cost little against one search.
 constexpr size_t ProbedBytes = 128;
@@ -40,95 +60,252 @@ size_t RarestOffset(const uint8_t* pattern, size_t n, size_t except) {
     n = std::min(n, ProbedBytes);
     size_t best = except == 0 && n > 1 ? 1 : 0;
     for (size_t i = 0; i < n; ++i)
-        if (i != except && CommonnessOf(pattern[i]) < CommonnessOf(pattern[best])) best = i;
+        if (i != except && Commonness.of[pattern[i]] < Commonness.of[pattern[best]]) best = i;
     return best;
 }
 
-// One byte of the pattern to test for. Both cases of a letter become the same one by the bit that tells
-// them apart, and nothing else does.
-struct Probe {
-    size_t offset;
-    __m128i caseBit;
-    __m128i byte;
+__m128i ProbeAt(const ByteProbe& probe, const uint8_t* bytes) {
+    return _mm_cmpeq_epi8(_mm_or_si128(Load(bytes + probe.offset), probe.caseBit), probe.byte);
+}
 
-    Probe(const uint8_t* pattern, size_t offset, bool matchCase) : offset(offset) {
-        const bool folds = !matchCase && Text::IsAsciiLetter(pattern[offset]);
-        caseBit = _mm_set1_epi8(folds ? 0x20 : 0);
-        byte = _mm_set1_epi8(static_cast<char>(folds ? Fold(pattern[offset]) : pattern[offset]));
+bool StandsAt(const ByteProbe& probe, const uint8_t* bytes) {
+    const uint8_t byte = bytes[probe.offset];
+    return (probe.folds ? Fold(byte) : byte) == probe.value;
+}
+
+// One bit for each position of a group at which the probe's byte stands.
+uint64_t InGroup(const ByteProbe& probe, const uint8_t* bytes) {
+    const uint64_t low = ByteMask(ProbeAt(probe, bytes)) | ByteMask(ProbeAt(probe, bytes + 16)) << 16;
+    const uint64_t high = ByteMask(ProbeAt(probe, bytes + 32)) | ByteMask(ProbeAt(probe, bytes + 48)) << 16;
+    return low | high << 32;
+}
+
+template <bool folding> size_t Skip(const ByteProbe& probe, const uint8_t* step, ptrdiff_t stride, size_t count) {
+    const __m128i bit = probe.caseBit; // locals, for the compiler to keep them in registers
+    const __m128i wanted = probe.byte;
+    const auto test = [=](const uint8_t* at) {
+        return _mm_cmpeq_epi8(folding ? _mm_or_si128(Load(at), bit) : Load(at), wanted);
+    };
+    step += probe.offset;
+    for (size_t passed = 0; passed < count; ++passed, step += stride) {
+        __m128i any = test(step);
+        for (size_t i = 16; i < Step; i += 16) any = _mm_or_si128(any, test(step + i));
+        if (ByteMask(any)) return passed;
     }
-    __m128i At(const uint8_t* bytes) const { return _mm_cmpeq_epi8(_mm_or_si128(Load(bytes + offset), caseBit), byte); }
-};
+    return count;
+}
 
-class Pattern {
-public:
-    Pattern(const uint8_t* pattern, size_t n, bool matchCase)
-        : pattern(pattern), n(n), matchCase(matchCase),
-          first(pattern, RarestOffset(pattern, n, Scan::NotFound), matchCase),
-          second(pattern, RarestOffset(pattern, n, first.offset), matchCase) {}
+// How many of `count` steps pass without the probe's byte; each lies `stride` from the one before.
+size_t StepsWithout(const ByteProbe& probe, const uint8_t* step, ptrdiff_t stride, size_t count) {
+    return probe.folds ? Skip<true>(probe, step, stride, count) : Skip<false>(probe, step, stride, count);
+}
 
-    // One bit for each position at `bytes` where the pattern may stand.
-    uint32_t Candidates(const uint8_t* bytes) const {
-        const __m128i low = _mm_and_si128(first.At(bytes), second.At(bytes));
-        const __m128i high = _mm_and_si128(first.At(bytes + 16), second.At(bytes + 16));
-        if (!ByteMask(_mm_or_si128(low, high))) return 0;
-        return ByteMask(low) | ByteMask(high) << 16;
-    }
-    bool Stands(const uint8_t* bytes) const { return StandsAt(bytes, pattern, n, matchCase); }
+// The upper bits are the better mixed ones.
+template <bool folding> uint64_t GramHash(const uint8_t* bytes) {
+    uint64_t gram;
+    std::memcpy(&gram, bytes, GramSize);
+    // That the case bit of other characters than letters is lost too only makes the table less exact.
+    if (folding) gram |= 0x2020202020202020;
+    return gram * 0x9E3779B97F4A7C15;
+}
 
-private:
-    const uint8_t* pattern;
-    size_t n;
-    bool matchCase;
-    Probe first;
-    Probe second;
-};
+template <bool folding>
+size_t PassGroups(const uint8_t* grams, unsigned shift, const uint8_t* place, ptrdiff_t stride, size_t count) {
+    const auto at = [=](const uint8_t* bytes) -> unsigned { return grams[GramHash<folding>(bytes) >> shift]; };
+    const auto atFour = [=](const uint8_t* bytes) {
+        return at(bytes) | at(bytes + stride) | at(bytes + 2 * stride) | at(bytes + 3 * stride);
+    };
+    size_t left = count;
+    for (; left; --left, place += Places * stride)
+        if (atFour(place) | atFour(place + 4 * stride)) break;
+    return count - left;
+}
 
 } // namespace
 
+bool Scan::EqualBytes(const uint8_t* left, const uint8_t* right, size_t count, bool matchCase) {
+    if (matchCase) return std::memcmp(left, right, count) == 0;
+    for (size_t i = 0; i < count; ++i)
+        if (Fold(left[i]) != Fold(right[i])) return false;
+    return true;
+}
+
+ByteProbe::ByteProbe(const uint8_t* pattern, size_t offset, bool matchCase)
+    : offset(offset), folds(!matchCase && Text::IsAsciiLetter(pattern[offset])),
+      value(folds ? Fold(pattern[offset]) : pattern[offset]), caseBit(_mm_set1_epi8(folds ? 0x20 : 0)),
+      byte(_mm_set1_epi8(static_cast<char>(value))) {}
+
+ByteFinder::ByteFinder(const uint8_t* pattern, size_t n, bool matchCase)
+    : pattern(pattern), n(n), matchCase(matchCase), first(pattern, RarestOffset(pattern, n, NotFound), matchCase),
+      second(pattern, RarestOffset(pattern, n, first.offset), matchCase) {
+    if (n >= ShortestForGrams && Commonness.of[pattern[first.offset]] >= CommonFromHere) CollectGrams();
+}
+
 // At every position below `end` the whole pattern fits into the bytes.
 
-size_t Scan::FindBytes(const uint8_t* bytes, size_t count, const uint8_t* sought, size_t n, bool matchCase) {
+size_t ByteFinder::First(const uint8_t* bytes, size_t count) const {
     if (n > count) return NotFound;
     const size_t end = count - n + 1;
-    const Pattern pattern(sought, n, matchCase);
-    size_t at = 0;
-    for (; at + Positions <= end; at += Positions) {
-        for (uint32_t mask = pattern.Candidates(bytes + at); mask; mask &= mask - 1)
-            if (pattern.Stands(bytes + at + FirstBit(mask))) return at + FirstBit(mask);
-    }
-    for (; at < end; ++at)
-        if (pattern.Stands(bytes + at)) return at;
+    if (stride) return FirstByGrams(bytes, end);
+    return end < Step ? FirstIn(bytes, 0, end) : FirstByProbes(bytes, end);
+}
+
+size_t ByteFinder::Last(const uint8_t* bytes, size_t count) const {
+    if (n > count) return NotFound;
+    const size_t end = count - n + 1;
+    if (stride) return LastByGrams(bytes, end);
+    return end < Step ? LastIn(bytes, 0, end) : LastByProbes(bytes, end);
+}
+
+bool ByteFinder::Stands(const uint8_t* bytes) const {
+    return StandsAt(first, bytes) && StandsAt(second, bytes) && Scan::EqualBytes(bytes, pattern, n, matchCase);
+}
+
+size_t ByteFinder::FirstIn(const uint8_t* bytes, size_t from, size_t end) const {
+    for (; from < end; ++from)
+        if (Stands(bytes + from)) return from;
     return NotFound;
 }
 
-size_t Scan::FindLastBytes(const uint8_t* bytes, size_t count, const uint8_t* sought, size_t n, bool matchCase) {
-    if (n > count) return NotFound;
-    size_t end = count - n + 1;
-    const Pattern pattern(sought, n, matchCase);
-    for (; end >= Positions; end -= Positions) {
-        const size_t start = end - Positions;
-        uint32_t mask = pattern.Candidates(bytes + start);
-        while (mask) {
-            const size_t bit = LastBit(mask);
-            if (pattern.Stands(bytes + start + bit)) return start + bit;
-            mask ^= uint32_t{1} << bit;
+size_t ByteFinder::LastIn(const uint8_t* bytes, size_t from, size_t end) const {
+    while (end > from)
+        if (Stands(bytes + --end)) return end;
+    return NotFound;
+}
+
+// Probes. What is left of the positions beside whole steps is tested as one more step, which reaches over
+// positions known to be none.
+
+// From 1 to Step: a position from which on the probe loads whole cache lines.
+size_t ByteFinder::AlignedStep(const uint8_t* bytes) const {
+    return Step - reinterpret_cast<uintptr_t>(bytes + first.offset) % Step;
+}
+
+size_t ByteFinder::FirstByProbes(const uint8_t* bytes, size_t end) const {
+    size_t found = FirstInStep(bytes);
+    if (found != NotFound) return found;
+    for (size_t at = AlignedStep(bytes); at + Step <= end; at += Step) {
+        at += Step * StepsWithout(first, bytes + at, Step, (end - at) / Step);
+        if (at + Step > end) break;
+        found = FirstInStep(bytes + at);
+        if (found != NotFound) return at + found;
+    }
+    found = FirstInStep(bytes + end - Step);
+    return found == NotFound ? NotFound : end - Step + found;
+}
+
+size_t ByteFinder::LastByProbes(const uint8_t* bytes, size_t end) const {
+    size_t found = LastInStep(bytes + end - Step);
+    if (found != NotFound) return end - Step + found;
+    const size_t aligned = AlignedStep(bytes);
+    end = aligned > end ? 0 : end - (end - aligned) % Step; // back to where an aligned step ends
+    while (end >= Step) {
+        end -= Step * StepsWithout(first, bytes + end - Step, -ptrdiff_t{Step}, end / Step);
+        if (end < Step) break;
+        found = LastInStep(bytes + end - Step);
+        if (found != NotFound) return end - Step + found;
+        end -= Step;
+    }
+    return LastInStep(bytes);
+}
+
+// Steps with the first byte alone are frequent enough to be passed without a branch for each byte.
+bool ByteFinder::MayStandIn(const uint8_t* step) const {
+    __m128i any = _mm_setzero_si128();
+    for (size_t i = 0; i < Step; i += 16)
+        any = _mm_or_si128(any, _mm_and_si128(ProbeAt(first, step + i), ProbeAt(second, step + i)));
+    return ByteMask(any) != 0;
+}
+
+size_t ByteFinder::FirstInStep(const uint8_t* step) const {
+    if (!MayStandIn(step)) return NotFound;
+    for (size_t group = 0; group < Step; group += Group) {
+        for (uint64_t mask = InGroup(first, step + group); mask; mask &= mask - 1) {
+            const size_t at = group + static_cast<size_t>(std::countr_zero(mask));
+            if (Stands(step + at)) return at;
         }
     }
-    while (end--)
-        if (pattern.Stands(bytes + end)) return end;
+    return NotFound;
+}
+
+size_t ByteFinder::LastInStep(const uint8_t* step) const {
+    if (!MayStandIn(step)) return NotFound;
+    for (size_t group = Step; group; group -= Group) {
+        uint64_t mask = InGroup(first, step + group - Group);
+        while (mask) {
+            const auto bit = static_cast<size_t>(std::bit_width(mask) - 1);
+            if (Stands(step + group - Group + bit)) return group - Group + bit;
+            mask ^= uint64_t{1} << bit;
+        }
+    }
+    return NotFound;
+}
+
+// Grams. Of the positions [place - stride + 1, place] each has its gram at `place` inside the pattern.
+
+uint64_t ByteFinder::HashAt(const uint8_t* bytes) const {
+    return matchCase ? GramHash<false>(bytes) : GramHash<true>(bytes);
+}
+
+void ByteFinder::CollectGrams() {
+    const size_t used = std::min(n, LongestForGrams);
+    for (size_t i = 0; i + GramSize <= used; ++i) {
+        const uint64_t hash = HashAt(pattern + i);
+        grams[hash >> GramShift] |= GramBit(hash);
+    }
+    stride = used - GramSize + 1;
+}
+
+bool ByteFinder::MayHoldGram(const uint8_t* place) const {
+    const uint64_t hash = HashAt(place);
+    return grams[hash >> GramShift] & GramBit(hash);
+}
+
+// How many of `count` groups of places pass without a gram; each lies `distance` from the one before.
+size_t ByteFinder::GroupsWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const {
+    return matchCase ? PassGroups<false>(grams, GramShift, place, distance, count)
+                     : PassGroups<true>(grams, GramShift, place, distance, count);
+}
+
+size_t ByteFinder::FirstByGrams(const uint8_t* bytes, size_t end) const {
+    const size_t group = size_t{Places} * stride;
+    for (size_t from = 0; from < end;) {
+        const uint8_t* place = bytes + from + stride - 1;
+        from += group * GroupsWithout(place, static_cast<ptrdiff_t>(stride), (end - from) / group);
+        for (const size_t groupEnd = std::min(end, from + group); from < groupEnd; from += stride) {
+            if (!MayHoldGram(bytes + from + stride - 1)) continue;
+            const size_t found = FirstIn(bytes, from, std::min(end, from + stride));
+            if (found != NotFound) return found;
+        }
+    }
+    return NotFound;
+}
+
+size_t ByteFinder::LastByGrams(const uint8_t* bytes, size_t end) const {
+    const size_t group = size_t{Places} * stride;
+    while (end) {
+        end -= group * GroupsWithout(bytes + end - 1, -static_cast<ptrdiff_t>(stride), end / group);
+        const size_t groupStart = end > group ? end - group : 0;
+        while (end > groupStart) {
+            const size_t from = end > stride ? end - stride : 0;
+            const size_t found = MayHoldGram(bytes + end - 1) ? LastIn(bytes, from, end) : NotFound;
+            if (found != NotFound) return found;
+            end = from;
+        }
+    }
     return NotFound;
 }
 
 size_t Scan::Reference::FindBytes(const uint8_t* bytes, size_t count, const uint8_t* pattern, size_t n,
                                   bool matchCase) {
     for (size_t at = 0; at + n <= count; ++at)
-        if (StandsAt(bytes + at, pattern, n, matchCase)) return at;
+        if (EqualBytes(bytes + at, pattern, n, matchCase)) return at;
     return NotFound;
 }
 
 size_t Scan::Reference::FindLastBytes(const uint8_t* bytes, size_t count, const uint8_t* pattern, size_t n,
                                       bool matchCase) {
     for (size_t end = count; end >= n; --end)
-        if (StandsAt(bytes + end - n, pattern, n, matchCase)) return end - n;
+        if (EqualBytes(bytes + end - n, pattern, n, matchCase)) return end - n;
     return NotFound;
 }

@@ -2,14 +2,71 @@
 
 #include "base/Types.h"
 
-// Substring search over bytes, written with SSE2, each with a plain version in Scan::Reference that the
-// tests compare it with. Without `matchCase` the ASCII letters are folded on both sides.
+#include <emmintrin.h>
+
+// Substring search over bytes, with a plain version in Scan::Reference that the tests compare it with.
+// Without `matchCase` the ASCII letters are folded on both sides.
 namespace Scan {
 
-// The first (last) position in bytes[0, count) at which the n (>= 1) bytes of `pattern` stand as a whole;
-// Scan::NotFound without one.
-size_t FindBytes(const uint8_t* bytes, size_t count, const uint8_t* pattern, size_t n, bool matchCase);
-size_t FindLastBytes(const uint8_t* bytes, size_t count, const uint8_t* pattern, size_t n, bool matchCase);
+bool EqualBytes(const uint8_t* left, const uint8_t* right, size_t count, bool matchCase);
+
+// One byte of a pattern. Both cases of a letter become the same one by the bit that tells them apart, and
+// nothing else does.
+struct ByteProbe {
+    ByteProbe(const uint8_t* pattern, size_t offset, bool matchCase);
+
+    size_t offset; // in the pattern
+    bool folds;
+    uint8_t value; // folded
+    __m128i caseBit;
+    __m128i byte;
+};
+
+// A pattern made ready to be looked for in many places. It does not own the pattern.
+class ByteFinder {
+public:
+    // `n` is at least 1.
+    ByteFinder(const uint8_t* pattern, size_t n, bool matchCase);
+    ByteFinder(const ByteFinder&) = delete;
+    ByteFinder& operator=(const ByteFinder&) = delete;
+
+    // The first (last) position in bytes[0, count) at which the pattern stands as a whole; Scan::NotFound
+    // without one.
+    size_t First(const uint8_t* bytes, size_t count) const;
+    size_t Last(const uint8_t* bytes, size_t count) const;
+    size_t Length() const { return n; }
+
+private:
+    static constexpr unsigned GramBits = 13;
+    static constexpr unsigned GramShift = 64 - GramBits;
+
+    // Tells grams apart that fall on the same byte of the table.
+    static uint8_t GramBit(uint64_t hash) { return static_cast<uint8_t>(1u << (hash >> (GramShift - 3) & 7)); }
+
+    size_t FirstByProbes(const uint8_t* bytes, size_t end) const;
+    size_t LastByProbes(const uint8_t* bytes, size_t end) const;
+    size_t FirstByGrams(const uint8_t* bytes, size_t end) const;
+    size_t LastByGrams(const uint8_t* bytes, size_t end) const;
+    size_t FirstInStep(const uint8_t* step) const;
+    size_t LastInStep(const uint8_t* step) const;
+    size_t FirstIn(const uint8_t* bytes, size_t from, size_t end) const;
+    size_t LastIn(const uint8_t* bytes, size_t from, size_t end) const;
+    bool MayStandIn(const uint8_t* step) const;
+    bool Stands(const uint8_t* bytes) const;
+    size_t AlignedStep(const uint8_t* bytes) const;
+    uint64_t HashAt(const uint8_t* bytes) const;
+    bool MayHoldGram(const uint8_t* place) const;
+    size_t GroupsWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const;
+    void CollectGrams();
+
+    const uint8_t* pattern;
+    size_t n;
+    bool matchCase;
+    ByteProbe first;
+    ByteProbe second;
+    size_t stride = 0; // from gram to gram; 0 when the probes are used
+    uint8_t grams[size_t{1} << GramBits] = {};
+};
 
 namespace Reference {
 size_t FindBytes(const uint8_t* bytes, size_t count, const uint8_t* pattern, size_t n, bool matchCase);

@@ -47,11 +47,18 @@ bool BinaryDocument::Open(const Char* fileName) {
         readOnly = 1;
     }
     if (opened && file.GetSize(fileSize)) {
-        window = Heap::AllocateArray<uint8_t>(WindowSize);
-        if (window && SetPath(fileName) && EnsureWindow(0, PageSize)) return true;
+        if (AllocateWindow() && SetPath(fileName) && EnsureWindow(0, PageSize)) return true;
     }
     Close();
     return false;
+}
+
+// On a cache line's start: there the system copies what it reads measurably faster.
+bool BinaryDocument::AllocateWindow() {
+    windowBlock = Heap::AllocateArray<uint8_t>(WindowSize + CacheLine);
+    if (!windowBlock) return false;
+    window = windowBlock + (CacheLine - reinterpret_cast<uintptr_t>(windowBlock) % CacheLine);
+    return true;
 }
 
 void BinaryDocument::Close() {
@@ -61,8 +68,8 @@ void BinaryDocument::Close() {
     file.Close();
     fileSize = 0;
     readOnly = 0;
-    Heap::Free(window);
-    window = nullptr;
+    Heap::Free(windowBlock);
+    windowBlock = window = nullptr;
     windowStart = 0;
     windowValid = 0;
     windowIsScratch = false;

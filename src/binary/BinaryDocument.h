@@ -2,6 +2,7 @@
 
 #include "base/Array.h"
 #include "base/Platform.h"
+#include "base/ScanBytes.h"
 #include "binary/ByteEdit.h"
 #include "binary/ChangedPages.h"
 #include "binary/HexDocumentView.h"
@@ -79,13 +80,16 @@ public:
                    uint64_t& found, bool& wrapped, uint32_t& matchLength, SearchProgress* progress = nullptr);
 
 private:
+    static constexpr uint32_t CacheLine = 64;
+
     ~BinaryDocument();
 
     struct Sought {
         const uint8_t* bytes;
         uint32_t count;
-        uint32_t headCount; // of its first bytes, which the windows are searched for
         bool matchCase;
+        uint32_t headCount; // of its first bytes, which the windows are searched for
+        const Scan::ByteFinder& head;
         SearchProgress* progress; // may be null
         uint64_t gone = 0;        // bytes gone through in both passes
         bool brokenOff = false;
@@ -93,6 +97,7 @@ private:
 
     uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
     uint32_t PageBytes(uint64_t pageStart) const;
+    bool AllocateWindow();
     void Close();
     ChangedPage* MakePage(uint64_t index);
     bool MakePages(uint64_t offset, size_t count);
@@ -109,7 +114,8 @@ private:
     // What all documents have comes first, in DocumentBase.
     Platform::File file;
     uint64_t fileSize = 0;
-    uint8_t* window = nullptr; // WindowSize bytes while a file is open
+    uint8_t* windowBlock = nullptr;
+    uint8_t* window = nullptr; // WindowSize bytes of the block while a file is open
     uint64_t windowStart = 0;
     uint32_t windowValid = 0;
     ChangedPages pages;

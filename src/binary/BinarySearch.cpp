@@ -35,7 +35,10 @@ bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t e
     from = std::min(from, fileSize);
     end = std::min(end, fileSize);
     matchLength = static_cast<uint32_t>(bytes.Count());
-    Sought sought = {bytes.Items(), matchLength, std::min(matchLength, LongestHead), matchCase || hexPattern, progress};
+    matchCase = matchCase || hexPattern;
+    const uint32_t headCount = std::min(matchLength, LongestHead);
+    const Scan::ByteFinder head(bytes.Items(), headCount, matchCase);
+    Sought sought = {bytes.Items(), matchLength, matchCase, headCount, head, progress};
     if (backward ? FindBackward(sought, from, 0, found) : FindForward(sought, from, end, found)) return true;
     if (sought.brokenOff) return false;
     wrapped = true;
@@ -49,7 +52,7 @@ bool BinaryDocument::StandsAt(const Sought& sought, uint64_t offset) {
     if (!EnsureWindow(offset, sought.count)) return false;
     const uint64_t start = offset - windowStart;
     return start + sought.count <= windowValid &&
-           Scan::FindBytes(window + start, sought.count, sought.bytes, sought.count, sought.matchCase) == 0;
+           Scan::EqualBytes(window + start, sought.bytes, sought.count, sought.matchCase);
 }
 
 // Counts bytes that were gone through; false once the search is broken off.
@@ -66,13 +69,15 @@ bool BinaryDocument::MayGoOn(Sought& sought, uint64_t bytes) const {
 bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found) {
     end = std::min(end, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from < end) {
-        if (!EnsureWindow(from, PageSize)) return false;
+        // Whole cache lines are read faster; not going back before the window's start keeps the move a
+        // forward one.
+        const uint64_t line = from - from % CacheLine;
+        if (!EnsureWindow(line < windowStart ? from : line, PageSize + CacheLine)) return false;
         const uint64_t start = from - windowStart;
         // A file that has become shorter ends here.
         if (start + sought.headCount > windowValid) return false;
         const uint64_t positions = std::min(end - from, windowValid - start - sought.headCount + 1);
-        const size_t at = Scan::FindBytes(window + start, static_cast<size_t>(positions) + sought.headCount - 1,
-                                          sought.bytes, sought.headCount, sought.matchCase);
+        const size_t at = sought.head.First(window + start, static_cast<size_t>(positions) + sought.headCount - 1);
         from += at == Scan::NotFound ? positions : at;
         if (!MayGoOn(sought, at == Scan::NotFound ? positions : at)) return false;
         if (at == Scan::NotFound) continue;
@@ -86,16 +91,17 @@ bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, ui
 bool BinaryDocument::FindBackward(Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found) {
     from = std::min(from, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from > lowest) {
-        // Asked for like this, a window that moves back ends with the head at the last position.
+        // Asked for like this, a window that moves back ends with the head at the last position, or less
+        // than a cache line behind it.
         const uint64_t headEnd = from - 1 + sought.headCount;
-        const uint64_t wanted = headEnd > PageSize ? headEnd - PageSize : 0;
+        const uint64_t page = headEnd > PageSize ? headEnd - PageSize : 0;
+        const uint64_t wanted = (page + CacheLine - 1) / CacheLine * CacheLine;
         if (!EnsureWindow(wanted, static_cast<uint32_t>(headEnd - wanted))) return false;
         const uint64_t first = std::max(lowest, windowStart);
         // A file that has become shorter may end before.
         const uint64_t windowEnd = std::min(headEnd, windowStart + windowValid);
         const uint64_t searched = windowEnd > first ? windowEnd - first : 0;
-        const size_t at = Scan::FindLastBytes(window + (first - windowStart), static_cast<size_t>(searched),
-                                              sought.bytes, sought.headCount, sought.matchCase);
+        const size_t at = sought.head.Last(window + (first - windowStart), static_cast<size_t>(searched));
         const uint64_t before = from;
         from = at == Scan::NotFound ? first : first + at;
         if (!MayGoOn(sought, before - from)) return false;

@@ -13,11 +13,11 @@ using Bytes = std::vector<uint8_t>;
 Bytes Of(const char* text) { return Bytes(text, text + std::char_traits<char>::length(text)); }
 
 size_t Find(const Bytes& bytes, const Bytes& pattern, bool matchCase) {
-    return Scan::FindBytes(bytes.data(), bytes.size(), pattern.data(), pattern.size(), matchCase);
+    return Scan::ByteFinder(pattern.data(), pattern.size(), matchCase).First(bytes.data(), bytes.size());
 }
 
 size_t FindLast(const Bytes& bytes, const Bytes& pattern, bool matchCase) {
-    return Scan::FindLastBytes(bytes.data(), bytes.size(), pattern.data(), pattern.size(), matchCase);
+    return Scan::ByteFinder(pattern.data(), pattern.size(), matchCase).Last(bytes.data(), bytes.size());
 }
 
 } // namespace
@@ -72,12 +72,16 @@ TEST(ScanBytes, RandomBytesMatchTheReference) {
     std::mt19937 random(7);
     for (int round = 0; round < 20000; ++round) {
         // Few different bytes, so that patterns nearly stand in many places.
-        const char* alphabets[] = {"ab", "aAbB", "aA@`", "x"};
-        const std::string alphabet = alphabets[random() % 4];
-        Bytes text(random() % 200);
+        const char* alphabets[] = {"ab", "aAbB", "aA@`", "x", "etaoinsrh ETAOINSRH"};
+        const std::string alphabet = alphabets[random() % 5];
+        Bytes text(random() % (random() % 4 ? 200 : 4000));
         for (uint8_t& byte : text) byte = static_cast<uint8_t>(alphabet[random() % alphabet.size()]);
         Bytes pattern(1 + random() % (random() % 4 ? 5 : 60));
         for (uint8_t& byte : pattern) byte = static_cast<uint8_t>(alphabet[random() % alphabet.size()]);
+        if (pattern.size() <= text.size() && random() % 2) {
+            const size_t place = random() % (text.size() - pattern.size() + 1);
+            std::copy(pattern.begin(), pattern.end(), text.begin() + static_cast<ptrdiff_t>(place));
+        }
         const bool matchCase = random() % 2 == 0;
         ASSERT_EQ(Find(text, pattern, matchCase),
                   Scan::Reference::FindBytes(text.data(), text.size(), pattern.data(), pattern.size(), matchCase));
