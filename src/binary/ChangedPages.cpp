@@ -1,22 +1,29 @@
 #include "binary/ChangedPages.h"
 
 ChangedPage* ChangedPages::Find(uint64_t index) const {
-    ChangedPage* page = BucketOf(index);
+    const Bucket& bucket = BucketOf(index);
+    if (!bucket.first || bucket.index == index) return bucket.first;
+    ChangedPage* page = bucket.first->nextInBucket;
     while (page && page->index != index) page = page->nextInBucket;
     return page;
 }
 
 void ChangedPages::Append(ChangedPage* page) {
-    if (count >= BucketCount()) Grow();
+    if (count >= BucketCount() / 2) Grow();
     pages.Append(page);
     PutIntoBucket(page);
     ++count;
 }
 
 void ChangedPages::PutIntoBucket(ChangedPage* page) {
-    ChangedPage*& bucket = BucketOf(page->index);
-    page->nextInBucket = bucket;
-    bucket = page;
+    Bucket& bucket = BucketOf(page->index);
+    page->nextInBucket = bucket.first;
+    SetFirst(bucket, page);
+}
+
+void ChangedPages::SetFirst(Bucket& bucket, ChangedPage* page) {
+    bucket.first = page;
+    bucket.index = page ? page->index : 0;
 }
 
 void ChangedPages::Grow() {
@@ -31,9 +38,8 @@ void ChangedPages::Grow() {
 void ChangedPages::RemoveBehind(const ChangedPage* last) {
     while (ChangedPage* page = pages.tail) {
         if (page == last) return;
-        ChangedPage** link = &BucketOf(page->index);
-        while (*link != page) link = &(*link)->nextInBucket;
-        *link = page->nextInBucket;
+        // Whoever was put in last stands first in its bucket, also in a grown table.
+        SetFirst(BucketOf(page->index), page->nextInBucket);
         pages.Remove(page);
         delete page;
         --count;

@@ -38,13 +38,13 @@ private:
     static constexpr uint32_t FirstBits = 6;
     struct Bucket {
         ChangedPage* first = nullptr; // further ones follow by nextInBucket
+        uint64_t index = 0;           // of the first: mostly a page need not be touched to be found
     };
 
     size_t BucketCount() const { return size_t{1} << bucketBits; }
     // The multiplication spreads pages that lie a power of two apart.
-    ChangedPage*& BucketOf(uint64_t index) const {
-        return buckets[index * 0x9E3779B97F4A7C15u >> (64 - bucketBits)].first;
-    }
+    Bucket& BucketOf(uint64_t index) const { return buckets[index * 0x9E3779B97F4A7C15u >> (64 - bucketBits)]; }
+    static void SetFirst(Bucket& bucket, ChangedPage* page);
     void PutIntoBucket(ChangedPage* page);
     void Grow();
 

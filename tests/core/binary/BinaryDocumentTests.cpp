@@ -670,3 +670,40 @@ TEST(BinaryRandom, OperationsMatchAVectorOfBytes) {
         ASSERT_EQ(file.OnDisk(), saved);
     }
 }
+
+TEST(BinaryPages, AreFoundAmongManyAndKeepTheirOrder) {
+    ChangedPages pages;
+    std::mt19937_64 random(3);
+    std::vector<uint64_t> indexes;
+    for (uint64_t i = 0; i < 500; ++i) indexes.push_back(i % 2 ? i << 40 : random());
+    const auto append = [&](size_t first, size_t end) {
+        for (size_t i = first; i < end; ++i) {
+            EXPECT_EQ(pages.Find(indexes[i]), nullptr);
+            auto* page = new ChangedPage;
+            page->index = indexes[i];
+            pages.Append(page);
+        }
+    };
+    const auto check = [&](size_t count) {
+        ASSERT_EQ(pages.Count(), count);
+        const ChangedPage* page = pages.Head();
+        for (size_t i = 0; i < indexes.size(); ++i) {
+            const ChangedPage* found = pages.Find(indexes[i]);
+            ASSERT_EQ(found, i < count ? page : nullptr);
+            if (i < count) page = page->next;
+        }
+    };
+    append(0, 300);
+    const ChangedPage* last = pages.Tail();
+    append(300, 500);
+    check(500);
+    pages.RemoveBehind(last);
+    check(300);
+    append(300, 400);
+    check(400);
+    pages.Clear();
+    check(0);
+    append(0, 10);
+    pages.RemoveBehind(nullptr);
+    check(0);
+}
