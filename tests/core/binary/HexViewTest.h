@@ -1,41 +1,15 @@
 #pragma once
 
 #include "BinarySupport.h"
-#include "binary/HexEditor.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
-#include "support/FakeSurface.h"
+#include "support/TestHexView.h"
 #include "view/FindState.h"
 #include "view/ViewKey.h"
 
 #include <memory>
 #include <string>
 #include <utility>
-
-// A window and its hex editor, as a document makes and destroys them.
-struct TestHexView {
-    FakeSurface surface;
-    HexEditor editor{surface};
-
-    TestHexView() {
-        surface.editor = &editor;
-        surface.destroy = [this] { delete this; };
-    }
-    ~TestHexView() {
-        surface.editor = nullptr;
-        editor.SetDocument(nullptr);
-    }
-    // In the document's list of views, which owns it.
-    static TestHexView* Create(BinaryDocument& document) {
-        static TestHexView* made;
-        SetHexViewFactory([](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
-            made = new TestHexView;
-            made->editor.SetDocument(&shown);
-            return &made->editor;
-        });
-        return document.CreateView(nullptr) ? made : nullptr;
-    }
-};
 
 // A hex view with focus over a file, in a window of ten rows with a font of 8 x 16 pixels and no margin.
 class HexViewTest : public ::testing::Test {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "binary/HexEditor.h"
+#include "support/FakeSurface.h"
+
+// A window and its hex editor, as a document makes and destroys them.
+struct TestHexView {
+    FakeSurface surface;
+    HexEditor editor{surface};
+
+    TestHexView() {
+        surface.editor = &editor;
+        surface.destroy = [this] { delete this; };
+    }
+    ~TestHexView() {
+        surface.editor = nullptr;
+        editor.SetDocument(nullptr);
+    }
+    // In the document's list of views, which owns it.
+    static TestHexView* Create(BinaryDocument& document) {
+        static TestHexView* made;
+        SetHexViewFactory([](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
+            made = new TestHexView;
+            made->editor.SetDocument(&shown);
+            return &made->editor;
+        });
+        return document.CreateView(nullptr) ? made : nullptr;
+    }
+};
