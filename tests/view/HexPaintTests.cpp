@@ -1,0 +1,292 @@
+#include "TextViewTest.h"
+#include "binary/win32/HexView.h"
+#include "support/ScratchFolder.h"
+
+namespace {
+
+constexpr Colour Red = Rgb(255, 0, 0);
+constexpr Colour Green = Rgb(0, 255, 0);
+constexpr Colour Blue = Rgb(0, 0, 255);
+constexpr Colour Sand = Rgb(255, 255, 0xc0);
+constexpr Colour White = Rgb(255, 255, 255);
+
+// A hex view in a real window.
+class HexPaintTest : public TextViewTest {
+protected:
+    void TearDown() override {
+        Close();
+        TextViewTest::TearDown();
+    }
+    void Close() {
+        if (file) file->Release();
+        file = nullptr;
+    }
+    void ShowFile(const std::string& bytes) {
+        Close();
+        SetHexViewFactory(HexView::Create);
+        file = new BinaryDocument;
+        file->AddRef();
+        ASSERT_TRUE(file->Open(folder.Write("file.bin", bytes).c_str()));
+        DocumentView* made = file->CreateView(frame);
+        ASSERT_NE(made, nullptr);
+        hex = static_cast<HexView*>(made->AsView());
+    }
+    Picture Shot() {
+        hex->HideCaret(); // it would stand in the picture
+        InvalidateRect(hex->GetWindow(), nullptr, TRUE);
+        UpdateWindow(hex->GetWindow());
+        return Picture(hex->GetWindow());
+    }
+    HexEditor& Bytes() const { return hex->Editor(); }
+    // Where a character of the hex column starts, and the first pixel of a row.
+    int HexX(int column) const { return Bytes().TextLeft() + column * Average(); }
+    int TextX(int byte) const { return HexX(static_cast<int>(HexEditor::TextColumn) + byte); }
+    int Y(int row) const { return row * LineHeight(); }
+    // Whether a cell of one row has pixels of the colour.
+    bool Has(const Picture& picture, Colour colour, int left, int right, int row) const {
+        return picture.Has(colour, left, Y(row), right, Y(row + 1));
+    }
+    bool IsAll(const Picture& picture, Colour colour, int left, int right, int row) const {
+        return picture.IsAll(colour, left, Y(row), right, Y(row + 1));
+    }
+    // The pixels of one character, to compare what two places show.
+    std::vector<Colour> Glyph(const Picture& picture, int x, int row) const {
+        std::vector<Colour> pixels;
+        for (int y = Y(row); y < Y(row + 1); ++y)
+            for (int i = 0; i < Average(); ++i) pixels.push_back(picture.At(x + i, y));
+        return pixels;
+    }
+
+    ScratchFolder folder;
+    BinaryDocument* file = nullptr;
+    HexView* hex = nullptr;
+};
+
+} // namespace
+
+TEST_F(HexPaintTest, TheColumnsStandBesideEachOther) {
+    UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#00ff00\nMarginColor=#0000ff\nTextFg=#000000\nTextBg=#ffffc0\n"
+                u"MarginWidth=20");
+    ShowFile(std::string(40, 'H')); // an offset column of four characters
+    const Picture picture = Shot();
+    EXPECT_EQ(Bytes().TextLeft(), 4 * Average() + 20);
+    EXPECT_TRUE(Has(picture, Red, 0, 4 * Average(), 0));
+    EXPECT_TRUE(Has(picture, Green, 0, 4 * Average(), 0));
+    EXPECT_TRUE(IsAll(picture, Blue, 4 * Average(), 4 * Average() + 20, 0));
+    for (int byte = 0; byte < 16; ++byte) {
+        EXPECT_TRUE(Has(picture, 0, HexX(3 * byte), HexX(3 * byte + 1), 0)) << byte;
+        EXPECT_TRUE(Has(picture, 0, HexX(3 * byte + 1), HexX(3 * byte + 2), 0)) << byte;
+        EXPECT_TRUE(IsAll(picture, Sand, HexX(3 * byte + 2), HexX(3 * byte + 3), 0)) << byte;
+        EXPECT_TRUE(Has(picture, 0, TextX(byte), TextX(byte + 1), 0)) << byte;
+    }
+    EXPECT_TRUE(IsAll(picture, Sand, HexX(47), TextX(0), 0));
+    EXPECT_TRUE(IsAll(picture, Sand, TextX(16), TextX(16) + 30, 0));
+}
+
+TEST_F(HexPaintTest, TheOffsetStandsRightAligned) {
+    UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#ffffff\nTextFg=#ff0000\nTextBg=#ffffff");
+    ShowFile(std::string(0x1200, '\xAB')); // six characters: the last six of ten digits
+    Bytes().ScrollToRow(0x11A);
+    const Picture picture = Shot();
+    // The row's offset is 0x11A0; the A looks like that of the bytes.
+    EXPECT_EQ(Glyph(picture, 4 * Average(), 0), Glyph(picture, HexX(0), 0));
+    EXPECT_EQ(Glyph(picture, 2 * Average(), 0), Glyph(picture, 3 * Average(), 0));
+    EXPECT_EQ(Glyph(picture, 0, 0), Glyph(picture, 5 * Average(), 0));
+    EXPECT_NE(Glyph(picture, 0, 0), Glyph(picture, 2 * Average(), 0));
+}
+
+TEST_F(HexPaintTest, APartlyFilledRowAndTheRowsBehindItAreEmpty) {
+    UseSettings(u"TextFg=#000000\nTextBg=#ffffc0\nLineNumBg=#00ff00\nMarginColor=#0000ff");
+    ShowFile(std::string(17, 'H'));
+    const Picture picture = Shot();
+    EXPECT_TRUE(Has(picture, 0, HexX(0), HexX(2), 1));
+    EXPECT_TRUE(IsAll(picture, Sand, HexX(2), TextX(0), 1));
+    EXPECT_TRUE(Has(picture, 0, TextX(0), TextX(1), 1));
+    EXPECT_TRUE(IsAll(picture, Sand, TextX(1), TextX(16), 1));
+    EXPECT_TRUE(Has(picture, Green, 0, Bytes().GutterWidth(), 1));
+    EXPECT_TRUE(IsAll(picture, Sand, 0, Bytes().GutterWidth(), 2));
+    EXPECT_TRUE(IsAll(picture, Blue, Bytes().GutterWidth(), Bytes().TextLeft(), 2));
+    EXPECT_TRUE(IsAll(picture, Sand, HexX(0), TextX(16), 2));
+}
+
+TEST_F(HexPaintTest, AnEmptyFileShowsNoRows) {
+    UseSettings(u"TextBg=#ffffc0\nLineNumBg=#00ff00");
+    ShowFile("");
+    const Picture picture = Shot();
+    EXPECT_TRUE(IsAll(picture, Sand, 0, Bytes().GutterWidth(), 0));
+    EXPECT_TRUE(IsAll(picture, Sand, HexX(0), TextX(16), 0));
+}
+
+TEST_F(HexPaintTest, ModifiedBytesShowInTheirColourUntilTheyAreAsInTheFile) {
+    UseSettings(u"TextFg=#000000\nTextBg=#ffffc0\nBinFg=#ff0000\nBinBg=#00ff00");
+    ShowFile(std::string(40, 'H'));
+    const Picture untouched = Shot();
+    EXPECT_FALSE(untouched.Has(Red, 0, 0, TextX(16), Y(5)));
+    Bytes().GoTo(18);
+    Bytes().TypeHexDigit(u'5');
+    const Picture modified = Shot();
+    EXPECT_TRUE(Has(modified, Red, HexX(6), HexX(8), 1));
+    EXPECT_TRUE(Has(modified, Green, HexX(6), HexX(8), 1));
+    EXPECT_TRUE(Has(modified, Red, TextX(2), TextX(3), 1));
+    EXPECT_FALSE(Has(modified, Green, HexX(0), HexX(6), 1));
+    EXPECT_FALSE(Has(modified, Green, HexX(9), TextX(2), 1));
+    EXPECT_FALSE(Has(modified, Green, HexX(0), TextX(16), 0));
+    Bytes().GoTo(18);
+    Bytes().TypeHexDigit(u'4'); // 0x48 again
+    EXPECT_TRUE(Shot() == untouched);
+    Bytes().Undo();
+    EXPECT_FALSE(Shot() == untouched);
+    Bytes().Undo();
+    EXPECT_TRUE(Shot() == untouched);
+}
+
+TEST_F(HexPaintTest, SavedBytesShowInTheNormalColour) {
+    UseSettings(u"BinFg=#ff0000\nBinBg=#00ff00");
+    ShowFile(std::string(40, 'H'));
+    Bytes().TypeHexDigit(u'5');
+    EXPECT_TRUE(Shot().Has(Green, HexX(0), 0, HexX(2), LineHeight()));
+    ASSERT_TRUE(file->Save(nullptr, 0, 0));
+    EXPECT_FALSE(Shot().Has(Green, HexX(0), 0, HexX(2), LineHeight()));
+}
+
+TEST_F(HexPaintTest, TheSelectionShowsInBothColumnsAndBeforeModifiedBytes) {
+    UseSettings(u"TextBg=#ffffc0\nSelFg=#0000ff\nSelBg=#ffffff\nBinFg=#ff0000\nBinBg=#00ff00");
+    ShowFile(std::string(40, 'H'));
+    Bytes().GoTo(3);
+    Bytes().TypeHexDigit(u'5');
+    Bytes().SelectBytes(2, 18);
+    const Picture picture = Shot();
+    EXPECT_FALSE(picture.Has(Green, 0, 0, TextX(16), Y(5)));
+    EXPECT_FALSE(Has(picture, White, HexX(0), HexX(6), 0));
+    for (int byte = 2; byte < 16; ++byte) {
+        EXPECT_TRUE(Has(picture, Blue, HexX(3 * byte), HexX(3 * byte + 2), 0)) << byte;
+        EXPECT_TRUE(Has(picture, Blue, TextX(byte), TextX(byte + 1), 0)) << byte;
+    }
+    // The blank behind a byte belongs to it, but there is none behind the row's last one.
+    EXPECT_TRUE(IsAll(picture, White, HexX(8), HexX(9), 0));
+    EXPECT_TRUE(IsAll(picture, Sand, HexX(47), TextX(0), 0));
+    EXPECT_TRUE(Has(picture, Blue, HexX(3), HexX(5), 1));
+    EXPECT_FALSE(Has(picture, White, HexX(6), TextX(0), 1));
+    EXPECT_FALSE(Has(picture, Blue, TextX(2), TextX(16), 1));
+}
+
+TEST_F(HexPaintTest, BytesThatAreNoCharactersShowAsDots) {
+    UseSettings(u"");
+    ShowFile("\x1F\x7F.H");
+    const Picture picture = Shot();
+    EXPECT_EQ(Glyph(picture, TextX(0), 0), Glyph(picture, TextX(2), 0));
+    EXPECT_EQ(Glyph(picture, TextX(1), 0), Glyph(picture, TextX(2), 0));
+    EXPECT_NE(Glyph(picture, TextX(3), 0), Glyph(picture, TextX(2), 0));
+}
+
+TEST_F(HexPaintTest, DrawnStraightThePictureIsTheSame) {
+    UseSettings(u"RenderType=0");
+    ShowFile(std::string(1000, 'H'));
+    Bytes().GoTo(20);
+    Bytes().TypeHexDigit(u'5');
+    Bytes().SelectBytes(40, 60);
+    const Picture buffered = Shot();
+    settings.RenderType = 2;
+    EXPECT_TRUE(Shot() == buffered);
+}
+
+TEST_F(HexPaintTest, ARepaintedStripGivesTheSamePicture) {
+    UseSettings(u"");
+    ShowFile(std::string(1000, 'H'));
+    Bytes().ScrollToRow(3);
+    const Picture whole = Shot();
+    const RECT strip = {0, 37, WindowWidth, 90};
+    InvalidateRect(hex->GetWindow(), &strip, TRUE);
+    UpdateWindow(hex->GetWindow());
+    EXPECT_TRUE(Picture(hex->GetWindow()) == whole);
+}
+
+TEST_F(HexPaintTest, ScrollingMovesThePicture) {
+    UseSettings(u"");
+    std::string bytes;
+    for (int row = 0; row < 100; ++row) bytes += std::string(16, static_cast<char>('A' + row % 26));
+    ShowFile(bytes);
+    const Picture top = Shot();
+    SendMessageW(hex->GetWindow(), WM_VSCROLL, SB_LINEDOWN, 0);
+    EXPECT_EQ(Bytes().TopRow(), 1u);
+    const Picture moved = Shot();
+    EXPECT_EQ(Glyph(top, TextX(0), 1), Glyph(moved, TextX(0), 0));
+    SendMessageW(hex->GetWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
+    UINT lines = 3;
+    SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+    EXPECT_EQ(Bytes().TopRow(), 1u + lines);
+}
+
+TEST_F(HexPaintTest, TheScrollBarCountsRows) {
+    UseSettings(u"");
+    ShowFile(std::string(1601, 'H'));
+    SCROLLINFO info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_ALL;
+    ASSERT_TRUE(GetScrollInfo(hex->GetWindow(), SB_VERT, &info));
+    EXPECT_EQ(info.nMin, 0);
+    EXPECT_EQ(info.nMax, 101);
+    EXPECT_EQ(static_cast<int>(info.nPage), Bytes().VisibleLines());
+    EXPECT_EQ(info.nPos, 0);
+}
+
+TEST_F(HexPaintTest, AClickInEitherColumnPutsTheCaretOnTheByte) {
+    UseSettings(u"");
+    ShowFile(std::string(1600, 'H'));
+    const auto click = [this](int x, int row) {
+        const LPARAM point = MAKELPARAM(x, Y(row) + LineHeight() / 2);
+        SendMessageW(hex->GetWindow(), WM_LBUTTONDOWN, MK_LBUTTON, point);
+        SendMessageW(hex->GetWindow(), WM_LBUTTONUP, 0, point);
+        return Bytes().Caret();
+    };
+    EXPECT_EQ(click(HexX(3 * 5) + 2, 2), 37u);
+    EXPECT_EQ(click(TextX(9) + 2, 4), 73u);
+    EXPECT_EQ(click(3, 1), 16u);
+}
+
+TEST_F(HexPaintTest, KeysAndCharactersReachTheEditor) {
+    UseSettings(u"");
+    ShowFile("HHHH");
+    SendMessageW(hex->GetWindow(), WM_KEYDOWN, VK_RIGHT, 1);
+    SendMessageW(hex->GetWindow(), WM_CHAR, u'7', 1);
+    SendMessageW(hex->GetWindow(), WM_CHAR, u'A', 1);
+    uint8_t bytes[4] = {};
+    ASSERT_TRUE(file->ReadBytes(0, bytes, 4));
+    EXPECT_EQ(bytes[1], 0x7A);
+    EXPECT_EQ(Bytes().Caret(), 2u);
+}
+
+TEST_F(HexPaintTest, LinesAndBookmarksMeanNothing) {
+    UseSettings(u"");
+    ShowFile(std::string(1600, 'H'));
+    Bytes().SelectBytes(3, 7);
+    hex->GoToLine(5, true);
+    hex->ToggleBookmark(2);
+    EXPECT_EQ(Bytes().Anchor(), 3u);
+    EXPECT_EQ(Bytes().Caret(), 7u);
+}
+
+TEST_F(HexPaintTest, WhileSuspendedNothingIsInvalidated) {
+    UseSettings(u"");
+    ShowFile("HHHH");
+    Shot();
+    hex->SuspendRedraw(false);
+    hex->Invalidate();
+    EXPECT_FALSE(GetUpdateRect(hex->GetWindow(), nullptr, FALSE));
+    hex->SuspendRedraw(true);
+    EXPECT_TRUE(GetUpdateRect(hex->GetWindow(), nullptr, FALSE));
+}
+
+TEST_F(HexPaintTest, AViewWithoutAWindowIsNoFault) {
+    UseSettings(u"");
+    ShowFile("HHHH");
+    DocumentView* made = file->CreateView(nullptr);
+    ASSERT_NE(made, nullptr);
+    auto& editor = static_cast<HexView*>(made->AsView())->Editor();
+    editor.TypeHexDigit(u'4');
+    editor.GoTo(3);
+    editor.SelectAll();
+    editor.Invalidate();
+    EXPECT_EQ(editor.Caret(), 4u);
+    made->Destroy();
+}
