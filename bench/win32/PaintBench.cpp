@@ -175,8 +175,6 @@ int main() {
 
     // From the message to the painted strip, against a window that only moves its caret and draws the line.
     BareWindow bare(stage);
-    stage.view->Editor().MoveCaret(Rows / 2, 40, false);
-    stage.view->UpdateNow();
     const auto type = repeat([&] {
         SendMessageW(stage.view->GetWindow(), WM_CHAR, L'x', 1);
         stage.view->UpdateNow();
@@ -186,6 +184,8 @@ int main() {
     const auto focusView = [&] {
         SetForegroundWindow(stage.frame);
         SetFocus(stage.view->GetWindow());
+        // Typing on to the right edge would scroll.
+        stage.view->Editor().MoveCaret(Rows / 2, 40, false);
         stage.view->UpdateNow();
     };
     Bench::Compare("typed character to strip / bare window's line", {type, focusView},
