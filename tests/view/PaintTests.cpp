@@ -230,28 +230,89 @@ TEST_F(PaintTest, PartialRepaintLeavesTheSamePictureAsAFullOne) {
     EXPECT_EQ(Picture(view->GetWindow()), full);
 }
 
-TEST_F(PaintTest, AbsurdSettingsGiveASensiblePicture) {
-    Show(u"\ta\tb\n\t\tc");
-    for (const char16_t* lines : {u"SpacesPerTab=0", u"SpacesPerTab=4294967295", u"FontSize=0",
-                                  u"MarginWidth=4294967295", u"ColumnGuide=4294967295", u"CaretWidth=4294967295",
-                                  u"FontName=No Such Font 42", u"FontSize=4294967295", u"RenderType=4294967295"}) {
-        UseSettings(lines);
+// Settings that nothing rejects when they are read.
+TEST_F(PaintTest, AbsurdSettingsStillShowTheText) {
+    Show(u"HHH\n\tH");
+    for (const char16_t* lines : {u"SpacesPerTab=0", u"FontSize=0", u"FontSize=1", u"ColumnGuide=4294967295",
+                                  u"CaretWidth=4294967295", u"FontName=No Such Font 42", u"FontName=",
+                                  u"RenderType=4294967295", u"MarginWidth=0", u"VarWidthLineNumbers=4294967295"}) {
+        SCOPED_TRACE(::testing::PrintToString(std::u16string(lines)));
+        UseSettings(std::u16string(lines) + u"\nTextFg=#ff0000");
         const Picture picture = Paint();
-        EXPECT_GT(picture.width, 0);
-        EXPECT_GE(LineHeight(), 1);
+        EXPECT_TRUE(picture.Has(Red, TextLeft(), 0, picture.width, LineHeight()));
+        EXPECT_TRUE(picture.Has(Red, TextLeft(), LineHeight(), picture.width, 2 * LineHeight()));
+        EXPECT_FALSE(picture.Has(Red, 0, 0, TextLeft(), picture.height));
+    }
+}
+
+TEST_F(PaintTest, AFontLargerThanTheWindowShowsItsBackground) {
+    Show(u"HHH");
+    UseSettings(u"FontSize=4294967295\nShowLineNumbers=0\nTextBg=#ffffc0\nColumnGuide=0");
+    const Picture picture = Paint();
+    EXPECT_GE(LineHeight(), 1);
+    EXPECT_TRUE(picture.IsAll(MarginGrey, 0, 0, TextLeft(), picture.height));
+    EXPECT_TRUE(picture.Has(Rgb(255, 255, 0xc0), TextLeft(), 0, picture.width, picture.height));
+}
+
+TEST_F(PaintTest, ATabWithoutSpacesIsOneSpaceWide) {
+    UseSettings(u"SpacesPerTab=0\nTextFg=#ff0000");
+    Show(u"\t\tHH");
+    const Picture picture = Paint();
+    EXPECT_FALSE(picture.Has(Red, ColumnX(0), 0, ColumnX(2), LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(2), 0, ColumnX(4), LineHeight()));
+}
+
+TEST_F(PaintTest, AnEndlessTabLeavesTheRowToItsBackground) {
+    UseSettings(u"SpacesPerTab=4294967295\nTextFg=#ff0000\nColumnGuide=0");
+    Show(u"\tHH\nHH");
+    const Picture picture = Paint();
+    EXPECT_TRUE(picture.IsAll(White, TextLeft(), 0, picture.width, LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(0), LineHeight(), ColumnX(2), 2 * LineHeight()));
+}
+
+TEST_F(PaintTest, AMarginWiderThanTheWindowCoversIt) {
+    for (const char16_t* lines : {u"MarginWidth=5000", u"MarginWidth=4294967295"}) {
+        UseSettings(lines);
+        Show(u"HHH\nH");
+        const Picture picture = Paint();
+        EXPECT_TRUE(picture.IsAll(MarginGrey, Gutter(), 0, picture.width, picture.height));
+        Editor().MoveCaret(0, 3, false);
+        EXPECT_TRUE(Paint() == picture);
     }
 }
 
 TEST_F(PaintTest, OddCharactersAndLongLinesArePainted) {
     std::u16string text = std::u16string(100000, u'\t') + u"x\n";
     text += std::u16string(u"a\xD800z\xDC00\x0001\x001F\x007F\n");
-    text += std::u16string(1000000, u'W');
+    text += std::u16string(10000000, u'W') + u"\n";
+    text += std::u16string(u"HH\0HH\nHHHH", 10);
     UseSettings(u"TextFg=#ff0000\nIndentGuide=0");
     Show(text, u"cpp");
     const Picture picture = Paint();
     EXPECT_TRUE(picture.Has(Red, ColumnX(0), LineHeight(), ColumnX(3), 2 * LineHeight()));
     EXPECT_TRUE(picture.Has(Red, picture.width - 40, 2 * LineHeight(), picture.width, 3 * LineHeight()));
     EXPECT_TRUE(picture.IsAll(White, TextLeft(), 0, ColumnX(40), LineHeight()));
+    // A NUL ends what is seen of its line, and nothing else.
+    EXPECT_TRUE(picture.Has(Red, ColumnX(0), 3 * LineHeight(), ColumnX(2), 4 * LineHeight()));
+    EXPECT_FALSE(picture.Has(Red, ColumnX(2), 3 * LineHeight(), picture.width, 4 * LineHeight()));
+    EXPECT_TRUE(picture.Has(Red, ColumnX(2), 4 * LineHeight(), ColumnX(4), 5 * LineHeight()));
+}
+
+// A key at the end of a line that is far longer than the window.
+TEST_F(PaintTest, ALongLineIsEditedAtItsEnd) {
+    UseSettings(u"TextFg=#ff0000\nColumnGuide=0");
+    Show(std::u16string(10000000, u'W'));
+    SetForegroundWindow(frame);
+    SetFocus(view->GetWindow());
+    SendMessageW(view->GetWindow(), WM_KEYDOWN, VK_END, 1);
+    const Picture before = Paint();
+    EXPECT_TRUE(before.Has(Red, TextLeft(), 0, TextLeft() + 40, LineHeight()));
+    SendMessageW(view->GetWindow(), WM_CHAR, L' ', 1);
+    EXPECT_EQ(Editor().CaretColumn(), 10000001u);
+    // The text has moved by a cell, so that a blank stands where the caret is.
+    const Picture after = Paint();
+    EXPECT_FALSE(after == before);
+    EXPECT_TRUE(after.Has(Red, TextLeft(), 0, TextLeft() + 40, LineHeight()));
 }
 
 } // namespace

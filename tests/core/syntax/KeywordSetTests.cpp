@@ -195,6 +195,29 @@ TEST(KeywordSet, AgreesWithWalkingTheLists) {
     }
 }
 
+TEST(KeywordSet, AMegabyteOfWords) {
+    std::u16string list;
+    std::vector<std::u16string> words;
+    for (uint32_t i = 0; list.size() < (1u << 20); ++i) {
+        std::u16string word = u"w";
+        for (uint32_t rest = i; rest; rest /= 26) word += static_cast<Char>(u'a' + rest % 26);
+        words.push_back(word + u"_");
+        list += words.back() + u' ';
+    }
+    list += std::u16string(1u << 20, u'x'); // and one word of a megabyte
+    const Set set = Make(list);
+    ASSERT_NE(set, nullptr);
+    for (size_t i = 0; i < words.size(); i += 97) {
+        const std::u16string& word = words[i];
+        EXPECT_EQ(set->Find(word.data(), word.data() + word.size(), word.size()), word.size());
+        const std::u16string longer = word + u'1';
+        EXPECT_EQ(set->Find(longer.data(), longer.data() + longer.size(), longer.size()), 0u);
+    }
+    const std::u16string longest(1u << 20, u'x');
+    EXPECT_EQ(set->Find(longest.data(), longest.data() + longest.size(), longest.size()), longest.size());
+    EXPECT_EQ(set->Find(longest.data(), longest.data() + 9, 9), 0u);
+}
+
 TEST(KeywordSet, ReportsMissingMemory) {
     const uint64_t failures = FailEachAllocation([] {
         const Set set(KeywordSet::Make(u"a b c", true));
