@@ -15,8 +15,32 @@ protected:
     bool AnswerReopen(const wchar_t* name, const wchar_t* button) {
         return editor.Answer(ReopenQuestion(Path(name)), button);
     }
-    bool WaitForCount(size_t count) {
-        return window::WaitFor([&] { return WindowItems().size() == count; });
+    // A question with a name that does not fit on a line; what it is broken by is not compared.
+    bool AnswerLong(const std::wstring& question, const std::wstring& button) {
+        const auto withoutBreaks = [](std::wstring text) {
+            text.erase(std::remove(text.begin(), text.end(), L'\n'), text.end());
+            return text;
+        };
+        const HWND box = editor.WaitForDialog();
+        EXPECT_EQ(withoutBreaks(window::DialogText(box)), withoutBreaks(question));
+        EXPECT_TRUE(FitsOnTheScreen(box));
+        return window::PressButton(box, button) && window::WaitFor([&] { return !IsWindow(box); });
+    }
+    // The same for one of which even the middle is left out.
+    bool AnswerShortened(const std::wstring& begin, const std::wstring& end, const std::wstring& button) {
+        const HWND box = editor.WaitForDialog();
+        const std::wstring text = window::DialogText(box);
+        EXPECT_TRUE(text.starts_with(begin)) << files::Utf8(text);
+        EXPECT_TRUE(text.ends_with(end)) << files::Utf8(text);
+        EXPECT_NE(text.find(L"\x2026"), std::wstring::npos);
+        EXPECT_TRUE(FitsOnTheScreen(box));
+        return window::PressButton(box, button) && window::WaitFor([&] { return !IsWindow(box); });
+    }
+    static bool FitsOnTheScreen(HWND box) {
+        RECT place = {};
+        GetWindowRect(box, &place);
+        return place.right - place.left <= GetSystemMetrics(SM_CXSCREEN) &&
+               place.bottom - place.top <= GetSystemMetrics(SM_CYSCREEN);
     }
     // A number of files that are not looked at.
     Names MakeFiles(int count, const wchar_t* extension) {
@@ -220,7 +244,7 @@ TEST_F(FrameFileTest, LongNamesAreOpenedAndNamedInFull) {
         ASSERT_TRUE(editor.Type(L"x"));
         ASSERT_TRUE(editor.WaitForTitle(path + L"* - Orvane")) << length;
         ASSERT_TRUE(editor.Keys(L"Ctrl+F4"));
-        EXPECT_TRUE(editor.Answer(SaveQuestion(path), L"Yes")) << length;
+        EXPECT_TRUE(AnswerLong(SaveQuestion(path), L"Yes")) << length;
         EXPECT_TRUE(editor.WaitForTitle(L"Untitled1 - Orvane"));
         EXPECT_EQ(files::Read(L"\\\\?\\" + path), "xlong") << length;
     }
@@ -228,7 +252,7 @@ TEST_F(FrameFileTest, LongNamesAreOpenedAndNamedInFull) {
 
 TEST_F(FrameFileTest, NamesThatNoFileCanHaveAreAskedAboutAndDropped) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    const std::wstring longName(32000, L'n');
+    const std::wstring longName(31990, L'n');
     ASSERT_TRUE(editor.Keys(L"Alt+C"));
     ASSERT_TRUE(window::WaitFor([&] { return editor.CommandWindow() && editor.Focus() == editor.CommandWindow(); }));
     // Set, since typing it takes its time.
@@ -237,12 +261,12 @@ TEST_F(FrameFileTest, NamesThatNoFileCanHaveAreAskedAboutAndDropped) {
     ASSERT_TRUE(SendMessageTimeoutW(editor.CommandWindow(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(line.c_str()),
                                     SMTO_ABORTIFHUNG, 15000, &answer));
     ASSERT_TRUE(editor.Keys(L"Enter"));
-    ASSERT_TRUE(editor.Answer(L"Create file " + longName + L"?", L"No"));
+    ASSERT_TRUE(AnswerShortened(L"Create file nnn", L"nnn?", L"No"));
     ASSERT_TRUE(window::WaitFor([&] { return !editor.CommandWindow(); }));
     ASSERT_TRUE(editor.RunCommandLine(L"e a|b\"c.txt"));
     ASSERT_TRUE(editor.Answer(L"Create file a|b\"c.txt?", L"No"));
     Drop({scratch.Folder() + L"\\" + longName});
-    ASSERT_TRUE(editor.Answer(L"Failed opening file: " + scratch.Folder() + L"\\" + longName, L"OK"));
+    ASSERT_TRUE(AnswerShortened(L"Failed opening file: " + scratch.Folder() + L"\\n", L"nnn", L"OK"));
     EXPECT_TRUE(Modify(L"a.txt"));
     EXPECT_EQ(WindowItems().size(), 1u);
 }

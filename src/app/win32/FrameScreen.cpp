@@ -1,6 +1,7 @@
 // What the frame's window shows around its panes: layout, title, status field 0 and questions. What only
 // the screen needs waits for the end of a batch.
 #include "app/FrameTitle.h"
+#include "app/MessageText.h"
 #include "app/win32/Application.h"
 #include "app/win32/MainFrame.h"
 #include "base/Text.h"
@@ -115,6 +116,8 @@ void MainFrame::EndBatch() {
 
 int MainFrame::ShowMessage(NativeWindow owner, const Char* text, uint32_t style) {
     CatchUp();
+    WString fitted;
+    if (BuildMessageText(text, fitted)) text = fitted.Text();
     const int answer = MessageBoxW(owner ? static_cast<HWND>(owner) : window, Wide(text), L"Orvane", style);
     SetRedraw(batchDepth == 0);
     return answer;
