@@ -156,3 +156,20 @@ TEST_F(ResourcesTest, TheDialogsAreThere) {
          {102u, 104u, 110u, 1540u, 1541u, static_cast<unsigned>(IDD_OPTIONS), static_cast<unsigned>(IDD_TOOLS)})
         EXPECT_TRUE(FindResourceW(module, MAKEINTRESOURCEW(id), RT_DIALOG)) << id;
 }
+
+TEST_F(ResourcesTest, TheIconAndTheVersionAreThere) {
+    EXPECT_TRUE(FindResourceW(module, MAKEINTRESOURCEW(IDI_ORVANE), RT_GROUP_ICON));
+    EXPECT_TRUE(FindResourceW(module, MAKEINTRESOURCEW(VS_VERSION_INFO), RT_VERSION));
+}
+
+TEST_F(ResourcesTest, TheManifestAsksForWhatTheProgramNeeds) {
+    const HRSRC found = FindResourceW(module, CREATEPROCESS_MANIFEST_RESOURCE_ID, RT_MANIFEST);
+    ASSERT_TRUE(found);
+    const char* text = static_cast<const char*>(LockResource(LoadResource(module, found)));
+    ASSERT_TRUE(text);
+    const std::string manifest(text, SizeofResource(module, found));
+    for (const char* wanted : {"Microsoft.Windows.Common-Controls", "version=\"6.0.0.0\"", "PerMonitorV2",
+                               ">true</longPathAware>", "level=\"asInvoker\""})
+        EXPECT_NE(manifest.find(wanted), std::string::npos) << wanted;
+    EXPECT_EQ(manifest.find("<activeCodePage"), std::string::npos) << "files are read in the user's own code page";
+}
