@@ -36,6 +36,27 @@ void EmptyTheClipboard(HWND owner) {
 
 } // namespace
 
+TEST(Heap, ABlockThatGrowsALotIsMovedThreeTimesAtMost) {
+    constexpr size_t Step = size_t{1} << 20;
+    constexpr size_t Most = 200 * Step;
+    auto* block = static_cast<uint8_t*>(Heap::Allocate(Step));
+    int moves = 0;
+    for (size_t size = Step; size < Most; size += Step) {
+        ASSERT_TRUE(block);
+        block[size - 1] = static_cast<uint8_t>(size / Step);
+        auto* const grown = static_cast<uint8_t*>(Heap::Resize(block, size, size + Step));
+        moves += grown != block;
+        block = grown;
+    }
+    ASSERT_TRUE(block);
+    EXPECT_LE(moves, 3);
+    for (size_t size = Step; size < Most; size += Step) {
+        ASSERT_EQ(block[size - 1], static_cast<uint8_t>(size / Step));
+        ASSERT_EQ(block[size], 0);
+    }
+    Heap::Free(block);
+}
+
 TEST(WindowText, IsTakenWhole) {
     for (const std::u16string& text : {std::u16string(u"some text"), std::u16string(), std::u16string(5000, u'x')}) {
         const HiddenWindow window(text);

@@ -16,6 +16,9 @@ constexpr size_t LargeSize = size_t{1} << 20;
 // How many times its size the range of a block is.
 constexpr size_t RangeFactor = 2;
 constexpr size_t OutgrownRangeFactor = 16;
+// A block that even that would not be enough for gets a range that no text outgrows.
+constexpr size_t LargestOutgrown = size_t{1} << 24;
+constexpr size_t LargestRange = sizeof(void*) > 4 ? size_t{1} << 34 : 0;
 // What the system aligns its ranges of addresses to; memory is committed in steps of the same size.
 constexpr size_t Granularity = 64 * 1024;
 
@@ -50,12 +53,18 @@ LargeBlock* LargeBlockOf(void* block) {
     return large;
 }
 
-void* AllocateLarge(size_t bytes, size_t rangeFactor) {
+size_t RangeOf(size_t needed, bool isOutgrown) {
+    if (!isOutgrown) return needed * RangeFactor;
+    return needed > LargestOutgrown ? std::max(needed * RangeFactor, LargestRange) : needed * OutgrownRangeFactor;
+}
+
+void* AllocateLarge(size_t bytes, bool isOutgrown) {
     if (bytes > SIZE_MAX / (2 * OutgrownRangeFactor)) return nullptr;
     const size_t needed = RoundUp(bytes + sizeof(LargeBlock));
-    size_t reserved = needed * rangeFactor;
-    void* range = VirtualAlloc(nullptr, reserved, MEM_RESERVE, PAGE_READWRITE);
-    if (!range) range = VirtualAlloc(nullptr, reserved = needed, MEM_RESERVE, PAGE_READWRITE);
+    size_t reserved = RangeOf(needed, isOutgrown);
+    void* range = nullptr;
+    while (!(range = VirtualAlloc(nullptr, reserved, MEM_RESERVE, PAGE_READWRITE)) && reserved > needed)
+        reserved = std::max(RoundUp(reserved / 2), needed);
     if (!range) return nullptr;
     if (!VirtualAlloc(range, needed, MEM_COMMIT, PAGE_READWRITE)) {
         VirtualFree(range, 0, MEM_RELEASE);
@@ -96,7 +105,7 @@ void SystemHeap::Start() { processHeap = GetProcessHeap(); }
 void SystemHeap::Stop() { processHeap = nullptr; }
 
 void* SystemHeap::Allocate(size_t bytes) {
-    return bytes < LargeSize ? HeapAlloc(ProcessHeap(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes, RangeFactor);
+    return bytes < LargeSize ? HeapAlloc(ProcessHeap(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes, false);
 }
 
 void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
@@ -108,7 +117,7 @@ void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
         if (HeapReAlloc(ProcessHeap(), InPlace, block, newBytes)) return block;
     }
     const bool isOutgrown = large && newBytes > oldBytes;
-    void* const moved = isOutgrown ? AllocateLarge(newBytes, OutgrownRangeFactor) : Allocate(newBytes);
+    void* const moved = isOutgrown ? AllocateLarge(newBytes, true) : Allocate(newBytes);
     if (!moved) return nullptr;
     std::memcpy(moved, block, std::min(oldBytes, newBytes));
     Free(block);
