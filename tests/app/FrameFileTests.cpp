@@ -270,3 +270,35 @@ TEST_F(FrameFileTest, NamesThatNoFileCanHaveAreAskedAboutAndDropped) {
     EXPECT_TRUE(Modify(L"a.txt"));
     EXPECT_EQ(WindowItems().size(), 1u);
 }
+
+TEST_F(FrameFileTest, AFileIsOpenOnceAsTextOrAsBytes) {
+    ASSERT_TRUE(files::Write(Path(L"a.bin"), "abc"));
+    ASSERT_TRUE(files::Write(Path(L"b.txt"), "1\n2"));
+    ASSERT_TRUE(Start(L"b.txt -b a.bin"));
+    ASSERT_TRUE(WaitForFile(L"a.bin"));
+    ASSERT_TRUE(editor.RunCommandLine(L"eb B.TXT"));
+    EXPECT_TRUE(WaitForFile(L"b.txt"));
+    EXPECT_TRUE(editor.WaitForStatus(2, L"\tLn 1"));
+    ASSERT_TRUE(editor.RunCommandLine(L"e A.bin"));
+    EXPECT_TRUE(WaitForFile(L"a.bin"));
+    EXPECT_EQ(WindowItems(), (Names{L"&1 " + Path(L"b.txt"), L"&2 " + Path(L"a.bin")}));
+}
+
+// While a question is open in the middle of many files, what is behind it is drawn.
+TEST_F(FrameFileTest, AQuestionInTheMiddleOfAScriptShowsWhatWasOpened) {
+    ASSERT_TRUE(files::Write(Path(L"a.txt"), "1\n2\n3"));
+    ASSERT_TRUE(files::Write(Path(L"b.txt"), "1\n2"));
+    ASSERT_TRUE(files::Write(Path(L"s"), "e a.txt\nl 3\ne missing\ne b.txt\nl 2\n"));
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(editor.WaitForTitle(L"Untitled1 - Orvane"));
+    ASSERT_TRUE(editor.RunCommandLine(L"run s"));
+    ASSERT_TRUE(editor.WaitForDialog());
+    EXPECT_TRUE(WaitForFile(L"a.txt"));
+    EXPECT_TRUE(editor.WaitForStatus(2, L"\tLn 3"));
+    EXPECT_TRUE(IsWindowVisible(Panes()[0]));
+    EXPECT_TRUE(editor.Answer(L"Create file missing?", L"No"));
+    EXPECT_TRUE(WaitForFile(L"b.txt"));
+    EXPECT_TRUE(editor.WaitForStatus(2, L"\tLn 2"));
+    EXPECT_TRUE(IsWindowVisible(Panes()[0]));
+    EXPECT_TRUE(Modify(L"b.txt"));
+}

@@ -246,13 +246,13 @@ TEST_F(FrameMacroTest, PanesAndDocumentsMayGoWhileItPlays) {
     ASSERT_TRUE(editor.WaitForTitle(L"Recording - " + TitleOf(L"b.txt")));
     ASSERT_TRUE(editor.Keys(L"Left"));
     ASSERT_TRUE(StopRecording(L"b.txt", false));
-    EXPECT_EQ(Panes().size(), 1u);
+    EXPECT_TRUE(WaitForPaneCount(1));
     ASSERT_TRUE(Play());
     EXPECT_TRUE(WaitForFile(L"a.txt"));
-    EXPECT_EQ(Panes().size(), 1u);
+    EXPECT_TRUE(WaitForPaneCount(1));
     ASSERT_TRUE(Play());
     EXPECT_TRUE(editor.WaitForTitle(L"Orvane"));
-    EXPECT_TRUE(Panes().empty());
+    EXPECT_TRUE(WaitForPaneCount(0));
     // Without any pane the rest of it goes nowhere.
     ASSERT_TRUE(Play());
     ASSERT_TRUE(editor.Keys(L"Ctrl+N"));

@@ -167,7 +167,8 @@ TEST_F(FrameSessionTest, AMillionLinesAndAHundredMegabytesOfZerosAreSurvived) {
     CloseHandle(zeros);
     ASSERT_TRUE(files::Write(Path(L"last.txt"), "1\n2"));
     ASSERT_TRUE(Start(L"-r zeros -r s"));
-    EXPECT_TRUE(WaitForFile(L"last.txt"));
+    // A million commands take their time.
+    ASSERT_TRUE(window::WaitFor([&] { return editor.Title() == TitleOf(L"last.txt"); }, 120000));
     EXPECT_TRUE(editor.WaitForStatus(2, L"\tLn 2"));
     EXPECT_EQ(Saved(L"t"), "sessionfile\r\ne " + Bytes(Path(L"last.txt")) + "\r\nl 2\r\n");
 }
