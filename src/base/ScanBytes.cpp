@@ -14,8 +14,8 @@
 // looked at. This is best when the rarer byte hardly ever stands anywhere.
 //
 // Grams, for long patterns of common bytes, such as words: wherever the pattern stands, one of every so
-// many places in the text holds eight bytes that follow each other in the pattern. Only those places are
-// looked at, and the eight bytes looked up in a table.
+// many places in the text holds six bytes that follow each other in the pattern. Only those places are
+// looked at, and the six bytes looked up in a table.
 
 using namespace Scan::Vector;
 using Scan::ByteFinder;
@@ -27,10 +27,11 @@ namespace {
 constexpr size_t Step = 128; // positions that probes test at once
 constexpr size_t Group = 64; // positions in one mask
 
-constexpr size_t GramSize = sizeof(uint64_t);
-constexpr size_t ShortestForGrams = 16; // below, too many places would have to be looked at
-constexpr size_t LongestForGrams = 64;  // above, too much of the table would be taken
-constexpr ptrdiff_t Places = 8;         // looked at in one group
+constexpr size_t GramSize = 6;
+constexpr size_t LoadSize = sizeof(uint64_t); // a gram is loaded together with what is behind it
+constexpr size_t ShortestForGrams = 16;       // below, too many places would have to be looked at
+constexpr size_t LongestForGrams = 64;        // above, too much of the table would be taken
+constexpr size_t Places = 8;                  // looked at in one group
 
 uint8_t Fold(uint8_t byte) { return static_cast<uint8_t>(Text::FoldCase(byte)); }
 
@@ -100,25 +101,37 @@ size_t StepsWithout(const ByteProbe& probe, const uint8_t* step, ptrdiff_t strid
     return probe.folds ? Skip<true>(probe, step, stride, count) : Skip<false>(probe, step, stride, count);
 }
 
-// The upper bits are the better mixed ones.
-template <bool folding> uint64_t GramHash(const uint8_t* bytes) {
-    uint64_t gram;
-    std::memcpy(&gram, bytes, GramSize);
+// The multiplication drops what is behind the gram. Of its result the upper bits are the better mixed ones.
+template <bool folding> uint64_t GramHash(const uint8_t* bytes, size_t loaded = LoadSize) {
+    uint64_t gram = 0;
+    std::memcpy(&gram, bytes, loaded);
     // That the case bit of other characters than letters is lost too only makes the table less exact.
     if (folding) gram |= 0x2020202020202020;
-    return gram * 0x9E3779B97F4A7C15;
+    return gram * (0x9E3779B97F4A7C15 << 8 * (LoadSize - GramSize));
 }
 
-template <bool folding>
-size_t PassGroups(const uint8_t* grams, unsigned shift, const uint8_t* place, ptrdiff_t stride, size_t count) {
-    const auto at = [=](const uint8_t* bytes) -> unsigned { return grams[GramHash<folding>(bytes) >> shift]; };
+size_t GramIndex(uint64_t hash) { return hash >> (64 - ByteFinder::GramBits); }
+
+// Tells grams apart that fall on the same byte of the table.
+uint8_t GramBit(uint64_t hash) { return static_cast<uint8_t>(1u << (hash >> (61 - ByteFinder::GramBits) & 7)); }
+
+// How many of `count` places pass before one that holds a gram; each lies `stride` from the one before.
+template <bool folding> size_t PassPlaces(const uint8_t* grams, const uint8_t* place, ptrdiff_t stride, size_t count) {
+    const auto at = [=](const uint8_t* bytes) -> unsigned { return grams[GramIndex(GramHash<folding>(bytes))]; };
     const auto atFour = [=](const uint8_t* bytes) {
         return at(bytes) | at(bytes + stride) | at(bytes + 2 * stride) | at(bytes + 3 * stride);
     };
-    size_t left = count;
-    for (; left; --left, place += Places * stride)
-        if (atFour(place) | atFour(place + 4 * stride)) break;
-    return count - left;
+    for (size_t passed = 0; passed < count;) {
+        while (count - passed >= Places && !(atFour(place) | atFour(place + 4 * stride))) {
+            passed += Places;
+            place += ptrdiff_t{Places} * stride;
+        }
+        for (const size_t groupEnd = std::min(count, passed + Places); passed < groupEnd; ++passed, place += stride) {
+            const uint64_t hash = GramHash<folding>(place);
+            if (grams[GramIndex(hash)] & GramBit(hash)) return passed;
+        }
+    }
+    return count;
 }
 
 } // namespace
@@ -243,55 +256,40 @@ size_t ByteFinder::LastInStep(const uint8_t* step) const {
 
 // Grams. Of the positions [place - stride + 1, place] each has its gram at `place` inside the pattern.
 
-uint64_t ByteFinder::HashAt(const uint8_t* bytes) const {
-    return matchCase ? GramHash<false>(bytes) : GramHash<true>(bytes);
-}
-
 void ByteFinder::CollectGrams() {
     const size_t used = std::min(n, LongestForGrams);
     for (size_t i = 0; i + GramSize <= used; ++i) {
-        const uint64_t hash = HashAt(pattern + i);
-        grams[hash >> GramShift] |= GramBit(hash);
+        const uint8_t* gram = pattern + i;
+        const uint64_t hash = matchCase ? GramHash<false>(gram, GramSize) : GramHash<true>(gram, GramSize);
+        grams[GramIndex(hash)] |= GramBit(hash);
     }
     stride = used - GramSize + 1;
 }
 
-bool ByteFinder::MayHoldGram(const uint8_t* place) const {
-    const uint64_t hash = HashAt(place);
-    return grams[hash >> GramShift] & GramBit(hash);
-}
-
-// How many of `count` groups of places pass without a gram; each lies `distance` from the one before.
-size_t ByteFinder::GroupsWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const {
-    return matchCase ? PassGroups<false>(grams, GramShift, place, distance, count)
-                     : PassGroups<true>(grams, GramShift, place, distance, count);
+size_t ByteFinder::PlacesWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const {
+    return matchCase ? PassPlaces<false>(grams, place, distance, count)
+                     : PassPlaces<true>(grams, place, distance, count);
 }
 
 size_t ByteFinder::FirstByGrams(const uint8_t* bytes, size_t end) const {
-    const size_t group = size_t{Places} * stride;
-    for (size_t from = 0; from < end;) {
-        const uint8_t* place = bytes + from + stride - 1;
-        from += group * GroupsWithout(place, static_cast<ptrdiff_t>(stride), (end - from) / group);
-        for (const size_t groupEnd = std::min(end, from + group); from < groupEnd; from += stride) {
-            if (!MayHoldGram(bytes + from + stride - 1)) continue;
-            const size_t found = FirstIn(bytes, from, std::min(end, from + stride));
-            if (found != NotFound) return found;
-        }
+    const auto distance = static_cast<ptrdiff_t>(stride);
+    const size_t places = end / stride; // the rest is too near to the end to be loaded from
+    for (size_t i = 0;; ++i) {
+        if (i < places) i += PlacesWithout(bytes + (i + 1) * stride - 1, distance, places - i);
+        const size_t found = FirstIn(bytes, i * stride, std::min(end, (i + 1) * stride));
+        if (found != NotFound || i >= places) return found;
     }
-    return NotFound;
 }
 
 size_t ByteFinder::LastByGrams(const uint8_t* bytes, size_t end) const {
-    const size_t group = size_t{Places} * stride;
-    while (end) {
-        end -= group * GroupsWithout(bytes + end - 1, -static_cast<ptrdiff_t>(stride), end / group);
-        const size_t groupStart = end > group ? end - group : 0;
-        while (end > groupStart) {
-            const size_t from = end > stride ? end - stride : 0;
-            const size_t found = MayHoldGram(bytes + end - 1) ? LastIn(bytes, from, end) : NotFound;
-            if (found != NotFound) return found;
-            end = from;
-        }
+    const auto distance = -static_cast<ptrdiff_t>(stride);
+    const size_t places = (end + stride - 1) / stride;
+    for (size_t i = 0; i < places; ++i) {
+        i += PlacesWithout(bytes + end - i * stride - 1, distance, places - i);
+        if (i == places) break;
+        const size_t above = end - i * stride;
+        const size_t found = LastIn(bytes, above > stride ? above - stride : 0, above);
+        if (found != NotFound) return found;
     }
     return NotFound;
 }

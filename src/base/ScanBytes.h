@@ -25,6 +25,8 @@ struct ByteProbe {
 // A pattern made ready to be looked for in many places. It does not own the pattern.
 class ByteFinder {
 public:
+    static constexpr unsigned GramBits = 13; // of an index into the table
+
     // `n` is at least 1.
     ByteFinder(const uint8_t* pattern, size_t n, bool matchCase);
     ByteFinder(const ByteFinder&) = delete;
@@ -37,12 +39,6 @@ public:
     size_t Length() const { return n; }
 
 private:
-    static constexpr unsigned GramBits = 13;
-    static constexpr unsigned GramShift = 64 - GramBits;
-
-    // Tells grams apart that fall on the same byte of the table.
-    static uint8_t GramBit(uint64_t hash) { return static_cast<uint8_t>(1u << (hash >> (GramShift - 3) & 7)); }
-
     size_t FirstByProbes(const uint8_t* bytes, size_t end) const;
     size_t LastByProbes(const uint8_t* bytes, size_t end) const;
     size_t FirstByGrams(const uint8_t* bytes, size_t end) const;
@@ -54,9 +50,7 @@ private:
     bool MayStandIn(const uint8_t* step) const;
     bool Stands(const uint8_t* bytes) const;
     size_t AlignedStep(const uint8_t* bytes) const;
-    uint64_t HashAt(const uint8_t* bytes) const;
-    bool MayHoldGram(const uint8_t* place) const;
-    size_t GroupsWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const;
+    size_t PlacesWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const;
     void CollectGrams();
 
     const uint8_t* pattern;

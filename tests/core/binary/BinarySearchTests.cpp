@@ -210,8 +210,10 @@ TEST(BinaryFind, RandomSearchesMatchANaiveOne) {
         for (char& c : content) c = alphabet[random() % alphabet.size()];
         OpenedFile file(content);
         for (int i = 0; i < 40; ++i) {
-            std::string pattern(1 + random() % 24, '\0');
+            std::string pattern(1 + random() % 60, '\0');
             for (char& c : pattern) c = alphabet[random() % alphabet.size()];
+            if (random() % 2 && pattern.size() < content.size())
+                pattern = content.substr(random() % (content.size() - pattern.size()), pattern.size());
             Search search;
             search.from = random() % (content.size() + 2);
             search.end = random() % 4 ? content.size() : random() % (content.size() + 2);
