@@ -27,7 +27,8 @@ void HexEditor::ContentChanged() {
 }
 
 void HexEditor::OnAttached() {
-    // The bar of this window has never been set.
+    // The bars of this window have never been set; nothing ever scrolls sideways.
+    surface.SetScrollBar(ScrollAxis::Horizontal, {0, 1, 0});
     sentBar = NeverSent;
     UpdateScrollBar();
 }

@@ -228,6 +228,11 @@ TEST_F(HexPaintTest, TheScrollBarCountsRows) {
     EXPECT_EQ(info.nMax, 101);
     EXPECT_EQ(static_cast<int>(info.nPage), Bytes().VisibleLines());
     EXPECT_EQ(info.nPos, 0);
+    // Sideways nothing can be scrolled, and the bar shows that.
+    SCROLLBARINFO bar = {};
+    bar.cbSize = sizeof(bar);
+    ASSERT_TRUE(GetScrollBarInfo(hex->GetWindow(), static_cast<LONG>(OBJID_HSCROLL), &bar));
+    EXPECT_TRUE(bar.rgstate[0] & STATE_SYSTEM_UNAVAILABLE);
 }
 
 TEST_F(HexPaintTest, AClickInEitherColumnPutsTheCaretOnTheByte) {

@@ -279,7 +279,12 @@ TEST_F(HexLayout, TheBarIsSetOnlyWhenAValueChanged) {
     Press(ViewKey::Down);
     EXPECT_TRUE(surface().barsSet.empty());
     view().OnAttached(); // another window
-    EXPECT_EQ(surface().barsSet.size(), 1u);
+    EXPECT_EQ(surface().barsSet.size(), 2u);
+}
+
+TEST_F(HexLayout, TheHorizontalBarHasNothingToScroll) {
+    Show(std::string(1000, 'x'));
+    EXPECT_EQ(surface().bars[static_cast<uint32_t>(ScrollAxis::Horizontal)], (ScrollBar{0, 1, 0}));
 }
 
 TEST_F(HexLayout, ScrollingStopsAtTheFirstAndTheLastRow) {
