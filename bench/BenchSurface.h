@@ -42,7 +42,10 @@ public:
     bool IsShiftDown() const override { return shift; }
     void BeginDrag() override {}
     void EndDrag() override {}
-    bool ReadClipboard(WString&, bool&) override { return false; }
+    bool ReadClipboard(WString& text, bool& wholeLine) override {
+        wholeLine = false;
+        return clipboard && text.Assign(clipboard, clipboardLength);
+    }
     void WriteClipboard(const ClipboardItem*, uint32_t) override {}
     void ShowFindDialog() override {}
     void ShowReplaceDialog(bool) override {}
@@ -57,6 +60,8 @@ public:
 
     bool ctrl = false;
     bool shift = false;
+    const Char* clipboard = nullptr;
+    int64_t clipboardLength = 0;
     int invalidations = 0;
     int strips = 0;
 

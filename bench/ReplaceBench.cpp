@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-// Replacing all matches and indenting a block, with their undo and redo, compared with a copy of the
+// Replacing all matches, indenting a block and pasting, with their undo and redo, compared with a copy of the
 // resulting text into fresh memory.
 
 namespace {
@@ -20,7 +20,9 @@ constexpr double Replace = 1.5;
 constexpr double ReplaceBack = 0.5;
 constexpr double Indent = 0.3;
 constexpr double UndoMemory = 12; // bytes a replacement
+constexpr double Pasting = 4;     // the text is read, kept for undoing and put in
 constexpr uint32_t IndentedLines = 100'000;
+constexpr size_t PastedLength = 250'000'000;
 
 bool IsWord(char c) { return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '#'; }
 
@@ -129,6 +131,28 @@ void IndentBlock(const std::string& sample) {
                    {copying, {}}, Indent);
 }
 
+// A selection is replaced by 500 MB with CR LF.
+void Paste(const std::string& sample) {
+    std::u16string pasted;
+    while (pasted.size() < PastedLength) pasted += u"A line that is pasted, as many others are.\r\n";
+    const auto feeds = static_cast<size_t>(std::count(pasted.begin(), pasted.end(), u'\n'));
+    Bench::SampleDocument document(sample);
+    Bench::ShownDocument shown(*document);
+    shown.surface.clipboard = pasted.data();
+    shown.surface.clipboardLength = static_cast<int64_t>(pasted.size());
+    const uint32_t third = document->Length() / 3;
+    const auto paste = [&] { shown.editor.ExecuteCommand(ViewCommand::Paste); };
+    const auto undo = [&] {
+        document->Undo();
+        shown.editor.SelectRange(third, 2 * third);
+    };
+    undo();
+    paste();
+    Bench::Check(document->Length() == sample.size() - third + pasted.size() - feeds, "the pasted text's length");
+    const Copying copying{*document};
+    Bench::Compare("pasting 500 MB", {paste, undo}, {copying, {}}, Pasting, 3);
+}
+
 } // namespace
 
 int main() {
@@ -136,6 +160,7 @@ int main() {
     const std::string sample = Bench::SampleBytes();
     ReplaceAll(sample);
     IndentBlock(sample);
+    Paste(sample);
     findState.Release();
     return Bench::ExitStatus();
 }
