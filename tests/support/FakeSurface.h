@@ -25,8 +25,9 @@ public:
     }
     void DocumentChanged(Document*) override { ++documentChanges; }
     void CheckChangedOnDisk(Document*, bool running) override { runStates.push_back(running); }
-    int ShowMessage(NativeWindow, const Char* text, uint32_t) override {
+    int ShowMessage(NativeWindow, const Char* text, uint32_t style) override {
         messages.emplace_back(text);
+        messageStyles.push_back(style);
         return 1;
     }
     uint32_t GetMacroState() override { return macroState; }
@@ -37,6 +38,7 @@ public:
     std::map<uint32_t, int> statusCalls;
     std::vector<std::pair<std::u16string, uint32_t>> opened;
     std::vector<std::u16string> messages;
+    std::vector<uint32_t> messageStyles;
     std::vector<uint32_t> applied;
     std::vector<bool> runStates;
     uint32_t macroState = MacroState::Idle;

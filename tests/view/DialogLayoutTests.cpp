@@ -1,0 +1,63 @@
+#include "base/win32/Windows.h"
+#include "resource.h"
+#include "view/DialogLayout.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <ostream>
+#include <string>
+
+// The small dialogs as their resources make them: sizes are in units of the dialog's font, so what fits at
+// one scaling fits at all.
+
+namespace {
+
+struct DialogCase {
+    const char* name;
+    WORD resource;
+};
+
+void PrintTo(const DialogCase& test, std::ostream* out) { *out << test.name; }
+
+class DialogLayout : public ::testing::TestWithParam<DialogCase> {
+protected:
+    void SetUp() override {
+        window = CreateDialogParamW(
+            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(GetParam().resource), nullptr,
+            [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return 0; }, 0);
+        ASSERT_NE(window, nullptr);
+    }
+    void TearDown() override { DestroyWindow(window); }
+
+    HWND window = nullptr;
+};
+
+TEST_P(DialogLayout, IsClean) { dialog::ExpectCleanLayout(window); }
+
+TEST_P(DialogLayout, AMnemonicLeadsToOneControl) {
+    const std::wstring letters = dialog::Mnemonics(window);
+    EXPECT_EQ(std::adjacent_find(letters.begin(), letters.end()), letters.end()) << ::testing::PrintToString(letters);
+}
+
+// A label passes the focus on to what follows it.
+TEST_P(DialogLayout, ALabelStandsBeforeWhatItNames) {
+    for (HWND control = GetWindow(window, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+        wchar_t kind[16] = {};
+        wchar_t text[64] = {};
+        GetClassNameW(control, kind, 16);
+        GetWindowTextW(control, text, 64);
+        if (lstrcmpiW(kind, L"Static") != 0 || std::wstring(text).find(L'&') == std::wstring::npos) continue;
+        const HWND named = GetWindow(control, GW_HWNDNEXT);
+        ASSERT_NE(named, nullptr);
+        EXPECT_TRUE(GetWindowLongW(named, GWL_STYLE) & WS_TABSTOP) << ::testing::PrintToString(std::wstring(text));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, DialogLayout,
+                         ::testing::Values(DialogCase{"GoTo", IDD_GOTO}, DialogCase{"BinaryGoTo", IDD_BINARY_GOTO},
+                                           DialogCase{"Find", IDD_FIND}, DialogCase{"Replace", IDD_REPLACE},
+                                           DialogCase{"ToolArguments", IDD_TOOL_ARGUMENTS},
+                                           DialogCase{"About", IDD_ABOUT}),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+} // namespace

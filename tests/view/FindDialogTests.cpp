@@ -1,0 +1,57 @@
+#include "TextViewTest.h"
+#include "resource.h"
+#include "support/FakeSurface.h"
+#include "view/DialogDriver.h"
+#include "view/FindState.h"
+
+// What the find dialogs tell the frame. How they are worked by keys is tested in the real program.
+
+namespace {
+
+class FindDialogsTest : public TextViewTest {
+protected:
+    void TearDown() override {
+        TextViewTest::TearDown();
+        findState.Release();
+        findState.matchCase = findState.wholeWord = findState.searchUp = findState.brokenOff = false;
+    }
+    void ShowText(const std::u16string& text) {
+        Show(text);
+        view->SetHost(&host);
+    }
+
+    FakeHost host;
+};
+
+TEST_F(FindDialogsTest, NotFoundIsAnInformation) {
+    ShowText(u"abc");
+    dialog::WhenShown([](HWND window) {
+        dialog::SetText(window, IDC_FIND_WHAT, L"zz");
+        dialog::Ok(window);
+        EXPECT_TRUE(IsWindow(window));
+        dialog::Cancel(window);
+    });
+    view->ExecuteCommand(ViewCommand::Find);
+    dialog::WhenShown([](HWND window) {
+        dialog::Ok(window);
+        dialog::Click(window, IDC_REPLACE_ONE);
+        dialog::Cancel(window);
+    });
+    view->ExecuteCommand(ViewCommand::Replace);
+    EXPECT_EQ(host.messages, std::vector<std::u16string>(3, u"Text not found"));
+    EXPECT_EQ(host.messageStyles, std::vector<uint32_t>(3, 64));
+}
+
+TEST_F(FindDialogsTest, WhatIsFoundIsSelectedWithoutAWord) {
+    ShowText(u"abc");
+    dialog::WhenShown([](HWND window) {
+        dialog::SetText(window, IDC_FIND_WHAT, L"bc");
+        dialog::Ok(window);
+    });
+    view->ExecuteCommand(ViewCommand::Find);
+    EXPECT_TRUE(host.messages.empty());
+    EXPECT_EQ(Editor().SelectionAnchor(), 1u);
+    EXPECT_EQ(Editor().CaretOffset(), 3u);
+}
+
+} // namespace
