@@ -180,16 +180,6 @@ TEST_F(FindTest, WithoutASelectionThereIsNothingToReplace) {
     EXPECT_EQ(document->UndoSteps(), 0u);
 }
 
-// Not even an empty step comes of it, which would show the document as changed.
-TEST_F(FindTest, AReadOnlySelectionIsNotReplaced) {
-    Show(u"a^bc|d");
-    buffer().MarkAsOutput();
-    EXPECT_FALSE(view().ReplaceSelection(u"x", 1));
-    EXPECT_EQ(Marked(), "a^bc|d");
-    EXPECT_EQ(document->UndoSteps(), 0u);
-    EXPECT_FALSE(buffer().IsModified());
-}
-
 TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
     const uint64_t failures = FailEachAllocation([&] {
         {
