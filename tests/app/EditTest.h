@@ -5,6 +5,8 @@
 // A test of editing: texts with line feeds only, put into new documents and read back by way of the clipboard.
 class EditTest : public AppTest {
 protected:
+    // As the clipboard holds it.
+    static std::wstring WithReturns(const std::wstring& text);
     // The caret in the client area of its window.
     RECT Caret() const;
     // A new document that holds the text, with the caret in front of it.

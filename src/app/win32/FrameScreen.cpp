@@ -118,7 +118,10 @@ int MainFrame::ShowMessage(NativeWindow owner, const Char* text, uint32_t style)
     CatchUp();
     WString fitted;
     if (BuildMessageText(text, fitted)) text = fitted.Text();
-    const int answer = MessageBoxW(owner ? static_cast<HWND>(owner) : window, Wide(text), L"Orvane", style);
+    // A dialog that is shown has to wait for the answer like the frame behind it.
+    HWND waiting = owner ? static_cast<HWND>(owner) : GetActiveWindow();
+    if (!waiting) waiting = window;
+    const int answer = MessageBoxW(waiting, Wide(text), L"Orvane", style);
     SetRedraw(batchDepth == 0);
     return answer;
 }
