@@ -121,6 +121,20 @@ void GoingToTheEnd(Bench::ShownDocument& shown, TextBuffer& document) {
     Bench::Compare("Ctrl+End and its paint against one state scan", {goToEnd, goHome}, {scan, {}}, 1.5);
 }
 
+// A bracket at the caret is matched on every move, here over the whole text.
+void MatchingABracket(Bench::ShownDocument& shown, TextBuffer& document) {
+    shown.Press(ViewKey::Home, true);
+    document.InsertText(document.Length(), u")", 1); // without a partner
+    const auto move = [&] { shown.editor.MoveCaretToOffset(document.Length(), false); };
+    const auto scan = [&] {
+        uint32_t stopped = 0;
+        Bench::Keep(document.Engine()->ScanState(document.Content(), document.Length(), 0, 0, stopped));
+    };
+    move();
+    Bench::Check(shown.editor.BracePartner() == None32, "the bracket has no partner");
+    Bench::Compare("a bracket without a partner against one state scan", move, scan, 1.5);
+}
+
 void LongLine(const std::string& sample) {
     std::string line = sample;
     for (char& c : line) c = c == '\n' ? ' ' : c;
@@ -156,6 +170,7 @@ int main() {
         Painting(shown, *document);
         TypingAndScrolling(shown, *document);
         GoingToTheEnd(shown, *document);
+        MatchingABracket(shown, *document);
     }
     LongLine(sample);
     return Bench::ExitStatus();

@@ -40,6 +40,12 @@ size_t FindForward(const Char* text, size_t count, size_t from, size_t end, cons
 // The same backwards: the last such position below `from`.
 size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
 
+// The mark `self` stands at `from` (below `count`), and others of it may follow before `partner` has come as
+// often: where the one that balances stands, searched from there on or back. NotFound when the text ends
+// first, or at a NUL. The marks are two different characters, neither of them NUL.
+size_t FindBalanceForward(const Char* text, size_t count, size_t from, Char self, Char partner);
+size_t FindBalanceBackward(const Char* text, size_t from, Char self, Char partner);
+
 // Widens the leading bytes that are below 0x80. Returns how many were taken.
 size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);
 
@@ -61,6 +67,8 @@ size_t FindZeroByte(const uint8_t* bytes, size_t count);
 size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
                    bool matchCase);
 size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
+size_t FindBalanceForward(const Char* text, size_t count, size_t from, Char self, Char partner);
+size_t FindBalanceBackward(const Char* text, size_t from, Char self, Char partner);
 size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);
 size_t NarrowAscii(const Char* text, size_t count, uint8_t* out);
 void SwapBytes(const Char* in, size_t count, Char* out);

@@ -83,6 +83,24 @@ size_t Scan::Reference::FindBackward(const Char* text, size_t count, size_t from
     return NotFound;
 }
 
+size_t Scan::Reference::FindBalanceForward(const Char* text, size_t count, size_t from, Char self, Char partner) {
+    size_t depth = 0;
+    for (size_t at = from; at < count && text[at] != 0; ++at) {
+        if (text[at] == self) ++depth;
+        if (text[at] == partner && --depth == 0) return at;
+    }
+    return NotFound;
+}
+
+size_t Scan::Reference::FindBalanceBackward(const Char* text, size_t from, Char self, Char partner) {
+    size_t depth = 0;
+    for (size_t behind = from + 1; behind > 0 && text[behind - 1] != 0; --behind) {
+        if (text[behind - 1] == self) ++depth;
+        if (text[behind - 1] == partner && --depth == 0) return behind - 1;
+    }
+    return NotFound;
+}
+
 size_t Scan::Reference::WidenAscii(const uint8_t* bytes, size_t count, Char* out) {
     size_t taken = 0;
     for (; taken < count && bytes[taken] < 0x80; ++taken) out[taken] = bytes[taken];

@@ -1,5 +1,7 @@
 #include "view/Brackets.h"
 
+#include "base/Scan.h"
+
 bool Brackets::Identify(const Char* pairs, Char character, Bracket& bracket) {
     if (character == 0) return false;
     for (uint32_t i = 0; pairs[i] != 0 && pairs[i + 1] != 0; i += 2) {
@@ -16,15 +18,7 @@ bool Brackets::Identify(const Char* pairs, Char character, Bracket& bracket) {
 }
 
 uint32_t Brackets::FindPartner(const Char* text, uint32_t length, uint32_t offset, const Bracket& bracket) {
-    uint32_t depth = 0;
-    // Backwards the offset wraps below 0 to None32, which is not below any length.
-    const uint32_t step = bracket.opens ? 1 : None32;
-    for (uint32_t at = offset; at < length && text[at] != 0; at += step) {
-        if (text[at] == bracket.self) {
-            ++depth;
-        } else if (text[at] == bracket.partner && --depth == 0) {
-            return at;
-        }
-    }
-    return None32;
+    const size_t found = bracket.opens ? Scan::FindBalanceForward(text, length, offset, bracket.self, bracket.partner)
+                                       : Scan::FindBalanceBackward(text, offset, bracket.self, bracket.partner);
+    return found == Scan::NotFound ? None32 : static_cast<uint32_t>(found);
 }

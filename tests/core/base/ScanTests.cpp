@@ -10,6 +10,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 // Text in a block of its own that ends where the text ends, so that the sanitizers see every step
 // outside; `shift` characters stand before it, for every alignment to the vectors.
 class Exact {
@@ -168,6 +170,32 @@ TEST(Scan, FindZeroByteMatchesTheReference) {
         if (size == 0) return;
         ASSERT_EQ(Scan::FindZeroByte(bytes + 1, size - 1), Scan::Reference::FindZeroByte(bytes + 1, size - 1));
     });
+}
+
+TEST(Scan, ABalanceIsFoundAsByTheReference) {
+    for (const std::u16string& marks : {u"{}"s, u"{{{{}}}}}"s, u"{{}}\0"s}) {
+        ForRandomTexts(marks, [](const Exact& text) {
+            for (size_t from = 0; from < text.Count(); ++from) {
+                if (text.Text()[from] == u'{') {
+                    ASSERT_EQ(Scan::FindBalanceForward(text.Text(), text.Count(), from, u'{', u'}'),
+                              Scan::Reference::FindBalanceForward(text.Text(), text.Count(), from, u'{', u'}'));
+                } else if (text.Text()[from] == u'}') {
+                    ASSERT_EQ(Scan::FindBalanceBackward(text.Text(), from, u'}', u'{'),
+                              Scan::Reference::FindBalanceBackward(text.Text(), from, u'}', u'{'));
+                }
+            }
+        });
+    }
+}
+
+TEST(Scan, ABalanceIsFoundOverLongStretches) {
+    const std::u16string text = u"{" + std::u16string(5000, u'{') + std::u16string(777, u'x') +
+                                std::u16string(5000, u'}') + std::u16string(99, u'y') + u"}";
+    EXPECT_EQ(Scan::FindBalanceForward(text.data(), text.size(), 0, u'{', u'}'), text.size() - 1);
+    EXPECT_EQ(Scan::FindBalanceForward(text.data(), text.size(), 1, u'{', u'}'), text.size() - 101);
+    EXPECT_EQ(Scan::FindBalanceForward(text.data(), text.size() - 1, 0, u'{', u'}'), Scan::NotFound);
+    EXPECT_EQ(Scan::FindBalanceBackward(text.data(), text.size() - 1, u'}', u'{'), 0u);
+    EXPECT_EQ(Scan::FindBalanceBackward(text.data() + 1, text.size() - 2, u'}', u'{'), Scan::NotFound);
 }
 
 TEST(Scan, WidenAsciiStopsAtTheFirstHighByte) {
