@@ -122,9 +122,12 @@ void GoingToTheEnd(Bench::ShownDocument& shown, TextBuffer& document) {
 }
 
 // A bracket at the caret is matched on every move, here over the whole text.
-void MatchingABracket(Bench::ShownDocument& shown, TextBuffer& document) {
-    shown.Press(ViewKey::Home, true);
-    document.InsertText(document.Length(), u")", 1); // without a partner
+void MatchingABracket(std::string sample) {
+    for (char& c : sample) c = c == '(' ? ' ' : c;
+    sample.back() = ')';
+    Bench::SampleDocument loaded(sample);
+    TextBuffer& document = *loaded;
+    Bench::ShownDocument shown(document);
     const auto move = [&] { shown.editor.MoveCaretToOffset(document.Length(), false); };
     const auto scan = [&] {
         uint32_t stopped = 0;
@@ -170,8 +173,8 @@ int main() {
         Painting(shown, *document);
         TypingAndScrolling(shown, *document);
         GoingToTheEnd(shown, *document);
-        MatchingABracket(shown, *document);
     }
+    MatchingABracket(sample);
     LongLine(sample);
     return Bench::ExitStatus();
 }
