@@ -94,6 +94,18 @@ size_t Scan::FindLineEnd(const Char* text, size_t count) {
     return at + Reference::FindLineEnd(text + at, count - at);
 }
 
+size_t Scan::FindUnprintable(const Char* text, size_t count) {
+    const __m128i first = Fill(u' ');
+    const __m128i span = Fill(u'~' - u' ');
+    const __m128i zero = _mm_setzero_si128();
+    // Counted from the first printable one, only the others are left with something above the span.
+    const size_t at = FindFirst(text, count, [=](__m128i v) {
+        const __m128i above = _mm_subs_epu16(_mm_sub_epi16(v, first), span);
+        return _mm_xor_si128(_mm_cmpeq_epi16(above, zero), _mm_set1_epi16(-1));
+    });
+    return at + Reference::FindUnprintable(text + at, count - at);
+}
+
 size_t Scan::FindLineStart(const Char* text, size_t count) {
     const __m128i lineFeed = Fill(u'\n');
     for (; count >= Block; count -= Block) {

@@ -16,6 +16,9 @@ size_t FindLineFeed(const Char* text, size_t count);
 // Index of the first character in text[0, count) that is a line feed or a NUL; `count` without one.
 size_t FindLineEnd(const Char* text, size_t count);
 
+// Index of the first character in text[0, count) outside U+0020 to U+007E; `count` without one.
+size_t FindUnprintable(const Char* text, size_t count);
+
 // Index just behind the last line feed in text[0, count); 0 when there is none. It is the start of
 // the line that holds position `count`.
 size_t FindLineStart(const Char* text, size_t count);
@@ -59,6 +62,7 @@ namespace Reference {
 size_t CountLineFeeds(const Char* text, size_t count);
 size_t FindLineFeed(const Char* text, size_t count);
 size_t FindLineEnd(const Char* text, size_t count);
+size_t FindUnprintable(const Char* text, size_t count);
 size_t FindLineStart(const Char* text, size_t count);
 size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
 size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed);

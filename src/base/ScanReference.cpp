@@ -28,6 +28,12 @@ size_t Scan::Reference::FindLineEnd(const Char* text, size_t count) {
     return at;
 }
 
+size_t Scan::Reference::FindUnprintable(const Char* text, size_t count) {
+    size_t at = 0;
+    while (at < count && text[at] >= u' ' && text[at] <= u'~') ++at;
+    return at;
+}
+
 size_t Scan::Reference::FindLineStart(const Char* text, size_t count) {
     while (count && text[count - 1] != u'\n') --count;
     return count;

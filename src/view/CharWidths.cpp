@@ -1,6 +1,9 @@
 #include "view/CharWidths.h"
 
 #include "base/Heap.h"
+#include "base/Scan.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -19,6 +22,24 @@ void CharWidths::Clear() {
         Heap::Free(page);
         page = nullptr;
     }
+    printable = NotKnown;
+}
+
+int32_t CharWidths::PrintableWidth() {
+    if (printable != NotKnown) return printable;
+    const int32_t width = Of(u' ');
+    if (!pages[0]) return 0;
+    const uint16_t* const page = pages[0];
+    const bool alike = std::all_of(page + u' ', page + u'~' + 1, [=](uint16_t other) { return other == width; });
+    printable = alike ? width : 0;
+    return printable;
+}
+
+uint32_t CharWidths::PrintableWithin(const Char* text, uint32_t count, int64_t room) {
+    const int32_t width = PrintableWidth();
+    if (width == 0 || room < width) return 0;
+    const int64_t fitting = room / width;
+    return static_cast<uint32_t>(Scan::FindUnprintable(text, fitting < count ? static_cast<size_t>(fitting) : count));
 }
 
 int32_t CharWidths::Load(Char character) {

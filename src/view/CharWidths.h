@@ -25,11 +25,21 @@ public:
         return page ? page[character & 255] : Load(character);
     }
 
+    // The width of the printable ASCII characters, U+0020 to U+007E, in a font that makes them all alike;
+    // else 0.
+    int32_t PrintableWidth();
+    // How many characters at the head of text[0, count) are printable ASCII and end no further than `room`
+    // pixels from where the first one starts; always 0 in a font that makes them differ.
+    uint32_t PrintableWithin(const Char* text, uint32_t count, int64_t room);
+
 private:
+    static constexpr int32_t NotKnown = -1;
+
     // Without memory for a page the width is fetched every time: slow, but the same picture.
     int32_t Load(Char character);
 
     Fetch fetch = nullptr;
     void* context = nullptr;
     uint16_t* pages[256] = {};
+    int32_t printable = NotKnown;
 };

@@ -1,9 +1,15 @@
 #include "view/LineLayout.h"
 
+// Printable characters that are all alike are passed over as a whole: a line may be 100 million characters
+// long, and the caret may stand at its end.
+
 int64_t LineLayout::PositionOf(TextSpan line, uint32_t column) const {
     const uint32_t count = column < line.length ? column : line.length;
     int64_t position = 0;
-    for (uint32_t i = 0; i < count; ++i) position += WidthAt(line.text[i], position);
+    for (uint32_t i = 0; i < count; ++i) {
+        i += SkipPrintable(line.text + i, count - i, INT64_MAX, position);
+        if (i < count) position += WidthAt(line.text[i], position);
+    }
     return position;
 }
 
@@ -11,6 +17,8 @@ uint32_t LineLayout::ColumnAt(TextSpan line, int64_t target) const {
     int64_t position = 0;
     uint32_t column = 0;
     while (column < line.length && position < target && line.text[column] != 0) {
+        column += SkipPrintable(line.text + column, line.length - column, target - position, position);
+        if (column == line.length || position >= target || line.text[column] == 0) break;
         const int32_t width = WidthAt(line.text[column], position);
         if (position + width / 2 > target) break;
         position += width;
@@ -22,6 +30,15 @@ uint32_t LineLayout::ColumnAt(TextSpan line, int64_t target) const {
 uint32_t LineLayout::ColumnsWithin(TextSpan line, int64_t limit) const {
     int64_t position = 0;
     uint32_t column = 0;
-    while (column < line.length && position < limit) position += WidthAt(line.text[column++], position);
+    while (column < line.length && position < limit) {
+        column += SkipPrintable(line.text + column, line.length - column, limit - position, position);
+        if (column < line.length && position < limit) position += WidthAt(line.text[column++], position);
+    }
     return column;
+}
+
+uint32_t LineLayout::SkipPrintable(const Char* text, uint32_t count, int64_t room, int64_t& position) const {
+    const uint32_t skipped = widths.PrintableWithin(text, count, room);
+    position += int64_t{skipped} * widths.PrintableWidth();
+    return skipped;
 }

@@ -29,6 +29,9 @@ public:
     uint32_t ColumnsWithin(TextSpan line, int64_t limit) const;
 
 private:
+    // Passes over the characters that PrintableWithin counts. Returns how many these are.
+    uint32_t SkipPrintable(const Char* text, uint32_t count, int64_t room, int64_t& position) const;
+
     CharWidths& widths;
     int64_t tabWidth;
 };

@@ -48,6 +48,8 @@ bool LineRuns::AddSpan(const Char* text, uint32_t offset, const ColourSpan& span
 
 bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
     for (uint32_t i = 0; i < count && position < clipRight && text[i] != 0; ++i) {
+        i += SkipHidden(text + i, count - i);
+        if (i == count || text[i] == 0) break;
         Char shown = text[i];
         RunKind kind = RunKind::Text;
         if (shown == u'\t') {
@@ -64,6 +66,14 @@ bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
         position += width;
     }
     return true;
+}
+
+// Of a line that is scrolled far the hidden part is passed over in long stretches where that can be.
+uint32_t LineRuns::SkipHidden(const Char* text, uint32_t count) {
+    if (position >= clipLeft) return 0;
+    const uint32_t hidden = widths->PrintableWithin(text, count, clipLeft - position);
+    position += int64_t{hidden} * widths->PrintableWidth();
+    return hidden;
 }
 
 // A tab is padded with spaces up to its stop, counted in whole space widths from where it begins.

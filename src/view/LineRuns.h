@@ -69,6 +69,8 @@ private:
     bool AddCharacter(Char shown, int32_t width, const Piece& piece, RunKind kind);
     DrawRun* RunFor(const Piece& piece, RunKind kind);
     // Whether something that wide is seen when it starts at `position`.
+    // Passes over characters to the left of what is seen; returns how many.
+    uint32_t SkipHidden(const Char* text, uint32_t count);
     bool IsVisible(int32_t width) const { return position + (width ? width : 1) > clipLeft && position < clipRight; }
     int32_t ToClient(int64_t pixels) const { return static_cast<int32_t>(pixels - style.scroll) + style.textLeft; }
 

@@ -91,6 +91,17 @@ TEST(Scan, FindLineEndMatchesTheReference) {
     EXPECT_EQ(Scan::FindLineEnd(u"ab\n\0", 4), 2u);
 }
 
+TEST(Scan, FindUnprintableMatchesTheReference) {
+    ForRandomTexts(u"\t \x7F~\u00A0\uFFFF", [](const Exact& text) {
+        ASSERT_EQ(Scan::FindUnprintable(text.Text(), text.Count()),
+                  Scan::Reference::FindUnprintable(text.Text(), text.Count()));
+    });
+    for (uint32_t unit = 0; unit < 0x10000; ++unit) {
+        const std::u16string text(40, static_cast<Char>(unit));
+        ASSERT_EQ(Scan::FindUnprintable(text.data(), 40), unit >= 0x20 && unit <= 0x7E ? 40u : 0u) << unit;
+    }
+}
+
 TEST(Scan, FindLineStartMatchesTheReference) {
     ForRandomTexts(u"\n", [](const Exact& text) {
         ASSERT_EQ(Scan::FindLineStart(text.Text(), text.Count()),

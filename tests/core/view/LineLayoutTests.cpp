@@ -1,4 +1,5 @@
 #include "support/FailureInjection.h"
+#include "support/Random.h"
 #include "support/ViewTest.h"
 #include "view/LineLayout.h"
 
@@ -102,6 +103,34 @@ TEST_F(LineLayoutTest, AHundredThousandTabsAreOneWalk) {
     const std::u16string text(100000, u'\t');
     EXPECT_EQ(Layout().PositionOf(Span(text), 100000), 3200000);
     EXPECT_EQ(Layout().ColumnAt(Span(text), 1600000), 50000u);
+}
+
+// Against adding up one character after the other, in fonts that make the printable ones alike or not.
+TEST_F(LineLayoutTest, LongLinesAreMeasuredAsIfCharacterByCharacter) {
+    const Char others[] = {u'\t', u'i', u'm', 0x4E2D, 0x7F, u' '};
+    Random random(7);
+    for (int font = 0; font < 3; ++font) {
+        if (font == 1) surface().SetFont({16, 7, 4}, {{u'i', 3}, {u'm', 12}});
+        if (font == 2) surface().SetFont({16, 1, 1}, {{0x4E2D, 2}});
+        for (int round = 0; round < 200; ++round) {
+            std::u16string text(random.Below(300), u'a');
+            for (Char& unit : text)
+                if (random.OneIn(20)) unit = random.Pick(others);
+            std::vector<int64_t> starts = {0};
+            for (const Char unit : text) starts.push_back(starts.back() + Layout().WidthAt(unit, starts.back()));
+            const auto target = static_cast<int64_t>(random.Below(static_cast<uint32_t>(starts.back()) + 20));
+            uint32_t within = 0;
+            while (within < text.size() && starts[within] < target) ++within;
+            uint32_t nearest = 0;
+            while (nearest < text.size() && starts[nearest] < target &&
+                   starts[nearest] + (starts[nearest + 1] - starts[nearest]) / 2 <= target)
+                ++nearest;
+            const auto column = random.Below(static_cast<uint32_t>(text.size()) + 1);
+            ASSERT_EQ(Layout().PositionOf(Span(text), column), starts[column]);
+            ASSERT_EQ(Layout().ColumnsWithin(Span(text), target), within);
+            ASSERT_EQ(Layout().ColumnAt(Span(text), target), nearest);
+        }
+    }
 }
 
 TEST_F(LineLayoutTest, LoneSurrogatesAndControlCharactersHaveWidthsOfTheirOwn) {
