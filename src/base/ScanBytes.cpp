@@ -20,7 +20,6 @@
 using namespace Scan::Vector;
 using Scan::ByteFinder;
 using Scan::ByteProbe;
-using Scan::NotFound;
 
 namespace {
 
@@ -47,7 +46,7 @@ constexpr ByteTable Commonness = [] {
     ByteTable table = {};
     for (unsigned byte = 0; byte < 256; ++byte) table.of[byte] = byte > ' ' && byte < 0x7F ? CommonFromHere : 5;
     for (uint8_t i = 0; i < 26; ++i) {
-        const auto letter = static_cast<size_t>(Letters[i]);
+        const auto letter = static_cast<uint8_t>(Letters[i]);
         table.of[letter] = table.of[letter - 0x20] = static_cast<uint8_t>(CommonFromHere + i);
     }
     table.of[0] = table.of[0x20] = table.of[0xFF] = 40;

@@ -72,7 +72,7 @@ bool WString::Splice(uint32_t position, uint32_t removed, const Char* text, uint
     if (needed >= None32 || newLength >= None32) return false;
     if (needed == 0 && !buffer) return true;
 
-    const bool grows = needed + 1 > capacity;
+    const bool grows = !buffer || needed + 1 > capacity;
     const bool isOwnText = text >= buffer && text < buffer + capacity;
     // Text of our own that would move under our hands is read from the old block instead.
     const bool needsBlock = grows || (isOwnText && position < length && removed == 0);

@@ -74,6 +74,7 @@ bool CommandProcess::Start(OutputRun& run, const Char* command) {
     if (posix_spawn(&process, "/bin/sh", &rules.files, &rules.attributes, const_cast<char* const*>(arguments),
                     environ) != 0)
         return false;
+    // A handle is a pointer in the record that both systems share. NOLINTNEXTLINE(performance-no-int-to-ptr)
     run.process = reinterpret_cast<void*>(static_cast<intptr_t>(process));
     run.processId = static_cast<uint32_t>(process);
     return true;
