@@ -94,6 +94,8 @@ build_preset() { # PRESET [CMAKE_OPTION...] -- [TARGET...]
 use_wine_prefix() { # FOLDER
     export WINEPREFIX=$1 WINEARCH=win64 WINEDEBUG=-all
     export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
+    # Wine reaches only the file names that the characters of the locale can say.
+    [ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
     Wine=/usr/lib/wine/wine64
     if [ ! -e /proc/self/exe ]; then
         cannot 'run Wine: it finds itself through /proc, which is not mounted'
