@@ -25,6 +25,36 @@ inline void** ImportSlot(const char* name) {
     return nullptr;
 }
 
+// Puts `function` in the place of an imported system function while it lives.
+class ReplacedImport {
+public:
+    ReplacedImport(const char* name, void* function) : slot(ImportSlot(name)) {
+        if (!slot) return;
+        original = *slot;
+        Put(function);
+    }
+    ~ReplacedImport() {
+        if (slot) Put(original);
+    }
+    ReplacedImport(const ReplacedImport&) = delete;
+    ReplacedImport& operator=(const ReplacedImport&) = delete;
+
+    // Whether the program calls the function at all.
+    bool IsImported() const { return slot != nullptr; }
+    void* Original() const { return original; }
+
+private:
+    void Put(void* function) {
+        DWORD old = 0;
+        VirtualProtect(slot, sizeof(*slot), PAGE_READWRITE, &old);
+        *slot = function;
+        VirtualProtect(slot, sizeof(*slot), old, &old);
+    }
+
+    void** slot;
+    void* original = nullptr;
+};
+
 // Counts how often this program calls an imported system function while the counter lives. One at a time
 // for each number.
 //
@@ -32,20 +62,13 @@ inline void** ImportSlot(const char* name) {
 template <int Number, class Function> class CallCounter;
 template <int Number, class Result, class... Arguments> class CallCounter<Number, Result WINAPI(Arguments...)> {
 public:
-    explicit CallCounter(const char* name) : slot(ImportSlot(name)) {
-        if (!slot) return;
+    explicit CallCounter(const char* name) : import(name, reinterpret_cast<void*>(Replacement)) {
         calls = 0;
-        original = reinterpret_cast<Type*>(*slot);
-        Put(reinterpret_cast<void*>(Replacement));
+        original = reinterpret_cast<Type*>(import.Original());
     }
-    ~CallCounter() {
-        if (slot) Put(reinterpret_cast<void*>(original));
-    }
-    CallCounter(const CallCounter&) = delete;
-    CallCounter& operator=(const CallCounter&) = delete;
 
     // Whether the program calls the function at all.
-    bool IsImported() const { return slot != nullptr; }
+    bool IsImported() const { return import.IsImported(); }
     // Since the last question.
     int Take() { return std::exchange(calls, 0); }
 
@@ -56,14 +79,8 @@ private:
         ++calls;
         return original(arguments...);
     }
-    void Put(void* function) {
-        DWORD old = 0;
-        VirtualProtect(slot, sizeof(*slot), PAGE_READWRITE, &old);
-        *slot = function;
-        VirtualProtect(slot, sizeof(*slot), old, &old);
-    }
 
     static inline Type* original = nullptr;
     static inline int calls = 0;
-    void** slot;
+    ReplacedImport import;
 };

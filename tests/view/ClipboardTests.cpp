@@ -1,3 +1,4 @@
+#include "CallCounter.h"
 #include "TextViewTest.h"
 #include "support/FakeSurface.h"
 #include "view/win32/Clipboard.h"
@@ -151,6 +152,19 @@ TEST_F(ClipboardTest, AClipboardThatStaysTakenIsGivenUpWithoutAWord) {
     EXPECT_EQ(Held().substr(0, 4), std::u16string(u"old\0", 4));
     EXPECT_EQ(document->Text(), u"ab");
     EXPECT_TRUE(host.messages.empty());
+}
+
+HANDLE WINAPI RefuseBlock(UINT, HANDLE) { return nullptr; }
+
+TEST_F(ClipboardTest, ABlockThatIsRefusedIsTold) {
+    ShowText(u"ab");
+    view->ExecuteCommand(ViewCommand::SelectAll);
+    const ReplacedImport refused("SetClipboardData", reinterpret_cast<void*>(RefuseBlock));
+    ASSERT_TRUE(refused.IsImported());
+    view->ExecuteCommand(ViewCommand::Copy);
+    ASSERT_EQ(host.messages.size(), 1u);
+    EXPECT_EQ(host.messages[0], u"Failed copying to clipboard");
+    EXPECT_EQ(GetOpenClipboardWindow(), nullptr);
 }
 
 // How much there is to copy decides which call of the system fails.

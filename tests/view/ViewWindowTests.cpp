@@ -1,6 +1,8 @@
 // How a text view treats its window: class, attaching, messages, caret, scroll bars, input method.
+#include "CallCounter.h"
 #include "TextViewTest.h"
 #include "support/FakeSurface.h"
+#include "view/win32/InputMethod.h"
 
 #include <imm.h>
 
@@ -247,6 +249,23 @@ TEST_F(ViewWindowTest, TheCompositionWindowStandsAtTheCaret) {
     EXPECT_EQ(form.ptCurrentPos.y, 2 * LineHeight());
     releaseContext(Window(), context);
     FreeLibrary(library);
+}
+
+FARPROC WINAPI FindNothing(HMODULE, LPCSTR) { return nullptr; }
+
+TEST_F(ViewWindowTest, WithoutTheInputMethodsFunctionsTheViewWorksOn) {
+    Show(u"abc");
+    FocusView();
+    InputMethod::Unload();
+    {
+        const ReplacedImport missing("GetProcAddress", reinterpret_cast<void*>(FindNothing));
+        ASSERT_TRUE(missing.IsImported());
+        CallCounter<7, decltype(FreeLibrary)> released("FreeLibrary");
+        SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+        EXPECT_EQ(released.Take(), 1) << "the library is given back";
+    }
+    SendMessageW(Window(), WM_CHAR, 'x', 0);
+    EXPECT_EQ(document->Text(), u"xabc");
 }
 
 } // namespace
