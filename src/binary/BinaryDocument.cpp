@@ -55,9 +55,9 @@ bool BinaryDocument::Open(const Char* fileName) {
 
 // On a cache line's start: there the system copies what it reads measurably faster.
 bool BinaryDocument::AllocateWindow() {
-    windowBlock = Heap::AllocateArray<uint8_t>(WindowSize + CacheLine);
+    windowBlock = Heap::AllocateArray<uint8_t>(CacheLine + LongestHead + WindowSize);
     if (!windowBlock) return false;
-    window = windowBlock + (CacheLine - reinterpret_cast<uintptr_t>(windowBlock) % CacheLine);
+    window = windowBlock + LongestHead + (CacheLine - reinterpret_cast<uintptr_t>(windowBlock) % CacheLine);
     return true;
 }
 

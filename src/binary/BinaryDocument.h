@@ -81,6 +81,10 @@ public:
 
 private:
     static constexpr uint32_t CacheLine = 64;
+    static constexpr uint32_t SystemPage = 4096;
+    // A window is searched for no more of a pattern than its head, so that most of its places can be tested
+    // before the next one is read, however long the pattern.
+    static constexpr uint32_t LongestHead = 4096;
 
     ~BinaryDocument();
 
@@ -102,6 +106,7 @@ private:
     ChangedPage* MakePage(uint64_t index);
     bool MakePages(uint64_t offset, size_t count);
     bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
+    bool NextWindow(uint32_t kept);
     bool StandsAt(const Sought& sought, uint64_t offset);
     bool MayGoOn(Sought& sought, uint64_t bytes) const;
     bool FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
@@ -115,7 +120,7 @@ private:
     Platform::File file;
     uint64_t fileSize = 0;
     uint8_t* windowBlock = nullptr;
-    uint8_t* window = nullptr; // WindowSize bytes of the block while a file is open
+    uint8_t* window = nullptr; // WindowSize bytes of the block while a file is open, behind LongestHead others
     uint64_t windowStart = 0;
     uint32_t windowValid = 0;
     ChangedPages pages;

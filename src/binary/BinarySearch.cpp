@@ -7,6 +7,7 @@
 #include "binary/HexPattern.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -18,10 +19,6 @@ bool ToBytes(const WString& pattern, bool hexPattern, Array<uint8_t>& out) {
     out.Truncate(FromUtf16(CodePage::Ansi, pattern.Text(), pattern.Length(), out.Items(), room));
     return true;
 }
-
-// A window is searched for no more of the pattern than this, so that most of its places can be tested
-// before the next one is read, however long the pattern.
-constexpr uint32_t LongestHead = 4096;
 
 } // namespace
 
@@ -65,19 +62,28 @@ bool BinaryDocument::MayGoOn(Sought& sought, uint64_t bytes) const {
     return !sought.brokenOff;
 }
 
-// The first match at a position in [from, end).
+// Moves the window on to what follows it, with the last `kept` bytes of the old one in front of the new one.
+bool BinaryDocument::NextWindow(uint32_t kept) {
+    std::memmove(window - kept, window + windowValid - kept, kept);
+    return EnsureWindow(windowStart + windowValid, 1) && windowValid > 0;
+}
+
+// The first match at a position in [from, end). The system reads whole pages faster: the windows start with
+// one and follow each other without overlapping. A head that reaches into the next window is found there, as
+// what there is of it in this one stays in front.
 bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found) {
     end = std::min(end, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
+    if (from < end && !EnsureWindow(from - from % SystemPage, SystemPage)) return false;
     while (from < end) {
-        // Whole cache lines are read faster; not going back before the window's start keeps the move a
-        // forward one.
-        const uint64_t line = from - from % CacheLine;
-        if (!EnsureWindow(line < windowStart ? from : line, PageSize + CacheLine)) return false;
-        const uint64_t start = from - windowStart;
-        // A file that has become shorter ends here.
-        if (start + sought.headCount > windowValid) return false;
-        const uint64_t positions = std::min(end - from, windowValid - start - sought.headCount + 1);
-        const size_t at = sought.head.First(window + start, static_cast<size_t>(positions) + sought.headCount - 1);
+        const uint64_t windowEnd = windowStart + windowValid;
+        if (from + sought.headCount > windowEnd) {
+            // A file that has become shorter ends here.
+            if (!NextWindow(from < windowEnd ? static_cast<uint32_t>(windowEnd - from) : 0)) return false;
+            continue;
+        }
+        const uint8_t* const bytes = window + static_cast<int64_t>(from - windowStart);
+        const uint64_t positions = std::min(end - from, windowEnd - from - sought.headCount + 1);
+        const size_t at = sought.head.First(bytes, static_cast<size_t>(positions) + sought.headCount - 1);
         from += at == Scan::NotFound ? positions : at;
         if (!MayGoOn(sought, at == Scan::NotFound ? positions : at)) return false;
         if (at == Scan::NotFound) continue;

@@ -175,7 +175,7 @@ TEST(BinaryFind, ReadsTheWindowAnewAfterItServedAsScratchSpace) {
 
 TEST(BinaryFind, AtEveryPageAndWindowBorder) {
     // In a file without it otherwise, the pattern is put around each border, wherever the window starts.
-    for (const size_t n : {1u, 2u, 7u, 300u, 16384u, 20000u, 32768u}) {
+    for (const size_t n : {1u, 2u, 7u, 300u, 4096u, 4097u, 16384u, 20000u, 32768u}) {
         std::string pattern = Pattern(n, 5);
         pattern[0] = 'N';
         for (const size_t border : {0u, 16384u, 32768u, 49152u, 65536u, 98304u, 100000u}) {
@@ -223,6 +223,34 @@ TEST(BinaryFind, RandomSearchesMatchANaiveOne) {
                 << round << ' ' << pattern << ' ' << search.from << ' ' << search.end << ' ' << search.backward;
         }
     }
+}
+
+TEST(BinaryFind, LongPatternsThatNearlyStandInManyPlaces) {
+    std::mt19937 random(3);
+    for (const size_t n : {4000u, 4096u, 4097u, 9000u}) {
+        std::string content(90000, 'a');
+        for (size_t at = 0; at < content.size(); at += n - 1 + random() % 300) content[at] = 'b';
+        std::string pattern(n, 'a');
+        pattern.push_back('b');
+        OpenedFile file(content);
+        for (int i = 0; i < 20; ++i) {
+            Search search;
+            search.from = random() % content.size();
+            search.end = content.size();
+            search.matchCase = true;
+            search.backward = i % 4 == 0;
+            ASSERT_EQ(Find(*file, Wide(pattern), search), NaiveFind(content, pattern, search))
+                << n << ' ' << search.from;
+        }
+    }
+}
+
+TEST(BinaryFind, ForwardsReadsEveryByteOnce) {
+    OpenedFile file(std::string(5 * 32768 + 1, 'x'));
+    // What opening has read is still there.
+    FileCalls calls;
+    EXPECT_EQ(Find(*file, u"absent, and long enough to reach over a border", {}), std::nullopt);
+    EXPECT_EQ(calls.Count(), 5u);
 }
 
 TEST(BinaryFind, AFailedReadFindsNothing) {
