@@ -53,8 +53,8 @@ public:
     uint32_t GetLineCount() const { return lineCount; }
     bool IsReadOnly() const { return readOnly != 0; }
     bool IsOutput() const { return isOutput != 0; }
-    // Makes this an output document, which nobody can type into.
-    void MarkAsOutput();
+    // Makes this an output document, which nobody can type into. False without memory for what is typed.
+    bool MarkAsOutput();
     // Empties the text and forgets undo, redo and marks; the path, the engine and a running command stay.
     // True always.
     bool EmptyAndResetUndo();

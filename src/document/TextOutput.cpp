@@ -11,9 +11,11 @@ bool TextBuffer::GetOutputState(bool& running) const {
     return true;
 }
 
-void TextBuffer::MarkAsOutput() {
-    CommitEdit(); // what is typed cannot be written back any more
+bool TextBuffer::MarkAsOutput() {
+    // What is typed cannot be written back once the document is read-only.
+    if (!CommitEdit()) return false;
     readOnly = isOutput = 1;
+    return true;
 }
 
 bool TextBuffer::AppendOutputText(Char* added) {

@@ -65,9 +65,7 @@ bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
 bool TextBuffer::StartRun(const Char* command, const Char* startDirectory) {
     run.readBuffer = Heap::AllocateArray<uint8_t>(ReadBufferSize);
     if (!run.readBuffer || !CommandProcess::OpenOutput(run)) return false;
-    // What is typed cannot be written back once the document is read-only.
-    if (!EnsureCapacity(length) || !CommitEdit()) return false;
-    MarkAsOutput();
+    if (!EnsureCapacity(length) || !MarkAsOutput()) return false;
     return run.startDir.Assign(startDirectory) && CommandProcess::Start(run, command) && SetPollPeriod(PollPeriod);
 }
 

@@ -236,12 +236,12 @@ TextBuffer* MainFrame::NewOutput(const Char* title) {
     TextBuffer* document = new TextBuffer;
     if (!document) return nullptr;
     document->AddRef();
-    if (!document->MakeEmpty() || !document->SetTitle(title) || !document->CreateView(nullptr)) {
+    if (!document->MakeEmpty() || !document->SetTitle(title) || !document->CreateView(nullptr) ||
+        !document->MarkAsOutput()) {
         document->Release();
         return nullptr;
     }
     document->ResetSyntaxEngine();
-    document->MarkAsOutput();
     return AdoptDocument(document) ? document : nullptr;
 }
 

@@ -42,7 +42,7 @@ struct Scene {
         std::u16string text;
         uint32_t lineCount;
         std::vector<uint32_t> undo, redo, marks, places;
-        bool modified;
+        bool modified, readOnly, output;
         const SyntaxEngine* engine;
         std::u16string name, title;
         bool operator==(const Snapshot&) const = default;
@@ -55,6 +55,8 @@ struct Scene {
                      document.MarkedLines(),
                      {},
                      document->IsModified(),
+                     document->IsReadOnly(),
+                     document->IsOutput(),
                      document->Engine(),
                      document->GetName(),
                      document->GetTitle()};
@@ -150,6 +152,13 @@ TEST(TextBufferFailure, WritingBack) {
     EXPECT_EQ(FailInTurn([](Scene& scene) { return Type(scene, u"abcdefghijklmnop"); },
                          [](Scene& scene) { return scene.document->CommitEdit(); }),
               1u);
+}
+
+TEST(TextBufferFailure, BecomingAnOutputDocument) {
+    EXPECT_EQ(
+        FailInTurn([](Scene& scene) { return Type(scene, u"abcdefghijklmnop"); },
+                   [](Scene& scene) { return scene.document->MarkAsOutput() && !scene.document->HasPendingEdit(); }),
+        1u);
 }
 
 TEST(TextBufferFailure, OpeningALine) {
