@@ -83,15 +83,24 @@ bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
     // again what is written into one that was deleted.
     if (!file.GetSize(sizeNow) || sizeNow < fileSize || file.IsDeleted()) return false;
     windowValid = 0; // what it holds will be older than the file
-    for (const ChangedPage* page = pages.Head(); page; page = page->next) {
-        const uint64_t start = page->index * PageSize;
-        if (!file.Seek(start) || !file.Write(page->data, PageBytes(start))) return false;
+    const bool saved = WritePages() && file.Flush();
+    if (saved) {
+        pages.Clear();
+        savedUndoHead = HeadSerial();
     }
-    if (!file.Flush()) return false;
-    pages.Clear();
-    savedUndoHead = HeadSerial();
     NotifyModified();
     RepaintAll();
+    return saved;
+}
+
+bool BinaryDocument::WritePages() {
+    for (const ChangedPage* page = pages.Head(); page; page = page->next) {
+        const uint64_t start = page->index * PageSize;
+        if (!file.Seek(start)) return false;
+        // Until all is written the file is what no state of the document is, whatever is undone.
+        savedUndoHead = NoSerial;
+        if (!file.Write(page->data, PageBytes(start))) return false;
+    }
     return true;
 }
 

@@ -24,7 +24,7 @@ public:
     DocumentView* CreateView(NativeWindow parent) override;
     bool IsModified() const override { return HeadSerial() != savedUndoHead; }
     // Writes the changed pages back into the open file, whatever the arguments. On failure all of them and
-    // the undo records stay, though some may have been written.
+    // the undo records stay; once some may have been written the document is modified until it is saved.
     bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
@@ -80,6 +80,7 @@ public:
                    uint64_t& found, bool& wrapped, uint32_t& matchLength, SearchProgress* progress = nullptr);
 
 private:
+    static constexpr uint32_t NoSerial = None32; // of no record, nor of an empty list
     static constexpr uint32_t CacheLine = 64;
     static constexpr uint32_t SystemPage = 4096;
     // A window is searched for no more of a pattern than its head, so that most of its places can be tested
@@ -103,6 +104,7 @@ private:
     uint32_t PageBytes(uint64_t pageStart) const;
     bool AllocateWindow();
     void Close();
+    bool WritePages();
     ChangedPage* MakePage(uint64_t index);
     bool MakePages(uint64_t offset, size_t count);
     bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
@@ -126,8 +128,8 @@ private:
     ChangedPages pages;
     ByteEdit* undoHead = nullptr;
     ByteEdit* redoHead = nullptr;
-    // Serial of the undo head at the last save, 0 for an empty list. A serial is never reused, unlike the
-    // address of a freed record.
+    // Serial of the undo head at the last save, 0 for an empty list, NoSerial when the file is half-written. A
+    // serial is never reused, unlike the address of a freed record.
     uint32_t savedUndoHead = 0;
     uint32_t readOnly = 0;
     uint32_t lastSerial = 0;

@@ -482,6 +482,41 @@ TEST(BinarySave, EveryFileCallFailsInTurn) {
     EXPECT_EQ(file.OnDisk(), changed);
 }
 
+TEST(BinarySave, AHalfWrittenFileIsNotTakenForUnmodified) {
+    const std::string content = Pattern(100000);
+    for (const uint64_t failing : {3u, 5u, 11u, 12u}) { // either of the first two writes, the last one, flushing
+        OpenedFile file(content);
+        FakeHexView* view = FakeHexView::Create(*file);
+        for (const size_t offset : {0u, 20000u, 40000u, 60000u, 80000u}) ASSERT_TRUE(file.Edit(offset, "new"));
+        view->ForgetCalls();
+        {
+            FileCalls calls({failing});
+            EXPECT_FALSE(file.Save());
+        }
+        EXPECT_EQ(view->documentChanges, 1);
+        EXPECT_EQ(view->contentChanges, 1);
+        for (int i = 0; i < 5; ++i) EXPECT_TRUE(file->Undo());
+        EXPECT_EQ(file.Content(), content);
+        EXPECT_TRUE(file->IsModified()) << failing;
+        EXPECT_TRUE(file.Save());
+        EXPECT_FALSE(file->IsModified());
+        EXPECT_EQ(file.OnDisk(), content);
+    }
+}
+
+TEST(BinarySave, AFailureBeforeAnythingIsWrittenLeavesTheSavedStateWhereItWas) {
+    for (const uint64_t failing : {1u, 2u}) { // sized, sought
+        OpenedFile file("abc");
+        ASSERT_TRUE(file.Edit(0, "x"));
+        FileCalls calls({failing});
+        EXPECT_FALSE(file.Save());
+        EXPECT_TRUE(file->IsModified());
+        EXPECT_TRUE(file->Undo());
+        EXPECT_FALSE(file->IsModified());
+        EXPECT_EQ(file.OnDisk(), "abc");
+    }
+}
+
 TEST(BinaryShortened, ShowsWhatIsThereAndNeverGrows) {
     const std::string content = Pattern(50000);
     OpenedFile file(content);
