@@ -29,7 +29,9 @@ void TextEditor::OnSize(uint32_t flags) {
     surface.RenewCaret();
     RecomputeDigits();
     RecomputeColumns();
-    UpdateCaret(false);
+    const bool owed = owesScroll && visibleLines > 0;
+    if (owed) owesScroll = false;
+    UpdateCaret(owed);
 }
 
 // One more than the decimal digits of the line count: the spare column separates the numbers from the
@@ -114,7 +116,11 @@ void TextEditor::UpdateCaret(bool scrollIntoView) {
         pendingFlags |= PendingCaret;
         return;
     }
-    if (!document || !surface.HasWindow()) return;
+    if (!document) return;
+    if (!surface.HasWindow()) {
+        owesScroll = owesScroll || scrollIntoView;
+        return;
+    }
     const int64_t caretX = CaretX();
     if (scrollIntoView) ScrollCaretIntoView(caretX);
     if (surface.HasFocus()) {

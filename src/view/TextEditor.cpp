@@ -8,6 +8,7 @@ void TextEditor::SetDocument(TextBuffer* newDocument) {
     caretLine = caretColumn = preferredColumn = 0;
     selectionAnchor = caretOffset = 0;
     topLine = 0;
+    owesScroll = false;
     horizontalScroll = 0;
     pair = BracePair();
     states.TextChanged(0);

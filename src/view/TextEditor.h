@@ -172,7 +172,8 @@ private:
     uint32_t selectionAnchor = 0;
     uint32_t caretOffset = 0;
     uint32_t topLine = 0;
-    LineStates states; // of the engine at the top line and elsewhere
+    bool owesScroll = false; // the caret was moved while there was no window to scroll it into
+    LineStates states;       // of the engine at the top line and elsewhere
     int32_t horizontalScroll = 0;
     int32_t visibleColumns = 0;
     bool dragging = false;

@@ -29,6 +29,19 @@ void RunTest::Script(const std::wstring& name, const std::string& text) const {
     ASSERT_TRUE(files::Write(Path(name), text));
 }
 
+RECT RunTest::Caret() const {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    return GetGUIThreadInfo(GetWindowThreadProcessId(editor.Main(), nullptr), &info) ? info.rcCaret : RECT{};
+}
+
+bool RunTest::WaitForCaretRow(int row) const {
+    return window::WaitFor([&] {
+        const RECT caret = Caret();
+        return caret.bottom > caret.top && caret.top == row * (caret.bottom - caret.top);
+    });
+}
+
 void RunTest::LeaveTheCommandWindow() {
     ASSERT_NE(editor.CommandWindow(), nullptr);
     ASSERT_TRUE(editor.Keys(L"Alt+C"));

@@ -61,6 +61,42 @@ TEST_F(RunTest, TheSameCommandReusesItsDocument) {
     EXPECT_EQ(WindowItems(), Names({L"&1 " + Path(L"a.txt"), L"&2 %SPEAK% one"}));
 }
 
+TEST_F(RunTest, AShorterRunOutOfSightIsShownFromItsStart) {
+    Script(L"one", "repeat 200 line\\n\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(WaitForLine(201));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    Script(L"one", "repeat 3 line\\n\n");
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(WaitForLine(4));
+    EXPECT_TRUE(WaitForCaretRow(3));
+}
+
+TEST_F(RunTest, WhatIsPrintedOutOfSightIsFollowed) {
+    Script(L"one", "say first\\n\nwait go\nrepeat 1000 line\\n\nmake done\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForLine(2));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    Give(L"go");
+    ASSERT_TRUE(Got(L"done"));
+    ASSERT_TRUE(window::WaitFor([&] { return IsEnabled(IDM_CLOSE_OUTPUT_WINDOWS); })) << "it has ended";
+    ASSERT_TRUE(editor.Keys(L"Ctrl+2"));
+    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(WaitForLine(1002));
+    RECT client = {};
+    GetClientRect(Panes().at(0), &client);
+    const RECT caret = Caret();
+    EXPECT_GT(caret.bottom, caret.top);
+    EXPECT_LE(caret.bottom, client.bottom);
+    EXPECT_GT(caret.bottom, client.bottom - 2 * (caret.bottom - caret.top)) << "on the last row";
+}
+
 TEST_F(RunTest, AnotherCommandGetsADocumentOfItsOwn) {
     Script(L"one", "say one\n");
     Script(L"two", "say two\n");
@@ -166,11 +202,9 @@ TEST_F(RunTest, EnterAndDoubleClickGoToTheFilePositionOfTheLine) {
     const HWND pane = Panes().at(0);
     ASSERT_TRUE(editor.Keys(L"Ctrl+Home Down Down"));
     ASSERT_TRUE(WaitForLine(3));
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof info;
-    ASSERT_TRUE(window::WaitFor(
-        [&] { return GetGUIThreadInfo(GetWindowThreadProcessId(pane, nullptr), &info) && info.rcCaret.bottom > 0; }));
-    const LPARAM place = MAKELPARAM(info.rcCaret.left + 30, (info.rcCaret.top + info.rcCaret.bottom) / 2);
+    ASSERT_TRUE(WaitForCaretRow(2));
+    const RECT caret = Caret();
+    const LPARAM place = MAKELPARAM(caret.left + 30, (caret.top + caret.bottom) / 2);
     PostMessageW(pane, WM_LBUTTONDOWN, MK_LBUTTON, place);
     PostMessageW(pane, WM_LBUTTONUP, 0, place);
     PostMessageW(pane, WM_LBUTTONDBLCLK, MK_LBUTTON, place);

@@ -15,6 +15,12 @@ struct ScrollingTest : ViewTest {
         view().OnScroll(ScrollAxis::Horizontal, request, track);
         return view().HorizontalScroll();
     }
+    void LoseWindow() { surface().window = surface().focus = false; }
+    void GetWindow() {
+        surface().window = true;
+        view().OnSize(1);
+        view().OnAttached();
+    }
     uint32_t Wheel(int32_t delta, int32_t lines = 3) {
         view().OnWheel(delta, lines, false);
         return view().TopLine();
@@ -249,6 +255,70 @@ TEST_F(ScrollingTest, WithoutFocusTheCaretIsLeftAlone) {
     EXPECT_EQ(view().TopLine(), 51u);
     EXPECT_FALSE(surface().caretShown);
     EXPECT_EQ(Vertical().position, 51);
+}
+
+// Without a window.
+
+TEST_F(ScrollingTest, ACaretMovedWithoutAWindowIsInSightInTheNextOne) {
+    LoseWindow();
+    view().MoveCaret(60, 0);
+    GetWindow();
+    EXPECT_EQ(view().TopLine(), 51u);
+    EXPECT_EQ(Vertical().position, 51);
+    LoseWindow();
+    view().MoveCaret(3, 0);
+    GetWindow();
+    EXPECT_EQ(view().TopLine(), 3u);
+}
+
+TEST_F(ScrollingTest, ATextThatGoesOnWithoutAWindowIsFollowed) {
+    buffer().MarkAsOutput();
+    view().MoveCaret(99, 0);
+    LoseWindow();
+    std::u16string more(900, u'\n');
+    ASSERT_TRUE(buffer().AppendOutputText(more.data()));
+    GetWindow();
+    EXPECT_EQ(view().CaretLine(), 999u);
+    EXPECT_EQ(view().TopLine(), 990u);
+}
+
+TEST_F(ScrollingTest, ATextEmptiedWithoutAWindowIsShownFromItsStart) {
+    view().MoveCaret(99, 0);
+    LoseWindow();
+    buffer().EmptyAndResetUndo();
+    GetWindow();
+    EXPECT_EQ(view().TopLine(), 0u);
+}
+
+TEST_F(ScrollingTest, AViewScrolledAwayFromItsCaretKeepsItsPlaceInAnotherWindow) {
+    buffer().MarkAsOutput();
+    Scroll(ScrollRequest::Track, 50);
+    LoseWindow();
+    std::u16string more(900, u'\n');
+    ASSERT_TRUE(buffer().AppendOutputText(more.data()));
+    GetWindow();
+    EXPECT_EQ(view().CaretLine(), 0u);
+    EXPECT_EQ(view().TopLine(), 50u);
+}
+
+TEST_F(ScrollingTest, OnceInSightTheCaretMayBeLeftAgain) {
+    LoseWindow();
+    view().MoveCaret(60, 0);
+    GetWindow();
+    Scroll(ScrollRequest::Track, 20);
+    LoseWindow();
+    GetWindow();
+    EXPECT_EQ(view().TopLine(), 20u);
+}
+
+TEST_F(ScrollingTest, AWindowThatHasNoRoomYetIsWaitedFor) {
+    LoseWindow();
+    view().MoveCaret(60, 0);
+    surface().SetSize(0, 0);
+    GetWindow();
+    EXPECT_EQ(view().TopLine(), 0u);
+    Resize(80, 10);
+    EXPECT_EQ(view().TopLine(), 51u);
 }
 
 TEST_F(ScrollingTest, PixelsBeyondThirtyTwoBitsAreHeldWithinThem) {
