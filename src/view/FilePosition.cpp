@@ -14,9 +14,13 @@ bool FilePosition::Parse(TextSpan text) {
     while (at < text.length && charAt(at) != u':' && charAt(at) != u'(') ++at;
     if (at == start || !path.Assign(text.text + start, at - start)) return false;
 
-    uint32_t number = 0;
+    uint64_t number = 0;
     uint32_t digits = 0;
-    for (++at; Text::IsDigit(charAt(at)); ++at, ++digits) number = number * 10 + (charAt(at) - u'0');
-    line = digits ? number - 1 : None32;
+    for (++at; Text::IsDigit(charAt(at)); ++at, ++digits) {
+        number = number * 10 + (charAt(at) - u'0');
+        // A larger one is beyond the end of any text, too.
+        if (number > None32) number = None32;
+    }
+    line = digits ? static_cast<uint32_t>(number - 1) : None32;
     return true;
 }

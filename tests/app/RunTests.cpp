@@ -213,6 +213,24 @@ TEST_F(RunTest, EnterAndDoubleClickGoToTheFilePositionOfTheLine) {
     EXPECT_TRUE(WaitForLine(5));
 }
 
+TEST_F(RunTest, AFilePositionBeyondTheEndIsTheLastLine) {
+    ASSERT_TRUE(files::Write(Path(L"b.txt"), "1\n2\n3\n4\n5"));
+    Script(L"one", "say b.txt(6)\\nb.txt(2147483649)\\nb.txt(4294967297)\\nb.txt(0)\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    for (const wchar_t* keys : {L"Ctrl+Home Enter", L"Ctrl+Home Down Enter", L"Ctrl+Home Down Down Enter"}) {
+        ASSERT_TRUE(editor.Keys(keys));
+        EXPECT_TRUE(WaitForFile(L"b.txt"));
+        EXPECT_TRUE(WaitForLine(5)) << keys;
+        ASSERT_TRUE(editor.Keys(L"Up Up Ctrl+2"));
+        ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    }
+    ASSERT_TRUE(editor.Keys(L"Ctrl+End Enter"));
+    EXPECT_TRUE(WaitForFile(L"b.txt"));
+    EXPECT_TRUE(WaitForLine(3)) << "no line, and so none to go to";
+}
+
 TEST_F(RunTest, StopToolAsksTheWindowsOfTheCommandToClose) {
     SetEnvironment(L"COMSPEC", SpeakerPath().c_str());
     SetEnvironment(L"SPEAKER_SCRIPT", L"window");

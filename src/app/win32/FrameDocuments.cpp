@@ -145,9 +145,10 @@ bool MainFrame::OpenBinary(const Char* path) {
     return AdoptDocument(document) && ShowNewDocument(document, TargetPane());
 }
 
+// Only -1 is none: a line number beyond 2^31 has become another negative one, and leads to the last line.
 // Without memory for one more view the pane may show another document still, whose caret stays.
 bool MainFrame::MoveToLine(const Document* document, int32_t line) {
-    if (line >= 0 && ActiveDocument() == document) panes.Active()->view->GoToLine(static_cast<uint32_t>(line), false);
+    if (line != -1 && ActiveDocument() == document) panes.Active()->view->GoToLine(static_cast<uint32_t>(line), false);
     return true;
 }
 
@@ -164,7 +165,7 @@ void MainFrame::ReportOpenFailure(const Char* path) {
 }
 
 bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
-    return OpenText(path, line == None32 ? -1 : static_cast<int32_t>(line), false);
+    return OpenText(path, static_cast<int32_t>(line), false);
 }
 
 bool MainFrame::SaveDocument(Document& document) { return SaveDocumentAs(document, false); }

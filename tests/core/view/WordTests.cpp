@@ -148,6 +148,15 @@ TEST(FilePositionTest, OnlyOneDigitIsABuildNumber) {
     EXPECT_EQ(Position(u"2>a.cpp(3)"), (Parsed{u"a.cpp", 2}));
 }
 
+TEST(FilePositionTest, ALineNumberThatNoTextReachesStaysBeyondItsEnd) {
+    EXPECT_EQ(Position(u"a.cpp(2147483649)"), (Parsed{u"a.cpp", 0x80000000}));
+    EXPECT_EQ(Position(u"a.cpp(4294967295)"), (Parsed{u"a.cpp", 0xFFFFFFFE}));
+    EXPECT_EQ(Position(u"a.cpp(4294967296)"), (Parsed{u"a.cpp", 0xFFFFFFFE}));
+    EXPECT_EQ(Position(u"a.cpp(4294967297)"), (Parsed{u"a.cpp", 0xFFFFFFFE}));
+    EXPECT_EQ(Position(u"a.cpp:18446744073709551617: far"), (Parsed{u"a.cpp", 0xFFFFFFFE}));
+    EXPECT_EQ(Position(u"a.cpp:99999999999999999999999999999999"), (Parsed{u"a.cpp", 0xFFFFFFFE}));
+}
+
 TEST(FilePositionTest, WithoutAPathThereIsNoPosition) {
     EXPECT_EQ(Position(u""), (Parsed{u"(none)", 0}));
     EXPECT_EQ(Position(u"   "), (Parsed{u"(none)", 0}));
