@@ -1,11 +1,9 @@
 #include "app/CommandLanguage.h"
 #include "app/OpenFiles.h"
 #include "app/StartArguments.h"
-#include "app/win32/Application.h"
-#include "app/win32/MainFrame.h"
 #include "base/Heap.h"
 #include "support/ScratchFolder.h"
-#include "view/TextViewTest.h"
+#include "view/OwnFrameTest.h"
 
 #include <functional>
 
@@ -16,33 +14,16 @@ namespace {
 
 constexpr int FileCount = 1000;
 
-class FrameBatchTest : public TextViewTest {
+class FrameBatchTest : public OwnFrameTest {
 protected:
     void SetUp() override {
-        TextViewTest::SetUp();
-        const HINSTANCE instance = GetModuleHandleW(nullptr);
-        INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
-        InitCommonControlsEx(&controls);
-        ::Application::globals.instance = instance;
-        main = new MainFrame;
-        ASSERT_TRUE(main && MainFrame::RegisterClasses(instance) && main->Create(instance));
+        ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
         const HWND bar = FindWindowExW(main->Window(), nullptr, STATUSCLASSNAMEW, nullptr);
         ASSERT_NE(bar, nullptr);
         ASSERT_TRUE(SetWindowSubclass(bar, Count<SB_SETPARTS>, 1, reinterpret_cast<DWORD_PTR>(&layouts)));
         ASSERT_TRUE(
             SetWindowSubclass(main->Window(), Count<WM_SETTEXT>, 1, reinterpret_cast<DWORD_PTR>(&titleChanges)));
         for (int i = 0; i < FileCount; ++i) names.push_back(folder.Write(std::to_string(1000 + i) + ".txt", "text"));
-    }
-    void TearDown() override {
-        SendMessageW(main->Window(), WM_USER, 0, 0); // leave without asking
-        // With its window the frame ends the message loop, of which the next test wants to know nothing.
-        MSG message;
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
-            DispatchMessageW(&message);
-        MainFrame::UnregisterClasses(GetModuleHandleW(nullptr));
-        mainFrame = nullptr;
-        delete main;
-        TextViewTest::TearDown();
     }
 
     // Every layout tells the status bar where its parts end.
@@ -70,7 +51,6 @@ protected:
 
     ScratchFolder folder;
     std::vector<std::u16string> names;
-    MainFrame* main = nullptr;
     int layouts = 0;
     int titleChanges = 0;
 };

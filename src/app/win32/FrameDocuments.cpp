@@ -220,10 +220,9 @@ void MainFrame::CloseDocument(Document* document) {
 
 void MainFrame::CloseOutputWindows() {
     for (uint32_t i = 0; Document* document = documents.At(i);) {
-        if (IsFinishedOutput(*document))
-            CloseDocument(document);
-        else
-            ++i;
+        if (IsFinishedOutput(*document)) CloseDocument(document);
+        // Without memory to show another one in its place it is open still.
+        if (documents.At(i) == document) ++i;
     }
 }
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/win32/Application.h"
+#include "app/win32/MainFrame.h"
+#include "view/TextViewTest.h"
+
+// A test of a frame in the test's own process, without a document at first.
+class OwnFrameTest : public TextViewTest {
+protected:
+    void SetUp() override {
+        TextViewTest::SetUp();
+        const HINSTANCE instance = GetModuleHandleW(nullptr);
+        INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
+        InitCommonControlsEx(&controls);
+        ::Application::globals.instance = instance;
+        main = new MainFrame;
+        ASSERT_TRUE(main && MainFrame::RegisterClasses(instance) && main->Create(instance));
+    }
+    void TearDown() override {
+        SendMessageW(main->Window(), WM_USER, 0, 0); // leave without asking
+        // With its window the frame ends the message loop, of which the next test wants to know nothing.
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
+            DispatchMessageW(&message);
+        MainFrame::UnregisterClasses(GetModuleHandleW(nullptr));
+        mainFrame = nullptr;
+        delete main;
+        TextViewTest::TearDown();
+    }
+
+    void Command(UINT number) const { SendMessageW(main->Window(), WM_COMMAND, number, 0); }
+
+    MainFrame* main = nullptr;
+};
