@@ -127,6 +127,49 @@ TEST_F(ToolTest, WithoutADocumentVariablesAreEmptyAndTheToolRuns) {
     EXPECT_EQ(WindowItems().size(), 1u);
 }
 
+TEST_F(ToolTest, ASelectionOfSeveralLinesKeepsItsBreaks) {
+    Settings(Captured("Rem", "rem %SEL%"));
+    ASSERT_TRUE(files::Write(Path(L"a.txt"), "one\r\ntwo\r\n"));
+    ASSERT_TRUE(Start(L"a.txt"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"Shift+Down Shift+End"));
+    ASSERT_TRUE(editor.WaitForStatus(3, L"\tCol 4"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForFinished(L"rem one\ntwo ")) << "as the text has them";
+}
+
+TEST_F(ToolTest, BytesHaveNeitherWordNorSelection) {
+    Settings(Captured("Rem", "rem %FILE% [%WORD%%SEL%]"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}, L"-b"));
+    ASSERT_TRUE(editor.Keys(L"Shift+Right Shift+Right"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForFinished(L"rem a.txt [] "));
+}
+
+TEST_F(ToolTest, InTheConsoleAToolPrintsIntoItsDocument) {
+    Where();
+    Settings(Captured("Where", Program() + " where"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.RunCommandLine(L"console"));
+    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    for (const wchar_t* times : {L"1", L"12"}) {
+        editor.Command(IDM_FIRST_TOOL);
+        std::wstring expected;
+        for (const wchar_t* time = times; *time; ++time) expected += scratch.Folder() + L"\r\n";
+        EXPECT_TRUE(WaitForOutput(expected));
+    }
+    EXPECT_EQ(WindowItems(), Names({L"&1 " + Path(L"a.txt"), L"&2 Output"}));
+}
+
+TEST_F(ToolTest, AToolOfWhichOnlyBlanksAreLeftStillRuns) {
+    Settings(Captured("Blank", "%FILE%"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+F4"));
+    ASSERT_TRUE(editor.WaitForTitle(L"Orvane"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForFinished(L" ")) << "no file, a blank and no arguments";
+}
+
 TEST_F(ToolTest, TheSameToolTwiceReusesOneDocument) {
     Where();
     Settings(Captured("Where", Program() + " where"));

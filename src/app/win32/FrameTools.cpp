@@ -75,7 +75,7 @@ void MainFrame::RunTool(ToolRecord& tool) {
     WString line;
     if (!ToolCommandLine(tool, line)) return;
     if (tool.redirectOutput) {
-        RunCapturedCommand(line.Text(), tool.startDir.Text());
+        CollectOutput(line.Text(), tool.startDir.Text());
         return;
     }
     WString expanded;
@@ -85,13 +85,16 @@ void MainFrame::RunTool(ToolRecord& tool) {
         StartDetached(expanded, directory);
 }
 
+// An empty or blank line of a script or of the command window names nothing that could be run.
 bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirectory) {
+    return !Text::IsBlankText(command) && CollectOutput(command, startDirectory);
+}
+
+bool MainFrame::CollectOutput(const Char* command, const Char* startDirectory) {
     WString line;
     WString directory;
     if (!ExpandToolVariables(*this, command, line) || !ExpandStartDirectory(*this, startDirectory, directory))
         return false;
-    // An empty or blank line of a script or of the command window names nothing that could be run.
-    if (Text::IsBlankText(line.Text())) return false;
     TextBuffer* const output = commands.console ? ConsoleOutput() : OutputNamed(line.Text());
     return output && output->RunCommand(line.Text(), directory.Text());
 }

@@ -161,6 +161,7 @@ private:
     // Tools (FrameTools.cpp).
     void RebuildToolMenu();
     void RunTool(ToolRecord& tool);
+    bool CollectOutput(const Char* command, const Char* startDirectory);
     TextBuffer* ConsoleOutput();
     TextBuffer* OutputNamed(const Char* title);
 
