@@ -131,7 +131,8 @@ wait_until() { # SECONDS COMMAND...
     done
 }
 
-# Starts a virtual screen with a window manager (without one the keyboard focus never arrives).
+# Starts a virtual screen with a window manager, which the windows need to get their places. It gives the focus to
+# none of them by itself: whose the keys are is Wine's to decide, see scripts/openbox.xml.
 start_screen() {
     local number
     number=$(mktemp)
