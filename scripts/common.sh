@@ -131,14 +131,25 @@ wait_until() { # SECONDS COMMAND...
     done
 }
 
+# Starts the X server, which says its number in the file once it takes connections. It ends at once when another
+# one has taken the same number at the same moment.
+start_server() { # FILE
+    # Without -noreset it would start anew when its first client leaves, and throw out the ones that just come.
+    Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>"$1" >/dev/null 2>&1 &
+    ScreenPids=$!
+    wait_until 30 eval "[ -s '$1' ] || ! kill -0 $ScreenPids" && [ -s "$1" ]
+}
+
 # Starts a virtual screen with a window manager, which the windows need to get their places. It gives the focus to
 # none of them by itself: whose the keys are is Wine's to decide, see scripts/openbox.xml.
 start_screen() {
-    local number
+    local number attempt
     number=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
-    ScreenPids=$!
-    if ! wait_until 20 test -s "$number"; then
+    for attempt in 1 2 3; do
+        start_server "$number" && break
+        kill "$ScreenPids" 2>/dev/null
+    done
+    if [ ! -s "$number" ]; then
         cannot "start a virtual screen (Xvfb)"
         return 1
     fi
@@ -147,7 +158,7 @@ start_screen() {
     export DISPLAY
     openbox --sm-disable --config-file "$root/scripts/openbox.xml" >/dev/null 2>&1 &
     ScreenPids="$! $ScreenPids"
-    if ! wait_until 20 xdotool get_num_desktops; then
+    if ! wait_until 60 xdotool get_num_desktops; then
         cannot "start a window manager (openbox)"
         return 1
     fi
