@@ -1,6 +1,7 @@
 #include "app/Editor.h"
 
 #include "app/Input.h"
+#include "app/RemoteCall.h"
 
 #include <cstdio>
 
@@ -30,14 +31,16 @@ bool Editor::Start(const std::wstring& arguments, const std::wstring& directory)
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started = {};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, directory.c_str(), &startup,
-                        &started)) {
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr,
+                        directory.c_str(), &startup, &started)) {
         fwprintf(stderr, L"not started, error %lu: %ls\n", GetLastError(), commandLine.c_str());
         return false;
     }
     process = started.hProcess;
     processId = started.dwProcessId;
     threadId = started.dwThreadId;
+    if (!AddWaitingThread(process)) fwprintf(stderr, L"no waiting thread: %ls\n", commandLine.c_str());
+    ResumeThread(started.hThread);
     CloseHandle(started.hThread);
     window::WaitFor([this] {
         for (const HWND found : window::TopLevel(processId))

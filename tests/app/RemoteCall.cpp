@@ -2,6 +2,7 @@
 
 #include <tlhelp32.h>
 
+#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -68,7 +69,30 @@ uint64_t AddressOfModule(DWORD process, const wchar_t* library) {
 
 void* Pointer(uint64_t address) { return reinterpret_cast<void*>(address); }
 
+constexpr uint64_t OneDay = uint64_t{24} * 60 * 60 * 10000000; // of 100 ns
+
 } // namespace
+
+bool AddWaitingThread(HANDLE process) {
+    // The process may not have been loaded far enough for any other library; this one lies at the same place.
+    const FARPROC wait = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtDelayExecution");
+    void* const code = VirtualAllocEx(process, nullptr, sizeof CallCode + sizeof(CallRecord) + alignof(CallRecord),
+                                      MEM_COMMIT, PAGE_EXECUTE_READWRITE);
+    if (!wait || !code) return false;
+    const uint64_t place = (reinterpret_cast<uint64_t>(code) + sizeof CallCode + 7) & ~uint64_t{7};
+    CallRecord record = {};
+    memcpy(&record.function, &wait, sizeof wait);
+    record.arguments[0] = TRUE; // interruptible
+    record.arguments[1] = place + offsetof(CallRecord, arguments[6]);
+    record.arguments[6] = 0 - OneDay; // from now
+    if (!WriteProcessMemory(process, code, CallCode, sizeof CallCode, nullptr)) return false;
+    if (!WriteProcessMemory(process, Pointer(place), &record, sizeof record, nullptr)) return false;
+    FlushInstructionCache(process, code, sizeof CallCode);
+    const HANDLE thread = CreateRemoteThread(process, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(code),
+                                             Pointer(place), 0, nullptr);
+    if (thread) CloseHandle(thread);
+    return thread != nullptr;
+}
 
 RemoteProcess::RemoteProcess(DWORD processId)
     : id(processId), process(OpenProcess(PROCESS_ALL_ACCESS, FALSE, processId)) {

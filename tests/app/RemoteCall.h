@@ -8,6 +8,11 @@
 #include <string>
 #include <vector>
 
+// Adds a thread to a process that has not run yet, which waits until the process ends. What others ask of the process
+// (memory, threads) Wine lets a waiting thread do. Without one it interrupts the process wherever it is, and a thread
+// that is made in the middle of an allocation waits forever for that allocation's lock.
+bool AddWaitingThread(HANDLE process);
+
 // Functions of the system's libraries, called inside another process. Menus and the memory of a drop can
 // only be looked at and made from there.
 class RemoteProcess {
