@@ -86,14 +86,41 @@ bool Editor::WaitForCommandText(const std::wstring& text) const {
     return window::WaitFor([&] { return CommandWindow() && window::TextOf(CommandWindow()) == text; });
 }
 
+// A message that is sent overtakes those that are posted. So one is posted of which something can be seen, and of
+// which the editor knows nothing: a flag of its command window.
+bool Editor::Settle() const {
+    const std::vector<HWND> edits = window::Children(main, L"Edit");
+    if (edits.empty()) return false;
+    const auto flag = [&] {
+        DWORD_PTR answer = 2;
+        SendMessageTimeoutW(edits[0], EM_GETMODIFY, 0, 0, SMTO_ABORTIFHUNG, 15000, &answer);
+        return answer;
+    };
+    const DWORD_PTR after = flag() == 0;
+    PostMessageW(edits[0], EM_SETMODIFY, after, 0);
+    return window::WaitFor([&] { return flag() == after; });
+}
+
 bool Editor::RunCommandLine(const std::wstring& line) {
-    // Wine gives a window that gets the focus the state of the real keyboard, where no Alt is held.
-    for (int attempt = 0; !CommandWindow() && attempt < 3; ++attempt)
-        if (!Keys(L"Alt+C") || window::WaitFor([this] { return CommandWindow() != nullptr; }, 5000)) break;
+    // The command before this one may have ended with a message, and is only about to hide the window.
+    if (CommandWindow() && !Settle()) return false;
+    if (!CommandWindow() && !Keys(L"Alt+C")) return false;
     if (!window::WaitFor([this] { return CommandWindow() && Focus() == CommandWindow(); })) return false;
     // The text is typed, not set, since only typed text enters the history.
     if (!Keys(L"Home Shift+End Delete") || !Type(line)) return false;
-    return WaitForCommandText(line) && Keys(L"Enter");
+    return WaitForCommandText(line) && Keys(L"Enter") && WaitForEntered();
+}
+
+// The window is hidden, or its whole text selected, when the command has been carried out; a command that asks
+// something waits for the answer. What is typed has the caret behind it.
+bool Editor::WaitForEntered() const {
+    return window::WaitFor([this] {
+        const HWND edit = CommandWindow();
+        if (!edit || Dialog()) return true;
+        DWORD_PTR selection = 0;
+        SendMessageTimeoutW(edit, EM_GETSEL, 0, 0, SMTO_ABORTIFHUNG, 5000, &selection);
+        return LOWORD(selection) == 0 && HIWORD(selection) == window::TextOf(edit).size();
+    });
 }
 
 HWND Editor::Dialog() const {

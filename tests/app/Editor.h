@@ -38,7 +38,8 @@ public:
     // The command window when it is shown, else null.
     HWND CommandWindow() const;
     bool WaitForCommandText(const std::wstring& text) const;
-    // Shows the command window, replaces its text and presses Enter.
+    // Shows the command window, replaces its text, presses Enter and waits until the command is carried out or
+    // asks something.
     bool RunCommandLine(const std::wstring& line);
 
     // The dialog or message box that is shown, else null.
@@ -55,11 +56,14 @@ public:
     // The window of the editor that has the keyboard focus, else null.
     HWND Focus() const;
 
+    // Waits until the editor has done everything posted before.
+    bool Settle() const;
     // A menu command, as if chosen.
     void Command(UINT command) const { PostMessageW(main, WM_COMMAND, command, 0); }
 
 private:
     bool TakeFocus() const;
+    bool WaitForEntered() const;
 
     HANDLE process = nullptr;
     DWORD processId = 0;

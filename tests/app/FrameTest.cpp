@@ -84,21 +84,6 @@ LRESULT FrameTest::Send(UINT message, WPARAM wparam, LPARAM lparam) const {
     return static_cast<LRESULT>(answer);
 }
 
-// A message that is sent overtakes those that are posted. So one is posted of which something can be seen, and of
-// which the editor knows nothing: a flag of its command window.
-void FrameTest::Settle() const {
-    const std::vector<HWND> edits = window::Children(editor.Main(), L"Edit");
-    ASSERT_FALSE(edits.empty());
-    const auto flag = [&] {
-        DWORD_PTR answer = 2;
-        SendMessageTimeoutW(edits[0], EM_GETMODIFY, 0, 0, SMTO_ABORTIFHUNG, 15000, &answer);
-        return answer;
-    };
-    const DWORD_PTR after = flag() == 0;
-    PostMessageW(edits[0], EM_SETMODIFY, after, 0);
-    EXPECT_TRUE(window::WaitFor([&] { return flag() == after; }));
-}
-
 uint64_t FrameTest::User(const char* function, std::initializer_list<uint64_t> arguments) {
     return Remote().Call(L"user32.dll", function, arguments);
 }

@@ -70,8 +70,7 @@ protected:
     // Lets the program believe that it comes to the front again, where it looks for changed files.
     void Activate() const { PostMessageW(editor.Main(), WM_ACTIVATEAPP, TRUE, 0); }
     bool WaitForEndWithCodeZero() const;
-    // Waits until the editor has done everything posted before.
-    void Settle() const;
+    void Settle() const { ASSERT_TRUE(editor.Settle()); }
     std::wstring SaveQuestion(const std::wstring& name) const { return L"Save changes to " + name + L"?"; }
     std::wstring ReopenQuestion(const std::wstring& name) const;
 
