@@ -3,6 +3,8 @@
 #include "app/Input.h"
 #include "app/Screen.h"
 
+#include <iostream>
+
 namespace {
 
 // What is the user's own stays untouched while the tests run.
@@ -26,11 +28,20 @@ private:
 
 } // namespace
 
-void AppTest::SetUp() { DeleteFileW(files::SettingsPath().c_str()); }
+void AppTest::SetUp() {
+    DeleteFileW(files::SettingsPath().c_str());
+    // A window that comes up under the pointer would take over the state of the real keyboard.
+    input::MoveMouse({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});
+}
 
 void AppTest::TearDown() {
+    if (!HasFailure()) return;
+    const HWND front = GetForegroundWindow();
+    std::cout << "In front: " << testing::PrintToString(window::TextOf(front)) << ", class "
+              << testing::PrintToString(window::ClassOf(front)) << "; the editor's focus: class "
+              << testing::PrintToString(window::ClassOf(editor.Focus())) << '\n';
     wchar_t folder[1024] = {};
-    if (!HasFailure() || !GetEnvironmentVariableW(L"ORVANE_TEST_PICTURES", folder, 1024)) return;
+    if (!GetEnvironmentVariableW(L"ORVANE_TEST_PICTURES", folder, 1024)) return;
     std::wstring name;
     for (const char* at = testing::UnitTest::GetInstance()->current_test_info()->name(); *at; at++)
         name += static_cast<wchar_t>(*at);

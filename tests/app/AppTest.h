@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 // A test of the program: an editor that is not started yet, a folder of its own and no settings file.
-// When the test fails, the screen is saved as TESTNAME.bmp in the folder that the environment variable
-// ORVANE_TEST_PICTURES names.
+// When the test fails, it says which window has the focus, and the screen is saved as TESTNAME.bmp in the
+// folder that the environment variable ORVANE_TEST_PICTURES names.
 class AppTest : public testing::Test {
 protected:
     void SetUp() override;
