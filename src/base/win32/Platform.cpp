@@ -65,7 +65,17 @@ Platform::FileTime Platform::Now() {
     return uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime;
 }
 
-uint64_t Platform::Ticks() { return GetTickCount64(); }
+// The system's own tick count goes in steps of 16 ms. Neither call fails on any system this runs on.
+uint64_t Platform::Ticks() {
+    LARGE_INTEGER frequency = {};
+    LARGE_INTEGER count = {};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&count);
+    const auto perSecond = static_cast<uint64_t>(frequency.QuadPart);
+    const auto now = static_cast<uint64_t>(count.QuadPart);
+    // Multiplied as a whole it might overflow after some months.
+    return now / perSecond * 1000 + now % perSecond * 1000 / perSecond;
+}
 
 int Platform::CompareNames(const Char* left, const Char* right) { return lstrcmpiW(Wide(left), Wide(right)); }
 
