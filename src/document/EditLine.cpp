@@ -7,7 +7,8 @@
 #include <cstring>
 
 bool TextBuffer::LoadEditLine(uint32_t line) {
-    if (!text) return true;
+    // Nothing is typed into a read-only document, whose last line may be long and go on growing.
+    if (!text || readOnly) return true;
     line = std::min(line, lineCount - 1);
     if (line == editLineNo) return true;
     if (!CommitEdit()) return false;

@@ -74,6 +74,7 @@ public:
     // How many store characters the edit line stands for.
     uint32_t EditLineStoreLength() const { return editLineStoreLen; }
     bool HasPendingEdit() const { return editDirty != 0; }
+    // A read-only document never has one: loading is then a success without effect.
     bool LoadEditLine(uint32_t line);
     // Writes the edit line back. False when memory runs out; everything then stays pending.
     bool CommitEdit();
@@ -214,7 +215,6 @@ private:
     // Characters were put behind the end at `from`: tells the views, and takes along the carets that
     // stood at the old end.
     void TakeUpAppended(uint32_t from, uint32_t newLines);
-    void ExtendEditLine(uint32_t from);
 
     bool StartRun(const Char* command, const Char* startDirectory);
     bool SetPollPeriod(uint32_t milliseconds);

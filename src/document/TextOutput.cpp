@@ -14,6 +14,7 @@ bool TextBuffer::GetOutputState(bool& running) const {
 bool TextBuffer::MarkAsOutput() {
     // What is typed cannot be written back once the document is read-only.
     if (!CommitEdit()) return false;
+    CloseEditLine();
     readOnly = isOutput = 1;
     return true;
 }
@@ -37,26 +38,18 @@ void TextBuffer::TakeUpAppended(uint32_t from, uint32_t newLines) {
     const uint32_t oldStart =
         lastLineStart != None32 ? lastLineStart : static_cast<uint32_t>(Scan::FindLineStart(text, from));
     const size_t newStart = from + Scan::FindLineStart(text + from, length - from);
-    if (editLineNo == oldLine) ExtendEditLine(from);
     TellTextChanged(from);
     lastLineStart = newLines ? static_cast<uint32_t>(newStart) : oldStart;
-    SetLineCount(lineCount + newLines);
+    lineCount += newLines;
     const uint32_t column = length - lastLineStart;
     for (const ViewNode* node = views.head; node; node = node->next) {
         DocumentView* view = node->view;
         const bool wasAtEnd = view->CaretLine() == oldLine && view->CaretColumn() == from - oldStart;
         if (wasAtEnd) view->MoveCaret(lineCount - 1, column);
     }
+    // The views hear of the count only now: a scroll bar, which is slow to set, is then set once.
+    SetLineCount(lineCount);
     RepaintAll();
-}
-
-// The edit line is the last one and ends with the terminator, whose place the appended text has taken.
-void TextBuffer::ExtendEditLine(uint32_t from) {
-    bool isLast = false;
-    const uint32_t count = LineLength(from, isLast) + 1;
-    editLine.Truncate(editLine.Length() - 1);
-    editLineStoreLen += count - 1;
-    if (!editLine.Append(text + from, count)) DropEditLine();
 }
 
 bool TextBuffer::EmptyAndResetUndo() {

@@ -15,29 +15,27 @@ constexpr uint32_t PollPeriod = 250; // milliseconds
 constexpr uint32_t ReadBufferSize = 8192;
 constexpr uint32_t ReadSize = ReadBufferSize - 1;
 // A poll that has more to read than can be taken in this time goes on after the messages that wait.
-constexpr uint32_t SliceTime = 20; // milliseconds
+constexpr uint32_t SliceTime = 35; // milliseconds
 constexpr uint32_t SlicePause = 1;
 constexpr uint32_t MostFailedEnds = 20;
 
 const PollTimer* timer = nullptr;
 
-struct Converted {
-    Char text[ReadSize]; // no byte becomes more than one character
-    uint32_t length;
-    uint32_t lineFeeds;
-};
+// Takes out what is not shown and returns how many bytes are left; they end at the first zero.
+uint32_t Shown(uint8_t* bytes, uint32_t count) {
+    return static_cast<uint32_t>(Scan::DropReturns(bytes, Scan::FindZeroByte(bytes, count)));
+}
 
-// False when the code page cannot convert the bytes, which are changed. They end at the first zero.
-bool ConvertOutput(uint8_t* bytes, uint32_t count, Converted& out) {
-    const size_t kept = Scan::DropReturns(bytes, Scan::FindZeroByte(bytes, count));
-    const size_t plain = Scan::WidenAscii(bytes, kept, out.text);
+// No byte becomes more than one character, so that `out` takes them. False when the code page cannot convert
+// them.
+bool ConvertOutput(const uint8_t* bytes, uint32_t count, Char* out, uint32_t& written) {
+    const size_t plain = Scan::WidenAscii(bytes, count, out);
     size_t others = 0;
-    if (plain < kept) {
-        others = ToUtf16(CodePage::Ansi, bytes + plain, kept - plain, out.text + plain, ReadSize - plain);
+    if (plain < count) {
+        others = ToUtf16(CodePage::Ansi, bytes + plain, count - plain, out + plain, count - plain);
         if (others == 0) return false;
     }
-    out.length = static_cast<uint32_t>(plain + others);
-    out.lineFeeds = static_cast<uint32_t>(Scan::CountLineFeeds(out.text, out.length));
+    written = static_cast<uint32_t>(plain + others);
     return true;
 }
 
@@ -120,16 +118,15 @@ bool TextBuffer::AppendChunk(uint32_t count, bool isRest, uint32_t& newLines) {
     uint32_t read = 0;
     if (!CommandProcess::ReadOutput(run, run.consumed, run.readBuffer, count, read)) return false;
     if (!isRest) read = static_cast<uint32_t>(WholeCharacters(CodePage::Ansi, run.readBuffer, read));
-    Converted chunk;
-    const bool converted = ConvertOutput(run.readBuffer, read, chunk);
-    if (converted && !EnsureCapacity(uint64_t{length} + chunk.length)) return false;
+    const uint32_t shown = Shown(run.readBuffer, read);
+    if (!EnsureCapacity(uint64_t{length} + shown)) return false;
     run.consumed += read;
-    if (!converted) return false;
-    std::copy_n(chunk.text, chunk.length, text + length);
-    length += chunk.length;
+    uint32_t written = 0;
+    const bool converted = ConvertOutput(run.readBuffer, shown, text + length, written);
+    newLines += static_cast<uint32_t>(Scan::CountLineFeeds(text + length, written));
+    length += written;
     text[length] = 0;
-    newLines += chunk.lineFeeds;
-    return true;
+    return converted;
 }
 
 void TextBuffer::EndRun() {

@@ -88,6 +88,7 @@ void TextBuffer::OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& c
 uint32_t TextBuffer::LineLength(uint32_t start, bool& isLast) const {
     isLast = true;
     if (start >= length) return 0;
+    if (start == lastLineStart) return length - start;
     const size_t rest = length - start;
     const size_t upToBreak = Scan::FindLineFeed(text + start, rest);
     isLast = upToBreak == rest;

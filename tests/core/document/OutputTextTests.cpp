@@ -44,15 +44,18 @@ TEST(OutputText, MovesTheCaretsThatStoodAtTheEndAndNoOthers) {
     EXPECT_EQ(following->invalidations, 1);
 }
 
-TEST(OutputText, ReloadsTheEditLine) {
+// The line of the caret is the one in the store, which is never an old one.
+TEST(OutputText, HasNoEditLine) {
     TextDocument document(u"one");
-    document->MarkAsOutput();
     FakeView* view = FakeView::Create(*document);
     view->PutCaret(0, 1);
     view->Activate();
-    EXPECT_TRUE(Append(*document, u" more\n"));
     EXPECT_EQ(document->EditLineNumber(), 0u);
-    EXPECT_EQ(document.EditLine(), u"one more\n");
+    document->MarkAsOutput();
+    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_TRUE(document->LoadEditLine(0));
+    EXPECT_TRUE(Append(*document, u" more\n"));
+    EXPECT_EQ(document->EditLineNumber(), None32);
 }
 
 TEST(OutputText, IsNotAppendedWithoutMemory) {
