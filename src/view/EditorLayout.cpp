@@ -20,6 +20,7 @@ LineLayout TextEditor::Layout() const { return {surface.Metrics(), surface.Width
 void TextEditor::OnSize(uint32_t flags) {
     constexpr uint32_t ColouringChanged = 2;
     if (flags & ColouringChanged) states.TextChanged(0);
+    measured.Forget(); // the font or the tabs may have changed
     if (!surface.HasWindow()) return;
     int32_t width = 0;
     int32_t height = 0;
@@ -65,6 +66,7 @@ void TextEditor::LineCountChanged() {
     if (digits != lineNumberDigits) {
         RecomputeColumns();
         Invalidate();
+        UpdateCaret(false);
     }
     if (suspendCount) {
         pendingFlags |= PendingCaret;
@@ -109,7 +111,17 @@ void TextEditor::SuspendRedraw(bool resume) {
     if (pending & PendingCaret) UpdateCaret(true);
 }
 
-int64_t TextEditor::CaretX() const { return Layout().PositionOf(CaretLineText(), caretColumn); }
+int64_t TextEditor::CaretX() {
+    const TextSpan line = CaretLineText();
+    // What is typed changes a line without a word.
+    if (document->HasPendingEdit()) return Layout().PositionOf(line, caretColumn);
+    return measured.PositionOf(Layout(), LineStart(caretLine), line, caretColumn);
+}
+
+LinePlace TextEditor::PlaceLeftOfWindow(uint32_t lineStart) const {
+    const LinePlace place = document->HasPendingEdit() ? LinePlace() : measured.PlaceIn(lineStart);
+    return place.position <= horizontalScroll ? place : LinePlace();
+}
 
 void TextEditor::UpdateCaret(bool scrollIntoView) {
     if (suspendCount) {

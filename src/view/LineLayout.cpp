@@ -3,10 +3,10 @@
 // Printable characters that are all alike are passed over as a whole: a line may be 100 million characters
 // long, and the caret may stand at its end.
 
-int64_t LineLayout::PositionOf(TextSpan line, uint32_t column) const {
+int64_t LineLayout::PositionOf(TextSpan line, uint32_t column, LinePlace from) const {
     const uint32_t count = column < line.length ? column : line.length;
-    int64_t position = 0;
-    for (uint32_t i = 0; i < count; ++i) {
+    int64_t position = from.position;
+    for (uint32_t i = from.column; i < count; ++i) {
         i += SkipPrintable(line.text + i, count - i, INT64_MAX, position);
         if (i < count) position += WidthAt(line.text[i], position);
     }
@@ -27,9 +27,9 @@ uint32_t LineLayout::ColumnAt(TextSpan line, int64_t target) const {
     return column;
 }
 
-uint32_t LineLayout::ColumnsWithin(TextSpan line, int64_t limit) const {
-    int64_t position = 0;
-    uint32_t column = 0;
+uint32_t LineLayout::ColumnsWithin(TextSpan line, int64_t limit, LinePlace from) const {
+    int64_t position = from.position;
+    uint32_t column = from.column;
     while (column < line.length && position < limit) {
         column += SkipPrintable(line.text + column, line.length - column, limit - position, position);
         if (column < line.length && position < limit) position += WidthAt(line.text[column++], position);

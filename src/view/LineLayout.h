@@ -9,6 +9,12 @@ struct TextSpan {
     uint32_t length = 0;
 };
 
+// A column of a line and where it starts, in pixels from the line's start.
+struct LinePlace {
+    uint32_t column = 0;
+    int64_t position = 0;
+};
+
 // Where characters stand in a line, in pixels from the line's start. A tab reaches to the next multiple
 // of the tab width, every other character is as wide as it is alone.
 class LineLayout {
@@ -20,13 +26,13 @@ public:
         if (character != u'\t') return widths.Of(character);
         return static_cast<int32_t>(tabWidth - position % tabWidth);
     }
-    // Where column `column` starts.
-    int64_t PositionOf(TextSpan line, uint32_t column) const;
+    // Where column `column` starts. `from` is a place of the line that is known already, not behind it.
+    int64_t PositionOf(TextSpan line, uint32_t column, LinePlace from = {}) const;
     // The column whose left edge is nearest to `target`, reading no further than needed. A NUL ends
     // the line.
     uint32_t ColumnAt(TextSpan line, int64_t target) const;
-    // How many leading characters it takes to reach pixel `limit`.
-    uint32_t ColumnsWithin(TextSpan line, int64_t limit) const;
+    // How many leading characters it takes to reach pixel `limit`, which does not lie before `from`.
+    uint32_t ColumnsWithin(TextSpan line, int64_t limit, LinePlace from = {}) const;
 
 private:
     // Passes over the characters that PrintableWithin counts. Returns how many these are.

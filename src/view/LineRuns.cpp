@@ -16,15 +16,19 @@ void LineRuns::Begin(const RowStyle& rowStyle, CharWidths& charWidths) {
     spaceWidth = style.metrics.spaceWidth > 0 ? style.metrics.spaceWidth : 1;
 }
 
-bool LineRuns::Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount) {
+bool LineRuns::Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount, LinePlace from) {
     characters.Clear();
     advances.Clear();
     runs.Clear();
-    position = 0;
+    position = from.position;
     mayMerge = false;
     bool done = true;
     for (uint32_t i = 0; i < spanCount && position < clipRight && done; ++i) {
-        done = AddSpan(text, offset, spans[i]);
+        ColourSpan span = spans[i];
+        const uint32_t passed = from.column < span.length ? from.column : span.length;
+        from.column -= passed;
+        span.length -= passed;
+        done = AddSpan(text + passed, offset + passed, span);
         text += spans[i].length;
         offset += spans[i].length;
     }

@@ -47,8 +47,9 @@ public:
 
     void Begin(const RowStyle& rowStyle, CharWidths& charWidths);
     // Lays out one line that starts at document offset `offset`: `spans` cover its characters, the line
-    // feed included. False without memory; the runs then end early.
-    bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount);
+    // feed included. What stands before `from`, a place left of the window, is passed over. False without
+    // memory; the runs then end early.
+    bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount, LinePlace from = {});
 
     const DrawRun* Runs() const { return runs.Items(); }
     uint32_t RunCount() const { return static_cast<uint32_t>(runs.Count()); }

@@ -75,16 +75,17 @@ TextSpan RowPlan::TakeLine() {
     return line;
 }
 
-uint32_t RowPlan::SeenLength(TextSpan line) const {
+uint32_t RowPlan::SeenLength(TextSpan line, LinePlace from) const {
     if (line.length <= LongLine) return line.length + 1;
     const LineLayout layout(style.metrics, editor->Surface().Widths());
     const int64_t right = int64_t(style.scroll) + style.textRight - style.textLeft;
-    const uint32_t seen = layout.ColumnsWithin(line, right);
+    const uint32_t seen = layout.ColumnsWithin(line, right, from);
     return line.length - seen > LookAhead ? seen + LookAhead : line.length + 1;
 }
 
 void RowPlan::AddText(RowPicture& row, TextSpan line) {
-    const uint32_t seen = SeenLength(line);
+    const LinePlace from = editor->PlaceLeftOfWindow(lineStart);
+    const uint32_t seen = SeenLength(line, from);
     const uint32_t entered = state;
     const ColourSpan plain = {settings.TextFg, settings.TextBg, seen};
     ColouredLine coloured = {&plain, 1, NoFill};
@@ -92,7 +93,7 @@ void RowPlan::AddText(RowPicture& row, TextSpan line) {
         engine->ColourLine(lineStart, line.text, seen, state, coloured);
         if (seen <= line.length && nextLine < lastLine) state = engine->ScanLines(line.text, line.length + 1, entered);
     }
-    runs.Build(line.text, lineStart, coloured.spans, coloured.count);
+    runs.Build(line.text, lineStart, coloured.spans, coloured.count, from);
     row.runs = runs.Runs();
     row.runCount = runs.RunCount();
     row.text = runs.Text();

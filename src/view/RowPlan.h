@@ -27,7 +27,7 @@ private:
 
     TextSpan TakeLine();
     // How many characters of the line, its line feed included, have to be coloured.
-    uint32_t SeenLength(TextSpan line) const;
+    uint32_t SeenLength(TextSpan line, LinePlace from) const;
     void AddText(RowPicture& row, TextSpan line);
     void AddNumber(RowPicture& row);
     void AddGuides(RowPicture& row, TextSpan line);

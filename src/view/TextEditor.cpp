@@ -11,11 +11,16 @@ void TextEditor::SetDocument(TextBuffer* newDocument) {
     owesScroll = false;
     horizontalScroll = 0;
     pair = BracePair();
-    states.TextChanged(0);
+    TextChanged(0);
     if (!document) return;
     RecomputeDigits();
     RecomputeColumns();
     UpdateScrollBars();
+}
+
+void TextEditor::TextChanged(uint32_t offset) {
+    states.TextChanged(offset);
+    measured.TextChanged(offset);
 }
 
 void TextEditor::OnAttached() {

@@ -5,6 +5,7 @@
 #include "view/EditorInput.h"
 #include "view/LineLayout.h"
 #include "view/LineStates.h"
+#include "view/MeasuredLine.h"
 #include "view/MouseWheel.h"
 #include "view/ViewCommand.h"
 
@@ -30,7 +31,7 @@ public:
     void Invalidate() override;
     void InvalidateLines(uint32_t first, uint32_t last) override;
     void LineCountChanged() override;
-    void TextChanged(uint32_t offset) override { states.TextChanged(offset); }
+    void TextChanged(uint32_t offset) override;
     void MoveCaret(uint32_t line, uint32_t column) override { MoveCaret(line, column, false); }
     void SelectRange(uint32_t anchor, uint32_t caret) override;
     void SetTopLine(uint32_t line) override;
@@ -113,6 +114,8 @@ public:
     int32_t HorizontalScroll() const { return horizontalScroll; }
     uint32_t LineNumberDigits() const { return lineNumberDigits; }
     int32_t GutterWidth() const;
+    // A place of the line that starts at `lineStart`, at or left of the window's left edge: the farthest known.
+    LinePlace PlaceLeftOfWindow(uint32_t lineStart) const;
     int32_t TextLeft() const; // gutter and margin
     // The engine's state at the start of a line, as scanning from the text's start would give it.
     uint32_t StateAt(uint32_t line);
@@ -146,7 +149,7 @@ private:
     static constexpr ScrollBar NeverSent = {-1, -1, -1};
 
     LineLayout Layout() const;
-    int64_t CaretX() const;
+    int64_t CaretX();
     void RecomputeDigits();
     void RecomputeColumns();
     void ScrollCaretIntoView(int64_t caretX);
@@ -174,6 +177,7 @@ private:
     uint32_t topLine = 0;
     bool owesScroll = false; // the caret was moved while there was no window to scroll it into
     LineStates states;       // of the engine at the top line and elsewhere
+    MeasuredLine measured;
     int32_t horizontalScroll = 0;
     int32_t visibleColumns = 0;
     bool dragging = false;

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "view/LineLayout.h"
+
+// Remembers a place far out in one long line, so that a caret that follows a growing line is not measured from
+// the line's start each time. Nothing but printable ASCII stands before it. `lineStart` is the line's offset in
+// the document.
+class MeasuredLine {
+public:
+    // Lines no longer than this are soon measured.
+    static constexpr uint32_t ShortLine = 1u << 14;
+    // How many columns before the caret the place lies: more than a window shows, which is painted from there.
+    static constexpr uint32_t Behind = 1u << 12;
+
+    // The start of the line when no other place of it is known.
+    LinePlace PlaceIn(uint32_t lineStart) const { return lineStart == start ? place : LinePlace(); }
+    // Where column `column` of a long line starts; the line is measured from the place on, which moves along.
+    int64_t PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column);
+    // The text is another one from `offset` on.
+    void TextChanged(uint32_t offset);
+    // The widths are others.
+    void Forget() { start = None32; }
+
+private:
+    uint32_t start = None32;
+    LinePlace place;
+};
