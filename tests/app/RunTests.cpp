@@ -185,6 +185,48 @@ TEST_F(RunTest, InASplitTheOutputIsShownInTheOtherPane) {
     EXPECT_TRUE(WaitForText(L"one"));
     ASSERT_TRUE(editor.Keys(L"F6"));
     EXPECT_TRUE(WaitForFile(L"a.txt"));
+    // So is that of a command without a document.
+    Script(L"two", "say two\n");
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
+    EXPECT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"F6"));
+    EXPECT_TRUE(WaitForFinished(Speak(L"two")));
+    EXPECT_TRUE(WaitForText(L"two"));
+    EXPECT_EQ(Panes().size(), 2u);
+}
+
+TEST_F(RunTest, InASplitTheConsoleIsShownInTheActivePane) {
+    Script(L"one", "say one\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.Keys(L"Alt+Right"));
+    ASSERT_TRUE(WaitForPaneCount(2));
+    ASSERT_TRUE(editor.RunCommandLine(L"console"));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForFinished(L"Output"));
+    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    EXPECT_TRUE(WaitForText(L"one"));
+    ASSERT_TRUE(editor.Keys(L"F6"));
+    EXPECT_TRUE(WaitForFile(L"a.txt"));
+}
+
+TEST_F(RunTest, ASecondCommandOfTheConsoleWhileOneRunsIsRefused) {
+    Script(L"one", "say one\nwait go\nsay , last\n");
+    Script(L"two", "make two.done\n");
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.RunCommandLine(L"console"));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
+    ASSERT_TRUE(WaitForRunning(L"Output"));
+    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(WaitForText(L"one"));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
+    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    EXPECT_TRUE(WaitForText(L"one"));
+    EXPECT_TRUE(WaitForRunning(L"Output"));
+    Give(L"go");
+    EXPECT_TRUE(WaitForFinished(L"Output"));
+    EXPECT_EQ(Text(), L"one, last");
+    EXPECT_FALSE(files::Exists(Path(L"two.done")));
+    EXPECT_EQ(WindowItems().size(), 2u);
 }
 
 TEST_F(RunTest, EnterAndDoubleClickGoToTheFilePositionOfTheLine) {
@@ -240,6 +282,15 @@ TEST_F(RunTest, StopToolAsksTheWindowsOfTheCommandToClose) {
     ASSERT_TRUE(editor.RunCommandLine(L"!anything"));
     ASSERT_TRUE(WaitForRunning(L"anything"));
     ASSERT_TRUE(window::WaitFor([] { return FindWindowW(nullptr, L"Orvane Test Command") != nullptr; }));
+    // Of the documents only the active one is looked at.
+    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    EXPECT_FALSE(IsEnabled(IDM_STOP_TOOL));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Break"));
+    Settle();
+    EXPECT_NE(FindWindowW(nullptr, L"Orvane Test Command"), nullptr);
+    ASSERT_TRUE(editor.Keys(L"Ctrl+2"));
+    ASSERT_TRUE(WaitForRunning(L"anything"));
     EXPECT_TRUE(IsEnabled(IDM_STOP_TOOL));
     ASSERT_TRUE(editor.Keys(L"Ctrl+Break"));
     EXPECT_TRUE(WaitForFinished(L"anything"));

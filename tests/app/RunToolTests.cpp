@@ -195,6 +195,24 @@ TEST_F(ToolTest, ADetachedToolStartsInItsDirectory) {
     EXPECT_EQ(WindowItems().size(), 1u);
 }
 
+TEST_F(ToolTest, TheCommandOfADetachedToolHasItsVariables) {
+    Script(L"mark.txt", "make done\n");
+    Settings(Detached("Mark", Program() + " %FILE%"));
+    ASSERT_TRUE(Start(L"mark.txt"));
+    ASSERT_TRUE(WaitForFile(L"mark.txt"));
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(Got(L"done"));
+}
+
+TEST_F(ToolTest, ADetachedToolStartsInSight) {
+    Script(L"tell", "startup told\n");
+    Settings(Detached("Tell", Program() + " tell"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    editor.Command(IDM_FIRST_TOOL);
+    ASSERT_TRUE(Got(L"told"));
+    EXPECT_EQ(files::Read(Path(L"told")), "normal");
+}
+
 TEST_F(ToolTest, ADetachedToolThatCannotStartIsPassedOver) {
     Settings(Detached("Nothing", "no-such-program-at-all") + Detached("Nowhere", Program(), "StartDir=Z:\\nowhere\n"));
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
@@ -257,6 +275,27 @@ TEST_F(ToolTest, HotKeysStartTools) {
     EXPECT_TRUE(Got(L"two.done"));
 }
 
+TEST_F(ToolTest, TheFirstOfTwoToolsWithOneHotKeyHasIt) {
+    Settings(Captured("One", "rem one", "HotKey=118\n") + Captured("Two", "rem two", "HotKey=118\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    EXPECT_TRUE(WaitForFinished(L"rem one "));
+    EXPECT_EQ(WindowItems().size(), 2u);
+}
+
+TEST_F(ToolTest, ReloadoptionsExchangesTheHotKeys) {
+    Settings(Captured("One", "rem one", "HotKey=118\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Settings(Captured("One", "rem one", "HotKey=120\n"));
+    ASSERT_TRUE(editor.RunCommandLine(L"reloadoptions"));
+    ASSERT_TRUE(window::WaitFor([&] { return !editor.CommandWindow(); }));
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    Settle();
+    EXPECT_EQ(WindowItems().size(), 1u) << "the old key is dead";
+    ASSERT_TRUE(editor.Keys(L"F9"));
+    EXPECT_TRUE(WaitForFinished(L"rem one "));
+}
+
 TEST_F(ToolTest, TheKeysOfTheMenuComeBeforeHotKeys) {
     Script(L"one", "make one.done\n");
     Script(L"two", "make two.done\n");
@@ -304,6 +343,30 @@ TEST_F(ToolTest, ToolsAreAddedInTheDialogAndWorkAtOnce) {
     EXPECT_EQ(ToolItems(), Names({L"Mark it"}));
     ASSERT_TRUE(editor.Keys(L"F7"));
     EXPECT_TRUE(Got(L"one.done"));
+}
+
+TEST_F(ToolTest, ADeletedToolIsGoneWithItsKey) {
+    Settings(Captured("One", "rem one", "HotKey=118\n") + Captured("Two", "rem two", "HotKey=120\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    const auto deleteFirst = [&] {
+        editor.Command(IDM_CUSTOMIZE);
+        const HWND tools = editor.WaitForDialog();
+        return tools && editor.Keys(L"Alt+D") && window::PressButton(tools, L"OK") && editor.WaitForNoDialog();
+    };
+    ASSERT_TRUE(deleteFirst());
+    EXPECT_EQ(ToolItems(), Names({L"Two"}));
+    ASSERT_TRUE(editor.Keys(L"F7"));
+    Settle();
+    EXPECT_EQ(WindowItems().size(), 1u) << "nothing runs";
+    editor.Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(WaitForFinished(L"rem two ")) << "it is the first tool now";
+    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"F9"));
+    EXPECT_TRUE(WaitForFinished(L"rem two ")) << "its key is still its own";
+    ASSERT_TRUE(deleteFirst());
+    EXPECT_EQ(ToolItems(), Names({L"< no tools >"}));
+    EXPECT_FALSE(IsEnabled(IDM_FIRST_TOOL));
 }
 
 TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {

@@ -9,10 +9,13 @@
 //     make FILE         makes an empty file, to tell that this place is reached
 //     wait FILE         goes on once there is such a file, and ends when its own script has gone
 //     where             prints the current directory and the arguments behind the script, a line each
+//     read              prints "no input" once its standard input is read to the end
+//     feed TEXT         prints it to its standard input
 //     close             closes its standard output
 //     child SCRIPT      starts a speaker that it does not wait for
 //     probe HANDLE      prints whether it has a handle (on Windows) of that value: "open" or "closed"
 //     window TITLE      shows a window with this title until it is closed
+//     startup FILE      writes into the file how its window (on Windows) is to be shown: "hidden" or "normal"
 //     exit N            ends with this code
 #include <cstdio>
 #include <cstdlib>
@@ -26,6 +29,8 @@
 
 #include <fcntl.h>
 #include <io.h>
+#else
+#include <unistd.h>
 #endif
 
 namespace {
@@ -61,6 +66,12 @@ void Repeat(size_t times, const std::string& text) {
     for (; times; --times) Print(text);
 }
 
+void ReadToTheEnd() {
+    while (std::getchar() != EOF) {
+    }
+    Print("no input");
+}
+
 void WaitFor(const std::string& file, const std::string& script) {
     while (!std::filesystem::exists(file)) {
         if (!std::filesystem::exists(script)) std::exit(4);
@@ -80,6 +91,23 @@ void StartChild(const std::string& program, const std::string& script) {
 bool IsOpen(const std::string& handle) {
     DWORD flags = 0;
     return GetHandleInformation(reinterpret_cast<HANDLE>(std::stoull(handle)), &flags);
+}
+
+void Feed(const std::string& text) {
+    DWORD written = 0;
+    WriteFile(GetStdHandle(STD_INPUT_HANDLE), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+void TellStartup(const std::string& file) {
+    STARTUPINFOA startup = {};
+    GetStartupInfoA(&startup);
+    const bool shows = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0;
+    const std::string told = !shows                                 ? "any"
+                             : startup.wShowWindow == SW_HIDE       ? "hidden"
+                             : startup.wShowWindow == SW_SHOWNORMAL ? "normal"
+                                                                    : "other";
+    std::ofstream(file + ".new") << told;
+    std::filesystem::rename(file + ".new", file); // complete as soon as it is there
 }
 
 LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -103,6 +131,10 @@ void StartChild(const std::string& program, const std::string& script) {
 }
 
 bool IsOpen(const std::string&) { return false; }
+void TellStartup(const std::string&) {}
+void Feed(const std::string& text) {
+    if (write(STDIN_FILENO, text.data(), text.size()) < 0) std::exit(3);
+}
 void ShowUntilClosed(const std::string&) {}
 #endif
 
@@ -125,9 +157,12 @@ struct Speaker {
         if (word == "make") std::ofstream(rest).flush();
         if (word == "wait") WaitFor(rest, script);
         if (word == "where") Where();
+        if (word == "read") ReadToTheEnd();
+        if (word == "feed") Feed(Unescaped(rest));
         if (word == "close") std::fclose(stdout);
         if (word == "child") StartChild(arguments[0], rest);
         if (word == "probe") Print(IsOpen(rest) ? "open\n" : "closed\n");
+        if (word == "startup") TellStartup(rest);
         if (word == "window") ShowUntilClosed(rest);
         if (word == "exit") std::exit(std::stoi(rest));
     }
