@@ -20,6 +20,7 @@ struct TextBufferProbe {
     static const UndoRecord* RedoHead(const TextBuffer& document) { return document.redoHead; }
     static const LineMarks& Marks(const TextBuffer& document) { return document.marks; }
     static uint32_t Capacity(const TextBuffer& document) { return document.capacity; }
+    static uint32_t& Length(TextBuffer& document) { return document.length; }
     static OutputRun& Run(TextBuffer& document) { return document.run; }
     static void MarkSaved(TextBuffer& document) { document.savedUndoHead = document.HeadSerial(); }
 };

@@ -394,6 +394,59 @@ TEST_F(AppendTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
     EXPECT_EQ(document.Text(), u"shown");
 }
 
+TEST_F(AppendTest, WithoutMemoryForGoodWhatWasShownStays) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    PrintAndPoll("shown");
+    Print(*document, std::string(2 * ReadSize, 'x'));
+    Heap::SetFailureHook([] { return true; });
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    view->PutCaret(0, 2);
+    Heap::SetFailureHook(nullptr);
+    EXPECT_TRUE(IsRunning(*document)) << "its process does";
+    EXPECT_EQ(view->CaretColumn(), 2u);
+    speaker.Give("end");
+    EXPECT_TRUE(ProcessHasEnded(*document));
+    Heap::SetFailureHook([] { return true; });
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    Heap::SetFailureHook(nullptr);
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(document.Text(), u"shown");
+    ExpectSound();
+    ASSERT_TRUE(Run(*document, "say , and more\n"));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), u"shown, and more");
+}
+
+TEST_F(AppendTest, ATextOfTheGreatestLengthTakesNoMoreAndTheRunEnds) {
+    PrintAndPoll("shown");
+    uint32_t& length = TextBufferProbe::Length(*document);
+    length = None32 - 4; // as if there had been that much
+    Print(*document, "beyond");
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    EXPECT_TRUE(IsRunning(*document)) << "its process does";
+    speaker.Give("end");
+    EXPECT_TRUE(ProcessHasEnded(*document));
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(length, None32 - 4);
+    length = 5;
+    EXPECT_EQ(document.Text(), u"shown");
+    ExpectSound();
+}
+
+TEST_F(AppendTest, OutputBehindFourGigabytesIsReadAtItsPlace) {
+    PrintAndPoll("before");
+    constexpr uint64_t Far = 5'000'000'000;
+    MoveTo(*document, Far); // the file has a hole
+    TextBufferProbe::Run(*document).consumed = Far;
+    PrintAndPoll(" and after");
+    EXPECT_EQ(document.Text(), u"before and after");
+    PrintAndPoll("!");
+    EXPECT_EQ(document.Text(), u"before and after!");
+    End();
+}
+
 TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {
     FakeView* view = FakeView::Create(*document);
     view->Activate();

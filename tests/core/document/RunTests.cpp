@@ -72,6 +72,34 @@ TEST_F(RunTest, CollectsStandardErrorAsWell) {
     EXPECT_EQ(document.Text().substr(0, 4), u"told");
 }
 
+TEST_F(RunTest, ACommandThatReadsItsInputGoesOnAtOnce) {
+    TextDocument document;
+    ASSERT_TRUE(Run(*document, "say before,\nread\nsay , after\n"));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), u"before,no input, after");
+}
+
+TEST_F(RunTest, TheInputOfACommandIsTheFileOfItsOutput) {
+    TextDocument document;
+    ASSERT_TRUE(Run(*document, "say one\nfeed two\nsay three\n"));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), u"onetwothree");
+}
+
+#ifndef _WIN32
+// A limit on the size of its file is to a command what a full disk is: its own writing fails.
+TEST_F(RunTest, WhatCameBeforeTheDiskWasFullIsShown) {
+    TextDocument document;
+    const std::u16string command = u"trap '' XFSZ; ulimit -f 16; " + speaker.Command("repeat 100000 x\nsay y\n");
+    ASSERT_TRUE(document->RunCommand(command.c_str(), Directory().c_str()));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), std::u16string(16 * 512, u'x'));
+    ASSERT_TRUE(Run(*document, "say z\n"));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text().substr(16 * 512), u"z");
+}
+#endif
+
 TEST_F(RunTest, MakesTheDocumentAnOutputDocumentForGood) {
     TextDocument document;
     ASSERT_TRUE(Run(*document, "say text"));
