@@ -91,24 +91,40 @@ private:
     Environment temp;
 };
 
-bool IsOnlyForUser(const std::wstring& path) {
+struct UserToken {
+    TOKEN_USER head;
+    uint8_t identifier[SECURITY_MAX_SID_SIZE];
+};
+
+UserToken& User() {
+    static UserToken user = {};
+    HANDLE token = nullptr;
+    DWORD size = 0;
+    EXPECT_TRUE(OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token));
+    EXPECT_TRUE(GetTokenInformation(token, TokenUser, &user, sizeof(user), &size));
+    CloseHandle(token);
+    return user;
+}
+
+// Those whom a file's rules let in, a word each, without the system itself: some let it in always.
+std::string LetIn(const std::wstring& path) {
     ACL* rules = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
     if (GetNamedSecurityInfoW(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &rules,
-                              nullptr, &descriptor) != ERROR_SUCCESS)
-        return false;
-    uint8_t everyone[SECURITY_MAX_SID_SIZE];
-    DWORD size = sizeof(everyone);
-    CreateWellKnownSid(WinWorldSid, nullptr, everyone, &size);
-    bool others = !rules;
-    for (DWORD i = 0; rules && i < rules->AceCount; ++i) {
+                              nullptr, &descriptor) != ERROR_SUCCESS ||
+        !rules)
+        return "everyone";
+    std::string words;
+    for (DWORD i = 0; i < rules->AceCount; ++i) {
         void* entry = nullptr;
-        GetAce(rules, i, &entry);
+        EXPECT_TRUE(GetAce(rules, i, &entry));
         auto* const allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
-        if (allowed->Header.AceType == ACCESS_ALLOWED_ACE_TYPE && EqualSid(&allowed->SidStart, everyone)) others = true;
+        if (allowed->Header.AceType != ACCESS_ALLOWED_ACE_TYPE || IsWellKnownSid(&allowed->SidStart, WinLocalSystemSid))
+            continue;
+        words += EqualSid(&allowed->SidStart, User().head.User.Sid) ? "user" : "another";
     }
     LocalFree(descriptor);
-    return !others;
+    return words;
 }
 
 } // namespace
@@ -170,7 +186,7 @@ TEST_F(CommandProcessTest, TheFileIsInTheTemporaryFolderAndGoesWithTheRun) {
     const std::vector<std::wstring> names = temporary.Names();
     ASSERT_EQ(names.size(), 1u);
     EXPECT_EQ(_wcsnicmp(names[0].c_str(), L"Orv", 3), 0) << "the system takes three letters of a prefix";
-    EXPECT_TRUE(IsOnlyForUser(temporary.Path() + L"\\" + names[0]));
+    EXPECT_EQ(LetIn(temporary.Path() + L"\\" + names[0]), "user");
     scripts.Give("go");
     ASSERT_TRUE(DispatchToTheEnd());
     EXPECT_EQ(document.Text(), u"text");
@@ -211,6 +227,29 @@ TEST_F(CommandProcessTest, AFolderThatRefusesEveryNameFailsTheStart) {
     EXPECT_FALSE(Run("say text"));
     EXPECT_FALSE(IsRunning());
     EXPECT_EQ(State().outputWrite, -1);
+}
+
+TEST_F(CommandProcessTest, WithoutATimerTheStartFails) {
+    const HWND gone = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    DestroyWindow(gone);
+    PollOnWindow(gone);
+    EXPECT_FALSE(Run("say text"));
+    EXPECT_FALSE(IsRunning());
+    EXPECT_EQ(State().outputWrite, -1);
+    PollOnWindow(window);
+    ASSERT_TRUE(Run("say text"));
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"text");
+}
+
+TEST_F(CommandProcessTest, ACommandStartsHidden) {
+    // The command is the interpreter itself: what it starts is started its own way.
+    const Environment comspec(L"COMSPEC", reinterpret_cast<const wchar_t*>(SpeakerScripts::Program().c_str()));
+    scripts.Folder().Write("script", "startup " + scripts.File("told") + "\n");
+    const Environment script(L"SPEAKER_SCRIPT", scripts.Folder().File("script").wstring().c_str());
+    ASSERT_TRUE(document->RunCommand(u"anything", nullptr));
+    ASSERT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(scripts.Folder().Read("told"), "hidden");
 }
 
 TEST_F(CommandProcessTest, WithoutAnInterpreterTheStartFails) {
