@@ -50,8 +50,8 @@ void RunTest::LeaveTheCommandWindow() {
 
 std::wstring RunTest::Text() {
     clipboard::Clear();
-    if (!editor.Keys(L"Ctrl+A Ctrl+C")) return L"no focus";
-    // Without any text nothing is copied.
-    window::WaitFor([] { return !clipboard::Text().empty(); }, 500);
+    // Without any text nothing is copied. So another key follows of which something can be seen.
+    if (!editor.Keys(L"Ctrl+A Ctrl+C Insert") || !editor.WaitForStatus(4, L"\tOVR")) return L"no copy";
+    if (!editor.Keys(L"Insert") || !editor.WaitForStatus(4, L"\tINS")) return L"no copy";
     return clipboard::Text();
 }
