@@ -58,9 +58,7 @@ protected:
         }
         return entries;
     }
-    // Keys with Ctrl and Alt are struck into a window that has been there for a while: when another one comes to
-    // the front, Wine takes the modifiers from the real keyboard. Where keys are not what is tested, the rest goes
-    // by commands and messages.
+    // Where keys are not what is tested, commands and messages do the rest.
     ::testing::AssertionResult OpenAgain(UINT command) {
         editor.Command(command);
         return WaitForDialog();
@@ -73,10 +71,7 @@ protected:
         SetText(IDC_FIND_WHAT, wanted);
         SetText(IDC_REPLACE_WITH, replacement);
     }
-    bool FocusByKey(const std::wstring& key, int number) {
-        return window::WaitFor(
-            [&] { return editor.Keys(key) && window::WaitFor([&] { return FocusedControl() == number; }, 500); });
-    }
+    bool FocusByKey(const std::wstring& key, int number) { return editor.Keys(key) && WaitForFocus(number); }
     // Without a dialog, and with all keys that were struck arrived.
     void ExpectCopied(const std::wstring& text) {
         ASSERT_TRUE(clipboard::Clear());

@@ -85,8 +85,8 @@ private:
     std::vector<INPUT> events;
 };
 
-// Presses keys until the system shows them pressed. When a window comes to the front Wine takes over the state of
-// the real keyboard, in which nothing is; some time after the window has got the focus, and past every hook.
+// Presses keys until the system shows them pressed. When the mouse comes into a window, Wine takes over the state of
+// the real keyboard, in which nothing is; some time later, and past every hook.
 void Hold(const WORD* keys, int count) {
     const auto isUp = [&](int i) { return GetAsyncKeyState(keys[i]) >= 0; };
     window::WaitFor([&] {

@@ -26,7 +26,7 @@ void Click(POINT place, int times = 1);
 void RightClick(POINT place);
 
 // Keeps every key stroke that was not sent by a program out of the system while it lives: the user's hands,
-// and what Wine sends when a window that comes to the front takes over the state of the real keyboard (in
+// and what Wine sends when a window into which the mouse comes takes over the state of the real keyboard (in
 // which no modifier is pressed: in the middle of a chord that would release it).
 class OnlyOurs {
 public:
