@@ -72,7 +72,7 @@ TEST_F(FrameSessionTest, ComesBackAsItWas) {
     ASSERT_TRUE(again.Start(L"-r a.ses", scratch.Folder()));
     ASSERT_TRUE(again.WaitForTitle(TitleOf(L"bytes.bin")));
     ASSERT_TRUE(again.RunCommandLine(L"savesession b.ses"));
-    EXPECT_TRUE(window::WaitFor([&] { return files::Read(Path(L"b.ses")) == Some(); }));
+    EXPECT_EQ(files::Read(Path(L"b.ses")), Some());
 }
 
 TEST_F(FrameSessionTest, RunTwiceItTakesTheBookmarksAway) {

@@ -25,6 +25,8 @@ protected:
         return window::WaitFor(
             [&] { return editor.Title().find(L"*Running*") == std::wstring::npos && Text() == text; });
     }
+    // A dialog writes the settings once it has gone. Meanwhile nobody may read the file: it could not be written.
+    bool WaitUntilSaved() const { return editor.WaitForNoDialog() && editor.Settle(); }
     Names ToolItems() {
         Names texts;
         for (const MenuItem& item : Menu(ToolsMenu))
@@ -254,13 +256,14 @@ TEST_F(ToolTest, ArgumentsArePromptedForAndRemembered) {
     ASSERT_TRUE(prompt);
     EXPECT_EQ(window::TextOf(GetDlgItem(prompt, IDC_TOOL_ARGUMENTS_EDIT)), L"one %EXT% three");
     ASSERT_TRUE(editor.Keys(L"Escape"));
+    EXPECT_TRUE(WaitUntilSaved());
     // Nothing of this is written; the Tools dialog does it.
     EXPECT_EQ(files::Read(files::SettingsPath()).find("three"), std::string::npos);
     editor.Command(IDM_CUSTOMIZE);
     ASSERT_TRUE(window::WaitFor([&] { return editor.Dialog() && window::TextOf(editor.Dialog()) == L"Tools"; }));
     ASSERT_TRUE(window::PressButton(editor.Dialog(), L"OK"));
-    EXPECT_TRUE(window::WaitFor(
-        [&] { return files::Read(files::SettingsPath()).find("LastArgs=one %EXT% three\r\n") != std::string::npos; }));
+    EXPECT_TRUE(WaitUntilSaved());
+    EXPECT_NE(files::Read(files::SettingsPath()).find("LastArgs=one %EXT% three\r\n"), std::string::npos);
 }
 
 TEST_F(ToolTest, HotKeysStartTools) {
@@ -338,8 +341,8 @@ TEST_F(ToolTest, ToolsAreAddedInTheDialogAndWorkAtOnce) {
         window::WaitFor([&] { return SendDlgItemMessageW(tools, IDC_TOOLS_HOT_KEY, HKM_GETHOTKEY, 0, 0) == VK_F7; }));
     ASSERT_TRUE(window::PressButton(tools, L"OK"));
     const std::string expected = "[Tool]\r\nDisplayName=Mark it\r\nCommand=" + Program() + " one\r\nHotKey=118\r\n";
-    EXPECT_TRUE(window::WaitFor([&] { return files::Read(files::SettingsPath()) == expected; }))
-        << files::Read(files::SettingsPath());
+    ASSERT_TRUE(WaitUntilSaved());
+    EXPECT_EQ(files::Read(files::SettingsPath()), expected);
     EXPECT_EQ(ToolItems(), Names({L"Mark it"}));
     ASSERT_TRUE(editor.Keys(L"F7"));
     EXPECT_TRUE(Got(L"one.done"));
@@ -376,7 +379,7 @@ TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {
     editor.Command(IDM_CUSTOMIZE);
     ASSERT_TRUE(editor.WaitForDialog());
     ASSERT_TRUE(editor.Keys(L"Alt+A Alt+D Alt+D Escape"));
-    EXPECT_TRUE(editor.WaitForNoDialog());
+    EXPECT_TRUE(WaitUntilSaved());
     EXPECT_EQ(files::Read(files::SettingsPath()), before);
     EXPECT_EQ(ToolItems(), Names({L"x"}));
 }
@@ -392,13 +395,8 @@ TEST_F(ToolTest, OptionsWorkAtOnceAndAreSaved) {
     ASSERT_TRUE(editor.Keys(L"Home Shift+End"));
     ASSERT_TRUE(editor.Type(L"3"));
     ASSERT_TRUE(editor.Keys(L"Enter"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
-    // The file is written when the dialog has gone.
-    std::string saved;
-    ASSERT_TRUE(window::WaitFor([&] {
-        saved = files::Read(files::SettingsPath());
-        return saved.find("BinBg=") != std::string::npos;
-    }));
+    ASSERT_TRUE(WaitUntilSaved());
+    const std::string saved = files::Read(files::SettingsPath());
     EXPECT_EQ(saved.substr(0, 63), "[General]\r\nReplaceTabs=1\r\nMine=kept\r\nFontName=Courier New\r\nFont");
     EXPECT_NE(saved.find("\r\nSpacesPerTab=3\r\n"), std::string::npos);
     const std::string tool = "BinBg=#ffffff\r\n\r\n[Tool]\r\nDisplayName=x\r\nCommand=y\r\n";
@@ -412,7 +410,7 @@ TEST_F(ToolTest, CancelInTheOptionsDialogWritesNothing) {
     editor.Command(IDM_OPTIONS);
     ASSERT_TRUE(editor.WaitForDialog());
     ASSERT_TRUE(editor.Keys(L"Alt+R Alt+W Escape"));
-    EXPECT_TRUE(editor.WaitForNoDialog());
+    EXPECT_TRUE(WaitUntilSaved());
     EXPECT_FALSE(files::Exists(files::SettingsPath()));
     ASSERT_TRUE(editor.Keys(L"Tab"));
     EXPECT_EQ(SaveAndRead(L"a.txt").substr(0, 5), "    a");
