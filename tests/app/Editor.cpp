@@ -156,12 +156,16 @@ HWND Editor::Focus() const {
     return GetGUIThreadInfo(threadId, &info) ? info.hwndFocus : nullptr;
 }
 
+// A dialog is seen a moment before it gets the focus, and gone a moment before it gives it back.
 bool Editor::TakeFocus() const {
     return window::WaitFor([this] {
-        if (Focus()) return true;
+        const HWND dialog = Dialog();
+        const HWND front = dialog ? dialog : main;
+        const HWND focus = Focus();
+        if (focus == front || IsChild(front, focus)) return true;
         DWORD owner = 0;
         GetWindowThreadProcessId(GetForegroundWindow(), &owner);
-        if (owner != processId) SetForegroundWindow(Dialog() ? Dialog() : main);
+        if (owner != processId) SetForegroundWindow(front);
         return false;
     });
 }

@@ -49,8 +49,8 @@ public:
     // Waits for a message box with exactly this text and presses the button.
     bool Answer(const std::wstring& question, const std::wstring& button);
 
-    // Brings the editor to the front, waits until one of its windows has the keyboard focus, and
-    // strikes the keys (see input::Keys) or types the text.
+    // Brings the editor to the front, waits until its dialog, or else its main window, has the keyboard
+    // focus, itself or in a child, and strikes the keys (see input::Keys) or types the text.
     bool Keys(const std::wstring& keys);
     bool Type(const std::wstring& text);
     // The window of the editor that has the keyboard focus, else null.
