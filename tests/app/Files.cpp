@@ -39,9 +39,11 @@ std::wstring AsidePath() { return SettingsPath() + L".before-tests"; }
 
 Scratch::Scratch() {
     static unsigned counter = 0;
-    folder = TemporaryFolder() + L"orvane-test-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-             std::to_wstring(++counter);
-    CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring start = TemporaryFolder() + L"orvane-test-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+    // A run that was broken off may have left folders, and its number may come again.
+    do {
+        folder = start + std::to_wstring(++counter);
+    } while (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() == ERROR_ALREADY_EXISTS);
 }
 
 Scratch::~Scratch() { RemoveFolder(folder); }
