@@ -1,0 +1,167 @@
+// The Colors page of the Options dialog.
+
+#include "view/OptionsTest.h"
+
+#include <algorithm>
+
+namespace {
+
+std::vector<uint32_t> Pixels(HWND page, SIZE& size) {
+    RECT area = {};
+    GetClientRect(GetDlgItem(page, IDC_COLOR_PREVIEW), &area);
+    size = {area.right, area.bottom};
+    BITMAPINFO info = {};
+    info.bmiHeader = {sizeof(info.bmiHeader), area.right, -area.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ before = SelectObject(dc, bitmap);
+    DRAWITEMSTRUCT item = {};
+    item.CtlType = ODT_STATIC;
+    item.CtlID = IDC_COLOR_PREVIEW;
+    item.hDC = dc;
+    item.rcItem = area;
+    SendMessageW(page, WM_DRAWITEM, IDC_COLOR_PREVIEW, reinterpret_cast<LPARAM>(&item));
+    GdiFlush();
+    std::vector<uint32_t> pixels(static_cast<uint32_t*>(bits),
+                                 static_cast<uint32_t*>(bits) + static_cast<size_t>(area.right * area.bottom));
+    SelectObject(dc, before);
+    DeleteObject(bitmap);
+    DeleteDC(dc);
+    return pixels;
+}
+
+// A pixel of a bitmap has blue in its low byte.
+uint32_t AsPixel(Colour colour) { return (colour & 0xFF) << 16 | (colour & 0xFF00) | colour >> 16; }
+
+// What the preview of an entry shows: its background, and its name in the foreground.
+void ExpectPreview(HWND page, int entry, Colour foreground, Colour background) {
+    dialog::ChooseItem(page, IDC_COLOR_LIST, entry);
+    SIZE size = {};
+    const std::vector<uint32_t> pixels = Pixels(page, size);
+    EXPECT_EQ(pixels.front() & 0xFFFFFF, AsPixel(background)) << entry;
+    EXPECT_EQ(pixels.back() & 0xFFFFFF, AsPixel(background)) << entry;
+    const bool hasText = std::any_of(pixels.begin(), pixels.end(),
+                                     [&](uint32_t pixel) { return (pixel & 0xFFFFFF) == AsPixel(foreground); });
+    EXPECT_TRUE(hasText) << entry;
+}
+
+} // namespace
+
+TEST_F(OptionsTest, TheColorsPageListsTheEntriesInOrder) {
+    Open([](HWND options) {
+        const std::vector<std::wstring> expected = {L"Text",
+                                                    L"Selection",
+                                                    L"Line Number",
+                                                    L"Margin",
+                                                    L"Guide",
+                                                    L"Space",
+                                                    L"Bookmark",
+                                                    L"Comment",
+                                                    L"Long Comment",
+                                                    L"String",
+                                                    L"Keyword",
+                                                    L"Number",
+                                                    L"BraceMatch",
+                                                    L"Modifed Binary",
+                                                    L"Html Tag",
+                                                    L"Html Attribute",
+                                                    L"Html Attribute Value",
+                                                    L"Html Quoted Value",
+                                                    L"Html Comment",
+                                                    L"Html Punctuation"};
+        EXPECT_EQ(dialog::ListItems(ColorsPage(options), IDC_COLOR_LIST), expected);
+        EXPECT_EQ(dialog::SelectedItem(ColorsPage(options), IDC_COLOR_LIST), 0);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, AnEntryEnablesTheButtonsOfItsCells) {
+    Open([](HWND options) {
+        const HWND page = ColorsPage(options);
+        for (int entry = 0; entry < 20; ++entry) {
+            dialog::ChooseItem(page, IDC_COLOR_LIST, entry);
+            const bool onlyBackground = entry == 3 || entry == 4 || entry == 6; // Margin, Guide, Bookmark
+            const bool onlyForeground = entry == 5;                             // Space
+            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_FOREGROUND), !onlyBackground) << entry;
+            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_BACKGROUND), !onlyForeground) << entry;
+        }
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, ThePreviewShowsTheColoursOfTheEntry) {
+    // Every cell gets a colour of its own, so that a wrong one shows.
+    Colour next = 0x102030;
+    for (uint32_t i = 0; i < generalSettings.count; ++i) {
+        if (generalSettings.rows[i].type != SettingType::Colour) continue;
+        *static_cast<Colour*>(generalSettings.rows[i].cell) = next;
+        next += 0x010203;
+    }
+    const SettingsRecord& s = settings;
+    const Colour face = GetSysColor(COLOR_BTNFACE);
+    const Colour expected[20][2] = {{s.TextFg, s.TextBg},
+                                    {s.SelFg, s.SelBg},
+                                    {s.LineNumFg, s.LineNumBg},
+                                    {0, s.MarginColor},
+                                    {0, s.GuideColor},
+                                    {s.SpaceColor, face},
+                                    {0, s.BookmarkColor},
+                                    {s.CommentFg, s.CommentBg},
+                                    {s.LongCommentFg, s.LongCommentBg},
+                                    {s.StringFg, s.StringBg},
+                                    {s.KeywordFg, s.KeywordBg},
+                                    {s.NumberFg, s.NumberBg},
+                                    {s.BraceMatchFg, s.BraceMatchBg},
+                                    {s.BinFg, s.BinBg},
+                                    {s.HtmlTagFg, s.HtmlTagBg},
+                                    {s.HtmlAttrFg, s.HtmlAttrBg},
+                                    {s.HtmlAttrValueFg, s.HtmlAttrValueBg},
+                                    {s.HtmlAttrQuotedValueFg, s.HtmlAttrQuotedValueBg},
+                                    {s.HtmlCommentFg, s.HtmlCommentBg},
+                                    {s.HtmlPunctFg, s.HtmlPunctBg}};
+    Open([&](HWND options) {
+        for (int entry = 0; entry < 20; ++entry)
+            ExpectPreview(ColorsPage(options), entry, expected[entry][0], expected[entry][1]);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, AChosenColourIsPreviewedAndStoredByOk) {
+    const Colour before = settings.KeywordFg;
+    EXPECT_TRUE(Open([&](HWND options) {
+        const HWND page = ColorsPage(options);
+        ShowPage(options, Colors);
+        dialog::ChooseItem(page, IDC_COLOR_LIST, 10);
+        dialog::WhenShown([](HWND chooser) { Choose(chooser, 0x332211); });
+        dialog::Click(page, IDC_COLOR_FOREGROUND);
+        EXPECT_EQ(settings.KeywordFg, before) << "only the copy is edited";
+        ExpectPreview(page, 10, 0x332211, settings.KeywordBg);
+        dialog::WhenShown([](HWND chooser) { Choose(chooser, 0x665544); });
+        dialog::Click(page, IDC_COLOR_BACKGROUND);
+        ExpectPreview(page, 10, 0x332211, 0x665544);
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.KeywordFg, 0x332211u);
+    EXPECT_EQ(settings.KeywordBg, 0x665544u);
+    EXPECT_NE(Saved().find("KeywordFg=#112233\r\n"), std::string::npos);
+}
+
+TEST_F(OptionsTest, TheChooserBeginsWithTheColourAndCancelKeepsIt) {
+    settings.StringFg = 0x010203;
+    EXPECT_TRUE(Open([&](HWND options) {
+        const HWND page = ColorsPage(options);
+        dialog::ChooseItem(page, IDC_COLOR_LIST, 9);
+        dialog::WhenShown([](HWND chooser) {
+            EXPECT_EQ(dialog::TextOf(chooser, 706), L"3");
+            EXPECT_EQ(dialog::TextOf(chooser, 707), L"2");
+            EXPECT_EQ(dialog::TextOf(chooser, 708), L"1");
+            SetDlgItemInt(chooser, 706, 200, FALSE);
+            dialog::Cancel(chooser);
+        });
+        dialog::Click(page, IDC_COLOR_FOREGROUND);
+        ExpectPreview(page, 9, 0x010203, settings.StringBg);
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.StringFg, 0x010203u);
+}

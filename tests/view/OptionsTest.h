@@ -1,0 +1,48 @@
+#pragma once
+
+#include "resource.h"
+#include "settings/IniFile.h"
+#include "settings/Settings.h"
+#include "settings/win32/OptionsDialog.h"
+#include "support/ScratchFolder.h"
+#include "view/DialogDriver.h"
+
+#include <gtest/gtest.h>
+
+// A test of the Options dialog: settings with their defaults, an empty model and a folder for the settings file.
+class OptionsTest : public testing::Test {
+protected:
+    // Pages, by their place in the tree.
+    static constexpr int General = 0;
+    static constexpr int Fonts = 1;
+    static constexpr int Colors = 2;
+
+    OptionsTest();
+    ~OptionsTest() override;
+
+    // Opens the dialog; `drive` ends it.
+    bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
+        dialog::WhenShown(std::move(drive));
+        return RunOptionsDialog(owner, file, folder.Path("orvane.ini").c_str());
+    }
+    std::string Saved() const { return folder.Read("orvane.ini"); }
+
+    // The controls of the pages are not those of the dialog, which has them as grandchildren.
+    static HWND PageWith(HWND options, int control);
+    static HWND GeneralPage(HWND options) { return PageWith(options, IDC_SHOW_WHITESPACE); }
+    static HWND FontsPage(HWND options) { return PageWith(options, IDC_FONT_NAME); }
+    static HWND ColorsPage(HWND options) { return PageWith(options, IDC_COLOR_LIST); }
+
+    static HTREEITEM Related(HWND tree, UINT relation, HTREEITEM item);
+    static HTREEITEM TreeItem(HWND options, int page);
+    static void ShowPage(HWND options, int page);
+    // The page that is shown; -1 unless it is exactly one.
+    static int ShownPage(HWND options);
+
+    // Chooses a colour in the system's dialog, by its fields for red, green and blue.
+    static void Choose(HWND chooser, Colour colour);
+
+    ScratchFolder folder;
+    IniFile file;
+    static inline int handled = 0; // change handlers that ran
+};
