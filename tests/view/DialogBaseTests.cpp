@@ -1,6 +1,7 @@
 #include "settings/win32/DialogBase.h"
 
 #include "resource.h"
+#include "view/DialogDriver.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,6 +10,8 @@
 #include <vector>
 
 namespace {
+
+using dialog::Parent;
 
 // Shows the Go To dialog and records what reaches its operations.
 class RecordingDialog : public DialogBase {
@@ -50,19 +53,6 @@ public:
     void Centre() { CentreOverParent(); }
     void Post(WPARAM wparam) const { PostMessageW(window, WM_COMMAND, wparam, 0); }
     static INT_PTR CallProcedure(HWND dialog, UINT message) { return Procedure(dialog, message, 0, 0); }
-};
-
-// A popup window with a client area of the given size; nothing outside it depends on the screen.
-class Parent {
-public:
-    Parent(int width, int height)
-        : window(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 300, 200, width, height, nullptr, nullptr,
-                                 GetModuleHandleW(nullptr), nullptr)) {}
-    ~Parent() { DestroyWindow(window); }
-    HWND Get() const { return window; }
-
-private:
-    HWND window;
 };
 
 // Where a virtual operation stands in the table of its class.

@@ -26,6 +26,21 @@ std::vector<std::wstring> ListItems(HWND window, int control);
 void ChooseItem(HWND window, int control, int index);
 int SelectedItem(HWND window, int control);
 
+// A popup window with a client area of the given size; nothing outside it depends on the screen.
+class Parent {
+public:
+    Parent(int width, int height)
+        : window(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 300, 200, width, height, nullptr, nullptr,
+                                 GetModuleHandleW(nullptr), nullptr)) {}
+    ~Parent() { DestroyWindow(window); }
+    Parent(const Parent&) = delete;
+    Parent& operator=(const Parent&) = delete;
+    HWND Get() const { return window; }
+
+private:
+    HWND window;
+};
+
 inline void Ok(HWND window) { Click(window, IDOK); }
 inline void Cancel(HWND window) { Click(window, IDCANCEL); }
 

@@ -71,7 +71,64 @@ void CollectMnemonics(HWND window, std::wstring& letters) {
     }
 }
 
+int scaledDpi = 96;
+WORD scaledPoints = 8;
+
+// The resource with another size of its font. An extended template has 13 words, then menu, class and caption,
+// each a number behind 0xFFFF or a text with its NUL, then the size.
+std::vector<WORD> ScaledTemplate(const wchar_t* name) {
+    const HRSRC found = FindResourceW(nullptr, name, RT_DIALOG);
+    if (!found) return {};
+    const auto* begin = static_cast<const WORD*>(LockResource(LoadResource(nullptr, found)));
+    std::vector<WORD> words(begin, begin + SizeofResource(nullptr, found) / sizeof(WORD));
+    size_t at = 13;
+    for (int part = 0; part < 3; ++part) {
+        if (words[at] == 0xFFFF)
+            ++at;
+        else
+            while (words[at]) ++at;
+        ++at;
+    }
+    words[at] = scaledPoints;
+    return words;
+}
+
+INT_PTR WINAPI RunScaled(HINSTANCE instance, const wchar_t* name, HWND owner, DLGPROC procedure, LPARAM parameter) {
+    const std::vector<WORD> words = ScaledTemplate(name);
+    return DialogBoxIndirectParamW(instance, reinterpret_cast<const DLGTEMPLATE*>(words.data()), owner, procedure,
+                                   parameter);
+}
+
+HWND WINAPI CreateScaled(HINSTANCE instance, const wchar_t* name, HWND owner, DLGPROC procedure, LPARAM parameter) {
+    const std::vector<WORD> words = ScaledTemplate(name);
+    return CreateDialogIndirectParamW(instance, reinterpret_cast<const DLGTEMPLATE*>(words.data()), owner, procedure,
+                                      parameter);
+}
+
+UINT WINAPI ScaledDpi(HWND) { return static_cast<UINT>(scaledDpi); }
+
 } // namespace
+
+dialog::Scaled::Scaled(int dpi, int points)
+    : modal("DialogBoxParamW", reinterpret_cast<void*>(RunScaled)),
+      modeless("CreateDialogParamW", reinterpret_cast<void*>(CreateScaled)),
+      density("GetDpiForWindow", reinterpret_cast<void*>(ScaledDpi)) {
+    scaledDpi = dpi;
+    scaledPoints = static_cast<WORD>(points);
+}
+
+void dialog::ExpectCentred(HWND window, HWND parent) {
+    RECT outer = {};
+    RECT inner = {};
+    RECT place = {};
+    GetClientRect(parent, &outer);
+    GetClientRect(window, &inner);
+    GetWindowRect(window, &place);
+    POINT corner = {place.left, place.top};
+    ScreenToClient(parent, &corner);
+    EXPECT_EQ(corner.x, (outer.right - inner.right) / 2);
+    EXPECT_EQ(corner.y, (outer.bottom - inner.bottom) / 2);
+}
 
 void dialog::ExpectCleanLayout(HWND window) {
     const std::vector<HWND> children = Children(window);

@@ -7,8 +7,7 @@
 #include <ostream>
 #include <string>
 
-// The small dialogs as their resources make them: sizes are in units of the dialog's font, so what fits at
-// one scaling fits at all.
+// The small dialogs as their resources make them.
 
 namespace {
 
@@ -21,18 +20,31 @@ void PrintTo(const DialogCase& test, std::ostream* out) { *out << test.name; }
 
 class DialogLayout : public ::testing::TestWithParam<DialogCase> {
 protected:
-    void SetUp() override {
+    void SetUp() override { Make(); }
+    void TearDown() override { DestroyWindow(window); }
+
+    void Make() {
+        DestroyWindow(window);
         window = CreateDialogParamW(
             GetModuleHandleW(nullptr), MAKEINTRESOURCEW(GetParam().resource), nullptr,
             [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return 0; }, 0);
         ASSERT_NE(window, nullptr);
     }
-    void TearDown() override { DestroyWindow(window); }
 
     HWND window = nullptr;
 };
 
 TEST_P(DialogLayout, IsClean) { dialog::ExpectCleanLayout(window); }
+
+// Sizes are in units of the dialog's font, which grow with it, but not as evenly as its text.
+TEST_P(DialogLayout, IsCleanOnFinerScreens) {
+    for (const int dpi : {120, 144, 168, 192}) {
+        SCOPED_TRACE(dpi);
+        const dialog::Scaled scaled(dpi, 8 * dpi / 96);
+        Make();
+        dialog::ExpectCleanLayout(window);
+    }
+}
 
 TEST_P(DialogLayout, AMnemonicLeadsToOneControl) {
     const std::wstring letters = dialog::Mnemonics(window);
