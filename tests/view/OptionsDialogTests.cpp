@@ -122,6 +122,20 @@ TEST_F(OptionsTest, ThePageShownLastIsShownFirstNextTime) {
     });
 }
 
+TEST_F(OptionsTest, TheRootOfTheTreeShowsTheFirstPage) {
+    Open([](HWND options) {
+        ShowPage(options, Colors);
+        const HWND tree = GetDlgItem(options, IDC_OPTIONS_TREE);
+        SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(Related(tree, TVGN_ROOT, nullptr)));
+        EXPECT_EQ(ShownPage(options), General);
+        dialog::Cancel(options);
+    });
+    Open([](HWND options) {
+        EXPECT_EQ(ShownPage(options), General);
+        dialog::Cancel(options);
+    });
+}
+
 TEST_F(OptionsTest, ThePagesHaveTheirLabels) {
     Open([](HWND options) {
         const HWND general = GeneralPage(options);
@@ -156,6 +170,37 @@ TEST_F(OptionsTest, ThePagesAreLaidOutCleanly) {
         }
         dialog::Cancel(options);
     });
+}
+
+// Their place is in pixels and everything else in units of the font, the size of which may differ by a pixel.
+TEST_F(OptionsTest, ThePagesAreLaidOutCleanlyWhateverTheScreenAndTheFont) {
+    for (const int dpi : {96, 120, 144, 192})
+        for (const int points : {dpi / 12 - 1, dpi / 12, dpi / 12 + 1}) {
+            SCOPED_TRACE(std::to_string(dpi) + " dots to the inch, " + std::to_string(points) + " points");
+            const dialog::Scaled scaled(dpi, points);
+            Open([&](HWND options) {
+                for (const int page : {General, Fonts, Colors}) {
+                    ShowPage(options, page);
+                    dialog::ExpectCleanLayout(options);
+                }
+                RECT area = {};
+                GetWindowRect(ColorsPage(options), &area);
+                MapWindowPoints(nullptr, options, reinterpret_cast<POINT*>(&area), 2);
+                EXPECT_EQ(area.left, MulDiv(170, dpi, 96));
+                EXPECT_EQ(area.top, 0);
+                dialog::Cancel(options);
+            });
+        }
+}
+
+TEST_F(OptionsTest, StandsInTheMiddleOfItsOwner) {
+    const dialog::Parent owner(801, 603);
+    Open(
+        [&](HWND options) {
+            dialog::ExpectCentred(options, owner.Get());
+            dialog::Cancel(options);
+        },
+        owner.Get());
 }
 
 TEST_F(OptionsTest, TheTabKeyGoesThroughTheTreeThePageShownAndTheButtons) {

@@ -16,9 +16,9 @@ public:
     ~OptionsDialog() { DropSettings(copy); }
 
     void Init() override {
-        CentreOverParent();
         MakePages();
         MakeTree();
+        CentreOverParent();
     }
 
     bool Message(UINT message, WPARAM wparam, LPARAM lparam) override {
@@ -43,12 +43,45 @@ public:
 private:
     void MakePages() {
         static constexpr uint16_t Resources[PageCount] = {IDD_OPTIONS_GENERAL, IDD_OPTIONS_FONTS, IDD_OPTIONS_COLORS};
-        const int left = MulDiv(PageLeft, static_cast<int>(GetDpiForWindow(window)), 96);
+        RECT area = {MulDiv(PageLeft, static_cast<int>(GetDpiForWindow(window)), 96), 0, 0, 0};
         for (int i = 0; i < PageCount; ++i) {
             const HWND page = pages[i]->CreatePage(Resources[i], window);
+            if (!page) continue;
             // Above the buttons, behind the tree: the order of the windows is the order of the Tab key.
-            if (page) SetWindowPos(page, GetDlgItem(window, IDC_OPTIONS_TREE), left, 0, 0, 0, SWP_NOSIZE);
+            SetWindowPos(page, GetDlgItem(window, IDC_OPTIONS_TREE), area.left, area.top, 0, 0, SWP_NOSIZE);
+            GetWindowRect(page, &area);
+            MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
         }
+        if (area.right) FitToPages(area.left, area.right);
+    }
+
+    // The pages stand at a place in pixels, everything else is in units of the dialog's font, and how many pixels
+    // those are differs from font to font: the tree has to end where the pages begin, and the dialog where they end.
+    void FitToPages(int left, int right) {
+        RECT client = {};
+        RECT outer = {};
+        GetClientRect(window, &client);
+        GetWindowRect(window, &outer);
+        const int wider = right - client.right;
+        SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left + wider, outer.bottom - outer.top,
+                     SWP_NOMOVE | SWP_NOZORDER);
+        Stretch(IDOK, wider, 0);
+        Stretch(IDCANCEL, wider, 0);
+        Stretch(IDC_OPTIONS_TREE, 0, left - Place(IDC_OPTIONS_TREE).right);
+    }
+
+    RECT Place(int control) const {
+        RECT area = {};
+        GetWindowRect(GetDlgItem(window, control), &area);
+        MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
+        return area;
+    }
+
+    // Moves a control by so many pixels to the right, and makes it wider.
+    void Stretch(int control, int by, int wider) {
+        const RECT area = Place(control);
+        SetWindowPos(GetDlgItem(window, control), nullptr, area.left + by, area.top, area.right - area.left + wider,
+                     area.bottom - area.top, SWP_NOZORDER);
     }
 
     void MakeTree() {
