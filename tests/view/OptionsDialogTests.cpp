@@ -297,6 +297,22 @@ TEST_F(OptionsTest, NumbersTakeWhateverIsTyped) {
     EXPECT_EQ(settings.MarginWidth, 4294967295u);
 }
 
+TEST_F(OptionsTest, ANumberHasNoSignAndEndsWithItsDigits) {
+    EXPECT_TRUE(Open([](HWND options) {
+        dialog::SetText(GeneralPage(options), IDC_SPACES_PER_TAB, L"-3");
+        dialog::SetText(GeneralPage(options), IDC_COLUMN_GUIDE, L"+5");
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"12pt");
+        dialog::SetText(FontsPage(options), IDC_CARET_WIDTH, L" 7");
+        dialog::SetText(FontsPage(options), IDC_MARGIN_WIDTH, L"pt12");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.SpacesPerTab, 0u);
+    EXPECT_EQ(settings.ColumnGuide, 0u);
+    EXPECT_EQ(settings.FontSize, 12u);
+    EXPECT_EQ(settings.CaretWidth, 7u);
+    EXPECT_EQ(settings.MarginWidth, 0u);
+}
+
 TEST_F(OptionsTest, LettersCanBeTypedIntoTheFontSize) {
     EXPECT_TRUE(Open([](HWND options) {
         ShowPage(options, Fonts);

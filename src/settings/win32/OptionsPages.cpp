@@ -1,5 +1,6 @@
 #include "settings/win32/OptionsPages.h"
 
+#include "base/Text.h"
 #include "base/win32/WindowText.h"
 #include "resource.h"
 
@@ -59,9 +60,15 @@ template <size_t Count> void FillNumbers(HWND page, const SettingsRecord& copy, 
     for (const NumberSetting& number : numbers) SetDlgItemInt(page, number.control, copy.*number.cell, FALSE);
 }
 
-// Text that is no number reads as 0.
+// Reads what is typed as the settings file is read: text that is no number, or has a sign, is 0.
 template <size_t Count> void ApplyNumbers(HWND page, SettingsRecord& copy, const NumberSetting (&numbers)[Count]) {
-    for (const NumberSetting& number : numbers) copy.*number.cell = GetDlgItemInt(page, number.control, nullptr, FALSE);
+    for (const NumberSetting& number : numbers) {
+        WString text;
+        if (!TextOfWindow(GetDlgItem(page, number.control), text)) continue;
+        const Char* digits = text.Text();
+        while (Text::IsBlank(*digits)) ++digits;
+        copy.*number.cell = Text::ParseDecimal(digits);
+    }
 }
 
 void FillText(HWND page, int control, const Char* text) { SetDlgItemTextW(page, control, Wide(text ? text : u"")); }
