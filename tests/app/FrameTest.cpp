@@ -59,6 +59,18 @@ FrameTest::Place FrameTest::Expected(unsigned left, unsigned top, unsigned width
     return {start(left, area.cx), start(top, area.cy), size(width, area.cx), size(height, area.cy)};
 }
 
+bool FrameTest::IsCentred(HWND dialog) const {
+    RECT outer = {};
+    RECT inner = {};
+    RECT place = {};
+    GetClientRect(editor.Main(), &outer);
+    GetClientRect(dialog, &inner);
+    GetWindowRect(dialog, &place);
+    POINT corner = {(outer.right - inner.right) / 2, (outer.bottom - inner.bottom) / 2};
+    ClientToScreen(editor.Main(), &corner);
+    return place.left == corner.x && place.top == corner.y;
+}
+
 bool FrameTest::SetClientSize(int width, int height) {
     // Again when the menu bar has got more or fewer lines.
     return window::WaitFor([&] {

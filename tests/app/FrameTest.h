@@ -52,6 +52,8 @@ protected:
     bool WaitForFocus(HWND window) const {
         return window::WaitFor([&] { return editor.Focus() == window; });
     }
+    // Whether a dialog stands in the middle of the main window's client area, by client sizes.
+    bool IsCentred(HWND dialog) const;
     // Gives the main window a client area of this size.
     bool SetClientSize(int width, int height);
 

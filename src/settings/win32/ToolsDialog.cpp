@@ -20,11 +20,22 @@ constexpr ModifierPair Modifiers[] = {
     {HOTKEYF_ALT, HotKeyFlag::Alt},
 };
 
+// The hot-key control uses up a key that is typed with Alt, but its character is in the queue already and would be
+// a mnemonic of the dialog: Alt+D would delete the tool. Alt+Space stays the key of the window's menu.
+LRESULT CALLBACK HotKeyProcedure(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+    const LRESULT answer = DefSubclassProc(control, message, wparam, lparam);
+    MSG character;
+    if (message == WM_SYSKEYDOWN && wparam != VK_SPACE)
+        PeekMessageW(&character, control, WM_SYSCHAR, WM_SYSCHAR, PM_REMOVE);
+    return answer;
+}
+
 class ToolsDialog final : public DialogBase {
 public:
     void Init() override {
         CentreOverParent();
         list = GetDlgItem(window, IDC_TOOLS_LIST);
+        SetWindowSubclass(GetDlgItem(window, IDC_TOOLS_HOT_KEY), HotKeyProcedure, 0, 0);
         for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next) AppendItem(CopyTool(*tool));
         Select(0);
     }
