@@ -32,6 +32,14 @@ public:
         return DialogBase::Message(message, wparam, lparam);
     }
 
+    // Enter on a button of a page comes to the dialog, not to the page.
+    void Command(uint32_t identifier) override {
+        if (identifier == IDOK || identifier == IDCANCEL)
+            DialogBase::Command(identifier);
+        else
+            pages[lastPage]->Command(identifier);
+    }
+
     void Ok() override {
         for (OptionsPage* page : pages)
             if (page->Window()) page->Apply();

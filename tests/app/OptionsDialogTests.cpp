@@ -1,0 +1,265 @@
+// The Options dialog of the real program, worked with keys.
+
+#include "app/FrameTest.h"
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+class OptionsDialogTest : public FrameTest {
+protected:
+    void Open() {
+        editor.Command(IDM_OPTIONS);
+        dialog = editor.WaitForDialog();
+        ASSERT_TRUE(window::WaitFor([&] { return dialog && IsChild(dialog, editor.Focus()); }));
+    }
+    void OpenColors() {
+        Open();
+        ASSERT_TRUE(editor.Keys(L"Down Down"));
+        ASSERT_TRUE(window::WaitFor([&] { return IsWindowVisible(Control(IDC_COLOR_LIST)); }));
+    }
+    // Of the dialog or of one of its pages.
+    HWND Control(int number) const {
+        for (const HWND child : window::Children(dialog))
+            if (GetDlgCtrlID(child) == number) return child;
+        return nullptr;
+    }
+    // Waits for the system's dialog of colours.
+    HWND WaitForChooser() const {
+        HWND chooser = nullptr;
+        window::WaitFor([&] {
+            chooser = editor.Dialog();
+            return chooser && chooser != dialog;
+        });
+        return chooser == dialog ? nullptr : chooser;
+    }
+    bool WaitForOptionsAlone() const {
+        return window::WaitFor([&] { return editor.Dialog() == dialog; });
+    }
+    // Chooses a colour in the system's dialog, by its fields for red, green and blue.
+    void Choose(const std::wstring& red, const std::wstring& green, const std::wstring& blue) {
+        const HWND chooser = WaitForChooser();
+        ASSERT_TRUE(chooser);
+        int field = 706;
+        for (const std::wstring& part : {red, green, blue}) {
+            DWORD_PTR answer = 0;
+            SendMessageTimeoutW(GetDlgItem(chooser, field++), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(part.c_str()),
+                                SMTO_ABORTIFHUNG, 5000, &answer);
+        }
+        ASSERT_TRUE(window::PressButton(chooser, L"OK"));
+        ASSERT_TRUE(WaitForOptionsAlone());
+    }
+    // A key that is struck just after a window came to the front may come without its Alt; here it does no harm then.
+    ::testing::AssertionResult OpenChooserWith(const std::wstring& key) {
+        const bool opened = window::WaitFor(
+            [&] { return editor.Keys(key) && window::WaitFor([&] { return editor.Dialog() != dialog; }, 1000); });
+        return opened ? ::testing::AssertionSuccess() : ::testing::AssertionFailure() << "no chooser";
+    }
+    void DismissChooser() {
+        ASSERT_TRUE(WaitForChooser());
+        ASSERT_TRUE(editor.Keys(L"Escape"));
+        ASSERT_TRUE(WaitForOptionsAlone());
+    }
+    void Confirm() {
+        ASSERT_TRUE(window::PressButton(dialog, L"OK"));
+        ASSERT_TRUE(editor.WaitForNoDialog());
+    }
+    static std::string Saved() { return files::Read(files::SettingsPath()); }
+    // The file is written when the dialog has gone.
+    static bool WaitForSaved(const std::string& text) {
+        return window::WaitFor([&] { return Saved() == text; });
+    }
+
+    HWND dialog = nullptr;
+};
+
+// The keys of all settings in the order in which they are written, with their defaults.
+constexpr std::pair<const char*, const char*> Defaults[] = {
+    {"FontName", "Courier New"},
+    {"FontSize", "10"},
+    {"FontBold", "0"},
+    {"CaretWidth", "2"},
+    {"ShowWhitespace", "0"},
+    {"ReplaceTabs", "1"},
+    {"SpacesPerTab", "4"},
+    {"PasteKeepSelection", "1"},
+    {"SpaceColor", "#008080"},
+    {"MarginWidth", "20"},
+    {"MarginColor", "#dcdcdc"},
+    {"BookmarkColor", "#00ffff"},
+    {"GuideColor", "#dcdcdc"},
+    {"ColumnGuide", "80"},
+    {"IndentGuide", "1"},
+    {"QuickOpenPath", ".;%INCLUDE%"},
+    {"TextFileTypes", "C++ Files (*.cpp;*.c;*.cxx;*.h;*.hxx)|*.cpp;*.c;*.cxx;*.h;*.hxx|Text Files (*.txt)|*.txt|"
+                      "HTML Files (*.htm;*.html)|*.htm;*.html|XML Files (*.xml;*.xsl)|*.xml;*.xsl|"
+                      "All Files (*.*)|*.*"},
+    {"ShowLineNumbers", "1"},
+    {"VarWidthLineNumbers", "0"},
+    {"RenderType", "0"},
+    {"TextFg", "#000000"},
+    {"TextBg", "#ffffff"},
+    {"SelFg", "#ffffff"},
+    {"SelBg", "#000000"},
+    {"LineNumFg", "#000000"},
+    {"LineNumBg", "#ffffdc"},
+    {"CommentFg", "#008000"},
+    {"CommentBg", "#ffffff"},
+    {"LongCommentFg", "#008000"},
+    {"LongCommentBg", "#ffffff"},
+    {"StringFg", "#ff0000"},
+    {"StringBg", "#ffffff"},
+    {"KeywordFg", "#0000ff"},
+    {"KeywordBg", "#ffffff"},
+    {"NumberFg", "#800000"},
+    {"NumberBg", "#ffffff"},
+    {"BraceMatchFg", "#000000"},
+    {"BraceMatchBg", "#ffff00"},
+    {"HtmlTagFg", "#0000ff"},
+    {"HtmlTagBg", "#ffffff"},
+    {"HtmlAttrFg", "#800080"},
+    {"HtmlAttrBg", "#ffffff"},
+    {"HtmlAttrValueFg", "#ff00ff"},
+    {"HtmlAttrValueBg", "#ffffff"},
+    {"HtmlAttrQuotedValueFg", "#ff0000"},
+    {"HtmlAttrQuotedValueBg", "#ffffff"},
+    {"HtmlCommentFg", "#008000"},
+    {"HtmlCommentBg", "#ffffff"},
+    {"HtmlPunctFg", "#0000ff"},
+    {"HtmlPunctBg", "#ffffff"},
+    {"BinFg", "#ff0000"},
+    {"BinBg", "#ffffff"},
+};
+
+// The lines of all settings but those of `first`, which stand before them in the file.
+std::string Lines(const std::map<std::string, std::string>& changed, const std::vector<std::string>& first = {}) {
+    std::string lines;
+    for (const auto& [key, value] : Defaults) {
+        if (std::find(first.begin(), first.end(), key) != first.end()) continue;
+        const auto other = changed.find(key);
+        lines += key + ("=" + (other == changed.end() ? std::string(value) : other->second)) + "\r\n";
+    }
+    return lines;
+}
+
+COLORREF ScreenColour(POINT place) {
+    const HDC screen = GetDC(nullptr);
+    const COLORREF colour = GetPixel(screen, place.x, place.y);
+    ReleaseDC(nullptr, screen);
+    return colour;
+}
+
+bool WaitForScreenColour(POINT place, COLORREF colour) {
+    return window::WaitFor([&] { return ScreenColour(place) == colour; });
+}
+
+} // namespace
+
+TEST_F(OptionsDialogTest, EnterAndSpacePressTheButtonOfThePageThatHasTheFocus) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    OpenColors();
+    ASSERT_TRUE(editor.Keys(L"Tab Tab"));
+    ASSERT_TRUE(WaitForFocus(Control(IDC_COLOR_FOREGROUND)));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    Choose(L"17", L"34", L"51");
+    ASSERT_TRUE(WaitForFocus(Control(IDC_COLOR_FOREGROUND)));
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    ASSERT_TRUE(WaitForFocus(Control(IDC_COLOR_BACKGROUND)));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    Choose(L"221", L"238", L"255");
+    ASSERT_TRUE(WaitForFocus(Control(IDC_COLOR_BACKGROUND)));
+    ASSERT_TRUE(editor.Keys(L"Space"));
+    DismissChooser();
+    Confirm();
+    EXPECT_TRUE(WaitForSaved("[General]\r\n" + Lines({{"TextFg", "#112233"}, {"TextBg", "#ddeeff"}}))) << Saved();
+}
+
+TEST_F(OptionsDialogTest, TheMnemonicsOfTheColorsPageOpenTheChooser) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    OpenColors();
+    ASSERT_TRUE(OpenChooserWith(L"Alt+F"));
+    DismissChooser();
+    ASSERT_TRUE(WaitForFocus(Control(IDC_COLOR_FOREGROUND)));
+    ASSERT_TRUE(OpenChooserWith(L"Alt+B"));
+    Choose(L"1", L"2", L"3");
+    Confirm();
+    EXPECT_TRUE(WaitForSaved("[General]\r\n" + Lines({{"TextBg", "#010203"}}))) << Saved();
+}
+
+TEST_F(OptionsDialogTest, EnterInAFieldConfirms) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Open();
+    const HWND field = Control(IDC_SPACES_PER_TAB);
+    ASSERT_TRUE(window::WaitFor(
+        [&] { return editor.Keys(L"Alt+S") && window::WaitFor([&] { return editor.Focus() == field; }, 1000); }));
+    ASSERT_TRUE(editor.Keys(L"End Backspace"));
+    ASSERT_TRUE(editor.Type(L"-3"));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    EXPECT_TRUE(WaitForSaved("[General]\r\n" + Lines({{"SpacesPerTab", "0"}}))) << Saved();
+}
+
+TEST_F(OptionsDialogTest, StandsInTheMiddleOfTheFrame) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Open();
+    EXPECT_TRUE(IsCentred(dialog));
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
+}
+
+TEST_F(OptionsDialogTest, OkWritesTheWholeFile) {
+    ASSERT_TRUE(files::Write(files::SettingsPath(),
+                             "; a remark\n[Engine_X]\nBase=C\n[General]\nReplaceTabs=0\nMine=kept\n"
+                             "TextFg=#010203\n[Tool]\nDisplayName=x\nCommand=y\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Open();
+    PostMessageW(Control(IDC_REPLACE_TABS), BM_CLICK, 0, 0);
+    PostMessageW(Control(IDC_SHOW_WHITESPACE), BM_CLICK, 0, 0);
+    Confirm();
+    const std::string expected = "[Engine_X]\r\nBase=C\r\n\r\n[General]\r\nReplaceTabs=1\r\nMine=kept\r\n"
+                                 "TextFg=#010203\r\n" +
+                                 Lines({{"ShowWhitespace", "1"}}, {"ReplaceTabs", "TextFg"}) +
+                                 "\r\n[Tool]\r\nDisplayName=x\r\nCommand=y\r\n";
+    EXPECT_TRUE(WaitForSaved(expected)) << Saved();
+}
+
+TEST_F(OptionsDialogTest, CancelLeavesTheFileAsItIs) {
+    const std::string before = "; a remark\n\n[General]\nReplaceTabs=0\n[Tool]\nDisplayName=x\nCommand=y";
+    ASSERT_TRUE(files::Write(files::SettingsPath(), before));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    OpenColors();
+    ASSERT_TRUE(OpenChooserWith(L"Alt+F"));
+    Choose(L"17", L"34", L"51");
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    Settle();
+    EXPECT_EQ(Saved(), before);
+}
+
+TEST_F(OptionsDialogTest, OkAndSetoptRepaintEveryPane) {
+    ASSERT_TRUE(OpenFiles({L"a.txt", L"b.txt"}));
+    ASSERT_TRUE(SetClientSize(900, 600));
+    editor.Command(IDM_SPLIT_VERTICALLY);
+    ASSERT_TRUE(WaitForPaneCount(2));
+    Settle();
+    // Near the lower edge of each pane, where no text is and no dialog stands.
+    std::vector<POINT> places;
+    for (const HWND pane : Panes()) {
+        RECT area = {};
+        GetClientRect(pane, &area);
+        places.push_back({area.right / 2, area.bottom - 40});
+        ClientToScreen(pane, &places.back());
+        EXPECT_TRUE(WaitForScreenColour(places.back(), RGB(255, 255, 255)));
+    }
+    ASSERT_TRUE(editor.RunCommandLine(L"setopt TextBg #c0ffee"));
+    for (const POINT place : places) EXPECT_TRUE(WaitForScreenColour(place, RGB(0xC0, 0xFF, 0xEE)));
+    OpenColors();
+    RECT covered = {};
+    GetWindowRect(dialog, &covered);
+    for (const POINT place : places) EXPECT_FALSE(PtInRect(&covered, place));
+    PostMessageW(Control(IDC_COLOR_BACKGROUND), BM_CLICK, 0, 0);
+    Choose(L"17", L"238", L"51");
+    Confirm();
+    for (const POINT place : places) EXPECT_TRUE(WaitForScreenColour(place, RGB(17, 238, 51)));
+}
