@@ -3,11 +3,14 @@
 #include "resource.h"
 #include "settings/IniFile.h"
 #include "settings/ToolList.h"
+#include "support/FailureInjection.h"
 #include "support/ScratchFolder.h"
 #include "view/DialogDriver.h"
 #include "view/DialogLayout.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace {
 
@@ -39,6 +42,24 @@ std::vector<std::wstring> Names(HWND tools) { return dialog::ListItems(tools, ID
 int Selected(HWND tools) { return dialog::SelectedItem(tools, IDC_TOOLS_LIST); }
 void Select(HWND tools, int index) { dialog::ChooseItem(tools, IDC_TOOLS_LIST, index); }
 
+// Presses and releases the mouse on an item that can be seen.
+void ClickItem(HWND tools, int index) {
+    const HWND list = GetDlgItem(tools, IDC_TOOLS_LIST);
+    RECT area = {};
+    SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&area));
+    const LPARAM place = MAKELPARAM(area.left + 5, (area.top + area.bottom) / 2);
+    SendMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, place);
+    SendMessageW(list, WM_LBUTTONUP, 0, place);
+}
+
+LRESULT FirstVisible(HWND tools) { return SendDlgItemMessageW(tools, IDC_TOOLS_LIST, LB_GETTOPINDEX, 0, 0); }
+
+// A list box that has no memory for another item.
+LRESULT CALLBACK RefuseItems(HWND list, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+    if (message == LB_ADDSTRING || message == LB_INSERTSTRING) return LB_ERRSPACE;
+    return DefSubclassProc(list, message, wparam, lparam);
+}
+
 using Texts = std::vector<std::wstring>;
 
 class ToolsTest : public testing::Test {
@@ -51,15 +72,16 @@ protected:
         ASSERT_TRUE(toolList.Load(file));
     }
     void LoadThree() {
+        file.Clear();
         Load(u"[General]\nFontSize=9\n"
              u"[Tool]\nDisplayName=One\nCommand=one.exe\nLastArgs=kept\nStartDir=C:\\1\nPromptArgs=1\n"
              u"[Tool]\nDisplayName=Two\nCommand=two.exe\nRedirectOutput=1\nHotKey=116\nHotKeyFlags=28\n"
              u"[Engine_X]\nBase=C\n"
              u"[Tool]\nDisplayName=Three\nCommand=three.exe\n");
     }
-    bool Open(std::function<void(HWND)> drive) {
+    bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        return RunToolsDialog(nullptr, file, folder.Path("orvane.ini").c_str());
+        return RunToolsDialog(owner, file, folder.Path("orvane.ini").c_str());
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }
 
@@ -100,6 +122,27 @@ TEST_F(ToolsTest, IsLaidOutCleanlyAndReachedByKeys) {
         EXPECT_EQ(dialog::Mnemonics(tools), L"acdhiprt");
         dialog::Cancel(tools);
     });
+}
+
+TEST_F(ToolsTest, IsLaidOutCleanlyOnFinerScreens) {
+    for (const int dpi : {120, 144, 192}) {
+        SCOPED_TRACE(dpi);
+        const dialog::Scaled scaled(dpi, 8 * dpi / 96);
+        Open([](HWND tools) {
+            dialog::ExpectCleanLayout(tools);
+            dialog::Cancel(tools);
+        });
+    }
+}
+
+TEST_F(ToolsTest, StandsInTheMiddleOfItsOwner) {
+    const dialog::Parent owner(801, 603);
+    Open(
+        [&](HWND tools) {
+            dialog::ExpectCentred(tools, owner.Get());
+            dialog::Cancel(tools);
+        },
+        owner.Get());
 }
 
 TEST_F(ToolsTest, ListsTheToolsAndShowsTheFirst) {
@@ -178,6 +221,169 @@ TEST_F(ToolsTest, HotKeysAreStoredWithTheFlagsOfAccelerators) {
             dialog::Cancel(tools);
         });
     }
+}
+
+TEST_F(ToolsTest, ChoosingDoesNotScrollTheList) {
+    std::u16string text;
+    for (int i = 0; i < 100; ++i) text += u"[Tool]\nDisplayName=Tool\nCommand=x\n";
+    Load(text);
+    Open([](HWND tools) {
+        SendDlgItemMessageW(tools, IDC_TOOLS_LIST, LB_SETTOPINDEX, 40, 0);
+        ClickItem(tools, 43);
+        EXPECT_EQ(FirstVisible(tools), 40);
+        EXPECT_EQ(Selected(tools), 43);
+        EXPECT_EQ(Shown(tools).title, L"Tool");
+        // Neither with a new name, be it shown or scrolled away.
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"First");
+        ClickItem(tools, 45);
+        EXPECT_EQ(FirstVisible(tools), 40);
+        EXPECT_EQ(Selected(tools), 45);
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"Second");
+        SendDlgItemMessageW(tools, IDC_TOOLS_LIST, LB_SETTOPINDEX, 80, 0);
+        ClickItem(tools, 81);
+        EXPECT_EQ(FirstVisible(tools), 80);
+        EXPECT_EQ(Selected(tools), 81);
+        EXPECT_EQ(Shown(tools).title, L"Tool");
+        Texts expected(100, L"Tool");
+        expected[43] = L"First";
+        expected[45] = L"Second";
+        EXPECT_EQ(Names(tools), expected);
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, EveryItemCarriesItsTool) {
+    LoadThree();
+    Open([](HWND tools) {
+        const auto tool = [tools](int index) {
+            const auto at = static_cast<WPARAM>(index);
+            return reinterpret_cast<const ToolRecord*>(
+                SendDlgItemMessageW(tools, IDC_TOOLS_LIST, LB_GETITEMDATA, at, 0));
+        };
+        ASSERT_NE(tool(1), nullptr);
+        const ToolRecord* second = tool(1);
+        EXPECT_NE(second, toolList.At(1)) << "a copy";
+        EXPECT_EQ(std::u16string(second->command.Text()), u"two.exe");
+        Select(tools, 1);
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"Second");
+        Select(tools, 0);
+        EXPECT_EQ(tool(1), second) << "also under its new name";
+        EXPECT_EQ(std::u16string(second->displayName.Text()), u"Second");
+        dialog::Cancel(tools);
+    });
+}
+
+TEST_F(ToolsTest, WhatTheListHasNoRoomForIsLeftOut) {
+    LoadThree();
+    EXPECT_TRUE(Open([](HWND tools) {
+        const HWND list = GetDlgItem(tools, IDC_TOOLS_LIST);
+        Select(tools, 1);
+        ASSERT_TRUE(SetWindowSubclass(list, RefuseItems, 1, 0));
+        dialog::Click(tools, IDC_TOOLS_ADD);
+        EXPECT_EQ(Names(tools), Texts({L"One", L"Two", L"Three"}));
+        EXPECT_EQ(Selected(tools), 1);
+        EXPECT_EQ(Shown(tools).title, L"Two");
+        // A new name is kept, though it cannot be shown.
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"Second");
+        Select(tools, 0);
+        EXPECT_EQ(Names(tools), Texts({L"One", L"Two", L"Three"}));
+        EXPECT_EQ(Shown(tools).title, L"One");
+        Select(tools, 1);
+        EXPECT_EQ(Shown(tools).title, L"Second");
+        RemoveWindowSubclass(list, RefuseItems, 1);
+        dialog::Ok(tools);
+    }));
+    ASSERT_EQ(toolList.Count(), 3u);
+    EXPECT_EQ(std::u16string(toolList.At(1)->displayName.Text()), u"Second");
+    EXPECT_EQ(std::u16string(toolList.At(1)->command.Text()), u"two.exe");
+    EXPECT_EQ(Saved().find("New Tool"), std::string::npos);
+}
+
+TEST_F(ToolsTest, ACopyWithoutMemoryIsLeftOut) {
+    const uint64_t failures = FailEachAllocation([&] {
+        std::optional<FailurePause> pause(std::in_place);
+        LoadThree();
+        bool all = false;
+        dialog::WhenShown([&](HWND tools) {
+            pause.emplace();
+            const Texts names = Names(tools);
+            all = names == Texts({L"One", L"Two", L"Three"});
+            EXPECT_GE(names.size(), 2u) << "one is left out at most";
+            for (int i = 0; i < static_cast<int>(names.size()); ++i) {
+                Select(tools, i);
+                EXPECT_EQ(Shown(tools).title, names[static_cast<size_t>(i)]);
+                const Texts commands = {L"one.exe", L"two.exe", L"three.exe"};
+                const bool found = std::find(commands.begin(), commands.end(), Shown(tools).command) != commands.end();
+                EXPECT_TRUE(found);
+            }
+            dialog::Cancel(tools);
+        });
+        const std::u16string path = folder.Path("orvane.ini");
+        pause.reset();
+        EXPECT_FALSE(RunToolsDialog(nullptr, file, path.c_str()));
+        return all;
+    });
+    EXPECT_GE(failures, 6u) << "at least a tool and a text for each";
+}
+
+TEST_F(ToolsTest, AddWithoutMemoryAddsNothing) {
+    const uint64_t failures = FailEachAllocation([&] {
+        std::optional<FailurePause> pause(std::in_place);
+        LoadThree();
+        bool added = false;
+        Open([&](HWND tools) {
+            Select(tools, 1);
+            pause.reset();
+            dialog::Click(tools, IDC_TOOLS_ADD);
+            pause.emplace();
+            added = Names(tools).size() == 4;
+            if (!added) {
+                EXPECT_EQ(Names(tools), Texts({L"One", L"Two", L"Three"}));
+                EXPECT_EQ(Selected(tools), 1);
+                EXPECT_EQ(Shown(tools).title, L"Two");
+            }
+            dialog::Cancel(tools);
+        });
+        return added;
+    });
+    EXPECT_GE(failures, 2u) << "the tool and its name";
+}
+
+TEST_F(ToolsTest, OkWithoutMemoryKeepsTheToolsAndTheFile) {
+    const uint64_t failures = FailEachAllocation([&] {
+        std::optional<FailurePause> pause(std::in_place);
+        LoadThree();
+        folder.Write("orvane.ini", "as it was");
+        const bool stored = Open([&](HWND tools) {
+            dialog::SetText(tools, IDC_TOOLS_TITLE, L"First");
+            pause.reset();
+            dialog::Ok(tools);
+        });
+        pause.emplace();
+        EXPECT_EQ(toolList.Count(), 3u);
+        const std::u16string name = toolList.At(0)->displayName.Text();
+        EXPECT_TRUE(name == u"One" || name == u"First");
+        if (!stored) {
+            EXPECT_EQ(name, u"One");
+            EXPECT_EQ(Saved(), "as it was");
+        }
+        uint32_t sections = 0;
+        for (const IniSection* section = file.sections.head; section; section = section->next) ++sections;
+        EXPECT_EQ(sections, 5u);
+        return stored && name == u"First" && Saved().find("DisplayName=First\r\n") != std::string::npos;
+    });
+    EXPECT_GE(failures, 10u);
+}
+
+TEST_F(ToolsTest, AFileThatCannotBeWrittenIsPassedOver) {
+    LoadThree();
+    std::filesystem::create_directory(folder.File("orvane.ini"));
+    EXPECT_TRUE(Open([](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"First");
+        dialog::Ok(tools);
+    }));
+    ASSERT_EQ(toolList.Count(), 3u);
+    EXPECT_EQ(std::u16string(toolList.At(0)->displayName.Text()), u"First");
 }
 
 TEST_F(ToolsTest, AddAppendsANewToolAndSelectsIt) {

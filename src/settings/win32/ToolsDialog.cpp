@@ -1,10 +1,13 @@
 #include "settings/win32/ToolsDialog.h"
 
+#include "base/Text.h"
 #include "base/win32/WindowText.h"
 #include "resource.h"
 #include "settings/IniFile.h"
 #include "settings/ToolList.h"
 #include "settings/win32/DialogBase.h"
+
+#include <utility>
 
 namespace {
 
@@ -36,7 +39,7 @@ public:
         CentreOverParent();
         list = GetDlgItem(window, IDC_TOOLS_LIST);
         SetWindowSubclass(GetDlgItem(window, IDC_TOOLS_HOT_KEY), HotKeyProcedure, 0, 0);
-        for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next) AppendItem(CopyTool(*tool));
+        for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next) Append(CopyTool(*tool));
         Select(0);
     }
 
@@ -69,18 +72,47 @@ public:
 
 private:
     int Selection() const { return static_cast<int>(SendMessageW(list, LB_GETCURSEL, 0, 0)); }
-    ToolRecord* Shown() const { return shown < 0 ? nullptr : edited.At(static_cast<uint32_t>(shown)); }
+    int Last() const { return static_cast<int>(SendMessageW(list, LB_GETCOUNT, 0, 0)) - 1; }
+    // The tool in the fields; null when there is none.
+    ToolRecord* Shown() const {
+        if (shown < 0) return nullptr;
+        return reinterpret_cast<ToolRecord*>(SendMessageW(list, LB_GETITEMDATA, static_cast<WPARAM>(shown), 0));
+    }
 
-    bool AppendItem(ToolRecord* tool) {
-        if (!tool) return false;
-        edited.tools.Append(tool);
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(tool->displayName.Text()));
+    // Every item has its tool as data. A position of -1 is the end.
+    bool InsertItem(const ToolRecord& tool, int position) {
+        const LRESULT at = SendMessageW(list, LB_INSERTSTRING, static_cast<WPARAM>(position),
+                                        reinterpret_cast<LPARAM>(tool.displayName.Text()));
+        if (at < 0) return false;
+        SendMessageW(list, LB_SETITEMDATA, static_cast<WPARAM>(at), reinterpret_cast<LPARAM>(&tool));
         return true;
+    }
+
+    // Takes the tool, if there is one; a tool that finds no place in the list box is left out.
+    bool Append(ToolRecord* tool) {
+        if (!tool || !InsertItem(*tool, -1)) {
+            delete tool;
+            return false;
+        }
+        edited.tools.Append(tool);
+        return true;
+    }
+
+    // Shows the new name of the tool in the fields; the list is not scrolled. The new item comes first: when there
+    // is no memory for it, the old one stays.
+    void RenameItem(const ToolRecord& tool) {
+        const int selected = Selection();
+        const LRESULT top = SendMessageW(list, LB_GETTOPINDEX, 0, 0);
+        if (!InsertItem(tool, shown)) return;
+        SendMessageW(list, LB_DELETESTRING, static_cast<WPARAM>(shown) + 1, 0);
+        SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(selected), 0);
+        SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(top), 0);
     }
 
     // Shows the tool at a position in the fields; they are cleared when there is none.
     void Select(int position) {
-        SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(position), 0);
+        // One that was clicked stays where it is, even if it can only be seen in part.
+        if (position != Selection()) SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(position), 0);
         shown = Selection();
         const ToolRecord* tool = Shown();
         SetDlgItemTextW(window, IDC_TOOLS_TITLE, tool ? Wide(tool->displayName.Text()) : L"");
@@ -110,25 +142,27 @@ private:
     void StoreFields() {
         ToolRecord* tool = Shown();
         if (!tool) return;
-        TextOfWindow(GetDlgItem(window, IDC_TOOLS_TITLE), tool->displayName);
+        WString title;
+        if (TextOfWindow(GetDlgItem(window, IDC_TOOLS_TITLE), title) &&
+            !Text::Equal(title.Text(), tool->displayName.Text())) {
+            tool->displayName = std::move(title);
+            RenameItem(*tool);
+        }
         TextOfWindow(GetDlgItem(window, IDC_TOOLS_COMMAND), tool->command);
         TextOfWindow(GetDlgItem(window, IDC_TOOLS_DIRECTORY), tool->startDir);
         tool->promptArgs = IsDlgButtonChecked(window, IDC_TOOLS_PROMPT) == BST_CHECKED;
         tool->redirectOutput = IsDlgButtonChecked(window, IDC_TOOLS_REDIRECT) == BST_CHECKED;
         StoreHotKey(*tool);
-        const WPARAM position = static_cast<WPARAM>(shown);
-        SendMessageW(list, LB_DELETESTRING, position, 0);
-        SendMessageW(list, LB_INSERTSTRING, position, reinterpret_cast<LPARAM>(tool->displayName.Text()));
-        SendMessageW(list, LB_SETCURSEL, position, 0);
     }
 
     void Add() {
         StoreFields();
         ToolRecord* tool = new ToolRecord;
-        if (tool && tool->displayName.Assign(u"New Tool") && AppendItem(tool))
-            Select(static_cast<int>(edited.Count()) - 1);
-        else
+        if (tool && !tool->displayName.Assign(u"New Tool")) {
             delete tool;
+            return;
+        }
+        if (Append(tool)) Select(Last());
     }
 
     void Delete() {
@@ -136,11 +170,10 @@ private:
         ToolRecord* tool = Shown();
         if (!tool) return;
         const int position = shown;
+        SendMessageW(list, LB_DELETESTRING, static_cast<WPARAM>(position), 0);
         edited.tools.Remove(tool);
         delete tool;
-        SendMessageW(list, LB_DELETESTRING, static_cast<WPARAM>(position), 0);
-        const int last = static_cast<int>(edited.Count()) - 1;
-        Select(position > last ? last : position);
+        Select(position > Last() ? Last() : position);
     }
 
     HWND list = nullptr;
