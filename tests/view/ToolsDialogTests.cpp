@@ -223,6 +223,28 @@ TEST_F(ToolsTest, HotKeysAreStoredWithTheFlagsOfAccelerators) {
     }
 }
 
+TEST_F(ToolsTest, KeysBesideTheKeypadAreShownByTheirOwnNames) {
+    LoadThree();
+    for (const BYTE key : {BYTE{VK_INSERT}, BYTE{VK_HOME}, BYTE{VK_END}, BYTE{VK_PRIOR}, BYTE{VK_NEXT}, BYTE{VK_LEFT},
+                           BYTE{VK_RIGHT}, BYTE{VK_UP}, BYTE{VK_DOWN}}) {
+        toolList.At(0)->hotKey = key;
+        toolList.At(0)->hotKeyFlags = 8;
+        Open([key](HWND tools) {
+            EXPECT_EQ(Shown(tools).hotKey, MAKEWORD(key, HOTKEYF_CONTROL | HOTKEYF_EXT));
+            dialog::Ok(tools);
+        });
+        EXPECT_EQ(toolList.At(0)->hotKey, key);
+        EXPECT_EQ(toolList.At(0)->hotKeyFlags, 8u) << "the mark is the control's alone";
+    }
+    for (const BYTE key : {BYTE{VK_NUMPAD7}, BYTE{VK_MULTIPLY}, BYTE{VK_F1}, BYTE{'0'}}) {
+        toolList.At(0)->hotKey = key;
+        Open([key](HWND tools) {
+            EXPECT_EQ(Shown(tools).hotKey, MAKEWORD(key, HOTKEYF_CONTROL));
+            dialog::Cancel(tools);
+        });
+    }
+}
+
 TEST_F(ToolsTest, ChoosingDoesNotScrollTheList) {
     std::u16string text;
     for (int i = 0; i < 100; ++i) text += u"[Tool]\nDisplayName=Tool\nCommand=x\n";

@@ -23,6 +23,11 @@ constexpr ModifierPair Modifiers[] = {
     {HOTKEYF_ALT, HotKeyFlag::Alt},
 };
 
+// Whether a key lies beside the keypad: the control then shows "Home" and not the keypad's "Num 7".
+bool IsExtended(uint32_t key) {
+    return (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_INSERT || key == VK_DELETE || key == VK_DIVIDE;
+}
+
 // The hot-key control uses up a key that is typed with Alt, but its character is in the queue already and would be
 // a mnemonic of the dialog: Alt+D would delete the tool. Alt+Space stays the key of the window's menu.
 LRESULT CALLBACK HotKeyProcedure(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
@@ -124,7 +129,7 @@ private:
     }
 
     void ShowHotKey(uint32_t key, uint32_t flags) {
-        uint32_t modifiers = 0;
+        uint32_t modifiers = IsExtended(key) ? HOTKEYF_EXT : 0;
         for (const ModifierPair& pair : Modifiers)
             if (flags & pair.accelerator) modifiers |= pair.control;
         const WPARAM value = MAKEWORD(key, modifiers);
