@@ -2,9 +2,31 @@
 
 #include "view/OptionsTest.h"
 
+#include "view/CallCounter.h"
+
 #include <algorithm>
 
 namespace {
+
+// Stands in for the system's dialog of colours while it lives, and notes what it is opened with.
+class FakeChooser {
+public:
+    // What the user does there; the result is whether the choice is confirmed.
+    explicit FakeChooser(std::function<bool(CHOOSECOLORW&)> user) { choose = std::move(user); }
+
+private:
+    static BOOL WINAPI Open(CHOOSECOLORW* request) { return choose(*request); }
+
+    static inline std::function<bool(CHOOSECOLORW&)> choose;
+    ReplacedImport import{"ChooseColorW", reinterpret_cast<void*>(Open)};
+};
+
+bool IsToBePainted(HWND window) {
+    RECT all = {};
+    RECT part = {};
+    GetClientRect(window, &all);
+    return GetUpdateRect(window, &part, FALSE) && EqualRect(&all, &part);
+}
 
 std::vector<uint32_t> Pixels(HWND page, SIZE& size) {
     RECT area = {};
@@ -44,6 +66,18 @@ void ExpectPreview(HWND page, int entry, Colour foreground, Colour background) {
     const bool hasText = std::any_of(pixels.begin(), pixels.end(),
                                      [&](uint32_t pixel) { return (pixel & 0xFFFFFF) == AsPixel(foreground); });
     EXPECT_TRUE(hasText) << entry;
+}
+
+// Of what is not of the background's colour.
+RECT Ink(const std::vector<uint32_t>& pixels, SIZE size) {
+    RECT ink = {size.cx, size.cy, 0, 0};
+    for (LONG y = 0; y < size.cy; ++y)
+        for (LONG x = 0; x < size.cx; ++x) {
+            if (pixels[static_cast<size_t>(y * size.cx + x)] == pixels[0]) continue;
+            ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 1),
+                   std::max(ink.bottom, y + 1)};
+        }
+    return ink;
 }
 
 } // namespace
@@ -164,4 +198,85 @@ TEST_F(OptionsTest, TheChooserBeginsWithTheColourAndCancelKeepsIt) {
         dialog::Ok(options);
     }));
     EXPECT_EQ(settings.StringFg, 0x010203u);
+}
+
+TEST_F(OptionsTest, ThePreviewsTextIsCentredOnOneLine) {
+    Open([&](HWND options) {
+        constexpr wchar_t Name[] = L"Html Tag";
+        dialog::ChooseItem(ColorsPage(options), IDC_COLOR_LIST, 14);
+        SIZE size = {};
+        const RECT ink = Ink(Pixels(ColorsPage(options), size), size);
+        const HDC dc = CreateCompatibleDC(nullptr); // with the font of the picture
+        SIZE text = {};
+        GetTextExtentPoint32W(dc, Name, 8, &text);
+        DeleteDC(dc);
+        const POINT corner = {(size.cx - text.cx) / 2, (size.cy - text.cy) / 2};
+        constexpr LONG Bearing = 3; // beside the outer letters
+        EXPECT_GE(ink.left, corner.x - 1);
+        EXPECT_LE(ink.left, corner.x + Bearing);
+        EXPECT_GE(ink.right, corner.x + text.cx - Bearing);
+        EXPECT_LE(ink.right, corner.x + text.cx + 1);
+        EXPECT_GE(ink.top, corner.y - 1);
+        EXPECT_LE(ink.bottom, corner.y + text.cy + 1);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, SelectingAnEntryRepaintsThePreview) {
+    Open([&](HWND options) {
+        ShowPage(options, Colors);
+        const HWND preview = GetDlgItem(ColorsPage(options), IDC_COLOR_PREVIEW);
+        ValidateRect(preview, nullptr);
+        EXPECT_FALSE(IsToBePainted(preview));
+        dialog::ChooseItem(ColorsPage(options), IDC_COLOR_LIST, 7);
+        EXPECT_TRUE(IsToBePainted(preview));
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, ThePreviewAndTheButtonsAreRefreshedWhateverIsChosen) {
+    Open([&](HWND options) {
+        ShowPage(options, Colors);
+        const HWND page = ColorsPage(options);
+        const HWND preview = GetDlgItem(page, IDC_COLOR_PREVIEW);
+        for (const bool confirmed : {true, false}) {
+            const FakeChooser chooser([&](CHOOSECOLORW&) {
+                ValidateRect(preview, nullptr);
+                EnableWindow(GetDlgItem(page, IDC_COLOR_FOREGROUND), FALSE);
+                EnableWindow(GetDlgItem(page, IDC_COLOR_BACKGROUND), FALSE);
+                return confirmed;
+            });
+            dialog::Click(page, IDC_COLOR_BACKGROUND);
+            EXPECT_TRUE(IsToBePainted(preview)) << confirmed;
+            EXPECT_TRUE(dialog::IsEnabled(page, IDC_COLOR_FOREGROUND)) << confirmed;
+            EXPECT_TRUE(dialog::IsEnabled(page, IDC_COLOR_BACKGROUND)) << confirmed;
+        }
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, TheCustomColoursAreKeptAndTheFirstIsTheCurrentOne) {
+    settings.TextFg = 0x010203;
+    settings.TextBg = 0x040506;
+    std::vector<COLORREF> first;
+    std::vector<COLORREF> last;
+    const FakeChooser chooser([&](CHOOSECOLORW& request) {
+        EXPECT_EQ(request.rgbResult, request.lpCustColors[0]);
+        EXPECT_TRUE(request.Flags & CC_RGBINIT);
+        first.push_back(request.lpCustColors[0]);
+        last.push_back(request.lpCustColors[15]);
+        request.lpCustColors[0] = 0xFFFFFF; // the user fills both
+        request.lpCustColors[15] = 0x0A0B0C;
+        return false;
+    });
+    const auto useBoth = [](HWND options) {
+        ShowPage(options, Colors);
+        dialog::Click(ColorsPage(options), IDC_COLOR_FOREGROUND);
+        dialog::Click(ColorsPage(options), IDC_COLOR_BACKGROUND);
+        dialog::Cancel(options);
+    };
+    Open(useBoth);
+    Open(useBoth);
+    EXPECT_EQ(first, std::vector<COLORREF>({0x010203, 0x040506, 0x010203, 0x040506}));
+    EXPECT_EQ(last, std::vector<COLORREF>({0, 0x0A0B0C, 0, 0x0A0B0C})) << "kept as long as the page";
 }
