@@ -47,7 +47,10 @@ bool BinaryDocument::Open(const Char* fileName) {
         readOnly = 1;
     }
     if (opened && file.GetSize(fileSize)) {
-        if (AllocateWindow() && SetPath(fileName) && EnsureWindow(0, PageSize)) return true;
+        if (AllocateWindow() && SetPath(fileName)) {
+            EnsureWindow(0, PageSize);
+            return true;
+        }
     }
     Close();
     return false;

@@ -41,21 +41,23 @@ public:
     uint32_t GetLineEnding() const override { return 0; }
 
     // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
-    // is closed.
+    // is closed. That its first bytes cannot be read is no failure: others may be.
     bool Open(const Char* fileName);
     bool IsReadOnly() const { return readOnly != 0; }
     // As it was when the file was opened.
     uint64_t FileSize() const { return fileSize; }
 
     // Makes the window hold [offset, offset + count), as far as the file goes; `count` is at most
-    // WindowSize. A file that has become shorter is a success, with a window that ends earlier.
+    // WindowSize. A file that has become shorter is a success, with a window that ends earlier. On failure the
+    // window ends with the last byte before those that cannot be read.
     bool EnsureWindow(uint64_t offset, uint32_t count);
     const uint8_t* Window() const { return window; }
     uint64_t WindowStart() const { return windowStart; }
     uint32_t WindowValid() const { return windowValid; }
 
     // Fills PageSize bytes with the page that starts at `pageStart`: its changed content unless `fromFile`
-    // is set, else the file's. `valid` is how many of them there are; the rest is zero, on failure all is.
+    // is set, else the file's. `valid` is how many of them there are; the rest is zero. On failure there are
+    // those before the first one that cannot be read.
     bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid);
     // Reads the current content; false unless all of it is there. The window serves as scratch space for
     // pages of the file, yet WindowStart and WindowValid stay as they are: who needs the window itself
@@ -75,9 +77,11 @@ public:
     // Searches the file, without what is not saved yet, from `from` up to `end` (backwards: below `from`)
     // and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page; only
     // text without `matchCase` has its ASCII letters folded. Matches longer than the window are not found,
-    // nor is anything once `progress` has broken the search off.
+    // nor is anything once `progress` has broken the search off, or it has met bytes that cannot be read.
     bool FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward, bool hexPattern,
                    uint64_t& found, bool& wrapped, uint32_t& matchLength, SearchProgress* progress = nullptr);
+    // Whether the last search met bytes that cannot be read: that it found nothing then proves nothing.
+    bool SearchFailed() const { return searchFailed; }
 
 private:
     static constexpr uint32_t NoSerial = None32; // of no record, nor of an empty list
@@ -95,9 +99,11 @@ private:
         bool matchCase;
         uint32_t headCount; // of its first bytes, which the windows are searched for
         const Scan::ByteFinder& head;
-        SearchProgress* progress; // may be null
-        uint64_t gone = 0;        // bytes gone through in both passes
+        SearchProgress* progress;  // may be null
+        uint64_t gone = 0;         // bytes gone through in both passes
+        uint64_t reach = PageSize; // bytes asked for at a time backwards
         bool brokenOff = false;
+        bool unreadable = false; // met bytes that cannot be read, behind which nothing is known
     };
 
     uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
@@ -108,8 +114,12 @@ private:
     ChangedPage* MakePage(uint64_t index);
     bool MakePages(uint64_t offset, size_t count);
     bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
-    bool NextWindow(uint32_t kept);
-    bool StandsAt(const Sought& sought, uint64_t offset);
+    bool ReadSectors(uint64_t offset, uint8_t* destination, size_t count, size_t& read);
+    bool WindowHolds(uint64_t offset, uint32_t count) const;
+    bool FillWindow(uint64_t start);
+    bool NextWindow(Sought& sought, uint32_t kept);
+    bool PreviousWindow(Sought& sought, uint64_t headEnd);
+    bool StandsAt(Sought& sought, uint64_t offset);
     bool MayGoOn(Sought& sought, uint64_t bytes) const;
     bool FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
     bool FindBackward(Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found);
@@ -133,5 +143,6 @@ private:
     uint32_t savedUndoHead = 0;
     uint32_t readOnly = 0;
     uint32_t lastSerial = 0;
+    bool searchFailed = false;
     bool windowIsScratch = false; // the window's bytes are not those that windowStart says
 };

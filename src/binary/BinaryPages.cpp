@@ -14,16 +14,40 @@ uint32_t BinaryDocument::PageBytes(uint64_t pageStart) const {
 // Nothing is ever asked for behind the end: the system would be called once more only to say so.
 bool BinaryDocument::ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read) {
     const uint64_t left = offset < fileSize ? fileSize - offset : 0;
+    const auto wanted = static_cast<size_t>(std::min<uint64_t>(count, left));
     size_t got = 0;
-    const bool done = file.ReadAt(offset, destination, static_cast<size_t>(std::min<uint64_t>(count, left)), got);
-    read = done ? static_cast<uint32_t>(got) : 0;
+    const bool done = file.ReadAt(offset, destination, wanted, got) || ReadSectors(offset, destination, wanted, got);
+    read = static_cast<uint32_t>(got);
     return done;
+}
+
+// A read that meets bytes which the device does not deliver fails as a whole: sector by sector everything before
+// them can be had.
+bool BinaryDocument::ReadSectors(uint64_t offset, uint8_t* destination, size_t count, size_t& read) {
+    constexpr size_t Sector = 512;
+    size_t got = 0;
+    for (read = 0; read < count; read += got) {
+        const size_t part = std::min(count - read, Sector - static_cast<size_t>((offset + read) % Sector));
+        if (!file.ReadAt(offset + read, destination + read, part, got)) return false;
+        if (got == 0) break; // the file has become shorter
+    }
+    return true;
+}
+
+bool BinaryDocument::WindowHolds(uint64_t offset, uint32_t count) const {
+    return offset >= windowStart && offset - windowStart + count <= windowValid;
+}
+
+bool BinaryDocument::FillWindow(uint64_t start) {
+    windowStart = start;
+    windowIsScratch = false;
+    return ReadAt(start, window, WindowSize, windowValid);
 }
 
 bool BinaryDocument::EnsureWindow(uint64_t offset, uint32_t count) {
     const uint64_t first = std::min(offset, fileSize);
     count = static_cast<uint32_t>(std::min<uint64_t>(count, fileSize - first));
-    if (first >= windowStart && first - windowStart + count <= windowValid) return true;
+    if (WindowHolds(first, count)) return true;
     if (!window) return false;
     uint64_t start = offset;
     if (offset >= fileSize) {
@@ -33,9 +57,9 @@ bool BinaryDocument::EnsureWindow(uint64_t offset, uint32_t count) {
         const uint32_t before = std::min(PageSize, WindowSize - count);
         start = offset > before ? offset - before : 0;
     }
-    windowStart = start;
-    windowIsScratch = false;
-    return ReadAt(start, window, WindowSize, windowValid);
+    if (FillWindow(start) || WindowHolds(first, count)) return true;
+    // What cannot be read may lie before the range.
+    return start < first && (FillWindow(first) || WindowHolds(first, count));
 }
 
 bool BinaryDocument::ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid) {
@@ -60,7 +84,8 @@ bool BinaryDocument::ReadBytes(uint64_t offset, uint8_t* destination, size_t cou
         if (!page) {
             uint32_t valid = 0;
             windowIsScratch = true;
-            if (!ReadPage(window, offset - inPage, true, valid) || inPage + part > valid) return false;
+            ReadPage(window, offset - inPage, true, valid);
+            if (inPage + part > valid) return false;
         }
         std::memcpy(destination, (page ? page->data : window) + inPage, part);
         offset += part;

@@ -25,7 +25,7 @@ bool ToBytes(const WString& pattern, bool hexPattern, Array<uint8_t>& out) {
 bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward,
                                bool hexPattern, uint64_t& found, bool& wrapped, uint32_t& matchLength,
                                SearchProgress* progress) {
-    wrapped = false;
+    wrapped = searchFailed = false;
     Array<uint8_t> bytes;
     if (!ToBytes(pattern, hexPattern, bytes) || bytes.IsEmpty() || bytes.Count() > WindowSize) return false;
     if (windowIsScratch) windowValid = 0;
@@ -36,17 +36,22 @@ bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t e
     const uint32_t headCount = std::min(matchLength, LongestHead);
     const Scan::ByteFinder head(bytes.Items(), headCount, matchCase);
     Sought sought = {bytes.Items(), matchLength, matchCase, headCount, head, progress};
-    if (backward ? FindBackward(sought, from, 0, found) : FindForward(sought, from, end, found)) return true;
-    if (sought.brokenOff) return false;
-    wrapped = true;
-    // What the first pass has seen is not looked at again.
-    return backward ? FindBackward(sought, fileSize, from, found) : FindForward(sought, 0, std::min(from, end), found);
+    bool done = backward ? FindBackward(sought, from, 0, found) : FindForward(sought, from, end, found);
+    if (!done && !sought.brokenOff && !sought.unreadable) {
+        wrapped = true;
+        // What the first pass has seen is not looked at again.
+        done =
+            backward ? FindBackward(sought, fileSize, from, found) : FindForward(sought, 0, std::min(from, end), found);
+    }
+    searchFailed = sought.unreadable;
+    return done;
 }
 
 // Whether the whole pattern stands where its head was found.
-bool BinaryDocument::StandsAt(const Sought& sought, uint64_t offset) {
+bool BinaryDocument::StandsAt(Sought& sought, uint64_t offset) {
     if (sought.count == sought.headCount) return true;
-    if (!EnsureWindow(offset, sought.count)) return false;
+    sought.unreadable = !EnsureWindow(offset, sought.count);
+    if (sought.unreadable) return false;
     const uint64_t start = offset - windowStart;
     return start + sought.count <= windowValid &&
            Scan::EqualBytes(window + start, sought.bytes, sought.count, sought.matchCase);
@@ -63,9 +68,10 @@ bool BinaryDocument::MayGoOn(Sought& sought, uint64_t bytes) const {
 }
 
 // Moves the window on to what follows it, with the last `kept` bytes of the old one in front of the new one.
-bool BinaryDocument::NextWindow(uint32_t kept) {
+bool BinaryDocument::NextWindow(Sought& sought, uint32_t kept) {
     std::memmove(window - kept, window + windowValid - kept, kept);
-    return EnsureWindow(windowStart + windowValid, 1) && windowValid > 0;
+    sought.unreadable = !EnsureWindow(windowStart + windowValid, 1);
+    return !sought.unreadable && windowValid > 0;
 }
 
 // The first match at a position in [from, end). The system reads whole pages faster: the windows start with
@@ -73,12 +79,14 @@ bool BinaryDocument::NextWindow(uint32_t kept) {
 // what there is of it in this one stays in front.
 bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found) {
     end = std::min(end, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
-    if (from < end && !EnsureWindow(from - from % SystemPage, SystemPage)) return false;
+    if (from < end && !EnsureWindow(from - from % SystemPage, SystemPage))
+        sought.unreadable = !EnsureWindow(from, sought.headCount); // less than a whole page of the system may do
+    if (sought.unreadable) return false;
     while (from < end) {
         const uint64_t windowEnd = windowStart + windowValid;
         if (from + sought.headCount > windowEnd) {
             // A file that has become shorter ends here.
-            if (!NextWindow(from < windowEnd ? static_cast<uint32_t>(windowEnd - from) : 0)) return false;
+            if (!NextWindow(sought, from < windowEnd ? static_cast<uint32_t>(windowEnd - from) : 0)) return false;
             continue;
         }
         const uint8_t* const bytes = window + static_cast<int64_t>(from - windowStart);
@@ -89,7 +97,20 @@ bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, ui
         if (at == Scan::NotFound) continue;
         found = from++;
         if (StandsAt(sought, found)) return true;
+        if (sought.unreadable) return false;
     }
+    return false;
+}
+
+// Makes the window end with a head that ends there, or less than a cache line behind it, when it moves back.
+bool BinaryDocument::PreviousWindow(Sought& sought, uint64_t headEnd) {
+    for (; sought.reach >= sought.headCount + CacheLine; sought.reach /= 2) {
+        const uint64_t page = headEnd > sought.reach ? headEnd - sought.reach : 0;
+        const uint64_t wanted = (page + CacheLine - 1) / CacheLine * CacheLine;
+        if (EnsureWindow(wanted, static_cast<uint32_t>(headEnd - wanted))) return true;
+        // Less of it may lie behind the bytes that cannot be read.
+    }
+    sought.unreadable = true;
     return false;
 }
 
@@ -97,12 +118,8 @@ bool BinaryDocument::FindForward(Sought& sought, uint64_t from, uint64_t end, ui
 bool BinaryDocument::FindBackward(Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found) {
     from = std::min(from, fileSize < sought.count ? 0 : fileSize - sought.count + 1);
     while (from > lowest) {
-        // Asked for like this, a window that moves back ends with the head at the last position, or less
-        // than a cache line behind it.
         const uint64_t headEnd = from - 1 + sought.headCount;
-        const uint64_t page = headEnd > PageSize ? headEnd - PageSize : 0;
-        const uint64_t wanted = (page + CacheLine - 1) / CacheLine * CacheLine;
-        if (!EnsureWindow(wanted, static_cast<uint32_t>(headEnd - wanted))) return false;
+        if (!PreviousWindow(sought, headEnd)) return false;
         const uint64_t first = std::max(lowest, windowStart);
         // A file that has become shorter may end before.
         const uint64_t windowEnd = std::min(headEnd, windowStart + windowValid);
@@ -114,6 +131,7 @@ bool BinaryDocument::FindBackward(Sought& sought, uint64_t from, uint64_t lowest
         if (at == Scan::NotFound) continue;
         found = from;
         if (StandsAt(sought, found)) return true;
+        if (sought.unreadable) return false;
     }
     return false;
 }

@@ -89,20 +89,30 @@ bool HexEditor::AppendSelection(WString& out) {
     return true;
 }
 
+bool HexEditor::Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& length) {
+    if (findState.searchHistory.Count() == 0) return false;
+    {
+        LongOperation progress(surface);
+        const uint64_t from = backward ? SelectionStart() : SelectionEnd();
+        if (document->FindBytes(findState.searchHistory.Newest(), from, FileSize(), findState.matchCase, backward,
+                                findState.hexPattern, found, wrapped, length, &progress))
+            return true;
+    }
+    // It would be wrong to say that the text was not found.
+    if (document->SearchFailed()) {
+        findState.brokenOff = true;
+        ShowStatusMessage(u"Failed reading the file");
+    }
+    return false;
+}
+
 bool HexEditor::FindNext(bool backward) {
     if (!document) return false;
     ShowStatusMessage(nullptr);
     uint64_t found = 0;
     bool wrapped = false;
-    bool success = false;
     uint32_t length = 0;
-    if (findState.searchHistory.Count()) {
-        LongOperation progress(surface);
-        success = document->FindBytes(findState.searchHistory.Newest(), backward ? SelectionStart() : SelectionEnd(),
-                                      FileSize(), findState.matchCase, backward, findState.hexPattern, found, wrapped,
-                                      length, &progress);
-    }
-    if (!success) {
+    if (!Search(backward, found, wrapped, length)) {
         ViewHost* host = surface.Host();
         if (host && host->GetMacroState() == MacroState::Playing) host->StopMacroPlayback();
         return false;

@@ -113,6 +113,7 @@ private:
     void InvalidateBytes(uint64_t first, uint64_t second);
     void ShowStatusMessage(const Char* text);
     void TellFailedChange();
+    bool Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& length);
     bool AppendSelection(WString& out);
 
     EditorSurface& surface;

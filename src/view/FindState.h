@@ -32,7 +32,8 @@ struct FindState {
     bool searchUp = false;
     bool matchCase = false;
     bool wholeWord = false;
-    bool brokenOff = false; // the last search was broken off by the user: it found nothing and proved nothing
+    // The last search was broken off, by the user or by bytes that cannot be read: it proved nothing.
+    bool brokenOff = false;
 
     // Frees everything; for shutdown, before the heap goes.
     void Release();

@@ -80,7 +80,7 @@ bool Platform::File::Read(void* out, size_t count, size_t& read) {
 
 bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
     read = 0;
-    if (FileCallShallFail()) return false;
+    if (ReadShallFail(offset, count)) return false;
     while (read < count) {
         const ssize_t got = pread(static_cast<int>(handle), static_cast<char*>(out) + read, count - read,
                                   static_cast<off_t>(offset + read));

@@ -90,7 +90,7 @@ bool Platform::File::Read(void* out, size_t count, size_t& read) {
 
 bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
     read = 0;
-    if (FileCallShallFail()) return false;
+    if (ReadShallFail(offset, count)) return false;
     while (read < count) {
         OVERLAPPED place{};
         place.Offset = static_cast<DWORD>(offset + read);

@@ -82,5 +82,14 @@ private:
     static inline std::vector<uint64_t> failures;
 };
 
+// While it lives, bytes [from, to) of every file are what a damaged disk does not deliver.
+class Damage {
+public:
+    Damage(uint64_t from, uint64_t to) { Platform::SetUnreadableBytes(from, to); }
+    ~Damage() { Platform::SetUnreadableBytes(0, 0); }
+    Damage(const Damage&) = delete;
+    Damage& operator=(const Damage&) = delete;
+};
+
 // The sizes at which pages and windows end.
 constexpr size_t BorderSizes[] = {0, 1, 15, 16, 17, 16383, 16384, 16385, 32767, 32768, 32769, 49152, 50000};

@@ -169,3 +169,22 @@ TEST_F(HexFind, WithoutMemoryOrReadsNothingIsFound) {
     EXPECT_GE(FailEachAllocation(find), 1u);
     FailEachFileCall(find);
 }
+
+TEST_F(HexFind, WhatCannotBeReadIsNotToldToBeAbsent) {
+    std::string content(100000, '.');
+    content.replace(90000, 6, "needle");
+    Show(content);
+    const Damage damage(51200, 51300);
+    host().macroState = MacroState::Playing;
+    view().SelectBytes(3, 9);
+    SearchFor(u"needle");
+    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_EQ(Status(StatusField::Message), u"Failed reading the file");
+    EXPECT_TRUE(findState.brokenOff); // the dialog does not say that there is no such text
+    EXPECT_EQ(Selection(), (Two{3, 9}));
+    EXPECT_EQ(host().macroStops, 1);
+    view().GoTo(60000);
+    EXPECT_EQ(Find(), (Two{90006, 90000}));
+    EXPECT_EQ(Status(StatusField::Message), u"");
+    EXPECT_FALSE(findState.brokenOff);
+}

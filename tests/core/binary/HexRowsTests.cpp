@@ -242,6 +242,19 @@ TEST_F(HexRowsTest, AFileThatCannotBeReadShowsOffsetsOnlyAndIsAskedOnce) {
     EXPECT_EQ(Paint()[0].text.substr(49), std::string(16, 'x'));
 }
 
+TEST_F(HexRowsTest, RowsBeforeDamagedBytesAreShown) {
+    Show(std::string(20000, 'x'));
+    const Damage damage(512, 600);
+    view().GoTo(480);
+    Resize(4);
+    view().ScrollToRow(30);
+    const std::vector<Row> painted = Paint();
+    ASSERT_GE(painted.size(), 3u);
+    EXPECT_EQ(painted[1].text.substr(0, 5), "78 78");
+    EXPECT_EQ(painted[2].text.substr(0, 5), "     ");
+    EXPECT_EQ(painted[2].number.substr(painted[2].number.size() - 3), "200");
+}
+
 TEST_F(HexRowsTest, WithoutDocumentOrFontThereIsNothingToPaint) {
     Show("x");
     surface().SetFont({0, 0, 0});
