@@ -18,8 +18,7 @@ void ShowCurrentDirectory(CommandTarget& frame, const Char*) {
 
 void Edit(CommandTarget& frame, const Char* argument) { OpenFileArgument(frame, argument, -1, true, false); }
 
-// A binary document is always an existing file, so there is nothing to ask.
-void EditBinary(CommandTarget& frame, const Char* argument) { OpenFileArgument(frame, argument, -1, false, true); }
+void EditBinary(CommandTarget& frame, const Char* argument) { OpenBinaryArgument(frame, argument); }
 
 void ChangeDirectory(CommandTarget& frame, const Char* argument) {
     if (*argument)

@@ -9,6 +9,9 @@
 
 namespace {
 
+// What is done about a path that nothing matches.
+enum class Missing { Ask, TryFolder, TryFile };
+
 struct Opening {
     CommandTarget& frame;
     WString directory; // of every match
@@ -41,9 +44,14 @@ bool OpenMatches(const Opening& opening, Platform::FileSearch& search) {
     return all;
 }
 
-} // namespace
+bool OpenMissing(const Opening& opening, const WString& path, Missing missing) {
+    if (missing == Missing::Ask) return OpenNew(opening, path.Text());
+    // Where the name has a directory that one is tried, and fails like any path that cannot be read.
+    const bool tryFolder = missing == Missing::TryFolder && !opening.directory.IsEmpty();
+    return Open(opening, tryFolder ? u"" : Path::FileName(path.Text()), false);
+}
 
-bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary) {
+bool OpenArgument(CommandTarget& frame, const Char* path, int32_t line, Missing missing, bool binary) {
     WString plain;
     if (!plain.Assign(path)) return false;
     plain.StripQuotes();
@@ -54,11 +62,17 @@ bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool
     if (!opening.directory.Assign(plain)) return false;
     Path::RemoveLastComponent(opening.directory);
     Platform::FileSearch search;
-    if (search.First(plain.Text())) return OpenMatches(opening, search);
-    if (askToCreate) return OpenNew(opening, plain.Text());
-    // Without a question the directory itself is tried, where the name has one, and fails like any path that
-    // cannot be read.
-    return Open(opening, opening.directory.IsEmpty() ? plain.Text() : u"", false);
+    return search.First(plain.Text()) ? OpenMatches(opening, search) : OpenMissing(opening, plain, missing);
+}
+
+} // namespace
+
+bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary) {
+    return OpenArgument(frame, path, line, askToCreate ? Missing::Ask : Missing::TryFolder, binary);
+}
+
+bool OpenBinaryArgument(CommandTarget& frame, const Char* path) {
+    return OpenArgument(frame, path, -1, Missing::TryFile, true);
 }
 
 SelectedFiles::SelectedFiles(const Char* result) : directory(u""), position(result) {

@@ -6,9 +6,13 @@
 class CommandTarget;
 
 // Opens a path, or every file that its wildcards match. `line` (0-based, -1 for none) applies to each
-// match. With `askToCreate` a path that matches nothing is created after a question. True when every
-// open succeeded.
+// match. With `askToCreate` a path that matches nothing is created after a question, else its directory is
+// tried. True when every open succeeded.
 bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary);
+
+// The same for bytes, which always are an existing file's: there is nothing to ask, and a path that matches
+// nothing fails under its own name.
+bool OpenBinaryArgument(CommandTarget& frame, const Char* path);
 
 // Reads what an open dialog with multiple selection returned: one full path, or a directory and the
 // names in it, each ended by a NUL, with one more NUL behind the last.

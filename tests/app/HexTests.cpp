@@ -243,9 +243,9 @@ TEST_F(HexTest, TheEditbinCommandOpensOnceAndTellsFailures) {
     ASSERT_TRUE(Run(L"eb DATA.BIN")); // the same document again
     ASSERT_TRUE(editor.Keys(L"Ctrl+Z Ctrl+Z"));
     EXPECT_TRUE(WaitForModified(false));
-    // What is not there is not made: its folder is tried instead, which is no file.
+    // What is not there is not made.
     ASSERT_TRUE(editor.RunCommandLine(L"eb folder\\missing.bin"));
-    EXPECT_TRUE(editor.Answer(L"Failed opening file: " + Path(L"folder") + L"\\", L"OK"));
+    EXPECT_TRUE(editor.Answer(L"Failed opening file: " + Path(L"folder\\missing.bin"), L"OK"));
     EXPECT_FALSE(files::Exists(Path(L"folder")));
 }
 

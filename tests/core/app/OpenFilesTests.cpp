@@ -118,6 +118,25 @@ TEST_F(OpenFilesTest, WithoutAskingTheDirectoryIsTriedOnce) {
     EXPECT_TRUE(frame.questions.empty());
 }
 
+TEST_F(OpenFilesTest, BytesThatAreMissingFailUnderTheirName) {
+    for (const Char* path : {u"x\\typo.bin", u"typo.bin", u"x\\*.none"}) {
+        frame.calls.clear();
+        frame.failingName = path;
+        EXPECT_FALSE(OpenBinaryArgument(frame, path));
+        EXPECT_EQ(frame.calls, Calls{u"binary " + std::u16string(path)});
+    }
+    EXPECT_TRUE(frame.questions.empty());
+}
+
+TEST_F(OpenFilesTest, BytesAreOpenedByWildcardsAndQuotedNames) {
+    std::filesystem::create_directory(folder.File("d"));
+    folder.Write("d/a b.bin", "");
+    EXPECT_TRUE(OpenBinaryArgument(frame, u"\"d/a b.bin\""));
+    EXPECT_TRUE(OpenBinaryArgument(frame, u"d\\*.bin"));
+    EXPECT_FALSE(OpenBinaryArgument(frame, u""));
+    EXPECT_EQ(frame.calls, Calls(2, u"binary d\\a b.bin"));
+}
+
 TEST_F(OpenFilesTest, SurvivesEveryAllocationFailure) {
     folder.Write("a.c", "");
     const uint64_t failures = FailEachAllocation([&] {
