@@ -1,4 +1,5 @@
 #include "TextViewTest.h"
+#include "WheelScreen.h"
 #include "binary/win32/HexView.h"
 #include "support/ScratchFolder.h"
 
@@ -247,6 +248,31 @@ TEST_F(HexPaintTest, AClickInEitherColumnPutsTheCaretOnTheByte) {
     EXPECT_EQ(click(HexX(3 * 5) + 2, 2), 37u);
     EXPECT_EQ(click(TextX(9) + 2, 4), 73u);
     EXPECT_EQ(click(3, 1), 16u);
+}
+
+TEST_F(HexPaintTest, DetachingEndsADrag) {
+    UseSettings(u"");
+    ShowFile(std::string(100, 'H'));
+    const HWND window = hex->GetWindow();
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(HexX(3), Y(0)));
+    SendMessageW(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(HexX(9), Y(0)));
+    ASSERT_EQ(Bytes().Caret(), 3u);
+    ASSERT_EQ(GetCapture(), window);
+    hex->Detach();
+    EXPECT_EQ(GetCapture(), nullptr);
+    hex->Attach(window);
+    SendMessageW(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(HexX(9), Y(2)));
+    EXPECT_EQ(Bytes().Caret(), 3u);
+}
+
+TEST_F(HexPaintTest, AWheelSetToScreensScrollsByTheVisibleRows) {
+    ShowFile(std::string(10000, 'H'));
+    const WheelScreen wheel;
+    ASSERT_TRUE(wheel.IsSet());
+    SendMessageW(hex->GetWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    EXPECT_EQ(Bytes().TopRow(), static_cast<uint64_t>(Bytes().VisibleLines()));
+    SendMessageW(hex->GetWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_EQ(Bytes().TopRow(), 0u);
 }
 
 TEST_F(HexPaintTest, KeysAndCharactersReachTheEditor) {

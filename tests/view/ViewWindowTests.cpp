@@ -1,6 +1,7 @@
 // How a text view treats its window: class, attaching, messages, caret, scroll bars, input method.
 #include "CallCounter.h"
 #include "TextViewTest.h"
+#include "WheelScreen.h"
 #include "support/FakeSurface.h"
 #include "view/win32/InputMethod.h"
 
@@ -215,6 +216,32 @@ TEST_F(ViewWindowTest, TheWheelTurnsTheFontWithCtrl) {
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
     EXPECT_EQ(Editor().TopLine(), lines);
     view->SetHost(nullptr);
+}
+
+TEST_F(ViewWindowTest, AWheelSetToScreensScrollsByTheVisibleLines) {
+    Show(Lines(500));
+    const WheelScreen wheel;
+    ASSERT_TRUE(wheel.IsSet());
+    SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    EXPECT_EQ(Editor().TopLine(), static_cast<uint32_t>(Editor().VisibleLines()));
+    SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+    EXPECT_EQ(Editor().TopLine(), 0u);
+}
+
+TEST_F(ViewWindowTest, DetachingEndsADrag) {
+    Show(u"abcdef\nabcdef\nabcdef");
+    FocusView();
+    const HWND window = Window();
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(ColumnX(1), 0));
+    SendMessageW(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(ColumnX(3), 0));
+    ASSERT_EQ(Editor().CaretColumn(), 3u);
+    ASSERT_EQ(GetCapture(), window);
+    view->Detach();
+    EXPECT_EQ(GetCapture(), nullptr);
+    view->Attach(window);
+    SendMessageW(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(ColumnX(5), LineHeight()));
+    EXPECT_EQ(Editor().CaretLine(), 0u);
+    EXPECT_EQ(Editor().CaretColumn(), 3u);
 }
 
 TEST_F(ViewWindowTest, CharactersAndKeysReachTheEditor) {

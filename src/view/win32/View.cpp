@@ -71,6 +71,8 @@ Document* View::Attach(HWND newWindow) {
 
 void View::Detach() {
     if (!window) return;
+    // Ends a drag: the window, ours still, hears that it has lost the mouse.
+    if (GetCapture() == window) ReleaseCapture();
     HideCaret();
     focused = false;
     // The shared system cursor is not ours to destroy; forgetting it is all there is to do.
