@@ -117,7 +117,9 @@ bool BinaryDocument::CanDo(uint32_t kind) const {
 
 bool BinaryDocument::DoCommand(uint32_t kind) {
     if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
-    kind == DocumentCommand::Undo ? Undo() : Redo();
+    const bool done = kind == DocumentCommand::Undo ? Undo() : Redo();
+    // Menu and keys come here; every view has the same frame to tell it to.
+    if (!done && CanDo(kind) && views.head) static_cast<HexDocumentView*>(views.head->view)->TellFailedChange();
     return true;
 }
 

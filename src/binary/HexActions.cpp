@@ -42,11 +42,11 @@ void HexEditor::Paste() {
 }
 
 void HexEditor::Undo() {
-    if (document && document->CanDo(DocumentCommand::Undo) && !document->Undo()) TellFailedChange();
+    if (document) document->DoCommand(DocumentCommand::Undo);
 }
 
 void HexEditor::Redo() {
-    if (document && document->CanDo(DocumentCommand::Redo) && !document->Redo()) TellFailedChange();
+    if (document) document->DoCommand(DocumentCommand::Redo);
 }
 
 void HexEditor::SelectAll() { SelectBytes(0, FileSize()); }

@@ -38,6 +38,7 @@ public:
     void SetCaret(uint64_t offset, uint32_t subPosition) override;
     void MakeCaretVisible() override { UpdateCaret(true); }
     void ContentChanged() override;
+    void TellFailedChange() override;
 
     // EditorInput.
     void OnAttached() override;
@@ -112,7 +113,6 @@ private:
     uint32_t BarShift() const;
     void InvalidateBytes(uint64_t first, uint64_t second);
     void ShowStatusMessage(const Char* text);
-    void TellFailedChange();
     bool Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& length);
     bool AppendSelection(WString& out);
 

@@ -91,6 +91,25 @@ TEST(BinaryDamage, APageThatIsNotWholeIsNeverChangedNorWritten) {
     EXPECT_EQ(file.OnDisk(), content);
 }
 
+TEST(BinaryDamage, AnUndoAndARedoThatFailAreTold) {
+    OpenedFile file(Pattern(50000));
+    FakeHexView* view = FakeHexView::Create(*file);
+    for (const uint32_t kind : {DocumentCommand::Undo, DocumentCommand::Redo}) {
+        ASSERT_TRUE(kind == DocumentCommand::Redo || file.Edit(20000, "x"));
+        ASSERT_TRUE(file.Save()); // the page is no longer in memory
+        {
+            const Damage damage(20480, 20481);
+            EXPECT_TRUE(file->DoCommand(kind));
+        }
+        EXPECT_EQ(view->failuresTold, 1);
+        EXPECT_TRUE(file->DoCommand(kind));
+        EXPECT_EQ(view->failuresTold, 1);
+        EXPECT_TRUE(file->DoCommand(kind)); // there is no further one
+        EXPECT_EQ(view->failuresTold, 1);
+        view->ForgetCalls();
+    }
+}
+
 TEST(BinaryDamage, AReadThatFailsOnceIsRepeated) {
     const std::string content = Pattern(50000);
     OpenedFile file(content);

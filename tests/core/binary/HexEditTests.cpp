@@ -302,6 +302,20 @@ TEST_F(HexEdit, AByteThatCannotBeReadIsNotChanged) {
     EXPECT_EQ(Caret(), (Two{30000, 0}));
 }
 
+TEST_F(HexEdit, AnUndoThatFailsIsTold) {
+    Show(std::string(50000, 'x'));
+    view().GoTo(40000);
+    Type(u"41");
+    ASSERT_TRUE(file->Save());
+    const Damage damage(40960, 41000);
+    Ctrl(u'Z');
+    EXPECT_EQ(Status(StatusField::Message), u"Failed changing the file");
+    host().status[StatusField::Message] = u"";
+    EXPECT_TRUE((*file)->DoCommand(DocumentCommand::Undo)); // as the menu does
+    EXPECT_EQ(Status(StatusField::Message), u"Failed changing the file");
+    EXPECT_EQ(Caret(), (Two{40001, 0}));
+}
+
 TEST_F(HexEdit, EveryAllocationOfAnEditFailsInTurn) {
     Show(std::string(50000, 'x'));
     view().GoTo(1000);
