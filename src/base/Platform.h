@@ -53,6 +53,9 @@ public:
     bool GetTime(FileTime& time);
     // Whether it was deleted meanwhile: what is written to it will be gone with its last user.
     bool IsDeleted() const;
+    // Whether a path leads to this file still, and not to none or another one. True also where the system does
+    // not let that be found out.
+    bool IsAt(const Char* name) const;
     bool Seek(uint64_t offset);
     // Reads up to `count` bytes; the end of the file is a success with fewer (or 0) bytes.
     bool Read(void* out, size_t count, size_t& read);

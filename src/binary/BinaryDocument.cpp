@@ -83,8 +83,8 @@ bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
     uint64_t sizeNow = 0;
     if (readOnly || !file.IsOpen()) return false;
     // Writing behind the end of a file that has become shorter would make it grow, and nobody would find
-    // again what is written into one that was deleted.
-    if (!file.GetSize(sizeNow) || sizeNow < fileSize || file.IsDeleted()) return false;
+    // again what is written into one that was deleted, or that another one has replaced.
+    if (!file.GetSize(sizeNow) || sizeNow < fileSize || file.IsDeleted() || !file.IsAt(GetName())) return false;
     windowValid = 0; // what it holds will be older than the file
     const bool saved = WritePages() && file.Flush();
     if (saved) {

@@ -2,6 +2,7 @@
 #include "base/posix/FileTimes.h"
 #include "base/posix/NativeText.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -59,6 +60,15 @@ bool Platform::File::GetTime(FileTime& time) {
 bool Platform::File::IsDeleted() const {
     struct stat status;
     return fstat(static_cast<int>(handle), &status) == 0 && status.st_nlink == 0;
+}
+
+bool Platform::File::IsAt(const Char* name) const {
+    const NativeText path(name, NativeText::Kind::Path);
+    struct stat mine;
+    struct stat there;
+    if (!path.Text() || fstat(static_cast<int>(handle), &mine) != 0) return true;
+    if (stat(path.Text(), &there) != 0) return errno != ENOENT && errno != ENOTDIR;
+    return mine.st_dev == there.st_dev && mine.st_ino == there.st_ino;
 }
 
 bool Platform::File::Seek(uint64_t offset) {

@@ -1,4 +1,5 @@
 #include "base/Platform.h"
+#include "base/win32/Handles.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
@@ -67,6 +68,22 @@ bool Platform::File::IsDeleted() const {
     FILE_STANDARD_INFO info{};
     return GetFileInformationByHandleEx(Native(handle), FileStandardInfo, &info, sizeof(info)) &&
            (info.DeletePending || info.NumberOfLinks == 0);
+}
+
+bool Platform::File::IsAt(const Char* name) const {
+    const SystemPath path(name);
+    BY_HANDLE_FILE_INFORMATION mine{};
+    BY_HANDLE_FILE_INFORMATION there{};
+    if (!path.Text() || !GetFileInformationByHandle(Native(handle), &mine)) return true;
+    const KernelHandle found(
+        CreateFileW(path.Text(), FILE_READ_ATTRIBUTES, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!found.IsValid()) {
+        const DWORD error = GetLastError();
+        return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
+    }
+    if (!GetFileInformationByHandle(found.Get(), &there)) return true;
+    return mine.dwVolumeSerialNumber == there.dwVolumeSerialNumber && mine.nFileIndexHigh == there.nFileIndexHigh &&
+           mine.nFileIndexLow == there.nFileIndexLow;
 }
 
 bool Platform::File::Seek(uint64_t offset) {

@@ -253,6 +253,43 @@ TEST(File, TellsWhenItWasDeleted) {
     EXPECT_TRUE(file.IsDeleted());
 }
 
+TEST(File, TellsWhetherAPathLeadsToIt) {
+    const ScratchFolder folder;
+    folder.Write("f", "content");
+    folder.Write("other", "content");
+    File file;
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::ReadWrite));
+    EXPECT_TRUE(file.IsAt(folder.Path("f").c_str()));
+    EXPECT_FALSE(file.IsAt(folder.Path("other").c_str()));
+    EXPECT_FALSE(file.IsAt(folder.Path("missing").c_str()));
+    EXPECT_FALSE(file.IsAt(folder.Path("missing\\f").c_str()));
+    std::error_code error;
+    std::filesystem::rename(folder.File("f"), folder.File("g"), error);
+    ASSERT_FALSE(error);
+    EXPECT_FALSE(file.IsAt(folder.Path("f").c_str()));
+    folder.Write("f", "content"); // the old one is a copy for safety now
+    EXPECT_FALSE(file.IsAt(folder.Path("f").c_str()));
+    std::filesystem::rename(folder.File("g"), folder.File("f"), error);
+    ASSERT_FALSE(error);
+    EXPECT_TRUE(file.IsAt(folder.Path("f").c_str()));
+}
+
+TEST(File, ReadAtFailsWhereBytesWereMadeUnreadable) {
+    const ScratchFolder folder;
+    folder.Write("f", "0123456789");
+    File file;
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::ReadShared));
+    char out[10];
+    size_t read = 0;
+    Platform::SetUnreadableBytes(4, 6);
+    EXPECT_TRUE(file.ReadAt(0, out, 4, read));
+    EXPECT_FALSE(file.ReadAt(0, out, 5, read));
+    EXPECT_FALSE(file.ReadAt(5, out, 1, read));
+    EXPECT_TRUE(file.ReadAt(6, out, 4, read));
+    Platform::SetUnreadableBytes(0, 0);
+    EXPECT_TRUE(file.ReadAt(0, out, 10, read));
+}
+
 TEST(File, EveryCallFailsInTurn) {
     const ScratchFolder folder;
     const uint64_t failures = FailEachFileCall([&] {

@@ -552,6 +552,26 @@ TEST(BinaryShortened, WhatIsWrittenIntoADeletedFileIsNotTakenForSaved) {
     EXPECT_FALSE(std::filesystem::exists(file.folder.File("file.bin")));
 }
 
+TEST(BinarySave, AFileThatWasMovedOrReplacedIsNotWritten) {
+    const std::string content = Pattern(50000);
+    OpenedFile file(content);
+    ASSERT_TRUE(file.Edit(0, "x"));
+    std::error_code error;
+    std::filesystem::rename(file.folder.File("file.bin"), file.folder.File("file.bak"), error);
+    ASSERT_FALSE(error);
+    EXPECT_FALSE(file.Save());
+    file.folder.Write("file.bin", content); // as a program saves that keeps the old file
+    EXPECT_FALSE(file.Save());
+    EXPECT_TRUE(file->IsModified());
+    EXPECT_EQ(file.Content()[0], 'x');
+    EXPECT_EQ(file.folder.Read("file.bak"), content);
+    EXPECT_EQ(file.OnDisk(), content);
+    std::filesystem::rename(file.folder.File("file.bak"), file.folder.File("file.bin"), error);
+    ASSERT_FALSE(error);
+    EXPECT_TRUE(file.Save()); // it is back
+    EXPECT_EQ(file.OnDisk()[0], 'x');
+}
+
 TEST(BinaryShortened, WhatAnotherProgramAppendedIsLeftAlone) {
     OpenedFile file("abc");
     ASSERT_TRUE(file.Edit(2, "x"));
