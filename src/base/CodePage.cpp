@@ -22,6 +22,10 @@ size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, si
     return SystemCodePage::FromUtf16(page, text, count, out, capacity);
 }
 
+bool CanExpress(CodePage page, const Char* text, size_t count) {
+    return page == CodePage::Utf8 || SystemCodePage::CanExpress(page, text, count);
+}
+
 size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {
     if (page == CodePage::Utf8) return Utf8::WholeCharacters(bytes, count);
     return SystemCodePage::WholeCharacters(page, bytes, count);

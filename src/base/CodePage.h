@@ -22,6 +22,9 @@ size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, siz
 // surrogate in UTF-8 the three bytes of U+FFFD.
 size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity);
 
+// Whether every character has bytes of its own or a best fit in the page, so that none becomes "?" by default.
+bool CanExpress(CodePage page, const Char* text, size_t count);
+
 // The most bytes that one character takes in any page.
 constexpr size_t MaxCharacterBytes = 4;
 

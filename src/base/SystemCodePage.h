@@ -10,6 +10,7 @@ namespace SystemCodePage {
 size_t MaxBytesPerCharacter(CodePage page);
 size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, size_t capacity);
 size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity);
+bool CanExpress(CodePage page, const Char* text, size_t count);
 size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count);
 
 } // namespace SystemCodePage

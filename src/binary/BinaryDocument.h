@@ -75,9 +75,10 @@ public:
     bool Redo();
 
     // Searches the file, without what is not saved yet, from `from` up to `end` (backwards: below `from`)
-    // and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page; only
-    // text without `matchCase` has its ASCII letters folded. Matches longer than the window are not found,
-    // nor is anything once `progress` has broken the search off, or it has met bytes that cannot be read.
+    // and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page (what that cannot
+    // express is not found); only text without `matchCase` has its ASCII letters folded. Matches longer than the window
+    // are not found, nor is anything once `progress` has broken the search off, or it has met bytes that cannot be
+    // read.
     bool FindBytes(const WString& pattern, uint64_t from, uint64_t end, bool matchCase, bool backward, bool hexPattern,
                    uint64_t& found, bool& wrapped, uint32_t& matchLength, SearchProgress* progress = nullptr);
     // Whether the last search met bytes that cannot be read: that it found nothing then proves nothing.

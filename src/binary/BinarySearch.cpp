@@ -11,9 +11,11 @@
 
 namespace {
 
-// The bytes that a pattern stands for; false without memory.
+// The bytes that a pattern stands for, none for text that the page cannot express: the question marks in its
+// place would be found. False without memory.
 bool ToBytes(const WString& pattern, bool hexPattern, Array<uint8_t>& out) {
     if (hexPattern) return HexPattern::Parse(pattern.Text(), pattern.Length(), out) != HexPattern::Result::OutOfMemory;
+    if (!CanExpress(CodePage::Ansi, pattern.Text(), pattern.Length())) return true;
     const size_t room = MaxBytes(CodePage::Ansi, pattern.Length());
     if (!out.SetCount(room)) return false;
     out.Truncate(FromUtf16(CodePage::Ansi, pattern.Text(), pattern.Length(), out.Items(), room));

@@ -20,15 +20,22 @@ constexpr Char HighControls[32] = {
 
 Char CharacterOf(uint8_t byte) { return byte >= 0x80 && byte < 0xA0 ? HighControls[byte - 0x80] : Char{byte}; }
 
-uint8_t ByteOf(Char c) {
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<uint8_t>(c);
-    for (uint8_t i = 0; i < 32; ++i)
-        if (HighControls[i] == c) return static_cast<uint8_t>(0x80 + i);
-    if (c >= 0xFF01 && c <= 0xFF5E) return static_cast<uint8_t>(c - 0xFF01 + '!');
+// False when there is neither a byte for it nor a best fit.
+bool FindByte(Char c, uint8_t& byte) {
+    byte = static_cast<uint8_t>(c);
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return true;
+    for (uint8_t i = 0; i < 32; ++i) {
+        byte = static_cast<uint8_t>(0x80 + i);
+        if (HighControls[i] == c) return true;
+    }
+    byte = static_cast<uint8_t>(c - 0xFF01 + '!');
+    if (c >= 0xFF01 && c <= 0xFF5E) return true;
     const BestFit* const end = std::end(BestFits);
     const BestFit* const found = std::lower_bound(
         BestFits, end, c, [](const BestFit& fit, Char character) { return fit.character < character; });
-    return found != end && found->character == c ? found->byte : '?';
+    const bool fits = found != end && found->character == c;
+    byte = fits ? found->byte : '?';
+    return fits;
 }
 
 } // namespace
@@ -50,9 +57,14 @@ size_t SystemCodePage::FromUtf16(CodePage, const Char* text, size_t count, uint8
     if (count > capacity) return 0;
     for (size_t at = 0; at < count; ++at) {
         at += Scan::NarrowAscii(text + at, count - at, out + at);
-        if (at < count) out[at] = ByteOf(text[at]);
+        if (at < count) FindByte(text[at], out[at]);
     }
     return count;
+}
+
+bool SystemCodePage::CanExpress(CodePage, const Char* text, size_t count) {
+    uint8_t byte = 0;
+    return std::all_of(text, text + count, [&](Char c) { return FindByte(c, byte); });
 }
 
 size_t SystemCodePage::WholeCharacters(CodePage, const uint8_t*, size_t count) { return count; }

@@ -71,6 +71,23 @@ size_t SystemCodePage::FromUtf16(CodePage page, const Char* text, size_t count, 
     return Convert(Number(page), text, count, out, out ? capacity : 0);
 }
 
+bool SystemCodePage::CanExpress(CodePage page, const Char* text, size_t count) {
+    const UINT number = page == CodePage::Ansi ? GetACP() : Number(page);
+    if (number == CP_UTF8) return true; // for which the system does not tell
+    constexpr size_t Piece = 256;
+    while (count) {
+        const size_t part = std::min(count, Piece);
+        char bytes[Piece * MaxCharacterBytes];
+        BOOL replaced = FALSE;
+        const int length = WideCharToMultiByte(number, 0, Wide(text), static_cast<int>(part), bytes, sizeof(bytes),
+                                               nullptr, &replaced);
+        if (length <= 0 || replaced) return false;
+        text += part;
+        count -= part;
+    }
+    return true;
+}
+
 size_t SystemCodePage::WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {
     const UINT number = page == CodePage::Ansi ? GetACP() : Number(page);
     // The user may have chosen UTF-8 as the system's page.

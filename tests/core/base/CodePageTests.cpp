@@ -60,6 +60,22 @@ TEST(CodePage, WhatWindows1252LacksBecomesItsBestFit) {
     EXPECT_EQ(Encode(CodePage::Windows1252, u"\u2032\u2212\u221E"), "'-8");
 }
 
+TEST(CodePage, TellsWhatAPageCanExpress) {
+    const auto can = [](CodePage page, const std::u16string& text) {
+        return CanExpress(page, text.data(), text.size());
+    };
+    for (const CodePage page : AllPages) {
+        EXPECT_TRUE(can(page, u""));
+        EXPECT_TRUE(can(page, u"is this one?"));
+    }
+    const std::u16string text(1000, u'x');
+    EXPECT_TRUE(can(CodePage::Windows1252, text + u"\u00E9\u20AC\u0081"));
+    EXPECT_TRUE(can(CodePage::Windows1252, text + u"\u0100\uFF21")); // both fit an A
+    EXPECT_FALSE(can(CodePage::Windows1252, text + u"\u4E2D"));
+    EXPECT_FALSE(can(CodePage::Windows1252, u"\u4E2D" + text));
+    EXPECT_TRUE(can(CodePage::Utf8, text + u"\u4E2D"));
+}
+
 TEST(CodePage, WhatHasNoBestFitBecomesAQuestionMark) {
     EXPECT_EQ(Encode(CodePage::Windows1252, u"\u4E2D\u0416\uFFFD"), "???");
     EXPECT_EQ(Encode(CodePage::Windows1252, u"a\u4E2Db"), "a?b");

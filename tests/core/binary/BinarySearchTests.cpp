@@ -41,6 +41,17 @@ TEST(BinaryFind, TextIsConvertedToTheAnsiPage) {
     EXPECT_EQ(Find(*file, text, {}), (Match{2, static_cast<uint32_t>(bytes.size()), false}));
 }
 
+TEST(BinaryFind, TextThatTheAnsiPageCannotExpressIsNotFound) {
+    const std::u16string text = u"\u4E2D\u6587";
+    uint8_t bytes[16];
+    if (FromUtf16(CodePage::Ansi, text.data(), 2, bytes, 16) != 2 || bytes[0] != '?')
+        GTEST_SKIP() << "the system's page can express it";
+    OpenedFile file("what?? a?");
+    EXPECT_EQ(Find(*file, text, {}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"a" + text.substr(1), {}), std::nullopt);
+    EXPECT_EQ(Find(*file, u"??", {}), (Match{4, 2, false}));
+}
+
 TEST(BinaryFind, LetterCaseCountsOnlyWhenAskedForAndNeverInHex) {
     OpenedFile file("xxNeedle");
     EXPECT_EQ(Find(*file, u"nEEDLE", {.matchCase = false}), (Match{2, 6, false}));
