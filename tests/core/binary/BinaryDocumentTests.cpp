@@ -115,6 +115,18 @@ TEST(BinaryWindow, MovesBackwardsWithThePageBefore) {
     EXPECT_EQ(file->WindowStart(), 0u);
 }
 
+TEST(BinaryWindow, MovesBackwardsWithLessBeforeALongRange) {
+    const std::string content = Pattern(200000);
+    OpenedFile file(content);
+    for (const uint32_t count : {16385u, 20000u, 32767u, 32768u}) {
+        ASSERT_TRUE(file->EnsureWindow(150000, 100));
+        EXPECT_TRUE(file->EnsureWindow(60000, count));
+        ASSERT_LE(file->WindowStart(), 60000u);
+        EXPECT_GE(file->WindowStart() + file->WindowValid(), 60000u + count);
+        EXPECT_EQ(WindowOf(*file), Part(content, static_cast<size_t>(file->WindowStart()), 32768));
+    }
+}
+
 TEST(BinaryWindow, BehindTheEndItHoldsTheLastBytes) {
     const std::string content = Pattern(100000);
     OpenedFile file(content);

@@ -178,6 +178,55 @@ TEST(BinaryFind, LongPatternsThatNearlyStandInManyPlaces) {
     }
 }
 
+TEST(BinaryFind, AHeadWithAnotherTailIsPassedOver) {
+    std::mt19937 random(6);
+    for (const size_t n : {4097u, 5000u, 16384u, 20000u, 32768u}) {
+        std::string pattern(n, '\0');
+        for (char& c : pattern) c = static_cast<char>('a' + random() % 26);
+        std::string decoy = pattern;
+        decoy.back() = '!';
+        std::string upper = pattern;
+        for (char& c : upper) c = static_cast<char>(c - 'a' + 'A');
+        std::string content(150000, '.');
+        content.replace(1000, n, decoy).replace(50000, n, upper).replace(100000, n, decoy);
+        OpenedFile file(content);
+        const Match match = {50000, static_cast<uint32_t>(n), false};
+        const std::u16string text = Wide(pattern);
+        EXPECT_EQ(Find(*file, text, {.from = 0, .matchCase = false}), match);
+        EXPECT_EQ(Find(*file, text, {.from = 150000, .matchCase = false, .backward = true}), match);
+        EXPECT_EQ(Find(*file, text, {.from = 0}), std::nullopt);
+        EXPECT_EQ(Find(*file, Wide(upper), {.from = 0}), match);
+        EXPECT_EQ(Find(*file, Wide(upper), {.from = 150000, .backward = true}), match);
+        OpenedFile other(content.replace(50000, n, pattern));
+        EXPECT_EQ(Find(*other, text, {.from = 0}), match);
+        EXPECT_EQ(Find(*other, text, {.from = 150000, .backward = true}), match);
+    }
+}
+
+TEST(BinaryFind, SeesWhatASaveHasWrittenToAFileThatTheWindowHolds) {
+    OpenedFile file(std::string(1000, '.'));
+    EXPECT_EQ(Find(*file, u"needle", {}), std::nullopt);
+    ASSERT_TRUE(file.Edit(500, "needle"));
+    EXPECT_EQ(Find(*file, u"needle", {}), std::nullopt);
+    ASSERT_TRUE(file.Save());
+    EXPECT_EQ(Find(*file, u"needle", {}), (Match{500, 6, false}));
+}
+
+TEST(BinaryFind, SeesWhatAFailedSaveHasWritten) {
+    OpenedFile file(std::string(60000, '.'));
+    ASSERT_TRUE(file.Edit(100, "first"));
+    ASSERT_TRUE(file.Edit(20000, "second"));
+    ASSERT_TRUE(file.Edit(40000, "third"));
+    EXPECT_EQ(Find(*file, u"first", {}), std::nullopt);
+    {
+        FileCalls calls({7}); // sized, then sought and written twice, sought and now written
+        EXPECT_FALSE(file.Save());
+    }
+    EXPECT_EQ(Find(*file, u"first", {}), (Match{100, 5, false}));
+    EXPECT_EQ(Find(*file, u"second", {}), (Match{20000, 6, false}));
+    EXPECT_EQ(Find(*file, u"third", {}), std::nullopt);
+}
+
 TEST(BinaryFind, ForwardsReadsEveryByteOnce) {
     OpenedFile file(std::string(5 * 32768 + 1, 'x'));
     // What opening has read is still there.
