@@ -233,6 +233,96 @@ TEST_F(HexTest, AFileThatBecameShorterIsNotSaved) {
     EXPECT_EQ(files::Read(Path(L"data.bin")), Counting(10));
 }
 
+TEST_F(HexTest, SavingAReadOnlyDocumentIsToldToFail) {
+    ASSERT_TRUE(files::Write(Path(L"data.bin"), Counting(40)));
+    const HANDLE reader =
+        CreateFileW(Path(L"data.bin").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+    ASSERT_TRUE(Start(L"-b data.bin"));
+    ASSERT_TRUE(WaitForModified(false));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    editor.Command(IDM_SAVE_ALL);
+    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    CloseHandle(reader);
+}
+
+TEST_F(HexTest, AFileWithTheReadOnlyAttributeIsShownButNotTypedInto) {
+    const std::wstring path = Path(L"data.bin");
+    ASSERT_TRUE(files::Write(path, Counting(40)));
+    ASSERT_TRUE(SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY));
+    const HANDLE writer = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (writer != INVALID_HANDLE_VALUE) {
+        CloseHandle(writer);
+        SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        GTEST_SKIP() << "this user may write it nevertheless";
+    }
+    ASSERT_TRUE(Start(L"-b data.bin"));
+    ASSERT_TRUE(WaitForModified(false));
+    ASSERT_TRUE(editor.Type(L"41"));
+    ASSERT_TRUE(editor.Keys(L"Right"));
+    EXPECT_TRUE(WaitForOffset(L"0000000001"));
+    EXPECT_EQ(editor.Title(), Path(L"data.bin") + L" - Orvane");
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL); // so that it can be deleted
+}
+
+TEST_F(HexTest, AFileThatWasMovedAwayOrReplacedIsNotSaved) {
+    ASSERT_TRUE(OpenBytes(Counting(40)));
+    ASSERT_TRUE(editor.Type(L"41"));
+    ASSERT_TRUE(WaitForModified(true));
+    ASSERT_TRUE(MoveFileW(Path(L"data.bin").c_str(), Path(L"data.bak").c_str()));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    ASSERT_TRUE(files::Write(Path(L"data.bin"), Counting(50)));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(WaitForModified(true));
+    EXPECT_EQ(files::Read(Path(L"data.bin")), Counting(50));
+    EXPECT_EQ(files::Read(Path(L"data.bak")), Counting(40));
+}
+
+TEST_F(HexTest, AFileThatWasDeletedIsNotSaved) {
+    ASSERT_TRUE(OpenBytes(Counting(40)));
+    ASSERT_TRUE(editor.Type(L"41"));
+    ASSERT_TRUE(WaitForModified(true));
+    ASSERT_TRUE(DeleteFileW(Path(L"data.bin").c_str())); // the editor does not stand in the way
+    if (files::Exists(Path(L"data.bin"))) GTEST_SKIP() << "deleted here only once it is closed";
+    ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(WaitForModified(true));
+    EXPECT_FALSE(files::Exists(Path(L"data.bin")));
+}
+
+TEST_F(HexTest, ASaveThatFailsInTheMiddleKeepsTheChangesAndTheStar) {
+    constexpr DWORD PageSize = 16384;
+    const std::string content(5 * PageSize, '.');
+    ASSERT_TRUE(OpenBytes(content));
+    for (const wchar_t* offset : {L"0", L"4000", L"8000", L"c000", L"10000"}) {
+        ASSERT_TRUE(GoTo(offset));
+        ASSERT_TRUE(editor.Type(L"41"));
+    }
+    ASSERT_TRUE(WaitForModified(true));
+    // Nobody else may write the third page while this handle holds it.
+    const HANDLE holder = CreateFileW(Path(L"data.bin").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(holder, INVALID_HANDLE_VALUE);
+    ASSERT_TRUE(LockFile(holder, 2 * PageSize, 0, PageSize, 0));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    const bool told = editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK");
+    UnlockFile(holder, 2 * PageSize, 0, PageSize, 0);
+    CloseHandle(holder);
+    if (!told && editor.Title() == Path(L"data.bin") + L" - Orvane") GTEST_SKIP() << "locks keep nobody from writing";
+    EXPECT_TRUE(told);
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    // Undone altogether, it is still not what the file holds.
+    for (int i = 0; i < 10; ++i) ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
+    ASSERT_TRUE(WaitForOffset(L"0000000000"));
+    EXPECT_TRUE(WaitForModified(true));
+    EXPECT_EQ(Save(), content);
+}
+
 TEST_F(HexTest, TheEditbinCommandOpensOnceAndTellsFailures) {
     ASSERT_TRUE(files::Write(Path(L"data.bin"), Counting(40)));
     ASSERT_TRUE(Start());
