@@ -48,6 +48,18 @@ TEST(CodePage, EveryAnsiByteSurvivesTheWayThereAndBack) {
     }
 }
 
+TEST(CodePage, AnAnsiCharacterOfTwoBytesIsWholeWithBoth) {
+    if (Decode(CodePage::Ansi, "\x93\xFA") != u"\u65E5") GTEST_SKIP() << "the system's page is not the Japanese one";
+    const std::string bytes = "a\x93\xFA\xB1\x93\x5C";
+    const std::u16string text = Decode(CodePage::Ansi, bytes);
+    EXPECT_EQ(text, u"a\u65E5\uFF71\u8CBC");
+    EXPECT_EQ(Encode(CodePage::Ansi, text), bytes);
+    EXPECT_EQ(MaxBytes(CodePage::Ansi, 3), 6u);
+    const size_t whole[] = {0, 1, 1, 3, 4, 4, 6}; // of the first 0, 1, ... bytes
+    for (size_t count = 0; count <= bytes.size(); ++count)
+        EXPECT_EQ(WholeCharacters(CodePage::Ansi, reinterpret_cast<const uint8_t*>(bytes.data()), count), whole[count]);
+}
+
 TEST(CodePage, Windows1252HasItsOwnCharactersFrom80To9F) {
     EXPECT_EQ(Decode(CodePage::Windows1252, "\x80\x82\x99\x9F"), u"\u20AC\u201A\u2122\u0178");
     EXPECT_EQ(Decode(CodePage::Windows1252, "\xA0\xE4\xFF"), u"\u00A0\u00E4\u00FF");
