@@ -12,16 +12,17 @@ class MeasuringCalls {
 public:
     bool AreKnown() const {
         return widths.IsImported() && metrics.IsImported() && drawnText.IsImported() &&
-               !ImportSlot("GetTextExtentPoint32W") && !ImportSlot("GetTextExtentPointW") &&
-               !ImportSlot("GetTextExtentExPointW") && !ImportSlot("GetCharWidthW") &&
-               !ImportSlot("GetCharABCWidthsW") && !ImportSlot("GetTabbedTextExtentW") && !ImportSlot("DrawTextExW");
+               !ImportSlot("GetTextExtentPointW") && !ImportSlot("GetTextExtentExPointW") &&
+               !ImportSlot("GetCharWidthW") && !ImportSlot("GetCharABCWidthsW") &&
+               !ImportSlot("GetTabbedTextExtentW") && !ImportSlot("DrawTextExW");
     }
-    int Take() { return widths.Take() + metrics.Take() + drawnText.Take(); }
+    int Take() { return widths.Take() + metrics.Take() + drawnText.Take() + extents.Take(); }
 
 private:
     CallCounter<1, decltype(GetCharWidth32W)> widths{"GetCharWidth32W"};
     CallCounter<2, decltype(GetTextMetricsW)> metrics{"GetTextMetricsW"};
     CallCounter<3, decltype(DrawTextW)> drawnText{"DrawTextW"};
+    CallCounter<4, decltype(GetTextExtentPoint32W)> extents{"GetTextExtentPoint32W"}; // tests of dialogs call it
 };
 
 int allocations = 0;
