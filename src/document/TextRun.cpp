@@ -15,7 +15,7 @@ constexpr uint32_t PollPeriod = 250; // milliseconds
 constexpr uint32_t ReadBufferSize = 8192;
 constexpr uint32_t ReadSize = ReadBufferSize - 1;
 // A poll that has more to read than can be taken in this time goes on after the messages that wait.
-constexpr uint32_t SliceTime = 35; // milliseconds
+constexpr uint32_t SliceTime = 30; // milliseconds
 constexpr uint32_t SlicePause = 1;
 constexpr uint32_t MostFailedEnds = 20;
 
