@@ -139,8 +139,7 @@ double EditTime(BinaryDocument& document, uint64_t first, uint64_t pages, uint64
 }
 
 // How many pages have changed must not matter: neither to an edit of a page that had changed before, nor to
-// the first one of a page, which reads it. Edits all over the 10,000 pages are only printed: each waits for
-// memory that is not in the processor's cache.
+// the first one of a page, which reads it, nor to edits that go all over the changed pages.
 void MeasureEditing() {
     constexpr uint64_t Few = 1000;
     constexpr uint64_t Many = 10000;
@@ -157,9 +156,9 @@ void MeasureEditing() {
         late = std::min(late, EditTime(document, 0, Few, Edits));
         all = std::min(all, EditTime(document, 0, Many, Edits));
     }
-    std::printf("an edit and its undo take %.0f ns, all over 10,000 pages %.0f ns, the first of a page %.0f ns\n",
-                early * 1e6, all * 1e6, firstEarly * 1e6);
+    std::printf("an edit and its undo take %.0f ns, the first of a page %.0f ns\n", early * 1e6, firstEarly * 1e6);
     Bench::Report("an edit with 10,000 pages changed against 1,000", late / early, 1.2);
+    Bench::Report("edits all over 10,000 changed pages against all over 1,000", all / early, 1.5);
     Bench::Report("the first edit of a page with 9,000 others changed against 1,000", firstLate / firstEarly, 1.2);
 }
 
