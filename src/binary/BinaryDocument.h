@@ -124,6 +124,7 @@ private:
     bool MayGoOn(Sought& sought, uint64_t bytes) const;
     bool FindForward(Sought& sought, uint64_t from, uint64_t end, uint64_t& found);
     bool FindBackward(Sought& sought, uint64_t from, uint64_t lowest, uint64_t& found);
+    void FetchAhead(uint64_t offset) const;
     bool Perform(ByteEdit& edit, bool undoing);
     void FreeRecords(ByteEdit*& head);
     HexDocumentView* Shown(HexDocumentView* view) const;
