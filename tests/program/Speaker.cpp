@@ -14,7 +14,7 @@
 //     close             closes its standard output
 //     child SCRIPT      starts a speaker that it does not wait for
 //     probe HANDLE      prints whether it has a handle (on Windows) of that value: "open" or "closed"
-//     window TITLE      shows a window with this title until it is closed
+//     window TITLE      has a window with this title, out of sight, until it is closed
 //     startup FILE      writes into the file how its window (on Windows) is to be shown: "hidden" or "normal"
 //     exit N            ends with this code
 #include <cstdio>
@@ -115,13 +115,13 @@ LRESULT CALLBACK OnMessage(HWND window, UINT message, WPARAM wparam, LPARAM lpar
     return DefWindowProcA(window, message, wparam, lparam);
 }
 
-void ShowUntilClosed(const std::string& title) {
+// Shown, it would come to the front at a moment of its own and take keys that are meant for the editor.
+void OpenUntilClosed(const std::string& title) {
     WNDCLASSA definition = {};
     definition.lpfnWndProc = OnMessage;
     definition.lpszClassName = "Speaker";
     RegisterClassA(&definition);
-    CreateWindowA("Speaker", title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr, nullptr,
-                  nullptr);
+    CreateWindowA("Speaker", title.c_str(), WS_OVERLAPPEDWINDOW, 0, 0, 200, 100, nullptr, nullptr, nullptr, nullptr);
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);
 }
@@ -135,7 +135,7 @@ void TellStartup(const std::string&) {}
 void Feed(const std::string& text) {
     if (write(STDIN_FILENO, text.data(), text.size()) < 0) std::exit(3);
 }
-void ShowUntilClosed(const std::string&) {}
+void OpenUntilClosed(const std::string&) {}
 #endif
 
 struct Speaker {
@@ -163,7 +163,7 @@ struct Speaker {
         if (word == "child") StartChild(arguments[0], rest);
         if (word == "probe") Print(IsOpen(rest) ? "open\n" : "closed\n");
         if (word == "startup") TellStartup(rest);
-        if (word == "window") ShowUntilClosed(rest);
+        if (word == "window") OpenUntilClosed(rest);
         if (word == "exit") std::exit(std::stoi(rest));
     }
 };
