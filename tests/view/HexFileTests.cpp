@@ -1,0 +1,242 @@
+// Bytes in a frame of the test's own process, whose file does what a test says: it cannot be written, no longer
+// takes bytes in the middle of a save, or has been deleted.
+
+#include "CallCounter.h"
+#include "OwnFrameTest.h"
+#include "app/OpenFiles.h"
+#include "binary/win32/HexView.h"
+#include "resource.h"
+#include "support/ScratchFolder.h"
+#include "view/win32/Clipboard.h"
+
+namespace {
+
+// What is done in place of the system's functions, one of which a test replaces at a time.
+
+void* systemFunction = nullptr;
+template <class Function> Function* System() { return reinterpret_cast<Function*>(systemFunction); }
+
+DWORD refusedAccess = 0;
+HANDLE WINAPI Refuse(LPCWSTR name, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security, DWORD creation,
+                     DWORD attributes, HANDLE pattern) {
+    if (!(access & refusedAccess))
+        return System<decltype(CreateFileW)>()(name, access, sharing, security, creation, attributes, pattern);
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+}
+
+int writesUntilFailure = 0;
+BOOL WINAPI FailOneWrite(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED place) {
+    if (--writesUntilFailure != 0) return System<decltype(WriteFile)>()(file, bytes, count, written, place);
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+
+BOOL WINAPI FailToFlush(HANDLE) {
+    SetLastError(ERROR_IO_DEVICE);
+    return FALSE;
+}
+
+FILE_STANDARD_INFO standardInfo;
+BOOL WINAPI TellStandardInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID info, DWORD) {
+    *static_cast<FILE_STANDARD_INFO*>(info) = standardInfo;
+    return TRUE;
+}
+
+std::vector<std::wstring> messages;
+int WINAPI TakeMessage(HWND, LPCWSTR text, LPCWSTR, UINT) {
+    messages.push_back(text);
+    return IDOK;
+}
+
+class Replaced : public ReplacedImport {
+public:
+    Replaced(const char* name, void* function) : ReplacedImport(name, function) {
+        EXPECT_TRUE(IsImported()) << name;
+        systemFunction = Original();
+    }
+};
+
+class HexFileTest : public OwnFrameTest {
+protected:
+    using Messages = std::vector<std::wstring>;
+
+    void SetUp() override {
+        ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
+        SetHexViewFactory(HexView::Create);
+        messages.clear();
+    }
+
+    void Open(const std::string& bytes) {
+        const std::u16string written = folder.Write("data.bin", bytes);
+        path.assign(written.begin(), written.end());
+        ASSERT_TRUE(OpenBinaryArgument(*main, written.c_str()));
+        file = static_cast<BinaryDocument*>(main->Documents().At(0));
+        ViewNode* next = nullptr;
+        editor = &static_cast<HexView*>(file->EnumViews(nullptr, next)->AsView())->Editor();
+    }
+    // As the pane's window hears of keys.
+    void Type(const std::wstring& digits) const {
+        const HWND pane = FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr);
+        for (const wchar_t digit : digits) SendMessageW(pane, WM_CHAR, static_cast<WPARAM>(digit), 1);
+    }
+    // What the editor says while it carries out a command.
+    Messages MessagesOf(UINT command) const {
+        messages.clear();
+        Command(command);
+        return messages;
+    }
+    Messages NotSaved() const { return {L"Failed saving file: " + path}; }
+    std::wstring Title() const {
+        wchar_t text[512] = {};
+        GetWindowTextW(main->Window(), text, 512);
+        return text;
+    }
+    bool TitleShows(bool modified) const { return Title() == path + (modified ? L"* - Orvane" : L" - Orvane"); }
+    std::string Content() const {
+        std::string bytes(static_cast<size_t>(file->FileSize()), '\0');
+        EXPECT_TRUE(file->ReadBytes(0, reinterpret_cast<uint8_t*>(bytes.data()), bytes.size()));
+        return bytes;
+    }
+    std::string OnDisk() const { return folder.Read("data.bin"); }
+
+    ScratchFolder folder;
+    std::wstring path;
+    BinaryDocument* file = nullptr;
+    HexEditor* editor = nullptr;
+
+private:
+    const ReplacedImport box{"MessageBoxW", reinterpret_cast<void*>(TakeMessage)};
+};
+
+// A file of five pages, each of which has been changed, the later ones first.
+class HexSaveTest : public HexFileTest {
+protected:
+    static constexpr int Pages = 5;
+
+    void SetUp() override {
+        ASSERT_NO_FATAL_FAILURE(HexFileTest::SetUp());
+        ASSERT_NO_FATAL_FAILURE(Open(before));
+        for (size_t page = Pages; page--;) {
+            editor->GoTo(page * PageSize + 7);
+            Type(L"41");
+            after[page * PageSize + 7] = 'A';
+        }
+        ASSERT_TRUE(TitleShows(true));
+    }
+    // What was to be saved is all there still and can be taken back.
+    void ExpectUnsaved() const {
+        EXPECT_TRUE(TitleShows(true));
+        EXPECT_TRUE(Content() == after);
+        EXPECT_TRUE(file->CanDo(DocumentCommand::Undo));
+    }
+    void ExpectThatItIsSavedNow() const {
+        EXPECT_EQ(MessagesOf(IDM_SAVE), Messages());
+        EXPECT_TRUE(TitleShows(false));
+        EXPECT_TRUE(OnDisk() == after);
+    }
+    void UndoAll() const {
+        for (int i = 0; i < 2 * Pages; ++i) Command(IDM_UNDO);
+        EXPECT_FALSE(file->CanDo(DocumentCommand::Undo));
+    }
+
+    const std::string before = std::string(Pages * PageSize - 100, '.');
+    std::string after = before;
+};
+
+} // namespace
+
+TEST_F(HexSaveTest, AWriteThatFailsOnTheThirdPageIsToldAndTheNextSaveWritesAll) {
+    {
+        const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
+        writesUntilFailure = 3;
+        EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
+    }
+    ExpectUnsaved();
+    // The pages that were changed first are written first, and what is written stays.
+    std::string partly = before;
+    partly[4 * PageSize + 7] = partly[3 * PageSize + 7] = 'A';
+    EXPECT_TRUE(OnDisk() == partly);
+    ExpectThatItIsSavedNow();
+    UndoAll();
+    EXPECT_TRUE(Content() == before);
+    EXPECT_TRUE(TitleShows(true));
+}
+
+TEST_F(HexSaveTest, UndoneAltogetherAHalfWrittenFileIsStillModified) {
+    {
+        const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
+        writesUntilFailure = 3;
+        EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
+    }
+    UndoAll();
+    EXPECT_TRUE(TitleShows(true));
+    EXPECT_EQ(MessagesOf(IDM_SAVE), Messages());
+    EXPECT_TRUE(TitleShows(false));
+    EXPECT_TRUE(OnDisk() == before);
+}
+
+TEST_F(HexSaveTest, BytesThatDoNotReachTheDiskAreNotSaved) {
+    {
+        const Replaced broken("FlushFileBuffers", reinterpret_cast<void*>(FailToFlush));
+        EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
+    }
+    ExpectUnsaved();
+    ExpectThatItIsSavedNow();
+}
+
+TEST_F(HexSaveTest, AFileThatWasDeletedIsNotWritten) {
+    for (const bool pending : {false, true}) { // gone already, or with its last user
+        const Replaced deleted("GetFileInformationByHandleEx", reinterpret_cast<void*>(TellStandardInfo));
+        standardInfo = {};
+        standardInfo.DeletePending = pending;
+        standardInfo.NumberOfLinks = pending;
+        EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
+        ExpectUnsaved();
+        EXPECT_TRUE(OnDisk() == before);
+    }
+    ExpectThatItIsSavedNow();
+}
+
+TEST_F(HexSaveTest, SavingAllGoesOnWithTheFilesBehindTheOneThatFails) {
+    const std::u16string other = folder.Write("other.txt", "text");
+    ASSERT_TRUE(OpenFileArgument(*main, other.c_str(), -1, false, false));
+    Type(L"more ");
+    {
+        const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
+        writesUntilFailure = 3;
+        EXPECT_EQ(MessagesOf(IDM_SAVE_ALL), NotSaved());
+    }
+    EXPECT_TRUE(file->IsModified());
+    EXPECT_EQ(folder.Read("other.txt"), "more text");
+}
+
+TEST_F(HexFileTest, AFileThatMayOnlyBeReadIsShownAndNeverWritten) {
+    const std::string content = "0123456789";
+    {
+        const Replaced refused("CreateFileW", reinterpret_cast<void*>(Refuse));
+        refusedAccess = GENERIC_WRITE;
+        ASSERT_NO_FATAL_FAILURE(Open(content));
+    }
+    EXPECT_TRUE(file->IsReadOnly());
+    EXPECT_EQ(Content(), content);
+    const ClipboardItem digits = {ClipboardFormat::UnicodeText, u"4142", 5 * sizeof(Char)};
+    ASSERT_TRUE(Clipboard::Write(main->Window(), &digits, 1));
+    Type(L"41");
+    editor->Paste();
+    EXPECT_EQ(Content(), content);
+    EXPECT_EQ(editor->Caret(), 0u);
+    EXPECT_TRUE(TitleShows(false));
+    EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
+    EXPECT_EQ(MessagesOf(IDM_SAVE_ALL), NotSaved());
+    EXPECT_EQ(OnDisk(), content);
+}
+
+TEST_F(HexFileTest, AFileThatMayNotEvenBeReadIsNotOpened) {
+    const Replaced refused("CreateFileW", reinterpret_cast<void*>(Refuse));
+    refusedAccess = GENERIC_READ | GENERIC_WRITE;
+    const std::u16string secret = folder.Write("secret.bin", "x");
+    EXPECT_FALSE(OpenBinaryArgument(*main, secret.c_str()));
+    EXPECT_EQ(messages, Messages{L"Failed opening file: " + std::wstring(secret.begin(), secret.end())});
+    EXPECT_EQ(main->Documents().Count(), 0u);
+}
