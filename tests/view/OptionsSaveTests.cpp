@@ -1,0 +1,113 @@
+// What OK and Cancel of the Options dialog make of the settings and their file.
+
+#include "view/OptionsTest.h"
+
+namespace {
+
+std::string Hex(Colour colour) {
+    char text[8];
+    std::snprintf(text, sizeof(text), "#%02x%02x%02x", colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
+    return text;
+}
+
+std::string Narrow(const Char* text) {
+    return text ? std::string(text, text + std::char_traits<Char>::length(text)) : "";
+}
+
+// The General section as the settings are now, in table order.
+std::string GeneralSection() {
+    std::string text = "[General]\r\n";
+    for (uint32_t i = 0; i < generalSettings.count; ++i) {
+        const SettingDef& row = generalSettings.rows[i];
+        text += Narrow(row.key) + "=";
+        if (row.type == SettingType::Int) text += std::to_string(*static_cast<const uint32_t*>(row.cell));
+        if (row.type == SettingType::Colour) text += Hex(*static_cast<const Colour*>(row.cell));
+        if (row.type == SettingType::String) text += Narrow(*static_cast<Char* const*>(row.cell));
+        text += "\r\n";
+    }
+    return text;
+}
+
+} // namespace
+
+TEST_F(OptionsTest, OkSavesAllSettingsByteForByte) {
+    ASSERT_TRUE(Open([](HWND options) {
+        dialog::Click(GeneralPage(options), IDC_SHOW_WHITESPACE);
+        dialog::SetText(GeneralPage(options), IDC_SPACES_PER_TAB, L"8");
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"12");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.ShowWhitespace, 1u);
+    EXPECT_EQ(settings.SpacesPerTab, 8u);
+    EXPECT_EQ(Saved(), GeneralSection());
+    EXPECT_NE(Saved().find("FontSize=12\r\n"), std::string::npos);
+}
+
+TEST_F(OptionsTest, OkWritesTheDefaultsOfAllSettingsByteForByte) {
+    ASSERT_TRUE(Open([](HWND options) { dialog::Ok(options); }));
+    EXPECT_EQ(Saved(), "[General]\r\n"
+                       "FontName=Courier New\r\nFontSize=10\r\nFontBold=0\r\nCaretWidth=2\r\n"
+                       "ShowWhitespace=0\r\nReplaceTabs=1\r\nSpacesPerTab=4\r\nPasteKeepSelection=1\r\n"
+                       "SpaceColor=#008080\r\nMarginWidth=20\r\nMarginColor=#dcdcdc\r\n"
+                       "BookmarkColor=#00ffff\r\nGuideColor=#dcdcdc\r\nColumnGuide=80\r\nIndentGuide=1\r\n"
+                       "QuickOpenPath=.;%INCLUDE%\r\n"
+                       "TextFileTypes=C++ Files (*.cpp;*.c;*.cxx;*.h;*.hxx)|*.cpp;*.c;*.cxx;*.h;*.hxx|"
+                       "Text Files (*.txt)|*.txt|HTML Files (*.htm;*.html)|*.htm;*.html|"
+                       "XML Files (*.xml;*.xsl)|*.xml;*.xsl|All Files (*.*)|*.*\r\n"
+                       "ShowLineNumbers=1\r\nVarWidthLineNumbers=0\r\nRenderType=0\r\n"
+                       "TextFg=#000000\r\nTextBg=#ffffff\r\nSelFg=#ffffff\r\nSelBg=#000000\r\n"
+                       "LineNumFg=#000000\r\nLineNumBg=#ffffdc\r\n"
+                       "CommentFg=#008000\r\nCommentBg=#ffffff\r\n"
+                       "LongCommentFg=#008000\r\nLongCommentBg=#ffffff\r\n"
+                       "StringFg=#ff0000\r\nStringBg=#ffffff\r\nKeywordFg=#0000ff\r\nKeywordBg=#ffffff\r\n"
+                       "NumberFg=#800000\r\nNumberBg=#ffffff\r\n"
+                       "BraceMatchFg=#000000\r\nBraceMatchBg=#ffff00\r\n"
+                       "HtmlTagFg=#0000ff\r\nHtmlTagBg=#ffffff\r\nHtmlAttrFg=#800080\r\nHtmlAttrBg=#ffffff\r\n"
+                       "HtmlAttrValueFg=#ff00ff\r\nHtmlAttrValueBg=#ffffff\r\n"
+                       "HtmlAttrQuotedValueFg=#ff0000\r\nHtmlAttrQuotedValueBg=#ffffff\r\n"
+                       "HtmlCommentFg=#008000\r\nHtmlCommentBg=#ffffff\r\n"
+                       "HtmlPunctFg=#0000ff\r\nHtmlPunctBg=#ffffff\r\nBinFg=#ff0000\r\nBinBg=#ffffff\r\n");
+}
+
+TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {
+    file.Clear();
+    std::u16string text = u"[Tool]\nDisplayName=x\nCommand=y\n[General]\nMine=1\nSpacesPerTab=3\n";
+    ASSERT_TRUE(file.Parse(text.data()));
+    ASSERT_TRUE(Open([](HWND options) {
+        dialog::SetText(GeneralPage(options), IDC_SPACES_PER_TAB, L"5");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(Saved().substr(0, 80),
+              "[Tool]\r\nDisplayName=x\r\nCommand=y\r\n\r\n[General]\r\nMine=1\r\nSpacesPerTab=5\r\nFontName=");
+}
+
+TEST_F(OptionsTest, OkRunsTheChangeHandlers) {
+    Open([](HWND options) { dialog::Ok(options); });
+    EXPECT_EQ(handled, 7) << "three of the font and one of each brush";
+}
+
+TEST_F(OptionsTest, CancelChangesNothing) {
+    folder.Write("orvane.ini", "as it was");
+    const std::string before = GeneralSection();
+    EXPECT_FALSE(Open([](HWND options) {
+        dialog::Click(GeneralPage(options), IDC_SHOW_WHITESPACE);
+        dialog::SetText(GeneralPage(options), IDC_QUICK_OPEN_PATH, L"elsewhere");
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"99");
+        dialog::WhenShown([](HWND chooser) { Choose(chooser, 0x332211); });
+        dialog::Click(ColorsPage(options), IDC_COLOR_FOREGROUND);
+        dialog::Cancel(options);
+    }));
+    EXPECT_EQ(GeneralSection(), before);
+    EXPECT_EQ(Saved(), "as it was");
+    EXPECT_EQ(handled, 0);
+    EXPECT_EQ(file.sections.head, nullptr);
+}
+
+TEST_F(OptionsTest, AFileThatCannotBeWrittenIsPassedOver) {
+    std::filesystem::create_directory(folder.File("orvane.ini"));
+    EXPECT_TRUE(Open([](HWND options) {
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"13");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.FontSize, 13u);
+}
