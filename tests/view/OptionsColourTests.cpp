@@ -8,6 +8,39 @@
 
 namespace {
 
+constexpr Colour Black = 0;
+
+struct Entry {
+    const wchar_t* name;
+    Colour SettingsRecord::*foreground; // or null
+    Colour SettingsRecord::*background;
+};
+
+using S = SettingsRecord;
+constexpr Entry Entries[] = {
+    {L"Text", &S::TextFg, &S::TextBg},
+    {L"Selection", &S::SelFg, &S::SelBg},
+    {L"Line Number", &S::LineNumFg, &S::LineNumBg},
+    {L"Margin", nullptr, &S::MarginColor},
+    {L"Guide", nullptr, &S::GuideColor},
+    {L"Space", &S::SpaceColor, nullptr},
+    {L"Bookmark", nullptr, &S::BookmarkColor},
+    {L"Comment", &S::CommentFg, &S::CommentBg},
+    {L"Long Comment", &S::LongCommentFg, &S::LongCommentBg},
+    {L"String", &S::StringFg, &S::StringBg},
+    {L"Keyword", &S::KeywordFg, &S::KeywordBg},
+    {L"Number", &S::NumberFg, &S::NumberBg},
+    {L"BraceMatch", &S::BraceMatchFg, &S::BraceMatchBg},
+    {L"Modifed Binary", &S::BinFg, &S::BinBg},
+    {L"Html Tag", &S::HtmlTagFg, &S::HtmlTagBg},
+    {L"Html Attribute", &S::HtmlAttrFg, &S::HtmlAttrBg},
+    {L"Html Attribute Value", &S::HtmlAttrValueFg, &S::HtmlAttrValueBg},
+    {L"Html Quoted Value", &S::HtmlAttrQuotedValueFg, &S::HtmlAttrQuotedValueBg},
+    {L"Html Comment", &S::HtmlCommentFg, &S::HtmlCommentBg},
+    {L"Html Punctuation", &S::HtmlPunctFg, &S::HtmlPunctBg},
+};
+constexpr int EntryCount = static_cast<int>(std::size(Entries));
+
 // Stands in for the system's dialog of colours while it lives, and notes what it is opened with.
 class FakeChooser {
 public:
@@ -83,27 +116,9 @@ RECT Ink(const std::vector<uint32_t>& pixels, SIZE size) {
 } // namespace
 
 TEST_F(OptionsTest, TheColorsPageListsTheEntriesInOrder) {
-    Open([](HWND options) {
-        const std::vector<std::wstring> expected = {L"Text",
-                                                    L"Selection",
-                                                    L"Line Number",
-                                                    L"Margin",
-                                                    L"Guide",
-                                                    L"Space",
-                                                    L"Bookmark",
-                                                    L"Comment",
-                                                    L"Long Comment",
-                                                    L"String",
-                                                    L"Keyword",
-                                                    L"Number",
-                                                    L"BraceMatch",
-                                                    L"Modifed Binary",
-                                                    L"Html Tag",
-                                                    L"Html Attribute",
-                                                    L"Html Attribute Value",
-                                                    L"Html Quoted Value",
-                                                    L"Html Comment",
-                                                    L"Html Punctuation"};
+    std::vector<std::wstring> expected;
+    for (const Entry& entry : Entries) expected.push_back(entry.name);
+    Open([&](HWND options) {
         EXPECT_EQ(dialog::ListItems(ColorsPage(options), IDC_COLOR_LIST), expected);
         EXPECT_EQ(dialog::SelectedItem(ColorsPage(options), IDC_COLOR_LIST), 0);
         dialog::Cancel(options);
@@ -113,12 +128,10 @@ TEST_F(OptionsTest, TheColorsPageListsTheEntriesInOrder) {
 TEST_F(OptionsTest, AnEntryEnablesTheButtonsOfItsCells) {
     Open([](HWND options) {
         const HWND page = ColorsPage(options);
-        for (int entry = 0; entry < 20; ++entry) {
-            dialog::ChooseItem(page, IDC_COLOR_LIST, entry);
-            const bool onlyBackground = entry == 3 || entry == 4 || entry == 6; // Margin, Guide, Bookmark
-            const bool onlyForeground = entry == 5;                             // Space
-            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_FOREGROUND), !onlyBackground) << entry;
-            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_BACKGROUND), !onlyForeground) << entry;
+        for (int i = 0; i < EntryCount; ++i) {
+            dialog::ChooseItem(page, IDC_COLOR_LIST, i);
+            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_FOREGROUND), Entries[i].foreground != nullptr) << i;
+            EXPECT_EQ(dialog::IsEnabled(page, IDC_COLOR_BACKGROUND), Entries[i].background != nullptr) << i;
         }
         dialog::Cancel(options);
     });
@@ -132,31 +145,12 @@ TEST_F(OptionsTest, ThePreviewShowsTheColoursOfTheEntry) {
         *static_cast<Colour*>(generalSettings.rows[i].cell) = next;
         next += 0x010203;
     }
-    const SettingsRecord& s = settings;
-    const Colour face = GetSysColor(COLOR_BTNFACE);
-    const Colour expected[20][2] = {{s.TextFg, s.TextBg},
-                                    {s.SelFg, s.SelBg},
-                                    {s.LineNumFg, s.LineNumBg},
-                                    {0, s.MarginColor},
-                                    {0, s.GuideColor},
-                                    {s.SpaceColor, face},
-                                    {0, s.BookmarkColor},
-                                    {s.CommentFg, s.CommentBg},
-                                    {s.LongCommentFg, s.LongCommentBg},
-                                    {s.StringFg, s.StringBg},
-                                    {s.KeywordFg, s.KeywordBg},
-                                    {s.NumberFg, s.NumberBg},
-                                    {s.BraceMatchFg, s.BraceMatchBg},
-                                    {s.BinFg, s.BinBg},
-                                    {s.HtmlTagFg, s.HtmlTagBg},
-                                    {s.HtmlAttrFg, s.HtmlAttrBg},
-                                    {s.HtmlAttrValueFg, s.HtmlAttrValueBg},
-                                    {s.HtmlAttrQuotedValueFg, s.HtmlAttrQuotedValueBg},
-                                    {s.HtmlCommentFg, s.HtmlCommentBg},
-                                    {s.HtmlPunctFg, s.HtmlPunctBg}};
     Open([&](HWND options) {
-        for (int entry = 0; entry < 20; ++entry)
-            ExpectPreview(ColorsPage(options), entry, expected[entry][0], expected[entry][1]);
+        for (int i = 0; i < EntryCount; ++i) {
+            const Entry& entry = Entries[i];
+            ExpectPreview(ColorsPage(options), i, entry.foreground ? settings.*entry.foreground : Black,
+                          entry.background ? settings.*entry.background : GetSysColor(COLOR_BTNFACE));
+        }
         dialog::Cancel(options);
     });
 }
@@ -179,6 +173,38 @@ TEST_F(OptionsTest, AChosenColourIsPreviewedAndStoredByOk) {
     EXPECT_EQ(settings.KeywordFg, 0x332211u);
     EXPECT_EQ(settings.KeywordBg, 0x665544u);
     EXPECT_NE(Saved().find("KeywordFg=#112233\r\n"), std::string::npos);
+}
+
+TEST_F(OptionsTest, EachButtonBeginsWithTheCellOfItsEntryAndStoresIntoIt) {
+    Colour next = 0x102030;
+    for (const Entry& entry : Entries)
+        for (Colour SettingsRecord::*const cell : {entry.foreground, entry.background})
+            if (cell) settings.*cell = next += 0x010203;
+    const SettingsRecord before = settings;
+    constexpr Colour Changed = 0x800000;
+    std::vector<Colour> offered;
+    const FakeChooser chooser([&](CHOOSECOLORW& request) {
+        offered.push_back(request.rgbResult);
+        request.rgbResult ^= Changed;
+        return true;
+    });
+    std::vector<Colour> expected;
+    EXPECT_TRUE(Open([&](HWND options) {
+        for (int i = 0; i < EntryCount; ++i) {
+            dialog::ChooseItem(ColorsPage(options), IDC_COLOR_LIST, i);
+            dialog::Click(ColorsPage(options), IDC_COLOR_FOREGROUND);
+            dialog::Click(ColorsPage(options), IDC_COLOR_BACKGROUND);
+            for (Colour SettingsRecord::*const cell : {Entries[i].foreground, Entries[i].background})
+                if (cell) expected.push_back(before.*cell);
+        }
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(offered, expected);
+    for (const Entry& entry : Entries)
+        for (Colour SettingsRecord::*const cell : {entry.foreground, entry.background})
+            if (cell) {
+                EXPECT_EQ(settings.*cell, before.*cell ^ Changed) << testing::PrintToString(std::wstring(entry.name));
+            }
 }
 
 TEST_F(OptionsTest, TheChooserBeginsWithTheColourAndCancelKeepsIt) {
