@@ -119,8 +119,7 @@ int64_t TextEditor::CaretX() {
 }
 
 LinePlace TextEditor::PlaceLeftOfWindow(uint32_t lineStart) const {
-    const LinePlace place = document->HasPendingEdit() ? LinePlace() : measured.PlaceIn(lineStart);
-    return place.position <= horizontalScroll ? place : LinePlace();
+    return document->HasPendingEdit() ? LinePlace() : measured.PlaceIn(lineStart, horizontalScroll);
 }
 
 void TextEditor::UpdateCaret(bool scrollIntoView) {

@@ -10,11 +10,22 @@ int64_t MeasuredLine::PositionOf(const LineLayout& layout, uint32_t lineStart, T
     // Tabs are painted by a rule of their own, and a NUL ends what is painted: no place lies behind one.
     if (next > from.column &&
         Scan::FindUnprintable(line.text + from.column, next - from.column) == next - from.column) {
-        from = {next, layout.PositionOf(line, next, from)};
+        MoveTo(next, from, layout, line);
         start = lineStart;
-        place = from;
+        from = place;
     }
     return layout.PositionOf(line, column, from);
+}
+
+// `from` is the last place, or the start of another line.
+void MeasuredLine::MoveTo(uint32_t column, LinePlace from, const LineLayout& layout, TextSpan line) {
+    place = {column, layout.PositionOf(line, column, from)};
+    if (place.position <= FarthestScroll) {
+        inReach = place;
+    } else if (from.position <= FarthestScroll) {
+        const uint32_t last = layout.ColumnsWithin(line, FarthestScroll, from) - 1;
+        inReach = {last, layout.PositionOf(line, last, from)};
+    }
 }
 
 void MeasuredLine::TextChanged(uint32_t offset) {

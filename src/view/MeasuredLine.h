@@ -12,8 +12,14 @@ public:
     // How many columns before the caret the place lies: more than a window shows, which is painted from there.
     static constexpr uint32_t Behind = 1u << 12;
 
-    // The start of the line when no other place of it is known.
-    LinePlace PlaceIn(uint32_t lineStart) const { return lineStart == start ? place : LinePlace(); }
+    // No window is scrolled further to the right, in pixels.
+    static constexpr int64_t FarthestScroll = INT32_MAX;
+
+    // A place no further out than pixel `position`: the start of the line when no other one is known.
+    LinePlace PlaceIn(uint32_t lineStart, int64_t position = INT64_MAX) const {
+        if (lineStart != start) return {};
+        return place.position <= position ? place : inReach.position <= position ? inReach : LinePlace();
+    }
     // Where column `column` of a long line starts; the line is measured from the place on, which moves along.
     int64_t PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column);
     // The text is another one from `offset` on.
@@ -22,6 +28,9 @@ public:
     void Forget() { start = None32; }
 
 private:
+    void MoveTo(uint32_t column, LinePlace from, const LineLayout& layout, TextSpan line);
+
     uint32_t start = None32;
     LinePlace place;
+    LinePlace inReach; // the last of them that a window can be scrolled to
 };

@@ -74,6 +74,47 @@ TEST_F(MeasuredLineTest, APlaceIsKeptAheadOfAFollowingCaret) {
     EXPECT_EQ(measured.PlaceIn(0).column, 4 * Long - MeasuredLine::Behind) << "short ways need no place";
 }
 
+TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
+    surface().SetFont({16, 65535, 65535});
+    const std::u16string text(6 * Long, u'a');
+    constexpr auto Last = static_cast<uint32_t>(MeasuredLine::FarthestScroll / 65535);
+    for (const uint32_t step : {Long / 8, Long}) {
+        MeasuredLine measured;
+        for (uint32_t column = step; column <= 6 * Long; column += step) {
+            measured.PositionOf(Layout(), 0, Span(text), column);
+            const LinePlace place = measured.PlaceIn(0, MeasuredLine::FarthestScroll);
+            if (column - MeasuredLine::Behind > Last) {
+                EXPECT_EQ(place.column, Last);
+            } else if (column > MeasuredLine::ShortLine) {
+                EXPECT_EQ(place.column, column - MeasuredLine::Behind);
+            }
+            EXPECT_EQ(place.position, int64_t{place.column} * 65535);
+        }
+        EXPECT_EQ(measured.PlaceIn(0).column, 6 * Long - MeasuredLine::Behind);
+        EXPECT_EQ(measured.PlaceIn(0, 1).column, 0u);
+    }
+}
+
+TEST_F(MeasuredLineTest, APlaceInReachIsOneOfItsOwnLine) {
+    surface().SetFont({16, 65535, 65535});
+    const std::u16string text(3 * Long, u'a');
+    MeasuredLine measured;
+    measured.PositionOf(Layout(), 0, Span(text), 3 * Long);
+    measured.PositionOf(Layout(), 7, Span(text), Long);
+    EXPECT_EQ(measured.PlaceIn(7, MeasuredLine::FarthestScroll).column, Long - MeasuredLine::Behind);
+    EXPECT_EQ(measured.PlaceIn(0, MeasuredLine::FarthestScroll).column, 0u);
+}
+
+TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
+    Fill(std::u16string(3 * Long, u'a'));
+    surface().SetFont({16, 65535, 65535});
+    view().OnSize(1);
+    view().MoveCaret(0, None32, false);
+    EXPECT_EQ(view().HorizontalScroll(), MeasuredLine::FarthestScroll);
+    EXPECT_NE(Painted(), "");
+    ExpectPicture();
+}
+
 TEST_F(MeasuredLineTest, APlaceGoesWithTheTextBeforeIt) {
     const std::u16string text(Long, u'a');
     MeasuredLine measured;
