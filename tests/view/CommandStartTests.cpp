@@ -1,0 +1,174 @@
+// What the system is asked for when a command is started: its process and its file.
+
+#include "view/CommandProcessTest.h"
+#include "view/ProcessRecorder.h"
+
+namespace {
+
+using CommandStartTest = CommandProcessTest;
+
+// Takes down how the files of a folder are opened.
+class FileRecorder {
+public:
+    struct Call {
+        DWORD access;
+        DWORD sharing;
+        bool inheritable;
+        DWORD disposition;
+        DWORD flags;
+        bool operator==(const Call&) const = default;
+    };
+
+    explicit FileRecorder(const std::wstring& path) : import("CreateFileW", reinterpret_cast<void*>(Open)) {
+        EXPECT_TRUE(import.IsImported());
+        folder = path;
+        original = reinterpret_cast<decltype(&CreateFileW)>(import.Original());
+        calls.clear();
+    }
+    static const std::vector<Call>& Calls() { return calls; }
+
+private:
+    static HANDLE WINAPI Open(LPCWSTR name, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security,
+                              DWORD disposition, DWORD flags, HANDLE pattern) {
+        if (_wcsnicmp(name, folder.c_str(), folder.size()) == 0)
+            calls.push_back({access, sharing, security && security->bInheritHandle, disposition, flags});
+        return original(name, access, sharing, security, disposition, flags, pattern);
+    }
+
+    static inline std::wstring folder;
+    static inline std::vector<Call> calls;
+    static inline decltype(&CreateFileW) original;
+    ReplacedImport import;
+};
+
+// The names that are tried for a file of a run, one after the other, are the test's.
+class NamesToTry {
+public:
+    explicit NamesToTry(std::vector<std::wstring> tried) : import("GetTempFileNameW", reinterpret_cast<void*>(Next)) {
+        EXPECT_TRUE(import.IsImported());
+        names = std::move(tried);
+        next = 0;
+    }
+
+private:
+    static UINT WINAPI Next(LPCWSTR folder, LPCWSTR, UINT number, LPWSTR out) {
+        if (next == names.size()) return 0;
+        wcscpy(out, (std::wstring(folder) + L"\\" + names[next++]).c_str());
+        return number;
+    }
+
+    static inline std::vector<std::wstring> names;
+    static inline size_t next;
+    ReplacedImport import;
+};
+
+// Links in a folder: link.tmp to the file kept.txt, and dangling.tmp to made.txt. Wine neither makes nor
+// deletes links, but starts the programs of its host, which do.
+class Links {
+public:
+    explicit Links(const std::wstring& path) : folder(path + L"\\") {
+        MakeOne(L"dangling.tmp", L"made.txt");
+        MakeOne(L"link.tmp", L"kept.txt");
+        onHost = !AreMade() && RunOnHost(L"ln -s made.txt dangling.tmp; ln -s kept.txt link.tmp");
+    }
+    ~Links() {
+        if (onHost) RunOnHost(L"rm -f dangling.tmp link.tmp");
+    }
+    Links(const Links&) = delete;
+    Links& operator=(const Links&) = delete;
+
+    bool AreMade() const { return IsThere(L"link.tmp"); }
+
+private:
+    bool IsThere(const wchar_t* name) const {
+        return GetFileAttributesW((folder + name).c_str()) != INVALID_FILE_ATTRIBUTES;
+    }
+    void MakeOne(const wchar_t* name, const wchar_t* target) const {
+        CreateSymbolicLinkW((folder + name).c_str(), target, SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE);
+    }
+    bool RunOnHost(const std::wstring& commands) const {
+        std::wstring line = L"Z:\\bin\\sh -c \"" + commands + L"; touch done\"";
+        STARTUPINFOW startup = {};
+        startup.cb = sizeof(startup);
+        PROCESS_INFORMATION started = {};
+        return CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &startup,
+                              &started) &&
+               SpeakerScripts::Eventually([&] { return IsThere(L"done"); }) && DeleteFileW((folder + L"done").c_str());
+    }
+
+    std::wstring folder;
+    bool onHost = false;
+};
+
+} // namespace
+
+TEST_F(CommandStartTest, TheInterpreterIsStartedHiddenInAGroupOfItsOwn) {
+    const Environment comspec(L"COMSPEC", L"C:\\an interpreter.exe");
+    const ProcessRecorder recorder;
+    ASSERT_TRUE(document->RunCommand(u"one && two", u"C:\\some folder"));
+    ASSERT_EQ(recorder.Calls().size(), 1u);
+    const ProcessRecorder::Call& call = recorder.Calls()[0];
+    EXPECT_FALSE(call.namesProgram);
+    EXPECT_EQ(call.line, L"C:\\an interpreter.exe /c one && two");
+    EXPECT_EQ(call.directory, L"C:\\some folder");
+    EXPECT_EQ(call.flags, DWORD{CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT});
+    EXPECT_FALSE(call.hasSecurity);
+    EXPECT_FALSE(call.hasEnvironment);
+    EXPECT_EQ(call.startup.dwFlags, DWORD{STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES});
+    EXPECT_EQ(call.startup.wShowWindow, SW_HIDE);
+}
+
+TEST_F(CommandStartTest, TheProcessHasTheFileAsItsThreeStandardHandles) {
+    const ProcessRecorder recorder;
+    ASSERT_TRUE(document->RunCommand(u"one", nullptr));
+    const ProcessRecorder::Call& call = recorder.Calls().at(0);
+    EXPECT_TRUE(call.inherits);
+    const auto write = reinterpret_cast<HANDLE>(State().outputWrite);
+    EXPECT_EQ(call.startup.hStdInput, write);
+    EXPECT_EQ(call.startup.hStdOutput, write);
+    EXPECT_EQ(call.startup.hStdError, write);
+}
+
+TEST_F(CommandStartTest, OnlyTheHandleOfTheProcessIsKeptUntilTheEnd) {
+    const ProcessRecorder recorder;
+    ASSERT_TRUE(document->RunCommand(u"one", nullptr));
+    const ProcessRecorder::Call& call = recorder.Calls().at(0);
+    EXPECT_FALSE(ProcessRecorder::IsOpen(call.thread));
+    EXPECT_TRUE(ProcessRecorder::IsOpen(call.process));
+    document->EndRun();
+    EXPECT_FALSE(ProcessRecorder::IsOpen(call.process));
+}
+
+TEST_F(CommandStartTest, BothSidesOfTheFileAreOpenedForEachOther) {
+    const TemporaryFolder temporary;
+    const FileRecorder recorder(temporary.Path());
+    const ProcessRecorder processes;
+    ASSERT_TRUE(document->RunCommand(u"one", nullptr));
+    ASSERT_EQ(recorder.Calls().size(), 2u);
+    const FileRecorder::Call write = {
+        GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, true, CREATE_NEW,
+        FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE | FILE_FLAG_OPEN_REPARSE_POINT};
+    const FileRecorder::Call read = {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, true,
+                                     OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT};
+    EXPECT_EQ(recorder.Calls()[0], write);
+    EXPECT_EQ(recorder.Calls()[1], read);
+}
+
+TEST_F(CommandStartTest, LinksUnderNamesOfTheFileAreNeitherFollowedNorReplaced) {
+    const TemporaryFolder temporary;
+    temporary.Folder().Write("kept.txt", "kept");
+    const Links links(temporary.Path());
+    if (!links.AreMade()) GTEST_SKIP() << "no links can be made here";
+    const NamesToTry names({L"link.tmp", L"dangling.tmp", L"free.tmp"});
+    ASSERT_TRUE(Run("say text\n" + scripts.WaitFor("go")));
+    const auto isThere = [&](const char* name) { return std::filesystem::exists(temporary.Folder().File(name)); };
+    EXPECT_TRUE(isThere("free.tmp"));
+    EXPECT_FALSE(isThere("made.txt"));
+    scripts.Give("go");
+    ASSERT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), u"text");
+    EXPECT_TRUE(SpeakerScripts::Eventually([&] { return !isThere("free.tmp"); }));
+    temporary.Folder().Write("made.txt", "made");
+    EXPECT_EQ(temporary.Folder().Read("link.tmp"), "kept");
+    EXPECT_EQ(temporary.Folder().Read("dangling.tmp"), "made");
+}

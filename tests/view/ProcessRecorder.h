@@ -1,0 +1,50 @@
+#pragma once
+
+#include "view/CallCounter.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+// While it lives, the program's calls of CreateProcess are taken down and start nothing. They succeed with
+// handles of events that stand for the process and its thread. One at a time.
+class ProcessRecorder {
+public:
+    struct Call {
+        bool namesProgram;
+        std::wstring line;
+        bool hasSecurity;
+        bool inherits;
+        DWORD flags;
+        bool hasEnvironment;
+        std::wstring directory;
+        STARTUPINFOW startup;
+        HANDLE process;
+        HANDLE thread;
+    };
+
+    ProcessRecorder() : import("CreateProcessW", reinterpret_cast<void*>(Create)) {
+        EXPECT_TRUE(import.IsImported());
+        calls.clear();
+    }
+    static const std::vector<Call>& Calls() { return calls; }
+
+    static bool IsOpen(HANDLE handle) {
+        DWORD flags = 0;
+        return GetHandleInformation(handle, &flags);
+    }
+
+private:
+    static BOOL WINAPI Create(LPCWSTR program, LPWSTR line, LPSECURITY_ATTRIBUTES ofProcess,
+                              LPSECURITY_ATTRIBUTES ofThread, BOOL inherits, DWORD flags, LPVOID environment,
+                              LPCWSTR directory, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION started) {
+        started->hProcess = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        started->hThread = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        calls.push_back({program != nullptr, line, ofProcess || ofThread, inherits != 0, flags, environment != nullptr,
+                         directory ? directory : L"", *startup, started->hProcess, started->hThread});
+        return TRUE;
+    }
+
+    static inline std::vector<Call> calls;
+    ReplacedImport import;
+};
