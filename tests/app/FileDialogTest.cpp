@@ -29,11 +29,7 @@ bool FileDialogTest::TypeFileName(const std::wstring& name) {
     return FillFileName(name) && editor.Keys(L"Enter") && window::WaitFor([&] { return !IsWindow(dialog); });
 }
 
-HWND FileDialogTest::Control(int id) const {
-    for (const HWND child : window::Children(editor.Dialog()))
-        if (GetDlgCtrlID(child) == id) return child;
-    return nullptr;
-}
+HWND FileDialogTest::Control(int id) const { return window::Control(editor.Dialog(), id); }
 
 FrameTest::Names FileDialogTest::ListItems(int id) const {
     Names items;

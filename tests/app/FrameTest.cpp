@@ -59,6 +59,17 @@ FrameTest::Place FrameTest::Expected(unsigned left, unsigned top, unsigned width
     return {start(left, area.cx), start(top, area.cy), size(width, area.cx), size(height, area.cy)};
 }
 
+bool FrameTest::ReachWith(const std::wstring& keys, HWND target) {
+    return window::WaitFor(
+        [&] { return editor.Keys(keys) && window::WaitFor([&] { return editor.Focus() == target; }, 1000); });
+}
+
+HWND FrameTest::OpenDialog(UINT command) const {
+    editor.Command(command);
+    const HWND dialog = editor.WaitForDialog();
+    return dialog && window::WaitFor([&] { return IsChild(dialog, editor.Focus()); }) ? dialog : nullptr;
+}
+
 bool FrameTest::IsCentred(HWND dialog) const {
     RECT outer = {};
     RECT inner = {};

@@ -52,6 +52,13 @@ protected:
     bool WaitForFocus(HWND window) const {
         return window::WaitFor([&] { return editor.Focus() == window; });
     }
+    // Strikes keys that lead to a window, again as long as they do not: a key that is struck just after a window came
+    // to the front may come without its Alt, and must do no harm then.
+    bool ReachWith(const std::wstring& keys, HWND target);
+    // Chooses a command that opens a dialog and waits until the focus is in that; null when it does not come.
+    HWND OpenDialog(UINT command) const;
+    // A dialog writes the settings once it has gone. Meanwhile nobody may read the file: it could not be written.
+    bool WaitUntilSaved() const { return editor.WaitForNoDialog() && editor.Settle(); }
     // Whether a dialog stands in the middle of the main window's client area, by client sizes.
     bool IsCentred(HWND dialog) const;
     // Gives the main window a client area of this size.

@@ -10,9 +10,8 @@ namespace {
 class OptionsDialogTest : public FrameTest {
 protected:
     void Open() {
-        editor.Command(IDM_OPTIONS);
-        dialog = editor.WaitForDialog();
-        ASSERT_TRUE(window::WaitFor([&] { return dialog && IsChild(dialog, editor.Focus()); }));
+        dialog = OpenDialog(IDM_OPTIONS);
+        ASSERT_TRUE(dialog);
     }
     void OpenColors() {
         Open();
@@ -20,11 +19,7 @@ protected:
         ASSERT_TRUE(window::WaitFor([&] { return IsWindowVisible(Control(IDC_COLOR_LIST)); }));
     }
     // Of the dialog or of one of its pages.
-    HWND Control(int number) const {
-        for (const HWND child : window::Children(dialog))
-            if (GetDlgCtrlID(child) == number) return child;
-        return nullptr;
-    }
+    HWND Control(int number) const { return window::Control(dialog, number); }
     // Waits for the system's dialog of colours.
     HWND WaitForChooser() const {
         HWND chooser = nullptr;
@@ -63,13 +58,9 @@ protected:
     }
     void Confirm() {
         ASSERT_TRUE(window::PressButton(dialog, L"OK"));
-        ASSERT_TRUE(editor.WaitForNoDialog());
+        ASSERT_TRUE(WaitUntilSaved());
     }
     static std::string Saved() { return files::Read(files::SettingsPath()); }
-    // The file is written when the dialog has gone.
-    static bool WaitForSaved(const std::string& text) {
-        return window::WaitFor([&] { return Saved() == text; });
-    }
 
     HWND dialog = nullptr;
 };
@@ -172,7 +163,7 @@ TEST_F(OptionsDialogTest, EnterAndSpacePressTheButtonOfThePageThatHasTheFocus) {
     ASSERT_TRUE(editor.Keys(L"Space"));
     DismissChooser();
     Confirm();
-    EXPECT_TRUE(WaitForSaved("[General]\r\n" + Lines({{"TextFg", "#112233"}, {"TextBg", "#ddeeff"}}))) << Saved();
+    EXPECT_EQ(Saved(), "[General]\r\n" + Lines({{"TextFg", "#112233"}, {"TextBg", "#ddeeff"}}));
 }
 
 TEST_F(OptionsDialogTest, TheMnemonicsOfTheColorsPageOpenTheChooser) {
@@ -184,20 +175,18 @@ TEST_F(OptionsDialogTest, TheMnemonicsOfTheColorsPageOpenTheChooser) {
     ASSERT_TRUE(OpenChooserWith(L"Alt+B"));
     Choose(L"1", L"2", L"3");
     Confirm();
-    EXPECT_TRUE(WaitForSaved("[General]\r\n" + Lines({{"TextBg", "#010203"}}))) << Saved();
+    EXPECT_EQ(Saved(), "[General]\r\n" + Lines({{"TextBg", "#010203"}}));
 }
 
 TEST_F(OptionsDialogTest, EnterInAFieldConfirms) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     Open();
-    const HWND field = Control(IDC_SPACES_PER_TAB);
-    ASSERT_TRUE(window::WaitFor(
-        [&] { return editor.Keys(L"Alt+S") && window::WaitFor([&] { return editor.Focus() == field; }, 1000); }));
+    ASSERT_TRUE(ReachWith(L"Alt+S", Control(IDC_SPACES_PER_TAB)));
     ASSERT_TRUE(editor.Keys(L"End Backspace"));
     ASSERT_TRUE(editor.Type(L"-3"));
     ASSERT_TRUE(editor.Keys(L"Enter"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
-    EXPECT_TRUE(WaitForSaved("[General]\r\n" + Lines({{"SpacesPerTab", "0"}}))) << Saved();
+    ASSERT_TRUE(WaitUntilSaved());
+    EXPECT_EQ(Saved(), "[General]\r\n" + Lines({{"SpacesPerTab", "0"}}));
 }
 
 TEST_F(OptionsDialogTest, StandsInTheMiddleOfTheFrame) {
@@ -221,7 +210,7 @@ TEST_F(OptionsDialogTest, OkWritesTheWholeFile) {
                                  "TextFg=#010203\r\n" +
                                  Lines({{"ShowWhitespace", "1"}}, {"ReplaceTabs", "TextFg"}) +
                                  "\r\n[Tool]\r\nDisplayName=x\r\nCommand=y\r\n";
-    EXPECT_TRUE(WaitForSaved(expected)) << Saved();
+    EXPECT_EQ(Saved(), expected);
 }
 
 TEST_F(OptionsDialogTest, CancelLeavesTheFileAsItIs) {
@@ -232,8 +221,7 @@ TEST_F(OptionsDialogTest, CancelLeavesTheFileAsItIs) {
     ASSERT_TRUE(OpenChooserWith(L"Alt+F"));
     Choose(L"17", L"34", L"51");
     ASSERT_TRUE(editor.Keys(L"Escape"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
-    Settle();
+    ASSERT_TRUE(WaitUntilSaved());
     EXPECT_EQ(Saved(), before);
 }
 

@@ -25,8 +25,6 @@ protected:
         return window::WaitFor(
             [&] { return editor.Title().find(L"*Running*") == std::wstring::npos && Text() == text; });
     }
-    // A dialog writes the settings once it has gone. Meanwhile nobody may read the file: it could not be written.
-    bool WaitUntilSaved() const { return editor.WaitForNoDialog() && editor.Settle(); }
     Names ToolItems() {
         Names texts;
         for (const MenuItem& item : Menu(ToolsMenu))
@@ -329,14 +327,19 @@ TEST_F(ToolTest, ThousandsOfTools) {
 TEST_F(ToolTest, ToolsAreAddedInTheDialogAndWorkAtOnce) {
     Script(L"one", "make one.done\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    editor.Command(IDM_CUSTOMIZE);
-    const HWND tools = editor.WaitForDialog();
+    const HWND tools = OpenDialog(IDM_CUSTOMIZE);
     ASSERT_TRUE(tools);
-    ASSERT_TRUE(editor.Keys(L"Alt+A Alt+T Shift+End"));
+    const HWND title = GetDlgItem(tools, IDC_TOOLS_TITLE);
+    ASSERT_TRUE(ReachWith(L"Alt+T", title));
+    ASSERT_TRUE(editor.Keys(L"Alt+A"));
+    ASSERT_TRUE(window::WaitFor([&] { return window::TextOf(title) == L"New Tool"; }));
+    ASSERT_TRUE(ReachWith(L"Alt+T", title));
+    ASSERT_TRUE(editor.Keys(L"Home Shift+End"));
     ASSERT_TRUE(editor.Type(L"Mark it"));
-    ASSERT_TRUE(editor.Keys(L"Alt+C"));
+    ASSERT_TRUE(ReachWith(L"Alt+C", GetDlgItem(tools, IDC_TOOLS_COMMAND)));
     ASSERT_TRUE(editor.Type(L"\"" + SpeakerPath() + L"\" one"));
-    ASSERT_TRUE(editor.Keys(L"Alt+H F7"));
+    ASSERT_TRUE(ReachWith(L"Alt+H", GetDlgItem(tools, IDC_TOOLS_HOT_KEY)));
+    ASSERT_TRUE(editor.Keys(L"F7"));
     ASSERT_TRUE(
         window::WaitFor([&] { return SendDlgItemMessageW(tools, IDC_TOOLS_HOT_KEY, HKM_GETHOTKEY, 0, 0) == VK_F7; }));
     ASSERT_TRUE(window::PressButton(tools, L"OK"));
@@ -352,9 +355,9 @@ TEST_F(ToolTest, ADeletedToolIsGoneWithItsKey) {
     Settings(Captured("One", "rem one", "HotKey=118\n") + Captured("Two", "rem two", "HotKey=120\n"));
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     const auto deleteFirst = [&] {
-        editor.Command(IDM_CUSTOMIZE);
-        const HWND tools = editor.WaitForDialog();
-        return tools && editor.Keys(L"Alt+D") && window::PressButton(tools, L"OK") && editor.WaitForNoDialog();
+        const HWND tools = OpenDialog(IDM_CUSTOMIZE);
+        return tools && window::PressButton(tools, L"Delete") && window::PressButton(tools, L"OK") &&
+               editor.WaitForNoDialog();
     };
     ASSERT_TRUE(deleteFirst());
     EXPECT_EQ(ToolItems(), Names({L"Two"}));
@@ -376,9 +379,11 @@ TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {
     const std::string before = "[Tool]\nDisplayName=x\nCommand=y\n";
     Settings(before);
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    editor.Command(IDM_CUSTOMIZE);
-    ASSERT_TRUE(editor.WaitForDialog());
-    ASSERT_TRUE(editor.Keys(L"Alt+A Alt+D Alt+D Escape"));
+    const HWND tools = OpenDialog(IDM_CUSTOMIZE);
+    ASSERT_TRUE(tools);
+    for (const wchar_t* button : {L"Add", L"Delete", L"Delete"}) ASSERT_TRUE(window::PressButton(tools, button));
+    Settle();
+    ASSERT_TRUE(editor.Keys(L"Escape"));
     EXPECT_TRUE(WaitUntilSaved());
     EXPECT_EQ(files::Read(files::SettingsPath()), before);
     EXPECT_EQ(ToolItems(), Names({L"x"}));
@@ -387,13 +392,15 @@ TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {
 TEST_F(ToolTest, OptionsWorkAtOnceAndAreSaved) {
     Settings("[General]\nReplaceTabs=0\nMine=kept\n[Tool]\nDisplayName=x\nCommand=y\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    editor.Command(IDM_OPTIONS);
-    const HWND options = editor.WaitForDialog();
+    const HWND options = OpenDialog(IDM_OPTIONS);
     ASSERT_TRUE(options);
     EXPECT_EQ(window::TextOf(options), L"Options");
-    ASSERT_TRUE(editor.Keys(L"Alt+R Alt+S"));
+    ASSERT_TRUE(ReachWith(L"Alt+S", window::Control(options, IDC_SPACES_PER_TAB)));
     ASSERT_TRUE(editor.Keys(L"Home Shift+End"));
     ASSERT_TRUE(editor.Type(L"3"));
+    ASSERT_TRUE(editor.Keys(L"Alt+R"));
+    const HWND replaceTabs = window::Control(options, IDC_REPLACE_TABS);
+    ASSERT_TRUE(window::WaitFor([&] { return SendMessageW(replaceTabs, BM_GETCHECK, 0, 0) == BST_CHECKED; }));
     ASSERT_TRUE(editor.Keys(L"Enter"));
     ASSERT_TRUE(WaitUntilSaved());
     const std::string saved = files::Read(files::SettingsPath());
@@ -407,9 +414,12 @@ TEST_F(ToolTest, OptionsWorkAtOnceAndAreSaved) {
 
 TEST_F(ToolTest, CancelInTheOptionsDialogWritesNothing) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    editor.Command(IDM_OPTIONS);
-    ASSERT_TRUE(editor.WaitForDialog());
-    ASSERT_TRUE(editor.Keys(L"Alt+R Alt+W Escape"));
+    const HWND options = OpenDialog(IDM_OPTIONS);
+    ASSERT_TRUE(options);
+    for (const wchar_t* box : {L"Replace tabs with spaces", L"Show whitespace"})
+        ASSERT_TRUE(window::PressButton(options, box));
+    Settle();
+    ASSERT_TRUE(editor.Keys(L"Escape"));
     EXPECT_TRUE(WaitUntilSaved());
     EXPECT_FALSE(files::Exists(files::SettingsPath()));
     ASSERT_TRUE(editor.Keys(L"Tab"));

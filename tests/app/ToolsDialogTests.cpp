@@ -10,9 +10,8 @@ protected:
     void Open(const std::string& before = Tools) {
         ASSERT_TRUE(files::Write(files::SettingsPath(), before));
         ASSERT_TRUE(OpenFiles({L"a.txt"}));
-        editor.Command(IDM_CUSTOMIZE);
-        dialog = editor.WaitForDialog();
-        ASSERT_TRUE(window::WaitFor([&] { return dialog && IsChild(dialog, editor.Focus()); }));
+        dialog = OpenDialog(IDM_CUSTOMIZE);
+        ASSERT_TRUE(dialog);
     }
     HWND Control(int number) const { return GetDlgItem(dialog, number); }
     LRESULT Ask(int number, UINT message, WPARAM first = 0, LPARAM second = 0) const {
@@ -34,18 +33,9 @@ protected:
             // The mark of keys beside the keypad is the control's own affair.
             [&] { return (Ask(IDC_TOOLS_HOT_KEY, HKM_GETHOTKEY) & ~(HOTKEYF_EXT << 8)) == MAKEWORD(key, modifiers); });
     }
-    // The file is written when the dialog has gone.
-    static bool WaitForSaved(const std::string& text) {
-        return window::WaitFor([&] { return Saved() == text; });
-    }
     static std::string Saved() { return files::Read(files::SettingsPath()); }
-    // Puts the focus into the field for the hot key. A key that is struck just after a window came to the front may
-    // come without its Alt; no tool begins with an H.
-    bool EnterHotKeyField() {
-        const HWND field = Control(IDC_TOOLS_HOT_KEY);
-        return window::WaitFor(
-            [&] { return editor.Keys(L"Alt+H") && window::WaitFor([&] { return editor.Focus() == field; }, 1000); });
-    }
+    // No tool begins with an H.
+    bool EnterHotKeyField() { return ReachWith(L"Alt+H", Control(IDC_TOOLS_HOT_KEY)); }
 
     static constexpr char Tools[] = "[Tool]\r\nDisplayName=One\r\nCommand=one\r\n\r\n"
                                     "[Tool]\r\nDisplayName=Two\r\nCommand=two\r\n\r\n"
@@ -90,11 +80,11 @@ TEST_F(ToolsDialogTest, EveryCombinationWithModifiersCanBeAHotKey) {
         ASSERT_TRUE(WaitForHotKey(combination.key, combination.modifiers)) << combination.key;
     }
     ASSERT_TRUE(editor.Keys(L"Enter"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
+    ASSERT_TRUE(WaitUntilSaved());
     const std::string others = "\r\n[Tool]\r\nDisplayName=Two\r\nCommand=two\r\n"
                                "\r\n[Tool]\r\nDisplayName=Three\r\nCommand=three\r\n";
     const std::string expected = "[Tool]\r\nDisplayName=One\r\nCommand=one\r\nHotKey=80\r\nHotKeyFlags=28\r\n" + others;
-    EXPECT_TRUE(WaitForSaved(expected)) << Saved();
+    EXPECT_EQ(Saved(), expected);
 }
 
 TEST_F(ToolsDialogTest, MnemonicsLeadToTheFieldsAndPressTheButtons) {
@@ -112,11 +102,10 @@ TEST_F(ToolsDialogTest, MnemonicsLeadToTheFieldsAndPressTheButtons) {
     ASSERT_TRUE(editor.Keys(L"Alt+P Alt+A"));
     EXPECT_TRUE(window::WaitFor([&] { return List() == Names({L"Two", L"Three", L"New Tool"}); }));
     ASSERT_TRUE(editor.Keys(L"Enter"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
-    EXPECT_TRUE(WaitForSaved("[Tool]\r\nDisplayName=Two\r\nCommand=two\r\nPromptArgs=1\r\n"
-                             "\r\n[Tool]\r\nDisplayName=Three\r\nCommand=three\r\n"
-                             "\r\n[Tool]\r\nDisplayName=New Tool\r\nCommand=\r\n"))
-        << Saved();
+    ASSERT_TRUE(WaitUntilSaved());
+    EXPECT_EQ(Saved(), "[Tool]\r\nDisplayName=Two\r\nCommand=two\r\nPromptArgs=1\r\n"
+                       "\r\n[Tool]\r\nDisplayName=Three\r\nCommand=three\r\n"
+                       "\r\n[Tool]\r\nDisplayName=New Tool\r\nCommand=\r\n");
 }
 
 TEST_F(ToolsDialogTest, OkWritesTheWholeFile) {
@@ -124,18 +113,17 @@ TEST_F(ToolsDialogTest, OkWritesTheWholeFile) {
          "[Tool]\nDisplayName=None\n[Engine_X]\nBase=C\n");
     EXPECT_EQ(List(), Names({L"One"}));
     ASSERT_TRUE(editor.Keys(L"Enter"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
-    EXPECT_TRUE(WaitForSaved("[General]\r\nMine=kept\r\n\r\n[Engine_X]\r\nBase=C\r\n\r\n"
-                             "[Tool]\r\nDisplayName=One\r\nCommand=one\r\n"))
-        << Saved();
+    ASSERT_TRUE(WaitUntilSaved());
+    EXPECT_EQ(Saved(), "[General]\r\nMine=kept\r\n\r\n[Engine_X]\r\nBase=C\r\n\r\n"
+                       "[Tool]\r\nDisplayName=One\r\nCommand=one\r\n");
 }
 
 TEST_F(ToolsDialogTest, CancelLeavesTheFileAsItIs) {
     const std::string before = "; a remark\n[Tool]\nDisplayName=One\nCommand=one\nOther=kept\n[General]\nMine=kept";
     Open(before);
-    ASSERT_TRUE(editor.Keys(L"Alt+P Alt+A Alt+D Escape"));
-    ASSERT_TRUE(editor.WaitForNoDialog());
-    Settle();
+    ASSERT_TRUE(EnterHotKeyField());
+    ASSERT_TRUE(editor.Keys(L"Alt+K Tab Alt+P Alt+A Alt+D Escape"));
+    ASSERT_TRUE(WaitUntilSaved());
     EXPECT_EQ(Saved(), before);
 }
 
@@ -144,9 +132,8 @@ TEST_F(ToolsDialogTest, ItsDialogsStandInTheMiddleOfTheFrame) {
     EXPECT_TRUE(IsCentred(dialog));
     ASSERT_TRUE(editor.Keys(L"Escape"));
     ASSERT_TRUE(editor.WaitForNoDialog());
-    editor.Command(IDM_FIRST_TOOL);
-    dialog = editor.WaitForDialog();
-    ASSERT_TRUE(window::WaitFor([&] { return dialog && IsChild(dialog, editor.Focus()); }));
+    dialog = OpenDialog(IDM_FIRST_TOOL);
+    ASSERT_TRUE(dialog);
     EXPECT_TRUE(IsCentred(dialog));
     ASSERT_TRUE(editor.Keys(L"Escape"));
     EXPECT_TRUE(editor.WaitForNoDialog());

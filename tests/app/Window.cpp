@@ -102,6 +102,12 @@ std::vector<HWND> Children(HWND parent, const wchar_t* className) {
     return search.found;
 }
 
+HWND Control(HWND parent, int number) {
+    for (const HWND child : Children(parent))
+        if (GetDlgCtrlID(child) == number) return child;
+    return nullptr;
+}
+
 StatusPart ReadStatusPart(HWND statusBar, int part) {
     StatusPart result;
     DWORD_PTR length = 0;

@@ -21,6 +21,9 @@ std::vector<HWND> TopLevel(DWORD process);
 // All windows below `parent`, of the class when one is given, in the order of the system.
 std::vector<HWND> Children(HWND parent, const wchar_t* className = nullptr);
 
+// The first window below `parent` with this control number; null when there is none.
+HWND Control(HWND parent, int number);
+
 // Text and drawing type of a part of a status bar of another process.
 struct StatusPart {
     std::wstring text;
