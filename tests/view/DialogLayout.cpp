@@ -114,7 +114,8 @@ dialog::Scaled::Scaled(int dpi, int points)
       modeless("CreateDialogParamW", reinterpret_cast<void*>(CreateScaled)),
       density("GetDpiForWindow", reinterpret_cast<void*>(ScaledDpi)) {
     scaledDpi = dpi;
-    scaledPoints = static_cast<WORD>(points);
+    // A point has more pixels where the real screen is finer.
+    scaledPoints = static_cast<WORD>(MulDiv(points, 96, static_cast<int>(GetDpiForSystem())));
 }
 
 void dialog::ExpectCentred(HWND window, HWND parent) {
