@@ -75,7 +75,6 @@ void BinaryDocument::Close() {
     windowBlock = window = nullptr;
     windowStart = 0;
     windowValid = 0;
-    windowIsScratch = false;
     pages.Clear();
 }
 
@@ -85,7 +84,6 @@ bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
     // Writing behind the end of a file that has become shorter would make it grow, and nobody would find
     // again what is written into one that was deleted, or that another one has replaced.
     if (!file.GetSize(sizeNow) || sizeNow < fileSize || file.IsDeleted() || !file.IsAt(GetName())) return false;
-    windowValid = 0; // what it holds will be older than the file
     const bool saved = WritePages() && file.Flush();
     if (saved) {
         pages.Clear();

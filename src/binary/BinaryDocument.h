@@ -48,8 +48,8 @@ public:
     uint64_t FileSize() const { return fileSize; }
 
     // Makes the window hold [offset, offset + count), as far as the file goes; `count` is at most
-    // WindowSize. A file that has become shorter is a success, with a window that ends earlier. On failure the
-    // window ends with the last byte before those that cannot be read.
+    // WindowSize. Bytes that it holds already are not read again. A file that has become shorter is a success, with a
+    // window that ends earlier. On failure the window ends with the last byte before those that cannot be read.
     bool EnsureWindow(uint64_t offset, uint32_t count);
     const uint8_t* Window() const { return window; }
     uint64_t WindowStart() const { return windowStart; }
@@ -146,5 +146,4 @@ private:
     uint32_t readOnly = 0;
     uint32_t lastSerial = 0;
     bool searchFailed = false;
-    bool windowIsScratch = false; // the window's bytes are not those that windowStart says
 };

@@ -41,7 +41,6 @@ bool BinaryDocument::WindowHolds(uint64_t offset, uint32_t count) const {
 
 bool BinaryDocument::FillWindow(uint64_t start) {
     windowStart = start;
-    windowIsScratch = false;
     return ReadAt(start, window, WindowSize, windowValid);
 }
 
@@ -84,7 +83,6 @@ bool BinaryDocument::ReadBytes(uint64_t offset, uint8_t* destination, size_t cou
         const ChangedPage* page = pages.Find(offset / PageSize);
         if (!page) {
             uint32_t valid = 0;
-            windowIsScratch = true;
             ReadPage(window, offset - inPage, true, valid);
             if (inPage + part > valid) return false;
         }

@@ -30,7 +30,8 @@ bool BinaryDocument::FindBytes(const WString& pattern, uint64_t from, uint64_t e
     wrapped = searchFailed = false;
     Array<uint8_t> bytes;
     if (!ToBytes(pattern, hexPattern, bytes) || bytes.IsEmpty() || bytes.Count() > WindowSize) return false;
-    if (windowIsScratch) windowValid = 0;
+    // The window may have served as scratch space, and the file may have been written since, by others too.
+    windowValid = 0;
     from = std::min(from, fileSize);
     end = std::min(end, fileSize);
     matchLength = static_cast<uint32_t>(bytes.Count());
