@@ -265,6 +265,34 @@ TEST_F(HexPaintTest, DetachingEndsADrag) {
     EXPECT_EQ(Bytes().Caret(), 3u);
 }
 
+TEST_F(HexPaintTest, ADragEndsWhenAnotherWindowTakesTheMouse) {
+    UseSettings(u"");
+    ShowFile(std::string(100, 'H'));
+    const HWND window = hex->GetWindow();
+    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(HexX(3), Y(0)));
+    SetCapture(frame);
+    SendMessageW(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(HexX(9), Y(2)));
+    SendMessageW(window, WM_TIMER, 1, 0);
+    EXPECT_EQ(Bytes().Caret(), 1u);
+    EXPECT_EQ(GetCapture(), frame);
+    ReleaseCapture();
+}
+
+TEST_F(HexPaintTest, ADragEndsWithItsWindow) {
+    UseSettings(u"");
+    ShowFile(std::string(100, 'H'));
+    SendMessageW(hex->GetWindow(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(HexX(3), Y(0)));
+    DestroyWindow(hex->GetWindow());
+    ASSERT_EQ(hex->GetWindow(), nullptr);
+    const HWND other = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 0, 0, WindowWidth, WindowHeight, frame,
+                                       nullptr, GetModuleHandleW(nullptr), nullptr);
+    hex->Attach(other);
+    SendMessageW(other, WM_MOUSEMOVE, 0, MAKELPARAM(HexX(9), Y(2)));
+    EXPECT_EQ(Bytes().Caret(), 1u);
+    SendMessageW(other, WM_TIMER, 1, 0);
+    EXPECT_EQ(Bytes().Caret(), 1u);
+}
+
 TEST_F(HexPaintTest, AWheelSetToScreensScrollsByTheVisibleRows) {
     ShowFile(std::string(10000, 'H'));
     const WheelScreen wheel;

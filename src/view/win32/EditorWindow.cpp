@@ -71,6 +71,9 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
         OnWheel(wparam);
         return 0;
+    case WM_NCDESTROY:
+        Input().OnCaptureLost(); // the system does not say so
+        break;
     default:
         break;
     }
