@@ -255,6 +255,12 @@ TEST(BinaryInterface, AnswersWhatTextDocumentsHave) {
     EXPECT_FALSE(file->CanDo(DocumentCommand::Undo));
     EXPECT_FALSE(file->CanDo(DocumentCommand::Redo));
     EXPECT_FALSE(file->CanDo(DocumentCommand::Paste));
+    EXPECT_TRUE(file->DoCommand(DocumentCommand::Undo)); // known, though there is nothing to undo
+    EXPECT_TRUE(file->DoCommand(DocumentCommand::Redo));
+    for (const uint32_t kind : {DocumentCommand::Edit, DocumentCommand::Paste, 4u}) {
+        EXPECT_FALSE(file->DoCommand(kind));
+        EXPECT_EQ(file->CanDo(kind), kind == DocumentCommand::Edit);
+    }
     WString text;
     ASSERT_TRUE(file->GetSessionText(text));
     EXPECT_EQ(std::u16string(text.Text()), u"eb " + file.path + u"\r\n");

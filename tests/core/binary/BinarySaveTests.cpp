@@ -37,12 +37,15 @@ TEST(BinarySave, GoesInPlaceWhateverNameIsPassed) {
 TEST(BinarySave, TheDocumentIsThenNotModified) {
     OpenedFile file("abc");
     FakeHexView* view = FakeHexView::Create(*file);
+    FakeHexView* other = FakeHexView::Create(*file);
     ASSERT_TRUE(file.Edit(0, "x"));
     view->ForgetCalls();
+    other->ForgetCalls();
     EXPECT_TRUE(file.Save());
     EXPECT_FALSE(file->IsModified());
-    EXPECT_EQ(view->documentChanges, 1);
+    EXPECT_EQ(view->documentChanges + other->documentChanges, 1); // they have the same frame
     EXPECT_EQ(view->contentChanges, 1);
+    EXPECT_EQ(other->contentChanges, 1);
     ASSERT_TRUE(file->Undo());
     EXPECT_TRUE(file->IsModified());
     EXPECT_EQ(file.Content(), "abc");

@@ -117,6 +117,28 @@ TEST_F(HexRowsTest, BytesThatAreNoCharactersShowAsDots) {
     EXPECT_EQ(Paint()[0].text.substr(49), ". ~...");
 }
 
+TEST_F(HexRowsTest, FilesOfEveryBorderSizeAreShownToTheirLastByte) {
+    for (const size_t size : BorderSizes) {
+        const std::string content = Pattern(size);
+        Show(content);
+        view().ScrollToRow(UINT64_MAX);
+        const std::vector<Row> painted = Paint();
+        EXPECT_EQ(painted[0].pastEnd, size == 0);
+        EXPECT_TRUE(painted[1].pastEnd);
+        if (size == 0) continue;
+        std::string digits;
+        std::string characters;
+        for (const char c : content.substr((size - 1) / 16 * 16)) {
+            char text[4];
+            snprintf(text, sizeof text, "%02X ", static_cast<uint8_t>(c));
+            digits += text;
+            characters += c >= 32 && c <= 126 ? c : '.';
+        }
+        digits.resize(HexEditor::TextColumn, ' ');
+        EXPECT_EQ(painted[0].text, digits + characters) << size;
+    }
+}
+
 TEST_F(HexRowsTest, TheOffsetStandsRightAlignedInItsColumn) {
     const std::pair<uint64_t, std::string> sizes[] = {
         {10, "00"}, {1000, "03E0"}, {0x1000, "000FF0"}, {0x10000000, "000FFFFFF0"}};
