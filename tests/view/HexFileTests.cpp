@@ -1,12 +1,7 @@
 // Bytes in a frame of the test's own process, whose file does what a test says: it cannot be written, no longer
 // takes bytes in the middle of a save, or has been deleted.
 
-#include "CallCounter.h"
-#include "OwnFrameTest.h"
-#include "app/OpenFiles.h"
-#include "binary/win32/HexView.h"
-#include "resource.h"
-#include "support/ScratchFolder.h"
+#include "HexFrameTest.h"
 #include "view/win32/Clipboard.h"
 
 namespace {
@@ -43,12 +38,6 @@ BOOL WINAPI TellStandardInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID info, DWO
     return TRUE;
 }
 
-std::vector<std::wstring> messages;
-int WINAPI TakeMessage(HWND, LPCWSTR text, LPCWSTR, UINT) {
-    messages.push_back(text);
-    return IDOK;
-}
-
 class Replaced : public ReplacedImport {
 public:
     Replaced(const char* name, void* function) : ReplacedImport(name, function) {
@@ -57,56 +46,9 @@ public:
     }
 };
 
-class HexFileTest : public OwnFrameTest {
+class HexFileTest : public HexFrameTest {
 protected:
-    using Messages = std::vector<std::wstring>;
-
-    void SetUp() override {
-        ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
-        SetHexViewFactory(HexView::Create);
-        messages.clear();
-    }
-
-    void Open(const std::string& bytes) {
-        const std::u16string written = folder.Write("data.bin", bytes);
-        path.assign(written.begin(), written.end());
-        ASSERT_TRUE(OpenBinaryArgument(*main, written.c_str()));
-        file = static_cast<BinaryDocument*>(main->Documents().At(0));
-        ViewNode* next = nullptr;
-        editor = &static_cast<HexView*>(file->EnumViews(nullptr, next)->AsView())->Editor();
-    }
-    // As the pane's window hears of keys.
-    void Type(const std::wstring& digits) const {
-        const HWND pane = FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr);
-        for (const wchar_t digit : digits) SendMessageW(pane, WM_CHAR, static_cast<WPARAM>(digit), 1);
-    }
-    // What the editor says while it carries out a command.
-    Messages MessagesOf(UINT command) const {
-        messages.clear();
-        Command(command);
-        return messages;
-    }
     Messages NotSaved() const { return {L"Failed saving file: " + path}; }
-    std::wstring Title() const {
-        wchar_t text[512] = {};
-        GetWindowTextW(main->Window(), text, 512);
-        return text;
-    }
-    bool TitleShows(bool modified) const { return Title() == path + (modified ? L"* - Orvane" : L" - Orvane"); }
-    std::string Content() const {
-        std::string bytes(static_cast<size_t>(file->FileSize()), '\0');
-        EXPECT_TRUE(file->ReadBytes(0, reinterpret_cast<uint8_t*>(bytes.data()), bytes.size()));
-        return bytes;
-    }
-    std::string OnDisk() const { return folder.Read("data.bin"); }
-
-    ScratchFolder folder;
-    std::wstring path;
-    BinaryDocument* file = nullptr;
-    HexEditor* editor = nullptr;
-
-private:
-    const ReplacedImport box{"MessageBoxW", reinterpret_cast<void*>(TakeMessage)};
 };
 
 // A file of five pages, each of which has been changed, the later ones first.
