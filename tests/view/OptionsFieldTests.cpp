@@ -2,8 +2,36 @@
 
 #include "view/OptionsTest.h"
 
+#include "view/CallCounter.h"
+
 #include <algorithm>
 #include <set>
+
+namespace {
+
+struct Face {
+    const wchar_t* name;
+    BYTE pitch;
+};
+
+// The faces of a system, in the place of the real one's.
+int WINAPI ListFaces(HDC, LOGFONTW* wanted, FONTENUMPROCW take, LPARAM parameter, DWORD) {
+    EXPECT_EQ(wanted->lfCharSet, ANSI_CHARSET);
+    EXPECT_STREQ(wanted->lfFaceName, L"") << "every family";
+    constexpr Face Faces[] = {{L"Fixed One", FIXED_PITCH | FF_MODERN}, {L"Prose", VARIABLE_PITCH | FF_ROMAN},
+                              {L"Fixed One", FIXED_PITCH | FF_SWISS},  {L"Fixed", FIXED_PITCH},
+                              {L"Unsure", DEFAULT_PITCH | FF_MODERN},  {L"Fixed Two", FIXED_PITCH}};
+    for (const Face& face : Faces) {
+        LOGFONTW font = {};
+        const TEXTMETRICW metrics = {};
+        font.lfPitchAndFamily = face.pitch;
+        wcscpy(font.lfFaceName, face.name);
+        if (!take(&font, &metrics, TRUETYPE_FONTTYPE, parameter)) return 0;
+    }
+    return 1;
+}
+
+} // namespace
 
 TEST_F(OptionsTest, EveryCheckBoxShowsAndSetsItsSetting) {
     const struct {
@@ -68,6 +96,11 @@ TEST_F(OptionsTest, NumbersTakeWhateverIsTyped) {
     EXPECT_EQ(settings.FontSize, 0u);
     EXPECT_EQ(settings.CaretWidth, 0u);
     EXPECT_EQ(settings.MarginWidth, 4294967295u);
+    Open([](HWND options) {
+        EXPECT_EQ(dialog::TextOf(FontsPage(options), IDC_FONT_SIZE), L"0");
+        EXPECT_EQ(dialog::TextOf(FontsPage(options), IDC_MARGIN_WIDTH), L"4294967295");
+        dialog::Cancel(options);
+    });
 }
 
 TEST_F(OptionsTest, ANumberHasNoSignAndEndsWithItsDigits) {
@@ -120,6 +153,17 @@ TEST_F(OptionsTest, TextsShowAndSetTheirSettings) {
 }
 
 TEST_F(OptionsTest, TheFontListHoldsEachFixedPitchFaceOnce) {
+    const ReplacedImport faces("EnumFontFamiliesExW", reinterpret_cast<void*>(ListFaces));
+    ASSERT_TRUE(faces.IsImported());
+    Open([](HWND options) {
+        std::vector<std::wstring> names = dialog::ListItems(FontsPage(options), IDC_FONT_NAME);
+        std::sort(names.begin(), names.end());
+        EXPECT_EQ(names, std::vector<std::wstring>({L"Fixed", L"Fixed One", L"Fixed Two"}));
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, TheFontListHoldsTheFacesOfTheSystem) {
     std::set<std::wstring> fixed;
     LOGFONTW wanted = {};
     wanted.lfCharSet = ANSI_CHARSET;
