@@ -2,6 +2,7 @@
 
 #include "view/OptionsTest.h"
 
+#include "view/CallCounter.h"
 #include "view/DialogLayout.h"
 
 namespace {
@@ -32,6 +33,30 @@ std::wstring LabelBefore(HWND page, int control) {
     GetWindowTextW(GetWindow(GetDlgItem(page, control), GW_HWNDPREV), text, 64);
     return text;
 }
+
+// A tree that selects its first page as its items go.
+LRESULT CALLBACK SelectOnTheWayOut(HWND tree, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR first) {
+    if (message == WM_DESTROY) SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, static_cast<LPARAM>(first));
+    return DefSubclassProc(tree, message, wparam, lparam);
+}
+
+// Makes the pages of the dialog but one, for which there is no memory.
+class PageLeftOut {
+public:
+    explicit PageLeftOut(WORD resource) {
+        missing = resource;
+        make = reinterpret_cast<decltype(make)>(import.Original());
+    }
+
+private:
+    static HWND WINAPI Create(HINSTANCE instance, const wchar_t* name, HWND owner, DLGPROC procedure, LPARAM object) {
+        return name == MAKEINTRESOURCEW(missing) ? nullptr : make(instance, name, owner, procedure, object);
+    }
+
+    static inline WORD missing = 0;
+    static inline decltype(&CreateDialogParamW) make = nullptr;
+    ReplacedImport import{"CreateDialogParamW", reinterpret_cast<void*>(Create)};
+};
 
 } // namespace
 
@@ -109,6 +134,46 @@ TEST_F(OptionsTest, TheRootOfTheTreeShowsTheFirstPage) {
         EXPECT_EQ(ShownPage(options), General);
         dialog::Cancel(options);
     });
+}
+
+TEST_F(OptionsTest, ATreeOnItsWayOutChoosesNoPage) {
+    Open([](HWND options) {
+        ShowPage(options, Fonts);
+        const auto first = reinterpret_cast<DWORD_PTR>(TreeItem(options, General));
+        ASSERT_TRUE(SetWindowSubclass(GetDlgItem(options, IDC_OPTIONS_TREE), SelectOnTheWayOut, 1, first));
+        dialog::Cancel(options);
+    });
+    Open([](HWND options) {
+        EXPECT_EQ(ShownPage(options), Fonts);
+        dialog::Cancel(options);
+    });
+}
+
+TEST_F(OptionsTest, APageThatCannotBeMadeIsLeftOut) {
+    Open([](HWND options) { // so that the missing page is the first to be shown once
+        ShowPage(options, Fonts);
+        dialog::Cancel(options);
+    });
+    const WORD resources[] = {IDD_OPTIONS_GENERAL, IDD_OPTIONS_FONTS, IDD_OPTIONS_COLORS};
+    for (const int missing : {Fonts, Colors, General}) {
+        SCOPED_TRACE(missing);
+        const SettingsRecord before = settings;
+        const PageLeftOut leftOut(resources[missing]);
+        const int other = missing == Fonts ? General : Fonts;
+        EXPECT_TRUE(Open([&](HWND options) {
+            ShowPage(options, missing);
+            EXPECT_EQ(ShownPage(options), -1);
+            ShowPage(options, other);
+            EXPECT_EQ(ShownPage(options), other);
+            const int field = other == Fonts ? IDC_FONT_SIZE : IDC_SPACES_PER_TAB;
+            dialog::SetText(PageWith(options, field), field, L"23");
+            ShowPage(options, missing);
+            dialog::Ok(options);
+        }));
+        EXPECT_EQ(other == Fonts ? settings.FontSize : settings.SpacesPerTab, 23u);
+        EXPECT_EQ(missing == Fonts ? settings.FontSize : settings.SpacesPerTab,
+                  missing == Fonts ? before.FontSize : before.SpacesPerTab);
+    }
 }
 
 TEST_F(OptionsTest, ThePagesHaveTheirLabels) {
