@@ -2,6 +2,10 @@
 
 #include "view/OptionsTest.h"
 
+#include "support/FailureInjection.h"
+
+#include <optional>
+
 namespace {
 
 std::string Hex(Colour colour) {
@@ -81,9 +85,11 @@ TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {
               "[Tool]\r\nDisplayName=x\r\nCommand=y\r\n\r\n[General]\r\nMine=1\r\nSpacesPerTab=5\r\nFontName=");
 }
 
-TEST_F(OptionsTest, OkRunsTheChangeHandlers) {
+TEST_F(OptionsTest, OkRunsTheChangeHandlersInTheOrderOfTheTable) {
     Open([](HWND options) { dialog::Ok(options); });
-    EXPECT_EQ(handled, 7) << "three of the font and one of each brush";
+    using enum SettingChange;
+    EXPECT_EQ(handled, std::vector<SettingChange>(
+                           {Font, Font, Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush}));
 }
 
 TEST_F(OptionsTest, CancelChangesNothing) {
@@ -99,8 +105,81 @@ TEST_F(OptionsTest, CancelChangesNothing) {
     }));
     EXPECT_EQ(GeneralSection(), before);
     EXPECT_EQ(Saved(), "as it was");
-    EXPECT_EQ(handled, 0);
+    EXPECT_TRUE(handled.empty());
     EXPECT_EQ(file.sections.head, nullptr);
+}
+
+TEST_F(OptionsTest, ClosingTheWindowCancels) {
+    folder.Write("orvane.ini", "as it was");
+    EXPECT_FALSE(Open([](HWND options) {
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"99");
+        SendMessageW(options, WM_CLOSE, 0, 0);
+    }));
+    EXPECT_EQ(settings.FontSize, 10u);
+    EXPECT_EQ(Saved(), "as it was");
+}
+
+TEST_F(OptionsTest, AFileThatIsBeingReadStaysAndTheSettingsHold) {
+    folder.Write("orvane.ini", "as it was");
+    const std::u16string path = folder.Path("orvane.ini");
+    Platform::File reader;
+    ASSERT_TRUE(reader.Open(path.c_str(), Platform::File::Mode::ReadShared));
+    EXPECT_TRUE(Open([](HWND options) {
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"13");
+        dialog::Ok(options);
+    }));
+    EXPECT_EQ(settings.FontSize, 13u);
+    EXPECT_EQ(Saved(), "as it was");
+    reader.Close();
+    // The model has them: the next save, of whatever dialog, writes them.
+    EXPECT_EQ(file.FindSection(u"General")->GetInt(u"FontSize", 0), 13u);
+}
+
+TEST_F(OptionsTest, AFieldThatFindsNoMemoryKeepsItsSettingOrLosesItsText) {
+    const std::vector<Char* SettingsRecord::*> texts = {&SettingsRecord::QuickOpenPath, &SettingsRecord::TextFileTypes,
+                                                        &SettingsRecord::FontName};
+    const uint64_t failures = FailEachAllocation([&] {
+        std::optional<FailurePause> pause(std::in_place);
+        settings.FontSize = 9;
+        for (const auto text : texts) ReplaceString(settings.*text, u"old");
+        file.Clear();
+        EXPECT_TRUE(Open([&](HWND options) {
+            dialog::SetText(GeneralPage(options), IDC_QUICK_OPEN_PATH, L"new");
+            dialog::SetText(GeneralPage(options), IDC_FILE_TYPES, L"new");
+            dialog::SetText(FontsPage(options), IDC_FONT_NAME, L"new");
+            dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"12");
+            pause.reset();
+            dialog::Ok(options);
+            pause.emplace();
+        }));
+        bool all = settings.FontSize == 12;
+        EXPECT_TRUE(all || settings.FontSize == 9);
+        for (const auto text : texts) {
+            const std::string now = Narrow(settings.*text);
+            EXPECT_TRUE(now == "new" || now == "old" || !(settings.*text)) << now;
+            all = all && now == "new";
+        }
+        EXPECT_EQ(Saved(), GeneralSection());
+        return all;
+    });
+    EXPECT_GE(failures, 6u) << "at least two for each text";
+}
+
+TEST_F(OptionsTest, WithoutMemoryForTheModelTheFileIsNotWritten) {
+    folder.Write("orvane.ini", "as it was");
+    EXPECT_TRUE(Open([](HWND options) {
+        dialog::SetText(FontsPage(options), IDC_FONT_SIZE, L"13");
+        dialog::Ok(options);
+        // The handlers run, then the record is stored: the first block that this takes fails.
+        Heap::SetFailureHook([] {
+            if (handled.size() == 7) Heap::SetFailureHook(nullptr);
+            return handled.size() == 7;
+        });
+    }));
+    Heap::SetFailureHook(nullptr);
+    EXPECT_EQ(settings.FontSize, 13u);
+    EXPECT_EQ(file.sections.head, nullptr);
+    EXPECT_EQ(Saved(), "as it was");
 }
 
 TEST_F(OptionsTest, AFileThatCannotBeWrittenIsPassedOver) {

@@ -2,8 +2,11 @@
 
 OptionsTest::OptionsTest() {
     LoadSettings(file);
-    SetDrawingRebuilder([](SettingChange) { return ++handled > 0; });
-    handled = 0;
+    handled.clear();
+    SetDrawingRebuilder([](SettingChange change) {
+        handled.push_back(change);
+        return true;
+    });
 }
 
 OptionsTest::~OptionsTest() {

@@ -44,5 +44,5 @@ protected:
 
     ScratchFolder folder;
     IniFile file;
-    static inline int handled = 0; // change handlers that ran
+    static inline std::vector<SettingChange> handled; // by the change handlers that ran
 };
