@@ -251,6 +251,8 @@ TEST_F(ToolsTest, DeleteSelectsWhatFollowsOrTheLast) {
         EXPECT_EQ(Names(tools), Texts({L"One"}));
         EXPECT_EQ(Selected(tools), 0);
         EXPECT_EQ(Shown(tools).title, L"One");
+        SetHotKey(tools, VK_F7, HOTKEYF_CONTROL); // so that every field has something to clear
+        dialog::Click(tools, IDC_TOOLS_REDIRECT);
         dialog::Click(tools, IDC_TOOLS_DELETE);
         EXPECT_TRUE(Names(tools).empty());
         EXPECT_EQ(Shown(tools), NoFields);
