@@ -200,6 +200,26 @@ TEST_F(OptionsDialogTest, EnterInAFieldConfirms) {
     EXPECT_EQ(Saved(), "[General]\r\n" + Lines({{"SpacesPerTab", "0"}}));
 }
 
+TEST_F(OptionsDialogTest, EscapeClosesTheListOfFontsBeforeTheDialog) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Open();
+    const HWND fonts = Control(IDC_FONT_NAME);
+    ASSERT_TRUE(editor.Keys(L"Down"));
+    ASSERT_TRUE(window::WaitFor([&] { return IsWindowVisible(fonts); }));
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    ASSERT_TRUE(window::WaitFor([&] { return IsChild(fonts, editor.Focus()); }));
+    const auto isOpen = [&] { return SendMessageW(fonts, CB_GETDROPPEDSTATE, 0, 0) != 0; };
+    ASSERT_TRUE(
+        window::WaitFor([&] { return editor.Keys(L"Alt+Down") && window::WaitFor([&] { return isOpen(); }, 1000); }));
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    EXPECT_TRUE(window::WaitFor([&] { return !isOpen(); }));
+    Settle();
+    EXPECT_EQ(editor.Dialog(), dialog);
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    ASSERT_TRUE(WaitUntilSaved());
+    EXPECT_FALSE(files::Exists(files::SettingsPath()));
+}
+
 TEST_F(OptionsDialogTest, StandsInTheMiddleOfTheFrame) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     Open();
