@@ -18,6 +18,10 @@ constexpr uint32_t Alt = 16;
 // Command number of the first tool; tool i is ToolCommandBase + i.
 constexpr uint32_t ToolCommandBase = 46000;
 
+// From here on command numbers are those of the system, in its own menu of each window. It takes an
+// accelerator with the number of such an item for that item, and so would close the window.
+constexpr uint32_t SystemCommandBase = 0xF000;
+
 // One external tool.
 struct ToolRecord : HeapObject {
     WString displayName;
@@ -58,8 +62,8 @@ public:
     // The tool at a 0-based position; null beyond the end.
     ToolRecord* At(uint32_t index) const;
     uint32_t Count() const;
-    // Replaces `out` by one entry for each tool that has a hot key. Tools so far down that their
-    // command number would not fit into 16 bits have none. False without memory, with `out` as it was.
+    // Replaces `out` by one entry for each tool that has a hot key and a command number below
+    // SystemCommandBase. False without memory, with `out` as it was.
     bool Accelerators(Array<ToolAccelerator>& out) const;
     void Clear();
 };
