@@ -133,10 +133,10 @@ TEST_F(CommandStartTest, OnlyTheHandleOfTheProcessIsKeptUntilTheEnd) {
     const ProcessRecorder recorder;
     ASSERT_TRUE(document->RunCommand(u"one", nullptr));
     const ProcessRecorder::Call& call = recorder.Calls().at(0);
-    EXPECT_FALSE(ProcessRecorder::IsOpen(call.thread));
-    EXPECT_TRUE(ProcessRecorder::IsOpen(call.process));
+    EXPECT_TRUE(recorder.IsClosed(call.thread));
+    EXPECT_FALSE(recorder.IsClosed(call.process));
     document->EndRun();
-    EXPECT_FALSE(ProcessRecorder::IsOpen(call.process));
+    EXPECT_TRUE(recorder.IsClosed(call.process));
 }
 
 TEST_F(CommandStartTest, BothSidesOfTheFileAreOpenedForEachOther) {

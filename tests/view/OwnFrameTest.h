@@ -13,6 +13,7 @@ protected:
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
         ::Application::globals.instance = instance;
+        BeforeFrame();
         main = new MainFrame;
         ASSERT_TRUE(main && MainFrame::RegisterClasses(instance) && main->Create(instance));
     }
@@ -27,6 +28,9 @@ protected:
         delete main;
         TextViewTest::TearDown();
     }
+
+    // The settings are there; the frame is about to be made of them.
+    virtual void BeforeFrame() {}
 
     void Command(UINT number) const { SendMessageW(main->Window(), WM_COMMAND, number, 0); }
 

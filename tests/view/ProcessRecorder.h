@@ -2,6 +2,7 @@
 
 #include "view/CallCounter.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -23,16 +24,17 @@ public:
         HANDLE thread;
     };
 
-    ProcessRecorder() : import("CreateProcessW", reinterpret_cast<void*>(Create)) {
-        EXPECT_TRUE(import.IsImported());
+    ProcessRecorder()
+        : create("CreateProcessW", reinterpret_cast<void*>(Create)),
+          close("CloseHandle", reinterpret_cast<void*>(Close)) {
+        EXPECT_TRUE(create.IsImported() && close.IsImported());
+        original = reinterpret_cast<decltype(&CloseHandle)>(close.Original());
         calls.clear();
+        closed.clear();
     }
     static const std::vector<Call>& Calls() { return calls; }
 
-    static bool IsOpen(HANDLE handle) {
-        DWORD flags = 0;
-        return GetHandleInformation(handle, &flags);
-    }
+    static bool IsClosed(HANDLE handle) { return std::count(closed.begin(), closed.end(), handle) == 1; }
 
 private:
     static BOOL WINAPI Create(LPCWSTR program, LPWSTR line, LPSECURITY_ATTRIBUTES ofProcess,
@@ -45,6 +47,14 @@ private:
         return TRUE;
     }
 
+    static BOOL WINAPI Close(HANDLE handle) {
+        closed.push_back(handle);
+        return original(handle);
+    }
+
     static inline std::vector<Call> calls;
-    ReplacedImport import;
+    static inline std::vector<HANDLE> closed;
+    static inline decltype(&CloseHandle) original;
+    ReplacedImport create;
+    ReplacedImport close;
 };
