@@ -155,7 +155,7 @@ TEST_F(ToolsTest, HotKeysAreStoredWithTheFlagsOfAccelerators) {
 TEST_F(ToolsTest, KeysBesideTheKeypadAreShownByTheirOwnNames) {
     LoadThree();
     for (const BYTE key : {BYTE{VK_INSERT}, BYTE{VK_HOME}, BYTE{VK_END}, BYTE{VK_PRIOR}, BYTE{VK_NEXT}, BYTE{VK_LEFT},
-                           BYTE{VK_RIGHT}, BYTE{VK_UP}, BYTE{VK_DOWN}}) {
+                           BYTE{VK_RIGHT}, BYTE{VK_UP}, BYTE{VK_DOWN}, BYTE{VK_DELETE}, BYTE{VK_DIVIDE}}) {
         toolList.At(0)->hotKey = key;
         toolList.At(0)->hotKeyFlags = 8;
         Open([key](HWND tools) {
