@@ -1,6 +1,7 @@
 #include "settings/win32/OptionsPages.h"
 
 #include "base/Text.h"
+#include "base/win32/Handles.h"
 #include "base/win32/WindowText.h"
 #include "resource.h"
 
@@ -8,20 +9,18 @@
 
 namespace {
 
-struct CheckBoxSetting {
+// A check box or a number field and the cell behind it.
+struct NumberSetting {
     int control;
     uint32_t SettingsRecord::*cell;
 };
-
-// Of a check box and of a number field alike: the control and the cell behind it.
-using NumberSetting = CheckBoxSetting;
 
 struct TextSetting {
     int control;
     Char* SettingsRecord::*cell;
 };
 
-constexpr CheckBoxSetting GeneralChecks[] = {
+constexpr NumberSetting GeneralChecks[] = {
     {IDC_SHOW_WHITESPACE, &SettingsRecord::ShowWhitespace},
     {IDC_REPLACE_TABS, &SettingsRecord::ReplaceTabs},
     {IDC_PASTE_KEEP_SELECTION, &SettingsRecord::PasteKeepSelection},
@@ -46,14 +45,13 @@ constexpr NumberSetting FontNumbers[] = {
     {IDC_MARGIN_WIDTH, &SettingsRecord::MarginWidth},
 };
 
-template <size_t Count> void FillChecks(HWND page, const SettingsRecord& copy, const CheckBoxSetting (&checks)[Count]) {
-    for (const CheckBoxSetting& check : checks)
+template <size_t Count> void FillChecks(HWND page, const SettingsRecord& copy, const NumberSetting (&checks)[Count]) {
+    for (const NumberSetting& check : checks)
         CheckDlgButton(page, check.control, copy.*check.cell ? BST_CHECKED : BST_UNCHECKED);
 }
 
-template <size_t Count> void ApplyChecks(HWND page, SettingsRecord& copy, const CheckBoxSetting (&checks)[Count]) {
-    for (const CheckBoxSetting& check : checks)
-        copy.*check.cell = IsDlgButtonChecked(page, check.control) == BST_CHECKED;
+template <size_t Count> void ApplyChecks(HWND page, SettingsRecord& copy, const NumberSetting (&checks)[Count]) {
+    for (const NumberSetting& check : checks) copy.*check.cell = IsDlgButtonChecked(page, check.control) == BST_CHECKED;
 }
 
 template <size_t Count> void FillNumbers(HWND page, const SettingsRecord& copy, const NumberSetting (&numbers)[Count]) {
@@ -106,9 +104,8 @@ void GeneralPage::Apply() {
 void FontsPage::Fill() {
     LOGFONTW wanted = {};
     wanted.lfCharSet = ANSI_CHARSET;
-    const HDC screen = GetDC(nullptr);
-    EnumFontFamiliesExW(screen, &wanted, AddFace, reinterpret_cast<LPARAM>(GetDlgItem(window, IDC_FONT_NAME)), 0);
-    ReleaseDC(nullptr, screen);
+    const WindowDc screen(nullptr);
+    EnumFontFamiliesExW(screen.Get(), &wanted, AddFace, reinterpret_cast<LPARAM>(GetDlgItem(window, IDC_FONT_NAME)), 0);
     FillText(window, IDC_FONT_NAME, copy.FontName);
     CheckDlgButton(window, IDC_FONT_BOLD, copy.FontBold ? BST_CHECKED : BST_UNCHECKED);
     FillNumbers(window, copy, FontNumbers);
