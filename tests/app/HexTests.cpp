@@ -10,6 +10,11 @@ std::string Counting(int count) {
     return bytes;
 }
 
+// For reading, while nobody may write.
+HANDLE OpenAlone(const std::wstring& path) {
+    return CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+}
+
 // Beside the editor.
 HANDLE OpenShared(const std::wstring& path) {
     return CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
@@ -47,6 +52,12 @@ protected:
     bool Run(const std::wstring& line) {
         return editor.RunCommandLine(line) && window::WaitFor([this] { return !editor.CommandWindow(); });
     }
+    // Types a pattern into the Find dialog, whose choice of hex patterns it changes, and confirms.
+    bool Find(const std::wstring& pattern) {
+        if (!editor.Keys(L"Ctrl+F") || !editor.WaitForDialog()) return false;
+        return editor.Keys(L"Home Shift+End") && editor.Type(pattern) && editor.Keys(L"Alt+H Enter");
+    }
+    bool AnswerNotSaved() { return editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"); }
     bool GoTo(const std::wstring& offset) {
         if (!editor.Keys(L"Ctrl+G") || !editor.WaitForDialog()) return false;
         return editor.Type(offset) && editor.Keys(L"Enter") && editor.WaitForNoDialog();
@@ -121,10 +132,7 @@ TEST_F(HexTest, TheSelectionIsCopiedAsHex) {
 
 TEST_F(HexTest, BytesAndTextAreFoundWithWrap) {
     ASSERT_TRUE(OpenBytes(Counting(40) + "needle NEEDLE"));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+F"));
-    ASSERT_TRUE(editor.WaitForDialog());
-    ASSERT_TRUE(editor.Type(L"0a 0B0c"));
-    ASSERT_TRUE(editor.Keys(L"Alt+H Enter"));
+    ASSERT_TRUE(Find(L"0a 0B0c"));
     ASSERT_TRUE(editor.WaitForNoDialog());
     EXPECT_TRUE(WaitForOffset(L"000000000A"));
     EXPECT_EQ(editor.Status(Message).text, L"");
@@ -137,9 +145,9 @@ TEST_F(HexTest, BytesAndTextAreFoundWithWrap) {
     ASSERT_TRUE(dialog);
     EXPECT_EQ(window::TextOf(GetDlgItem(dialog, IDC_FIND_WHAT)), L"0a 0B0c");
     EXPECT_EQ(SendDlgItemMessageW(dialog, IDC_HEX_PATTERN, BM_GETCHECK, 0, 0), BST_CHECKED);
-    ASSERT_TRUE(editor.Keys(L"Home Shift+End"));
-    ASSERT_TRUE(editor.Type(L"needle"));
-    ASSERT_TRUE(editor.Keys(L"Alt+H Enter"));
+    ASSERT_TRUE(editor.Keys(L"Escape"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    ASSERT_TRUE(Find(L"needle"));
     ASSERT_TRUE(editor.WaitForNoDialog());
     EXPECT_TRUE(WaitForOffset(L"0000000028"));
     ASSERT_TRUE(editor.Keys(L"F3"));
@@ -150,10 +158,8 @@ TEST_F(HexTest, BytesAndTextAreFoundWithWrap) {
 
 TEST_F(HexTest, WhatIsNotFoundIsToldAndTheSelectionStays) {
     ASSERT_TRUE(OpenBytes(Counting(40)));
-    ASSERT_TRUE(editor.Keys(L"Right Right Shift+Right Ctrl+F"));
-    ASSERT_TRUE(editor.WaitForDialog());
-    ASSERT_TRUE(editor.Type(L"fe ff"));
-    ASSERT_TRUE(editor.Keys(L"Alt+H Enter"));
+    ASSERT_TRUE(editor.Keys(L"Right Right Shift+Right"));
+    ASSERT_TRUE(Find(L"fe ff"));
     EXPECT_TRUE(editor.Answer(L"Text not found", L"OK"));
     ASSERT_TRUE(editor.Keys(L"Escape"));
     ASSERT_TRUE(editor.WaitForNoDialog());
@@ -203,8 +209,7 @@ TEST_F(HexTest, OffsetsBeyondFourGigabytesAreShownEditedAndSaved) {
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
     ASSERT_TRUE(WaitForModified(false));
 
-    const HANDLE saved =
-        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE saved = OpenShared(path);
     ASSERT_NE(saved, INVALID_HANDLE_VALUE);
     LARGE_INTEGER size = {};
     EXPECT_TRUE(GetFileSizeEx(saved, &size));
@@ -219,9 +224,7 @@ TEST_F(HexTest, OffsetsBeyondFourGigabytesAreShownEditedAndSaved) {
 
 TEST_F(HexTest, AReadOnlyFileIsShownButNotTypedInto) {
     ASSERT_TRUE(files::Write(Path(L"data.bin"), Counting(40)));
-    // Somebody else reads it and lets nobody write.
-    const HANDLE reader =
-        CreateFileW(Path(L"data.bin").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE reader = OpenAlone(Path(L"data.bin"));
     ASSERT_NE(reader, INVALID_HANDLE_VALUE);
     ASSERT_TRUE(Start(L"-b data.bin"));
     ASSERT_TRUE(WaitForModified(false));
@@ -244,23 +247,22 @@ TEST_F(HexTest, AFileThatBecameShorterIsNotSaved) {
     EXPECT_TRUE(SetEndOfFile(file));
     CloseHandle(file);
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     EXPECT_TRUE(WaitForModified(true));
     EXPECT_EQ(files::Read(Path(L"data.bin")), Counting(10));
 }
 
 TEST_F(HexTest, SavingAReadOnlyDocumentIsToldToFail) {
     ASSERT_TRUE(files::Write(Path(L"data.bin"), Counting(40)));
-    const HANDLE reader =
-        CreateFileW(Path(L"data.bin").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE reader = OpenAlone(Path(L"data.bin"));
     ASSERT_NE(reader, INVALID_HANDLE_VALUE);
     ASSERT_TRUE(Start(L"-b data.bin"));
     ASSERT_TRUE(WaitForModified(false));
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     ASSERT_TRUE(editor.WaitForNoDialog());
     editor.Command(IDM_SAVE_ALL);
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     CloseHandle(reader);
 }
 
@@ -289,11 +291,11 @@ TEST_F(HexTest, AFileThatWasMovedAwayOrReplacedIsNotSaved) {
     ASSERT_TRUE(WaitForModified(true));
     ASSERT_TRUE(MoveFileW(Path(L"data.bin").c_str(), Path(L"data.bak").c_str()));
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     ASSERT_TRUE(editor.WaitForNoDialog());
     ASSERT_TRUE(files::Write(Path(L"data.bin"), Counting(50)));
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     EXPECT_TRUE(WaitForModified(true));
     EXPECT_EQ(files::Read(Path(L"data.bin")), Counting(50));
     EXPECT_EQ(files::Read(Path(L"data.bak")), Counting(40));
@@ -306,7 +308,7 @@ TEST_F(HexTest, AFileThatWasDeletedIsNotSaved) {
     ASSERT_TRUE(DeleteFileW(Path(L"data.bin").c_str())); // the editor does not stand in the way
     if (files::Exists(Path(L"data.bin"))) GTEST_SKIP() << "deleted here only once it is closed";
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     EXPECT_TRUE(WaitForModified(true));
     EXPECT_FALSE(files::Exists(Path(L"data.bin")));
 }
@@ -327,7 +329,7 @@ TEST_F(HexTest, ASaveThatFailsInTheMiddleKeepsTheChangesAndTheStar) {
     ASSERT_NE(holder, INVALID_HANDLE_VALUE);
     ASSERT_TRUE(LockFile(holder, 2 * PageSize, 0, PageSize, 0));
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
-    EXPECT_TRUE(editor.Answer(L"Failed saving file: " + Path(L"data.bin"), L"OK"));
+    EXPECT_TRUE(AnswerNotSaved());
     UnlockFile(holder, 2 * PageSize, 0, PageSize, 0);
     CloseHandle(holder);
     ASSERT_TRUE(editor.WaitForNoDialog());
