@@ -5,8 +5,6 @@ namespace {
 struct HexLayout : HexViewTest {
     // Where the system's caret stands, in characters and rows.
     std::pair<int32_t, int32_t> CaretCell() const { return {surface().caretX / 8, surface().caretY / 16}; }
-    // The byte at a cell of the window.
-    uint64_t At(int32_t column, int32_t row) const { return view().OffsetAt(column * 8 + 3, row * 16 + 5); }
     const ScrollBar& Bar() const { return surface().bars[0]; }
     uint64_t Scroll(ScrollRequest request, int32_t track = 0) {
         view().OnScroll(ScrollAxis::Vertical, request, track);
@@ -166,100 +164,6 @@ TEST_F(HexLayout, TheStatusBarIsToldOnlyOfChanges) {
     EXPECT_EQ(host().statusCalls[StatusField::Line], calls);
     Press(ViewKey::Right);
     EXPECT_EQ(host().statusCalls[StatusField::Line], calls + 1);
-}
-
-// The mouse.
-
-TEST_F(HexLayout, APointMapsToTheByteWhoseDigitsStandThere) {
-    Show(std::string(100, 'x')); // an offset column of 4 characters
-    for (int32_t byte = 0; byte < 16; ++byte)
-        for (int32_t part = 0; part < 3; ++part)
-            EXPECT_EQ(At(4 + 3 * byte + part, 2), 32u + static_cast<uint32_t>(byte));
-    EXPECT_EQ(At(0, 1), 16u); // the offset column belongs to the first byte
-    EXPECT_EQ(view().OffsetAt(-100, 16), 16u);
-}
-
-TEST_F(HexLayout, APointBetweenAndBehindTheColumnsMapsToTheLastByte) {
-    Show(std::string(100, 'x'));
-    const int32_t text = 4 + static_cast<int32_t>(HexEditor::TextColumn);
-    for (int32_t column = 4 + 47; column < text; ++column) EXPECT_EQ(At(column, 0), 15u);
-    for (int32_t column = text + 16; column < 300; column += 7) EXPECT_EQ(At(column, 0), 15u);
-}
-
-TEST_F(HexLayout, APointInTheTextColumnMapsToTheByteOfTheCharacter) {
-    Show(std::string(100, 'x'));
-    for (int32_t byte = 0; byte < 16; ++byte)
-        EXPECT_EQ(At(4 + static_cast<int32_t>(HexEditor::TextColumn) + byte, 3), 48u + static_cast<uint32_t>(byte));
-}
-
-TEST_F(HexLayout, TheMarginShiftsTheColumnsUnderAPoint) {
-    settings.MarginWidth = 24;
-    Show(std::string(100, 'x'));
-    EXPECT_EQ(view().OffsetAt(24 + (4 + 3) * 8, 0), 1u);
-    EXPECT_EQ(view().OffsetAt(24 + (4 + 3) * 8 - 1, 0), 0u);
-}
-
-TEST_F(HexLayout, APointMapsToTheRowsScrolledTo) {
-    Show(std::string(1000, 'x'));
-    view().ScrollToRow(20);
-    EXPECT_EQ(At(4, 3), 23 * 16u);
-    EXPECT_EQ(view().OffsetAt(4 * 8, -16), 19 * 16u);
-    EXPECT_EQ(view().OffsetAt(4 * 8, -100 * 16), 0u);
-}
-
-TEST_F(HexLayout, APointBehindTheFileMapsToItsEnd) {
-    Show(std::string(20, 'x'));
-    EXPECT_EQ(At(4 + 3 * 4, 1), 20u);
-    EXPECT_EQ(At(4 + 3 * 9, 1), 20u);
-    EXPECT_EQ(At(4, 5), 20u);
-}
-
-TEST_F(HexLayout, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
-    Show(std::string(100, 'x'));
-    Type(u"1");
-    surface().focus = false;
-    view().OnLeftButtonDown((4 + 4) * 8, 16, false);
-    EXPECT_EQ(Caret(), (Two{17, 0}));
-    EXPECT_FALSE(view().HasSelection());
-    EXPECT_TRUE(surface().focus);
-    EXPECT_TRUE(surface().captured);
-}
-
-TEST_F(HexLayout, DraggingSelectsUntilTheButtonIsUp) {
-    Show(std::string(1000, 'x'));
-    view().OnLeftButtonDown(4 * 8, 0, false);
-    view().OnMouseMove((4 + 6) * 8, 16);
-    EXPECT_EQ(Selection(), (Two{0, 18}));
-    view().OnMouseMove(4 * 8, 12 * 16); // below the window: scrolls on, and on with the timer
-    const uint64_t top = view().TopRow();
-    EXPECT_GT(top, 0u);
-    view().OnDragTimer();
-    EXPECT_GT(view().TopRow(), top);
-    view().OnLeftButtonUp();
-    EXPECT_FALSE(surface().captured);
-    const Two selected = Selection();
-    view().OnMouseMove(4 * 8, 0);
-    view().OnDragTimer();
-    EXPECT_EQ(Selection(), selected);
-}
-
-TEST_F(HexLayout, AShiftClickExtendsFromTheCaret) {
-    Show(std::string(100, 'x'));
-    view().SelectBytes(2, 5);
-    view().OnLeftButtonDown(4 * 8, 16, true);
-    EXPECT_EQ(Selection(), (Two{5, 16}));
-}
-
-TEST_F(HexLayout, ARightClickOpensTheContextMenu) {
-    Show("x");
-    view().OnRightButtonUp(12, 34);
-    EXPECT_EQ(surface().menus, (std::vector<std::pair<int32_t, int32_t>>{{12, 34}}));
-}
-
-TEST_F(HexLayout, ADoubleClickDoesNothing) {
-    Show("x");
-    view().OnDoubleClick();
-    EXPECT_FALSE(view().HasSelection());
 }
 
 // Scrolling.
