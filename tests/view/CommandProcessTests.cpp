@@ -200,6 +200,8 @@ TEST_F(CommandProcessTest, StoppingLeavesACommandWithoutWindowsAlone) {
     ASSERT_TRUE(Run(scripts.Tell("started") + scripts.WaitFor("go") + "say text"));
     ASSERT_TRUE(scripts.Got("started"));
     document->StopProcess();
+    MSG message;
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_CLOSE, WM_CLOSE, PM_REMOVE)) << "windows of another process";
     EXPECT_FALSE(CommandProcess::HasEnded(State()));
     scripts.Give("go");
     EXPECT_TRUE(DispatchToTheEnd());

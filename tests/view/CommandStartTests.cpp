@@ -3,6 +3,8 @@
 #include "view/CommandProcessTest.h"
 #include "view/ProcessRecorder.h"
 
+#include <set>
+
 namespace {
 
 using CommandStartTest = CommandProcessTest;
@@ -171,4 +173,23 @@ TEST_F(CommandStartTest, LinksUnderNamesOfTheFileAreNeitherFollowedNorReplaced) 
     temporary.Folder().Write("made.txt", "made");
     EXPECT_EQ(temporary.Folder().Read("link.tmp"), "kept");
     EXPECT_EQ(temporary.Folder().Read("dangling.tmp"), "made");
+}
+
+TEST_F(CommandStartTest, StoppingAsksEveryTopLevelWindowOfTheProcess) {
+    const ProcessRecorder recorder; // the process is this one
+    const HWND other = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    const HWND child = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 9, 9, other, nullptr, nullptr, nullptr);
+    ASSERT_TRUE(document->RunCommand(u"one", nullptr));
+    document->StopProcess();
+    std::set<HWND> asked;
+    MSG message;
+    while (PeekMessageW(&message, nullptr, WM_CLOSE, WM_CLOSE, PM_REMOVE)) {
+        EXPECT_TRUE(asked.insert(message.hwnd).second) << "once";
+        EXPECT_EQ(message.wParam, 0u);
+        EXPECT_EQ(message.lParam, 0);
+    }
+    EXPECT_TRUE(asked.count(window));
+    EXPECT_TRUE(asked.count(other));
+    EXPECT_FALSE(asked.count(child));
+    DestroyWindow(other);
 }

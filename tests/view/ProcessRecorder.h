@@ -8,7 +8,8 @@
 #include <vector>
 
 // While it lives, the program's calls of CreateProcess are taken down and start nothing. They succeed with
-// handles of events that stand for the process and its thread. One at a time.
+// handles of events that stand for the process and its thread, and with the number of the test's own
+// process. One at a time.
 class ProcessRecorder {
 public:
     struct Call {
@@ -42,6 +43,7 @@ private:
                               LPCWSTR directory, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION started) {
         started->hProcess = CreateEventW(nullptr, TRUE, FALSE, nullptr);
         started->hThread = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        started->dwProcessId = GetCurrentProcessId();
         calls.push_back({program != nullptr, line, ofProcess || ofThread, inherits != 0, flags, environment != nullptr,
                          directory ? directory : L"", *startup, started->hProcess, started->hThread});
         return TRUE;

@@ -206,6 +206,15 @@ TEST_F(RunTest, ACommandThatCannotStartLeavesNothingBehind) {
     EXPECT_EQ(document.Text(), u"textmore");
 }
 
+// The document is one for output before the process is started.
+TEST_F(RunTest, ADocumentWhoseCommandCannotStartIsForOutputAllTheSame) {
+    TextDocument document(u"text");
+    const std::u16string nowhere = speaker.Folder().Path("nowhere");
+    EXPECT_FALSE(document->RunCommand(u"echo x", nowhere.c_str()));
+    EXPECT_TRUE(document->IsOutput());
+    EXPECT_TRUE(document->IsReadOnly());
+}
+
 TEST_F(RunTest, WithoutATimerThereIsNoRun) {
     TextDocument document;
     timerFails = true;
