@@ -212,7 +212,8 @@ TEST_F(OptionsTest, TheChooserBeginsWithTheColourAndCancelKeepsIt) {
     EXPECT_TRUE(Open([&](HWND options) {
         const HWND page = ColorsPage(options);
         dialog::ChooseItem(page, IDC_COLOR_LIST, 9);
-        dialog::WhenShown([](HWND chooser) {
+        dialog::WhenShown([options](HWND chooser) {
+            EXPECT_FALSE(IsWindowEnabled(options)) << "it waits for the choice";
             EXPECT_EQ(dialog::TextOf(chooser, 706), L"3");
             EXPECT_EQ(dialog::TextOf(chooser, 707), L"2");
             EXPECT_EQ(dialog::TextOf(chooser, 708), L"1");
