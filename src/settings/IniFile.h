@@ -61,7 +61,7 @@ public:
     // become line feeds). Memory running out ends it like a malformed line.
     bool Parse(Char* text);
     // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF. The file is not
-    // touched until all its bytes are ready.
+    // touched until all its bytes are ready, nor while another program has it open, be it to read.
     bool Save(const Char* path) const;
     // Appends to `out` the text that Save encodes. False without memory, with `out` as it was.
     bool Serialise(WString& out) const;
