@@ -3,6 +3,7 @@
 #include "BinarySupport.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
+#include "support/SparseFile.h"
 #include "support/TestHexView.h"
 #include "view/FindState.h"
 #include "view/ViewKey.h"
@@ -34,9 +35,7 @@ protected:
     // A file of that size without anything in it; false when there is no room for one.
     bool ShowEmpty(uint64_t size) {
         file = std::make_unique<OpenedFile>("");
-        std::error_code error;
-        std::filesystem::resize_file(file->folder.File("file.bin"), size, error);
-        if (error || !(*file)->Open(file->path.c_str())) return false;
+        if (!ResizeSparsely(file->folder.File("file.bin"), size) || !(*file)->Open(file->path.c_str())) return false;
         Look();
         return true;
     }
