@@ -73,6 +73,21 @@ TEST_F(OptionsTest, OkWritesTheDefaultsOfAllSettingsByteForByte) {
                        "HtmlPunctFg=#0000ff\r\nHtmlPunctBg=#ffffff\r\nBinFg=#ff0000\r\nBinBg=#ffffff\r\n");
 }
 
+TEST_F(OptionsTest, TextsAreReadAgainAsTheyWereTyped) {
+    ASSERT_TRUE(Open([](HWND options) {
+        dialog::SetText(GeneralPage(options), IDC_QUICK_OPEN_PATH, L" ;=[C:\\\u00E4 b\\\u20AC] ");
+        dialog::SetText(GeneralPage(options), IDC_FILE_TYPES, L"");
+        dialog::SetText(FontsPage(options), IDC_FONT_NAME, L"; Mono");
+        dialog::Ok(options);
+    }));
+    IniFile read;
+    ASSERT_TRUE(read.Load(folder.Path("orvane.ini").c_str()));
+    ApplySettingsFromFile(read);
+    EXPECT_EQ(std::u16string(settings.QuickOpenPath), u" ;=[C:\\\u00E4 b\\\u20AC] ");
+    EXPECT_EQ(std::u16string(settings.TextFileTypes), u"");
+    EXPECT_EQ(std::u16string(settings.FontName), u"; Mono");
+}
+
 TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {
     file.Clear();
     std::u16string text = u"[Tool]\nDisplayName=x\nCommand=y\n[General]\nMine=1\nSpacesPerTab=3\n";

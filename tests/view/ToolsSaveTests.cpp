@@ -33,6 +33,42 @@ TEST_F(ToolsTest, OkRewritesTheToolSectionsByteForByte) {
     EXPECT_EQ(std::u16string(toolList.At(0)->lastArgs.Text()), u"kept");
 }
 
+TEST_F(ToolsTest, AFieldThatIsClearedLosesItsKey) {
+    LoadThree();
+    EXPECT_TRUE(Open([](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_DIRECTORY, L"");
+        dialog::Click(tools, IDC_TOOLS_PROMPT);
+        Select(tools, 1);
+        dialog::SetText(tools, IDC_TOOLS_TITLE, L"");
+        dialog::Click(tools, IDC_TOOLS_REDIRECT);
+        SetHotKey(tools, 0, 0);
+        dialog::Ok(tools);
+    }));
+    EXPECT_EQ(Saved(), "[General]\r\nFontSize=9\r\n\r\n[Engine_X]\r\nBase=C\r\n\r\n"
+                       "[Tool]\r\nDisplayName=One\r\nCommand=one.exe\r\nLastArgs=kept\r\n\r\n"
+                       "[Tool]\r\nDisplayName=\r\nCommand=two.exe\r\n\r\n"
+                       "[Tool]\r\nDisplayName=Three\r\nCommand=three.exe\r\n");
+}
+
+TEST_F(ToolsTest, BlanksAndSignsOfTheFormatAreReadAsTheyWereTyped) {
+    LoadThree();
+    const std::u16string title = u"  ; = [x] ";
+    const std::u16string command = u" \"a b\" =1 ;%FILE% ";
+    EXPECT_TRUE(Open([&](HWND tools) {
+        dialog::SetText(tools, IDC_TOOLS_TITLE, std::wstring(title.begin(), title.end()));
+        dialog::SetText(tools, IDC_TOOLS_COMMAND, std::wstring(command.begin(), command.end()));
+        dialog::SetText(tools, IDC_TOOLS_DIRECTORY, L" ");
+        dialog::Ok(tools);
+    }));
+    IniFile read;
+    ASSERT_TRUE(read.Load(folder.Path("orvane.ini").c_str()));
+    ASSERT_TRUE(toolList.Load(read));
+    ASSERT_EQ(toolList.Count(), 3u);
+    EXPECT_EQ(std::u16string(toolList.At(0)->displayName.Text()), title);
+    EXPECT_EQ(std::u16string(toolList.At(0)->command.Text()), command);
+    EXPECT_EQ(std::u16string(toolList.At(0)->startDir.Text()), u" ");
+}
+
 TEST_F(ToolsTest, AToolWithoutACommandIsWrittenButNotKept) {
     EXPECT_TRUE(Open([](HWND tools) {
         dialog::Click(tools, IDC_TOOLS_ADD);
