@@ -61,6 +61,10 @@ TEST(BinaryFind, LetterCaseCountsOnlyWhenAskedForAndNeverInHex) {
     // Letters beyond ASCII match only themselves.
     OpenedFile other("\xC4");
     EXPECT_EQ(Find(*other, u"\u00E4", {.matchCase = false}), std::nullopt);
+    // So do the neighbours of the letters, which lie as far apart as their two cases.
+    OpenedFile neighbours("@[`{");
+    EXPECT_EQ(Find(*neighbours, u"`{", {.matchCase = false}), (Match{2, 2, false}));
+    EXPECT_EQ(Find(*neighbours, u"@[", {.from = 4, .matchCase = false, .backward = true}), (Match{0, 2, false}));
 }
 
 TEST(BinaryFind, HexPatternsTakeBlanksAndBothCases) {
