@@ -26,6 +26,14 @@ protected:
     // The titles of an output document that is active, while its command runs and afterwards.
     bool WaitForRunning(const std::wstring& name) const { return editor.WaitForTitle(name + L" *Running* - Orvane"); }
     bool WaitForFinished(const std::wstring& name) const { return editor.WaitForTitle(name + L" - Orvane"); }
+    // Runs the script from the command window and waits for its end.
+    bool RunToTheEnd(const std::wstring& script) {
+        return editor.RunCommandLine(Speak(script)) && WaitForFinished(Speak(script));
+    }
+    // Gives a command of the console, which leaves the command window open, and hides that.
+    bool RunInConsole(const std::wstring& command) { return editor.RunCommandLine(command) && LeaveTheCommandWindow(); }
+    // Shows the first document again, which is a.txt.
+    bool ReturnToFile() { return editor.Keys(L"Ctrl+1") && WaitForFile(L"a.txt"); }
     // The whole text of the active document, by way of the clipboard.
     std::wstring Text();
     bool WaitForText(const std::wstring& text) {
@@ -39,7 +47,7 @@ protected:
     bool WaitForCaretRow(int row) const;
 
     // Hides the command window, which stays open in the console.
-    void LeaveTheCommandWindow();
+    bool LeaveTheCommandWindow();
 
 private:
     struct Variable {

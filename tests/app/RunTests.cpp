@@ -40,8 +40,7 @@ TEST_F(RunTest, ACaretAtTheEndFollowsAndAnotherStays) {
 TEST_F(RunTest, TypingIntoTheOutputChangesNothing) {
     Script(L"one", "say text\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     ASSERT_TRUE(editor.Type(L"xy"));
     ASSERT_TRUE(editor.Keys(L"Backspace Delete Ctrl+V Tab"));
     EXPECT_EQ(Text(), L"text");
@@ -52,11 +51,9 @@ TEST_F(RunTest, TheSameCommandReusesItsDocument) {
     Script(L"one", "say some\\n\nwhere\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     for (int i = 0; i < 2; i++) {
-        ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-        ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+        ASSERT_TRUE(RunToTheEnd(L"one"));
         EXPECT_TRUE(WaitForText(L"some\r\n" + scratch.Folder() + L"\r\n"));
-        ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-        ASSERT_TRUE(WaitForFile(L"a.txt"));
+        ASSERT_TRUE(ReturnToFile());
     }
     EXPECT_EQ(WindowItems(), Names({L"&1 " + Path(L"a.txt"), L"&2 %SPEAK% one"}));
 }
@@ -64,14 +61,11 @@ TEST_F(RunTest, TheSameCommandReusesItsDocument) {
 TEST_F(RunTest, AShorterRunOutOfSightIsShownFromItsStart) {
     Script(L"one", "repeat 200 line\\n\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     ASSERT_TRUE(WaitForLine(201));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(ReturnToFile());
     Script(L"one", "repeat 3 line\\n\n");
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     ASSERT_TRUE(WaitForLine(4));
     EXPECT_TRUE(WaitForCaretRow(3));
 }
@@ -81,8 +75,7 @@ TEST_F(RunTest, WhatIsPrintedOutOfSightIsFollowed) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForLine(2));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(ReturnToFile());
     Give(L"go");
     ASSERT_TRUE(Got(L"done"));
     ASSERT_TRUE(window::WaitFor([&] { return IsEnabled(IDM_CLOSE_OUTPUT_WINDOWS); })) << "it has ended";
@@ -102,8 +95,7 @@ TEST_F(RunTest, AnotherCommandGetsADocumentOfItsOwn) {
     Script(L"two", "say two\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     for (const wchar_t* script : {L"one", L"two"}) {
-        ASSERT_TRUE(editor.RunCommandLine(Speak(script)));
-        ASSERT_TRUE(WaitForFinished(Speak(script)));
+        ASSERT_TRUE(RunToTheEnd(script));
         EXPECT_EQ(Text(), script);
     }
     EXPECT_EQ(WindowItems().size(), 3u);
@@ -143,10 +135,9 @@ TEST_F(RunTest, TheConsoleCollectsEverythingInOneDocument) {
     ASSERT_TRUE(editor.RunCommandLine(L"console"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForFinished(L"Output"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(LeaveTheCommandWindow());
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
-    ASSERT_TRUE(editor.RunCommandLine(L"console 0"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(RunInConsole(L"console 0"));
     EXPECT_TRUE(WaitForText(L"one\r\ntwo\r\n"));
     EXPECT_EQ(WindowItems(), Names({L"&1 " + Path(L"a.txt"), L"&2 Output"}));
 }
@@ -158,24 +149,20 @@ TEST_F(RunTest, ClsEmptiesTheConsoleWhileACommandRuns) {
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForRunning(L"Output"));
     ASSERT_TRUE(WaitForLine(2));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
-    ASSERT_TRUE(editor.RunCommandLine(L"cls"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(LeaveTheCommandWindow());
+    ASSERT_TRUE(RunInConsole(L"cls"));
     EXPECT_TRUE(WaitForText(L""));
     Give(L"go");
     ASSERT_TRUE(WaitForFinished(L"Output"));
-    ASSERT_TRUE(editor.RunCommandLine(L"console 0"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(RunInConsole(L"console 0"));
     EXPECT_TRUE(WaitForText(L"two\r\n"));
 }
 
 TEST_F(RunTest, InASplitTheOutputIsShownInTheOtherPane) {
     Script(L"one", "say one\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
+    ASSERT_TRUE(ReturnToFile());
     ASSERT_TRUE(editor.Keys(L"Alt+Right"));
     ASSERT_TRUE(WaitForPaneCount(2));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
@@ -203,7 +190,7 @@ TEST_F(RunTest, InASplitTheConsoleIsShownInTheActivePane) {
     ASSERT_TRUE(editor.RunCommandLine(L"console"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForFinished(L"Output"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(LeaveTheCommandWindow());
     EXPECT_TRUE(WaitForText(L"one"));
     ASSERT_TRUE(editor.Keys(L"F6"));
     EXPECT_TRUE(WaitForFile(L"a.txt"));
@@ -216,10 +203,9 @@ TEST_F(RunTest, ASecondCommandOfTheConsoleWhileOneRunsIsRefused) {
     ASSERT_TRUE(editor.RunCommandLine(L"console"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForRunning(L"Output"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(LeaveTheCommandWindow());
     ASSERT_TRUE(WaitForText(L"one"));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(RunInConsole(Speak(L"two")));
     EXPECT_TRUE(WaitForText(L"one"));
     EXPECT_TRUE(WaitForRunning(L"Output"));
     Give(L"go");
@@ -233,8 +219,7 @@ TEST_F(RunTest, EnterAndDoubleClickGoToTheFilePositionOfTheLine) {
     ASSERT_TRUE(files::Write(Path(L"b.txt"), "1\n2\n3\n4\n5"));
     Script(L"one", "say nothing here\\nb.txt(3): error\\nb.txt:5: warning\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     ASSERT_TRUE(editor.Keys(L"Ctrl+Home Down Enter"));
     EXPECT_TRUE(WaitForFile(L"b.txt"));
     EXPECT_TRUE(WaitForLine(3));
@@ -259,8 +244,7 @@ TEST_F(RunTest, AFilePositionBeyondTheEndIsTheLastLine) {
     ASSERT_TRUE(files::Write(Path(L"b.txt"), "1\n2\n3\n4\n5"));
     Script(L"one", "say b.txt(6)\\nb.txt(2147483649)\\nb.txt(4294967297)\\nb.txt(0)\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     for (const wchar_t* keys : {L"Ctrl+Home Enter", L"Ctrl+Home Down Enter", L"Ctrl+Home Down Down Enter"}) {
         ASSERT_TRUE(editor.Keys(keys));
         EXPECT_TRUE(WaitForFile(L"b.txt"));
@@ -283,8 +267,7 @@ TEST_F(RunTest, StopToolAsksTheWindowsOfTheCommandToClose) {
     ASSERT_TRUE(WaitForRunning(L"anything"));
     ASSERT_TRUE(window::WaitFor([] { return FindWindowW(nullptr, L"Orvane Test Command") != nullptr; }));
     // Of the documents only the active one is looked at.
-    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(ReturnToFile());
     EXPECT_FALSE(IsEnabled(IDM_STOP_TOOL));
     ASSERT_TRUE(editor.Keys(L"Ctrl+Break"));
     Settle();
@@ -302,8 +285,7 @@ TEST_F(RunTest, CloseOutputWindowsLeavesWhatStillRuns) {
     Script(L"one", "say one\n");
     Script(L"two", "wait go\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
     ASSERT_TRUE(WaitForRunning(Speak(L"two")));
     ASSERT_TRUE(editor.Keys(L"Alt+Shift+Left"));
@@ -354,8 +336,7 @@ TEST_F(RunTest, BytesOfAllKindsLeaveTheEditorAlive) {
 TEST_F(RunTest, MuchOutputIsAllThere) {
     Script(L"one", "repeat 400000 0123456789 0123456789 0123456789 0123456789\\n\nsay end\n");
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    ASSERT_TRUE(WaitForFinished(Speak(L"one")));
+    ASSERT_TRUE(RunToTheEnd(L"one"));
     EXPECT_TRUE(WaitForLine(400001));
     EXPECT_TRUE(editor.WaitForStatus(3, L"\tCol 4"));
 }

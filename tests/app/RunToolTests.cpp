@@ -108,8 +108,7 @@ TEST_F(ToolTest, WordAndSelection) {
     ASSERT_TRUE(editor.WaitForStatus(3, L"\tCol 2"));
     editor.Command(IDM_FIRST_TOOL);
     EXPECT_TRUE(WaitForOutput(scratch.Folder() + L"\r\n[foo]\r\n[foo]\r\n"));
-    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(ReturnToFile());
     ASSERT_TRUE(editor.Keys(L"Ctrl+Home Shift+Right Shift+Right"));
     ASSERT_TRUE(editor.WaitForStatus(3, L"\tCol 3"));
     editor.Command(IDM_FIRST_TOOL);
@@ -150,8 +149,7 @@ TEST_F(ToolTest, InTheConsoleAToolPrintsIntoItsDocument) {
     Where();
     Settings(Captured("Where", Program() + " where"));
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
-    ASSERT_TRUE(editor.RunCommandLine(L"console"));
-    ASSERT_NO_FATAL_FAILURE(LeaveTheCommandWindow());
+    ASSERT_TRUE(RunInConsole(L"console"));
     for (const wchar_t* times : {L"1", L"12"}) {
         editor.Command(IDM_FIRST_TOOL);
         std::wstring expected;
@@ -179,8 +177,7 @@ TEST_F(ToolTest, TheSameToolTwiceReusesOneDocument) {
         editor.Command(IDM_FIRST_TOOL);
         EXPECT_TRUE(WaitForFinished(line)) << "the command, a blank and no arguments";
         EXPECT_TRUE(WaitForText(scratch.Folder() + L"\r\n"));
-        ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-        ASSERT_TRUE(WaitForFile(L"a.txt"));
+        ASSERT_TRUE(ReturnToFile());
     }
     EXPECT_EQ(WindowItems(), Names({L"&1 " + Path(L"a.txt"), L"&2 " + line}));
 }
@@ -366,8 +363,7 @@ TEST_F(ToolTest, ADeletedToolIsGoneWithItsKey) {
     EXPECT_EQ(WindowItems().size(), 1u) << "nothing runs";
     editor.Command(IDM_FIRST_TOOL);
     EXPECT_TRUE(WaitForFinished(L"rem two ")) << "it is the first tool now";
-    ASSERT_TRUE(editor.Keys(L"Ctrl+1"));
-    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(ReturnToFile());
     ASSERT_TRUE(editor.Keys(L"F9"));
     EXPECT_TRUE(WaitForFinished(L"rem two ")) << "its key is still its own";
     ASSERT_TRUE(deleteFirst());
