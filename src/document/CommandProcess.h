@@ -7,6 +7,10 @@ struct OutputRun;
 // The system's side of a command's run: the process and the temporary file that its output goes to.
 namespace CommandProcess {
 
+// How long the command line of a new process may be. Not every system refuses a longer one: Wine runs what
+// is left of it when its length is cut to 16 bits.
+constexpr uint32_t MostCharacters = 32766;
+
 // Makes a temporary file that only the user may read, under a name that nothing had, and opens both of
 // its sides. Here and in Start what was opened before a failure stays in `run` for Close.
 bool OpenOutput(OutputRun& run);

@@ -355,6 +355,22 @@ TEST_F(RunTest, AFileThatACommandChangesIsAskedAboutAtItsEnd) {
     }
 }
 
+TEST_F(RunTest, ACommandThatIsTooLongForTheSystemIsNotRun) {
+    const size_t length = 100'000; // the system takes 32,767 characters
+    ASSERT_TRUE(files::Write(Path(L"a.txt"), std::string(length, 'x')));
+    ASSERT_TRUE(Start(L"a.txt"));
+    ASSERT_TRUE(WaitForFile(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+A"));
+    ASSERT_TRUE(editor.RunCommandLine(L"!rem %SEL%"));
+    EXPECT_TRUE(window::WaitFor([&] { return editor.Title().starts_with(L"rem xxx"); }));
+    EXPECT_FALSE(IsEnabled(IDM_STOP_TOOL)) << "nothing runs";
+    EXPECT_EQ(WindowItems().size(), 2u);
+    ASSERT_TRUE(ReturnToFile());
+    ASSERT_TRUE(editor.Keys(L"Ctrl+End"));
+    ASSERT_TRUE(editor.Type(L"y"));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), std::string(length, 'x') + "y");
+}
+
 TEST_F(RunTest, WithoutAnInterpreterNothingRuns) {
     for (const wchar_t* interpreter : {L"", L"Z:\\nowhere\\cmd.exe"}) {
         Editor other;

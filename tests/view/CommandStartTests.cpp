@@ -120,6 +120,16 @@ TEST_F(CommandStartTest, TheInterpreterIsStartedHiddenInAGroupOfItsOwn) {
     EXPECT_EQ(call.startup.wShowWindow, SW_HIDE);
 }
 
+TEST_F(CommandStartTest, ACommandThatIsTooLongIsNotStartedInPart) {
+    const Environment comspec(L"COMSPEC", L"C:\\i.exe");
+    const ProcessRecorder recorder;
+    const std::u16string longest(32766 - wcslen(L"C:\\i.exe /c "), u'x');
+    EXPECT_FALSE(document->RunCommand((longest + u"x").c_str(), nullptr));
+    EXPECT_TRUE(recorder.Calls().empty());
+    EXPECT_TRUE(document->RunCommand(longest.c_str(), nullptr));
+    EXPECT_EQ(recorder.Calls().size(), 1u);
+}
+
 TEST_F(CommandStartTest, TheProcessHasTheFileAsItsThreeStandardHandles) {
     const ProcessRecorder recorder;
     ASSERT_TRUE(document->RunCommand(u"one", nullptr));

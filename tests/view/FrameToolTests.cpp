@@ -87,6 +87,17 @@ TEST_F(FrameToolTest, ADetachedToolWithoutAFolderIsStartedInTheCurrentOne) {
     EXPECT_EQ(recorder.Calls().at(0).directory, current);
 }
 
+TEST_F(FrameToolTest, ADetachedToolWhoseCommandIsTooLongIsNotStartedInPart) {
+    const std::u16string longest(32766 - 1, u'x'); // and a blank
+    AddTool(longest + u"x");
+    AddTool(longest);
+    const ProcessRecorder recorder;
+    Command(IDM_FIRST_TOOL);
+    EXPECT_TRUE(recorder.Calls().empty());
+    Command(IDM_FIRST_TOOL + 1);
+    EXPECT_EQ(recorder.Calls().size(), 1u);
+}
+
 TEST_F(FrameManyToolsTest, ToolsWithoutANumberHaveNoItemAndNoOthersNumber) {
     ASSERT_EQ(items.size(), 0x10000u - IDM_FIRST_TOOL);
     for (UINT i = 0; i < items.size(); ++i) {

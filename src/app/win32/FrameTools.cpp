@@ -3,6 +3,7 @@
 #include "app/win32/MainFrame.h"
 #include "base/Text.h"
 #include "base/win32/WindowText.h"
+#include "document/CommandProcess.h"
 #include "document/TextBuffer.h"
 #include "resource.h"
 #include "settings/ToolList.h"
@@ -31,6 +32,7 @@ private:
 
 // Starts a program of its own, which nobody waits for; one that cannot be started is passed over.
 void StartDetached(WString& line, const WString& directory) {
+    if (line.Length() > CommandProcess::MostCharacters) return;
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;

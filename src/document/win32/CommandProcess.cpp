@@ -70,10 +70,11 @@ HANDLE CreateTemporaryFile(const wchar_t* directory, wchar_t (&name)[MAX_PATH]) 
     return file;
 }
 
-// The command line of the interpreter; false, which fails the start, when there is none.
+// The command line of the interpreter; false, which fails the start, when there is none or too much of it.
 bool BuildCommandLine(const Char* command, WString& line) {
     if (!Platform::EnvironmentVariable(u"COMSPEC", line) || line.IsEmpty()) return false;
-    return line.Append(u" /c ") && (!command || line.Append(command));
+    if (!line.Append(u" /c ") || (command && !line.Append(command))) return false;
+    return line.Length() <= CommandProcess::MostCharacters;
 }
 
 // Only the two handles of the output are passed on, whatever else of this process is inheritable.
