@@ -1,7 +1,9 @@
 // The frame's menu and keys of tools, and how a tool is started that runs by itself.
 
+#include "base/Heap.h"
 #include "resource.h"
 #include "settings/ToolList.h"
+#include "view/DialogDriver.h"
 #include "view/OwnFrameTest.h"
 #include "view/ProcessRecorder.h"
 
@@ -96,6 +98,25 @@ TEST_F(FrameToolTest, ADetachedToolWhoseCommandIsTooLongIsNotStartedInPart) {
     EXPECT_TRUE(recorder.Calls().empty());
     Command(IDM_FIRST_TOOL + 1);
     EXPECT_EQ(recorder.Calls().size(), 1u);
+}
+
+TEST_F(FrameToolTest, WithoutMemoryForTheArgumentsNothingIsRunWithOthers) {
+    ToolRecord& tool = *AddTool(u"some.exe");
+    ASSERT_TRUE(tool.lastArgs.Assign(u"old"));
+    tool.promptArgs = 1;
+    const ProcessRecorder recorder;
+    dialog::WhenShown([&](HWND prompt) {
+        dialog::SetText(prompt, IDC_TOOL_ARGUMENTS_EDIT, L"new arguments");
+        Heap::SetFailureHook([] { return true; });
+        dialog::Ok(prompt);
+        Heap::SetFailureHook(nullptr);
+        EXPECT_TRUE(recorder.Calls().empty());
+        EXPECT_EQ(std::u16string(tool.lastArgs.Text()), u"old");
+        dialog::Ok(prompt);
+    });
+    Command(IDM_FIRST_TOOL);
+    ASSERT_EQ(recorder.Calls().size(), 1u);
+    EXPECT_EQ(recorder.Calls()[0].line, L"some.exe new arguments");
 }
 
 TEST_F(FrameManyToolsTest, ToolsWithoutANumberHaveNoItemAndNoOthersNumber) {

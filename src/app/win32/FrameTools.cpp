@@ -22,8 +22,8 @@ public:
     }
 
     void Ok() override {
-        TextOfWindow(GetDlgItem(window, IDC_TOOL_ARGUMENTS_EDIT), tool.lastArgs);
-        DialogBase::Ok();
+        // Without memory the dialog stays, so that the tool is not run with other arguments than those shown.
+        if (TextOfWindow(GetDlgItem(window, IDC_TOOL_ARGUMENTS_EDIT), tool.lastArgs)) DialogBase::Ok();
     }
 
 private:
