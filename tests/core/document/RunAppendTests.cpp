@@ -2,73 +2,8 @@
 
 #include "base/CodePage.h"
 #include "core/document/AnsiPage.h"
-#include "core/document/RunSupport.h"
-#include "support/FailureInjection.h"
+#include "core/document/RunAppendTest.h"
 #include "support/Random.h"
-
-#include <algorithm>
-
-namespace {
-
-constexpr size_t ReadSize = 8191;
-
-std::string Repeated(const std::string& text, size_t times) {
-    std::string result;
-    for (size_t i = 0; i < times; ++i) result += text;
-    return result;
-}
-
-// What a poll makes of the bytes that are new to it, taken in reads of a fixed size.
-std::u16string Appended(const std::string& bytes) {
-    std::u16string result;
-    for (size_t at = 0; at < bytes.size(); at += ReadSize) {
-        const std::string read = bytes.substr(at, ReadSize);
-        for (const char c : read.substr(0, read.find('\0')))
-            if (c != '\r') result += static_cast<uint8_t>(c);
-    }
-    return result;
-}
-
-// While it lives, every call on a file takes longer than a slice of a poll may.
-struct SlowReads {
-    SlowReads() {
-        Platform::SetFileFailureHook([] {
-            const uint64_t until = Platform::Ticks() + 60;
-            while (Platform::Ticks() < until) {
-            }
-            return false;
-        });
-    }
-    ~SlowReads() { Platform::SetFileFailureHook(nullptr); }
-};
-
-class AppendTest : public RunTest {
-protected:
-    AppendTest() { EXPECT_TRUE(RunSilently(*document)); }
-
-    // Prints the bytes and polls until they are read, which may take more than one slice.
-    void PrintAndPoll(const std::string& bytes) {
-        Print(*document, bytes);
-        do document->PollOutput();
-        while (timers[&*document] != 250);
-    }
-    void End() {
-        speaker.Give("end");
-        EXPECT_TRUE(ProcessHasEnded(*document));
-        document->PollOutput();
-        EXPECT_FALSE(IsRunning(*document));
-    }
-    void ExpectSound() const {
-        const std::u16string text = document.Store();
-        EXPECT_EQ(document->GetLineCount(), 1 + std::count(text.begin(), text.end(), u'\n'));
-        EXPECT_EQ(document->Content()[text.size()], 0);
-        EXPECT_EQ(TextBufferProbe::Capacity(*document), text.size() + 1);
-    }
-
-    TextDocument document;
-};
-
-} // namespace
 
 TEST_F(AppendTest, LineBreaksWithCarriageReturnsAreLineFeeds) {
     PrintAndPoll("one\r\ntwo\r\n");
@@ -194,75 +129,6 @@ TEST_F(AppendTest, OneEndlessLine) {
     ExpectSound();
 }
 
-TEST_F(AppendTest, OutputThatTakesLongComesInSlices) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    const std::u16string expected = Appended(printed);
-    Print(*document, printed);
-    const SlowReads slow;
-    for (size_t read = ReadSize; read < printed.size(); read += ReadSize) {
-        document->PollOutput();
-        EXPECT_LT(timers[&*document], 250u) << "while there is more to read";
-        EXPECT_TRUE(document.Store() == Appended(printed.substr(0, read)));
-        ExpectSound();
-    }
-    document->PollOutput();
-    EXPECT_EQ(timers[&*document], 250u);
-    EXPECT_TRUE(document.Store() == expected);
-}
-
-TEST_F(AppendTest, TheRunDoesNotEndBeforeItsLastSlice) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    Print(*document, printed);
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    const SlowReads slow;
-    document->PollOutput();
-    EXPECT_TRUE(IsRunning(*document));
-    ASSERT_TRUE(PollToTheEnd(*document));
-    EXPECT_TRUE(document.Store() == Appended(printed));
-}
-
-TEST_F(AppendTest, WhatIsPrintedDuringTheSlicesIsShownToo) {
-    Print(*document, std::string(ReadSize * 2, 'a'));
-    {
-        const SlowReads slow;
-        document->PollOutput();
-    }
-    Print(*document, "b");
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    ASSERT_TRUE(PollToTheEnd(*document));
-    EXPECT_EQ(document->Length(), ReadSize * 2 + 1);
-}
-
-TEST_F(AppendTest, WhatChildrenGoOnPrintingDoesNotKeepTheRun) {
-    const std::string printed(ReadSize * 2, 'a');
-    Print(*document, printed);
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    const SlowReads slow;
-    for (int slice = 0; slice < 10 && IsRunning(*document); ++slice) {
-        document->PollOutput();
-        if (IsRunning(*document)) Print(*document, printed);
-    }
-    EXPECT_FALSE(IsRunning(*document));
-    EXPECT_EQ(document->Length(), 2 * printed.size()) << "there is one look after the end was seen";
-}
-
-TEST_F(AppendTest, WithoutAnotherTimerTheSlicesComeWithTheOldOne) {
-    Print(*document, std::string(ReadSize * 2, 'a'));
-    {
-        const SlowReads slow;
-        timerFails = true;
-        document->PollOutput();
-        EXPECT_EQ(timers[&*document], 250u);
-        timerFails = false;
-        document->PollOutput();
-    }
-    EXPECT_EQ(timers[&*document], 250u);
-    EXPECT_EQ(document->Length(), ReadSize * 2);
-}
-
 TEST_F(AppendTest, MuchOutput) {
     const std::string printed = Repeated("0123456789 abcdefghij\r\n", 50'000);
     PrintAndPoll(printed);
@@ -333,108 +199,6 @@ TEST_F(AppendTest, InvalidBytesHoldNothingUp) {
     EXPECT_EQ(document.Text().back(), u'y');
 }
 
-TEST_F(AppendTest, AFailedReadIsMadeUpForByTheNextPoll) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    const std::u16string expected = Appended(printed);
-    const uint64_t failures = FailEachFileCall([&] {
-        {
-            const FailurePause pause;
-            document->EmptyAndResetUndo();
-            Print(*document, printed);
-        }
-        document->PollOutput();
-        const bool complete = document.Text() == expected;
-        const FailurePause pause;
-        EXPECT_TRUE(IsRunning(*document));
-        document->PollOutput();
-        EXPECT_TRUE(document.Text() == expected);
-        ExpectSound();
-        return complete;
-    });
-    EXPECT_GE(failures, 2u);
-}
-
-TEST_F(AppendTest, AFailedReadAtTheEndIsMadeUpForToo) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    Print(*document, printed);
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    const uint64_t failures = FailEachFileCall([&] {
-        document->PollOutput();
-        return !IsRunning(*document);
-    });
-    EXPECT_GE(failures, 2u);
-    EXPECT_TRUE(document.Text() == Appended(printed));
-}
-
-TEST_F(AppendTest, WithoutMemoryAtTheEndTheNextPollTriesAgain) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    Print(*document, printed);
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    const uint64_t failures = FailEachAllocation([&] {
-        document->PollOutput();
-        return !IsRunning(*document);
-    });
-    EXPECT_GE(failures, 2u);
-    EXPECT_TRUE(document.Text() == Appended(printed));
-}
-
-TEST_F(AppendTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
-    PrintAndPoll("shown");
-    Print(*document, "not shown");
-    Platform::SetFileFailureHook([] { return true; });
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    EXPECT_TRUE(IsRunning(*document)) << "its process does";
-    speaker.Give("end");
-    EXPECT_TRUE(ProcessHasEnded(*document));
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    Platform::SetFileFailureHook(nullptr);
-    EXPECT_FALSE(IsRunning(*document));
-    EXPECT_EQ(document.Text(), u"shown");
-}
-
-TEST_F(AppendTest, WithoutMemoryForGoodWhatWasShownStays) {
-    FakeView* view = FakeView::Create(*document);
-    view->Activate();
-    PrintAndPoll("shown");
-    Print(*document, std::string(2 * ReadSize, 'x'));
-    Heap::SetFailureHook([] { return true; });
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    view->PutCaret(0, 2);
-    Heap::SetFailureHook(nullptr);
-    EXPECT_TRUE(IsRunning(*document)) << "its process does";
-    EXPECT_EQ(view->CaretColumn(), 2u);
-    speaker.Give("end");
-    EXPECT_TRUE(ProcessHasEnded(*document));
-    Heap::SetFailureHook([] { return true; });
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    Heap::SetFailureHook(nullptr);
-    EXPECT_FALSE(IsRunning(*document));
-    EXPECT_EQ(document.Text(), u"shown");
-    ExpectSound();
-    ASSERT_TRUE(Run(*document, "say , and more\n"));
-    ASSERT_TRUE(PollToTheEnd(*document));
-    EXPECT_EQ(document.Text(), u"shown, and more");
-}
-
-TEST_F(AppendTest, ATextOfTheGreatestLengthTakesNoMoreAndTheRunEnds) {
-    PrintAndPoll("shown");
-    uint32_t& length = TextBufferProbe::Length(*document);
-    length = None32 - 4; // as if there had been that much
-    Print(*document, "beyond");
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    EXPECT_TRUE(IsRunning(*document)) << "its process does";
-    speaker.Give("end");
-    EXPECT_TRUE(ProcessHasEnded(*document));
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    EXPECT_FALSE(IsRunning(*document));
-    EXPECT_EQ(length, None32 - 4);
-    length = 5;
-    EXPECT_EQ(document.Text(), u"shown");
-    ExpectSound();
-}
-
 TEST_F(AppendTest, OutputBehindFourGigabytesIsReadAtItsPlace) {
     PrintAndPoll("before");
     constexpr uint64_t Far = 5'000'000'000;
@@ -445,31 +209,6 @@ TEST_F(AppendTest, OutputBehindFourGigabytesIsReadAtItsPlace) {
     PrintAndPoll("!");
     EXPECT_EQ(document.Text(), u"before and after!");
     End();
-}
-
-TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {
-    FakeView* view = FakeView::Create(*document);
-    view->Activate();
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    const std::u16string expected = Appended(printed);
-    const uint64_t failures = FailEachAllocation([&] {
-        {
-            const FailurePause pause;
-            document->EmptyAndResetUndo();
-            Print(*document, printed);
-        }
-        document->PollOutput();
-        const bool complete = document.Text() == expected;
-        const FailurePause pause;
-        EXPECT_TRUE(IsRunning(*document));
-        EXPECT_TRUE(document.Text() == expected.substr(0, document->Length()));
-        document->PollOutput();
-        EXPECT_TRUE(document.Text() == expected);
-        EXPECT_EQ(view->CaretOffset(), expected.size());
-        ExpectSound();
-        return complete;
-    });
-    EXPECT_GE(failures, 2u);
 }
 
 TEST_F(AppendTest, ACommandThatEmptiesItsFileIsReadOn) {

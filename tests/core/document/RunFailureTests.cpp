@@ -1,0 +1,131 @@
+// Output that cannot be read, or that there is no room for.
+
+#include "core/document/RunAppendTest.h"
+#include "support/FailureInjection.h"
+
+TEST_F(AppendTest, AFailedReadIsMadeUpForByTheNextPoll) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    const std::u16string expected = Appended(printed);
+    const uint64_t failures = FailEachFileCall([&] {
+        {
+            const FailurePause pause;
+            document->EmptyAndResetUndo();
+            Print(*document, printed);
+        }
+        document->PollOutput();
+        const bool complete = document.Text() == expected;
+        const FailurePause pause;
+        EXPECT_TRUE(IsRunning(*document));
+        document->PollOutput();
+        EXPECT_TRUE(document.Text() == expected);
+        ExpectSound();
+        return complete;
+    });
+    EXPECT_GE(failures, 2u);
+}
+
+TEST_F(AppendTest, AFailedReadAtTheEndIsMadeUpForToo) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    Print(*document, printed);
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    const uint64_t failures = FailEachFileCall([&] {
+        document->PollOutput();
+        return !IsRunning(*document);
+    });
+    EXPECT_GE(failures, 2u);
+    EXPECT_TRUE(document.Text() == Appended(printed));
+}
+
+TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    const std::u16string expected = Appended(printed);
+    const uint64_t failures = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            document->EmptyAndResetUndo();
+            Print(*document, printed);
+        }
+        document->PollOutput();
+        const bool complete = document.Text() == expected;
+        const FailurePause pause;
+        EXPECT_TRUE(IsRunning(*document));
+        EXPECT_TRUE(document.Text() == expected.substr(0, document->Length()));
+        document->PollOutput();
+        EXPECT_TRUE(document.Text() == expected);
+        EXPECT_EQ(view->CaretOffset(), expected.size());
+        ExpectSound();
+        return complete;
+    });
+    EXPECT_GE(failures, 2u);
+}
+
+TEST_F(AppendTest, WithoutMemoryAtTheEndTheNextPollTriesAgain) {
+    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+    Print(*document, printed);
+    speaker.Give("end");
+    ASSERT_TRUE(ProcessHasEnded(*document));
+    const uint64_t failures = FailEachAllocation([&] {
+        document->PollOutput();
+        return !IsRunning(*document);
+    });
+    EXPECT_GE(failures, 2u);
+    EXPECT_TRUE(document.Text() == Appended(printed));
+}
+
+TEST_F(AppendTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
+    PrintAndPoll("shown");
+    Print(*document, "not shown");
+    Platform::SetFileFailureHook([] { return true; });
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    EXPECT_TRUE(IsRunning(*document)) << "its process does";
+    speaker.Give("end");
+    EXPECT_TRUE(ProcessHasEnded(*document));
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    Platform::SetFileFailureHook(nullptr);
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(document.Text(), u"shown");
+}
+
+TEST_F(AppendTest, WithoutMemoryForGoodWhatWasShownStays) {
+    FakeView* view = FakeView::Create(*document);
+    view->Activate();
+    PrintAndPoll("shown");
+    Print(*document, std::string(2 * ReadSize, 'x'));
+    Heap::SetFailureHook([] { return true; });
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    view->PutCaret(0, 2);
+    Heap::SetFailureHook(nullptr);
+    EXPECT_TRUE(IsRunning(*document)) << "its process does";
+    EXPECT_EQ(view->CaretColumn(), 2u);
+    speaker.Give("end");
+    EXPECT_TRUE(ProcessHasEnded(*document));
+    Heap::SetFailureHook([] { return true; });
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    Heap::SetFailureHook(nullptr);
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(document.Text(), u"shown");
+    ExpectSound();
+    ASSERT_TRUE(Run(*document, "say , and more\n"));
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), u"shown, and more");
+}
+
+TEST_F(AppendTest, ATextOfTheGreatestLengthTakesNoMoreAndTheRunEnds) {
+    PrintAndPoll("shown");
+    uint32_t& length = TextBufferProbe::Length(*document);
+    length = None32 - 4; // as if there had been that much
+    Print(*document, "beyond");
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    EXPECT_TRUE(IsRunning(*document)) << "its process does";
+    speaker.Give("end");
+    EXPECT_TRUE(ProcessHasEnded(*document));
+    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
+    EXPECT_FALSE(IsRunning(*document));
+    EXPECT_EQ(length, None32 - 4);
+    length = 5;
+    EXPECT_EQ(document.Text(), u"shown");
+    ExpectSound();
+}
