@@ -99,6 +99,12 @@ TEST_F(HexEnd, ASelectionIsTypedAndPastedOverFromItsCaretOn) {
     Paste(u"41");
     EXPECT_EQ(Content(), "Nne tAo");
     EXPECT_EQ(Selection(), (Two{6, 6}));
+    view().SelectBytes(1, 5);
+    Type(u"42");
+    EXPECT_EQ(Content(), "Nne tBo");
+    view().SelectBytes(1, 5);
+    Paste(u"43 44 45");
+    EXPECT_EQ(Content(), "Nne tCD");
 }
 
 TEST_F(HexEnd, ADragBelowTheWindowSelectsUpToIt) {
