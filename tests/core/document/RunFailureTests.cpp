@@ -3,7 +3,28 @@
 #include "core/document/RunAppendTest.h"
 #include "support/FailureInjection.h"
 
-TEST_F(AppendTest, AFailedReadIsMadeUpForByTheNextPoll) {
+namespace {
+
+class RunFailureTest : public AppendTest {
+protected:
+    // A command has ended, and polling fails in each way in turn before everything is read.
+    template <class FailEach> void ExpectAllDespite(FailEach failEach) {
+        const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
+        Print(*document, printed);
+        speaker.Give("end");
+        ASSERT_TRUE(ProcessHasEnded(*document));
+        const uint64_t failures = failEach([&] {
+            document->PollOutput();
+            return !IsRunning(*document);
+        });
+        EXPECT_GE(failures, 2u);
+        EXPECT_TRUE(document.Text() == Appended(printed));
+    }
+};
+
+} // namespace
+
+TEST_F(RunFailureTest, AFailedReadIsMadeUpForByTheNextPoll) {
     const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
     const std::u16string expected = Appended(printed);
     const uint64_t failures = FailEachFileCall([&] {
@@ -24,20 +45,11 @@ TEST_F(AppendTest, AFailedReadIsMadeUpForByTheNextPoll) {
     EXPECT_GE(failures, 2u);
 }
 
-TEST_F(AppendTest, AFailedReadAtTheEndIsMadeUpForToo) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    Print(*document, printed);
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    const uint64_t failures = FailEachFileCall([&] {
-        document->PollOutput();
-        return !IsRunning(*document);
-    });
-    EXPECT_GE(failures, 2u);
-    EXPECT_TRUE(document.Text() == Appended(printed));
+TEST_F(RunFailureTest, AFailedReadAtTheEndIsMadeUpForToo) {
+    ExpectAllDespite([](const auto& poll) { return FailEachFileCall(poll); });
 }
 
-TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {
+TEST_F(RunFailureTest, WithoutMemoryTheNextPollTriesAgain) {
     FakeView* view = FakeView::Create(*document);
     view->Activate();
     const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
@@ -62,20 +74,11 @@ TEST_F(AppendTest, WithoutMemoryTheNextPollTriesAgain) {
     EXPECT_GE(failures, 2u);
 }
 
-TEST_F(AppendTest, WithoutMemoryAtTheEndTheNextPollTriesAgain) {
-    const std::string printed = Repeated("0123456789 abcdefghij\r\n", 2000);
-    Print(*document, printed);
-    speaker.Give("end");
-    ASSERT_TRUE(ProcessHasEnded(*document));
-    const uint64_t failures = FailEachAllocation([&] {
-        document->PollOutput();
-        return !IsRunning(*document);
-    });
-    EXPECT_GE(failures, 2u);
-    EXPECT_TRUE(document.Text() == Appended(printed));
+TEST_F(RunFailureTest, WithoutMemoryAtTheEndTheNextPollTriesAgain) {
+    ExpectAllDespite([](const auto& poll) { return FailEachAllocation(poll); });
 }
 
-TEST_F(AppendTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
+TEST_F(RunFailureTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
     PrintAndPoll("shown");
     Print(*document, "not shown");
     Platform::SetFileFailureHook([] { return true; });
@@ -89,7 +92,7 @@ TEST_F(AppendTest, WhatCannotBeReadAtAllDoesNotKeepTheRun) {
     EXPECT_EQ(document.Text(), u"shown");
 }
 
-TEST_F(AppendTest, WithoutMemoryForGoodWhatWasShownStays) {
+TEST_F(RunFailureTest, WithoutMemoryForGoodWhatWasShownStays) {
     FakeView* view = FakeView::Create(*document);
     view->Activate();
     PrintAndPoll("shown");
@@ -113,7 +116,7 @@ TEST_F(AppendTest, WithoutMemoryForGoodWhatWasShownStays) {
     EXPECT_EQ(document.Text(), u"shown, and more");
 }
 
-TEST_F(AppendTest, ATextOfTheGreatestLengthTakesNoMoreAndTheRunEnds) {
+TEST_F(RunFailureTest, ATextOfTheGreatestLengthTakesNoMoreAndTheRunEnds) {
     PrintAndPoll("shown");
     uint32_t& length = TextBufferProbe::Length(*document);
     length = None32 - 4; // as if there had been that much
