@@ -1,7 +1,7 @@
 #include "app/CommandLanguage.h"
 
+#include "app/CommandContext.h"
 #include "app/CommandTable.h"
-#include "app/CommandTarget.h"
 #include "base/CodePage.h"
 #include "base/Platform.h"
 #include "base/Text.h"
@@ -11,7 +11,7 @@ namespace {
 
 constexpr uint8_t Signature[] = {0xEF, 0xBB, 0xBF};
 
-void CallHandler(CommandTarget& frame, const CommandRow& row, const Char* argument) {
+void CallHandler(CommandContext& frame, const CommandRow& row, const Char* argument) {
     if (!(row.flags & CommandFlag::StripQuotes)) {
         row.handler(frame, argument);
         return;
@@ -39,14 +39,14 @@ bool ReadScript(const Char* file, WString& text) {
     return true;
 }
 
-void RunLines(CommandTarget& frame, const Char* text) {
+void RunLines(CommandContext& frame, const Char* text) {
     uint32_t position = 0;
     WString line;
     while (!frame.commands.scriptsBrokenOff && NextLine(text, position, line)) ExecuteCommandLine(frame, line.Text());
 }
 
 // A script that runs itself twice would take for ever even with a limit, so all levels end at once.
-void BreakOffScripts(CommandTarget& frame, const Char* file) {
+void BreakOffScripts(CommandContext& frame, const Char* file) {
     frame.commands.scriptsBrokenOff = true;
     WString text;
     if (Text::AppendFormat(text, u"Scripts run each other too deeply: %s", file))
@@ -65,7 +65,7 @@ bool SplitCommand(const Char* line, WString& word, const Char*& argument) {
     return true;
 }
 
-void ExecuteCommandLine(CommandTarget& frame, const Char* line) {
+void ExecuteCommandLine(CommandContext& frame, const Char* line) {
     const CommandRow* row = nullptr;
     const Char* external = line;
     const Char* argument = nullptr;
@@ -87,7 +87,7 @@ void ExecuteCommandLine(CommandTarget& frame, const Char* line) {
     frame.RefreshTitle();
 }
 
-void RunScript(CommandTarget& frame, const Char* file) {
+void RunScript(CommandContext& frame, const Char* file) {
     CommandState& state = frame.commands;
     if (state.scriptDepth == MaxScriptDepth) {
         BreakOffScripts(frame, file);

@@ -1,9 +1,9 @@
 #include "app/CommandPrompt.h"
 
+#include "app/CommandContext.h"
 #include "app/CommandLanguage.h"
-#include "app/CommandTarget.h"
 
-void CommandPrompt::Enter(CommandTarget& frame, const Char* text, bool typed) {
+void CommandPrompt::Enter(CommandContext& frame, const Char* text, bool typed) {
     // The command may put a text of its own into the window, which ends what is known of this one.
     const bool keep = typed || completed;
     completed = false;

@@ -3,7 +3,7 @@
 #include "app/CommandCompletion.h"
 #include "app/CommandHistory.h"
 
-class CommandTarget;
+class CommandContext;
 
 // What the keys of the command window do, apart from the window itself. The text that an operation
 // returns replaces the window's text; null leaves it.
@@ -11,7 +11,7 @@ class CommandPrompt {
 public:
     // Enter. `typed`: the text was changed by typing since it was last set (the edit control can undo).
     // The line is kept in the history when it was typed or completed.
-    void Enter(CommandTarget& frame, const Char* text, bool typed);
+    void Enter(CommandContext& frame, const Char* text, bool typed);
     // Tab and Shift+Tab; the caret goes to the end.
     const Char* Complete(const Char* text, bool forward);
     // Up, Down and F8 (`caret` is the start of the selection and stays).

@@ -1,7 +1,7 @@
 #include "app/CommandTable.h"
 
+#include "app/CommandContext.h"
 #include "app/CommandLanguage.h"
-#include "app/CommandTarget.h"
 #include "app/DocumentList.h"
 #include "app/OpenFiles.h"
 #include "app/Session.h"
@@ -11,70 +11,70 @@
 
 namespace {
 
-void ShowCurrentDirectory(CommandTarget& frame, const Char*) {
+void ShowCurrentDirectory(CommandContext& frame, const Char*) {
     WString directory;
     if (Platform::CurrentDirectory(directory)) frame.SetCommandText(directory.Text());
 }
 
-void Edit(CommandTarget& frame, const Char* argument) { OpenFileArgument(frame, argument, -1, true, false); }
+void Edit(CommandContext& frame, const Char* argument) { OpenFileArgument(frame, argument, -1, true, false); }
 
-void EditBinary(CommandTarget& frame, const Char* argument) { OpenBinaryArgument(frame, argument); }
+void EditBinary(CommandContext& frame, const Char* argument) { OpenBinaryArgument(frame, argument); }
 
-void ChangeDirectory(CommandTarget& frame, const Char* argument) {
+void ChangeDirectory(CommandContext& frame, const Char* argument) {
     if (*argument)
         Platform::SetCurrentDirectory(argument);
     else
         ShowCurrentDirectory(frame, argument);
 }
 
-void SetSetting(CommandTarget& frame, const Char* argument) {
+void SetSetting(CommandContext& frame, const Char* argument) {
     if (ExecuteSetOption(argument)) frame.ReapplySettings();
 }
 
-void SetEngine(CommandTarget& frame, const Char* argument) {
+void SetEngine(CommandContext& frame, const Char* argument) {
     if (*argument) frame.SetActiveEngine(argument);
 }
 
-void ShowFileName(CommandTarget& frame, const Char*) {
+void ShowFileName(CommandContext& frame, const Char*) {
     if (const Char* const name = frame.ActiveDocumentName()) frame.SetCommandText(name);
 }
 
-void MakeOutput(CommandTarget& frame, const Char*) { frame.MarkActiveAsOutput(); }
+void MakeOutput(CommandContext& frame, const Char*) { frame.MarkActiveAsOutput(); }
 
-void ReloadOptions(CommandTarget& frame, const Char*) { frame.ReloadOptions(); }
+void ReloadOptions(CommandContext& frame, const Char*) { frame.ReloadOptions(); }
 
-void GoToLine(CommandTarget& frame, const Char* argument) {
+void GoToLine(CommandContext& frame, const Char* argument) {
     const uint32_t number = Text::ParseDecimal(argument);
     if (number != 0) frame.GoToLine(number - 1);
 }
 
-void ToggleBookmark(CommandTarget& frame, const Char* argument) {
+void ToggleBookmark(CommandContext& frame, const Char* argument) {
     // A missing number reads as 0, and 0 - 1 is None32: the caret's line.
     frame.ToggleBookmark(Text::ParseDecimal(argument) - 1);
 }
 
-void SetConsole(CommandTarget& frame, const Char* argument) {
+void SetConsole(CommandContext& frame, const Char* argument) {
     bool& console = frame.commands.console;
     console = *argument ? Text::ParseDecimal(argument) != 0 : !console;
 }
 
-void ClearOutput(CommandTarget& frame, const Char*) { frame.ClearOutput(); }
+void ClearOutput(CommandContext& frame, const Char*) { frame.ClearOutput(); }
 
-void ListOpened(CommandTarget& frame, const Char*) {
+void ListOpened(CommandContext& frame, const Char*) {
     // The list is complete before the output document may be made and join it.
     WString text;
     if (frame.Documents().AppendOpenedText(text)) frame.AppendOutput(text.Text());
 }
 
-void Quit(CommandTarget& frame, const Char*) { frame.PostClose(); }
+void Quit(CommandContext& frame, const Char*) { frame.PostClose(); }
 
-void QuitNow(CommandTarget& frame, const Char*) { frame.PostQuitNow(); }
+void QuitNow(CommandContext& frame, const Char*) { frame.PostQuitNow(); }
 
-void Run(CommandTarget& frame, const Char* argument) {
+void Run(CommandContext& frame, const Char* argument) {
     if (*argument) RunScript(frame, argument);
 }
 
-void StoreSession(CommandTarget& frame, const Char* argument) {
+void StoreSession(CommandContext& frame, const Char* argument) {
     const Char* const file = *argument ? argument : frame.commands.sessionFile.Text();
     if (*file)
         SaveSession(frame, file);
@@ -82,12 +82,12 @@ void StoreSession(CommandTarget& frame, const Char* argument) {
         frame.AskUser(u"Please specify a filename.", MessageKind::Information);
 }
 
-void SetSessionFile(CommandTarget& frame, const Char*) {
+void SetSessionFile(CommandContext& frame, const Char*) {
     CommandState& state = frame.commands;
     if (!state.runningScript.IsEmpty()) state.sessionFile.Assign(state.runningScript);
 }
 
-void Comment(CommandTarget&, const Char*) {}
+void Comment(CommandContext&, const Char*) {}
 
 constexpr uint32_t Keep = CommandFlag::KeepCommandWindow;
 

@@ -2,7 +2,7 @@
 
 #include "base/Types.h"
 
-class CommandTarget;
+class CommandContext;
 
 // What Tab completes in a command's argument.
 namespace CompletionKind {
@@ -18,7 +18,7 @@ constexpr uint32_t StripQuotes = 2;       // the handler gets the argument witho
 } // namespace CommandFlag
 
 // `argument` is never null and may be empty.
-using CommandHandler = void (*)(CommandTarget& frame, const Char* argument);
+using CommandHandler = void (*)(CommandContext& frame, const Char* argument);
 
 struct CommandRow {
     const Char* longName;

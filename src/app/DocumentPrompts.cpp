@@ -1,6 +1,6 @@
 #include "app/DocumentPrompts.h"
 
-#include "app/CommandTarget.h"
+#include "app/CommandContext.h"
 #include "app/DocumentList.h"
 #include "base/Text.h"
 #include "document/Document.h"
@@ -20,7 +20,7 @@ private:
     Document& held;
 };
 
-void AskToReopen(CommandTarget& frame, Document& document) {
+void AskToReopen(CommandContext& frame, Document& document) {
     WString question;
     if (!Text::AppendFormat(question, u"File %ls has been modified by another program.\nWould you like to reopen it?",
                             document.GetName()))
@@ -38,7 +38,7 @@ void AskToReopen(CommandTarget& frame, Document& document) {
 
 } // namespace
 
-bool MayClose(CommandTarget& frame, Document& document) {
+bool MayClose(CommandContext& frame, Document& document) {
     if (!document.IsModified()) return true;
     WString question;
     if (!Text::AppendFormat(question, u"Save changes to %ls?", document.GetName())) return false;
@@ -48,14 +48,14 @@ bool MayClose(CommandTarget& frame, Document& document) {
     return answer == Answer::No || (answer == Answer::Yes && frame.SaveDocument(document));
 }
 
-bool MayExit(CommandTarget& frame) {
+bool MayExit(CommandContext& frame) {
     const DocumentList& documents = frame.Documents();
     for (uint32_t i = 0; Document* const document = documents.At(i); ++i)
         if (!MayClose(frame, *document)) return false;
     return true;
 }
 
-void ForeignChangeCheck::Run(CommandTarget& frame) {
+void ForeignChangeCheck::Run(CommandContext& frame) {
     if (running) return;
     running = true;
     const DocumentList& documents = frame.Documents();

@@ -1,6 +1,6 @@
 #include "app/OpenFiles.h"
 
-#include "app/CommandTarget.h"
+#include "app/CommandContext.h"
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "base/Text.h"
@@ -13,7 +13,7 @@ namespace {
 enum class Missing { Ask, TryFolder, TryFile };
 
 struct Opening {
-    CommandTarget& frame;
+    CommandContext& frame;
     WString directory; // of every match
     int32_t line;
     bool binary;
@@ -51,7 +51,7 @@ bool OpenMissing(const Opening& opening, const WString& path, Missing missing) {
     return Open(opening, tryFolder ? u"" : Path::FileName(path.Text()), false);
 }
 
-bool OpenArgument(CommandTarget& frame, const Char* path, int32_t line, Missing missing, bool binary) {
+bool OpenArgument(CommandContext& frame, const Char* path, int32_t line, Missing missing, bool binary) {
     WString plain;
     if (!plain.Assign(path)) return false;
     plain.StripQuotes();
@@ -67,11 +67,11 @@ bool OpenArgument(CommandTarget& frame, const Char* path, int32_t line, Missing 
 
 } // namespace
 
-bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary) {
+bool OpenFileArgument(CommandContext& frame, const Char* path, int32_t line, bool askToCreate, bool binary) {
     return OpenArgument(frame, path, line, askToCreate ? Missing::Ask : Missing::TryFolder, binary);
 }
 
-bool OpenBinaryArgument(CommandTarget& frame, const Char* path) {
+bool OpenBinaryArgument(CommandContext& frame, const Char* path) {
     return OpenArgument(frame, path, -1, Missing::TryFile, true);
 }
 
@@ -90,7 +90,7 @@ bool SelectedFiles::Next(WString& path) {
     return true;
 }
 
-void OpenSelectedFiles(CommandTarget& frame, const Char* result) {
+void OpenSelectedFiles(CommandContext& frame, const Char* result) {
     SelectedFiles files(result);
     WString path;
     frame.BeginBatch();

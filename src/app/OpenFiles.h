@@ -3,16 +3,16 @@
 #include "base/Types.h"
 #include "base/WString.h"
 
-class CommandTarget;
+class CommandContext;
 
 // Opens a path, or every file that its wildcards match. `line` (0-based, -1 for none) applies to each
 // match. With `askToCreate` a path that matches nothing is created after a question, else its directory is
 // tried. True when every open succeeded.
-bool OpenFileArgument(CommandTarget& frame, const Char* path, int32_t line, bool askToCreate, bool binary);
+bool OpenFileArgument(CommandContext& frame, const Char* path, int32_t line, bool askToCreate, bool binary);
 
 // The same for bytes, which always are an existing file's: there is nothing to ask, and a path that matches
 // nothing fails under its own name.
-bool OpenBinaryArgument(CommandTarget& frame, const Char* path);
+bool OpenBinaryArgument(CommandContext& frame, const Char* path);
 
 // Reads what an open dialog with multiple selection returned: one full path, or a directory and the
 // names in it, each ended by a NUL, with one more NUL behind the last.
@@ -29,7 +29,7 @@ private:
 };
 
 // Opens each of them as an existing text file, in their order; one that fails does not stop the rest.
-void OpenSelectedFiles(CommandTarget& frame, const Char* result);
+void OpenSelectedFiles(CommandContext& frame, const Char* result);
 
 // The filter list that the file dialogs expect, from a setting that separates its entries by "|".
 // NULs stand between the entries and two of them at the end. False without memory.

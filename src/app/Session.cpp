@@ -1,6 +1,6 @@
 #include "app/Session.h"
 
-#include "app/CommandTarget.h"
+#include "app/CommandContext.h"
 #include "app/DocumentList.h"
 #include "base/CodePage.h"
 #include "base/Platform.h"
@@ -29,7 +29,7 @@ bool WriteFile(const Char* name, const Platform::ByteBlock& bytes) {
 }
 
 // Only the present session's own file is replaced without a question.
-bool MayReplace(CommandTarget& frame, const Char* file) {
+bool MayReplace(CommandContext& frame, const Char* file) {
     if (Platform::CompareNames(frame.commands.sessionFile.Text(), file) == 0) return true;
     if (Platform::EntryKind(file) == Platform::Entry::Missing) return true;
     WString question;
@@ -37,7 +37,7 @@ bool MayReplace(CommandTarget& frame, const Char* file) {
            frame.AskUser(question.Text(), MessageKind::YesNoCancel) == Answer::Yes;
 }
 
-void ReportFailure(CommandTarget& frame, const Char* file) {
+void ReportFailure(CommandContext& frame, const Char* file) {
     WString message;
     if (Text::AppendFormat(message, u"Failed saving file: %s", file))
         frame.AskUser(message.Text(), MessageKind::Warning);
@@ -52,7 +52,7 @@ bool BuildSessionText(const DocumentList& documents, WString& out) {
     return false;
 }
 
-void SaveSession(CommandTarget& frame, const Char* file) {
+void SaveSession(CommandContext& frame, const Char* file) {
     WString name;
     if (!name.Assign(file)) return ReportFailure(frame, file);
     name.StripQuotes();

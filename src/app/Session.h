@@ -2,7 +2,7 @@
 
 #include "base/WString.h"
 
-class CommandTarget;
+class CommandContext;
 class DocumentList;
 
 // The session file's text: a script that opens the documents that have files. Appends to `out`; false
@@ -11,4 +11,4 @@ bool BuildSessionText(const DocumentList& documents, WString& out);
 
 // Writes the session to `file` (a pair of quotes around it is dropped), asking before any other
 // existing file than the present session's is replaced. Reports failure itself.
-void SaveSession(CommandTarget& frame, const Char* file);
+void SaveSession(CommandContext& frame, const Char* file);

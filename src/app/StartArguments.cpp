@@ -1,7 +1,7 @@
 #include "app/StartArguments.h"
 
+#include "app/CommandContext.h"
 #include "app/CommandLanguage.h"
-#include "app/CommandTarget.h"
 #include "app/DocumentList.h"
 #include "app/OpenFiles.h"
 #include "base/Path.h"
@@ -11,7 +11,7 @@
 namespace {
 
 struct Parser {
-    CommandTarget& frame;
+    CommandContext& frame;
     const Char* position;
     int32_t pendingLine = -1;
     bool inSubdirectories = false;
@@ -83,7 +83,7 @@ bool NextArgument(const Char*& position, WString& token) {
     return token.Append(start, position - start) && !token.IsEmpty();
 }
 
-bool ParseCommandLine(CommandTarget& frame, const Char* commandLine) {
+bool ParseCommandLine(CommandContext& frame, const Char* commandLine) {
     Parser parser{frame, commandLine};
     WString token;
     NextArgument(parser.position, token); // the program's own name

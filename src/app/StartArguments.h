@@ -3,7 +3,7 @@
 #include "base/Types.h"
 #include "base/WString.h"
 
-class CommandTarget;
+class CommandContext;
 
 // Takes the next argument from `position` and moves it past. False when there is none; an argument of
 // two quotes with nothing between them counts as none.
@@ -11,4 +11,4 @@ bool NextArgument(const Char*& position, WString& token);
 
 // Opens what the process's command line names, or an untitled document when nothing was opened, and
 // has the frame laid out. True: the message loop may start.
-bool ParseCommandLine(CommandTarget& frame, const Char* commandLine);
+bool ParseCommandLine(CommandContext& frame, const Char* commandLine);

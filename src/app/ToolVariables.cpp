@@ -1,6 +1,6 @@
 #include "app/ToolVariables.h"
 
-#include "app/CommandTarget.h"
+#include "app/CommandContext.h"
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "base/Text.h"
@@ -13,17 +13,17 @@ namespace {
 // The path variables look at no more of a name than this, its terminator included.
 constexpr uint32_t WorkBufferSize = 1050;
 
-bool AssignWorkName(const CommandTarget& frame, WString& name) {
+bool AssignWorkName(const CommandContext& frame, WString& name) {
     const Char* const full = frame.ActiveDocumentName();
     const uint32_t length = Text::Length(full);
     return name.Assign(full, length < WorkBufferSize ? length : WorkBufferSize - 1);
 }
 
-bool AppendPath(const CommandTarget& frame, WString& out) { return out.Append(frame.ActiveDocumentName()); }
+bool AppendPath(const CommandContext& frame, WString& out) { return out.Append(frame.ActiveDocumentName()); }
 
 // Only a backslash ends a folder here: the name of an output document is a command, whose options may
 // begin with slashes.
-bool AppendFile(const CommandTarget& frame, WString& out) {
+bool AppendFile(const CommandContext& frame, WString& out) {
     WString name;
     if (!AssignWorkName(frame, name)) return false;
     uint32_t start = name.Length();
@@ -31,25 +31,25 @@ bool AppendFile(const CommandTarget& frame, WString& out) {
     return out.Append(name.Text() + start);
 }
 
-bool AppendDirectory(const CommandTarget& frame, WString& out) {
+bool AppendDirectory(const CommandContext& frame, WString& out) {
     WString name;
     if (!AssignWorkName(frame, name)) return false;
     Path::RemoveLastComponent(name);
     return out.Append(name);
 }
 
-bool AppendExtension(const CommandTarget& frame, WString& out) {
+bool AppendExtension(const CommandContext& frame, WString& out) {
     WString name;
     return AssignWorkName(frame, name) && out.Append(Path::Extension(name.Text()));
 }
 
-bool AppendWord(const CommandTarget& frame, WString& out) { return frame.AppendWordAtCaret(out); }
+bool AppendWord(const CommandContext& frame, WString& out) { return frame.AppendWordAtCaret(out); }
 
-bool AppendSelection(const CommandTarget& frame, WString& out) { return frame.AppendSelection(out); }
+bool AppendSelection(const CommandContext& frame, WString& out) { return frame.AppendSelection(out); }
 
 struct Variable {
     const Char* name;
-    bool (*append)(const CommandTarget& frame, WString& out);
+    bool (*append)(const CommandContext& frame, WString& out);
 };
 
 constexpr Variable variables[] = {
@@ -68,7 +68,7 @@ const Variable* VariableAt(const Char* text) {
     return nullptr;
 }
 
-bool Expand(const CommandTarget& frame, const Char* text, WString& out) {
+bool Expand(const CommandContext& frame, const Char* text, WString& out) {
     while (*text) {
         const Variable* const variable = *text == u'%' ? VariableAt(text) : nullptr;
         if (!variable) {
@@ -83,14 +83,14 @@ bool Expand(const CommandTarget& frame, const Char* text, WString& out) {
 
 } // namespace
 
-bool ExpandToolVariables(const CommandTarget& frame, const Char* text, WString& out) {
+bool ExpandToolVariables(const CommandContext& frame, const Char* text, WString& out) {
     const uint32_t before = out.Length();
     if (Expand(frame, text, out)) return true;
     out.Truncate(before);
     return false;
 }
 
-bool ExpandStartDirectory(const CommandTarget& frame, const Char* text, WString& out) {
+bool ExpandStartDirectory(const CommandContext& frame, const Char* text, WString& out) {
     WString directory;
     if (!ExpandToolVariables(frame, text, directory)) return false;
     if (directory.IsEmpty() && !Platform::CurrentDirectory(directory)) return false;

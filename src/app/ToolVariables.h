@@ -3,16 +3,16 @@
 #include "base/Types.h"
 #include "base/WString.h"
 
-class CommandTarget;
+class CommandContext;
 struct ToolRecord;
 
 // Appends `text` to `out` with the variables %PATH%, %FILE%, %DIR%, %EXT%, %WORD% and %SEL% replaced
 // by the values of the active pane's document; without a pane they are empty. False without memory;
 // `out` is then unchanged.
-bool ExpandToolVariables(const CommandTarget& frame, const Char* text, WString& out);
+bool ExpandToolVariables(const CommandContext& frame, const Char* text, WString& out);
 
 // Replaces `out` by the expanded directory, or by the current one when that is empty.
-bool ExpandStartDirectory(const CommandTarget& frame, const Char* text, WString& out);
+bool ExpandStartDirectory(const CommandContext& frame, const Char* text, WString& out);
 
 // Replaces `out` by the tool's command line as typed: command, space, last arguments.
 bool ToolCommandLine(const ToolRecord& tool, WString& out);

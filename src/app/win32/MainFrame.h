@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/CommandTarget.h"
+#include "app/CommandContext.h"
 #include "app/DocumentList.h"
 #include "app/DocumentPrompts.h"
 #include "app/Macros.h"
@@ -17,7 +17,7 @@ struct ToolRecord;
 
 // The main window: documents, panes, command window and status bar, and everything that commands do
 // with them. One per process.
-class MainFrame final : public ViewHost, public CommandTarget {
+class MainFrame final : public ViewHost, public CommandContext {
 public:
     MainFrame();
     MainFrame(const MainFrame&) = delete;
@@ -43,7 +43,7 @@ public:
     void StopMacroPlayback() override { macros.StopPlayback(); }
     void ApplySettings(uint32_t flag) override;
 
-    // CommandTarget.
+    // CommandContext.
     const DocumentList& Documents() const override { return documents; }
     bool OpenText(const Char* path, int32_t line, bool isNew) override;
     bool OpenBinary(const Char* path) override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/CommandTarget.h"
+#include "app/CommandContext.h"
 #include "app/DocumentList.h"
 #include "core/app/FakeDocument.h"
 
@@ -21,7 +21,7 @@ inline std::u16string Decimal(int64_t value) {
 using Calls = std::vector<std::u16string>;
 
 // A frame without windows that takes down, in words, what it is asked to do.
-class FakeFrame final : public CommandTarget {
+class FakeFrame final : public CommandContext {
 public:
     struct Question {
         std::u16string text;

@@ -30,7 +30,7 @@ struct CommandState {
 // What the command language, scripts, the command line and the file prompts need of the frame. The
 // frame implements it; tests use a fake. Operations on the active document do nothing when there is
 // no active pane.
-class CommandTarget {
+class CommandContext {
 public:
     CommandState commands;
 
@@ -77,5 +77,5 @@ public:
     virtual Answer AskUser(const Char* text, MessageKind kind) = 0;
 
 protected:
-    ~CommandTarget() = default;
+    ~CommandContext() = default;
 };
