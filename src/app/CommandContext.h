@@ -24,7 +24,7 @@ struct CommandState {
     WString runningScript; // the file name last given to RunScript; kept after the script ends
     uint32_t scriptDepth = 0;
     // Set when scripts were nested too deeply: every running one ends, then it is cleared.
-    bool scriptsBrokenOff = false;
+    bool scriptsCancelled = false;
 };
 
 // What the command language, scripts, the command line and the file prompts need of the frame. The

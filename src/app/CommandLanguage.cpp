@@ -42,12 +42,12 @@ bool ReadScript(const Char* file, WString& text) {
 void RunLines(CommandContext& frame, const Char* text) {
     uint32_t position = 0;
     WString line;
-    while (!frame.commands.scriptsBrokenOff && NextLine(text, position, line)) ExecuteCommandLine(frame, line.Text());
+    while (!frame.commands.scriptsCancelled && NextLine(text, position, line)) ExecuteCommandLine(frame, line.Text());
 }
 
 // A script that runs itself twice would take for ever even with a limit, so all levels end at once.
-void BreakOffScripts(CommandContext& frame, const Char* file) {
-    frame.commands.scriptsBrokenOff = true;
+void CancelScripts(CommandContext& frame, const Char* file) {
+    frame.commands.scriptsCancelled = true;
     WString text;
     if (Text::AppendFormat(text, u"Scripts run each other too deeply: %s", file))
         frame.AskUser(text.Text(), MessageKind::Warning);
@@ -90,7 +90,7 @@ void ExecuteCommandLine(CommandContext& frame, const Char* line) {
 void RunScript(CommandContext& frame, const Char* file) {
     CommandState& state = frame.commands;
     if (state.scriptDepth == MaxScriptDepth) {
-        BreakOffScripts(frame, file);
+        CancelScripts(frame, file);
         return;
     }
     WString name;
@@ -103,5 +103,5 @@ void RunScript(CommandContext& frame, const Char* file) {
     frame.BeginBatch();
     RunLines(frame, text.Text());
     frame.EndBatch();
-    if (--state.scriptDepth == 0) state.scriptsBrokenOff = false;
+    if (--state.scriptDepth == 0) state.scriptsCancelled = false;
 }

@@ -66,16 +66,16 @@ Document* DocumentList::Previous(const Document* document) const {
     return (node->previous ? node->previous : documents.tail)->document;
 }
 
-Document* DocumentList::LessRecent(const Document* document) const {
+Document* DocumentList::NextInMru(const Document* document) const {
     const Node* const node = Find(document);
     if (!node) return nullptr;
-    return (node->lessRecent ? node->lessRecent : mostRecent)->document;
+    return (node->nextInMru ? node->nextInMru : mostRecent)->document;
 }
 
-Document* DocumentList::MoreRecent(const Document* document) const {
+Document* DocumentList::PreviousInMru(const Document* document) const {
     const Node* const node = Find(document);
     if (!node) return nullptr;
-    return (node->moreRecent ? node->moreRecent : leastRecent)->document;
+    return (node->previousInMru ? node->previousInMru : leastRecent)->document;
 }
 
 Document* DocumentList::FindByName(const Char* fullPath) const {
@@ -129,19 +129,19 @@ DocumentList::Node* DocumentList::Find(const Document* document) const {
 }
 
 void DocumentList::LinkLeastRecent(Node* node) {
-    node->moreRecent = leastRecent;
-    (leastRecent ? leastRecent->lessRecent : mostRecent) = node;
+    node->previousInMru = leastRecent;
+    (leastRecent ? leastRecent->nextInMru : mostRecent) = node;
     leastRecent = node;
 }
 
 void DocumentList::LinkMostRecent(Node* node) {
-    node->lessRecent = mostRecent;
-    (mostRecent ? mostRecent->moreRecent : leastRecent) = node;
+    node->nextInMru = mostRecent;
+    (mostRecent ? mostRecent->previousInMru : leastRecent) = node;
     mostRecent = node;
 }
 
 void DocumentList::UnlinkUse(Node* node) {
-    (node->moreRecent ? node->moreRecent->lessRecent : mostRecent) = node->lessRecent;
-    (node->lessRecent ? node->lessRecent->moreRecent : leastRecent) = node->moreRecent;
-    node->moreRecent = node->lessRecent = nullptr;
+    (node->previousInMru ? node->previousInMru->nextInMru : mostRecent) = node->nextInMru;
+    (node->nextInMru ? node->nextInMru->previousInMru : leastRecent) = node->previousInMru;
+    node->previousInMru = node->nextInMru = nullptr;
 }

@@ -19,8 +19,8 @@ public:
         Document* document = nullptr;
         Node* next = nullptr; // opening order
         Node* previous = nullptr;
-        Node* moreRecent = nullptr; // use order
-        Node* lessRecent = nullptr;
+        Node* previousInMru = nullptr; // use order
+        Node* nextInMru = nullptr;
     };
 
     DocumentList() = default;
@@ -47,8 +47,8 @@ public:
     Document* Next(const Document* document) const;
     Document* Previous(const Document* document) const;
     // Use order.
-    Document* LessRecent(const Document* document) const;
-    Document* MoreRecent(const Document* document) const;
+    Document* NextInMru(const Document* document) const;
+    Document* PreviousInMru(const Document* document) const;
     Document* MostRecent() const { return mostRecent ? mostRecent->document : nullptr; }
 
     // The document of that full path, whatever its letter case; the first output document without a file

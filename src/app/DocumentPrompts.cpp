@@ -55,7 +55,7 @@ bool MayExit(CommandContext& frame) {
     return true;
 }
 
-void ForeignChangeCheck::Run(CommandContext& frame) {
+void ExternalChangePrompt::Run(CommandContext& frame) {
     if (running) return;
     running = true;
     const DocumentList& documents = frame.Documents();

@@ -12,7 +12,7 @@ bool MayExit(CommandContext& frame);
 
 // Asks about every document whose file another program changed and reloads it or accepts the change.
 // A request that comes in while a question is open is dropped.
-class ForeignChangeCheck {
+class ExternalChangePrompt {
 public:
     void Run(CommandContext& frame);
 

@@ -15,7 +15,7 @@ KeyDecision DecideKeyDown(const KeyPress& press) {
     if (isDigit && press.ctrl && !press.alt) return DecideDigit(press);
     if (press.key == FrameKey::Escape) return {KeyAction::LeaveOutput, 0, Swallow::IfActed};
     if (press.key == FrameKey::Tab && press.ctrl && press.hasActivePane)
-        return {press.shift ? KeyAction::ShowMoreRecent : KeyAction::ShowLessRecent, 0, Swallow::Yes};
+        return {press.shift ? KeyAction::ShowPreviousInMru : KeyAction::ShowNextInMru, 0, Swallow::Yes};
     return {};
 }
 

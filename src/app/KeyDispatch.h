@@ -27,12 +27,12 @@ struct KeyPress {
 
 enum class KeyAction {
     None,
-    SelectMacroSlot, // slot `index`
-    ShowDocument,    // document `index` of the opening order, if there is one
-    LeaveOutput,     // leave an output document
-    ShowLessRecent,  // next document in order of use; set the switching flag
-    ShowMoreRecent,  // the same the other way
-    FinishSwitching, // clear the flag and activate the active pane's view again
+    SelectMacroSlot,   // slot `index`
+    ShowDocument,      // document `index` of the opening order, if there is one
+    LeaveOutput,       // leave an output document
+    ShowNextInMru,     // next document in order of use; set the switching flag
+    ShowPreviousInMru, // the same the other way
+    FinishSwitching,   // clear the flag and activate the active pane's view again
 };
 
 enum class Swallow { No, Yes, IfActed };

@@ -6,7 +6,7 @@ namespace {
 
 Heap::FailureHook failureHook = nullptr;
 
-bool ShallFail() { return failureHook && failureHook(); }
+bool ShouldFail() { return failureHook && failureHook(); }
 
 } // namespace
 
@@ -14,10 +14,10 @@ void Heap::Start() { SystemHeap::Start(); }
 
 void Heap::Stop() { SystemHeap::Stop(); }
 
-void* Heap::Allocate(size_t bytes) { return ShallFail() ? nullptr : SystemHeap::Allocate(bytes); }
+void* Heap::Allocate(size_t bytes) { return ShouldFail() ? nullptr : SystemHeap::Allocate(bytes); }
 
 void* Heap::Resize(void* block, size_t oldBytes, size_t newBytes) {
-    if (ShallFail()) return nullptr;
+    if (ShouldFail()) return nullptr;
     return block ? SystemHeap::Resize(block, oldBytes, newBytes) : SystemHeap::Allocate(newBytes);
 }
 

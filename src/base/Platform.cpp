@@ -10,15 +10,15 @@ uint64_t unreadableTo = 0;
 
 void Platform::SetFileFailureHook(FailureHook hook) { fileFailureHook = hook; }
 
-bool Platform::FileCallShallFail() { return fileFailureHook && fileFailureHook(); }
+bool Platform::FileCallShouldFail() { return fileFailureHook && fileFailureHook(); }
 
 void Platform::SetUnreadableBytes(uint64_t from, uint64_t to) {
     unreadableFrom = from;
     unreadableTo = to;
 }
 
-bool Platform::ReadShallFail(uint64_t offset, size_t count) {
-    return FileCallShallFail() || (offset < unreadableTo && offset + count > unreadableFrom);
+bool Platform::ReadShouldFail(uint64_t offset, size_t count) {
+    return FileCallShouldFail() || (offset < unreadableTo && offset + count > unreadableFrom);
 }
 
 bool Platform::ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time) {

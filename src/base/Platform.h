@@ -124,11 +124,11 @@ bool ClipboardHasText();
 using FailureHook = bool (*)();
 void SetFileFailureHook(FailureHook hook);
 // For the platform halves: the answer of the hook, false without one.
-bool FileCallShallFail();
+bool FileCallShouldFail();
 // For tests: bytes [from, to) of every file become what a damaged disk does not deliver, and each ReadAt that asks
 // for one of them fails. None when the ends are equal.
 void SetUnreadableBytes(uint64_t from, uint64_t to);
 // For the platform halves: whether ReadAt shall fail there, by that or by the hook.
-bool ReadShallFail(uint64_t offset, size_t count);
+bool ReadShouldFail(uint64_t offset, size_t count);
 
 } // namespace Platform

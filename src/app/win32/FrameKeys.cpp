@@ -66,10 +66,10 @@ bool MainFrame::CarryOut(const KeyDecision& decision) {
         return true;
     case KeyAction::LeaveOutput:
         return LeaveOutputDocument();
-    case KeyAction::ShowLessRecent:
+    case KeyAction::ShowNextInMru:
         ShowByUse(true);
         return true;
-    case KeyAction::ShowMoreRecent:
+    case KeyAction::ShowPreviousInMru:
         ShowByUse(false);
         return true;
     case KeyAction::FinishSwitching:
@@ -86,8 +86,8 @@ bool MainFrame::LeaveOutputDocument() {
     bool running = false;
     if (!document || GetFocus() != static_cast<HWND>(panes.Active()->window)) return false;
     if (!document->GetOutputState(running)) return false;
-    for (Document* earlier = documents.LessRecent(document); earlier && earlier != document;
-         earlier = documents.LessRecent(earlier))
+    for (Document* earlier = documents.NextInMru(document); earlier && earlier != document;
+         earlier = documents.NextInMru(earlier))
         if (!earlier->GetOutputState(running)) {
             ShowDocument(earlier, panes.Active());
             return true;
@@ -95,10 +95,10 @@ bool MainFrame::LeaveOutputDocument() {
     return false;
 }
 
-void MainFrame::ShowByUse(bool lessRecent) {
+void MainFrame::ShowByUse(bool nextInMru) {
     const Document* document = ActiveDocument();
     switching = true;
-    ShowDocument(lessRecent ? documents.LessRecent(document) : documents.MoreRecent(document), panes.Active());
+    ShowDocument(nextInMru ? documents.NextInMru(document) : documents.PreviousInMru(document), panes.Active());
 }
 
 void MainFrame::FinishSwitching() {

@@ -199,7 +199,7 @@ void MainFrame::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
 
 void MainFrame::CheckFiles() {
     if (IsWindowEnabled(window))
-        foreignChanges.Run(*this);
+        externalChanges.Run(*this);
     else
         checkPending = true;
 }

@@ -168,7 +168,7 @@ private:
     // Keys and macros (FrameKeys.cpp).
     bool CarryOut(const struct KeyDecision& decision);
     bool LeaveOutputDocument();
-    void ShowByUse(bool lessRecent);
+    void ShowByUse(bool nextInMru);
     void FinishSwitching();
     void PlayEvents();
 
@@ -179,7 +179,7 @@ private:
     DocumentList documents;
     Document* sharedOutput = nullptr; // one of `documents`, or null
     View* activeView = nullptr;
-    ForeignChangeCheck foreignChanges;
+    ExternalChangePrompt externalChanges;
     Macros macros;
     bool switching = false; // Ctrl+Tab: the order of use stands still while Ctrl is held
     uint32_t batchDepth = 0;

@@ -29,7 +29,7 @@ int FlagsFor(Platform::File::Mode mode) {
 bool Platform::File::Open(const Char* name, Mode mode) {
     Close();
     const NativeText path(name, NativeText::Kind::Path);
-    if (!path.Text() || FileCallShallFail()) return false;
+    if (!path.Text() || FileCallShouldFail()) return false;
     handle = open(path.Text(), FlagsFor(mode), 0666);
     if (handle == -1) return false;
     struct stat status;
@@ -45,14 +45,14 @@ void Platform::File::Close() {
 
 bool Platform::File::GetSize(uint64_t& size) {
     struct stat status;
-    if (FileCallShallFail() || fstat(static_cast<int>(handle), &status) != 0) return false;
+    if (FileCallShouldFail() || fstat(static_cast<int>(handle), &status) != 0) return false;
     size = static_cast<uint64_t>(status.st_size);
     return true;
 }
 
 bool Platform::File::GetTime(FileTime& time) {
     struct stat status;
-    if (FileCallShallFail() || fstat(static_cast<int>(handle), &status) != 0) return false;
+    if (FileCallShouldFail() || fstat(static_cast<int>(handle), &status) != 0) return false;
     time = ToFileTime(status.st_mtim);
     return true;
 }
@@ -72,12 +72,12 @@ bool Platform::File::IsAt(const Char* name) const {
 }
 
 bool Platform::File::Seek(uint64_t offset) {
-    return !FileCallShallFail() && lseek(static_cast<int>(handle), static_cast<off_t>(offset), SEEK_SET) != -1;
+    return !FileCallShouldFail() && lseek(static_cast<int>(handle), static_cast<off_t>(offset), SEEK_SET) != -1;
 }
 
 bool Platform::File::Read(void* out, size_t count, size_t& read) {
     read = 0;
-    if (FileCallShallFail()) return false;
+    if (FileCallShouldFail()) return false;
     while (read < count) {
         // One call transfers less than 2 GB at most.
         const ssize_t got = ::read(static_cast<int>(handle), static_cast<char*>(out) + read, count - read);
@@ -90,7 +90,7 @@ bool Platform::File::Read(void* out, size_t count, size_t& read) {
 
 bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
     read = 0;
-    if (ReadShallFail(offset, count)) return false;
+    if (ReadShouldFail(offset, count)) return false;
     while (read < count) {
         const ssize_t got = pread(static_cast<int>(handle), static_cast<char*>(out) + read, count - read,
                                   static_cast<off_t>(offset + read));
@@ -102,7 +102,7 @@ bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& re
 }
 
 bool Platform::File::Write(const void* bytes, size_t count) {
-    if (FileCallShallFail()) return false;
+    if (FileCallShouldFail()) return false;
     const char* at = static_cast<const char*>(bytes);
     while (count) {
         const ssize_t put = write(static_cast<int>(handle), at, count);
@@ -113,4 +113,4 @@ bool Platform::File::Write(const void* bytes, size_t count) {
     return true;
 }
 
-bool Platform::File::Flush() { return !FileCallShallFail() && fsync(static_cast<int>(handle)) == 0; }
+bool Platform::File::Flush() { return !FileCallShouldFail() && fsync(static_cast<int>(handle)) == 0; }

@@ -36,7 +36,7 @@ DWORD TransferSize(size_t count) { return static_cast<DWORD>(std::min(count, Lar
 bool Platform::File::Open(const Char* name, Mode mode) {
     Close();
     const SystemPath path(name);
-    if (!path.Text() || FileCallShallFail()) return false;
+    if (!path.Text() || FileCallShouldFail()) return false;
     const OpenRule& rule = OpenRules[static_cast<size_t>(mode)];
     handle = reinterpret_cast<intptr_t>(
         CreateFileW(path.Text(), rule.access, rule.sharing, nullptr, rule.creation, rule.attributes, nullptr));
@@ -52,14 +52,14 @@ void Platform::File::Close() {
 
 bool Platform::File::GetSize(uint64_t& size) {
     LARGE_INTEGER value{};
-    if (FileCallShallFail() || !GetFileSizeEx(Native(handle), &value)) return false;
+    if (FileCallShouldFail() || !GetFileSizeEx(Native(handle), &value)) return false;
     size = static_cast<uint64_t>(value.QuadPart);
     return true;
 }
 
 bool Platform::File::GetTime(FileTime& time) {
     FILETIME written{};
-    if (FileCallShallFail() || !GetFileTime(Native(handle), nullptr, nullptr, &written)) return false;
+    if (FileCallShouldFail() || !GetFileTime(Native(handle), nullptr, nullptr, &written)) return false;
     time = uint64_t{written.dwHighDateTime} << 32 | written.dwLowDateTime;
     return true;
 }
@@ -89,12 +89,12 @@ bool Platform::File::IsAt(const Char* name) const {
 bool Platform::File::Seek(uint64_t offset) {
     LARGE_INTEGER target{};
     target.QuadPart = static_cast<LONGLONG>(offset);
-    return !FileCallShallFail() && SetFilePointerEx(Native(handle), target, nullptr, FILE_BEGIN);
+    return !FileCallShouldFail() && SetFilePointerEx(Native(handle), target, nullptr, FILE_BEGIN);
 }
 
 bool Platform::File::Read(void* out, size_t count, size_t& read) {
     read = 0;
-    if (FileCallShallFail()) return false;
+    if (FileCallShouldFail()) return false;
     while (read < count) {
         DWORD got = 0;
         if (!ReadFile(Native(handle), static_cast<char*>(out) + read, TransferSize(count - read), &got, nullptr))
@@ -107,7 +107,7 @@ bool Platform::File::Read(void* out, size_t count, size_t& read) {
 
 bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& read) {
     read = 0;
-    if (ReadShallFail(offset, count)) return false;
+    if (ReadShouldFail(offset, count)) return false;
     while (read < count) {
         OVERLAPPED place{};
         place.Offset = static_cast<DWORD>(offset + read);
@@ -123,7 +123,7 @@ bool Platform::File::ReadAt(uint64_t offset, void* out, size_t count, size_t& re
 }
 
 bool Platform::File::Write(const void* bytes, size_t count) {
-    if (FileCallShallFail()) return false;
+    if (FileCallShouldFail()) return false;
     const char* at = static_cast<const char*>(bytes);
     while (count) {
         DWORD put = 0;
@@ -134,4 +134,4 @@ bool Platform::File::Write(const void* bytes, size_t count) {
     return true;
 }
 
-bool Platform::File::Flush() { return !FileCallShallFail() && FlushFileBuffers(Native(handle)); }
+bool Platform::File::Flush() { return !FileCallShouldFail() && FlushFileBuffers(Native(handle)); }

@@ -55,9 +55,9 @@ bool CommandProcess::OpenOutput(OutputRun& run) {
     char* const path = Heap::AllocateArray<char>(room);
     if (!path) return false;
     stpcpy(stpcpy(path, directory), Name);
-    run.outputWrite = Platform::FileCallShallFail() ? -1 : mkostemp(path, O_CLOEXEC);
+    run.outputWrite = Platform::FileCallShouldFail() ? -1 : mkostemp(path, O_CLOEXEC);
     if (run.outputWrite != -1) {
-        run.outputRead = Platform::FileCallShallFail() ? -1 : open(path, O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+        run.outputRead = Platform::FileCallShouldFail() ? -1 : open(path, O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
         unlink(path);
     }
     Heap::Free(path);
@@ -86,13 +86,13 @@ bool CommandProcess::HasEnded(const OutputRun& run) {
 
 bool CommandProcess::OutputSize(const OutputRun& run, uint64_t& size) {
     struct stat status;
-    if (Platform::FileCallShallFail() || fstat(Descriptor(run.outputRead), &status) != 0) return false;
+    if (Platform::FileCallShouldFail() || fstat(Descriptor(run.outputRead), &status) != 0) return false;
     size = static_cast<uint64_t>(status.st_size);
     return true;
 }
 
 bool CommandProcess::ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read) {
-    if (Platform::FileCallShallFail()) return false;
+    if (Platform::FileCallShouldFail()) return false;
     const ssize_t got = pread(Descriptor(run.outputRead), out, count, static_cast<off_t>(offset));
     if (got < 0) return false;
     read = static_cast<uint32_t>(got);

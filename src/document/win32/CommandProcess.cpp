@@ -124,10 +124,10 @@ bool CommandProcess::OpenOutput(OutputRun& run) {
     wchar_t directory[MAX_PATH];
     wchar_t name[MAX_PATH];
     const DWORD length = GetTempPathW(MAX_PATH, directory);
-    if (length == 0 || length >= MAX_PATH || Platform::FileCallShallFail()) return false;
+    if (length == 0 || length >= MAX_PATH || Platform::FileCallShouldFail()) return false;
     const HANDLE write = CreateTemporaryFile(directory, name);
     run.outputWrite = reinterpret_cast<intptr_t>(write);
-    if (write == INVALID_HANDLE_VALUE || Platform::FileCallShallFail()) return false;
+    if (write == INVALID_HANDLE_VALUE || Platform::FileCallShouldFail()) return false;
     SECURITY_ATTRIBUTES inherited = {sizeof(inherited), nullptr, TRUE};
     const HANDLE read = CreateFileW(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                     &inherited, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
@@ -164,13 +164,13 @@ bool CommandProcess::HasEnded(const OutputRun& run) { return WaitForSingleObject
 
 bool CommandProcess::OutputSize(const OutputRun& run, uint64_t& size) {
     LARGE_INTEGER found = {};
-    if (Platform::FileCallShallFail() || !GetFileSizeEx(AsHandle(run.outputRead), &found)) return false;
+    if (Platform::FileCallShouldFail() || !GetFileSizeEx(AsHandle(run.outputRead), &found)) return false;
     size = static_cast<uint64_t>(found.QuadPart);
     return true;
 }
 
 bool CommandProcess::ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read) {
-    if (Platform::FileCallShallFail()) return false;
+    if (Platform::FileCallShouldFail()) return false;
     // Not with the offset in an OVERLAPPED: that takes forty times as long under Wine.
     LARGE_INTEGER place = {};
     place.QuadPart = static_cast<LONGLONG>(offset);

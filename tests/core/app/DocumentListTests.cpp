@@ -61,15 +61,15 @@ TEST_F(DocumentListTest, WalksTheOrderOfUse) {
     FakeDocument* c = AddFile(u"c");
     for (FakeDocument* used : {a, b, c}) list->Touch(used);
     EXPECT_EQ(list->MostRecent(), c);
-    EXPECT_EQ(list->LessRecent(c), b);
-    EXPECT_EQ(list->LessRecent(b), a);
-    EXPECT_EQ(list->LessRecent(a), c); // wraps to the most recently used
-    EXPECT_EQ(list->MoreRecent(a), b);
-    EXPECT_EQ(list->MoreRecent(c), a); // wraps to the least recently used
+    EXPECT_EQ(list->NextInMru(c), b);
+    EXPECT_EQ(list->NextInMru(b), a);
+    EXPECT_EQ(list->NextInMru(a), c); // wraps to the most recently used
+    EXPECT_EQ(list->PreviousInMru(a), b);
+    EXPECT_EQ(list->PreviousInMru(c), a); // wraps to the least recently used
     list->Touch(a);
     EXPECT_EQ(list->MostRecent(), a);
-    EXPECT_EQ(list->LessRecent(a), c);
-    EXPECT_EQ(list->LessRecent(b), a);
+    EXPECT_EQ(list->NextInMru(a), c);
+    EXPECT_EQ(list->NextInMru(b), a);
 }
 
 TEST_F(DocumentListTest, ADocumentNeverUsedIsTheLeastRecent) {
@@ -77,7 +77,7 @@ TEST_F(DocumentListTest, ADocumentNeverUsedIsTheLeastRecent) {
     list->Touch(a);
     FakeDocument* b = AddFile(u"b");
     EXPECT_EQ(list->MostRecent(), a);
-    EXPECT_EQ(list->LessRecent(a), b);
+    EXPECT_EQ(list->NextInMru(a), b);
 }
 
 TEST_F(DocumentListTest, RemovingReleasesTheDocument) {
@@ -99,8 +99,8 @@ TEST_F(DocumentListTest, AnswersNullForStrangers) {
     FakeDocument* stranger = FakeDocument::WithFile(u"b");
     EXPECT_EQ(list->Next(stranger), nullptr);
     EXPECT_EQ(list->Previous(nullptr), nullptr);
-    EXPECT_EQ(list->LessRecent(stranger), nullptr);
-    EXPECT_EQ(list->MoreRecent(nullptr), nullptr);
+    EXPECT_EQ(list->NextInMru(stranger), nullptr);
+    EXPECT_EQ(list->PreviousInMru(nullptr), nullptr);
     list->Touch(stranger);
     EXPECT_FALSE(list->Contains(stranger));
     EXPECT_EQ(list->Count(), 1u);
@@ -218,8 +218,8 @@ TEST_F(DocumentListTest, RandomUseMatchesAPlainModel) {
             ASSERT_EQ(list->At(static_cast<uint32_t>(i)), opened[i]);
             ASSERT_EQ(list->Next(opened[i]), opened[(i + 1) % opened.size()]);
             ASSERT_EQ(list->Previous(opened[(i + 1) % opened.size()]), opened[i]);
-            ASSERT_EQ(list->LessRecent(used[i]), used[(i + 1) % used.size()]);
-            ASSERT_EQ(list->MoreRecent(used[(i + 1) % used.size()]), used[i]);
+            ASSERT_EQ(list->NextInMru(used[i]), used[(i + 1) % used.size()]);
+            ASSERT_EQ(list->PreviousInMru(used[(i + 1) % used.size()]), used[i]);
         }
     }
 }

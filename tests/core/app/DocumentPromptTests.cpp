@@ -106,7 +106,7 @@ TEST_F(DocumentPromptTest, TwoChangedFilesGiveTwoQuestionsInOrder) {
     frame.Add(FakeDocument::WithFile(u"C:\\b"));
     FakeDocument& c = AddChanged(u"C:\\c");
     frame.answers = {Answer::Yes, Answer::No};
-    ForeignChangeCheck().Run(frame);
+    ExternalChangePrompt().Run(frame);
     ASSERT_EQ(frame.questions.size(), 2u);
     EXPECT_EQ(frame.questions[0].text,
               u"File C:\\a has been modified by another program.\nWould you like to reopen it?");
@@ -124,42 +124,42 @@ TEST_F(DocumentPromptTest, AFileThatCannotBeReadAgainIsToldOnce) {
     FakeDocument& a = AddChanged(u"C:\\a");
     a.reloadingWorks = false;
     frame.answers = {Answer::Yes, Answer::Ok};
-    ForeignChangeCheck check;
-    check.Run(frame);
+    ExternalChangePrompt prompt;
+    prompt.Run(frame);
     ASSERT_EQ(frame.questions.size(), 2u);
     EXPECT_EQ(frame.questions[1].text, u"Failed opening file: C:\\a");
     EXPECT_EQ(frame.questions[1].kind, MessageKind::Warning);
     EXPECT_EQ(a.acceptedChanges, 1);
-    check.Run(frame);
+    prompt.Run(frame);
     EXPECT_EQ(frame.questions.size(), 2u);
 }
 
 TEST_F(DocumentPromptTest, CancelAcceptsTheChangeToo) {
     FakeDocument& a = AddChanged(u"C:\\a");
     frame.answers = {Answer::Cancel};
-    ForeignChangeCheck check;
-    check.Run(frame);
+    ExternalChangePrompt prompt;
+    prompt.Run(frame);
     EXPECT_EQ(a.acceptedChanges, 1);
-    check.Run(frame);
+    prompt.Run(frame);
     EXPECT_EQ(frame.questions.size(), 1u);
 }
 
 TEST_F(DocumentPromptTest, TheCheckDoesNotRunInsideItself) {
     FakeDocument& a = AddChanged(u"C:\\a");
-    ForeignChangeCheck check;
+    ExternalChangePrompt prompt;
     frame.whileAsking = [&] {
         for (int i = 0; i < 10; ++i) {
             a.changedOnDisk = true; // again and again while the question is open
-            check.Run(frame);
+            prompt.Run(frame);
         }
     };
-    check.Run(frame);
+    prompt.Run(frame);
     EXPECT_EQ(frame.questions.size(), 1u);
     EXPECT_EQ(a.acceptedChanges, 1);
     // Afterwards it runs again.
     frame.whileAsking = nullptr;
     a.changedOnDisk = true;
-    check.Run(frame);
+    prompt.Run(frame);
     EXPECT_EQ(frame.questions.size(), 2u);
 }
 
@@ -168,7 +168,7 @@ TEST_F(DocumentPromptTest, ADocumentClosedDuringTheChangeQuestionIsNotReloaded) 
     a.AddRef();
     frame.defaultAnswer = Answer::Yes;
     frame.whileAsking = [&] { frame.documents.Remove(&a); };
-    ForeignChangeCheck().Run(frame);
+    ExternalChangePrompt().Run(frame);
     EXPECT_EQ(a.reloads, 0);
     EXPECT_EQ(a.acceptedChanges, 0);
     a.Release();
@@ -180,9 +180,9 @@ TEST_F(DocumentPromptTest, WithoutMemoryNothingIsClosedAndNothingReloaded) {
     frame.defaultAnswer = Answer::No;
     const uint64_t closeFailures = FailEachAllocation([&] { return MayClose(frame, a); });
     EXPECT_GT(closeFailures, 0u);
-    ForeignChangeCheck check;
+    ExternalChangePrompt prompt;
     const uint64_t checkFailures = FailEachAllocation([&] {
-        check.Run(frame);
+        prompt.Run(frame);
         return a.acceptedChanges == 1;
     });
     EXPECT_GT(checkFailures, 0u);

@@ -227,9 +227,9 @@ TEST(KeyDispatch, EscapeLeavesAnOutputDocument) {
 
 TEST(KeyDispatch, CtrlTabWalksTheOrderOfUse) {
     KeyPress press = {.isDown = true, .key = FrameKey::Tab, .ctrl = true, .hasActivePane = true};
-    EXPECT_EQ(DecisionOn(press), (Decision{KeyAction::ShowLessRecent, 0, Swallow::Yes}));
+    EXPECT_EQ(DecisionOn(press), (Decision{KeyAction::ShowNextInMru, 0, Swallow::Yes}));
     press.shift = true;
-    EXPECT_EQ(DecisionOn(press), (Decision{KeyAction::ShowMoreRecent, 0, Swallow::Yes}));
+    EXPECT_EQ(DecisionOn(press), (Decision{KeyAction::ShowPreviousInMru, 0, Swallow::Yes}));
     press.hasActivePane = false;
     EXPECT_EQ(DecisionOn(press), Nothing);
     EXPECT_EQ(DecisionOn({.isDown = true, .key = FrameKey::Tab, .hasActivePane = true}), Nothing);
