@@ -34,7 +34,7 @@ const Char* CommandCompletion::Step(const Char* text, bool forward) {
         current = forward ? 0 : candidates.Count() - 1;
         running = true;
     }
-    // `shown` may be the text that the window showed until now, so it is built anew.
+    // `shown` may be the text that the window showed until now, so it is built aside.
     WString built;
     if (!built.Assign(prefix) || !built.Append(candidates[current])) return nullptr;
     shown = std::move(built);

@@ -12,7 +12,7 @@ public:
     CommandCompletion(const CommandCompletion&) = delete;
     CommandCompletion& operator=(const CommandCompletion&) = delete;
 
-    // The text to show instead of `text`, with the caret behind it; null when nothing changes.
+    // The text to show instead of `text`, with the caret after it; null when nothing changes.
     // Valid until the next call. `text` is looked at only by the first step of a run.
     const Char* Step(const Char* text, bool forward);
     // The text was changed by something else.

@@ -6,7 +6,7 @@
 class CommandContext;
 
 // Splits a line at the first blank outside double quotes. `word` keeps its quotes; `argument` points
-// into `line` behind the blanks that follow. False without memory.
+// into `line` after the blanks that follow. False without memory.
 bool SplitCommand(const Char* line, WString& word, const Char*& argument);
 
 // Carries out one line of the command language. What is no command runs as an external one.

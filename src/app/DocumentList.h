@@ -6,7 +6,7 @@
 
 class Document;
 
-// True for a document that stands for a file; the others carry a title.
+// True for a document that has a file; the others carry a title.
 bool HasFile(const Document& document);
 // True for a document that collects output and into which no command runs any more.
 bool IsFinishedOutput(const Document& document);

@@ -85,7 +85,7 @@ SelectedFiles::SelectedFiles(const Char* result) : directory(u""), position(resu
 bool SelectedFiles::Next(WString& path) {
     if (!position || *position == 0) return false;
     if (!path.Assign(directory) || !Path::Join(path, position)) return false;
-    // A single path is the whole result: what lies behind its NUL may be anything.
+    // A single path is the whole result: what follows its NUL may be anything.
     position = *directory ? position + Text::Length(position) + 1 : nullptr;
     return true;
 }

@@ -15,12 +15,12 @@ bool OpenFileArgument(CommandContext& frame, const Char* path, int32_t line, boo
 bool OpenBinaryArgument(CommandContext& frame, const Char* path);
 
 // Reads what an open dialog with multiple selection returned: one full path, or a directory and the
-// names in it, each ended by a NUL, with one more NUL behind the last.
+// names in it, each ended by a NUL, with one more NUL after the last.
 class SelectedFiles {
 public:
     explicit SelectedFiles(const Char* result);
 
-    // The next full path; false behind the last one or without memory.
+    // The next full path; false after the last one or without memory.
     bool Next(WString& path);
 
 private:
@@ -32,5 +32,5 @@ private:
 void OpenSelectedFiles(CommandContext& frame, const Char* result);
 
 // The filter list that the file dialogs expect, from a setting that separates its entries by "|".
-// NULs stand between the entries and two of them at the end. False without memory.
+// NULs separate the entries and two of them end the list. False without memory.
 bool MakeDialogFilter(const Char* fileTypes, WString& filter);

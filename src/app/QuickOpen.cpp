@@ -15,7 +15,7 @@ bool FileNameAtCaret(const Char* text, uint32_t length, uint32_t caret, WString&
     uint32_t start = caret < length ? caret : length;
     // Standing on the closing quote at the end of a line, the name before it is meant.
     if (start > 0 && start + 1 < length && text[start] == u'"' && text[start + 1] == u'\n') --start;
-    // The character under the caret counts, so the search begins behind it.
+    // The character under the caret counts, so the search begins after it.
     if (start < length) ++start;
     while (start > 0 && !IsOpening(text[start - 1])) --start;
     uint32_t end = start;

@@ -3,7 +3,7 @@
 #include "base/Types.h"
 #include "base/WString.h"
 
-// The file name at the caret: what stands between the nearest quote or "<" at or before `caret` (else
+// The file name at the caret: what is between the nearest quote or "<" at or before `caret` (else
 // the start of the text) and the next quote, ">", line feed or the end. Replaces `name`; false without
 // memory.
 bool FileNameAtCaret(const Char* text, uint32_t length, uint32_t caret, WString& name);

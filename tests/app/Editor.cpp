@@ -112,7 +112,7 @@ bool Editor::RunCommandLine(const std::wstring& line) {
 }
 
 // The window is hidden, or its whole text selected, when the command has been carried out; a command that asks
-// something waits for the answer. What is typed has the caret behind it.
+// something waits for the answer. What is typed has the caret after it.
 bool Editor::WaitForEntered() const {
     return window::WaitFor([this] {
         const HWND edit = CommandWindow();

@@ -40,7 +40,7 @@ std::wstring AsidePath() { return SettingsPath() + L".before-tests"; }
 Scratch::Scratch() {
     static unsigned counter = 0;
     const std::wstring start = TemporaryFolder() + L"orvane-test-" + std::to_wstring(GetCurrentProcessId()) + L"-";
-    // A run that was broken off may have left folders, and its number may come again.
+    // A run that was cancelled may have left folders, and its number may come again.
     do {
         folder = start + std::to_wstring(++counter);
     } while (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() == ERROR_ALREADY_EXISTS);

@@ -149,7 +149,7 @@ TEST_F(FrameDocumentTest, CtrlTabWalksInOrderOfUseWhileCtrlIsHeld) {
     ASSERT_TRUE(OpenFiles({L"a.txt", L"b.txt", L"c.txt", L"d.txt"}));
     ASSERT_TRUE(editor.Keys(L"Ctrl+2"));
     ASSERT_TRUE(WaitForFile(L"b.txt"));
-    // Most recently used first: b d c a. The order stands still while Ctrl is down.
+    // Most recently used first: b d c a. The order is frozen while Ctrl is down.
     ASSERT_TRUE(editor.Keys(L"+Ctrl Tab"));
     EXPECT_TRUE(WaitForFile(L"d.txt"));
     ASSERT_TRUE(editor.Keys(L"Tab"));

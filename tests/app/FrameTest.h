@@ -59,7 +59,7 @@ protected:
     HWND OpenDialog(UINT command) const;
     // A dialog writes the settings once it has gone. Meanwhile nobody may read the file: it could not be written.
     bool WaitUntilSaved() const { return editor.WaitForNoDialog() && editor.Settle(); }
-    // Whether a dialog stands in the middle of the main window's client area, by client sizes.
+    // Whether a dialog is in the middle of the main window's client area, by client sizes.
     bool IsCentred(HWND dialog) const;
     // Gives the main window a client area of this size.
     bool SetClientSize(int width, int height);

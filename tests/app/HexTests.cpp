@@ -305,7 +305,7 @@ TEST_F(HexTest, AFileThatWasDeletedIsNotSaved) {
     ASSERT_TRUE(OpenBytes(Counting(40)));
     ASSERT_TRUE(editor.Type(L"41"));
     ASSERT_TRUE(WaitForModified(true));
-    ASSERT_TRUE(DeleteFileW(Path(L"data.bin").c_str())); // the editor does not stand in the way
+    ASSERT_TRUE(DeleteFileW(Path(L"data.bin").c_str())); // the editor is not in the way
     if (files::Exists(Path(L"data.bin"))) GTEST_SKIP() << "deleted here only once it is closed";
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
     EXPECT_TRUE(AnswerNotSaved());

@@ -28,7 +28,7 @@ protected:
         ClientToScreen(editor.Panes()[0], &place);
         return place;
     }
-    // Just behind the left edge of a character, both counted from 1.
+    // Just right of the left edge of a character, both counted from 1.
     POINT At(int line, int column) const {
         return OnScreen(origin.x + (column - 1) * width + 1, origin.y + (line - 1) * height + height / 2);
     }
@@ -100,7 +100,7 @@ TEST_F(MouseTest, AMouseHeldBelowTheWindowScrollsOn) {
     input::MoveMouse(below);
     EXPECT_TRUE(window::WaitFor([&] { return Line() > rows + 5; }));
     input::ReleaseLeftButton(below);
-    // The copy comes behind the release: from then on nothing moves.
+    // The copy comes after the release: from then on nothing moves.
     ASSERT_TRUE(clipboard::Clear());
     ASSERT_TRUE(editor.Keys(L"Ctrl+C"));
     ASSERT_TRUE(window::WaitFor([] { return !clipboard::Text().empty(); }));

@@ -134,7 +134,7 @@ constexpr std::pair<const char*, const char*> Defaults[] = {
     {"BinBg", "#ffffff"},
 };
 
-// The lines of all settings but those of `first`, which stand before them in the file.
+// The lines of all settings but those of `first`, which precede them in the file.
 std::string Lines(const std::map<std::string, std::string>& changed, const std::vector<std::string>& first = {}) {
     std::string lines;
     for (const auto& [key, value] : Defaults) {

@@ -41,7 +41,7 @@ protected:
     }
     bool WaitForLine(int line) const { return editor.WaitForStatus(2, L"\tLn " + std::to_wstring(line)); }
 
-    // Where the caret stands in the pane that has it; empty without one.
+    // Where the caret is in the pane that has it; empty without one.
     RECT Caret() const;
     // Waits until the caret is on that row of its pane, the first of which is 0.
     bool WaitForCaretRow(int row) const;

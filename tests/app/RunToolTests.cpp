@@ -17,7 +17,7 @@ protected:
     static std::string Detached(const std::string& name, const std::string& command, const std::string& more = "") {
         return "[Tool]\nDisplayName=" + name + "\nCommand=" + command + "\n" + more;
     }
-    // The speaker's path as it stands in a command line.
+    // The speaker's path as a command line has it.
     static std::string Program() { return files::Utf8(L"\"" + SpeakerPath() + L"\""); }
     // Prints its directory and arguments, a line each.
     void Where() const { Script(L"where", "where\n"); }

@@ -1,5 +1,5 @@
 // The frame moves to a monitor of another density: font and metrics are rebuilt, and every view is laid
-// out anew with them.
+// out again with them.
 #include "TextViewTest.h"
 #include "app/win32/Application.h"
 #include "app/win32/MainFrame.h"
@@ -67,7 +67,7 @@ TEST_F(FrameDpiTest, FontAndMetricsAreRebuilt) {
     EXPECT_EQ(view->Metrics().lineHeight, LineHeight());
     EXPECT_EQ(view->Metrics().averageWidth, Average());
     EXPECT_EQ(view->Metrics().spaceWidth, DrawingObjects::SpaceWidth());
-    EXPECT_EQ(view->Widths().Of(u'x'), Average()); // a fixed-pitch font measured anew
+    EXPECT_EQ(view->Widths().Of(u'x'), Average()); // a fixed-pitch font measured again
 }
 
 TEST_F(FrameDpiTest, ViewsAreLaidOutAndPaintedWithTheNewFont) {
@@ -78,7 +78,7 @@ TEST_F(FrameDpiTest, ViewsAreLaidOutAndPaintedWithTheNewFont) {
     text->InsertText(0, u"HH\nHH", 5);
     const Picture picture = Paint();
     EXPECT_TRUE(picture.IsAll(Rgb(0, 255, 0), 0, 0, 6 * Average(), LineHeight()));
-    // The second row stands a new line height below the first, in the back buffer's new height.
+    // The second row is a new line height below the first, in the back buffer's new height.
     EXPECT_TRUE(picture.Has(Rgb(255, 0, 0), ColumnX(0), LineHeight(), ColumnX(2), 2 * LineHeight()));
     EXPECT_FALSE(picture.Has(Rgb(255, 0, 0), ColumnX(2), 0, picture.width, 2 * LineHeight()));
 }

@@ -32,7 +32,7 @@ void FreeSettings();
 // file is there; the path of the documents folder is filled in all the same.
 bool LocateSettingsFile(WString& path);
 
-// Builds the tools' accelerator table anew from the tool list.
+// Rebuilds the tools' accelerator table from the tool list.
 void RebuildToolAccelerators();
 
 } // namespace Application

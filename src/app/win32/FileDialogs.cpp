@@ -84,7 +84,7 @@ bool FileDialogs::AskOpen(HWND owner, WString& result, bool& tooMany) {
     request.nMaxFile = OpenBufferSize;
     request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
                     OFN_NOCHANGEDIR;
-    // Copied whole: the names behind the first are separated by NULs.
+    // Copied whole: the names after the first are separated by NULs.
     if (GetOpenFileNameW(&request)) return result.Assign(buffer, OpenBufferSize);
     tooMany = CommDlgExtendedError() == FNERR_BUFFERTOOSMALL;
     return false;
@@ -97,7 +97,7 @@ bool FileDialogs::AskSave(HWND owner, const Document& document, SaveChoice& choi
     Char buffer[SaveBufferSize] = {};
     SaveLists lists = {&document, &choice};
     if (!Prepare(request, owner, filter, directory)) return false;
-    // A name that fits stands there to be changed.
+    // A name that fits is offered for changing.
     if (HasFile(document) && Text::Length(document.GetName()) < SaveBufferSize)
         memcpy(buffer, document.GetName(), Text::Length(document.GetName()) * sizeof(Char));
     request.lpstrFile = Wide(buffer);

@@ -61,7 +61,7 @@ void MainFrame::RefreshStatus() {
     messageShown = false;
 }
 
-// A message stands in front of what field 0 shows otherwise, which comes back when it is taken away.
+// A message hides what field 0 shows otherwise, which comes back when the message is cleared.
 void MainFrame::SetStatusText(uint32_t field, const Char* text) {
     if (field == StatusField::Message && !text) {
         if (messageShown) RefreshStatus();
@@ -78,7 +78,7 @@ void MainFrame::ClearStatusFields() {
     SetStatusText(StatusField::Message, nullptr);
 }
 
-// Drawing the scroll bars anew for each of many files would take ten times as long as opening them.
+// Redrawing the scroll bars for each of many files would take ten times as long as opening them.
 void MainFrame::SetRedraw(bool on) {
     if (drawing == on) return;
     drawing = on;
@@ -118,7 +118,7 @@ int MainFrame::ShowMessage(NativeWindow owner, const Char* text, uint32_t style)
     CatchUp();
     WString fitted;
     if (BuildMessageText(text, fitted)) text = fitted.Text();
-    // A dialog that is shown has to wait for the answer like the frame behind it.
+    // A dialog that is shown has to wait for the answer like the frame beneath it.
     HWND waiting = owner ? static_cast<HWND>(owner) : GetActiveWindow();
     if (!waiting) waiting = window;
     const int answer = MessageBoxW(waiting, Wide(text), L"Orvane", style);

@@ -45,7 +45,7 @@ void StartDetached(WString& line, const WString& directory) {
     CloseHandle(started.hProcess);
 }
 
-// The popup of the menu bar that holds the tools, and where the first of them stands in it.
+// The popup of the menu bar that holds the tools, and the position of the first of them.
 HMENU FindToolItems(HMENU bar, UINT& first) {
     for (int i = 0; const HMENU popup = GetSubMenu(bar, i); ++i) {
         const UINT count = static_cast<UINT>(GetMenuItemCount(popup));

@@ -181,7 +181,7 @@ private:
     View* activeView = nullptr;
     ExternalChangePrompt externalChanges;
     Macros macros;
-    bool switching = false; // Ctrl+Tab: the order of use stands still while Ctrl is held
+    bool switching = false; // Ctrl+Tab: the order of use is frozen while Ctrl is held
     uint32_t batchDepth = 0;
     bool layoutPending = false; // these three wait for the end of the batch
     bool titlePending = false;

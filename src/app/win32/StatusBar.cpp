@@ -3,7 +3,7 @@
 namespace {
 
 constexpr int PartCount = 5;
-// Which part shows each field: the line, column, mode and line-ending fields stand in another order
+// Which part shows each field: the line, column, mode and line-ending fields are in another order
 // than their numbers.
 constexpr WPARAM PartOfField[PartCount] = {0, 2, 3, 4, 1};
 constexpr int GripWidth = 20;

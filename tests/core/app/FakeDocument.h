@@ -5,7 +5,7 @@
 #include <new>
 #include <string>
 
-// A view of a FakeDocument: only where its caret stands.
+// A view of a FakeDocument: only where its caret is.
 class CaretView final : public DocumentView {
 public:
     bool HasWindow() const override { return false; }

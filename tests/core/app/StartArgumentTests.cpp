@@ -29,7 +29,7 @@ TEST(NextArgument, TakesQuotedTextWithoutItsQuotes) {
     EXPECT_EQ(ArgumentsOf(u"\"a b\" c"), (Calls{u"a b", u"c"}));
     EXPECT_EQ(ArgumentsOf(u"\"a b\"c d"), (Calls{u"a bc", u"d"}));
     EXPECT_EQ(ArgumentsOf(u"\"\"c d"), (Calls{u"c", u"d"}));
-    // Only a quote at the start quotes; one behind a closing quote is ordinary text.
+    // Only a quote at the start quotes; one after a closing quote is ordinary text.
     EXPECT_EQ(ArgumentsOf(u"a\"b c\""), (Calls{u"a\"b", u"c\""}));
     EXPECT_EQ(ArgumentsOf(u"\"a\"\"b c\""), (Calls{u"a\"b", u"c\""}));
 }

@@ -115,7 +115,7 @@ TEST_F(ToolVariableTest, ASlashEndsNoFolder) {
 
 TEST_F(ToolVariableTest, PathOperationsSeeTheFirst1049Characters) {
     const std::u16string directory = u"C:\\" + std::u16string(1040, u'd'); // 1043 characters
-    frame.activeName = directory + u"\\name.c";                            // cut behind "name."
+    frame.activeName = directory + u"\\name.c";                            // cut after "name."
     EXPECT_EQ(Expand(u"%DIR%"), directory);
     EXPECT_EQ(Expand(u"%FILE%"), u"name.");
     EXPECT_EQ(Expand(u"%EXT%"), u".");
