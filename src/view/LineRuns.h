@@ -3,23 +3,7 @@
 #include "base/Array.h"
 #include "syntax/SyntaxEngine.h"
 #include "view/LineLayout.h"
-
-enum class RunKind : uint32_t {
-    Text = 0,
-    VisibleSpace = 1, // one space, with a dot
-    VisibleTab = 2,   // only its background and an arrow
-};
-
-// Characters of one row that are drawn alike, opaque and clipped to [x, x + width).
-struct DrawRun {
-    uint32_t start; // into LineRuns::Text() and Advances()
-    uint32_t count; // 0 for a visible tab
-    int32_t x;      // client pixels; may lie left of the visible text
-    int32_t width;
-    Colour foreground;
-    Colour background;
-    RunKind kind;
-};
+#include "view/RowPicture.h"
 
 // What all rows of a paint have in common.
 struct RowStyle {

@@ -1,6 +1,23 @@
 #pragma once
 
-#include "view/LineRuns.h"
+#include "base/Types.h"
+
+enum class RunKind : uint32_t {
+    Text = 0,
+    VisibleSpace = 1, // one space, with a dot
+    VisibleTab = 2,   // only its background and an arrow
+};
+
+// Characters of one row that are drawn alike, opaque and clipped to [x, x + width).
+struct DrawRun {
+    uint32_t start; // into the row's text and advances
+    uint32_t count; // 0 for a visible tab
+    int32_t x;      // client pixels; may lie left of the visible text
+    int32_t width;
+    Colour foreground;
+    Colour background;
+    RunKind kind;
+};
 
 // Everything that one row of the window shows, in the order in which it is drawn: text, fill, number,
 // guides, margin with bookmark, column guide. Pointers are valid until the next row.

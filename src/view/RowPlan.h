@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Array.h"
+#include "view/LineRuns.h"
 #include "view/RowPicture.h"
 
 class TextBuffer;
