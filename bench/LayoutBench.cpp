@@ -5,7 +5,7 @@
 #include "syntax/EngineDefinition.h"
 #include "view/LineLayout.h"
 #include "view/RowPlan.h"
-#include "view/ViewKey.h"
+#include "viewbase/ViewKey.h"
 
 #include <cstring>
 #include <string>

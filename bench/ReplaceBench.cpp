@@ -3,7 +3,7 @@
 #include "SampleDocument.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
-#include "view/FindState.h"
+#include "viewbase/FindState.h"
 
 #include <algorithm>
 #include <cstdio>

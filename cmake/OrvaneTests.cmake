@@ -19,7 +19,7 @@ function(orvane_use_speaker name)
 endfunction()
 
 # core_NAME_tests from tests/core/NAME: the portable half, on every platform.
-foreach(name base settings syntax document view binary app)
+foreach(name base settings syntax document viewbase view binary app)
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/core/${name}/*.cpp")
     if(sources)
         orvane_test(core_${name}_tests "${sources}" orvane_${name} orvane_${name}_platform)

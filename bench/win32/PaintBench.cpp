@@ -6,7 +6,7 @@
 #include "settings/win32/DrawingObjects.h"
 #include "syntax/EngineDefinition.h"
 #include "view/win32/TextView.h"
-#include "view/win32/ViewFont.h"
+#include "viewbase/win32/ViewFont.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "app/Macros.h"
 
 #include "base/Text.h"
-#include "view/ViewHost.h"
+#include "viewbase/ViewHost.h"
 
 #include <utility>
 

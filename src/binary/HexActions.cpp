@@ -3,8 +3,8 @@
 #include "binary/HexEditor.h"
 #include "binary/HexPattern.h"
 #include "binary/HexText.h"
-#include "view/FindState.h"
-#include "view/LongOperation.h"
+#include "viewbase/FindState.h"
+#include "viewbase/LongOperation.h"
 
 #include <algorithm>
 

@@ -2,9 +2,9 @@
 
 #include "binary/BinaryDocument.h"
 #include "binary/HexPage.h"
-#include "view/EditorInput.h"
-#include "view/MouseWheel.h"
-#include "view/ViewCommand.h"
+#include "viewbase/EditorInput.h"
+#include "viewbase/MouseWheel.h"
+#include "viewbase/ViewCommand.h"
 
 // The hex view without its window: rows of an offset column, a hex column and a text column, a caret on
 // one nibble of one byte, selection, scrolling and every command. One per view; the document is not owned.

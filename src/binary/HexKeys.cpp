@@ -1,7 +1,7 @@
 // The keys of a HexEditor.
 
 #include "binary/HexEditor.h"
-#include "view/ViewKey.h"
+#include "viewbase/ViewKey.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "binary/HexEditor.h"
-#include "view/RowPicture.h"
+#include "viewbase/RowPicture.h"
 
 // Walks the rows of one paint of a hex view from top to bottom, without allocating.
 class HexRows final : public RowSource {

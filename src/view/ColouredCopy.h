@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
-#include "view/EditorSurface.h"
+#include "viewbase/EditorSurface.h"
 
 class TextBuffer;
 

@@ -3,11 +3,11 @@
 #include "base/Scan.h"
 #include "base/Text.h"
 #include "view/EditorActions.h"
-#include "view/FindState.h"
-#include "view/LongOperation.h"
 #include "view/MatchList.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
+#include "viewbase/FindState.h"
+#include "viewbase/LongOperation.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 #include "document/Document.h"
 #include "view/EditorActions.h"
 #include "view/TextEditor.h"
-#include "view/ViewKey.h"
 #include "view/Words.h"
+#include "viewbase/ViewKey.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "view/CharWidths.h"
-#include "view/ViewMetrics.h"
+#include "viewbase/CharWidths.h"
+#include "viewbase/ViewMetrics.h"
 
 // Some characters of a document: a line, without its line feed. Valid until the document changes.
 struct TextSpan {

@@ -3,7 +3,7 @@
 #include "base/Array.h"
 #include "syntax/SyntaxEngine.h"
 #include "view/LineLayout.h"
-#include "view/RowPicture.h"
+#include "viewbase/RowPicture.h"
 
 // What all rows of a paint have in common.
 struct RowStyle {

@@ -2,7 +2,7 @@
 
 #include "base/Array.h"
 #include "view/LineRuns.h"
-#include "view/RowPicture.h"
+#include "viewbase/RowPicture.h"
 
 class TextBuffer;
 class TextEditor;

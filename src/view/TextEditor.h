@@ -2,12 +2,12 @@
 
 #include "document/DocumentView.h"
 #include "document/TextBuffer.h"
-#include "view/EditorInput.h"
 #include "view/LineLayout.h"
 #include "view/LineStates.h"
 #include "view/MeasuredLine.h"
-#include "view/MouseWheel.h"
-#include "view/ViewCommand.h"
+#include "viewbase/EditorInput.h"
+#include "viewbase/MouseWheel.h"
+#include "viewbase/ViewCommand.h"
 
 // The text view without its window: caret, selection, layout, scrolling and every command. A window
 // (EditorSurface) shows it and passes on what the user does. One per view; the document is not owned.

@@ -6,8 +6,8 @@
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "support/TestHexView.h"
-#include "view/FindState.h"
-#include "view/ViewKey.h"
+#include "viewbase/FindState.h"
+#include "viewbase/ViewKey.h"
 
 #include <algorithm>
 #include <cstdio>

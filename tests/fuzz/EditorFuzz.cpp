@@ -7,9 +7,9 @@
 #include "support/FakeSurface.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
-#include "view/FindState.h"
 #include "view/RowPlan.h"
-#include "view/ViewKey.h"
+#include "viewbase/FindState.h"
+#include "viewbase/ViewKey.h"
 
 #include <cstdlib>
 #include <string>

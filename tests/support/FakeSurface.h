@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/WString.h"
-#include "view/EditorSurface.h"
 #include "view/TextEditor.h"
+#include "viewbase/EditorSurface.h"
 
 #include <cstdint>
 #include <functional>

@@ -6,8 +6,8 @@
 #include "support/FakeSurface.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
-#include "view/FindState.h"
-#include "view/ViewKey.h"
+#include "viewbase/FindState.h"
+#include "viewbase/ViewKey.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "CallCounter.h"
 #include "TextViewTest.h"
 #include "support/FakeSurface.h"
-#include "view/win32/Clipboard.h"
+#include "viewbase/win32/Clipboard.h"
 
 // The system's clipboard under a text view, with other programs that misbehave.
 

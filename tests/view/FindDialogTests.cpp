@@ -2,7 +2,7 @@
 #include "resource.h"
 #include "support/FakeSurface.h"
 #include "view/DialogDriver.h"
-#include "view/FindState.h"
+#include "viewbase/FindState.h"
 
 // What the find dialogs tell the frame. How they are worked by keys is tested in the real program.
 

@@ -2,7 +2,7 @@
 // takes bytes in the middle of a save, or has been deleted.
 
 #include "HexFrameTest.h"
-#include "view/win32/Clipboard.h"
+#include "viewbase/win32/Clipboard.h"
 
 namespace {
 

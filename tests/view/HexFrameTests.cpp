@@ -3,7 +3,7 @@
 #include "DialogDriver.h"
 #include "HexFrameTest.h"
 #include "support/SparseFile.h"
-#include "view/FindState.h"
+#include "viewbase/FindState.h"
 
 namespace {
 

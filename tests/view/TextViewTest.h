@@ -7,7 +7,7 @@
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
 #include "view/win32/TextView.h"
-#include "view/win32/ViewFont.h"
+#include "viewbase/win32/ViewFont.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -3,7 +3,7 @@
 #include "TextViewTest.h"
 #include "WheelScreen.h"
 #include "support/FakeSurface.h"
-#include "view/win32/InputMethod.h"
+#include "viewbase/win32/InputMethod.h"
 
 #include <imm.h>
 

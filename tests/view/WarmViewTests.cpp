@@ -3,7 +3,7 @@
 #include "CallCounter.h"
 #include "TextViewTest.h"
 #include "base/Heap.h"
-#include "view/ViewKey.h"
+#include "viewbase/ViewKey.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include "binary/win32/HexView.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
-#include "view/FindState.h"
 #include "view/win32/TextView.h"
-#include "view/win32/ViewFont.h"
+#include "viewbase/FindState.h"
+#include "viewbase/win32/ViewFont.h"
 
 Application::Globals Application::globals;
 

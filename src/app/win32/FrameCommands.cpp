@@ -11,9 +11,9 @@
 #include "settings/ToolList.h"
 #include "syntax/EngineDefinition.h"
 #include "syntax/SyntaxEngine.h"
-#include "view/ViewCommand.h"
 #include "view/Words.h"
 #include "view/win32/TextView.h"
+#include "viewbase/ViewCommand.h"
 
 struct MainFrame::MenuCommand {
     uint32_t number;

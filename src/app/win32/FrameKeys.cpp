@@ -3,7 +3,7 @@
 #include "app/win32/MainFrame.h"
 #include "base/win32/Input.h"
 #include "document/TextBuffer.h"
-#include "view/win32/View.h"
+#include "viewbase/win32/View.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "app/win32/Application.h"
 #include "app/win32/MainFrame.h"
 #include "base/Text.h"
-#include "view/win32/View.h"
+#include "viewbase/win32/View.h"
 
 #include <initializer_list>
 

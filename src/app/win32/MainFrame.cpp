@@ -5,7 +5,7 @@
 #include "document/win32/WindowPollTimer.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
-#include "view/win32/View.h"
+#include "viewbase/win32/View.h"
 
 MainFrame* mainFrame = nullptr;
 

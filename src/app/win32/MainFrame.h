@@ -9,7 +9,7 @@
 #include "app/win32/StatusBar.h"
 #include "base/win32/Windows.h"
 #include "document/Document.h"
-#include "view/ViewHost.h"
+#include "viewbase/ViewHost.h"
 
 class TextBuffer;
 class TextEditor;

@@ -1,7 +1,7 @@
 #include "app/win32/PaneWindows.h"
 
 #include "document/Document.h"
-#include "view/win32/View.h"
+#include "viewbase/win32/View.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "binary/HexEditor.h"
 #include "binary/HexRows.h"
-#include "view/win32/EditorWindow.h"
+#include "viewbase/win32/EditorWindow.h"
 
 // The window half of a hex view.
 class HexView final : public EditorWindow {

@@ -4,9 +4,9 @@
 #include "base/win32/WindowText.h"
 #include "resource.h"
 #include "settings/win32/DialogBase.h"
-#include "view/FindState.h"
 #include "view/TextEditor.h"
-#include "view/win32/View.h"
+#include "viewbase/FindState.h"
+#include "viewbase/win32/View.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "view/win32/TextView.h"
 
 #include "view/win32/FindDialogs.h"
-#include "view/win32/InputMethod.h"
+#include "viewbase/win32/InputMethod.h"
 
 DocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
     TextView* view = new TextView;

@@ -2,7 +2,7 @@
 
 #include "view/RowPlan.h"
 #include "view/TextEditor.h"
-#include "view/win32/EditorWindow.h"
+#include "viewbase/win32/EditorWindow.h"
 
 // The window half of a text view.
 class TextView final : public EditorWindow {

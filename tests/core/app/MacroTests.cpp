@@ -2,7 +2,7 @@
 #include "app/Macros.h"
 #include "core/app/FakeFrame.h"
 #include "support/FailureInjection.h"
-#include "view/ViewHost.h"
+#include "viewbase/ViewHost.h"
 
 #include <gtest/gtest.h>
 

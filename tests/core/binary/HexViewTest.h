@@ -5,8 +5,8 @@
 #include "settings/Settings.h"
 #include "support/SparseFile.h"
 #include "support/TestHexView.h"
-#include "view/FindState.h"
-#include "view/ViewKey.h"
+#include "viewbase/FindState.h"
+#include "viewbase/ViewKey.h"
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "view/EditorInput.h"
-#include "view/RowPicture.h"
-#include "view/win32/View.h"
+#include "viewbase/EditorInput.h"
+#include "viewbase/RowPicture.h"
+#include "viewbase/win32/View.h"
 
 // The window half that the text view and the hex view have in common: routes messages to an editor,
 // which decides everything, and plays its answers onto the screen. Destroyed with DestroyView, after

@@ -1,6 +1,6 @@
-#include "view/win32/Clipboard.h"
+#include "viewbase/win32/Clipboard.h"
 
-#include "view/win32/View.h"
+#include "viewbase/win32/View.h"
 
 #include <cstring>
 

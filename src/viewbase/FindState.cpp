@@ -1,4 +1,4 @@
-#include "view/FindState.h"
+#include "viewbase/FindState.h"
 
 #include "base/Text.h"
 

@@ -1,9 +1,9 @@
-#include "view/MouseWheel.h"
+#include "viewbase/MouseWheel.h"
 
 #include "base/Text.h"
 #include "base/WString.h"
 #include "settings/Settings.h"
-#include "view/ViewHost.h"
+#include "viewbase/ViewHost.h"
 
 void ChangeFontSize(ViewHost* host, bool larger) {
     uint32_t size = settings.FontSize;

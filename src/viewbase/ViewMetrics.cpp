@@ -1,4 +1,4 @@
-#include "view/ViewMetrics.h"
+#include "viewbase/ViewMetrics.h"
 
 #include "settings/Settings.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/win32/Windows.h"
-#include "view/RowPicture.h"
+#include "viewbase/RowPicture.h"
 
 // Whether RenderType (and a remote session) asks for drawing straight onto the window instead of
 // through the one-line back buffer.

@@ -1,5 +1,5 @@
 #include "support/FailureInjection.h"
-#include "view/FindState.h"
+#include "viewbase/FindState.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/EditorSurface.h"
+#include "viewbase/EditorSurface.h"
 
 // What a scroll bar asks for.
 enum class ScrollRequest : uint32_t { LineBack, LineForward, PageBack, PageForward, Track, Minimum, Maximum };

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/Types.h"
-#include "view/CharWidths.h"
-#include "view/ViewHost.h"
-#include "view/ViewMetrics.h"
+#include "viewbase/CharWidths.h"
+#include "viewbase/ViewHost.h"
+#include "viewbase/ViewMetrics.h"
 
 class WString;
 

@@ -1,4 +1,4 @@
-#include "view/CharWidths.h"
+#include "viewbase/CharWidths.h"
 
 #include "base/Heap.h"
 #include "base/Scan.h"

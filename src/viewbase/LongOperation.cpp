@@ -1,9 +1,9 @@
-#include "view/LongOperation.h"
+#include "viewbase/LongOperation.h"
 
 #include "base/Text.h"
 #include "base/WString.h"
-#include "view/EditorSurface.h"
-#include "view/FindState.h"
+#include "viewbase/EditorSurface.h"
+#include "viewbase/FindState.h"
 
 LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {
     findState.brokenOff = false;

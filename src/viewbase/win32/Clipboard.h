@@ -2,7 +2,7 @@
 
 #include "base/WString.h"
 #include "base/win32/Windows.h"
-#include "view/EditorSurface.h"
+#include "viewbase/EditorSurface.h"
 
 namespace Clipboard {
 

@@ -1,12 +1,12 @@
-#include "view/win32/EditorWindow.h"
+#include "viewbase/win32/EditorWindow.h"
 
 #include "base/Platform.h"
 #include "base/win32/Input.h"
 #include "document/DocumentView.h"
 #include "resource.h"
-#include "view/win32/Clipboard.h"
-#include "view/win32/TextPainter.h"
-#include "view/win32/ViewFont.h"
+#include "viewbase/win32/Clipboard.h"
+#include "viewbase/win32/TextPainter.h"
+#include "viewbase/win32/ViewFont.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/win32/Windows.h"
-#include "view/CharWidths.h"
-#include "view/ViewMetrics.h"
+#include "viewbase/CharWidths.h"
+#include "viewbase/ViewMetrics.h"
 
 // The editor font as the views measure with it: one font for all of them.
 namespace ViewFont {

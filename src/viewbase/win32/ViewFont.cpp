@@ -1,4 +1,4 @@
-#include "view/win32/ViewFont.h"
+#include "viewbase/win32/ViewFont.h"
 
 #include "settings/win32/DrawingObjects.h"
 

@@ -1,4 +1,4 @@
-#include "view/win32/InputMethod.h"
+#include "viewbase/win32/InputMethod.h"
 
 #include <imm.h>
 

@@ -1,7 +1,7 @@
-#include "view/win32/View.h"
+#include "viewbase/win32/View.h"
 
 #include "settings/Settings.h"
-#include "view/win32/InputMethod.h"
+#include "viewbase/win32/InputMethod.h"
 
 namespace {
 

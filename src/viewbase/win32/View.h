@@ -2,7 +2,7 @@
 
 #include "base/Heap.h"
 #include "base/win32/Windows.h"
-#include "view/ViewHost.h"
+#include "viewbase/ViewHost.h"
 
 class Document;
 

@@ -1,4 +1,4 @@
-#include "view/win32/TextPainter.h"
+#include "viewbase/win32/TextPainter.h"
 
 #include "settings/Settings.h"
 #include "settings/win32/DrawingObjects.h"
