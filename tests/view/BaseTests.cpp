@@ -109,7 +109,7 @@ TEST(Guards, GiveBackWhatTheyTook) {
         const WindowDc screen(window.Get());
         const MemoryDc memory(screen.Get());
         const GdiObject bitmap(CreateCompatibleBitmap(screen.Get(), 8, 8));
-        const Selection selection(memory.Get(), bitmap.Get());
+        const SelectedObject selection(memory.Get(), bitmap.Get());
         EXPECT_EQ(GetCurrentObject(memory.Get(), OBJ_BITMAP), bitmap.Get());
     }
     EXPECT_EQ(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), before);
@@ -123,6 +123,155 @@ TEST(Guards, GiveBackWhatTheyTook) {
     EXPECT_EQ(WaitForSingleObject(copy, 0), WAIT_FAILED);
     EXPECT_FALSE(KernelHandle(INVALID_HANDLE_VALUE).IsValid());
     EXPECT_FALSE(KernelHandle(nullptr).IsValid());
+}
+
+TEST(Guards, AHandleIsGivenBackWhenAnotherTakesItsPlace) {
+    KernelHandle event(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    const HANDLE first = event.Get();
+    event.Reset(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    ASSERT_TRUE(event.IsValid());
+    EXPECT_EQ(WaitForSingleObject(event.Get(), 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    if (first != event.Get()) {
+        EXPECT_EQ(WaitForSingleObject(first, 0), WAIT_FAILED);
+    }
+    HANDLE kept = nullptr;
+    {
+        KernelHandle other(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+        kept = other.Detach();
+        EXPECT_FALSE(other.IsValid());
+    }
+    EXPECT_EQ(WaitForSingleObject(kept, 0), static_cast<DWORD>(WAIT_TIMEOUT));
+    event.Reset(kept);
+    event.Reset(INVALID_HANDLE_VALUE);
+    EXPECT_FALSE(event.IsValid());
+}
+
+TEST(Guards, AMenuAndAnAcceleratorTableAreDestroyed) {
+    HMENU copy = nullptr;
+    {
+        const MenuHandle menu(CreatePopupMenu());
+        ASSERT_TRUE(IsMenu(menu.Get()));
+        copy = menu.Get();
+    }
+    EXPECT_FALSE(IsMenu(copy));
+
+    ACCEL keys[1] = {{FVIRTKEY, VK_F5, 46000}};
+    HACCEL table = nullptr;
+    {
+        const AcceleratorTable guard(CreateAcceleratorTableW(keys, 1));
+        table = guard.Get();
+        EXPECT_EQ(CopyAcceleratorTableW(table, nullptr, 0), 1);
+    }
+    EXPECT_EQ(CopyAcceleratorTableW(table, nullptr, 0), 0);
+}
+
+TEST(Guards, ALibraryIsUnloaded) {
+    ASSERT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+    {
+        const LoadedLibrary library(LoadLibraryW(L"msimg32.dll"));
+        ASSERT_TRUE(library.IsValid());
+        EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), library.Get());
+    }
+    EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+}
+
+TEST(Guards, TheClipboardIsClosedUnlessItIsDetached) {
+    const HiddenWindow window(u"");
+    {
+        const OpenedClipboard clipboard(window.Get());
+        ASSERT_TRUE(clipboard.IsOpen());
+        EXPECT_EQ(GetOpenClipboardWindow(), window.Get());
+    }
+    EXPECT_EQ(GetOpenClipboardWindow(), nullptr);
+    {
+        OpenedClipboard clipboard(window.Get());
+        ASSERT_TRUE(clipboard.IsOpen());
+        clipboard.Detach();
+    }
+    EXPECT_EQ(GetOpenClipboardWindow(), window.Get());
+    CloseClipboard();
+}
+
+TEST(Guards, TheMouseIsReleasedOnlyByWhoeverHasIt) {
+    const HiddenWindow window(u"");
+    const HiddenWindow other(u"");
+    {
+        MouseCapture capture;
+        EXPECT_FALSE(capture.IsHeld());
+        capture.Take(window.Get());
+        EXPECT_TRUE(capture.IsHeld());
+        EXPECT_EQ(GetCapture(), window.Get());
+    }
+    EXPECT_EQ(GetCapture(), nullptr);
+    {
+        MouseCapture capture;
+        capture.Take(window.Get());
+        SetCapture(other.Get());
+        EXPECT_FALSE(capture.IsHeld());
+    }
+    EXPECT_EQ(GetCapture(), other.Get());
+    ReleaseCapture();
+}
+
+TEST(Guards, ATimerTicksUntilItIsStopped) {
+    const HiddenWindow window(u"");
+    MSG message;
+    const auto ticks = [&] {
+        const ULONGLONG start = GetTickCount64();
+        while (GetTickCount64() - start < 5000) {
+            if (PeekMessageW(&message, window.Get(), WM_TIMER, WM_TIMER, PM_REMOVE)) return true;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_TIMER);
+        }
+        return false;
+    };
+    WindowTimer timer;
+    EXPECT_FALSE(timer.IsSet());
+    ASSERT_TRUE(timer.Set(window.Get(), 7, 10));
+    EXPECT_TRUE(timer.IsSet());
+    EXPECT_TRUE(ticks());
+    EXPECT_EQ(message.wParam, 7u);
+    timer.Stop();
+    EXPECT_FALSE(timer.IsSet());
+    // The system refuses to stop a timer that is none.
+    EXPECT_FALSE(KillTimer(window.Get(), 7));
+}
+
+TEST(Guards, AWindowClassIsUnregistered) {
+    WNDCLASSEXW definition = {};
+    definition.cbSize = sizeof(definition);
+    definition.lpfnWndProc = DefWindowProcW;
+    definition.hInstance = GetModuleHandleW(nullptr);
+    definition.lpszClassName = L"OrvaneGuardTest";
+    WNDCLASSEXW found = {};
+    found.cbSize = sizeof(found);
+    {
+        WindowClass registered;
+        ASSERT_TRUE(registered.Register(definition));
+        EXPECT_TRUE(GetClassInfoExW(definition.hInstance, definition.lpszClassName, &found));
+        WindowClass second;
+        EXPECT_FALSE(second.Register(definition));
+    }
+    EXPECT_FALSE(GetClassInfoExW(definition.hInstance, definition.lpszClassName, &found));
+}
+
+TEST(Guards, TheCaretIsDestroyed) {
+    const HiddenWindow window(u"");
+    const auto caretWindow = [] {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof(info);
+        GetGUIThreadInfo(GetCurrentThreadId(), &info);
+        return info.hwndCaret;
+    };
+    {
+        WindowCaret caret;
+        ASSERT_TRUE(caret.Create(window.Get(), 2, 16));
+        EXPECT_TRUE(caret.IsCreated());
+        EXPECT_FALSE(caret.IsShown());
+        EXPECT_EQ(caretWindow(), window.Get());
+        caret.Show();
+        EXPECT_TRUE(caret.IsShown());
+    }
+    EXPECT_EQ(caretWindow(), nullptr);
 }
 
 TEST(Heap, LargeBlocksGrowInPlace) {

@@ -44,7 +44,7 @@ protected:
     static Colour DotPixel(int x, int y) {
         const WindowDc screen(nullptr);
         const MemoryDc memory(screen.Get());
-        const Selection selected(memory.Get(), DrawingObjects::SpaceDot());
+        const SelectedObject selected(memory.Get(), DrawingObjects::SpaceDot());
         return GetPixel(memory.Get(), x, y);
     }
 };
@@ -96,7 +96,7 @@ TEST_F(DrawingObjectsTest, MeasuresAreThoseOfTheFont) {
     SetFontSize(30);
     const WindowDc screen(nullptr);
     const MemoryDc memory(screen.Get());
-    const Selection selected(memory.Get(), DrawingObjects::EditorFont());
+    const SelectedObject selected(memory.Get(), DrawingObjects::EditorFont());
     TEXTMETRICW metrics = {};
     GetTextMetricsW(memory.Get(), &metrics);
     EXPECT_EQ(DrawingObjects::Metrics().tmAscent, metrics.tmAscent);

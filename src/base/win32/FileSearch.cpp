@@ -1,4 +1,5 @@
 #include "base/Platform.h"
+#include "base/win32/Handles.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
@@ -15,12 +16,11 @@ bool Platform::FileSearch::First(const Char* pattern) {
     Close();
     const SystemPath path(pattern);
     WIN32_FIND_DATAW entry;
-    const HANDLE search = path.Text() ? FindFirstFileW(path.Text(), &entry) : INVALID_HANDLE_VALUE;
-    if (search == INVALID_HANDLE_VALUE) return false;
-    state = search;
-    if (TakeEntry(entry, name, isDirectory)) return true;
-    Close();
-    return false;
+    if (!path.Text()) return false;
+    SearchHandle search(FindFirstFileW(path.Text(), &entry));
+    if (!search.IsValid() || !TakeEntry(entry, name, isDirectory)) return false;
+    state = search.Detach();
+    return true;
 }
 
 bool Platform::FileSearch::Next() {
@@ -31,6 +31,6 @@ bool Platform::FileSearch::Next() {
 }
 
 void Platform::FileSearch::Close() {
-    if (state) FindClose(state);
+    const SearchHandle ended(state);
     state = nullptr;
 }

@@ -2,8 +2,9 @@
 
 #include "base/win32/Windows.h"
 
-// Guards for what the system lends: each gives back in its destructor what its constructor took. None
-// is copied or moved. Taking can fail, so what is null or not open has to be asked for before use.
+// Guards for what the system lends: each gives back in its destructor what it holds. None is copied or
+// moved. Taking can fail, so a guard may hold nothing: ask before use. scripts/check-guards looks for calls
+// that give something back without a guard.
 
 struct Guard {
     Guard() = default;
@@ -11,38 +12,98 @@ struct Guard {
     Guard& operator=(const Guard&) = delete;
 };
 
-// A kernel object: leaving one open keeps files locked and processes unreaped.
-class KernelHandle : Guard {
+// The guard of one handle; `GiveBack` is called with it. Null is no handle.
+template <class Handle, void (*GiveBack)(Handle)> class Held : Guard {
 public:
-    explicit KernelHandle(HANDLE handle) : handle(handle) {}
-    ~KernelHandle() {
-        if (IsValid()) CloseHandle(handle);
+    Held() = default;
+    explicit Held(Handle taken) : handle(taken) {}
+    ~Held() { Reset(); }
+
+    bool IsValid() const { return handle != nullptr; }
+    Handle Get() const { return handle; }
+    // Gives back what is held and holds `taken` instead.
+    void Reset(Handle taken = nullptr) {
+        Handle const old = handle;
+        handle = taken;
+        if (old) GiveBack(old);
     }
-    bool IsValid() const { return handle && handle != INVALID_HANDLE_VALUE; }
-    HANDLE Get() const { return handle; }
+    // Leaves it to the caller to give the handle back.
+    [[nodiscard]] Handle Detach() {
+        Handle const kept = handle;
+        handle = nullptr;
+        return kept;
+    }
 
 private:
-    HANDLE handle;
+    Handle handle = nullptr;
+};
+
+// These have a name of their own because the system's functions return what nobody wants, and may not be
+// arguments of a template.
+namespace GiveBack {
+inline void Kernel(HANDLE handle) { CloseHandle(handle); }
+inline void Search(HANDLE search) { FindClose(search); }
+inline void Library(HMODULE library) { FreeLibrary(library); }
+inline void Menu(HMENU menu) { DestroyMenu(menu); }
+inline void Accelerators(HACCEL table) { DestroyAcceleratorTable(table); }
+inline void Drop(HDROP drop) { DragFinish(drop); }
+inline void MemoryDc(HDC dc) { DeleteDC(dc); }
+inline void Range(void* range) { VirtualFree(range, 0, MEM_RELEASE); }
+template <class Object> void Gdi(Object object) { DeleteObject(object); }
+} // namespace GiveBack
+
+// The functions that open files and searches return another value than null on failure.
+inline HANDLE NullIfInvalid(HANDLE handle) { return handle == INVALID_HANDLE_VALUE ? nullptr : handle; }
+
+// A kernel object: leaving one open keeps files locked and processes unreaped.
+class KernelHandle : public Held<HANDLE, GiveBack::Kernel> {
+public:
+    KernelHandle() = default;
+    explicit KernelHandle(HANDLE taken) : Held(NullIfInvalid(taken)) {}
+    void Reset(HANDLE taken = nullptr) { Held::Reset(NullIfInvalid(taken)); }
+};
+
+// A search for files: it keeps its directory from being deleted.
+class SearchHandle : public Held<HANDLE, GiveBack::Search> {
+public:
+    SearchHandle() = default;
+    explicit SearchHandle(HANDLE taken) : Held(NullIfInvalid(taken)) {}
 };
 
 // A pen, brush, font, bitmap or region: the session has only 10,000 of them for one process.
-class GdiObject : Guard {
+template <class Object> class GdiObject : public Held<Object, GiveBack::Gdi<Object>> {
 public:
-    explicit GdiObject(HGDIOBJ object) : object(object) {}
-    ~GdiObject() {
-        if (object) DeleteObject(object);
-    }
-    HGDIOBJ Get() const { return object; }
+    GdiObject() = default;
+    explicit GdiObject(Object taken) : Held<Object, GiveBack::Gdi<Object>>(taken) {}
+};
 
-private:
-    HGDIOBJ object;
+// A library loaded at run time: functions found in it must not be called any more.
+using LoadedLibrary = Held<HMODULE, GiveBack::Library>;
+
+// A menu that belongs to no window: those of a window go with it.
+using MenuHandle = Held<HMENU, GiveBack::Menu>;
+
+// An accelerator table made at run time: those loaded from resources go with the program.
+using AcceleratorTable = Held<HACCEL, GiveBack::Accelerators>;
+
+// The names of dropped files: memory that the sender allocated for us.
+using DroppedFiles = Held<HDROP, GiveBack::Drop>;
+
+// A range of addresses.
+using AddressRange = Held<void*, GiveBack::Range>;
+
+// A device context in memory, to draw into a bitmap: deleted, not released.
+class MemoryDc : public Held<HDC, GiveBack::MemoryDc> {
+public:
+    MemoryDc() = default;
+    explicit MemoryDc(HDC compatible) : Held(CreateCompatibleDC(compatible)) {}
 };
 
 // An object selected into a device context: it cannot be deleted before the old one is back.
-class Selection : Guard {
+class SelectedObject : Guard {
 public:
-    Selection(HDC dc, HGDIOBJ object) : dc(dc), previous(SelectObject(dc, object)) {}
-    ~Selection() { SelectObject(dc, previous); }
+    SelectedObject(HDC dc, HGDIOBJ object) : dc(dc), previous(SelectObject(dc, object)) {}
+    ~SelectedObject() { SelectObject(dc, previous); }
 
 private:
     HDC dc;
@@ -77,19 +138,6 @@ private:
     HDC dc;
 };
 
-// A device context in memory, to draw into a bitmap: deleted, not released.
-class MemoryDc : Guard {
-public:
-    explicit MemoryDc(HDC compatible) : dc(CreateCompatibleDC(compatible)) {}
-    ~MemoryDc() {
-        if (dc) DeleteDC(dc);
-    }
-    HDC Get() const { return dc; }
-
-private:
-    HDC dc;
-};
-
 // A block for the clipboard: ours to free until the clipboard has taken it.
 class GlobalBlock : Guard {
 public:
@@ -119,15 +167,116 @@ private:
     void* address;
 };
 
-// The opened clipboard: while it is open no other program can use it.
+// The opened clipboard: while it is open no other program can use it. Another program may hold it for a
+// moment, so that opening it is tried `attempts` times with pauses in between.
 class OpenedClipboard : Guard {
 public:
-    explicit OpenedClipboard(HWND owner) : isOpen(OpenClipboard(owner)) {}
+    static constexpr DWORD Pause = 20; // milliseconds
+
+    explicit OpenedClipboard(HWND owner, int attempts = 1) {
+        for (isOpen = OpenClipboard(owner); !isOpen && attempts > 1; --attempts) {
+            Sleep(Pause);
+            isOpen = OpenClipboard(owner);
+        }
+    }
     ~OpenedClipboard() {
         if (isOpen) CloseClipboard();
     }
     bool IsOpen() const { return isOpen; }
+    // Leaves it open.
+    void Detach() { isOpen = false; }
 
 private:
-    bool isOpen;
+    bool isOpen = false;
+};
+
+// The mouse, captured by a window: no other window gets its messages. The system may take it away at any
+// time, and whoever captures it next must not lose it to us.
+class MouseCapture : Guard {
+public:
+    ~MouseCapture() { Release(); }
+    void Take(HWND window) {
+        owner = window;
+        SetCapture(window);
+    }
+    bool IsHeld() const { return owner && GetCapture() == owner; }
+    // Forgets the window first: the release sends it a message.
+    void Release() {
+        const bool held = IsHeld();
+        owner = nullptr;
+        if (held) ReleaseCapture();
+    }
+
+private:
+    HWND owner = nullptr;
+};
+
+// A timer of a window: it goes on until it is stopped or the window is destroyed.
+class WindowTimer : Guard {
+public:
+    ~WindowTimer() { Stop(); }
+    // Setting it again replaces the period. False when the system refuses; one that was set then goes on.
+    bool Set(HWND window, UINT_PTR number, UINT milliseconds, TIMERPROC procedure = nullptr) {
+        if (!SetTimer(window, number, milliseconds, procedure)) return false;
+        owner = window;
+        identifier = number;
+        return true;
+    }
+    bool IsSet() const { return owner != nullptr; }
+    void Stop() {
+        if (owner) KillTimer(owner, identifier);
+        owner = nullptr;
+    }
+
+private:
+    HWND owner = nullptr;
+    UINT_PTR identifier = 0;
+};
+
+// A window class: its name can be registered once only. Its windows have to be gone before it.
+class WindowClass : Guard {
+public:
+    ~WindowClass() { Unregister(); }
+    // The name must outlive the guard. False when the system refuses.
+    bool Register(const WNDCLASSEXW& definition) {
+        if (!RegisterClassExW(&definition)) return false;
+        name = definition.lpszClassName;
+        instance = definition.hInstance;
+        return true;
+    }
+    void Unregister() {
+        if (name) UnregisterClassW(name, instance);
+        name = nullptr;
+    }
+
+private:
+    const wchar_t* name = nullptr;
+    HINSTANCE instance = nullptr;
+};
+
+// The thread's one caret: a window has it from getting the focus to losing it.
+class WindowCaret : Guard {
+public:
+    ~WindowCaret() { Destroy(); }
+    // Replaces the thread's caret, whoever made it. Hidden at first. False when the system refuses.
+    bool Create(HWND window, int width, int height) {
+        Destroy();
+        if (CreateCaret(window, nullptr, width, height)) owner = window;
+        return owner != nullptr;
+    }
+    bool IsCreated() const { return owner != nullptr; }
+    bool IsShown() const { return shown; }
+    // Hiding counts in the system, so that each state is asked for once only.
+    void Show() {
+        if (owner && !shown) shown = ShowCaret(owner) != 0;
+    }
+    void Destroy() {
+        if (owner) DestroyCaret();
+        owner = nullptr;
+        shown = false;
+    }
+
+private:
+    HWND owner = nullptr;
+    bool shown = false;
 };

@@ -1,6 +1,7 @@
 #include "base/SystemHeap.h"
 
 #include "base/List.h"
+#include "base/win32/Handles.h"
 #include "base/win32/Windows.h"
 
 #include <algorithm>
@@ -58,19 +59,19 @@ size_t RangeOf(size_t needed, bool isOutgrown) {
     return needed > LargestOutgrown ? std::max(needed * RangeFactor, LargestRange) : needed * OutgrownRangeFactor;
 }
 
+void* Reserve(size_t bytes) { return VirtualAlloc(nullptr, bytes, MEM_RESERVE, PAGE_READWRITE); }
+
 void* AllocateLarge(size_t bytes, bool isOutgrown) {
     if (bytes > SIZE_MAX / (2 * OutgrownRangeFactor)) return nullptr;
     const size_t needed = RoundUp(bytes + sizeof(LargeBlock));
     size_t reserved = RangeOf(needed, isOutgrown);
-    void* range = nullptr;
-    while (!(range = VirtualAlloc(nullptr, reserved, MEM_RESERVE, PAGE_READWRITE)) && reserved > needed)
+    AddressRange range(Reserve(reserved));
+    while (!range.IsValid() && reserved > needed) {
         reserved = std::max(RoundUp(reserved / 2), needed);
-    if (!range) return nullptr;
-    if (!VirtualAlloc(range, needed, MEM_COMMIT, PAGE_READWRITE)) {
-        VirtualFree(range, 0, MEM_RELEASE);
-        return nullptr;
+        range.Reset(Reserve(reserved));
     }
-    auto* const large = new (range) LargeBlock;
+    if (!range.IsValid() || !VirtualAlloc(range.Get(), needed, MEM_COMMIT, PAGE_READWRITE)) return nullptr;
+    auto* const large = new (range.Detach()) LargeBlock;
     large->reserved = reserved;
     large->committed = needed;
     largeBlocks.Append(large);
@@ -79,7 +80,7 @@ void* AllocateLarge(size_t bytes, bool isOutgrown) {
 
 void FreeLarge(LargeBlock* large) {
     largeBlocks.Remove(large);
-    VirtualFree(large, 0, MEM_RELEASE);
+    const AddressRange range(large);
 }
 
 bool ResizeInPlace(LargeBlock* large, size_t oldBytes, size_t newBytes) {

@@ -1,6 +1,7 @@
 #include "document/CommandProcess.h"
 
 #include "base/Platform.h"
+#include "base/win32/Handles.h"
 #include "base/win32/Windows.h"
 #include "document/OutputRun.h"
 
@@ -14,20 +15,15 @@ constexpr uint32_t MostTries = 500;
 
 HANDLE AsHandle(intptr_t value) { return reinterpret_cast<HANDLE>(value); }
 
-void CloseOne(intptr_t& handle) {
-    if (handle != -1) CloseHandle(AsHandle(handle));
-    handle = -1;
-}
-
 // Lets a new file be used by the user of this process and by nobody else, whatever its directory says.
 class UserOnly {
 public:
     UserOnly() {
-        HANDLE token = nullptr;
-        if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) return;
+        HANDLE opened = nullptr;
+        if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &opened)) return;
+        const KernelHandle token(opened);
         DWORD size = 0;
-        const bool known = GetTokenInformation(token, TokenUser, &user, sizeof(user), &size);
-        CloseHandle(token);
+        const bool known = GetTokenInformation(token.Get(), TokenUser, &user, sizeof(user), &size);
         auto* const list = reinterpret_cast<ACL*>(rules);
         ready = known && InitializeAcl(list, sizeof(rules), ACL_REVISION) &&
                 AddAccessAllowedAce(list, ACL_REVISION, FILE_ALL_ACCESS, user.head.User.Sid) &&
@@ -153,7 +149,7 @@ bool CommandProcess::Start(OutputRun& run, const Char* command) {
                         CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT, nullptr, directory,
                         &startup.StartupInfo, &started))
         return false;
-    CloseHandle(started.hThread);
+    const KernelHandle thread(started.hThread);
     KeepFromOthers(run);
     run.process = started.hProcess;
     run.processId = started.dwProcessId;
@@ -184,9 +180,10 @@ bool CommandProcess::ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* 
 void CommandProcess::AskToClose(const OutputRun& run) { EnumWindows(AskWindow, static_cast<LPARAM>(run.processId)); }
 
 void CommandProcess::Close(OutputRun& run) {
-    if (run.process) CloseHandle(run.process);
+    const KernelHandle process(run.process);
+    const KernelHandle read(AsHandle(run.outputRead));
+    const KernelHandle write(AsHandle(run.outputWrite));
     run.process = nullptr;
     run.processId = 0;
-    CloseOne(run.outputRead);
-    CloseOne(run.outputWrite);
+    run.outputRead = run.outputWrite = -1;
 }

@@ -7,8 +7,8 @@ namespace {
 
 constexpr int DotSize = 2;
 
-HFONT font = nullptr;
-HBITMAP spaceDot = nullptr;
+GdiObject<HFONT> font;
+GdiObject<HBITMAP> spaceDot;
 TEXTMETRICW metrics = {};
 int spaceWidth = 0;
 uint32_t fontGeneration = 0;
@@ -18,26 +18,19 @@ void (*metricsListener)() = nullptr;
 struct BrushRole {
     SettingChange change;
     const Colour& colour;
-    HBRUSH brush = nullptr;
+    GdiObject<HBRUSH> brush;
 };
 
-BrushRole margin{SettingChange::MarginBrush, settings.MarginColor};
-BrushRole bookmark{SettingChange::BookmarkBrush, settings.BookmarkColor};
-BrushRole background{SettingChange::BackgroundBrush, settings.TextBg};
-BrushRole selection{SettingChange::SelectionBrush, settings.SelBg};
+BrushRole margin{SettingChange::MarginBrush, settings.MarginColor, {}};
+BrushRole bookmark{SettingChange::BookmarkBrush, settings.BookmarkColor, {}};
+BrushRole background{SettingChange::BackgroundBrush, settings.TextBg, {}};
+BrushRole selection{SettingChange::SelectionBrush, settings.SelBg, {}};
 BrushRole* const brushRoles[] = {&margin, &bookmark, &background, &selection};
 
-template <class Handle> void Destroy(Handle& object) {
-    if (object) DeleteObject(object);
-    object = nullptr;
-}
-
 // The old object stays when the new one could not be made.
-template <class Handle> bool Replace(Handle& object, Handle made) {
-    if (!made) return false;
-    Destroy(object);
-    object = made;
-    return true;
+template <class Handle> bool Replace(GdiObject<Handle>& object, Handle made) {
+    if (made) object.Reset(made);
+    return made != nullptr;
 }
 
 int AtLeastOne(LONG measure) { return measure > 0 ? static_cast<int>(measure) : 1; }
@@ -57,7 +50,7 @@ HFONT MakeFont() {
 }
 
 void Measure(HDC dc) {
-    const Selection selected(dc, font);
+    const SelectedObject selected(dc, font.Get());
     GetTextMetricsW(dc, &metrics);
     RECT space = {};
     DrawTextW(dc, L" ", 1, &space, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
@@ -66,10 +59,10 @@ void Measure(HDC dc) {
 
 bool RebuildSpaceDot(HDC screen, HDC memory) {
     if (!Replace(spaceDot, CreateCompatibleBitmap(screen, DotSize, DotSize))) return false;
-    const Selection selected(memory, spaceDot);
+    const SelectedObject selected(memory, spaceDot.Get());
     const GdiObject brush(CreateSolidBrush(settings.SpaceColor));
     const RECT all = {0, 0, DotSize, DotSize};
-    return FillRect(memory, &all, static_cast<HBRUSH>(brush.Get())) != 0;
+    return FillRect(memory, &all, brush.Get()) != 0;
 }
 
 bool RebuildFont() {
@@ -96,9 +89,9 @@ bool Rebuild(SettingChange change) {
 void DrawingObjects::Start() { SetDrawingRebuilder(Rebuild); }
 
 void DrawingObjects::Release() {
-    Destroy(font);
-    Destroy(spaceDot);
-    for (BrushRole* role : brushRoles) Destroy(role->brush);
+    font.Reset();
+    spaceDot.Reset();
+    for (BrushRole* role : brushRoles) role->brush.Reset();
 }
 
 bool DrawingObjects::RebuildForDpi(uint32_t dpi) {
@@ -115,14 +108,14 @@ uint32_t DrawingObjects::Dpi() {
 void DrawingObjects::SetMetricsListener(void (*listener)()) { metricsListener = listener; }
 uint32_t DrawingObjects::FontGeneration() { return fontGeneration; }
 
-HFONT DrawingObjects::EditorFont() { return font; }
+HFONT DrawingObjects::EditorFont() { return font.Get(); }
 const TEXTMETRICW& DrawingObjects::Metrics() { return metrics; }
 int DrawingObjects::LineHeight() { return AtLeastOne(metrics.tmHeight); }
 int DrawingObjects::AverageWidth() { return AtLeastOne(metrics.tmAveCharWidth); }
 int DrawingObjects::SpaceWidth() { return AtLeastOne(spaceWidth); }
 
-HBRUSH DrawingObjects::MarginBrush() { return margin.brush; }
-HBRUSH DrawingObjects::BookmarkBrush() { return bookmark.brush; }
-HBRUSH DrawingObjects::BackgroundBrush() { return background.brush; }
-HBRUSH DrawingObjects::SelectionBrush() { return selection.brush; }
-HBITMAP DrawingObjects::SpaceDot() { return spaceDot; }
+HBRUSH DrawingObjects::MarginBrush() { return margin.brush.Get(); }
+HBRUSH DrawingObjects::BookmarkBrush() { return bookmark.brush.Get(); }
+HBRUSH DrawingObjects::BackgroundBrush() { return background.brush.Get(); }
+HBRUSH DrawingObjects::SelectionBrush() { return selection.brush.Get(); }
+HBITMAP DrawingObjects::SpaceDot() { return spaceDot.Get(); }
