@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-bool TextBuffer::ReplaceRanges(Array<TextChange>& changes, const Char* inserted, uint32_t count) {
+bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& changes, const Char* inserted, uint32_t count) {
     if (readOnly || changes.IsEmpty()) return true;
     if (!CommitEdit()) return false;
     auto* record = new BulkEdit(this);
@@ -17,7 +17,7 @@ bool TextBuffer::ReplaceRanges(Array<TextChange>& changes, const Char* inserted,
     return PerformAndPush(record);
 }
 
-bool BulkEdit::SetUp(Array<TextChange>& places, const Char* inserted, uint32_t length) {
+bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length) {
     changes.TakeAll(places);
     uint64_t removed = 0;
     for (size_t i = 0; i < changes.Count(); ++i) removed += changes[i].removed;
@@ -159,7 +159,7 @@ void BulkEdit::CloseUp(bool back) {
 }
 
 BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool back) const {
-    const TextChange& change = changes[index];
+    const ReplacedRange& change = changes[index];
     if (!back) return {change.offset, change.removed, count, text.Text()};
     return {NewOffset(index, removedBefore), count, change.removed, removedText.Text() + removedBefore};
 }
@@ -172,7 +172,7 @@ void BulkEdit::MoveMarks(bool back) {
     uint32_t goneBefore = back ? removedLines : 0;
     for (size_t step = 0; step < places; ++step) {
         const size_t i = back ? places - 1 - step : step;
-        const TextChange& change = changes[i];
+        const ReplacedRange& change = changes[i];
         const uint32_t gone = LinesBetween(change.offset, change.offset + change.removed);
         if (back) goneBefore -= gone;
         // The line once all earlier places have changed.

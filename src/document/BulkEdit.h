@@ -4,7 +4,7 @@
 #include "document/UndoRecord.h"
 
 // One place of a bulk change: `removed` characters at `offset` of the old text.
-struct TextChange {
+struct ReplacedRange {
     uint32_t offset;
     uint32_t removed;
 };
@@ -17,7 +17,7 @@ public:
     explicit BulkEdit(TextBuffer* owner) : TextEdit(owner, InStore, false) {}
     // Takes `places` over; they ascend and do not overlap, and either none of them gets shorter or none
     // gets longer. False without memory.
-    bool SetUp(Array<TextChange>& places, const Char* inserted, uint32_t length);
+    bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
     bool Undo() override;
     bool Redo() override;
 
@@ -44,7 +44,7 @@ private:
     void MapTopLines();
     void MoveView(ViewState& state, uint32_t last);
 
-    Array<TextChange> changes;
+    Array<ReplacedRange> changes;
     WString removedText;       // all that was removed, in order
     uint32_t removedLines = 0; // line feeds in it
     bool performed = false;    // the views' states behind the change are known

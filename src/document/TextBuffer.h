@@ -88,7 +88,7 @@ public:
     bool DeleteText(uint32_t offset, uint32_t count);
     // Puts `inserted` in the place of each of `changes`, which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
-    bool ReplaceRanges(Array<TextChange>& changes, const Char* inserted, uint32_t count);
+    bool ReplaceRanges(Array<ReplacedRange>& changes, const Char* inserted, uint32_t count);
 
     // Undo.
     bool PerformAndPush(UndoRecord* record); // takes ownership, also on failure

@@ -26,7 +26,8 @@ uint32_t CountRemoved(const Char* line, uint32_t blanks) {
 }
 
 // The changes of the lines that start in [start, end) of the text. False without memory.
-bool GatherLines(const TextBuffer& document, uint32_t start, uint32_t end, bool unindent, Array<TextChange>& changes) {
+bool GatherLines(const TextBuffer& document, uint32_t start, uint32_t end, bool unindent,
+                 Array<ReplacedRange>& changes) {
     const Char* text = document.Content();
     while (start < end) {
         const uint32_t rest = end - start;
@@ -60,7 +61,7 @@ void EditorActions::IndentBlock(TextEditor& editor, bool unindent) {
     const uint32_t end = editor.SelectionEnd();
     document.OffsetToLine(end, lastLine);
 
-    Array<TextChange> changes;
+    Array<ReplacedRange> changes;
     WString unit;
     if (!GatherLines(document, start, lastLine, unindent, changes) || (!unindent && !MakeUnit(unit))) return;
     uint32_t newEnd = end + static_cast<uint32_t>(changes.Count()) * unit.Length();

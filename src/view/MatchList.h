@@ -15,7 +15,7 @@ public:
     // All characters that the matches take away.
     uint64_t Removed() const { return removed; }
 
-    Array<TextChange> changes;
+    Array<ReplacedRange> changes;
 
 private:
     MatchResult Fail(MatchResult result);
