@@ -137,6 +137,9 @@ public:
     // Views.
     DocumentView* ActiveView() const { return activeView; }
     void SetActiveView(DocumentView* view) { activeView = view; }
+    // A view was put into a window. It becomes the active one unless another has the focus: that is where
+    // the user goes on typing.
+    void ViewAttached(DocumentView* view);
     void ForgetView(DocumentView* view) override;
     void RepaintAll();
     void RepaintLines(uint32_t first, uint32_t last);

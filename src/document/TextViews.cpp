@@ -17,6 +17,13 @@ DocumentView* TextBuffer::CreateView(NativeWindow parent) {
     return AddView([this, parent] { return viewFactory(*this, parent); });
 }
 
+void TextBuffer::ViewAttached(DocumentView* view) {
+    activeView = view;
+    for (const ViewNode* node = views.head; node; node = node->next) {
+        if (node->view->HasFocus()) activeView = node->view;
+    }
+}
+
 void TextBuffer::ForgetView(DocumentView* view) {
     if (activeView == view) activeView = nullptr;
     DocumentBase::ForgetView(view);

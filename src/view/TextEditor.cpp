@@ -24,7 +24,7 @@ void TextEditor::TextChanged(uint32_t offset) {
 }
 
 void TextEditor::OnAttached() {
-    if (document) document->SetActiveView(this);
+    if (document) document->ViewAttached(this);
     // The bars of this window have never been set.
     sentBars[0] = sentBars[1] = NeverSent;
     UpdateScrollBars();
