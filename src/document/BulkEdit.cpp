@@ -46,7 +46,7 @@ bool BulkEdit::Redo() {
         if (document->HasView(state->view)) MoveView(*state, last);
     }
     performed = true;
-    RefreshLaterViews();
+    MoveLaterViews(false);
     document->RepaintAll();
     return true;
 }
@@ -64,6 +64,21 @@ void BulkEdit::MoveView(ViewState& state, uint32_t last) {
     }
     view.SelectRange(last, last);
     state.topLineAfter = view.TopLine();
+}
+
+// As one change from the first place to the end of the last.
+TextChange BulkEdit::ChangeOf(bool undone) const {
+    const size_t end = changes.Count() - 1;
+    const uint32_t newEnd = NewOffset(end, removedText.Length() - changes[end].removed) + count;
+    const uint32_t oldEnd = changes[end].offset + changes[end].removed;
+    const auto addedLines = newLines * static_cast<uint32_t>(changes.Count());
+    TextChange change = TextEdit::ChangeOf(undone);
+    const uint32_t linesNow = LinesBetween(change.start, undone ? oldEnd : newEnd);
+    change.removed = (undone ? newEnd : oldEnd) - change.start;
+    change.inserted = (undone ? oldEnd : newEnd) - change.start;
+    change.insertedLines = linesNow;
+    change.removedLines = undone ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
+    return change;
 }
 
 bool BulkEdit::Undo() {

@@ -30,6 +30,7 @@ private:
         const Char* newText;
     };
 
+    TextChange ChangeOf(bool undone) const override;
     bool Grows() const { return changes[0].removed <= count; }
     // Of a place in the new text; `removedBefore` characters were removed at earlier places.
     uint32_t NewOffset(size_t index, uint32_t removedBefore) const;

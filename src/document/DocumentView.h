@@ -5,6 +5,7 @@
 
 class Document;
 class TextBuffer;
+struct TextChange;
 class View;
 
 // All that a document knows of a view. Lines and columns are 0-based; offsets are absolute.
@@ -23,6 +24,9 @@ public:
     virtual void TextChanged(uint32_t offset) { static_cast<void>(offset); }
     // Moves the caret and collapses the selection to it.
     virtual void MoveCaret(uint32_t line, uint32_t column) = 0;
+    // An edit that moves no caret of this view was made: caret, anchor and top line stay at their places in
+    // the text.
+    virtual void FollowChange(const TextChange& change) { static_cast<void>(change); }
     virtual void SelectRange(uint32_t anchor, uint32_t caret) = 0;
     virtual void SetTopLine(uint32_t line) = 0;
     virtual uint32_t CaretLine() const = 0;

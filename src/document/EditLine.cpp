@@ -85,6 +85,7 @@ bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint
     FreeRecords(redoHead);
     reachesOn = reachesOn || (notifyEngine && EditLineReachesOn());
     if (reachesOn) TellTextChanged(editLineStart);
+    TellEditLineChanged(column, 0, 1, view);
     if (view) view->MoveCaret(view->CaretLine(), column + 1);
     if (notifyEngine) RepaintEdited(line, reachesOn);
     return true;

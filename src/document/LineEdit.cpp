@@ -23,6 +23,12 @@ bool LineEdit::Redo() {
     return true;
 }
 
+TextChange LineEdit::ChangeOf(bool undone) const {
+    TextChange change = TextEdit::ChangeOf(undone);
+    if (replaced) change.removed = change.inserted = 1;
+    return change;
+}
+
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
     if (state != InEditLine || closed || isDelete || replaced || text.IsEmpty()) return false;
@@ -52,7 +58,9 @@ bool LineEdit::ChangeEditLine(bool back) {
     reachesOn = reachesOn || document->EditLineReachesOn();
     if (reachesOn) document->TellTextChanged(document->editLineStart);
 
-    if (!isDelete) {
+    if (isDelete) {
+        document->TellEditLineChanged(column, back ? 0 : count, back ? count : 0, nullptr);
+    } else {
         const uint32_t caretColumn = back ? column : column + text.Length();
         for (const ViewNode* node = document->views.head; node; node = node->next) {
             node->view->MoveCaret(node->view->CaretLine(), caretColumn);

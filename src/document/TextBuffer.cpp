@@ -35,7 +35,7 @@ void TextBuffer::Clear(bool destroyViews) {
     if (destroyViews) {
         DestroyViews();
     } else {
-        for (const ViewNode* node = views.head; node; node = node->next) node->view->MoveCaret(0, 0);
+        MoveViewsToStart();
     }
     lineCache.Clear();
     if (run.process) EndRun();

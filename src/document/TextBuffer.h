@@ -209,6 +209,9 @@ private:
                              bool& broken) const;
 
     void TellTextChanged(uint32_t offset);
+    // Has the views but `except` (null: all) take their places along with a change inside the edit line.
+    void TellEditLineChanged(uint32_t column, uint32_t removed, uint32_t inserted, const DocumentView* except);
+    void MoveViewsToStart();
     // With `destroyViews` the views go, else their carets move to the start.
     void Clear(bool destroyViews);
     void FreeStore();

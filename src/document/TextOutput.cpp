@@ -53,7 +53,7 @@ void TextBuffer::TakeUpAppended(uint32_t from, uint32_t newLines) {
 }
 
 bool TextBuffer::EmptyAndResetUndo() {
-    for (const ViewNode* node = views.head; node; node = node->next) node->view->MoveCaret(0, 0);
+    MoveViewsToStart();
     ForgetUndo();
     marks.Clear();
     lineCache.Clear();

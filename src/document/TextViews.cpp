@@ -1,6 +1,7 @@
 // The views of a TextBuffer, and what it tells them.
 
 #include "document/TextBuffer.h"
+#include "document/TextChange.h"
 
 #include <algorithm>
 
@@ -48,6 +49,22 @@ void TextBuffer::RepaintLines(uint32_t first, uint32_t last) {
 void TextBuffer::TellTextChanged(uint32_t offset) {
     lastLineStart = None32;
     for (const ViewNode* node = views.head; node; node = node->next) node->view->TextChanged(offset);
+}
+
+void TextBuffer::TellEditLineChanged(uint32_t column, uint32_t removed, uint32_t inserted, const DocumentView* except) {
+    const TextChange change = {editLineStart + column, removed, inserted, editLineNo, 0, 0};
+    for (const ViewNode* node = views.head; node; node = node->next) {
+        if (node->view != except) node->view->FollowChange(change);
+    }
+}
+
+// A view that cannot scroll, without a window or with its redraw suspended, would keep a top line that is
+// none any more.
+void TextBuffer::MoveViewsToStart() {
+    for (const ViewNode* node = views.head; node; node = node->next) {
+        node->view->MoveCaret(0, 0);
+        node->view->SetTopLine(0);
+    }
 }
 
 void TextBuffer::SetLineCount(uint32_t count) {

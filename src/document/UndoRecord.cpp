@@ -95,7 +95,7 @@ void TextEdit::RestoreViews() {
         state->view->SetTopLine(state->topLineBefore);
         state->view->SelectRange(state->anchorBefore, state->caretBefore);
     }
-    RefreshLaterViews();
+    MoveLaterViews(true);
 }
 
 void TextEdit::RestoreBefore() {
@@ -119,7 +119,7 @@ void TextEdit::ApplyAfter() {
         state->view->SetTopLine(state->topLineAfter);
         state->view->SelectRange(caret, caret);
     }
-    RefreshLaterViews();
+    MoveLaterViews(false);
     if (newLines) {
         uint32_t lineStart = 0;
         const uint32_t line = document->OffsetToLine(position, lineStart);
@@ -138,12 +138,20 @@ bool TextEdit::Holds(const DocumentView* view) const {
     return state != nullptr;
 }
 
-// A view made after this record was set up keeps its offsets, but the line and column that they stand for
-// have changed under it.
-void TextEdit::RefreshLaterViews() {
+TextChange TextEdit::ChangeOf(bool undone) const {
+    TextChange change;
+    uint32_t lineStart = 0;
+    change.start = position;
+    change.startLine = document->OffsetToLine(position, lineStart);
+    const bool removes = undone != (isDelete != 0);
+    (removes ? change.removed : change.inserted) = count;
+    (removes ? change.removedLines : change.insertedLines) = newLines;
+    return change;
+}
+
+void TextEdit::MoveLaterViews(bool undone) {
     for (const ViewNode* node = document->views.head; node; node = node->next) {
-        DocumentView* view = node->view;
-        if (!Holds(view)) view->SelectRange(view->SelectionAnchor(), view->CaretOffset());
+        if (!Holds(node->view)) node->view->FollowChange(ChangeOf(undone));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "base/Heap.h"
 #include "base/Types.h"
 #include "base/WString.h"
+#include "document/TextChange.h"
 
 class DocumentView;
 class TextBuffer;
@@ -76,8 +77,10 @@ protected:
     void ApplyAfter();
     // The part of RestoreBefore that is about views.
     void RestoreViews();
-    // For views that the record knows nothing of.
-    void RefreshLaterViews();
+    // For views that the record knows nothing of: they follow what was done, or `undone`.
+    void MoveLaterViews(bool undone);
+    // What performing the record, or undoing it, does to the text.
+    virtual TextChange ChangeOf(bool undone) const;
 
 private:
     bool CaptureViews();
@@ -114,6 +117,7 @@ public:
     bool closed = false; // takes no further characters
 
 private:
+    TextChange ChangeOf(bool undone) const override;
     // Forwards, or `back`, where the change lives.
     bool ChangeCommitted(bool back);
     bool ChangeEditLine(bool back);

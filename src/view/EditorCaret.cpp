@@ -1,6 +1,7 @@
 // Caret, selection, bracket match and status fields of a TextEditor.
 
 #include "base/Text.h"
+#include "document/TextChange.h"
 #include "settings/Settings.h"
 #include "view/Brackets.h"
 #include "view/TextEditor.h"
@@ -44,6 +45,19 @@ void TextEditor::SelectRange(uint32_t anchor, uint32_t caret) {
     selectionAnchor = anchor;
     caretOffset = caret;
     Invalidate();
+}
+
+// Looks nothing up unless lines come or go: a key must not walk the text to a far caret.
+void TextEditor::FollowChange(const TextChange& change) {
+    const uint32_t offset = change.Moved(caretOffset);
+    selectionAnchor = change.Moved(selectionAnchor);
+    if (change.ChangesLines()) {
+        OffsetToLineColumn(offset, caretLine, caretColumn);
+        topLine = change.MovedLine(topLine);
+    } else if (caretLine == change.startLine) {
+        caretColumn += offset - caretOffset; // modulo 2^32
+    }
+    caretOffset = offset;
 }
 
 void TextEditor::CollapseSelection() {

@@ -33,6 +33,7 @@ public:
     void LineCountChanged() override;
     void TextChanged(uint32_t offset) override;
     void MoveCaret(uint32_t line, uint32_t column) override { MoveCaret(line, column, false); }
+    void FollowChange(const TextChange& change) override;
     void SelectRange(uint32_t anchor, uint32_t caret) override;
     void SetTopLine(uint32_t line) override;
     uint32_t CaretLine() const override { return caretLine; }

@@ -60,6 +60,17 @@ public:
         Place(line, column);
         anchor = caret;
     }
+    void FollowChange(const TextChange& change) override {
+        anchor = change.Moved(anchor);
+        const uint32_t moved = change.Moved(caret);
+        if (change.ChangesLines()) {
+            document.OffsetToLineColumn(moved, caretLine, caretColumn);
+        } else if (caretLine == change.startLine) {
+            caretColumn += moved - caret;
+        }
+        caret = moved;
+        topLine = change.MovedLine(topLine);
+    }
     void SelectRange(uint32_t newAnchor, uint32_t newCaret) override {
         const uint32_t end = TextLength();
         newAnchor = std::min(newAnchor, end);

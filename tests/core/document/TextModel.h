@@ -93,6 +93,9 @@ public:
             text.insert(LineStart(view.line) + column, 1, ch);
             head->text += ch;
             redo.clear();
+            for (auto& [each, place] : views) {
+                if (each != key) Follow(place, LineStart(view.line) + column, u"", std::u16string(1, ch));
+            }
             MoveCaret(key, view.line, column + 1);
             return;
         }
@@ -128,6 +131,7 @@ public:
         count = std::min(count, size - column);
         Record record = LineRecord(view, column, Line(view.line).substr(column, count), true);
         ApplyText(record, false);
+        for (auto& [each, place] : views) Follow(place, record, false);
         Push(std::move(record));
         return true;
     }
@@ -241,6 +245,24 @@ private:
             text.erase(record.position, record.text.size());
         }
     }
+    // Keeps a view at its place in the text, which has changed already.
+    void Follow(View& view, const Record& record, bool back) {
+        const std::u16string none;
+        if (record.replaced) return Follow(view, record.position, u"x", u"x");
+        const bool removes = record.isDelete != back;
+        Follow(view, record.position, removes ? record.text : none, removes ? none : record.text);
+    }
+    void Follow(View& view, uint32_t start, const std::u16string& gone, const std::u16string& come) {
+        const auto move = [](uint32_t at, uint32_t from, size_t less, size_t more) {
+            const auto within = static_cast<uint32_t>(from + std::min<size_t>(at - from, more));
+            return at <= from ? at : at >= from + less ? static_cast<uint32_t>(at - less + more) : within;
+        };
+        view.top = move(view.top, LineOf(start), LineFeeds(gone), LineFeeds(come));
+        view.anchor = move(view.anchor, start, gone.size(), come.size());
+        view.caret = move(view.caret, start, gone.size(), come.size());
+        view.line = LineOf(view.caret);
+        view.column = view.caret - LineStart(view.line);
+    }
     void StoreEdit(uint32_t offset, const std::u16string& changed, bool isDelete) {
         Commit();
         if (changed.empty()) return;
@@ -259,7 +281,7 @@ private:
         for (auto& [key, view] : views) {
             const auto state = record.views.find(key);
             if (state == record.views.end()) {
-                SelectRange(key, view.anchor, view.caret);
+                Follow(view, record, false);
                 continue;
             }
             view.top = state->second.topAfter;
@@ -280,7 +302,7 @@ private:
         for (auto& [key, view] : views) {
             const auto state = record.views.find(key);
             if (state == record.views.end()) {
-                SelectRange(key, view.anchor, view.caret);
+                Follow(view, record, true);
                 continue;
             }
             view.top = state->second.before.top;
@@ -299,7 +321,10 @@ private:
     void TakeBack(const Record& record) {
         if (!record.pending) return DoBackwards(record);
         ApplyText(record, true);
-        if (record.isDelete) return;
+        if (record.isDelete) {
+            for (auto& [each, place] : views) Follow(place, record, true);
+            return;
+        }
         const uint32_t column = record.position - LineStart(pendingLine);
         for (auto& [each, place] : views) MoveCaret(each, place.line, column);
     }

@@ -79,3 +79,115 @@ TEST_F(SharedDocumentTest, TheViewWithTheFocusIsTheActiveOne) {
     Open();
     EXPECT_EQ(buffer().ActiveView(), &view());
 }
+
+TEST_F(SharedDocumentTest, TypingAboveTakesTheOtherCaretAlong) {
+    Share(u"|one\ntwo\nthree", 9);
+    Type(u"abc");
+    EXPECT_EQ(second->editor.CaretLine(), 2u);
+    EXPECT_EQ(second->editor.CaretColumn(), 1u) << "where the first key put every caret";
+    EXPECT_EQ(second->editor.CaretOffset(), 12u);
+    EXPECT_EQ(second->editor.SelectionAnchor(), 12u);
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, WhatIsTypedNextInTheOtherViewGoesToItsCaret) {
+    Share(u"|one\ntwo\nthree", 8);
+    Type(u"abcd");
+    FocusSecond();
+    second->editor.OnKeyDown(ViewKey::Backspace);
+    EXPECT_EQ(Plain(Text()), Plain(u"abcdone\ntwo\nhree"));
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, ASelectionBelowKeepsItsTextWhileTypingGoesOn) {
+    Share(u"|one\ntwo\nthree", 0);
+    Type(u"a");
+    second->editor.SelectRange(5, 8); // "two"
+    Type(u"bc");
+    EXPECT_EQ(second->editor.SelectionAnchor(), 7u);
+    EXPECT_EQ(second->editor.CaretOffset(), 10u);
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, TypingOnTheSameLineTakesTheOtherCaretAlong) {
+    Share(u"|one two", 0);
+    Type(u"a");
+    FocusSecond();
+    second->editor.SelectRange(5, 8); // "two"
+    FocusFirst();
+    Type(u"bc");
+    EXPECT_EQ(second->editor.SelectionAnchor(), 7u);
+    EXPECT_EQ(second->editor.CaretOffset(), 10u);
+    EXPECT_EQ(second->editor.CaretColumn(), 10u);
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, DeletingInTheLastLineTakesTheOtherCaretAlong) {
+    Share(u"one\nab|cdef", 10, 8);
+    Press(ViewKey::Delete);
+    EXPECT_EQ(Plain(Text()), Plain(u"one\nabdef"));
+    EXPECT_EQ(second->editor.SelectionAnchor(), 7u);
+    EXPECT_EQ(second->editor.CaretOffset(), 9u);
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, ViewsAgreeAfterATextMadeShorter) {
+    Share(u"one\ntwo\nthree\nfour\n|", 19);
+    second->editor.SetTopLine(4);
+    view().SetTopLine(4);
+    Ctrl(u'A');
+    Type(u"x");
+    ExpectAgreement();
+    Ctrl(u'Z');
+    ExpectAgreement();
+    Ctrl(u'Z');
+    EXPECT_EQ(Plain(Text()), Plain(u"one\ntwo\nthree\nfour\n"));
+    ExpectAgreement();
+    Ctrl(u'Y');
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, AViewMadeAfterAStepFollowsWhenItIsUndone) {
+    Show(u"one\n|two\nthree");
+    Type(u"ab\rcd");
+    buffer().CommitEdit();
+    second = Open();
+    second->editor.SelectRange(11, 15); // in "three"
+    for (int steps = 0; steps < 3; ++steps) {
+        Ctrl(u'Z');
+        ExpectAgreement();
+    }
+    EXPECT_EQ(Plain(Text()), Plain(u"one\ntwo\nthree"));
+    EXPECT_EQ(second->editor.CaretOffset(), 10u);
+    EXPECT_EQ(second->editor.SelectionAnchor(), 6u);
+    for (int steps = 0; steps < 3; ++steps) {
+        Ctrl(u'Y');
+        ExpectAgreement();
+    }
+    EXPECT_EQ(second->editor.CaretOffset(), 15u);
+}
+
+TEST_F(SharedDocumentTest, ViewsWithoutAWindowAgreeAfterEmptying) {
+    Share(u"one\ntwo\nthree\n|", 14);
+    second->editor.SetTopLine(3);
+    second->surface.window = false;
+    buffer().EmptyAndResetUndo();
+    ExpectAgreement();
+}
+
+TEST_F(SharedDocumentTest, AViewMadeAfterAReplacementFollowsWhenItIsUndone) {
+    Show(u"a\nbab\nc");
+    findState.searchHistory.Add(u"b", 1);
+    view().ReplaceAll(u"x\nyz", 4, false);
+    EXPECT_EQ(Plain(Text()), "a\nx\nyzax\nyz\nc");
+    second = Open();
+    second->editor.SelectRange(12, 12); // the last line
+    second->editor.SetTopLine(4);
+    Ctrl(u'Z');
+    EXPECT_EQ(second->editor.CaretOffset(), 6u);
+    EXPECT_EQ(second->editor.TopLine(), 2u);
+    ExpectAgreement();
+    Ctrl(u'Y');
+    EXPECT_EQ(second->editor.CaretOffset(), 12u);
+    ExpectAgreement();
+}

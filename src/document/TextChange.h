@@ -1,0 +1,29 @@
+#pragma once
+
+#include "base/Types.h"
+
+// What an edit did to the text: at `start`, on line `startLine`, `removed` characters with `removedLines`
+// line feeds made way for `inserted` characters with `insertedLines` line feeds. Offsets count the text as
+// the user sees it, with the edit line in its edited form.
+struct TextChange {
+    uint32_t start = 0;
+    uint32_t removed = 0;
+    uint32_t inserted = 0;
+    uint32_t startLine = 0;
+    uint32_t removedLines = 0;
+    uint32_t insertedLines = 0;
+
+    bool ChangesLines() const { return removedLines != 0 || insertedLines != 0; }
+    // Where a place of the old text is in the new one. What was at `start` stays there; a place in the
+    // replaced text keeps its distance from `start` as far as the new text reaches.
+    uint32_t Moved(uint32_t offset) const { return Move(offset, start, removed, inserted); }
+    uint32_t MovedLine(uint32_t line) const { return Move(line, startLine, removedLines, insertedLines); }
+
+private:
+    static uint32_t Move(uint32_t place, uint32_t from, uint32_t gone, uint32_t come) {
+        if (place <= from) return place;
+        const uint32_t distance = place - from;
+        if (distance >= gone) return place - gone + come;
+        return from + (distance < come ? distance : come);
+    }
+};
