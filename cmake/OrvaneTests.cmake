@@ -13,8 +13,16 @@ add_executable(speaker tests/program/Speaker.cpp)
 target_link_options(speaker PRIVATE $<$<BOOL:${WIN32}>:-static>)
 set_target_properties(speaker PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
 
+# What the tests share. One of its files alone knows the path of that command: all others compile to the
+# same object in every checkout, so that one build cache serves them all.
+file(GLOB support CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/support/*.cpp")
+add_library(orvane_test_support STATIC ${support})
+target_include_directories(orvane_test_support PRIVATE "${CMAKE_SOURCE_DIR}/tests")
+target_link_libraries(orvane_test_support PUBLIC orvane_base orvane_base_platform)
+set_source_files_properties(tests/support/Speaker.cpp PROPERTIES
+    COMPILE_DEFINITIONS ORVANE_SPEAKER="$<TARGET_FILE:speaker>")
+
 function(orvane_use_speaker name)
-    target_compile_definitions(${name} PRIVATE ORVANE_SPEAKER="$<TARGET_FILE:speaker>")
     add_dependencies(${name} speaker)
 endfunction()
 
