@@ -79,12 +79,8 @@ void BinaryDocument::Close() {
 }
 
 bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
-    uint64_t sizeNow = 0;
-    if (readOnly || !file.IsOpen()) return false;
-    // Writing behind the end of a file that has become shorter would make it grow, and nobody would find
-    // again what is written into one that was deleted, or that another one has replaced.
-    if (!file.GetSize(sizeNow) || sizeNow < fileSize || file.IsDeleted() || !file.IsAt(GetName())) return false;
-    const bool saved = WritePages() && file.Flush();
+    if (!file.IsOpen()) return false;
+    const bool saved = !IsModified() || (MayBeWritten() && WritePages() && file.Flush());
     if (saved) {
         pages.Clear();
         savedUndoHead = HeadSerial();
@@ -92,6 +88,13 @@ bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
     NotifyModified();
     RepaintAll();
     return saved;
+}
+
+// Writing past the end of a file that has become shorter would make it grow, and nobody would find again what is
+// written into one that was deleted, or that another one has replaced.
+bool BinaryDocument::MayBeWritten() {
+    uint64_t sizeNow = 0;
+    return !readOnly && file.GetSize(sizeNow) && sizeNow >= fileSize && !file.IsDeleted() && file.IsAt(GetName());
 }
 
 bool BinaryDocument::WritePages() {

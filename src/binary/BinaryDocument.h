@@ -23,8 +23,9 @@ public:
     uint32_t Release() override;
     DocumentView* CreateView(NativeWindow parent) override;
     bool IsModified() const override { return HeadSerial() != savedUndoHead; }
-    // Writes the changed pages back into the open file, whatever the arguments. On failure all of them and
-    // the undo records stay; once some may have been written the document is modified until it is saved.
+    // Writes the changed pages back into the open file, whatever the arguments; nothing when the document is not
+    // modified, which succeeds also where the file may only be read. On failure all of them and the undo records
+    // stay; once some may have been written the document is modified until it is saved.
     bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
@@ -111,6 +112,7 @@ private:
     uint32_t PageBytes(uint64_t pageStart) const;
     bool AllocateWindow();
     void Close();
+    bool MayBeWritten();
     bool WritePages();
     ChangedPage* MakePage(uint64_t index);
     bool MakePages(uint64_t offset, size_t count);

@@ -78,6 +78,29 @@ TEST(BinarySave, AReadOnlyFileIsEditedInMemoryAndNotSaved) {
     EXPECT_TRUE(file->Undo());
 }
 
+TEST(BinarySave, WithoutChangesSucceedsAndWritesNothing) {
+    OpenedFile file("abc");
+    for (const uint64_t failing : {0u, 1u}) { // for reading and writing, then for reading only
+        {
+            FileCalls calls({failing});
+            ASSERT_TRUE(file->Open(file.path.c_str()));
+        }
+        ASSERT_EQ(file->IsReadOnly(), failing != 0);
+        FileCalls calls({});
+        EXPECT_TRUE(file.Save());
+        EXPECT_EQ(calls.Count(), 0u);
+    }
+}
+
+TEST(BinarySave, ChangesThatWereTakenBackAreNotWritten) {
+    OpenedFile file("abc");
+    ASSERT_TRUE(file.Edit(0, "x"));
+    ASSERT_TRUE(file->Undo());
+    file.folder.Write("file.bin", "ABC"); // another program's bytes stay
+    EXPECT_TRUE(file.Save());
+    EXPECT_EQ(file.OnDisk(), "ABC");
+}
+
 TEST(BinarySave, AFailureOnTheThirdOfFivePagesKeepsPagesAndUndo) {
     const std::string content = Pattern(100000);
     std::string changed = content;
