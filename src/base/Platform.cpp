@@ -1,12 +1,26 @@
 #include "base/Platform.h"
 
+#include "base/SystemClock.h"
+
 namespace {
 
+uint64_t* testClock = nullptr;
 Platform::FailureHook fileFailureHook = nullptr;
 uint64_t unreadableFrom = 0;
 uint64_t unreadableTo = 0;
 
 } // namespace
+
+uint64_t Platform::Ticks() { return testClock ? *testClock : SystemClock::Ticks(); }
+
+void Platform::Wait(uint32_t milliseconds) {
+    if (testClock)
+        *testClock += milliseconds;
+    else
+        SystemClock::Wait(milliseconds);
+}
+
+void Platform::SetTestClock(uint64_t* ticks) { testClock = ticks; }
 
 void Platform::SetFileFailureHook(FailureHook hook) { fileFailureHook = hook; }
 
@@ -19,6 +33,11 @@ void Platform::SetUnreadableBytes(uint64_t from, uint64_t to) {
 
 bool Platform::ReadShouldFail(uint64_t offset, size_t count) {
     return FileCallShouldFail() || (offset < unreadableTo && offset + count > unreadableFrom);
+}
+
+bool Platform::ReadTime(const Char* name, FileTime& time) {
+    File file;
+    return file.Open(name, File::Mode::Attributes) && file.GetTime(time);
 }
 
 bool Platform::ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time) {

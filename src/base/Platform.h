@@ -112,6 +112,7 @@ bool ExpandEnvironment(const Char* text, WString& out);
 FileTime Now();
 // Milliseconds since some fixed moment, never running backwards.
 uint64_t Ticks();
+void Wait(uint32_t milliseconds);
 
 // The system's own comparison of names without regard to case; 0 when equal.
 int CompareNames(const Char* left, const Char* right);
@@ -119,6 +120,8 @@ int CompareNames(const Char* left, const Char* right);
 // Whether the clipboard holds Unicode text.
 bool ClipboardHasText();
 
+// For tests: while not null, Ticks answers this number, and Wait adds to it instead of waiting.
+void SetTestClock(uint64_t* ticks);
 // For tests: asked before every call that opens, sizes, dates, reads, writes, seeks or flushes a file;
 // an answer of true makes that call fail.
 using FailureHook = bool (*)();

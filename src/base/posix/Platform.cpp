@@ -1,14 +1,17 @@
 #include "base/Platform.h"
 
 #include "base/Path.h"
+#include "base/SystemClock.h"
 #include "base/Text.h"
 #include "base/posix/FileTimes.h"
 #include "base/posix/NativeText.h"
 
+#include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <locale.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 #include <utility>
 #include <wctype.h>
@@ -134,10 +137,18 @@ Platform::FileTime Platform::Now() {
     return ToFileTime(moment);
 }
 
-uint64_t Platform::Ticks() {
+uint64_t SystemClock::Ticks() {
     timespec moment{};
     clock_gettime(CLOCK_MONOTONIC, &moment);
     return static_cast<uint64_t>(moment.tv_sec) * 1000 + static_cast<uint64_t>(moment.tv_nsec) / 1'000'000;
+}
+
+void SystemClock::Wait(uint32_t milliseconds) {
+    timespec left{};
+    left.tv_sec = milliseconds / 1000;
+    left.tv_nsec = static_cast<long>(milliseconds % 1000) * 1'000'000;
+    while (nanosleep(&left, &left) != 0 && errno == EINTR) {
+    }
 }
 
 int Platform::CompareNames(const Char* left, const Char* right) {

@@ -1,4 +1,6 @@
 #include "base/Platform.h"
+#include "base/SystemClock.h"
+#include "base/Text.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
@@ -66,7 +68,7 @@ Platform::FileTime Platform::Now() {
 }
 
 // The system's own tick count goes in steps of 16 ms. Neither call fails on any system this runs on.
-uint64_t Platform::Ticks() {
+uint64_t SystemClock::Ticks() {
     LARGE_INTEGER frequency = {};
     LARGE_INTEGER count = {};
     QueryPerformanceFrequency(&frequency);
@@ -76,6 +78,8 @@ uint64_t Platform::Ticks() {
     // Multiplied as a whole it might overflow after some months.
     return now / perSecond * 1000 + now % perSecond * 1000 / perSecond;
 }
+
+void SystemClock::Wait(uint32_t milliseconds) { Sleep(milliseconds); }
 
 int Platform::CompareNames(const Char* left, const Char* right) { return lstrcmpiW(Wide(left), Wide(right)); }
 

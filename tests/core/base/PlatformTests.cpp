@@ -222,6 +222,17 @@ TEST(Platform, TicksAndTimeNeverRunBackwards) {
     }
 }
 
+TEST(Platform, WaitLetsTheTimePass) {
+    const uint64_t begun = Platform::Ticks();
+    for (int i = 0; i < 1000 && Platform::Ticks() == begun; ++i) Platform::Wait(1);
+    EXPECT_GT(Platform::Ticks(), begun);
+    uint64_t ticks = 5;
+    Platform::SetTestClock(&ticks);
+    Platform::Wait(60'000); // at once
+    EXPECT_EQ(Platform::Ticks(), 60'005u);
+    Platform::SetTestClock(nullptr);
+}
+
 TEST(Platform, CompareNamesIgnoresCase) {
     EXPECT_EQ(Platform::CompareNames(u"C:\\Dir\\A.c", u"c:\\dir\\a.C"), 0);
     EXPECT_NE(Platform::CompareNames(u"a", u"b"), 0);
