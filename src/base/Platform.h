@@ -31,14 +31,20 @@ constexpr uint64_t LargestWholeFile = 0xFFFFFFFEu;
 // into memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
 bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
 
-// An open file; closed by its destructor. Only regular files open for reading.
+// Reads the time of a file's last write, without standing in anybody's way and whoever uses the file. On failure
+// false, and `time` as it was.
+bool ReadTime(const Char* name, FileTime& time);
+
+// An open file; closed by its destructor. Only regular files open, neither folders nor devices.
 class File {
 public:
     enum class Mode {
-        Read,       // existing, others may read
+        Attributes, // existing, to be asked about itself only; others may do anything
         ReadShared, // existing, others may read, write and delete
         ReadWrite,  // existing, others may read, write and delete
-        Create,     // new or emptied, for writing, not shared, archive attribute
+        // For writing, not shared: new with the archive attribute, or emptied with its attributes and streams kept.
+        // One that is in use is tried again for about a second.
+        Create,
     };
 
     File() = default;
@@ -61,8 +67,10 @@ public:
     bool Read(void* out, size_t count, size_t& read);
     // The same from `offset` on, in one call of the system. Where Read goes on afterwards is undefined.
     bool ReadAt(uint64_t offset, void* out, size_t count, size_t& read);
-    // True only when every byte was written.
+    // True only when every byte was written. A part of the file that others have locked is tried again for about a
+    // second.
     bool Write(const void* bytes, size_t count);
+    // A file system that knows no flushing does not make it fail.
     bool Flush();
 
 private:

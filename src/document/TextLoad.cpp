@@ -1,14 +1,10 @@
+#include "base/Platform.h"
 #include "document/TextBuffer.h"
 #include "document/TextFile.h"
 
 namespace {
 
 constexpr const Char* EncodingNames[Encoding::Count] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
-
-bool ReadTime(const Char* name, Platform::FileTime& time) {
-    Platform::File file;
-    return file.Open(name, Platform::File::Mode::Read) && file.GetTime(time);
-}
 
 } // namespace
 
@@ -55,14 +51,14 @@ bool TextBuffer::Reload() {
 bool TextBuffer::IsChangedOnDisk() {
     if (IsOutput() || !title.IsEmpty()) return false;
     Platform::FileTime written = 0;
-    return ReadTime(path.Text(), written) && fileTime < written;
+    return Platform::ReadTime(path.Text(), written) && fileTime < written;
 }
 
 void TextBuffer::MarkFileTimeNow() {
     fileTime = Platform::Now();
     // The clock of who wrote the file may be ahead of ours.
     Platform::FileTime written = 0;
-    if (ReadTime(path.Text(), written) && written > fileTime) fileTime = written;
+    if (Platform::ReadTime(path.Text(), written) && written > fileTime) fileTime = written;
 }
 
 bool TextBuffer::GetEncoding(uint32_t& current, const Char* const*& names) const {

@@ -76,11 +76,6 @@ private:
     uint8_t* bytes = nullptr;
 };
 
-void ReadTime(const Char* name, Platform::FileTime& time) {
-    Platform::File file;
-    if (file.Open(name, Platform::File::Mode::Read)) file.GetTime(time);
-}
-
 } // namespace
 
 bool WriteTextFile(const Char* name, const Char* text, uint32_t length, uint32_t encoding, uint32_t style,
@@ -92,7 +87,7 @@ bool WriteTextFile(const Char* name, const Char* text, uint32_t length, uint32_t
     const bool written = writer.WriteAll(text, length, style == LineEnding::Dos);
     const bool flushed = file.Flush();
     file.Close();
-    ReadTime(name, time);
+    Platform::ReadTime(name, time);
     return written && flushed;
 }
 

@@ -11,15 +11,16 @@ namespace {
 
 int FlagsFor(Platform::File::Mode mode) {
     using Mode = Platform::File::Mode;
-    // O_NONBLOCK: opening a pipe that nobody writes would wait; it is turned away below instead.
+    // O_NONBLOCK: opening a pipe whose other end nobody has would wait; it is turned away below instead.
     switch (mode) {
-    case Mode::Read:
+    case Mode::Attributes:
+        return O_PATH | O_CLOEXEC;
     case Mode::ReadShared:
         return O_RDONLY | O_NONBLOCK | O_CLOEXEC;
     case Mode::ReadWrite:
         return O_RDWR | O_NONBLOCK | O_CLOEXEC;
     case Mode::Create:
-        return O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC;
+        return O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC;
     }
     return O_RDONLY;
 }
@@ -34,7 +35,7 @@ bool Platform::File::Open(const Char* name, Mode mode) {
     if (handle == -1) return false;
     struct stat status;
     const bool isFile = fstat(static_cast<int>(handle), &status) == 0 && S_ISREG(status.st_mode);
-    if (!isFile && mode != Mode::Create) Close();
+    if (!isFile) Close();
     return IsOpen();
 }
 
@@ -113,4 +114,8 @@ bool Platform::File::Write(const void* bytes, size_t count) {
     return true;
 }
 
-bool Platform::File::Flush() { return !FileCallShouldFail() && fsync(static_cast<int>(handle)) == 0; }
+bool Platform::File::Flush() {
+    if (FileCallShouldFail()) return false;
+    // Some file systems cannot do this; the bytes are written all the same.
+    return fsync(static_cast<int>(handle)) == 0 || errno == EINVAL || errno == ENOTSUP;
+}

@@ -18,18 +18,35 @@ constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELET
 
 // In the order of File::Mode.
 constexpr OpenRule OpenRules[] = {
-    {GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
+    {FILE_READ_ATTRIBUTES, ShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
     {GENERIC_READ, ShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
     {GENERIC_READ | GENERIC_WRITE, ShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
-    {GENERIC_WRITE, 0, CREATE_ALWAYS, FILE_ATTRIBUTE_ARCHIVE},
+    // Not CREATE_ALWAYS: that is denied for a hidden or system file, and takes its alternate streams.
+    {GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_ATTRIBUTE_ARCHIVE},
 };
 
 // One call counts its bytes in 32 bits.
 constexpr size_t LargestTransfer = size_t{1} << 30;
 
+// How long a file may be in use before a save fails, in milliseconds. Virus scanners, indexers and the like open a
+// file right after it was written, for a moment.
+constexpr uint32_t MostWaiting = 1000;
+constexpr uint32_t OneWait = 50;
+
 HANDLE Native(intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
 DWORD TransferSize(size_t count) { return static_cast<DWORD>(std::min(count, LargestTransfer)); }
+
+// Repeats a call of the system while others use the file. False, with the system's error, when it fails for good.
+template <class Call> bool CallWhileInUse(Call call) {
+    for (uint32_t waited = 0; !call(); waited += OneWait) {
+        const DWORD error = GetLastError();
+        const bool isInUse = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+        if (!isInUse || waited >= MostWaiting) return false;
+        Platform::Wait(OneWait);
+    }
+    return true;
+}
 
 } // namespace
 
@@ -38,10 +55,15 @@ bool Platform::File::Open(const Char* name, Mode mode) {
     const SystemPath path(name);
     if (!path.Text() || FileCallShouldFail()) return false;
     const OpenRule& rule = OpenRules[static_cast<size_t>(mode)];
-    handle = reinterpret_cast<intptr_t>(
-        CreateFileW(path.Text(), rule.access, rule.sharing, nullptr, rule.creation, rule.attributes, nullptr));
+    const auto open = [&] {
+        handle = reinterpret_cast<intptr_t>(
+            CreateFileW(path.Text(), rule.access, rule.sharing, nullptr, rule.creation, rule.attributes, nullptr));
+        return IsOpen();
+    };
+    if (!(mode == Mode::Create ? CallWhileInUse(open) : open())) return false;
     // Directories fail by themselves; the console and other devices do not.
-    if (IsOpen() && mode != Mode::Create && GetFileType(Native(handle)) != FILE_TYPE_DISK) Close();
+    const bool isFile = GetFileType(Native(handle)) == FILE_TYPE_DISK;
+    if (!isFile || (mode == Mode::Create && !SetEndOfFile(Native(handle)))) Close();
     return IsOpen();
 }
 
@@ -127,11 +149,18 @@ bool Platform::File::Write(const void* bytes, size_t count) {
     const char* at = static_cast<const char*>(bytes);
     while (count) {
         DWORD put = 0;
-        if (!WriteFile(Native(handle), at, TransferSize(count), &put, nullptr) || put == 0) return false;
+        const auto write = [&] { return WriteFile(Native(handle), at, TransferSize(count), &put, nullptr) != 0; };
+        if (!CallWhileInUse(write) || put == 0) return false;
         at += put;
         count -= put;
     }
     return true;
 }
 
-bool Platform::File::Flush() { return !FileCallShouldFail() && FlushFileBuffers(Native(handle)); }
+bool Platform::File::Flush() {
+    if (FileCallShouldFail()) return false;
+    if (FlushFileBuffers(Native(handle))) return true;
+    // Some network, virtual and external volumes cannot do this; the bytes are written all the same.
+    const DWORD error = GetLastError();
+    return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED;
+}

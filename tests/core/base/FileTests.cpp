@@ -175,7 +175,7 @@ TEST(File, SeeksPastFourGibibytes) {
 TEST(File, OnlyCreateMakesAFile) {
     const ScratchFolder folder;
     const std::u16string path = folder.Path("missing");
-    for (const auto mode : {File::Mode::Read, File::Mode::ReadShared, File::Mode::ReadWrite}) {
+    for (const auto mode : {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite}) {
         File file;
         EXPECT_FALSE(file.Open(path.c_str(), mode));
         EXPECT_FALSE(file.IsOpen());
@@ -185,10 +185,37 @@ TEST(File, OnlyCreateMakesAFile) {
 
 TEST(File, NoModeOpensAFolder) {
     const ScratchFolder folder;
-    for (const auto mode : {File::Mode::Read, File::Mode::ReadShared, File::Mode::ReadWrite, File::Mode::Create}) {
+    for (const auto mode :
+         {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite, File::Mode::Create}) {
         File file;
         EXPECT_FALSE(file.Open(Here(folder).c_str(), mode));
     }
+}
+
+TEST(File, NoModeOpensADevice) {
+    for (const auto mode : {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite, File::Mode::Create})
+        for (const Char* device : {u"NUL", u"nul", u"CON", u"COM1", u"C:\\nul", u"\\dev\\null"}) {
+            // Elsewhere than on Windows some of these are plain names.
+            if (mode == File::Mode::Create && std::filesystem::path::preferred_separator == '/' && *device != u'\\')
+                continue;
+            File file;
+            EXPECT_FALSE(file.Open(device, mode)) << std::filesystem::path(device).string();
+        }
+}
+
+TEST(File, ATimeIsReadWhoeverUsesTheFile) {
+    const ScratchFolder folder;
+    folder.Write("f", "content");
+    SetTime(folder, "f");
+    File user;
+    ASSERT_TRUE(user.Open(folder.Path("f").c_str(), File::Mode::ReadWrite));
+    Platform::FileTime time = 0;
+    EXPECT_TRUE(Platform::ReadTime(folder.Path("f").c_str(), time));
+    EXPECT_EQ(time, NewYear2020);
+    user.Close();
+    MakeFolder(folder, "sub");
+    for (const char* other : {"missing", "sub"}) EXPECT_FALSE(Platform::ReadTime(folder.Path(other).c_str(), time));
+    EXPECT_EQ(time, NewYear2020);
 }
 
 TEST(File, OpeningAgainClosesTheFirst) {
@@ -196,12 +223,12 @@ TEST(File, OpeningAgainClosesTheFirst) {
     folder.Write("a", "1");
     folder.Write("b", "22");
     File file;
-    ASSERT_TRUE(file.Open(folder.Path("a").c_str(), File::Mode::Read));
-    ASSERT_TRUE(file.Open(folder.Path("b").c_str(), File::Mode::Read));
+    ASSERT_TRUE(file.Open(folder.Path("a").c_str(), File::Mode::ReadShared));
+    ASSERT_TRUE(file.Open(folder.Path("b").c_str(), File::Mode::ReadShared));
     uint64_t size = 0;
     ASSERT_TRUE(file.GetSize(size));
     EXPECT_EQ(size, 2u);
-    EXPECT_FALSE(file.Open(folder.Path("missing").c_str(), File::Mode::Read));
+    EXPECT_FALSE(file.Open(folder.Path("missing").c_str(), File::Mode::ReadShared));
     EXPECT_FALSE(file.IsOpen());
     file.Close();
 }
@@ -210,7 +237,7 @@ TEST(File, WritingToAFileOpenedForReadingFails) {
     const ScratchFolder folder;
     folder.Write("f", "x");
     File file;
-    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::Read));
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::ReadShared));
     EXPECT_FALSE(file.Write("y", 1));
     size_t read = 9;
     char byte = 0;
@@ -299,8 +326,8 @@ TEST(File, EveryCallFailsInTurn) {
         char byte = 0;
         size_t read = 0;
         return file.Open(folder.Path("f").c_str(), File::Mode::Create) && file.Write("x", 1) && file.Flush() &&
-               file.Open(folder.Path("f").c_str(), File::Mode::Read) && file.GetSize(size) && file.GetTime(time) &&
-               file.Seek(0) && file.Read(&byte, 1, read) && file.ReadAt(0, &byte, 1, read);
+               file.Open(folder.Path("f").c_str(), File::Mode::ReadShared) && file.GetSize(size) &&
+               file.GetTime(time) && file.Seek(0) && file.Read(&byte, 1, read) && file.ReadAt(0, &byte, 1, read);
     });
     EXPECT_EQ(failures, 9u);
 }
@@ -329,7 +356,7 @@ TEST(File, TellsTheTimeOfItsLastWrite) {
     SetTime(folder, "f");
     File file;
     Platform::FileTime time = 0;
-    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::Read));
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::ReadShared));
     ASSERT_TRUE(file.GetTime(time));
     EXPECT_EQ(time, NewYear2020);
     EXPECT_GT(Platform::Now(), NewYear2020);

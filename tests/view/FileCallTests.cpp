@@ -1,0 +1,210 @@
+// How files are asked of the system, and what becomes of its answers. What Wine would answer otherwise than Windows
+// is answered by the test.
+
+#include "CallCounter.h"
+#include "base/Platform.h"
+#include "support/FailureInjection.h"
+#include "support/ScratchFolder.h"
+#include "support/TextDocument.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+using Platform::File;
+
+namespace {
+
+struct OpenCall {
+    DWORD access;
+    DWORD sharing;
+    DWORD creation;
+    DWORD attributes;
+};
+
+class FileCallTest : public testing::Test {
+protected:
+    FileCallTest()
+        : create("CreateFileW", reinterpret_cast<void*>(Create)), write("WriteFile", reinterpret_cast<void*>(Write)),
+          flush("FlushFileBuffers", reinterpret_cast<void*>(Flush)),
+          driveType("GetDriveTypeW", reinterpret_cast<void*>(DriveType)) {
+        EXPECT_TRUE(create.IsImported() && write.IsImported() && flush.IsImported());
+        realCreate = reinterpret_cast<decltype(&CreateFileW)>(create.Original());
+        realWrite = reinterpret_cast<decltype(&WriteFile)>(write.Original());
+        realFlush = reinterpret_cast<decltype(&FlushFileBuffers)>(flush.Original());
+        opens.clear();
+        openError = writeError = flushError = ERROR_SUCCESS;
+        failingOpens = failingWrites = 0;
+        answerTime = 0;
+        kindOfDrive = DRIVE_FIXED;
+        now += 600'000;
+        Platform::SetTestClock(&now);
+    }
+    ~FileCallTest() override { Platform::SetTestClock(nullptr); }
+
+    bool SaveAs(const char* name, const std::u16string& text) const {
+        TextDocument document(text);
+        return document->Save(folder.Path(name).c_str(), Encoding::Keep, LineEnding::Keep);
+    }
+
+    static inline std::vector<OpenCall> opens;
+    static inline DWORD openError;
+    static inline int failingOpens; // so many fail with openError
+    static inline DWORD writeError;
+    static inline int failingWrites;
+    static inline DWORD flushError;    // of every flush; none when 0
+    static inline uint64_t answerTime; // milliseconds that opening takes
+    static inline UINT kindOfDrive;
+    static inline uint64_t now = 1'000'000;
+    ScratchFolder folder;
+
+private:
+    static HANDLE WINAPI Create(LPCWSTR name, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security,
+                                DWORD creation, DWORD attributes, HANDLE pattern) {
+        opens.push_back({access, sharing, creation, attributes});
+        now += answerTime;
+        constexpr DWORD Special = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+        const DWORD known = GetFileAttributesW(name);
+        DWORD error = failingOpens-- > 0 ? openError : ERROR_SUCCESS;
+        if (creation == CREATE_ALWAYS && known != INVALID_FILE_ATTRIBUTES && (known & Special & ~attributes))
+            error = ERROR_ACCESS_DENIED;
+        if (error == ERROR_SUCCESS) return realCreate(name, access, sharing, security, creation, attributes, pattern);
+        SetLastError(error);
+        return INVALID_HANDLE_VALUE;
+    }
+    static BOOL WINAPI Write(HANDLE file, LPCVOID bytes, DWORD count, LPDWORD written, LPOVERLAPPED place) {
+        if (failingWrites-- <= 0) return realWrite(file, bytes, count, written, place);
+        SetLastError(writeError);
+        return FALSE;
+    }
+    static BOOL WINAPI Flush(HANDLE file) {
+        if (!flushError) return realFlush(file);
+        SetLastError(flushError);
+        return FALSE;
+    }
+    static UINT WINAPI DriveType(LPCWSTR) { return kindOfDrive; }
+
+    static inline decltype(&CreateFileW) realCreate;
+    static inline decltype(&WriteFile) realWrite;
+    static inline decltype(&FlushFileBuffers) realFlush;
+    const ReplacedImport create;
+    const ReplacedImport write;
+    const ReplacedImport flush;
+    const ReplacedImport driveType;
+};
+
+} // namespace
+
+TEST_F(FileCallTest, HiddenAndSystemFilesAreSavedAndStayWhatTheyAre) {
+    for (const DWORD attribute : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM}) {
+        const std::u16string path = folder.Write("file.txt", "much longer than the new text");
+        ASSERT_TRUE(SetFileAttributesW(Wide(path.c_str()), attribute));
+        EXPECT_TRUE(SaveAs("file.txt", u"new"));
+        EXPECT_EQ(folder.Read("file.txt"), "new");
+        const DWORD after = GetFileAttributesW(Wide(path.c_str()));
+        EXPECT_EQ(after & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM), attribute);
+        EXPECT_TRUE(SetFileAttributesW(Wide(path.c_str()), FILE_ATTRIBUTE_NORMAL));
+        EXPECT_TRUE(DeleteFileW(Wide(path.c_str())));
+    }
+}
+
+TEST_F(FileCallTest, ANewFileGetsTheArchiveAttributeAndIsSharedWithNobody) {
+    EXPECT_TRUE(SaveAs("file.txt", u"new"));
+    ASSERT_FALSE(opens.empty());
+    EXPECT_EQ(opens[0].attributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
+    EXPECT_EQ(opens[0].sharing, 0u);
+    EXPECT_TRUE(GetFileAttributesW(Wide(folder.Path("file.txt").c_str())) & FILE_ATTRIBUTE_ARCHIVE);
+}
+
+TEST_F(FileCallTest, AFileInUseForAMomentIsSaved) {
+    for (const DWORD error : {ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION}) {
+        const uint64_t begun = now;
+        openError = error;
+        failingOpens = 5;
+        EXPECT_TRUE(SaveAs("file.txt", u"opened"));
+        EXPECT_EQ(folder.Read("file.txt"), "opened");
+        EXPECT_GT(now, begun);
+        EXPECT_LT(now, begun + 1000);
+    }
+}
+
+TEST_F(FileCallTest, AFilePartOfWhichIsLockedForAMomentIsSaved) {
+    const uint64_t begun = now;
+    writeError = ERROR_LOCK_VIOLATION;
+    failingWrites = 5;
+    EXPECT_TRUE(SaveAs("file.txt", u"written"));
+    EXPECT_EQ(folder.Read("file.txt"), "written");
+    EXPECT_GT(now, begun);
+    EXPECT_LT(now, begun + 1000);
+}
+
+TEST_F(FileCallTest, AFileThatStaysInUseFailsTheSaveAfterAboutASecond) {
+    folder.Write("file.txt", "old");
+    for (const DWORD error : {ERROR_SHARING_VIOLATION, ERROR_LOCK_VIOLATION}) {
+        const uint64_t begun = now;
+        openError = error;
+        failingOpens = 1'000'000;
+        EXPECT_FALSE(SaveAs("file.txt", u"new"));
+        EXPECT_GE(now, begun + 800);
+        EXPECT_LE(now, begun + 1500);
+        EXPECT_EQ(folder.Read("file.txt"), "old");
+    }
+}
+
+TEST_F(FileCallTest, OtherFailuresAreNotTriedAgain) {
+    const uint64_t begun = now;
+    openError = ERROR_ACCESS_DENIED;
+    failingOpens = 1;
+    EXPECT_FALSE(SaveAs("file.txt", u"new"));
+    failingOpens = 0;
+    writeError = ERROR_DISK_FULL;
+    failingWrites = 1;
+    EXPECT_FALSE(SaveAs("file.txt", u"new"));
+    EXPECT_EQ(now, begun);
+}
+
+TEST_F(FileCallTest, OpeningAFileInUseFailsAtOnce) {
+    folder.Write("file.txt", "text");
+    for (const auto mode : {File::Mode::ReadShared, File::Mode::ReadWrite}) {
+        File file;
+        openError = ERROR_SHARING_VIOLATION;
+        failingOpens = 1;
+        const uint64_t begun = now;
+        EXPECT_FALSE(file.Open(folder.Path("file.txt").c_str(), mode));
+        EXPECT_EQ(now, begun);
+    }
+}
+
+TEST_F(FileCallTest, AFileSystemThatCannotFlushDoesNotFailTheSave) {
+    for (const DWORD error : {ERROR_INVALID_FUNCTION, ERROR_NOT_SUPPORTED}) {
+        flushError = error;
+        EXPECT_TRUE(SaveAs("file.txt", u"text"));
+        EXPECT_EQ(folder.Read("file.txt"), "text");
+    }
+    for (const DWORD error : {ERROR_IO_DEVICE, ERROR_DISK_FULL, ERROR_ACCESS_DENIED}) {
+        flushError = error;
+        EXPECT_FALSE(SaveAs("file.txt", u"text")) << error;
+    }
+}
+
+TEST_F(FileCallTest, ATimeIsReadWithoutStandingInAnybodysWay) {
+    TextDocument document(u"text");
+    const std::u16string path = folder.Path("file.txt");
+    ASSERT_TRUE(document->Save(path.c_str(), Encoding::Keep, LineEnding::Keep) && document->SetPath(path.c_str()));
+    ASSERT_TRUE(document->SetTitle(u""));
+    ASSERT_EQ(opens.size(), 2u);
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    document->MarkFileTimeNow();
+    ASSERT_EQ(opens.size(), 4u);
+    for (size_t i = 1; i < opens.size(); ++i) {
+        EXPECT_EQ(opens[i].access, DWORD{FILE_READ_ATTRIBUTES});
+        EXPECT_EQ(opens[i].sharing, DWORD{FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE});
+        EXPECT_EQ(opens[i].creation, DWORD{OPEN_EXISTING});
+    }
+}
+
+TEST_F(FileCallTest, DevicesAreNoFilesToSaveTo) {
+    for (const char16_t* device : {u"nul", u"NUL", u"con", u"com1", u"C:\\nul"}) {
+        TextDocument document(u"text");
+        EXPECT_FALSE(document->Save(device, Encoding::Keep, LineEnding::Keep)) << std::filesystem::path(device);
+    }
+}
