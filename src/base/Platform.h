@@ -103,6 +103,9 @@ private:
 enum class Entry { Missing, File, Directory };
 Entry EntryKind(const Char* path);
 
+// Whether a full path leads to another machine, as far as that can be told without asking it.
+bool IsRemote(const Char* path);
+
 // The absolute form of a path, without "." and ".."; a trailing double quote and a leading one are
 // dropped first. The empty path has none.
 bool FullPath(const Char* path, WString& out);

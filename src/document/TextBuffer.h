@@ -28,6 +28,7 @@ public:
     bool IsModified() const override { return HeadSerial() != savedUndoHead; }
     bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
     bool GetOutputState(bool& running) const override;
+    // False also when the file is on a remote drive that answered slowly within the last minute.
     bool IsChangedOnDisk() override;
     void MarkFileTimeNow() override;
     bool Reload() override;

@@ -1,10 +1,25 @@
 #include "base/Platform.h"
+#include "document/SlowDrives.h"
 #include "document/TextBuffer.h"
 #include "document/TextFile.h"
 
 namespace {
 
 constexpr const Char* EncodingNames[Encoding::Count] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
+
+constexpr uint64_t SlowAnswer = 250; // milliseconds
+
+SlowDrives slowDrives;
+
+// The time of a file for the check of `document`; false also while the file's drive rests.
+bool ReadTimeToCheck(const Char* path, const TextBuffer* document, Platform::FileTime& time) {
+    const uint64_t asked = Platform::Ticks();
+    if (!slowDrives.MayAsk(path, document, asked)) return false;
+    const bool isRead = Platform::ReadTime(path, time);
+    const uint64_t answered = Platform::Ticks();
+    slowDrives.Answered(path, answered - asked >= SlowAnswer && Platform::IsRemote(path), answered);
+    return isRead;
+}
 
 } // namespace
 
@@ -51,7 +66,7 @@ bool TextBuffer::Reload() {
 bool TextBuffer::IsChangedOnDisk() {
     if (IsOutput() || !title.IsEmpty()) return false;
     Platform::FileTime written = 0;
-    return Platform::ReadTime(path.Text(), written) && fileTime < written;
+    return ReadTimeToCheck(path.Text(), this, written) && fileTime < written;
 }
 
 void TextBuffer::MarkFileTimeNow() {

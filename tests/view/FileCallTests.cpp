@@ -208,3 +208,58 @@ TEST_F(FileCallTest, DevicesAreNoFilesToSaveTo) {
         EXPECT_FALSE(document->Save(device, Encoding::Keep, LineEnding::Keep)) << std::filesystem::path(device);
     }
 }
+
+namespace {
+
+class DriveTest : public FileCallTest {
+protected:
+    DriveTest() {
+        for (TextDocument& document : documents) {
+            const std::u16string path = folder.Path(&document == documents ? "a.txt" : "b.txt");
+            EXPECT_TRUE(document->Save(path.c_str(), Encoding::Keep, LineEnding::Keep));
+            EXPECT_TRUE(document->SetPath(path.c_str()));
+        }
+        opens.clear();
+    }
+    ~DriveTest() override {
+        // An answer at once, so that the drive does not rest for tests with another clock.
+        answerTime = 0;
+        now += 600'000;
+        for (int i = 0; i < 2; ++i) Check();
+    }
+    // How often the drive was asked while all documents were checked.
+    size_t Check() {
+        opens.clear();
+        for (const TextDocument& document : documents) EXPECT_FALSE(document->IsChangedOnDisk());
+        return opens.size();
+    }
+
+    TextDocument documents[2];
+};
+
+} // namespace
+
+TEST_F(DriveTest, ARemoteDriveThatAnsweredSlowlyIsAskedOnceAMinute) {
+    kindOfDrive = DRIVE_REMOTE;
+    answerTime = 2000;
+    EXPECT_EQ(Check(), 1u);
+    const uint64_t answered = now;
+    EXPECT_EQ(Check(), 0u);
+    now = answered + 59'999;
+    EXPECT_EQ(Check(), 0u);
+    now = answered + 60'000;
+    EXPECT_EQ(Check(), 1u);
+    EXPECT_EQ(Check(), 0u);
+}
+
+TEST_F(DriveTest, ARemoteDriveThatAnswersAtOnceIsAskedEveryTime) {
+    kindOfDrive = DRIVE_REMOTE;
+    answerTime = 10;
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(Check(), 2u);
+}
+
+TEST_F(DriveTest, ADriveOfThisMachineIsAskedEveryTimeHoweverSlow) {
+    kindOfDrive = DRIVE_FIXED; // it may have been asleep
+    answerTime = 5000;
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(Check(), 2u);
+}

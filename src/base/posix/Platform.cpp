@@ -69,6 +69,8 @@ Platform::Entry Platform::EntryKind(const Char* path) {
     return S_ISDIR(status.st_mode) ? Entry::Directory : Entry::File;
 }
 
+bool Platform::IsRemote(const Char*) { return false; } // nothing needs it here
+
 bool Platform::FullPath(const Char* path, WString& out) {
     WString given;
     WString full;

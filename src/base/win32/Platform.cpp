@@ -13,6 +13,12 @@ Platform::Entry Platform::EntryKind(const Char* path) {
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? Entry::Directory : Entry::File;
 }
 
+bool Platform::IsRemote(const Char* path) {
+    if (!Text::IsAsciiLetter(path[0]) || path[1] != u':') return path[0] == u'\\' && path[1] == u'\\';
+    const Char root[] = {path[0], u':', u'\\', 0};
+    return GetDriveTypeW(Wide(root)) == DRIVE_REMOTE;
+}
+
 bool Platform::FullPath(const Char* path, WString& out) {
     WString given;
     if (!given.Assign(path)) return false;

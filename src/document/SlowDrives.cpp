@@ -1,0 +1,79 @@
+#include "document/SlowDrives.h"
+
+#include "base/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint64_t Rest = 60'000;
+
+// The letter of the drive with its colon, or the path up to the fourth backslash: the server and the share.
+uint32_t DriveLength(const Char* path) {
+    if (Text::IsAsciiLetter(path[0]) && path[1] == u':') return 2;
+    uint32_t length = 0;
+    for (uint32_t separators = 0; path[length]; ++length)
+        if (path[length] == u'\\' && ++separators == 4) break;
+    return length;
+}
+
+uint64_t DriveName(const Char* path) {
+    uint64_t hash = 0xCBF29CE484222325u;
+    for (uint32_t i = DriveLength(path); i--;) hash = (hash ^ Text::FoldCase(path[i])) * 0x100000001B3u;
+    return hash;
+}
+
+} // namespace
+
+bool SlowDrives::Drive::IsWaiting(const void* file) const {
+    return std::find(waiting, waiting + waitingCount, file) != waiting + waitingCount;
+}
+
+void SlowDrives::Drive::Enqueue(const void* file) {
+    if (waitingCount < MostWaiting && !IsWaiting(file)) waiting[waitingCount++] = file;
+}
+
+void SlowDrives::Drive::DropFirst() {
+    refusals = 0;
+    if (waitingCount == 0) return;
+    std::copy(waiting + 1, waiting + waitingCount, waiting);
+    --waitingCount;
+}
+
+SlowDrives::Drive* SlowDrives::Find(uint64_t name) {
+    Drive* const end = drives + MostDrives;
+    Drive* const drive = std::find_if(drives, end, [=](const Drive& known) { return known.name == name; });
+    return drive == end ? nullptr : drive;
+}
+
+bool SlowDrives::MayAsk(const Char* path, const void* file, uint64_t now) {
+    Drive* const drive = Find(DriveName(path));
+    if (!drive) return true;
+    const bool rests = now < drive->restsUntil;
+    if (!rests && (drive->waitingCount == 0 || drive->waiting[0] == file)) {
+        drive->DropFirst();
+        return true;
+    }
+    drive->Enqueue(file);
+    // After as many refusals as there are files one has come twice, and the first in the queue not at all: it has
+    // been closed.
+    if (!rests && ++drive->refusals >= drive->waitingCount) drive->DropFirst();
+    return false;
+}
+
+void SlowDrives::Answered(const Char* path, bool slowly, uint64_t now) {
+    const uint64_t name = DriveName(path);
+    Drive* drive = Find(name);
+    if (!slowly) {
+        if (drive) *drive = {};
+        return;
+    }
+    if (!drive) {
+        // In the place of the one that is asked again first: of none, if there is a free one.
+        const auto earlier = [](const Drive& left, const Drive& right) { return left.restsUntil < right.restsUntil; };
+        drive = std::min_element(drives, drives + MostDrives, earlier);
+        *drive = {};
+        drive->name = name;
+    }
+    drive->restsUntil = now + Rest;
+}
