@@ -43,7 +43,7 @@ bool TextBuffer::CommitEdit() {
 
     MarkCommitted(undoHead);
     MarkCommitted(redoHead);
-    MarkCommitted(asideHead);
+    MarkCommitted(stashedRedo);
     DropEditLine();
     editDirty = 0;
     TellTextChanged(editLineStart);
@@ -75,7 +75,7 @@ bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool not
 
 bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint32_t column, bool notifyEngine) {
     const uint32_t line = editLineNo;
-    bool reachesOn = notifyEngine && EditLineReachesOn();
+    bool reachesOn = notifyEngine && EditLineAffectsFollowingLines();
     if (!typed.text.Reserve(typed.text.Length() + 1) || !editLine.Insert(column, &ch, 1)) return false;
     typed.text.AppendChar(ch);
     ++typed.count;
@@ -83,7 +83,7 @@ bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint
     editDirty = 1;
     // Only a step taken back while memory was short can be left here; it does not fit the line any more.
     FreeRecords(redoHead);
-    reachesOn = reachesOn || (notifyEngine && EditLineReachesOn());
+    reachesOn = reachesOn || (notifyEngine && EditLineAffectsFollowingLines());
     if (reachesOn) TellTextChanged(editLineStart);
     TellEditLineChanged(column, 0, 1, view);
     if (view) view->MoveCaret(view->CaretLine(), column + 1);

@@ -46,7 +46,7 @@ bool LineEdit::ChangeCommitted(bool back) {
 bool LineEdit::ChangeEditLine(bool back) {
     WString& line = document->editLine;
     const uint32_t lineNumber = document->editLineNo;
-    bool reachesOn = document->EditLineReachesOn();
+    bool reachesOn = document->EditLineAffectsFollowingLines();
     if (replaced) {
         line.Set(column, back ? replaced : text[0]);
     } else if (back != (isDelete != 0)) {
@@ -55,7 +55,7 @@ bool LineEdit::ChangeEditLine(bool back) {
         return false;
     }
     document->editDirty = 1;
-    reachesOn = reachesOn || document->EditLineReachesOn();
+    reachesOn = reachesOn || document->EditLineAffectsFollowingLines();
     if (reachesOn) document->TellTextChanged(document->editLineStart);
 
     if (isDelete) {

@@ -188,7 +188,9 @@ private:
     bool BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, uint32_t offset,
                            const WString& inserted);
     // Whether the edit line as it stands may change the colouring of the lines below.
-    bool EditLineReachesOn() const { return engine && engine->MayChangeState(editLine.Text(), editLine.Length()); }
+    bool EditLineAffectsFollowingLines() const {
+        return engine && engine->MayChangeState(editLine.Text(), editLine.Length());
+    }
     void RepaintEdited(uint32_t line, bool reachesOn) { reachesOn ? RepaintAll() : RepaintLines(line, line); }
     void DropEditLine() { editLineNo = None32; }
     void CloseEditLine();
@@ -221,7 +223,7 @@ private:
     void TakeText(struct DecodedText& decoded);
     // Characters were put behind the end at `from`: tells the views, and takes along the carets that
     // stood at the old end.
-    void TakeUpAppended(uint32_t from, uint32_t newLines);
+    void NotifyAppended(uint32_t from, uint32_t newLines);
 
     bool StartRun(const Char* command, const Char* startDirectory);
     bool SetPollPeriod(uint32_t milliseconds);
@@ -248,7 +250,7 @@ private:
     uint32_t editLineStoreLen = 0;
     UndoRecord* undoHead = nullptr;
     UndoRecord* redoHead = nullptr;
-    UndoRecord* asideHead = nullptr; // the redo list while a group that has changed something is open
+    UndoRecord* stashedRedo = nullptr; // the redo list while a group that has changed something is open
     uint32_t openGroups = 0;
     // Serial of the undo head at the last load or save, 0 for an empty list. A serial is never reused,
     // unlike the address of a freed record.

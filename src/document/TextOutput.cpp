@@ -29,11 +29,11 @@ bool TextBuffer::AppendOutputText(Char* added) {
     std::memcpy(text + length, added, count * sizeof(Char));
     length += count;
     text[length] = 0;
-    TakeUpAppended(from, addedLines - 1);
+    NotifyAppended(from, addedLines - 1);
     return true;
 }
 
-void TextBuffer::TakeUpAppended(uint32_t from, uint32_t newLines) {
+void TextBuffer::NotifyAppended(uint32_t from, uint32_t newLines) {
     const uint32_t oldLine = lineCount - 1;
     const uint32_t oldStart =
         lastLineStart != None32 ? lastLineStart : static_cast<uint32_t>(Scan::FindLineStart(text, from));

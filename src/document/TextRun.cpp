@@ -108,7 +108,7 @@ TextBuffer::Appending TextBuffer::AppendFromFile(uint64_t count, bool isRest) {
         if (run.consumed == before) break;
         if (count >= MaxCharacterBytes && Platform::Ticks() >= deadline) result = Appending::OutOfTime;
     }
-    if (length > from) TakeUpAppended(from, newLines);
+    if (length > from) NotifyAppended(from, newLines);
     return result;
 }
 

@@ -15,7 +15,7 @@ bool TextBuffer::PerformAndPush(UndoRecord* record) {
         return false;
     }
     // Within a group the redo list is only put aside: the group may yet be abandoned.
-    if (openGroups && !asideHead) asideHead = std::exchange(redoHead, nullptr);
+    if (openGroups && !stashedRedo) stashedRedo = std::exchange(redoHead, nullptr);
     FreeRecords(redoHead);
     NotifyModified();
     return true;
@@ -39,7 +39,7 @@ bool TextBuffer::BeginGroup() {
 bool TextBuffer::EndGroup() {
     if (readOnly) return true;
     if (!PushMarker(UndoRecord::GroupEnd)) return false;
-    if (openGroups && --openGroups == 0) FreeRecords(asideHead);
+    if (openGroups && --openGroups == 0) FreeRecords(stashedRedo);
     return true;
 }
 
@@ -58,9 +58,9 @@ void TextBuffer::AbandonGroup() {
         undoHead = record->next;
         delete record;
     }
-    if (openGroups && --openGroups == 0 && asideHead) {
+    if (openGroups && --openGroups == 0 && stashedRedo) {
         FreeRecords(redoHead);
-        redoHead = std::exchange(asideHead, nullptr);
+        redoHead = std::exchange(stashedRedo, nullptr);
     }
     NotifyModified();
 }
@@ -125,7 +125,7 @@ void TextBuffer::MarkCommitted(UndoRecord* head) {
 void TextBuffer::ForgetUndo() {
     FreeRecords(undoHead);
     FreeRecords(redoHead);
-    FreeRecords(asideHead);
+    FreeRecords(stashedRedo);
     openGroups = 0;
     savedUndoHead = 0;
 }
