@@ -39,16 +39,19 @@ bool BulkEdit::Redo() {
     if (!performed) MapTopLines();
     MoveMarks(false);
     ChangeText(false);
+    TakeDownChange(false);
+    return true;
+}
 
+void BulkEdit::MoveViews(bool undone) {
+    if (undone) return TextEdit::MoveViews(true);
     const size_t end = changes.Count() - 1;
     const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
     for (ViewState* state = &views; state; state = state->next) {
         if (document->HasView(state->view)) MoveView(*state, last);
     }
     performed = true;
-    MoveLaterViews(false);
-    document->RepaintAll();
-    return true;
+    MoveOtherViews();
 }
 
 // Every single change would take the carets along and scroll them into view. As they go downwards only,
@@ -56,37 +59,38 @@ bool BulkEdit::Redo() {
 void BulkEdit::MoveView(ViewState& state, uint32_t last) {
     DocumentView& view = *state.view;
     if (performed) {
-        view.SetTopLine(state.topLineAfter);
+        view.PlaceTopLine(state.topLineAfter);
     } else {
         const uint32_t first = changes[0].removed ? changes[0].offset : changes[0].offset + count;
-        view.SetTopLine(LineAfter(state.topLineAfter));
-        view.SelectRange(first, first);
+        view.PlaceTopLine(LineAfter(state.topLineAfter));
+        view.PlaceSelection(first, first);
     }
-    view.SelectRange(last, last);
+    view.PlaceSelection(last, last);
     state.topLineAfter = view.TopLine();
 }
 
 // As one change from the first place to the end of the last.
-TextChange BulkEdit::ChangeOf(bool undone) const {
+void BulkEdit::TakeDownChange(bool back) {
     const size_t end = changes.Count() - 1;
     const uint32_t newEnd = NewOffset(end, removedText.Length() - changes[end].removed) + count;
     const uint32_t oldEnd = changes[end].offset + changes[end].removed;
+    const uint32_t start = changes[0].offset;
     const auto addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    TextChange change = TextEdit::ChangeOf(undone);
-    const uint32_t linesNow = LinesBetween(change.start, undone ? oldEnd : newEnd);
-    change.removed = (undone ? newEnd : oldEnd) - change.start;
-    change.inserted = (undone ? oldEnd : newEnd) - change.start;
+    const uint32_t linesNow = LinesBetween(start, back ? oldEnd : newEnd);
+    change = TextChange();
+    change.start = start;
+    change.removed = (back ? newEnd : oldEnd) - start;
+    change.inserted = (back ? oldEnd : newEnd) - start;
+    change.startLine = LineAfter(start);
+    change.removedLines = back ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
     change.insertedLines = linesNow;
-    change.removedLines = undone ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
-    return change;
 }
 
 bool BulkEdit::Undo() {
     if (!document->EnsureCapacity(document->length - static_cast<uint64_t>(growth))) return false;
     ChangeText(true);
     MoveMarks(true);
-    RestoreViews();
-    document->RepaintAll();
+    TakeDownChange(true);
     return true;
 }
 
@@ -132,9 +136,9 @@ void BulkEdit::ChangeText(bool back) {
     document->length = newLength;
     document->text[newLength] = 0;
     document->lineCache.Clear();
-    document->TellTextChanged(changes[0].offset);
+    document->lastLineStart = None32;
     const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    document->SetLineCount(document->lineCount + (back ? removedLines - addedLines : addedLines - removedLines));
+    document->lineCount += back ? removedLines - addedLines : addedLines - removedLines;
 }
 
 // From the end to the start: everything moves to the right or stays.

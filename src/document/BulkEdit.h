@@ -20,6 +20,7 @@ public:
     bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
     bool Undo() override;
     bool Redo() override;
+    void MoveViews(bool undone) override;
 
 private:
     // A place in the text as it stands, and what comes there instead.
@@ -30,7 +31,7 @@ private:
         const Char* newText;
     };
 
-    TextChange ChangeOf(bool undone) const override;
+    void TakeDownChange(bool back);
     bool Grows() const { return changes[0].removed <= count; }
     // Of a place in the new text; `removedBefore` characters were removed at earlier places.
     uint32_t NewOffset(size_t index, uint32_t removedBefore) const;
@@ -48,5 +49,5 @@ private:
     Array<ReplacedRange> changes;
     WString removedText;       // all that was removed, in order
     uint32_t removedLines = 0; // line feeds in it
-    bool performed = false;    // the views' states behind the change are known
+    bool performed = false;    // the views' states after the change are known
 };

@@ -9,6 +9,10 @@ struct TextChange;
 class View;
 
 // All that a document knows of a view. Lines and columns are 0-based; offsets are absolute.
+//
+// An edit is told once it is made and recorded: TextChanged, LineCountChanged, where the view goes, and what
+// to repaint. Until EditFinished a view only looks at the document; it opens no line, writes nothing back and
+// edits nothing.
 class DocumentView {
 public:
     virtual bool HasWindow() const = 0;
@@ -20,15 +24,17 @@ public:
     virtual void LineCountChanged() = 0;
     // The store from `offset` on holds other text than before, or the edit line that starts there may
     // change how later lines colour, or (offset 0) the engine is another one. Sent before any of the
-    // operations below, so that a view never uses a syntax state it remembers from behind `offset`.
+    // operations below, so that a view never uses a syntax state it remembers from after `offset`.
     virtual void TextChanged(uint32_t offset) { static_cast<void>(offset); }
-    // Moves the caret and collapses the selection to it.
-    virtual void MoveCaret(uint32_t line, uint32_t column) = 0;
+    // Puts the caret there, clamped to the text, and collapses the selection to it.
+    virtual void PlaceCaret(uint32_t line, uint32_t column) = 0;
+    virtual void PlaceSelection(uint32_t anchor, uint32_t caret) = 0;
+    virtual void PlaceTopLine(uint32_t line) = 0;
     // An edit that moves no caret of this view was made: caret, anchor and top line stay at their places in
     // the text.
     virtual void FollowChange(const TextChange& change) { static_cast<void>(change); }
-    virtual void SelectRange(uint32_t anchor, uint32_t caret) = 0;
-    virtual void SetTopLine(uint32_t line) = 0;
+    // The operation is over, with the active view's caret line open again. The view may use the document.
+    virtual void EditFinished() {}
     virtual uint32_t CaretLine() const = 0;
     virtual uint32_t CaretColumn() const = 0;
     virtual uint32_t SelectionAnchor() const = 0;

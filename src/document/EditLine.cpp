@@ -1,5 +1,6 @@
 // The line of a TextBuffer that is being typed in, and the editing operations.
 
+#include "base/Assert.h"
 #include "base/Text.h"
 #include "document/TextBuffer.h"
 
@@ -9,6 +10,7 @@
 bool TextBuffer::LoadEditLine(uint32_t line) {
     // Nothing is typed into a read-only document, whose last line may be long and go on growing.
     if (!text || readOnly) return true;
+    ORVANE_ASSERT(!telling);
     line = std::min(line, lineCount - 1);
     if (line == editLineNo) return true;
     if (!CommitEdit()) return false;
@@ -25,6 +27,7 @@ bool TextBuffer::LoadEditLine(uint32_t line) {
 
 bool TextBuffer::CommitEdit() {
     if (readOnly || !editDirty || editLineNo == None32) return true;
+    ORVANE_ASSERT(!telling);
     const uint32_t oldCount = editLineStoreLen;
     const uint32_t newCount = editLine.Length();
     const uint64_t newLength = uint64_t{length} - oldCount + newCount;
@@ -32,15 +35,16 @@ bool TextBuffer::CommitEdit() {
 
     // On the last line the edit line's end stands for the terminator, which `length` does not count:
     // nothing follows then.
-    const size_t behind = size_t{editLineStart} + oldCount;
-    const size_t tail = length > behind ? length - behind : 0;
-    std::memmove(text + editLineStart + newCount, text + behind, tail * sizeof(Char));
+    const size_t end = size_t{editLineStart} + oldCount;
+    const size_t tail = length > end ? length - end : 0;
+    std::memmove(text + editLineStart + newCount, text + end, tail * sizeof(Char));
     if (newCount > oldCount) lineCache.Inserted(editLineStart, newCount - oldCount, 0);
     if (newCount < oldCount) lineCache.Deleted(editLineStart + newCount, oldCount - newCount, 0);
     std::memcpy(text + editLineStart, editLine.Text(), newCount * sizeof(Char));
     length = static_cast<uint32_t>(newLength);
     text[length] = 0;
 
+    lastLineStart = None32;
     MarkCommitted(undoHead);
     MarkCommitted(redoHead);
     MarkCommitted(stashedRedo);
@@ -74,8 +78,9 @@ bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool not
 }
 
 bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint32_t column, bool notifyEngine) {
-    const uint32_t line = editLineNo;
-    bool reachesOn = notifyEngine && EditLineAffectsFollowingLines();
+    const Operation operation(*this);
+    TextChange change = {editLineStart + column, 0, 1, editLineNo, 0, 0, true, false};
+    bool affects = notifyEngine && EditLineAffectsFollowingLines();
     if (!typed.text.Reserve(typed.text.Length() + 1) || !editLine.Insert(column, &ch, 1)) return false;
     typed.text.AppendChar(ch);
     ++typed.count;
@@ -83,12 +88,20 @@ bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint
     editDirty = 1;
     // Only a step taken back while memory was short can be left here; it does not fit the line any more.
     FreeRecords(redoHead);
-    reachesOn = reachesOn || (notifyEngine && EditLineAffectsFollowingLines());
-    if (reachesOn) TellTextChanged(editLineStart);
-    TellEditLineChanged(column, 0, 1, view);
-    if (view) view->MoveCaret(view->CaretLine(), column + 1);
-    if (notifyEngine) RepaintEdited(line, reachesOn);
+    affects = affects || (notifyEngine && EditLineAffectsFollowingLines());
+    change.affectsFollowingLines = affects;
+    TellTyped(change, view, column + 1, notifyEngine);
     return true;
+}
+
+void TextBuffer::TellTyped(const TextChange& change, DocumentView* view, uint32_t caretColumn, bool repaint) {
+    const Telling telling(*this);
+    TellChange(change);
+    for (const ViewNode* node = views.head; node; node = node->next) {
+        if (node->view != view) node->view->FollowChange(change);
+    }
+    if (view) view->PlaceCaret(view->CaretLine(), caretColumn);
+    if (repaint) RepaintChange(change);
 }
 
 bool TextBuffer::PushLineEdit(LineEdit* record, uint32_t column, const Char* changed, uint32_t count, Char replaced) {
@@ -114,9 +127,10 @@ bool TextBuffer::NewLine(DocumentView* view, uint32_t column) {
     return BreakBeforeBlanks(view, column, blanks, offset, inserted);
 }
 
-// An Enter that also removes the blanks behind the caret.
+// An Enter that also removes the blanks after the caret.
 bool TextBuffer::BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, uint32_t offset,
                                    const WString& inserted) {
+    const Operation operation(*this);
     if (!CommitEdit() || !BeginGroup()) return false;
     if (DeleteInEditLine(view, column, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
         return true;

@@ -9,26 +9,6 @@ bool LineEdit::SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Ch
     return true;
 }
 
-bool LineEdit::Undo() {
-    if (state == InEditLine) return ChangeEditLine(true);
-    if (!ChangeCommitted(true)) return false;
-    RestoreBefore();
-    return true;
-}
-
-bool LineEdit::Redo() {
-    if (state == InEditLine) return ChangeEditLine(false);
-    if (!ChangeCommitted(false)) return false;
-    ApplyAfter();
-    return true;
-}
-
-TextChange LineEdit::ChangeOf(bool undone) const {
-    TextChange change = TextEdit::ChangeOf(undone);
-    if (replaced) change.removed = change.inserted = 1;
-    return change;
-}
-
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
     if (state != InEditLine || closed || isDelete || replaced || text.IsEmpty()) return false;
@@ -39,33 +19,41 @@ bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
 bool LineEdit::ChangeCommitted(bool back) {
     if (!replaced) return ChangeStore(back != (isDelete != 0));
     document->text[position] = back ? replaced : text[0];
-    document->TellTextChanged(position);
+    uint32_t lineStart = 0;
+    change = {position, 1, 1, document->OffsetToLine(position, lineStart)};
     return true;
 }
 
 bool LineEdit::ChangeEditLine(bool back) {
     WString& line = document->editLine;
-    const uint32_t lineNumber = document->editLineNo;
-    bool reachesOn = document->EditLineAffectsFollowingLines();
+    const bool removes = back != (isDelete != 0);
+    const bool affectedBefore = document->EditLineAffectsFollowingLines();
     if (replaced) {
         line.Set(column, back ? replaced : text[0]);
-    } else if (back != (isDelete != 0)) {
+    } else if (removes) {
         line.Erase(column, count);
     } else if (!line.Insert(column, text.Text(), count)) {
         return false;
     }
     document->editDirty = 1;
-    reachesOn = reachesOn || document->EditLineAffectsFollowingLines();
-    if (reachesOn) document->TellTextChanged(document->editLineStart);
+    change = TextChange();
+    change.start = document->editLineStart + column;
+    change.removed = replaced ? 1 : removes ? count : 0;
+    change.inserted = replaced ? 1 : removes ? 0 : count;
+    change.startLine = document->editLineNo;
+    change.inEditLine = true;
+    change.affectsFollowingLines = affectedBefore || document->EditLineAffectsFollowingLines();
+    return true;
+}
 
-    if (isDelete) {
-        document->TellEditLineChanged(column, back ? 0 : count, back ? count : 0, nullptr);
-    } else {
-        const uint32_t caretColumn = back ? column : column + text.Length();
-        for (const ViewNode* node = document->views.head; node; node = node->next) {
-            node->view->MoveCaret(node->view->CaretLine(), caretColumn);
+// Typing puts every caret after the typed text, each in its own line.
+void LineEdit::MoveViews(bool undone) {
+    if (state != InEditLine) return TextEdit::MoveViews(undone);
+    for (const ViewNode* node = document->views.head; node; node = node->next) {
+        if (isDelete) {
+            node->view->FollowChange(change);
+        } else {
+            node->view->PlaceCaret(node->view->CaretLine(), undone ? column : column + text.Length());
         }
     }
-    document->RepaintEdited(lineNumber, reachesOn);
-    return true;
 }

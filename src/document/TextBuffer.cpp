@@ -17,7 +17,7 @@ bool TextBuffer::MakeEmpty() {
     FreeStore();
     lineCache.Clear();
     CloseEditLine();
-    SetLineCount(1);
+    MoveViewsToStart();
     return EnsureCapacity(0);
 }
 
@@ -32,24 +32,22 @@ bool TextBuffer::MakeNew(const Char* name) {
 }
 
 void TextBuffer::Clear(bool destroyViews) {
-    if (destroyViews) {
-        DestroyViews();
-    } else {
-        MoveViewsToStart();
-    }
-    lineCache.Clear();
+    if (destroyViews) DestroyViews();
     if (run.process) EndRun();
+    lineCache.Clear();
     marks.Clear();
     ForgetUndo();
     FreeStore();
     CloseEditLine();
+    MoveViewsToStart();
 }
 
 void TextBuffer::FreeStore() {
     Heap::Free(text);
     text = nullptr;
     length = capacity = encoding = 0;
-    TellTextChanged(0);
+    lineCount = 1;
+    lastLineStart = None32;
 }
 
 void TextBuffer::CloseEditLine() {

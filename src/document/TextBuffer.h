@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Assert.h"
 #include "base/Platform.h"
 #include "document/BulkEdit.h"
 #include "document/Document.h"
@@ -177,7 +178,7 @@ private:
 
     // Room for `characters` and their terminator.
     bool EnsureCapacity(uint64_t characters);
-    // Change the store, the line cache and the line count; views and undo are the caller's.
+    // Change the store, the line cache and the line count; marks, views and undo are the caller's.
     bool InsertIntoStore(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines);
     void DeleteFromStore(uint32_t offset, uint32_t count, uint32_t newLines);
     // Makes the caret line of `view` the edit line. False when there is no such line or no memory.
@@ -187,11 +188,10 @@ private:
     bool ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint32_t column, bool notifyEngine);
     bool BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, uint32_t offset,
                            const WString& inserted);
-    // Whether the edit line as it stands may change the colouring of the lines below.
+    // Whether the edit line as it is now may change the colouring of the lines below.
     bool EditLineAffectsFollowingLines() const {
         return engine && engine->MayChangeState(editLine.Text(), editLine.Length());
     }
-    void RepaintEdited(uint32_t line, bool reachesOn) { reachesOn ? RepaintAll() : RepaintLines(line, line); }
     void DropEditLine() { editLineNo = None32; }
     void CloseEditLine();
 
@@ -211,18 +211,53 @@ private:
     uint32_t FindSlicedBelow(const Search& search, uint32_t from, uint32_t lowest, SearchProgress* progress,
                              bool& broken) const;
 
+    // Everything that an operation calls is part of it. At the end of the outermost one the edit line is
+    // opened again and the views hear that it is over.
+    class Operation {
+    public:
+        explicit Operation(TextBuffer& owner) : document(owner) { ++document.operations; }
+        ~Operation() {
+            if (--document.operations == 0) document.FinishOperation();
+        }
+        Operation(const Operation&) = delete;
+        Operation& operator=(const Operation&) = delete;
+
+    private:
+        TextBuffer& document;
+    };
+    // While one lives, the views hear of an edit, and nothing may edit.
+    class Telling {
+    public:
+        explicit Telling(TextBuffer& owner) : document(owner) {
+            ORVANE_ASSERT(!document.telling);
+            document.telling = true;
+        }
+        ~Telling() { document.telling = false; }
+        Telling(const Telling&) = delete;
+        Telling& operator=(const Telling&) = delete;
+
+    private:
+        TextBuffer& document;
+    };
+    void FinishOperation();
+    // Tells what the record did last.
+    void TellViews(UndoRecord& record, bool undone);
+    void TellChange(const TextChange& change);
+    void TellTyped(const TextChange& change, DocumentView* view, uint32_t caretColumn, bool repaint);
     void TellTextChanged(uint32_t offset);
-    // Has the views but `except` (null: all) take their places along with a change inside the edit line.
-    void TellEditLineChanged(uint32_t column, uint32_t removed, uint32_t inserted, const DocumentView* except);
+    void RepaintChange(const TextChange& change);
+    void InvalidateViews();
+    void InvalidateLines(uint32_t first, uint32_t last);
+    // All of the text is another one: tells so, and puts every view at its start.
     void MoveViewsToStart();
-    // With `destroyViews` the views go, else their carets move to the start.
+    // With `destroyViews` the views go, else they move to the start.
     void Clear(bool destroyViews);
     void FreeStore();
     void ChooseOwnEngine();
     // Takes over the store of a cleared document.
     void TakeText(struct DecodedText& decoded);
-    // Characters were put behind the end at `from`: tells the views, and takes along the carets that
-    // stood at the old end.
+    // Characters were appended at `from`: tells the views, and takes along the carets that were at the old
+    // end.
     void NotifyAppended(uint32_t from, uint32_t newLines);
 
     bool StartRun(const Char* command, const Char* startDirectory);
@@ -263,5 +298,8 @@ private:
     uint32_t lastLineStart = None32;
     LineCache lineCache;
     DocumentView* activeView = nullptr;
+    uint32_t operations = 0; // that are under way, each inside the one before it
+    bool edited = false;     // by the outermost of them
+    bool telling = false;
     uint32_t lineEnding = LineEnding::Dos;
 };

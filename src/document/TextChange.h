@@ -12,6 +12,8 @@ struct TextChange {
     uint32_t startLine = 0;
     uint32_t removedLines = 0;
     uint32_t insertedLines = 0;
+    bool inEditLine = false;           // the store does not have it yet
+    bool affectsFollowingLines = true; // they may have other colours now
 
     bool ChangesLines() const { return removedLines != 0 || insertedLines != 0; }
     // Where a place of the old text is in the new one. What was at `start` stays there; a place in the

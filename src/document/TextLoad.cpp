@@ -26,7 +26,6 @@ bool ReadTimeToCheck(const Char* path, const TextBuffer* document, Platform::Fil
 bool TextBuffer::Load(const Char* fileName, bool createNew) {
     if (createNew) return MakeNew(fileName);
     Clear(false);
-    SetLineCount(1); // what an empty document has, also one that stays without a store
     Platform::ByteBlock file;
     DecodedText decoded;
     if (!Platform::ReadWholeFile(fileName, file, &fileTime) || !DecodeText(file, decoded)) return false;
@@ -56,10 +55,11 @@ bool TextBuffer::Reload() {
     DecodedText decoded;
     Platform::FileTime time = 0;
     if (!Platform::ReadWholeFile(path.Text(), file, &time) || !DecodeText(file, decoded) || !decoded.text) return false;
+    const Operation operation(*this);
     Clear(false);
     fileTime = time;
     TakeText(decoded);
-    RepaintAll();
+    InvalidateViews();
     return true;
 }
 

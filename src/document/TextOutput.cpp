@@ -38,6 +38,9 @@ void TextBuffer::NotifyAppended(uint32_t from, uint32_t newLines) {
     const uint32_t oldStart =
         lastLineStart != None32 ? lastLineStart : static_cast<uint32_t>(Scan::FindLineStart(text, from));
     const size_t newStart = from + Scan::FindLineStart(text + from, length - from);
+    const Operation operation(*this);
+    const Telling telling(*this);
+    edited = true;
     TellTextChanged(from);
     lastLineStart = newLines ? static_cast<uint32_t>(newStart) : oldStart;
     lineCount += newLines;
@@ -45,15 +48,15 @@ void TextBuffer::NotifyAppended(uint32_t from, uint32_t newLines) {
     for (const ViewNode* node = views.head; node; node = node->next) {
         DocumentView* view = node->view;
         const bool wasAtEnd = view->CaretLine() == oldLine && view->CaretColumn() == from - oldStart;
-        if (wasAtEnd) view->MoveCaret(lineCount - 1, column);
+        if (wasAtEnd) view->PlaceCaret(lineCount - 1, column);
     }
     // The views hear of the count only now: a scroll bar, which is slow to set, is then set once.
     SetLineCount(lineCount);
-    RepaintAll();
+    InvalidateViews();
 }
 
 bool TextBuffer::EmptyAndResetUndo() {
-    MoveViewsToStart();
+    const Operation operation(*this);
     ForgetUndo();
     marks.Clear();
     lineCache.Clear();
@@ -67,8 +70,9 @@ bool TextBuffer::EmptyAndResetUndo() {
         text[0] = 0;
     }
     length = 0;
-    TellTextChanged(0);
-    SetLineCount(1);
-    RepaintAll();
+    lineCount = 1;
+    lastLineStart = None32;
+    MoveViewsToStart();
+    InvalidateViews();
     return true;
 }

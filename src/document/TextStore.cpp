@@ -25,8 +25,8 @@ bool TextBuffer::InsertIntoStore(uint32_t offset, const Char* inserted, uint32_t
     length += count;
     text[length] = 0;
     lineCache.Inserted(offset, count, newLines);
-    TellTextChanged(offset);
-    SetLineCount(lineCount + newLines);
+    lastLineStart = None32;
+    lineCount += newLines;
     return true;
 }
 
@@ -36,8 +36,8 @@ void TextBuffer::DeleteFromStore(uint32_t offset, uint32_t count, uint32_t newLi
     length -= count;
     text[length] = 0;
     lineCache.Deleted(offset, count, newLines);
-    TellTextChanged(offset);
-    SetLineCount(lineCount - newLines);
+    lastLineStart = None32;
+    lineCount -= newLines;
 }
 
 uint32_t TextBuffer::LineToOffset(uint32_t line) {

@@ -5,18 +5,17 @@
 #include <utility>
 
 bool TextBuffer::PerformAndPush(UndoRecord* record) {
-    // Pushed first: should performing it make a view open another line, the record is written back
-    // together with the line it changed.
-    record->next = undoHead;
-    undoHead = record;
+    const Operation operation(*this);
     if (!record->Redo()) {
-        undoHead = record->next;
         delete record;
         return false;
     }
-    // Within a group the redo list is only put aside: the group may yet be abandoned.
+    record->next = undoHead;
+    undoHead = record;
+    // Within a group the redo list is only stashed: the group may yet be abandoned.
     if (openGroups && !stashedRedo) stashedRedo = std::exchange(redoHead, nullptr);
     FreeRecords(redoHead);
+    TellViews(*record, false);
     NotifyModified();
     return true;
 }
@@ -44,18 +43,20 @@ bool TextBuffer::EndGroup() {
 }
 
 void TextBuffer::AbandonGroup() {
+    const Operation operation(*this);
     for (uint32_t depth = 1; depth && undoHead;) {
         UndoRecord* record = undoHead;
         if (record->state == UndoRecord::GroupBegin) --depth;
         if (record->state == UndoRecord::GroupEnd) ++depth;
         if (record->state == UndoRecord::InStore) {
-            // Whatever was typed behind this record is taken back by now, so that neither this nor the
+            // Whatever was typed after this record is taken back by now, so that neither this nor the
             // change below asks for more room than the text has had.
             CommitEdit();
             DropEditLine();
         }
         record->Undo();
         undoHead = record->next;
+        TellViews(*record, true);
         delete record;
     }
     if (openGroups && --openGroups == 0 && stashedRedo) {
@@ -74,6 +75,7 @@ bool TextBuffer::Undo() { return Step(undoHead, redoHead, true); }
 bool TextBuffer::Redo() { return Step(redoHead, undoHead, false); }
 
 bool TextBuffer::Step(UndoRecord*& from, UndoRecord*& to, bool undoing) {
+    const Operation operation(*this);
     // Without memory to write the edit line back, what was typed in it last can still be taken back there.
     const bool committed = CommitEdit();
     if (!committed && !(from && from->state == UndoRecord::InEditLine)) return false;
@@ -91,6 +93,7 @@ bool TextBuffer::Step(UndoRecord*& from, UndoRecord*& to, bool undoing) {
         from = record->next;
         record->next = to;
         to = record;
+        TellViews(*record, undoing);
         if (depth == 0) break;
     }
     NotifyModified();

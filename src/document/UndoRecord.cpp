@@ -71,65 +71,39 @@ void TextEdit::CaptureView(ViewState& state, DocumentView* view) const {
     }
 }
 
+bool TextEdit::Undo() { return ChangeStore(!isDelete); }
+
+bool TextEdit::Redo() { return ChangeStore(isDelete); }
+
 bool TextEdit::ChangeStore(bool remove) {
-    if (!remove) return document->InsertIntoStore(position, text.Text(), count, newLines);
-    document->DeleteFromStore(position, count, newLines);
-    return true;
-}
-
-bool TextEdit::Undo() {
-    if (!ChangeStore(!isDelete)) return false;
-    RestoreBefore();
-    return true;
-}
-
-bool TextEdit::Redo() {
-    if (!ChangeStore(isDelete)) return false;
-    ApplyAfter();
-    return true;
-}
-
-void TextEdit::RestoreViews() {
-    for (const ViewState* state = &views; state; state = state->next) {
-        if (!document->HasView(state->view)) continue;
-        state->view->SetTopLine(state->topLineBefore);
-        state->view->SelectRange(state->anchorBefore, state->caretBefore);
+    if (remove) {
+        document->DeleteFromStore(position, count, newLines);
+    } else if (!document->InsertIntoStore(position, text.Text(), count, newLines)) {
+        return false;
     }
-    MoveLaterViews(true);
-}
-
-void TextEdit::RestoreBefore() {
-    RestoreViews();
-    if (newLines) {
-        uint32_t lineStart = 0;
-        const uint32_t line = document->OffsetToLine(position, lineStart);
-        if (isDelete) {
-            document->marks.LinesInserted(line, newLines);
-        } else {
-            document->marks.LinesTakenBack(line, newLines);
-        }
+    uint32_t lineStart = 0;
+    const uint32_t line = document->OffsetToLine(position, lineStart);
+    change =
+        remove ? TextChange{position, count, 0, line, newLines, 0} : TextChange{position, 0, count, line, 0, newLines};
+    if (newLines == 0) return true;
+    if (!remove) {
+        document->marks.LinesInserted(line, newLines);
+    } else if (isDelete) {
+        document->marks.LinesDeleted(line, newLines);
+    } else {
+        document->marks.LinesTakenBack(line, newLines);
     }
-    document->RepaintAll();
+    return true;
 }
 
-void TextEdit::ApplyAfter() {
+void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
     for (const ViewState* state = &views; state; state = state->next) {
         if (!document->HasView(state->view)) continue;
-        state->view->SetTopLine(state->topLineAfter);
-        state->view->SelectRange(caret, caret);
+        state->view->PlaceTopLine(undone ? state->topLineBefore : state->topLineAfter);
+        state->view->PlaceSelection(undone ? state->anchorBefore : caret, undone ? state->caretBefore : caret);
     }
-    MoveLaterViews(false);
-    if (newLines) {
-        uint32_t lineStart = 0;
-        const uint32_t line = document->OffsetToLine(position, lineStart);
-        if (isDelete) {
-            document->marks.LinesDeleted(line, newLines);
-        } else {
-            document->marks.LinesInserted(line, newLines);
-        }
-    }
-    document->RepaintAll();
+    MoveOtherViews();
 }
 
 bool TextEdit::Holds(const DocumentView* view) const {
@@ -138,20 +112,9 @@ bool TextEdit::Holds(const DocumentView* view) const {
     return state != nullptr;
 }
 
-TextChange TextEdit::ChangeOf(bool undone) const {
-    TextChange change;
-    uint32_t lineStart = 0;
-    change.start = position;
-    change.startLine = document->OffsetToLine(position, lineStart);
-    const bool removes = undone != (isDelete != 0);
-    (removes ? change.removed : change.inserted) = count;
-    (removes ? change.removedLines : change.insertedLines) = newLines;
-    return change;
-}
-
-void TextEdit::MoveLaterViews(bool undone) {
+void TextEdit::MoveOtherViews() {
     for (const ViewNode* node = document->views.head; node; node = node->next) {
-        if (!Holds(node->view)) node->view->FollowChange(ChangeOf(undone));
+        if (!Holds(node->view)) node->view->FollowChange(change);
     }
 }
 

@@ -24,6 +24,8 @@ public:
     virtual bool Undo() { return true; }
     virtual bool Redo() { return true; }
 
+    bool IsMarker() const { return state == GroupBegin || state == GroupEnd; }
+
     uint32_t state;
     uint32_t serial; // process-wide, counted up for every record made
     UndoRecord* next = nullptr;
@@ -58,6 +60,12 @@ public:
     bool Undo() override;
     bool Redo() override;
 
+    // What the last Undo or Redo did to the text.
+    const TextChange& Change() const { return change; }
+    // Once the change is made and recorded: puts the views where they belong after it, or after it was
+    // `undone`.
+    virtual void MoveViews(bool undone);
+
     TextBuffer* document;
     uint32_t isDelete;
     WString text; // inserted or removed
@@ -70,17 +78,12 @@ protected:
     TextEdit(TextBuffer* owner, uint32_t initialState, bool deletes);
     // Takes down the text and the place, then every view. False without memory.
     bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
-    // Puts `text` into the store, or takes it out again. Only an insertion can fail.
+    // Puts `text` into the store, or takes it out again, and moves the bookmarks. Only an insertion can fail.
     bool ChangeStore(bool remove);
-    // To be called after the store was changed back, and forwards.
-    void RestoreBefore();
-    void ApplyAfter();
-    // The part of RestoreBefore that is about views.
-    void RestoreViews();
-    // For views that the record knows nothing of: they follow what was done, or `undone`.
-    void MoveLaterViews(bool undone);
-    // What performing the record, or undoing it, does to the text.
-    virtual TextChange ChangeOf(bool undone) const;
+    // For views that the record knows nothing of, because they were made after it.
+    void MoveOtherViews();
+
+    TextChange change;
 
 private:
     bool CaptureViews();
@@ -107,8 +110,8 @@ public:
     LineEdit(TextBuffer* owner, bool deletes) : TextEdit(owner, InEditLine, deletes) {}
     // The changed text is typed, or stands already, at `atColumn` of the edit line.
     bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
-    bool Undo() override;
-    bool Redo() override;
+    bool Undo() override { return state == InEditLine ? ChangeEditLine(true) : ChangeCommitted(true); }
+    bool Redo() override { return state == InEditLine ? ChangeEditLine(false) : ChangeCommitted(false); }
     // Whether a character typed at `atColumn` belongs to the same run of typing.
     bool Continues(Char typed, uint32_t atColumn) const;
 
@@ -116,8 +119,9 @@ public:
     Char replaced = 0;   // what an overwriting keystroke replaced; 0 when it inserted
     bool closed = false; // takes no further characters
 
+    void MoveViews(bool undone) override;
+
 private:
-    TextChange ChangeOf(bool undone) const override;
     // Forwards, or `back`, where the change lives.
     bool ChangeCommitted(bool back);
     bool ChangeEditLine(bool back);

@@ -8,17 +8,21 @@
 
 void TextEditor::MoveCaret(uint32_t line, uint32_t column, bool extend) {
     if (!document) return;
+    if (IsActive()) document->LoadEditLine(line);
+    SetCaret(line, column, extend);
+    UpdateBraceMatch();
+}
+
+void TextEditor::SetCaret(uint32_t line, uint32_t column, bool extend) {
     const uint32_t oldAnchor = selectionAnchor;
     const uint32_t oldCaret = caretOffset;
     const uint32_t oldLine = caretLine;
     preferredColumn = column;
     const uint32_t last = LineCount() ? LineCount() - 1 : 0;
     caretLine = line < last ? line : last;
-    if (IsActive()) OpenCaretLine();
     const uint32_t length = CaretLineText().length;
     caretColumn = column < length ? column : length;
     caretOffset = LineStart(caretLine) + caretColumn;
-    UpdateBraceMatch();
     if (extend) {
         // Only what lies between the old and the new caret becomes selected or ceases to be.
         if (caretOffset != oldCaret) InvalidateLines(oldLine, caretLine);
@@ -38,13 +42,33 @@ void TextEditor::MoveCaretToOffset(uint32_t offset, bool extend) {
 }
 
 void TextEditor::SelectRange(uint32_t anchor, uint32_t caret) {
+    MoveCaretToOffset(caret < TextLength() ? caret : TextLength(), false);
+    SetSelection(anchor, caret);
+}
+
+void TextEditor::SetSelection(uint32_t anchor, uint32_t caret) {
     const uint32_t length = TextLength();
-    if (anchor > length) anchor = length;
-    if (caret > length) caret = length;
-    MoveCaretToOffset(caret, false);
-    selectionAnchor = anchor;
-    caretOffset = caret;
+    selectionAnchor = anchor < length ? anchor : length;
+    caretOffset = caret < length ? caret : length;
     Invalidate();
+}
+
+void TextEditor::PlaceCaret(uint32_t line, uint32_t column) {
+    if (!document) return;
+    SetCaret(line, column, false);
+    braceMatchDue = true;
+}
+
+void TextEditor::PlaceSelection(uint32_t anchor, uint32_t caret) {
+    uint32_t line = 0;
+    uint32_t column = 0;
+    OffsetToLineColumn(caret < TextLength() ? caret : TextLength(), line, column);
+    PlaceCaret(line, column);
+    SetSelection(anchor, caret);
+}
+
+void TextEditor::EditFinished() {
+    if (braceMatchDue) UpdateBraceMatch();
 }
 
 // Looks nothing up unless lines come or go: a key must not walk the text to a far caret.
@@ -93,7 +117,7 @@ void TextEditor::ToggleOverwrite() {
     RefreshStatus();
 }
 
-// Only an opener right behind the caret and a closer right before it are matched.
+// Only an opener right after the caret and a closer right before it are matched.
 TextEditor::BracePair TextEditor::FindBracePair() {
     const TextSpan line = CaretLineText();
     const Char* pairs = document->Engine()->BraceCharacters();
@@ -121,6 +145,7 @@ TextEditor::BracePair TextEditor::FindBracePair() {
 }
 
 void TextEditor::UpdateBraceMatch() {
+    braceMatchDue = false;
     SyntaxEngine* engine = document->Engine();
     if (!engine || !document->Content() || !surface.HasFocus()) return;
     const BracePair old = pair;

@@ -135,7 +135,7 @@ void TextEditor::UpdateCaret(bool scrollIntoView) {
     const int64_t caretX = CaretX();
     if (scrollIntoView) ScrollCaretIntoView(caretX);
     if (surface.HasFocus()) {
-        PlaceCaret(caretX);
+        ShowCaret(caretX);
         RefreshStatus();
     }
     UpdateScrollBars();
@@ -161,7 +161,7 @@ void TextEditor::ScrollCaretIntoView(int64_t caretX) {
     }
 }
 
-void TextEditor::PlaceCaret(int64_t caretX) {
+void TextEditor::ShowCaret(int64_t caretX) {
     const int64_t left = TextLeft();
     const int64_t x = caretX + left - horizontalScroll;
     const int64_t y = (int64_t(caretLine) - topLine) * surface.Metrics().lineHeight;

@@ -32,10 +32,11 @@ public:
     void InvalidateLines(uint32_t first, uint32_t last) override;
     void LineCountChanged() override;
     void TextChanged(uint32_t offset) override;
-    void MoveCaret(uint32_t line, uint32_t column) override { MoveCaret(line, column, false); }
+    void PlaceCaret(uint32_t line, uint32_t column) override;
+    void PlaceSelection(uint32_t anchor, uint32_t caret) override;
+    void PlaceTopLine(uint32_t line) override { ScrollTo(line); }
     void FollowChange(const TextChange& change) override;
-    void SelectRange(uint32_t anchor, uint32_t caret) override;
-    void SetTopLine(uint32_t line) override;
+    void EditFinished() override;
     uint32_t CaretLine() const override { return caretLine; }
     uint32_t CaretColumn() const override { return caretColumn; }
     uint32_t SelectionAnchor() const override { return selectionAnchor; }
@@ -88,8 +89,11 @@ public:
     bool IsOverwriting() const { return overwrite; }
     void ToggleOverwrite();
     // Clamps line and column. Extending leaves the anchor where it is.
-    void MoveCaret(uint32_t line, uint32_t column, bool extend);
+    void MoveCaret(uint32_t line, uint32_t column, bool extend = false);
     void MoveCaretToOffset(uint32_t offset, bool extend);
+    // Clamps both ends to the text.
+    void SelectRange(uint32_t anchor, uint32_t caret);
+    void SetTopLine(uint32_t line);
     // Empties the selection at the caret.
     void CollapseSelection();
     bool DeleteSelection();
@@ -154,11 +158,14 @@ private:
     void RecomputeDigits();
     void RecomputeColumns();
     void ScrollCaretIntoView(int64_t caretX);
-    void PlaceCaret(int64_t caretX);
+    void ShowCaret(int64_t caretX);
     void UpdateScrollBars();
     ScrollBar BarOf(ScrollAxis axis) const;
     void SendScrollBar(ScrollAxis axis);
     void ScrollTo(uint32_t line);
+    // As MoveCaret, but neither opens the line nor matches brackets.
+    void SetCaret(uint32_t line, uint32_t column, bool extend);
+    void SetSelection(uint32_t anchor, uint32_t caret);
     void UpdateBraceMatch();
     BracePair FindBracePair();
     void InvalidateSelection(uint32_t anchor, uint32_t lineOfCaret);
@@ -187,6 +194,7 @@ private:
     uint32_t preferredColumn = 0;
     bool overwrite = false;
     BracePair pair;
+    bool braceMatchDue = false; // an edit has moved the caret
     uint32_t lineNumberDigits = 7;
     MouseWheel wheel;
     // What the window and the frame were told last.

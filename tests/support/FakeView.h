@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -38,9 +39,22 @@ public:
         document.LoadEditLine(caretLine);
     }
     // As the user would: with the line opened when this is the active view.
+    void MoveCaret(uint32_t line, uint32_t column) {
+        Open(line);
+        Place(line, column);
+        anchor = caret;
+    }
     void PutCaret(uint32_t line, uint32_t column) { MoveCaret(line, column); }
+    void SelectRange(uint32_t newAnchor, uint32_t newCaret) {
+        uint32_t line = 0;
+        uint32_t column = 0;
+        document.OffsetToLineColumn(std::min(newCaret, TextLength()), line, column);
+        Open(line);
+        PlaceSelection(newAnchor, newCaret);
+    }
+    void SetTopLine(uint32_t line) { topLine = line; }
     void ForgetCalls() {
-        invalidations = lineCountChanges = caretMoves = statusRefreshes = documentChanges = 0;
+        invalidations = lineCountChanges = caretMoves = statusRefreshes = documentChanges = editsFinished = 0;
         invalidatedLines.clear();
         textChanges.clear();
         runStates.clear();
@@ -55,10 +69,28 @@ public:
         textChanges.push_back(offset);
         movesBeforeChange = caretMoves;
     }
-    void MoveCaret(uint32_t line, uint32_t column) override {
+    void PlaceCaret(uint32_t line, uint32_t column) override {
+        onMoved();
         ++caretMoves;
         Place(line, column);
         anchor = caret;
+    }
+    void PlaceSelection(uint32_t newAnchor, uint32_t newCaret) override {
+        onMoved();
+        const uint32_t end = TextLength();
+        newAnchor = std::min(newAnchor, end);
+        newCaret = std::min(newCaret, end);
+        uint32_t line = 0;
+        uint32_t column = 0;
+        document.OffsetToLineColumn(newCaret, line, column);
+        Place(line, column);
+        anchor = newAnchor;
+        caret = newCaret;
+    }
+    void PlaceTopLine(uint32_t line) override { topLine = line; }
+    void EditFinished() override {
+        ++editsFinished;
+        openLineAtEnd = document.EditLineNumber();
     }
     void FollowChange(const TextChange& change) override {
         anchor = change.Moved(anchor);
@@ -71,18 +103,6 @@ public:
         caret = moved;
         topLine = change.MovedLine(topLine);
     }
-    void SelectRange(uint32_t newAnchor, uint32_t newCaret) override {
-        const uint32_t end = TextLength();
-        newAnchor = std::min(newAnchor, end);
-        newCaret = std::min(newCaret, end);
-        uint32_t line = 0;
-        uint32_t column = 0;
-        document.OffsetToLineColumn(newCaret, line, column);
-        Place(line, column);
-        anchor = newAnchor;
-        caret = newCaret;
-    }
-    void SetTopLine(uint32_t line) override { topLine = line; }
     uint32_t CaretLine() const override { return caretLine; }
     uint32_t CaretColumn() const override { return caretColumn; }
     uint32_t SelectionAnchor() const override { return anchor; }
@@ -99,12 +119,15 @@ public:
 
     bool window = true;
     bool focus = false;
+    std::function<void()> onMoved = [] {}; // called whenever an edit moves the caret
     // Calls since ForgetCalls.
     int invalidations = 0;
     int lineCountChanges = 0;
     int caretMoves = 0;
     int statusRefreshes = 0;
     int documentChanges = 0;
+    int editsFinished = 0;
+    uint32_t openLineAtEnd = None32; // the document's edit line when the last edit was over
     std::vector<std::pair<uint32_t, uint32_t>> invalidatedLines;
     std::vector<bool> runStates;
     std::vector<uint32_t> textChanges;
@@ -121,9 +144,11 @@ private:
         return document.HasPendingEdit() ? document.EditLine().Length() - document.EditLineStoreLength() : 0;
     }
     uint32_t TextLength() const { return document.Length() + PendingGrowth(); }
+    void Open(uint32_t line) {
+        if (document.ActiveView() == this && document.EditLineNumber() != None32) document.LoadEditLine(line);
+    }
     void Place(uint32_t line, uint32_t column) {
         caretLine = std::min(line, document.GetLineCount() - 1);
-        if (document.ActiveView() == this && document.EditLineNumber() != None32) document.LoadEditLine(caretLine);
         const bool open = document.EditLineNumber() == caretLine;
         bool isLast = false;
         uint32_t start = document.LineToOffset(caretLine);

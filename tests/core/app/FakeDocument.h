@@ -13,9 +13,9 @@ public:
     void Invalidate() override {}
     void InvalidateLines(uint32_t, uint32_t) override {}
     void LineCountChanged() override {}
-    void MoveCaret(uint32_t line, uint32_t) override { caretLine = line; }
-    void SelectRange(uint32_t, uint32_t) override {}
-    void SetTopLine(uint32_t) override {}
+    void PlaceCaret(uint32_t line, uint32_t) override { caretLine = line; }
+    void PlaceSelection(uint32_t, uint32_t) override {}
+    void PlaceTopLine(uint32_t) override {}
     uint32_t CaretLine() const override { return caretLine; }
     uint32_t CaretColumn() const override { return 0; }
     uint32_t SelectionAnchor() const override { return 0; }

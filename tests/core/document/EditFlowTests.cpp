@@ -1,0 +1,110 @@
+// An edit is made and recorded before the views hear of it, and the edit line comes back once, at the end.
+
+#include "document/TextBuffer.h"
+
+#include "support/FakeView.h"
+#include "support/TextDocument.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using States = std::vector<uint32_t>;
+
+class EditFlowTest : public ::testing::Test {
+protected:
+    EditFlowTest() : document(u"one   \ntwo\nthree"), view(FakeView::Create(*document)) {
+        view->Activate();
+        view->ForgetCalls();
+        view->onMoved = [this] {
+            recorded = document.UndoStates();
+            undone = document.RedoStates();
+            openLine = document->EditLineNumber();
+        };
+    }
+    void ExpectOneEnd(uint32_t line) {
+        EXPECT_EQ(view->editsFinished, 1);
+        EXPECT_EQ(view->openLineAtEnd, line);
+        EXPECT_EQ(document->EditLineNumber(), line);
+        view->ForgetCalls();
+    }
+
+    TextDocument document;
+    FakeView* view;
+    // When an edit moved the view's caret last.
+    States recorded;
+    States undone;
+    uint32_t openLine = None32;
+};
+
+} // namespace
+
+TEST_F(EditFlowTest, AnInsertionIsRecordedBeforeTheViewMoves) {
+    document->InsertText(8, u"x\n", 2);
+    EXPECT_EQ(recorded, (States{2}));
+    EXPECT_EQ(openLine, None32) << "no line is open while the views are told";
+    ExpectOneEnd(2);
+}
+
+TEST_F(EditFlowTest, ATypedCharacterIsRecordedBeforeTheViewMoves) {
+    document->TypeChar(view, u'x', 0, true, false);
+    EXPECT_EQ(recorded, (States{3}));
+    ExpectOneEnd(0);
+    document->TypeChar(view, u'y', 1, true, false);
+    EXPECT_EQ(document->EditLineNumber(), 0u);
+    ExpectOneEnd(0);
+}
+
+TEST_F(EditFlowTest, UndoAndRedoHaveMovedTheRecordBeforeTheViewMoves) {
+    document->InsertText(8, u"x\n", 2);
+    view->ForgetCalls();
+    document->Undo();
+    EXPECT_EQ(recorded, (States{}));
+    EXPECT_EQ(undone, (States{2}));
+    ExpectOneEnd(0);
+    document->Redo();
+    EXPECT_EQ(recorded, (States{2}));
+    EXPECT_EQ(undone, (States{}));
+    ExpectOneEnd(2);
+}
+
+TEST_F(EditFlowTest, AnEnterThatRemovesBlanksIsOneOperation) {
+    document->NewLine(view, 3);
+    EXPECT_EQ(document.Text(), u"one\n\ntwo\nthree");
+    ExpectOneEnd(1);
+    document->Undo();
+    EXPECT_EQ(document.Text(), u"one   \ntwo\nthree");
+    ExpectOneEnd(0);
+}
+
+TEST_F(EditFlowTest, AReplacementOfManyPlacesIsOneOperation) {
+    Array<ReplacedRange> places;
+    ASSERT_TRUE(places.Append({0, 1}) && places.Append({7, 1}));
+    ASSERT_TRUE(document->ReplaceRanges(places, u"\n", 1));
+    EXPECT_EQ(recorded, (States{2}));
+    ExpectOneEnd(3);
+}
+
+TEST_F(EditFlowTest, TypingGoesOnInItsLineWhileAnotherViewIsTheActiveOne) {
+    FakeView* other = FakeView::Create(*document);
+    other->PutCaret(2, 0);
+    document->SetActiveView(other);
+    for (const Char ch : {u'a', u'b', u'c'})
+        ASSERT_TRUE(document->TypeChar(view, ch, view->CaretColumn(), true, false));
+    EXPECT_EQ(document.Text(), u"abcone   \ntwo\nthree");
+    EXPECT_EQ(document.UndoSteps(), 1u);
+    EXPECT_EQ(document.Store(), u"one   \ntwo\nthree");
+}
+
+TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotTold) {
+    document->DeleteText(99, 5);
+    EXPECT_EQ(view->editsFinished, 0);
+}
+
+TEST_F(EditFlowTest, AnEmptiedOutputIsOneOperation) {
+    document->MarkAsOutput();
+    view->PutCaret(2, 3);
+    document->EmptyAndResetUndo();
+    EXPECT_EQ(view->editsFinished, 1);
+    EXPECT_EQ(view->CaretOffset(), 0u);
+}
