@@ -7,7 +7,7 @@
 namespace Bench {
 
 // A window that shows nothing: 60 lines of 120 columns in a font of 8 by 16 pixels, with the focus.
-class Surface final : public EditorSurface {
+class Surface final : public EditorSurface, public TextSurface {
 public:
     static constexpr int32_t Rows = 60;
     static constexpr int32_t Columns = 120;
@@ -50,7 +50,6 @@ public:
     void ShowFindDialog() override {}
     void ShowReplaceDialog(bool) override {}
     void ShowGoToDialog() override {}
-    void ShowContextMenu(int32_t, int32_t) override {}
     uint64_t Ticks() const override { return 0; }
     void SetWaitCursor(bool) override {}
     bool TakeEscape() override { return false; }
@@ -92,7 +91,7 @@ public:
     }
 
     Surface surface;
-    TextEditor editor{surface};
+    TextEditor editor{surface, surface};
 };
 
 } // namespace Bench

@@ -53,8 +53,6 @@ public:
     void OnDragTimer() override;
     void OnLeftButtonUp() override;
     void OnCaptureLost() override;
-    void OnDoubleClick() override {}
-    void OnRightButtonUp(int32_t x, int32_t y) override { surface.ShowContextMenu(x, y); }
     int32_t VisibleLines() const override { return visibleRows; }
     void SuspendRedraw(bool resume) override;
 

@@ -33,7 +33,7 @@ void EditorActions::ShowFind(TextEditor& editor) {
 }
 
 void EditorActions::ShowReplace(TextEditor& editor) {
-    editor.Surface().ShowReplaceDialog(editor.TakeSearchTextFromSelection());
+    editor.OwnSurface().ShowReplaceDialog(editor.TakeSearchTextFromSelection());
 }
 
 void EditorActions::QuickSearch(TextEditor& editor, bool backward) {

@@ -19,7 +19,7 @@ struct KeyPress {
     void Move(uint32_t toLine, uint32_t toColumn) const {
         if (!shift) editor.CollapseSelection();
         editor.MoveCaret(toLine, toColumn, shift);
-        editor.Surface().UpdateNow();
+        editor.OwnSurface().UpdateNow();
     }
     uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
 };

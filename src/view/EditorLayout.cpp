@@ -15,7 +15,7 @@ int32_t Saturate(int64_t value) {
 
 } // namespace
 
-LineLayout TextEditor::Layout() const { return {surface.Metrics(), surface.Widths()}; }
+LineLayout TextEditor::Layout() const { return {surface.Metrics(), textSurface.Widths()}; }
 
 void TextEditor::OnSize(uint32_t flags) {
     constexpr uint32_t ColouringChanged = 2;
@@ -168,7 +168,7 @@ void TextEditor::ShowCaret(int64_t caretX) {
     if (x >= left) {
         surface.ShowCaretAt(Saturate(x), Saturate(y));
     } else {
-        surface.HideCaret();
+        textSurface.HideCaret();
     }
 }
 

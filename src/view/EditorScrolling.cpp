@@ -102,7 +102,7 @@ void TextEditor::ScrollTo(uint32_t line) {
     if (suspendCount || moved >= visibleLines) {
         Invalidate();
     } else {
-        surface.ScrollPicture(static_cast<int32_t>(-rows) * surface.Metrics().lineHeight);
+        textSurface.ScrollPicture(static_cast<int32_t>(-rows) * surface.Metrics().lineHeight);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "view/LineLayout.h"
 #include "view/LineStates.h"
 #include "view/MeasuredLine.h"
+#include "view/TextSurface.h"
 #include "viewbase/EditorInput.h"
 #include "viewbase/MouseWheel.h"
 #include "viewbase/ViewCommand.h"
@@ -16,7 +17,8 @@
 // without a pending edit they are offsets into the document's content.
 class TextEditor final : public DocumentView, public EditorInput {
 public:
-    explicit TextEditor(EditorSurface& window) : surface(window) {}
+    // Both are the same window.
+    TextEditor(EditorSurface& window, TextSurface& textWindow) : surface(window), textSurface(textWindow) {}
     TextEditor(const TextEditor&) = delete;
     TextEditor& operator=(const TextEditor&) = delete;
 
@@ -24,6 +26,7 @@ public:
     void SetDocument(TextBuffer* newDocument);
     TextBuffer* GetTextBuffer() const { return document; }
     EditorSurface& Surface() const { return surface; }
+    TextSurface& OwnSurface() const { return textSurface; }
 
     // DocumentView.
     bool HasWindow() const override { return surface.HasWindow(); }
@@ -61,10 +64,11 @@ public:
     void OnDragTimer() override;
     void OnLeftButtonUp() override;
     void OnCaptureLost() override;
-    void OnDoubleClick() override;
-    void OnRightButtonUp(int32_t x, int32_t y) override { surface.ShowContextMenu(x, y); }
     int32_t VisibleLines() const override { return visibleLines; }
     void SuspendRedraw(bool resume) override;
+
+    // Opens the file that the line names in output, else selects the word.
+    void OnDoubleClick();
 
     // Commands.
     bool IsCommandEnabled(uint32_t command) const;
@@ -174,6 +178,7 @@ private:
     bool InsertTabAsSpaces();
 
     EditorSurface& surface;
+    TextSurface& textSurface;
     int32_t visibleLines = 0; // client height / line height
     uint32_t suspendCount = 0;
     uint32_t pendingFlags = 0; // PendingInvalidate, PendingCaret

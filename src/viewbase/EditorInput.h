@@ -22,8 +22,6 @@ public:
     virtual void OnDragTimer() = 0;
     virtual void OnLeftButtonUp() = 0;
     virtual void OnCaptureLost() = 0;
-    virtual void OnDoubleClick() = 0;
-    virtual void OnRightButtonUp(int32_t x, int32_t y) = 0;
 
     // Lines that fit into the window.
     virtual int32_t VisibleLines() const = 0;

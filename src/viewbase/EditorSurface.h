@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/Types.h"
-#include "viewbase/CharWidths.h"
 #include "viewbase/ViewHost.h"
 #include "viewbase/ViewMetrics.h"
 
@@ -28,7 +27,7 @@ struct ClipboardItem {
     size_t bytes;
 };
 
-// What a TextEditor asks of its window. Everything may be called without a window and does nothing then.
+// What the editor of a view asks of its window. Everything may be called without a window and does nothing then.
 // Coordinates are client pixels.
 class EditorSurface {
 public:
@@ -38,20 +37,13 @@ public:
     virtual void GetClientSize(int32_t& width, int32_t& height) const = 0; // 0 x 0 without a window
     // Of the font the window shows now; all 0 while there is none.
     virtual const ViewMetrics& Metrics() const = 0;
-    virtual CharWidths& Widths() = 0;
 
     virtual void InvalidateAll() = 0;
     // The full width from `top` up to, not including, `bottom`.
     virtual void InvalidateStrip(int32_t top, int32_t bottom) = 0;
-    // Moves the picture by `pixels` (negative: upwards), together with what is still to be painted, and
-    // invalidates what comes in; invalidates everything when rows are not drawn independently of
-    // where they stand.
-    virtual void ScrollPicture(int32_t pixels) = 0;
-    virtual void UpdateNow() = 0;
-    // The caret is as high as a line. ShowCaretAt makes it when there is none, HideCaret destroys it;
-    // RenewCaret makes a shown caret anew in the size that holds now.
+    // The caret is as high as a line. ShowCaretAt makes it when there is none; RenewCaret makes a shown
+    // caret again in the size that holds now.
     virtual void ShowCaretAt(int32_t x, int32_t y) = 0;
-    virtual void HideCaret() = 0;
     virtual void RenewCaret() = 0;
     // Called only with values that differ from the last ones.
     virtual void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) = 0;
@@ -59,7 +51,7 @@ public:
     virtual bool IsCtrlDown() const = 0;
     virtual bool IsShiftDown() const = 0;
     // Captures the mouse and starts a timer of 100 ms; ends both. The end of the capture, for whatever
-    // reason, is reported by TextEditor::OnCaptureLost.
+    // reason, is reported by EditorInput::OnCaptureLost.
     virtual void BeginDrag() = 0;
     virtual void EndDrag() = 0;
 
@@ -71,9 +63,7 @@ public:
 
     // Modal dialogs; they work on the editor and on `findState`.
     virtual void ShowFindDialog() = 0;
-    virtual void ShowReplaceDialog(bool multiLineSelection) = 0;
     virtual void ShowGoToDialog() = 0;
-    virtual void ShowContextMenu(int32_t x, int32_t y) = 0;
 
     // For operations that may take long: milliseconds, the wait cursor, and whether the user has pressed
     // Escape since the last call (other input stays queued).

@@ -4,7 +4,7 @@
 
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
-#include "support/FakeSurface.h"
+#include "support/TestView.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
 #include "view/RowPlan.h"
@@ -118,7 +118,7 @@ void Paint(TextEditor& view, RowPlan& plan, Input& in) {
     static_cast<void>(sink);
 }
 
-void Step(FakeSurface& surface, TextEditor& view, RowPlan& plan, Input& in) {
+void Step(FakeTextSurface& surface, TextEditor& view, RowPlan& plan, Input& in) {
     surface.ctrl = surface.shift = false;
     switch (in.Byte() % 10) {
     case 0:

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
-#include "view/TextEditor.h"
-#include "viewbase/EditorSurface.h"
+#include "viewbase/EditorInput.h"
 
 #include <cstdint>
 #include <functional>
@@ -48,36 +47,19 @@ public:
 };
 
 // A window without a screen. The font is 8 pixels wide and 16 high unless a test says otherwise.
-class FakeSurface final : public EditorSurface {
+class FakeSurface : public EditorSurface {
 public:
     FakeSurface() { SetFont({16, 8, 8}); }
 
-    // Every character is as wide as the average one, but for those in `special`.
-    void SetFont(const ViewMetrics& font, std::map<Char, int32_t> special = {}) {
-        metrics = font;
-        specialWidths = std::move(special);
-        widths.SetSource(
-            [](void* context, Char first, int32_t* out) {
-                const auto& surface = *static_cast<FakeSurface*>(context);
-                ++surface.widthFetches;
-                for (uint32_t i = 0; i < CharWidths::PageSize; ++i) {
-                    const auto found = surface.specialWidths.find(static_cast<Char>(first + i));
-                    out[i] = found == surface.specialWidths.end() ? surface.metrics.averageWidth : found->second;
-                }
-                if (first == 0 && !surface.specialWidths.count(u' ')) out[u' '] = surface.metrics.spaceWidth;
-                return true;
-            },
-            this);
-    }
+    void SetFont(const ViewMetrics& font) { metrics = font; }
     // In lines and columns of the fixed font, beside gutter and margin.
     void SetSize(int32_t newWidth, int32_t newHeight) {
         width = newWidth;
         height = newHeight;
     }
     void ForgetCalls() {
-        allInvalidations = updates = 0;
+        allInvalidations = 0;
         strips.clear();
-        scrolls.clear();
         barsSet.clear();
     }
 
@@ -93,17 +75,13 @@ public:
         clientHeight = window ? height : 0;
     }
     const ViewMetrics& Metrics() const override { return metrics; }
-    CharWidths& Widths() override { return widths; }
     void InvalidateAll() override { ++allInvalidations; }
     void InvalidateStrip(int32_t top, int32_t bottom) override { strips.emplace_back(top, bottom); }
-    void ScrollPicture(int32_t pixels) override { scrolls.push_back(pixels); }
-    void UpdateNow() override { ++updates; }
     void ShowCaretAt(int32_t x, int32_t y) override {
         caretShown = true;
         caretX = x;
         caretY = y;
     }
-    void HideCaret() override { caretShown = false; }
     void RenewCaret() override { ++renewals; }
     void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override {
         bars[static_cast<uint32_t>(axis)] = bar;
@@ -137,9 +115,7 @@ public:
         }
     }
     void ShowFindDialog() override { dialogs.emplace_back("find"); }
-    void ShowReplaceDialog(bool multiLine) override { dialogs.emplace_back(multiLine ? "replace many" : "replace"); }
     void ShowGoToDialog() override { dialogs.emplace_back("go to"); }
-    void ShowContextMenu(int32_t x, int32_t y) override { menus.emplace_back(x, y); }
     uint64_t Ticks() const override { return ticks += tickStep; }
     void SetWaitCursor(bool wait) override {
         waiting = wait;
@@ -161,8 +137,6 @@ public:
     int32_t width = 0;
     int32_t height = 0;
     ViewMetrics metrics;
-    std::map<Char, int32_t> specialWidths;
-    mutable int widthFetches = 0;
     bool caretShown = false;
     int32_t caretX = 0;
     int32_t caretY = 0;
@@ -170,48 +144,17 @@ public:
     ScrollBar bars[2];
     std::vector<ScrollAxis> barsSet;
     int allInvalidations = 0;
-    int updates = 0;
     std::vector<std::pair<int32_t, int32_t>> strips;
-    std::vector<int32_t> scrolls;
     bool captured = false;
     bool clipboardHasText = false;
     bool clipboardWholeLine = false;
     std::u16string clipboard;
     std::vector<std::pair<ClipboardFormat, std::string>> written;
     std::vector<std::string> dialogs;
-    std::vector<std::pair<int32_t, int32_t>> menus;
     mutable uint64_t ticks = 0;
     uint64_t tickStep = 0; // how much later each look at the clock is
     bool waiting = false;
     bool everWaited = false;
     bool escapePressed = false;
     std::function<void()> destroy = [] {};
-
-private:
-    CharWidths widths;
-};
-
-// A window and its editor, as a document makes and destroys them.
-struct TestView {
-    FakeSurface surface;
-    TextEditor editor{surface};
-
-    TestView() {
-        surface.editor = &editor;
-        surface.destroy = [this] { delete this; };
-    }
-    ~TestView() {
-        surface.editor = nullptr;
-        editor.SetDocument(nullptr);
-    }
-    // In the document's list of views, which owns it.
-    static TestView* Create(TextBuffer& document) {
-        static TestView* made;
-        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> DocumentView* {
-            made = new TestView;
-            made->editor.SetDocument(&shown);
-            return &made->editor;
-        });
-        return document.CreateView(nullptr) ? made : nullptr;
-    }
 };

@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
-#include "support/FakeSurface.h"
+#include "support/TestView.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
 #include "viewbase/FindState.h"
@@ -80,7 +80,7 @@ protected:
 
     TextBuffer& buffer() const { return **document; }
     TextEditor& view() const { return shown->editor; }
-    FakeSurface& surface() const { return shown->surface; }
+    FakeTextSurface& surface() const { return shown->surface; }
     FakeHost& host() const { return shown->surface.ownHost; }
 
     void Press(uint32_t key, bool ctrl = false, bool shift = false) {

@@ -33,7 +33,7 @@ protected:
         hex = static_cast<HexView*>(made->AsView());
     }
     Picture Shot() {
-        hex->HideCaret(); // it would stand in the picture
+        HideCaret(hex->GetWindow()); // it would stand in the picture
         InvalidateRect(hex->GetWindow(), nullptr, TRUE);
         UpdateWindow(hex->GetWindow());
         return Picture(hex->GetWindow());
@@ -323,6 +323,13 @@ TEST_F(HexPaintTest, LinesAndBookmarksMeanNothing) {
     hex->ToggleBookmark(2);
     EXPECT_EQ(Bytes().Anchor(), 3u);
     EXPECT_EQ(Bytes().Caret(), 7u);
+}
+
+TEST_F(HexPaintTest, ADoubleClickDoesNothing) {
+    UseSettings(u"");
+    ShowFile("HHHH");
+    SendMessageW(hex->GetWindow(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(Bytes().TextLeft() + 1, 1));
+    EXPECT_FALSE(Bytes().HasSelection());
 }
 
 TEST_F(HexPaintTest, WhileSuspendedNothingIsInvalidated) {

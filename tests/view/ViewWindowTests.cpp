@@ -64,6 +64,26 @@ TEST_F(ViewWindowTest, AttachingTakesAWindowOverAndDetachingGivesItBack) {
     EXPECT_EQ(document->Text(), u"abc");
 }
 
+TEST_F(ViewWindowTest, ADoubleClickSelectsAWord) {
+    Show(u"one two");
+    SendMessageW(Window(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(ColumnX(5), 1));
+    EXPECT_EQ(Editor().SelectionStart(), 0u);
+    EXPECT_EQ(Editor().SelectionEnd(), 3u);
+}
+
+TEST_F(ViewWindowTest, ARightClickOpensTheContextMenu) {
+    Show(u"abc");
+    static bool shown;
+    shown = false;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
+        shown = shown || FindWindowW(L"#32768", nullptr) != nullptr;
+        EndMenu();
+    });
+    SendMessageW(Window(), WM_RBUTTONUP, 0, MAKELPARAM(12, 34));
+    KillTimer(nullptr, timer);
+    EXPECT_TRUE(shown);
+}
+
 TEST_F(ViewWindowTest, AWindowThatIsDestroyedIsForgottenAndLayoutDoesNothing) {
     Show(u"abc");
     DestroyWindow(Window());

@@ -4,7 +4,7 @@
 #include "binary/HexText.h"
 #include "resource.h"
 #include "settings/win32/DialogBase.h"
-#include "view/win32/FindDialogs.h"
+#include "viewbase/win32/FindDialog.h"
 
 namespace {
 
@@ -53,6 +53,6 @@ void HexView::PaintRows(HDC target, int top, int bottom) {
     if (rows.Begin(editor, top, bottom)) Draw(target, rows);
 }
 
-void HexView::ShowFindDialog() { FindDialogs::ShowFind(window, *this, true); }
+void HexView::ShowFindDialog() { FindDialog::Show(window, *this, true); }
 
 void HexView::ShowGoToDialog() { OffsetDialog(editor).Run(IDD_BINARY_GOTO, window); }

@@ -21,15 +21,12 @@ public:
 
     // View.
     Document* GetDocument() const override { return editor.GetBinaryDocument(); }
-    void GoToLine(uint32_t, bool) override {} // bytes have no lines
     bool IsCommandEnabled(uint32_t command) const override { return editor.CanDo(command); }
     bool ExecuteCommand(uint32_t command) override { return editor.ExecuteCommand(command); }
-    void ToggleBookmark(uint32_t) override {} // nor bookmarks
     bool FindNext(bool backward, uint32_t) override { return editor.FindNext(backward); }
 
     // EditorSurface.
     void ShowFindDialog() override;
-    void ShowReplaceDialog(bool) override {} // the editor never asks for it
     void ShowGoToDialog() override;
 
 protected:

@@ -1,7 +1,11 @@
 #include "view/win32/TextView.h"
 
-#include "view/win32/FindDialogs.h"
+#include "view/win32/GoToLineDialog.h"
+#include "view/win32/ReplaceDialog.h"
+#include "viewbase/win32/FindDialog.h"
 #include "viewbase/win32/InputMethod.h"
+#include "viewbase/win32/TextPainter.h"
+#include "viewbase/win32/ViewFont.h"
 
 DocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
     TextView* view = new TextView;
@@ -19,6 +23,10 @@ TextView::~TextView() {
 
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_IME_STARTCOMPOSITION) InputMethod::PlaceComposition(window, CaretPlace());
+    if (message == WM_LBUTTONDBLCLK) {
+        editor.OnDoubleClick();
+        return 0;
+    }
     return EditorWindow::WindowProc(message, wparam, lparam);
 }
 
@@ -26,10 +34,22 @@ void TextView::PaintRows(HDC target, int top, int bottom) {
     if (plan.Begin(editor, top, bottom)) Draw(target, plan);
 }
 
-void TextView::ShowFindDialog() { FindDialogs::ShowFind(window, *this); }
+CharWidths& TextView::Widths() { return ViewFont::Widths(); }
 
-void TextView::ShowReplaceDialog(bool multiLineSelection) {
-    FindDialogs::ShowReplace(window, editor, multiLineSelection);
+void TextView::ScrollPicture(int32_t pixels) {
+    if (!window) return;
+    // Drawn straight, the guides are on the first row only: rows depend on where they are.
+    if (DrawsStraight() || !backBufferDc) return InvalidateAll();
+    ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
+    ForgetCaretPlace();
 }
 
-void TextView::ShowGoToDialog() { FindDialogs::ShowGoTo(window, editor); }
+void TextView::UpdateNow() {
+    if (window) UpdateWindow(window);
+}
+
+void TextView::ShowFindDialog() { FindDialog::Show(window, *this, false); }
+
+void TextView::ShowReplaceDialog(bool multiLineSelection) { ReplaceDialog::Show(window, editor, multiLineSelection); }
+
+void TextView::ShowGoToDialog() { GoToLineDialog::Show(window, editor); }

@@ -2,10 +2,11 @@
 
 #include "view/RowPlan.h"
 #include "view/TextEditor.h"
+#include "view/TextSurface.h"
 #include "viewbase/win32/EditorWindow.h"
 
 // The window half of a text view.
-class TextView final : public EditorWindow {
+class TextView final : public EditorWindow, public TextSurface {
 public:
     TextView() = default;
     ~TextView() override;
@@ -30,13 +31,19 @@ public:
 
     // EditorSurface.
     void ShowFindDialog() override;
-    void ShowReplaceDialog(bool multiLineSelection) override;
     void ShowGoToDialog() override;
+
+    // TextSurface.
+    CharWidths& Widths() override;
+    void ScrollPicture(int32_t pixels) override;
+    void UpdateNow() override;
+    void HideCaret() override { View::HideCaret(); }
+    void ShowReplaceDialog(bool multiLineSelection) override;
 
 protected:
     EditorInput& Input() override { return editor; }
 
 private:
-    TextEditor editor{*this};
+    TextEditor editor{*this, *this};
     RowPlan plan;
 };

@@ -93,11 +93,8 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_LBUTTONUP:
         Input().OnLeftButtonUp();
         return true;
-    case WM_LBUTTONDBLCLK:
-        Input().OnDoubleClick();
-        return true;
     case WM_RBUTTONUP:
-        Input().OnRightButtonUp(x, y);
+        ShowContextMenu(x, y);
         return true;
     case WM_CAPTURECHANGED:
         KillTimer(window, DragTimer);
@@ -159,8 +156,6 @@ void EditorWindow::GetClientSize(int32_t& width, int32_t& height) const {
 
 const ViewMetrics& EditorWindow::Metrics() const { return ViewFont::Metrics(); }
 
-CharWidths& EditorWindow::Widths() { return ViewFont::Widths(); }
-
 void EditorWindow::InvalidateAll() {
     if (window) InvalidateRect(window, nullptr, TRUE);
 }
@@ -172,18 +167,6 @@ void EditorWindow::InvalidateStrip(int32_t top, int32_t bottom) {
     strip.top = top;
     strip.bottom = bottom;
     InvalidateRect(window, &strip, TRUE);
-}
-
-void EditorWindow::ScrollPicture(int32_t pixels) {
-    if (!window) return;
-    // Drawn straight, the guides stand on the first row only: rows depend on where they are.
-    if (DrawsStraight() || !backBufferDc) return InvalidateAll();
-    ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
-    ForgetCaretPlace();
-}
-
-void EditorWindow::UpdateNow() {
-    if (window) UpdateWindow(window);
 }
 
 void EditorWindow::ShowCaretAt(int32_t x, int32_t y) {
@@ -224,7 +207,7 @@ void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
         host->ShowMessage(window, u"Failed copying to clipboard", MB_OK | MB_ICONWARNING);
 }
 
-void EditorWindow::ShowContextMenu(int32_t x, int32_t y) {
+void EditorWindow::ShowContextMenu(int x, int y) const {
     const HMENU menu = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_CONTEXT_MENU));
     if (!menu) return;
     POINT point = {x, y};

@@ -27,13 +27,9 @@ public:
     void TakeFocus() override;
     void GetClientSize(int32_t& width, int32_t& height) const override;
     const ViewMetrics& Metrics() const override;
-    CharWidths& Widths() override;
     void InvalidateAll() override;
     void InvalidateStrip(int32_t top, int32_t bottom) override;
-    void ScrollPicture(int32_t pixels) override;
-    void UpdateNow() override;
     void ShowCaretAt(int32_t x, int32_t y) override;
-    void HideCaret() override { View::HideCaret(); }
     void RenewCaret() override;
     void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override;
     bool IsCtrlDown() const override { return GetKeyState(VK_CONTROL) < 0; }
@@ -42,7 +38,6 @@ public:
     void EndDrag() override;
     bool ReadClipboard(WString& text, bool& wholeLine) override;
     void WriteClipboard(const ClipboardItem* items, uint32_t count) override;
-    void ShowContextMenu(int32_t x, int32_t y) override;
     uint64_t Ticks() const override;
     void SetWaitCursor(bool wait) override;
     bool TakeEscape() override;
@@ -60,6 +55,7 @@ protected:
 private:
     bool HandleMouse(UINT message, WPARAM wparam, LPARAM lparam);
     void OnPaint();
+    void ShowContextMenu(int x, int y) const;
     void OnWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
 

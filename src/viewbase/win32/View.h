@@ -25,8 +25,9 @@ public:
     // Destroys the window, if any, and forgets it.
     virtual void DestroyWindow();
     virtual Document* GetDocument() const = 0;
-    // Moves the caret to the start of a 0-based line (clamped); `selectLine` selects the whole line.
-    virtual void GoToLine(uint32_t line, bool selectLine) = 0;
+    // Moves the caret to the start of a 0-based line (clamped); `selectLine` selects the whole line. Does
+    // nothing where there are no lines.
+    virtual void GoToLine(uint32_t, bool) {}
     virtual bool IsCommandEnabled(uint32_t command) const = 0;
     // False for an unknown command.
     virtual bool ExecuteCommand(uint32_t command) = 0;
@@ -37,8 +38,8 @@ public:
     virtual void SuspendRedraw(bool resume) = 0;
     // Repaints everything, now or once redraw is resumed.
     virtual void Invalidate() = 0;
-    // None32 means the caret line.
-    virtual void ToggleBookmark(uint32_t line) = 0;
+    // None32 means the caret line. Does nothing where there are no lines.
+    virtual void ToggleBookmark(uint32_t) {}
     virtual ~View();
     // Selects the next match of the last search; false when there is none. The second argument is
     // ignored.

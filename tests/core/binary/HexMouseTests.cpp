@@ -85,15 +85,3 @@ TEST_F(HexMouse, AShiftClickExtendsFromTheCaret) {
     view().OnLeftButtonDown(4 * 8, 16, true);
     EXPECT_EQ(Selection(), (Two{5, 16}));
 }
-
-TEST_F(HexMouse, ARightClickOpensTheContextMenu) {
-    Show("x");
-    view().OnRightButtonUp(12, 34);
-    EXPECT_EQ(surface().menus, (std::vector<std::pair<int32_t, int32_t>>{{12, 34}}));
-}
-
-TEST_F(HexMouse, ADoubleClickDoesNothing) {
-    Show("x");
-    view().OnDoubleClick();
-    EXPECT_FALSE(view().HasSelection());
-}

@@ -343,8 +343,8 @@ TEST_F(KeyTest, UnknownKeysDoNothing) {
 }
 
 TEST_F(KeyTest, WithoutADocumentKeysAndCommandsDoNothing) {
-    FakeSurface alone;
-    TextEditor editor(alone);
+    FakeTextSurface alone;
+    TextEditor editor(alone, alone);
     editor.OnKeyDown(ViewKey::Left);
     editor.OnChar(u'x');
     editor.OnFocus();

@@ -117,9 +117,3 @@ TEST_F(MouseTest, InAnOutputDocumentADoubleClickOpensTheNamedFile) {
     EXPECT_EQ(host().opened[0].second, 6u);
     EXPECT_FALSE(view().HasSelection());
 }
-
-TEST_F(MouseTest, TheRightButtonOpensTheMenu) {
-    view().OnRightButtonUp(12, 34);
-    EXPECT_EQ(surface().menus, (std::vector<std::pair<int32_t, int32_t>>{{12, 34}}));
-    EXPECT_EQ(Caret(), (Two{0, 0}));
-}

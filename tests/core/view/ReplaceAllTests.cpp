@@ -324,7 +324,7 @@ TEST_F(ReplaceAllTest, PastingGivesWhatTheSingleChangesGive) {
             if (pending && !stage->views[0]->editor.HasSelection()) stage->views[0]->editor.OnChar(u'z');
 
         OneByOne::Paste(single.views[0]->editor, pasted, wholeLine, (settings.PasteKeepSelection != 0) != shift);
-        FakeSurface& surface = real.views[0]->surface;
+        FakeTextSurface& surface = real.views[0]->surface;
         surface.clipboard.clear();
         for (const char16_t c : pasted) surface.clipboard += c == u'\n' ? lineBreak : std::u16string(1, c);
         surface.clipboardHasText = true;

@@ -494,8 +494,8 @@ TEST_F(RowTest, WithoutFontOrTextNothingIsPainted) {
     Fill(u"abc");
     surface().SetFont({0, 0, 0});
     EXPECT_FALSE(plan.Begin(view(), 0, 0));
-    FakeSurface alone;
-    TextEditor editor(alone);
+    FakeTextSurface alone;
+    TextEditor editor(alone, alone);
     EXPECT_FALSE(plan.Begin(editor, 0, 0));
 }
 

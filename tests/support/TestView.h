@@ -1,0 +1,73 @@
+#pragma once
+
+#include "support/FakeSurface.h"
+#include "view/TextEditor.h"
+
+// What a text view asks of its window besides. Every character is as wide as the average one unless a test says
+// otherwise.
+class FakeTextSurface final : public FakeSurface, public TextSurface {
+public:
+    FakeTextSurface() { SetFont({16, 8, 8}); }
+
+    // Every character is as wide as the average one, but for those in `special`.
+    void SetFont(const ViewMetrics& font, std::map<Char, int32_t> special = {}) {
+        FakeSurface::SetFont(font);
+        specialWidths = std::move(special);
+        widths.SetSource(
+            [](void* context, Char first, int32_t* out) {
+                const auto& surface = *static_cast<FakeTextSurface*>(context);
+                ++surface.widthFetches;
+                for (uint32_t i = 0; i < CharWidths::PageSize; ++i) {
+                    const auto found = surface.specialWidths.find(static_cast<Char>(first + i));
+                    out[i] = found == surface.specialWidths.end() ? surface.metrics.averageWidth : found->second;
+                }
+                if (first == 0 && !surface.specialWidths.count(u' ')) out[u' '] = surface.metrics.spaceWidth;
+                return true;
+            },
+            this);
+    }
+    void ForgetCalls() {
+        FakeSurface::ForgetCalls();
+        updates = 0;
+        scrolls.clear();
+    }
+
+    CharWidths& Widths() override { return widths; }
+    void ScrollPicture(int32_t pixels) override { scrolls.push_back(pixels); }
+    void UpdateNow() override { ++updates; }
+    void HideCaret() override { caretShown = false; }
+    void ShowReplaceDialog(bool multiLine) override { dialogs.emplace_back(multiLine ? "replace many" : "replace"); }
+
+    std::map<Char, int32_t> specialWidths;
+    mutable int widthFetches = 0;
+    int updates = 0;
+    std::vector<int32_t> scrolls;
+
+private:
+    CharWidths widths;
+};
+
+// A window and its editor, as a document makes and destroys them.
+struct TestView {
+    FakeTextSurface surface;
+    TextEditor editor{surface, surface};
+
+    TestView() {
+        surface.editor = &editor;
+        surface.destroy = [this] { delete this; };
+    }
+    ~TestView() {
+        surface.editor = nullptr;
+        editor.SetDocument(nullptr);
+    }
+    // In the document's list of views, which owns it.
+    static TestView* Create(TextBuffer& document) {
+        static TestView* made;
+        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> DocumentView* {
+            made = new TestView;
+            made->editor.SetDocument(&shown);
+            return &made->editor;
+        });
+        return document.CreateView(nullptr) ? made : nullptr;
+    }
+};
