@@ -2,19 +2,10 @@
 
 #include "base/Types.h"
 #include "base/WString.h"
+#include "viewbase/MessageKind.h"
 
 class Document;
 class DocumentList;
-
-// A message box of the frame; the caption is always "Orvane".
-enum class MessageKind {
-    Information, // OK, information icon
-    Warning,     // OK, warning icon
-    YesNo,       // question icon
-    YesNoCancel, // question icon
-};
-
-enum class Answer { Ok, Yes, No, Cancel };
 
 // What the command language remembers from one line to the next. Nothing of it is saved.
 struct CommandState {

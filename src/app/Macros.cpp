@@ -18,7 +18,7 @@ Macros::~Macros() {
     for (Slot& slot : slots) Empty(slot);
 }
 
-uint32_t Macros::State() const {
+MacroState Macros::State() const {
     if (recording) return MacroState::Recording;
     return playing ? MacroState::Playing : MacroState::Idle;
 }

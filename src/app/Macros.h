@@ -2,6 +2,7 @@
 
 #include "base/Heap.h"
 #include "base/WString.h"
+#include "viewbase/ViewHost.h"
 
 // Modifier bits of a recorded event.
 namespace MacroModifier {
@@ -42,7 +43,7 @@ public:
 
     bool IsRecording() const { return recording; }
     bool IsPlaying() const { return playing; }
-    uint32_t State() const; // a MacroState value
+    MacroState State() const;
     uint32_t CurrentSlot() const { return current; }
 
     // Makes `slot` (0 when it is none of the ten) the current one.

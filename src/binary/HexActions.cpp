@@ -8,12 +8,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr uint32_t WarningBox = 0x30; // the system's style of a message box with one button
-
-} // namespace
-
 void HexEditor::TellFailedChange() { ShowStatusMessage(u"Failed changing the file"); }
 
 void HexEditor::TypeHexDigit(Char digit) {
@@ -61,7 +55,7 @@ void HexEditor::Copy() {
                                     (size_t(text.Length()) + 1) * sizeof(Char)};
         surface.WriteClipboard(&item, 1);
     } else if (ViewHost* host = surface.Host()) {
-        host->ShowMessage(nullptr, u"Failed copying to clipboard", WarningBox);
+        host->ShowMessage(nullptr, u"Failed copying to clipboard", MessageKind::Warning);
     }
 }
 

@@ -126,16 +126,23 @@ constexpr Command Commands[] = {
     {Always, Nothing}, // there are no bookmarks
     {Never, Nothing},
 };
-static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommand::Count);
+static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);
+
+// Null for a number that is no command.
+const Command* Find(ViewCommand command) {
+    const auto number = static_cast<uint32_t>(command);
+    return number < ViewCommandCount ? &Commands[number] : nullptr;
+}
 
 } // namespace
 
-bool HexEditor::CanDo(uint32_t command) const {
-    return document && command < ViewCommand::Count && Commands[command].isEnabled(*this);
+bool HexEditor::CanDo(ViewCommand command) const {
+    const Command* found = Find(command);
+    return document && found && found->isEnabled(*this);
 }
 
-bool HexEditor::ExecuteCommand(uint32_t command) {
-    if (command >= ViewCommand::Count) return false;
-    if (document) Commands[command].execute(*this);
-    return true;
+bool HexEditor::ExecuteCommand(ViewCommand command) {
+    const Command* found = Find(command);
+    if (found && document) found->execute(*this);
+    return found != nullptr;
 }

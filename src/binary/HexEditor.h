@@ -54,12 +54,13 @@ public:
     void OnLeftButtonUp() override;
     void OnCaptureLost() override;
     int32_t VisibleLines() const override { return visibleRows; }
-    void SuspendRedraw(bool resume) override;
+    void SuspendRedraw() override { ++suspendCount; }
+    void ResumeRedraw() override;
 
     // Commands.
-    bool CanDo(uint32_t command) const; // a ViewCommand
+    bool CanDo(ViewCommand command) const;
     // False for an unknown command.
-    bool ExecuteCommand(uint32_t command);
+    bool ExecuteCommand(ViewCommand command);
     // Overwrites the caret's nibble and moves on to the next one. Anything but a hex digit is ignored.
     void TypeHexDigit(Char digit);
     void SelectAll();

@@ -51,11 +51,7 @@ void HexEditor::InvalidateBytes(uint64_t first, uint64_t second) {
     surface.InvalidateStrip(top * lineHeight, bottom * lineHeight);
 }
 
-void HexEditor::SuspendRedraw(bool resume) {
-    if (!resume) {
-        ++suspendCount;
-        return;
-    }
+void HexEditor::ResumeRedraw() {
     if (suspendCount == 0 || --suspendCount || !invalidatePending) return;
     invalidatePending = false;
     surface.InvalidateAll();

@@ -173,7 +173,7 @@ void TextEditor::RefreshStatus() {
     if (!host || !document) return;
     const uint32_t ending = document->GetLineEnding();
     WString text;
-    const auto send = [&](uint32_t field, uint32_t& sent, uint32_t value, const Char* format, uint32_t number) {
+    const auto send = [&](StatusField field, uint32_t& sent, uint32_t value, const Char* format, uint32_t number) {
         text.Clear();
         if (sent == value || !Text::AppendFormat(text, format, number)) return;
         sent = value;

@@ -73,14 +73,14 @@ void EditorActions::Cut(TextEditor& editor) {
     }
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Content()) return;
-    editor.SuspendRedraw(false);
+    editor.SuspendRedraw();
     uint32_t from = 0;
     uint32_t to = 0;
     CaretLineRange(editor, from, to);
     editor.SelectRange(from, to);
     CopyRange(editor, from, to, true);
     editor.DeleteSelection();
-    editor.SuspendRedraw(true);
+    editor.ResumeRedraw();
 }
 
 void EditorActions::Paste(TextEditor& editor) {

@@ -11,10 +11,8 @@
 
 namespace {
 
-constexpr uint32_t WarningBox = 0x30; // the system's style of a message box with one button
-
 void Warn(const TextEditor& editor, const Char* text) {
-    if (ViewHost* host = editor.Surface().Host()) host->ShowMessage(nullptr, text, WarningBox);
+    if (ViewHost* host = editor.Surface().Host()) host->ShowMessage(nullptr, text, MessageKind::Warning);
 }
 
 } // namespace

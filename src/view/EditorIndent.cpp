@@ -66,7 +66,7 @@ void EditorActions::IndentBlock(TextEditor& editor, bool unindent) {
     if (!GatherLines(document, start, lastLine, unindent, changes) || (!unindent && !MakeUnit(unit))) return;
     uint32_t newEnd = end + static_cast<uint32_t>(changes.Count()) * unit.Length();
     for (size_t i = 0; i < changes.Count(); ++i) newEnd -= changes[i].removed;
-    editor.SuspendRedraw(false);
+    editor.SuspendRedraw();
     if (document.ReplaceRanges(changes, unit.Text(), unit.Length())) editor.SelectRange(start, newEnd);
-    editor.SuspendRedraw(true);
+    editor.ResumeRedraw();
 }

@@ -126,7 +126,7 @@ void GoToDialog(const KeyPress& press) {
     if (!press.shift) press.editor.Surface().ShowGoToDialog();
 }
 
-template <uint32_t Command> void Execute(const KeyPress& press) { press.editor.ExecuteCommand(Command); }
+template <ViewCommand Command> void Execute(const KeyPress& press) { press.editor.ExecuteCommand(Command); }
 
 template <uint32_t Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
 

@@ -99,11 +99,7 @@ void TextEditor::InvalidateLines(uint32_t first, uint32_t last) {
     surface.InvalidateStrip(static_cast<int32_t>(top), static_cast<int32_t>(bottom < end ? bottom : end));
 }
 
-void TextEditor::SuspendRedraw(bool resume) {
-    if (!resume) {
-        ++suspendCount;
-        return;
-    }
+void TextEditor::ResumeRedraw() {
     if (suspendCount == 0 || --suspendCount) return;
     const uint32_t pending = pendingFlags;
     pendingFlags = 0;

@@ -65,14 +65,15 @@ public:
     void OnLeftButtonUp() override;
     void OnCaptureLost() override;
     int32_t VisibleLines() const override { return visibleLines; }
-    void SuspendRedraw(bool resume) override;
+    void SuspendRedraw() override { ++suspendCount; }
+    void ResumeRedraw() override;
 
     // Opens the file that the line names in output, else selects the word.
     void OnDoubleClick();
 
     // Commands.
-    bool IsCommandEnabled(uint32_t command) const;
-    bool ExecuteCommand(uint32_t command);
+    bool IsCommandEnabled(ViewCommand command) const;
+    bool ExecuteCommand(ViewCommand command);
     // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
     void GoToLine(uint32_t line, bool selectLine);
     void ToggleBookmark(uint32_t line); // None32: the caret line

@@ -27,8 +27,9 @@ public:
     virtual int32_t VisibleLines() const = 0;
     // Repaints everything, now or once redraw is resumed.
     virtual void Invalidate() = 0;
-    // False suspends redraw, true resumes it; calls nest.
-    virtual void SuspendRedraw(bool resume) = 0;
+    // Until redraw is resumed nothing is invalidated; calls nest.
+    virtual void SuspendRedraw() = 0;
+    virtual void ResumeRedraw() = 0;
 
 protected:
     ~EditorInput() = default;

@@ -1,26 +1,32 @@
 #pragma once
 
 #include "base/Types.h"
+#include "viewbase/MessageKind.h"
 
 class Document;
 class View;
+
+// The fields of the status bar.
+enum class StatusField : uint32_t { Message = 0, Line = 1, Column = 2, Overwrite = 3, LineEnding = 4 };
+
+enum class MacroState : uint32_t { Idle = 0, Recording = 1, Playing = 2 };
 
 // How a view talks to the frame that holds it. The order of the operations is fixed.
 class ViewHost {
 public:
     // The view received the keyboard focus.
     virtual void ViewActivated(View* view) = 0;
-    // Status field 0 (messages) to 4; a null text clears the field.
-    virtual void SetStatusText(uint32_t field, const Char* text) = 0;
+    // A null text clears the field.
+    virtual void SetStatusText(StatusField field, const Char* text) = 0;
     // `line` is 0-based, None32 for none.
     virtual bool OpenFileAtLine(const Char* path, uint32_t line) = 0;
     // The document's modified state or name may have changed.
     virtual void DocumentChanged(Document* document) = 0;
     // The document's running state changed; unless `running`, files are checked for changes by others.
     virtual void CheckChangedOnDisk(Document* document, bool running) = 0;
-    // A message box with the caption "Orvane"; `style` and the answer are the system's MB_ and ID values.
-    virtual int ShowMessage(NativeWindow owner, const Char* text, uint32_t style) = 0;
-    virtual uint32_t GetMacroState() = 0; // MacroState
+    // A message box in front of `owner`, or of the window that is active when that is null.
+    virtual Answer ShowMessage(NativeWindow owner, const Char* text, MessageKind kind) = 0;
+    virtual MacroState GetMacroState() = 0;
     virtual void StopMacroPlayback() = 0;
     // Settings changed: every view recomputes its layout and repaints.
     virtual void ApplySettings(uint32_t flag) = 0;
@@ -28,18 +34,3 @@ public:
 protected:
     ~ViewHost() = default;
 };
-
-namespace MacroState {
-constexpr uint32_t Idle = 0;
-constexpr uint32_t Recording = 1;
-constexpr uint32_t Playing = 2;
-} // namespace MacroState
-
-// Status fields of SetStatusText.
-namespace StatusField {
-constexpr uint32_t Message = 0;
-constexpr uint32_t Line = 1;
-constexpr uint32_t Column = 2;
-constexpr uint32_t Overwrite = 3;
-constexpr uint32_t LineEnding = 4;
-} // namespace StatusField

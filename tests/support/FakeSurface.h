@@ -14,7 +14,7 @@
 class FakeHost final : public ViewHost {
 public:
     void ViewActivated(View*) override { ++activations; }
-    void SetStatusText(uint32_t field, const Char* text) override {
+    void SetStatusText(StatusField field, const Char* text) override {
         status[field] = text ? text : u"";
         ++statusCalls[field];
     }
@@ -24,23 +24,23 @@ public:
     }
     void DocumentChanged(Document*) override { ++documentChanges; }
     void CheckChangedOnDisk(Document*, bool running) override { runStates.push_back(running); }
-    int ShowMessage(NativeWindow, const Char* text, uint32_t style) override {
+    Answer ShowMessage(NativeWindow, const Char* text, MessageKind kind) override {
         messages.emplace_back(text);
-        messageStyles.push_back(style);
-        return 1;
+        messageKinds.push_back(kind);
+        return Answer::Ok;
     }
-    uint32_t GetMacroState() override { return macroState; }
+    MacroState GetMacroState() override { return macroState; }
     void StopMacroPlayback() override { ++macroStops; }
     void ApplySettings(uint32_t flag) override { applied.push_back(flag); }
 
-    std::map<uint32_t, std::u16string> status; // what the fields show
-    std::map<uint32_t, int> statusCalls;
+    std::map<StatusField, std::u16string> status; // what the fields show
+    std::map<StatusField, int> statusCalls;
     std::vector<std::pair<std::u16string, uint32_t>> opened;
     std::vector<std::u16string> messages;
-    std::vector<uint32_t> messageStyles;
+    std::vector<MessageKind> messageKinds;
     std::vector<uint32_t> applied;
     std::vector<bool> runStates;
-    uint32_t macroState = MacroState::Idle;
+    MacroState macroState = MacroState::Idle;
     int macroStops = 0;
     int documentChanges = 0;
     int activations = 0;

@@ -106,7 +106,7 @@ protected:
         if (caretFirst) text.insert(caret, u"|");
         return Plain(text);
     }
-    std::string Status(uint32_t field) const { return Plain(host().status[field]); }
+    std::string Status(StatusField field) const { return Plain(host().status[field]); }
 
     std::unique_ptr<TextDocument> document;
     TestView* shown = nullptr;

@@ -39,7 +39,7 @@ TEST_F(FindDialogsTest, NotFoundIsAnInformation) {
     });
     view->ExecuteCommand(ViewCommand::Replace);
     EXPECT_EQ(host.messages, std::vector<std::u16string>(3, u"Text not found"));
-    EXPECT_EQ(host.messageStyles, std::vector<uint32_t>(3, 64));
+    EXPECT_EQ(host.messageKinds, std::vector<MessageKind>(3, MessageKind::Information));
 }
 
 TEST_F(FindDialogsTest, WhatIsFoundIsSelectedWithoutAWord) {

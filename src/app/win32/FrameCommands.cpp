@@ -54,7 +54,7 @@ namespace {
 // The menu's edit commands go to the active view, under the view's own numbers.
 struct ForwardedCommand {
     uint32_t number;
-    uint32_t viewCommand;
+    ViewCommand viewCommand;
 };
 
 constexpr ForwardedCommand ForwardedCommands[] = {
@@ -149,8 +149,8 @@ bool MainFrame::IsMenuCommandEnabled(uint32_t number) const {
     return !NeedsView(number) || activeView;
 }
 
-void MainFrame::SendToView(uint32_t viewCommand) {
-    if (activeView) activeView->ExecuteCommand(viewCommand);
+void MainFrame::SendToView(ViewCommand command) {
+    if (activeView) activeView->ExecuteCommand(command);
 }
 
 void MainFrame::UndoEdit() {

@@ -62,7 +62,7 @@ void MainFrame::RefreshStatus() {
 }
 
 // A message hides what field 0 shows otherwise, which comes back when the message is cleared.
-void MainFrame::SetStatusText(uint32_t field, const Char* text) {
+void MainFrame::SetStatusText(StatusField field, const Char* text) {
     if (field == StatusField::Message && !text) {
         if (messageShown) RefreshStatus();
         return;
@@ -72,7 +72,7 @@ void MainFrame::SetStatusText(uint32_t field, const Char* text) {
 }
 
 void MainFrame::ClearStatusFields() {
-    for (const uint32_t field :
+    for (const StatusField field :
          {StatusField::Line, StatusField::Column, StatusField::Overwrite, StatusField::LineEnding})
         statusBar.SetField(field, nullptr);
     SetStatusText(StatusField::Message, nullptr);
@@ -114,22 +114,18 @@ void MainFrame::EndBatch() {
     ReportOpenFailure(failed.Text());
 }
 
-int MainFrame::ShowMessage(NativeWindow owner, const Char* text, uint32_t style) {
+Answer MainFrame::ShowMessage(NativeWindow owner, const Char* text, MessageKind kind) {
+    static constexpr UINT Styles[] = {MB_OK | MB_ICONINFORMATION, MB_OK | MB_ICONWARNING, MB_YESNO | MB_ICONQUESTION,
+                                      MB_YESNOCANCEL | MB_ICONQUESTION};
     CatchUp();
     WString fitted;
     if (BuildMessageText(text, fitted)) text = fitted.Text();
     // A dialog that is shown has to wait for the answer like the frame beneath it.
     HWND waiting = owner ? static_cast<HWND>(owner) : GetActiveWindow();
     if (!waiting) waiting = window;
-    const int answer = MessageBoxW(waiting, Wide(text), L"Orvane", style);
+    const int answer = MessageBoxW(waiting, Wide(text), L"Orvane", Styles[static_cast<int>(kind)]);
     SetRedraw(batchDepth == 0);
-    return answer;
-}
-
-Answer MainFrame::AskUser(const Char* text, MessageKind kind) {
-    static constexpr UINT Styles[] = {MB_OK | MB_ICONINFORMATION, MB_OK | MB_ICONWARNING, MB_YESNO | MB_ICONQUESTION,
-                                      MB_YESNOCANCEL | MB_ICONQUESTION};
-    switch (ShowMessage(nullptr, text, Styles[static_cast<int>(kind)])) {
+    switch (answer) {
     case IDYES:
         return Answer::Yes;
     case IDNO:

@@ -9,6 +9,7 @@
 #include "app/win32/StatusBar.h"
 #include "base/win32/Windows.h"
 #include "document/Document.h"
+#include "viewbase/ViewCommand.h"
 #include "viewbase/ViewHost.h"
 
 class TextBuffer;
@@ -34,12 +35,12 @@ public:
 
     // ViewHost.
     void ViewActivated(View* view) override;
-    void SetStatusText(uint32_t field, const Char* text) override;
+    void SetStatusText(StatusField field, const Char* text) override;
     bool OpenFileAtLine(const Char* path, uint32_t line) override;
     void DocumentChanged(Document* document) override;
     void CheckChangedOnDisk(Document* document, bool running) override;
-    int ShowMessage(NativeWindow owner, const Char* text, uint32_t style) override;
-    uint32_t GetMacroState() override { return macros.State(); }
+    Answer ShowMessage(NativeWindow owner, const Char* text, MessageKind kind) override;
+    MacroState GetMacroState() override { return macros.State(); }
     void StopMacroPlayback() override { macros.StopPlayback(); }
     void ApplySettings(uint32_t flag) override;
 
@@ -69,7 +70,7 @@ public:
     void ReloadOptions() override;
     void PostClose() override { PostMessageW(window, WM_CLOSE, 0, 0); }
     void PostQuitNow() override { PostMessageW(window, QuitNowMessage, 0, 0); }
-    Answer AskUser(const Char* text, MessageKind kind) override;
+    Answer AskUser(const Char* text, MessageKind kind) override { return ShowMessage(nullptr, text, kind); }
 
     // The menu's commands (FrameCommands.cpp). False when the number is none of them.
     bool ExecuteMenuCommand(uint32_t number);
@@ -155,7 +156,7 @@ private:
     void ShowAbout();
     void ShowTools();
     void ShowOptions();
-    void SendToView(uint32_t viewCommand);
+    void SendToView(ViewCommand command);
     bool IsMenuCommandEnabled(uint32_t number) const;
 
     // Tools (FrameTools.cpp).

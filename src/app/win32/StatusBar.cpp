@@ -35,10 +35,11 @@ int StatusBar::Height() const {
     return area.bottom - area.top;
 }
 
-void StatusBar::SetField(uint32_t field, const Char* text) {
-    if (field >= PartCount) return;
-    const WPARAM style = field == 0 ? static_cast<WPARAM>(SBT_NOBORDERS) : 0;
-    SendMessageW(window, SB_SETTEXTW, PartOfField[field] | style, reinterpret_cast<LPARAM>(text ? text : u""));
+void StatusBar::SetField(StatusField field, const Char* text) {
+    const bool isMessage = field == StatusField::Message;
+    const WPARAM style = isMessage ? static_cast<WPARAM>(SBT_NOBORDERS) : 0;
+    SendMessageW(window, SB_SETTEXTW, PartOfField[static_cast<uint32_t>(field)] | style,
+                 reinterpret_cast<LPARAM>(text ? text : u""));
     // A message may come from the middle of a long search, when no WM_PAINT is fetched.
-    if (field == 0 && text) UpdateWindow(window);
+    if (isMessage && text) UpdateWindow(window);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/win32/Windows.h"
+#include "viewbase/ViewHost.h"
 
 // The status bar at the bottom of the frame: five parts, part 0 taking what the others leave.
 class StatusBar {
@@ -9,8 +10,8 @@ public:
     // Puts the bar at the bottom of its parent and sets the parts' edges for the client width.
     void Layout(int clientWidth);
     int Height() const;
-    // Writes a field of the views (StatusField numbers); null clears it. Field 0 is drawn without borders.
-    void SetField(uint32_t field, const Char* text);
+    // Writes a field of the views; null clears it. That of messages is drawn without borders.
+    void SetField(StatusField field, const Char* text);
     HWND Window() const { return window; }
 
 private:

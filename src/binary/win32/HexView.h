@@ -21,8 +21,8 @@ public:
 
     // View.
     Document* GetDocument() const override { return editor.GetBinaryDocument(); }
-    bool IsCommandEnabled(uint32_t command) const override { return editor.CanDo(command); }
-    bool ExecuteCommand(uint32_t command) override { return editor.ExecuteCommand(command); }
+    bool IsCommandEnabled(ViewCommand command) const override { return editor.CanDo(command); }
+    bool ExecuteCommand(ViewCommand command) override { return editor.ExecuteCommand(command); }
     bool FindNext(bool backward, uint32_t) override { return editor.FindNext(backward); }
 
     // EditorSurface.

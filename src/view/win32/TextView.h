@@ -23,8 +23,8 @@ public:
     // View.
     Document* GetDocument() const override { return editor.GetTextBuffer(); }
     void GoToLine(uint32_t line, bool selectLine) override { editor.GoToLine(line, selectLine); }
-    bool IsCommandEnabled(uint32_t command) const override { return editor.IsCommandEnabled(command); }
-    bool ExecuteCommand(uint32_t command) override { return editor.ExecuteCommand(command); }
+    bool IsCommandEnabled(ViewCommand command) const override { return editor.IsCommandEnabled(command); }
+    bool ExecuteCommand(ViewCommand command) override { return editor.ExecuteCommand(command); }
     void ToggleBookmark(uint32_t line) override { editor.ToggleBookmark(line); }
     bool FindNext(bool backward, uint32_t) override { return editor.FindNext(backward); }
     LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;

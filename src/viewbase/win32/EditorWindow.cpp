@@ -204,7 +204,7 @@ bool EditorWindow::ReadClipboard(WString& text, bool& wholeLine) { return Clipbo
 
 void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
     if (!Clipboard::Write(window, items, count) && host)
-        host->ShowMessage(window, u"Failed copying to clipboard", MB_OK | MB_ICONWARNING);
+        host->ShowMessage(window, u"Failed copying to clipboard", MessageKind::Warning);
 }
 
 void EditorWindow::ShowContextMenu(int x, int y) const {

@@ -15,7 +15,7 @@ public:
     // View.
     Document* Attach(HWND newWindow) override;
     void OnSize(uint32_t flags) override;
-    void SuspendRedraw(bool resume) override { Input().SuspendRedraw(resume); }
+    void SuspendRedraw(bool resume) override { resume ? Input().ResumeRedraw() : Input().SuspendRedraw(); }
     void Invalidate() override { Input().Invalidate(); }
     LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;
     void OnKeyDown(uint32_t key, uint32_t repeat, uint32_t flags) override;

@@ -2,6 +2,7 @@
 
 #include "base/Heap.h"
 #include "base/win32/Windows.h"
+#include "viewbase/ViewCommand.h"
 #include "viewbase/ViewHost.h"
 
 class Document;
@@ -28,9 +29,9 @@ public:
     // Moves the caret to the start of a 0-based line (clamped); `selectLine` selects the whole line. Does
     // nothing where there are no lines.
     virtual void GoToLine(uint32_t, bool) {}
-    virtual bool IsCommandEnabled(uint32_t command) const = 0;
+    virtual bool IsCommandEnabled(ViewCommand command) const = 0;
     // False for an unknown command.
-    virtual bool ExecuteCommand(uint32_t command) = 0;
+    virtual bool ExecuteCommand(ViewCommand command) = 0;
     // Recomputes everything that depends on the window's size and the settings; with bit 1 (value 2) of
     // `flags` also the syntax state of the top line.
     virtual void OnSize(uint32_t flags) = 0;

@@ -192,10 +192,11 @@ TEST_F(HexKeys, CtrlZAndCtrlYGoThroughTheEdits) {
 
 TEST_F(HexKeys, CopyNeedsASelectionAndOthersNothing) {
     Show("xyz");
-    for (uint32_t command = 0; command <= ViewCommand::Count; ++command) {
+    for (uint32_t number = 0; number <= ViewCommandCount; ++number) {
+        const auto command = static_cast<ViewCommand>(number);
         const bool always =
             command == ViewCommand::SelectAll || command == ViewCommand::Find || command == ViewCommand::ToggleBookmark;
-        EXPECT_EQ(view().CanDo(command), always) << command;
+        EXPECT_EQ(view().CanDo(command), always) << number;
     }
     view().SelectBytes(1, 2);
     EXPECT_TRUE(view().CanDo(ViewCommand::Copy));
@@ -221,10 +222,10 @@ TEST_F(HexKeys, CommandsDoWhatTheirKeysDo) {
 TEST_F(HexKeys, WhatBytesCannotDoIsTakenAndDoesNothing) {
     Show("xyz");
     view().SelectBytes(0, 2);
-    for (const uint32_t command : {ViewCommand::Cut, ViewCommand::Delete, ViewCommand::Replace,
-                                   ViewCommand::ToggleBookmark, ViewCommand::CopyColoured})
+    for (const ViewCommand command : {ViewCommand::Cut, ViewCommand::Delete, ViewCommand::Replace,
+                                      ViewCommand::ToggleBookmark, ViewCommand::CopyColoured})
         EXPECT_TRUE(view().ExecuteCommand(command));
-    EXPECT_FALSE(view().ExecuteCommand(ViewCommand::Count));
+    EXPECT_FALSE(view().ExecuteCommand(static_cast<ViewCommand>(ViewCommandCount)));
     EXPECT_EQ(Content(), "xyz");
     EXPECT_EQ(Selection(), (Two{0, 2}));
     EXPECT_TRUE(surface().dialogs.empty());

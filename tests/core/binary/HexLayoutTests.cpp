@@ -112,7 +112,8 @@ TEST_F(HexLayout, WithoutADocumentNothingHappens) {
     alone.editor.OnMouseMove(9, 9);
     alone.editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::LineForward, 0);
     alone.editor.OnWheel(-120, 3, false);
-    for (uint32_t command = 0; command < ViewCommand::Count; ++command) {
+    for (uint32_t number = 0; number < ViewCommandCount; ++number) {
+        const auto command = static_cast<ViewCommand>(number);
         EXPECT_FALSE(alone.editor.CanDo(command));
         EXPECT_TRUE(alone.editor.ExecuteCommand(command));
     }
@@ -333,20 +334,20 @@ TEST_F(HexLayout, AMoveWithoutSelectionRepaintsNothing) {
 
 TEST_F(HexLayout, WhileSuspendedNothingIsRepainted) {
     Show(std::string(1600, 'x'));
-    view().SuspendRedraw(false);
-    view().SuspendRedraw(false);
+    view().SuspendRedraw();
+    view().SuspendRedraw();
     Type(u"12");
     Shift(ViewKey::Down);
     view().Invalidate();
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
     EXPECT_EQ(surface().allInvalidations, 0);
     EXPECT_TRUE(surface().strips.empty());
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
     EXPECT_EQ(surface().allInvalidations, 1);
     surface().ForgetCalls();
-    view().SuspendRedraw(true); // one too many
-    view().SuspendRedraw(false);
-    view().SuspendRedraw(true); // nothing was asked for
+    view().ResumeRedraw(); // one too many
+    view().SuspendRedraw();
+    view().ResumeRedraw(); // nothing was asked for
     EXPECT_EQ(surface().allInvalidations, 0);
     view().Invalidate();
     EXPECT_EQ(surface().allInvalidations, 1);
@@ -354,8 +355,8 @@ TEST_F(HexLayout, WhileSuspendedNothingIsRepainted) {
 
 TEST_F(HexLayout, TheCaretIsUpdatedWhileSuspended) {
     Show(std::string(1600, 'x'));
-    view().SuspendRedraw(false);
+    view().SuspendRedraw();
     Press(ViewKey::Right);
     EXPECT_EQ(surface().caretX, (4 + 3) * 8);
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
 }

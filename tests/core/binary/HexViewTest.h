@@ -92,7 +92,7 @@ protected:
     Two Selection() const { return {view().Anchor(), view().Caret()}; }
     Two Caret() const { return {view().Caret(), view().LowNibble()}; }
     std::string Content() const { return file->Content(); }
-    std::u16string Status(uint32_t field) const { return host().status[field]; }
+    std::u16string Status(StatusField field) const { return host().status[field]; }
 
     std::unique_ptr<OpenedFile> file;
     TestHexView* shown = nullptr;

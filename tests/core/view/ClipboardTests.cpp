@@ -162,13 +162,14 @@ TEST_F(ClipboardTest, CommandsAreEnabledByTheSelection) {
     Show(u"abc");
     const bool withoutSelection[] = {false, false, false, false, true, true, true, false, true, false};
     const bool withSelection[] = {true, true, false, true, true, true, true, false, true, true};
-    for (uint32_t command = 0; command < ViewCommand::Count; ++command) {
+    for (uint32_t number = 0; number < ViewCommandCount; ++number) {
+        const auto command = static_cast<ViewCommand>(number);
         view().SelectRange(0, 0);
-        EXPECT_EQ(view().IsCommandEnabled(command), withoutSelection[command]) << command;
+        EXPECT_EQ(view().IsCommandEnabled(command), withoutSelection[number]) << number;
         view().SelectRange(0, 2);
-        EXPECT_EQ(view().IsCommandEnabled(command), withSelection[command]) << command;
+        EXPECT_EQ(view().IsCommandEnabled(command), withSelection[number]) << number;
     }
-    EXPECT_FALSE(view().IsCommandEnabled(10));
+    EXPECT_FALSE(view().IsCommandEnabled(static_cast<ViewCommand>(10)));
 }
 
 TEST_F(ClipboardTest, ReplacingNeedsAWritableDocument) {
@@ -197,6 +198,6 @@ TEST_F(ClipboardTest, EachCommandDoesItsWork) {
     EXPECT_EQ(surface().dialogs, (std::vector<std::string>{"find", "replace many", "go to"}));
     EXPECT_TRUE(view().ExecuteCommand(ViewCommand::ToggleBookmark));
     EXPECT_EQ(document->MarkedLines(), std::vector<uint32_t>{0});
-    EXPECT_FALSE(view().ExecuteCommand(10));
-    EXPECT_FALSE(view().ExecuteCommand(None32));
+    EXPECT_FALSE(view().ExecuteCommand(static_cast<ViewCommand>(10)));
+    EXPECT_FALSE(view().ExecuteCommand(static_cast<ViewCommand>(UINT32_MAX)));
 }

@@ -200,34 +200,34 @@ TEST_F(LayoutTest, LinesOutOfViewAreNotRepainted) {
 
 TEST_F(LayoutTest, WhileSuspendedRepaintingAndTheCaretWait) {
     Show(u"|abc\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n\nx");
-    view().SuspendRedraw(false);
+    view().SuspendRedraw();
     view().Invalidate();
     view().InvalidateLines(0, 0);
     view().MoveCaret(16, 1);
     EXPECT_EQ(surface().allInvalidations, 0);
     EXPECT_TRUE(surface().strips.empty());
     EXPECT_EQ(view().TopLine(), 0u);
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
     EXPECT_GE(surface().allInvalidations, 1);
     EXPECT_EQ(view().TopLine(), 7u);
     EXPECT_EQ(surface().caretY, 144);
 }
 
 TEST_F(LayoutTest, SuspensionsNest) {
-    view().SuspendRedraw(false);
-    view().SuspendRedraw(false);
+    view().SuspendRedraw();
+    view().SuspendRedraw();
     view().Invalidate();
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
     EXPECT_EQ(surface().allInvalidations, 0);
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
     EXPECT_EQ(surface().allInvalidations, 1);
-    view().SuspendRedraw(true); // one too many is harmless
+    view().ResumeRedraw(); // one too many is harmless
     view().Invalidate();
     EXPECT_EQ(surface().allInvalidations, 2);
 }
 
 TEST_F(LayoutTest, NothingPendingNothingRepainted) {
-    view().SuspendRedraw(false);
-    view().SuspendRedraw(true);
+    view().SuspendRedraw();
+    view().ResumeRedraw();
     EXPECT_EQ(surface().allInvalidations, 0);
 }

@@ -52,7 +52,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
     uint32_t end = view.SelectionEnd();
     const uint32_t lastLine = document.OffsetToLine(end, lineStart);
     const std::u16string unit = spaces ? std::u16string(size, u' ') : std::u16string(u"\t");
-    view.SuspendRedraw(false);
+    view.SuspendRedraw();
     document.BeginGroup();
     for (uint32_t line = firstLine; line < lastLine; ++line) {
         const uint32_t at = document.LineToOffset(line);
@@ -72,7 +72,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
     }
     document.EndGroup();
     view.SelectRange(start, end);
-    view.SuspendRedraw(true);
+    view.ResumeRedraw();
 }
 
 // Of a text with line feeds only.

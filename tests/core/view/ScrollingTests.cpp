@@ -164,11 +164,11 @@ TEST_F(ScrollingTest, AWholePageIsRepainted) {
 
 TEST_F(ScrollingTest, WhileSuspendedScrollingRepaintsLater) {
     surface().ForgetCalls();
-    view().SuspendRedraw(false);
+    view().SuspendRedraw();
     view().SetTopLine(1);
     EXPECT_TRUE(surface().scrolls.empty());
     EXPECT_EQ(surface().allInvalidations, 0);
-    view().SuspendRedraw(true);
+    view().ResumeRedraw();
     EXPECT_EQ(surface().allInvalidations, 1);
 }
 
