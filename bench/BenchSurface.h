@@ -24,17 +24,14 @@ public:
     bool HasWindow() const override { return true; }
     bool HasFocus() const override { return true; }
     void TakeFocus() override {}
-    void GetClientSize(int32_t& width, int32_t& height) const override {
-        width = Columns * metrics.averageWidth;
-        height = Rows * metrics.lineHeight;
-    }
+    ClientSize Size() const override { return {Columns * metrics.averageWidth, Rows * metrics.lineHeight}; }
     const ViewMetrics& Metrics() const override { return metrics; }
     CharWidths& Widths() override { return widths; }
     void InvalidateAll() override { ++invalidations; }
     void InvalidateStrip(int32_t, int32_t) override { ++strips; }
     void ScrollPicture(int32_t) override { ++strips; }
     void UpdateNow() override {}
-    void ShowCaretAt(int32_t, int32_t) override {}
+    void ShowCaretAt(ClientPoint) override {}
     void HideCaret() override {}
     void RenewCaret() override {}
     void SetScrollBar(ScrollAxis, const ScrollBar&) override {}
@@ -78,7 +75,7 @@ public:
         SetTextViewFactory([](TextBuffer&, NativeWindow) -> DocumentView* { return &made->editor; });
         editor.SetDocument(&document);
         document.CreateView(nullptr);
-        editor.OnSize(1);
+        editor.OnSize(false);
         editor.OnAttached();
         editor.OnFocus();
     }

@@ -4,11 +4,12 @@
 #include "binary/HexPattern.h"
 #include "binary/HexText.h"
 #include "viewbase/FindState.h"
+#include "viewbase/HostCalls.h"
 #include "viewbase/LongOperation.h"
 
 #include <algorithm>
 
-void HexEditor::TellFailedChange() { ShowStatusMessage(u"Failed changing the file"); }
+void HexEditor::TellFailedChange() { HostCalls::ShowStatus(surface, u"Failed changing the file"); }
 
 void HexEditor::TypeHexDigit(Char digit) {
     const uint32_t value = HexPattern::DigitValue(digit);
@@ -54,8 +55,8 @@ void HexEditor::Copy() {
         const ClipboardItem item = {ClipboardFormat::UnicodeText, text.Text(),
                                     (size_t(text.Length()) + 1) * sizeof(Char)};
         surface.WriteClipboard(&item, 1);
-    } else if (ViewHost* host = surface.Host()) {
-        host->ShowMessage(nullptr, u"Failed copying to clipboard", MessageKind::Warning);
+    } else {
+        HostCalls::Warn(surface, u"Failed copying to clipboard");
     }
 }
 
@@ -95,23 +96,22 @@ bool HexEditor::Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& 
     // It would be wrong to say that the text was not found.
     if (document->SearchFailed()) {
         findState.brokenOff = true;
-        ShowStatusMessage(u"Failed reading the file");
+        HostCalls::ShowStatus(surface, u"Failed reading the file");
     }
     return false;
 }
 
 bool HexEditor::FindNext(bool backward) {
     if (!document) return false;
-    ShowStatusMessage(nullptr);
+    HostCalls::ShowStatus(surface, nullptr);
     uint64_t found = 0;
     bool wrapped = false;
     uint32_t length = 0;
     if (!Search(backward, found, wrapped, length)) {
-        ViewHost* host = surface.Host();
-        if (host && host->GetMacroState() == MacroState::Playing) host->StopMacroPlayback();
+        HostCalls::SearchFailed(surface);
         return false;
     }
     SelectBytes(found + length, found);
-    if (wrapped) ShowStatusMessage(u"Passed end of file");
+    if (wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
     return true;
 }

@@ -1,6 +1,7 @@
 #include "binary/HexEditor.h"
 
 #include "binary/HexText.h"
+#include "viewbase/HostCalls.h"
 
 #include <algorithm>
 
@@ -17,9 +18,7 @@ void HexEditor::SetDocument(BinaryDocument* newDocument) {
     if (document) UpdateScrollBar();
 }
 
-void HexEditor::DocumentChanged(Document* changed) {
-    if (ViewHost* host = surface.Host()) host->DocumentChanged(changed);
-}
+void HexEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
 
 void HexEditor::ContentChanged() {
     page.Forget();
@@ -27,9 +26,8 @@ void HexEditor::ContentChanged() {
 }
 
 void HexEditor::OnAttached() {
-    // The bars of this window have never been set; nothing ever scrolls sideways.
-    surface.SetScrollBar(ScrollAxis::Horizontal, {0, 1, 0});
-    sentBar = NeverSent;
+    bars.Forget();
+    bars.Show(ScrollAxis::Horizontal, {0, 1, 0}); // nothing ever scrolls sideways
     UpdateScrollBar();
 }
 
@@ -60,7 +58,7 @@ void HexEditor::MoveTo(uint64_t offset, bool extend) {
         anchor = caret;
         if (oldAnchor != oldCaret) InvalidateBytes(oldAnchor, oldCaret);
     }
-    if (surface.HasFocus()) ShowStatusMessage(nullptr);
+    if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
     UpdateCaret(true);
 }
 
@@ -73,7 +71,7 @@ void HexEditor::SelectBytes(uint64_t newAnchor, uint64_t newCaret) {
 void HexEditor::SetCaret(uint64_t offset, uint32_t subPosition) {
     caret = anchor = std::min(offset, FileSize());
     lowNibble = subPosition ? 1 : 0;
-    if (surface.HasFocus()) ShowStatusMessage(nullptr);
+    if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
 }
 
 void HexEditor::ToHighNibble() {
@@ -83,10 +81,6 @@ void HexEditor::ToHighNibble() {
 }
 
 // The status bar.
-
-void HexEditor::ShowStatusMessage(const Char* text) {
-    if (ViewHost* host = surface.Host()) host->SetStatusText(StatusField::Message, text);
-}
 
 void HexEditor::RefreshStatus() {
     ViewHost* host = surface.Host();

@@ -2,8 +2,9 @@
 
 #include "binary/BinaryDocument.h"
 #include "binary/HexPage.h"
+#include "viewbase/DragSelection.h"
 #include "viewbase/EditorInput.h"
-#include "viewbase/MouseWheel.h"
+#include "viewbase/Redraw.h"
 #include "viewbase/ViewCommand.h"
 
 // The hex view without its window: rows of an offset column, a hex column and a text column, a caret on
@@ -30,7 +31,7 @@ public:
     // DocumentView and HexDocumentView.
     bool HasWindow() const override { return surface.HasWindow(); }
     bool HasFocus() const override { return surface.HasFocus(); }
-    void Invalidate() override;
+    void Invalidate() override { redraw.InvalidateAll(); }
     void RefreshStatus() override;
     void DocumentChanged(Document* changed) override;
     View* AsView() override { return surface.AsView(); }
@@ -42,20 +43,20 @@ public:
 
     // EditorInput.
     void OnAttached() override;
-    void OnSize(uint32_t flags) override;
+    void OnSize(bool coloursChanged) override;
     void OnFocus() override;
     void OnKeyDown(uint32_t key) override;
     void OnChar(Char character) override { TypeHexDigit(character); }
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
-    void OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl) override;
-    void OnLeftButtonDown(int32_t x, int32_t y, bool shift) override;
-    void OnMouseMove(int32_t x, int32_t y) override;
+    void OnWheel(const WheelTurn& turn) override;
+    void OnLeftButtonDown(ClientPoint point, bool shift) override;
+    void OnMouseMove(ClientPoint point) override;
     void OnDragTimer() override;
-    void OnLeftButtonUp() override;
-    void OnCaptureLost() override;
+    void OnLeftButtonUp() override { drag.End(); }
+    void OnCaptureLost() override { drag.OnCaptureLost(); }
     int32_t VisibleLines() const override { return visibleRows; }
-    void SuspendRedraw() override { ++suspendCount; }
-    void ResumeRedraw() override;
+    void SuspendRedraw() override { redraw.Suspend(); }
+    void ResumeRedraw() override { static_cast<void>(redraw.Resume()); }
 
     // Commands.
     bool CanDo(ViewCommand command) const;
@@ -97,21 +98,18 @@ public:
     int32_t GutterWidth() const;
     int32_t TextLeft() const;
     // The byte at a client point, at most the file's end.
-    uint64_t OffsetAt(int32_t x, int32_t y) const;
+    uint64_t OffsetAt(ClientPoint point) const;
     HexPage& Page() { return page; }
 
 private:
-    static constexpr ScrollBar NeverSent = {-1, -1, -1};
-
     uint64_t FileSize() const { return document ? document->FileSize() : 0; }
-    uint64_t LastTopRow() const;
+    ScrollState Scrolled() const { return {RowCount(), visibleRows, topRow}; }
+    void DragTo(ClientPoint point);
     void ToHighNibble();
     void UpdateCaret(bool scrollIntoView);
     void PlaceCaret();
     void UpdateScrollBar();
-    uint32_t BarShift() const;
     void InvalidateBytes(uint64_t first, uint64_t second);
-    void ShowStatusMessage(const Char* text);
     bool Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& length);
     bool AppendSelection(WString& out);
 
@@ -124,14 +122,11 @@ private:
     HexPage page;
     uint32_t lowNibble = 0;  // 1 when the caret stands on the low nibble of its byte
     int32_t visibleRows = 0; // client height / line height
-    uint32_t suspendCount = 0;
-    bool invalidatePending = false;
-    bool dragging = false;
-    int32_t dragX = 0;
-    int32_t dragY = 0;
+    Redraw redraw{surface};
+    DragSelection drag{surface};
     MouseWheel wheel;
-    // What the window and the frame were told last.
-    ScrollBar sentBar = NeverSent;
+    ScrollBars bars{surface};
+    // What the frame was told last.
     bool statusSent = false;
     uint64_t sentCaret = 0;
 };

@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 #include "view/Brackets.h"
 #include "view/TextEditor.h"
+#include "viewbase/HostCalls.h"
 
 void TextEditor::MoveCaret(uint32_t line, uint32_t column, bool extend) {
     if (!document) return;
@@ -30,7 +31,7 @@ void TextEditor::SetCaret(uint32_t line, uint32_t column, bool extend) {
         selectionAnchor = caretOffset;
         if (oldAnchor != oldCaret) InvalidateSelection(oldAnchor, oldLine);
     }
-    if (surface.HasFocus()) ShowStatusMessage(nullptr);
+    if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
     UpdateCaret(true);
 }
 
@@ -161,10 +162,6 @@ void TextEditor::UpdateBraceMatch() {
     for (const uint32_t line : lines) {
         if (line != None32) InvalidateLines(line, line);
     }
-}
-
-void TextEditor::ShowStatusMessage(const Char* text) {
-    if (ViewHost* host = surface.Host()) host->SetStatusText(StatusField::Message, text);
 }
 
 void TextEditor::RefreshStatus() {

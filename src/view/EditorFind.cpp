@@ -7,15 +7,8 @@
 #include "view/TextEditor.h"
 #include "view/Words.h"
 #include "viewbase/FindState.h"
+#include "viewbase/HostCalls.h"
 #include "viewbase/LongOperation.h"
-
-namespace {
-
-void Warn(const TextEditor& editor, const Char* text) {
-    if (ViewHost* host = editor.Surface().Host()) host->ShowMessage(nullptr, text, MessageKind::Warning);
-}
-
-} // namespace
 
 bool TextEditor::TakeSearchTextFromSelection() {
     if (!HasSelection() || !document->CommitEdit()) return true;
@@ -47,7 +40,7 @@ void EditorActions::QuickSearch(TextEditor& editor, bool backward) {
 
 bool TextEditor::FindNext(bool backward) {
     if (!document) return false;
-    ShowStatusMessage(nullptr);
+    HostCalls::ShowStatus(surface, nullptr);
     uint32_t found = 0;
     bool wrapped = false;
     bool success = false;
@@ -61,13 +54,12 @@ bool TextEditor::FindNext(bool backward) {
                   document->FindText(wanted.Text(), from, TextLength(), findState.matchCase, findState.wholeWord,
                                      backward, found, wrapped, &progress);
     }
-    ViewHost* host = surface.Host();
     if (!success) {
-        if (host && host->GetMacroState() == MacroState::Playing) host->StopMacroPlayback();
+        HostCalls::SearchFailed(surface);
         return false;
     }
     SelectRange(found, found + findState.searchHistory.Newest().Length());
-    if (wrapped) ShowStatusMessage(u"Passed end of file");
+    if (wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
     return true;
 }
 
@@ -97,12 +89,13 @@ bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSel
     const bool done =
         result == MatchResult::Done && fits && document->ReplaceRanges(matches.changes, replacement, length);
     if (!fits) {
-        Warn(*this, u"The text would become too long");
+        HostCalls::Warn(surface, u"The text would become too long");
     } else if (!done && result != MatchResult::BrokenOff) {
-        Warn(*this, u"Not enough memory");
+        HostCalls::Warn(surface, u"Not enough memory");
     }
     if (done && inSelection) SelectRange(start, static_cast<uint32_t>(newEnd));
     WString message;
-    if (Text::AppendFormat(message, u"%u occurences replaced", done ? count : 0)) ShowStatusMessage(message.Text());
+    if (Text::AppendFormat(message, u"%u occurences replaced", done ? count : 0))
+        HostCalls::ShowStatus(surface, message.Text());
     return done;
 }

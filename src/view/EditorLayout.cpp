@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr uint32_t PendingInvalidate = 1;
-constexpr uint32_t PendingCaret = 2;
 constexpr uint32_t FixedDigits = 7;
 
 int32_t Saturate(int64_t value) {
@@ -17,16 +15,12 @@ int32_t Saturate(int64_t value) {
 
 LineLayout TextEditor::Layout() const { return {surface.Metrics(), textSurface.Widths()}; }
 
-void TextEditor::OnSize(uint32_t flags) {
-    constexpr uint32_t ColouringChanged = 2;
-    if (flags & ColouringChanged) states.TextChanged(0);
+void TextEditor::OnSize(bool coloursChanged) {
+    if (coloursChanged) states.TextChanged(0);
     measured.Forget(); // the font or the tabs may have changed
     if (!surface.HasWindow()) return;
-    int32_t width = 0;
-    int32_t height = 0;
-    surface.GetClientSize(width, height);
     const int32_t lineHeight = surface.Metrics().lineHeight;
-    visibleLines = lineHeight > 0 ? height / lineHeight : 0;
+    visibleLines = lineHeight > 0 ? surface.Size().height / lineHeight : 0;
     surface.RenewCaret();
     RecomputeDigits();
     RecomputeColumns();
@@ -46,11 +40,8 @@ void TextEditor::RecomputeDigits() {
 }
 
 void TextEditor::RecomputeColumns() {
-    int32_t width = 0;
-    int32_t height = 0;
-    surface.GetClientSize(width, height);
     const int32_t average = surface.Metrics().averageWidth;
-    const int32_t room = width - TextLeft();
+    const int32_t room = surface.Size().width - TextLeft();
     visibleColumns = average > 0 && room > 0 ? room / average : 0;
 }
 
@@ -68,43 +59,15 @@ void TextEditor::LineCountChanged() {
         Invalidate();
         UpdateCaret(false);
     }
-    if (suspendCount) {
-        pendingFlags |= PendingCaret;
-    } else {
-        UpdateScrollBars();
-    }
-}
-
-void TextEditor::Invalidate() {
-    if (suspendCount) {
-        pendingFlags |= PendingInvalidate;
-    } else {
-        surface.InvalidateAll();
-    }
+    if (!redraw.DefersCaret()) UpdateScrollBars();
 }
 
 void TextEditor::InvalidateLines(uint32_t first, uint32_t last) {
-    if (suspendCount) {
-        pendingFlags |= PendingInvalidate;
-        return;
-    }
-    const int64_t low = first < last ? first : last;
-    const int64_t high = first < last ? last : first;
-    if (high < topLine || low > int64_t(topLine) + visibleLines) return;
-    // Held within the window, so that a far line's pixels need no 64 bits.
-    const int64_t lineHeight = surface.Metrics().lineHeight;
-    const int64_t top = (low < topLine ? 0 : low - topLine) * lineHeight;
-    const int64_t bottom = (high - topLine + 1) * lineHeight;
-    const int64_t end = (int64_t(visibleLines) + 1) * lineHeight;
-    surface.InvalidateStrip(static_cast<int32_t>(top), static_cast<int32_t>(bottom < end ? bottom : end));
+    redraw.InvalidateRows(first, last, {topLine, visibleLines});
 }
 
 void TextEditor::ResumeRedraw() {
-    if (suspendCount == 0 || --suspendCount) return;
-    const uint32_t pending = pendingFlags;
-    pendingFlags = 0;
-    if (pending & PendingInvalidate) surface.InvalidateAll();
-    if (pending & PendingCaret) UpdateCaret(true);
+    if (redraw.Resume()) UpdateCaret(true);
 }
 
 int64_t TextEditor::CaretX() {
@@ -119,11 +82,7 @@ LinePlace TextEditor::PlaceLeftOfWindow(uint32_t lineStart) const {
 }
 
 void TextEditor::UpdateCaret(bool scrollIntoView) {
-    if (suspendCount) {
-        pendingFlags |= PendingCaret;
-        return;
-    }
-    if (!document) return;
+    if (redraw.DefersCaret() || !document) return;
     if (!surface.HasWindow()) {
         owesScroll = owesScroll || scrollIntoView;
         return;
@@ -144,11 +103,8 @@ void TextEditor::ScrollCaretIntoView(int64_t caretX) {
     } else if (caretLine - topLine >= rows) {
         ScrollTo(caretLine - rows + 1);
     }
-    int32_t width = 0;
-    int32_t height = 0;
-    surface.GetClientSize(width, height);
     // A margin wider than the window leaves nothing to show the caret in; it must not jump to and fro.
-    const int32_t room = width - surface.Metrics().averageWidth - TextLeft();
+    const int32_t room = surface.Size().width - surface.Metrics().averageWidth - TextLeft();
     const int32_t usable = room > 0 ? room : 0;
     if (caretX > int64_t(horizontalScroll) + usable) {
         SetHorizontalScroll(caretX - usable);
@@ -162,15 +118,15 @@ void TextEditor::ShowCaret(int64_t caretX) {
     const int64_t x = caretX + left - horizontalScroll;
     const int64_t y = (int64_t(caretLine) - topLine) * surface.Metrics().lineHeight;
     if (x >= left) {
-        surface.ShowCaretAt(Saturate(x), Saturate(y));
+        surface.ShowCaretAt({Saturate(x), Saturate(y)});
     } else {
         textSurface.HideCaret();
     }
 }
 
-void TextEditor::PositionAt(int32_t x, int32_t y, uint32_t& line, uint32_t& column) const {
+void TextEditor::PositionAt(ClientPoint point, uint32_t& line, uint32_t& column) const {
     const int32_t lineHeight = surface.Metrics().lineHeight;
-    const int64_t at = int64_t(topLine) + (lineHeight > 0 ? y / lineHeight : 0);
+    const int64_t at = int64_t(topLine) + (lineHeight > 0 ? point.y / lineHeight : 0);
     line = static_cast<uint32_t>(at < 0 ? 0 : at < None32 ? at : None32);
-    column = Layout().ColumnAt(LineText(line), int64_t(horizontalScroll) + x - TextLeft());
+    column = Layout().ColumnAt(LineText(line), int64_t(horizontalScroll) + point.x - TextLeft());
 }

@@ -3,45 +3,32 @@
 #include "view/EditorActions.h"
 #include "view/TextEditor.h"
 
-void TextEditor::OnLeftButtonDown(int32_t x, int32_t y, bool shift) {
+void TextEditor::OnLeftButtonDown(ClientPoint point, bool shift) {
     if (!document) return;
     document->CommitEdit();
     surface.TakeFocus();
     CollapseSelection();
     uint32_t line = 0;
     uint32_t column = 0;
-    PositionAt(x, y, line, column);
+    PositionAt(point, line, column);
     MoveCaret(line, column, shift);
-    dragging = true;
-    dragX = x;
-    dragY = y;
-    surface.BeginDrag();
+    drag.Begin(point);
 }
 
-void TextEditor::OnMouseMove(int32_t x, int32_t y) {
-    if (!dragging) return;
-    dragX = x;
-    dragY = y;
-    OnDragTimer();
+void TextEditor::OnMouseMove(ClientPoint point) {
+    if (drag.MoveTo(point)) DragTo(point);
+}
+
+void TextEditor::OnDragTimer() {
+    if (drag.IsActive()) DragTo(drag.Point());
 }
 
 // The move scrolls the caret into view: a mouse held above or below the window scrolls on.
-void TextEditor::OnDragTimer() {
-    if (!dragging) return;
+void TextEditor::DragTo(ClientPoint point) {
     uint32_t line = 0;
     uint32_t column = 0;
-    PositionAt(dragX, dragY, line, column);
+    PositionAt(point, line, column);
     if (line != caretLine || column != caretColumn) MoveCaret(line, column, true);
-}
-
-void TextEditor::OnLeftButtonUp() {
-    if (dragging) surface.EndDrag();
-}
-
-void TextEditor::OnCaptureLost() {
-    if (!dragging) return;
-    dragging = false;
-    surface.EndDrag();
 }
 
 void TextEditor::OnDoubleClick() {

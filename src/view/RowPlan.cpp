@@ -18,9 +18,7 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     style.metrics = editor->Surface().Metrics();
     const int32_t lineHeight = style.metrics.lineHeight;
     if (!document || !document->Content() || lineHeight <= 0) return false;
-    int32_t width = 0;
-    int32_t height = 0;
-    editor->Surface().GetClientSize(width, height);
+    const int32_t width = editor->Surface().Size().width;
     gutter = editor->GutterWidth();
     style.textLeft = editor->TextLeft();
     style.textRight = width > style.textLeft ? width : style.textLeft;

@@ -2,6 +2,8 @@
 
 #include "view/TextEditor.h"
 
+#include "viewbase/HostCalls.h"
+
 void TextEditor::SetDocument(TextBuffer* newDocument) {
     if (document && document != newDocument) document->ForgetView(this);
     document = newDocument;
@@ -25,8 +27,7 @@ void TextEditor::TextChanged(uint32_t offset) {
 
 void TextEditor::OnAttached() {
     if (document) document->ViewAttached(this);
-    // The bars of this window have never been set.
-    sentBars[0] = sentBars[1] = NeverSent;
+    bars.Forget();
     UpdateScrollBars();
 }
 
@@ -38,9 +39,7 @@ void TextEditor::OnFocus() {
     UpdateCaret(false);
 }
 
-void TextEditor::DocumentChanged(Document* changed) {
-    if (ViewHost* host = surface.Host()) host->DocumentChanged(changed);
-}
+void TextEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
 
 void TextEditor::RunStateChanged(Document* changed, bool running) {
     if (ViewHost* host = surface.Host()) host->CheckChangedOnDisk(changed, running);

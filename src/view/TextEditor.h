@@ -6,8 +6,9 @@
 #include "view/LineStates.h"
 #include "view/MeasuredLine.h"
 #include "view/TextSurface.h"
+#include "viewbase/DragSelection.h"
 #include "viewbase/EditorInput.h"
-#include "viewbase/MouseWheel.h"
+#include "viewbase/Redraw.h"
 #include "viewbase/ViewCommand.h"
 
 // The text view without its window: caret, selection, layout, scrolling and every command. A window
@@ -31,7 +32,7 @@ public:
     // DocumentView.
     bool HasWindow() const override { return surface.HasWindow(); }
     bool HasFocus() const override { return surface.HasFocus(); }
-    void Invalidate() override;
+    void Invalidate() override { redraw.InvalidateAll(); }
     void InvalidateLines(uint32_t first, uint32_t last) override;
     void LineCountChanged() override;
     void TextChanged(uint32_t offset) override;
@@ -53,19 +54,19 @@ public:
 
     // EditorInput.
     void OnAttached() override;
-    void OnSize(uint32_t flags) override;
+    void OnSize(bool coloursChanged) override;
     void OnFocus() override;
     void OnKeyDown(uint32_t key) override;
     void OnChar(Char character) override;
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
-    void OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl) override;
-    void OnLeftButtonDown(int32_t x, int32_t y, bool shift) override;
-    void OnMouseMove(int32_t x, int32_t y) override;
+    void OnWheel(const WheelTurn& turn) override;
+    void OnLeftButtonDown(ClientPoint point, bool shift) override;
+    void OnMouseMove(ClientPoint point) override;
     void OnDragTimer() override;
-    void OnLeftButtonUp() override;
-    void OnCaptureLost() override;
+    void OnLeftButtonUp() override { drag.End(); }
+    void OnCaptureLost() override { drag.OnCaptureLost(); }
     int32_t VisibleLines() const override { return visibleLines; }
-    void SuspendRedraw() override { ++suspendCount; }
+    void SuspendRedraw() override { redraw.Suspend(); }
     void ResumeRedraw() override;
 
     // Opens the file that the line names in output, else selects the word.
@@ -130,15 +131,12 @@ public:
     // The engine's state at the start of a line, as scanning from the text's start would give it.
     uint32_t StateAt(uint32_t line);
     // The line is not clamped to the document.
-    void PositionAt(int32_t x, int32_t y, uint32_t& line, uint32_t& column) const;
+    void PositionAt(ClientPoint point, uint32_t& line, uint32_t& column) const;
     void SetHorizontalScroll(int64_t pixels);
 
     // The highlighted pair; None32 without one.
     uint32_t BracePosition() const { return pair.position; }
     uint32_t BracePartner() const { return pair.partner; }
-
-    // Shows a text in the message field of the status bar; null clears it.
-    void ShowStatusMessage(const Char* text);
 
 private:
     // A bracket at the caret and its partner, with their lines; all None32 without one.
@@ -156,7 +154,6 @@ private:
         uint32_t overwrite = None32;
         uint32_t lineEnding = None32;
     };
-    static constexpr ScrollBar NeverSent = {-1, -1, -1};
 
     LineLayout Layout() const;
     int64_t CaretX();
@@ -165,14 +162,14 @@ private:
     void ScrollCaretIntoView(int64_t caretX);
     void ShowCaret(int64_t caretX);
     void UpdateScrollBars();
-    ScrollBar BarOf(ScrollAxis axis) const;
-    void SendScrollBar(ScrollAxis axis);
+    ScrollState Scrolled(ScrollAxis axis) const;
     void ScrollTo(uint32_t line);
     // As MoveCaret, but neither opens the line nor matches brackets.
     void SetCaret(uint32_t line, uint32_t column, bool extend);
     void SetSelection(uint32_t anchor, uint32_t caret);
     void UpdateBraceMatch();
     BracePair FindBracePair();
+    void DragTo(ClientPoint point);
     void InvalidateSelection(uint32_t anchor, uint32_t lineOfCaret);
     // How much longer (modulo 2^32) the open line is than the line in the store.
     uint32_t PendingGrowth() const;
@@ -181,8 +178,7 @@ private:
     EditorSurface& surface;
     TextSurface& textSurface;
     int32_t visibleLines = 0; // client height / line height
-    uint32_t suspendCount = 0;
-    uint32_t pendingFlags = 0; // PendingInvalidate, PendingCaret
+    Redraw redraw{surface};
     TextBuffer* document = nullptr;
     uint32_t caretLine = 0;
     uint32_t caretColumn = 0; // characters; a tab counts as one
@@ -194,16 +190,13 @@ private:
     MeasuredLine measured;
     int32_t horizontalScroll = 0;
     int32_t visibleColumns = 0;
-    bool dragging = false;
-    int32_t dragX = 0;
-    int32_t dragY = 0;
+    DragSelection drag{surface};
     uint32_t preferredColumn = 0;
     bool overwrite = false;
     BracePair pair;
     bool braceMatchDue = false; // an edit has moved the caret
     uint32_t lineNumberDigits = 7;
     MouseWheel wheel;
-    // What the window and the frame were told last.
-    ScrollBar sentBars[2] = {NeverSent, NeverSent};
-    Status sentStatus;
+    ScrollBars bars{surface};
+    Status sentStatus; // what the frame was told last
 };

@@ -1,24 +1,20 @@
 #pragma once
 
-#include "viewbase/EditorSurface.h"
-
-// What a scroll bar asks for.
-enum class ScrollRequest : uint32_t { LineBack, LineForward, PageBack, PageForward, Track, Minimum, Maximum };
+#include "viewbase/MouseWheel.h"
+#include "viewbase/Scrolling.h"
 
 // What a window passes on to the editor that it shows. Coordinates are client pixels.
 class EditorInput {
 public:
-    virtual void OnAttached() = 0; // after the window was taken over and OnSize ran
-    virtual void
-    OnSize(uint32_t flags) = 0; // after the back buffer was rebuilt; bit 1 (value 2): the colouring changed
-    virtual void OnFocus() = 0; // before the host is told
-    virtual void OnKeyDown(uint32_t key) = 0; // a virtual-key code
+    virtual void OnAttached() = 0;                // after the window was taken over and OnSize ran
+    virtual void OnSize(bool coloursChanged) = 0; // after the back buffer was rebuilt
+    virtual void OnFocus() = 0;                   // before the host is told
+    virtual void OnKeyDown(uint32_t key) = 0;     // a virtual-key code
     virtual void OnChar(Char character) = 0;
     virtual void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) = 0;
-    // `delta` is 120 for a notch, above 0 away from the user.
-    virtual void OnWheel(int32_t delta, int32_t linesPerNotch, bool ctrl) = 0;
-    virtual void OnLeftButtonDown(int32_t x, int32_t y, bool shift) = 0;
-    virtual void OnMouseMove(int32_t x, int32_t y) = 0;
+    virtual void OnWheel(const WheelTurn& turn) = 0;
+    virtual void OnLeftButtonDown(ClientPoint point, bool shift) = 0;
+    virtual void OnMouseMove(ClientPoint point) = 0;
     virtual void OnDragTimer() = 0;
     virtual void OnLeftButtonUp() = 0;
     virtual void OnCaptureLost() = 0;

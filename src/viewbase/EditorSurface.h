@@ -6,6 +6,18 @@
 
 class WString;
 
+// A point of the client area, in pixels.
+struct ClientPoint {
+    int32_t x = 0;
+    int32_t y = 0;
+};
+
+// 0 x 0 without a window.
+struct ClientSize {
+    int32_t width = 0;
+    int32_t height = 0;
+};
+
 enum class ScrollAxis : uint32_t { Vertical = 0, Horizontal = 1 };
 
 // A bar from 0 to `maximum`, of which `page` is seen at a time. A bar that cannot scroll is shown
@@ -34,7 +46,7 @@ public:
     virtual bool HasWindow() const = 0;
     virtual bool HasFocus() const = 0;
     virtual void TakeFocus() = 0;
-    virtual void GetClientSize(int32_t& width, int32_t& height) const = 0; // 0 x 0 without a window
+    virtual ClientSize Size() const = 0;
     // Of the font the window shows now; all 0 while there is none.
     virtual const ViewMetrics& Metrics() const = 0;
 
@@ -43,7 +55,7 @@ public:
     virtual void InvalidateStrip(int32_t top, int32_t bottom) = 0;
     // The caret is as high as a line. ShowCaretAt makes it when there is none; RenewCaret makes a shown
     // caret again in the size that holds now.
-    virtual void ShowCaretAt(int32_t x, int32_t y) = 0;
+    virtual void ShowCaretAt(ClientPoint point) = 0;
     virtual void RenewCaret() = 0;
     // Called only with values that differ from the last ones.
     virtual void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) = 0;

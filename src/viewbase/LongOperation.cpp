@@ -4,6 +4,7 @@
 #include "base/WString.h"
 #include "viewbase/EditorSurface.h"
 #include "viewbase/FindState.h"
+#include "viewbase/HostCalls.h"
 
 LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {
     findState.brokenOff = false;
@@ -12,7 +13,7 @@ LongOperation::LongOperation(EditorSurface& window) : surface(window), started(w
 LongOperation::~LongOperation() {
     if (!shown) return;
     surface.SetWaitCursor(false);
-    Show(nullptr);
+    HostCalls::ShowStatus(surface, nullptr);
 }
 
 bool LongOperation::Continue(uint64_t done, uint64_t total) {
@@ -22,12 +23,9 @@ bool LongOperation::Continue(uint64_t done, uint64_t total) {
     shown = true;
     const auto percent = static_cast<uint32_t>(total ? done * 100 / total : 0);
     WString message;
-    if (percent != shownPercent && Text::AppendFormat(message, u"Searching: %u %%", percent)) Show(message.Text());
+    if (percent != shownPercent && Text::AppendFormat(message, u"Searching: %u %%", percent))
+        HostCalls::ShowStatus(surface, message.Text());
     shownPercent = percent;
     findState.brokenOff = surface.TakeEscape();
     return !findState.brokenOff;
-}
-
-void LongOperation::Show(const Char* message) {
-    if (ViewHost* host = surface.Host()) host->SetStatusText(StatusField::Message, message);
 }

@@ -16,8 +16,6 @@ public:
     bool Continue(uint64_t done, uint64_t total) override;
 
 private:
-    void Show(const Char* message);
-
     EditorSurface& surface;
     uint64_t started;
     bool shown = false;

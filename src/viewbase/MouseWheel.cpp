@@ -5,6 +5,9 @@
 #include "settings/Settings.h"
 #include "viewbase/ViewHost.h"
 
+namespace {
+
+// Makes the font of all views one point larger or smaller (at least 1) and shows the size.
 void ChangeFontSize(ViewHost* host, bool larger) {
     uint32_t size = settings.FontSize;
     if (larger && size < None32) {
@@ -17,4 +20,19 @@ void ChangeFontSize(ViewHost* host, bool larger) {
     WString message;
     if (Text::AppendFormat(message, u"Font Size: %u", size)) host->SetStatusText(StatusField::Message, message.Text());
     host->ApplySettings(1);
+}
+
+} // namespace
+
+int64_t MouseWheel::Turn(const WheelTurn& turn, ViewHost* host) {
+    constexpr int64_t Notch = 120;
+    const int64_t turned = int64_t{remainder} + turn.delta;
+    const int64_t notches = turned / -Notch;
+    remainder = static_cast<int32_t>(turned + notches * Notch);
+    if (notches == 0) return 0;
+    if (turn.ctrl) {
+        ChangeFontSize(host, notches > 0);
+        return 0;
+    }
+    return turn.linesPerNotch > 0 ? notches * turn.linesPerNotch : 0;
 }

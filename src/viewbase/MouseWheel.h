@@ -4,21 +4,20 @@
 
 class ViewHost;
 
+// What a turned mouse wheel reports.
+struct WheelTurn {
+    int32_t delta = 0;         // 120 for a notch, above 0 away from the user
+    int32_t linesPerNotch = 0; // how far the user wants it to scroll
+    bool ctrl = false;
+};
+
 // Adds up what a mouse wheel reports until it makes whole notches.
 class MouseWheel {
 public:
-    // Notches turned towards the user (below 0: away) with `delta`, in 1/120 of a notch, added.
-    int64_t Turn(int32_t delta) {
-        constexpr int64_t Notch = 120;
-        const int64_t turned = remainder + delta;
-        const int64_t notches = turned / -Notch;
-        remainder = static_cast<int32_t>(turned + notches * Notch);
-        return notches;
-    }
+    // How many rows to scroll down (below 0: up). With Ctrl the wheel changes the font size instead, by one point
+    // whatever the number of notches, and there is nothing to scroll. `host` may be null.
+    [[nodiscard]] int64_t Turn(const WheelTurn& turn, ViewHost* host);
 
 private:
-    int32_t remainder = 0;
+    int32_t remainder = 0; // in 1/120 of a notch
 };
-
-// Makes the font of all views one point larger or smaller (at least 1) and shows the size.
-void ChangeFontSize(ViewHost* host, bool larger);

@@ -85,7 +85,7 @@ public:
         shown = TestHexView::Create(*document);
         Require(shown);
         shown->surface.SetSize(800, 160);
-        shown->editor.OnSize(1);
+        shown->editor.OnSize(false);
         shown->editor.OnAttached();
         shown->surface.TakeFocus();
     }
@@ -190,8 +190,8 @@ void Session::Keyboard() {
 
 void Session::Paint() {
     shown->editor.ScrollToRow(in.Word());
-    shown->editor.OnLeftButtonDown(static_cast<int32_t>(in.Word()) - 3000, static_cast<int32_t>(in.Word()) - 3000,
-                                   (in.Byte() & 1) != 0);
+    const ClientPoint point = {static_cast<int32_t>(in.Word()) - 3000, static_cast<int32_t>(in.Word()) - 3000};
+    shown->editor.OnLeftButtonDown(point, (in.Byte() & 1) != 0);
     shown->editor.OnLeftButtonUp();
     const auto top = static_cast<int32_t>(in.Byte());
     if (!rows.Begin(shown->editor, top, top + static_cast<int32_t>(in.Byte()))) return;

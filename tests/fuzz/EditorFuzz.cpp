@@ -82,10 +82,10 @@ void Mouse(TextEditor& view, Input& in) {
     const auto y = static_cast<int32_t>(in.Byte()) - 100;
     switch (in.Byte() % 6) {
     case 0:
-        view.OnLeftButtonDown(x, y, (in.Byte() & 1) != 0);
+        view.OnLeftButtonDown({x, y}, (in.Byte() & 1) != 0);
         break;
     case 1:
-        view.OnMouseMove(x, y);
+        view.OnMouseMove({x, y});
         break;
     case 2:
         view.OnDragTimer();
@@ -97,7 +97,7 @@ void Mouse(TextEditor& view, Input& in) {
         view.OnDoubleClick();
         break;
     default:
-        view.OnWheel(x, y, false);
+        view.OnWheel({x, y, false});
         break;
     }
 }
@@ -146,7 +146,7 @@ void Step(FakeTextSurface& surface, TextEditor& view, RowPlan& plan, Input& in) 
         break;
     case 8:
         surface.SetSize(static_cast<int32_t>(in.Word() % 2000), static_cast<int32_t>(in.Byte()));
-        view.OnSize(in.Byte() % 4);
+        view.OnSize((in.Byte() & 2) != 0);
         break;
     default:
         view.OnScroll(in.Byte() & 1 ? ScrollAxis::Vertical : ScrollAxis::Horizontal,
@@ -180,7 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         document->AttachEngine(ChooseEngine(Engines[in.Byte() % 3], nullptr));
         TestView* shown = TestView::Create(*document);
         shown->surface.SetSize(400, 80);
-        shown->editor.OnSize(1);
+        shown->editor.OnSize(false);
         shown->editor.OnAttached();
         shown->surface.TakeFocus();
         RowPlan plan;

@@ -70,17 +70,14 @@ public:
         focus = true;
         editor->OnFocus();
     }
-    void GetClientSize(int32_t& clientWidth, int32_t& clientHeight) const override {
-        clientWidth = window ? width : 0;
-        clientHeight = window ? height : 0;
-    }
+    ClientSize Size() const override { return window ? ClientSize{width, height} : ClientSize(); }
     const ViewMetrics& Metrics() const override { return metrics; }
     void InvalidateAll() override { ++allInvalidations; }
     void InvalidateStrip(int32_t top, int32_t bottom) override { strips.emplace_back(top, bottom); }
-    void ShowCaretAt(int32_t x, int32_t y) override {
+    void ShowCaretAt(ClientPoint point) override {
         caretShown = true;
-        caretX = x;
-        caretY = y;
+        caretX = point.x;
+        caretY = point.y;
     }
     void RenewCaret() override { ++renewals; }
     void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override {

@@ -75,7 +75,7 @@ protected:
     void Resize(int32_t columns, int32_t rows) {
         surface().SetSize(view().TextLeft() + columns * surface().metrics.averageWidth,
                           rows * surface().metrics.lineHeight);
-        view().OnSize(1);
+        view().OnSize(false);
     }
 
     TextBuffer& buffer() const { return **document; }

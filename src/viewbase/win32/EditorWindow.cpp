@@ -43,7 +43,8 @@ void EditorWindow::OnSize(uint32_t flags) {
     GetClientRect(window, &client);
     RebuildBackBuffer(client.right, Metrics().lineHeight);
     LoadBeamCursor();
-    Input().OnSize(flags);
+    constexpr uint32_t ColoursChanged = 2;
+    Input().OnSize((flags & ColoursChanged) != 0);
 }
 
 LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
@@ -81,20 +82,19 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
-    const int x = GET_X_LPARAM(lparam);
-    const int y = GET_Y_LPARAM(lparam);
+    const ClientPoint point = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
     switch (message) {
     case WM_MOUSEMOVE:
-        Input().OnMouseMove(x, y);
+        Input().OnMouseMove(point);
         return true;
     case WM_LBUTTONDOWN:
-        Input().OnLeftButtonDown(x, y, (wparam & MK_SHIFT) != 0);
+        Input().OnLeftButtonDown(point, (wparam & MK_SHIFT) != 0);
         return true;
     case WM_LBUTTONUP:
         Input().OnLeftButtonUp();
         return true;
     case WM_RBUTTONUP:
-        ShowContextMenu(x, y);
+        ShowContextMenu(point);
         return true;
     case WM_CAPTURECHANGED:
         KillTimer(window, DragTimer);
@@ -123,7 +123,7 @@ void EditorWindow::OnWheel(WPARAM wparam) {
     if (!SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0)) lines = 3;
     // "One screen at a time" is the value -1.
     const int perNotch = lines == WHEEL_PAGESCROLL ? Input().VisibleLines() : static_cast<int>(lines);
-    Input().OnWheel(GET_WHEEL_DELTA_WPARAM(wparam), perNotch, (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0);
+    Input().OnWheel({GET_WHEEL_DELTA_WPARAM(wparam), perNotch, (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0});
 }
 
 void EditorWindow::OnScrollMessage(ScrollAxis axis, WORD code) {
@@ -147,11 +147,10 @@ void EditorWindow::TakeFocus() {
     if (window) SetFocus(window);
 }
 
-void EditorWindow::GetClientSize(int32_t& width, int32_t& height) const {
+ClientSize EditorWindow::Size() const {
     RECT client = {};
     if (window) GetClientRect(window, &client);
-    width = client.right;
-    height = client.bottom;
+    return {client.right, client.bottom};
 }
 
 const ViewMetrics& EditorWindow::Metrics() const { return ViewFont::Metrics(); }
@@ -169,8 +168,8 @@ void EditorWindow::InvalidateStrip(int32_t top, int32_t bottom) {
     InvalidateRect(window, &strip, TRUE);
 }
 
-void EditorWindow::ShowCaretAt(int32_t x, int32_t y) {
-    if (window) View::ShowCaretAt(x, y, Metrics().lineHeight);
+void EditorWindow::ShowCaretAt(ClientPoint point) {
+    if (window) View::ShowCaretAt(point.x, point.y, Metrics().lineHeight);
 }
 
 void EditorWindow::RenewCaret() {
@@ -207,10 +206,10 @@ void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
         host->ShowMessage(window, u"Failed copying to clipboard", MessageKind::Warning);
 }
 
-void EditorWindow::ShowContextMenu(int x, int y) const {
+void EditorWindow::ShowContextMenu(ClientPoint at) const {
     const HMENU menu = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_CONTEXT_MENU));
     if (!menu) return;
-    POINT point = {x, y};
+    POINT point = {at.x, at.y};
     ClientToScreen(window, &point);
     TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
     DestroyMenu(menu);

@@ -25,11 +25,11 @@ public:
     bool HasWindow() const override { return window != nullptr; }
     bool HasFocus() const override { return focused; }
     void TakeFocus() override;
-    void GetClientSize(int32_t& width, int32_t& height) const override;
+    ClientSize Size() const override;
     const ViewMetrics& Metrics() const override;
     void InvalidateAll() override;
     void InvalidateStrip(int32_t top, int32_t bottom) override;
-    void ShowCaretAt(int32_t x, int32_t y) override;
+    void ShowCaretAt(ClientPoint point) override;
     void RenewCaret() override;
     void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override;
     bool IsCtrlDown() const override { return GetKeyState(VK_CONTROL) < 0; }
@@ -55,7 +55,7 @@ protected:
 private:
     bool HandleMouse(UINT message, WPARAM wparam, LPARAM lparam);
     void OnPaint();
-    void ShowContextMenu(int x, int y) const;
+    void ShowContextMenu(ClientPoint at) const;
     void OnWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
 

@@ -11,7 +11,7 @@ struct HexLayout : HexViewTest {
         return view().TopRow();
     }
     uint64_t Wheel(int32_t delta, int32_t lines = 3) {
-        view().OnWheel(delta, lines, false);
+        view().OnWheel({delta, lines, false});
         return view().TopRow();
     }
 };
@@ -89,13 +89,13 @@ TEST_F(HexLayout, AWindowOrFontWithoutSizeIsNoFault) {
     surface().SetFont({0, 0, 0});
     Resize(3);
     EXPECT_EQ(view().VisibleLines(), 0);
-    EXPECT_EQ(view().OffsetAt(50, 50), 0u);
+    EXPECT_EQ(view().OffsetAt({50, 50}), 0u);
     Press(ViewKey::PageDown);
     EXPECT_EQ(view().Caret(), 16u);
     Wheel(-120);
-    view().OnLeftButtonDown(5, 5, false);
+    view().OnLeftButtonDown({5, 5}, false);
     surface().window = false;
-    view().OnSize(1);
+    view().OnSize(false);
     Press(ViewKey::Down);
     EXPECT_EQ(view().Caret(), 32u);
 }
@@ -104,14 +104,14 @@ TEST_F(HexLayout, WithoutADocumentNothingHappens) {
     TestHexView alone;
     alone.surface.SetSize(800, 160);
     alone.editor.OnAttached();
-    alone.editor.OnSize(1);
+    alone.editor.OnSize(false);
     alone.editor.OnFocus();
     for (uint32_t key = 0; key < 256; ++key) alone.editor.OnKeyDown(key);
     alone.editor.OnChar(u'1');
-    alone.editor.OnLeftButtonDown(5, 5, false);
-    alone.editor.OnMouseMove(9, 9);
+    alone.editor.OnLeftButtonDown({5, 5}, false);
+    alone.editor.OnMouseMove({9, 9});
     alone.editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::LineForward, 0);
-    alone.editor.OnWheel(-120, 3, false);
+    alone.editor.OnWheel({-120, 3, false});
     for (uint32_t number = 0; number < ViewCommandCount; ++number) {
         const auto command = static_cast<ViewCommand>(number);
         EXPECT_FALSE(alone.editor.CanDo(command));
@@ -131,7 +131,7 @@ TEST_F(HexLayout, TheStatusBarShowsTheOffsetAndNoColumn) {
     surface().focus = false;
     surface().TakeFocus();
     EXPECT_EQ(Status(StatusField::Line), u"0000000000");
-    for (const uint32_t field : {StatusField::Column, StatusField::Overwrite, StatusField::LineEnding})
+    for (const StatusField field : {StatusField::Column, StatusField::Overwrite, StatusField::LineEnding})
         EXPECT_EQ(Status(field), u"");
     view().GoTo(0x2A);
     EXPECT_EQ(Status(StatusField::Line), u"000000002A");
@@ -250,7 +250,7 @@ TEST_F(HexLayout, TheWheelTurnsByTheSystemsLines) {
 TEST_F(HexLayout, TheWheelWithCtrlChangesTheFontSize) {
     Show(std::string(1600, 'x'));
     settings.FontSize = 10;
-    view().OnWheel(-120, 3, true);
+    view().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), u"Font Size: 11");
     EXPECT_EQ(host().applied, std::vector<uint32_t>{1});

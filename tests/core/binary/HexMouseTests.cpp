@@ -12,7 +12,7 @@ TEST_F(HexMouse, APointMapsToTheByteWhoseDigitsStandThere) {
         for (int32_t part = 0; part < 3; ++part)
             EXPECT_EQ(At(4 + 3 * byte + part, 2), 32u + static_cast<uint32_t>(byte));
     EXPECT_EQ(At(0, 1), 16u); // the offset column belongs to the first byte
-    EXPECT_EQ(view().OffsetAt(-100, 16), 16u);
+    EXPECT_EQ(view().OffsetAt({-100, 16}), 16u);
 }
 
 TEST_F(HexMouse, APointBetweenAndBehindTheColumnsMapsToTheLastByte) {
@@ -31,16 +31,16 @@ TEST_F(HexMouse, APointInTheTextColumnMapsToTheByteOfTheCharacter) {
 TEST_F(HexMouse, TheMarginShiftsTheColumnsUnderAPoint) {
     settings.MarginWidth = 24;
     Show(std::string(100, 'x'));
-    EXPECT_EQ(view().OffsetAt(24 + (4 + 3) * 8, 0), 1u);
-    EXPECT_EQ(view().OffsetAt(24 + (4 + 3) * 8 - 1, 0), 0u);
+    EXPECT_EQ(view().OffsetAt({24 + (4 + 3) * 8, 0}), 1u);
+    EXPECT_EQ(view().OffsetAt({24 + (4 + 3) * 8 - 1, 0}), 0u);
 }
 
 TEST_F(HexMouse, APointMapsToTheRowsScrolledTo) {
     Show(std::string(1000, 'x'));
     view().ScrollToRow(20);
     EXPECT_EQ(At(4, 3), 23 * 16u);
-    EXPECT_EQ(view().OffsetAt(4 * 8, -16), 19 * 16u);
-    EXPECT_EQ(view().OffsetAt(4 * 8, -100 * 16), 0u);
+    EXPECT_EQ(view().OffsetAt({4 * 8, -16}), 19 * 16u);
+    EXPECT_EQ(view().OffsetAt({4 * 8, -100 * 16}), 0u);
 }
 
 TEST_F(HexMouse, APointBehindTheFileMapsToItsEnd) {
@@ -54,7 +54,7 @@ TEST_F(HexMouse, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
     Show(std::string(100, 'x'));
     Type(u"1");
     surface().focus = false;
-    view().OnLeftButtonDown((4 + 4) * 8, 16, false);
+    view().OnLeftButtonDown({(4 + 4) * 8, 16}, false);
     EXPECT_EQ(Caret(), (Two{17, 0}));
     EXPECT_FALSE(view().HasSelection());
     EXPECT_TRUE(surface().focus);
@@ -63,10 +63,10 @@ TEST_F(HexMouse, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
 
 TEST_F(HexMouse, DraggingSelectsUntilTheButtonIsUp) {
     Show(std::string(1000, 'x'));
-    view().OnLeftButtonDown(4 * 8, 0, false);
-    view().OnMouseMove((4 + 6) * 8, 16);
+    view().OnLeftButtonDown({4 * 8, 0}, false);
+    view().OnMouseMove({(4 + 6) * 8, 16});
     EXPECT_EQ(Selection(), (Two{0, 18}));
-    view().OnMouseMove(4 * 8, 12 * 16); // below the window: scrolls on, and on with the timer
+    view().OnMouseMove({4 * 8, 12 * 16}); // below the window: scrolls on, and on with the timer
     const uint64_t top = view().TopRow();
     EXPECT_GT(top, 0u);
     view().OnDragTimer();
@@ -74,7 +74,7 @@ TEST_F(HexMouse, DraggingSelectsUntilTheButtonIsUp) {
     view().OnLeftButtonUp();
     EXPECT_FALSE(surface().captured);
     const Two selected = Selection();
-    view().OnMouseMove(4 * 8, 0);
+    view().OnMouseMove({4 * 8, 0});
     view().OnDragTimer();
     EXPECT_EQ(Selection(), selected);
 }
@@ -82,6 +82,6 @@ TEST_F(HexMouse, DraggingSelectsUntilTheButtonIsUp) {
 TEST_F(HexMouse, AShiftClickExtendsFromTheCaret) {
     Show(std::string(100, 'x'));
     view().SelectBytes(2, 5);
-    view().OnLeftButtonDown(4 * 8, 16, true);
+    view().OnLeftButtonDown({4 * 8, 16}, true);
     EXPECT_EQ(Selection(), (Two{5, 16}));
 }

@@ -128,7 +128,7 @@ TEST_F(CaretTest, SelectRangeClampsToTheText) {
 }
 
 TEST_F(CaretTest, MovesClearTheMessageOfTheFocusedViewOnly) {
-    view().ShowStatusMessage(u"Passed end of file");
+    host().SetStatusText(StatusField::Message, u"Passed end of file");
     surface().focus = false;
     view().MoveCaret(0, 0);
     EXPECT_EQ(Status(StatusField::Message), "Passed end of file");
@@ -233,8 +233,8 @@ TEST_F(CaretTest, WithoutAFrameNothingIsShown) {
     Show(u"a");
     surface().host = nullptr;
     Type(u"b");
-    view().ShowStatusMessage(u"x");
-    view().OnWheel(-120, 3, true);
+    view().FindNext(false);
+    view().OnWheel({-120, 3, true});
     EXPECT_EQ(Plain(Text()), "ba");
 }
 

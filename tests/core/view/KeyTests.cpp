@@ -348,11 +348,11 @@ TEST_F(KeyTest, WithoutADocumentKeysAndCommandsDoNothing) {
     editor.OnKeyDown(ViewKey::Left);
     editor.OnChar(u'x');
     editor.OnFocus();
-    editor.OnLeftButtonDown(1, 1, false);
+    editor.OnLeftButtonDown({1, 1}, false);
     editor.OnDoubleClick();
-    editor.OnWheel(-120, 3, false);
+    editor.OnWheel({-120, 3, false});
     editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::Maximum, 0);
-    editor.OnSize(3);
+    editor.OnSize(true);
     editor.GoToLine(3, true);
     EXPECT_FALSE(editor.FindNext(false));
     EXPECT_FALSE(editor.ReplaceAll(u"x", 1, false));

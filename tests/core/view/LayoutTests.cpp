@@ -7,7 +7,7 @@ struct LayoutTest : ViewTest {
     std::pair<uint32_t, uint32_t> At(int32_t x, int32_t y) const {
         uint32_t line = 0;
         uint32_t column = 0;
-        view().PositionAt(x, y, line, column);
+        view().PositionAt({x, y}, line, column);
         return {line, column};
     }
 };
@@ -19,7 +19,7 @@ using Strips = std::vector<std::pair<int32_t, int32_t>>;
 
 TEST_F(LayoutTest, VisibleLinesAndColumnsAreWholeOnes) {
     surface().SetSize(100, 50);
-    view().OnSize(1);
+    view().OnSize(false);
     EXPECT_EQ(view().VisibleLines(), 3);
     EXPECT_EQ(view().VisibleColumns(), 12);
 }
@@ -28,7 +28,7 @@ TEST_F(LayoutTest, GutterAndMarginNarrowTheTextArea) {
     settings.ShowLineNumbers = 1;
     settings.MarginWidth = 20;
     surface().SetSize(100, 50);
-    view().OnSize(1);
+    view().OnSize(false);
     EXPECT_EQ(view().GutterWidth(), 56);
     EXPECT_EQ(view().TextLeft(), 76);
     EXPECT_EQ(view().VisibleColumns(), 3);
@@ -72,7 +72,7 @@ TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
 TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
     surface().SetFont({0, 0, 0});
     surface().SetSize(100, 100);
-    view().OnSize(1);
+    view().OnSize(false);
     EXPECT_EQ(view().VisibleLines(), 0);
     EXPECT_EQ(view().VisibleColumns(), 0);
     EXPECT_EQ(At(50, 50), (Point{0, 0}));
@@ -84,7 +84,7 @@ TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
 TEST_F(LayoutTest, AMarginWiderThanTheWindowKeepsTheViewStill) {
     settings.MarginWidth = 4294967295u;
     surface().SetSize(100, 100);
-    view().OnSize(1);
+    view().OnSize(false);
     EXPECT_EQ(view().VisibleColumns(), 0);
     EXPECT_EQ(view().TextLeft(), ViewLimits::MaxMarginWidth);
     view().UpdateCaret(true);
@@ -99,7 +99,7 @@ TEST_F(LayoutTest, WithoutAWindowLayoutDoesNothing) {
     const auto bars = surface().barsSet.size();
     surface().window = false;
     surface().SetSize(1000, 1000);
-    view().OnSize(1);
+    view().OnSize(false);
     view().UpdateCaret(true);
     EXPECT_EQ(view().VisibleLines(), 10);
     EXPECT_EQ(surface().barsSet.size(), bars);
@@ -109,7 +109,7 @@ TEST_F(LayoutTest, WithoutAWindowLayoutDoesNothing) {
 
 TEST_F(LayoutTest, AResizeRenewsTheCaret) {
     surface().renewals = 0;
-    view().OnSize(1);
+    view().OnSize(false);
     EXPECT_EQ(surface().renewals, 1);
 }
 

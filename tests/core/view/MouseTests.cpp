@@ -19,7 +19,7 @@ using Two = std::pair<uint32_t, uint32_t>;
 
 TEST_F(MouseTest, AClickPutsTheCaretAndTakesTheFocus) {
     surface().focus = false;
-    view().OnLeftButtonDown(24, 20, false);
+    view().OnLeftButtonDown({24, 20}, false);
     EXPECT_EQ(Caret(), (Two{1, 3}));
     EXPECT_TRUE(surface().focus);
     EXPECT_FALSE(view().HasSelection());
@@ -28,39 +28,39 @@ TEST_F(MouseTest, AClickPutsTheCaretAndTakesTheFocus) {
 
 TEST_F(MouseTest, AShiftClickExtendsFromTheCaret) {
     view().SelectRange(0, 5);
-    view().OnLeftButtonDown(64, 0, true);
+    view().OnLeftButtonDown({64, 0}, true);
     EXPECT_EQ(Selection(), (Two{5, 8})); // the selection was collapsed to the caret first
 }
 
 TEST_F(MouseTest, AClickWritesThePendingLineBack) {
     Type(u"x");
-    view().OnLeftButtonDown(0, 16, false);
+    view().OnLeftButtonDown({0, 16}, false);
     EXPECT_FALSE(buffer().HasPendingEdit());
     EXPECT_EQ(document->Store()[0], u'x');
 }
 
 TEST_F(MouseTest, DraggingExtends) {
-    view().OnLeftButtonDown(16, 0, false);
-    view().OnMouseMove(40, 16);
+    view().OnLeftButtonDown({16, 0}, false);
+    view().OnMouseMove({40, 16});
     EXPECT_EQ(Selection(), (Two{2, 16}));
-    view().OnMouseMove(0, 0);
+    view().OnMouseMove({0, 0});
     EXPECT_EQ(Selection(), (Two{2, 0}));
     view().OnLeftButtonUp();
     EXPECT_FALSE(surface().captured);
-    view().OnMouseMove(40, 16);
+    view().OnMouseMove({40, 16});
     EXPECT_EQ(Selection(), (Two{2, 0}));
 }
 
 TEST_F(MouseTest, WithoutAButtonAMoveDoesNothing) {
-    view().OnMouseMove(40, 16);
+    view().OnMouseMove({40, 16});
     view().OnDragTimer();
     view().OnLeftButtonUp();
     EXPECT_EQ(Caret(), (Two{0, 0}));
 }
 
 TEST_F(MouseTest, TheTimerScrollsOnBelowTheWindow) {
-    view().OnLeftButtonDown(0, 0, false);
-    view().OnMouseMove(0, 170);
+    view().OnLeftButtonDown({0, 0}, false);
+    view().OnMouseMove({0, 170});
     const uint32_t top = view().TopLine();
     EXPECT_EQ(view().CaretLine(), 10u);
     view().OnDragTimer();
@@ -72,15 +72,15 @@ TEST_F(MouseTest, TheTimerScrollsOnBelowTheWindow) {
 
 TEST_F(MouseTest, TheTimerScrollsOnAboveTheWindow) {
     view().SetTopLine(20);
-    view().OnLeftButtonDown(0, 0, false);
-    view().OnMouseMove(0, -20);
+    view().OnLeftButtonDown({0, 0}, false);
+    view().OnMouseMove({0, -20});
     EXPECT_EQ(view().TopLine(), 19u);
     view().OnDragTimer();
     EXPECT_EQ(view().TopLine(), 18u);
 }
 
 TEST_F(MouseTest, OverTheCaretTheTimerDoesNothing) {
-    view().OnLeftButtonDown(24, 16, false);
+    view().OnLeftButtonDown({24, 16}, false);
     surface().ForgetCalls();
     view().OnDragTimer();
     EXPECT_TRUE(surface().strips.empty());
@@ -88,10 +88,10 @@ TEST_F(MouseTest, OverTheCaretTheTimerDoesNothing) {
 }
 
 TEST_F(MouseTest, LosingTheCaptureEndsTheDrag) {
-    view().OnLeftButtonDown(16, 0, false);
+    view().OnLeftButtonDown({16, 0}, false);
     surface().captured = false;
     view().OnCaptureLost();
-    view().OnMouseMove(40, 16);
+    view().OnMouseMove({40, 16});
     view().OnDragTimer();
     EXPECT_EQ(Caret(), (Two{0, 2}));
 }

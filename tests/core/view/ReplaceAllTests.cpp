@@ -41,7 +41,7 @@ struct Stage {
         for (TestView*& view : views) view = TestView::Create(*document);
         for (TestView* view : views) {
             view->surface.SetSize(400, static_cast<int32_t>(2 + random.Below(4)) * 16);
-            view->editor.OnSize(1);
+            view->editor.OnSize(false);
         }
         views[0]->editor.OnAttached();
         views[0]->surface.TakeFocus();

@@ -18,11 +18,11 @@ struct ScrollingTest : ViewTest {
     void LoseWindow() { surface().window = surface().focus = false; }
     void GetWindow() {
         surface().window = true;
-        view().OnSize(1);
+        view().OnSize(false);
         view().OnAttached();
     }
     uint32_t Wheel(int32_t delta, int32_t lines = 3) {
-        view().OnWheel(delta, lines, false);
+        view().OnWheel({delta, lines, false});
         return view().TopLine();
     }
 };
@@ -126,23 +126,23 @@ TEST_F(ScrollingTest, WhereTheSystemScrollsByNoLinesTheWheelDoesNothing) {
 
 TEST_F(ScrollingTest, WithCtrlTheWheelChangesTheFontSize) {
     settings.FontSize = 10;
-    view().OnWheel(-120, 3, true);
+    view().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), "Font Size: 11");
     EXPECT_EQ(host().applied, std::vector<uint32_t>{1});
-    view().OnWheel(240, 3, true); // two notches are still one step
+    view().OnWheel({240, 3, true}); // two notches are still one step
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(view().TopLine(), 0u);
 }
 
 TEST_F(ScrollingTest, CtrlWheelNeverReducesTheFontSizeBelowOne) {
     settings.FontSize = 2;
-    view().OnWheel(120, 3, true);
+    view().OnWheel({120, 3, true});
     EXPECT_EQ(settings.FontSize, 1u);
-    view().OnWheel(120, 3, true);
+    view().OnWheel({120, 3, true});
     EXPECT_EQ(settings.FontSize, 1u);
     settings.FontSize = 4294967295u;
-    view().OnWheel(-120, 3, true);
+    view().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 4294967295u);
 }
 

@@ -17,7 +17,7 @@ struct SharedDocumentTest : ViewTest {
     TestView* Open() {
         TestView* made = TestView::Create(buffer());
         made->surface.SetSize(640, 160);
-        made->editor.OnSize(1);
+        made->editor.OnSize(false);
         made->editor.OnAttached();
         return made;
     }

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "viewbase/EditorSurface.h"
+
+// What the editor of a view tells its frame. All of it does nothing until the view is placed in one.
+namespace HostCalls {
+
+// Shows a text in the message field of the status bar; null clears it.
+void ShowStatus(const EditorSurface& surface, const Char* text);
+// A message box with a warning, in front of what is active.
+void Warn(const EditorSurface& surface, const Char* text);
+void DocumentChanged(const EditorSurface& surface, Document* document);
+// A search found nothing: a macro that is being played does not go on without its match.
+void SearchFailed(const EditorSurface& surface);
+
+} // namespace HostCalls

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "viewbase/EditorSurface.h"
+
+// The rows that a window shows.
+struct ShownRows {
+    uint64_t top = 0;  // the first one
+    int32_t count = 0; // that fit in whole; one more may be seen in part
+};
+
+// What of a view is painted again. While redraw is suspended that is only noted, as is a caret that ought to be
+// placed.
+class Redraw {
+public:
+    explicit Redraw(EditorSurface& window) : surface(window) {}
+    Redraw(const Redraw&) = delete;
+    Redraw& operator=(const Redraw&) = delete;
+
+    // Calls nest.
+    void Suspend() { ++suspensions; }
+    // Invalidates what was noted once the last suspension ends. True when the caret is to be placed then.
+    [[nodiscard]] bool Resume();
+    bool IsSuspended() const { return suspensions != 0; }
+
+    void InvalidateAll();
+    // The rows from one to the other, both included, in either order, as far as they are shown.
+    void InvalidateRows(uint64_t first, uint64_t second, const ShownRows& shown);
+    // True while redraw is suspended: the caret is to be placed when it is resumed.
+    [[nodiscard]] bool DefersCaret();
+
+private:
+    EditorSurface& surface;
+    uint32_t suspensions = 0;
+    bool invalidateLater = false;
+    bool placeCaretLater = false;
+};
