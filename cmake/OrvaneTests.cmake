@@ -34,6 +34,8 @@ foreach(name base settings syntax document viewbase view binary app)
     endif()
 endforeach()
 orvane_use_speaker(core_document_tests)
+# These read what ships with the program, and the samples.
+target_compile_definitions(core_syntax_tests PRIVATE ORVANE_SOURCE="${CMAKE_SOURCE_DIR}")
 
 if(WIN32)
     # In-process tests of windows, and tests that drive the built program.

@@ -1,0 +1,15 @@
+-- The ten best customers.
+/* Only those who
+   are still here. */
+CREATE TABLE customer (
+    id INTEGER PRIMARY KEY,
+    name VARCHAR(80) NOT NULL,
+    since DATE DEFAULT CURRENT_DATE
+);
+
+SELECT c.name, count(*) AS orders, sum(o.total) * 1.19
+FROM customer c
+LEFT JOIN purchase o ON o.customer_id = c.id
+WHERE c.name LIKE 'A%' AND o.note <> "x"
+GROUP BY c.name ORDER BY 3 DESC;
+update customer set name = 'it''s' where id = 0;

@@ -1,0 +1,18 @@
+import Foundation
+
+/* A counter that
+   can be watched. */
+@main
+final class Counter: Codable {
+    private(set) var count = 0x0F
+    weak var owner: AnyObject?
+
+    func add(_ step: Int = 1) async throws -> Int {
+        guard step > 0 else { throw Failure.negative } // no way back
+        if let owner { print("owner \"\(owner)\"") }
+        #if DEBUG
+        defer { count += step }
+        #endif
+        return count
+    }
+}
