@@ -35,7 +35,9 @@ foreach(name base settings syntax document viewbase view binary app)
 endforeach()
 orvane_use_speaker(core_document_tests)
 # These read what ships with the program, and the samples.
-target_compile_definitions(core_syntax_tests PRIVATE ORVANE_SOURCE="${CMAKE_SOURCE_DIR}")
+foreach(name syntax app)
+    target_compile_definitions(core_${name}_tests PRIVATE ORVANE_SOURCE="${CMAKE_SOURCE_DIR}")
+endforeach()
 
 if(WIN32)
     # In-process tests of windows, and tests that drive the built program.

@@ -33,7 +33,7 @@ protected:
     }
 
     static std::string Golden(const std::filesystem::path& sample) {
-        const EngineHandle engine(ChooseEngineForFile(nullptr, shipped::ProgramPath(sample).c_str()));
+        const EngineHandle engine(ChooseEngineForFile(nullptr, source::ProgramPath(sample).c_str()));
         uint32_t state = 0;
         std::string golden;
         for (const std::string& line : shipped::Lines(shipped::ReadText(sample)))

@@ -2,23 +2,16 @@
 
 #include "SyntaxTestSupport.h"
 
+#include "support/SourceTree.h"
+
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
-// Files of the source tree that the tests read.
+// The samples of all languages, and what is needed to read them.
 namespace shipped {
 
-inline std::filesystem::path SourceFolder() { return ORVANE_SOURCE; }
-inline std::filesystem::path SampleFolder() { return SourceFolder() / "tests" / "samples" / "languages"; }
-
-// A path as the program writes it.
-inline std::u16string ProgramPath(const std::filesystem::path& path) {
-    std::u16string text = path.u16string();
-    std::replace(text.begin(), text.end(), u'/', u'\\');
-    return text;
-}
+inline std::filesystem::path SampleFolder() { return source::Folder() / "tests" / "samples" / "languages"; }
 
 // Empty when it cannot be read. Carriage returns are left out.
 inline std::string ReadText(const std::filesystem::path& path) {
@@ -57,7 +50,7 @@ inline std::vector<std::string> Words(const std::string& list) {
 class ShippedFileTest : public SyntaxTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(file.Load(shipped::ProgramPath(shipped::SourceFolder() / "ship" / "orvane.ini").c_str()));
+        ASSERT_TRUE(file.Load(source::ProgramPath(source::Folder() / "ship" / "orvane.ini").c_str()));
         LoadEngineDefinitions(file);
     }
 

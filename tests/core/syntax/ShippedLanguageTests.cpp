@@ -120,7 +120,7 @@ TEST_F(ShippedLanguages, EveryOneHasASampleThatItsNamesServe) {
     ForEachEngine([&](const IniSection& section) {
         const auto sample = samples.find(LanguageOf(section));
         ASSERT_NE(sample, samples.end()) << "no sample";
-        const std::u16string path = shipped::ProgramPath(sample->second);
+        const std::u16string path = source::ProgramPath(sample->second);
         const Char* extension = Path::Extension(path.c_str());
         const EngineDefinition* found = FindEngineDefinition(*extension ? extension + 1 : Path::FileName(path.c_str()));
         ASSERT_NE(found, nullptr);
