@@ -26,7 +26,7 @@ template <bool LineByLine> const Char* AfterString(const Char* at, const Char* e
 } // namespace
 
 CLikeEngine::CLikeEngine(const EngineDefinition& engineDefinition)
-    : foldCase(!engineDefinition.caseSensitive), definition(engineDefinition), keywords(*engineDefinition.keywords) {
+    : foldCase(!engineDefinition.caseSensitive), definition(engineDefinition), keywords(*engineDefinition.Keywords()) {
     longCommentStart.Set(definition.longCommentStart, foldCase);
     longCommentEnd.Set(definition.longCommentEnd, foldCase);
     BuildTables();

@@ -11,7 +11,7 @@ SyntaxEngine* MakeEngine(const Char* name, uint32_t htmlDepth) {
     if (definition && definition->html && htmlDepth < HtmlEngine::MaxDepth) {
         return new HtmlEngine(*definition, htmlDepth);
     }
-    if (definition && definition->keywords && !definition->html) return new CLikeEngine(*definition);
+    if (definition && !definition->html && definition->Keywords()) return new CLikeEngine(*definition);
     return new PlainEngine(definition);
 }
 

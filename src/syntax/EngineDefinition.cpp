@@ -59,8 +59,8 @@ void ReadColours(EngineDefinition& definition, const IniSection* section) {
 }
 
 bool BuildCpp(EngineDefinition& definition) {
-    definition.keywords = KeywordSet::Make(CppKeywords, true);
-    return definition.keywords && definition.extensions.Assign(u"cpp h c cxx hxx inl hpp rc idl") &&
+    return definition.keywordsText.Assign(CppKeywords) &&
+           definition.extensions.Assign(u"cpp h c cxx hxx inl hpp rc idl") &&
            definition.longCommentStart.Assign(u"/*") && definition.longCommentEnd.Assign(u"*/") &&
            definition.SetLineComment(0, u"//");
 }
@@ -113,7 +113,6 @@ bool ReadSection(EngineDefinition& definition, const IniSection& section) {
     }
     definition.html = section.GetInt(u"HTML", 0) != 0;
     if (!section.GetStringInto(definition.keywordsText, u"Keywords")) return false;
-    definition.keywords = KeywordSet::Make(definition.keywordsText.Text(), definition.caseSensitive);
     return ReadLineComments(definition, section) && ReadLongComment(definition, section);
 }
 
@@ -147,6 +146,11 @@ bool EngineDefinition::SetLineComment(uint32_t index, const Char* marker) {
     start.wordBoundary = length != 0 && Text::IsAsciiLetter(marker[length - 1]);
     lineCommentCount = index + 1;
     return true;
+}
+
+const KeywordSet* EngineDefinition::Keywords() const {
+    if (!keywords) keywords = KeywordSet::Make(keywordsText.Text(), caseSensitive);
+    return keywords;
 }
 
 void LoadEngineDefinitions(const IniFile& file) {

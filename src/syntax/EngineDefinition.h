@@ -41,7 +41,6 @@ struct EngineDefinition : HeapObject {
 
     WString extensions; // names separated by single spaces
     WString keywordsText;
-    KeywordSet* keywords = nullptr; // owned; null when there are none
     bool caseSensitive = true;
     WString longCommentStart;
     WString longCommentEnd;
@@ -61,6 +60,12 @@ struct EngineDefinition : HeapObject {
 
     // Stores line-comment start `index`; the count in use becomes one more than it. False without memory.
     bool SetLineComment(uint32_t index, const Char* marker);
+    // The words of keywordsText as a set, which the definition owns; null when there are none or memory runs out.
+    // It is made when it is first asked for: few of the definitions of a settings file are used in one run.
+    const KeywordSet* Keywords() const;
+
+private:
+    mutable KeywordSet* keywords = nullptr;
 };
 
 // Replaces the process-wide definitions by the built-in ones and those of the file's "Engine_"

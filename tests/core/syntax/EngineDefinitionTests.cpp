@@ -37,7 +37,7 @@ TEST_F(EngineDefinitions, BuiltInCpp) {
 }
 
 TEST_F(EngineDefinitions, BuiltInKeywords) {
-    const KeywordSet* set = FindEngineDefinition(u"cpp")->keywords;
+    const KeywordSet* set = FindEngineDefinition(u"cpp")->Keywords();
     ASSERT_NE(set, nullptr);
     EXPECT_TRUE(set->IsCaseSensitive());
     uint32_t count = 0;
@@ -59,7 +59,7 @@ TEST_F(EngineDefinitions, BuiltInHtml) {
     EXPECT_EQ(html, NewestEngineDefinition());
     EXPECT_EQ(Str(html->extensions), u"htm html xml xsl xui");
     EXPECT_TRUE(html->html);
-    EXPECT_EQ(html->keywords, nullptr);
+    EXPECT_EQ(html->Keywords(), nullptr);
     EXPECT_EQ(html->lineCommentCount, 0u);
     EXPECT_TRUE(html->longCommentStart.IsEmpty());
     EXPECT_EQ(html->previous, FindEngineDefinition(u"c"));
@@ -97,9 +97,9 @@ TEST_F(EngineDefinitions, ReadsEveryKey) {
     EXPECT_TRUE(q->html);
     EXPECT_FALSE(q->caseSensitive);
     EXPECT_EQ(Str(q->keywordsText), u"Alpha  beta");
-    ASSERT_NE(q->keywords, nullptr);
-    EXPECT_FALSE(q->keywords->IsCaseSensitive());
-    EXPECT_TRUE(q->keywords->CanBegin(u'b'));
+    ASSERT_NE(q->Keywords(), nullptr);
+    EXPECT_FALSE(q->Keywords()->IsCaseSensitive());
+    EXPECT_TRUE(q->Keywords()->CanBegin(u'b'));
     EXPECT_EQ(Str(q->longCommentStart), u"{-");
     EXPECT_EQ(Str(q->longCommentEnd), u"-}");
     ASSERT_EQ(q->lineCommentCount, 4u);
@@ -118,7 +118,7 @@ TEST_F(EngineDefinitions, DefaultsOfAnEmptySection) {
     EXPECT_TRUE(q->extensions.IsEmpty());
     EXPECT_TRUE(q->caseSensitive);
     EXPECT_FALSE(q->html);
-    EXPECT_EQ(q->keywords, nullptr);
+    EXPECT_EQ(q->Keywords(), nullptr);
     EXPECT_EQ(q->lineCommentCount, 0u);
     EXPECT_EQ(q->treatAs, nullptr);
 }
@@ -200,7 +200,7 @@ TEST_F(EngineDefinitions, TreatAsUsesNoFurtherKeys) {
     EXPECT_FALSE(a->caseSensitive);
     EXPECT_FALSE(a->html);
     EXPECT_TRUE(a->keywordsText.IsEmpty());
-    EXPECT_EQ(a->keywords, nullptr);
+    EXPECT_EQ(a->Keywords(), nullptr);
     EXPECT_EQ(a->lineCommentCount, 0u);
     EXPECT_TRUE(a->longCommentStart.IsEmpty());
 }
@@ -218,9 +218,9 @@ TEST_F(EngineDefinitions, UnknownTreatAsIsIgnored) {
     Load(u"[Engine_A]\nExtensions=a\nTreatAs=later\nKeywords=x\n[Engine_L]\nExtensions=later\n"
          u"[Engine_B]\nExtensions=b  b2\nTreatAs=\nKeywords=y\n");
     EXPECT_EQ(FindEngineDefinition(u"a")->treatAs, nullptr);
-    EXPECT_NE(FindEngineDefinition(u"a")->keywords, nullptr);
+    EXPECT_NE(FindEngineDefinition(u"a")->Keywords(), nullptr);
     EXPECT_EQ(FindEngineDefinition(u"b")->treatAs, nullptr);
-    EXPECT_NE(FindEngineDefinition(u"b")->keywords, nullptr);
+    EXPECT_NE(FindEngineDefinition(u"b")->Keywords(), nullptr);
 }
 
 TEST_F(EngineDefinitions, NamesAreWholeWords) {
@@ -264,6 +264,6 @@ TEST_F(EngineDefinitions, WhatThereIsNoMemoryForIsLeftOut) {
         }
         EXPECT_GE(count, 3u);
         const EngineDefinition* a = FindEngineDefinition(u"a");
-        return complete && a->keywords;
+        return complete && a->Keywords();
     });
 }
