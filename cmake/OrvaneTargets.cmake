@@ -83,6 +83,19 @@ function(orvane_program)
     set_target_properties(orvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
 endfunction()
 
+# What is shipped beside the program is copied there. A file that the Options dialog has written since stays, until the
+# one here is newer.
+function(orvane_shipped_files)
+    file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${CMAKE_SOURCE_DIR}/ship" "${CMAKE_SOURCE_DIR}/ship/*")
+    foreach(name ${files})
+        add_custom_command(OUTPUT "${CMAKE_BINARY_DIR}/${name}" DEPENDS "ship/${name}"
+            COMMAND ${CMAKE_COMMAND} -E copy "${CMAKE_SOURCE_DIR}/ship/${name}" "${CMAKE_BINARY_DIR}/${name}")
+        list(APPEND copies "${CMAKE_BINARY_DIR}/${name}")
+    endforeach()
+    add_custom_target(orvane_shipped ALL DEPENDS ${copies})
+    add_dependencies(orvane orvane_shipped)
+endfunction()
+
 function(orvane_test name sources)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")

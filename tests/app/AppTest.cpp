@@ -30,6 +30,7 @@ private:
 
 void AppTest::SetUp() {
     DeleteFileW(files::SettingsPath().c_str());
+    DeleteFileW(files::ShippedSettingsPath().c_str());
     // A window that comes up under the pointer would take over the state of the real keyboard.
     input::MoveMouse({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});
 }

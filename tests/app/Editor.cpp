@@ -1,21 +1,10 @@
 #include "app/Editor.h"
 
+#include "app/Files.h"
 #include "app/Input.h"
 #include "app/RemoteCall.h"
 
 #include <cstdio>
-
-namespace {
-
-std::wstring ProgramPath() {
-    wchar_t buffer[1024] = {};
-    if (GetEnvironmentVariableW(L"ORVANE_EXE", buffer, 1024)) return buffer;
-    GetModuleFileNameW(nullptr, buffer, 1024);
-    std::wstring path = buffer;
-    return path.substr(0, path.rfind(L'\\') + 1) + L"orvane.exe";
-}
-
-} // namespace
 
 Editor::~Editor() {
     if (!process) return;
@@ -27,7 +16,7 @@ Editor::~Editor() {
 }
 
 bool Editor::Start(const std::wstring& arguments, const std::wstring& directory) {
-    std::wstring commandLine = L"\"" + ProgramPath() + L"\" " + arguments;
+    std::wstring commandLine = L"\"" + files::ProgramPath() + L"\" " + arguments;
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started = {};

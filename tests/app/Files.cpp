@@ -33,7 +33,7 @@ void RemoveFolder(const std::wstring& folder) {
     RemoveDirectoryW(folder.c_str());
 }
 
-std::wstring AsidePath() { return SettingsPath() + L".before-tests"; }
+std::wstring AsidePath(const std::wstring& path) { return path + L".before-tests"; }
 
 } // namespace
 
@@ -115,17 +115,34 @@ std::wstring SettingsPath() {
     return std::wstring(folder) + L"\\orvane.ini";
 }
 
+std::wstring ProgramPath() {
+    wchar_t buffer[1024] = {};
+    if (GetEnvironmentVariableW(L"ORVANE_EXE", buffer, 1024)) return buffer;
+    GetModuleFileNameW(nullptr, buffer, 1024);
+    const std::wstring path = buffer;
+    return path.substr(0, path.rfind(L'\\') + 1) + L"orvane.exe";
+}
+
+std::wstring ShippedSettingsPath() {
+    const std::wstring path = ProgramPath();
+    return path.substr(0, path.rfind(L'\\') + 1) + L"orvane.ini";
+}
+
 SettingsAside::SettingsAside() {
-    // A file that an interrupted run put aside is the user's; the present one is then the tests'.
-    if (Exists(AsidePath()))
-        DeleteFileW(SettingsPath().c_str());
-    else
-        MoveFileW(SettingsPath().c_str(), AsidePath().c_str());
+    for (const std::wstring& path : {SettingsPath(), ShippedSettingsPath()}) {
+        // A file that an interrupted run put aside is the user's; the present one is then the tests'.
+        if (Exists(AsidePath(path)))
+            DeleteFileW(path.c_str());
+        else
+            MoveFileW(path.c_str(), AsidePath(path).c_str());
+    }
 }
 
 SettingsAside::~SettingsAside() {
-    DeleteFileW(SettingsPath().c_str());
-    MoveFileW(AsidePath().c_str(), SettingsPath().c_str());
+    for (const std::wstring& path : {SettingsPath(), ShippedSettingsPath()}) {
+        DeleteFileW(path.c_str());
+        MoveFileW(AsidePath(path).c_str(), path.c_str());
+    }
 }
 
 } // namespace files

@@ -35,7 +35,12 @@ std::string Utf8(const std::wstring& text);
 // The documents folder's orvane.ini, where the editor looks first.
 std::wstring SettingsPath();
 
-// Puts the user's own settings file aside while it lives, and removes the one that the tests left.
+// The program under test: environment variable ORVANE_EXE, else orvane.exe beside the tests.
+std::wstring ProgramPath();
+// The orvane.ini beside the program, which serves when the documents folder has none.
+std::wstring ShippedSettingsPath();
+
+// Puts the settings files of both places aside while it lives, and removes those that the tests left.
 class SettingsAside {
 public:
     SettingsAside();

@@ -244,6 +244,22 @@ TEST_F(OptionsDialogTest, OkWritesTheWholeFile) {
     EXPECT_EQ(Saved(), expected);
 }
 
+TEST_F(OptionsDialogTest, OkKeepsAllThatTheFileBesideTheProgramHolds) {
+    ASSERT_TRUE(files::Write(files::ShippedSettingsPath(),
+                             "; a remark\n[General]\nTextFg=#010203\n; another\n[Tool]\nDisplayName=x\nCommand=y\n"
+                             "[Engine_X]\nExtensions=x\nKeywords=if\n[Engine_Y]\nExtensions=y\nHTML=1\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Open();
+    PostMessageW(Control(IDC_SHOW_WHITESPACE), BM_CLICK, 0, 0);
+    Confirm();
+    EXPECT_FALSE(files::Exists(files::SettingsPath()));
+    EXPECT_EQ(files::Read(files::ShippedSettingsPath()), "[General]\r\nTextFg=#010203\r\n" +
+                                                             Lines({{"ShowWhitespace", "1"}}, {"TextFg"}) +
+                                                             "\r\n[Tool]\r\nDisplayName=x\r\nCommand=y\r\n"
+                                                             "\r\n[Engine_X]\r\nExtensions=x\r\nKeywords=if\r\n"
+                                                             "\r\n[Engine_Y]\r\nExtensions=y\r\nHTML=1\r\n");
+}
+
 TEST_F(OptionsDialogTest, CancelLeavesTheFileAsItIs) {
     const std::string before = "; a remark\n\n[General]\nReplaceTabs=0\n[Tool]\nDisplayName=x\nCommand=y";
     ASSERT_TRUE(files::Write(files::SettingsPath(), before));

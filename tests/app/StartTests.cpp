@@ -150,6 +150,16 @@ TEST_F(StartTest, SettingsFileOfTheDocumentsFolderIsRead) {
     EXPECT_EQ(SaveAndRead(L"a.txt"), "   x");
 }
 
+TEST_F(StartTest, SettingsFileBesideTheProgramServesAUserWithoutOne) {
+    const std::string settings = "[General]\r\nReplaceTabs=1\r\nSpacesPerTab=2\r\n";
+    ASSERT_TRUE(files::Write(files::ShippedSettingsPath(), settings));
+    // It comes before one in the current folder.
+    ASSERT_TRUE(files::Write(Path(L"orvane.ini"), "[General]\r\nReplaceTabs=1\r\nSpacesPerTab=5\r\n"));
+    ASSERT_TRUE(OpenFile(L"a.txt", "x"));
+    ASSERT_TRUE(editor.Keys(L"Tab"));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "  x");
+}
+
 class HostileSettingsTest : public AppTest, public testing::WithParamInterface<const char*> {};
 
 TEST_P(HostileSettingsTest, TheEditorStartsAndEdits) {
