@@ -73,11 +73,8 @@ void MeasureSearching() {
     const auto find = [&](const Char* text, bool matchCase, bool backward, bool hexPattern) {
         WString pattern;
         Bench::Check(pattern.Assign(text), "no memory");
-        uint64_t found = 0;
-        bool wrapped = false;
-        uint32_t length = 0;
-        return opened->FindBytes(pattern, backward ? LargeSize : 0, LargeSize, matchCase, backward, hexPattern, found,
-                                 wrapped, length);
+        ByteHit hit;
+        return opened->FindBytes(pattern, {backward ? LargeSize : 0, LargeSize, matchCase, backward, hexPattern}, hit);
     };
     const struct {
         const char* name;

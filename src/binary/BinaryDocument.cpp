@@ -2,6 +2,8 @@
 
 #include "base/Text.h"
 
+#include <cstring>
+
 namespace {
 
 HexViewFactory viewFactory = nullptr;
@@ -39,80 +41,105 @@ uint32_t BinaryDocument::Release() {
 }
 
 bool BinaryDocument::Open(const Char* fileName) {
-    using Mode = Platform::File::Mode;
     Close();
-    bool opened = file.Open(fileName, Mode::ReadWrite);
-    if (!opened) {
-        opened = file.Open(fileName, Mode::ReadShared);
-        readOnly = 1;
-    }
-    if (opened && file.GetSize(fileSize)) {
-        if (AllocateWindow() && SetPath(fileName)) {
-            EnsureWindow(0, PageSize);
-            return true;
-        }
+    if (file.Open(fileName) && SetPath(fileName)) {
+        EnsureWindow(0, PageSize);
+        return true;
     }
     Close();
     return false;
 }
 
-// On a cache line's start: there the system copies what it reads measurably faster.
-bool BinaryDocument::AllocateWindow() {
-    windowBlock = Heap::AllocateArray<uint8_t>(CacheLine + LongestHead + WindowSize);
-    if (!windowBlock) return false;
-    window = windowBlock + LongestHead + (CacheLine - reinterpret_cast<uintptr_t>(windowBlock) % CacheLine);
-    return true;
-}
-
 void BinaryDocument::Close() {
-    FreeRecords(undoHead);
-    FreeRecords(redoHead);
-    savedUndoHead = 0;
+    history.Clear();
     file.Close();
-    fileSize = 0;
-    readOnly = 0;
-    Heap::Free(windowBlock);
-    windowBlock = window = nullptr;
-    windowStart = 0;
-    windowValid = 0;
-    pages.Clear();
+    content.ForgetPages();
 }
 
 bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
     if (!file.IsOpen()) return false;
-    const bool saved = !IsModified() || (MayBeWritten() && WritePages() && file.Flush());
+    const bool saved = !IsModified() || (file.MayBeWritten(GetName()) && WriteToFile());
     if (saved) {
-        pages.Clear();
-        savedUndoHead = HeadSerial();
+        content.ForgetPages();
+        history.MarkSaved();
     }
     NotifyModified();
     RepaintAll();
     return saved;
 }
 
-// Writing past the end of a file that has become shorter would make it grow, and nobody would find again what is
-// written into one that was deleted, or that another one has replaced.
-bool BinaryDocument::MayBeWritten() {
-    uint64_t sizeNow = 0;
-    return !readOnly && file.GetSize(sizeNow) && sizeNow >= fileSize && !file.IsDeleted() && file.IsAt(GetName());
+bool BinaryDocument::WriteToFile() {
+    const PagedContent::WriteResult result = content.WritePages();
+    if (result != PagedContent::WriteResult::NothingWritten) history.MarkHalfSaved();
+    return result == PagedContent::WriteResult::Done && file.Flush();
 }
 
-bool BinaryDocument::WritePages() {
-    for (const ChangedPage* page = pages.Head(); page; page = page->next) {
-        const uint64_t start = page->index * PageSize;
-        if (!file.Seek(start)) return false;
-        // Until all is written the file is what no state of the document is, whatever is undone.
-        savedUndoHead = NoSerial;
-        if (!file.Write(page->data, PageBytes(start))) return false;
+// Edits.
+
+bool BinaryDocument::EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
+                               const HexViewState& state) {
+    // It arrives while the record is made; otherwise the edit would wait for it.
+    content.FetchAhead(offset);
+    auto* edit = new ByteEdit;
+    if (!edit) return false;
+    edit->offset = offset;
+    edit->view = view;
+    edit->state = state;
+    bool done = count > 0 && offset < FileSize() && count <= FileSize() - offset && edit->Prepare(count) &&
+                ReadBytes(offset, edit->Old(), count);
+    if (done) {
+        std::memcpy(edit->New(), newBytes, count);
+        done = Perform(*edit, false);
     }
+    if (!done) {
+        delete edit;
+        return false;
+    }
+    history.Add(edit);
+    NotifyModified();
     return true;
+}
+
+bool BinaryDocument::Perform(ByteEdit& edit, bool undoing) {
+    if (!WriteBytes(edit.offset, undoing ? edit.Old() : edit.New(), edit.count)) return false;
+    if (HexDocumentView* view = Shown(edit.view)) {
+        const HexViewState& state = edit.state;
+        view->SetCaret(undoing ? state.caretBefore : state.caretAfter,
+                       undoing ? state.subPositionBefore : state.subPositionAfter);
+        view->MakeCaretVisible();
+    }
+    RepaintAll();
+    return true;
+}
+
+bool BinaryDocument::Undo() {
+    ByteEdit* edit = history.Undoable();
+    if (!edit || !Perform(*edit, true)) return false;
+    history.MoveToRedo();
+    NotifyModified();
+    return true;
+}
+
+bool BinaryDocument::Redo() {
+    ByteEdit* edit = history.Redoable();
+    if (!edit || !Perform(*edit, false)) return false;
+    history.MoveToUndo();
+    NotifyModified();
+    return true;
+}
+
+bool BinaryDocument::FindBytes(const WString& pattern, const ByteQuery& query, ByteHit& hit, SearchProgress* progress) {
+    ByteSearch search(file, query, progress);
+    const bool found = search.Find(pattern, hit);
+    searchFailed = search.HasFailed();
+    return found;
 }
 
 // The rest of Document.
 
 bool BinaryDocument::CanDo(uint32_t kind) const {
-    if (kind == DocumentCommand::Undo) return undoHead != nullptr;
-    if (kind == DocumentCommand::Redo) return redoHead != nullptr;
+    if (kind == DocumentCommand::Undo) return history.Undoable() != nullptr;
+    if (kind == DocumentCommand::Redo) return history.Redoable() != nullptr;
     return kind == DocumentCommand::Edit;
 }
 

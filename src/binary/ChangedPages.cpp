@@ -35,7 +35,7 @@ void ChangedPages::Grow() {
     for (ChangedPage* page = pages.head; page; page = page->next) PutIntoBucket(page);
 }
 
-void ChangedPages::RemoveBehind(const ChangedPage* last) {
+void ChangedPages::RemoveAfter(const ChangedPage* last) {
     while (ChangedPage* page = pages.tail) {
         if (page == last) return;
         // Whoever was put in last stands first in its bucket, also in a grown table.

@@ -3,8 +3,7 @@
 #include "base/Heap.h"
 #include "base/List.h"
 #include "base/Types.h"
-
-constexpr uint32_t PageSize = 16384;
+#include "binary/FileWindow.h"
 
 // The current content of one page of a file, different from the file's or once so.
 struct ChangedPage : HeapObject {
@@ -29,8 +28,8 @@ public:
     ChangedPage* Find(uint64_t index) const;
     // Takes the page over and puts it at the end; there is none of its index yet.
     void Append(ChangedPage* page);
-    // Frees the pages behind `last` (all when it is null).
-    void RemoveBehind(const ChangedPage* last);
+    // Frees the pages after `last` (all when it is null).
+    void RemoveAfter(const ChangedPage* last);
     void Clear();
     size_t Count() const { return count; }
 

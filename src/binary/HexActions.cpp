@@ -84,14 +84,13 @@ bool HexEditor::AppendSelection(WString& out) {
     return true;
 }
 
-bool HexEditor::Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& length) {
+bool HexEditor::Search(bool backward, ByteHit& hit) {
     if (findState.searchHistory.Count() == 0) return false;
+    const ByteQuery query = {backward ? SelectionStart() : SelectionEnd(), FileSize(), findState.matchCase, backward,
+                             findState.hexPattern};
     {
         LongOperation progress(surface);
-        const uint64_t from = backward ? SelectionStart() : SelectionEnd();
-        if (document->FindBytes(findState.searchHistory.Newest(), from, FileSize(), findState.matchCase, backward,
-                                findState.hexPattern, found, wrapped, length, &progress))
-            return true;
+        if (document->FindBytes(findState.searchHistory.Newest(), query, hit, &progress)) return true;
     }
     // It would be wrong to say that the text was not found.
     if (document->SearchFailed()) {
@@ -104,14 +103,12 @@ bool HexEditor::Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& 
 bool HexEditor::FindNext(bool backward) {
     if (!document) return false;
     HostCalls::ShowStatus(surface, nullptr);
-    uint64_t found = 0;
-    bool wrapped = false;
-    uint32_t length = 0;
-    if (!Search(backward, found, wrapped, length)) {
+    ByteHit hit;
+    if (!Search(backward, hit)) {
         HostCalls::SearchFailed(surface);
         return false;
     }
-    SelectBytes(found + length, found);
-    if (wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
+    SelectBytes(hit.offset + hit.length, hit.offset);
+    if (hit.wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
     return true;
 }

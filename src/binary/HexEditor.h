@@ -110,7 +110,7 @@ private:
     void PlaceCaret();
     void UpdateScrollBar();
     void InvalidateBytes(uint64_t first, uint64_t second);
-    bool Search(bool backward, uint64_t& found, bool& wrapped, uint32_t& length);
+    bool Search(bool backward, ByteHit& hit);
     bool AppendSelection(WString& out);
 
     EditorSurface& surface;

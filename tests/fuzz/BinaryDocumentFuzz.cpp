@@ -159,11 +159,9 @@ void Session::Find() {
     }
     WString pattern;
     Require(pattern.Assign(digits.c_str()));
-    uint64_t found = 0;
-    bool wrapped = false;
-    uint32_t length = 0;
+    ByteHit hit;
     const bool done =
-        document->FindBytes(pattern, from, UINT64_MAX, true, backward, true, found, wrapped, length, nullptr);
+        document->FindBytes(pattern, {.from = from, .matchCase = true, .backward = backward, .hexPattern = true}, hit);
     if (isDamaged) return;
     const auto start = static_cast<size_t>(std::min<uint64_t>(from, onDisk.size()));
     size_t expected = std::string::npos;
@@ -175,7 +173,7 @@ void Session::Find() {
         if (expected == std::string::npos) expected = onDisk.find(sought);
     }
     Require(done == (expected != std::string::npos));
-    Require(!done || (found == expected && length == sought.size()));
+    Require(!done || (hit.offset == expected && hit.length == sought.size()));
 }
 
 void Session::Keyboard() {

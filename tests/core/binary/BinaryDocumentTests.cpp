@@ -228,13 +228,11 @@ TEST(BinaryLarge, OneTerabyteIsReadChangedAndSearchedLikeAnyOther) {
     EXPECT_EQ(std::string(bytes, bytes + 6), "needle");
     WString pattern;
     ASSERT_TRUE(pattern.Assign(u"needle"));
-    uint64_t found = 0;
-    bool wrapped = false;
-    uint32_t length = 0;
-    ASSERT_TRUE(file->FindBytes(pattern, Size, Size, true, true, false, found, wrapped, length));
-    EXPECT_EQ(found, far);
-    ASSERT_TRUE(file->FindBytes(pattern, Size - 70000, Size, true, false, false, found, wrapped, length));
-    EXPECT_EQ(found, far);
+    ByteHit hit;
+    ASSERT_TRUE(file->FindBytes(pattern, {.from = Size, .end = Size, .matchCase = true, .backward = true}, hit));
+    EXPECT_EQ(hit.offset, far);
+    ASSERT_TRUE(file->FindBytes(pattern, {.from = Size - 70000, .end = Size, .matchCase = true}, hit));
+    EXPECT_EQ(hit.offset, far);
     EXPECT_EQ(file->Undo(), true);
 }
 

@@ -27,14 +27,14 @@ TEST(BinaryPages, AreFoundAmongManyAndKeepTheirOrder) {
     const ChangedPage* last = pages.Tail();
     append(300, 500);
     check(500);
-    pages.RemoveBehind(last);
+    pages.RemoveAfter(last);
     check(300);
     append(300, 400);
     check(400);
     pages.Clear();
     check(0);
     append(0, 10);
-    pages.RemoveBehind(nullptr);
+    pages.RemoveAfter(nullptr);
     check(0);
 }
 

@@ -29,11 +29,10 @@ inline void PrintTo(const Match& match, std::ostream* stream) {
 inline std::optional<Match> Find(BinaryDocument& document, const std::u16string& pattern, const Search& search) {
     WString text;
     EXPECT_TRUE(text.Assign(pattern.data(), static_cast<int64_t>(pattern.size())));
-    Match match = {};
-    const bool found = document.FindBytes(text, search.from, search.end, search.matchCase, search.backward,
-                                          search.hexPattern, match.offset, match.wrapped, match.length);
-    if (!found) return std::nullopt;
-    return match;
+    ByteHit hit;
+    const ByteQuery query = {search.from, search.end, search.matchCase, search.backward, search.hexPattern};
+    if (!document.FindBytes(text, query, hit)) return std::nullopt;
+    return Match{hit.offset, hit.length, hit.wrapped};
 }
 
 inline bool Same(char left, char right, bool matchCase) {

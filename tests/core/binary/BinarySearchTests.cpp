@@ -264,8 +264,8 @@ TEST(BinaryFind, WithoutMemoryFindsNothing) {
     WString text;
     ASSERT_TRUE(text.Assign(u"needle"));
     const uint64_t failures = FailEachAllocation([&] {
-        Match match = {};
-        return file->FindBytes(text, 0, 8, true, false, false, match.offset, match.wrapped, match.length);
+        ByteHit hit;
+        return file->FindBytes(text, {.end = 8, .matchCase = true}, hit);
     });
     EXPECT_EQ(failures, 1u);
 }
