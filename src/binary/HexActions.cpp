@@ -94,7 +94,7 @@ bool HexEditor::Search(bool backward, ByteHit& hit) {
     }
     // It would be wrong to say that the text was not found.
     if (document->SearchFailed()) {
-        findState.brokenOff = true;
+        findState.cancelled = true;
         HostCalls::ShowStatus(surface, u"Failed reading the file");
     }
     return false;

@@ -90,7 +90,7 @@ bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSel
         result == MatchResult::Done && fits && document->ReplaceRanges(matches.changes, replacement, length);
     if (!fits) {
         HostCalls::Warn(surface, u"The text would become too long");
-    } else if (!done && result != MatchResult::BrokenOff) {
+    } else if (!done && result != MatchResult::Cancelled) {
         HostCalls::Warn(surface, u"Not enough memory");
     }
     if (done && inSelection) SelectRange(start, static_cast<uint32_t>(newEnd));

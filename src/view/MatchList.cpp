@@ -32,7 +32,7 @@ MatchResult MatchList::Gather(const TextBuffer& document, const TextBuffer::Sear
         }
         if (from - reported < slice) continue;
         reported = from;
-        if (!progress.Continue(from, end)) return Fail(MatchResult::BrokenOff);
+        if (!progress.Continue(from, end)) return Fail(MatchResult::Cancelled);
     }
     return MatchResult::Done;
 }

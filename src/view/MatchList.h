@@ -3,7 +3,7 @@
 #include "base/Array.h"
 #include "document/TextBuffer.h"
 
-enum class MatchResult : uint32_t { Done, BrokenOff, NoMemory };
+enum class MatchResult : uint32_t { Done, Cancelled, NoMemory };
 
 // The places that a replacement of all matches changes, found in one pass.
 class MatchList {

@@ -32,8 +32,8 @@ struct FindState {
     bool searchUp = false;
     bool matchCase = false;
     bool wholeWord = false;
-    // The last search was broken off, by the user or by bytes that cannot be read: it proved nothing.
-    bool brokenOff = false;
+    // The last search was cancelled, by the user or by bytes that cannot be read: it proved nothing.
+    bool cancelled = false;
 
     // Frees everything; for shutdown, before the heap goes.
     void Release();

@@ -7,7 +7,7 @@
 #include "viewbase/HostCalls.h"
 
 LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {
-    findState.brokenOff = false;
+    findState.cancelled = false;
 }
 
 LongOperation::~LongOperation() {
@@ -26,6 +26,6 @@ bool LongOperation::Continue(uint64_t done, uint64_t total) {
     if (percent != shownPercent && Text::AppendFormat(message, u"Searching: %u %%", percent))
         HostCalls::ShowStatus(surface, message.Text());
     shownPercent = percent;
-    findState.brokenOff = surface.TakeEscape();
-    return !findState.brokenOff;
+    findState.cancelled = surface.TakeEscape();
+    return !findState.cancelled;
 }

@@ -5,7 +5,7 @@
 class EditorSurface;
 
 // A search or replacement that may take long. After half a second it shows the wait cursor and how far
-// it has come; from then on Escape breaks it off, which `findState` remembers.
+// it has come; from then on Escape cancels it, which `findState` remembers.
 class LongOperation final : public SearchProgress {
 public:
     explicit LongOperation(EditorSurface& window);

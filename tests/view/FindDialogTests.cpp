@@ -13,7 +13,7 @@ protected:
     void TearDown() override {
         TextViewTest::TearDown();
         findState.Release();
-        findState.matchCase = findState.wholeWord = findState.searchUp = findState.brokenOff = false;
+        findState.matchCase = findState.wholeWord = findState.searchUp = findState.cancelled = false;
     }
     void ShowText(const std::u16string& text) {
         Show(text);

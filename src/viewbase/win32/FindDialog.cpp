@@ -50,5 +50,5 @@ void FindDialog::FillHistory(HWND combo, const History& history, const WString& 
 }
 
 void FindDialog::ReportNotFound(ViewHost* host, HWND dialog) {
-    if (host && !findState.brokenOff) host->ShowMessage(dialog, u"Text not found", MessageKind::Information);
+    if (host && !findState.cancelled) host->ShowMessage(dialog, u"Text not found", MessageKind::Information);
 }

@@ -180,11 +180,11 @@ TEST_F(HexFind, WhatCannotBeReadIsNotToldToBeAbsent) {
     SearchFor(u"needle");
     EXPECT_FALSE(view().FindNext(false));
     EXPECT_EQ(Status(StatusField::Message), u"Failed reading the file");
-    EXPECT_TRUE(findState.brokenOff); // the dialog does not say that there is no such text
+    EXPECT_TRUE(findState.cancelled); // the dialog does not say that there is no such text
     EXPECT_EQ(Selection(), (Two{3, 9}));
     EXPECT_EQ(host().macroStops, 1);
     view().GoTo(60000);
     EXPECT_EQ(Find(), (Two{90006, 90000}));
     EXPECT_EQ(Status(StatusField::Message), u"");
-    EXPECT_FALSE(findState.brokenOff);
+    EXPECT_FALSE(findState.cancelled);
 }

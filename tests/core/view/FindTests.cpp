@@ -257,20 +257,20 @@ TEST_F(FindTest, ALongPatternIsSearchedForInSmallerSteps) {
     EXPECT_EQ(view().CaretOffset(), 5u);
 }
 
-TEST_F(FindTest, ABrokenOffSearchIsNotTakenForAFailedOne) {
+TEST_F(FindTest, ACancelledSearchIsNotTakenForAFailedOne) {
     Fill(std::u16string((1u << 24) + 100, u'x') + u"ab");
     SearchFor(u"ab");
     surface().tickStep = 600;
     surface().escapePressed = true;
     EXPECT_FALSE(view().FindNext(false));
-    EXPECT_TRUE(findState.brokenOff);
+    EXPECT_TRUE(findState.cancelled);
     SearchFor(u"zz");
     EXPECT_FALSE(view().FindNext(false));
-    EXPECT_FALSE(findState.brokenOff);
+    EXPECT_FALSE(findState.cancelled);
     surface().escapePressed = true;
     EXPECT_FALSE(view().FindNext(false));
-    EXPECT_TRUE(findState.brokenOff);
+    EXPECT_TRUE(findState.cancelled);
     SearchFor(u"");
     EXPECT_FALSE(view().FindNext(false));
-    EXPECT_FALSE(findState.brokenOff);
+    EXPECT_FALSE(findState.cancelled);
 }
