@@ -142,13 +142,13 @@ bool Scan::EqualBytes(const uint8_t* left, const uint8_t* right, size_t count, b
     return true;
 }
 
-ByteProbe::ByteProbe(const uint8_t* pattern, size_t offset, bool matchCase)
-    : offset(offset), folds(!matchCase && Text::IsAsciiLetter(pattern[offset])),
-      value(folds ? Fold(pattern[offset]) : pattern[offset]), caseBit(_mm_set1_epi8(folds ? 0x20 : 0)),
+ByteProbe::ByteProbe(const uint8_t* pattern, size_t place, bool matchCase)
+    : offset(place), folds(!matchCase && Text::IsAsciiLetter(pattern[place])),
+      value(folds ? Fold(pattern[place]) : pattern[place]), caseBit(_mm_set1_epi8(folds ? 0x20 : 0)),
       byte(_mm_set1_epi8(static_cast<char>(value))) {}
 
-ByteFinder::ByteFinder(const uint8_t* pattern, size_t n, bool matchCase)
-    : pattern(pattern), n(n), matchCase(matchCase), first(pattern, RarestOffset(pattern, n, NotFound), matchCase),
+ByteFinder::ByteFinder(const uint8_t* wanted, size_t length, bool withCase)
+    : pattern(wanted), n(length), matchCase(withCase), first(pattern, RarestOffset(pattern, n, NotFound), matchCase),
       second(pattern, RarestOffset(pattern, n, first.offset), matchCase) {
     if (n >= ShortestForGrams && Commonness.of[pattern[first.offset]] >= CommonFromHere) CollectGrams();
 }

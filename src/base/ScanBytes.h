@@ -13,7 +13,7 @@ bool EqualBytes(const uint8_t* left, const uint8_t* right, size_t count, bool ma
 // One byte of a pattern. Both cases of a letter become the same one by the bit that tells them apart, and
 // nothing else does.
 struct ByteProbe {
-    ByteProbe(const uint8_t* pattern, size_t offset, bool matchCase);
+    ByteProbe(const uint8_t* pattern, size_t place, bool matchCase);
 
     size_t offset; // in the pattern
     bool folds;
@@ -27,8 +27,8 @@ class ByteFinder {
 public:
     static constexpr unsigned GramBits = 13; // of an index into the table
 
-    // `n` is at least 1.
-    ByteFinder(const uint8_t* pattern, size_t n, bool matchCase);
+    // `length` is at least 1.
+    ByteFinder(const uint8_t* wanted, size_t length, bool withCase);
     ByteFinder(const ByteFinder&) = delete;
     ByteFinder& operator=(const ByteFinder&) = delete;
 

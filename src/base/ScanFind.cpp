@@ -40,7 +40,7 @@ struct Probe {
     __m128i caseBit;
     __m128i character;
 
-    Probe(const Char* pattern, size_t offset, bool matchCase) : offset(offset) {
+    Probe(const Char* pattern, size_t place, bool matchCase) : offset(place) {
         const bool folds = !matchCase && Text::IsAsciiLetter(pattern[offset]);
         caseBit = Fill(folds ? 0x20 : 0);
         character = Fill(folds ? Text::FoldCase(pattern[offset]) : pattern[offset]);
@@ -62,8 +62,8 @@ size_t RarestOffset(const Char* pattern, size_t n, bool matchCase, size_t except
 
 class Pattern {
 public:
-    Pattern(const Char* pattern, size_t n, bool matchCase)
-        : pattern(pattern), n(n), matchCase(matchCase),
+    Pattern(const Char* wanted, size_t length, bool withCase)
+        : pattern(wanted), n(length), matchCase(withCase),
           first(pattern, RarestOffset(pattern, n, matchCase, Scan::NotFound), matchCase),
           second(pattern, RarestOffset(pattern, n, matchCase, first.offset), matchCase) {}
 

@@ -47,8 +47,8 @@ void BulkEdit::MoveViews(bool undone) {
     if (undone) return TextEdit::MoveViews(true);
     const size_t end = changes.Count() - 1;
     const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
-    for (ViewState* state = &views; state; state = state->next) {
-        if (document->HasView(state->view)) MoveView(*state, last);
+    for (ViewState* viewState = &views; viewState; viewState = viewState->next) {
+        if (document->HasView(viewState->view)) MoveView(*viewState, last);
     }
     performed = true;
     MoveOtherViews();
@@ -56,17 +56,17 @@ void BulkEdit::MoveViews(bool undone) {
 
 // Every single change would take the carets along and scroll them into view. As they go downwards only,
 // the first and the last of them decide where a view comes to stand; done again, the last alone.
-void BulkEdit::MoveView(ViewState& state, uint32_t last) {
-    DocumentView& view = *state.view;
+void BulkEdit::MoveView(ViewState& viewState, uint32_t last) {
+    DocumentView& view = *viewState.view;
     if (performed) {
-        view.PlaceTopLine(state.topLineAfter);
+        view.PlaceTopLine(viewState.topLineAfter);
     } else {
         const uint32_t first = changes[0].removed ? changes[0].offset : changes[0].offset + count;
-        view.PlaceTopLine(LineAfter(state.topLineAfter));
+        view.PlaceTopLine(LineAfter(viewState.topLineAfter));
         view.PlaceSelection(first, first);
     }
     view.PlaceSelection(last, last);
-    state.topLineAfter = view.TopLine();
+    viewState.topLineAfter = view.TopLine();
 }
 
 // As one change from the first place to the end of the last.
@@ -101,22 +101,22 @@ uint32_t BulkEdit::NewOffset(size_t index, uint32_t removedBefore) const {
 // `topLineAfter` becomes the offset, in the new text, of a place on the line that the view then begins
 // with. A top line that starts inside what changes gives way to the line of the change.
 void BulkEdit::MapTopLines() {
-    for (ViewState* state = &views; state && state->view; state = state->next) {
-        uint32_t top = document->LineToOffset(state->topLineBefore);
+    for (ViewState* viewState = &views; viewState && viewState->view; viewState = viewState->next) {
+        uint32_t top = document->LineToOffset(viewState->topLineBefore);
         uint32_t shift = 0; // modulo 2^32
         for (size_t i = 0; i < changes.Count(); ++i) {
-            const uint32_t position = changes[i].offset + shift;
-            if (top < position) break;
-            const bool inside = top < position + changes[i].removed;
-            top = inside ? position : top - changes[i].removed;
-            if (inside || top < position + count) {
-                top = position;
+            const uint32_t start = changes[i].offset + shift;
+            if (top < start) break;
+            const bool inside = top < start + changes[i].removed;
+            top = inside ? start : top - changes[i].removed;
+            if (inside || top < start + count) {
+                top = start;
                 break;
             }
             top += count;
             shift += count - changes[i].removed;
         }
-        state->topLineAfter = top;
+        viewState->topLineAfter = top;
     }
 }
 
@@ -143,7 +143,7 @@ void BulkEdit::ChangeText(bool back) {
 
 // From the end to the start: everything moves to the right or stays.
 void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
-    Char* text = document->text;
+    Char* store = document->text;
     uint32_t from = document->length;
     uint32_t to = newLength;
     uint32_t removedBefore = removedText.Length();
@@ -152,35 +152,35 @@ void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
         const Place place = PlaceOf(i, removedBefore, back);
         const uint32_t behind = place.offset + place.oldLength;
         to -= from - behind;
-        if (to != behind) std::memmove(text + to, text + behind, (from - behind) * sizeof(Char));
+        if (to != behind) std::memmove(store + to, store + behind, (from - behind) * sizeof(Char));
         to -= place.newLength;
-        std::memcpy(text + to, place.newText, place.newLength * sizeof(Char));
+        std::memcpy(store + to, place.newText, place.newLength * sizeof(Char));
         from = place.offset;
     }
 }
 
 // From the start to the end: everything moves to the left or stays.
 void BulkEdit::CloseUp(bool back) {
-    Char* text = document->text;
+    Char* store = document->text;
     uint32_t from = changes[0].offset;
     uint32_t to = from;
     uint32_t removedBefore = 0;
     for (size_t i = 0; i < changes.Count(); ++i) {
         const Place place = PlaceOf(i, removedBefore, back);
         removedBefore += changes[i].removed;
-        std::memmove(text + to, text + from, (place.offset - from) * sizeof(Char));
+        std::memmove(store + to, store + from, (place.offset - from) * sizeof(Char));
         to += place.offset - from;
-        std::memcpy(text + to, place.newText, place.newLength * sizeof(Char));
+        std::memcpy(store + to, place.newText, place.newLength * sizeof(Char));
         to += place.newLength;
         from = place.offset + place.oldLength;
     }
-    std::memmove(text + to, text + from, (size_t{document->length} - from) * sizeof(Char));
+    std::memmove(store + to, store + from, (size_t{document->length} - from) * sizeof(Char));
 }
 
 BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool back) const {
-    const ReplacedRange& change = changes[index];
-    if (!back) return {change.offset, change.removed, count, text.Text()};
-    return {NewOffset(index, removedBefore), count, change.removed, removedText.Text() + removedBefore};
+    const ReplacedRange& range = changes[index];
+    if (!back) return {range.offset, range.removed, count, text.Text()};
+    return {NewOffset(index, removedBefore), count, range.removed, removedText.Text() + removedBefore};
 }
 
 // As every single change would move them. The store holds the old text.
@@ -191,16 +191,16 @@ void BulkEdit::MoveMarks(bool back) {
     uint32_t goneBefore = back ? removedLines : 0;
     for (size_t step = 0; step < places; ++step) {
         const size_t i = back ? places - 1 - step : step;
-        const ReplacedRange& change = changes[i];
-        const uint32_t gone = LinesBetween(change.offset, change.offset + change.removed);
+        const ReplacedRange& range = changes[i];
+        const uint32_t gone = LinesBetween(range.offset, range.offset + range.removed);
         if (back) goneBefore -= gone;
         // The line once all earlier places have changed.
         MoveMarksAt(before - goneBefore + static_cast<uint32_t>(i) * newLines, gone, back);
         if (back) {
-            before -= i ? LinesBetween(changes[i - 1].offset, change.offset) : 0;
+            before -= i ? LinesBetween(changes[i - 1].offset, range.offset) : 0;
         } else {
             goneBefore += gone;
-            before += i + 1 < places ? LinesBetween(change.offset, changes[i + 1].offset) : 0;
+            before += i + 1 < places ? LinesBetween(range.offset, changes[i + 1].offset) : 0;
         }
     }
 }

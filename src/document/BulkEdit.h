@@ -44,7 +44,7 @@ private:
     uint32_t LinesBetween(uint32_t from, uint32_t to) const;
     uint32_t LineAfter(uint32_t offset) const;
     void MapTopLines();
-    void MoveView(ViewState& state, uint32_t last);
+    void MoveView(ViewState& viewState, uint32_t last);
 
     Array<ReplacedRange> changes;
     WString removedText;       // all that was removed, in order

@@ -95,7 +95,7 @@ bool TextBuffer::ExtendTyping(LineEdit& typed, DocumentView* view, Char ch, uint
 }
 
 void TextBuffer::TellTyped(const TextChange& change, DocumentView* view, uint32_t caretColumn, bool repaint) {
-    const Telling telling(*this);
+    const Telling guard(*this);
     TellChange(change);
     for (const ViewNode* node = views.head; node; node = node->next) {
         if (node->view != view) node->view->FollowChange(change);

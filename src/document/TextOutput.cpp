@@ -39,7 +39,7 @@ void TextBuffer::NotifyAppended(uint32_t from, uint32_t newLines) {
         lastLineStart != None32 ? lastLineStart : static_cast<uint32_t>(Scan::FindLineStart(text, from));
     const size_t newStart = from + Scan::FindLineStart(text + from, length - from);
     const Operation operation(*this);
-    const Telling telling(*this);
+    const Telling guard(*this);
     edited = true;
     TellTextChanged(from);
     lastLineStart = newLines ? static_cast<uint32_t>(newStart) : oldStart;

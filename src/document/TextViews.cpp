@@ -67,7 +67,7 @@ void TextBuffer::TellTextChanged(uint32_t offset) {
 void TextBuffer::TellViews(UndoRecord& record, bool undone) {
     if (record.IsMarker()) return;
     auto& edit = static_cast<TextEdit&>(record);
-    const Telling telling(*this);
+    const Telling guard(*this);
     TellChange(edit.Change());
     edit.MoveViews(undone);
     RepaintChange(edit.Change());
@@ -94,7 +94,7 @@ void TextBuffer::RepaintChange(const TextChange& change) {
 // A view that cannot scroll, without a window or with its redraw suspended, would keep a top line that is
 // none any more.
 void TextBuffer::MoveViewsToStart() {
-    const Telling telling(*this);
+    const Telling guard(*this);
     edited = operations != 0;
     TellTextChanged(0);
     SetLineCount(lineCount);

@@ -31,43 +31,43 @@ bool TextEdit::SetUpEdit(uint32_t offset, const Char* changed, uint32_t length) 
 }
 
 bool TextEdit::CaptureViews() {
-    ViewState* state = &views;
+    ViewState* viewState = &views;
     for (const ViewNode* node = document->views.head; node; node = node->next) {
-        if (state->view) {
-            state->next = new ViewState;
-            state = state->next;
-            if (!state) return false;
+        if (viewState->view) {
+            viewState->next = new ViewState;
+            viewState = viewState->next;
+            if (!viewState) return false;
         }
-        CaptureView(*state, node->view);
+        CaptureView(*viewState, node->view);
     }
     return true;
 }
 
-void TextEdit::CaptureView(ViewState& state, DocumentView* view) const {
+void TextEdit::CaptureView(ViewState& viewState, DocumentView* view) const {
     const uint64_t end = uint64_t{position} + count;
-    state.view = view;
-    state.anchorBefore = state.anchorAfter = view->SelectionAnchor();
-    state.caretBefore = state.caretAfter = view->CaretOffset();
-    state.topLineBefore = state.topLineAfter = view->TopLine();
+    viewState.view = view;
+    viewState.anchorBefore = viewState.anchorAfter = view->SelectionAnchor();
+    viewState.caretBefore = viewState.caretAfter = view->CaretOffset();
+    viewState.topLineBefore = viewState.topLineAfter = view->TopLine();
 
     // The caret is compared with the end of the change, the anchor with its start; that is meant so.
-    const bool before = state.anchorBefore < position && state.caretBefore < end;
-    if (!before && state.anchorBefore >= end && state.caretBefore >= end) {
-        state.anchorAfter = isDelete ? state.anchorBefore - count : state.anchorBefore + count;
-        state.caretAfter = isDelete ? state.caretBefore - count : state.caretBefore + count;
+    const bool before = viewState.anchorBefore < position && viewState.caretBefore < end;
+    if (!before && viewState.anchorBefore >= end && viewState.caretBefore >= end) {
+        viewState.anchorAfter = isDelete ? viewState.anchorBefore - count : viewState.anchorBefore + count;
+        viewState.caretAfter = isDelete ? viewState.caretBefore - count : viewState.caretBefore + count;
     } else if (!before) {
-        state.anchorAfter = state.caretAfter = isDelete ? position : static_cast<uint32_t>(end);
+        viewState.anchorAfter = viewState.caretAfter = isDelete ? position : static_cast<uint32_t>(end);
     }
 
-    const uint32_t topStart = document->LineToOffset(state.topLineBefore);
+    const uint32_t topStart = document->LineToOffset(viewState.topLineBefore);
     if (topStart < position) return;
     if (topStart < end) {
         uint32_t lineStart = 0;
-        state.topLineAfter = document->OffsetToLine(position, lineStart);
+        viewState.topLineAfter = document->OffsetToLine(position, lineStart);
     } else if (!isDelete) {
-        state.topLineAfter += newLines;
+        viewState.topLineAfter += newLines;
     } else {
-        state.topLineAfter -= newLines < state.topLineAfter ? newLines : state.topLineAfter;
+        viewState.topLineAfter -= newLines < viewState.topLineAfter ? newLines : viewState.topLineAfter;
     }
 }
 
@@ -98,18 +98,19 @@ bool TextEdit::ChangeStore(bool remove) {
 
 void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
-    for (const ViewState* state = &views; state; state = state->next) {
-        if (!document->HasView(state->view)) continue;
-        state->view->PlaceTopLine(undone ? state->topLineBefore : state->topLineAfter);
-        state->view->PlaceSelection(undone ? state->anchorBefore : caret, undone ? state->caretBefore : caret);
+    for (const ViewState* viewState = &views; viewState; viewState = viewState->next) {
+        if (!document->HasView(viewState->view)) continue;
+        viewState->view->PlaceTopLine(undone ? viewState->topLineBefore : viewState->topLineAfter);
+        viewState->view->PlaceSelection(undone ? viewState->anchorBefore : caret,
+                                        undone ? viewState->caretBefore : caret);
     }
     MoveOtherViews();
 }
 
 bool TextEdit::Holds(const DocumentView* view) const {
-    const ViewState* state = &views;
-    while (state && state->view != view) state = state->next;
-    return state != nullptr;
+    const ViewState* viewState = &views;
+    while (viewState && viewState->view != view) viewState = viewState->next;
+    return viewState != nullptr;
 }
 
 void TextEdit::MoveOtherViews() {

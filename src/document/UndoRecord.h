@@ -87,7 +87,7 @@ protected:
 
 private:
     bool CaptureViews();
-    void CaptureView(ViewState& state, DocumentView* view) const;
+    void CaptureView(ViewState& viewState, DocumentView* view) const;
     bool Holds(const DocumentView* view) const;
 };
 

@@ -31,7 +31,11 @@ struct SettingsRecord {
 // The process-wide record that everything reads.
 extern SettingsRecord settings;
 
+// A scoped enumerator hides nothing; g++ 12 warns all the same.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
 enum class SettingType : uint32_t { Int = 0, Colour = 1, String = 2 };
+#pragma GCC diagnostic pop
 
 // What a changed cell makes necessary beyond being read again; the drawing half carries it out.
 enum class SettingChange : uint32_t { Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };

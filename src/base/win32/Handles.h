@@ -102,7 +102,7 @@ public:
 // An object selected into a device context: it cannot be deleted before the old one is back.
 class SelectedObject : Guard {
 public:
-    SelectedObject(HDC dc, HGDIOBJ object) : dc(dc), previous(SelectObject(dc, object)) {}
+    SelectedObject(HDC target, HGDIOBJ object) : dc(target), previous(SelectObject(target, object)) {}
     ~SelectedObject() { SelectObject(dc, previous); }
 
 private:
@@ -113,7 +113,7 @@ private:
 // The device context of a window outside of painting: it is borrowed from a common store.
 class WindowDc : Guard {
 public:
-    explicit WindowDc(HWND window) : window(window), dc(GetDC(window)) {}
+    explicit WindowDc(HWND owner) : window(owner), dc(GetDC(owner)) {}
     ~WindowDc() {
         if (dc) ReleaseDC(window, dc);
     }
@@ -127,7 +127,7 @@ private:
 // The device context of a paint message: without its end the message comes again for ever.
 class PaintDc : Guard {
 public:
-    explicit PaintDc(HWND window) : window(window), dc(BeginPaint(window, &paint)) {}
+    explicit PaintDc(HWND owner) : window(owner), dc(BeginPaint(owner, &paint)) {}
     ~PaintDc() { EndPaint(window, &paint); }
     HDC Get() const { return dc; }
     const RECT& Area() const { return paint.rcPaint; }
@@ -156,7 +156,7 @@ private:
 // The address of a movable block: it counts its locks.
 class GlobalAddress : Guard {
 public:
-    explicit GlobalAddress(HGLOBAL block) : block(block), address(block ? GlobalLock(block) : nullptr) {}
+    explicit GlobalAddress(HGLOBAL locked) : block(locked), address(locked ? GlobalLock(locked) : nullptr) {}
     ~GlobalAddress() {
         if (address) GlobalUnlock(block);
     }
