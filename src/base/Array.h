@@ -27,8 +27,8 @@ public:
     bool Reserve(size_t wanted) {
         if (wanted <= capacity) return true;
         size_t larger = capacity * 2 > wanted ? capacity * 2 : wanted;
-        if (larger > SIZE_MAX / sizeof(T)) return false;
-        void* grown = Heap::Resize(items, capacity * sizeof(T), larger * sizeof(T));
+        if (larger > SIZE_MAX / ItemSize) return false;
+        void* grown = Heap::Resize(items, capacity * ItemSize, larger * ItemSize);
         if (!grown) return false;
         items = static_cast<T*>(grown);
         capacity = larger;
@@ -62,7 +62,7 @@ public:
         other.items = nullptr;
         other.count = other.capacity = 0;
         if (count == 0 || count == capacity) return;
-        void* exact = Heap::Resize(items, capacity * sizeof(T), count * sizeof(T));
+        void* exact = Heap::Resize(items, capacity * ItemSize, count * ItemSize);
         if (!exact) return;
         items = static_cast<T*>(exact);
         capacity = count;
@@ -75,6 +75,8 @@ public:
     }
 
 private:
+    static constexpr size_t ItemSize = sizeof(T); // NOLINT(bugprone-sizeof-expression): a pointer, if that is T
+
     T* items = nullptr;
     size_t count = 0;
     size_t capacity = 0;

@@ -21,7 +21,7 @@ constexpr size_t OutgrownRangeFactor = 16;
 constexpr size_t LargestOutgrown = size_t{1} << 24;
 constexpr size_t LargestRange = sizeof(void*) > 4 ? size_t{1} << 34 : 0;
 // What the system aligns its ranges of addresses to; memory is committed in steps of the same size.
-constexpr size_t Granularity = 64 * 1024;
+constexpr size_t Granularity = size_t{64} * 1024;
 
 // Stands at the start of the range; the block follows it.
 struct alignas(64) LargeBlock {

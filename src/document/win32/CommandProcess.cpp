@@ -57,7 +57,7 @@ HANDLE CreateTemporaryFile(const wchar_t* directory, wchar_t (&name)[MAX_PATH]) 
     HANDLE file = INVALID_HANDLE_VALUE;
     for (uint32_t i = 0; i < MostTries && file == INVALID_HANDLE_VALUE; ++i) {
         // Given a number, it only puts the name together.
-        const UINT number = static_cast<UINT>((first + i * NameStep) % NameCount + 1);
+        const UINT number = static_cast<UINT>((first + uint64_t{i} * NameStep) % NameCount + 1);
         if (!GetTempFileNameW(directory, L"Orvane", number, name)) break;
         file =
             CreateFileW(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &security, CREATE_NEW,
