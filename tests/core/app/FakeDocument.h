@@ -1,13 +1,25 @@
 #pragma once
 
-#include "document/Document.h"
+#include "document/TextBuffer.h"
 
+#include <deque>
 #include <new>
 #include <string>
 
-// A view of a FakeDocument: only where its caret is.
+// A view of a document: only where its caret is.
 class CaretView final : public DocumentView {
 public:
+    explicit CaretView(Document* viewed = nullptr) : document(viewed) {}
+
+    // The views of text documents from now on.
+    static void InstallForTexts() {
+        SetTextViewFactory([](TextBuffer& text, NativeWindow) -> DocumentView* {
+            auto* const view = new CaretView(&text);
+            view->deletesItself = true;
+            return view;
+        });
+    }
+
     bool HasWindow() const override { return false; }
     bool HasFocus() const override { return false; }
     void Invalidate() override {}
@@ -24,10 +36,17 @@ public:
     void RefreshStatus() override {}
     void DocumentChanged(Document*) override {}
     void RunStateChanged(Document*, bool) override {}
-    View* AsView() override { return nullptr; }
-    void Destroy() override {}
+    // Not to be looked into: it only tells views apart.
+    View* AsView() override { return reinterpret_cast<View*>(this); }
+    void Destroy() override {
+        destroyed = true;
+        if (deletesItself) delete this;
+    }
 
+    Document* document;
     uint32_t caretLine = 0;
+    bool destroyed = false;
+    bool deletesItself = false;
 };
 
 // A document whose answers the test sets. It starts with one reference and one view.
@@ -56,7 +75,15 @@ public:
         delete this;
         return 0;
     }
-    DocumentView* CreateView(NativeWindow) override { return &view; }
+    DocumentView* CreateView(NativeWindow) override {
+        if (!makesViews) return nullptr;
+        CaretView& made = moreViews.emplace_back(this);
+        ViewNode* last = &firstNode;
+        while (last->next) last = last->next;
+        last->next = &nodes.emplace_back();
+        last->next->view = &made;
+        return &made;
+    }
     bool IsModified() const override { return modified; }
     const Char* GetName() const override { return path.empty() ? title.c_str() : path.c_str(); }
     bool SetPath(const Char* name) override {
@@ -68,10 +95,14 @@ public:
         title = text;
         return true;
     }
-    bool Save(const Char*, uint32_t, uint32_t) override { return false; }
-    DocumentView* EnumViews(ViewNode*, ViewNode*& next) const override {
-        next = nullptr;
-        return hasView ? const_cast<CaretView*>(&view) : nullptr;
+    bool Save(const Char* file, uint32_t, uint32_t) override {
+        savedTo = file;
+        return savingWorks;
+    }
+    DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override {
+        const ViewNode& node = cursor ? *cursor : firstNode;
+        next = hasView ? node.next : nullptr;
+        return hasView ? node.view : nullptr;
     }
     bool GetOutputState(bool& runs) const override {
         if (isOutput) runs = running;
@@ -103,8 +134,12 @@ public:
     std::u16string path;
     std::u16string title;
     std::u16string sessionText;
-    CaretView view;
+    std::u16string savedTo; // the file of the last Save
+    CaretView view{this};
+    std::deque<CaretView> moreViews;
     bool hasView = true;
+    bool makesViews = true;
+    bool savingWorks = true;
     bool modified = false;
     bool binary = false;
     bool isOutput = false;
@@ -116,8 +151,13 @@ public:
     int reloads = 0;
 
 private:
-    FakeDocument() { ++alive; }
+    FakeDocument() {
+        firstNode.view = &view;
+        ++alive;
+    }
     ~FakeDocument() { --alive; }
 
     uint32_t references = 1;
+    ViewNode firstNode;
+    std::deque<ViewNode> nodes;
 };
