@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Types.h"
+#include "app/UserPrompt.h"
 #include "base/WString.h"
 #include "viewbase/MessageKind.h"
 
@@ -21,7 +21,7 @@ struct CommandState {
 // What the command language, scripts, the command line and the file prompts need of the frame. The
 // frame implements it; tests use a fake. Operations on the active document do nothing when there is
 // no active pane.
-class CommandContext {
+class CommandContext : public UserPrompt {
 public:
     CommandState commands;
 
@@ -65,7 +65,6 @@ public:
     virtual void ReloadOptions() = 0;
     virtual void PostClose() = 0;   // leave, with the save prompts
     virtual void PostQuitNow() = 0; // leave without them
-    virtual Answer AskUser(const Char* text, MessageKind kind) = 0;
 
 protected:
     ~CommandContext() = default;

@@ -1,0 +1,111 @@
+#include "app/DocumentOpener.h"
+
+#include "app/CommandContext.h"
+#include "app/DocumentDisplay.h"
+#include "app/DocumentList.h"
+#include "app/ScreenBatch.h"
+#include "base/Platform.h"
+#include "base/Text.h"
+#include "binary/BinaryDocument.h"
+#include "document/TextBuffer.h"
+
+TextBuffer* MakeTitledText(const Char* title) {
+    auto* const document = new TextBuffer;
+    if (!document) return nullptr;
+    document->AddRef();
+    if (!document->MakeEmpty() || !document->SetTitle(title) || !document->CreateView(nullptr)) {
+        document->Release();
+        return nullptr;
+    }
+    document->ResetSyntaxEngine();
+    return document;
+}
+
+bool AdoptDocument(DocumentList& documents, Document* document) {
+    if (documents.Add(document)) return true;
+    document->Release();
+    return false;
+}
+
+void DocumentOpener::OpenNew() {
+    WString title;
+    // Without a pane nothing is made, so that no number is used up.
+    if (!display.TargetPane() || !documents.UntitledTitle(title)) return;
+    TextBuffer* const document = MakeTitledText(title.Text());
+    if (!document || !AdoptDocument(documents, document)) return;
+    documents.CountUntitled();
+    if (!display.ShowNew(*document)) documents.Remove(document);
+}
+
+bool DocumentOpener::OpenText(const Char* path, int32_t line, bool isNew) {
+    WString fullPath;
+    if (!Platform::FullPath(path, fullPath)) return false;
+    if (const Document* const known = isNew ? nullptr : ShowOpenFile(fullPath.Text())) {
+        MoveToLine(*known, line);
+        return true;
+    }
+    auto* const document = new TextBuffer;
+    if (!document) return false;
+    document->AddRef();
+    if (!document->CreateView(nullptr) || !document->Load(fullPath.Text(), isNew)) {
+        document->Release();
+        Report(fullPath.Text());
+        return false;
+    }
+    if (!ShowOpened(document)) return false;
+    MoveToLine(*document, line);
+    return true;
+}
+
+bool DocumentOpener::OpenBinary(const Char* path) {
+    WString fullPath;
+    if (!Platform::FullPath(path, fullPath)) return false;
+    if (ShowOpenFile(fullPath.Text())) return true;
+    auto* const document = new BinaryDocument;
+    if (!document) return false;
+    document->AddRef();
+    if (!document->Open(fullPath.Text()) || !document->CreateView(nullptr)) {
+        document->Release();
+        Report(fullPath.Text());
+        return false;
+    }
+    return ShowOpened(document);
+}
+
+// The document of a file that is open already, text or bytes; null without one.
+Document* DocumentOpener::ShowOpenFile(const Char* fullPath) {
+    Document* const known = documents.FindByName(fullPath);
+    if (!known) return nullptr;
+    Pane* const pane = display.TargetPane();
+    display.Show(known, pane);
+    if (pane && pane != panes.Active()) panes.Focus(*pane);
+    return known;
+}
+
+bool DocumentOpener::ShowOpened(Document* document) {
+    if (!AdoptDocument(documents, document)) return false;
+    if (display.ShowNew(*document)) return true;
+    documents.Remove(document);
+    return false;
+}
+
+// Only -1 is none: a line number beyond 2^31 has become another negative one, and leads to the last line.
+// Without memory for one more view the pane may still show another document, whose caret stays.
+void DocumentOpener::MoveToLine(const Document& document, int32_t line) {
+    if (line != -1 && display.Active() == &document) panes.GoToLine(*panes.Active(), static_cast<uint32_t>(line));
+}
+
+void DocumentOpener::ReportFailures() {
+    if (failures.IsEmpty()) return;
+    const WString names = failures.Take();
+    Report(names.Text());
+}
+
+void DocumentOpener::Report(const Char* path) {
+    if (screen.IsOpen()) {
+        failures.Add(path);
+        return;
+    }
+    WString text;
+    if (Text::AppendFormat(text, u"Failed opening file: %s", path)) prompt.AskUser(text.Text(), MessageKind::Warning);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/OpenFailures.h"
+
+class Document;
+class DocumentDisplay;
+class DocumentList;
+class PaneViews;
+class ScreenBatch;
+class TextBuffer;
+class UserPrompt;
+
+// Makes new documents and opens files, each of them once, and shows them in the target pane.
+class DocumentOpener {
+public:
+    DocumentOpener(DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes, ScreenBatch& batch,
+                   UserPrompt& user)
+        : documents(allDocuments), display(shown), panes(allPanes), screen(batch), prompt(user) {}
+    DocumentOpener(const DocumentOpener&) = delete;
+    DocumentOpener& operator=(const DocumentOpener&) = delete;
+
+    // An untitled document; nothing happens without memory.
+    void OpenNew();
+    // Opens a file, or shows it when it is open, and moves the caret to `line` (0-based, -1 for none).
+    // With `isNew` the file need not exist. A failure is reported.
+    [[nodiscard]] bool OpenText(const Char* path, int32_t line, bool isNew);
+    [[nodiscard]] bool OpenBinary(const Char* path);
+
+    // At the end of a batch: what could not be opened in its course.
+    void ReportFailures();
+
+private:
+    Document* ShowOpenFile(const Char* fullPath);
+    bool ShowOpened(Document* document);
+    void MoveToLine(const Document& document, int32_t line);
+    void Report(const Char* path);
+
+    DocumentList& documents;
+    DocumentDisplay& display;
+    PaneViews& panes;
+    ScreenBatch& screen;
+    UserPrompt& prompt;
+    OpenFailures failures;
+};
+
+// An empty text document with a title, a view and one reference, which is the caller's. Null on failure.
+TextBuffer* MakeTitledText(const Char* title);
+
+// Puts a document into the list, which takes over the caller's reference; on failure it is released.
+[[nodiscard]] bool AdoptDocument(DocumentList& documents, Document* document);

@@ -1,0 +1,18 @@
+#include "app/OpenFailures.h"
+
+#include "base/Text.h"
+
+#include <utility>
+
+void OpenFailures::Add(const Char* path) {
+    if (++count > MostNames) return;
+    if (!names.IsEmpty()) names.AppendChar(u'\n');
+    names.Append(path);
+}
+
+WString OpenFailures::Take() {
+    WString taken(std::move(names));
+    if (count > MostNames) Text::AppendFormat(taken, u"\n(and %u more)", count - MostNames);
+    count = 0;
+    return taken;
+}

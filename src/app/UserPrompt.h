@@ -1,0 +1,16 @@
+#pragma once
+
+#include "base/Types.h"
+
+enum class Answer;
+enum class MessageKind;
+
+// Tells or asks the user something and waits for the answer. Messages are handled meanwhile, so that
+// anything may have changed afterwards.
+class UserPrompt {
+public:
+    virtual Answer AskUser(const Char* text, MessageKind kind) = 0;
+
+protected:
+    ~UserPrompt() = default;
+};
