@@ -1,0 +1,39 @@
+#pragma once
+
+#include "base/Types.h"
+
+class Document;
+class DocumentDisplay;
+class DocumentList;
+class PaneViews;
+class TextBuffer;
+
+// The documents that collect output: the shared one, which the console mode and some commands write to,
+// and one for each command.
+class OutputDocuments {
+public:
+    OutputDocuments(DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes)
+        : documents(allDocuments), display(shown), panes(allPanes) {}
+    OutputDocuments(const OutputDocuments&) = delete;
+    OutputDocuments& operator=(const OutputDocuments&) = delete;
+
+    // Empties the shared document, if there is one.
+    void Clear();
+    // Shows the shared document and appends to it. False without memory.
+    bool Append(const Char* text);
+    // The shared document, made if needed, shown in the active pane; null on failure.
+    TextBuffer* ShowShared();
+    // The emptied document of that title, made if needed, shown in the pane after the active one; null on
+    // failure.
+    TextBuffer* ShowNamed(const Char* title);
+    // The document is about to be closed.
+    void Forget(const Document& document);
+
+private:
+    TextBuffer* Make(const Char* title);
+
+    DocumentList& documents;
+    DocumentDisplay& display;
+    PaneViews& panes;
+    TextBuffer* shared = nullptr; // one of `documents`, or null
+};
