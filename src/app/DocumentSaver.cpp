@@ -1,0 +1,40 @@
+#include "app/DocumentSaver.h"
+
+#include "app/CommandContext.h"
+#include "app/DocumentDisplay.h"
+#include "app/DocumentList.h"
+#include "app/ScreenBatch.h"
+#include "base/Text.h"
+#include "document/TextBuffer.h"
+
+bool DocumentSaver::Save(Document& document) { return SaveChosen(document, !HasFile(document)); }
+
+bool DocumentSaver::SaveAs(Document& document) { return SaveChosen(document, true); }
+
+void DocumentSaver::SaveAll() {
+    // By index, not along the nodes: while a dialog is open the list may change.
+    for (uint32_t i = 0; Document* const document = documents.At(i); ++i) Save(*document);
+}
+
+bool DocumentSaver::SaveChosen(Document& document, bool askForName) {
+    SaveChoice choice;
+    const Char* const* names = nullptr;
+    if (!document.GetEncoding(choice.encoding, names)) choice.encoding = Encoding::Keep;
+    if (askForName ? !saveDialog.AskSave(document, choice) : !choice.path.Assign(document.GetName())) return false;
+    if (!Write(document, choice)) return false;
+    // Bytes are always written back into their own file, whatever name was chosen.
+    if (askForName && !document.IsBinary() && document.SetPath(choice.path.Text())) {
+        document.SetTitle(u"");
+        static_cast<TextBuffer&>(document).SetEngineName(u"");
+    }
+    if (display.Active() == &document) screen.RefreshTitle();
+    return true;
+}
+
+bool DocumentSaver::Write(Document& document, const SaveChoice& choice) {
+    if (document.Save(choice.path.Text(), choice.encoding, choice.lineEnding)) return true;
+    WString text;
+    if (Text::AppendFormat(text, u"Failed saving file: %s", choice.path.Text()))
+        prompt.AskUser(text.Text(), MessageKind::Warning);
+    return false;
+}

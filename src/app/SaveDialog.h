@@ -1,0 +1,21 @@
+#pragma once
+
+#include "base/WString.h"
+#include "document/Document.h"
+
+// Where and how to save a document.
+struct SaveChoice {
+    WString path;
+    uint32_t encoding = Encoding::Keep;
+    uint32_t lineEnding = LineEnding::Keep;
+};
+
+// Asks where and how to save. Messages are handled meanwhile.
+class SaveDialog {
+public:
+    // False when cancelled; `choice` may have changed.
+    [[nodiscard]] virtual bool AskSave(const Document& document, SaveChoice& choice) = 0;
+
+protected:
+    ~SaveDialog() = default;
+};
