@@ -1,0 +1,65 @@
+#include "app/ActiveText.h"
+
+#include "app/PaneViews.h"
+#include "app/QuickOpen.h"
+#include "base/Text.h"
+#include "document/TextBuffer.h"
+#include "syntax/EngineDefinition.h"
+#include "view/TextEditor.h"
+#include "view/Words.h"
+
+TextBuffer* ActiveText::Document() const {
+    const Pane* const pane = panes.Active();
+    ::Document* const document = pane ? panes.DocumentIn(*pane) : nullptr;
+    return document && !document->IsBinary() ? static_cast<TextBuffer*>(document) : nullptr;
+}
+
+TextEditor* ActiveText::Editor() const {
+    const TextBuffer* const text = Document();
+    if (!text) return nullptr;
+    ViewNode* next = nullptr;
+    do {
+        DocumentView* const view = text->EnumViews(next, next);
+        // All views of a text are editors.
+        if (view && view->AsView() == panes.Active()->view) return static_cast<TextEditor*>(view);
+    } while (next);
+    return nullptr;
+}
+
+void ActiveText::SetEngine(const Char* name) {
+    TextBuffer* const text = Document();
+    // A name that no definition has would give a plain engine.
+    if (text && FindEngineDefinition(name)) text->SetEngineName(name);
+}
+
+void ActiveText::MarkAsOutput() {
+    if (TextBuffer* const text = Document()) text->MarkAsOutput();
+}
+
+// A gap between words is none, though a word selection would take it.
+bool ActiveText::AppendWordAtCaret(WString& out) const {
+    const TextEditor* const editor = Editor();
+    if (!editor) return true;
+    const TextSpan line = editor->CaretLineText();
+    uint32_t start = 0;
+    uint32_t end = 0;
+    Words::WordAt(line, editor->CaretColumn(), start, end);
+    if (start == end || !Text::IsWordChar(line.text[start])) return true;
+    return out.Append(line.text + start, end - start);
+}
+
+bool ActiveText::AppendSelection(WString& out) const {
+    const TextEditor* const editor = Editor();
+    if (!editor || !editor->HasSelection()) return AppendWordAtCaret(out);
+    TextBuffer* const text = Document();
+    if (!text->CommitEdit()) return false;
+    const uint32_t start = editor->SelectionStart();
+    return out.Append(text->Content() + start, editor->SelectionEnd() - start);
+}
+
+bool ActiveText::GetFileNameAtCaret(WString& name) const {
+    TextBuffer* const text = Document();
+    const TextEditor* const editor = Editor();
+    return editor && text->CommitEdit() &&
+           FileNameAtCaret(text->Content(), text->Length(), editor->CaretOffset(), name);
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "base/Types.h"
+
+class CommandContext;
+class OutputDocuments;
+class WString;
+struct ToolRecord;
+
+// What starting a tool needs of the system.
+class ToolStarter {
+public:
+    // Shows the dialog of the tool's last arguments, which it changes. False when cancelled.
+    [[nodiscard]] virtual bool AskArguments(ToolRecord& tool) = 0;
+    // Starts a program of its own, which nobody waits for; one that cannot be started is passed over.
+    virtual void StartDetached(WString& commandLine, const WString& directory) = 0;
+
+protected:
+    ~ToolStarter() = default;
+};
+
+// Runs the user's tools and other external commands.
+class ToolRunner {
+public:
+    ToolRunner(CommandContext& frame, OutputDocuments& collected, ToolStarter& system)
+        : context(frame), outputs(collected), starter(system) {}
+    ToolRunner(const ToolRunner&) = delete;
+    ToolRunner& operator=(const ToolRunner&) = delete;
+
+    void Run(ToolRecord& tool);
+    // Runs a command whose output is collected. Both texts may contain tool variables; an empty directory is
+    // the current one. False when the run was not started, as for a blank command.
+    bool RunCaptured(const Char* command, const Char* startDirectory);
+
+private:
+    bool Capture(const Char* command, const Char* startDirectory);
+
+    CommandContext& context;
+    OutputDocuments& outputs;
+    ToolStarter& starter;
+};
