@@ -1,0 +1,46 @@
+#pragma once
+
+#include "base/Types.h"
+
+class Macros;
+struct MacroEvent;
+
+// What a macro plays on: the windows and the keyboard.
+class MacroStage {
+public:
+    // In every view of every document.
+    virtual void SuspendRedraw() = 0;
+    virtual void ResumeRedraw() = 0;
+    // MacroModifier bits: those of the thread's keyboard state, and those that are down in fact.
+    virtual uint32_t HeldModifiers() const = 0;
+    virtual uint32_t PhysicalModifiers() const = 0;
+    virtual void SetModifiers(uint32_t modifiers) = 0;
+    // Whether the user has pressed Escape since the last call.
+    virtual bool TakeEscape() = 0;
+    // Sends the event's message to its window, after the frame has looked at it. An event without a window is
+    // passed over.
+    virtual void Send(const MacroEvent& event) = 0;
+
+protected:
+    ~MacroStage() = default;
+};
+
+// Plays the current slot.
+class MacroPlayer {
+public:
+    MacroPlayer(Macros& slots, MacroStage& windows) : macros(slots), stage(windows) {}
+    MacroPlayer(const MacroPlayer&) = delete;
+    MacroPlayer& operator=(const MacroPlayer&) = delete;
+
+    // While recording it only ends that. False when nothing was played.
+    bool Play();
+    // A dialog was closed, maybe one that the macro has opened.
+    void DialogClosed() { dialogClosed = true; }
+
+private:
+    void SendEvents();
+
+    Macros& macros;
+    MacroStage& stage;
+    bool dialogClosed = false; // since the last playback began
+};
