@@ -2,7 +2,6 @@
 
 #include "app/UserPrompt.h"
 #include "base/WString.h"
-#include "viewbase/MessageKind.h"
 
 class Document;
 class DocumentList;

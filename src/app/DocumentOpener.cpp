@@ -1,9 +1,9 @@
 #include "app/DocumentOpener.h"
 
-#include "app/CommandContext.h"
 #include "app/DocumentDisplay.h"
 #include "app/DocumentList.h"
 #include "app/ScreenBatch.h"
+#include "app/UserPrompt.h"
 #include "base/Platform.h"
 #include "base/Text.h"
 #include "binary/BinaryDocument.h"

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "base/Types.h"
-
-enum class Answer;
-enum class MessageKind;
+#include "viewbase/MessageKind.h"
 
 // Tells or asks the user something and waits for the answer. Messages are handled meanwhile, so that
 // anything may have changed afterwards.

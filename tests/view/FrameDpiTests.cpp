@@ -1,44 +1,30 @@
 // The frame moves to a monitor of another density: font and metrics are rebuilt, and every view is laid
 // out again with them.
-#include "TextViewTest.h"
-#include "app/win32/Application.h"
-#include "app/win32/MainFrame.h"
+#include "view/OwnFrameTest.h"
 
 namespace {
 
-class FrameDpiTest : public TextViewTest {
+class FrameDpiTest : public OwnFrameTest {
 protected:
     void SetUp() override {
-        TextViewTest::SetUp();
-        Application::globals.instance = GetModuleHandleW(nullptr);
-        ASSERT_TRUE(MainFrame::RegisterClasses(Application::globals.instance));
-        ASSERT_TRUE((new MainFrame)->Create(Application::globals.instance));
+        ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
         DrawingObjects::RebuildForDpi(96); // whatever the screen of the test has
-        mainFrame->NewDocument();
-        text = static_cast<TextBuffer*>(mainFrame->Documents().At(0));
+        main->NewDocument();
+        text = static_cast<TextBuffer*>(main->Documents().At(0));
         ASSERT_NE(text, nullptr);
         view = static_cast<TextView*>(text->ActiveView()->AsView());
     }
     void TearDown() override {
-        TextBufferProbe::MarkSaved(*text); // nothing to be asked about
-        SendMessageW(mainFrame->Window(), WM_CLOSE, 0, 0);
-        MSG quit;
-        while (PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-        }
-        DrawingObjects::SetMetricsListener(nullptr);
-        MainFrame::UnregisterClasses(Application::globals.instance);
-        delete mainFrame;
-        mainFrame = nullptr;
         DrawingObjects::RebuildForDpi(96);
-        TextViewTest::TearDown();
+        OwnFrameTest::TearDown();
     }
     void MoveToDensity(WORD dpi) {
         RECT place = {};
-        GetWindowRect(mainFrame->Window(), &place);
+        GetWindowRect(main->Window(), &place);
         ++place.right; // the system proposes another size
-        SendMessageW(mainFrame->Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+        SendMessageW(main->Window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
         RECT taken = {};
-        GetWindowRect(mainFrame->Window(), &taken);
+        GetWindowRect(main->Window(), &taken);
         EXPECT_EQ(taken.right, place.right);
     }
     static LONG FontHeight() {
@@ -84,7 +70,7 @@ TEST_F(FrameDpiTest, ViewsAreLaidOutAndPaintedWithTheNewFont) {
 }
 
 TEST_F(FrameDpiTest, TheCaretIsAsHighAsTheNewLines) {
-    SetForegroundWindow(mainFrame->Window());
+    SetForegroundWindow(main->Window());
     SetFocus(view->GetWindow());
     ASSERT_EQ(GetFocus(), view->GetWindow());
     text->InsertText(0, u"ab", 2);
@@ -104,8 +90,8 @@ TEST_F(FrameDpiTest, TheWayBackGivesTheOldPicture) {
     MoveToDensity(144);
     MoveToDensity(96);
     RECT place = {};
-    GetWindowRect(mainFrame->Window(), &place);
-    SetWindowPos(mainFrame->Window(), nullptr, 0, 0, place.right - place.left - 2, place.bottom - place.top,
+    GetWindowRect(main->Window(), &place);
+    SetWindowPos(main->Window(), nullptr, 0, 0, place.right - place.left - 2, place.bottom - place.top,
                  SWP_NOMOVE | SWP_NOZORDER);
     EXPECT_EQ(Paint(), before);
 }

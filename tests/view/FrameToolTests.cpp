@@ -138,14 +138,14 @@ TEST_F(FrameToolTest, HotKeysOfFarToolsAreNoCommandsOfTheSystem) {
     toolList.At(1)->hotKey = VK_F9;
     for (const UINT number : {SC_CLOSE, SC_MINIMIZE, SC_MAXIMIZE, SC_RESTORE, SC_MOVE, SC_SIZE})
         toolList.At(number - IDM_FIRST_TOOL)->hotKey = VK_F7;
-    ::Application::RebuildToolAccelerators();
+    store.RebuildToolAccelerators();
     const ProcessRecorder recorder;
     const auto press = [&](WPARAM key) {
         MSG message = {};
         message.hwnd = main->Window();
         message.message = WM_KEYDOWN;
         message.wParam = key;
-        return TranslateAcceleratorW(main->Window(), ::Application::globals.toolAccelerators, &message) != 0;
+        return TranslateAcceleratorW(main->Window(), store.ToolAccelerators(), &message) != 0;
     };
     EXPECT_FALSE(press(VK_F7));
     ASSERT_TRUE(IsWindow(main->Window()));

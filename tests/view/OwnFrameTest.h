@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/win32/Application.h"
 #include "app/win32/MainFrame.h"
 #include "view/TextViewTest.h"
 
@@ -12,10 +11,9 @@ protected:
         const HINSTANCE instance = GetModuleHandleW(nullptr);
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
-        ::Application::globals.instance = instance;
         BeforeFrame();
-        main = new MainFrame;
-        ASSERT_TRUE(main && MainFrame::RegisterClasses(instance) && main->Create(instance));
+        main = std::make_unique<MainFrame>(store);
+        ASSERT_TRUE(MainFrame::RegisterClasses(instance) && main->Create(instance));
     }
     void TearDown() override {
         SendMessageW(main->Window(), WM_USER, 0, 0); // leave without asking
@@ -24,8 +22,7 @@ protected:
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
             DispatchMessageW(&message);
         MainFrame::UnregisterClasses(GetModuleHandleW(nullptr));
-        mainFrame = nullptr;
-        delete main;
+        main.reset();
         TextViewTest::TearDown();
     }
 
@@ -34,5 +31,6 @@ protected:
 
     void Command(UINT number) const { SendMessageW(main->Window(), WM_COMMAND, number, 0); }
 
-    MainFrame* main = nullptr;
+    SettingsStore store; // nothing is loaded into it
+    std::unique_ptr<MainFrame> main;
 };

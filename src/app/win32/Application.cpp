@@ -2,6 +2,7 @@
 
 #include "app/StartArguments.h"
 #include "app/win32/MainFrame.h"
+#include "app/win32/SettingsStore.h"
 #include "base/Heap.h"
 #include "binary/win32/HexView.h"
 #include "resource.h"
@@ -10,17 +11,15 @@
 #include "viewbase/FindState.h"
 #include "viewbase/win32/ViewFont.h"
 
-Application::Globals Application::globals;
-
 namespace {
 
-void RunMessageLoop(MainFrame& frame) {
-    using Application::globals;
+void RunMessageLoop(MainFrame& frame, const SettingsStore& store, HACCEL accelerators) {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (TranslateAcceleratorW(frame.Window(), globals.accelerators, &message)) continue;
-        if (globals.toolAccelerators && TranslateAcceleratorW(frame.Window(), globals.toolAccelerators, &message))
-            continue;
+        if (TranslateAcceleratorW(frame.Window(), accelerators, &message)) continue;
+        // The table may be another one after each message.
+        const HACCEL tools = store.ToolAccelerators();
+        if (tools && TranslateAcceleratorW(frame.Window(), tools, &message)) continue;
         TranslateMessage(&message);
         if (!frame.PreDispatchKey(message)) DispatchMessageW(&message);
     }
@@ -33,34 +32,32 @@ bool StartFrame(MainFrame& frame, HINSTANCE instance) {
     return MainFrame::RegisterClasses(instance) && frame.Create(instance);
 }
 
-void RunFrame(HINSTANCE instance) {
-    MainFrame* frame = new MainFrame;
+void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store, HACCEL accelerators) {
+    MainFrame* const frame = new MainFrame(store);
     if (!frame) return;
-    if (StartFrame(*frame, instance) && ParseCommandLine(*frame, Application::globals.commandLine))
-        RunMessageLoop(*frame);
+    if (StartFrame(*frame, instance) && ParseCommandLine(*frame, commandLine))
+        RunMessageLoop(*frame, store, accelerators);
     MainFrame::UnregisterClasses(instance);
-    mainFrame = nullptr;
     delete frame;
 }
 
 } // namespace
 
 int Application::Run(HINSTANCE instance, const Char* commandLine) {
-    globals.instance = instance;
-    globals.commandLine = commandLine;
-    globals.accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
+    const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
     Heap::Start();
     DrawingObjects::Start();
-    if (LoadSettingsFile() && ViewClass::Register(instance)) {
+    SettingsStore store;
+    if (store.Load() && ViewClass::Register(instance)) {
         SetTextViewFactory(TextView::Create);
         SetHexViewFactory(HexView::Create);
-        RunFrame(instance);
+        RunFrame(instance, commandLine, store, accelerators);
         ViewFont::Release();
         DrawingObjects::Release();
         ViewClass::Unregister(instance);
     }
     findState.Release();
-    FreeSettings();
+    store.Free();
     Heap::Stop();
     return 0;
 }

@@ -1,12 +1,12 @@
 #include "app/win32/CommandWindow.h"
 
-#include "app/win32/MainFrame.h"
+#include "app/CommandContext.h"
+#include "app/PaneViews.h"
 #include "base/win32/WindowText.h"
 
-bool CommandWindow::Create(MainFrame& owner, HINSTANCE instance) {
-    frame = &owner;
+bool CommandWindow::Create(HWND frame, HINSTANCE instance) {
     window = CreateWindowExW(0, WC_EDITW, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_BORDER | ES_AUTOHSCROLL, 0, 0, 0, 0,
-                             owner.Window(), nullptr, instance, nullptr);
+                             frame, nullptr, instance, nullptr);
     if (!window) return false;
     // The control's own limit of 30,000 characters would cut long paths and scripts typed as one line.
     SendMessageW(window, EM_SETLIMITTEXT, 0, 0);
@@ -14,9 +14,24 @@ bool CommandWindow::Create(MainFrame& owner, HINSTANCE instance) {
     return SetWindowSubclass(window, EditProc, 0, reinterpret_cast<DWORD_PTR>(this)) != 0;
 }
 
-void CommandWindow::SetVisible(bool show) {
+void CommandWindow::Show(bool show) {
+    if (visible == show) return;
+    // The focus goes first: hiding a focused window would hand it to the frame.
+    if (!show && panes.Active())
+        panes.Focus(*panes.Active());
+    else if (!show)
+        panes.FocusFrame();
     visible = show;
     ShowWindow(window, show ? SW_SHOW : SW_HIDE);
+    context.LayOut();
+    if (show) SetFocus(window);
+    context.RefreshTitle();
+}
+
+bool CommandWindow::TakesFocusBack() {
+    const bool takes = visible && wasFocused;
+    wasFocused = false;
+    return takes;
 }
 
 void CommandWindow::SetText(const Char* text) { SetWindowTextW(window, Wide(text)); }
@@ -34,24 +49,17 @@ void CommandWindow::ApplyFont() {
     if (!SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, dpi ? dpi : 96)) return;
     const HFONT made = CreateFontIndirectW(&metrics.lfMessageFont);
     if (!made) return;
+    // The control uses the old one until it has the new one.
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(made), TRUE);
-    if (font) DeleteObject(font);
-    font = made;
+    font.Reset(made);
 }
 
 int CommandWindow::Height() const {
-    const HDC dc = GetDC(window);
-    const HGDIOBJ previous = font ? SelectObject(dc, font) : nullptr;
+    const WindowDc dc(window);
+    const SelectedObject selected(dc.Get(), font.IsValid() ? font.Get() : GetStockObject(SYSTEM_FONT));
     TEXTMETRICW metrics = {};
-    GetTextMetricsW(dc, &metrics);
-    if (previous) SelectObject(dc, previous);
-    ReleaseDC(window, dc);
+    GetTextMetricsW(dc.Get(), &metrics);
     return metrics.tmHeight + 2 * GetSystemMetrics(SM_CXBORDER);
-}
-
-void CommandWindow::Release() {
-    if (font) DeleteObject(font);
-    font = nullptr;
 }
 
 LRESULT CALLBACK CommandWindow::EditProc(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
@@ -82,7 +90,7 @@ bool CommandWindow::OnKeyDown(WPARAM key) {
         Enter();
         return true;
     case VK_ESCAPE:
-        frame->ShowCommandWindow(false);
+        Show(false);
         return true;
     case VK_UP:
         Replace(prompt.Older(), None32);
@@ -104,7 +112,7 @@ bool CommandWindow::OnKeyDown(WPARAM key) {
 void CommandWindow::Enter() {
     WString text;
     if (!GetText(text)) return;
-    prompt.Enter(*frame, text.Text(), SendMessageW(window, EM_CANUNDO, 0, 0) != 0);
+    prompt.Enter(context, text.Text(), SendMessageW(window, EM_CANUNDO, 0, 0) != 0);
     SendMessageW(window, EM_SETSEL, 0, -1);
 }
 

@@ -1,18 +1,22 @@
 #pragma once
 
 #include "app/CommandPrompt.h"
-#include "base/win32/Windows.h"
+#include "base/win32/Handles.h"
 
-class MainFrame;
+class PaneViews;
 
 // The single-line edit control at the bottom of the frame into which commands are typed. Hidden at start.
 class CommandWindow {
 public:
-    bool Create(MainFrame& owner, HINSTANCE instance);
+    CommandWindow(CommandContext& commands, PaneViews& allPanes) : context(commands), panes(allPanes) {}
+    CommandWindow(const CommandWindow&) = delete;
+    CommandWindow& operator=(const CommandWindow&) = delete;
+
+    bool Create(HWND frame, HINSTANCE instance);
     HWND Window() const { return window; }
     bool IsVisible() const { return visible; }
-    // Shows or hides the window only; layout and focus are the frame's.
-    void SetVisible(bool show);
+    // Shown, the window gets the focus; hidden, it gives it to the active pane, or to the frame without one.
+    void Show(bool show);
     void SetText(const Char* text);
     // For the control's EN_CHANGE.
     void OnTextChanged();
@@ -21,8 +25,9 @@ public:
     void ApplyFont();
     // The height of the font plus twice the system's border width.
     int Height() const;
-    // Gives up the font; for shutdown.
-    void Release();
+    // Whether the focus was here when the frame was last deactivated; answers true once.
+    void OnFrameDeactivated() { wasFocused = GetFocus() == window; }
+    bool TakesFocusBack();
 
 private:
     static LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR data);
@@ -34,10 +39,12 @@ private:
     // Replaces the text and puts the caret at `caret` (at the end for None32); null changes nothing.
     void Replace(const Char* text, uint32_t caret);
 
-    MainFrame* frame = nullptr;
+    CommandContext& context;
+    PaneViews& panes;
     HWND window = nullptr;
-    HFONT font = nullptr;
+    GdiObject<HFONT> font;
     bool visible = false;
+    bool wasFocused = false;
     bool replacing = false; // the text changes because the prompt says so
     CommandPrompt prompt;
 };

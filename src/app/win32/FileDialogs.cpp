@@ -19,7 +19,7 @@ constexpr uint32_t SaveBufferSize = 260;
 // What the Save As dialog's two lists show and give back.
 struct SaveLists {
     const Document* document;
-    FileDialogs::SaveChoice* choice;
+    SaveChoice* choice;
 };
 
 void AddItem(HWND combo, const Char* text) { SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)); }
@@ -41,7 +41,7 @@ void FillLists(HWND dialog, const Document& document) {
     SendMessageW(endings, CB_SETCURSEL, document.GetLineEnding() == LineEnding::Unix ? 0 : 1, 0);
 }
 
-void ReadLists(HWND dialog, FileDialogs::SaveChoice& choice) {
+void ReadLists(HWND dialog, SaveChoice& choice) {
     const LRESULT encoding = SendDlgItemMessageW(dialog, IDC_ENCODING, CB_GETCURSEL, 0, 0);
     const LRESULT ending = SendDlgItemMessageW(dialog, IDC_LINE_ENDING, CB_GETCURSEL, 0, 0);
     choice.encoding = encoding < 0 ? Encoding::Keep : static_cast<uint32_t>(encoding);
@@ -73,7 +73,7 @@ bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& direc
 
 } // namespace
 
-bool FileDialogs::AskOpen(HWND owner, WString& result, bool& tooMany) {
+bool FileDialogs::AskOpen(WString& result, bool& tooMany) const {
     tooMany = false;
     OPENFILENAMEW request = {};
     WString filter;
@@ -90,7 +90,7 @@ bool FileDialogs::AskOpen(HWND owner, WString& result, bool& tooMany) {
     return false;
 }
 
-bool FileDialogs::AskSave(HWND owner, const Document& document, SaveChoice& choice) {
+bool FileDialogs::AskSave(const Document& document, SaveChoice& choice) {
     OPENFILENAMEW request = {};
     WString filter;
     WString directory;

@@ -1,26 +1,21 @@
 #pragma once
 
-#include "base/WString.h"
+#include "app/SaveDialog.h"
 #include "base/win32/Windows.h"
 
-class Document;
-
 // The system's file dialogs with our own additions.
-namespace FileDialogs {
+class FileDialogs final : public SaveDialog {
+public:
+    void SetFrame(HWND window) { owner = window; }
 
-// Asks for files to open. `result` gets what the dialog returned: one full path, or a directory and the
-// names in it, each ended by a NUL. False when cancelled, and when more files were chosen than fit into
-// the dialog's buffer, which `tooMany` tells.
-bool AskOpen(HWND owner, WString& result, bool& tooMany);
+    // Asks for files to open. `result` gets what the dialog returned: one full path, or a directory and the
+    // names in it, each ended by a NUL. False when cancelled, and when more files were chosen than fit into
+    // the dialog's buffer, which `tooMany` tells.
+    [[nodiscard]] bool AskOpen(WString& result, bool& tooMany) const;
 
-// What the user chose in the Save As dialog.
-struct SaveChoice {
-    WString path;
-    uint32_t encoding;
-    uint32_t lineEnding;
+    // SaveDialog.
+    bool AskSave(const Document& document, SaveChoice& choice) override;
+
+private:
+    HWND owner = nullptr;
 };
-
-// Asks where and how to save a document. False when cancelled.
-bool AskSave(HWND owner, const Document& document, SaveChoice& choice);
-
-} // namespace FileDialogs

@@ -1,6 +1,7 @@
 #include "app/win32/MainFrame.h"
 
-#include "app/win32/Application.h"
+#include "app/win32/FrameMenus.h"
+#include "base/win32/Handles.h"
 #include "document/Document.h"
 #include "document/win32/WindowPollTimer.h"
 #include "resource.h"
@@ -13,9 +14,18 @@ namespace {
 
 constexpr wchar_t ClassName[] = L"OrvaneMain";
 
+// In full: a name that was cut off might be that of another file.
+bool DroppedName(HDROP drop, UINT index, WString& name) {
+    const UINT length = DragQueryFileW(drop, index, nullptr, 0);
+    return length != 0 && name.Reserve(length + 1) && DragQueryFileW(drop, index, Wide(name.Data()), length + 1) &&
+           name.Assign(name.Data());
+}
+
 } // namespace
 
-MainFrame::MainFrame() { mainFrame = this; }
+MainFrame::MainFrame(SettingsStore& store) : parts(*this, *this, *this, store) { mainFrame = this; }
+
+MainFrame::~MainFrame() { mainFrame = nullptr; }
 
 bool MainFrame::RegisterClasses(HINSTANCE instance) {
     WNDCLASSEXW definition = {};
@@ -36,19 +46,20 @@ void MainFrame::UnregisterClasses(HINSTANCE instance) {
 }
 
 bool MainFrame::Create(HINSTANCE instance) {
-    CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"Orvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
-    if (!window) return false;
+    const HWND made =
+        CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"Orvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
+                        CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, nullptr);
+    if (!made) return false;
     DrawingObjects::SetMetricsListener(OnMetricsChanged);
-    DrawingObjects::RebuildForDpi(GetDpiForWindow(window));
-    ShowWindow(window, SW_SHOWDEFAULT);
-    UpdateWindow(window);
+    DrawingObjects::RebuildForDpi(GetDpiForWindow(made));
+    ShowWindow(made, SW_SHOWDEFAULT);
+    UpdateWindow(made);
     return true;
 }
 
 LRESULT CALLBACK MainFrame::WindowProc(HWND frame, UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_NCCREATE) mainFrame->window = frame;
-    if (!mainFrame || mainFrame->window != frame) return DefWindowProcW(frame, message, wparam, lparam);
+    if (mainFrame && message == WM_NCCREATE) mainFrame->parts.window = frame;
+    if (!mainFrame || mainFrame->parts.window != frame) return DefWindowProcW(frame, message, wparam, lparam);
     return mainFrame->OnMessage(message, wparam, lparam);
 }
 
@@ -58,10 +69,10 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CREATE:
         return OnCreate() ? 0 : -1;
     case WM_SIZE:
-        LayOutNow();
+        parts.batch.LayOutNow();
         return 0;
     case WM_ACTIVATE:
-        OnActivate(LOWORD(wparam) != WA_INACTIVE);
+        if (LOWORD(wparam) == WA_INACTIVE) parts.commandWindow.OnFrameDeactivated();
         break;
     case WM_ENABLE:
         if (wparam) OnEnabled();
@@ -70,16 +81,11 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         OnFocus();
         return 0;
     case WM_COMMAND:
-        if (lparam && reinterpret_cast<HWND>(lparam) == commandWindow.Window()) {
-            if (HIWORD(wparam) == EN_CHANGE) commandWindow.OnTextChanged();
-            return 0;
-        }
-        // Posted by another program, it would reach the frame beneath an open dialog, too.
-        if (!IsWindowEnabled(window) || ExecuteMenuCommand(LOWORD(wparam))) return 0;
+        if (OnCommand(wparam, lparam)) return 0;
         break;
     case WM_INITMENUPOPUP:
         if (HIWORD(lparam)) break; // the system menu
-        OnMenuOpens(reinterpret_cast<HMENU>(wparam));
+        UpdateOpeningMenu(reinterpret_cast<HMENU>(wparam), parts.documents, parts.menu);
         return 0;
     case WM_SETCURSOR:
         if (OnSetCursor(lparam)) return TRUE;
@@ -94,33 +100,32 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         OnDpiChanged(wparam, lparam);
         return 0;
     case WM_CLOSE:
-        if (IsWindowEnabled(window) && MayLeave()) Leave();
+        parts.leaving.Close();
         return 0;
     case WM_QUERYENDSESSION:
-        return MayLeave();
+        return parts.leaving.MayLeave();
     case WM_ENDSESSION:
-        // Everything has been asked. Beneath an open dialog all stays as it is until the process ends.
-        if (wparam && IsWindowEnabled(window)) Leave();
+        if (wparam) parts.leaving.EndSession();
         return 0;
     case WM_HELP:
-        OpenHelp();
+        parts.menu.Execute(IDM_ONLINE_HELP);
         return TRUE;
     case QuitNowMessage:
-        LeaveNow();
+        parts.leaving.LeaveNow();
         return 0;
     case CheckFilesMessage:
-        CheckFiles();
+        parts.leaving.CheckFiles();
         return 0;
     case WM_DESTROY:
         PostQuitMessage(0);
         return 0;
     case WM_NCDESTROY:
-        window = nullptr;
+        parts.window = nullptr;
         return 0;
     default:
         break;
     }
-    return DefWindowProcW(window, message, wparam, lparam);
+    return DefWindowProcW(parts.window, message, wparam, lparam);
 }
 
 // The gaps between the panes are the frame's own client area.
@@ -128,12 +133,12 @@ bool MainFrame::OnMouse(UINT message, LPARAM lparam) {
     const POINT point = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
     switch (message) {
     case WM_LBUTTONDOWN:
-        return panes.BeginDrag(point, PaneArea());
+        return parts.panes.BeginDrag(point, parts.screen.PaneArea());
     case WM_MOUSEMOVE:
-        return panes.Drag(point, PaneArea());
+        return parts.panes.Drag(point, parts.screen.PaneArea());
     case WM_LBUTTONUP:
     case WM_CAPTURECHANGED:
-        panes.EndDrag();
+        parts.panes.EndDrag();
         return true;
     default:
         return false;
@@ -141,131 +146,126 @@ bool MainFrame::OnMouse(UINT message, LPARAM lparam) {
 }
 
 bool MainFrame::OnCreate() {
-    panes.Start(window, this);
-    PollOnWindow(window);
-    RebuildToolMenu();
-    return statusBar.Create(window, Application::globals.instance) &&
-           commandWindow.Create(*this, Application::globals.instance);
+    PollOnWindow(parts.window);
+    RebuildToolMenu(GetMenu(parts.window));
+    const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parts.window, GWLP_HINSTANCE));
+    return parts.Create(parts.window, instance);
 }
 
-void MainFrame::OnActivate(bool active) {
-    if (!active) commandWindowFocused = GetFocus() == commandWindow.Window();
+bool MainFrame::OnCommand(WPARAM wparam, LPARAM lparam) {
+    if (lparam && reinterpret_cast<HWND>(lparam) == parts.commandWindow.Window()) {
+        if (HIWORD(wparam) == EN_CHANGE) parts.commandWindow.OnTextChanged();
+        return true;
+    }
+    // Posted by another program, it would reach the frame beneath an open dialog, too.
+    return HasOpenDialog() || parts.menu.Execute(LOWORD(wparam));
 }
 
 void MainFrame::OnApplicationActivated(bool active) {
-    if (active) {
-        // Posted: a question may not be asked while the system is still activating the window.
-        PostMessageW(window, CheckFilesMessage, 0, 0);
-    } else if (switching) {
-        // The release of Ctrl will go to another program.
-        switching = false;
-        if (Document* document = ActiveDocument()) documents.Touch(document);
-    }
+    // Posted: a question may not be asked while the system is still activating the window.
+    if (active)
+        PostCheckFiles();
+    else
+        parts.display.AbandonSwitching();
 }
 
-// A dialog of the frame was closed, and with it the last one: what had to wait for that comes now.
+// A dialog of the frame was closed, and with it the last one.
 void MainFrame::OnEnabled() {
-    dialogClosed = true;
-    if (checkPending) PostMessageW(window, CheckFilesMessage, 0, 0);
-    if (leavePending) PostMessageW(window, QuitNowMessage, 0, 0);
-    checkPending = leavePending = false;
+    parts.player.DialogClosed();
+    parts.leaving.DialogClosed();
 }
 
 void MainFrame::OnFocus() {
-    const bool toCommandWindow = commandWindow.IsVisible() && (commandWindowFocused || !panes.Active());
-    commandWindowFocused = false;
-    if (toCommandWindow)
-        SetFocus(commandWindow.Window());
-    else if (panes.Active())
-        PaneWindows::Focus(*panes.Active());
+    const Pane* const pane = parts.panes.Active();
+    if (parts.commandWindow.TakesFocusBack() || (!pane && parts.commandWindow.IsVisible()))
+        SetFocus(parts.commandWindow.Window());
+    else if (pane)
+        parts.panes.Focus(*pane);
 }
 
 bool MainFrame::OnSetCursor(LPARAM lparam) const {
     POINT point = {};
-    if (LOWORD(lparam) != HTCLIENT || !GetCursorPos(&point) || !ScreenToClient(window, &point)) return false;
-    // A child may lie there: the message of a child that did not set a cursor itself comes here too.
-    if (ChildWindowFromPoint(window, point) != window) return false;
-    SetCursor(panes.CursorAt(point, PaneArea()));
+    if (LOWORD(lparam) != HTCLIENT || !GetCursorPos(&point) || !ScreenToClient(parts.window, &point)) return false;
+    // A child may be there: the message of a child that did not set a cursor itself comes here too.
+    if (ChildWindowFromPoint(parts.window, point) != parts.window) return false;
+    SetCursor(parts.panes.CursorAt(point, parts.screen.PaneArea()));
     return true;
 }
 
 void MainFrame::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
     const RECT& place = *reinterpret_cast<const RECT*>(lparam);
     DrawingObjects::RebuildForDpi(LOWORD(wparam));
-    commandWindow.ApplyFont();
-    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+    parts.commandWindow.ApplyFont();
+    SetWindowPos(parts.window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void MainFrame::CheckFiles() {
-    if (IsWindowEnabled(window))
-        externalChanges.Run(*this);
-    else
-        checkPending = true;
+void MainFrame::OnDropFiles(HDROP drop) {
+    const DroppedFiles files(drop);
+    // Beneath an open dialog the frame takes nothing.
+    const UINT count = HasOpenDialog() ? 0 : DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    BeginBatch();
+    WString path;
+    for (UINT i = 0; i < count; ++i)
+        if (DroppedName(drop, i, path)) OpenText(path.Text(), -1, false);
+    EndBatch();
 }
 
-// A second request that comes while the questions of the first are open waits for their answers.
-bool MainFrame::MayLeave() {
-    if (asksToLeave) return false;
-    asksToLeave = true;
-    const bool may = MayExit(*this);
-    asksToLeave = false;
-    return may;
-}
-
-// Beneath an open dialog nothing is closed: its caller still works with a document or a view.
-void MainFrame::LeaveNow() {
-    if (IsWindowEnabled(window))
-        Leave();
-    else
-        leavePending = true;
+void MainFrame::OnMetricsChanged() {
+    if (mainFrame) mainFrame->parts.settings.OnMetricsChanged();
 }
 
 // From here on nothing asks any more: documents and panes go before the window does.
 void MainFrame::Leave() {
-    macros.StopPlayback();
-    activeView = nullptr;
-    panes.CloseAll();
-    sharedOutput = nullptr;
-    while (!documents.IsEmpty()) documents.Remove(documents.At(0));
-    commandWindow.Release();
-    DestroyWindow(window);
+    parts.macros.StopPlayback();
+    parts.closer.CloseAll();
+    DestroyWindow(parts.window);
 }
 
-void MainFrame::ShowCommandWindow(bool show) {
-    if (commandWindow.IsVisible() == show) return;
-    if (show) {
-        commandWindow.SetVisible(true);
-        LayOut();
-        SetFocus(commandWindow.Window());
-    } else {
-        // The focus goes first: hiding a focused window would hand it to the frame.
-        if (panes.Active())
-            PaneWindows::Focus(*panes.Active());
-        else
-            SetFocus(window);
-        commandWindow.SetVisible(false);
-        LayOut();
-    }
-    RefreshTitle();
-}
-
-void MainFrame::ViewActivated(View* view) {
-    Pane* pane = panes.PaneOf(view);
-    if (!pane) return;
-    panes.SetActive(pane);
-    activeView = view;
-    if (GetFocus() != view->GetWindow()) SetFocus(view->GetWindow());
-    if (!switching) documents.Touch(view->GetDocument());
-    RebuildTitle();
+bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
+    return OpenText(path, static_cast<int32_t>(line), false);
 }
 
 void MainFrame::DocumentChanged(Document* document) {
-    if (activeView && activeView->GetDocument() == document) RebuildTitle();
+    if (parts.display.Active() == document) parts.batch.RefreshTitle();
 }
 
 void MainFrame::CheckChangedOnDisk(Document* document, bool running) {
     DocumentChanged(document);
     // Posted, since a command's end is noticed in the middle of a poll.
-    if (!running) PostMessageW(window, CheckFilesMessage, 0, 0);
+    if (!running) PostCheckFiles();
+}
+
+Answer MainFrame::ShowMessage(NativeWindow owner, const Char* text, MessageKind kind) {
+    return parts.messages.Show(static_cast<HWND>(owner), text, kind);
+}
+
+bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
+    return parts.opener.OpenText(path, line, isNew);
+}
+
+void MainFrame::EndBatch() {
+    if (parts.batch.End()) parts.opener.ReportFailures();
+}
+
+const Char* MainFrame::ActiveDocumentName() const {
+    const Document* const document = parts.display.Active();
+    return document ? document->GetName() : nullptr;
+}
+
+void MainFrame::GoToLine(uint32_t line) {
+    if (View* const view = parts.panes.ActiveView()) view->GoToLine(line, false);
+}
+
+void MainFrame::ToggleBookmark(uint32_t line) {
+    if (View* const view = parts.panes.ActiveView()) view->ToggleBookmark(line);
+}
+
+bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirectory) {
+    return parts.tools.RunCaptured(command, startDirectory);
+}
+
+void MainFrame::RefreshTitle() {
+    parts.batch.RefreshTitle();
+    parts.batch.RefreshStatus();
 }

@@ -6,7 +6,6 @@
 namespace {
 
 constexpr wchar_t ClassName[] = L"OrvaneVWnd";
-HINSTANCE classInstance = nullptr;
 
 void ResetScrollBars(HWND window) {
     SCROLLINFO info = {};
@@ -44,7 +43,6 @@ bool PaneWindows::Register(HINSTANCE instance) {
     definition.hInstance = instance;
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     definition.lpszClassName = ClassName;
-    classInstance = instance;
     return RegisterClassExW(&definition) != 0;
 }
 
@@ -52,8 +50,9 @@ void PaneWindows::Unregister(HINSTANCE instance) { ::UnregisterClassW(ClassName,
 
 bool PaneWindows::MakeWindow(Pane& pane) {
     constexpr DWORD Style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL;
+    const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parent, GWLP_HINSTANCE));
     pane.window = CreateWindowExW(WS_EX_CLIENTEDGE, ClassName, L"", Style, 0, 0, 0, 0, parent,
-                                  reinterpret_cast<HMENU>(static_cast<UINT_PTR>(pane.number)), classInstance, nullptr);
+                                  reinterpret_cast<HMENU>(static_cast<UINT_PTR>(pane.number)), instance, nullptr);
     if (pane.window && !drawing) SendMessageW(static_cast<HWND>(pane.window), WM_SETREDRAW, FALSE, 0);
     return pane.window != nullptr;
 }
@@ -69,23 +68,23 @@ Pane* PaneWindows::AddFirst() {
     return pane;
 }
 
-bool PaneWindows::Split(Pane* pane, bool vertical, View* view) {
-    Pane* made = layout.MakeHalf(*pane, vertical);
+bool PaneWindows::Split(Pane& pane, bool vertical, View& view) {
+    Pane* made = layout.MakeHalf(pane, vertical);
     if (!made) return false;
     if (!MakeWindow(*made)) {
         delete made;
         return false;
     }
-    SetView(made, view);
-    layout.Adopt(made, pane, vertical);
+    SetView(*made, view);
+    layout.Adopt(made, &pane, vertical);
     return true;
 }
 
-void PaneWindows::Close(Pane* pane) {
-    ReleaseView(*pane);
-    const HWND doomed = static_cast<HWND>(pane->window);
+void PaneWindows::Close(Pane& pane) {
+    ReleaseView(pane);
+    const HWND doomed = static_cast<HWND>(pane.window);
     Pane* heir = nullptr;
-    layout.Close(pane, heir);
+    layout.Close(&pane, heir);
     active = heir ? heir : layout.Head();
     ::DestroyWindow(doomed);
     Focus(*active);
@@ -111,18 +110,25 @@ void PaneWindows::ReleaseView(Pane& pane) {
     if (side && document && !IsLastView(*document)) side->Destroy();
 }
 
-void PaneWindows::SetView(Pane* pane, View* view) {
-    if (pane->view == view) return;
-    const HWND window = static_cast<HWND>(pane->window);
+void PaneWindows::SetView(Pane& pane, View& view) {
+    if (pane.view == &view) return;
+    const HWND window = static_cast<HWND>(pane.window);
     const bool focused = GetFocus() == window;
-    ReleaseView(*pane);
+    ReleaseView(pane);
     ResetScrollBars(window);
-    pane->view = view;
-    view->SetHost(host);
-    view->Attach(window);
+    pane.view = &view;
+    view.SetHost(&host);
+    view.Attach(window);
     // The focus stays with the window, so the new view is not told by the system.
     if (focused) SendMessageW(window, WM_SETFOCUS, 0, 0);
-    view->Invalidate();
+    view.Invalidate();
+}
+
+void PaneWindows::GoToLine(const Pane& pane, uint32_t line) { pane.view->GoToLine(line, false); }
+
+void PaneWindows::Focus(const Pane& pane) {
+    const HWND window = static_cast<HWND>(pane.window);
+    if (GetFocus() != window) SetFocus(window);
 }
 
 Pane* PaneWindows::PaneOf(const View* view) const {
@@ -130,6 +136,8 @@ Pane* PaneWindows::PaneOf(const View* view) const {
         if (pane->view == view) return pane;
     return nullptr;
 }
+
+Document* PaneWindows::DocumentIn(const Pane& pane) const { return pane.view ? pane.view->GetDocument() : nullptr; }
 
 void PaneWindows::SetRedraw(bool on) {
     drawing = on;
@@ -149,11 +157,6 @@ void PaneWindows::LayOut(SIZE area) {
     }
 }
 
-void PaneWindows::FocusNext(bool forward) {
-    if (!active) return;
-    Focus(forward ? *layout.Next(*active) : *layout.Previous(*active));
-}
-
 HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
     const uint32_t edges =
         layout.EdgesAt(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
@@ -166,7 +169,7 @@ HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
 
 bool PaneWindows::BeginDrag(POINT point, SIZE area) {
     dragging = layout.BeginDrag(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy)) != 0;
-    if (dragging) SetCapture(parent);
+    if (dragging) capture.Take(parent);
     return dragging;
 }
 
@@ -181,5 +184,5 @@ void PaneWindows::EndDrag() {
     if (!dragging) return;
     dragging = false;
     layout.EndDrag();
-    if (GetCapture() == parent) ReleaseCapture();
+    capture.Release();
 }

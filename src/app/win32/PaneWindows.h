@@ -1,47 +1,44 @@
 #pragma once
 
-#include "app/PaneLayout.h"
-#include "base/win32/Windows.h"
+#include "app/PaneViews.h"
+#include "base/win32/Handles.h"
 
 class ViewHost;
 
 // The panes as windows: PaneLayout says where they lie; this makes their windows, puts views into them
 // and moves the focus between them.
-class PaneWindows {
+class PaneWindows final : public PaneViews {
 public:
-    PaneWindows() = default;
+    explicit PaneWindows(ViewHost& viewHost) : host(viewHost) {}
     PaneWindows(const PaneWindows&) = delete;
     PaneWindows& operator=(const PaneWindows&) = delete;
 
     static bool Register(HINSTANCE instance);
     static void Unregister(HINSTANCE instance);
-    void Start(HWND frame, ViewHost* viewHost) { parent = frame, host = viewHost; }
+    void SetFrame(HWND frame) { parent = frame; }
 
-    // The first pane, covering everything; null on failure.
-    Pane* AddFirst();
-    // Splits `pane`; the new half shows `view`. False on failure, which changes nothing.
-    bool Split(Pane* pane, bool vertical, View* view);
-    // Gives a pane's area to its neighbours, of which the first becomes active and gets the focus (the
-    // first pane of all when none could take the area). Not for the only pane.
-    void Close(Pane* pane);
-    // Releases every view and destroys every pane; no pane is active then.
-    void CloseAll();
-
-    // Shows `view` in the pane, releasing the one it showed.
-    void SetView(Pane* pane, View* view);
-    Pane* PaneOf(const View* view) const;
+    // Null without an active view.
+    View* ActiveView() const { return active ? active->view : nullptr; }
     // Whether the panes, and those that are still to be made, draw anything; on again they draw it all.
     void SetRedraw(bool on);
     // Places all windows in an area that begins at the client's origin.
     void LayOut(SIZE area);
 
-    Pane* Active() const { return active; }
-    void SetActive(Pane* pane) { active = pane; }
-    Pane* First() const { return layout.Head(); }
-    Pane* Next(const Pane& pane) const { return layout.Next(pane); }
-    bool IsOnly(const Pane& pane) const { return layout.Next(pane) == &pane; }
-    static void Focus(const Pane& pane) { SetFocus(static_cast<HWND>(pane.window)); }
-    void FocusNext(bool forward);
+    // PaneViews.
+    Pane* Active() const override { return active; }
+    void SetActive(Pane* pane) override { active = pane; }
+    Pane* First() const override { return layout.Head(); }
+    Pane* Next(const Pane& pane) const override { return layout.Next(pane); }
+    Pane* PaneOf(const View* view) const override;
+    Document* DocumentIn(const Pane& pane) const override;
+    Pane* AddFirst() override;
+    bool Split(Pane& pane, bool vertical, View& view) override;
+    void Close(Pane& pane) override;
+    void CloseAll() override;
+    void SetView(Pane& pane, View& view) override;
+    void GoToLine(const Pane& pane, uint32_t line) override;
+    void Focus(const Pane& pane) override;
+    void FocusFrame() override { SetFocus(parent); }
 
     // The splitter: cursors, and a drag with the mouse captured by the frame.
     HCURSOR CursorAt(POINT point, SIZE area) const;
@@ -55,9 +52,10 @@ private:
     static void ReleaseView(Pane& pane);
 
     HWND parent = nullptr;
-    ViewHost* host = nullptr;
+    ViewHost& host;
     PaneLayout layout;
     Pane* active = nullptr;
     bool dragging = false;
+    MouseCapture capture; // while dragging
     bool drawing = true;
 };

@@ -1,4 +1,4 @@
-#include "app/win32/Application.h"
+#include "app/win32/SettingsStore.h"
 
 #include "base/Path.h"
 #include "base/Platform.h"
@@ -13,7 +13,7 @@ constexpr const wchar_t* SettingsFileName = L"orvane.ini";
 
 } // namespace
 
-bool Application::LocateSettingsFile(WString& path) {
+bool LocateSettingsFile(WString& path) {
     wchar_t folder[MAX_PATH];
     if (SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder) == S_OK &&
         path.Assign(FromWide(folder)) && path.AppendChar(u'\\') && path.Append(FromWide(SettingsFileName)) &&
@@ -24,36 +24,40 @@ bool Application::LocateSettingsFile(WString& path) {
     return length > 0 && length < MAX_PATH && path.Assign(FromWide(found));
 }
 
-bool Application::LoadSettingsFile() {
-    IniFile* const file = new IniFile;
+bool SettingsStore::Load() {
+    auto* const file = new IniFile;
     if (!file) return false;
-    FreeSettings();
-    globals.iniFile = file;
+    Free();
+    ini = file;
     // What a malformed file held before its first bad line is used; there is no message.
-    if (LocateSettingsFile(globals.settingsPath)) globals.iniFile->Load(globals.settingsPath.Text());
-    LoadSettings(*globals.iniFile);
+    if (LocateSettingsFile(path)) ini->Load(path.Text());
+    LoadSettings(*ini);
     RebuildToolAccelerators();
-    LoadEngineDefinitions(*globals.iniFile);
+    LoadEngineDefinitions(*ini);
     return true;
 }
 
-void Application::FreeSettings() {
+void SettingsStore::Free() {
+    if (!ini) return;
     ReleaseEngineDefinitions();
-    if (globals.toolAccelerators) DestroyAcceleratorTable(globals.toolAccelerators);
-    globals.toolAccelerators = nullptr;
+    toolAccelerators.Reset();
     ReleaseSettings();
-    delete globals.iniFile;
-    globals.iniFile = nullptr;
-    globals.settingsPath.Release();
+    delete ini;
+    ini = nullptr;
+    path.Release();
 }
 
-void Application::RebuildToolAccelerators() {
-    if (globals.toolAccelerators) DestroyAcceleratorTable(globals.toolAccelerators);
-    globals.toolAccelerators = nullptr;
+void SettingsStore::RebuildToolAccelerators() {
+    toolAccelerators.Reset();
     Array<ToolAccelerator> list;
     if (!toolList.Accelerators(list) || list.IsEmpty()) return;
     Array<ACCEL> table;
     for (size_t i = 0; i < list.Count(); ++i)
         if (!table.Append({list[i].flags, list[i].key, list[i].command})) return;
-    globals.toolAccelerators = CreateAcceleratorTableW(table.Items(), static_cast<int>(table.Count()));
+    toolAccelerators.Reset(CreateAcceleratorTableW(table.Items(), static_cast<int>(table.Count())));
+}
+
+void SettingsStore::ReloadEngineDefinitions() {
+    ReleaseEngineDefinitions();
+    LoadEngineDefinitions(*ini);
 }

@@ -1,16 +1,12 @@
-// The frame's menus as they open, and the small commands of the Help menu.
+#include "app/win32/FrameMenus.h"
+
+#include "app/DocumentList.h"
 #include "app/FrameTitle.h"
-#include "app/win32/Application.h"
-#include "app/win32/MainFrame.h"
+#include "app/win32/MenuCommands.h"
 #include "resource.h"
-#include "settings/IniFile.h"
-#include "settings/win32/DialogBase.h"
-#include "settings/win32/OptionsDialog.h"
-#include "settings/win32/ToolsDialog.h"
+#include "settings/ToolList.h"
 
 namespace {
-
-constexpr wchar_t HelpPage[] = L"https://orvane.example/help";
 
 int PositionOf(HMENU menu, UINT number) {
     const int count = GetMenuItemCount(menu);
@@ -41,36 +37,40 @@ void RebuildDocumentItems(HMENU menu, const DocumentList& documents) {
     }
 }
 
-class AboutDialog final : public DialogBase {
-public:
-    void Init() override { CentreOverParent(); }
-};
+// The popup of the menu bar that holds the tools, and the position of the first of them.
+HMENU FindToolItems(HMENU bar, UINT& first) {
+    for (int i = 0; const HMENU popup = GetSubMenu(bar, i); ++i) {
+        const UINT count = static_cast<UINT>(GetMenuItemCount(popup));
+        for (first = 0; first < count; ++first)
+            if (GetMenuItemID(popup, static_cast<int>(first)) == IDM_FIRST_TOOL) return popup;
+    }
+    return nullptr;
+}
 
 } // namespace
 
-void MainFrame::OnMenuOpens(HMENU menu) {
+void UpdateOpeningMenu(HMENU menu, const DocumentList& documents, const MenuCommands& commands) {
     RebuildDocumentItems(menu, documents);
     const int count = GetMenuItemCount(menu);
     for (int position = 0; position < count; ++position) {
         const UINT number = GetMenuItemID(menu, position);
         if (number == static_cast<UINT>(-1) || number >= IDM_FIRST_DOCUMENT) continue;
-        const UINT state = IsMenuCommandEnabled(number) ? MF_ENABLED : MF_GRAYED;
+        const UINT state = commands.IsEnabled(number) ? MF_ENABLED : MF_GRAYED;
         EnableMenuItem(menu, static_cast<UINT>(position), MF_BYPOSITION | state);
     }
 }
 
-void MainFrame::OpenHelp() { ShellExecuteW(window, L"open", HelpPage, nullptr, nullptr, SW_SHOWNORMAL); }
-
-void MainFrame::ShowAbout() { AboutDialog().Run(IDD_ABOUT, window); }
-
-void MainFrame::ShowTools() {
-    using Application::globals;
-    if (!RunToolsDialog(window, *globals.iniFile, globals.settingsPath.Text())) return;
-    Application::RebuildToolAccelerators();
-    RebuildToolMenu();
-}
-
-void MainFrame::ShowOptions() {
-    using Application::globals;
-    if (RunOptionsDialog(window, *globals.iniFile, globals.settingsPath.Text())) ReapplySettings();
+void RebuildToolMenu(HMENU bar) {
+    UINT position = 0;
+    const HMENU popup = FindToolItems(bar, position);
+    if (!popup) return;
+    // A separator follows the tools.
+    while (GetMenuItemID(popup, static_cast<int>(position)) >= IDM_FIRST_TOOL)
+        if (!DeleteMenu(popup, position, MF_BYPOSITION)) break;
+    UINT number = IDM_FIRST_TOOL;
+    // A command has 16 bits for its number.
+    for (const ToolRecord* tool = toolList.tools.head; tool && number <= UINT16_MAX; tool = tool->next)
+        InsertMenuW(popup, position++, MF_BYPOSITION | MF_STRING, number++, Wide(tool->displayName.Text()));
+    if (number == IDM_FIRST_TOOL)
+        InsertMenuW(popup, position, MF_BYPOSITION | MF_STRING | MF_GRAYED, number, L"< no tools >");
 }

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/ActiveText.h"
+#include "app/CommandContext.h"
+#include "app/DocumentCloser.h"
+#include "app/DocumentDisplay.h"
+#include "app/DocumentList.h"
+#include "app/DocumentOpener.h"
+#include "app/DocumentSaver.h"
+#include "app/LeaveRequests.h"
+#include "app/Macros.h"
+#include "app/OutputDocuments.h"
+#include "app/win32/CommandWindow.h"
+#include "app/win32/FileDialogs.h"
+#include "app/win32/FrameKeys.h"
+#include "app/win32/FrameMessages.h"
+#include "app/win32/FrameScreen.h"
+#include "app/win32/FrameSettings.h"
+#include "app/win32/MacroWindows.h"
+#include "app/win32/MenuCommands.h"
+#include "app/win32/PaneWindows.h"
+#include "app/win32/SettingsStore.h"
+#include "app/win32/SystemToolStarter.h"
+
+// What the frame consists of, and who knows whom. Each part refers only to those before it and to the
+// interfaces that the frame itself implements.
+struct FrameParts {
+    FrameParts(CommandContext& commands, ViewHost& host, LeavingFrame& leavingFrame, SettingsStore& loaded)
+        : context(commands), store(loaded), panes(host), commandWindow(commands, panes),
+          leaving(commands, leavingFrame) {}
+
+    // The window was made: makes the others inside it. False when the system refuses.
+    bool Create(HWND frame, HINSTANCE instance);
+
+    HWND window = nullptr;
+    CommandContext& context;
+    SettingsStore& store;
+    DocumentList documents;
+    Macros macros;
+
+    PaneWindows panes;
+    CommandWindow commandWindow;
+    FrameScreen screen{panes, commandWindow, macros, context.commands};
+    ScreenBatch batch{screen};
+    FrameMessages messages{batch};
+    FileDialogs fileDialogs;
+
+    DocumentDisplay display{documents, panes, batch};
+    ActiveText activeText{panes};
+    OutputDocuments outputs{documents, display, panes};
+    DocumentOpener opener{documents, display, panes, batch, messages};
+    DocumentSaver saver{documents, display, fileDialogs, messages, batch};
+    DocumentCloser closer{documents, display, panes, outputs, batch};
+
+    SystemToolStarter toolStarter;
+    ToolRunner tools{context, outputs, toolStarter};
+    FrameKeys keys{macros, documents, display, panes, screen};
+    MacroWindows macroWindows{documents, panes, keys};
+    MacroPlayer player{macros, macroWindows};
+    FrameSettings settings{store, documents, commandWindow, batch};
+    LeaveRequests leaving;
+    MenuCommands menu{*this};
+};

@@ -1,0 +1,46 @@
+#include "app/win32/FrameSettings.h"
+
+#include "app/ScreenBatch.h"
+#include "app/win32/AllViews.h"
+#include "app/win32/CommandWindow.h"
+#include "app/win32/FrameMenus.h"
+#include "app/win32/SettingsStore.h"
+#include "document/TextBuffer.h"
+
+void FrameSettings::Reapply() {
+    DropEngines();
+    store.ReloadEngineDefinitions();
+    Apply(SettingsChanged::Engine);
+}
+
+void FrameSettings::Reload() {
+    DropEngines();
+    // Without memory the settings stay as they are, and the documents get their engines back.
+    static_cast<void>(store.Load());
+    RebuildToolMenu(GetMenu(frame));
+    Apply(SettingsChanged::Engine);
+}
+
+void FrameSettings::Apply(uint32_t flags) {
+    commandWindow.ApplyFont();
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
+        node->document->OnSettingsChanged(flags);
+    screen.LayOut();
+    LayOutViews(flags);
+}
+
+void FrameSettings::OnMetricsChanged() { LayOutViews(1); }
+
+void FrameSettings::LayOutViews(uint32_t flags) {
+    ForEachView(documents, [flags](View& view) {
+        view.OnSize(flags);
+        view.Invalidate();
+    });
+}
+
+// Engine definitions hold colours of the settings, and engines refer to definitions: no document keeps one
+// while the definitions change.
+void FrameSettings::DropEngines() {
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
+        if (!node->document->IsBinary()) static_cast<TextBuffer*>(node->document)->AttachEngine(nullptr);
+}

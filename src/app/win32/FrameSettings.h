@@ -1,0 +1,37 @@
+#pragma once
+
+#include "base/win32/Windows.h"
+
+class CommandWindow;
+class DocumentList;
+class ScreenBatch;
+class SettingsStore;
+
+// Brings settings that have changed to the documents, the views and the frame.
+class FrameSettings {
+public:
+    FrameSettings(SettingsStore& loaded, const DocumentList& allDocuments, CommandWindow& commands, ScreenBatch& batch)
+        : store(loaded), documents(allDocuments), commandWindow(commands), screen(batch) {}
+    FrameSettings(const FrameSettings&) = delete;
+    FrameSettings& operator=(const FrameSettings&) = delete;
+
+    void SetFrame(HWND window) { frame = window; }
+    // The settings record has changed.
+    void Reapply();
+    // Reads the settings file again.
+    void Reload();
+    // `flags` are SettingsChanged bits.
+    void Apply(uint32_t flags);
+    // The font was rebuilt.
+    void OnMetricsChanged();
+
+private:
+    void DropEngines();
+    void LayOutViews(uint32_t flags);
+
+    SettingsStore& store;
+    const DocumentList& documents;
+    CommandWindow& commandWindow;
+    ScreenBatch& screen;
+    HWND frame = nullptr;
+};

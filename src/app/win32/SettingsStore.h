@@ -1,0 +1,42 @@
+#pragma once
+
+#include "base/WString.h"
+#include "base/win32/Handles.h"
+
+class IniFile;
+
+// The settings file and what is made of it: the process-wide settings, tools and engine definitions, and the
+// accelerator table of the tools' hot keys.
+class SettingsStore {
+public:
+    SettingsStore() = default;
+    ~SettingsStore() { Free(); }
+    SettingsStore(const SettingsStore&) = delete;
+    SettingsStore& operator=(const SettingsStore&) = delete;
+
+    // The start-up half: reads the file (defaults without one) and applies it. What was loaded before is given
+    // up first; without memory (false) it stays.
+    [[nodiscard]] bool Load();
+    // The shutdown half. The file is not written.
+    void Free();
+
+    IniFile& Ini() { return *ini; } // after Load
+    // Where orvane.ini is, or where it would be.
+    const Char* Path() const { return path.Text(); }
+    // Null when no tool has a hot key.
+    HACCEL ToolAccelerators() const { return toolAccelerators.Get(); }
+
+    // After the tool list has changed.
+    void RebuildToolAccelerators();
+    // After a setting has changed: definitions hold colours of the settings.
+    void ReloadEngineDefinitions();
+
+private:
+    IniFile* ini = nullptr;
+    WString path;
+    AcceleratorTable toolAccelerators;
+};
+
+// The settings file's path: the documents folder first, then the system's search path. True when a file is
+// there; the path of the documents folder is filled in all the same.
+bool LocateSettingsFile(WString& path);
