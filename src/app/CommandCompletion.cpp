@@ -58,7 +58,7 @@ bool CommandCompletion::Collect(const Char* text) {
     return CollectKind(row ? row->completion : CompletionKind::Files, argument);
 }
 
-bool CommandCompletion::CollectKind(uint32_t kind, const Char* argument) {
+bool CommandCompletion::CollectKind(CompletionKind kind, const Char* argument) {
     if (kind == CompletionKind::Nothing) return true;
     if (kind == CompletionKind::SettingKeys) return CollectSettings(argument);
     return CollectFiles(argument, kind == CompletionKind::Directories);

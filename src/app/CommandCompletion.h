@@ -3,6 +3,8 @@
 #include "base/Array.h"
 #include "base/WString.h"
 
+enum class CompletionKind : uint32_t;
+
 // Tab in the command window. The first step of a run collects the candidates for the text, the later
 // ones walk them in sorted order, wrapping at both ends.
 class CommandCompletion {
@@ -19,11 +21,11 @@ public:
     void EndRun();
 
 private:
-    bool Collect(const Char* text);
-    bool CollectKind(uint32_t kind, const Char* argument);
-    bool CollectSettings(const Char* argument);
-    bool CollectFiles(const Char* argument, bool directoriesOnly);
-    bool AddCandidate(const Char* directory, const Char* name);
+    [[nodiscard]] bool Collect(const Char* text);
+    [[nodiscard]] bool CollectKind(CompletionKind kind, const Char* argument);
+    [[nodiscard]] bool CollectSettings(const Char* argument);
+    [[nodiscard]] bool CollectFiles(const Char* argument, bool directoriesOnly);
+    [[nodiscard]] bool AddCandidate(const Char* directory, const Char* name);
 
     Array<Char*> candidates; // owned
     WString prefix;          // shown in front of each candidate

@@ -7,7 +7,7 @@ class CommandContext;
 
 // Splits a line at the first blank outside double quotes. `word` keeps its quotes; `argument` points
 // into `line` after the blanks that follow. False without memory.
-bool SplitCommand(const Char* line, WString& word, const Char*& argument);
+[[nodiscard]] bool SplitCommand(const Char* line, WString& word, const Char*& argument);
 
 // Carries out one line of the command language. What is no command runs as an external one.
 void ExecuteCommandLine(CommandContext& frame, const Char* line);

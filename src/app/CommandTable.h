@@ -5,12 +5,7 @@
 class CommandContext;
 
 // What Tab completes in a command's argument.
-namespace CompletionKind {
-constexpr uint32_t Nothing = 0;
-constexpr uint32_t SettingKeys = 1;
-constexpr uint32_t Directories = 2;
-constexpr uint32_t Files = 3;
-} // namespace CompletionKind
+enum class CompletionKind : uint32_t { Nothing, SettingKeys, Directories, Files };
 
 namespace CommandFlag {
 constexpr uint32_t KeepCommandWindow = 1; // the command window is not hidden afterwards
@@ -24,8 +19,8 @@ struct CommandRow {
     const Char* longName;
     const Char* shortName; // or null
     CommandHandler handler;
-    uint32_t completion; // CompletionKind
-    uint32_t flags;      // CommandFlag bits
+    CompletionKind completion;
+    uint32_t flags; // CommandFlag bits
 };
 
 constexpr uint32_t CommandCount = 20;

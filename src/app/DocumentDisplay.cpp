@@ -4,6 +4,9 @@
 #include "app/ScreenBatch.h"
 #include "document/Document.h"
 
+namespace {
+
+// The first view of `document` that no pane shows; null when there is none.
 DocumentView* FindHiddenView(const Document& document, const PaneViews& panes) {
     ViewNode* next = nullptr;
     do {
@@ -12,6 +15,8 @@ DocumentView* FindHiddenView(const Document& document, const PaneViews& panes) {
     } while (next);
     return nullptr;
 }
+
+} // namespace
 
 Document* DocumentDisplay::Active() const {
     const Pane* const pane = panes.Active();

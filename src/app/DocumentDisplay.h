@@ -3,11 +3,7 @@
 #include "app/PaneViews.h"
 
 class DocumentList;
-class DocumentView;
 class ScreenBatch;
-
-// The view of `document` that no pane shows yet; null when there is none.
-DocumentView* FindHiddenView(const Document& document, const PaneViews& panes);
 
 // Which document is shown in which pane, and the keys that switch between them. The title follows.
 class DocumentDisplay {

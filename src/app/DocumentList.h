@@ -30,7 +30,7 @@ public:
 
     // Appends a document as the least recently used one and takes over the caller's reference. False
     // without memory; the reference is then still the caller's.
-    bool Add(Document* document);
+    [[nodiscard]] bool Add(Document* document);
     // Takes a document out of both orders and releases it.
     void Remove(Document* document);
     // Makes a document the most recently used one.
@@ -57,11 +57,11 @@ public:
     Document* FindOutput(const Char* title) const;
 
     // "Untitled" and the present number, which CountUntitled uses up once the document was made.
-    bool UntitledTitle(WString& title) const;
+    [[nodiscard]] bool UntitledTitle(WString& title) const;
     void CountUntitled() { ++untitledNumber; }
 
     // Appends what the opened command shows. False without memory.
-    bool AppendOpenedText(WString& out) const;
+    [[nodiscard]] bool AppendOpenedText(WString& out) const;
 
 private:
     static bool AppendOpened(WString& out, const Document& document);

@@ -4,11 +4,11 @@ class CommandContext;
 class Document;
 
 // Whether a document may be closed: asks about unsaved changes and saves them on request.
-bool MayClose(CommandContext& frame, Document& document);
+[[nodiscard]] bool MayClose(CommandContext& frame, Document& document);
 
 // The same for all documents, in list order. False at the first Cancel or failed save; nothing is to
 // be closed then.
-bool MayExit(CommandContext& frame);
+[[nodiscard]] bool MayExit(CommandContext& frame);
 
 // Asks about every document whose file another program changed and reloads it or accepts the change.
 // A request that comes in while a question is open is dropped.

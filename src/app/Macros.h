@@ -49,7 +49,7 @@ public:
     // Makes `slot` (0 when it is none of the ten) the current one.
     void SelectSlot(uint32_t slot);
     // "Macro %u selected" for the current slot. False without memory.
-    bool SelectedText(WString& out) const;
+    [[nodiscard]] bool SelectedText(WString& out) const;
 
     // Starts a recording into the emptied slot, or ends it. False when nothing changed (while playing).
     bool ToggleRecording();
@@ -59,7 +59,7 @@ public:
 
     // The Play command. While recording it only ends that: false, as while playing. True: the events
     // from FirstEvent on are to be sent, in order, as long as IsPlaying; then StopPlayback.
-    bool BeginPlayback();
+    [[nodiscard]] bool BeginPlayback();
     const MacroEvent* FirstEvent() const { return slots[current].head; }
     // Breaks a playback off; also its regular end.
     void StopPlayback() { playing = false; }

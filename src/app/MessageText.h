@@ -8,4 +8,4 @@
 constexpr uint32_t LongestMessageWord = 100;
 constexpr uint32_t MostMessageLines = 30;
 
-bool BuildMessageText(const Char* message, WString& out);
+[[nodiscard]] bool BuildMessageText(const Char* message, WString& out);

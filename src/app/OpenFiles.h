@@ -21,7 +21,7 @@ public:
     explicit SelectedFiles(const Char* result);
 
     // The next full path; false after the last one or without memory.
-    bool Next(WString& path);
+    [[nodiscard]] bool Next(WString& path);
 
 private:
     const Char* directory; // empty when there is but one file
@@ -33,4 +33,4 @@ void OpenSelectedFiles(CommandContext& frame, const Char* result);
 
 // The filter list that the file dialogs expect, from a setting that separates its entries by "|".
 // NULs separate the entries and two of them end the list. False without memory.
-bool MakeDialogFilter(const Char* fileTypes, WString& filter);
+[[nodiscard]] bool MakeDialogFilter(const Char* fileTypes, WString& filter);

@@ -7,7 +7,7 @@ class DocumentList;
 
 // The session file's text: a script that opens the documents that have files. Appends to `out`; false
 // without memory.
-bool BuildSessionText(const DocumentList& documents, WString& out);
+[[nodiscard]] bool BuildSessionText(const DocumentList& documents, WString& out);
 
 // Writes the session to `file` (a pair of quotes around it is dropped), asking before any other
 // existing file than the present session's is replaced. Reports failure itself.

@@ -11,4 +11,4 @@ bool NextArgument(const Char*& position, WString& token);
 
 // Opens what the process's command line names, or an untitled document when nothing was opened, and
 // has the frame laid out. True: the message loop may start.
-bool ParseCommandLine(CommandContext& frame, const Char* commandLine);
+[[nodiscard]] bool ParseCommandLine(CommandContext& frame, const Char* commandLine);

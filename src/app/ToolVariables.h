@@ -9,10 +9,10 @@ struct ToolRecord;
 // Appends `text` to `out` with the variables %PATH%, %FILE%, %DIR%, %EXT%, %WORD% and %SEL% replaced
 // by the values of the active pane's document; without a pane they are empty. False without memory;
 // `out` is then unchanged.
-bool ExpandToolVariables(const CommandContext& frame, const Char* text, WString& out);
+[[nodiscard]] bool ExpandToolVariables(const CommandContext& frame, const Char* text, WString& out);
 
 // Replaces `out` by the expanded directory, or by the current one when that is empty.
-bool ExpandStartDirectory(const CommandContext& frame, const Char* text, WString& out);
+[[nodiscard]] bool ExpandStartDirectory(const CommandContext& frame, const Char* text, WString& out);
 
 // Replaces `out` by the tool's command line as typed: command, space, last arguments.
-bool ToolCommandLine(const ToolRecord& tool, WString& out);
+[[nodiscard]] bool ToolCommandLine(const ToolRecord& tool, WString& out);

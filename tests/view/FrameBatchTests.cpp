@@ -87,7 +87,7 @@ TEST_F(FrameBatchTest, ASessionOfAThousandFiles) {
 TEST_F(FrameBatchTest, ACommandLineOfAThousandFiles) {
     std::u16string line = u"orvane";
     for (const std::u16string& name : names) line += u" \"" + name + u"\"";
-    ExpectOneLayout([&] { ParseCommandLine(*main, line.c_str()); });
+    ExpectOneLayout([&] { EXPECT_TRUE(ParseCommandLine(*main, line.c_str())); });
 }
 
 TEST_F(FrameBatchTest, AFileDialogsAnswerOfAThousandNames) {

@@ -53,7 +53,7 @@ TEST_F(CommandTableTest, HasTheTwentyRowsInOrder) {
         SCOPED_TRACE(i + 1);
         EXPECT_EQ(Str(commandTable[i].longName), Str(expected[i].longName));
         EXPECT_EQ(Str(commandTable[i].shortName), Str(expected[i].shortName));
-        EXPECT_EQ(commandTable[i].completion, expected[i].completion);
+        EXPECT_EQ(static_cast<uint32_t>(commandTable[i].completion), expected[i].completion);
         EXPECT_EQ(commandTable[i].flags, expected[i].flags);
         EXPECT_NE(commandTable[i].handler, nullptr);
         EXPECT_EQ(FindCommand(expected[i].longName), &commandTable[i]);

@@ -4,6 +4,7 @@
 #include "app/DocumentList.h"
 #include "core/app/FakeDocument.h"
 
+#include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -89,7 +90,7 @@ public:
     }
 
     FakeDocument& Add(FakeDocument* document) {
-        documents.Add(document);
+        if (!documents.Add(document)) abort();
         return *document;
     }
     // The calls since the last time this was asked.
