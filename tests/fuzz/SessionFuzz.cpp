@@ -30,7 +30,7 @@ void RunAsScript(const ScratchFolder& scratch, const std::string& bytes) {
     RunScript(frame, name.c_str());
     Platform::SetFileFailureHook(nullptr);
     Require(Str(frame.commands.runningScript) == name);
-    Require(frame.commands.scriptDepth == 0 && frame.batchDepth == 0 && !frame.commands.scriptsBrokenOff);
+    Require(frame.commands.scriptDepth == 0 && frame.batchDepth == 0 && !frame.commands.scriptsCancelled);
 }
 
 std::u16string Decoded(const std::string& bytes) {
