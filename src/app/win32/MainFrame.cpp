@@ -64,7 +64,7 @@ LRESULT CALLBACK MainFrame::WindowProc(HWND frame, UINT message, WPARAM wparam, 
 }
 
 LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (OnMouse(message, lparam)) return 0;
+    if (OnMouse(message, lparam) || OnRequest(message, wparam)) return 0;
     switch (message) {
     case WM_CREATE:
         return OnCreate() ? 0 : -1;
@@ -93,39 +93,47 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ACTIVATEAPP:
         OnApplicationActivated(wparam != 0);
         break;
-    case WM_DROPFILES:
-        OnDropFiles(reinterpret_cast<HDROP>(wparam));
-        return 0;
     case WM_DPICHANGED:
         OnDpiChanged(wparam, lparam);
         return 0;
-    case WM_CLOSE:
-        parts.leaving.Close();
-        return 0;
     case WM_QUERYENDSESSION:
         return parts.leaving.MayLeave();
-    case WM_ENDSESSION:
-        if (wparam) parts.leaving.EndSession();
-        return 0;
     case WM_HELP:
         parts.menu.Execute(IDM_ONLINE_HELP);
         return TRUE;
-    case QuitNowMessage:
-        parts.leaving.LeaveNow();
-        return 0;
-    case CheckFilesMessage:
-        parts.leaving.CheckFiles();
-        return 0;
-    case WM_DESTROY:
-        PostQuitMessage(0);
-        return 0;
-    case WM_NCDESTROY:
-        parts.window = nullptr;
-        return 0;
     default:
         break;
     }
     return DefWindowProcW(parts.window, message, wparam, lparam);
+}
+
+// What others ask of the frame and expect no answer to.
+bool MainFrame::OnRequest(UINT message, WPARAM wparam) {
+    switch (message) {
+    case WM_DROPFILES:
+        OnDropFiles(reinterpret_cast<HDROP>(wparam));
+        return true;
+    case WM_CLOSE:
+        parts.leaving.Close();
+        return true;
+    case WM_ENDSESSION:
+        if (wparam) parts.leaving.EndSession();
+        return true;
+    case QuitNowMessage:
+        parts.leaving.LeaveNow();
+        return true;
+    case CheckFilesMessage:
+        parts.leaving.CheckFiles();
+        return true;
+    case WM_DESTROY:
+        PostQuitMessage(0);
+        return true;
+    case WM_NCDESTROY:
+        parts.window = nullptr;
+        return true;
+    default:
+        return false;
+    }
 }
 
 // The gaps between the panes are the frame's own client area.

@@ -67,6 +67,7 @@ private:
     static LRESULT CALLBACK WindowProc(HWND frame, UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
     bool OnMouse(UINT message, LPARAM lparam);
+    bool OnRequest(UINT message, WPARAM wparam);
     bool OnCreate();
     bool OnCommand(WPARAM wparam, LPARAM lparam);
     void OnApplicationActivated(bool active);
