@@ -20,7 +20,7 @@ bool Start(OutputRun& run, const Char* command);
 bool HasEnded(const OutputRun& run);
 
 bool OutputSize(const OutputRun& run, uint64_t& size);
-// Reads up to `count` bytes that stand at `offset` of the output; fewer (or none) at its end.
+// Reads up to `count` bytes at `offset` of the output; fewer (or none) at its end.
 bool ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read);
 
 // Asks the windows of the process to close; the process itself is left alone.

@@ -25,9 +25,9 @@ public:
     const LineCacheEntry* NearestOffset(uint32_t offset) const;
     // Adds an entry at the head; the oldest makes way when the cache is full.
     void Add(uint32_t line, uint32_t offset);
-    // Entries behind `position` move by the inserted characters and lines.
+    // Entries after `position` move by the inserted characters and lines.
     void Inserted(uint32_t position, uint32_t characters, uint32_t newLines);
-    // Entries in [position, position + characters] go; those behind move back.
+    // Entries in [position, position + characters] go; those after them move back.
     void Deleted(uint32_t position, uint32_t characters, uint32_t newLines);
     void Clear();
 

@@ -20,7 +20,7 @@ LineMark* LineMarks::Previous(uint32_t line, uint32_t mask, bool inclusive) cons
     return nullptr;
 }
 
-LineMark* LineMarks::FirstBehind(uint32_t line) const {
+LineMark* LineMarks::FirstAfter(uint32_t line) const {
     LineMark* mark = marks.head;
     while (mark && mark->line <= line) mark = mark->next;
     return mark;
@@ -49,12 +49,12 @@ void LineMarks::ClearBookmarks() {
 }
 
 void LineMarks::LinesInserted(uint32_t line, uint32_t count) {
-    for (LineMark* mark = FirstBehind(line); mark; mark = mark->next) mark->line += count;
+    for (LineMark* mark = FirstAfter(line); mark; mark = mark->next) mark->line += count;
 }
 
 void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
     const uint64_t lastDeleted = uint64_t{line} + count;
-    for (LineMark *mark = FirstBehind(line), *next; mark; mark = next) {
+    for (LineMark *mark = FirstAfter(line), *next; mark; mark = next) {
         next = mark->next;
         const bool survives =
             mark->line > lastDeleted && (!mark->previous || mark->line - count > mark->previous->line);
@@ -67,7 +67,7 @@ void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
 }
 
 void LineMarks::LinesTakenBack(uint32_t line, uint32_t count) {
-    for (LineMark *mark = FirstBehind(line), *next; mark; mark = next) {
+    for (LineMark *mark = FirstAfter(line), *next; mark; mark = next) {
         next = mark->next;
         mark->line = mark->line > count ? mark->line - count : 0;
         LineMark* before = mark->previous;

@@ -24,23 +24,23 @@ public:
     LineMark* Head() const { return marks.head; }
     LineMark* Tail() const { return marks.tail; }
     LineMark* Find(uint32_t line) const;
-    // The first (last) node with a flag of `mask` behind (before) `line`, or on it when `inclusive`.
+    // The first (last) node with a flag of `mask` after (before) `line`, or on it when `inclusive`.
     LineMark* Next(uint32_t line, uint32_t mask, bool inclusive) const;
     LineMark* Previous(uint32_t line, uint32_t mask, bool inclusive) const;
     // False only without memory.
     bool ToggleBookmark(uint32_t line);
     void ClearBookmarks();
-    // `count` lines came in behind `line`: the marks behind it follow.
+    // `count` lines came in after `line`: the marks after it follow.
     void LinesInserted(uint32_t line, uint32_t count);
-    // The `count` lines behind `line` went away, and the marks on them; those further down follow.
+    // The `count` lines after `line` went away, and the marks on them; those further down follow.
     void LinesDeleted(uint32_t line, uint32_t count);
-    // The reverse of LinesInserted: every mark behind `line` moves back by `count` (to 0 at least); those
+    // The reverse of LinesInserted: every mark after `line` moves back by `count` (to 0 at least); those
     // that meet on one line become one.
     void LinesTakenBack(uint32_t line, uint32_t count);
     void Clear();
 
 private:
-    LineMark* FirstBehind(uint32_t line) const;
+    LineMark* FirstAfter(uint32_t line) const;
     // Links `mark` at its place, looked for from `before` (null: at the head) backwards.
     void InsertInOrder(LineMark* mark, LineMark* before);
     void Remove(LineMark* mark);

@@ -8,7 +8,7 @@
 namespace {
 
 // GetTempFileName counts the names of a directory in 16 bits. They are tried in an order that soon leaves
-// a stretch of taken ones, and not all of them: a directory that refuses every name shall not take long.
+// a stretch of taken ones, and not all of them: a directory that refuses every name should not take long.
 constexpr uint32_t NameCount = 0xFFFF;
 constexpr uint32_t NameStep = 7919;
 constexpr uint32_t MostTries = 500;
