@@ -22,12 +22,11 @@ struct Search {
     bool backward;
 
     uint32_t Run() const {
-        uint32_t found = None32;
-        bool wrapped = false;
+        SearchHit hit;
+        const SearchQuery query = {pattern.c_str(), static_cast<uint32_t>(pattern.size()), matchCase, wholeWord};
         const uint32_t from = backward ? document.Length() : 0;
-        const bool there =
-            document.FindText(pattern.c_str(), from, document.Length(), matchCase, wholeWord, backward, found, wrapped);
-        return there ? found : None32;
+        const bool there = document.FindText(query, from, document.Length(), backward, hit);
+        return there ? hit.offset : None32;
     }
 };
 

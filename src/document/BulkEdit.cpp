@@ -5,37 +5,25 @@
 
 #include <cstring>
 
-bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& changes, const Char* inserted, uint32_t count) {
-    if (readOnly || changes.IsEmpty()) return true;
-    if (!CommitEdit()) return false;
-    auto* record = new BulkEdit(this);
-    if (!record || !record->SetUp(changes, inserted, count)) {
-        delete record;
-        return false;
-    }
-    DropEditLine();
-    return PerformAndPush(record);
-}
-
 bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length) {
     changes.TakeAll(places);
     uint64_t removed = 0;
     for (size_t i = 0; i < changes.Count(); ++i) removed += changes[i].removed;
     const uint64_t added = uint64_t{length} * changes.Count();
-    if (document->length - removed + added >= None32) return false;
+    if (document->Length() - removed + added >= None32) return false;
     if (!SetUpEdit(changes[0].offset, inserted, length)) return false;
     growth = static_cast<int64_t>(added) - static_cast<int64_t>(removed);
 
     if (!removedText.Reserve(static_cast<uint32_t>(removed))) return false;
     for (size_t i = 0; i < changes.Count(); ++i)
-        removedText.Append(document->text + changes[i].offset, changes[i].removed);
+        removedText.Append(document->Content() + changes[i].offset, changes[i].removed);
     removedLines = static_cast<uint32_t>(Scan::CountLineFeeds(removedText.Text(), removedText.Length()));
     return true;
 }
 
 bool BulkEdit::Redo() {
-    const uint64_t newLength = document->length + static_cast<uint64_t>(growth);
-    if (!document->EnsureCapacity(newLength)) return false;
+    const uint64_t newLength = document->Length() + static_cast<uint64_t>(growth);
+    if (!document->Parts().store.EnsureCapacity(newLength)) return false;
     if (!performed) MapTopLines();
     MoveMarks(false);
     ChangeText(false);
@@ -44,6 +32,7 @@ bool BulkEdit::Redo() {
 }
 
 void BulkEdit::MoveViews(bool undone) {
+    if (HasOtherViews()) CountChangedLines(undone);
     if (undone) return TextEdit::MoveViews(true);
     const size_t end = changes.Count() - 1;
     const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
@@ -55,7 +44,7 @@ void BulkEdit::MoveViews(bool undone) {
 }
 
 // Every single change would take the carets along and scroll them into view. As they go downwards only,
-// the first and the last of them decide where a view comes to stand; done again, the last alone.
+// the first and the last of them decide where a view ends up; done again, the last alone.
 void BulkEdit::MoveView(ViewState& viewState, uint32_t last) {
     DocumentView& view = *viewState.view;
     if (performed) {
@@ -74,20 +63,23 @@ void BulkEdit::TakeDownChange(bool back) {
     const size_t end = changes.Count() - 1;
     const uint32_t newEnd = NewOffset(end, removedText.Length() - changes[end].removed) + count;
     const uint32_t oldEnd = changes[end].offset + changes[end].removed;
-    const uint32_t start = changes[0].offset;
-    const auto addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    const uint32_t linesNow = LinesBetween(start, back ? oldEnd : newEnd);
     change = TextChange();
-    change.start = start;
-    change.removed = (back ? newEnd : oldEnd) - start;
-    change.inserted = (back ? oldEnd : newEnd) - start;
-    change.startLine = LineAfter(start);
+    change.start = changes[0].offset;
+    change.removed = (back ? newEnd : oldEnd) - change.start;
+    change.inserted = (back ? oldEnd : newEnd) - change.start;
+}
+
+// Costs a pass over the change, which only views that the record does not know are worth.
+void BulkEdit::CountChangedLines(bool back) {
+    const auto addedLines = newLines * static_cast<uint32_t>(changes.Count());
+    const uint32_t linesNow = LinesBetween(change.start, change.start + change.inserted);
+    change.startLine = LineAfter(change.start);
     change.removedLines = back ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
     change.insertedLines = linesNow;
 }
 
 bool BulkEdit::Undo() {
-    if (!document->EnsureCapacity(document->length - static_cast<uint64_t>(growth))) return false;
+    if (!document->Parts().store.EnsureCapacity(document->Length() - static_cast<uint64_t>(growth))) return false;
     ChangeText(true);
     MoveMarks(true);
     TakeDownChange(true);
@@ -105,12 +97,12 @@ void BulkEdit::MapTopLines() {
         uint32_t top = document->LineToOffset(viewState->topLineBefore);
         uint32_t shift = 0; // modulo 2^32
         for (size_t i = 0; i < changes.Count(); ++i) {
-            const uint32_t start = changes[i].offset + shift;
-            if (top < start) break;
-            const bool inside = top < start + changes[i].removed;
-            top = inside ? start : top - changes[i].removed;
-            if (inside || top < start + count) {
-                top = start;
+            const uint32_t place = changes[i].offset + shift;
+            if (top < place) break;
+            const bool inside = top < place + changes[i].removed;
+            top = inside ? place : top - changes[i].removed;
+            if (inside || top < place + count) {
+                top = place;
                 break;
             }
             top += count;
@@ -127,54 +119,51 @@ uint32_t BulkEdit::LineAfter(uint32_t offset) const {
 
 void BulkEdit::ChangeText(bool back) {
     const auto total = static_cast<uint32_t>(back ? -growth : growth); // modulo 2^32
-    const uint32_t newLength = document->length + total;
+    const uint32_t newLength = document->Length() + total;
     if (Grows() != back) {
         SpreadOut(back, newLength);
     } else {
         CloseUp(back);
     }
-    document->length = newLength;
-    document->text[newLength] = 0;
-    document->lineCache.Clear();
-    document->lastLineStart = None32;
     const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    document->lineCount += back ? removedLines - addedLines : addedLines - removedLines;
+    TextStore& store = document->Parts().store;
+    store.Rewritten(newLength, store.LineCount() + (back ? removedLines - addedLines : addedLines - removedLines));
 }
 
 // From the end to the start: everything moves to the right or stays.
 void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
-    Char* store = document->text;
-    uint32_t from = document->length;
+    Char* const content = document->Parts().store.Data();
+    uint32_t from = document->Length();
     uint32_t to = newLength;
     uint32_t removedBefore = removedText.Length();
     for (size_t i = changes.Count(); i-- > 0;) {
         removedBefore -= changes[i].removed;
         const Place place = PlaceOf(i, removedBefore, back);
-        const uint32_t behind = place.offset + place.oldLength;
-        to -= from - behind;
-        if (to != behind) std::memmove(store + to, store + behind, (from - behind) * sizeof(Char));
+        const uint32_t end = place.offset + place.oldLength;
+        to -= from - end;
+        if (to != end) std::memmove(content + to, content + end, (from - end) * sizeof(Char));
         to -= place.newLength;
-        std::memcpy(store + to, place.newText, place.newLength * sizeof(Char));
+        std::memcpy(content + to, place.newText, place.newLength * sizeof(Char));
         from = place.offset;
     }
 }
 
 // From the start to the end: everything moves to the left or stays.
 void BulkEdit::CloseUp(bool back) {
-    Char* store = document->text;
+    Char* const content = document->Parts().store.Data();
     uint32_t from = changes[0].offset;
     uint32_t to = from;
     uint32_t removedBefore = 0;
     for (size_t i = 0; i < changes.Count(); ++i) {
         const Place place = PlaceOf(i, removedBefore, back);
         removedBefore += changes[i].removed;
-        std::memmove(store + to, store + from, (place.offset - from) * sizeof(Char));
+        std::memmove(content + to, content + from, (place.offset - from) * sizeof(Char));
         to += place.offset - from;
-        std::memcpy(store + to, place.newText, place.newLength * sizeof(Char));
+        std::memcpy(content + to, place.newText, place.newLength * sizeof(Char));
         to += place.newLength;
         from = place.offset + place.oldLength;
     }
-    std::memmove(store + to, store + from, (size_t{document->length} - from) * sizeof(Char));
+    std::memmove(content + to, content + from, (size_t{document->Length()} - from) * sizeof(Char));
 }
 
 BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool back) const {
@@ -185,7 +174,7 @@ BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool bac
 
 // As every single change would move them. The store holds the old text.
 void BulkEdit::MoveMarks(bool back) {
-    if ((newLines == 0 && removedLines == 0) || !document->marks.Head()) return;
+    if ((newLines == 0 && removedLines == 0) || !document->Parts().marks.Head()) return;
     const size_t places = changes.Count();
     uint32_t before = LinesBetween(0, changes[back ? places - 1 : 0].offset); // old line of the place
     uint32_t goneBefore = back ? removedLines : 0;
@@ -206,7 +195,7 @@ void BulkEdit::MoveMarks(bool back) {
 }
 
 void BulkEdit::MoveMarksAt(uint32_t line, uint32_t gone, bool back) {
-    LineMarks& marks = document->marks;
+    LineMarks& marks = document->Parts().marks;
     if (gone && !back) marks.LinesDeleted(line, gone);
     if (newLines && !back) marks.LinesInserted(line, newLines);
     if (newLines && back) marks.LinesTakenBack(line, newLines);
@@ -214,5 +203,5 @@ void BulkEdit::MoveMarksAt(uint32_t line, uint32_t gone, bool back) {
 }
 
 uint32_t BulkEdit::LinesBetween(uint32_t from, uint32_t to) const {
-    return static_cast<uint32_t>(Scan::CountLineFeeds(document->text + from, to - from));
+    return static_cast<uint32_t>(Scan::CountLineFeeds(document->Content() + from, to - from));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/Array.h"
-#include "document/UndoRecord.h"
+#include "document/TextEdit.h"
 
 // One place of a bulk change: `removed` characters at `offset` of the old text.
 struct ReplacedRange {
@@ -9,7 +9,7 @@ struct ReplacedRange {
     uint32_t removed;
 };
 
-// The same text put in many places at once, each time instead of what stood there. For the text, the
+// The same text put in many places at once, each time instead of what was there. For the text, the
 // bookmarks and the views it is as if each place had been changed by a deletion and an insertion of its
 // own, from the first to the last, but it costs one pass over the text and 8 bytes a place.
 class BulkEdit final : public TextEdit {
@@ -23,7 +23,7 @@ public:
     void MoveViews(bool undone) override;
 
 private:
-    // A place in the text as it stands, and what comes there instead.
+    // A place in the text as it is now, and what comes there instead.
     struct Place {
         uint32_t offset;
         uint32_t oldLength;
@@ -32,6 +32,7 @@ private:
     };
 
     void TakeDownChange(bool back);
+    void CountChangedLines(bool back);
     bool Grows() const { return changes[0].removed <= count; }
     // Of a place in the new text; `removedBefore` characters were removed at earlier places.
     uint32_t NewOffset(size_t index, uint32_t removedBefore) const;

@@ -33,7 +33,7 @@ constexpr uint32_t Paste = 3;
 
 // Flags of OnSettingsChanged.
 namespace SettingsChanged {
-constexpr uint32_t Engine = 2; // choose the syntax engine anew
+constexpr uint32_t Engine = 2; // choose the syntax engine again
 } // namespace SettingsChanged
 
 // Every document, text or binary. Shared by reference; the order of the operations is fixed.
@@ -52,7 +52,7 @@ public:
     virtual bool SetTitle(const Char* text) = 0;
     virtual bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) = 0;
     // A null cursor starts at the first view. Returns the cursor's view and in `next` its successor
-    // (null behind the last); null when there are no views.
+    // (null after the last); null when there are no views.
     virtual DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const = 0;
     // False unless output of a command is collected here; `running` tells whether it still runs.
     virtual bool GetOutputState(bool& running) const = 0;
@@ -88,6 +88,8 @@ public:
     DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
     // Unlinks a view that is going away; the document does not touch it afterwards.
     virtual void ForgetView(DocumentView* view);
+    const ViewNode* FirstView() const { return views.head; }
+    bool HasView(const DocumentView* view) const { return FindView(view) != nullptr; }
     // Tells the frame, through the first view, that IsModified may answer otherwise now.
     void NotifyModified();
     // True for a document that carries a title instead of a file.
@@ -108,7 +110,6 @@ protected:
         delete node;
         return nullptr;
     }
-    bool HasView(const DocumentView* view) const { return FindView(view) != nullptr; }
     void DestroyViews();
 
     WString path;       // full path; empty for a new document or an output pane

@@ -1,6 +1,7 @@
+#include "document/LineBreaks.h"
+
 #include "base/Text.h"
-#include "document/TextBuffer.h"
-#include "document/TextFile.h"
+#include "document/Document.h"
 
 uint32_t LineEndingOf(const Scan::BreakCounts& breaks) {
     if (breaks.lineFeeds && breaks.returns) return LineEnding::Mixed;

@@ -1,12 +1,20 @@
+#include "document/LineEdit.h"
+
 #include "base/Text.h"
 #include "document/TextBuffer.h"
 
 bool LineEdit::SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten) {
     column = atColumn;
     replaced = overwritten;
-    if (!SetUpEdit(document->editLineStart + atColumn, changed, length)) return false;
+    if (!SetUpEdit(document->EditLineStart() + atColumn, changed, length)) return false;
     if (replaced) growth = 0;
     return true;
+}
+
+void LineEdit::Extend(Char character) {
+    text.AppendChar(character);
+    ++count;
+    ++growth;
 }
 
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
@@ -17,16 +25,16 @@ bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
 }
 
 bool LineEdit::ChangeCommitted(bool back) {
-    if (!replaced) return ChangeStore(back != (isDelete != 0));
-    document->text[position] = back ? replaced : text[0];
+    if (!replaced) return ChangeStore(back != isDelete);
+    document->Parts().store.SetCharacter(position, back ? replaced : text[0]);
     uint32_t lineStart = 0;
     change = {position, 1, 1, document->OffsetToLine(position, lineStart)};
     return true;
 }
 
 bool LineEdit::ChangeEditLine(bool back) {
-    WString& line = document->editLine;
-    const bool removes = back != (isDelete != 0);
+    EditLine& line = document->Parts().editLine;
+    const bool removes = back != isDelete;
     const bool affectedBefore = document->EditLineAffectsFollowingLines();
     if (replaced) {
         line.Set(column, back ? replaced : text[0]);
@@ -35,12 +43,11 @@ bool LineEdit::ChangeEditLine(bool back) {
     } else if (!line.Insert(column, text.Text(), count)) {
         return false;
     }
-    document->editDirty = 1;
     change = TextChange();
-    change.start = document->editLineStart + column;
+    change.start = line.Start() + column;
     change.removed = replaced ? 1 : removes ? count : 0;
     change.inserted = replaced ? 1 : removes ? 0 : count;
-    change.startLine = document->editLineNo;
+    change.startLine = line.Number();
     change.inEditLine = true;
     change.affectsFollowingLines = affectedBefore || document->EditLineAffectsFollowingLines();
     return true;
@@ -49,7 +56,7 @@ bool LineEdit::ChangeEditLine(bool back) {
 // Typing puts every caret after the typed text, each in its own line.
 void LineEdit::MoveViews(bool undone) {
     if (state != InEditLine) return TextEdit::MoveViews(undone);
-    for (const ViewNode* node = document->views.head; node; node = node->next) {
+    for (const ViewNode* node = document->FirstView(); node; node = node->next) {
         if (isDelete) {
             node->view->FollowChange(change);
         } else {

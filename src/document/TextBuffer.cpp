@@ -1,6 +1,41 @@
 #include "document/TextBuffer.h"
 
 #include "base/Text.h"
+#include "document/FileTimeCheck.h"
+#include "document/LineEdit.h"
+#include "document/PollTimer.h"
+#include "document/TextDecode.h"
+#include "document/TextSave.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr const Char* EncodingNames[Encoding::Count] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
+
+TextViewFactory viewFactory = nullptr;
+const PollTimer* timer = nullptr;
+
+bool SetPeriod(TextBuffer& document, OutputCollector& output) {
+    const uint32_t wanted = output.WantedPeriod();
+    if (output.Period() == wanted) return true;
+    if (!timer || !timer->set(document, wanted)) return false;
+    output.SetPeriod(wanted);
+    return true;
+}
+
+// Null instead of a record that could not be made or set up.
+template <class Record> UndoRecord* Checked(Record* record, bool isSetUp) {
+    if (isSetUp) return record;
+    delete record;
+    return nullptr;
+}
+
+} // namespace
+
+void SetTextViewFactory(TextViewFactory factory) { viewFactory = factory; }
+void SetPollTimer(const PollTimer& installed) { timer = &installed; }
 
 TextBuffer::~TextBuffer() {
     Clear(true);
@@ -13,70 +48,118 @@ uint32_t TextBuffer::Release() {
     return 0;
 }
 
+// The content as a whole.
+
 bool TextBuffer::MakeEmpty() {
-    FreeStore();
-    lineCache.Clear();
-    CloseEditLine();
-    MoveViewsToStart();
-    return EnsureCapacity(0);
+    parts.store.Release();
+    parts.editLine.Release();
+    pipeline.TellReplaced();
+    return parts.store.EnsureCapacity(0);
 }
 
 bool TextBuffer::MakeNew(const Char* name) {
     Clear(false);
     if (!MakeEmpty() || !SetPath(name)) {
-        FreeStore();
+        parts.store.Release();
         return false;
     }
-    ChooseOwnEngine();
+    OnSettingsChanged(SettingsChanged::Engine);
     return true;
 }
 
 void TextBuffer::Clear(bool destroyViews) {
     if (destroyViews) DestroyViews();
-    if (run.process) EndRun();
-    lineCache.Clear();
-    marks.Clear();
-    ForgetUndo();
-    FreeStore();
-    CloseEditLine();
-    MoveViewsToStart();
+    if (output.IsRunning()) EndRun();
+    parts.marks.Clear();
+    pipeline.History().Clear();
+    parts.store.Release();
+    encoding = Encoding::Ansi;
+    parts.editLine.Release();
+    pipeline.TellReplaced();
 }
 
-void TextBuffer::FreeStore() {
-    Heap::Free(text);
-    text = nullptr;
-    length = capacity = encoding = 0;
-    lineCount = 1;
-    lastLineStart = None32;
-}
-
-void TextBuffer::CloseEditLine() {
-    editLine.Release();
-    editDirty = 0;
-    DropEditLine();
-}
-
-void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
-    if (engine) engine->Release();
-    engine = newEngine;
-    TellTextChanged(0);
-}
-
-void TextBuffer::ChooseOwnEngine() { AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text())); }
-
-bool TextBuffer::SetEngineName(const Char* name) {
-    if (!engineName.Assign(name)) return false;
-    ResetSyntaxEngine();
+bool TextBuffer::EmptyAndResetUndo() {
+    const EditPipeline::Operation operation(pipeline);
+    pipeline.History().Clear();
+    parts.marks.Clear();
+    parts.editLine.Release();
+    parts.store.Empty();
+    pipeline.TellReplaced();
+    pipeline.Views().Invalidate();
     return true;
 }
 
-void TextBuffer::OnSettingsChanged(uint32_t flags) {
-    if (flags & SettingsChanged::Engine) ChooseOwnEngine();
+bool TextBuffer::Load(const Char* fileName, bool createNew) {
+    if (createNew) return MakeNew(fileName);
+    Clear(false);
+    Platform::ByteBlock file;
+    DecodedText decoded;
+    if (!Platform::ReadWholeFile(fileName, file, &fileTime) || !DecodeText(file, decoded)) return false;
+    // Before the text is taken over, so that a failed load leaves none.
+    if (decoded.text && !SetPath(fileName)) return false;
+    encoding = decoded.encoding;
+    // Without a text the file was read, but the code page can make nothing of it.
+    if (decoded.text) TakeText(decoded);
+    return true;
 }
 
-void TextBuffer::ResetSyntaxEngine() {
-    ChooseOwnEngine();
-    RepaintAll();
+void TextBuffer::TakeText(DecodedText& decoded) {
+    encoding = decoded.encoding;
+    lineEnding = decoded.style;
+    parts.store.Take(decoded.text, decoded.capacity, decoded.length, decoded.lineCount);
+    decoded.text = nullptr;
+    pipeline.Views().LineCountChanged();
+    OnSettingsChanged(SettingsChanged::Engine);
+    pipeline.History().MarkSaved();
+}
+
+// Read before the old text goes: a file that was deleted or locked meanwhile must not cost it.
+bool TextBuffer::Reload() {
+    Platform::ByteBlock file;
+    DecodedText decoded;
+    Platform::FileTime time = 0;
+    if (!Platform::ReadWholeFile(path.Text(), file, &time) || !DecodeText(file, decoded) || !decoded.text) return false;
+    const EditPipeline::Operation operation(pipeline);
+    Clear(false);
+    fileTime = time;
+    TakeText(decoded);
+    pipeline.Views().Invalidate();
+    return true;
+}
+
+bool TextBuffer::Save(const Char* file, uint32_t newEncoding, uint32_t newLineEnding) {
+    if (newEncoding < Encoding::Count) encoding = newEncoding;
+    const uint32_t wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
+    const uint32_t style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
+    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), encoding, style, fileTime);
+    if (saved) {
+        pipeline.History().MarkSaved();
+        NotifyModified();
+    }
+    if (style != lineEnding) {
+        lineEnding = style;
+        if (ActiveView() && ActiveView()->HasFocus()) ActiveView()->RefreshStatus();
+    }
+    return saved;
+}
+
+bool TextBuffer::IsChangedOnDisk() {
+    if (IsOutput() || !title.IsEmpty()) return false;
+    Platform::FileTime written = 0;
+    return ReadTimeToCheck(path.Text(), this, written) && fileTime < written;
+}
+
+void TextBuffer::MarkFileTimeNow() {
+    fileTime = Platform::Now();
+    // The clock of who wrote the file may be ahead of ours.
+    Platform::FileTime written = 0;
+    if (Platform::ReadTime(path.Text(), written) && written > fileTime) fileTime = written;
+}
+
+bool TextBuffer::GetEncoding(uint32_t& current, const Char* const*& names) const {
+    current = encoding;
+    names = EncodingNames;
+    return true;
 }
 
 bool TextBuffer::CanDo(uint32_t kind) const {
@@ -84,9 +167,9 @@ bool TextBuffer::CanDo(uint32_t kind) const {
     case DocumentCommand::Edit:
         return !readOnly;
     case DocumentCommand::Undo:
-        return undoHead != nullptr;
+        return History().UndoHead() != nullptr;
     case DocumentCommand::Redo:
-        return redoHead != nullptr;
+        return History().RedoHead() != nullptr;
     case DocumentCommand::Paste:
         return !readOnly && Platform::ClipboardHasText();
     default:
@@ -104,9 +187,242 @@ bool TextBuffer::GetSessionText(WString& out) const {
     const uint32_t before = out.Length();
     bool done = Text::AppendFormat(out, u"e %s\r\n", GetName());
     if (done && views.head) done = Text::AppendFormat(out, u"l %u\r\n", views.head->view->CaretLine() + 1);
-    for (const LineMark* mark = marks.Head(); done && mark; mark = mark->next) {
+    for (const LineMark* mark = parts.marks.Head(); done && mark; mark = mark->next) {
         if (mark->flags & LineMark::Bookmark) done = Text::AppendFormat(out, u"bm %u\r\n", mark->line + 1);
     }
     if (!done) out.Truncate(before);
     return done;
+}
+
+// Editing.
+
+bool TextBuffer::OpenCaretLine(const DocumentView* view) {
+    if (view && !LoadEditLine(view->CaretLine())) return false;
+    return parts.editLine.IsOpen() && !parts.editLine.Text().IsEmpty();
+}
+
+bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite) {
+    if (readOnly) return true;
+    // A line feed typed as such breaks the line as well: the edit line never holds one inside.
+    if (ch == u'\r' || ch == u'\n') return NewLine(view, column);
+    if (!OpenCaretLine(view)) return false;
+    const uint64_t committed = uint64_t{Length()} - EditLineStoreLength() + EditLine().Length();
+    if (committed + 1 >= None32) return false;
+
+    const uint32_t end = parts.editLine.Length();
+    column = std::min(column, end);
+    UndoRecord* latest = History().UndoHead();
+    if (!overwrite && latest && latest->state == UndoRecord::InEditLine) {
+        auto& typed = static_cast<LineEdit&>(*latest);
+        if (typed.Continues(ch, column)) return pipeline.ExtendTyping(typed, view, ch, column, notifyEngine);
+    }
+    const Char replaced = overwrite && column < end ? EditLine()[column] : u'\0';
+    auto* record = new LineEdit(this, false);
+    UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced));
+    return checked && PerformAndPush(checked);
+}
+
+bool TextBuffer::NewLine(DocumentView* view, uint32_t column) {
+    if (readOnly) return true;
+    if (!OpenCaretLine(view)) return false;
+    const uint32_t end = parts.editLine.Length();
+    column = std::min(column, end);
+    const Char* line = EditLine().Text();
+    const uint32_t blanks = std::all_of(line + column, line + end, Text::IsBlank) ? end - column : 0;
+    uint32_t indent = 0;
+    while (indent < column && Text::IsBlank(line[indent])) ++indent;
+
+    WString inserted;
+    if (!inserted.Assign(u"\n") || !inserted.Append(line, indent)) return false;
+    if (!blanks) return InsertText(EditLineStart() + column, inserted.Text(), inserted.Length());
+    return BreakBeforeBlanks(view, column, blanks, inserted);
+}
+
+// An Enter that also removes the blanks after the caret.
+bool TextBuffer::BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted) {
+    const EditPipeline::Operation operation(pipeline);
+    const uint32_t offset = EditLineStart() + column;
+    if (!CommitEdit() || !BeginGroup()) return false;
+    if (DeleteInEditLine(view, column, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
+        return true;
+    AbandonGroup();
+    return false;
+}
+
+bool TextBuffer::DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t count) {
+    if (readOnly) return true;
+    if (!OpenCaretLine(view)) return false;
+    const uint32_t end = parts.editLine.Length(); // of its line feed, or of the terminator on the last line
+    const Char* line = EditLine().Text();
+    if (column <= end && line[end] == u'\n') return CommitEdit() && DeleteText(EditLineStart() + column, count);
+    if (column >= end || count == 0) return false;
+    auto* record = new LineEdit(this, true);
+    const uint32_t removed = std::min(count, end - column);
+    UndoRecord* checked = Checked(record, record && record->SetUp(column, line + column, removed, u'\0'));
+    return checked && PerformAndPush(checked);
+}
+
+bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t count) {
+    if (readOnly || count == 0) return true;
+    if (!CommitEdit() || uint64_t{Length()} + count >= None32) return false;
+    auto* record = new InsertEdit(this);
+    UndoRecord* checked = Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count));
+    if (!checked) return false;
+    parts.editLine.Close();
+    return PerformAndPush(checked);
+}
+
+bool TextBuffer::DeleteText(uint32_t offset, uint32_t count) {
+    if (readOnly) return true;
+    if (!CommitEdit()) return false;
+    offset = std::min(offset, Length());
+    count = std::min(count, Length() - offset);
+    if (count == 0) return true;
+    auto* record = new DeleteEdit(this);
+    UndoRecord* checked = Checked(record, record && record->SetUp(offset, count));
+    if (!checked) return false;
+    parts.editLine.Close();
+    return PerformAndPush(checked);
+}
+
+bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count) {
+    if (readOnly || ranges.IsEmpty()) return true;
+    if (!CommitEdit()) return false;
+    auto* record = new BulkEdit(this);
+    UndoRecord* checked = Checked(record, record && record->SetUp(ranges, inserted, count));
+    if (!checked) return false;
+    parts.editLine.Close();
+    return PerformAndPush(checked);
+}
+
+void TextBuffer::EndTyping() {
+    UndoRecord* latest = History().UndoHead();
+    if (latest && latest->state == UndoRecord::InEditLine) static_cast<LineEdit*>(latest)->closed = true;
+}
+
+bool TextBuffer::FindText(const SearchQuery& query, uint32_t from, uint32_t end, bool backward, SearchHit& hit,
+                          SearchProgress* progress) {
+    hit.wrapped = false;
+    if (!CommitEdit() || !Content()) return false;
+    return TextSearch(Content(), Length(), query).Find(from, end, backward, hit, progress);
+}
+
+void TextBuffer::ToggleBookmark(uint32_t line) {
+    if (parts.marks.ToggleBookmark(line)) RepaintLines(line, line);
+}
+
+void TextBuffer::ClearBookmarks() {
+    parts.marks.ClearBookmarks();
+    RepaintAll();
+}
+
+// Views and colouring.
+
+DocumentView* TextBuffer::CreateView(NativeWindow parent) {
+    if (!viewFactory) return nullptr;
+    return AddView([this, parent] { return viewFactory(*this, parent); });
+}
+
+void TextBuffer::ForgetView(DocumentView* view) {
+    if (ActiveView() == view) SetActiveView(nullptr);
+    DocumentBase::ForgetView(view);
+}
+
+void TextBuffer::RepaintAll() {
+    pipeline.Views().Invalidate();
+    pipeline.OpenActiveLine();
+}
+
+void TextBuffer::RepaintLines(uint32_t first, uint32_t last) {
+    pipeline.Views().InvalidateLines(first, last);
+    if (!ActiveView()) return;
+    const uint32_t caretLine = ActiveView()->CaretLine();
+    if (std::min(first, last) <= caretLine && caretLine <= std::max(first, last)) pipeline.OpenActiveLine();
+}
+
+void TextBuffer::SetLineCount(uint32_t count) {
+    parts.store.SetLineCount(count);
+    pipeline.Views().LineCountChanged();
+}
+
+void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
+    if (engine) engine->Release();
+    engine = newEngine;
+    pipeline.Views().TextChanged(0);
+}
+
+bool TextBuffer::SetEngineName(const Char* name) {
+    if (!engineName.Assign(name)) return false;
+    ResetSyntaxEngine();
+    return true;
+}
+
+void TextBuffer::OnSettingsChanged(uint32_t flags) {
+    if (flags & SettingsChanged::Engine) AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
+}
+
+void TextBuffer::ResetSyntaxEngine() {
+    OnSettingsChanged(SettingsChanged::Engine);
+    RepaintAll();
+}
+
+// Output of commands.
+
+bool TextBuffer::GetOutputState(bool& running) const {
+    if (!isOutput) return false;
+    running = output.IsRunning();
+    return true;
+}
+
+bool TextBuffer::MarkAsOutput() {
+    // What is typed cannot be written back once the document is read-only.
+    if (!CommitEdit()) return false;
+    parts.editLine.Release();
+    readOnly = isOutput = true;
+    return true;
+}
+
+bool TextBuffer::AppendOutputText(Char* added) {
+    if (!isOutput) return false;
+    uint32_t addedLines = 0;
+    uint32_t style = 0;
+    TextStore& store = parts.store;
+    const uint32_t count = NormaliseLineBreaks(added, addedLines, style);
+    if (!store.EnsureCapacity(uint64_t{Length()} + count)) return false;
+    const uint32_t from = Length();
+    const uint32_t oldLine = GetLineCount() - 1;
+    const uint32_t oldColumn = from - store.LastLineStart();
+    std::memcpy(store.Data() + from, added, count * sizeof(Char));
+    store.Appended(count, addedLines - 1);
+    pipeline.TellAppended(from, oldLine, oldColumn);
+    return true;
+}
+
+bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
+    if (output.IsRunning()) return false;
+    const bool started = output.Open() && parts.store.EnsureCapacity(Length()) && MarkAsOutput() &&
+                         output.Start(command, startDirectory) && SetPeriod(*this, output);
+    if (!started) {
+        EndRun();
+    } else if (views.head) {
+        views.head->view->RunStateChanged(this, true);
+    }
+    return started;
+}
+
+void TextBuffer::PollOutput() {
+    if (!output.IsRunning()) return;
+    const uint32_t from = Length();
+    const uint32_t oldLine = GetLineCount() - 1;
+    const uint32_t oldColumn = from - parts.store.LastLineStart();
+    const bool isOver = output.Poll();
+    if (Length() > from) pipeline.TellAppended(from, oldLine, oldColumn);
+    SetPeriod(*this, output);
+    if (isOver) EndRun();
+}
+
+void TextBuffer::EndRun() {
+    if (output.Period()) timer->stop(*this);
+    output.Close();
+    if (views.head) views.head->view->RunStateChanged(this, false);
 }

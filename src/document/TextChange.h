@@ -4,7 +4,8 @@
 
 // What an edit did to the text: at `start`, on line `startLine`, `removed` characters with `removedLines`
 // line feeds made way for `inserted` characters with `insertedLines` line feeds. Offsets count the text as
-// the user sees it, with the edit line in its edited form.
+// the user sees it, with the edit line in its edited form. The lines of a change in many places are counted only
+// when a view has to follow it.
 struct TextChange {
     uint32_t start = 0;
     uint32_t removed = 0;

@@ -1,5 +1,8 @@
+#include "document/TextDecode.h"
+
 #include "base/CodePage.h"
 #include "base/Scan.h"
+#include "document/LineBreaks.h"
 #include "document/TextFile.h"
 
 #include <cstring>
@@ -19,7 +22,7 @@ uint32_t DetectEncoding(const Platform::ByteBlock& file) {
     return Encoding::Ansi;
 }
 
-// The text may be cut behind such a byte: no character of several bytes begins with it, and no CR LF.
+// The text may be cut after such a byte: no character of several bytes begins with it, and no CR LF.
 bool IsBorder(uint8_t byte) { return byte < 0x80 && byte != '\r'; }
 
 // How many of the bytes to convert at once. Converting piece by piece must give what converting the
@@ -62,7 +65,7 @@ bool DecodeBytes(uint8_t* bytes, size_t count, DecodedText& out, size_t& length,
     return true;
 }
 
-// The units stand in the storage of the text itself, behind a place for the signature.
+// The units are in the storage of the text itself, after a place for the signature.
 void DecodeUnits(size_t count, bool bigEndian, DecodedText& out, size_t& length, Scan::BreakCounts& breaks) {
     Char* units = out.text + 1;
     const size_t stretch = bigEndian ? Stretch : count;

@@ -1,6 +1,8 @@
+#include "document/TextSave.h"
+
 #include "base/CodePage.h"
 #include "base/Scan.h"
-#include "document/TextBuffer.h"
+#include "base/ScanBreaks.h"
 #include "document/TextFile.h"
 
 namespace {
@@ -51,7 +53,7 @@ private:
         return WriteWhole(characters, copied.written, text, copied.taken, length);
     }
 
-    // Writes a chunk that stands for text[0, taken). A pair of surrogates that the chunk's end would cut
+    // Writes the chunk made of text[0, taken). A pair of surrogates that the chunk's end would cut
     // goes into the next one: each half alone has no bytes of its own in most encodings.
     size_t WriteWhole(const Char* chunk, size_t count, const Char* text, size_t taken, size_t length) {
         const bool cutsPair = taken < length && IsHighSurrogate(text[taken - 1]) && IsLowSurrogate(text[taken]);
@@ -89,20 +91,4 @@ bool WriteTextFile(const Char* name, const Char* text, uint32_t length, uint32_t
     file.Close();
     Platform::ReadTime(name, time);
     return written && flushed;
-}
-
-bool TextBuffer::Save(const Char* file, uint32_t newEncoding, uint32_t newLineEnding) {
-    if (newEncoding < Encoding::Count) encoding = newEncoding;
-    const uint32_t wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
-    const uint32_t style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
-    const bool saved = CommitEdit() && WriteTextFile(file, text, length, encoding, style, fileTime);
-    if (saved) {
-        savedUndoHead = HeadSerial();
-        NotifyModified();
-    }
-    if (style != lineEnding) {
-        lineEnding = style;
-        if (activeView && activeView->HasFocus()) activeView->RefreshStatus();
-    }
-    return saved;
 }

@@ -1,12 +1,37 @@
-// The flat array of a TextBuffer: growth, changes, and where its lines start.
+#include "document/TextStore.h"
 
+#include "base/Heap.h"
 #include "base/Scan.h"
-#include "document/TextBuffer.h"
 
 #include <algorithm>
 #include <cstring>
 
-bool TextBuffer::EnsureCapacity(uint64_t characters) {
+void TextStore::Release() {
+    Heap::Free(text);
+    text = nullptr;
+    capacity = 0;
+    Rewritten(0, 1);
+}
+
+void TextStore::Empty() {
+    if (text) {
+        // Should giving back the room not work, the empty text just keeps it.
+        if (void* smaller = Heap::Resize(text, capacity * sizeof(Char), sizeof(Char))) {
+            text = static_cast<Char*>(smaller);
+            capacity = 1;
+        }
+    }
+    Rewritten(0, 1);
+}
+
+void TextStore::Take(Char* newText, uint32_t newCapacity, uint32_t newLength, uint32_t newLineCount) {
+    Heap::Free(text);
+    text = newText;
+    capacity = newCapacity;
+    Rewritten(newLength, newLineCount);
+}
+
+bool TextStore::EnsureCapacity(uint64_t characters) {
     if (capacity > characters) return true;
     if (characters >= None32) return false;
     // No spare room: the array stays as small as its text. Resize moves it only when it must.
@@ -18,29 +43,67 @@ bool TextBuffer::EnsureCapacity(uint64_t characters) {
     return true;
 }
 
-bool TextBuffer::InsertIntoStore(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines) {
+bool TextStore::Insert(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines) {
     if (!EnsureCapacity(uint64_t{length} + count)) return false;
     std::memmove(text + offset + count, text + offset, (size_t{length} - offset) * sizeof(Char));
     std::memcpy(text + offset, inserted, count * sizeof(Char));
     length += count;
     text[length] = 0;
-    lineCache.Inserted(offset, count, newLines);
-    lastLineStart = None32;
     lineCount += newLines;
+    lineCache.Inserted(offset, count, newLines);
+    lastLineStart = NoOffset;
     return true;
 }
 
-void TextBuffer::DeleteFromStore(uint32_t offset, uint32_t count, uint32_t newLines) {
-    const size_t behind = size_t{offset} + count;
-    std::memmove(text + offset, text + behind, (length - behind) * sizeof(Char));
+void TextStore::Delete(uint32_t offset, uint32_t count, uint32_t newLines) {
+    const size_t end = size_t{offset} + count;
+    std::memmove(text + offset, text + end, (length - end) * sizeof(Char));
     length -= count;
     text[length] = 0;
-    lineCache.Deleted(offset, count, newLines);
-    lastLineStart = None32;
     lineCount -= newLines;
+    lineCache.Deleted(offset, count, newLines);
+    lastLineStart = NoOffset;
 }
 
-uint32_t TextBuffer::LineToOffset(uint32_t line) {
+bool TextStore::ReplaceLine(uint32_t offset, uint32_t oldCount, const Char* newText, uint32_t newCount) {
+    const uint64_t newLength = uint64_t{length} - oldCount + newCount;
+    if (!EnsureCapacity(newLength)) return false;
+    // In the last line the old characters end with the terminator, which `length` does not count: nothing
+    // follows then.
+    const size_t end = size_t{offset} + oldCount;
+    const size_t tail = length > end ? length - end : 0;
+    std::memmove(text + offset + newCount, text + end, tail * sizeof(Char));
+    if (newCount > oldCount) lineCache.Inserted(offset, newCount - oldCount, 0);
+    if (newCount < oldCount) lineCache.Deleted(offset + newCount, oldCount - newCount, 0);
+    std::memcpy(text + offset, newText, newCount * sizeof(Char));
+    length = static_cast<uint32_t>(newLength);
+    text[length] = 0;
+    lastLineStart = NoOffset;
+    return true;
+}
+
+void TextStore::Rewritten(uint32_t newLength, uint32_t newLineCount) {
+    length = newLength;
+    lineCount = newLineCount;
+    if (text) text[length] = 0;
+    lineCache.Clear();
+    lastLineStart = NoOffset;
+}
+
+void TextStore::Appended(uint32_t count, uint32_t newLines) {
+    lastLineStart =
+        newLines ? length + static_cast<uint32_t>(Scan::FindLineStart(text + length, count)) : LastLineStart();
+    length += count;
+    text[length] = 0;
+    lineCount += newLines;
+}
+
+uint32_t TextStore::LastLineStart() {
+    if (lastLineStart == NoOffset) lastLineStart = static_cast<uint32_t>(Scan::FindLineStart(text, length));
+    return lastLineStart;
+}
+
+uint32_t TextStore::LineToOffset(uint32_t line) {
     if (!text) return 0;
     const LineCacheEntry* near = lineCache.NearestLine(line);
     if (near && near->line == line) return near->offset;
@@ -61,7 +124,7 @@ uint32_t TextBuffer::LineToOffset(uint32_t line) {
     return static_cast<uint32_t>(start);
 }
 
-uint32_t TextBuffer::OffsetToLine(uint32_t offset, uint32_t& lineStart) {
+uint32_t TextStore::OffsetToLine(uint32_t offset, uint32_t& lineStart) {
     lineStart = 0;
     if (!text) return 0;
     offset = std::min(offset, length);
@@ -79,13 +142,7 @@ uint32_t TextBuffer::OffsetToLine(uint32_t offset, uint32_t& lineStart) {
     return line;
 }
 
-void TextBuffer::OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column) {
-    uint32_t lineStart = 0;
-    line = OffsetToLine(offset, lineStart);
-    column = offset - lineStart;
-}
-
-uint32_t TextBuffer::LineLength(uint32_t start, bool& isLast) const {
+uint32_t TextStore::LineLength(uint32_t start, bool& isLast) const {
     isLast = true;
     if (start >= length) return 0;
     if (start == lastLineStart) return length - start;

@@ -41,8 +41,7 @@ void EditorActions::QuickSearch(TextEditor& editor, bool backward) {
 bool TextEditor::FindNext(bool backward) {
     if (!document) return false;
     HostCalls::ShowStatus(surface, nullptr);
-    uint32_t found = 0;
-    bool wrapped = false;
+    SearchHit hit;
     bool success = false;
     // A NUL ends what is compared, and a text never holds one: such a pattern stands nowhere.
     const WString& wanted = findState.searchText;
@@ -51,15 +50,15 @@ bool TextEditor::FindNext(bool backward) {
         LongOperation progress(surface);
         const uint32_t from = backward ? SelectionStart() : SelectionEnd();
         success = searchable && findState.searchHistory.Add(wanted) &&
-                  document->FindText(wanted.Text(), from, TextLength(), findState.matchCase, findState.wholeWord,
-                                     backward, found, wrapped, &progress);
+                  document->FindText({wanted.Text(), wanted.Length(), findState.matchCase, findState.wholeWord}, from,
+                                     TextLength(), backward, hit, &progress);
     }
     if (!success) {
         HostCalls::SearchFailed(surface);
         return false;
     }
-    SelectRange(found, found + findState.searchHistory.Newest().Length());
-    if (wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
+    SelectRange(hit.offset, hit.offset + findState.searchHistory.Newest().Length());
+    if (hit.wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
     return true;
 }
 

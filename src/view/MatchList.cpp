@@ -3,20 +3,19 @@
 #include "base/Text.h"
 
 // Right behind a match its replacement is what stands before, and not the text that is still there.
-bool MatchList::Accepts(const TextBuffer& document, const TextBuffer::Search& search, uint32_t at) const {
+bool MatchList::Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const {
     if (!search.wholeWord) return true;
-    if (at != lastEnd) return document.IsWholeWordAt(at, search.count);
-    const uint32_t behind = at + search.count;
+    if (at != lastEnd) return document.IsWholeWordAt(at, search.length);
+    const uint32_t behind = at + search.length;
     return !Text::IsWordChar(before) && !(behind < document.Length() && Text::IsWordChar(document.Content()[behind]));
 }
 
-MatchResult MatchList::Gather(const TextBuffer& document, const TextBuffer::Search& search, uint32_t start,
-                              uint32_t end, const Char* replacement, uint32_t replacementLength,
-                              SearchProgress& progress) {
+MatchResult MatchList::Gather(const TextBuffer& document, const SearchQuery& search, uint32_t start, uint32_t end,
+                              const Char* replacement, uint32_t replacementLength, SearchProgress& progress) {
     // The rules of whole words are applied here.
-    const TextBuffer::Search anywhere = {search.pattern, search.count, search.matchCase, false};
-    if (search.count == 0 || end - start < search.count) return MatchResult::Done;
-    const uint32_t limit = end - search.count + 1; // no match may start here or behind
+    const SearchQuery anywhere = {search.text, search.length, search.matchCase, false};
+    if (search.length == 0 || end - start < search.length) return MatchResult::Done;
+    const uint32_t limit = end - search.length + 1; // no match may start here or behind
     const uint32_t slice = search.Slice();
     uint32_t reported = start;
     for (uint32_t from = start; from < limit;) {
@@ -24,11 +23,11 @@ MatchResult MatchList::Gather(const TextBuffer& document, const TextBuffer::Sear
         const uint32_t at = document.FindFrom(anywhere, from, stop);
         from = at == None32 ? stop : at + 1;
         if (at != None32 && Accepts(document, search, at)) {
-            if (!changes.Append({at, search.count})) return Fail(MatchResult::NoMemory);
+            if (!changes.Append({at, search.length})) return Fail(MatchResult::NoMemory);
             const Char left = at == lastEnd ? before : at ? document.Content()[at - 1] : Char(0);
             before = replacementLength ? replacement[replacementLength - 1] : left;
-            removed += search.count;
-            from = lastEnd = at + search.count;
+            removed += search.length;
+            from = lastEnd = at + search.length;
         }
         if (from - reported < slice) continue;
         reported = from;

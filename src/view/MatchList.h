@@ -10,7 +10,7 @@ class MatchList {
 public:
     // Finds every match of [start, end), each searched for behind the text that replaced the one before.
     // None reaches over `end`. On failure the list is empty.
-    MatchResult Gather(const TextBuffer& document, const TextBuffer::Search& search, uint32_t start, uint32_t end,
+    MatchResult Gather(const TextBuffer& document, const SearchQuery& search, uint32_t start, uint32_t end,
                        const Char* replacement, uint32_t replacementLength, SearchProgress& progress);
     // All characters that the matches take away.
     uint64_t Removed() const { return removed; }
@@ -19,7 +19,7 @@ public:
 
 private:
     MatchResult Fail(MatchResult result);
-    bool Accepts(const TextBuffer& document, const TextBuffer::Search& search, uint32_t at) const;
+    bool Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const;
 
     uint64_t removed = 0;
     uint32_t lastEnd = None32; // behind the last match

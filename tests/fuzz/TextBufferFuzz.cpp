@@ -156,11 +156,10 @@ private:
         std::u16string pattern(input.Byte() % 4, u' ');
         for (Char& c : pattern) c = input.Character();
         const uint32_t rules = input.Byte();
-        uint32_t found = 0;
-        bool wrapped = false;
+        SearchHit hit;
         const uint32_t from = input.Number();
-        if (document->FindText(pattern.c_str(), from, input.Number(), rules & 1, rules & 2, rules & 4, found, wrapped))
-            Require(found + pattern.size() <= document->Length());
+        if (document->FindText(Query(pattern, rules & 1, rules & 2), from, input.Number(), rules & 4, hit))
+            Require(hit.offset + pattern.size() <= document->Length());
     }
     void Commit(Input&) { Require(document->CommitEdit()); }
     void Group(Input& input) {

@@ -13,17 +13,23 @@ struct TextBufferProbe {
         document.MakeEmpty();
         const auto count = static_cast<uint32_t>(text.size());
         const auto newLines = static_cast<uint32_t>(Scan::Reference::CountLineFeeds(text.data(), text.size()));
-        document.InsertIntoStore(0, text.data(), count, newLines);
+        static_cast<void>(document.Parts().store.Insert(0, text.data(), count, newLines));
     }
-    static const LineCache& Cache(const TextBuffer& document) { return document.lineCache; }
-    static const UndoRecord* UndoHead(const TextBuffer& document) { return document.undoHead; }
-    static const UndoRecord* RedoHead(const TextBuffer& document) { return document.redoHead; }
-    static const LineMarks& Marks(const TextBuffer& document) { return document.marks; }
-    static uint32_t Capacity(const TextBuffer& document) { return document.capacity; }
-    static uint32_t& Length(TextBuffer& document) { return document.length; }
-    static OutputRun& Run(TextBuffer& document) { return document.run; }
-    static void MarkSaved(TextBuffer& document) { document.savedUndoHead = document.HeadSerial(); }
+    static const LineCache& Cache(const TextBuffer& document) { return document.Parts().store.Cache(); }
+    static const UndoRecord* UndoHead(const TextBuffer& document) { return document.History().UndoHead(); }
+    static const UndoRecord* RedoHead(const TextBuffer& document) { return document.History().RedoHead(); }
+    static const LineMarks& Marks(const TextBuffer& document) { return document.Parts().marks; }
+    static uint32_t Capacity(const TextBuffer& document) { return document.Parts().store.Capacity(); }
+    // What the product only reads.
+    static OutputRun& Run(TextBuffer& document) { return const_cast<OutputRun&>(document.Output().Run()); }
+    static void MarkSaved(TextBuffer& document) { const_cast<UndoHistory&>(document.History()).MarkSaved(); }
 };
+
+// What is searched for, up to a NUL, with case unless a test says otherwise.
+inline SearchQuery Query(const std::u16string& text, bool matchCase = true, bool wholeWord = false) {
+    return {text.c_str(), static_cast<uint32_t>(std::char_traits<char16_t>::length(text.c_str())), matchCase,
+            wholeWord};
+}
 
 // A document that the test owns.
 class TextDocument {

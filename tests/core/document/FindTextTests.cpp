@@ -23,10 +23,11 @@ struct Found {
 
 Found Find(TextBuffer& document, const std::u16string& pattern, uint32_t from, uint32_t end, Rules rules = {}) {
     Found result;
-    uint32_t at = None32;
-    const bool found = document.FindText(pattern.c_str(), from, end, rules.matchCase, rules.wholeWord, rules.backward,
-                                         at, result.wrapped);
-    if (found) result.at = at;
+    SearchHit hit;
+    const bool found =
+        document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), from, end, rules.backward, hit);
+    result.wrapped = hit.wrapped;
+    if (found) result.at = hit.offset;
     return result;
 }
 

@@ -115,20 +115,3 @@ TEST_F(RunFailureTest, WithoutMemoryForGoodWhatWasShownStays) {
     ASSERT_TRUE(PollToTheEnd(*document));
     EXPECT_EQ(document.Text(), u"shown, and more");
 }
-
-TEST_F(RunFailureTest, ATextOfTheGreatestLengthTakesNoMoreAndTheRunEnds) {
-    PrintAndPoll("shown");
-    uint32_t& length = TextBufferProbe::Length(*document);
-    length = None32 - 4; // as if there had been that much
-    Print(*document, "beyond");
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    EXPECT_TRUE(IsRunning(*document)) << "its process does";
-    speaker.Give("end");
-    EXPECT_TRUE(ProcessHasEnded(*document));
-    for (int poll = 0; poll < 100; ++poll) document->PollOutput();
-    EXPECT_FALSE(IsRunning(*document));
-    EXPECT_EQ(length, None32 - 4);
-    length = 5;
-    EXPECT_EQ(document.Text(), u"shown");
-    ExpectSound();
-}

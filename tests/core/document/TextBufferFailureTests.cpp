@@ -289,8 +289,7 @@ TEST(TextBufferFailure, ANewDocumentIsEmptyWithoutAStoreWhenItCannotBeMade) {
 TEST(TextBufferFailure, SearchingWhileTheLineCannotBeWrittenBackFindsNothing) {
     FailInTurn([](Scene& scene) { return Type(scene, u"abcdefghijklmnop"); },
                [](Scene& scene) {
-                   uint32_t found = 0;
-                   bool wrapped = false;
-                   return scene.document->FindText(u"three", 0, None32, true, false, false, found, wrapped);
+                   SearchHit hit;
+                   return scene.document->FindText(Query(u"three"), 0, None32, false, hit);
                });
 }

@@ -214,12 +214,11 @@ private:
         model.marks.clear();
     }
     void Search() {
-        uint32_t found = 0;
-        bool wrapped = false;
+        SearchHit hit;
         const std::u16string pattern = RandomText(2, true);
-        const bool there = document->FindText(pattern.c_str(), 0, None32, true, false, false, found, wrapped);
+        const bool there = document->FindText(Query(pattern), 0, None32, false, hit);
         const size_t at = model.text.find(pattern);
-        ASSERT_EQ(there ? found : None32, at == std::u16string::npos ? None32 : at);
+        ASSERT_EQ(there ? hit.offset : None32, at == std::u16string::npos ? None32 : at);
         model.Commit();
     }
     void Commit() {

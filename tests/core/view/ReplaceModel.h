@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/TextBuffer.h"
+#include "support/TextDocument.h"
 #include "view/TextEditor.h"
 
 #include <string>
@@ -25,11 +26,10 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
     uint32_t count = 0;
     document.BeginGroup();
     for (;;) {
-        uint32_t found = 0;
-        bool wrapped = false;
-        if (!document.FindText(pattern.c_str(), at, end, rules.matchCase, rules.wholeWord, false, found, wrapped))
-            break;
-        if (wrapped || (inSelection && found + n > end)) break;
+        SearchHit hit;
+        if (!document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), at, end, false, hit)) break;
+        const uint32_t found = hit.offset;
+        if (hit.wrapped || (inSelection && found + n > end)) break;
         ++count;
         document.DeleteText(found, n);
         document.InsertText(found, replacement.data(), r);

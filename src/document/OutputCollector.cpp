@@ -1,11 +1,11 @@
-// A command that runs into a TextBuffer: started, polled and ended.
+#include "document/OutputCollector.h"
 
 #include "base/CodePage.h"
+#include "base/Heap.h"
+#include "base/Platform.h"
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
 #include "document/CommandProcess.h"
-#include "document/PollTimer.h"
-#include "document/TextBuffer.h"
 
 #include <algorithm>
 
@@ -18,8 +18,6 @@ constexpr uint32_t ReadSize = ReadBufferSize - 1;
 constexpr uint32_t SliceTime = 30; // milliseconds
 constexpr uint32_t SlicePause = 1;
 constexpr uint32_t MostFailedEnds = 20;
-
-const PollTimer* timer = nullptr;
 
 // Takes out what is not shown and returns how many bytes are left; they end at the first zero.
 uint32_t Shown(uint8_t* bytes, uint32_t count) {
@@ -41,51 +39,34 @@ bool ConvertOutput(const uint8_t* bytes, uint32_t count, Char* out, uint32_t& wr
 
 } // namespace
 
-void SetPollTimer(const PollTimer& installed) { timer = &installed; }
-
-bool TextBuffer::SetPollPeriod(uint32_t milliseconds) {
-    if (run.pollTimer == milliseconds) return true;
-    if (!timer || !timer->set(*this, milliseconds)) return false;
-    run.pollTimer = milliseconds;
-    return true;
-}
-
-bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
-    if (run.process) return false;
-    if (StartRun(command, startDirectory)) {
-        if (views.head) views.head->view->RunStateChanged(this, true);
-        return true;
-    }
-    EndRun();
-    return false;
-}
-
-bool TextBuffer::StartRun(const Char* command, const Char* startDirectory) {
+bool OutputCollector::Open() {
+    wantedPeriod = PollPeriod;
     run.readBuffer = Heap::AllocateArray<uint8_t>(ReadBufferSize);
-    if (!run.readBuffer || !CommandProcess::OpenOutput(run)) return false;
-    if (!EnsureCapacity(length) || !MarkAsOutput()) return false;
-    return run.startDir.Assign(startDirectory) && CommandProcess::Start(run, command) && SetPollPeriod(PollPeriod);
+    return run.readBuffer && CommandProcess::OpenOutput(run);
 }
 
-void TextBuffer::PollOutput() {
-    if (!run.process) return;
+bool OutputCollector::Start(const Char* command, const Char* directory) {
+    return run.startDir.Assign(directory) && CommandProcess::Start(run, command);
+}
+
+bool OutputCollector::Poll() {
     const uint64_t before = run.consumed;
     const Appending result = AppendNew();
     run.hasEnded = run.hasEnded || CommandProcess::HasEnded(run);
     // Between slices nothing may get lost: only one that finds next to nothing new has caught up.
     const bool hasMore = run.pollTimer == SlicePause && run.consumed > before + ReadSize;
     const bool readsOn = result == Appending::OutOfTime || hasMore;
-    SetPollPeriod(readsOn ? SlicePause : PollPeriod);
+    wantedPeriod = readsOn ? SlicePause : PollPeriod;
     // What comes between the look at the size and the process's end is not read any more.
-    if (!run.hasEnded || readsOn) return;
+    if (!run.hasEnded || readsOn) return false;
     // Nothing is lost to a failure that passes; one that lasts does not keep the run for ever.
-    if (result == Appending::Failed && ++run.failedEnds < MostFailedEnds) return;
+    if (result == Appending::Failed && ++run.failedEnds < MostFailedEnds) return false;
     // A character that was left for its rest to come does not get any.
     if (run.size - run.consumed < MaxCharacterBytes) AppendFromFile(run.size - run.consumed, true);
-    EndRun();
+    return true;
 }
 
-TextBuffer::Appending TextBuffer::AppendNew() {
+OutputCollector::Appending OutputCollector::AppendNew() {
     if (!run.sizeIsFinal) {
         if (!CommandProcess::OutputSize(run, run.size)) return Appending::Failed;
         // What children of an ended process go on printing might never come to an end.
@@ -95,52 +76,46 @@ TextBuffer::Appending TextBuffer::AppendNew() {
     return AppendFromFile(run.size - run.consumed, false);
 }
 
-TextBuffer::Appending TextBuffer::AppendFromFile(uint64_t count, bool isRest) {
+OutputCollector::Appending OutputCollector::AppendFromFile(uint64_t count, bool isRest) {
     const uint64_t deadline = Platform::Ticks() + SliceTime;
-    const uint32_t from = length;
-    uint32_t newLines = 0;
     auto result = Appending::Done;
     while (count > 0 && result == Appending::Done) {
         const uint64_t before = run.consumed;
-        const bool sound = AppendChunk(static_cast<uint32_t>(std::min<uint64_t>(count, ReadSize)), isRest, newLines);
+        const bool sound = AppendChunk(static_cast<uint32_t>(std::min<uint64_t>(count, ReadSize)), isRest);
         count -= run.consumed - before;
         if (!sound) result = Appending::Failed;
         if (run.consumed == before) break;
         if (count >= MaxCharacterBytes && Platform::Ticks() >= deadline) result = Appending::OutOfTime;
     }
-    if (length > from) NotifyAppended(from, newLines);
     return result;
 }
 
 // Appends the next bytes of the file. Only whole characters count as consumed unless `isRest`, and none
 // at all when there is no memory for them, so that the next poll reads them again.
-bool TextBuffer::AppendChunk(uint32_t count, bool isRest, uint32_t& newLines) {
+bool OutputCollector::AppendChunk(uint32_t count, bool isRest) {
     uint32_t read = 0;
     if (!CommandProcess::ReadOutput(run, run.consumed, run.readBuffer, count, read)) return false;
     if (!isRest) read = static_cast<uint32_t>(WholeCharacters(CodePage::Ansi, run.readBuffer, read));
     const uint32_t shown = Shown(run.readBuffer, read);
-    if (!EnsureCapacity(uint64_t{length} + shown)) return false;
+    if (!store.EnsureCapacity(uint64_t{store.Length()} + shown)) return false;
     run.consumed += read;
+    Char* end = store.Data() + store.Length();
     uint32_t written = 0;
-    const bool converted = ConvertOutput(run.readBuffer, shown, text + length, written);
-    newLines += static_cast<uint32_t>(Scan::CountLineFeeds(text + length, written));
-    length += written;
-    text[length] = 0;
+    const bool converted = ConvertOutput(run.readBuffer, shown, end, written);
+    store.Appended(written, static_cast<uint32_t>(Scan::CountLineFeeds(end, written)));
     return converted;
 }
 
-void TextBuffer::EndRun() {
-    if (run.pollTimer) timer->stop(*this);
-    run.pollTimer = 0;
+void OutputCollector::AskToClose() {
+    if (run.process) CommandProcess::AskToClose(run);
+}
+
+void OutputCollector::Close() {
     CommandProcess::Close(run);
     Heap::Free(run.readBuffer);
     run.readBuffer = nullptr;
     run.consumed = run.size = 0;
     run.hasEnded = run.sizeIsFinal = false;
     run.failedEnds = 0;
-    if (views.head) views.head->view->RunStateChanged(this, false);
-}
-
-void TextBuffer::StopProcess() {
-    if (run.process) CommandProcess::AskToClose(run);
+    run.pollTimer = 0;
 }

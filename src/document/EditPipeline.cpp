@@ -1,0 +1,168 @@
+#include "document/EditPipeline.h"
+
+#include "document/LineEdit.h"
+
+#include <algorithm>
+#include <utility>
+
+void EditPipeline::SetActiveViewByFocus(DocumentView* view) {
+    activeView = view;
+    for (const ViewNode* node = views.head; node; node = node->next) {
+        if (node->view->HasFocus()) activeView = node->view;
+    }
+}
+
+bool EditPipeline::LoadEditLine(uint32_t line) {
+    // Nothing is typed into a read-only document, whose last line may be long and go on growing.
+    if (!content.Content() || content.IsReadOnly()) return true;
+    ORVANE_ASSERT(!notifier.IsTelling());
+    TextParts& parts = content.Parts();
+    line = std::min(line, parts.store.LineCount() - 1);
+    if (line == parts.editLine.Number()) return true;
+    return CommitEdit() && parts.editLine.Open(parts.store, line);
+}
+
+bool EditPipeline::CommitEdit() {
+    TextParts& parts = content.Parts();
+    if (content.IsReadOnly() || !parts.editLine.IsPending() || !parts.editLine.IsOpen()) return true;
+    ORVANE_ASSERT(!notifier.IsTelling());
+    if (!parts.editLine.WriteBack(parts.store)) return false;
+    history.MarkCommitted();
+    notifier.TextChanged(parts.editLine.Start());
+    return true;
+}
+
+void EditPipeline::OpenActiveLine() {
+    // Without memory the line is opened when it is typed in.
+    if (activeView) static_cast<void>(LoadEditLine(activeView->CaretLine()));
+}
+
+bool EditPipeline::Perform(UndoRecord* record) {
+    const Operation operation(*this);
+    if (!record->Redo()) {
+        delete record;
+        return false;
+    }
+    history.Push(record);
+    Tell(*record, false);
+    document.NotifyModified();
+    return true;
+}
+
+bool EditPipeline::ExtendTyping(LineEdit& typed, DocumentView* view, Char character, uint32_t column,
+                                bool notifyEngine) {
+    const Operation operation(*this);
+    EditLine& line = content.Parts().editLine;
+    bool affects = notifyEngine && content.EditLineAffectsFollowingLines();
+    if (!typed.MakeRoom() || !line.Insert(column, &character, 1)) return false;
+    typed.Extend(character);
+    // Only a step undone while memory was short can be left here; it does not fit the line any more.
+    history.ForgetRedo();
+    affects = affects || (notifyEngine && content.EditLineAffectsFollowingLines());
+
+    const TextChange change = {line.Start() + column, 0, 1, line.Number(), 0, 0, true, affects};
+    const ViewNotifier::Telling telling(notifier);
+    TellChange(change);
+    notifier.Follow(change, view);
+    if (view) view->PlaceCaret(view->CaretLine(), column + 1);
+    if (notifyEngine) notifier.InvalidateChange(change);
+    return true;
+}
+
+bool EditPipeline::Step(bool undoing) {
+    const Operation operation(*this);
+    const UndoRecord* head = undoing ? history.UndoHead() : history.RedoHead();
+    // Without memory to write the edit line back, what was typed in it last can still be undone there.
+    const bool committed = CommitEdit();
+    if (!committed && !(head && head->state == UndoRecord::InEditLine)) return false;
+    // The room for all of a step is made before its first change, so that no later one can fail.
+    TextParts& parts = content.Parts();
+    if (committed && !parts.store.EnsureCapacity(history.PeakOfStep(parts.store.Length(), undoing))) return false;
+
+    const uint32_t opens = undoing ? UndoRecord::GroupEnd : UndoRecord::GroupBegin;
+    const uint32_t closes = undoing ? UndoRecord::GroupBegin : UndoRecord::GroupEnd;
+    int64_t depth = 0;
+    while (UndoRecord* record = undoing ? history.UndoHead() : history.RedoHead()) {
+        if (record->state != UndoRecord::InEditLine) parts.editLine.Close();
+        if (record->state == opens) ++depth;
+        if (record->state == closes) --depth;
+        if (!(undoing ? record->Undo() : record->Redo())) return false;
+        history.MoveHead(undoing);
+        Tell(*record, undoing);
+        if (depth == 0) break;
+    }
+    document.NotifyModified();
+    return true;
+}
+
+void EditPipeline::AbandonGroup() {
+    const Operation operation(*this);
+    for (uint32_t depth = 1; depth;) {
+        UndoRecord* record = history.TakeLatest();
+        if (!record) break;
+        if (record->state == UndoRecord::GroupBegin) --depth;
+        if (record->state == UndoRecord::GroupEnd) ++depth;
+        if (record->state == UndoRecord::InStore) {
+            // Whatever was typed after this record is undone by now, so that neither this nor the change below
+            // asks for more room than the text has had.
+            static_cast<void>(CommitEdit());
+            content.Parts().editLine.Close();
+        }
+        static_cast<void>(record->Undo());
+        Tell(*record, true);
+        delete record;
+    }
+    history.GroupAbandoned();
+    document.NotifyModified();
+}
+
+void EditPipeline::Tell(UndoRecord& record, bool undone) {
+    if (record.IsMarker()) return;
+    auto& edit = static_cast<TextEdit&>(record);
+    const ViewNotifier::Telling telling(notifier);
+    TellChange(edit.Change());
+    edit.MoveViews(undone);
+    notifier.InvalidateChange(edit.Change());
+}
+
+void EditPipeline::TellChange(const TextChange& change) {
+    edited = true;
+    if (!change.inEditLine) {
+        notifier.TextChanged(change.start);
+        notifier.LineCountChanged();
+    } else if (change.affectsFollowingLines) {
+        notifier.TextChanged(content.EditLineStart());
+    }
+}
+
+void EditPipeline::TellReplaced() {
+    const ViewNotifier::Telling telling(notifier);
+    edited = operations != 0;
+    notifier.TextChanged(0);
+    notifier.LineCountChanged();
+    notifier.MoveToStart();
+}
+
+void EditPipeline::TellAppended(uint32_t from, uint32_t oldLine, uint32_t oldColumn) {
+    const Operation operation(*this);
+    const ViewNotifier::Telling telling(notifier);
+    edited = true;
+    TextStore& store = content.Parts().store;
+    notifier.TextChanged(from);
+    const uint32_t column = store.Length() - store.LastLineStart();
+    for (const ViewNode* node = views.head; node; node = node->next) {
+        DocumentView* view = node->view;
+        const bool wasAtEnd = view->CaretLine() == oldLine && view->CaretColumn() == oldColumn;
+        if (wasAtEnd) view->PlaceCaret(store.LineCount() - 1, column);
+    }
+    // The views hear of the count only now: a scroll bar, which is slow to set, is then set once.
+    notifier.LineCountChanged();
+    notifier.Invalidate();
+}
+
+// The one place where the edit line comes back after an edit. A line that is being typed in stays open.
+void EditPipeline::Finish() {
+    if (!std::exchange(edited, false)) return;
+    if (!content.Parts().editLine.IsOpen()) OpenActiveLine();
+    notifier.EditFinished();
+}

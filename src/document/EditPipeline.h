@@ -1,0 +1,78 @@
+#pragma once
+
+#include "document/Document.h"
+#include "document/TextContent.h"
+#include "document/UndoHistory.h"
+#include "document/ViewNotifier.h"
+
+class LineEdit;
+
+// The way of every edit of a text document: a record changes the text, is recorded, and only then the views are
+// told. When the whole operation is over, the caret line of the active view is opened again and the views hear
+// of that. Nothing that is told edits.
+class EditPipeline {
+public:
+    EditPipeline(DocumentBase& owner, TextContent& text, const List<ViewNode>& list)
+        : document(owner), content(text), views(list), notifier(list) {}
+    EditPipeline(const EditPipeline&) = delete;
+    EditPipeline& operator=(const EditPipeline&) = delete;
+
+    // Everything that an operation calls while one lives is part of it.
+    class Operation {
+    public:
+        explicit Operation(EditPipeline& owner) : pipeline(owner) { ++pipeline.operations; }
+        ~Operation() {
+            if (--pipeline.operations == 0) pipeline.Finish();
+        }
+        Operation(const Operation&) = delete;
+        Operation& operator=(const Operation&) = delete;
+
+    private:
+        EditPipeline& pipeline;
+    };
+
+    UndoHistory& History() { return history; }
+    const UndoHistory& History() const { return history; }
+    const ViewNotifier& Views() const { return notifier; }
+    // The view whose caret line is open for editing.
+    DocumentView* ActiveView() const { return activeView; }
+    void SetActiveView(DocumentView* view) { activeView = view; }
+    // The view with the focus; `view` when none of the document has it.
+    void SetActiveViewByFocus(DocumentView* view);
+
+    // See TextBuffer.
+    [[nodiscard]] bool LoadEditLine(uint32_t line);
+    [[nodiscard]] bool CommitEdit();
+    void OpenActiveLine();
+
+    // Takes the record over, performs and records it, and tells the views. False without memory; nothing has
+    // changed then.
+    [[nodiscard]] bool Perform(UndoRecord* record);
+    // Types a character into the edit line that belongs to the pending record `typed`.
+    [[nodiscard]] bool ExtendTyping(LineEdit& typed, DocumentView* view, Char character, uint32_t column,
+                                    bool notifyEngine);
+    // One step back or forth. False without memory.
+    [[nodiscard]] bool Step(bool undoing);
+    // Takes back and forgets what was done since the innermost open BeginGroup. Needs no memory.
+    void AbandonGroup();
+
+    // The text is another one: tells so, and puts every view at its start.
+    void TellReplaced();
+    // Text was appended where the line `oldLine` ended at `oldColumn`, the offset `from`: carets that were there
+    // follow to the new end.
+    void TellAppended(uint32_t from, uint32_t oldLine, uint32_t oldColumn);
+
+private:
+    void Tell(UndoRecord& record, bool undone);
+    void TellChange(const TextChange& change);
+    void Finish();
+
+    DocumentBase& document;
+    TextContent& content;
+    const List<ViewNode>& views;
+    ViewNotifier notifier;
+    UndoHistory history;
+    DocumentView* activeView = nullptr;
+    uint32_t operations = 0; // that are under way, each inside the one before it
+    bool edited = false;     // by the outermost of them
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "document/OutputRun.h"
+#include "document/TextStore.h"
+
+// Runs a command and appends what it prints to a TextStore. Whoever owns it polls, keeps the timer, and tells
+// the views.
+class OutputCollector {
+public:
+    explicit OutputCollector(TextStore& target) : store(target) {}
+    ~OutputCollector() { Close(); }
+    OutputCollector(const OutputCollector&) = delete;
+    OutputCollector& operator=(const OutputCollector&) = delete;
+
+    const OutputRun& Run() const { return run; }
+    bool IsRunning() const { return run.process != nullptr; }
+
+    // Makes the file for the output; then starts a command (null for none) under the command interpreter. Here
+    // and there what was opened before a failure stays for Close.
+    [[nodiscard]] bool Open();
+    [[nodiscard]] bool Start(const Char* command, const Char* directory);
+    // Appends what the output has grown by, as much as one slice of time is enough for. True when the run is
+    // over: the process has ended and all that is to be read was.
+    [[nodiscard]] bool Poll();
+    // Milliseconds until the next poll, and whether a timer of that time was set.
+    uint32_t WantedPeriod() const { return wantedPeriod; }
+    uint32_t Period() const { return run.pollTimer; }
+    void SetPeriod(uint32_t milliseconds) { run.pollTimer = milliseconds; }
+    // Asks the windows of the process to close; the process itself is left alone.
+    void AskToClose();
+    // Releases everything of a run; its process goes on without it.
+    void Close();
+
+private:
+    enum class Appending { Done, OutOfTime, Failed };
+
+    Appending AppendNew();
+    // Appends up to `count` bytes of the output. An unfinished character at their end is left alone unless this
+    // `isRest`, after which nothing comes.
+    Appending AppendFromFile(uint64_t count, bool isRest);
+    bool AppendChunk(uint32_t count, bool isRest);
+
+    TextStore& store;
+    OutputRun run;
+    uint32_t wantedPeriod = 0;
+};

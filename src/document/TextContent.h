@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/WString.h"
+#include "document/TextParts.h"
+#include "document/TextSearch.h"
+#include "syntax/SyntaxEngine.h"
+
+// The text of a document as others read it: the content in the store, where its lines are, the line that is open
+// for editing, the marks, and the engine that colours it. Offsets count the store, which does not have what is
+// pending in the edit line.
+class TextContent {
+public:
+    static constexpr uint32_t NoLine = None32;
+    static constexpr uint32_t NoOffset = None32;
+
+    const Char* Content() const { return parts.store.Text(); } // null when there is no store
+    uint32_t Length() const { return parts.store.Length(); }
+    uint32_t GetLineCount() const { return parts.store.LineCount(); }
+    bool IsReadOnly() const { return readOnly; }
+
+    // A line past the end yields the start of the last one; no column is clamped.
+    uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
+    uint32_t LineToOffsetPlus(uint32_t line, uint32_t column) { return LineToOffset(line) + column; }
+    uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart) { return parts.store.OffsetToLine(offset, lineStart); }
+    void OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column);
+    // Characters from `start` up to the line feed or the terminator; `isLast` when it was the latter.
+    uint32_t LineLength(uint32_t start, bool& isLast) const { return parts.store.LineLength(start, isLast); }
+
+    // The edit line: a copy of one line with its line feed (or terminator), NoLine when there is none.
+    uint32_t EditLineNumber() const { return parts.editLine.Number(); }
+    const WString& EditLine() const { return parts.editLine.Text(); }
+    uint32_t EditLineStart() const { return parts.editLine.Start(); }
+    // How many characters of the store the edit line replaces.
+    uint32_t EditLineStoreLength() const { return parts.editLine.StoreLength(); }
+    bool HasPendingEdit() const { return parts.editLine.IsPending(); }
+    // Whether the edit line as it is now may change the colouring of the lines below.
+    bool EditLineAffectsFollowingLines() const;
+
+    LineMark* NextMark(uint32_t line, uint32_t mask, bool inclusive) const {
+        return parts.marks.Next(line, mask, inclusive);
+    }
+    LineMark* PrevMark(uint32_t line, uint32_t mask, bool inclusive) const {
+        return parts.marks.Previous(line, mask, inclusive);
+    }
+    LineMark* FindMark(uint32_t line) const { return parts.marks.Find(line); }
+
+    SyntaxEngine* Engine() const { return engine; }
+    bool IsWholeWordAt(uint32_t offset, uint32_t count) const;
+    // The first match that starts in [from, end) of the store; NoOffset without one.
+    uint32_t FindFrom(const SearchQuery& query, uint32_t from, uint32_t end) const;
+
+    // For undo records. Nobody else changes the text without one.
+    TextParts& Parts() { return parts; }
+    const TextParts& Parts() const { return parts; }
+
+protected:
+    ~TextContent() = default;
+
+    TextParts parts;
+    bool readOnly = false;
+    SyntaxEngine* engine = nullptr;
+};

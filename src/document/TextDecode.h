@@ -1,0 +1,24 @@
+#pragma once
+
+#include "base/Heap.h"
+#include "base/Platform.h"
+#include "document/Document.h"
+
+// The content of a file as a document holds it: line feeds only, followed by a NUL that is not counted.
+struct DecodedText {
+    Char* text = nullptr; // owned; null when the code page could not convert the file
+    uint32_t capacity = 0;
+    uint32_t length = 0;
+    uint32_t lineCount = 1;
+    uint32_t style = LineEnding::Dos;
+    uint32_t encoding = Encoding::Ansi;
+
+    DecodedText() = default;
+    ~DecodedText() { Heap::Free(text); }
+    DecodedText(const DecodedText&) = delete;
+    DecodedText& operator=(const DecodedText&) = delete;
+};
+
+// Decodes the bytes of a whole file, which it may change and take over. `out` is a fresh one. False when
+// memory runs out.
+bool DecodeText(Platform::ByteBlock& file, DecodedText& out);

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "base/WString.h"
+#include "document/TextChange.h"
+#include "document/UndoRecord.h"
+
+class DocumentView;
+class TextBuffer;
+
+// Where a view was before a change and where it goes after it.
+struct ViewState : HeapObject {
+    DocumentView* view = nullptr;
+    uint32_t anchorBefore = 0;
+    uint32_t caretBefore = 0;
+    uint32_t topLineBefore = 0;
+    uint32_t anchorAfter = 0;
+    uint32_t caretAfter = 0;
+    uint32_t topLineAfter = 0;
+    ViewState* next = nullptr;
+};
+
+// An insertion into, or a deletion from, the store.
+class TextEdit : public UndoRecord {
+public:
+    ~TextEdit() override;
+    bool Undo() override;
+    bool Redo() override;
+
+    // What the last Undo or Redo did to the text.
+    const TextChange& Change() const { return change; }
+    // Once the change is made and recorded: puts the views where they belong after it, or after it was
+    // `undone`.
+    virtual void MoveViews(bool undone);
+
+    TextBuffer* document;
+    bool isDelete;
+    WString text; // inserted or removed
+    uint32_t position = 0;
+    uint32_t count = 0;
+    uint32_t newLines = 0; // line feeds in `text` when the record was set up
+    ViewState views;       // the first entry; further ones are chained and owned
+
+protected:
+    TextEdit(TextBuffer* owner, uint32_t initialState, bool deletes);
+    // Takes down the text and the place, then every view. False without memory.
+    bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
+    // Puts `text` into the store, or takes it out again, and moves the bookmarks. Only an insertion can fail.
+    bool ChangeStore(bool remove);
+    // For views that the record knows nothing of, because they were made after it.
+    bool HasOtherViews() const;
+    void MoveOtherViews();
+
+    TextChange change;
+
+private:
+    bool CaptureViews();
+    void CaptureView(ViewState& viewState, DocumentView* view) const;
+    bool Holds(const DocumentView* view) const;
+};
+
+class InsertEdit final : public TextEdit {
+public:
+    explicit InsertEdit(TextBuffer* owner) : TextEdit(owner, InStore, false) {}
+    // Copies the text and captures the views; false without memory.
+    bool SetUp(uint32_t offset, const Char* inserted, uint32_t length);
+};
+
+class DeleteEdit final : public TextEdit {
+public:
+    explicit DeleteEdit(TextBuffer* owner) : TextEdit(owner, InStore, true) {}
+    bool SetUp(uint32_t offset, uint32_t length);
+};

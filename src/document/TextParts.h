@@ -1,0 +1,12 @@
+#pragma once
+
+#include "document/EditLine.h"
+#include "document/LineMarks.h"
+#include "document/TextStore.h"
+
+// What the undo records of a document change.
+struct TextParts {
+    TextStore store;
+    EditLine editLine;
+    LineMarks marks;
+};

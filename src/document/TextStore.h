@@ -1,0 +1,65 @@
+#pragma once
+
+#include "base/Types.h"
+#include "document/LineCache.h"
+
+// The text of a document: one flat array of UTF-16 in which line feed is the only line break, followed by a
+// NUL that is not counted. It may be absent, as before a load or after a failed one; it then has one line and
+// no characters.
+class TextStore {
+public:
+    TextStore() = default;
+    ~TextStore() { Release(); }
+    TextStore(const TextStore&) = delete;
+    TextStore& operator=(const TextStore&) = delete;
+
+    const Char* Text() const { return text; } // null while absent
+    uint32_t Length() const { return length; }
+    uint32_t LineCount() const { return lineCount; }
+    void SetLineCount(uint32_t count) { lineCount = count; }
+    // Characters that the array has room for, its terminator included. Exactly what was needed last.
+    uint32_t Capacity() const { return capacity; }
+    const LineCache& Cache() const { return lineCache; }
+
+    // Makes the text absent.
+    void Release();
+    // Makes the text empty in place, giving its room back; an absent one stays absent.
+    void Empty();
+    // Takes over an array from the heap, which ends with a NUL at `newLength`.
+    void Take(Char* newText, uint32_t newCapacity, uint32_t newLength, uint32_t newLineCount);
+    // Room for `characters` and their terminator. False without memory; nothing has changed then.
+    [[nodiscard]] bool EnsureCapacity(uint64_t characters);
+
+    // `newLines` are the line feeds among the characters that come or go. Only an insertion can fail.
+    [[nodiscard]] bool Insert(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines);
+    void Delete(uint32_t offset, uint32_t count, uint32_t newLines);
+    // Another text for the `oldCount` characters at `offset`, which are the rest of a line and may reach to the
+    // terminator. The number of lines stays.
+    [[nodiscard]] bool ReplaceLine(uint32_t offset, uint32_t oldCount, const Char* newText, uint32_t newCount);
+    void SetCharacter(uint32_t offset, Char character) { text[offset] = character; }
+
+    // For changes in many places: writing in place, and what the text then is. The room was made before.
+    Char* Data() { return text; }
+    void Rewritten(uint32_t newLength, uint32_t newLineCount);
+    // Counts `count` characters, with `newLines` line feeds, that were written after the end.
+    void Appended(uint32_t count, uint32_t newLines);
+
+    // A line past the end yields the start of the last one.
+    uint32_t LineToOffset(uint32_t line);
+    uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart);
+    // Characters from `start` up to the line feed or the terminator; `isLast` when it was the latter.
+    uint32_t LineLength(uint32_t start, bool& isLast) const;
+    // Remembered until the text changes otherwise than by appending.
+    uint32_t LastLineStart();
+
+private:
+    static constexpr uint32_t NoOffset = None32;
+
+    Char* text = nullptr;
+    uint32_t capacity = 0;
+    uint32_t length = 0;
+    uint32_t lineCount = 1;
+    // Known while the text is only appended to, so that its end need not be looked for.
+    uint32_t lastLineStart = NoOffset;
+    LineCache lineCache;
+};

@@ -1,0 +1,96 @@
+#include "document/UndoHistory.h"
+
+#include <utility>
+
+void UndoHistory::Push(UndoRecord* record) {
+    record->next = undoHead;
+    undoHead = record;
+    // Within a group the redo list is only stashed: the group may yet be abandoned.
+    if (openGroups && !stashedRedo) stashedRedo = std::exchange(redoHead, nullptr);
+    Free(redoHead);
+}
+
+bool UndoHistory::PushMarker(uint32_t state) {
+    auto* marker = new GroupMarker(state);
+    if (!marker) return false;
+    marker->next = undoHead;
+    undoHead = marker;
+    return true;
+}
+
+bool UndoHistory::BeginGroup() {
+    if (!PushMarker(UndoRecord::GroupBegin)) return false;
+    ++openGroups;
+    return true;
+}
+
+bool UndoHistory::EndGroup() {
+    if (!PushMarker(UndoRecord::GroupEnd)) return false;
+    if (openGroups && --openGroups == 0) Free(stashedRedo);
+    return true;
+}
+
+UndoRecord* UndoHistory::TakeLatest() {
+    UndoRecord* record = undoHead;
+    if (record) undoHead = record->next;
+    return record;
+}
+
+void UndoHistory::GroupAbandoned() {
+    if (!openGroups || --openGroups || !stashedRedo) return;
+    Free(redoHead);
+    redoHead = std::exchange(stashedRedo, nullptr);
+}
+
+void UndoHistory::MoveHead(bool undone) {
+    UndoRecord*& from = undone ? undoHead : redoHead;
+    UndoRecord*& to = undone ? redoHead : undoHead;
+    UndoRecord* record = from;
+    from = record->next;
+    record->next = to;
+    to = record;
+}
+
+uint64_t UndoHistory::PeakOfStep(uint64_t length, bool undoing) const {
+    uint64_t peak = length;
+    int64_t depth = 0;
+    for (const UndoRecord* record = undoing ? undoHead : redoHead; record; record = record->next) {
+        if (record->state == UndoRecord::GroupBegin) {
+            depth += undoing ? -1 : 1;
+        } else if (record->state == UndoRecord::GroupEnd) {
+            depth += undoing ? 1 : -1;
+        } else {
+            length += static_cast<uint64_t>(undoing ? -record->growth : record->growth);
+            peak = length > peak ? length : peak;
+        }
+        if (depth == 0) break;
+    }
+    return peak;
+}
+
+void UndoHistory::MarkCommitted() {
+    MarkCommitted(undoHead);
+    MarkCommitted(redoHead);
+    MarkCommitted(stashedRedo);
+}
+
+void UndoHistory::MarkCommitted(UndoRecord* head) {
+    for (UndoRecord* record = head; record && record->state != UndoRecord::InStore; record = record->next) {
+        if (record->state == UndoRecord::InEditLine) record->state = UndoRecord::InStore;
+    }
+}
+
+void UndoHistory::Clear() {
+    Free(undoHead);
+    Free(redoHead);
+    Free(stashedRedo);
+    openGroups = 0;
+    savedSerial = 0;
+}
+
+void UndoHistory::Free(UndoRecord*& head) {
+    while (UndoRecord* record = head) {
+        head = record->next;
+        delete record;
+    }
+}

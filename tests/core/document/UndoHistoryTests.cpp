@@ -1,0 +1,123 @@
+#include "document/UndoHistory.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+using Serials = std::vector<uint32_t>;
+using States = std::vector<uint32_t>;
+
+struct Record final : UndoRecord {
+    explicit Record(uint32_t initialState = InStore, int64_t characters = 0) : UndoRecord(initialState) {
+        growth = characters;
+        ++alive;
+    }
+    ~Record() override { --alive; }
+    static inline int alive = 0;
+};
+
+struct UndoHistoryTest : testing::Test {
+    ~UndoHistoryTest() override {
+        history.Clear();
+        EXPECT_EQ(Record::alive, 0) << "every record is freed";
+    }
+    Record* Push(uint32_t state = UndoRecord::InStore, int64_t growth = 0) {
+        auto* record = new Record(state, growth);
+        history.Push(record);
+        return record;
+    }
+    static States StatesOf(const UndoRecord* head) {
+        States states;
+        for (; head; head = head->next) states.push_back(head->state);
+        return states;
+    }
+
+    UndoHistory history;
+};
+
+} // namespace
+
+TEST_F(UndoHistoryTest, TheLatestRecordIsFirst) {
+    const Record* first = Push();
+    const Record* second = Push();
+    EXPECT_EQ(history.UndoHead(), second);
+    EXPECT_EQ(second->next, first);
+    EXPECT_EQ(history.RedoHead(), nullptr);
+}
+
+TEST_F(UndoHistoryTest, AnUndoneRecordMovesOverAndBack) {
+    const Record* record = Push();
+    history.MoveHead(true);
+    EXPECT_EQ(history.UndoHead(), nullptr);
+    EXPECT_EQ(history.RedoHead(), record);
+    history.MoveHead(false);
+    EXPECT_EQ(history.UndoHead(), record);
+    EXPECT_EQ(history.RedoHead(), nullptr);
+}
+
+TEST_F(UndoHistoryTest, ANewRecordFreesWhatCouldBeRedone) {
+    Push();
+    history.MoveHead(true);
+    Push();
+    EXPECT_EQ(history.RedoHead(), nullptr);
+    EXPECT_EQ(Record::alive, 1);
+}
+
+TEST_F(UndoHistoryTest, AnAbandonedGroupBringsTheRedoListBack) {
+    const Record* undone = Push();
+    history.MoveHead(true);
+    ASSERT_TRUE(history.BeginGroup());
+    EXPECT_EQ(history.RedoHead(), undone) << "a marker takes nothing away";
+    const Record* grouped = Push();
+    EXPECT_EQ(history.RedoHead(), nullptr);
+    UndoRecord* taken = history.TakeLatest();
+    EXPECT_EQ(taken, grouped);
+    delete taken;
+    taken = history.TakeLatest();
+    EXPECT_EQ(taken->state, UndoRecord::GroupBegin);
+    delete taken;
+    history.GroupAbandoned();
+    EXPECT_EQ(history.RedoHead(), undone);
+    EXPECT_EQ(history.TakeLatest(), nullptr);
+}
+
+TEST_F(UndoHistoryTest, AnEndedGroupForgetsTheRedoList) {
+    Push();
+    history.MoveHead(true);
+    ASSERT_TRUE(history.BeginGroup());
+    Push();
+    ASSERT_TRUE(history.EndGroup());
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{1, 2, 0}));
+    EXPECT_EQ(Record::alive, 1);
+}
+
+TEST_F(UndoHistoryTest, OnlyTheLatestPendingRecordsBecomeCommitted) {
+    Push(UndoRecord::InEditLine);
+    Push(UndoRecord::InStore);
+    Push(UndoRecord::InEditLine);
+    ASSERT_TRUE(history.BeginGroup());
+    Push(UndoRecord::InEditLine);
+    history.MarkCommitted();
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{2, 0, 2, 2, 3}));
+}
+
+TEST_F(UndoHistoryTest, TheSavedPlaceIsARecordAndNoNumberOfSteps) {
+    EXPECT_TRUE(history.IsSaved());
+    Push();
+    history.MarkSaved();
+    history.MoveHead(true);
+    EXPECT_FALSE(history.IsSaved());
+    Push();
+    EXPECT_FALSE(history.IsSaved()) << "another record in the same place";
+}
+
+TEST_F(UndoHistoryTest, ThePeakOfAStepIsTheLongestTextOnTheWay) {
+    Push(UndoRecord::InStore, 1000);
+    ASSERT_TRUE(history.BeginGroup());
+    Push(UndoRecord::InStore, 50);
+    Push(UndoRecord::InStore, -70);
+    ASSERT_TRUE(history.EndGroup());
+    EXPECT_EQ(history.PeakOfStep(100, true), 170u) << "the deletion comes back before the insertion goes";
+    EXPECT_EQ(history.PeakOfStep(100, false), 100u) << "nothing to redo";
+}
