@@ -2,6 +2,7 @@
 #include "document/TextBuffer.h"
 
 #include "support/FakeView.h"
+#include "support/TextDocument.h"
 
 #include <cstdlib>
 #include <string>
