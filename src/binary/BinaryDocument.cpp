@@ -137,13 +137,13 @@ bool BinaryDocument::FindBytes(const WString& pattern, const ByteQuery& query, B
 
 // The rest of Document.
 
-bool BinaryDocument::CanDo(uint32_t kind) const {
+bool BinaryDocument::CanDo(DocumentCommand kind) const {
     if (kind == DocumentCommand::Undo) return history.Undoable() != nullptr;
     if (kind == DocumentCommand::Redo) return history.Redoable() != nullptr;
     return kind == DocumentCommand::Edit;
 }
 
-bool BinaryDocument::DoCommand(uint32_t kind) {
+bool BinaryDocument::DoCommand(DocumentCommand kind) {
     if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
     const bool done = kind == DocumentCommand::Undo ? Undo() : Redo();
     // Menu and keys come here; every view has the same frame to tell it to.

@@ -30,8 +30,8 @@ public:
     void MarkFileTimeNow() override {}
     bool Reload() override { return false; }
     void StopProcess() override {}
-    bool CanDo(uint32_t kind) const override;
-    bool DoCommand(uint32_t kind) override;
+    bool CanDo(DocumentCommand kind) const override;
+    bool DoCommand(DocumentCommand kind) override;
     void OnSettingsChanged(uint32_t) override {}
     bool GetEncoding(uint32_t& current, const Char* const*& names) const override;
     bool IsBinary() const override { return true; }

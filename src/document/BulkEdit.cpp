@@ -10,7 +10,7 @@ bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_
     uint64_t removed = 0;
     for (size_t i = 0; i < changes.Count(); ++i) removed += changes[i].removed;
     const uint64_t added = uint64_t{length} * changes.Count();
-    if (document->Length() - removed + added >= None32) return false;
+    if (document->Length() - removed + added >= TextStore::LengthLimit) return false;
     if (!SetUpEdit(changes[0].offset, inserted, length)) return false;
     growth = static_cast<int64_t>(added) - static_cast<int64_t>(removed);
 

@@ -23,13 +23,8 @@ constexpr uint32_t Mixed = 3;
 constexpr uint32_t Keep = None32;
 } // namespace LineEnding
 
-// Kinds of CanDo and DoCommand.
-namespace DocumentCommand {
-constexpr uint32_t Edit = 0;
-constexpr uint32_t Undo = 1;
-constexpr uint32_t Redo = 2;
-constexpr uint32_t Paste = 3;
-} // namespace DocumentCommand
+// Kinds of CanDo and DoCommand; both are false for others.
+enum class DocumentCommand : uint32_t { Edit = 0, Undo = 1, Redo = 2, Paste = 3 };
 
 // Flags of OnSettingsChanged.
 namespace SettingsChanged {
@@ -62,8 +57,8 @@ public:
     // False leaves the document as it was.
     virtual bool Reload() = 0;
     virtual void StopProcess() = 0;
-    virtual bool CanDo(uint32_t kind) const = 0;
-    virtual bool DoCommand(uint32_t kind) = 0;
+    virtual bool CanDo(DocumentCommand kind) const = 0;
+    virtual bool DoCommand(DocumentCommand kind) = 0;
     virtual void OnSettingsChanged(uint32_t flags) = 0;
     // False when the document has no encodings; else the current one and the Encoding::Count names.
     virtual bool GetEncoding(uint32_t& current, const Char* const*& names) const = 0;

@@ -162,7 +162,7 @@ bool TextBuffer::GetEncoding(uint32_t& current, const Char* const*& names) const
     return true;
 }
 
-bool TextBuffer::CanDo(uint32_t kind) const {
+bool TextBuffer::CanDo(DocumentCommand kind) const {
     switch (kind) {
     case DocumentCommand::Edit:
         return !readOnly;
@@ -177,7 +177,7 @@ bool TextBuffer::CanDo(uint32_t kind) const {
     }
 }
 
-bool TextBuffer::DoCommand(uint32_t kind) {
+bool TextBuffer::DoCommand(DocumentCommand kind) {
     if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
     kind == DocumentCommand::Undo ? Undo() : Redo();
     return true;
@@ -207,7 +207,7 @@ bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool not
     if (ch == u'\r' || ch == u'\n') return NewLine(view, column);
     if (!OpenCaretLine(view)) return false;
     const uint64_t committed = uint64_t{Length()} - EditLineStoreLength() + EditLine().Length();
-    if (committed + 1 >= None32) return false;
+    if (committed + 1 >= TextStore::LengthLimit) return false;
 
     const uint32_t end = parts.editLine.Length();
     column = std::min(column, end);
@@ -264,7 +264,7 @@ bool TextBuffer::DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t 
 
 bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t count) {
     if (readOnly || count == 0) return true;
-    if (!CommitEdit() || uint64_t{Length()} + count >= None32) return false;
+    if (!CommitEdit() || uint64_t{Length()} + count >= TextStore::LengthLimit) return false;
     auto* record = new InsertEdit(this);
     UndoRecord* checked = Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count));
     if (!checked) return false;

@@ -8,6 +8,9 @@
 // no characters.
 class TextStore {
 public:
+    // A text is shorter than this many characters, so that every offset and the length fit 32 bits.
+    static constexpr uint32_t LengthLimit = None32;
+
     TextStore() = default;
     ~TextStore() { Release(); }
     TextStore(const TextStore&) = delete;

@@ -128,7 +128,7 @@ void GoToDialog(const KeyPress& press) {
 
 template <ViewCommand Command> void Execute(const KeyPress& press) { press.editor.ExecuteCommand(Command); }
 
-template <uint32_t Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
+template <DocumentCommand Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
 
 struct KeyBinding {
     uint32_t key;

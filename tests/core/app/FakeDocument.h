@@ -122,8 +122,8 @@ public:
         return reloadingWorks;
     }
     void StopProcess() override {}
-    bool CanDo(uint32_t) const override { return false; }
-    bool DoCommand(uint32_t) override { return false; }
+    bool CanDo(DocumentCommand) const override { return false; }
+    bool DoCommand(DocumentCommand) override { return false; }
     void OnSettingsChanged(uint32_t) override {}
     bool GetEncoding(uint32_t&, const Char* const*&) const override { return false; }
     bool IsBinary() const override { return binary; }

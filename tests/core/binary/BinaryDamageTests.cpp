@@ -94,7 +94,7 @@ TEST(BinaryDamage, APageThatIsNotWholeIsNeverChangedNorWritten) {
 TEST(BinaryDamage, AnUndoAndARedoThatFailAreTold) {
     OpenedFile file(Pattern(50000));
     FakeHexView* view = FakeHexView::Create(*file);
-    for (const uint32_t kind : {DocumentCommand::Undo, DocumentCommand::Redo}) {
+    for (const DocumentCommand kind : {DocumentCommand::Undo, DocumentCommand::Redo}) {
         ASSERT_TRUE(kind == DocumentCommand::Redo || file.Edit(20000, "x"));
         ASSERT_TRUE(file.Save()); // the page is no longer in memory
         {

@@ -254,7 +254,8 @@ TEST(BinaryInterface, AnswersWhatTextDocumentsHave) {
     EXPECT_FALSE(file->CanDo(DocumentCommand::Paste));
     EXPECT_TRUE(file->DoCommand(DocumentCommand::Undo)); // known, though there is nothing to undo
     EXPECT_TRUE(file->DoCommand(DocumentCommand::Redo));
-    for (const uint32_t kind : {DocumentCommand::Edit, DocumentCommand::Paste, 4u}) {
+    for (const DocumentCommand kind :
+         {DocumentCommand::Edit, DocumentCommand::Paste, static_cast<DocumentCommand>(4)}) {
         EXPECT_FALSE(file->DoCommand(kind));
         EXPECT_EQ(file->CanDo(kind), kind == DocumentCommand::Edit);
     }

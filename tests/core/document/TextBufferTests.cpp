@@ -170,8 +170,8 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
     EXPECT_TRUE(document->CanDo(DocumentCommand::Edit));
     EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
-    EXPECT_FALSE(document->CanDo(4));
-    EXPECT_FALSE(document->CanDo(None32));
+    EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(4)));
+    EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(None32)));
     document->InsertText(0, u"x", 1);
     EXPECT_TRUE(document->CanDo(DocumentCommand::Undo));
     EXPECT_TRUE(document->DoCommand(DocumentCommand::Undo));
@@ -186,9 +186,9 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
 
 TEST(TextBuffer, OtherCommandsAreNotItsOwn) {
     TextDocument document;
-    EXPECT_FALSE(document->DoCommand(0));
-    EXPECT_FALSE(document->DoCommand(3));
-    EXPECT_FALSE(document->DoCommand(None32));
+    EXPECT_FALSE(document->DoCommand(DocumentCommand::Edit));
+    EXPECT_FALSE(document->DoCommand(DocumentCommand::Paste));
+    EXPECT_FALSE(document->DoCommand(static_cast<DocumentCommand>(None32)));
 }
 
 TEST(TextBuffer, OnlyTheSecondSettingsFlagRenewsTheEngine) {
