@@ -82,6 +82,7 @@ void StoreSession(CommandContext& frame, const Char* argument) {
         frame.AskUser(u"Please specify a filename.", MessageKind::Information);
 }
 
+// Odd on purpose: docs/oddities.md.
 void SetSessionFile(CommandContext& frame, const Char*) {
     CommandState& state = frame.commands;
     if (!state.runningScript.IsEmpty()) state.sessionFile.Assign(state.runningScript);
@@ -93,6 +94,7 @@ constexpr uint32_t Keep = CommandFlag::KeepCommandWindow;
 
 } // namespace
 
+// Odd on purpose: docs/oddities.md.
 const CommandRow commandTable[CommandCount] = {
     {u"edit", u"e", Edit, CompletionKind::Files, 0},
     {u"cd", nullptr, ChangeDirectory, CompletionKind::Directories, Keep | CommandFlag::StripQuotes},

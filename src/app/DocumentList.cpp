@@ -114,6 +114,7 @@ bool DocumentList::AppendOpenedText(WString& out) const {
 }
 
 // A binary document gets no line and no line break: the next name follows it directly.
+// Odd on purpose: docs/oddities.md.
 bool DocumentList::AppendOpened(WString& out, const Document& document) {
     if (!out.Append(document.GetName())) return false;
     if (document.IsBinary()) return true;

@@ -57,7 +57,7 @@ public:
     bool RecordMessage(bool toFrame, uint32_t message, uint32_t firstParameter, uint32_t secondParameter,
                        uint32_t modifiers);
 
-    // The Play command. While recording it only ends that: false, as while playing. True: the events
+    // The Play command. While recording it only ends that (docs/oddities.md): false, as while playing. True: the events
     // from FirstEvent on are to be sent, in order, as long as IsPlaying; then StopPlayback.
     [[nodiscard]] bool BeginPlayback();
     const MacroEvent* FirstEvent() const { return slots[current].head; }

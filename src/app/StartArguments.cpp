@@ -48,6 +48,7 @@ void TakeOption(Parser& parser, Char letter) {
 }
 
 // Only the directories directly below the current one are searched, not that one itself.
+// Odd on purpose: docs/oddities.md.
 void OpenInSubdirectories(const Parser& parser, const Char* pattern) {
     Platform::FileSearch search;
     for (bool found = search.First(u"*.*"); found; found = search.Next()) {
@@ -68,6 +69,7 @@ void TakeFile(Parser& parser, const Char* file) {
 
 } // namespace
 
+// Odd on purpose: docs/oddities.md.
 bool NextArgument(const Char*& position, WString& token) {
     token.Clear();
     while (Text::IsBlank(*position)) ++position;

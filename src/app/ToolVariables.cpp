@@ -45,6 +45,7 @@ bool AppendExtension(const CommandContext& frame, WString& out) {
 
 bool AppendWord(const CommandContext& frame, WString& out) { return frame.AppendWordAtCaret(out); }
 
+// Odd on purpose: docs/oddities.md.
 bool AppendSelection(const CommandContext& frame, WString& out) { return frame.AppendSelection(out); }
 
 struct Variable {

@@ -16,7 +16,8 @@ public:
     // those before the first one that cannot be read.
     bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid);
     // Reads the current content; false unless all of it is there. The file's window serves as scratch space for
-    // pages of the file, yet what it says of itself stays as it is: who needs the window itself reads it again.
+    // pages of the file, yet what it says of itself stays as it is: who needs the window itself reads it again
+    // (docs/oddities.md).
     bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count);
     // False, with nothing changed, when the bytes do not all lie in the file, a page cannot be read or memory
     // runs out.

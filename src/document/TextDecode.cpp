@@ -38,6 +38,7 @@ size_t StretchLength(const uint8_t* bytes, size_t count) {
 
 // Converts with the ANSI page in place of whatever the encoding is. Returns the characters written, the
 // line breaks normalised; 0 when the page cannot convert. `ended` is set when a NUL came out.
+// Odd on purpose: docs/oddities.md.
 size_t ConvertStretch(uint8_t* bytes, size_t count, Char* out, Scan::BreakCounts& breaks, bool& ended) {
     for (size_t at = Scan::FindZeroByte(bytes, count); at < count; at += Scan::FindZeroByte(bytes + at, count - at))
         bytes[at] = ' ';

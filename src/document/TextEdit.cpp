@@ -42,7 +42,7 @@ void TextEdit::CaptureView(ViewState& viewState, DocumentView* view) const {
     viewState.caretBefore = viewState.caretAfter = view->CaretOffset();
     viewState.topLineBefore = viewState.topLineAfter = view->TopLine();
 
-    // The caret is compared with the end of the change, the anchor with its start; that is meant so.
+    // The caret is compared with the end of the change, the anchor with its start: see docs/oddities.md.
     const bool before = viewState.anchorBefore < position && viewState.caretBefore < end;
     if (!before && viewState.anchorBefore >= end && viewState.caretBefore >= end) {
         viewState.anchorAfter = isDelete ? viewState.anchorBefore - count : viewState.anchorBefore + count;

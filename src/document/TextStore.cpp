@@ -34,7 +34,7 @@ void TextStore::Take(Char* newText, uint32_t newCapacity, uint32_t newLength, ui
 bool TextStore::EnsureCapacity(uint64_t characters) {
     if (capacity > characters) return true;
     if (characters >= LengthLimit) return false;
-    // No spare room: the array stays as small as its text. Resize moves it only when it must.
+    // No spare room (docs/oddities.md): the array stays as small as its text. Resize moves it only when it must.
     const size_t needed = static_cast<size_t>(characters) + 1;
     void* grown = Heap::Resize(text, capacity * sizeof(Char), needed * sizeof(Char));
     if (!grown) return false;

@@ -51,6 +51,7 @@ private:
     }
 
     // Goes into the last section of the whole file: the one whose header was read last.
+    // Odd on purpose: docs/oddities.md.
     bool ParseKey() {
         const Char* name = cursor;
         SkipTo(u'=');

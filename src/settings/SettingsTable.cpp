@@ -37,7 +37,7 @@ constexpr Char DefaultFileTypes[] = u"C++ Files (*.cpp;*.c;*.cxx;*.h;*.hxx)|*.cp
 constexpr SettingsRecord& live = settings;
 
 // A row with a fallback never takes its own default when the file is loaded: an unset background
-// follows the background of the text.
+// follows the background of the text. See docs/oddities.md.
 constinit const SettingDef Rows[] = {
     String(u"FontName", live.FontName, u"Courier New", Font),
     Number(u"FontSize", live.FontSize, 10, Font),

@@ -11,6 +11,7 @@ SyntaxEngine* MakeEngine(const Char* name, uint32_t htmlDepth) {
     if (definition && definition->html && htmlDepth < HtmlEngine::MaxDepth) {
         return new HtmlEngine(*definition, htmlDepth);
     }
+    // Without keywords there is nothing to colour: see docs/oddities.md.
     if (definition && !definition->html && definition->Keywords()) return new CLikeEngine(*definition);
     return new PlainEngine(definition);
 }

@@ -118,7 +118,7 @@ void TextEditor::ToggleOverwrite() {
     RefreshStatus();
 }
 
-// Only an opener right after the caret and a closer right before it are matched.
+// Only an opener right after the caret and a closer right before it are matched: see docs/oddities.md.
 TextEditor::BracePair TextEditor::FindBracePair() {
     const TextSpan line = CaretLineText();
     const Char* pairs = document->Engine()->BraceCharacters();

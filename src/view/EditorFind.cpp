@@ -94,6 +94,7 @@ bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSel
     }
     if (done && inSelection) SelectRange(start, static_cast<uint32_t>(newEnd));
     WString message;
+    // Odd on purpose: docs/oddities.md.
     if (Text::AppendFormat(message, u"%u occurences replaced", done ? count : 0))
         HostCalls::ShowStatus(surface, message.Text());
     return done;

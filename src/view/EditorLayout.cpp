@@ -30,7 +30,7 @@ void TextEditor::OnSize(bool coloursChanged) {
 }
 
 // One more than the decimal digits of the line count: the spare column separates the numbers from the
-// margin.
+// margin. See docs/oddities.md.
 void TextEditor::RecomputeDigits() {
     lineNumberDigits = FixedDigits;
     if (settings.VarWidthLineNumbers == 0) return;
@@ -109,7 +109,7 @@ void TextEditor::ScrollCaretIntoView(int64_t caretX) {
     if (caretX > int64_t(horizontalScroll) + usable) {
         SetHorizontalScroll(caretX - usable);
     } else if (caretX < horizontalScroll) {
-        SetHorizontalScroll(0); // all the way, not just to the caret
+        SetHorizontalScroll(0); // all the way: see docs/oddities.md
     }
 }
 

@@ -52,6 +52,7 @@ void TextEditor::PrepareEdit() {
 }
 
 // A tab before the caret counts as a whole tab width, not up to its stop.
+// Odd on purpose: docs/oddities.md.
 bool TextEditor::InsertTabAsSpaces() {
     const uint32_t size = TabSize();
     const TextSpan line = CaretLineText();

@@ -78,7 +78,7 @@ bool Clipboard::Write(HWND owner, const ClipboardItem* items, uint32_t count) {
     bool accepted = true;
     for (uint32_t i = 0; i < count; ++i) {
         const PutResult result = Put(items[i]);
-        // The copy stops at once and the clipboard stays open: how it has always been for this case.
+        // The copy stops at once and the clipboard stays open: see docs/oddities.md.
         if (result == PutResult::NoMemory) return accepted;
         if (result == PutResult::NoLock) break;
         if (result == PutResult::Refused) accepted = false;

@@ -47,6 +47,7 @@ public:
     virtual bool FindNext(bool backward, uint32_t ignored) = 0;
     virtual LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam);
     virtual void OnKeyDown(uint32_t key, uint32_t repeat, uint32_t flags) = 0;
+    // Odd on purpose: docs/oddities.md.
     virtual void OnKeyUp(uint32_t, uint32_t, uint32_t) {}
     virtual void OnChar(Char character, uint32_t repeat, uint32_t flags) = 0;
 
