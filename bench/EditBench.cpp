@@ -73,11 +73,11 @@ void CompareEnter(Typist& typist) {
     enter();
     Bench::Check(document.GetLineCount() == lines + 1 && document.Content()[start] == u'\n', "text after Enter");
 
-    const size_t behind = document.Length() - start;
-    std::vector<Char> other(behind + 2);
-    std::memcpy(other.data(), document.Content() + start, behind * sizeof(Char));
+    const size_t after = document.Length() - start;
+    std::vector<Char> other(after + 2);
+    std::memcpy(other.data(), document.Content() + start, after * sizeof(Char));
     const auto move = [&] {
-        std::memmove(other.data() + 1, other.data(), behind * sizeof(Char));
+        std::memmove(other.data() + 1, other.data(), after * sizeof(Char));
         Bench::Keep(other);
     };
     Bench::Compare("Enter in the middle of 100 MB, against moving what follows", {enter, place}, {move}, 1.5, 31);

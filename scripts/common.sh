@@ -134,7 +134,7 @@ wait_until() { # SECONDS COMMAND...
 # Starts the X server, which says its number in the file once it takes connections. It ends at once when another
 # one has taken the same number at the same moment.
 start_server() { # FILE
-    # Without -noreset it would start anew when its first client leaves, and throw out the ones that just come.
+    # Without -noreset it would start again when its first client leaves, and disconnect those that have just come.
     Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>"$1" >/dev/null 2>&1 &
     ScreenPids=$!
     wait_until 30 eval "[ -s '$1' ] || ! kill -0 $ScreenPids" && [ -s "$1" ]

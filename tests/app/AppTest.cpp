@@ -11,7 +11,7 @@ namespace {
 class UserKeptOut : public testing::Environment {
 public:
     void SetUp() override {
-        settings = new files::SettingsAside;
+        settings = new files::SavedSettings;
         keyboard = new input::OnlyOurs;
     }
     void TearDown() override {
@@ -20,7 +20,7 @@ public:
     }
 
 private:
-    files::SettingsAside* settings = nullptr;
+    files::SavedSettings* settings = nullptr;
     input::OnlyOurs* keyboard = nullptr;
 };
 

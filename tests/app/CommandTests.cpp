@@ -104,7 +104,7 @@ TEST_F(CommandTest, ATextSetByACommandIsNotKeptInTheHistory) {
     EXPECT_TRUE(editor.WaitForCommandText(L"bookmark"));
 }
 
-TEST_F(CommandTest, ReloadoptionsChoosesTheEnginesAnew) {
+TEST_F(CommandTest, ReloadoptionsChoosesTheEnginesAgain) {
     ASSERT_NO_FATAL_FAILURE(Open("<abc>"));
     ASSERT_TRUE(files::Write(files::SettingsPath(), "[Engine_Text]\r\nExtensions=txt\r\nTreatAs=html\r\n"));
     ASSERT_TRUE(Run(L"reloadoptions"));

@@ -33,7 +33,7 @@ void RemoveFolder(const std::wstring& folder) {
     RemoveDirectoryW(folder.c_str());
 }
 
-std::wstring AsidePath(const std::wstring& path) { return path + L".before-tests"; }
+std::wstring BackupPath(const std::wstring& path) { return path + L".before-tests"; }
 
 } // namespace
 
@@ -128,20 +128,20 @@ std::wstring ShippedSettingsPath() {
     return path.substr(0, path.rfind(L'\\') + 1) + L"orvane.ini";
 }
 
-SettingsAside::SettingsAside() {
+SavedSettings::SavedSettings() {
     for (const std::wstring& path : {SettingsPath(), ShippedSettingsPath()}) {
-        // A file that an interrupted run put aside is the user's; the present one is then the tests'.
-        if (Exists(AsidePath(path)))
+        // A file that an interrupted run moved away is the user's; the present one is then the tests'.
+        if (Exists(BackupPath(path)))
             DeleteFileW(path.c_str());
         else
-            MoveFileW(path.c_str(), AsidePath(path).c_str());
+            MoveFileW(path.c_str(), BackupPath(path).c_str());
     }
 }
 
-SettingsAside::~SettingsAside() {
+SavedSettings::~SavedSettings() {
     for (const std::wstring& path : {SettingsPath(), ShippedSettingsPath()}) {
         DeleteFileW(path.c_str());
-        MoveFileW(AsidePath(path).c_str(), path.c_str());
+        MoveFileW(BackupPath(path).c_str(), path.c_str());
     }
 }
 

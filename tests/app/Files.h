@@ -40,13 +40,13 @@ std::wstring ProgramPath();
 // The orvane.ini beside the program, which serves when the documents folder has none.
 std::wstring ShippedSettingsPath();
 
-// Puts the settings files of both places aside while it lives, and removes those that the tests left.
-class SettingsAside {
+// Moves the settings files of both places away while it lives, and removes those that the tests left.
+class SavedSettings {
 public:
-    SettingsAside();
-    ~SettingsAside();
-    SettingsAside(const SettingsAside&) = delete;
-    SettingsAside& operator=(const SettingsAside&) = delete;
+    SavedSettings();
+    ~SavedSettings();
+    SavedSettings(const SavedSettings&) = delete;
+    SavedSettings& operator=(const SavedSettings&) = delete;
 };
 
 } // namespace files

@@ -164,7 +164,7 @@ TEST_F(FrameExitTest, EndOfTheWindowsSessionDuringAQuestionIsRefused) {
     EXPECT_EQ(WindowItems(), AllOpen());
 }
 
-TEST_F(FrameExitTest, CommandsAndDropsBeneathADialogDoNothing) {
+TEST_F(FrameExitTest, CommandsAndDropsUnderADialogDoNothing) {
     ASSERT_TRUE(OpenFiles({L"a.txt", L"b.txt"}));
     ASSERT_TRUE(editor.Keys(L"Ctrl+F"));
     ASSERT_TRUE(editor.WaitForDialog());

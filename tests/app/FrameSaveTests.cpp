@@ -112,7 +112,7 @@ TEST_F(FrameSaveTest, AFailureKeepsNameAndChange) {
     EXPECT_EQ(SaveAndRead(L"a.txt"), "xa.txt");
 }
 
-TEST_F(FrameSaveTest, ANewNameChoosesTheEngineAnew) {
+TEST_F(FrameSaveTest, ANewNameChoosesTheEngineAgain) {
     // What it colours is seen in what the clipboard gets.
     ASSERT_TRUE(OpenFile(L"a.txt", "int"));
     ASSERT_TRUE(editor.Keys(L"Ctrl+A Ctrl+Shift+H"));

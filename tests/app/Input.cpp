@@ -121,14 +121,14 @@ bool Chord(const std::wstring& chord, Events& events) {
     return true;
 }
 
-LRESULT CALLBACK DropForeignKey(int code, WPARAM message, LPARAM event) {
+LRESULT CALLBACK DropOtherKey(int code, WPARAM message, LPARAM event) {
     const bool ours = reinterpret_cast<const KBDLLHOOKSTRUCT*>(event)->flags & LLKHF_INJECTED;
     return code == HC_ACTION && !ours ? 1 : CallNextHookEx(nullptr, code, message, event);
 }
 
 // The hook is called in the thread that set it, which has to look for messages all the time.
 DWORD WINAPI WatchKeyboard(void* ready) {
-    const HHOOK hook = SetWindowsHookExW(WH_KEYBOARD_LL, DropForeignKey, GetModuleHandleW(nullptr), 0);
+    const HHOOK hook = SetWindowsHookExW(WH_KEYBOARD_LL, DropOtherKey, GetModuleHandleW(nullptr), 0);
     MSG message;
     PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE); // makes the queue to which the end is posted
     SetEvent(ready);

@@ -220,7 +220,7 @@ TEST_F(OptionsDialogTest, EscapeClosesTheListOfFontsBeforeTheDialog) {
     EXPECT_FALSE(files::Exists(files::SettingsPath()));
 }
 
-TEST_F(OptionsDialogTest, StandsInTheMiddleOfTheFrame) {
+TEST_F(OptionsDialogTest, IsInTheMiddleOfTheFrame) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     Open();
     EXPECT_TRUE(IsCentred(dialog));

@@ -27,7 +27,7 @@ std::u16string Widen(const uint8_t* bytes, size_t count) {
     return text;
 }
 
-// Takes what stands before the next byte 1.
+// Takes what comes before the next byte 1.
 std::u16string TakeField(const uint8_t*& at, const uint8_t* end) {
     const uint8_t* stop = std::find(at, end, 1);
     std::u16string field = Widen(at, static_cast<size_t>(stop - at));
@@ -41,7 +41,7 @@ void CheckLine(const ColouredLine& line, uint32_t coloured, uint32_t length) {
     Require(sum == coloured && coloured <= length);
 }
 
-// Colours line by line, every line in a block of its own size. Returns the state behind the last one.
+// Colours line by line, every line in a block of its own size. Returns the state after the last one.
 uint32_t ColourLines(SyntaxEngine& engine, const std::u16string& text, bool hasMarker) {
     uint32_t state = 0;
     for (size_t start = 0; start < text.size();) {

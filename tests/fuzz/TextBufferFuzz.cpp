@@ -94,7 +94,7 @@ public:
         Require(Text().empty());
         Require(document->GetLineCount() == 1);
         Require(!document->IsModified());
-        // The last steps may lie behind what was undone already: redoing all of them passes by it.
+        // The last steps may come after what was undone already: redoing all of them passes by it.
         bool passed = last.empty();
         while (document->CanDo(DocumentCommand::Redo)) {
             document->Redo();

@@ -8,7 +8,7 @@
 //     repeat N TEXT     prints it N times, in large blocks
 //     make FILE         makes an empty file, to tell that this place is reached
 //     wait FILE         goes on once there is such a file, and ends when its own script has gone
-//     where             prints the current directory and the arguments behind the script, a line each
+//     where             prints the current directory and the arguments after the script, a line each
 //     read              prints "no input" once its standard input is read to the end
 //     feed TEXT         prints it to its standard input
 //     close             closes its standard output

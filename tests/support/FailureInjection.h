@@ -18,7 +18,7 @@
 //
 // A run with an injected failure may still succeed (an operation that can do without); the loop goes on
 // until a run met none, and that one has to succeed. Preparations and checks that must not fail
-// themselves stand inside a FailurePause.
+// themselves are inside a FailurePause.
 namespace failure {
 
 struct Injection {

@@ -42,7 +42,7 @@ protected:
         ReleaseSettings();
     }
 
-    // Shows a text in a new document. "|" is where the caret stands and "^" the other end of the
+    // Shows a text in a new document. "|" is where the caret is and "^" the other end of the
     // selection; without them the caret is at the start.
     void Show(std::u16string text, const Char* engine = nullptr) {
         const size_t caretMark = text.find(u'|');

@@ -35,7 +35,7 @@ RECT Place(HWND control, HWND window) {
     return place;
 }
 
-// What the control's text takes, with what stands beside it.
+// What the control's text takes, with what is beside it.
 SIZE Needed(HWND control) {
     const HDC dc = GetDC(control);
     const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(control, WM_GETFONT, 0, 0));
@@ -75,7 +75,7 @@ int scaledDpi = 96;
 WORD scaledPoints = 8;
 
 // The resource with another size of its font. An extended template has 13 words, then menu, class and caption,
-// each a number behind 0xFFFF or a text with its NUL, then the size.
+// each a number after 0xFFFF or a text with its NUL, then the size.
 std::vector<WORD> ScaledTemplate(const wchar_t* name) {
     const HRSRC found = FindResourceW(nullptr, name, RT_DIALOG);
     if (!found) return {};

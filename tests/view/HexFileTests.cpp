@@ -140,7 +140,7 @@ TEST_F(HexSaveTest, AFileThatWasDeletedIsNotWritten) {
     ExpectThatItIsSavedNow();
 }
 
-TEST_F(HexSaveTest, SavingAllGoesOnWithTheFilesBehindTheOneThatFails) {
+TEST_F(HexSaveTest, SavingAllGoesOnAfterAFileThatFails) {
     const std::u16string other = folder.Write("other.txt", "text");
     ASSERT_TRUE(OpenFileArgument(*main, other.c_str(), -1, false, false));
     Type(L"more ");

@@ -33,7 +33,7 @@ protected:
         hex = static_cast<HexView*>(made->AsView());
     }
     Picture Shot() {
-        HideCaret(hex->GetWindow()); // it would stand in the picture
+        HideCaret(hex->GetWindow()); // it would be in the picture
         InvalidateRect(hex->GetWindow(), nullptr, TRUE);
         UpdateWindow(hex->GetWindow());
         return Picture(hex->GetWindow());
@@ -84,7 +84,7 @@ TEST_F(HexPaintTest, TheColumnsStandBesideEachOther) {
     EXPECT_TRUE(IsAll(picture, Sand, TextX(16), TextX(16) + 30, 0));
 }
 
-TEST_F(HexPaintTest, TheOffsetStandsRightAligned) {
+TEST_F(HexPaintTest, TheOffsetIsRightAligned) {
     UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#ffffff\nTextFg=#ff0000\nTextBg=#ffffff");
     ShowFile(std::string(0x1200, '\xAB')); // six characters: the last six of ten digits
     Bytes().ScrollToRow(0x11A);
@@ -96,7 +96,7 @@ TEST_F(HexPaintTest, TheOffsetStandsRightAligned) {
     EXPECT_NE(Glyph(picture, 0, 0), Glyph(picture, 2 * Average(), 0));
 }
 
-TEST_F(HexPaintTest, APartlyFilledRowAndTheRowsBehindItAreEmpty) {
+TEST_F(HexPaintTest, APartlyFilledRowAndTheRowsAfterItAreEmpty) {
     UseSettings(u"TextFg=#000000\nTextBg=#ffffc0\nLineNumBg=#00ff00\nMarginColor=#0000ff");
     ShowFile(std::string(17, 'H'));
     const Picture picture = Shot();
@@ -163,7 +163,7 @@ TEST_F(HexPaintTest, TheSelectionShowsInBothColumnsAndBeforeModifiedBytes) {
         EXPECT_TRUE(Has(picture, Blue, HexX(3 * byte), HexX(3 * byte + 2), 0)) << byte;
         EXPECT_TRUE(Has(picture, Blue, TextX(byte), TextX(byte + 1), 0)) << byte;
     }
-    // The blank behind a byte belongs to it, but there is none behind the row's last one.
+    // The blank after a byte belongs to it, but there is none after the row's last one.
     EXPECT_TRUE(IsAll(picture, White, HexX(8), HexX(9), 0));
     EXPECT_TRUE(IsAll(picture, Sand, HexX(47), TextX(0), 0));
     EXPECT_TRUE(Has(picture, Blue, HexX(3), HexX(5), 1));

@@ -233,7 +233,7 @@ TEST_F(OptionsTest, ThePagesAreLaidOutCleanlyWhateverTheScreenAndTheFont) {
         }
 }
 
-TEST_F(OptionsTest, StandsInTheMiddleOfItsOwner) {
+TEST_F(OptionsTest, IsInTheMiddleOfItsOwner) {
     const dialog::Parent owner(801, 603);
     Open(
         [&](HWND options) {

@@ -117,7 +117,7 @@ TEST_F(PaintColourTest, SelectionColours) {
         UseSettings(setting);
         Show(u"HHHHHH");
         EXPECT_FALSE(ShowsAt(Paint(), {0, 6}));
-        Editor().SelectRange(4, 2); // the caret may stand at either end
+        Editor().SelectRange(4, 2); // the caret may be at either end
         const Picture picture = Paint();
         EXPECT_TRUE(ShowsAt(picture, {2, 4}));
         EXPECT_FALSE(ShowsElsewhere(picture, {2, 4}));

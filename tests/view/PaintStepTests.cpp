@@ -108,7 +108,7 @@ TEST_F(PaintStepTest, ANarrowTabHasAnArrowOfItsOwnWidth) {
 TEST_F(PaintStepTest, ASelectionOverSeveralLinesShowsEveryLineEnd) {
     UseSettings(u"SelBg=#00ff00\nSelFg=#00ff00");
     Show(u"HH\n\nHHH\nH");
-    Editor().SelectRange(1, 9); // to behind the H of the last line
+    Editor().SelectRange(1, 9); // to after the H of the last line
     const Picture picture = Paint();
     EXPECT_TRUE(picture.IsAll(Green, ColumnX(1), 0, ColumnX(3), LineHeight()));
     EXPECT_FALSE(HasInRow(picture, Green, 0, ColumnX(3), picture.width));

@@ -9,7 +9,7 @@ constexpr Colour White = Rgb(255, 255, 255);
 constexpr Colour Black = Rgb(0, 0, 0);
 constexpr Colour MarginGrey = Rgb(0xdc, 0xdc, 0xdc);
 
-TEST_F(PaintTest, TextStandsInTextColours) {
+TEST_F(PaintTest, TextHasTextColours) {
     UseSettings(u"TextFg=#0000ff\nTextBg=#ffffc0");
     Show(u"HHHH");
     const Picture picture = Paint();
@@ -44,7 +44,7 @@ TEST_F(PaintTest, SelectionCutsTheRunsAndShowsTheLineEndAsOneCell) {
     EXPECT_FALSE(picture.Has(green, ColumnX(0), 0, ColumnX(2), LineHeight()));
     EXPECT_TRUE(picture.Has(green, ColumnX(2), 0, ColumnX(4), LineHeight()));
     EXPECT_TRUE(picture.Has(Red, ColumnX(2), 0, ColumnX(4), LineHeight()));
-    // The cell behind the last character stands for the line feed.
+    // The cell after the last character stands for the line feed.
     EXPECT_TRUE(picture.IsAll(green, ColumnX(4), 0, ColumnX(5), LineHeight()));
     EXPECT_FALSE(picture.Has(green, ColumnX(5), 0, picture.width, LineHeight()));
     EXPECT_FALSE(picture.Has(green, 0, LineHeight(), picture.width, 2 * LineHeight()));
@@ -205,7 +205,7 @@ TEST_F(PaintTest, ScrolledTextIsCutAtTheMarginAndNotDrawnOverIt) {
     EXPECT_TRUE(picture.Has(Red, TextLeft(), 0, TextLeft() + Average(), LineHeight()));
 }
 
-// A line that is open for editing is painted as edited; the lines behind it in their own colours.
+// A line that is open for editing is painted as edited; the lines after it in their own colours.
 TEST_F(PaintTest, LineBeingEditedIsPaintedAsEdited) {
     UseSettings(u"KeywordFg=#ff0000");
     Show(u"\nint", u"cpp");
@@ -309,7 +309,7 @@ TEST_F(PaintTest, ALongLineIsEditedAtItsEnd) {
     EXPECT_TRUE(before.Has(Red, TextLeft(), 0, TextLeft() + 40, LineHeight()));
     SendMessageW(view->GetWindow(), WM_CHAR, L' ', 1);
     EXPECT_EQ(Editor().CaretColumn(), 10000001u);
-    // The text has moved by a cell, so that a blank stands where the caret is.
+    // The text has moved by a cell, so that a blank is where the caret is.
     const Picture after = Paint();
     EXPECT_FALSE(after == before);
     EXPECT_TRUE(after.Has(Red, TextLeft(), 0, TextLeft() + 40, LineHeight()));

@@ -114,7 +114,7 @@ protected:
         view->SetHost(nullptr);
     }
     Picture Paint() {
-        // Without a caret, which would stand in the picture.
+        // Without a caret, which would be in the picture.
         view->HideCaret();
         InvalidateRect(view->GetWindow(), nullptr, TRUE);
         UpdateWindow(view->GetWindow());

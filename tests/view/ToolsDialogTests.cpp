@@ -64,7 +64,7 @@ TEST_F(ToolsTest, IsLaidOutCleanlyOnFinerScreens) {
     }
 }
 
-TEST_F(ToolsTest, StandsInTheMiddleOfItsOwner) {
+TEST_F(ToolsTest, IsInTheMiddleOfItsOwner) {
     const dialog::Parent owner(801, 603);
     Open(
         [&](HWND tools) {

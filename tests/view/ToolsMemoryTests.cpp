@@ -15,7 +15,7 @@ LRESULT CALLBACK RefuseItems(HWND list, UINT message, WPARAM wparam, LPARAM lpar
     return DefSubclassProc(list, message, wparam, lparam);
 }
 
-// Whether the tools of LoadThree were written into the model: behind all other sections then.
+// Whether the tools of LoadThree were written into the model: after all other sections then.
 bool AreStored(const IniFile& file) { return std::u16string(file.sections.head->next->name.Text()) == u"Engine_X"; }
 
 // The bytes of the model, which has none but ASCII characters.

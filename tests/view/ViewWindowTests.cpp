@@ -200,7 +200,7 @@ TEST_F(ViewWindowTest, TheBarsShowLinesAndPixels) {
 }
 
 // The system clamps a position to the last page; the view must agree with it.
-TEST_F(ViewWindowTest, TheViewStandsWhereTheSystemHoldsTheBar) {
+TEST_F(ViewWindowTest, TheViewIsWhereTheSystemHoldsTheBar) {
     Show(Lines(500));
     SendMessageW(Window(), WM_VSCROLL, SB_BOTTOM, 0);
     SCROLLINFO beyond = Bar(SB_VERT);
@@ -276,7 +276,7 @@ TEST_F(ViewWindowTest, CharactersAndKeysReachTheEditor) {
 
 // The input method.
 
-TEST_F(ViewWindowTest, TheCompositionWindowStandsAtTheCaret) {
+TEST_F(ViewWindowTest, TheCompositionWindowIsAtTheCaret) {
     Show(u"abcdef\nabcdef\nabcdef");
     FocusView();
     Editor().MoveCaret(2, 3, false);
