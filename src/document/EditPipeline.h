@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Assert.h"
 #include "document/Document.h"
 #include "document/TextContent.h"
 #include "document/UndoHistory.h"
@@ -20,7 +21,10 @@ public:
     // Everything that an operation calls while one lives is part of it.
     class Operation {
     public:
-        explicit Operation(EditPipeline& owner) : pipeline(owner) { ++pipeline.operations; }
+        explicit Operation(EditPipeline& owner) : pipeline(owner) {
+            ORVANE_ASSERT(!pipeline.notifier.IsTelling());
+            ++pipeline.operations;
+        }
         ~Operation() {
             if (--pipeline.operations == 0) pipeline.Finish();
         }

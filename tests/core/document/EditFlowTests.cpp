@@ -108,3 +108,16 @@ TEST_F(EditFlowTest, AnEmptiedOutputIsOneOperation) {
     EXPECT_EQ(view->editsFinished, 1);
     EXPECT_EQ(view->CaretOffset(), 0u);
 }
+
+#ifdef ORVANE_ASSERTIONS
+
+TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreTold) {
+    view->onMoved = [this] { document->InsertText(0, u"y", 1); };
+    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
+    view->onMoved = [this] { document->Undo(); };
+    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
+    view->onMoved = [this] { document->LoadEditLine(2); };
+    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
+}
+
+#endif
