@@ -53,7 +53,7 @@ void Painting(Bench::ShownDocument& shown, TextBuffer& document) {
         for (int paint = 0; paint < Paints; ++paint) {
             uint32_t state = shown.editor.StateAt(1000);
             for (uint32_t line = 1000; line <= 1000 + Bench::Surface::Rows; ++line) {
-                const TextSpan text = shown.editor.LineText(line);
+                const TextSpan text = shown.editor.Text().Line(line);
                 ColouredLine coloured;
                 document.Engine()->ColourLine(0, text.text, text.length + 1, state, coloured);
                 Bench::Keep(coloured);
@@ -134,7 +134,7 @@ void MatchingABracket(std::string sample) {
         Bench::Keep(document.Engine()->ScanState(document.Content(), document.Length(), 0, 0, stopped));
     };
     move();
-    Bench::Check(shown.editor.BracePartner() == None32, "the bracket has no partner");
+    Bench::Check(shown.editor.MatchedBrackets().partner == None32, "the bracket has no partner");
     Bench::Compare("a bracket without a partner against one state scan", move, scan, 1.5);
 }
 

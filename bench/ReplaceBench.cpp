@@ -3,6 +3,7 @@
 #include "SampleDocument.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
+#include "view/EditorFind.h"
 #include "viewbase/FindState.h"
 
 #include <algorithm>
@@ -72,7 +73,8 @@ void ReplaceAll(const std::string& original) {
     findState.matchCase = findState.wholeWord = true;
 
     const auto replace = [&] {
-        Bench::Check(shown.editor.ReplaceAll(longer.data(), static_cast<uint32_t>(longer.size()), false), "replacing");
+        Bench::Check(EditorFind::ReplaceAll(shown.editor, longer.data(), static_cast<uint32_t>(longer.size()), false),
+                     "replacing");
     };
     const auto undo = [&] { document->Undo(); };
     const auto redo = [&] { document->Redo(); };

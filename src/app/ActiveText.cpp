@@ -40,7 +40,7 @@ void ActiveText::MarkAsOutput() {
 bool ActiveText::AppendWordAtCaret(WString& out) const {
     const TextEditor* const editor = Editor();
     if (!editor) return true;
-    const TextSpan line = editor->CaretLineText();
+    const TextSpan line = editor->Text().Line(editor->CaretLine());
     uint32_t start = 0;
     uint32_t end = 0;
     Words::WordAt(line, editor->CaretColumn(), start, end);
@@ -50,11 +50,11 @@ bool ActiveText::AppendWordAtCaret(WString& out) const {
 
 bool ActiveText::AppendSelection(WString& out) const {
     const TextEditor* const editor = Editor();
-    if (!editor || !editor->HasSelection()) return AppendWordAtCaret(out);
+    if (!editor || !editor->Caret().HasSelection()) return AppendWordAtCaret(out);
     TextBuffer* const text = Document();
     if (!text->CommitEdit()) return false;
-    const uint32_t start = editor->SelectionStart();
-    return out.Append(text->Content() + start, editor->SelectionEnd() - start);
+    const uint32_t start = editor->Caret().SelectionStart();
+    return out.Append(text->Content() + start, editor->Caret().SelectionEnd() - start);
 }
 
 bool ActiveText::GetFileNameAtCaret(WString& name) const {

@@ -2,7 +2,6 @@
 
 #include "binary/BinaryDocument.h"
 #include "binary/HexPage.h"
-#include "viewbase/DragSelection.h"
 #include "viewbase/EditorInput.h"
 #include "viewbase/Redraw.h"
 #include "viewbase/ViewCommand.h"
@@ -12,7 +11,7 @@
 //
 // The caret may stand behind the last byte. A selection covers the bytes from its lower end up to, not
 // including, its upper one.
-class HexEditor final : public HexDocumentView, public EditorInput {
+class HexEditor final : public HexDocumentView, public EditorInput, public DragTarget {
 public:
     static constexpr uint32_t BytesPerRow = 16;
     // Characters of a full row's hex column, and where its text column begins, counted from the hex column.
@@ -49,14 +48,14 @@ public:
     void OnChar(Char character) override { TypeHexDigit(character); }
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
-    void OnLeftButtonDown(ClientPoint point, bool shift) override;
-    void OnMouseMove(ClientPoint point) override;
-    void OnDragTimer() override;
-    void OnLeftButtonUp() override { drag.End(); }
-    void OnCaptureLost() override { drag.OnCaptureLost(); }
+    DragSelection& Drag() override { return drag; }
     int32_t VisibleLines() const override { return visibleRows; }
     void SuspendRedraw() override { redraw.Suspend(); }
     void ResumeRedraw() override { static_cast<void>(redraw.Resume()); }
+
+    // DragTarget.
+    bool BeginSelection(ClientPoint point, bool extend) override;
+    void ExtendSelection(ClientPoint point) override;
 
     // Commands.
     bool CanDo(ViewCommand command) const;
@@ -104,7 +103,6 @@ public:
 private:
     uint64_t FileSize() const { return document ? document->FileSize() : 0; }
     ScrollState Scrolled() const { return {RowCount(), visibleRows, topRow}; }
-    void DragTo(ClientPoint point);
     void ToHighNibble();
     void UpdateCaret(bool scrollIntoView);
     void PlaceCaret();
@@ -123,7 +121,7 @@ private:
     uint32_t lowNibble = 0;  // 1 when the caret stands on the low nibble of its byte
     int32_t visibleRows = 0; // client height / line height
     Redraw redraw{surface};
-    DragSelection drag{surface};
+    DragSelection drag{surface, *this};
     MouseWheel wheel;
     ScrollBars bars{surface};
     // What the frame was told last.

@@ -95,25 +95,16 @@ uint64_t HexEditor::OffsetAt(ClientPoint point) const {
     return std::min(row * BytesPerRow + byte, FileSize());
 }
 
-void HexEditor::OnLeftButtonDown(ClientPoint point, bool shift) {
-    if (!document) return;
+bool HexEditor::BeginSelection(ClientPoint point, bool extend) {
+    if (!document) return false;
     surface.TakeFocus();
     if (HasSelection()) InvalidateBytes(anchor, caret);
     anchor = caret;
-    MoveTo(OffsetAt(point), shift);
-    drag.Begin(point);
+    MoveTo(OffsetAt(point), extend);
+    return true;
 }
 
-void HexEditor::OnMouseMove(ClientPoint point) {
-    if (drag.MoveTo(point)) DragTo(point);
-}
-
-void HexEditor::OnDragTimer() {
-    if (drag.IsActive()) DragTo(drag.Point());
-}
-
-// The move scrolls the caret into view: a mouse held above or below the window scrolls on.
-void HexEditor::DragTo(ClientPoint point) {
+void HexEditor::ExtendSelection(ClientPoint point) {
     const uint64_t offset = OffsetAt(point);
     if (offset != caret) MoveTo(offset, true);
 }

@@ -1,9 +1,8 @@
-// Copy, cut and paste of a TextEditor.
+#include "view/EditorClipboard.h"
 
 #include "base/Scan.h"
 #include "settings/Settings.h"
 #include "view/ColouredCopy.h"
-#include "view/EditorActions.h"
 #include "view/TextEditor.h"
 
 namespace {
@@ -32,9 +31,9 @@ void CopyRange(TextEditor& editor, uint32_t from, uint32_t to, bool wholeLine) {
 
 // The caret line with its line feed.
 void CaretLineRange(const TextEditor& editor, uint32_t& from, uint32_t& to) {
-    from = editor.LineStart(editor.CaretLine());
-    to = from + editor.CaretLineText().length;
-    if (to < editor.TextLength()) ++to;
+    from = editor.Text().LineStart(editor.CaretLine());
+    to = from + editor.Text().Line(editor.CaretLine()).length;
+    if (to < editor.Text().Length()) ++to;
 }
 
 // All of a paste but its undo group. `text` has line feeds only.
@@ -43,7 +42,7 @@ bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool 
     const uint32_t offset = editor.CaretOffset();
     const uint32_t length = text.Length();
     if (wholeLine) {
-        if (!document.InsertText(editor.LineStart(editor.CaretLine()), text.Text(), length)) return false;
+        if (!document.InsertText(editor.Text().LineStart(editor.CaretLine()), text.Text(), length)) return false;
         editor.MoveCaretToOffset(offset + length, false);
         return true;
     }
@@ -55,18 +54,18 @@ bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool 
 
 } // namespace
 
-void EditorActions::Copy(TextEditor& editor) {
+void EditorClipboard::Copy(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Content()) return;
-    uint32_t from = editor.SelectionStart();
-    uint32_t to = editor.SelectionEnd();
-    const bool wholeLine = !editor.HasSelection();
+    uint32_t from = editor.Caret().SelectionStart();
+    uint32_t to = editor.Caret().SelectionEnd();
+    const bool wholeLine = !editor.Caret().HasSelection();
     if (wholeLine) CaretLineRange(editor, from, to);
     CopyRange(editor, from, to, wholeLine);
 }
 
-void EditorActions::Cut(TextEditor& editor) {
-    if (editor.HasSelection()) {
+void EditorClipboard::Cut(TextEditor& editor) {
+    if (editor.Caret().HasSelection()) {
         Copy(editor);
         editor.DeleteSelection();
         return;
@@ -83,7 +82,7 @@ void EditorActions::Cut(TextEditor& editor) {
     editor.ResumeRedraw();
 }
 
-void EditorActions::Paste(TextEditor& editor) {
+void EditorClipboard::Paste(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
     WString text;
     bool wholeLine = false;
@@ -92,7 +91,7 @@ void EditorActions::Paste(TextEditor& editor) {
     uint32_t style = 0;
     if (!text.IsEmpty()) text.Truncate(NormaliseLineBreaks(text.Data(), lines, style));
 
-    const bool replaces = editor.HasSelection();
+    const bool replaces = editor.Caret().HasSelection();
     if (!replaces) {
         InsertPasted(editor, text, lines, wholeLine);
         return;
@@ -103,10 +102,10 @@ void EditorActions::Paste(TextEditor& editor) {
         document.AbandonGroup();
 }
 
-void EditorActions::CopyColoured(TextEditor& editor) {
+void EditorClipboard::CopyColoured(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
-    if (!editor.HasSelection() || !document.CommitEdit()) return;
+    if (!editor.Caret().HasSelection() || !document.CommitEdit()) return;
     ColouredCopy copy;
-    if (!copy.Make(document, editor.SelectionStart(), editor.SelectionEnd())) return;
+    if (!copy.Make(document, editor.Caret().SelectionStart(), editor.Caret().SelectionEnd())) return;
     editor.Surface().WriteClipboard(copy.Items(), ColouredCopy::ItemCount);
 }

@@ -1,11 +1,13 @@
-// The numbered commands of a TextEditor.
+#include "view/EditorCommands.h"
 
-#include "view/EditorActions.h"
+#include "view/EditorClipboard.h"
+#include "view/EditorFind.h"
+#include "view/EditorNavigation.h"
 #include "view/TextEditor.h"
 
 namespace {
 
-bool WithSelection(const TextEditor& editor) { return editor.HasSelection(); }
+bool WithSelection(const TextEditor& editor) { return editor.Caret().HasSelection(); }
 bool Always(const TextEditor&) { return true; }
 bool Never(const TextEditor&) { return false; } // the frame decides
 bool WhenWritable(const TextEditor& editor) { return !editor.GetTextBuffer()->IsReadOnly(); }
@@ -16,34 +18,29 @@ struct Command {
 };
 
 constexpr Command Commands[] = {
-    {WithSelection, EditorActions::Cut},
-    {WithSelection, EditorActions::Copy},
-    {Never, EditorActions::Paste},
+    {WithSelection, EditorClipboard::Cut},
+    {WithSelection, EditorClipboard::Copy},
+    {Never, EditorClipboard::Paste},
     {WithSelection, [](TextEditor& editor) { editor.DeleteSelection(); }},
-    {Always, EditorActions::SelectAll},
-    {Always, EditorActions::ShowFind},
-    {WhenWritable, EditorActions::ShowReplace},
+    {Always, EditorNavigation::SelectAll},
+    {Always, EditorFind::ShowFind},
+    {WhenWritable, EditorFind::ShowReplace},
     {Never, [](TextEditor& editor) { editor.Surface().ShowGoToDialog(); }},
     {Always, [](TextEditor& editor) { editor.ToggleBookmark(None32); }},
-    {WithSelection, EditorActions::CopyColoured},
+    {WithSelection, EditorClipboard::CopyColoured},
 };
 static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);
 
-// Null for a number that is no command.
-const Command* Find(ViewCommand command) {
-    const auto number = static_cast<uint32_t>(command);
-    return number < ViewCommandCount ? &Commands[number] : nullptr;
-}
+const Command& RowOf(ViewCommand command) { return Commands[static_cast<uint32_t>(command)]; }
 
 } // namespace
 
-bool TextEditor::IsCommandEnabled(ViewCommand command) const {
-    const Command* found = Find(command);
-    return document && found && found->isEnabled(*this);
+bool EditorCommands::IsKnown(ViewCommand command) { return static_cast<uint32_t>(command) < ViewCommandCount; }
+
+bool EditorCommands::IsEnabled(const TextEditor& editor, ViewCommand command) {
+    return IsKnown(command) && RowOf(command).isEnabled(editor);
 }
 
-bool TextEditor::ExecuteCommand(ViewCommand command) {
-    const Command* found = Find(command);
-    if (found && document) found->execute(*this);
-    return found != nullptr;
+void EditorCommands::Execute(TextEditor& editor, ViewCommand command) {
+    if (IsKnown(command)) RowOf(command).execute(editor);
 }

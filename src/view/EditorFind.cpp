@@ -1,8 +1,7 @@
-// Find and replace in a TextEditor.
+#include "view/EditorFind.h"
 
 #include "base/Scan.h"
 #include "base/Text.h"
-#include "view/EditorActions.h"
 #include "view/MatchList.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
@@ -10,70 +9,77 @@
 #include "viewbase/HostCalls.h"
 #include "viewbase/LongOperation.h"
 
-bool TextEditor::TakeSearchTextFromSelection() {
-    if (!HasSelection() || !document->CommitEdit()) return true;
-    const Char* text = document->Content() + SelectionStart();
-    const uint32_t length = SelectionEnd() - SelectionStart();
-    if (Scan::FindLineFeed(text, length) < length) return true;
-    return !findState.searchText.Assign(text, length);
+bool EditorFind::TakeTextFromSelection(TextEditor& editor) {
+    const TextCaret& caret = editor.Caret();
+    TextBuffer* document = editor.GetTextBuffer();
+    if (!caret.HasSelection() || !document->CommitEdit()) return false;
+    const Char* text = document->Content() + caret.SelectionStart();
+    const uint32_t length = caret.SelectionEnd() - caret.SelectionStart();
+    return Scan::FindLineFeed(text, length) == length && findState.searchText.Assign(text, length);
 }
 
-void EditorActions::ShowFind(TextEditor& editor) {
-    editor.TakeSearchTextFromSelection();
+void EditorFind::ShowFind(TextEditor& editor) {
+    TakeTextFromSelection(editor);
     editor.Surface().ShowFindDialog();
 }
 
-void EditorActions::ShowReplace(TextEditor& editor) {
-    editor.OwnSurface().ShowReplaceDialog(editor.TakeSearchTextFromSelection());
+void EditorFind::ShowReplace(TextEditor& editor) {
+    editor.OwnSurface().ShowReplaceDialog(!TakeTextFromSelection(editor));
 }
 
-void EditorActions::QuickSearch(TextEditor& editor, bool backward) {
-    if (editor.TakeSearchTextFromSelection()) {
+void EditorFind::QuickSearch(TextEditor& editor, bool backward) {
+    if (!TakeTextFromSelection(editor)) {
         uint32_t start = 0;
         uint32_t end = 0;
-        const TextSpan line = editor.CaretLineText();
+        const TextSpan line = editor.Text().Line(editor.CaretLine());
         Words::WordAt(line, editor.CaretColumn(), start, end);
         if (start == end || !findState.searchText.Assign(line.text + start, end - start)) return;
     }
-    editor.FindNext(backward);
+    FindNext(editor, backward);
 }
 
-bool TextEditor::FindNext(bool backward) {
+bool EditorFind::FindNext(TextEditor& editor, bool backward) {
+    TextBuffer* document = editor.GetTextBuffer();
     if (!document) return false;
+    EditorSurface& surface = editor.Surface();
     HostCalls::ShowStatus(surface, nullptr);
     SearchHit hit;
     bool success = false;
-    // A NUL ends what is compared, and a text never holds one: such a pattern stands nowhere.
+    // A NUL ends what is compared, and a text never holds one: such a pattern is nowhere.
     const WString& wanted = findState.searchText;
     const bool searchable = !wanted.IsEmpty() && Text::Length(wanted.Text()) == wanted.Length();
     {
         LongOperation progress(surface);
-        const uint32_t from = backward ? SelectionStart() : SelectionEnd();
+        const TextCaret& caret = editor.Caret();
+        const uint32_t from = backward ? caret.SelectionStart() : caret.SelectionEnd();
         success = searchable && findState.searchHistory.Add(wanted) &&
                   document->FindText({wanted.Text(), wanted.Length(), findState.matchCase, findState.wholeWord}, from,
-                                     TextLength(), backward, hit, &progress);
+                                     editor.Text().Length(), backward, hit, &progress);
     }
     if (!success) {
         HostCalls::SearchFailed(surface);
         return false;
     }
-    SelectRange(hit.offset, hit.offset + findState.searchHistory.Newest().Length());
+    editor.SelectRange(hit.offset, hit.offset + findState.searchHistory.Newest().Length());
     if (hit.wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
     return true;
 }
 
-bool TextEditor::ReplaceSelection(const Char* text, uint32_t length) {
-    if (!document || document->IsReadOnly() || !HasSelection() || !document->BeginGroup()) return false;
-    const uint32_t start = SelectionStart();
-    if (DeleteSelection() && document->InsertText(start, text, length) && document->EndGroup()) return true;
+bool EditorFind::ReplaceSelection(TextEditor& editor, const Char* text, uint32_t length) {
+    TextBuffer* document = editor.GetTextBuffer();
+    if (!document || document->IsReadOnly() || !editor.Caret().HasSelection() || !document->BeginGroup()) return false;
+    const uint32_t start = editor.Caret().SelectionStart();
+    if (editor.DeleteSelection() && document->InsertText(start, text, length) && document->EndGroup()) return true;
     document->AbandonGroup();
     return false;
 }
 
-bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSelection) {
+bool EditorFind::ReplaceAll(TextEditor& editor, const Char* replacement, uint32_t length, bool inSelection) {
+    TextBuffer* document = editor.GetTextBuffer();
     if (!document || !document->CommitEdit() || !document->Content()) return false;
-    const uint32_t start = inSelection ? SelectionStart() : 0;
-    const uint32_t end = inSelection ? SelectionEnd() : document->Length();
+    EditorSurface& surface = editor.Surface();
+    const uint32_t start = inSelection ? editor.Caret().SelectionStart() : 0;
+    const uint32_t end = inSelection ? editor.Caret().SelectionEnd() : document->Length();
     MatchList matches;
     MatchResult result = MatchResult::Done;
     if (findState.searchHistory.Count() && !document->IsReadOnly()) {
@@ -92,7 +98,7 @@ bool TextEditor::ReplaceAll(const Char* replacement, uint32_t length, bool inSel
     } else if (!done && result != MatchResult::Cancelled) {
         HostCalls::Warn(surface, u"Not enough memory");
     }
-    if (done && inSelection) SelectRange(start, static_cast<uint32_t>(newEnd));
+    if (done && inSelection) editor.SelectRange(start, static_cast<uint32_t>(newEnd));
     WString message;
     // Odd on purpose: docs/oddities.md.
     if (Text::AppendFormat(message, u"%u occurences replaced", done ? count : 0))

@@ -1,10 +1,9 @@
-// Indenting and unindenting a block of lines in a TextEditor.
+#include "view/EditorIndent.h"
 
 #include "base/Array.h"
 #include "base/Scan.h"
 #include "base/Text.h"
 #include "settings/Settings.h"
-#include "view/EditorActions.h"
 #include "view/TextEditor.h"
 
 namespace {
@@ -52,13 +51,13 @@ bool MakeUnit(WString& unit) {
 
 } // namespace
 
-void EditorActions::IndentBlock(TextEditor& editor, bool unindent) {
+void EditorIndent::IndentBlock(TextEditor& editor, bool unindent) {
     TextBuffer& document = *editor.GetTextBuffer();
     if (document.IsReadOnly() || !document.CommitEdit()) return;
     uint32_t start = 0;
     uint32_t lastLine = 0;
-    document.OffsetToLine(editor.SelectionStart(), start);
-    const uint32_t end = editor.SelectionEnd();
+    document.OffsetToLine(editor.Caret().SelectionStart(), start);
+    const uint32_t end = editor.Caret().SelectionEnd();
     document.OffsetToLine(end, lastLine);
 
     Array<ReplacedRange> changes;

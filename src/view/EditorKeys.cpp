@@ -1,7 +1,10 @@
-// The keys of a TextEditor.
+#include "view/EditorKeys.h"
 
 #include "document/Document.h"
-#include "view/EditorActions.h"
+#include "view/EditorClipboard.h"
+#include "view/EditorFind.h"
+#include "view/EditorNavigation.h"
+#include "view/EditorTyping.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
 #include "viewbase/ViewKey.h"
@@ -26,7 +29,7 @@ struct KeyPress {
 
 void ToPreviousLineEnd(const KeyPress& press) {
     if (press.line == 0) return press.Move(0, 0);
-    press.Move(press.line - 1, press.editor.LineText(press.line - 1).length);
+    press.Move(press.line - 1, press.editor.Text().Line(press.line - 1).length);
 }
 
 void Left(const KeyPress& press) {
@@ -41,7 +44,7 @@ void WordLeft(const KeyPress& press) {
 
 void Right(const KeyPress& press) {
     if (press.column < press.text.length) return press.Move(press.line, press.column + 1);
-    if (press.line + 1 < press.editor.LineCount()) return press.Move(press.line + 1, 0);
+    if (press.line + 1 < press.editor.Text().LineCount()) return press.Move(press.line + 1, 0);
     press.Move(press.line, press.column);
 }
 
@@ -50,9 +53,9 @@ void WordRight(const KeyPress& press) {
     press.Move(press.line, Words::EndAfter(press.text, press.column));
 }
 
-void Up(const KeyPress& press) { press.Move(press.line ? press.line - 1 : 0, press.editor.PreferredColumn()); }
+void Up(const KeyPress& press) { press.Move(press.line ? press.line - 1 : 0, press.editor.Caret().PreferredColumn()); }
 
-void Down(const KeyPress& press) { press.Move(press.line + 1, press.editor.PreferredColumn()); }
+void Down(const KeyPress& press) { press.Move(press.line + 1, press.editor.Caret().PreferredColumn()); }
 
 // Scrolls by one line; the caret moves only when it would leave the view, and not when it is out of it.
 void ScrollUp(const KeyPress& press) {
@@ -61,7 +64,7 @@ void ScrollUp(const KeyPress& press) {
     if (top == 0) return;
     editor.SetTopLine(top - 1);
     if (press.line > 0 && press.line + 1 == uint64_t(top) + press.Rows()) {
-        editor.MoveCaret(press.line - 1, editor.PreferredColumn(), false);
+        editor.MoveCaret(press.line - 1, editor.Caret().PreferredColumn(), false);
     } else {
         editor.UpdateCaret(false);
     }
@@ -70,10 +73,10 @@ void ScrollUp(const KeyPress& press) {
 void ScrollDown(const KeyPress& press) {
     TextEditor& editor = press.editor;
     const uint32_t top = editor.TopLine();
-    if (uint64_t(top) + press.Rows() >= editor.LineCount()) return;
+    if (uint64_t(top) + press.Rows() >= editor.Text().LineCount()) return;
     editor.SetTopLine(top + 1);
     if (press.line == top) {
-        editor.MoveCaret(press.line + 1, editor.PreferredColumn(), false);
+        editor.MoveCaret(press.line + 1, editor.Caret().PreferredColumn(), false);
     } else {
         editor.UpdateCaret(false);
     }
@@ -81,10 +84,10 @@ void ScrollDown(const KeyPress& press) {
 
 void PageUp(const KeyPress& press) {
     const uint32_t rows = press.Rows();
-    press.Move(press.line > rows ? press.line - rows : 0, press.editor.PreferredColumn());
+    press.Move(press.line > rows ? press.line - rows : 0, press.editor.Caret().PreferredColumn());
 }
 
-void PageDown(const KeyPress& press) { press.Move(press.line + press.Rows(), press.editor.PreferredColumn()); }
+void PageDown(const KeyPress& press) { press.Move(press.line + press.Rows(), press.editor.Caret().PreferredColumn()); }
 
 void SmartHome(const KeyPress& press) {
     const uint32_t first = Words::FirstNonBlank(press.text);
@@ -96,20 +99,20 @@ void DocumentStart(const KeyPress& press) { press.Move(0, 0); }
 void LineEnd(const KeyPress& press) { press.Move(press.line, press.text.length); }
 
 void DocumentEnd(const KeyPress& press) {
-    const uint32_t last = press.editor.LineCount() - 1;
-    press.Move(last, press.editor.LineText(last).length);
+    const uint32_t last = press.editor.Text().LineCount() - 1;
+    press.Move(last, press.editor.Text().Line(last).length);
 }
 
 void Escape(const KeyPress& press) { press.Move(press.line, press.column); }
 
 void Insert(const KeyPress& press) {
-    if (press.shift) return EditorActions::Paste(press.editor);
+    if (press.shift) return EditorClipboard::Paste(press.editor);
     press.editor.ToggleOverwrite();
 }
 
 void Delete(const KeyPress& press) {
-    if (press.shift) return EditorActions::Cut(press.editor);
-    EditorActions::DeleteForward(press.editor, false);
+    if (press.shift) return EditorClipboard::Cut(press.editor);
+    EditorTyping::DeleteForward(press.editor, false);
 }
 
 void CtrlF2(const KeyPress& press) {
@@ -156,15 +159,15 @@ constexpr KeyBinding Bindings[] = {
     {ViewKey::Escape, false, Escape},
     {ViewKey::Escape, true, Escape},
     {ViewKey::Insert, false, Insert},
-    {ViewKey::Insert, true, [](const KeyPress& press) { EditorActions::Copy(press.editor); }},
+    {ViewKey::Insert, true, [](const KeyPress& press) { EditorClipboard::Copy(press.editor); }},
     {ViewKey::Delete, false, Delete},
-    {ViewKey::Delete, true, [](const KeyPress& press) { EditorActions::DeleteForward(press.editor, true); }},
-    {ViewKey::Backspace, false, [](const KeyPress& press) { EditorActions::DeleteBack(press.editor, false); }},
-    {ViewKey::Backspace, true, [](const KeyPress& press) { EditorActions::DeleteBack(press.editor, true); }},
-    {ViewKey::F2, false, [](const KeyPress& press) { EditorActions::GoToBookmark(press.editor, press.shift); }},
+    {ViewKey::Delete, true, [](const KeyPress& press) { EditorTyping::DeleteForward(press.editor, true); }},
+    {ViewKey::Backspace, false, [](const KeyPress& press) { EditorTyping::DeleteBack(press.editor, false); }},
+    {ViewKey::Backspace, true, [](const KeyPress& press) { EditorTyping::DeleteBack(press.editor, true); }},
+    {ViewKey::F2, false, [](const KeyPress& press) { EditorNavigation::GoToBookmark(press.editor, press.shift); }},
     {ViewKey::F2, true, CtrlF2},
-    {ViewKey::F3, false, [](const KeyPress& press) { press.editor.FindNext(press.shift); }},
-    {ViewKey::F3, true, [](const KeyPress& press) { EditorActions::QuickSearch(press.editor, press.shift); }},
+    {ViewKey::F3, false, [](const KeyPress& press) { EditorFind::FindNext(press.editor, press.shift); }},
+    {ViewKey::F3, true, [](const KeyPress& press) { EditorFind::QuickSearch(press.editor, press.shift); }},
     {u'A', true, Execute<ViewCommand::SelectAll>},
     {u'C', true, Execute<ViewCommand::Copy>},
     {u'F', true, Execute<ViewCommand::Find>},
@@ -172,22 +175,23 @@ constexpr KeyBinding Bindings[] = {
     {u'H', true, Execute<ViewCommand::Replace>},
     {u'T', true, CaretLineToTop},
     {u'V', true, Execute<ViewCommand::Paste>},
-    {u'W', true, [](const KeyPress& press) { EditorActions::SelectWord(press.editor, true); }},
+    {u'W', true, [](const KeyPress& press) { EditorNavigation::SelectWord(press.editor, true); }},
     {u'X', true, Execute<ViewCommand::Cut>},
     {u'Y', true, Document<DocumentCommand::Redo>},
     {u'Z', true, Document<DocumentCommand::Undo>},
-    {ViewKey::CloseBracket, true, [](const KeyPress& press) { EditorActions::GoToPartner(press.editor, press.shift); }},
+    {ViewKey::CloseBracket, true,
+     [](const KeyPress& press) { EditorNavigation::GoToPartner(press.editor, press.shift); }},
 };
 
 } // namespace
 
-void TextEditor::OnKeyDown(uint32_t key) {
-    if (!document) return;
-    if (document->EditLineNumber() != caretLine) OpenCaretLine();
-    const bool ctrl = surface.IsCtrlDown();
+void EditorKeys::Press(TextEditor& editor, uint32_t key) {
+    const bool ctrl = editor.Surface().IsCtrlDown();
     for (const KeyBinding& binding : Bindings) {
         if (binding.key != key || binding.ctrl != ctrl) continue;
-        binding.handle({*this, surface.IsShiftDown(), caretLine, caretColumn, CaretLineText()});
+        const TextPosition caret = editor.Caret().Position();
+        binding.handle(
+            {editor, editor.Surface().IsShiftDown(), caret.line, caret.column, editor.Text().Line(caret.line)});
         return;
     }
 }

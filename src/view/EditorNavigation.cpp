@@ -1,11 +1,11 @@
-// Jumps of the caret: bookmarks, brackets, words.
+#include "view/EditorNavigation.h"
 
 #include "view/Brackets.h"
-#include "view/EditorActions.h"
+#include "view/FilePosition.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
 
-void EditorActions::GoToBookmark(TextEditor& editor, bool backward) {
+void EditorNavigation::GoToBookmark(TextEditor& editor, bool backward) {
     TextBuffer& document = *editor.GetTextBuffer();
     constexpr uint32_t Mask = LineMark::Bookmark;
     const uint32_t line = editor.CaretLine();
@@ -28,7 +28,7 @@ uint32_t JumpStart(const TextBuffer& document, uint32_t caret, Bracket& bracket)
 
 } // namespace
 
-void EditorActions::GoToPartner(TextEditor& editor, bool extend) {
+void EditorNavigation::GoToPartner(TextEditor& editor, bool extend) {
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Engine() || !document.Content()) return;
     Bracket bracket;
@@ -38,12 +38,19 @@ void EditorActions::GoToPartner(TextEditor& editor, bool extend) {
     if (partner != None32) editor.MoveCaretToOffset(partner, extend);
 }
 
-void EditorActions::SelectAll(TextEditor& editor) { editor.SelectRange(0, editor.TextLength()); }
+void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange(0, editor.Text().Length()); }
 
-void EditorActions::SelectWord(TextEditor& editor, bool evenIfEmpty) {
+void EditorNavigation::SelectWord(TextEditor& editor, bool evenIfEmpty) {
     uint32_t start = 0;
     uint32_t end = 0;
-    Words::WordAt(editor.CaretLineText(), editor.CaretColumn(), start, end);
-    const uint32_t lineStart = editor.LineStart(editor.CaretLine());
+    Words::WordAt(editor.Text().Line(editor.CaretLine()), editor.CaretColumn(), start, end);
+    const uint32_t lineStart = editor.Text().LineStart(editor.CaretLine());
     if (evenIfEmpty || end > start) editor.SelectRange(lineStart + start, lineStart + end);
+}
+
+void EditorNavigation::OpenNamedFile(TextEditor& editor) {
+    ViewHost* host = editor.Surface().Host();
+    FilePosition position;
+    if (host && position.Parse(editor.Text().Line(editor.CaretLine())))
+        host->OpenFileAtLine(position.path.Text(), position.line);
 }

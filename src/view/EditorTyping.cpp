@@ -1,21 +1,17 @@
-// Characters typed into a TextEditor, and single deletions.
+#include "view/EditorTyping.h"
 
 #include "base/Text.h"
 #include "settings/Settings.h"
-#include "view/EditorActions.h"
-#include "view/FilePosition.h"
+#include "view/EditorIndent.h"
+#include "view/EditorNavigation.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
 
 namespace {
 
 bool SpansLines(const TextEditor& editor) {
-    uint32_t first = 0;
-    uint32_t last = 0;
-    uint32_t column = 0;
-    editor.OffsetToLineColumn(editor.SelectionStart(), first, column);
-    editor.OffsetToLineColumn(editor.SelectionEnd(), last, column);
-    return first != last;
+    const TextCaret& caret = editor.Caret();
+    return editor.Text().LineOf(caret.SelectionStart()) != editor.Text().LineOf(caret.SelectionEnd());
 }
 
 // How many spaces a backspace takes at `column`.
@@ -28,72 +24,62 @@ uint32_t BackToTabStop(TextSpan line, uint32_t column) {
     return beyond ? beyond : TabSize();
 }
 
-} // namespace
-
-void TextEditor::OnChar(Char character) {
-    const bool accepted = character == u'\r' || character == u'\n' || character == u'\t' || character >= 32;
-    if (!document || !accepted || surface.IsCtrlDown()) return;
-    if (character == u'\t' && HasSelection() && SpansLines(*this))
-        return EditorActions::IndentBlock(*this, surface.IsShiftDown());
-    if (character == u'\r' && document->IsOutput()) return EditorActions::OpenNamedFile(*this);
-    if (HasSelection() && !DeleteSelection()) return;
-    PrepareEdit();
-    if (character == u'\t' && settings.ReplaceTabs) {
-        InsertTabAsSpaces();
-    } else {
-        document->TypeChar(this, character, caretColumn, true, overwrite);
-    }
-}
-
-void TextEditor::PrepareEdit() {
-    const auto rows = static_cast<uint32_t>(visibleLines > 0 ? visibleLines : 1);
-    if (caretLine < topLine || caretLine - topLine >= rows) UpdateCaret(true);
-    OpenCaretLine();
-}
-
 // A tab before the caret counts as a whole tab width, not up to its stop.
 // Odd on purpose: docs/oddities.md.
-bool TextEditor::InsertTabAsSpaces() {
+void InsertTabAsSpaces(TextEditor& editor) {
     const uint32_t size = TabSize();
-    const TextSpan line = CaretLineText();
+    const TextSpan line = editor.Text().Line(editor.CaretLine());
     uint64_t visual = 0;
-    for (uint32_t i = 0; i < caretColumn && i < line.length; ++i) visual += line.text[i] == u'\t' ? size : 1;
+    for (uint32_t i = 0; i < editor.CaretColumn() && i < line.length; ++i) visual += line.text[i] == u'\t' ? size : 1;
     for (uint64_t count = size - visual % size; count; --count) {
-        if (!document->TypeChar(this, u' ', caretColumn, true, false)) return false;
+        if (!editor.GetTextBuffer()->TypeChar(&editor, u' ', editor.CaretColumn(), true, false)) return;
     }
-    document->EndTyping();
-    return true;
+    editor.GetTextBuffer()->EndTyping();
 }
 
-void EditorActions::DeleteForward(TextEditor& editor, bool word) {
-    if (!word && editor.HasSelection()) {
+} // namespace
+
+void EditorTyping::Type(TextEditor& editor, Char character) {
+    const bool isText = character == u'\r' || character == u'\n' || character == u'\t' || character >= 32;
+    const EditorSurface& surface = editor.Surface();
+    if (!isText || surface.IsCtrlDown()) return;
+    TextBuffer& document = *editor.GetTextBuffer();
+    const bool replaces = editor.Caret().HasSelection();
+    if (character == u'\t' && replaces && SpansLines(editor))
+        return EditorIndent::IndentBlock(editor, surface.IsShiftDown());
+    if (character == u'\r' && document.IsOutput()) return EditorNavigation::OpenNamedFile(editor);
+    if (replaces && !editor.DeleteSelection()) return;
+    editor.PrepareEdit();
+    if (character == u'\t' && settings.ReplaceTabs) {
+        InsertTabAsSpaces(editor);
+    } else {
+        document.TypeChar(&editor, character, editor.CaretColumn(), true, editor.IsOverwriting());
+    }
+}
+
+void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
+    if (!word && editor.Caret().HasSelection()) {
         editor.DeleteSelection();
         return;
     }
     const uint32_t column = editor.CaretColumn();
-    const TextSpan line = editor.CaretLineText();
+    const TextSpan line = editor.Text().Line(editor.CaretLine());
     const uint32_t count = word && column < line.length ? Words::EndAfter(line, column) - column : 1;
     editor.PrepareEdit();
     editor.GetTextBuffer()->DeleteInEditLine(&editor, column, count);
     editor.MoveCaret(editor.CaretLine(), column, false);
 }
 
-void EditorActions::DeleteBack(TextEditor& editor, bool word) {
-    if (!word && editor.HasSelection()) {
+void EditorTyping::DeleteBack(TextEditor& editor, bool word) {
+    if (!word && editor.Caret().HasSelection()) {
         editor.DeleteSelection();
         return;
     }
     const uint32_t column = editor.CaretColumn();
-    const TextSpan line = editor.CaretLineText();
+    const TextSpan line = editor.Text().Line(editor.CaretLine());
     uint32_t count = 1;
     if (column > 0) count = word ? column - Words::StartBefore(line, column) : BackToTabStop(line, column);
     const uint32_t offset = editor.CaretOffset();
     if (offset < count || !editor.GetTextBuffer()->CommitEdit()) return;
     editor.GetTextBuffer()->DeleteText(offset - count, count);
-}
-
-void EditorActions::OpenNamedFile(TextEditor& editor) {
-    ViewHost* host = editor.Surface().Host();
-    FilePosition position;
-    if (host && position.Parse(editor.CaretLineText())) host->OpenFileAtLine(position.path.Text(), position.line);
 }

@@ -19,12 +19,12 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     const int32_t lineHeight = style.metrics.lineHeight;
     if (!document || !document->Content() || lineHeight <= 0) return false;
     const int32_t width = editor->Surface().Size().width;
-    gutter = editor->GutterWidth();
-    style.textLeft = editor->TextLeft();
+    gutter = editor->Viewport().GutterWidth();
+    style.textLeft = editor->Viewport().TextLeft();
     style.textRight = width > style.textLeft ? width : style.textLeft;
-    style.scroll = editor->HorizontalScroll();
-    style.selectionStart = editor->SelectionStart();
-    style.selectionEnd = editor->SelectionEnd();
+    style.scroll = editor->Viewport().HorizontalScroll();
+    style.selectionStart = editor->Caret().SelectionStart();
+    style.selectionEnd = editor->Caret().SelectionEnd();
     style.selectionForeground = settings.SelFg;
     style.selectionBackground = settings.SelBg;
     style.showWhitespace = settings.ShowWhitespace != 0;
@@ -36,8 +36,8 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     nextLine = all ? topLine : rowOf(updateTop);
     lastLine = all ? topLine + static_cast<uint32_t>(editor->VisibleLines()) : rowOf(updateBottom - 1);
     storeStart = document->LineToOffset(nextLine);
-    lineStart = editor->LineStart(nextLine);
-    state = nextLine < editor->LineCount() ? editor->StateAt(nextLine) : 0;
+    lineStart = editor->Text().LineStart(nextLine);
+    state = nextLine < editor->Text().LineCount() ? editor->StateAt(nextLine) : 0;
     mark = document->NextMark(nextLine, LineMark::Bookmark, true);
     return true;
 }
@@ -48,7 +48,7 @@ bool RowPlan::Next(RowPicture& row) {
     row.line = nextLine;
     row.top = static_cast<int32_t>(nextLine - topLine) * style.metrics.lineHeight;
     row.fill = settings.TextBg;
-    row.pastEnd = nextLine >= editor->LineCount();
+    row.pastEnd = nextLine >= editor->Text().LineCount();
     if (!row.pastEnd) {
         const TextSpan line = TakeLine();
         AddText(row, line);
@@ -65,7 +65,7 @@ bool RowPlan::Next(RowPicture& row) {
 TextSpan RowPlan::TakeLine() {
     if (nextLine == document->EditLineNumber()) {
         storeStart += document->EditLineStoreLength();
-        return editor->LineText(nextLine);
+        return editor->Text().Line(nextLine);
     }
     bool isLast = false;
     const TextSpan line = {document->Content() + storeStart, document->LineLength(storeStart, isLast)};
@@ -82,7 +82,7 @@ uint32_t RowPlan::SeenLength(TextSpan line, LinePlace from) const {
 }
 
 void RowPlan::AddText(RowPicture& row, TextSpan line) {
-    const LinePlace from = editor->PlaceLeftOfWindow(lineStart);
+    const LinePlace from = editor->Viewport().PlaceLeftOfWindow(lineStart);
     const uint32_t seen = SeenLength(line, from);
     const uint32_t entered = state;
     const ColourSpan plain = {settings.TextFg, settings.TextBg, seen};
@@ -106,7 +106,7 @@ void RowPlan::AddNumber(RowPicture& row) {
     uint32_t at = NumberCapacity;
     uint64_t rest = uint64_t(nextLine) + 1;
     for (; rest; rest /= 10) number[--at] = static_cast<Char>(u'0' + rest % 10);
-    const uint32_t digits = editor->LineNumberDigits();
+    const uint32_t digits = editor->Viewport().LineNumberDigits();
     while (NumberCapacity - at < digits) number[--at] = u' ';
     row.number = number + at;
     row.numberLength = NumberCapacity - at;

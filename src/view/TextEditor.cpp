@@ -1,42 +1,59 @@
-// The document of a TextEditor, and its text with the open line in its edited form.
-
 #include "view/TextEditor.h"
 
+#include "document/TextChange.h"
+#include "view/EditorCommands.h"
+#include "view/EditorKeys.h"
+#include "view/EditorNavigation.h"
+#include "view/EditorTyping.h"
 #include "viewbase/HostCalls.h"
 
+// The document.
+
 void TextEditor::SetDocument(TextBuffer* newDocument) {
-    if (document && document != newDocument) document->ForgetView(this);
-    document = newDocument;
-    caretLine = caretColumn = preferredColumn = 0;
-    selectionAnchor = caretOffset = 0;
-    topLine = 0;
+    TextBuffer* old = text.Document();
+    if (old && old != newDocument) old->ForgetView(this);
+    text.Show(newDocument);
+    caret = TextCaret();
     owesScroll = false;
-    horizontalScroll = 0;
-    pair = BracePair();
-    TextChanged(0);
-    if (!document) return;
-    RecomputeDigits();
-    RecomputeColumns();
-    UpdateScrollBars();
+    match.Forget();
+    viewport.Reset();
+    if (newDocument) viewport.UpdateScrollBars();
+}
+
+void TextEditor::InvalidateLines(uint32_t first, uint32_t last) { redraw.InvalidateRows(first, last, viewport.Rows()); }
+
+void TextEditor::LineCountChanged() {
+    if (viewport.UpdateGutter()) {
+        Invalidate();
+        UpdateCaret(false);
+    }
+    if (!redraw.DefersCaret()) viewport.UpdateScrollBars();
 }
 
 void TextEditor::TextChanged(uint32_t offset) {
-    states.TextChanged(offset);
-    measured.TextChanged(offset);
+    text.TextChanged(offset);
+    viewport.TextChanged(offset);
 }
 
-void TextEditor::OnAttached() {
-    if (document) document->ViewAttached(this);
-    bars.Forget();
-    UpdateScrollBars();
+void TextEditor::PlaceCaret(uint32_t line, uint32_t column) {
+    if (!GetTextBuffer()) return;
+    SetCaret({line, column}, false);
+    matchDue = true;
 }
 
-void TextEditor::OnFocus() {
-    if (!document) return;
-    document->SetActiveView(this);
-    sentStatus = Status(); // another view has written into the fields meanwhile
-    OpenCaretLine();
-    UpdateCaret(false);
+void TextEditor::PlaceSelection(uint32_t anchor, uint32_t end) {
+    const TextPosition place = text.PositionOf(end < text.Length() ? end : text.Length());
+    PlaceCaret(place.line, place.column);
+    SetSelection(anchor);
+}
+
+void TextEditor::FollowChange(const TextChange& change) {
+    caret.Follow(text, change);
+    viewport.Follow(change);
+}
+
+void TextEditor::EditFinished() {
+    if (matchDue) MatchBrackets();
 }
 
 void TextEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
@@ -45,60 +62,222 @@ void TextEditor::RunStateChanged(Document* changed, bool running) {
     if (ViewHost* host = surface.Host()) host->CheckChangedOnDisk(changed, running);
 }
 
-void TextEditor::OpenCaretLine() {
-    if (document) document->LoadEditLine(caretLine);
+// The window.
+
+void TextEditor::OnAttached() {
+    if (TextBuffer* document = GetTextBuffer()) document->ViewAttached(this);
+    viewport.ForgetScrollBars();
+    viewport.UpdateScrollBars();
 }
 
-uint32_t TextEditor::PendingGrowth() const {
-    return document->HasPendingEdit() ? document->EditLine().Length() - document->EditLineStoreLength() : 0;
+void TextEditor::OnSize(bool coloursChanged) {
+    if (coloursChanged) text.TextChanged(0);
+    viewport.Measure();
+    if (!surface.HasWindow()) return;
+    surface.RenewCaret();
+    const bool owed = owesScroll && VisibleLines() > 0;
+    if (owed) owesScroll = false;
+    UpdateCaret(owed);
 }
 
-TextSpan TextEditor::LineText(uint32_t line) const {
-    if (!document || !document->Content()) return {u"", 0};
-    if (line >= document->GetLineCount()) line = document->GetLineCount() - 1;
-    if (line == document->EditLineNumber()) {
-        const WString& open = document->EditLine();
-        return {open.Text(), open.IsEmpty() ? 0 : open.Length() - 1};
-    }
-    const uint32_t start = document->LineToOffset(line);
-    bool isLast = false;
-    return {document->Content() + start, document->LineLength(start, isLast)};
-}
-
-uint32_t TextEditor::LineStart(uint32_t line) const {
-    if (!document) return 0;
-    const uint32_t start = document->LineToOffset(line);
-    // A line past the end yields the last one, which may be the open one itself.
-    return start > document->EditLineStart() && line > document->EditLineNumber() ? start + PendingGrowth() : start;
-}
-
-uint32_t TextEditor::TextLength() const { return document ? document->Length() + PendingGrowth() : 0; }
-
-void TextEditor::OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column) const {
-    line = column = 0;
+void TextEditor::OnFocus() {
+    TextBuffer* document = GetTextBuffer();
     if (!document) return;
-    if (document->HasPendingEdit()) {
-        const uint32_t start = document->EditLineStart();
-        if (offset >= start && offset - start < document->EditLine().Length()) {
-            line = document->EditLineNumber();
-            column = offset - start;
-            return;
-        }
-        if (offset > start) offset -= PendingGrowth();
-    }
-    document->OffsetToLineColumn(offset, line, column);
+    document->SetActiveView(this);
+    status.Forget();
+    OpenCaretLine();
+    UpdateCaret(false);
 }
 
-uint32_t TextEditor::StateAt(uint32_t line) {
-    if (!document || !document->Engine() || !document->Content()) return 0;
-    SyntaxEngine& engine = *document->Engine();
-    const Char* text = document->Content();
-    const uint32_t start = document->LineToOffset(line);
-    if (!document->HasPendingEdit() || start <= document->EditLineStart()) return states.At(engine, text, start);
+void TextEditor::OnKeyDown(uint32_t key) {
+    TextBuffer* document = GetTextBuffer();
+    if (!document) return;
+    if (document->EditLineNumber() != caret.Line()) OpenCaretLine();
+    EditorKeys::Press(*this, key);
+}
 
-    const WString& open = document->EditLine();
-    const uint32_t behind = document->EditLineStart() + document->EditLineStoreLength();
-    uint32_t state = states.At(engine, text, document->EditLineStart());
-    state = engine.ScanLines(open.Text(), open.Length(), state);
-    return engine.ScanLines(text + behind, start - behind, state);
+void TextEditor::OnChar(Char character) {
+    if (GetTextBuffer()) EditorTyping::Type(*this, character);
+}
+
+void TextEditor::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) {
+    const bool vertical = axis == ScrollAxis::Vertical;
+    const int32_t step = vertical ? 1 : surface.Metrics().averageWidth;
+    const uint64_t position = viewport.Scrolled(axis).After(request, step, trackPosition);
+    if (vertical) {
+        SetTopLine(static_cast<uint32_t>(position));
+    } else {
+        viewport.SetHorizontalScroll(static_cast<int64_t>(position));
+    }
+    UpdateCaret(false);
+}
+
+void TextEditor::OnWheel(const WheelTurn& turn) {
+    const int64_t lines = wheel.Turn(turn, surface.Host());
+    if (lines == 0 || !GetTextBuffer()) return;
+    SetTopLine(static_cast<uint32_t>(viewport.Scrolled(ScrollAxis::Vertical).Moved(lines)));
+    UpdateCaret(false);
+}
+
+void TextEditor::ResumeRedraw() {
+    if (redraw.Resume()) UpdateCaret(true);
+}
+
+bool TextEditor::BeginSelection(ClientPoint point, bool extend) {
+    if (!GetTextBuffer()) return false;
+    GetTextBuffer()->CommitEdit();
+    surface.TakeFocus();
+    CollapseSelection();
+    const TextPosition place = viewport.PositionAt(point);
+    MoveCaret(place.line, place.column, extend);
+    return true;
+}
+
+void TextEditor::ExtendSelection(ClientPoint point) {
+    const TextPosition place = viewport.PositionAt(point);
+    if (place != caret.Position()) MoveCaret(place.line, place.column, true);
+}
+
+void TextEditor::OnDoubleClick() {
+    if (!GetTextBuffer()) return;
+    if (GetTextBuffer()->IsOutput()) {
+        EditorNavigation::OpenNamedFile(*this);
+    } else {
+        EditorNavigation::SelectWord(*this, false);
+    }
+}
+
+bool TextEditor::IsCommandEnabled(ViewCommand command) const {
+    return GetTextBuffer() && EditorCommands::IsEnabled(*this, command);
+}
+
+bool TextEditor::ExecuteCommand(ViewCommand command) {
+    if (!EditorCommands::IsKnown(command)) return false;
+    if (GetTextBuffer()) EditorCommands::Execute(*this, command);
+    return true;
+}
+
+// Caret and selection.
+
+void TextEditor::OpenCaretLine() {
+    if (TextBuffer* document = GetTextBuffer()) document->LoadEditLine(caret.Line());
+}
+
+void TextEditor::MoveCaret(uint32_t line, uint32_t column, bool extend) {
+    TextBuffer* document = GetTextBuffer();
+    if (!document) return;
+    if (document->ActiveView() == this) document->LoadEditLine(line);
+    SetCaret({line, column}, extend);
+    MatchBrackets();
+}
+
+void TextEditor::SetCaret(TextPosition place, bool extend) {
+    const TextCaret old = caret;
+    caret.MoveTo(text, place, extend);
+    if (extend) {
+        // Only what lies between the old and the new caret becomes selected or ceases to be.
+        if (caret.Offset() != old.Offset()) InvalidateLines(old.Line(), caret.Line());
+    } else if (old.HasSelection()) {
+        InvalidateLines(text.LineOf(old.Anchor()), old.Line());
+    }
+    if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
+    UpdateCaret(true);
+}
+
+void TextEditor::MoveCaretToOffset(uint32_t offset, bool extend) {
+    const TextPosition place = text.PositionOf(offset);
+    MoveCaret(place.line, place.column, extend);
+}
+
+void TextEditor::SelectRange(uint32_t anchor, uint32_t end) {
+    MoveCaretToOffset(end < text.Length() ? end : text.Length(), false);
+    SetSelection(anchor);
+}
+
+void TextEditor::SetSelection(uint32_t anchor) {
+    caret.SetAnchor(text, anchor);
+    Invalidate();
+}
+
+void TextEditor::CollapseSelection() {
+    if (!caret.HasSelection()) return;
+    InvalidateLines(text.LineOf(caret.Anchor()), caret.Line());
+    caret.Collapse();
+}
+
+bool TextEditor::DeleteSelection() {
+    const uint32_t start = caret.SelectionStart();
+    return caret.HasSelection() && GetTextBuffer()->DeleteText(start, caret.SelectionEnd() - start);
+}
+
+void TextEditor::GoToLine(uint32_t line, bool selectLine) {
+    MoveCaret(line, 0);
+    if (!selectLine) return;
+    caret.SetAnchor(text, caret.Offset() + text.Line(caret.Line()).length);
+    InvalidateLines(caret.Line(), caret.Line());
+}
+
+void TextEditor::UpdateCaret(bool scrollIntoView) {
+    if (redraw.DefersCaret() || !GetTextBuffer()) return;
+    if (!surface.HasWindow()) {
+        owesScroll = owesScroll || scrollIntoView;
+        return;
+    }
+    const int64_t caretX = viewport.CaretX(caret);
+    if (scrollIntoView) viewport.ScrollIntoView(caret, caretX);
+    if (surface.HasFocus()) {
+        viewport.ShowCaret(caret, caretX);
+        RefreshStatus();
+    }
+    viewport.UpdateScrollBars();
+}
+
+void TextEditor::SetTopLine(uint32_t line) {
+    if (line == TopLine()) return;
+    if (TextBuffer* document = GetTextBuffer()) document->CommitEdit();
+    viewport.ScrollTo(line);
+}
+
+void TextEditor::ToggleBookmark(uint32_t line) {
+    if (TextBuffer* document = GetTextBuffer()) document->ToggleBookmark(line == None32 ? caret.Line() : line);
+}
+
+void TextEditor::ToggleOverwrite() {
+    overwrite = !overwrite;
+    RefreshStatus();
+}
+
+void TextEditor::PrepareEdit() {
+    if (!viewport.Shows(caret.Line())) UpdateCaret(true);
+    OpenCaretLine();
+}
+
+void TextEditor::MatchBrackets() {
+    matchDue = false;
+    TextBuffer* document = GetTextBuffer();
+    if (!document->Engine() || !document->Content() || !surface.HasFocus()) return;
+    const BracketPair old = match.Pair();
+    // The partner is looked for in the document's content, which has to be complete.
+    bool complete = true;
+    if (document->HasPendingEdit() && BracketMatch::IsAtBracket(text, caret)) {
+        complete = document->CommitEdit();
+        if (complete) OpenCaretLine();
+    }
+    if (complete) {
+        match.Update(text, caret);
+    } else {
+        match.Clear(text);
+    }
+    const BracketPair& now = match.Pair();
+    if (now == old) return;
+    const uint32_t lines[] = {old.line, old.partnerLine, now.line, now.partnerLine};
+    for (const uint32_t line : lines) {
+        if (line != None32) InvalidateLines(line, line);
+    }
+}
+
+void TextEditor::RefreshStatus() {
+    ViewHost* host = surface.Host();
+    TextBuffer* document = GetTextBuffer();
+    if (host && document) status.Show(*host, {caret.Line(), caret.Column(), overwrite, document->GetLineEnding()});
 }

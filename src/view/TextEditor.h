@@ -2,21 +2,20 @@
 
 #include "document/DocumentView.h"
 #include "document/TextBuffer.h"
-#include "view/LineLayout.h"
-#include "view/LineStates.h"
-#include "view/MeasuredLine.h"
-#include "view/TextSurface.h"
-#include "viewbase/DragSelection.h"
+#include "view/BracketMatch.h"
+#include "view/ShownText.h"
+#include "view/StatusFields.h"
+#include "view/TextCaret.h"
+#include "view/TextViewport.h"
 #include "viewbase/EditorInput.h"
-#include "viewbase/Redraw.h"
 #include "viewbase/ViewCommand.h"
 
-// The text view without its window: caret, selection, layout, scrolling and every command. A window
-// (EditorSurface) shows it and passes on what the user does. One per view; the document is not owned.
+// The text view without its window: routes what the user and the document do to its parts (the text as it is
+// shown, the caret, the viewport) and keeps them together. What keys and commands do is built on its operations,
+// in EditorKeys.h, EditorCommands.h and what these include. One per view; the document is not owned.
 //
-// Offsets count the text as the user sees it, with the line that is open for editing in its edited form;
-// without a pending edit they are offsets into the document's content.
-class TextEditor final : public DocumentView, public EditorInput {
+// Offsets count the text as the user sees it (see ShownText).
+class TextEditor final : public DocumentView, public EditorInput, public DragTarget {
 public:
     // Both are the same window.
     TextEditor(EditorSurface& window, TextSurface& textWindow) : surface(window), textSurface(textWindow) {}
@@ -25,9 +24,17 @@ public:
 
     // Shows a document from its start; null takes it away.
     void SetDocument(TextBuffer* newDocument);
-    TextBuffer* GetTextBuffer() const { return document; }
+    TextBuffer* GetTextBuffer() const { return text.Document(); }
+
+    // Its parts.
     EditorSurface& Surface() const { return surface; }
     TextSurface& OwnSurface() const { return textSurface; }
+    const ShownText& Text() const { return text; }
+    const TextCaret& Caret() const { return caret; }
+    TextViewport& Viewport() { return viewport; }
+    const TextViewport& Viewport() const { return viewport; }
+    const BracketPair& MatchedBrackets() const { return match.Pair(); }
+    uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
 
     // DocumentView.
     bool HasWindow() const override { return surface.HasWindow(); }
@@ -37,15 +44,15 @@ public:
     void LineCountChanged() override;
     void TextChanged(uint32_t offset) override;
     void PlaceCaret(uint32_t line, uint32_t column) override;
-    void PlaceSelection(uint32_t anchor, uint32_t caret) override;
-    void PlaceTopLine(uint32_t line) override { ScrollTo(line); }
+    void PlaceSelection(uint32_t anchor, uint32_t end) override;
+    void PlaceTopLine(uint32_t line) override { viewport.ScrollTo(line); }
     void FollowChange(const TextChange& change) override;
     void EditFinished() override;
-    uint32_t CaretLine() const override { return caretLine; }
-    uint32_t CaretColumn() const override { return caretColumn; }
-    uint32_t SelectionAnchor() const override { return selectionAnchor; }
-    uint32_t CaretOffset() const override { return caretOffset; }
-    uint32_t TopLine() const override { return topLine; }
+    uint32_t CaretLine() const override { return caret.Line(); }
+    uint32_t CaretColumn() const override { return caret.Column(); }
+    uint32_t SelectionAnchor() const override { return caret.Anchor(); }
+    uint32_t CaretOffset() const override { return caret.Offset(); }
+    uint32_t TopLine() const override { return viewport.TopLine(); }
     void RefreshStatus() override;
     void DocumentChanged(Document* changed) override;
     void RunStateChanged(Document* changed, bool running) override;
@@ -60,143 +67,59 @@ public:
     void OnChar(Char character) override;
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
-    void OnLeftButtonDown(ClientPoint point, bool shift) override;
-    void OnMouseMove(ClientPoint point) override;
-    void OnDragTimer() override;
-    void OnLeftButtonUp() override { drag.End(); }
-    void OnCaptureLost() override { drag.OnCaptureLost(); }
-    int32_t VisibleLines() const override { return visibleLines; }
+    DragSelection& Drag() override { return drag; }
+    int32_t VisibleLines() const override { return viewport.VisibleLines(); }
     void SuspendRedraw() override { redraw.Suspend(); }
     void ResumeRedraw() override;
 
+    // DragTarget.
+    bool BeginSelection(ClientPoint point, bool extend) override;
+    void ExtendSelection(ClientPoint point) override;
+
     // Opens the file that the line names in output, else selects the word.
     void OnDoubleClick();
-
-    // Commands.
     bool IsCommandEnabled(ViewCommand command) const;
+    // False for an unknown command.
     bool ExecuteCommand(ViewCommand command);
-    // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
-    void GoToLine(uint32_t line, bool selectLine);
-    void ToggleBookmark(uint32_t line); // None32: the caret line
 
-    // Find and replace; the texts and options are those of `findState`.
-    // Takes a selection within one line as the search text. True when there was none such.
-    bool TakeSearchTextFromSelection();
-    bool FindNext(bool backward);
-    bool ReplaceSelection(const Char* text, uint32_t length);
-    // Returns false when it changed nothing although something was to be replaced; the user knows why.
-    bool ReplaceAll(const Char* replacement, uint32_t length, bool inSelection);
-
-    // Caret and selection.
-    bool HasSelection() const { return selectionAnchor != caretOffset; }
-    uint32_t SelectionStart() const { return selectionAnchor < caretOffset ? selectionAnchor : caretOffset; }
-    uint32_t SelectionEnd() const { return selectionAnchor < caretOffset ? caretOffset : selectionAnchor; }
-    uint32_t PreferredColumn() const { return preferredColumn; }
-    bool IsOverwriting() const { return overwrite; }
-    void ToggleOverwrite();
-    // Clamps line and column. Extending leaves the anchor where it is.
+    // Caret and selection. They clamp to the text. Extending leaves the anchor where it is.
     void MoveCaret(uint32_t line, uint32_t column, bool extend = false);
     void MoveCaretToOffset(uint32_t offset, bool extend);
-    // Clamps both ends to the text.
-    void SelectRange(uint32_t anchor, uint32_t caret);
-    void SetTopLine(uint32_t line);
+    void SelectRange(uint32_t anchor, uint32_t end);
     // Empties the selection at the caret.
     void CollapseSelection();
     bool DeleteSelection();
-    // Places the caret, the scroll bars and the status fields anew.
+    // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
+    void GoToLine(uint32_t line, bool selectLine);
+    // Places the caret, the scroll bars and the status fields again.
     void UpdateCaret(bool scrollIntoView);
-
-    // Text. Open and edited lines are read in their edited form.
-    bool IsActive() const { return document && document->ActiveView() == this; }
-    // Makes the caret line the document's edit line.
-    void OpenCaretLine();
+    void SetTopLine(uint32_t line);
+    void ToggleBookmark(uint32_t line); // None32: the caret line
+    bool IsOverwriting() const { return overwrite; }
+    void ToggleOverwrite();
     // To be called before the caret line is edited: scrolls it into view and opens it. Scrolling in the
     // middle of a change would be too late.
     void PrepareEdit();
-    TextSpan LineText(uint32_t line) const;
-    TextSpan CaretLineText() const { return LineText(caretLine); }
-    uint32_t LineStart(uint32_t line) const;
-    uint32_t TextLength() const;
-    uint32_t LineCount() const { return document ? document->GetLineCount() : 1; }
-    void OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column) const;
-
-    // Layout, in pixels.
-    int32_t VisibleColumns() const { return visibleColumns; }
-    int32_t HorizontalScroll() const { return horizontalScroll; }
-    uint32_t LineNumberDigits() const { return lineNumberDigits; }
-    int32_t GutterWidth() const;
-    // A place of the line that starts at `lineStart`, at or left of the window's left edge: the farthest known.
-    LinePlace PlaceLeftOfWindow(uint32_t lineStart) const;
-    int32_t TextLeft() const; // gutter and margin
-    // The engine's state at the start of a line, as scanning from the text's start would give it.
-    uint32_t StateAt(uint32_t line);
-    // The line is not clamped to the document.
-    void PositionAt(ClientPoint point, uint32_t& line, uint32_t& column) const;
-    void SetHorizontalScroll(int64_t pixels);
-
-    // The highlighted pair; None32 without one.
-    uint32_t BracePosition() const { return pair.position; }
-    uint32_t BracePartner() const { return pair.partner; }
 
 private:
-    // A bracket at the caret and its partner, with their lines; all None32 without one.
-    struct BracePair {
-        uint32_t position = None32;
-        uint32_t partner = None32;
-        uint32_t line = None32;
-        uint32_t partnerLine = None32;
-
-        bool operator==(const BracePair&) const = default;
-    };
-    struct Status {
-        uint32_t line = None32;
-        uint32_t column = None32;
-        uint32_t overwrite = None32;
-        uint32_t lineEnding = None32;
-    };
-
-    LineLayout Layout() const;
-    int64_t CaretX();
-    void RecomputeDigits();
-    void RecomputeColumns();
-    void ScrollCaretIntoView(int64_t caretX);
-    void ShowCaret(int64_t caretX);
-    void UpdateScrollBars();
-    ScrollState Scrolled(ScrollAxis axis) const;
-    void ScrollTo(uint32_t line);
+    // Makes the caret line the document's edit line.
+    void OpenCaretLine();
     // As MoveCaret, but neither opens the line nor matches brackets.
-    void SetCaret(uint32_t line, uint32_t column, bool extend);
-    void SetSelection(uint32_t anchor, uint32_t caret);
-    void UpdateBraceMatch();
-    BracePair FindBracePair();
-    void DragTo(ClientPoint point);
-    void InvalidateSelection(uint32_t anchor, uint32_t lineOfCaret);
-    // How much longer (modulo 2^32) the open line is than the line in the store.
-    uint32_t PendingGrowth() const;
-    bool InsertTabAsSpaces();
+    void SetCaret(TextPosition place, bool extend);
+    void SetSelection(uint32_t anchor);
+    void MatchBrackets();
 
     EditorSurface& surface;
     TextSurface& textSurface;
-    int32_t visibleLines = 0; // client height / line height
     Redraw redraw{surface};
-    TextBuffer* document = nullptr;
-    uint32_t caretLine = 0;
-    uint32_t caretColumn = 0; // characters; a tab counts as one
-    uint32_t selectionAnchor = 0;
-    uint32_t caretOffset = 0;
-    uint32_t topLine = 0;
-    bool owesScroll = false; // the caret was moved while there was no window to scroll it into
-    LineStates states;       // of the engine at the top line and elsewhere
-    MeasuredLine measured;
-    int32_t horizontalScroll = 0;
-    int32_t visibleColumns = 0;
-    DragSelection drag{surface};
-    uint32_t preferredColumn = 0;
-    bool overwrite = false;
-    BracePair pair;
-    bool braceMatchDue = false; // an edit has moved the caret
-    uint32_t lineNumberDigits = 7;
+    ShownText text;
+    TextCaret caret;
+    TextViewport viewport{surface, textSurface, text, redraw};
+    BracketMatch match;
+    bool matchDue = false; // an edit has moved the caret
+    StatusFields status;
+    DragSelection drag{surface, *this};
     MouseWheel wheel;
-    ScrollBars bars{surface};
-    Status sentStatus; // what the frame was told last
+    bool overwrite = false;
+    bool owesScroll = false; // the caret was moved while there was no window to scroll it into
 };

@@ -1,18 +1,23 @@
 #include "viewbase/DragSelection.h"
 
-void DragSelection::Begin(ClientPoint at) {
+void DragSelection::OnLeftButtonDown(ClientPoint at, bool shift) {
+    if (!target.BeginSelection(at, shift)) return;
     active = true;
     point = at;
     surface.BeginDrag();
 }
 
-bool DragSelection::MoveTo(ClientPoint at) {
-    if (active) point = at;
-    return active;
+void DragSelection::OnMouseMove(ClientPoint at) {
+    point = at;
+    OnTimer();
+}
+
+void DragSelection::OnTimer() {
+    if (active) target.ExtendSelection(point);
 }
 
 // Releasing the capture is reported like any other loss of it, and that ends the drag.
-void DragSelection::End() {
+void DragSelection::OnLeftButtonUp() {
     if (active) surface.EndDrag();
 }
 

@@ -2,29 +2,38 @@
 
 #include "viewbase/EditorSurface.h"
 
-// A selection that follows the mouse while the left button is held. The window's capture and timer belong to
-// it. What the selection reaches is the view's to decide.
+// What a drag of the mouse selects.
+class DragTarget {
+public:
+    // The left button went down at `point`; with Shift held the selection there is extended. False when there is
+    // nothing to be selected.
+    virtual bool BeginSelection(ClientPoint point, bool extend) = 0;
+    // The mouse is at `point` with the button still held: the selection reaches up to there. Asked again and again
+    // as time goes by, so that a mouse held above or below the window scrolls on.
+    virtual void ExtendSelection(ClientPoint point) = 0;
+
+protected:
+    ~DragTarget() = default;
+};
+
+// A selection that follows the mouse while the left button is held. Capturing the mouse and the timer are the
+// window's (see EditorSurface).
 class DragSelection {
 public:
-    explicit DragSelection(EditorSurface& window) : surface(window) {}
+    DragSelection(EditorSurface& window, DragTarget& selected) : surface(window), target(selected) {}
     DragSelection(const DragSelection&) = delete;
     DragSelection& operator=(const DragSelection&) = delete;
 
-    bool IsActive() const { return active; }
-    // Where the mouse was last. The timer asks again for the same point: held above or below the window, the
-    // mouse scrolls on.
-    ClientPoint Point() const { return point; }
-
-    void Begin(ClientPoint at);
-    // The mouse was moved. False, with nothing to be done, while no button is held.
-    [[nodiscard]] bool MoveTo(ClientPoint at);
-    // The button was released.
-    void End();
-    // The capture went to another window, or back by End.
+    void OnLeftButtonDown(ClientPoint at, bool shift);
+    void OnMouseMove(ClientPoint at);
+    void OnTimer();
+    void OnLeftButtonUp();
+    // The capture went to another window, or was released.
     void OnCaptureLost();
 
 private:
     EditorSurface& surface;
+    DragTarget& target;
     bool active = false;
-    ClientPoint point;
+    ClientPoint point; // where the mouse was last
 };

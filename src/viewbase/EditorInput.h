@@ -1,5 +1,6 @@
 #pragma once
 
+#include "viewbase/DragSelection.h"
 #include "viewbase/MouseWheel.h"
 #include "viewbase/Scrolling.h"
 
@@ -13,11 +14,8 @@ public:
     virtual void OnChar(Char character) = 0;
     virtual void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) = 0;
     virtual void OnWheel(const WheelTurn& turn) = 0;
-    virtual void OnLeftButtonDown(ClientPoint point, bool shift) = 0;
-    virtual void OnMouseMove(ClientPoint point) = 0;
-    virtual void OnDragTimer() = 0;
-    virtual void OnLeftButtonUp() = 0;
-    virtual void OnCaptureLost() = 0;
+    // Takes what the left button and the moves of the mouse do.
+    virtual DragSelection& Drag() = 0;
 
     // Lines that fit into the window.
     virtual int32_t VisibleLines() const = 0;

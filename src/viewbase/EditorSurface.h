@@ -63,7 +63,7 @@ public:
     virtual bool IsCtrlDown() const = 0;
     virtual bool IsShiftDown() const = 0;
     // Captures the mouse and starts a timer of 100 ms; ends both. The end of the capture, for whatever
-    // reason, is reported by EditorInput::OnCaptureLost.
+    // reason, is reported by DragSelection::OnCaptureLost.
     virtual void BeginDrag() = 0;
     virtual void EndDrag() = 0;
 

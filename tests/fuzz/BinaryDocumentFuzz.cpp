@@ -189,8 +189,8 @@ void Session::Keyboard() {
 void Session::Paint() {
     shown->editor.ScrollToRow(in.Word());
     const ClientPoint point = {static_cast<int32_t>(in.Word()) - 3000, static_cast<int32_t>(in.Word()) - 3000};
-    shown->editor.OnLeftButtonDown(point, (in.Byte() & 1) != 0);
-    shown->editor.OnLeftButtonUp();
+    shown->editor.Drag().OnLeftButtonDown(point, (in.Byte() & 1) != 0);
+    shown->editor.Drag().OnLeftButtonUp();
     const auto top = static_cast<int32_t>(in.Byte());
     if (!rows.Begin(shown->editor, top, top + static_cast<int32_t>(in.Byte()))) return;
     uint32_t checksum = 0;

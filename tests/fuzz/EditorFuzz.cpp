@@ -7,6 +7,7 @@
 #include "support/TestView.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
+#include "view/EditorFind.h"
 #include "view/RowPlan.h"
 #include "viewbase/FindState.h"
 #include "viewbase/ViewKey.h"
@@ -74,7 +75,7 @@ void Replace(TextEditor& view, Input& in) {
     findState.wholeWord = in.Byte() & 1;
     findState.matchCase = in.Byte() & 1;
     findState.searchHistory.Add(pattern, 1 + in.Byte() % 2);
-    view.ReplaceAll(replacement, in.Byte() % 4, in.Byte() & 1);
+    EditorFind::ReplaceAll(view, replacement, in.Byte() % 4, in.Byte() & 1);
 }
 
 void Mouse(TextEditor& view, Input& in) {
@@ -82,16 +83,16 @@ void Mouse(TextEditor& view, Input& in) {
     const auto y = static_cast<int32_t>(in.Byte()) - 100;
     switch (in.Byte() % 6) {
     case 0:
-        view.OnLeftButtonDown({x, y}, (in.Byte() & 1) != 0);
+        view.Drag().OnLeftButtonDown({x, y}, (in.Byte() & 1) != 0);
         break;
     case 1:
-        view.OnMouseMove({x, y});
+        view.Drag().OnMouseMove({x, y});
         break;
     case 2:
-        view.OnDragTimer();
+        view.Drag().OnTimer();
         break;
     case 3:
-        view.OnLeftButtonUp();
+        view.Drag().OnLeftButtonUp();
         break;
     case 4:
         view.OnDoubleClick();
@@ -156,11 +157,11 @@ void Step(FakeTextSurface& surface, TextEditor& view, RowPlan& plan, Input& in) 
 }
 
 void Check(const TextDocument& document, const TextEditor& view) {
-    const uint32_t length = view.TextLength();
+    const uint32_t length = view.Text().Length();
     Require(document.Text().size() == length);
     Require(view.CaretOffset() <= length && view.SelectionAnchor() <= length);
-    Require(view.CaretLine() < view.LineCount());
-    Require(view.LineStart(view.CaretLine()) + view.CaretColumn() == view.CaretOffset());
+    Require(view.CaretLine() < view.Text().LineCount());
+    Require(view.Text().LineStart(view.CaretLine()) + view.CaretColumn() == view.CaretOffset());
 }
 
 } // namespace

@@ -90,7 +90,7 @@ public:
     void EndDrag() override {
         if (!captured) return;
         captured = false;
-        if (editor) editor->OnCaptureLost();
+        if (editor) editor->Drag().OnCaptureLost();
     }
     bool ReadClipboard(WString& text, bool& wholeLine) override {
         if (!clipboardHasText) return false;

@@ -73,7 +73,7 @@ protected:
         surface().ForgetCalls();
     }
     void Resize(int32_t columns, int32_t rows) {
-        surface().SetSize(view().TextLeft() + columns * surface().metrics.averageWidth,
+        surface().SetSize(view().Viewport().TextLeft() + columns * surface().metrics.averageWidth,
                           rows * surface().metrics.lineHeight);
         view().OnSize(false);
     }

@@ -24,11 +24,11 @@ inline ::testing::AssertionResult ViewAgrees(const TextEditor& view, const std::
     if (view.CaretLine() != static_cast<size_t>(std::count(text.begin(), at, u'\n'))) return fail("another line");
     if (view.CaretColumn() != caret - lineStart) return fail("another column");
     const auto lines = static_cast<size_t>(std::count(text.begin(), text.end(), u'\n')) + 1;
-    if (view.LineCount() != lines) return fail("another number of lines");
+    if (view.Text().LineCount() != lines) return fail("another number of lines");
     if (view.TopLine() >= lines) return fail("top line past the end");
-    if (view.TextLength() != text.size()) return fail("another length");
-    if (view.LineStart(view.CaretLine()) != lineStart) return fail("another start of the line");
-    const TextSpan shown = view.CaretLineText();
+    if (view.Text().Length() != text.size()) return fail("another length");
+    if (view.Text().LineStart(view.CaretLine()) != lineStart) return fail("another start of the line");
+    const TextSpan shown = view.Text().Line(view.CaretLine());
     if (text.substr(lineStart, text.find(u'\n', lineStart) - lineStart) != std::u16string(shown.text, shown.length))
         return fail("another text of the line");
     return ::testing::AssertionSuccess();

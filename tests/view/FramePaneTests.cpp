@@ -53,7 +53,7 @@ TEST_F(FramePaneTest, TypingAfterASplitIsOneUndoStep) {
     TextEditor* const other = EditorOf(false);
     ASSERT_TRUE(EditorOf(true) && other);
     ExpectTypingIsOneUndoStep();
-    EXPECT_EQ(other->CaretOffset(), other->LineStart(other->CaretLine()) + other->CaretColumn());
+    EXPECT_EQ(other->CaretOffset(), other->Text().LineStart(other->CaretLine()) + other->CaretColumn());
 }
 
 TEST_F(FramePaneTest, TypingAboveTheOtherPanesCaretMovesWhereThatTypes) {
@@ -66,7 +66,7 @@ TEST_F(FramePaneTest, TypingAboveTheOtherPanesCaretMovesWhereThatTypes) {
     typing->MoveCaret(0, 2, false);
     Type(L"cde");
     EXPECT_EQ(other->CaretLine(), 1u);
-    EXPECT_EQ(other->CaretOffset(), other->LineStart(1) + other->CaretColumn());
+    EXPECT_EQ(other->CaretOffset(), other->Text().LineStart(1) + other->CaretColumn());
     Command(IDM_NEXT_PANE);
     ASSERT_TRUE(other->HasFocus());
     std::u16string expected = u"abcde\nword";

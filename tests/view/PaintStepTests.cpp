@@ -21,7 +21,7 @@ TEST_F(PaintStepTest, NumberAndMarginCoverScrolledText) {
     UseSettings(u"TextFg=#ff0000\nLineNumFg=#00ff00\nLineNumBg=#ffffff\nMarginColor=#0000ff\nMarginWidth=3");
     Show(std::u16string(300, u'H'));
     for (int scroll = 1; scroll < 3 * Average(); ++scroll) {
-        Editor().SetHorizontalScroll(scroll);
+        Editor().Viewport().SetHorizontalScroll(scroll);
         const Picture picture = Paint();
         EXPECT_FALSE(HasInRow(picture, Red, 0, 0, TextLeft())) << scroll;
         EXPECT_TRUE(HasInRow(picture, Green, 0, 0, Gutter())) << scroll;
@@ -35,7 +35,7 @@ TEST_F(PaintStepTest, TheColumnGuideIsDrawnLast) {
     Show(u"HHHHHHHH");
     Editor().SelectRange(0, 8);
     EXPECT_TRUE(HasInRow(Paint(), Red, 0, ColumnX(2), ColumnX(2) + 1));
-    Editor().SetHorizontalScroll(2 * Average() + 20); // into the middle of the margin
+    Editor().Viewport().SetHorizontalScroll(2 * Average() + 20); // into the middle of the margin
     const Picture picture = Paint();
     EXPECT_TRUE(HasInRow(picture, Red, 0, TextLeft() - 20, TextLeft() - 19));
     EXPECT_FALSE(HasInRow(picture, Red, 0, TextLeft() - 19, picture.width));
@@ -64,10 +64,10 @@ TEST_F(PaintStepTest, GuidesMoveWithTheTextAndEndAtTheMargin) {
         return found;
     };
     EXPECT_EQ(guides(), (std::vector<int>{ColumnX(4) + middle, ColumnX(8) + middle, ColumnX(12) + middle}));
-    Editor().SetHorizontalScroll(3);
+    Editor().Viewport().SetHorizontalScroll(3);
     EXPECT_EQ(guides(), (std::vector<int>{ColumnX(4) + middle - 3, ColumnX(8) + middle - 3, ColumnX(12) + middle - 3}));
     // Right at the margin's edge it is left out.
-    Editor().SetHorizontalScroll(4 * Average() + middle);
+    Editor().Viewport().SetHorizontalScroll(4 * Average() + middle);
     EXPECT_EQ(guides(), (std::vector<int>{ColumnX(4), ColumnX(8)}));
 }
 
@@ -185,7 +185,7 @@ protected:
         const auto length = static_cast<uint32_t>(text.size());
         Editor().SelectRange(random.Below(length + 1), random.Below(length + 1));
         Editor().SetTopLine(random.Below(10));
-        if (random.OneIn(2)) Editor().SetHorizontalScroll(random.Below(200));
+        if (random.OneIn(2)) Editor().Viewport().SetHorizontalScroll(random.Below(200));
     }
     std::u16string others;
 };
@@ -196,11 +196,11 @@ TEST_F(SurfaceTest, BothSurfacesGiveTheSamePixels) {
         SCOPED_TRACE(scene);
         MakeScene(random);
         const uint32_t top = Editor().TopLine();
-        const int32_t scroll = Editor().HorizontalScroll();
+        const int32_t scroll = Editor().Viewport().HorizontalScroll();
         const Picture buffered = Paint();
         UseSettings(others + u"RenderType=2");
         Editor().SetTopLine(top);
-        Editor().SetHorizontalScroll(scroll);
+        Editor().Viewport().SetHorizontalScroll(scroll);
         ASSERT_TRUE(Paint() == buffered);
     }
 }

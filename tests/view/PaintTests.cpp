@@ -198,7 +198,7 @@ TEST_F(PaintTest, DrawnStraightTheGuidesStayOnTheTopRow) {
 TEST_F(PaintTest, ScrolledTextIsCutAtTheMarginAndNotDrawnOverIt) {
     UseSettings(u"TextFg=#ff0000");
     Show(std::u16string(500, u'H'));
-    Editor().SetHorizontalScroll(Average() / 2 + 3 * Average());
+    Editor().Viewport().SetHorizontalScroll(Average() / 2 + 3 * Average());
     const Picture picture = Paint();
     EXPECT_TRUE(picture.IsAll(MarginGrey, Gutter(), 0, TextLeft(), LineHeight()));
     EXPECT_FALSE(picture.Has(Red, 0, 0, TextLeft(), LineHeight()));

@@ -124,8 +124,8 @@ protected:
     TextEditor& Editor() const { return view->Editor(); }
     int LineHeight() const { return DrawingObjects::LineHeight(); }
     int Average() const { return DrawingObjects::AverageWidth(); }
-    int Gutter() const { return Editor().GutterWidth(); }
-    int TextLeft() const { return Editor().TextLeft(); }
+    int Gutter() const { return Editor().Viewport().GutterWidth(); }
+    int TextLeft() const { return Editor().Viewport().TextLeft(); }
     // Where a column of a line without tabs starts in the window (fixed-pitch font).
     int ColumnX(int column) const { return TextLeft() + column * Average(); }
 

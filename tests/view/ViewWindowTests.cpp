@@ -67,8 +67,8 @@ TEST_F(ViewWindowTest, AttachingTakesAWindowOverAndDetachingGivesItBack) {
 TEST_F(ViewWindowTest, ADoubleClickSelectsAWord) {
     Show(u"one two");
     SendMessageW(Window(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(ColumnX(5), 1));
-    EXPECT_EQ(Editor().SelectionStart(), 0u);
-    EXPECT_EQ(Editor().SelectionEnd(), 3u);
+    EXPECT_EQ(Editor().Caret().SelectionStart(), 0u);
+    EXPECT_EQ(Editor().Caret().SelectionEnd(), 3u);
 }
 
 TEST_F(ViewWindowTest, ARightClickOpensTheContextMenu) {
@@ -185,7 +185,7 @@ TEST_F(ViewWindowTest, TheBarsShowLinesAndPixels) {
     const SCROLLINFO horizontal = Bar(SB_HORZ);
     EXPECT_EQ(horizontal.nMin, 0);
     EXPECT_EQ(horizontal.nMax, 16384);
-    EXPECT_EQ(horizontal.nPage, static_cast<UINT>(Editor().VisibleColumns() * Average()));
+    EXPECT_EQ(horizontal.nPage, static_cast<UINT>(Editor().Viewport().VisibleColumns() * Average()));
     SendMessageW(Window(), WM_VSCROLL, SB_PAGEDOWN, 0);
     SendMessageW(Window(), WM_VSCROLL, SB_LINEDOWN, 0);
     EXPECT_EQ(Editor().TopLine(), static_cast<uint32_t>(Editor().VisibleLines()) + 1);
@@ -195,7 +195,7 @@ TEST_F(ViewWindowTest, TheBarsShowLinesAndPixels) {
     SendMessageW(Window(), WM_VSCROLL, SB_TOP, 0);
     EXPECT_EQ(Editor().TopLine(), 0u);
     SendMessageW(Window(), WM_HSCROLL, SB_LINERIGHT, 0);
-    EXPECT_EQ(Editor().HorizontalScroll(), Average());
+    EXPECT_EQ(Editor().Viewport().HorizontalScroll(), Average());
     EXPECT_EQ(Bar(SB_HORZ).nPos, Average());
 }
 

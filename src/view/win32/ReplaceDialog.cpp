@@ -3,6 +3,7 @@
 #include "base/win32/WindowText.h"
 #include "resource.h"
 #include "settings/win32/DialogBase.h"
+#include "view/EditorFind.h"
 #include "view/TextEditor.h"
 #include "viewbase/win32/FindDialog.h"
 
@@ -18,8 +19,8 @@ public:
         FindDialog::FillHistory(GetDlgItem(window, IDC_REPLACE_WITH), findState.replaceHistory, findState.replaceText);
         CheckDlgButton(window, IDC_WHOLE_WORD, findState.wholeWord);
         CheckDlgButton(window, IDC_MATCH_CASE, findState.matchCase);
-        const bool inSelection = editor.HasSelection() && multiLineSelection;
-        if (!editor.HasSelection()) EnableWindow(GetDlgItem(window, IDC_IN_SELECTION), FALSE);
+        const bool inSelection = editor.Caret().HasSelection() && multiLineSelection;
+        if (!editor.Caret().HasSelection()) EnableWindow(GetDlgItem(window, IDC_IN_SELECTION), FALSE);
         CheckRadioButton(window, IDC_IN_SELECTION, IDC_IN_WHOLE_FILE,
                          inSelection ? IDC_IN_SELECTION : IDC_IN_WHOLE_FILE);
         if (inSelection) OfferReplaceAllOnly();
@@ -65,18 +66,18 @@ private:
 
     void FindNext() {
         StoreOptions();
-        if (!editor.FindNext(false)) FindDialog::ReportNotFound(editor.Surface().Host(), window);
+        if (!EditorFind::FindNext(editor, false)) FindDialog::ReportNotFound(editor.Surface().Host(), window);
     }
 
     void ReplaceOne() {
-        editor.ReplaceSelection(findState.replaceText.Text(), findState.replaceText.Length());
+        EditorFind::ReplaceSelection(editor, findState.replaceText.Text(), findState.replaceText.Length());
         FindNext();
     }
 
     void ReplaceAll() {
         StoreOptions();
-        editor.ReplaceAll(findState.replaceText.Text(), findState.replaceText.Length(),
-                          IsDlgButtonChecked(window, IDC_IN_SELECTION) == BST_CHECKED);
+        EditorFind::ReplaceAll(editor, findState.replaceText.Text(), findState.replaceText.Length(),
+                               IsDlgButtonChecked(window, IDC_IN_SELECTION) == BST_CHECKED);
     }
 
     TextEditor& editor;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "view/EditorFind.h"
 #include "view/RowPlan.h"
 #include "view/TextEditor.h"
 #include "view/TextSurface.h"
@@ -26,7 +27,7 @@ public:
     bool IsCommandEnabled(ViewCommand command) const override { return editor.IsCommandEnabled(command); }
     bool ExecuteCommand(ViewCommand command) override { return editor.ExecuteCommand(command); }
     void ToggleBookmark(uint32_t line) override { editor.ToggleBookmark(line); }
-    bool FindNext(bool backward, uint32_t) override { return editor.FindNext(backward); }
+    bool FindNext(bool backward, uint32_t) override { return EditorFind::FindNext(editor, backward); }
     LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;
 
     // EditorSurface.

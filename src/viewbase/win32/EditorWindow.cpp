@@ -61,7 +61,7 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND:
         return 1;
     case WM_TIMER:
-        if (wparam == DragTimer) Input().OnDragTimer();
+        if (wparam == DragTimer) Input().Drag().OnTimer();
         return 0;
     case WM_HSCROLL:
         OnScrollMessage(ScrollAxis::Horizontal, LOWORD(wparam));
@@ -73,7 +73,7 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         OnWheel(wparam);
         return 0;
     case WM_NCDESTROY:
-        Input().OnCaptureLost(); // the system does not say so
+        Input().Drag().OnCaptureLost(); // the system does not say so
         break;
     default:
         break;
@@ -85,20 +85,20 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
     const ClientPoint point = {GET_X_LPARAM(lparam), GET_Y_LPARAM(lparam)};
     switch (message) {
     case WM_MOUSEMOVE:
-        Input().OnMouseMove(point);
+        Input().Drag().OnMouseMove(point);
         return true;
     case WM_LBUTTONDOWN:
-        Input().OnLeftButtonDown(point, (wparam & MK_SHIFT) != 0);
+        Input().Drag().OnLeftButtonDown(point, (wparam & MK_SHIFT) != 0);
         return true;
     case WM_LBUTTONUP:
-        Input().OnLeftButtonUp();
+        Input().Drag().OnLeftButtonUp();
         return true;
     case WM_RBUTTONUP:
         ShowContextMenu(point);
         return true;
     case WM_CAPTURECHANGED:
         KillTimer(window, DragTimer);
-        Input().OnCaptureLost();
+        Input().Drag().OnCaptureLost();
         return true;
     default:
         return false;

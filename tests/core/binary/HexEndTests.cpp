@@ -109,12 +109,12 @@ TEST_F(HexEnd, ASelectionIsTypedAndPastedOverFromItsCaretOn) {
 
 TEST_F(HexEnd, ADragBelowTheWindowSelectsUpToIt) {
     Show(std::string(1000, 'x')); // 63 rows, the last of eight bytes
-    view().OnLeftButtonDown({4 * 8, 16}, false);
-    view().OnMouseMove({4 * 8, 11 * 16});
-    for (int tick = 0; tick < 100; ++tick) view().OnDragTimer();
+    view().Drag().OnLeftButtonDown({4 * 8, 16}, false);
+    view().Drag().OnMouseMove({4 * 8, 11 * 16});
+    for (int tick = 0; tick < 100; ++tick) view().Drag().OnTimer();
     EXPECT_EQ(Selection(), (Two{16, 1000}));
-    view().OnMouseMove({4 * 8, -2 * 16});
-    for (int tick = 0; tick < 100; ++tick) view().OnDragTimer();
+    view().Drag().OnMouseMove({4 * 8, -2 * 16});
+    for (int tick = 0; tick < 100; ++tick) view().Drag().OnTimer();
     EXPECT_EQ(Selection(), (Two{16, 0}));
     EXPECT_EQ(view().TopRow(), 0u);
 }
@@ -155,11 +155,11 @@ TEST_F(HexEnd, WheelAndMouseWorkAtTheEndOfATerabyte) {
     GoToEnd();
     EXPECT_EQ(Wheel(-120), LastTop);
     EXPECT_EQ(Wheel(120), LastTop - 3);
-    view().OnLeftButtonDown({(12 + 3) * 8, 16}, false); // an offset column of twelve characters
+    view().Drag().OnLeftButtonDown({(12 + 3) * 8, 16}, false); // an offset column of twelve characters
     EXPECT_EQ(view().Caret(), (LastTop - 2) * 16 + 1);
-    view().OnMouseMove({(12 + 3) * 8, 11 * 16});
-    for (int tick = 0; tick < 10; ++tick) view().OnDragTimer();
+    view().Drag().OnMouseMove({(12 + 3) * 8, 11 * 16});
+    for (int tick = 0; tick < 10; ++tick) view().Drag().OnTimer();
     EXPECT_EQ(Selection(), (Two{(LastTop - 2) * 16 + 1, Terabyte}));
-    view().OnMouseMove({(12 + 3) * 8, -100 * 16});
+    view().Drag().OnMouseMove({(12 + 3) * 8, -100 * 16});
     EXPECT_LT(view().Caret(), view().Anchor());
 }

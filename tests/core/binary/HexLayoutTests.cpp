@@ -93,7 +93,7 @@ TEST_F(HexLayout, AWindowOrFontWithoutSizeIsNoFault) {
     Press(ViewKey::PageDown);
     EXPECT_EQ(view().Caret(), 16u);
     Wheel(-120);
-    view().OnLeftButtonDown({5, 5}, false);
+    view().Drag().OnLeftButtonDown({5, 5}, false);
     surface().window = false;
     view().OnSize(false);
     Press(ViewKey::Down);
@@ -108,8 +108,8 @@ TEST_F(HexLayout, WithoutADocumentNothingHappens) {
     alone.editor.OnFocus();
     for (uint32_t key = 0; key < 256; ++key) alone.editor.OnKeyDown(key);
     alone.editor.OnChar(u'1');
-    alone.editor.OnLeftButtonDown({5, 5}, false);
-    alone.editor.OnMouseMove({9, 9});
+    alone.editor.Drag().OnLeftButtonDown({5, 5}, false);
+    alone.editor.Drag().OnMouseMove({9, 9});
     alone.editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::LineForward, 0);
     alone.editor.OnWheel({-120, 3, false});
     for (uint32_t number = 0; number < ViewCommandCount; ++number) {

@@ -54,7 +54,7 @@ TEST_F(HexMouse, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
     Show(std::string(100, 'x'));
     Type(u"1");
     surface().focus = false;
-    view().OnLeftButtonDown({(4 + 4) * 8, 16}, false);
+    view().Drag().OnLeftButtonDown({(4 + 4) * 8, 16}, false);
     EXPECT_EQ(Caret(), (Two{17, 0}));
     EXPECT_FALSE(view().HasSelection());
     EXPECT_TRUE(surface().focus);
@@ -63,25 +63,25 @@ TEST_F(HexMouse, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
 
 TEST_F(HexMouse, DraggingSelectsUntilTheButtonIsUp) {
     Show(std::string(1000, 'x'));
-    view().OnLeftButtonDown({4 * 8, 0}, false);
-    view().OnMouseMove({(4 + 6) * 8, 16});
+    view().Drag().OnLeftButtonDown({4 * 8, 0}, false);
+    view().Drag().OnMouseMove({(4 + 6) * 8, 16});
     EXPECT_EQ(Selection(), (Two{0, 18}));
-    view().OnMouseMove({4 * 8, 12 * 16}); // below the window: scrolls on, and on with the timer
+    view().Drag().OnMouseMove({4 * 8, 12 * 16}); // below the window: scrolls on, and on with the timer
     const uint64_t top = view().TopRow();
     EXPECT_GT(top, 0u);
-    view().OnDragTimer();
+    view().Drag().OnTimer();
     EXPECT_GT(view().TopRow(), top);
-    view().OnLeftButtonUp();
+    view().Drag().OnLeftButtonUp();
     EXPECT_FALSE(surface().captured);
     const Two selected = Selection();
-    view().OnMouseMove({4 * 8, 0});
-    view().OnDragTimer();
+    view().Drag().OnMouseMove({4 * 8, 0});
+    view().Drag().OnTimer();
     EXPECT_EQ(Selection(), selected);
 }
 
 TEST_F(HexMouse, AShiftClickExtendsFromTheCaret) {
     Show(std::string(100, 'x'));
     view().SelectBytes(2, 5);
-    view().OnLeftButtonDown({4 * 8, 16}, true);
+    view().Drag().OnLeftButtonDown({4 * 8, 16}, true);
     EXPECT_EQ(Selection(), (Two{5, 16}));
 }

@@ -1,40 +1,9 @@
+#include "HighlightEngine.h"
 #include "support/ScratchFolder.h"
 #include "support/ViewTest.h"
+#include "view/EditorFind.h"
 
 namespace {
-
-// Takes down the highlights that a view sets, and colours nothing.
-class HighlightEngine final : public SyntaxEngine {
-public:
-    uint32_t AddRef() override { return ++references; }
-    uint32_t Release() override {
-        if (--references) return references;
-        delete this;
-        return 0;
-    }
-    uint32_t ColourLine(uint32_t, const Char*, uint32_t length, uint32_t&, ColouredLine& line) override {
-        span = {1, 2, length};
-        line = {&span, 1, NoFill};
-        return length;
-    }
-    uint32_t ScanState(const Char*, uint32_t length, uint32_t, uint32_t, uint32_t& stopped) override {
-        stopped = length;
-        return 0;
-    }
-    bool MayChangeState(const Char*, uint32_t) override { return false; }
-    void SetHighlight(uint32_t index, const HighlightRange* range) override {
-        ranges[index] = range ? *range : HighlightRange();
-    }
-    bool SetEndMarker(const Char*) override { return true; }
-    const Char* BraceCharacters() const override { return u"{}()[]"; }
-
-    HighlightRange ranges[2];
-
-private:
-    ~HighlightEngine() = default;
-    ColourSpan span = {};
-    uint32_t references = 1;
-};
 
 using Pair = std::pair<uint32_t, uint32_t>;
 using Strips = std::vector<std::pair<int32_t, int32_t>>;
@@ -48,7 +17,7 @@ struct CaretTest : ViewTest {
         view().MoveCaret(line, column);
         surface().ForgetCalls();
     }
-    Pair Match() const { return {view().BracePosition(), view().BracePartner()}; }
+    Pair Match() const { return {view().MatchedBrackets().position, view().MatchedBrackets().partner}; }
 
     HighlightEngine* engine = nullptr;
 };
@@ -71,7 +40,7 @@ TEST_F(CaretTest, ThePreferredColumnIsTheOneAskedFor) {
     Fill(u"abc\nde");
     view().MoveCaret(1, 40);
     EXPECT_EQ(view().CaretColumn(), 2u);
-    EXPECT_EQ(view().PreferredColumn(), 40u);
+    EXPECT_EQ(view().Caret().PreferredColumn(), 40u);
 }
 
 TEST_F(CaretTest, ExtendingLeavesTheAnchor) {
@@ -233,7 +202,7 @@ TEST_F(CaretTest, WithoutAFrameNothingIsShown) {
     Show(u"a");
     surface().host = nullptr;
     Type(u"b");
-    view().FindNext(false);
+    EditorFind::FindNext(view(), false);
     view().OnWheel({-120, 3, true});
     EXPECT_EQ(Plain(Text()), "ba");
 }

@@ -1,5 +1,6 @@
 #include "support/FailureInjection.h"
 #include "support/ViewTest.h"
+#include "view/EditorFind.h"
 
 namespace {
 
@@ -10,7 +11,7 @@ struct FindTest : ViewTest {
     std::string AfterFind(const std::u16string& text, const std::u16string& pattern, bool backward = false) {
         Show(text);
         SearchFor(pattern);
-        found = view().FindNext(backward);
+        found = EditorFind::FindNext(view(), backward);
         return Marked();
     }
     bool found = false;
@@ -52,7 +53,7 @@ TEST_F(FindTest, AFailedSearchStopsAMacroThatPlays) {
     Show(u"abc");
     host().macroState = MacroState::Playing;
     SearchFor(u"zz");
-    view().FindNext(false);
+    EditorFind::FindNext(view(), false);
     EXPECT_EQ(host().macroStops, 1);
 }
 
@@ -83,7 +84,7 @@ TEST_F(FindTest, WholeWordsHaveNoWordCharacterOnEitherSide) {
 TEST_F(FindTest, AMatchOutOfViewIsScrolledTo) {
     Fill(std::u16string(60, u'\n') + u"ab");
     SearchFor(u"ab");
-    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(EditorFind::FindNext(view(), false));
     EXPECT_EQ(view().TopLine(), 51u);
 }
 
@@ -91,7 +92,7 @@ TEST_F(FindTest, APendingEditIsSearchedToo) {
     Show(u"|\nx");
     Type(u"ab");
     SearchFor(u"ab");
-    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(EditorFind::FindNext(view(), false));
     EXPECT_EQ(Marked(), "^ab|\nx");
 }
 
@@ -165,17 +166,17 @@ TEST_F(FindTest, CtrlF3WithNothingAtTheCaretDoesNothing) {
 
 TEST_F(FindTest, ReplaceSelectionReplacesWhateverItHolds) {
     Show(u"a^bc|d");
-    EXPECT_TRUE(view().ReplaceSelection(u"xyz", 3));
+    EXPECT_TRUE(EditorFind::ReplaceSelection(view(), u"xyz", 3));
     EXPECT_EQ(Marked(), "axyz|d");
     EXPECT_EQ(document->UndoSteps(), 1u);
     Show(u"a^bc|d");
-    EXPECT_TRUE(view().ReplaceSelection(u"", 0));
+    EXPECT_TRUE(EditorFind::ReplaceSelection(view(), u"", 0));
     EXPECT_EQ(Marked(), "a|d");
 }
 
 TEST_F(FindTest, WithoutASelectionThereIsNothingToReplace) {
     Show(u"a|b");
-    EXPECT_FALSE(view().ReplaceSelection(u"x", 1));
+    EXPECT_FALSE(EditorFind::ReplaceSelection(view(), u"x", 1));
     EXPECT_EQ(Marked(), "a|b");
     EXPECT_EQ(document->UndoSteps(), 0u);
 }
@@ -188,7 +189,7 @@ TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
             (*document)->InsertText(0, u"x", 1);
             (*document)->Undo();
         }
-        const bool done = view().ReplaceSelection(u"longer", 6);
+        const bool done = EditorFind::ReplaceSelection(view(), u"longer", 6);
         FailurePause pause;
         EXPECT_EQ(Marked(), done ? "alonger|d" : "a^bc|d");
         EXPECT_EQ((*document)->CanDo(DocumentCommand::Redo), !done);
@@ -200,7 +201,7 @@ TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
 TEST_F(FindTest, AReadOnlyTextIsNotReplaced) {
     Show(u"a^bc|d");
     (*document)->MarkAsOutput();
-    view().ReplaceSelection(u"xyz", 3);
+    EditorFind::ReplaceSelection(view(), u"xyz", 3);
     EXPECT_EQ(Marked(), "a^bc|d");
     EXPECT_FALSE((*document)->IsModified());
     EXPECT_FALSE((*document)->CanDo(DocumentCommand::Undo));
@@ -212,7 +213,7 @@ TEST_F(FindTest, ALongSearchShowsItsProgressAndTheWaitCursor) {
     Fill(std::u16string((1u << 24) + 100, u'x') + u"ab");
     SearchFor(u"ab");
     surface().tickStep = 600;
-    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(EditorFind::FindNext(view(), false));
     EXPECT_TRUE(surface().everWaited);
     EXPECT_FALSE(surface().waiting);
     EXPECT_EQ(Status(StatusField::Message), "");
@@ -224,7 +225,7 @@ TEST_F(FindTest, AShortSearchShowsNeither) {
     SearchFor(u"ab");
     surface().tickStep = 1;
     surface().escapePressed = true;
-    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(EditorFind::FindNext(view(), false));
     EXPECT_FALSE(surface().everWaited);
     EXPECT_TRUE(surface().escapePressed);
 }
@@ -235,7 +236,7 @@ TEST_F(FindTest, EscapeBreaksALongSearchOff) {
     SearchFor(u"ab");
     surface().tickStep = 600;
     surface().escapePressed = true;
-    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_EQ(view().SelectionAnchor(), 1u);
     EXPECT_EQ(view().CaretOffset(), 3u);
 }
@@ -246,14 +247,14 @@ TEST_F(FindTest, ALongPatternIsSearchedForInSmallerSteps) {
     Fill(std::u16string(1u << 16, u'x') + pattern);
     SearchFor(pattern);
     surface().tickStep = 600;
-    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(EditorFind::FindNext(view(), false));
     EXPECT_TRUE(surface().everWaited);
     surface().escapePressed = true;
     view().SelectRange(5, 5);
-    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_EQ(view().CaretOffset(), 5u);
     surface().escapePressed = true;
-    EXPECT_FALSE(view().FindNext(true));
+    EXPECT_FALSE(EditorFind::FindNext(view(), true));
     EXPECT_EQ(view().CaretOffset(), 5u);
 }
 
@@ -262,15 +263,15 @@ TEST_F(FindTest, ACancelledSearchIsNotTakenForAFailedOne) {
     SearchFor(u"ab");
     surface().tickStep = 600;
     surface().escapePressed = true;
-    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_TRUE(findState.cancelled);
     SearchFor(u"zz");
-    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_FALSE(findState.cancelled);
     surface().escapePressed = true;
-    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_TRUE(findState.cancelled);
     SearchFor(u"");
-    EXPECT_FALSE(view().FindNext(false));
+    EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_FALSE(findState.cancelled);
 }

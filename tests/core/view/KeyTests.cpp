@@ -1,4 +1,5 @@
 #include "support/ViewTest.h"
+#include "view/EditorFind.h"
 
 namespace {
 
@@ -348,14 +349,14 @@ TEST_F(KeyTest, WithoutADocumentKeysAndCommandsDoNothing) {
     editor.OnKeyDown(ViewKey::Left);
     editor.OnChar(u'x');
     editor.OnFocus();
-    editor.OnLeftButtonDown({1, 1}, false);
+    editor.Drag().OnLeftButtonDown({1, 1}, false);
     editor.OnDoubleClick();
     editor.OnWheel({-120, 3, false});
     editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::Maximum, 0);
     editor.OnSize(true);
     editor.GoToLine(3, true);
-    EXPECT_FALSE(editor.FindNext(false));
-    EXPECT_FALSE(editor.ReplaceAll(u"x", 1, false));
+    EXPECT_FALSE(EditorFind::FindNext(editor, false));
+    EXPECT_FALSE(EditorFind::ReplaceAll(editor, u"x", 1, false));
     EXPECT_FALSE(editor.IsCommandEnabled(ViewCommand::SelectAll));
     EXPECT_TRUE(editor.ExecuteCommand(ViewCommand::SelectAll));
     EXPECT_EQ(editor.CaretOffset(), 0u);

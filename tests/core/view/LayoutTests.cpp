@@ -5,10 +5,8 @@ namespace {
 struct LayoutTest : ViewTest {
     static std::u16string Lines(int count) { return std::u16string(static_cast<size_t>(count - 1), u'\n'); }
     std::pair<uint32_t, uint32_t> At(int32_t x, int32_t y) const {
-        uint32_t line = 0;
-        uint32_t column = 0;
-        view().PositionAt({x, y}, line, column);
-        return {line, column};
+        const TextPosition place = view().Viewport().PositionAt({x, y});
+        return {place.line, place.column};
     }
 };
 
@@ -21,7 +19,7 @@ TEST_F(LayoutTest, VisibleLinesAndColumnsAreWholeOnes) {
     surface().SetSize(100, 50);
     view().OnSize(false);
     EXPECT_EQ(view().VisibleLines(), 3);
-    EXPECT_EQ(view().VisibleColumns(), 12);
+    EXPECT_EQ(view().Viewport().VisibleColumns(), 12);
 }
 
 TEST_F(LayoutTest, GutterAndMarginNarrowTheTextArea) {
@@ -29,35 +27,35 @@ TEST_F(LayoutTest, GutterAndMarginNarrowTheTextArea) {
     settings.MarginWidth = 20;
     surface().SetSize(100, 50);
     view().OnSize(false);
-    EXPECT_EQ(view().GutterWidth(), 56);
-    EXPECT_EQ(view().TextLeft(), 76);
-    EXPECT_EQ(view().VisibleColumns(), 3);
+    EXPECT_EQ(view().Viewport().GutterWidth(), 56);
+    EXPECT_EQ(view().Viewport().TextLeft(), 76);
+    EXPECT_EQ(view().Viewport().VisibleColumns(), 3);
 }
 
 TEST_F(LayoutTest, TheFixedGutterIsSevenDigitsWide) {
     settings.ShowLineNumbers = 1;
-    EXPECT_EQ(view().LineNumberDigits(), 7u);
-    EXPECT_EQ(view().GutterWidth(), 56);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 7u);
+    EXPECT_EQ(view().Viewport().GutterWidth(), 56);
 }
 
 TEST_F(LayoutTest, AnEmptyDocumentHasOneLineAndItsVariableGutterTwoColumns) {
     settings.ShowLineNumbers = settings.VarWidthLineNumbers = 1;
     Fill(u"");
-    EXPECT_EQ(view().LineCount(), 1u);
-    EXPECT_EQ(view().LineNumberDigits(), 2u);
-    EXPECT_EQ(view().GutterWidth(), 16);
+    EXPECT_EQ(view().Text().LineCount(), 1u);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 2u);
+    EXPECT_EQ(view().Viewport().GutterWidth(), 16);
 }
 
 TEST_F(LayoutTest, TheVariableGutterHasOneDigitToSpare) {
     settings.ShowLineNumbers = settings.VarWidthLineNumbers = 1;
     Fill(Lines(9));
-    EXPECT_EQ(view().LineNumberDigits(), 2u);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 2u);
     Fill(Lines(10));
-    EXPECT_EQ(view().LineNumberDigits(), 3u);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 3u);
     Fill(Lines(99));
-    EXPECT_EQ(view().LineNumberDigits(), 3u);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 3u);
     Fill(Lines(100));
-    EXPECT_EQ(view().LineNumberDigits(), 4u);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 4u);
 }
 
 TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
@@ -65,7 +63,7 @@ TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
     Fill(Lines(9));
     surface().ForgetCalls();
     buffer().InsertText(0, u"\n", 1);
-    EXPECT_EQ(view().LineNumberDigits(), 3u);
+    EXPECT_EQ(view().Viewport().LineNumberDigits(), 3u);
     EXPECT_GE(surface().allInvalidations, 1);
 }
 
@@ -74,7 +72,7 @@ TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
     surface().SetSize(100, 100);
     view().OnSize(false);
     EXPECT_EQ(view().VisibleLines(), 0);
-    EXPECT_EQ(view().VisibleColumns(), 0);
+    EXPECT_EQ(view().Viewport().VisibleColumns(), 0);
     EXPECT_EQ(At(50, 50), (Point{0, 0}));
     Type(u"abc");
     Press(ViewKey::PageDown);
@@ -85,14 +83,14 @@ TEST_F(LayoutTest, AMarginWiderThanTheWindowKeepsTheViewStill) {
     settings.MarginWidth = 4294967295u;
     surface().SetSize(100, 100);
     view().OnSize(false);
-    EXPECT_EQ(view().VisibleColumns(), 0);
-    EXPECT_EQ(view().TextLeft(), ViewLimits::MaxMarginWidth);
+    EXPECT_EQ(view().Viewport().VisibleColumns(), 0);
+    EXPECT_EQ(view().Viewport().TextLeft(), ViewLimits::MaxMarginWidth);
     view().UpdateCaret(true);
-    EXPECT_EQ(view().HorizontalScroll(), 0);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 0);
     Type(u"abc");
-    const int32_t scroll = view().HorizontalScroll();
+    const int32_t scroll = view().Viewport().HorizontalScroll();
     view().UpdateCaret(true);
-    EXPECT_EQ(view().HorizontalScroll(), scroll);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), scroll);
 }
 
 TEST_F(LayoutTest, WithoutAWindowLayoutDoesNothing) {
@@ -152,7 +150,7 @@ TEST_F(LayoutTest, ALineBehindTheLastIsNotClamped) {
 
 TEST_F(LayoutTest, TheHorizontalScrollMovesThePoint) {
     Fill(u"abcdefghij");
-    view().SetHorizontalScroll(24);
+    view().Viewport().SetHorizontalScroll(24);
     EXPECT_EQ(At(0, 0), (Point{0, 3}));
     EXPECT_EQ(At(8, 0), (Point{0, 4}));
 }
@@ -162,8 +160,8 @@ TEST_F(LayoutTest, TheOpenLineIsReadInItsEditedForm) {
     Type(u"xyz");
     ASSERT_TRUE(buffer().HasPendingEdit());
     EXPECT_EQ(At(1000, 0), (Point{0, 5}));
-    EXPECT_EQ(view().LineStart(1), 6u);
-    EXPECT_EQ(view().TextLength(), 8u);
+    EXPECT_EQ(view().Text().LineStart(1), 6u);
+    EXPECT_EQ(view().Text().Length(), 8u);
 }
 
 // Repainting.

@@ -34,8 +34,8 @@ struct MeasuredLineTest : ViewTest {
     }
     // The caret stands where it does when the line is measured from its start.
     void ExpectCaret() const {
-        const int64_t x = Layout().PositionOf(view().CaretLineText(), view().CaretColumn());
-        ASSERT_EQ(surface().caretX, x - view().HorizontalScroll() + view().TextLeft());
+        const int64_t x = Layout().PositionOf(view().Text().Line(view().CaretLine()), view().CaretColumn());
+        ASSERT_EQ(surface().caretX, x - view().Viewport().HorizontalScroll() + view().Viewport().TextLeft());
     }
     // So does the picture. What was measured is forgotten then.
     void ExpectPicture() const {
@@ -110,7 +110,7 @@ TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
     surface().SetFont({16, 65535, 65535});
     view().OnSize(false);
     view().MoveCaret(0, None32, false);
-    EXPECT_EQ(view().HorizontalScroll(), MeasuredLine::FarthestScroll);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), MeasuredLine::FarthestScroll);
     EXPECT_NE(Painted(), "");
     ExpectPicture();
 }
@@ -152,7 +152,7 @@ TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
         }
         switch (random.Below(7)) {
         case 0:
-            view().MoveCaret(1, random.Below(view().LineText(1).length + 1), false);
+            view().MoveCaret(1, random.Below(view().Text().Line(1).length + 1), false);
             break;
         case 1:
             Type(random.OneIn(4) ? u"i\t" : u"b");
@@ -198,7 +198,8 @@ TEST_F(MeasuredLineTest, AnotherFontMeasuresAnew) {
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
     view().OnSize(false);
     view().MoveCaret(0, None32, false);
-    EXPECT_EQ(surface().caretX, int64_t{Long} * 3 - view().HorizontalScroll() + view().TextLeft());
+    EXPECT_EQ(surface().caretX,
+              int64_t{Long} * 3 - view().Viewport().HorizontalScroll() + view().Viewport().TextLeft());
 }
 
 TEST_F(MeasuredLineTest, AnEndlessLineIsFollowed) {

@@ -19,80 +19,80 @@ using Two = std::pair<uint32_t, uint32_t>;
 
 TEST_F(MouseTest, AClickPutsTheCaretAndTakesTheFocus) {
     surface().focus = false;
-    view().OnLeftButtonDown({24, 20}, false);
+    view().Drag().OnLeftButtonDown({24, 20}, false);
     EXPECT_EQ(Caret(), (Two{1, 3}));
     EXPECT_TRUE(surface().focus);
-    EXPECT_FALSE(view().HasSelection());
+    EXPECT_FALSE(view().Caret().HasSelection());
     EXPECT_TRUE(surface().captured);
 }
 
 TEST_F(MouseTest, AShiftClickExtendsFromTheCaret) {
     view().SelectRange(0, 5);
-    view().OnLeftButtonDown({64, 0}, true);
+    view().Drag().OnLeftButtonDown({64, 0}, true);
     EXPECT_EQ(Selection(), (Two{5, 8})); // the selection was collapsed to the caret first
 }
 
 TEST_F(MouseTest, AClickWritesThePendingLineBack) {
     Type(u"x");
-    view().OnLeftButtonDown({0, 16}, false);
+    view().Drag().OnLeftButtonDown({0, 16}, false);
     EXPECT_FALSE(buffer().HasPendingEdit());
     EXPECT_EQ(document->Store()[0], u'x');
 }
 
 TEST_F(MouseTest, DraggingExtends) {
-    view().OnLeftButtonDown({16, 0}, false);
-    view().OnMouseMove({40, 16});
+    view().Drag().OnLeftButtonDown({16, 0}, false);
+    view().Drag().OnMouseMove({40, 16});
     EXPECT_EQ(Selection(), (Two{2, 16}));
-    view().OnMouseMove({0, 0});
+    view().Drag().OnMouseMove({0, 0});
     EXPECT_EQ(Selection(), (Two{2, 0}));
-    view().OnLeftButtonUp();
+    view().Drag().OnLeftButtonUp();
     EXPECT_FALSE(surface().captured);
-    view().OnMouseMove({40, 16});
+    view().Drag().OnMouseMove({40, 16});
     EXPECT_EQ(Selection(), (Two{2, 0}));
 }
 
 TEST_F(MouseTest, WithoutAButtonAMoveDoesNothing) {
-    view().OnMouseMove({40, 16});
-    view().OnDragTimer();
-    view().OnLeftButtonUp();
+    view().Drag().OnMouseMove({40, 16});
+    view().Drag().OnTimer();
+    view().Drag().OnLeftButtonUp();
     EXPECT_EQ(Caret(), (Two{0, 0}));
 }
 
 TEST_F(MouseTest, TheTimerScrollsOnBelowTheWindow) {
-    view().OnLeftButtonDown({0, 0}, false);
-    view().OnMouseMove({0, 170});
+    view().Drag().OnLeftButtonDown({0, 0}, false);
+    view().Drag().OnMouseMove({0, 170});
     const uint32_t top = view().TopLine();
     EXPECT_EQ(view().CaretLine(), 10u);
-    view().OnDragTimer();
+    view().Drag().OnTimer();
     EXPECT_EQ(view().CaretLine(), 11u);
     EXPECT_EQ(view().TopLine(), top + 1);
-    view().OnDragTimer();
+    view().Drag().OnTimer();
     EXPECT_EQ(view().TopLine(), top + 2);
 }
 
 TEST_F(MouseTest, TheTimerScrollsOnAboveTheWindow) {
     view().SetTopLine(20);
-    view().OnLeftButtonDown({0, 0}, false);
-    view().OnMouseMove({0, -20});
+    view().Drag().OnLeftButtonDown({0, 0}, false);
+    view().Drag().OnMouseMove({0, -20});
     EXPECT_EQ(view().TopLine(), 19u);
-    view().OnDragTimer();
+    view().Drag().OnTimer();
     EXPECT_EQ(view().TopLine(), 18u);
 }
 
 TEST_F(MouseTest, OverTheCaretTheTimerDoesNothing) {
-    view().OnLeftButtonDown({24, 16}, false);
+    view().Drag().OnLeftButtonDown({24, 16}, false);
     surface().ForgetCalls();
-    view().OnDragTimer();
+    view().Drag().OnTimer();
     EXPECT_TRUE(surface().strips.empty());
-    EXPECT_FALSE(view().HasSelection());
+    EXPECT_FALSE(view().Caret().HasSelection());
 }
 
 TEST_F(MouseTest, LosingTheCaptureEndsTheDrag) {
-    view().OnLeftButtonDown({16, 0}, false);
+    view().Drag().OnLeftButtonDown({16, 0}, false);
     surface().captured = false;
-    view().OnCaptureLost();
-    view().OnMouseMove({40, 16});
-    view().OnDragTimer();
+    view().Drag().OnCaptureLost();
+    view().Drag().OnMouseMove({40, 16});
+    view().Drag().OnTimer();
     EXPECT_EQ(Caret(), (Two{0, 2}));
 }
 
@@ -115,5 +115,5 @@ TEST_F(MouseTest, InAnOutputDocumentADoubleClickOpensTheNamedFile) {
     ASSERT_EQ(host().opened.size(), 1u);
     EXPECT_EQ(Plain(host().opened[0].first), "a.cpp");
     EXPECT_EQ(host().opened[0].second, 6u);
-    EXPECT_FALSE(view().HasSelection());
+    EXPECT_FALSE(view().Caret().HasSelection());
 }

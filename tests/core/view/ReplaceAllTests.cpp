@@ -2,6 +2,7 @@
 #include "support/FailureInjection.h"
 #include "support/Random.h"
 #include "support/ViewTest.h"
+#include "view/EditorFind.h"
 
 namespace {
 
@@ -10,7 +11,7 @@ struct ReplaceAllTest : ViewTest {
                       bool inSelection = false) {
         Show(text);
         findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
-        view().ReplaceAll(replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
+        EditorFind::ReplaceAll(view(), replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
         return Marked();
     }
     std::string Message() const { return Status(StatusField::Message); }
@@ -123,7 +124,7 @@ TEST_F(ReplaceAllTest, NothingFoundReportsZero) {
 
 TEST_F(ReplaceAllTest, WithoutAnySearchTextNothingIsReplaced) {
     Show(u"a|bc");
-    view().ReplaceAll(u"x", 1, false);
+    EditorFind::ReplaceAll(view(), u"x", 1, false);
     EXPECT_EQ(Message(), "0 occurences replaced");
 }
 
@@ -177,7 +178,7 @@ TEST_F(ReplaceAllTest, AReadOnlyDocumentStaysAsItIs) {
     Show(u"aaa");
     buffer().MarkAsOutput();
     findState.searchHistory.Add(u"a", 1);
-    view().ReplaceAll(u"b", 1, false);
+    EditorFind::ReplaceAll(view(), u"b", 1, false);
     EXPECT_EQ(Plain(Text()), "aaa");
     EXPECT_EQ(Message(), "0 occurences replaced");
 }
@@ -186,7 +187,7 @@ TEST_F(ReplaceAllTest, ATextThatWouldBecomeTooLongIsRefused) {
     Show(u"|" + std::u16string(5000, u'a'));
     findState.searchHistory.Add(u"a", 1);
     const std::u16string replacement(1000000, u'b');
-    EXPECT_FALSE(view().ReplaceAll(replacement.data(), 1000000, false));
+    EXPECT_FALSE(EditorFind::ReplaceAll(view(), replacement.data(), 1000000, false));
     EXPECT_EQ(Text(), std::u16string(5000, u'a'));
     EXPECT_EQ(document->UndoSteps(), 0u);
     ASSERT_EQ(host().messages.size(), 1u);
@@ -199,7 +200,7 @@ TEST_F(ReplaceAllTest, EscapeChangesNothing) {
     findState.searchHistory.Add(u"x", 1);
     surface().tickStep = 600;
     surface().escapePressed = true;
-    EXPECT_FALSE(view().ReplaceAll(u"y", 1, false));
+    EXPECT_FALSE(EditorFind::ReplaceAll(view(), u"y", 1, false));
     EXPECT_EQ(buffer().Content()[0], u'x');
     EXPECT_EQ(document->UndoSteps(), 0u);
     EXPECT_TRUE(host().messages.empty());
@@ -214,7 +215,7 @@ TEST_F(ReplaceAllTest, WithoutMemoryNothingIsHalfReplaced) {
             view().ToggleBookmark(0);
             findState.searchHistory.Add(u"ab", 2);
         }
-        const bool done = view().ReplaceAll(u"longer", 6, false);
+        const bool done = EditorFind::ReplaceAll(view(), u"longer", 6, false);
         FailurePause pause;
         EXPECT_EQ(Marked(), done ? "longer longer longer|" : "a|b ab ab");
         EXPECT_EQ(document->UndoSteps(), done ? 1u : 0u);
@@ -263,7 +264,8 @@ TEST_F(ReplaceAllTest, OnePassGivesWhatOneByOneGives) {
         findState.matchCase = rules.matchCase;
         findState.wholeWord = rules.wholeWord;
         const uint32_t count = OneByOne::ReplaceAll(single.views[0]->editor, pattern, replacement, rules, inSelection);
-        bulk.views[0]->editor.ReplaceAll(replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
+        EditorFind::ReplaceAll(bulk.views[0]->editor, replacement.data(), static_cast<uint32_t>(replacement.size()),
+                               inSelection);
         ASSERT_EQ(Plain(bulk.views[0]->surface.ownHost.status[StatusField::Message]),
                   std::to_string(count) + " occurences replaced");
         ASSERT_EQ(single.Look(), bulk.Look());
@@ -286,12 +288,8 @@ TEST_F(ReplaceAllTest, IndentingInOnePassGivesWhatOneByOneGives) {
         Stage bulk(text, second);
         random.Below(1000);
         TextEditor& editor = bulk.views[0]->editor;
-        uint32_t line = 0;
-        uint32_t endLine = 0;
-        uint32_t column = 0;
-        editor.OffsetToLineColumn(editor.SelectionStart(), line, column);
-        editor.OffsetToLineColumn(editor.SelectionEnd(), endLine, column);
-        if (line == endLine) continue;
+        const TextCaret& caret = editor.Caret();
+        if (editor.Text().LineOf(caret.SelectionStart()) == editor.Text().LineOf(caret.SelectionEnd())) continue;
         SCOPED_TRACE(Plain(text) + (unindent ? " unindent" : " indent"));
 
         OneByOne::Indent(single.views[0]->editor, unindent, settings.SpacesPerTab, settings.ReplaceTabs != 0);
@@ -321,7 +319,7 @@ TEST_F(ReplaceAllTest, PastingGivesWhatTheSingleChangesGive) {
         random.Below(1000);
         SCOPED_TRACE(Plain(text) + " <- " + Plain(pasted) + (wholeLine ? " line" : "") + (shift ? " shift" : ""));
         for (const Stage* stage : {&single, &real})
-            if (pending && !stage->views[0]->editor.HasSelection()) stage->views[0]->editor.OnChar(u'z');
+            if (pending && !stage->views[0]->editor.Caret().HasSelection()) stage->views[0]->editor.OnChar(u'z');
 
         OneByOne::Paste(single.views[0]->editor, pasted, wholeLine, (settings.PasteKeepSelection != 0) != shift);
         FakeTextSurface& surface = real.views[0]->surface;

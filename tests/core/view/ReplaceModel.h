@@ -20,8 +20,8 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
     document.CommitEdit();
     const auto n = static_cast<uint32_t>(pattern.size());
     const auto r = static_cast<uint32_t>(replacement.size());
-    const uint32_t start = inSelection ? view.SelectionStart() : 0;
-    uint32_t end = inSelection ? view.SelectionEnd() : document.Length();
+    const uint32_t start = inSelection ? view.Caret().SelectionStart() : 0;
+    uint32_t end = inSelection ? view.Caret().SelectionEnd() : document.Length();
     uint32_t at = start;
     uint32_t count = 0;
     document.BeginGroup();
@@ -48,8 +48,8 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
     document.CommitEdit();
     uint32_t start = 0;
     uint32_t lineStart = 0;
-    const uint32_t firstLine = document.OffsetToLine(view.SelectionStart(), start);
-    uint32_t end = view.SelectionEnd();
+    const uint32_t firstLine = document.OffsetToLine(view.Caret().SelectionStart(), start);
+    uint32_t end = view.Caret().SelectionEnd();
     const uint32_t lastLine = document.OffsetToLine(end, lineStart);
     const std::u16string unit = spaces ? std::u16string(size, u' ') : std::u16string(u"\t");
     view.SuspendRedraw();
@@ -80,10 +80,10 @@ inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, 
     TextBuffer& document = *view.GetTextBuffer();
     document.CommitEdit();
     const auto length = static_cast<uint32_t>(text.size());
-    const bool grouped = view.SelectionStart() != view.SelectionEnd();
+    const bool grouped = view.Caret().SelectionStart() != view.Caret().SelectionEnd();
     if (grouped) {
         document.BeginGroup();
-        document.DeleteText(view.SelectionStart(), view.SelectionEnd() - view.SelectionStart());
+        document.DeleteText(view.Caret().SelectionStart(), view.Caret().SelectionEnd() - view.Caret().SelectionStart());
     }
     const uint32_t caret = view.CaretOffset();
     if (wholeLine) {

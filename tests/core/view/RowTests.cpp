@@ -224,7 +224,7 @@ TEST_F(RowTest, ANulEndsItsPiece) {
 TEST_F(RowTest, OnlyCharactersInTheWindowAreDrawn) {
     Fill(std::u16string(1000, u'x'));
     Resize(10, 3);
-    view().SetHorizontalScroll(20);
+    view().Viewport().SetHorizontalScroll(20);
     // 80 pixels from 20 on: the third character is half covered, the 13th half out.
     EXPECT_EQ(FirstRow(), "text(xxxxxxxxxxx)@-4+88");
     EXPECT_EQ(Rows()[0].picture.fillLeft, 80);
@@ -234,7 +234,7 @@ TEST_F(RowTest, TextScrolledOutLeavesTheRowToTheFill) {
     settings.ShowLineNumbers = 1;
     settings.MarginWidth = 20;
     Fill(u"abc\n");
-    view().SetHorizontalScroll(1000);
+    view().Viewport().SetHorizontalScroll(1000);
     EXPECT_EQ(FirstRow(), "");
     EXPECT_EQ(Rows()[0].picture.fillLeft, 76);
 }
@@ -242,7 +242,7 @@ TEST_F(RowTest, TextScrolledOutLeavesTheRowToTheFill) {
 TEST_F(RowTest, AnArrowThatReachesInFromTheLeftIsKeptWhole) {
     settings.ShowWhitespace = 1;
     Fill(u"\tx");
-    view().SetHorizontalScroll(8);
+    view().Viewport().SetHorizontalScroll(8);
     EXPECT_EQ(FirstRow(), "text-arrow()@-8+32 text(x)@24+8");
 }
 
@@ -269,7 +269,7 @@ TEST_F(RowTest, ClippingNeverChangesTheVisiblePicture) {
         const auto pixels = [&](int32_t scroll, int32_t width) {
             surface().SetSize(width, 48);
             view().OnSize(false);
-            view().SetHorizontalScroll(scroll);
+            view().Viewport().SetHorizontalScroll(scroll);
             // Each pixel column gets the run that covers it, with where its character begins.
             std::vector<std::string> columns(static_cast<size_t>(width));
             const Row row = Rows()[0];
@@ -409,9 +409,9 @@ TEST_F(RowTest, TheColumnGuideScrollsWithTheText) {
     settings.ColumnGuide = 10;
     Fill(u"abc");
     EXPECT_EQ(Rows()[0].picture.columnGuideX, 80);
-    view().SetHorizontalScroll(24);
+    view().Viewport().SetHorizontalScroll(24);
     EXPECT_EQ(Rows()[0].picture.columnGuideX, 56);
-    view().SetHorizontalScroll(200);
+    view().Viewport().SetHorizontalScroll(200);
     EXPECT_FALSE(Rows()[0].picture.columnGuide);
     settings.ColumnGuide = 4294967295u;
     EXPECT_FALSE(Rows()[0].picture.columnGuide);
@@ -444,7 +444,7 @@ TEST_F(RowTest, GuidesUnderTheMarginAreLeftOut) {
     settings.IndentGuide = 1;
     settings.MarginWidth = 20;
     Fill(u"\t\t\tx");
-    view().SetHorizontalScroll(36);
+    view().Viewport().SetHorizontalScroll(36);
     EXPECT_EQ(Rows()[0].guides, (Guides{4 + 64 - 36 + 20}));
     settings.IndentGuide = 0;
     EXPECT_EQ(Rows()[0].guides, Guides{});

@@ -13,7 +13,7 @@ struct ScrollingTest : ViewTest {
     }
     int32_t ScrollSideways(ScrollRequest request, int32_t track = 0) {
         view().OnScroll(ScrollAxis::Horizontal, request, track);
-        return view().HorizontalScroll();
+        return view().Viewport().HorizontalScroll();
     }
     void LoseWindow() { surface().window = surface().focus = false; }
     void GetWindow() {
@@ -33,7 +33,7 @@ TEST_F(ScrollingTest, TheBarsShowLinesAndPixels) {
     EXPECT_EQ(Vertical(), (ScrollBar{100, 10, 0}));
     EXPECT_EQ(Horizontal(), (ScrollBar{16384, 640, 0}));
     view().SetTopLine(7);
-    view().SetHorizontalScroll(24);
+    view().Viewport().SetHorizontalScroll(24);
     view().UpdateCaret(false);
     EXPECT_EQ(Vertical(), (ScrollBar{100, 10, 7}));
     EXPECT_EQ(Horizontal(), (ScrollBar{16384, 640, 24}));
@@ -174,10 +174,10 @@ TEST_F(ScrollingTest, WhileSuspendedScrollingRepaintsLater) {
 
 TEST_F(ScrollingTest, TheSameTopLineOrScrollRepaintsNothing) {
     view().SetTopLine(5);
-    view().SetHorizontalScroll(8);
+    view().Viewport().SetHorizontalScroll(8);
     surface().ForgetCalls();
     view().SetTopLine(5);
-    view().SetHorizontalScroll(8);
+    view().Viewport().SetHorizontalScroll(8);
     EXPECT_EQ(surface().allInvalidations, 0);
     EXPECT_TRUE(surface().scrolls.empty());
 }
@@ -224,17 +224,17 @@ TEST_F(ScrollingTest, ALongLineScrollsSidewaysAndSnapsBackToTheLeftEdge) {
     Resize(20, 5);
     // Usable are 160 - 8 pixels.
     view().MoveCaret(0, 19);
-    EXPECT_EQ(view().HorizontalScroll(), 0);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 0);
     view().MoveCaret(0, 20);
-    EXPECT_EQ(view().HorizontalScroll(), 8);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 8);
     view().MoveCaret(0, 100);
-    EXPECT_EQ(view().HorizontalScroll(), 648);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 648);
     EXPECT_EQ(surface().caretX, 152);
     view().MoveCaret(0, 81);
-    EXPECT_EQ(view().HorizontalScroll(), 648);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 648);
     EXPECT_EQ(surface().caretX, 0);
     view().MoveCaret(0, 80);
-    EXPECT_EQ(view().HorizontalScroll(), 0);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 0);
     EXPECT_FALSE(surface().caretX < 0);
 }
 
@@ -325,5 +325,5 @@ TEST_F(ScrollingTest, PixelsBeyondThirtyTwoBitsAreHeldWithinThem) {
     Fill(std::u16string(40000, u'x'));
     surface().SetFont({16, 65535, 65535});
     Press(ViewKey::End);
-    EXPECT_EQ(view().HorizontalScroll(), INT32_MAX);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), INT32_MAX);
 }

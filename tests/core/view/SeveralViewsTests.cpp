@@ -4,6 +4,7 @@
 #include "EditorModelTest.h"
 #include "support/ScratchFolder.h"
 #include "support/ViewsAgree.h"
+#include "view/EditorFind.h"
 
 #include <set>
 #include <vector>
@@ -57,7 +58,7 @@ struct SeveralViewsTest : EditorModelTest {
     void Load(EditorModel& model) const {
         model.caret = view().CaretOffset();
         model.anchor = view().SelectionAnchor();
-        model.preferred = view().PreferredColumn();
+        model.preferred = view().Caret().PreferredColumn();
         model.overwrite = view().IsOverwriting();
     }
     ::testing::AssertionResult AllAgree(const EditorModel& model) const {
@@ -134,13 +135,13 @@ struct SeveralViewsTest : EditorModelTest {
             end += replacement.size() - pattern.size();
         }
         findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
-        view().ReplaceAll(replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
+        EditorFind::ReplaceAll(view(), replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
         history.Add(model.text);
         return "replace all " + Plain(pattern) + " by " + Plain(replacement) + (inSelection ? " in selection" : "");
     }
     std::string ReplaceSelection(EditorModel& model, TextHistory& history) {
         if (model.Selected()) model.Replace(model.From(), model.To(), u"a\nb");
-        view().ReplaceSelection(u"a\nb", 3);
+        EditorFind::ReplaceSelection(view(), u"a\nb", 3);
         history.Add(model.text);
         return "replace selection";
     }
@@ -157,9 +158,9 @@ struct SeveralViewsTest : EditorModelTest {
         TestView* clicked = random.Pick(views);
         Focus(clicked);
         const ClientPoint point = {static_cast<int32_t>(random.Below(400)), static_cast<int32_t>(random.Below(200))};
-        view().OnLeftButtonDown(point, random.OneIn(3));
-        if (random.OneIn(2)) view().OnMouseMove({static_cast<int32_t>(random.Below(400)), 300});
-        view().OnLeftButtonUp();
+        view().Drag().OnLeftButtonDown(point, random.OneIn(3));
+        if (random.OneIn(2)) view().Drag().OnMouseMove({static_cast<int32_t>(random.Below(400)), 300});
+        view().Drag().OnLeftButtonUp();
         if (random.OneIn(4)) view().OnDoubleClick();
         return "click";
     }

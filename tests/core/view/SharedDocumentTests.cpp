@@ -1,4 +1,5 @@
 #include "support/ViewTest.h"
+#include "view/EditorFind.h"
 
 #include <algorithm>
 #include <vector>
@@ -178,7 +179,7 @@ TEST_F(SharedDocumentTest, ViewsWithoutAWindowAgreeAfterEmptying) {
 TEST_F(SharedDocumentTest, AViewMadeAfterAReplacementFollowsWhenItIsUndone) {
     Show(u"a\nbab\nc");
     findState.searchHistory.Add(u"b", 1);
-    view().ReplaceAll(u"x\nyz", 4, false);
+    EditorFind::ReplaceAll(view(), u"x\nyz", 4, false);
     EXPECT_EQ(Plain(Text()), "a\nx\nyzax\nyz\nc");
     second = Open();
     second->editor.SelectRange(12, 12); // the last line

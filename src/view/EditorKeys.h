@@ -1,0 +1,13 @@
+#pragma once
+
+#include "base/Types.h"
+
+class TextEditor;
+
+// The keys of a text view that shows a document.
+namespace EditorKeys {
+
+// Does what a key, a virtual-key code, is bound to, with Ctrl and Shift as they are held now.
+void Press(TextEditor& editor, uint32_t key);
+
+} // namespace EditorKeys

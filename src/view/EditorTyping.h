@@ -1,0 +1,19 @@
+#pragma once
+
+#include "base/Types.h"
+
+class TextEditor;
+
+// Characters typed into a text view that shows a document, and single deletions.
+namespace EditorTyping {
+
+// Types a character over the selection; what is no text, and anything with Ctrl held, is ignored.
+void Type(TextEditor& editor, Char character);
+// Deletes the selection; without one (and for `word` in any case) the character at the caret or up to
+// the end of the word, which at the end of a line is the line feed.
+void DeleteForward(TextEditor& editor, bool word);
+// Likewise before the caret: one character, the spaces back to the last tab stop, or back to the start
+// of the word.
+void DeleteBack(TextEditor& editor, bool word);
+
+} // namespace EditorTyping

@@ -1,0 +1,63 @@
+#include "view/ShownText.h"
+
+#include "document/TextBuffer.h"
+
+void ShownText::Show(TextBuffer* shown) {
+    document = shown;
+    states.TextChanged(0);
+}
+
+uint32_t ShownText::PendingGrowth() const {
+    return document->HasPendingEdit() ? document->EditLine().Length() - document->EditLineStoreLength() : 0;
+}
+
+uint32_t ShownText::Length() const { return document ? document->Length() + PendingGrowth() : 0; }
+
+uint32_t ShownText::LineCount() const { return document ? document->GetLineCount() : 1; }
+
+TextSpan ShownText::Line(uint32_t line) const {
+    if (!document || !document->Content()) return {u"", 0};
+    if (line >= document->GetLineCount()) line = document->GetLineCount() - 1;
+    if (line == document->EditLineNumber()) {
+        const WString& open = document->EditLine();
+        return {open.Text(), open.IsEmpty() ? 0 : open.Length() - 1};
+    }
+    const uint32_t start = document->LineToOffset(line);
+    bool isLast = false;
+    return {document->Content() + start, document->LineLength(start, isLast)};
+}
+
+uint32_t ShownText::LineStart(uint32_t line) const {
+    if (!document) return 0;
+    const uint32_t start = document->LineToOffset(line);
+    // A line past the end yields the last one, which may be the open one itself.
+    return start > document->EditLineStart() && line > document->EditLineNumber() ? start + PendingGrowth() : start;
+}
+
+TextPosition ShownText::PositionOf(uint32_t offset) const {
+    if (!document) return {};
+    if (document->HasPendingEdit()) {
+        const uint32_t start = document->EditLineStart();
+        if (offset >= start && offset - start < document->EditLine().Length())
+            return {document->EditLineNumber(), offset - start};
+        if (offset > start) offset -= PendingGrowth();
+    }
+    TextPosition position;
+    document->OffsetToLineColumn(offset, position.line, position.column);
+    return position;
+}
+
+// The states that are remembered are those of the store; the open line is scanned in between.
+uint32_t ShownText::StateAt(uint32_t line) {
+    if (!document || !document->Engine() || !document->Content()) return 0;
+    SyntaxEngine& engine = *document->Engine();
+    const Char* text = document->Content();
+    const uint32_t start = document->LineToOffset(line);
+    if (!document->HasPendingEdit() || start <= document->EditLineStart()) return states.At(engine, text, start);
+
+    const WString& open = document->EditLine();
+    const uint32_t after = document->EditLineStart() + document->EditLineStoreLength();
+    uint32_t state = states.At(engine, text, document->EditLineStart());
+    state = engine.ScanLines(open.Text(), open.Length(), state);
+    return engine.ScanLines(text + after, start - after, state);
+}

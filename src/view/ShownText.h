@@ -1,0 +1,40 @@
+#pragma once
+
+#include "view/LineLayout.h"
+#include "view/LineStates.h"
+#include "view/TextPosition.h"
+
+class TextBuffer;
+
+// The text of a view's document as the user sees it: with the line that is open for editing in its edited form.
+// All offsets count that text; without a pending edit they are offsets into the document's content. Without a
+// document there is one empty line.
+class ShownText {
+public:
+    ShownText() = default;
+    ShownText(const ShownText&) = delete;
+    ShownText& operator=(const ShownText&) = delete;
+
+    // The document is not owned; null for none.
+    void Show(TextBuffer* shown);
+    TextBuffer* Document() const { return document; }
+
+    uint32_t Length() const;
+    uint32_t LineCount() const;
+    // Without the line feed. A line past the end yields the last one, as below.
+    TextSpan Line(uint32_t line) const;
+    uint32_t LineStart(uint32_t line) const;
+    TextPosition PositionOf(uint32_t offset) const;
+    uint32_t LineOf(uint32_t offset) const { return PositionOf(offset).line; }
+    // The syntax engine's state at the start of a line, as scanning from the text's start would give it.
+    uint32_t StateAt(uint32_t line);
+    // The characters from `offset` on are others now, or coloured otherwise.
+    void TextChanged(uint32_t offset) { states.TextChanged(offset); }
+
+private:
+    // How much longer (modulo 2^32) the open line is than the line in the store.
+    uint32_t PendingGrowth() const;
+
+    TextBuffer* document = nullptr;
+    LineStates states;
+};

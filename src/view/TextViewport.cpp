@@ -1,0 +1,152 @@
+#include "view/TextViewport.h"
+
+#include "document/TextBuffer.h"
+#include "document/TextChange.h"
+#include "settings/Settings.h"
+#include "view/ShownText.h"
+#include "view/TextCaret.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint32_t FixedDigits = 7;
+constexpr uint64_t HorizontalRange = 16384; // pixels
+
+int32_t Saturate(int64_t value) { return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); }
+
+} // namespace
+
+void TextViewport::Reset() {
+    topLine = 0;
+    horizontalScroll = 0;
+    measured.TextChanged(0);
+    if (!text.Document()) return;
+    CountDigits();
+    CountColumns();
+}
+
+void TextViewport::Measure() {
+    measured.Forget(); // the font or the tabs may have changed
+    if (!surface.HasWindow()) return;
+    const int32_t lineHeight = surface.Metrics().lineHeight;
+    visibleLines = lineHeight > 0 ? surface.Size().height / lineHeight : 0;
+    CountDigits();
+    CountColumns();
+}
+
+bool TextViewport::UpdateGutter() {
+    const uint32_t digits = lineNumberDigits;
+    CountDigits();
+    if (digits == lineNumberDigits) return false;
+    CountColumns();
+    return true;
+}
+
+void TextViewport::Follow(const TextChange& change) {
+    if (change.ChangesLines()) topLine = change.MovedLine(topLine);
+}
+
+// One more than the decimal digits of the line count: the spare column separates the numbers from the
+// margin. See docs/oddities.md.
+void TextViewport::CountDigits() {
+    lineNumberDigits = FixedDigits;
+    if (settings.VarWidthLineNumbers == 0) return;
+    uint32_t rest = text.Document() ? text.LineCount() : 0;
+    lineNumberDigits = 1;
+    for (; rest; rest /= 10) ++lineNumberDigits;
+}
+
+void TextViewport::CountColumns() {
+    const int32_t average = surface.Metrics().averageWidth;
+    const int32_t room = surface.Size().width - TextLeft();
+    visibleColumns = average > 0 && room > 0 ? room / average : 0;
+}
+
+int32_t TextViewport::GutterWidth() const {
+    return settings.ShowLineNumbers ? static_cast<int32_t>(lineNumberDigits) * surface.Metrics().averageWidth : 0;
+}
+
+int32_t TextViewport::TextLeft() const { return GutterWidth() + MarginPixels(); }
+
+// Scrolling.
+
+// The picture is moved when some of it stays in view; only what comes in is painted.
+void TextViewport::ScrollTo(uint32_t line) {
+    line = std::min(line, text.LineCount() - 1);
+    if (line == topLine) return;
+    const int64_t rows = int64_t(line) - topLine;
+    topLine = line;
+    const int64_t moved = rows < 0 ? -rows : rows;
+    if (redraw.IsSuspended() || moved >= visibleLines) {
+        redraw.InvalidateAll();
+    } else {
+        textSurface.ScrollPicture(static_cast<int32_t>(-rows) * surface.Metrics().lineHeight);
+    }
+}
+
+void TextViewport::SetHorizontalScroll(int64_t pixels) {
+    const auto scroll = static_cast<int32_t>(std::clamp<int64_t>(pixels, 0, INT32_MAX));
+    if (scroll == horizontalScroll) return;
+    horizontalScroll = scroll;
+    redraw.InvalidateAll();
+}
+
+void TextViewport::ScrollIntoView(const TextCaret& caret, int64_t caretX) {
+    if (caret.Line() < topLine) {
+        ScrollTo(caret.Line());
+    } else if (!Shows(caret.Line())) {
+        ScrollTo(caret.Line() - RowsOrOne() + 1);
+    }
+    // A margin wider than the window leaves nothing to show the caret in; it must not jump to and fro.
+    const int32_t usable = std::max(surface.Size().width - surface.Metrics().averageWidth - TextLeft(), 0);
+    if (caretX > int64_t(horizontalScroll) + usable) {
+        SetHorizontalScroll(caretX - usable);
+    } else if (caretX < horizontalScroll) {
+        SetHorizontalScroll(0); // all the way: see docs/oddities.md
+    }
+}
+
+ScrollState TextViewport::Scrolled(ScrollAxis axis) const {
+    if (axis == ScrollAxis::Vertical) return {text.LineCount(), visibleLines, topLine};
+    return {HorizontalRange, Saturate(int64_t(visibleColumns) * surface.Metrics().averageWidth),
+            static_cast<uint32_t>(horizontalScroll)};
+}
+
+void TextViewport::UpdateScrollBars() {
+    bars.Show(ScrollAxis::Vertical, Scrolled(ScrollAxis::Vertical).Bar());
+    bars.Show(ScrollAxis::Horizontal, Scrolled(ScrollAxis::Horizontal).Bar());
+}
+
+// Places.
+
+// What is typed changes the open line without a word: what was measured of it does not hold.
+bool TextViewport::HasPendingEdit() const { return text.Document() && text.Document()->HasPendingEdit(); }
+
+int64_t TextViewport::CaretX(const TextCaret& caret) {
+    const TextSpan line = text.Line(caret.Line());
+    if (HasPendingEdit()) return Layout().PositionOf(line, caret.Column());
+    return measured.PositionOf(Layout(), text.LineStart(caret.Line()), line, caret.Column());
+}
+
+LinePlace TextViewport::PlaceLeftOfWindow(uint32_t lineStart) const {
+    return HasPendingEdit() ? LinePlace() : measured.PlaceIn(lineStart, horizontalScroll);
+}
+
+void TextViewport::ShowCaret(const TextCaret& caret, int64_t caretX) {
+    const int64_t left = TextLeft();
+    const int64_t x = caretX + left - horizontalScroll;
+    const int64_t y = (int64_t(caret.Line()) - topLine) * surface.Metrics().lineHeight;
+    if (x >= left) {
+        surface.ShowCaretAt({Saturate(x), Saturate(y)});
+    } else {
+        textSurface.HideCaret();
+    }
+}
+
+TextPosition TextViewport::PositionAt(ClientPoint point) const {
+    const int32_t lineHeight = surface.Metrics().lineHeight;
+    const int64_t at = int64_t(topLine) + (lineHeight > 0 ? point.y / lineHeight : 0);
+    const auto line = static_cast<uint32_t>(std::clamp<int64_t>(at, 0, UINT32_MAX));
+    return {line, Layout().ColumnAt(text.Line(line), int64_t(horizontalScroll) + point.x - TextLeft())};
+}

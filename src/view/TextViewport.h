@@ -1,0 +1,82 @@
+#pragma once
+
+#include "view/LineLayout.h"
+#include "view/MeasuredLine.h"
+#include "view/TextPosition.h"
+#include "view/TextSurface.h"
+#include "viewbase/Redraw.h"
+#include "viewbase/Scrolling.h"
+
+class ShownText;
+class TextCaret;
+struct TextChange;
+
+// Which part of its text a view shows and where in the window it is: from left to right the gutter with the line
+// numbers, the margin, and the text, shifted by the horizontal scroll. Widths and heights are pixels.
+class TextViewport {
+public:
+    TextViewport(EditorSurface& window, TextSurface& textWindow, const ShownText& shown, Redraw& painted)
+        : surface(window), textSurface(textWindow), text(shown), redraw(painted), bars(window) {}
+    TextViewport(const TextViewport&) = delete;
+    TextViewport& operator=(const TextViewport&) = delete;
+
+    // Back to the start of the text, which is another one.
+    void Reset();
+    // Measures the window again. Without one nothing but the widths that are remembered is forgotten.
+    void Measure();
+    // The number of lines changed. True when the gutter has another width now.
+    [[nodiscard]] bool UpdateGutter();
+    // The text is another one from `offset` on.
+    void TextChanged(uint32_t offset) { measured.TextChanged(offset); }
+    // The top line stays the same line after an edit that was not made here.
+    void Follow(const TextChange& change);
+
+    uint32_t TopLine() const { return topLine; }
+    int32_t VisibleLines() const { return visibleLines; } // that fit in whole
+    int32_t VisibleColumns() const { return visibleColumns; }
+    int32_t HorizontalScroll() const { return horizontalScroll; }
+    uint32_t LineNumberDigits() const { return lineNumberDigits; }
+    int32_t GutterWidth() const;
+    int32_t TextLeft() const; // gutter and margin
+    ShownRows Rows() const { return {topLine, visibleLines}; }
+    // Whether the line is seen in whole.
+    bool Shows(uint32_t line) const { return line >= topLine && line - topLine < RowsOrOne(); }
+
+    // Clamp, and move the picture or have it painted again.
+    void ScrollTo(uint32_t line);
+    void SetHorizontalScroll(int64_t pixels);
+    // `caretX` is CaretX of the caret, as below.
+    void ScrollIntoView(const TextCaret& caret, int64_t caretX);
+    ScrollState Scrolled(ScrollAxis axis) const;
+    void UpdateScrollBars();
+    // The window is another one, whose bars were never set.
+    void ForgetScrollBars() { bars.Forget(); }
+
+    // Where the caret is, from the start of its line.
+    int64_t CaretX(const TextCaret& caret);
+    // Shows the window's caret there, or hides it when it is left of the text area.
+    void ShowCaret(const TextCaret& caret, int64_t caretX);
+    // The line is not clamped to the document.
+    TextPosition PositionAt(ClientPoint point) const;
+    // A place of the line that starts at `lineStart`, at or left of the window's left edge: the farthest known.
+    LinePlace PlaceLeftOfWindow(uint32_t lineStart) const;
+
+private:
+    LineLayout Layout() const { return {surface.Metrics(), textSurface.Widths()}; }
+    uint32_t RowsOrOne() const { return static_cast<uint32_t>(visibleLines > 0 ? visibleLines : 1); }
+    bool HasPendingEdit() const;
+    void CountDigits();
+    void CountColumns();
+
+    EditorSurface& surface;
+    TextSurface& textSurface;
+    const ShownText& text;
+    Redraw& redraw;
+    ScrollBars bars;
+    MeasuredLine measured;
+    uint32_t topLine = 0;
+    int32_t visibleLines = 0; // client height / line height
+    int32_t visibleColumns = 0;
+    int32_t horizontalScroll = 0;
+    uint32_t lineNumberDigits = 7;
+};
