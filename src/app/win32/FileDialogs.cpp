@@ -71,6 +71,18 @@ bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& direc
     return true;
 }
 
+// The dialogs change the current directory, whatever OFN_NOCHANGEDIR says.
+class DirectoryKeeper {
+public:
+    explicit DirectoryKeeper(const WString& current) : directory(current) {}
+    ~DirectoryKeeper() { Platform::SetCurrentDirectory(directory.Text()); }
+    DirectoryKeeper(const DirectoryKeeper&) = delete;
+    DirectoryKeeper& operator=(const DirectoryKeeper&) = delete;
+
+private:
+    const WString& directory;
+};
+
 } // namespace
 
 bool FileDialogs::AskOpen(WString& result, bool& tooMany) const {
@@ -80,6 +92,7 @@ bool FileDialogs::AskOpen(WString& result, bool& tooMany) const {
     WString directory;
     Char buffer[OpenBufferSize] = {};
     if (!Prepare(request, owner, filter, directory)) return false;
+    const DirectoryKeeper keeper(directory);
     request.lpstrFile = Wide(buffer);
     request.nMaxFile = OpenBufferSize;
     request.Flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_ALLOWMULTISELECT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST |
@@ -97,6 +110,7 @@ bool FileDialogs::AskSave(const Document& document, SaveChoice& choice) {
     Char buffer[SaveBufferSize] = {};
     SaveLists lists = {&document, &choice};
     if (!Prepare(request, owner, filter, directory)) return false;
+    const DirectoryKeeper keeper(directory);
     // A name that fits is offered for changing.
     if (HasFile(document) && Text::Length(document.GetName()) < SaveBufferSize)
         memcpy(buffer, document.GetName(), Text::Length(document.GetName()) * sizeof(Char));

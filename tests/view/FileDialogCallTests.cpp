@@ -1,0 +1,53 @@
+// What the file dialogs leave behind. The system's own, which change the current directory whatever they are told,
+// are replaced.
+
+#include "CallCounter.h"
+#include "app/win32/FileDialogs.h"
+#include "base/Platform.h"
+#include "support/ScratchFolder.h"
+#include "support/TextDocument.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+std::wstring elsewhere;
+BOOL confirmed;
+
+BOOL WINAPI GoElsewhere(LPOPENFILENAMEW request) {
+    EXPECT_TRUE(SetCurrentDirectoryW(elsewhere.c_str()));
+    wcscpy(request->lpstrFile, L"C:\\file.txt");
+    return confirmed;
+}
+
+std::wstring CurrentDirectory() {
+    wchar_t path[MAX_PATH] = {};
+    EXPECT_NE(GetCurrentDirectoryW(MAX_PATH, path), 0u);
+    return path;
+}
+
+} // namespace
+
+TEST(FileDialogs, LeaveTheCurrentDirectoryAsItWas) {
+    const ReplacedImport open("GetOpenFileNameW", reinterpret_cast<void*>(GoElsewhere));
+    const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(GoElsewhere));
+    ASSERT_TRUE(open.IsImported() && save.IsImported());
+    const ScratchFolder folder;
+    elsewhere = folder.File("x").parent_path().wstring();
+    const std::wstring before = CurrentDirectory();
+    ASSERT_NE(before, elsewhere);
+    const TextDocument document;
+    FileDialogs dialogs;
+    for (const BOOL answer : {TRUE, FALSE}) {
+        confirmed = answer;
+        WString names;
+        bool tooMany = false;
+        SaveChoice choice;
+        EXPECT_EQ(dialogs.AskOpen(names, tooMany), answer != FALSE);
+        EXPECT_EQ(CurrentDirectory(), before);
+        EXPECT_EQ(dialogs.AskSave(*document, choice), answer != FALSE);
+        EXPECT_EQ(CurrentDirectory(), before);
+    }
+    SetCurrentDirectoryW(before.c_str());
+}
