@@ -32,6 +32,12 @@ bool ToolRunner::Capture(const Char* command, const Char* startDirectory) {
     WString directory;
     if (!ExpandToolVariables(context, command, line) || !ExpandStartDirectory(context, startDirectory, directory))
         return false;
+    if (!InterpreterRunsIn(directory.Text())) {
+        WString message;
+        if (Text::AppendFormat(message, u"The command interpreter cannot run in this directory: %s", directory.Text()))
+            context.AskUser(message.Text(), MessageKind::Warning);
+        return false;
+    }
     TextBuffer* const output = context.commands.console ? outputs.ShowShared() : outputs.ShowNamed(line.Text());
     return output && output->RunCommand(line.Text(), directory.Text());
 }

@@ -29,7 +29,8 @@ public:
 
     void Run(ToolRecord& tool);
     // Runs a command whose output is collected. Both texts may contain tool variables; an empty directory is
-    // the current one. False when the run was not started, as for a blank command.
+    // the current one. False when the run was not started, as for a blank command, or for a directory that the
+    // command interpreter cannot run in, which is told.
     bool RunCaptured(const Char* command, const Char* startDirectory);
 
 private:

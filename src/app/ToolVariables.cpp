@@ -99,6 +99,11 @@ bool ExpandStartDirectory(const CommandContext& frame, const Char* text, WString
     return true;
 }
 
+bool InterpreterRunsIn(const Char* directory) {
+    WString full;
+    return !Platform::FullPath(directory, full) || full[0] != u'\\' || full[1] != u'\\';
+}
+
 bool ToolCommandLine(const ToolRecord& tool, WString& out) {
     WString line;
     // The space is there even when the arguments are empty.

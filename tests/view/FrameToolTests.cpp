@@ -80,6 +80,28 @@ TEST_F(FrameToolTest, ADetachedToolIsStartedInSightInAGroupOfItsOwn) {
     EXPECT_TRUE(recorder.IsClosed(call.thread));
 }
 
+TEST_F(FrameToolTest, WhereTheInterpreterCannotRunNothingIsStartedAndItIsTold) {
+    static std::vector<std::wstring> messages;
+    messages.clear();
+    const auto take = [](HWND, LPCWSTR text, LPCWSTR, UINT) -> int {
+        messages.push_back(text);
+        return IDOK;
+    };
+    const ReplacedImport box("MessageBoxW", reinterpret_cast<void*>(static_cast<decltype(&MessageBoxW)>(take)));
+    const ProcessRecorder recorder;
+    ToolRecord& tool = *AddTool(u"some.exe");
+    tool.redirectOutput = 1;
+    for (const std::u16string directory : {u"\\\\server\\share", u"\\\\?\\C:\\folder"}) {
+        ASSERT_TRUE(tool.startDir.Assign(directory.c_str()));
+        messages.clear();
+        Command(IDM_FIRST_TOOL);
+        ASSERT_EQ(messages.size(), 1u);
+        EXPECT_TRUE(messages[0].ends_with(std::wstring(directory.begin(), directory.end())));
+    }
+    EXPECT_TRUE(recorder.Calls().empty());
+    EXPECT_EQ(main->Documents().Count(), 0u);
+}
+
 TEST_F(FrameToolTest, ADetachedToolWithoutAFolderIsStartedInTheCurrentOne) {
     AddTool(u"some.exe");
     wchar_t current[MAX_PATH];

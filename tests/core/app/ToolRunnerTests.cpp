@@ -61,6 +61,22 @@ TEST_F(ToolRunnerTest, ARedirectedToolIsNotDetached) {
     EXPECT_FALSE(runner.RunCaptured(u"cc", u""));
 }
 
+TEST_F(ToolRunnerTest, WhereTheInterpreterCannotRunNothingIsStartedAndItIsTold) {
+    tool.redirectOutput = 1;
+    for (const bool console : {false, true})
+        for (const Char* directory : {u"\\\\server\\share", u"\\\\?\\C:\\work"}) {
+            frame.commands.console = console;
+            frame.questions.clear();
+            ASSERT_TRUE(tool.startDir.Assign(directory));
+            runner.Run(tool);
+            ASSERT_EQ(frame.questions.size(), 1u);
+            EXPECT_EQ(frame.questions[0].text,
+                      u"The command interpreter cannot run in this directory: " + Str(directory));
+            EXPECT_EQ(frame.questions[0].kind, MessageKind::Warning);
+            EXPECT_TRUE(documents.IsEmpty());
+        }
+}
+
 TEST_F(ToolRunnerTest, ABlankCommandIsNotRun) {
     for (const Char* command : {u"", u" \t"}) EXPECT_FALSE(runner.RunCaptured(command, u""));
     EXPECT_TRUE(documents.IsEmpty());

@@ -140,3 +140,11 @@ TEST_F(ToolVariableTest, IsUnchangedWithoutMemory) {
 }
 
 } // namespace
+
+TEST(ToolVariables, TheInterpreterRunsOnlyWhereThereIsADriveLetter) {
+    for (const Char* directory : {u"C:\\work", u"C:\\", u"work", u".", u"", u"\"C:\\work\""})
+        EXPECT_TRUE(InterpreterRunsIn(directory));
+    for (const Char* directory : {u"\\\\server\\share", u"\\\\server\\share\\work\\", u"//server/share",
+                                  u"\\\\?\\C:\\work", u"\\\\?\\UNC\\server\\share", u"\"\\\\server\\share\""})
+        EXPECT_FALSE(InterpreterRunsIn(directory));
+}
