@@ -1,5 +1,6 @@
 // The system's side of running a command: its file, its handles, its windows and the poll timer.
 
+#include "view/CallCounter.h"
 #include "view/CommandProcessTest.h"
 
 #include "base/win32/Handles.h"
@@ -43,6 +44,42 @@ std::string LetIn(const std::wstring& path) {
     }
     LocalFree(descriptor);
     return words;
+}
+
+// While it lives, processes are started without a console: the process that owns a hidden one has a window.
+class WithoutConsole {
+public:
+    WithoutConsole() : import("CreateProcessW", reinterpret_cast<void*>(Create)) {
+        EXPECT_TRUE(import.IsImported());
+        original = reinterpret_cast<decltype(&CreateProcessW)>(import.Original());
+    }
+
+private:
+    static BOOL WINAPI Create(LPCWSTR program, LPWSTR line, LPSECURITY_ATTRIBUTES ofProcess,
+                              LPSECURITY_ATTRIBUTES ofThread, BOOL inherits, DWORD flags, LPVOID environment,
+                              LPCWSTR directory, LPSTARTUPINFOW startup, LPPROCESS_INFORMATION started) {
+        return original(program, line, ofProcess, ofThread, inherits, flags | DETACHED_PROCESS, environment, directory,
+                        startup, started);
+    }
+
+    static inline decltype(&CreateProcessW) original;
+    ReplacedImport import;
+};
+
+bool HasWindow(DWORD processId) {
+    struct Search {
+        DWORD process;
+        bool found;
+    } search = {processId, false};
+    const auto look = [](HWND window, LPARAM parameter) -> BOOL {
+        auto* const wanted = reinterpret_cast<Search*>(parameter);
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        wanted->found = wanted->found || owner == wanted->process;
+        return TRUE;
+    };
+    EnumWindows(look, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
 } // namespace
@@ -197,8 +234,14 @@ TEST_F(CommandProcessTest, StoppingAsksTheWindowsOfTheProcessToClose) {
 }
 
 TEST_F(CommandProcessTest, StoppingLeavesACommandWithoutWindowsAlone) {
-    ASSERT_TRUE(Run(scripts.Tell("started") + scripts.WaitFor("go") + "say text"));
+    const WithoutConsole processes;
+    // The command is the interpreter itself: a child would get a console of its own.
+    const Environment comspec(L"COMSPEC", reinterpret_cast<const wchar_t*>(SpeakerScripts::Program().c_str()));
+    scripts.Folder().Write("quiet", scripts.Tell("started") + scripts.WaitFor("go") + "say text");
+    const Environment script(L"SPEAKER_SCRIPT", scripts.Folder().File("quiet").wstring().c_str());
+    ASSERT_TRUE(document->RunCommand(u"anything", nullptr));
     ASSERT_TRUE(scripts.Got("started"));
+    ASSERT_FALSE(HasWindow(State().processId));
     document->StopProcess();
     MSG message;
     EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_CLOSE, WM_CLOSE, PM_REMOVE)) << "windows of another process";
@@ -206,4 +249,17 @@ TEST_F(CommandProcessTest, StoppingLeavesACommandWithoutWindowsAlone) {
     scripts.Give("go");
     EXPECT_TRUE(DispatchToTheEnd());
     EXPECT_EQ(document.Text(), u"text");
+}
+
+TEST_F(CommandProcessTest, AHiddenConsoleOfTheCommandIsAskedToCloseWhereItIsAWindow) {
+    ASSERT_TRUE(Run(scripts.Tell("started") + scripts.WaitFor("go") + "say text"));
+    ASSERT_TRUE(scripts.Got("started"));
+    const bool hasConsole = HasWindow(State().processId); // as on Windows, but not under Wine
+    document->StopProcess();
+    if (!hasConsole) {
+        EXPECT_FALSE(CommandProcess::HasEnded(State()));
+        scripts.Give("go");
+    }
+    EXPECT_TRUE(DispatchToTheEnd());
+    EXPECT_EQ(document.Text(), hasConsole ? u"" : u"text");
 }
