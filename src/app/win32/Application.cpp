@@ -2,6 +2,7 @@
 
 #include "app/StartArguments.h"
 #include "app/win32/MainFrame.h"
+#include "app/win32/ProcessSetup.h"
 #include "app/win32/SettingsStore.h"
 #include "base/Heap.h"
 #include "binary/win32/HexView.h"
@@ -44,6 +45,7 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
 } // namespace
 
 int Application::Run(HINSTANCE instance, const Char* commandLine) {
+    const ProcessSetup setup;
     const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
     Heap::Start();
     DrawingObjects::Start();

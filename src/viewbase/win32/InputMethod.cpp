@@ -1,6 +1,8 @@
 #include "viewbase/win32/InputMethod.h"
 
+#include <algorithm>
 #include <imm.h>
+#include <iterator>
 
 namespace {
 
@@ -15,9 +17,19 @@ template <class Function> bool Find(Function& function, const char* name) {
     return function != nullptr;
 }
 
+// By its full name, so that no other library of that name is ever loaded.
+HMODULE LoadFromSystem() {
+    constexpr wchar_t Name[] = L"\\imm32.dll";
+    wchar_t path[MAX_PATH];
+    const UINT length = GetSystemDirectoryW(path, MAX_PATH);
+    if (length == 0 || length + std::size(Name) > MAX_PATH) return nullptr;
+    std::copy(std::begin(Name), std::end(Name), path + length);
+    return LoadLibraryW(path);
+}
+
 bool Load() {
     if (library) return true;
-    library = LoadLibraryW(L"imm32.dll");
+    library = LoadFromSystem();
     if (!library) return false;
     if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
         Find(setCompositionWindow, "ImmSetCompositionWindow"))

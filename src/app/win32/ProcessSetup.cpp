@@ -1,0 +1,20 @@
+#include "app/win32/ProcessSetup.h"
+
+#include <ole2.h>
+
+// Each of these makes the process safer; none is missed where the system refuses it.
+ProcessSetup::ProcessSetup() {
+    // First, since what follows may load libraries by their names.
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    SetDllDirectoryW(L"");
+    // The thread's mode and not the process's, which the commands that are run would inherit.
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS, nullptr);
+    BOOL suppresses = FALSE;
+    SetUserObjectInformationW(GetCurrentProcess(), UOI_TIMERPROC_EXCEPTION_SUPPRESSION, &suppresses,
+                              sizeof(suppresses));
+    hasOle = SUCCEEDED(OleInitialize(nullptr));
+}
+
+ProcessSetup::~ProcessSetup() {
+    if (hasOle) OleUninitialize();
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "base/win32/Windows.h"
+
+// What the process asks of the system before it does anything else: libraries come from the system's own folders
+// only, a drive without its disk raises no box of the system, and an exception in a timer procedure ends the process
+// instead of being swallowed. OLE, which the calls of the shell need, is there while the object lives.
+class ProcessSetup {
+public:
+    ProcessSetup();
+    ~ProcessSetup();
+    ProcessSetup(const ProcessSetup&) = delete;
+    ProcessSetup& operator=(const ProcessSetup&) = delete;
+
+private:
+    bool hasOle;
+};

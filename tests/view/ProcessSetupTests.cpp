@@ -1,0 +1,82 @@
+// What the program asks of the system when it starts.
+
+#include "CallCounter.h"
+#include "app/win32/Application.h"
+#include "base/Heap.h"
+#include "viewbase/win32/InputMethod.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> calls;
+
+BOOL WINAPI SetDirectories(DWORD flags) {
+    calls.push_back(flags == LOAD_LIBRARY_SEARCH_SYSTEM32 ? "libraries of the system" : "other libraries");
+    return TRUE;
+}
+BOOL WINAPI SetDirectory(LPCWSTR path) {
+    calls.push_back(path && !*path ? "no other folder" : "another folder");
+    return TRUE;
+}
+BOOL WINAPI SetThreadMode(DWORD mode, LPDWORD) {
+    calls.push_back(mode & SEM_FAILCRITICALERRORS ? "no boxes" : "boxes");
+    return TRUE;
+}
+BOOL WINAPI SetInformation(HANDLE object, int index, PVOID value, DWORD size) {
+    const bool isRight = object == GetCurrentProcess() && index == UOI_TIMERPROC_EXCEPTION_SUPPRESSION &&
+                         size == sizeof(BOOL) && !*static_cast<BOOL*>(value);
+    calls.push_back(isRight ? "exceptions seen" : "something else");
+    return TRUE;
+}
+HRESULT WINAPI Initialize(LPVOID) {
+    calls.push_back("ole begins");
+    return S_OK;
+}
+void WINAPI Uninitialize() { calls.push_back("ole ends"); }
+HRESULT WINAPI FindFolder(HWND, int, HANDLE, DWORD, LPWSTR) {
+    calls.push_back("shell");
+    return E_FAIL;
+}
+
+std::wstring loaded;
+HMODULE WINAPI TakeName(LPCWSTR name) {
+    loaded = name;
+    return nullptr;
+}
+
+ATOM WINAPI RegisterNothing(const WNDCLASSEXW*) { return 0; }
+
+} // namespace
+
+TEST(ProcessSetup, ComesBeforeEverythingElse) {
+    const ReplacedImport replaced[] = {
+        {"SetDefaultDllDirectories", reinterpret_cast<void*>(SetDirectories)},
+        {"SetDllDirectoryW", reinterpret_cast<void*>(SetDirectory)},
+        {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
+        {"SetUserObjectInformationW", reinterpret_cast<void*>(SetInformation)},
+        {"OleInitialize", reinterpret_cast<void*>(Initialize)},
+        {"OleUninitialize", reinterpret_cast<void*>(Uninitialize)},
+        {"SHGetFolderPathW", reinterpret_cast<void*>(FindFolder)},
+        {"RegisterClassExW", reinterpret_cast<void*>(RegisterNothing)}, // so that no window comes up
+    };
+    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
+    calls.clear();
+    ::Application::Run(GetModuleHandleW(nullptr), u"orvane.exe");
+    Heap::Start(); // for the tests that follow
+    const std::vector<std::string> expected = {
+        "libraries of the system", "no other folder", "no boxes", "exceptions seen", "ole begins", "shell", "ole ends"};
+    EXPECT_EQ(calls, expected);
+}
+
+TEST(ProcessSetup, TheInputMethodLibraryIsThatOfTheSystem) {
+    InputMethod::Unload();
+    const ReplacedImport load("LoadLibraryW", reinterpret_cast<void*>(TakeName));
+    ASSERT_TRUE(load.IsImported());
+    InputMethod::PlaceComposition(nullptr, {});
+    wchar_t folder[MAX_PATH] = {};
+    ASSERT_NE(GetSystemDirectoryW(folder, MAX_PATH), 0u);
+    EXPECT_EQ(loaded, std::wstring(folder) + L"\\imm32.dll");
+}
