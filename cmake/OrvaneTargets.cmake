@@ -15,7 +15,8 @@ if(ORVANE_WERROR)
 endif()
 if(WIN32)
     target_compile_definitions(orvane_options INTERFACE UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00)
-    target_link_options(orvane_options INTERFACE -static)
+    # The library of the stack protector, which the product is compiled with (orvane_protect).
+    target_link_options(orvane_options INTERFACE -static -fstack-protector-strong)
     set(ORVANE_SYSTEM_LIBRARIES user32 gdi32 comctl32 comdlg32 shell32 shlwapi ole32)
 else()
     set(ORVANE_SYSTEM_LIBRARIES)
@@ -54,9 +55,17 @@ function(orvane_library name)
     endif()
 endfunction()
 
+# A function of the product that holds an array notices when something was written past its end.
+function(orvane_protect target)
+    if(WIN32)
+        target_compile_options(${target} PRIVATE -fstack-protector-strong)
+    endif()
+endfunction()
+
 function(orvane_half target sources below)
     if(sources)
         add_library(${target} STATIC ${sources})
+        orvane_protect(${target})
         target_link_libraries(${target} PUBLIC ${below} ${ORVANE_SYSTEM_LIBRARIES})
     else()
         add_library(${target} INTERFACE)
@@ -78,8 +87,10 @@ function(orvane_program)
     add_executable(orvane WIN32 src/app/win32/Main.cpp $<TARGET_OBJECTS:orvane_resources>)
     target_include_directories(orvane PRIVATE "${CMAKE_SOURCE_DIR}/res")
     target_link_libraries(orvane PRIVATE orvane_app orvane_app_platform)
-    # -municode: the entry is wWinMain.
-    target_link_options(orvane PRIVATE -municode $<$<CONFIG:Release>:-s>)
+    orvane_protect(orvane)
+    # -municode: the entry is wWinMain. The versions say that Windows 10 is needed; scripts/check-header reads them back.
+    target_link_options(orvane PRIVATE -municode $<$<CONFIG:Release>:-s>
+        LINKER:--major-os-version=10,--minor-os-version=0,--major-subsystem-version=10,--minor-subsystem-version=0)
     set_target_properties(orvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
 endfunction()
 
