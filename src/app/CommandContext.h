@@ -5,6 +5,7 @@
 
 class Document;
 class DocumentList;
+class SettingsChanges;
 
 // What the command language remembers from one line to the next. Nothing of it is saved.
 struct CommandState {
@@ -60,7 +61,8 @@ public:
     // The frame.
     virtual void LayOut() = 0;
     virtual void RefreshTitle() = 0; // the title and status field 0
-    virtual void ReapplySettings() = 0;
+    // After settings have changed.
+    virtual void ReapplySettings(const SettingsChanges& changes) = 0;
     virtual void ReloadOptions() = 0;
     virtual void PostClose() = 0;   // leave, with the save prompts
     virtual void PostQuitNow() = 0; // leave without them

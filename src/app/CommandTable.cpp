@@ -28,7 +28,8 @@ void ChangeDirectory(CommandContext& frame, const Char* argument) {
 }
 
 void SetSetting(CommandContext& frame, const Char* argument) {
-    if (ExecuteSetOption(argument)) frame.ReapplySettings();
+    SettingsChanges changes;
+    if (ExecuteSetOption(argument, changes)) frame.ReapplySettings(changes);
 }
 
 void SetEngine(CommandContext& frame, const Char* argument) {

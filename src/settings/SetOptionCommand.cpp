@@ -23,7 +23,7 @@ bool ReadToken(const Char*& cursor, WString& token, bool& closed) {
 
 } // namespace
 
-bool ExecuteSetOption(const Char* argument) {
+bool ExecuteSetOption(const Char* argument, SettingsChanges& changes) {
     WString key;
     WString value;
     bool keyClosed = false;
@@ -32,6 +32,6 @@ bool ExecuteSetOption(const Char* argument) {
     if (!ReadToken(argument, key, keyClosed) || !keyClosed) return false;
     SkipBlanks(argument);
     if (!ReadToken(argument, value, valueClosed)) return false;
-    SetOption(nullptr, key.Text(), value.Text());
+    changes = SetOption(nullptr, key.Text(), value.Text());
     return true;
 }

@@ -7,23 +7,13 @@
 
 namespace {
 
-// The table's rows refer to cells of the live record; the same cell of another one lies at the same
-// distance from its start.
-Char*& StringCell(const SettingDef& row, SettingsRecord& record) {
-    const ptrdiff_t offset = static_cast<char*>(row.cell) - reinterpret_cast<char*>(&settings);
-    return *reinterpret_cast<Char**>(reinterpret_cast<char*>(&record) + offset);
-}
-
-uint32_t& NumberCell(const SettingDef& row) { return *static_cast<uint32_t*>(row.cell); }
-Char*& LiveString(const SettingDef& row) { return *static_cast<Char**>(row.cell); }
-
 template <class Visitor> void ForEachRow(Visitor visit) {
     for (uint32_t i = 0; i < generalSettings.count; ++i) visit(generalSettings.rows[i]);
 }
 
 template <class Visitor> void ForEachString(Visitor visit) {
     ForEachRow([&](const SettingDef& row) {
-        if (row.type == SettingType::String) visit(row);
+        if (row.type == SettingType::String) visit(row.cell.string);
     });
 }
 
@@ -37,7 +27,7 @@ Char* CopyText(const Char* text) {
 // Whether a cell of the live record other than `cell` holds `string`.
 bool IsLiveElsewhere(const Char* string, const Char* const* cell) {
     bool found = false;
-    ForEachString([&](const SettingDef& row) { found |= &LiveString(row) != cell && LiveString(row) == string; });
+    ForEachString([&](auto live) { found |= &(settings.*live) != cell && settings.*live == string; });
     return found;
 }
 
@@ -47,32 +37,50 @@ uint32_t Digit(Char c) {
     return folded >= u'a' && folded <= u'f' ? folded - u'a' + 10u : 0;
 }
 
-void StoreDefault(const SettingDef& row) {
+void StoreDefault(const SettingDef& row, SettingsRecord& record) {
     if (row.type == SettingType::String) {
-        ReplaceString(LiveString(row), row.defaultString);
+        ReplaceString(record.*row.cell.string, row.initial.string);
     } else {
-        NumberCell(row) = row.fallback ? *row.fallback : row.defaultNumber;
+        record.*row.cell.number = row.fallback ? record.*row.fallback : row.initial.number;
     }
 }
 
-void StoreText(const SettingDef& row, const Char* text) {
+void StoreText(const SettingDef& row, const Char* text, SettingsRecord& record) {
     if (row.type == SettingType::String) {
-        ReplaceString(LiveString(row), text);
+        ReplaceString(record.*row.cell.string, text);
     } else {
         const Char* number = text ? text : u"";
-        NumberCell(row) = row.type == SettingType::Int ? Text::ParseDecimal(number) : ParseColour(number);
+        record.*row.cell.number = row.type == SettingType::Int ? Text::ParseDecimal(number) : ParseColour(number);
     }
+}
+
+bool IsSame(const SettingDef& row, const SettingsRecord& left, const SettingsRecord& right) {
+    if (row.type != SettingType::String) return left.*row.cell.number == right.*row.cell.number;
+    const Char* const a = left.*row.cell.string;
+    const Char* const b = right.*row.cell.string;
+    return a && b ? Text::Equal(a, b) : a == b;
+}
+
+// Makes a copy live: frees the strings that only the live record holds.
+void MakeLive(const SettingsRecord& copy) {
+    const SettingsRecord adopted = copy; // which may be the live record itself
+    ForEachString([&](auto cell) {
+        if (settings.*cell != adopted.*cell) Heap::Free(settings.*cell);
+    });
+    settings = adopted;
 }
 
 bool AppendText(WString& out, const SettingDef& row) {
     switch (row.type) {
     case SettingType::Int:
-        return out.AppendNumber(NumberCell(row));
+        return out.AppendNumber(settings.*row.cell.number);
     case SettingType::Colour:
-        return AppendColour(out, NumberCell(row));
-    default:
-        return !LiveString(row) || out.Append(LiveString(row));
+        return AppendColour(out, settings.*row.cell.number);
+    case SettingType::String:
+        break;
     }
+    const Char* const text = settings.*row.cell.string;
+    return !text || out.Append(text);
 }
 
 void RunHandler(const SettingDef& row) {
@@ -94,9 +102,9 @@ void ApplySettingsFromFile(const IniFile& file) {
     ForEachRow([&](const SettingDef& row) {
         const IniKey* key = section ? section->FindKey(row.key) : nullptr;
         if (key) {
-            StoreText(row, key->value.Text());
+            StoreText(row, key->value.Text(), settings);
         } else {
-            StoreDefault(row);
+            StoreDefault(row, settings);
         }
     });
 }
@@ -118,19 +126,39 @@ bool StoreSettingsToFile(IniFile& file) {
 }
 
 const SettingDef* FindSetting(const Char* key) {
-    const SettingDef* found = nullptr;
-    ForEachRow([&](const SettingDef& row) {
-        if (Text::EqualNoCase(row.key, key)) found = &row;
-    });
+    for (uint32_t i = 0; i < generalSettings.count; ++i)
+        if (Text::EqualNoCase(generalSettings.rows[i].key, key)) return &generalSettings.rows[i];
+    return nullptr;
+}
+
+bool SettingsChanges::HoldsColour() const {
+    bool found = false;
+    ForEachRow([&](const SettingDef& row) { found |= row.type == SettingType::Colour && Holds(row); });
     return found;
 }
 
-void SetOption(const Char* section, const Char* key, const Char* value) {
-    if (section && !Text::EqualNoCase(section, generalSettings.name)) return;
+void SettingsChanges::Add(const SettingDef& row) { rows |= uint64_t{1} << (&row - generalSettings.rows); }
+
+bool SettingsChanges::Holds(const SettingDef& row) const { return rows >> (&row - generalSettings.rows) & 1; }
+
+SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsRecord& after) {
+    SettingsChanges changes;
+    ForEachRow([&](const SettingDef& row) {
+        if (!IsSame(row, before, after)) changes.Add(row);
+    });
+    return changes;
+}
+
+SettingsChanges SetOption(const Char* section, const Char* key, const Char* value) {
+    if (section && !Text::EqualNoCase(section, generalSettings.name)) return {};
     const SettingDef* row = FindSetting(key);
-    if (!row) return;
-    StoreText(*row, value);
+    if (!row) return {};
+    SettingsRecord edited = settings;
+    StoreText(*row, value, edited);
+    const SettingsChanges changes = CompareSettings(settings, edited);
+    MakeLive(edited);
     RunHandler(*row);
+    return changes;
 }
 
 Colour ParseColour(const Char* text) {
@@ -151,10 +179,10 @@ uint32_t ListDistinctColours(Colour* out, uint32_t capacity) {
     uint32_t count = 0;
     ForEachRow([&](const SettingDef& row) {
         if (row.type != SettingType::Colour || count == capacity) return;
-        for (uint32_t i = 0; i < count; ++i) {
-            if (out[i] == NumberCell(row)) return;
-        }
-        out[count++] = NumberCell(row);
+        const Colour colour = settings.*row.cell.number;
+        for (uint32_t i = 0; i < count; ++i)
+            if (out[i] == colour) return;
+        out[count++] = colour;
     });
     return count;
 }
@@ -173,27 +201,24 @@ bool ReplaceString(Char*& cell, const Char* text) {
     return cell || !text;
 }
 
-void AdoptSettings(const SettingsRecord& copy) {
-    SettingsRecord adopted = copy;
-    ForEachString([&](const SettingDef& row) {
-        if (LiveString(row) != StringCell(row, adopted)) Heap::Free(LiveString(row));
-    });
-    settings = adopted;
+SettingsChanges AdoptSettings(const SettingsRecord& copy) {
+    const SettingsChanges changes = CompareSettings(settings, copy);
+    MakeLive(copy);
     ForEachRow(RunHandler);
+    return changes;
 }
 
 void DropSettings(SettingsRecord& copy) {
-    ForEachString([&](const SettingDef& row) {
-        Char*& cell = StringCell(row, copy);
-        if (cell != LiveString(row)) Heap::Free(cell);
-        cell = nullptr;
+    ForEachString([&](auto cell) {
+        if (copy.*cell != settings.*cell) Heap::Free(copy.*cell);
+        copy.*cell = nullptr;
     });
 }
 
 void ReleaseSettings() {
-    ForEachString([](const SettingDef& row) {
-        Heap::Free(LiveString(row));
-        LiveString(row) = nullptr;
+    ForEachString([](auto cell) {
+        Heap::Free(settings.*cell);
+        settings.*cell = nullptr;
     });
     toolList.Clear();
 }

@@ -40,16 +40,26 @@ enum class SettingType : uint32_t { Int = 0, Colour = 1, String = 2 };
 // What a changed cell makes necessary beyond being read again; the drawing half carries it out.
 enum class SettingChange : uint32_t { Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };
 
+// One cell of any record: the member of the row's type, the other is null.
+struct SettingCell {
+    uint32_t SettingsRecord::*number; // of Int and Colour rows
+    Char* SettingsRecord::*string;    // of String rows
+};
+
+// A default, by type.
+struct SettingDefault {
+    uint32_t number;
+    const Char* string;
+};
+
 // One row of the table that drives loading, storing and setting by name.
 struct SettingDef {
     const Char* key;
     SettingType type;
-    void* cell; // into `settings`: uint32_t for Int, Colour for Colour, Char* for String
-    // The default, by type.
-    uint32_t defaultNumber;
-    const Char* defaultString;
-    const uint32_t* fallback; // another cell of `settings`, or null; never set for String rows
-    bool (*onChange)();       // or null
+    SettingCell cell;
+    SettingDefault initial;             // unless the file or the fallback says otherwise
+    uint32_t SettingsRecord::*fallback; // another cell, or null; never set for String rows
+    bool (*onChange)();                 // or null
 };
 
 struct SettingsSectionDef {
@@ -61,6 +71,22 @@ struct SettingsSectionDef {
 constexpr uint32_t SettingCount = 52;
 // The only section of the table, in table order (the order of loading and storing).
 extern const SettingsSectionDef generalSettings;
+
+// A set of rows of the table: the settings that differ between two records.
+class SettingsChanges {
+public:
+    void Add(const SettingDef& row);
+    bool Holds(const SettingDef& row) const;
+    // Whether a colour is among them, so that whatever keeps colours of its own has to be made again.
+    bool HoldsColour() const;
+
+private:
+    static_assert(SettingCount <= 64);
+    uint64_t rows = 0; // bit i for row i
+};
+
+// Strings are compared by what they say; an absent one and an empty one differ.
+SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsRecord& after);
 
 // The drawing objects derived from the settings belong to the windowed half, which installs this at
 // start-up; without one the change handlers do nothing and report success.
@@ -77,16 +103,18 @@ void ApplySettingsFromFile(const IniFile& file);
 // False without memory, with the file as it was.
 bool StoreSettingsToFile(IniFile& file);
 
-// Sets one cell by name and runs its handler. Section (null: General) and key are matched without
-// regard to case; an unknown one does nothing. A null value makes a string cell absent.
-void SetOption(const Char* section, const Char* key, const Char* value);
+// Sets one cell by name and runs its handler, even for the value that it has already. Section (null:
+// General) and key are matched without regard to case; an unknown one does nothing. A null value makes
+// a string cell absent. Returns what has changed.
+SettingsChanges SetOption(const Char* section, const Char* key, const Char* value);
 // The row of a key of General, matched without regard to case; null when unknown.
 const SettingDef* FindSetting(const Char* key);
 
 // Splits and carries out the argument of the setopt command: a key and a value, each a word up to the
 // next space or a text in double quotes; a missing value is the empty one. False, with nothing changed, for a
-// key that is not closed by its quote or by a space, and without memory. Repainting is the caller's.
-bool ExecuteSetOption(const Char* argument);
+// key that is not closed by its quote or by a space, and without memory. `changes` gets what has changed.
+// Repainting is the caller's.
+bool ExecuteSetOption(const Char* argument, SettingsChanges& changes);
 
 // "#rrggbb" as written in the file; anything shorter than 7 characters or without "#" is black, and a
 // character that is no hexadecimal digit counts as 0.
@@ -112,8 +140,8 @@ void CopySettings(SettingsRecord& copy);
 // old string); null makes it absent. False without memory: the cell is then absent.
 bool ReplaceString(Char*& cell, const Char* text);
 // Makes the values of `copy` live and runs every row's handler in table order. Strings of the live
-// record that `copy` does not share are freed.
-void AdoptSettings(const SettingsRecord& copy);
+// record that `copy` does not share are freed. Returns what has changed.
+SettingsChanges AdoptSettings(const SettingsRecord& copy);
 // Frees the strings that only `copy` holds; its string cells are absent afterwards.
 void DropSettings(SettingsRecord& copy);
 

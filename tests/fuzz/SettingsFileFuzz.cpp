@@ -43,7 +43,10 @@ void RequireSavedIsReadBack(const IniFile& file) {
 void RunLinesAsOptions(const Char* text) {
     WString line;
     uint32_t position = 0;
-    while (NextLine(text, position, line)) ExecuteSetOption(line.Text());
+    while (NextLine(text, position, line)) {
+        SettingsChanges changes;
+        ExecuteSetOption(line.Text(), changes);
+    }
     Require(TabWidth() >= 1 && TabWidth() <= MaxTabWidth);
     Require(FontHeight(settings.FontSize, 96) <= 0 && FontHeight(settings.FontSize, 96) >= -MaxFontPixels);
 }

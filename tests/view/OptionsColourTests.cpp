@@ -142,7 +142,7 @@ TEST_F(OptionsTest, ThePreviewShowsTheColoursOfTheEntry) {
     Colour next = 0x102030;
     for (uint32_t i = 0; i < generalSettings.count; ++i) {
         if (generalSettings.rows[i].type != SettingType::Colour) continue;
-        *static_cast<Colour*>(generalSettings.rows[i].cell) = next;
+        settings.*generalSettings.rows[i].cell.number = next;
         next += 0x010203;
     }
     Open([&](HWND options) {

@@ -24,9 +24,9 @@ std::string GeneralSection() {
     for (uint32_t i = 0; i < generalSettings.count; ++i) {
         const SettingDef& row = generalSettings.rows[i];
         text += Narrow(row.key) + "=";
-        if (row.type == SettingType::Int) text += std::to_string(*static_cast<const uint32_t*>(row.cell));
-        if (row.type == SettingType::Colour) text += Hex(*static_cast<const Colour*>(row.cell));
-        if (row.type == SettingType::String) text += Narrow(*static_cast<Char* const*>(row.cell));
+        if (row.type == SettingType::Int) text += std::to_string(settings.*row.cell.number);
+        if (row.type == SettingType::Colour) text += Hex(settings.*row.cell.number);
+        if (row.type == SettingType::String) text += Narrow(settings.*row.cell.string);
         text += "\r\n";
     }
     return text;

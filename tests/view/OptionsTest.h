@@ -23,7 +23,7 @@ protected:
     // Opens the dialog; `drive` ends it.
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        return RunOptionsDialog(owner, file, folder.Path("orvane.ini").c_str());
+        return RunOptionsDialog(owner, file, folder.Path("orvane.ini").c_str(), changes);
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }
 
@@ -44,5 +44,6 @@ protected:
 
     ScratchFolder folder;
     IniFile file;
+    SettingsChanges changes;                          // by the last OK
     static inline std::vector<SettingChange> handled; // by the change handlers that ran
 };

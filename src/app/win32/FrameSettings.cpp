@@ -6,8 +6,11 @@
 #include "app/win32/FrameMenus.h"
 #include "app/win32/SettingsStore.h"
 #include "document/TextBuffer.h"
+#include "settings/Settings.h"
 
-void FrameSettings::Reapply() {
+void FrameSettings::Reapply(const SettingsChanges& changes) {
+    // Engines have colours of their own; making them again costs every document its line states.
+    if (!changes.HoldsColour()) return Apply(0);
     DropEngines();
     store.ReloadEngineDefinitions();
     Apply(SettingsChanged::Engine);

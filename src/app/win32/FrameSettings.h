@@ -5,6 +5,7 @@
 class CommandWindow;
 class DocumentList;
 class ScreenBatch;
+class SettingsChanges;
 class SettingsStore;
 
 // Brings settings that have changed to the documents, the views and the frame.
@@ -17,7 +18,7 @@ public:
 
     void SetFrame(HWND window) { frame = window; }
     // The settings record has changed.
-    void Reapply();
+    void Reapply(const SettingsChanges& changes);
     // Reads the settings file again.
     void Reload();
     // `flags` are SettingsChanged bits.

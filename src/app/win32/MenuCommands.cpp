@@ -7,6 +7,7 @@
 #include "app/win32/FrameParts.h"
 #include "document/TextBuffer.h"
 #include "resource.h"
+#include "settings/Settings.h"
 #include "settings/ToolList.h"
 #include "settings/win32/DialogBase.h"
 #include "settings/win32/OptionsDialog.h"
@@ -86,7 +87,8 @@ void ShowTools(FrameParts& frame) {
 }
 
 void ShowOptions(FrameParts& frame) {
-    if (RunOptionsDialog(frame.window, frame.store.Ini(), frame.store.Path())) frame.settings.Reapply();
+    SettingsChanges changes;
+    if (RunOptionsDialog(frame.window, frame.store.Ini(), frame.store.Path(), changes)) frame.settings.Reapply(changes);
 }
 
 // When an item of the menu can be chosen.

@@ -129,10 +129,10 @@ private:
 
 } // namespace
 
-bool RunOptionsDialog(HWND owner, IniFile& file, const Char* path) {
+bool RunOptionsDialog(HWND owner, IniFile& file, const Char* path, SettingsChanges& changes) {
     OptionsDialog dialog;
     if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return false;
-    AdoptSettings(dialog.Copy());
+    changes = AdoptSettings(dialog.Copy());
     // A file that cannot be written is passed over in silence; the settings hold for this run.
     if (StoreSettingsToFile(file)) file.Save(path);
     return true;

@@ -3,7 +3,8 @@
 #include "base/win32/Windows.h"
 
 class IniFile;
+class SettingsChanges;
 
 // Edits the settings on three pages. True when the user confirmed: the settings are then live, their
-// handlers have run and `file` was saved to `path`; repainting is the caller's.
-bool RunOptionsDialog(HWND owner, IniFile& file, const Char* path);
+// handlers have run, `file` was saved to `path` and `changes` says what differs; repainting is the caller's.
+bool RunOptionsDialog(HWND owner, IniFile& file, const Char* path, SettingsChanges& changes);

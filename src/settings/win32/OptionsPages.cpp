@@ -5,11 +5,9 @@
 #include "base/win32/WindowText.h"
 #include "resource.h"
 
-#include <cstddef>
-
 namespace {
 
-// A check box or a number field and the cell behind it.
+// A check box or a number field and the cell that it edits.
 struct NumberSetting {
     int control;
     uint32_t SettingsRecord::*cell;
@@ -85,8 +83,6 @@ int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM com
     return 1;
 }
 
-constexpr size_t NoCell = static_cast<size_t>(-1);
-
 } // namespace
 
 void GeneralPage::Fill() {
@@ -119,21 +115,21 @@ void FontsPage::Apply() {
 
 struct ColoursPage::Entry {
     const wchar_t* name;
-    size_t foreground; // offset of the cell in the record, or NoCell
-    size_t background;
+    Cell foreground; // null when the entry has none
+    Cell background;
 };
 
-#define CELL(name) offsetof(SettingsRecord, name)
+#define CELL(name) &SettingsRecord::name
 #define PAIR(name) CELL(name##Fg), CELL(name##Bg)
 
 const ColoursPage::Entry ColoursPage::Entries[] = {
     {L"Text", PAIR(Text)},
     {L"Selection", PAIR(Sel)},
     {L"Line Number", PAIR(LineNum)},
-    {L"Margin", NoCell, CELL(MarginColor)},
-    {L"Guide", NoCell, CELL(GuideColor)},
-    {L"Space", CELL(SpaceColor), NoCell},
-    {L"Bookmark", NoCell, CELL(BookmarkColor)},
+    {L"Margin", nullptr, CELL(MarginColor)},
+    {L"Guide", nullptr, CELL(GuideColor)},
+    {L"Space", CELL(SpaceColor), nullptr},
+    {L"Bookmark", nullptr, CELL(BookmarkColor)},
     {L"Comment", PAIR(Comment)},
     {L"Long Comment", PAIR(LongComment)},
     {L"String", PAIR(String)},
@@ -178,37 +174,29 @@ const ColoursPage::Entry& ColoursPage::Selected() const {
     return Entries[index > 0 ? index : 0];
 }
 
-Colour* ColoursPage::Cell(size_t offset) const {
-    if (offset == NoCell) return nullptr;
-    return reinterpret_cast<Colour*>(reinterpret_cast<char*>(&copy) + offset);
-}
-
 void ColoursPage::ShowSelected() {
-    EnableWindow(GetDlgItem(window, IDC_COLOR_FOREGROUND), Selected().foreground != NoCell);
-    EnableWindow(GetDlgItem(window, IDC_COLOR_BACKGROUND), Selected().background != NoCell);
+    EnableWindow(GetDlgItem(window, IDC_COLOR_FOREGROUND), Selected().foreground != nullptr);
+    EnableWindow(GetDlgItem(window, IDC_COLOR_BACKGROUND), Selected().background != nullptr);
     InvalidateRect(GetDlgItem(window, IDC_COLOR_PREVIEW), nullptr, TRUE);
 }
 
-void ColoursPage::Choose(size_t offset) {
-    Colour* cell = Cell(offset);
+void ColoursPage::Choose(Cell cell) {
     if (!cell) return;
     CHOOSECOLORW request = {};
     request.lStructSize = sizeof(request);
     request.hwndOwner = owner;
-    request.rgbResult = customColours[0] = *cell;
+    request.rgbResult = customColours[0] = copy.*cell;
     request.lpCustColors = customColours;
     request.Flags = CC_RGBINIT | CC_FULLOPEN;
-    if (ChooseColorW(&request)) *cell = request.rgbResult & 0xFFFFFF;
+    if (ChooseColorW(&request)) copy.*cell = request.rgbResult & 0xFFFFFF;
     ShowSelected();
 }
 
 void ColoursPage::DrawPreview(const DRAWITEMSTRUCT& item) const {
     const Entry& entry = Selected();
-    const Colour* foreground = Cell(entry.foreground);
-    const Colour* background = Cell(entry.background);
     RECT area = item.rcItem;
-    SetBkColor(item.hDC, background ? *background : GetSysColor(COLOR_BTNFACE));
+    SetBkColor(item.hDC, entry.background ? copy.*entry.background : GetSysColor(COLOR_BTNFACE));
     ExtTextOutW(item.hDC, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
-    SetTextColor(item.hDC, foreground ? *foreground : 0);
+    SetTextColor(item.hDC, entry.foreground ? copy.*entry.foreground : 0);
     DrawTextW(item.hDC, entry.name, -1, &area, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX);
 }

@@ -45,12 +45,13 @@ public:
     void Command(uint32_t identifier) override;
 
 private:
+    using Cell = Colour SettingsRecord::*;
     struct Entry;
 
     const Entry& Selected() const;
-    Colour* Cell(size_t offset) const;
     void ShowSelected();
-    void Choose(size_t offset);
+    // Lets the user choose the colour of a cell; nothing happens without one.
+    void Choose(Cell cell);
     void DrawPreview(const DRAWITEMSTRUCT& item) const;
 
     COLORREF customColours[16] = {}; // of the chooser, kept while the page lives

@@ -46,7 +46,7 @@ std::string KeyOf(const SettingDef& row) {
 
 Colour Cell(const std::string& key) {
     const SettingDef* row = FindSetting(std::u16string(key.begin(), key.end()).c_str());
-    return row ? *static_cast<const Colour*>(row->cell) : NotSet;
+    return row ? settings.*row->cell.number : NotSet;
 }
 
 // What the lines of each row are painted on.
@@ -63,7 +63,7 @@ class ColourSets : public testing::TestWithParam<const char*> {
 protected:
     ColourSets() {
         LoadSettings(IniFile());
-        ForEachColour([](const SettingDef& row) { *static_cast<Colour*>(row.cell) = NotSet; });
+        ForEachColour([](const SettingDef& row) { settings.*row.cell.number = NotSet; });
         const std::filesystem::path script = source::Folder() / "ship" / "colours" / GetParam();
         RunScript(frame, source::ProgramPath(script).c_str());
     }
@@ -77,10 +77,10 @@ protected:
 TEST_P(ColourSets, SetsEveryColourAndDoesNothingElse) {
     uint32_t count = 0;
     ForEachColour([&](const SettingDef& row) {
-        EXPECT_NE(*static_cast<const Colour*>(row.cell), NotSet) << KeyOf(row);
+        EXPECT_NE(settings.*row.cell.number, NotSet) << KeyOf(row);
         ++count;
     });
-    EXPECT_EQ(frame.calls, Calls(count, u"apply settings"));
+    EXPECT_EQ(frame.calls, Calls(count, u"apply colours"));
 }
 
 TEST_P(ColourSets, EveryTextIsLegibleOnItsBackground) {

@@ -130,6 +130,8 @@ TEST_F(CommandTableTest, SetoptSetsAndReappliesTheSettings) {
     EXPECT_EQ(CallsOf(u"setopt FontSize 15 16"), Calls{u"apply settings"});
     EXPECT_EQ(settings.FontSize, 15u);
     EXPECT_EQ(CallsOf(u"setopt NoSuchKey 1"), Calls{u"apply settings"});
+    EXPECT_EQ(CallsOf(u"setopt KeywordFg #102030"), Calls{u"apply colours"});
+    EXPECT_EQ(CallsOf(u"setopt KeywordFg #102030"), Calls{u"apply settings"}) << "it has that colour already";
     // A key that is not closed sets nothing, so that there is nothing to re-apply.
     for (const Char* line : {u"setopt", u"setopt FontSize", u"setopt \"FontSize 14"}) EXPECT_EQ(CallsOf(line), Calls{});
 }

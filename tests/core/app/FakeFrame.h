@@ -3,6 +3,7 @@
 #include "app/CommandContext.h"
 #include "app/DocumentList.h"
 #include "core/app/FakeDocument.h"
+#include "settings/Settings.h"
 
 #include <cstdlib>
 #include <deque>
@@ -76,7 +77,9 @@ public:
 
     void LayOut() override { ++layouts; }
     void RefreshTitle() override { ++titles; }
-    void ReapplySettings() override { Note(u"apply settings"); }
+    void ReapplySettings(const SettingsChanges& changes) override {
+        Note(changes.HoldsColour() ? u"apply colours" : u"apply settings");
+    }
     void ReloadOptions() override { Note(u"reload options"); }
     void PostClose() override { Note(u"close"); }
     void PostQuitNow() override { Note(u"quit now"); }

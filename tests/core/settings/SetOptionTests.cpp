@@ -113,10 +113,25 @@ TEST_F(SetOptionTest, FontSizeIsStoredAndTheFontRebuilt) {
     EXPECT_EQ(changes, expected);
 }
 
-class SetOptionCommand : public SettingsTest {};
+TEST_F(SetOptionTest, SaysWhetherTheSettingHasChanged) {
+    const SettingDef& size = *FindSetting(u"FontSize");
+    EXPECT_TRUE(SetOption(nullptr, u"FontSize", u"11").Holds(size));
+    EXPECT_FALSE(SetOption(nullptr, u"FontSize", u"11").Holds(size));
+    EXPECT_TRUE(SetOption(nullptr, u"FontName", u"Arial").Holds(*FindSetting(u"FontName")));
+    EXPECT_FALSE(SetOption(nullptr, u"FontSiz", u"12").Holds(size));
+    EXPECT_EQ(changes.size(), 3u) << "the handler runs all the same";
+}
+
+class SetOptionCommand : public SettingsTest {
+protected:
+    static bool Execute(const Char* argument) {
+        SettingsChanges changed;
+        return ExecuteSetOption(argument, changed);
+    }
+};
 
 TEST_F(SetOptionCommand, LowerCaseKeyChangesTheSizeAndRebuildsTheFont) {
-    ExecuteSetOption(u"fontsize 14");
+    Execute(u"fontsize 14");
     EXPECT_EQ(settings.FontSize, 14u);
     const std::vector<SettingChange> expected = {SettingChange::Font};
     EXPECT_EQ(changes, expected);
@@ -126,76 +141,76 @@ TEST_F(SetOptionCommand, ChangesNoFileUntilStored) {
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[General]\nFontSize=12\n"));
     LoadSettings(file);
-    ExecuteSetOption(u"fontsize 14");
+    Execute(u"fontsize 14");
     EXPECT_EQ(Str(file.FindSection(u"General")->GetString(u"FontSize", u"")), u"12");
     ASSERT_TRUE(StoreSettingsToFile(file));
     EXPECT_EQ(Str(file.FindSection(u"General")->GetString(u"FontSize", u"")), u"14");
 }
 
 TEST_F(SetOptionCommand, SkipsSpacesAndTabsBeforeEachWord) {
-    EXPECT_TRUE(ExecuteSetOption(u" \t FontSize  \t 14"));
+    EXPECT_TRUE(Execute(u" \t FontSize  \t 14"));
     EXPECT_EQ(settings.FontSize, 14u);
 }
 
 TEST_F(SetOptionCommand, ValueEndsAtASpaceAndTheRestIsIgnored) {
-    ExecuteSetOption(u"FontName Lucida Console");
+    Execute(u"FontName Lucida Console");
     EXPECT_EQ(Str(settings.FontName), u"Lucida");
 }
 
 TEST_F(SetOptionCommand, TabDoesNotEndAWord) {
-    ExecuteSetOption(u"FontName a\tb c");
+    Execute(u"FontName a\tb c");
     EXPECT_EQ(Str(settings.FontName), u"a\tb");
-    ExecuteSetOption(u"FontSize\t14");
+    Execute(u"FontSize\t14");
     EXPECT_EQ(settings.FontSize, 10u);
 }
 
 TEST_F(SetOptionCommand, QuotedWordsHoldSpaces) {
-    ExecuteSetOption(u"FontName \"Lucida Console\" rest");
+    Execute(u"FontName \"Lucida Console\" rest");
     EXPECT_EQ(Str(settings.FontName), u"Lucida Console");
-    ExecuteSetOption(u"\"FontSize\" \"14\"");
+    Execute(u"\"FontSize\" \"14\"");
     EXPECT_EQ(settings.FontSize, 14u);
 }
 
 TEST_F(SetOptionCommand, ValueMayFollowAClosingQuoteDirectly) {
-    ExecuteSetOption(u"\"FontSize\"14");
+    Execute(u"\"FontSize\"14");
     EXPECT_EQ(settings.FontSize, 14u);
 }
 
 TEST_F(SetOptionCommand, QuotesInsideAWordAreOrdinary) {
-    ExecuteSetOption(u"FontName a\"b\"c");
+    Execute(u"FontName a\"b\"c");
     EXPECT_EQ(Str(settings.FontName), u"a\"b\"c");
 }
 
 TEST_F(SetOptionCommand, UnclosedQuotedValueRunsToTheEnd) {
-    ExecuteSetOption(u"FontName \"Lucida Console");
+    Execute(u"FontName \"Lucida Console");
     EXPECT_EQ(Str(settings.FontName), u"Lucida Console");
 }
 
 TEST_F(SetOptionCommand, UnclosedKeyDoesNothing) {
     for (const Char* argument : {u"", u"  ", u"FontSize", u"\"FontSize", u"\"FontSize 14"}) {
-        EXPECT_FALSE(ExecuteSetOption(argument));
+        EXPECT_FALSE(Execute(argument));
         EXPECT_EQ(settings.FontSize, 10u);
     }
     EXPECT_TRUE(changes.empty());
 }
 
 TEST_F(SetOptionCommand, KeyAndASpaceAloneSetTheEmptyValue) {
-    ExecuteSetOption(u"FontSize ");
+    Execute(u"FontSize ");
     EXPECT_EQ(settings.FontSize, 0u);
-    ExecuteSetOption(u"LineNumBg  ");
+    Execute(u"LineNumBg  ");
     EXPECT_EQ(settings.LineNumBg, 0u);
-    ExecuteSetOption(u"FontName ");
+    Execute(u"FontName ");
     ASSERT_NE(settings.FontName, nullptr);
     EXPECT_EQ(Str(settings.FontName), u"");
-    ExecuteSetOption(u"\"QuickOpenPath\"");
+    Execute(u"\"QuickOpenPath\"");
     EXPECT_EQ(Str(settings.QuickOpenPath), u"");
-    ExecuteSetOption(u"TextFileTypes \"\"");
+    Execute(u"TextFileTypes \"\"");
     EXPECT_EQ(Str(settings.TextFileTypes), u"");
 }
 
 TEST_F(SetOptionCommand, UnknownKeyDoesNothing) {
-    ExecuteSetOption(u"Unknown 1");
-    ExecuteSetOption(u"\"\" 1");
+    Execute(u"Unknown 1");
+    Execute(u"\"\" 1");
     EXPECT_TRUE(changes.empty());
 }
 
@@ -205,7 +220,7 @@ TEST_F(SetOptionCommand, FailingAllocationLeavesTheSettingOrMakesItAbsent) {
             const FailurePause pause;
             SetOption(nullptr, u"FontName", u"Before");
         }
-        ExecuteSetOption(u"FontName After");
+        Execute(u"FontName After");
         const FailurePause pause;
         const std::u16string now = Str(settings.FontName);
         EXPECT_TRUE(now == u"Before" || now == u"After" || now == u"(null)");

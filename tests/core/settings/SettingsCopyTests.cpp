@@ -1,8 +1,6 @@
 #include "SettingsTestSupport.h"
 #include "support/FailureInjection.h"
 
-#include <cstring>
-
 namespace {
 
 // A string freed twice, or never, is reported by the address sanitizer's run of these tests.
@@ -16,13 +14,14 @@ protected:
 };
 
 TEST_F(SettingsCopy, HoldsEveryCell) {
-    const auto* live = reinterpret_cast<const char*>(&settings);
-    const auto* copied = reinterpret_cast<const char*>(&copy);
     for (uint32_t i = 0; i < SettingCount; ++i) {
         const SettingDef& row = generalSettings.rows[i];
-        const auto offset = static_cast<const char*>(row.cell) - live;
-        const size_t size = row.type == SettingType::String ? sizeof(Char*) : sizeof(uint32_t);
-        EXPECT_EQ(std::memcmp(copied + offset, row.cell, size), 0) << testing::PrintToString(Str(row.key));
+        SCOPED_TRACE(testing::PrintToString(Str(row.key)));
+        if (row.type == SettingType::String) {
+            EXPECT_EQ(copy.*row.cell.string, settings.*row.cell.string);
+        } else {
+            EXPECT_EQ(copy.*row.cell.number, settings.*row.cell.number);
+        }
     }
 }
 
@@ -138,6 +137,56 @@ TEST_F(SettingsCopy, AdoptingTheLiveRecordItselfKeepsIt) {
     DropSettings(copy);
     AdoptSettings(settings);
     EXPECT_EQ(Str(settings.FontName), u"Courier New");
+}
+
+std::vector<std::u16string> KeysOf(const SettingsChanges& changes) {
+    std::vector<std::u16string> keys;
+    for (uint32_t i = 0; i < SettingCount; ++i)
+        if (changes.Holds(generalSettings.rows[i])) keys.push_back(Str(generalSettings.rows[i].key));
+    return keys;
+}
+
+using Keys = std::vector<std::u16string>;
+
+TEST_F(SettingsCopy, EveryCellThatDiffersIsAChange) {
+    EXPECT_EQ(KeysOf(CompareSettings(settings, copy)), Keys());
+    for (uint32_t i = 0; i < SettingCount; ++i) {
+        const SettingDef& row = generalSettings.rows[i];
+        SettingsRecord other = copy;
+        std::u16string text = u"other";
+        if (row.type == SettingType::String)
+            other.*row.cell.string = text.data();
+        else
+            ++(other.*row.cell.number);
+        EXPECT_EQ(KeysOf(CompareSettings(settings, other)), Keys{Str(row.key)});
+        EXPECT_EQ(CompareSettings(settings, other).HoldsColour(), row.type == SettingType::Colour);
+    }
+    DropSettings(copy);
+}
+
+TEST_F(SettingsCopy, StringsAreComparedByWhatTheySay) {
+    std::u16string same = u"Courier New";
+    std::u16string empty;
+    SettingsRecord other = copy;
+    other.FontName = same.data();
+    EXPECT_EQ(KeysOf(CompareSettings(settings, other)), Keys());
+    other.FontName = nullptr;
+    EXPECT_EQ(KeysOf(CompareSettings(settings, other)), Keys{u"FontName"});
+    SettingsRecord absent = other;
+    EXPECT_EQ(KeysOf(CompareSettings(absent, other)), Keys());
+    other.FontName = empty.data();
+    EXPECT_EQ(KeysOf(CompareSettings(absent, other)), Keys{u"FontName"});
+    DropSettings(copy);
+}
+
+TEST_F(SettingsCopy, OkSaysWhatHasChanged) {
+    copy.FontSize = 33;
+    copy.BinBg = 0x123456;
+    EXPECT_TRUE(ReplaceString(copy.QuickOpenPath, u"path"));
+    EXPECT_TRUE(ReplaceString(copy.FontName, u"Courier New"));
+    EXPECT_EQ(KeysOf(AdoptSettings(copy)), (Keys{u"FontSize", u"QuickOpenPath", u"BinBg"}));
+    EXPECT_EQ(KeysOf(AdoptSettings(copy)), Keys());
+    DropSettings(copy);
 }
 
 } // namespace

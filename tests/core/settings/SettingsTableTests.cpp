@@ -145,32 +145,32 @@ TEST(SettingsTable, HasOneSectionOfFiftyTwoRows) {
     EXPECT_EQ(generalSettings.count, 52u);
 }
 
-TEST(SettingsTable, RowsStandInTableOrder) {
+TEST(SettingsTable, RowsAreInTableOrder) {
     for (uint32_t i = 0; i < SettingCount; ++i) {
         const SettingDef& row = generalSettings.rows[i];
         const ExpectedRow& expected = expectedRows[i];
         SCOPED_TRACE(testing::PrintToString(Str(expected.key)));
         EXPECT_EQ(Str(row.key), Str(expected.key));
         EXPECT_EQ(row.type, expected.type);
-        EXPECT_EQ(row.cell, expected.cell);
+        EXPECT_EQ(LiveCell(row), expected.cell);
         if (row.type == SettingType::Int) {
-            EXPECT_EQ(row.defaultNumber, Text::ParseDecimal(expected.value));
+            EXPECT_EQ(row.initial.number, Text::ParseDecimal(expected.value));
         }
         if (row.type == SettingType::Colour) {
-            EXPECT_EQ(row.defaultNumber, ParseColour(expected.value));
+            EXPECT_EQ(row.initial.number, ParseColour(expected.value));
         }
         if (row.type == SettingType::String) {
-            EXPECT_EQ(Str(row.defaultString), Str(expected.value));
+            EXPECT_EQ(Str(row.initial.string), Str(expected.value));
         }
         const SettingDef* fallback = *expected.fallback ? FindSetting(expected.fallback) : nullptr;
-        EXPECT_EQ(row.fallback, fallback ? fallback->cell : nullptr);
+        EXPECT_EQ(row.fallback, fallback ? fallback->cell.number : nullptr);
         EXPECT_EQ(row.onChange != nullptr, expected.handler != Handler::None);
     }
 }
 
 TEST(SettingsTable, EveryCellHasOneRow) {
     std::set<const void*> seen;
-    for (uint32_t i = 0; i < SettingCount; ++i) seen.insert(generalSettings.rows[i].cell);
+    for (uint32_t i = 0; i < SettingCount; ++i) seen.insert(LiveCell(generalSettings.rows[i]));
     EXPECT_EQ(seen.size(), SettingCount);
 }
 

@@ -48,6 +48,12 @@ inline std::u16string Serialised(const IniFile& file) {
     return Str(text);
 }
 
+// Where the live value of a row is.
+inline const void* LiveCell(const SettingDef& row) {
+    if (row.type == SettingType::String) return &(settings.*row.cell.string);
+    return &(settings.*row.cell.number);
+}
+
 // A file in the system's temporary directory, removed at the end of the test.
 class TemporaryFile {
 public:
