@@ -60,15 +60,15 @@ bool CLikeEngine::EveryMarkerIsMet() const {
 }
 
 void CLikeEngine::SetStops() {
-    finder = PieceFinder();
+    scanner = TokenStartScanner();
     // A row of blanks has to be met where it begins.
     const bool stopAtBlanks = (table.Flags(u' ') | table.Flags(u'\t')) & CharFlag::Special;
     const uint32_t stopping = CharFlag::Special | (stopAtBlanks ? CharFlag::Blank : 0);
     for (Char c = 0; c < CharacterTable::AsciiCount; ++c) {
         const uint32_t flags = table.Flags(c);
-        if ((flags & stopping) && !(flags & CharFlag::Word)) finder.AddStop(c);
+        if ((flags & stopping) && !(flags & CharFlag::Word)) scanner.AddStop(c);
     }
-    if (table.Flags(CharacterTable::AsciiCount) & CharFlag::Special) finder.StopEverywhere();
+    if (table.Flags(CharacterTable::AsciiCount) & CharFlag::Special) scanner.StopEverywhere();
 }
 
 void CLikeEngine::AddMarker(const WString& marker, bool bothCases) {
@@ -102,7 +102,7 @@ uint32_t CLikeEngine::ColourLine(uint32_t offset, const Char* text, uint32_t len
     Line current = {text,   text + length,     offset, TouchesHighlight(offset, length), state == InLongComment,
                     NoFill, {text, text, 0, 0}};
     const Char* at = text;
-    if (!ColourPieces(current, at, &runs)) return 0;
+    if (!ColourTokens(current, at, &runs)) return 0;
     state = current.inComment ? InLongComment : 0;
     if (current.inComment) current.fill = definition.colours[LongCommentClass].background;
     line = {runs.Spans(), runs.Count(), current.fill};
@@ -111,29 +111,29 @@ uint32_t CLikeEngine::ColourLine(uint32_t offset, const Char* text, uint32_t len
 
 // Colours from `at` on and moves it to where colouring ends; `out` (may be null) gets the runs. False
 // without memory.
-bool CLikeEngine::ColourPieces(Line& line, const Char*& at, RunList* out) const {
+bool CLikeEngine::ColourTokens(Line& line, const Char*& at, RunList* out) const {
     if (line.inComment && at < line.end) {
         const Char* start = at;
         at = AfterLongComment(at, line.end, line.inComment);
         if (out && !out->Append(definition.colours[LongCommentClass], start, at)) return false;
     }
     while (at < line.end) {
-        Piece piece;
+        Token token;
         const Char* start = at;
-        at = TakeText(line, at, piece);
+        at = TakeText(line, at, token);
         if (out && at > start && !out->Append(definition.colours[TextClass], start, at)) return false;
-        if (at == line.end || !piece.end) break;
+        if (at == line.end || !token.end) break;
         start = at;
-        at = piece.end;
-        if (out && !out->Append(piece.colours, start, at)) return false;
+        at = token.end;
+        if (out && !out->Append(token.colours, start, at)) return false;
     }
     return true;
 }
 
 // Passes over text up to the first place where something else begins, which `next` then holds.
-const Char* CLikeEngine::TakeText(Line& line, const Char* at, Piece& next) const {
+const Char* CLikeEngine::TakeText(Line& line, const Char* at, Token& next) const {
     while (at < line.end) {
-        if (at >= line.map.end) finder.Map(at, line.end, line.highlighted, line.map);
+        if (at >= line.map.end) scanner.Map(at, line.end, line.highlighted, line.map);
         const auto passed = at - line.map.start;
         const uint64_t words = line.map.words >> passed;
         // Nothing begins inside a word: it is text as a whole.
@@ -150,7 +150,7 @@ const Char* CLikeEngine::TakeText(Line& line, const Char* at, Piece& next) const
         const bool mayBegin =
             line.highlighted || (flags & CharFlag::NotKeyword) ||
             ((flags & CharFlag::Keyword) && keywords.MayStandAt(at, static_cast<size_t>(wordEnd - at)));
-        if (mayBegin && PieceAt(line, at, wordEnd, flags, next)) break;
+        if (mayBegin && TokenAt(line, at, wordEnd, flags, next)) break;
         if (wordEnd > at) at = wordEnd;
         // A row of blanks is text as a whole, too.
         else
@@ -166,52 +166,52 @@ const Char* CLikeEngine::SkipWhile(const Char* at, const Char* end, uint32_t fla
 }
 
 // What begins at `at`, in order of precedence; false when it is text.
-bool CLikeEngine::PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const {
-    if ((flags & CharFlag::Marker) && CommentAt(line, at, piece)) return true;
+bool CLikeEngine::TokenAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Token& token) const {
+    if ((flags & CharFlag::Marker) && CommentAt(line, at, token)) return true;
     if (flags & CharFlag::Quote) {
-        piece = {AfterString<false>(at, line.end), definition.colours[StringClass]};
+        token = {AfterString<false>(at, line.end), definition.colours[StringClass]};
         return true;
     }
     if ((flags & CharFlag::Marker) && MarkerAt(at, line.end, endMarker, true)) {
-        piece.end = nullptr;
+        token.end = nullptr;
         return true;
     }
     if (flags & CharFlag::Digit) {
         while (wordEnd < line.end && *wordEnd == u'.') wordEnd = SkipWhile(wordEnd + 1, line.end, CharFlag::Word);
-        piece = {wordEnd, definition.colours[NumberClass]};
+        token = {wordEnd, definition.colours[NumberClass]};
         return true;
     }
     if (flags & CharFlag::Keyword) {
         if (const uint32_t length = keywords.Find(at, line.end, static_cast<size_t>(wordEnd - at))) {
-            piece = {at + length, definition.colours[KeywordClass]};
+            token = {at + length, definition.colours[KeywordClass]};
             return true;
         }
     }
-    return line.highlighted && HighlightAt(line, at, piece);
+    return line.highlighted && HighlightAt(line, at, token);
 }
 
-bool CLikeEngine::CommentAt(Line& line, const Char* at, Piece& piece) const {
+bool CLikeEngine::CommentAt(Line& line, const Char* at, Token& token) const {
     if (longCommentStart.At(at, line.end)) {
         const Char* inside = at + longCommentStart.Length();
         const Char* end = AfterLongComment(inside, line.end, line.inComment);
-        piece = {end, definition.colours[LongCommentClass]};
+        token = {end, definition.colours[LongCommentClass]};
         return true;
     }
     uint32_t markerLength = 0;
     if (!LineCommentStartsAt(at, line.end, markerLength)) return false;
-    piece = {line.end, definition.colours[CommentClass]};
-    line.fill = piece.colours.background;
+    token = {line.end, definition.colours[CommentClass]};
+    line.fill = token.colours.background;
     return true;
 }
 
 // A range that is met takes its whole length from there, even when it began before; the line's end
 // bounds it.
-bool CLikeEngine::HighlightAt(const Line& line, const Char* at, Piece& piece) const {
+bool CLikeEngine::HighlightAt(const Line& line, const Char* at, Token& token) const {
     const uint64_t offset = uint64_t{line.offset} + static_cast<uint64_t>(at - line.text);
     for (const HighlightRange& range : highlights) {
         if (offset < range.start || offset >= range.end) continue;
         const auto length = std::min<ptrdiff_t>(range.end - range.start, line.end - at);
-        piece = {at + length, {range.foreground, range.background}};
+        token = {at + length, {range.foreground, range.background}};
         return true;
     }
     return false;
@@ -259,7 +259,7 @@ void CLikeEngine::WalkLines(const Char*& at, const Char* end, bool& inComment) c
         const Char* lineEnd = at + ::Scan::FindLineFeed(at, static_cast<size_t>(end - at));
         if (lineEnd < end) ++lineEnd;
         Line line = {at, lineEnd, 0, false, inComment, NoFill, {at, at, 0, 0}};
-        ColourPieces(line, at, nullptr);
+        ColourTokens(line, at, nullptr);
         inComment = line.inComment;
         if (at < lineEnd) return;
     }
@@ -271,12 +271,12 @@ template <bool LineByLine> void CLikeEngine::Scan(const Char*& at, const Char* e
             at = AfterLongComment(at, end, inComment);
         else
             at = scanStops.Find(at, end);
-        if (at == end || !ScanPieceAt<LineByLine>(at, end, inComment)) return;
+        if (at == end || !ScanTokenAt<LineByLine>(at, end, inComment)) return;
     }
 }
 
 // Passes over whatever stands at `at` outside a long comment. False at the end marker.
-template <bool LineByLine> bool CLikeEngine::ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const {
+template <bool LineByLine> bool CLikeEngine::ScanTokenAt(const Char*& at, const Char* end, bool& inComment) const {
     if (LineByLine && longCommentStart.At(at, end)) {
         at += longCommentStart.Length();
         inComment = true;

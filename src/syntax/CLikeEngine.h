@@ -3,8 +3,8 @@
 #include "syntax/CharacterClass.h"
 #include "syntax/EngineBase.h"
 #include "syntax/Marker.h"
-#include "syntax/PieceFinder.h"
 #include "syntax/RunList.h"
+#include "syntax/TokenStartScanner.h"
 
 // Colours a language made of keywords, numbers, strings and comments. The state is 1 inside a long
 // comment, else 0.
@@ -32,10 +32,10 @@ private:
         bool highlighted; // some highlight range touches the line
         bool inComment;
         Colour fill;
-        PieceMap map; // of the characters that come next
+        TokenMap map; // of the characters that come next
     };
     // A run that is not text, by where it ends; without an end it is the end marker that stands there.
-    struct Piece {
+    struct Token {
         const Char* end = nullptr;
         ColourClass colours = {};
     };
@@ -49,15 +49,15 @@ private:
     bool LineCommentStartsAt(const Char* at, const Char* end, uint32_t& markerLength) const;
     const Char* AfterLongComment(const Char* at, const Char* end, bool& inComment) const;
 
-    bool ColourPieces(Line& line, const Char*& at, RunList* out) const;
-    const Char* TakeText(Line& line, const Char* at, Piece& next) const;
+    bool ColourTokens(Line& line, const Char*& at, RunList* out) const;
+    const Char* TakeText(Line& line, const Char* at, Token& next) const;
     const Char* SkipWhile(const Char* at, const Char* end, uint32_t flag) const;
-    bool PieceAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Piece& piece) const;
-    bool CommentAt(Line& line, const Char* at, Piece& piece) const;
-    bool HighlightAt(const Line& line, const Char* at, Piece& piece) const;
+    bool TokenAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Token& token) const;
+    bool CommentAt(Line& line, const Char* at, Token& token) const;
+    bool HighlightAt(const Line& line, const Char* at, Token& token) const;
     // Carries the state on to the end or the end marker; strings end with the text or with their line.
     template <bool LineByLine> void Scan(const Char*& at, const Char* end, bool& inComment) const;
-    template <bool LineByLine> bool ScanPieceAt(const Char*& at, const Char* end, bool& inComment) const;
+    template <bool LineByLine> bool ScanTokenAt(const Char*& at, const Char* end, bool& inComment) const;
     void WalkLines(const Char*& at, const Char* end, bool& inComment) const;
     bool TouchesHighlight(uint32_t offset, uint32_t length) const;
 
@@ -67,9 +67,9 @@ private:
     const KeywordSet& keywords;
     HighlightRange highlights[HighlightCount];
     CharacterTable table;
-    PieceFinder finder;
-    StopSet scanStops;           // what the state scan has to look at
-    bool everyMarkerMet = false; // colouring meets every marker and quote that it does not pass over in a piece
+    TokenStartScanner scanner;
+    CharSearchSet scanStops;     // what the state scan has to look at
+    bool everyMarkerMet = false; // colouring meets every marker and quote that it does not pass over in a token
     MarkerSearch longCommentStart;
     MarkerSearch longCommentEnd;
 };

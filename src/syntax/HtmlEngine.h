@@ -1,8 +1,8 @@
 #pragma once
 
+#include "syntax/CharSearchSet.h"
 #include "syntax/EngineBase.h"
 #include "syntax/RunList.h"
-#include "syntax/StopSet.h"
 
 // The values of a line's state; below ScriptContent they are also the kinds of runs.
 namespace HtmlState {
@@ -57,5 +57,5 @@ private:
     SyntaxEngine* script = nullptr;
     SyntaxEngine* php = nullptr;
     uint32_t depth; // how many HTML engines it stands in
-    StopSet tagStart;
+    CharSearchSet tagStart;
 };

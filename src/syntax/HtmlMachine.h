@@ -1,8 +1,8 @@
 #pragma once
 
 #include "base/Text.h"
+#include "syntax/CharSearchSet.h"
 #include "syntax/HtmlEngine.h"
-#include "syntax/StopSet.h"
 
 // The state machine that reads markup, for colouring and for scanning. `Output` has
 //   bool Start(uint32_t kind)    begins a run; false without memory
@@ -13,8 +13,8 @@
 template <class Output> class HtmlMachine {
 public:
     // `tagStops` finds `<`.
-    HtmlMachine(Output& output, const StopSet& tagStops, const Char* text, const Char* textEnd, uint32_t startState,
-                uint32_t startReturnState)
+    HtmlMachine(Output& output, const CharSearchSet& tagStops, const Char* text, const Char* textEnd,
+                uint32_t startState, uint32_t startReturnState)
         : at(text), end(textEnd), state(startState), returnState(startReturnState), out(output), tagStart(tagStops) {}
 
     // Goes on to the end of the text; false without memory.
@@ -168,5 +168,5 @@ private:
     }
 
     Output& out;
-    const StopSet& tagStart;
+    const CharSearchSet& tagStart;
 };

@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "base/WString.h"
-#include "syntax/StopSet.h"
+#include "syntax/CharSearchSet.h"
 
 // Whether `marker` stands at `at`. It never does when it is empty or does not fit before `end`.
 inline bool MarkerAt(const Char* at, const Char* end, const WString& marker, bool foldCase) {
@@ -39,5 +39,5 @@ public:
 private:
     const WString* marker = nullptr;
     bool foldCase = false;
-    StopSet stops;
+    CharSearchSet stops;
 };

@@ -213,7 +213,7 @@ TEST_F(CLikeModel, RandomRulesAndLines) {
 
 TEST_F(CLikeModel, ScanningEqualsCarryingTheStateFromLineToLine) {
     // Lines as programs have them: strings end on their line.
-    const std::u16string pieces[] = {u"int x = 1;", u" /* a", u" b */", u" // c /*", u" \"/*\"", u" '\\''", u" * /",
+    const std::u16string tokens[] = {u"int x = 1;", u" /* a", u" b */", u" // c /*", u" \"/*\"", u" '\\''", u" * /",
                                      u" \"\\\\\"",  u"/",     u"*",     u" x/y",     u" /**/",   u" #if",   u"\t"};
     const EngineHandle engine = Choose(u"cpp");
     Random random(43);
@@ -221,7 +221,7 @@ TEST_F(CLikeModel, ScanningEqualsCarryingTheStateFromLineToLine) {
         std::u16string text;
         std::vector<size_t> starts = {0};
         for (uint32_t lines = 1 + random.Below(30); lines > 0; --lines) {
-            for (uint32_t n = random.Below(5); n > 0; --n) text += pieces[random.Below(std::size(pieces))];
+            for (uint32_t n = random.Below(5); n > 0; --n) text += tokens[random.Below(std::size(tokens))];
             text += u'\n';
             starts.push_back(text.size());
         }

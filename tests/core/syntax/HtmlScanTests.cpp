@@ -70,7 +70,7 @@ TEST_F(HtmlScan, APlainInnerEngineRunsToTheEnd) {
 TEST_F(HtmlScan, ScanningEqualsCarryingTheStateFromLineToLine) {
     // Without what the two see differently on purpose: names and values that end with their line, and
     // tags that go on over lines.
-    const std::u16string pieces[] = {u"text ",    u"<b>",           u"<a href=\"x\">", u"</a>",      u"<!-- c ",
+    const std::u16string tokens[] = {u"text ",    u"<b>",           u"<a href=\"x\">", u"</a>",      u"<!-- c ",
                                      u" -->",     u"<br />",        u"<script>",       u"</script>", u"<?php ",
                                      u" ?>",      u"int x; ",       u"/* d ",          u" */",       u"<!--e-->",
                                      u" \"/*\" ", u"<i k=v>",       u"// l",           u"a > b ",    u"<script async>",
@@ -80,7 +80,7 @@ TEST_F(HtmlScan, ScanningEqualsCarryingTheStateFromLineToLine) {
     for (int round = 0; round < 3000; ++round) {
         std::u16string text;
         for (uint32_t lines = 1 + random.Below(20); lines > 0; --lines) {
-            for (uint32_t n = random.Below(5); n > 0; --n) text += pieces[random.Below(std::size(pieces))];
+            for (uint32_t n = random.Below(5); n > 0; --n) text += tokens[random.Below(std::size(tokens))];
             text += u'\n';
         }
         ASSERT_EQ(ScanText(*engine, text).state, CarryState(*engine, text)) << Readable(text.data(), text.size());
@@ -104,7 +104,7 @@ TEST_F(HtmlScan, ScanningWholeLinesComesOutOfAPlainInnerEngine) {
 }
 
 TEST_F(HtmlScan, ScanningWholeLinesEqualsColouringThemInTurn) {
-    const std::u16string pieces[] = {u"<",      u">",    u"a",     u" ",       u"=",        u"\"",
+    const std::u16string tokens[] = {u"<",      u">",    u"a",     u" ",       u"=",        u"\"",
                                      u"'",      u"<!--", u"-->",   u"<script", u"<script>", u"</script",
                                      u"<?php ", u"?>",   u"/*",    u"*/",      u"// it's",  u"<b c='d'>",
                                      u"\t",     u"\\",   u"don't", u"int x;",  u"-",        u"<p>text</p>"};
@@ -114,7 +114,7 @@ TEST_F(HtmlScan, ScanningWholeLinesEqualsColouringThemInTurn) {
         for (int round = 0; round < 3000; ++round) {
             std::u16string text;
             for (uint32_t n = random.Below(60); n > 0; --n) {
-                text += pieces[random.Below(std::size(pieces))];
+                text += tokens[random.Below(std::size(tokens))];
                 if (random.OneIn(5)) text += u'\n';
             }
             text += u'\n';

@@ -2,8 +2,8 @@
 
 #include "base/Types.h"
 
-// Where pieces that matter begin in a short stretch of text, as bits: bit i is the character at start + i.
-struct PieceMap {
+// Where tokens that matter begin in a short stretch of text, as bits: bit i is the character at start + i.
+struct TokenMap {
     const Char* start = nullptr;
     const Char* end = nullptr;
     uint64_t words = 0; // word characters
@@ -11,7 +11,7 @@ struct PieceMap {
 };
 
 // Maps the words of a text and its stops: the characters that are looked for besides words.
-class PieceFinder {
+class TokenStartScanner {
 public:
     static constexpr uint32_t Span = 64;
 
@@ -21,7 +21,7 @@ public:
     void StopEverywhere() { everywhere = true; }
     // Maps the characters from `at` up to `end`, at most Span of them; with `allStops` as if
     // StopEverywhere had been called.
-    void Map(const Char* at, const Char* end, bool allStops, PieceMap& map) const;
+    void Map(const Char* at, const Char* end, bool allStops, TokenMap& map) const;
 
 private:
     static constexpr uint32_t MostStops = 4;

@@ -1,11 +1,11 @@
-#include "syntax/StopSet.h"
+#include "syntax/CharSearchSet.h"
 
 #include "base/Text.h"
 
 #include <bit>
 #include <emmintrin.h>
 
-void StopSet::Add(Char c, bool bothCases) {
+void CharSearchSet::Add(Char c, bool bothCases) {
     if (!Contains(c)) {
         for (Char& lane : members[count]) lane = c;
         ++count;
@@ -13,14 +13,14 @@ void StopSet::Add(Char c, bool bothCases) {
     if (bothCases && Text::IsAsciiLetter(c)) Add(static_cast<Char>(c ^ 0x20));
 }
 
-bool StopSet::Contains(Char c) const {
+bool CharSearchSet::Contains(Char c) const {
     for (uint32_t i = 0; i < count; ++i) {
         if (members[i][0] == c) return true;
     }
     return false;
 }
 
-const Char* StopSet::Find(const Char* at, const Char* end) const {
+const Char* CharSearchSet::Find(const Char* at, const Char* end) const {
     while (end - at >= static_cast<ptrdiff_t>(Lanes)) {
         const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
         __m128i found = _mm_setzero_si128();

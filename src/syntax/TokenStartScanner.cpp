@@ -1,4 +1,4 @@
-#include "syntax/PieceFinder.h"
+#include "syntax/TokenStartScanner.h"
 
 #include <algorithm>
 #include <emmintrin.h>
@@ -27,9 +27,9 @@ __m128i IsWord(__m128i bytes) {
 } // namespace
 
 // Gathers the bits of one map. Adding a character twice does no harm.
-class PieceFinder::Bits {
+class TokenStartScanner::Bits {
 public:
-    explicit Bits(const PieceFinder& owner) : finder(owner) {}
+    explicit Bits(const TokenStartScanner& owner) : scanner(owner) {}
 
     void AddBlock(const Char* at, uint32_t shift) {
         const Masks found = Find(Load(at), Load(at + HalfBlock));
@@ -65,16 +65,16 @@ private:
         const __m128i bytes = _mm_packus_epi16(low, high);
         __m128i stopBytes = _mm_setzero_si128();
         for (uint32_t i = 0; i < MostStops; ++i) {
-            stopBytes = _mm_or_si128(stopBytes, _mm_cmpeq_epi8(bytes, Load(finder.stops[i])));
+            stopBytes = _mm_or_si128(stopBytes, _mm_cmpeq_epi8(bytes, Load(scanner.stops[i])));
         }
         return {static_cast<uint32_t>(_mm_movemask_epi8(IsWord(bytes))),
                 static_cast<uint32_t>(_mm_movemask_epi8(stopBytes))};
     }
 
-    const PieceFinder& finder;
+    const TokenStartScanner& scanner;
 };
 
-void PieceFinder::AddStop(Char c) {
+void TokenStartScanner::AddStop(Char c) {
     if (stopCount == MostStops) {
         everywhere = true;
         return;
@@ -83,7 +83,7 @@ void PieceFinder::AddStop(Char c) {
     ++stopCount;
 }
 
-void PieceFinder::Map(const Char* at, const Char* end, bool allStops, PieceMap& map) const {
+void TokenStartScanner::Map(const Char* at, const Char* end, bool allStops, TokenMap& map) const {
     const auto count = static_cast<uint32_t>(std::min<size_t>(static_cast<size_t>(end - at), Span));
     Bits bits(*this);
     if (count >= Block) {

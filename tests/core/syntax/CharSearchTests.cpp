@@ -1,7 +1,7 @@
 #include "support/Random.h"
+#include "syntax/CharSearchSet.h"
 #include "syntax/CharacterClass.h"
-#include "syntax/PieceFinder.h"
-#include "syntax/StopSet.h"
+#include "syntax/TokenStartScanner.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -18,10 +18,11 @@ std::vector<Char> RandomText(Random& random, size_t length, uint32_t rare) {
     return text;
 }
 
-void ExpectMap(const PieceFinder& finder, const std::vector<Char>& text, bool allStops, std::u16string_view stops) {
-    PieceMap map;
-    finder.Map(text.data(), text.data() + text.size(), allStops, map);
-    const size_t count = std::min<size_t>(text.size(), PieceFinder::Span);
+void ExpectMap(const TokenStartScanner& scanner, const std::vector<Char>& text, bool allStops,
+               std::u16string_view stops) {
+    TokenMap map;
+    scanner.Map(text.data(), text.data() + text.size(), allStops, map);
+    const size_t count = std::min<size_t>(text.size(), TokenStartScanner::Span);
     ASSERT_EQ(map.start, text.data());
     ASSERT_EQ(map.end, text.data() + count);
     for (size_t i = 0; i < 64; ++i) {
@@ -34,10 +35,10 @@ void ExpectMap(const PieceFinder& finder, const std::vector<Char>& text, bool al
 
 } // namespace
 
-TEST(StopSet, FindsTheFirstMember) {
+TEST(CharSearchSet, FindsTheFirstMember) {
     Random random(51);
     for (int round = 0; round < 3000; ++round) {
-        StopSet stops;
+        CharSearchSet stops;
         std::u16string members;
         for (uint32_t n = random.Below(6); n > 0; --n) {
             const Char c = Letters[random.Below(Letters.size())];
@@ -53,8 +54,8 @@ TEST(StopSet, FindsTheFirstMember) {
     }
 }
 
-TEST(StopSet, HoldsAsManyAsAnEngineCanAskFor) {
-    StopSet stops;
+TEST(CharSearchSet, HoldsAsManyAsAnEngineCanAskFor) {
+    CharSearchSet stops;
     stops.Add(u'"');
     stops.Add(u'\'');
     for (Char c : {u'a', u'b', u'c', u'd', u'e', u'f'}) stops.Add(c, true);
@@ -64,33 +65,33 @@ TEST(StopSet, HoldsAsManyAsAnEngineCanAskFor) {
     EXPECT_FALSE(stops.Contains(u'a'));
 }
 
-TEST(PieceFinder, MapsWordsAndStops) {
+TEST(TokenStartScanner, MapsWordsAndStops) {
     Random random(52);
-    PieceFinder finder;
-    for (Char c : {u'"', u'\'', u'/'}) finder.AddStop(c);
+    TokenStartScanner scanner;
+    for (Char c : {u'"', u'\'', u'/'}) scanner.AddStop(c);
     for (int round = 0; round < 4000; ++round) {
-        ExpectMap(finder, RandomText(random, random.Below(90), 1 + random.Below(3)), random.OneIn(4), u"\"'/");
+        ExpectMap(scanner, RandomText(random, random.Below(90), 1 + random.Below(3)), random.OneIn(4), u"\"'/");
     }
 }
 
-TEST(PieceFinder, EveryCharacterIsToldApart) {
-    PieceFinder finder;
-    finder.AddStop(u'"');
-    finder.AddStop(u'/');
+TEST(TokenStartScanner, EveryCharacterIsToldApart) {
+    TokenStartScanner scanner;
+    scanner.AddStop(u'"');
+    scanner.AddStop(u'/');
     for (uint32_t c = 0; c <= 0xFFFF; ++c)
-        ExpectMap(finder, std::vector<Char>(1 + c % 20, static_cast<Char>(c)), false, u"\"/");
+        ExpectMap(scanner, std::vector<Char>(1 + c % 20, static_cast<Char>(c)), false, u"\"/");
 }
 
-TEST(PieceFinder, TooManyStopsStopEverywhere) {
-    PieceFinder finder;
-    for (Char c : {u'"', u'\'', u'/', u'@', u'['}) finder.AddStop(c);
+TEST(TokenStartScanner, TooManyStopsStopEverywhere) {
+    TokenStartScanner scanner;
+    for (Char c : {u'"', u'\'', u'/', u'@', u'['}) scanner.AddStop(c);
     Random random(53);
-    for (int round = 0; round < 200; ++round) ExpectMap(finder, RandomText(random, random.Below(90), 1), true, u"");
-    PieceMap map;
+    for (int round = 0; round < 200; ++round) ExpectMap(scanner, RandomText(random, random.Below(90), 1), true, u"");
+    TokenMap map;
     const Char text[] = u".:a";
-    finder.Map(text, text + 3, false, map);
+    scanner.Map(text, text + 3, false, map);
     EXPECT_EQ(map.stops, 3u);
-    PieceFinder everywhere;
+    TokenStartScanner everywhere;
     everywhere.StopEverywhere();
     everywhere.Map(text, text + 3, false, map);
     EXPECT_EQ(map.stops, 3u);

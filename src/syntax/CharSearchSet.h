@@ -3,7 +3,7 @@
 #include "base/Types.h"
 
 // A handful of characters and the fast search for the first of them.
-class StopSet {
+class CharSearchSet {
 public:
     // More than an engine can ask for: six markers in both cases and two quotes.
     static constexpr uint32_t Most = 16;
