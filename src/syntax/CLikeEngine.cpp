@@ -11,8 +11,8 @@ constexpr uint32_t InLongComment = 1;
 
 bool IsQuote(Char c) { return c == u'"' || c == u'\''; }
 
-// What follows the string that the quote at `at` opens. With `LineByLine` it ends behind a line feed at
-// the latest, even one that a backslash stands before.
+// What follows the string that the quote at `at` opens. With `LineByLine` it ends after the next line feed
+// at the latest, even after one that follows a backslash.
 template <bool LineByLine> const Char* AfterString(const Char* at, const Char* end) {
     const Char quote = *at++;
     while (at < end && *at != quote && !(LineByLine && *at == u'\n')) {
@@ -48,20 +48,20 @@ void CLikeEngine::BuildTables() {
     everyMarkerMet = EveryMarkerIsMet();
 }
 
-// Whether colouring looks at every place where a marker or a quote stands outside comments and strings.
-// It does not where words, numbers, rows of blanks and keywords, which it takes whole, may hold one.
+// Whether colouring looks at every place outside comments and strings that has a marker or a quote. It
+// does not when one may be inside a word, a number, a run of blanks or a keyword, which it takes whole.
 bool CLikeEngine::EveryMarkerIsMet() const {
     for (Char c = 0; c <= CharacterTable::AsciiCount; ++c) {
         const uint32_t flags = table.Flags(c);
         if ((flags & CharFlag::Marker) && ((flags & (CharFlag::Word | CharFlag::Blank)) || c == u'.')) return false;
-        if ((flags & (CharFlag::Marker | CharFlag::Quote)) && keywords.HoldsBehindFirst(c)) return false;
+        if ((flags & (CharFlag::Marker | CharFlag::Quote)) && keywords.HoldsAfterFirst(c)) return false;
     }
     return true;
 }
 
 void CLikeEngine::SetStops() {
     scanner = TokenStartScanner();
-    // A row of blanks has to be met where it begins.
+    // A run of blanks is text as a whole, unless something may begin with a blank: then its start counts.
     const bool stopAtBlanks = (table.Flags(u' ') | table.Flags(u'\t')) & CharFlag::Special;
     const uint32_t stopping = CharFlag::Special | (stopAtBlanks ? CharFlag::Blank : 0);
     for (Char c = 0; c < CharacterTable::AsciiCount; ++c) {
@@ -88,7 +88,7 @@ bool CLikeEngine::LineCommentStartsAt(const Char* at, const Char* end, uint32_t&
     return false;
 }
 
-// The end of the long comment that goes on at `at`; `end` and `inComment` set when it does not end.
+// The end of the long comment that continues at `at`; `end` and `inComment` set when it does not end.
 const Char* CLikeEngine::AfterLongComment(const Char* at, const Char* end, bool& inComment) const {
     at = longCommentEnd.Find(at, end);
     inComment = at == end;
@@ -104,7 +104,7 @@ uint32_t CLikeEngine::ColourLine(uint32_t offset, const Char* text, uint32_t len
     const Char* at = text;
     if (!ColourTokens(current, at, &runs)) return 0;
     state = current.inComment ? InLongComment : 0;
-    if (current.inComment) current.fill = definition.colours[LongCommentClass].background;
+    if (current.inComment) current.fill = definition.colours[ColourClassIndex::LongComment].background;
     line = {runs.Spans(), runs.Count(), current.fill};
     return static_cast<uint32_t>(at - text);
 }
@@ -115,13 +115,13 @@ bool CLikeEngine::ColourTokens(Line& line, const Char*& at, RunList* out) const 
     if (line.inComment && at < line.end) {
         const Char* start = at;
         at = AfterLongComment(at, line.end, line.inComment);
-        if (out && !out->Append(definition.colours[LongCommentClass], start, at)) return false;
+        if (out && !out->Append(definition.colours[ColourClassIndex::LongComment], start, at)) return false;
     }
     while (at < line.end) {
         Token token;
         const Char* start = at;
         at = TakeText(line, at, token);
-        if (out && at > start && !out->Append(definition.colours[TextClass], start, at)) return false;
+        if (out && at > start && !out->Append(definition.colours[ColourClassIndex::Text], start, at)) return false;
         if (at == line.end || !token.end) break;
         start = at;
         at = token.end;
@@ -149,10 +149,10 @@ const Char* CLikeEngine::TakeText(Line& line, const Char* at, Token& next) const
         if (wordEnd == line.map.end) wordEnd = SkipWhile(wordEnd, line.end, CharFlag::Word);
         const bool mayBegin =
             line.highlighted || (flags & CharFlag::NotKeyword) ||
-            ((flags & CharFlag::Keyword) && keywords.MayStandAt(at, static_cast<size_t>(wordEnd - at)));
+            ((flags & CharFlag::Keyword) && keywords.MayMatchAt(at, static_cast<size_t>(wordEnd - at)));
         if (mayBegin && TokenAt(line, at, wordEnd, flags, next)) break;
         if (wordEnd > at) at = wordEnd;
-        // A row of blanks is text as a whole, too.
+        // A run of blanks is text as a whole, too.
         else
             at = flags & CharFlag::Blank ? SkipWhile(at, line.end, CharFlag::Blank) : at + 1;
     }
@@ -169,7 +169,7 @@ const Char* CLikeEngine::SkipWhile(const Char* at, const Char* end, uint32_t fla
 bool CLikeEngine::TokenAt(Line& line, const Char* at, const Char* wordEnd, uint32_t flags, Token& token) const {
     if ((flags & CharFlag::Marker) && CommentAt(line, at, token)) return true;
     if (flags & CharFlag::Quote) {
-        token = {AfterString<false>(at, line.end), definition.colours[StringClass]};
+        token = {AfterString<false>(at, line.end), definition.colours[ColourClassIndex::String]};
         return true;
     }
     if ((flags & CharFlag::Marker) && MarkerAt(at, line.end, endMarker, true)) {
@@ -178,12 +178,12 @@ bool CLikeEngine::TokenAt(Line& line, const Char* at, const Char* wordEnd, uint3
     }
     if (flags & CharFlag::Digit) {
         while (wordEnd < line.end && *wordEnd == u'.') wordEnd = SkipWhile(wordEnd + 1, line.end, CharFlag::Word);
-        token = {wordEnd, definition.colours[NumberClass]};
+        token = {wordEnd, definition.colours[ColourClassIndex::Number]};
         return true;
     }
     if (flags & CharFlag::Keyword) {
         if (const uint32_t length = keywords.Find(at, line.end, static_cast<size_t>(wordEnd - at))) {
-            token = {at + length, definition.colours[KeywordClass]};
+            token = {at + length, definition.colours[ColourClassIndex::Keyword]};
             return true;
         }
     }
@@ -194,12 +194,12 @@ bool CLikeEngine::CommentAt(Line& line, const Char* at, Token& token) const {
     if (longCommentStart.At(at, line.end)) {
         const Char* inside = at + longCommentStart.Length();
         const Char* end = AfterLongComment(inside, line.end, line.inComment);
-        token = {end, definition.colours[LongCommentClass]};
+        token = {end, definition.colours[ColourClassIndex::LongComment]};
         return true;
     }
     uint32_t markerLength = 0;
     if (!LineCommentStartsAt(at, line.end, markerLength)) return false;
-    token = {line.end, definition.colours[CommentClass]};
+    token = {line.end, definition.colours[ColourClassIndex::Comment]};
     line.fill = token.colours.background;
     return true;
 }
@@ -275,7 +275,7 @@ template <bool LineByLine> void CLikeEngine::Scan(const Char*& at, const Char* e
     }
 }
 
-// Passes over whatever stands at `at` outside a long comment. False at the end marker.
+// Passes over whatever is at `at`, outside a long comment. False at the end marker.
 template <bool LineByLine> bool CLikeEngine::ScanTokenAt(const Char*& at, const Char* end, bool& inComment) const {
     if (LineByLine && longCommentStart.At(at, end)) {
         at += longCommentStart.Length();

@@ -34,7 +34,7 @@ private:
         Colour fill;
         TokenMap map; // of the characters that come next
     };
-    // A run that is not text, by where it ends; without an end it is the end marker that stands there.
+    // A run that is not text, by where it ends; null for the end marker, which ends the colouring.
     struct Token {
         const Char* end = nullptr;
         ColourClass colours = {};

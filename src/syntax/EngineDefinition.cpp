@@ -53,8 +53,9 @@ Colour ReadColour(const IniSection* section, const Char* key, Colour fromSetting
 void ReadColours(EngineDefinition& definition, const IniSection* section) {
     for (uint32_t i = 0; i < ColourClassCount; ++i) {
         const ColourRow& row = ColourRows[i];
-        definition.colours[i].foreground = ReadColour(section, row.foregroundKey, settings.*row.foreground);
-        definition.colours[i].background = ReadColour(section, row.backgroundKey, settings.*row.background);
+        ColourClass& colours = definition.colours[static_cast<ColourClassIndex>(i)];
+        colours.foreground = ReadColour(section, row.foregroundKey, settings.*row.foreground);
+        colours.background = ReadColour(section, row.backgroundKey, settings.*row.background);
     }
 }
 

@@ -6,27 +6,37 @@
 
 class IniFile;
 
-// The colour classes of a definition.
-enum ColourClassIndex : uint32_t {
-    TextClass,
-    CommentClass,
-    LongCommentClass,
-    StringClass,
-    KeywordClass,
-    NumberClass,
-    HtmlTagClass,
-    HtmlAttrClass,
-    HtmlAttrValueClass,
-    HtmlAttrQuotedValueClass,
-    HtmlCommentClass,
-    HtmlPunctClass,
-    ColourClassCount,
+// The colour classes of a definition, in the order of their keys in the settings file.
+enum class ColourClassIndex : uint32_t {
+    Text,
+    Comment,
+    LongComment,
+    String,
+    Keyword,
+    Number,
+    HtmlTag,
+    HtmlAttr,
+    HtmlAttrValue,
+    HtmlAttrQuotedValue,
+    HtmlComment,
+    HtmlPunct,
 };
+constexpr uint32_t ColourClassCount = 12;
 
-// The background also stands for the brush that fills the rest of a line.
+// The background is also the colour of the brush that fills the rest of a line.
 struct ColourClass {
     Colour foreground = 0;
     Colour background = 0;
+};
+
+// One pair of colours for each class.
+class ColourScheme {
+public:
+    const ColourClass& operator[](ColourClassIndex index) const { return classes[static_cast<uint32_t>(index)]; }
+    ColourClass& operator[](ColourClassIndex index) { return classes[static_cast<uint32_t>(index)]; }
+
+private:
+    ColourClass classes[ColourClassCount];
 };
 
 struct LineCommentStart {
@@ -46,7 +56,7 @@ struct EngineDefinition : HeapObject {
     WString longCommentEnd;
     LineCommentStart lineComments[MaxLineComments];
     uint32_t lineCommentCount = 0;
-    ColourClass colours[ColourClassCount];
+    ColourScheme colours;
     bool html = false;
     bool userDefined = false;
     EngineDefinition* next = nullptr;     // newer

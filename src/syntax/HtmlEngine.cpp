@@ -10,21 +10,26 @@ using namespace HtmlState;
 
 namespace {
 
-// By the kind of run; there are no kinds 1 to 5.
-constexpr ColourClassIndex ClassOfKind[] = {TextClass,
-                                            TextClass,
-                                            TextClass,
-                                            TextClass,
-                                            TextClass,
-                                            TextClass,
-                                            HtmlTagClass,
-                                            HtmlAttrClass,
-                                            HtmlAttrValueClass,
-                                            HtmlAttrQuotedValueClass,
-                                            HtmlAttrQuotedValueClass,
-                                            HtmlCommentClass,
-                                            HtmlPunctClass,
-                                            HtmlTagClass};
+ColourClassIndex ClassOfKind(uint32_t kind) {
+    switch (kind) {
+    case Tag:
+    case ScriptTag:
+        return ColourClassIndex::HtmlTag;
+    case Attribute:
+        return ColourClassIndex::HtmlAttr;
+    case Value:
+        return ColourClassIndex::HtmlAttrValue;
+    case SingleQuoted:
+    case DoubleQuoted:
+        return ColourClassIndex::HtmlAttrQuotedValue;
+    case Comment:
+        return ColourClassIndex::HtmlComment;
+    case Punctuation:
+        return ColourClassIndex::HtmlPunct;
+    default:
+        return ColourClassIndex::Text;
+    }
+}
 
 constexpr Char ScriptEnd[] = u"</script";
 constexpr Char PhpEnd[] = u"?>";
@@ -44,11 +49,11 @@ uint32_t KnownState(uint32_t state) {
     return known ? state : Between;
 }
 
-// The inner engine has stopped before the end of the line. False when no end of its code stands there:
-// it stops nowhere else, unless memory ran out.
+// The inner engine has stopped before the end of the line. False when that is not
+// where its code ends: it stops nowhere else, unless memory ran out.
 template <class Output> bool EndOfCode(HtmlMachine<Output>& machine, Output& out) {
     const bool php = IsPhp(machine.state);
-    if (!(php ? machine.StandsHere(PhpEnd) : machine.StandsHere(ScriptEnd, true))) return false;
+    if (!(php ? machine.IsNext(PhpEnd) : machine.IsNext(ScriptEnd, true))) return false;
     machine.state = Between;
     machine.returnState = Tag;
     if (!php) return true; // the closing tag is taken like any other
@@ -67,7 +72,7 @@ public:
     Colouring(HtmlEngine& owner, const Char* lineText, uint32_t lineOffset)
         : engine(owner), runs(owner.runs), text(lineText), offset(lineOffset) {}
 
-    bool Start(uint32_t kind) { return runs.Start(kind, engine.definition.colours[ClassOfKind[kind]]); }
+    bool Start(uint32_t kind) { return runs.Start(kind, engine.definition.colours[ClassOfKind(kind)]); }
     uint32_t Kind() const { return runs.Kind(); }
     void Take(size_t count) { runs.Extend(count); }
 
@@ -111,7 +116,7 @@ public:
         const auto start = static_cast<uint32_t>(machine.at - text);
         const uint32_t innerState = inner->ScanState(text, length, start, InnerState(machine.state), stopped);
         machine.at = text + stopped;
-        machine.state = stopped == length ? EmbeddedState(machine.state, innerState) : uint32_t{Between};
+        machine.state = stopped == length ? EmbeddedState(machine.state, innerState) : Between;
         return true;
     }
 
@@ -180,7 +185,7 @@ uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t leng
     returnState = machine.returnState;
     line.spans = runs.Spans();
     line.count = runs.Count();
-    if (state == Comment) line.fill = definition.colours[HtmlCommentClass].background;
+    if (state == Comment) line.fill = definition.colours[ColourClassIndex::HtmlComment].background;
     return length;
 }
 
@@ -188,7 +193,7 @@ uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start
     const bool startsOver = start > length;
     Scanning output(*this, text, length);
     HtmlMachine<Scanning> machine(output, tagStart, text + (startsOver ? 0 : start), text + length,
-                                  startsOver ? uint32_t{Between} : KnownState(state), Tag);
+                                  startsOver ? Between : KnownState(state), Tag);
     machine.Run();
     stopped = static_cast<uint32_t>(machine.at - text);
     return machine.state;
@@ -198,7 +203,7 @@ uint32_t HtmlEngine::ScanLinesToEnd(const Char* text, uint32_t length, uint32_t 
     const Char* at = text;
     const Char* const end = text + length;
     state = KnownState(state);
-    // The state says no more about the tag that it may stand in.
+    // The state does not say which tag an attribute belongs to.
     uint32_t tagState = state == ScriptTag ? ScriptTag : Tag;
     while (at < end) {
         const Char* lineEnd = at + Scan::FindLineFeed(at, static_cast<size_t>(end - at));

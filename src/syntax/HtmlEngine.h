@@ -4,28 +4,27 @@
 #include "syntax/EngineBase.h"
 #include "syntax/RunList.h"
 
-// The values of a line's state; below ScriptContent they are also the kinds of runs.
+// The values of a line's state; below ScriptContent they are also the kinds of runs. They are numbers, as
+// the states of inner engines are added to them.
 namespace HtmlState {
-enum : uint32_t {
-    Between = 0, // text between tags
-    Tag = 6,
-    Attribute = 7,
-    Value = 8,
-    SingleQuoted = 9,
-    DoubleQuoted = 10,
-    Comment = 11,
-    Punctuation = 12, // only the kind of a run
-    ScriptTag = 13,
-    ScriptContent = 14, // plus the script engine's own state
-    PhpContent = 16,    // plus the php engine's own state
-    Count = 18,
-};
+constexpr uint32_t Between = 0; // text between tags
+constexpr uint32_t Tag = 6;
+constexpr uint32_t Attribute = 7;
+constexpr uint32_t Value = 8;
+constexpr uint32_t SingleQuoted = 9;
+constexpr uint32_t DoubleQuoted = 10;
+constexpr uint32_t Comment = 11;
+constexpr uint32_t Punctuation = 12; // only the kind of a run
+constexpr uint32_t ScriptTag = 13;
+constexpr uint32_t ScriptContent = 14; // plus the script engine's own state
+constexpr uint32_t PhpContent = 16;    // plus the php engine's own state
+constexpr uint32_t Count = 18;
 } // namespace HtmlState
 
 // Colours markup, and hands the content of script elements and php blocks to engines of their own.
 class HtmlEngine final : public EngineBase {
 public:
-    // HTML engines may stand in one another, when a definition says that scripts are HTML. A deeper
+    // HTML engines may be nested, when a definition says that scripts are HTML. A deeper
     // one is replaced by a plain engine.
     static constexpr uint32_t MaxDepth = 4;
 
@@ -46,16 +45,16 @@ private:
     class LineScanning;
 
     ~HtmlEngine() override;
-    // The engine of the embedded code that `state` stands in, made on first need; null without memory.
+    // The engine of the embedded code that `state` is a state of, made on first need; null without memory.
     SyntaxEngine* InnerEngine(uint32_t state);
 
     RunList runs;
     const EngineDefinition& definition;
-    // Where a tag goes on after an attribute's value. It is carried over from line to line without
-    // being part of the state, so a tag of several lines may go on as the last coloured one did.
+    // The state after an attribute's value. It is carried over from line to line without being part of
+    // the line state, so a tag of several lines may continue as the last coloured one did.
     uint32_t returnState = HtmlState::Between;
     SyntaxEngine* script = nullptr;
     SyntaxEngine* php = nullptr;
-    uint32_t depth; // how many HTML engines it stands in
+    uint32_t depth; // how many HTML engines it is nested in
     CharSearchSet tagStart;
 };

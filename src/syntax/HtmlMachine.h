@@ -8,7 +8,7 @@
 //   bool Start(uint32_t kind)    begins a run; false without memory
 //   uint32_t Kind()              the kind of the current run
 //   void Take(size_t count)      gives characters to the current run
-//   bool Embedded(machine)       goes on from a state of embedded code; false without memory
+//   bool Embedded(machine)       continues from a state of embedded code; false without memory
 //   TagNameEndsAtLineFeed        whether the name of a tag does
 template <class Output> class HtmlMachine {
 public:
@@ -26,7 +26,7 @@ public:
     }
 
     // Whether `text`, in lower case when letter case is folded, comes next.
-    template <size_t Size> bool StandsHere(const Char (&text)[Size], bool foldCase = false) const {
+    template <size_t Size> bool IsNext(const Char (&text)[Size], bool foldCase = false) const {
         constexpr size_t length = Size - 1;
         if (static_cast<size_t>(end - at) < length) return false;
         for (size_t i = 0; i < length; ++i) {
@@ -42,7 +42,7 @@ public:
     const Char* at;
     const Char* const end;
     uint32_t state;
-    // Where a tag goes on behind an attribute's value.
+    // The state after an attribute's value.
     uint32_t returnState;
 
 private:
@@ -69,6 +69,7 @@ private:
         }
     }
 
+    // Text takes everything up to the next `<` at once: pages are mostly text, and the search is vectorised.
     bool InText() {
         TakeTo(tagStart.Find(at, end));
         return at == end || OpenTag();
@@ -76,18 +77,19 @@ private:
 
     bool OpenTag() {
         using namespace HtmlState;
-        if (StandsHere(u"<!--")) {
+        if (IsNext(u"<!--")) {
             state = Comment;
             if (!out.Start(Comment)) return false;
             TakeTo(at + 4);
             return true;
         }
-        if (StandsHere(u"<script", true)) return StartTag(ScriptTag, ScriptTag, ScriptTag);
-        if (StandsHere(u"<?php", true)) return StartTag(Tag, PhpContent, Tag);
+        if (IsNext(u"<script", true)) return StartTag(ScriptTag, ScriptTag, ScriptTag);
+        if (IsNext(u"<?php", true)) return StartTag(Tag, PhpContent, Tag);
         return StartTag(Tag, Tag, Tag);
     }
 
-    // Takes the name of a tag, its `<` included.
+    // Takes the name of a tag, its `<` included. `kind` differs from the new state where the content of a php
+    // block follows its name directly.
     bool StartTag(uint32_t kind, uint32_t newState, uint32_t newReturnState) {
         if (!out.Start(kind)) return false;
         state = newState;
@@ -133,6 +135,7 @@ private:
         return true;
     }
 
+    // May take nothing, when a `>` follows the equals sign: the tag then ends as usual.
     bool InValue() {
         TakeTo(FindIf(EndsWord));
         state = returnState;
@@ -148,11 +151,12 @@ private:
         return true;
     }
 
+    // Looks at dashes only; comments are long and hold few of them.
     bool InComment() {
         for (;;) {
             TakeTo(FindIf([](Char c) { return c == u'-'; }));
             if (at == end) return true;
-            if (StandsHere(u"-->")) break;
+            if (IsNext(u"-->")) break;
             TakeTo(at + 1);
         }
         TakeTo(at + 3);

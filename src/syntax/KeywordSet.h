@@ -26,12 +26,12 @@ public:
     KeywordSet& operator=(const KeywordSet&) = delete;
 
     bool IsCaseSensitive() const { return caseSensitive; }
-    // The length of the keyword that stands at `at` (which is below `end`) and is not followed by a
+    // The length of the keyword at `at` (which is below `end`) and is not followed by a
     // word character; of several the shortest. 0 when there is none. `wordLength` is the number of word
     // characters in a row from `at` on.
     uint32_t Find(const Char* at, const Char* end, size_t wordLength) const;
     // The quick answer that most words get; when it is false, Find returns 0.
-    bool MayStandAt(const Char* at, size_t wordLength) const {
+    bool MayMatchAt(const Char* at, size_t wordLength) const {
         const Bucket& bucket = buckets[BucketOf(Fold(*at))];
         const Char second = wordLength > 1 ? Fold(at[1]) : u'\0';
         return bucket.seconds >> (second & 63) & bucket.wordLengths >> LengthBit(wordLength) & 1;
@@ -40,9 +40,9 @@ public:
     bool CanBegin(Char c) const;
     // Whether some keyword begins with a character that is not ASCII.
     bool CanBeginBeyondAscii() const { return beginsBeyondAscii; }
-    // Whether some keyword holds `c` behind its first character, letter case aside. All characters beyond
+    // Whether some keyword holds `c` after its first character, letter case aside. All characters beyond
     // ASCII are one.
-    bool HoldsBehindFirst(Char c) const { return held[InnerIndex(c) / 64] >> (InnerIndex(c) % 64) & 1; }
+    bool HoldsAfterFirst(Char c) const { return held[InnerIndex(c) / 64] >> (InnerIndex(c) % 64) & 1; }
 
     // The entries of one bucket, in ascending order.
     uint32_t EntryCount(uint32_t bucket) const { return buckets[bucket + 1].first - buckets[bucket].first; }
@@ -65,7 +65,7 @@ private:
     Char Fold(Char c) const { return caseSensitive ? c : Text::FoldCase(c); }
     static uint32_t LengthBit(size_t wordLength) { return wordLength < 63 ? static_cast<uint32_t>(wordLength) : 63; }
     uint64_t KeyOf(const Char* at, size_t wordLength) const;
-    bool StandsAt(const Entry& entry, const Char* at, size_t available) const;
+    bool MatchesAt(const Entry& entry, const Char* at, size_t available) const;
 
     bool caseSensitive;
     bool beginsBeyondAscii = false;

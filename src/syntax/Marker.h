@@ -4,7 +4,8 @@
 #include "base/WString.h"
 #include "syntax/CharSearchSet.h"
 
-// Whether `marker` stands at `at`. It never does when it is empty or does not fit before `end`.
+// Whether the text at `at` begins with `marker`. It never does when the marker is empty or does not fit
+// before `end`.
 inline bool MarkerAt(const Char* at, const Char* end, const WString& marker, bool foldCase) {
     const uint32_t length = marker.Length();
     if (length == 0 || static_cast<size_t>(end - at) < length) return false;
@@ -28,7 +29,7 @@ public:
 
     bool At(const Char* at, const Char* end) const { return MarkerAt(at, end, *marker, foldCase); }
 
-    // Where the marker first stands in [at, end); `end` when it does not.
+    // The first occurrence of the marker in [at, end); `end` when there is none.
     const Char* Find(const Char* at, const Char* end) const {
         if (marker->IsEmpty()) return end;
         while ((at = stops.Find(at, end)) < end && !At(at, end)) ++at;

@@ -4,7 +4,7 @@
 
 uint32_t PlainEngine::ColourLine(uint32_t, const Char* text, uint32_t length, uint32_t& state, ColouredLine& line) {
     const ColourClass colours =
-        definition ? definition->colours[TextClass] : ColourClass{settings.TextFg, settings.TextBg};
+        definition ? definition->colours[ColourClassIndex::Text] : ColourClass{settings.TextFg, settings.TextBg};
     const auto coloured = static_cast<uint32_t>(endSearch.Find(text, text + length) - text);
     span = {colours.foreground, colours.background, coloured};
     state = 0;

@@ -37,7 +37,7 @@ class SyntaxEngine : public HeapObject {
 public:
     virtual uint32_t AddRef() = 0;
     virtual uint32_t Release() = 0; // at zero the engine destroys itself
-    // Colours `length` characters that stand at document offset `offset`, and moves `state` on to the
+    // Colours the `length` characters at document offset `offset`, and moves `state` on to the
     // next line. Returns the number of characters coloured: all, unless an end marker stopped the
     // engine; 0 when memory ran out.
     virtual uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
@@ -50,13 +50,13 @@ public:
     virtual bool MayChangeState(const Char* text, uint32_t length) = 0;
     // Sets highlight 0 or 1, or clears it when `range` is null; other indices are ignored.
     virtual void SetHighlight(uint32_t index, const HighlightRange* range) = 0;
-    // The engine's text ends where this stands, letter case ignored. False without memory.
+    // The engine's text ends at this marker, letter case ignored. False without memory.
     virtual bool SetEndMarker(const Char* marker) = 0;
     // Each opening bracket followed by its closing one.
     virtual const Char* BraceCharacters() const = 0;
-    // The state behind `length` characters of whole lines, as colouring them in turn gives it. ScanState
-    // is not that exact: it lets a string go on over a line end, or tries comment starts in another
-    // order. `stopped` is where the end marker stands, or `length`.
+    // The state after `length` characters of whole lines, as colouring them in turn gives it. ScanState
+    // is not that exact: it lets a string continue over a line end, or tries comment starts in another
+    // order. `stopped` is the offset of the end marker, or `length`.
     virtual uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) {
         return ScanState(text, length, 0, state, stopped);
     }

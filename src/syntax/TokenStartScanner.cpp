@@ -10,7 +10,7 @@ constexpr uint32_t Block = 16;
 
 __m128i Load(const void* at) { return _mm_loadu_si128(static_cast<const __m128i*>(at)); }
 
-// All ones in the bytes that lie between `first` and `first` + `last`.
+// All ones in the bytes from `first` to `first` + `last`: unsigned subtraction makes all others larger.
 __m128i InRange(__m128i bytes, uint8_t first, uint8_t last) {
     const __m128i fromFirst = _mm_sub_epi8(bytes, _mm_set1_epi8(static_cast<char>(first)));
     return _mm_cmpeq_epi8(_mm_min_epu8(fromFirst, _mm_set1_epi8(static_cast<char>(last))), fromFirst);
@@ -88,7 +88,7 @@ void TokenStartScanner::Map(const Char* at, const Char* end, bool allStops, Toke
     Bits bits(*this);
     if (count >= Block) {
         // Always the same number of blocks, which costs less than deciding on it. The last ones overlap
-        // the ones before, so that nothing behind the end is read.
+        // the ones before, so that nothing beyond the end is read.
         const uint32_t last = count - Block;
         for (uint32_t i = 0; i < Span; i += Block) bits.AddBlock(at + std::min(i, last), std::min(i, last));
     } else if (count >= HalfBlock) {

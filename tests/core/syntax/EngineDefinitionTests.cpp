@@ -70,8 +70,9 @@ TEST_F(EngineDefinitions, BuiltInColoursAreThoseOfTheSettings) {
     for (const Char* name : {u"cpp", u"html"}) {
         const EngineDefinition* definition = FindEngineDefinition(name);
         for (uint32_t i = 0; i < ColourClassCount; ++i) {
-            EXPECT_EQ(definition->colours[i].foreground, FirstForeground + i) << ClassNames[i];
-            EXPECT_EQ(definition->colours[i].background, FirstBackground + i) << ClassNames[i];
+            const ColourClass& colours = definition->colours[static_cast<ColourClassIndex>(i)];
+            EXPECT_EQ(colours.foreground, FirstForeground + i) << ClassNames[i];
+            EXPECT_EQ(colours.background, FirstBackground + i) << ClassNames[i];
         }
     }
 }
@@ -126,12 +127,12 @@ TEST_F(EngineDefinitions, DefaultsOfAnEmptySection) {
 TEST_F(EngineDefinitions, ColoursFallBackToTheSettings) {
     Load(u"[Engine_Q]\nExtensions=q\nTextFg=#010203\nCommentBg=red\nHtmlPunctBg=#ffffff\nStringFg=#12345\n");
     const EngineDefinition* q = FindEngineDefinition(u"q");
-    EXPECT_EQ(q->colours[TextClass].foreground, 0x030201u);
-    EXPECT_EQ(q->colours[TextClass].background, FirstBackground + TextClass);
-    EXPECT_EQ(q->colours[CommentClass].foreground, FirstForeground + CommentClass);
-    EXPECT_EQ(q->colours[CommentClass].background, 0u);
-    EXPECT_EQ(q->colours[StringClass].foreground, 0u);
-    EXPECT_EQ(q->colours[HtmlPunctClass].background, 0xFFFFFFu);
+    EXPECT_EQ(q->colours[ColourClassIndex::Text].foreground, 0x030201u);
+    EXPECT_EQ(q->colours[ColourClassIndex::Text].background, FirstBackground + 0);
+    EXPECT_EQ(q->colours[ColourClassIndex::Comment].foreground, FirstForeground + 1);
+    EXPECT_EQ(q->colours[ColourClassIndex::Comment].background, 0u);
+    EXPECT_EQ(q->colours[ColourClassIndex::String].foreground, 0u);
+    EXPECT_EQ(q->colours[ColourClassIndex::HtmlPunct].background, 0xFFFFFFu);
 }
 
 TEST_F(EngineDefinitions, EveryColourKeyIsRead) {
@@ -169,7 +170,7 @@ TEST_F(EngineDefinitions, EveryColourKeyIsRead) {
     Load(section);
     const EngineDefinition* q = FindEngineDefinition(u"q");
     for (uint32_t i = 0; i < 24; ++i) {
-        const ColourClass& colours = q->colours[i / 2];
+        const ColourClass& colours = q->colours[static_cast<ColourClassIndex>(i / 2)];
         const Colour expected = ((1 + i / 10) * 16 + i % 10) << 16;
         EXPECT_EQ(i % 2 ? colours.background : colours.foreground, expected) << i;
     }

@@ -228,10 +228,10 @@ TEST(KeywordSet, ReportsMissingMemory) {
 
 TEST(KeywordSet, KnowsWhatItsWordsHoldBehindTheirFirstCharacter) {
     const std::unique_ptr<KeywordSet> set(KeywordSet::Make(u"don't /x a-\u00FCb", true));
-    EXPECT_TRUE(set->HoldsBehindFirst(u'\''));
-    EXPECT_TRUE(set->HoldsBehindFirst(u'-'));
-    EXPECT_TRUE(set->HoldsBehindFirst(u'X'));
-    EXPECT_TRUE(set->HoldsBehindFirst(0x4E00)); // beyond ASCII all are one
-    EXPECT_FALSE(set->HoldsBehindFirst(u'/'));
-    EXPECT_FALSE(set->HoldsBehindFirst(u'a'));
+    EXPECT_TRUE(set->HoldsAfterFirst(u'\''));
+    EXPECT_TRUE(set->HoldsAfterFirst(u'-'));
+    EXPECT_TRUE(set->HoldsAfterFirst(u'X'));
+    EXPECT_TRUE(set->HoldsAfterFirst(0x4E00)); // beyond ASCII all are one
+    EXPECT_FALSE(set->HoldsAfterFirst(u'/'));
+    EXPECT_FALSE(set->HoldsAfterFirst(u'a'));
 }
