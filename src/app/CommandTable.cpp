@@ -86,7 +86,7 @@ void StoreSession(CommandContext& frame, const Char* argument) {
 // Odd on purpose: docs/oddities.md.
 void SetSessionFile(CommandContext& frame, const Char*) {
     CommandState& state = frame.commands;
-    if (!state.runningScript.IsEmpty()) state.sessionFile.Assign(state.runningScript);
+    if (!state.runningScript.IsEmpty() && !state.sessionFile.Assign(state.runningScript)) return;
 }
 
 void Comment(CommandContext&, const Char*) {}

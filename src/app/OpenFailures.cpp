@@ -6,8 +6,8 @@
 
 void OpenFailures::Add(const Char* path) {
     if (++count > MostNames) return;
-    if (!names.IsEmpty()) names.AppendChar(u'\n');
-    names.Append(path);
+    // Without memory the message names fewer files.
+    if (names.IsEmpty() || names.AppendChar(u'\n')) static_cast<void>(names.Append(path));
 }
 
 WString OpenFailures::Take() {

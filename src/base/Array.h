@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Assert.h"
 #include "base/Heap.h"
 
 #include <type_traits>
@@ -19,12 +20,21 @@ public:
     bool IsEmpty() const { return count == 0; }
     T* Items() { return items; }
     const T* Items() const { return items; }
-    T& operator[](size_t index) { return items[index]; }
-    const T& operator[](size_t index) const { return items[index]; }
-    T& Last() { return items[count - 1]; }
+    T& operator[](size_t index) {
+        ORVANE_ASSERT(index < count);
+        return items[index];
+    }
+    const T& operator[](size_t index) const {
+        ORVANE_ASSERT(index < count);
+        return items[index];
+    }
+    T& Last() {
+        ORVANE_ASSERT(count > 0);
+        return items[count - 1];
+    }
 
-    // False when memory runs out; the array is then unchanged.
-    bool Reserve(size_t wanted) {
+    // False when memory runs out, as in Append and SetCount; the array is then unchanged.
+    [[nodiscard]] bool Reserve(size_t wanted) {
         if (wanted <= capacity) return true;
         size_t larger = capacity * 2 > wanted ? capacity * 2 : wanted;
         if (larger > SIZE_MAX / ItemSize) return false;
@@ -35,23 +45,36 @@ public:
         return true;
     }
 
-    bool Append(const T& item) {
-        const T copy = item; // `item` may lie in the storage that moves
+    [[nodiscard]] bool Append(const T& item) {
+        const T copy = item; // `item` may be in the storage that moves
         if (!Reserve(count + 1)) return false;
         items[count++] = copy;
         return true;
     }
 
-    // Counts `newCount` items; those that come in hold anything and are to be written.
-    bool SetCount(size_t newCount) {
+    // Appends to an array that has room for it, which cannot fail.
+    void AppendReserved(const T& item) {
+        ORVANE_ASSERT(count < capacity);
+        items[count++] = item;
+    }
+
+    // Makes it `newCount` items. What added items hold is undefined until they are written.
+    [[nodiscard]] bool SetCount(size_t newCount) {
         if (!Reserve(newCount)) return false;
         count = newCount;
         return true;
     }
 
-    void RemoveLast() { --count; }
+    void RemoveLast() {
+        ORVANE_ASSERT(count > 0);
+        --count;
+    }
     void Clear() { count = 0; }
-    void Truncate(size_t newCount) { count = newCount; }
+    // Drops the items from `newCount` on; there must be as many.
+    void Truncate(size_t newCount) {
+        ORVANE_ASSERT(newCount <= count);
+        count = newCount;
+    }
 
     // Takes over the items of `other`, which is left empty, in a block that is no larger than they are.
     void TakeAll(Array& other) {

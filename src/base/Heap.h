@@ -12,17 +12,17 @@ namespace Heap {
 void Start();
 void Stop();
 
-void* Allocate(size_t bytes);
+[[nodiscard]] void* Allocate(size_t bytes);
 
 // Makes `block` (of `oldBytes`, or null) `newBytes` long, in place when the system can. Bytes beyond
 // `oldBytes` are zero. Returns the block, which may have moved; on failure null, with `block` left
 // as it was.
-void* Resize(void* block, size_t oldBytes, size_t newBytes);
+[[nodiscard]] void* Resize(void* block, size_t oldBytes, size_t newBytes);
 
 // Accepts null.
 void Free(void* block);
 
-template <class T> T* AllocateArray(size_t count) {
+template <class T> [[nodiscard]] T* AllocateArray(size_t count) {
     return count > SIZE_MAX / sizeof(T) ? nullptr : static_cast<T*>(Allocate(count * sizeof(T)));
 }
 

@@ -15,6 +15,6 @@ const Char* Extension(const Char* path);
 // current drive keeps its backslash ("C:\" stays "C:\", "\x" becomes "\"); a lone name becomes empty.
 void RemoveLastComponent(WString& path);
 // Appends a backslash unless the path is empty or ends with one, then `name`.
-bool Join(WString& path, const Char* name);
+[[nodiscard]] bool Join(WString& path, const Char* name);
 
 } // namespace Path

@@ -29,7 +29,7 @@ constexpr uint64_t LargestWholeFile = 0xFFFFFFFEu;
 // Opens the existing file with read, write and delete sharing and reads it in one call. `time`, when
 // not null, gets the time of its last write. Directories, devices and files that are larger or do not fit
 // into memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
-bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
+[[nodiscard]] bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
 
 // Reads the time of a file's last write, without standing in anybody's way and whoever uses the file. On failure
 // false, and `time` as it was.
@@ -101,24 +101,24 @@ private:
 };
 
 enum class Entry { Missing, File, Directory };
-Entry EntryKind(const Char* path);
+[[nodiscard]] Entry EntryKind(const Char* path);
 
 // Whether a full path leads to another machine, as far as that can be told without asking it.
 bool IsRemote(const Char* path);
 
 // The absolute form of a path, without "." and ".."; a trailing double quote and a leading one are
 // dropped first. The empty path has none.
-bool FullPath(const Char* path, WString& out);
-bool CurrentDirectory(WString& out);
+[[nodiscard]] bool FullPath(const Char* path, WString& out);
+[[nodiscard]] bool CurrentDirectory(WString& out);
 bool SetCurrentDirectory(const Char* path);
 // The full path of the first existing entry `name` along the directories of `list` (separated by
 // semicolons), or where the system itself looks when `list` is null.
-bool SearchAlong(const Char* list, const Char* name, WString& out);
+[[nodiscard]] bool SearchAlong(const Char* list, const Char* name, WString& out);
 
 // False when the variable does not exist.
-bool EnvironmentVariable(const Char* name, WString& out);
+[[nodiscard]] bool EnvironmentVariable(const Char* name, WString& out);
 // Replaces every %NAME% of a known variable by its value.
-bool ExpandEnvironment(const Char* text, WString& out);
+[[nodiscard]] bool ExpandEnvironment(const Char* text, WString& out);
 
 FileTime Now();
 // Milliseconds since some fixed moment, never running backwards.
@@ -142,7 +142,7 @@ bool FileCallShouldFail();
 // For tests: bytes [from, to) of every file become what a damaged disk does not deliver, and each ReadAt that asks
 // for one of them fails. None when the ends are equal.
 void SetUnreadableBytes(uint64_t from, uint64_t to);
-// For the platform halves: whether ReadAt shall fail there, by that or by the hook.
+// For the platform halves: whether ReadAt should fail there, by that or by the hook.
 bool ReadShouldFail(uint64_t offset, size_t count);
 
 } // namespace Platform

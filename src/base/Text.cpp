@@ -15,14 +15,14 @@ template <bool Fold> int CompareText(const Char* left, const Char* right) {
     }
 }
 
-// What stands between the per cent sign and the end of a conversion.
+// What is between the per cent sign and the end of a conversion.
 struct Conversion {
     bool zeroFill = false;
     uint32_t width = 0;
     Char letter = 0; // 0 when this is no conversion after all
 };
 
-// Parses the conversion at `at` (behind its per cent sign); returns what follows it.
+// Parses the conversion at `at` (after its per cent sign); returns what follows it.
 const Char* ParseConversion(const Char* at, Conversion& conversion) {
     if (*at == u'0') {
         conversion.zeroFill = true;
@@ -69,16 +69,16 @@ bool AppendAll(WString& out, const Char* format, const Text::FormatArgument* arg
             continue;
         }
         Conversion conversion;
-        const Char* const behind = ParseConversion(format + 1, conversion);
+        const Char* const rest = ParseConversion(format + 1, conversion);
         bool done = true;
         if (conversion.letter == 0)
-            done = out.Append(format, behind - format);
+            done = out.Append(format, rest - format);
         else if (conversion.letter == u'%')
             done = out.AppendChar(u'%');
         else if (arguments != end)
             done = AppendArgument(out, conversion, *arguments++);
         if (!done) return false;
-        format = behind;
+        format = rest;
     }
     return true;
 }
@@ -94,11 +94,9 @@ uint32_t Text::Length(const Char* text) {
 
 int Text::Compare(const Char* left, const Char* right) { return CompareText<false>(left, right); }
 
-int Text::CompareNoCase(const Char* left, const Char* right) { return CompareText<true>(left, right); }
-
 bool Text::Equal(const Char* left, const Char* right) { return Compare(left, right) == 0; }
 
-bool Text::EqualNoCase(const Char* left, const Char* right) { return CompareNoCase(left, right) == 0; }
+bool Text::EqualNoCase(const Char* left, const Char* right) { return CompareText<true>(left, right) == 0; }
 
 bool Text::EqualCount(const Char* left, const Char* right, size_t count) {
     return count == 0 || std::memcmp(left, right, count * sizeof(Char)) == 0;

@@ -25,7 +25,6 @@ constexpr Char FoldCase(Char c) { return c >= u'A' && c <= u'Z' ? static_cast<Ch
 uint32_t Length(const Char* text);
 // Ordinal comparison: below 0, 0, above 0.
 int Compare(const Char* left, const Char* right);
-int CompareNoCase(const Char* left, const Char* right);
 bool Equal(const Char* left, const Char* right);
 bool EqualNoCase(const Char* left, const Char* right);
 // Compares exactly `count` characters, NULs included.

@@ -16,7 +16,7 @@ bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_
 
     if (!removedText.Reserve(static_cast<uint32_t>(removed))) return false;
     for (size_t i = 0; i < changes.Count(); ++i)
-        removedText.Append(document->Content() + changes[i].offset, changes[i].removed);
+        if (!removedText.Append(document->Content() + changes[i].offset, changes[i].removed)) return false;
     removedLines = static_cast<uint32_t>(Scan::CountLineFeeds(removedText.Text(), removedText.Length()));
     return true;
 }

@@ -12,7 +12,7 @@ bool LineEdit::SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Ch
 }
 
 void LineEdit::Extend(Char character) {
-    text.AppendChar(character);
+    static_cast<void>(text.AppendChar(character)); // the caller has reserved room
     ++count;
     ++growth;
 }

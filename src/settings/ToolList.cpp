@@ -87,8 +87,8 @@ bool ToolList::Accelerators(Array<ToolAccelerator>& out) const {
     uint32_t command = ToolCommandBase;
     for (const ToolRecord* tool = tools.head; tool && command < SystemCommandBase; tool = tool->next, ++command) {
         if (tool->hotKey == 0) continue;
-        out.Append({static_cast<uint8_t>(HotKeyFlag::Virtual | (tool->hotKeyFlags & 0xFF)),
-                    static_cast<uint16_t>(tool->hotKey), static_cast<uint16_t>(command)});
+        out.AppendReserved({static_cast<uint8_t>(HotKeyFlag::Virtual | (tool->hotKeyFlags & 0xFF)),
+                            static_cast<uint16_t>(tool->hotKey), static_cast<uint16_t>(command)});
     }
     return true;
 }

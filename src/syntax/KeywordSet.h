@@ -25,7 +25,6 @@ public:
     KeywordSet(const KeywordSet&) = delete;
     KeywordSet& operator=(const KeywordSet&) = delete;
 
-    bool IsCaseSensitive() const { return caseSensitive; }
     // The length of the keyword at `at` (which is below `end`) and is not followed by a
     // word character; of several the shortest. 0 when there is none. `wordLength` is the number of word
     // characters in a row from `at` on.

@@ -45,7 +45,7 @@ inline bool RunList::AppendAll(const ColouredLine& line) {
     if (!spans.IsEmpty() && spans.Last().length == 0) spans.RemoveLast();
     if (!spans.Reserve(spans.Count() + line.count)) return false;
     for (uint32_t i = 0; i < line.count; ++i) {
-        if (line.spans[i].length != 0) spans.Append(line.spans[i]);
+        if (line.spans[i].length != 0) spans.AppendReserved(line.spans[i]);
     }
     kind = NoKind;
     return true;

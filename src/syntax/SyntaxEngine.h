@@ -22,10 +22,12 @@ struct ColouredLine {
 };
 
 // Characters [start, end) of the document, in document offsets, painted in colours of their own. Both
-// ends are None32 when cleared.
+// ends are Nowhere when cleared.
 struct HighlightRange {
-    uint32_t start = None32;
-    uint32_t end = None32;
+    static constexpr uint32_t Nowhere = None32;
+
+    uint32_t start = Nowhere;
+    uint32_t end = Nowhere;
     Colour foreground = 0;
     Colour background = 0;
     Colour fill = NoFill; // kept for the view; engines do not read it

@@ -108,7 +108,7 @@ bool LineRuns::AddCharacter(Char shown, int32_t width, const Piece& piece, RunKi
     if (characters.Count() >= MostCharacters) return true;
     DrawRun* run = RunFor(piece, kind);
     if (!run || !characters.Reserve(characters.Count() + 1) || !advances.Append(width)) return false;
-    characters.Append(shown);
+    characters.AppendReserved(shown);
     ++run->count;
     run->width += width;
     return true;

@@ -27,7 +27,7 @@ uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset)
         at.state = engine.ScanLines(text + at.offset, next - at.offset, at.state);
         at.offset = next;
         // Without memory nothing is remembered, and the next question takes longer.
-        if (entries.IsEmpty() || entries.Last().offset < next) entries.Append(at);
+        if (entries.IsEmpty() || entries.Last().offset < next) static_cast<void>(entries.Append(at));
     }
     at.state = engine.ScanLines(text + at.offset, offset - at.offset, at.state);
     at.offset = offset;

@@ -5,8 +5,8 @@
 
 // Fills `out` from a call of the system that takes a buffer and its size in characters and returns the
 // length written, or the size needed when the buffer is too small, or 0 on failure. `out` is as it was
-// on failure, also for want of memory.
-template <class Call> bool FillFromSystem(WString& out, Call call) {
+// on failure, also without memory.
+template <class Call> [[nodiscard]] bool FillFromSystem(WString& out, Call call) {
     WString text;
     for (DWORD size = MAX_PATH;;) {
         if (!text.Reserve(size)) return false;

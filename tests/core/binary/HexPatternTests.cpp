@@ -13,7 +13,7 @@ using Bytes = std::vector<uint8_t>;
 
 Bytes Parsed(const std::u16string& text, HexPattern::Result expected = HexPattern::Result::Bytes) {
     Array<uint8_t> bytes;
-    bytes.Append(9);
+    EXPECT_TRUE(bytes.Append(9));
     EXPECT_EQ(HexPattern::Parse(text.data(), static_cast<uint32_t>(text.size()), bytes), expected);
     return {bytes.Items(), bytes.Items() + bytes.Count()};
 }

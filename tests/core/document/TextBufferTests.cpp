@@ -246,7 +246,7 @@ TEST(TextBuffer, TheSessionTextIsAppended) {
     TextDocument document;
     document->SetTitle(u"x");
     WString text;
-    text.Assign(u"sessionfile\r\n");
+    ASSERT_TRUE(text.Assign(u"sessionfile\r\n"));
     EXPECT_TRUE(document->GetSessionText(text));
     EXPECT_EQ(std::u16string(text.Text()), u"sessionfile\r\ne x\r\n");
 }

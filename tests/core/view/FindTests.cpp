@@ -6,7 +6,7 @@ namespace {
 
 struct FindTest : ViewTest {
     void SearchFor(const std::u16string& text) {
-        findState.searchText.Assign(text.data(), static_cast<int64_t>(text.size()));
+        EXPECT_TRUE(findState.searchText.Assign(text.data(), static_cast<int64_t>(text.size())));
     }
     std::string AfterFind(const std::u16string& text, const std::u16string& pattern, bool backward = false) {
         Show(text);
