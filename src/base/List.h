@@ -11,7 +11,7 @@ template <class Node> struct List {
     void Append(Node* node) { InsertAfter(tail, node); }
     void Prepend(Node* node) { InsertAfter(nullptr, node); }
 
-    // Links `node` behind `after`, or at the head when `after` is null.
+    // Links `node` after `after`, or at the head when `after` is null.
     void InsertAfter(Node* after, Node* node) {
         Node* following = after ? after->next : head;
         node->previous = after;

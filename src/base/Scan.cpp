@@ -25,23 +25,23 @@ template <class Test> size_t FindFirst(const Char* text, size_t count, Test test
 // As far as this, lines are looked for feed by feed.
 constexpr size_t NearLines = 2048;
 
-// Passes over line feeds in text[at, end) until `passed` has grown to `lines`. Returns the index behind
+// Passes over line feeds in text[at, end) until `passed` has grown to `lines`. Returns the index after
 // the last one, 0 when there was none.
 size_t WalkLines(const Char* text, size_t at, size_t end, size_t lines, size_t& passed) {
     const __m128i lineFeed = Fill(u'\n');
-    size_t behind = 0;
+    size_t lineStart = 0;
     for (; at + Block <= end && passed < lines; at += Block) {
         uint32_t mask = TestBlock(text + at, [=](__m128i v) { return _mm_cmpeq_epi16(v, lineFeed); }).Mask();
-        for (; mask && passed < lines; mask &= mask - 1, ++passed) behind = at + FirstBit(mask) + 1;
+        for (; mask && passed < lines; mask &= mask - 1, ++passed) lineStart = at + FirstBit(mask) + 1;
     }
     size_t more = 0;
     const size_t offset = Scan::Reference::SkipLines(text + at, end - at, lines - passed, more);
     passed += more;
-    return more ? at + offset : behind;
+    return more ? at + offset : lineStart;
 }
 
 // Passes over line feeds in text[from, at) backwards and counts `wanted` down for each. Returns the index
-// behind the one that makes it 0; 0 when there are fewer.
+// after the one that makes it 0; 0 when there are fewer.
 size_t WalkLinesBack(const Char* text, size_t from, size_t at, size_t& wanted) {
     const __m128i lineFeed = Fill(u'\n');
     for (; at - from >= Block; at -= Block) {
@@ -122,15 +122,15 @@ size_t Scan::SkipLines(const Char* text, size_t count, size_t lines, size_t& pas
     constexpr size_t Stretch = 4096;
     passed = 0;
     size_t at = std::min(count, NearLines);
-    size_t behind = WalkLines(text, 0, at, lines, passed);
-    if (passed == lines) return behind;
+    size_t lineStart = WalkLines(text, 0, at, lines, passed);
+    if (passed == lines) return lineStart;
     for (; count - at >= Stretch; at += Stretch) {
         const size_t lineFeeds = CountLineFeeds(text + at, Stretch);
         if (lineFeeds >= lines - passed) break;
         passed += lineFeeds;
     }
-    behind = WalkLines(text, at, std::min(count, at + Stretch), lines, passed);
-    return behind || passed == 0 ? behind : FindLineStart(text, at);
+    lineStart = WalkLines(text, at, std::min(count, at + Stretch), lines, passed);
+    return lineStart || passed == 0 ? lineStart : FindLineStart(text, at);
 }
 
 size_t Scan::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed) {
@@ -138,7 +138,7 @@ size_t Scan::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t&
     // ones keep the memory streaming downwards, and shorter again where one would go too far.
     constexpr size_t Shortest = 1u << 12;
     constexpr size_t Longest = 1u << 18;
-    size_t wanted = lines + 1; // the line reached starts behind this one
+    size_t wanted = lines + 1; // the line reached starts after this one
     size_t at = count > NearLines ? count - NearLines : 0;
     passed = lines;
     if (const size_t start = WalkLinesBack(text, at, count, wanted)) return start;

@@ -19,11 +19,11 @@ size_t FindLineEnd(const Char* text, size_t count);
 // Index of the first character in text[0, count) outside U+0020 to U+007E; `count` without one.
 size_t FindUnprintable(const Char* text, size_t count);
 
-// Index just behind the last line feed in text[0, count); 0 when there is none. It is the start of
+// Index just after the last line feed in text[0, count); 0 when there is none. It is the start of
 // the line that holds position `count`.
 size_t FindLineStart(const Char* text, size_t count);
 
-// Passes over up to `lines` line feeds in text[0, count). Returns the index just behind the last one
+// Passes over up to `lines` line feeds in text[0, count). Returns the index just after the last one
 // passed (0 when none was) and in `passed` how many were.
 size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
 
@@ -36,16 +36,16 @@ size_t FindNul(const Char* text, size_t count);
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
 
 // Substring search over text[0, count): the first position p in [from, end) with p + n <= count at
-// which the n (>= 1) characters of `pattern` stand, else NotFound. Without `matchCase` the ASCII
+// which the n (>= 1) characters of `pattern` are, else NotFound. Without `matchCase` the ASCII
 // letters are folded on both sides.
 size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
                    bool matchCase);
 // The same backwards: the last such position below `from`.
 size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
 
-// The mark `self` stands at `from` (below `count`), and others of it may follow before `partner` has come as
-// often: where the one that balances stands, searched from there on or back. NotFound when the text ends
-// first, or at a NUL. The marks are two different characters, neither of them NUL.
+// The mark `self` is at `from` (below `count`). Returns the position of the `partner` that balances it, with
+// nested pairs in between, searched forward or backward from there. NotFound when the text ends first, or at
+// a NUL. The marks are two different characters, neither of them NUL.
 size_t FindBalanceForward(const Char* text, size_t count, size_t from, Char self, Char partner);
 size_t FindBalanceBackward(const Char* text, size_t from, Char self, Char partner);
 

@@ -9,7 +9,7 @@ namespace {
 
 using namespace Scan::Vector;
 
-// Where marks stand in a block, a bit for each character.
+// Where marks are in a block, a bit for each character.
 struct Marks {
     uint32_t self;
     uint32_t partner;
@@ -64,20 +64,20 @@ size_t Scan::FindBalanceForward(const Char* text, size_t count, size_t from, Cha
 
 size_t Scan::FindBalanceBackward(const Char* text, size_t from, Char self, Char partner) {
     size_t depth = 0;
-    size_t behind = from + 1;
-    while (behind > 0) {
+    size_t end = from + 1;
+    while (end > 0) {
         size_t start = 0;
-        if (behind >= Block) {
-            start = behind - Block;
+        if (end >= Block) {
+            start = end - Block;
             const Marks marks(text + start, self, partner);
             if (!marks.MayEndAt(depth)) {
                 marks.Count(depth);
-                behind = start;
+                end = start;
                 continue;
             }
         }
-        for (; behind > start; --behind) {
-            if (EndsAt(text[behind - 1], self, partner, depth)) return Answer(text, behind - 1);
+        for (; end > start; --end) {
+            if (EndsAt(text[end - 1], self, partner, depth)) return Answer(text, end - 1);
         }
     }
     return NotFound;

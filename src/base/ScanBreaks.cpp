@@ -5,7 +5,7 @@
 
 // The vector loops take whole vectors while so many are left and hand the rest to the plain versions, so
 // that nothing outside the input is read. A vector with something special in it is taken up to there,
-// and the next step starts behind it: unaligned loads cost nothing worth avoiding.
+// and the next step starts after it: unaligned loads cost nothing worth avoiding.
 
 namespace {
 
@@ -105,7 +105,7 @@ Copied Scan::CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakC
             done.written += Characters;
             continue;
         }
-        // Only what stands before the stop is written: in place, the rest may be input still to come.
+        // Only what comes before the stop is written: in place, the rest may be input still to come.
         const size_t before = FirstCharacter(stops);
         for (size_t i = 0; i < before; ++i) breaks.lineFeeds += text[done.taken + i] == u'\n';
         CopyFew(text + done.taken, before, out + done.written);

@@ -6,10 +6,10 @@
 // SSE2; each has a plain version in Scan::Reference that the tests compare it with.
 namespace Scan {
 
-// Line breaks as they stood in a text before all became line feeds.
+// The line breaks of a text before all became line feeds.
 struct BreakCounts {
     size_t lineFeeds = 0; // without a carriage return before them
-    size_t returns = 0;   // carriage returns, with or without a line feed behind
+    size_t returns = 0;   // carriage returns, with or without a line feed after them
 };
 
 struct Copied {
@@ -19,11 +19,11 @@ struct Copied {
 
 // Widens the leading bytes that are below 0x80 to characters: NUL becomes a space, CR LF and CR a line
 // feed. A CR that ends the bytes counts as one without a line feed. Adds to `breaks`. `out` has room for
-// `count` characters; those behind the written ones are undefined.
+// `count` characters; those after the written ones are undefined.
 Copied WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCounts& breaks);
 
 // Copies the characters before the first NUL, CR LF and CR as a line feed, with the rules above. `out`
-// may be `text` or lie before it.
+// may be `text` or be before it.
 Copied CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakCounts& breaks);
 
 // Copies leading characters with a carriage return before each line feed until `capacity` characters are

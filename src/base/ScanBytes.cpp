@@ -7,13 +7,13 @@
 #include <algorithm>
 #include <cstring>
 
-// There are two ways to pass over bytes at which a pattern cannot stand.
+// There are two ways to pass over bytes at which a pattern cannot match.
 //
 // Probes: of the pattern two bytes are chosen that are rare in texts and programs. A step tests 128
-// positions for the rarer one, and only where it stands are the other one and then the whole pattern
-// looked at. This is best when the rarer byte hardly ever stands anywhere.
+// positions for the rarer one, and only where it matches are the other one and then the whole pattern
+// looked at. This is best when the rarer byte hardly ever occurs.
 //
-// Grams, for long patterns of common bytes, such as words: wherever the pattern stands, one of every so
+// Grams, for long patterns of common bytes, such as words: wherever the pattern matches, one of every so
 // many places in the text holds six bytes that follow each other in the pattern. Only those places are
 // looked at, and the six bytes looked up in a table.
 
@@ -27,7 +27,7 @@ constexpr size_t Step = 128; // positions that probes test at once
 constexpr size_t Group = 64; // positions in one mask
 
 constexpr size_t GramSize = 6;
-constexpr size_t LoadSize = sizeof(uint64_t); // a gram is loaded together with what is behind it
+constexpr size_t LoadSize = sizeof(uint64_t); // a gram is loaded together with what follows it
 constexpr size_t ShortestForGrams = 16;       // below, too many places would have to be looked at
 constexpr size_t LongestForGrams = 64;        // above, too much of the table would be taken
 constexpr size_t Places = 8;                  // looked at in one group
@@ -68,12 +68,12 @@ __m128i ProbeAt(const ByteProbe& probe, const uint8_t* bytes) {
     return _mm_cmpeq_epi8(_mm_or_si128(Load(bytes + probe.offset), probe.caseBit), probe.byte);
 }
 
-bool StandsAt(const ByteProbe& probe, const uint8_t* bytes) {
+bool ProbeMatches(const ByteProbe& probe, const uint8_t* bytes) {
     const uint8_t byte = bytes[probe.offset];
     return (probe.folds ? Fold(byte) : byte) == probe.value;
 }
 
-// One bit for each position of a group at which the probe's byte stands.
+// One bit for each position of a group at which the probe's byte is.
 uint64_t InGroup(const ByteProbe& probe, const uint8_t* bytes) {
     const uint64_t low = ByteMask(ProbeAt(probe, bytes)) | ByteMask(ProbeAt(probe, bytes + 16)) << 16;
     const uint64_t high = ByteMask(ProbeAt(probe, bytes + 32)) | ByteMask(ProbeAt(probe, bytes + 48)) << 16;
@@ -95,12 +95,12 @@ template <bool folding> size_t Skip(const ByteProbe& probe, const uint8_t* step,
     return count;
 }
 
-// How many of `count` steps pass without the probe's byte; each lies `stride` from the one before.
+// How many of `count` steps pass without the probe's byte; each is `stride` from the one before.
 size_t StepsWithout(const ByteProbe& probe, const uint8_t* step, ptrdiff_t stride, size_t count) {
     return probe.folds ? Skip<true>(probe, step, stride, count) : Skip<false>(probe, step, stride, count);
 }
 
-// The multiplication drops what is behind the gram. Of its result the upper bits are the better mixed ones.
+// The multiplication drops what follows the gram. Of its result the upper bits are the better mixed ones.
 template <bool folding> uint64_t GramHash(const uint8_t* bytes, size_t loaded = LoadSize) {
     uint64_t gram = 0;
     std::memcpy(&gram, bytes, loaded);
@@ -114,7 +114,7 @@ size_t GramIndex(uint64_t hash) { return hash >> (64 - ByteFinder::GramBits); }
 // Tells grams apart that fall on the same byte of the table.
 uint8_t GramBit(uint64_t hash) { return static_cast<uint8_t>(1u << (hash >> (61 - ByteFinder::GramBits) & 7)); }
 
-// How many of `count` places pass before one that holds a gram; each lies `stride` from the one before.
+// How many of `count` places pass before one that holds a gram; each is `stride` from the one before.
 template <bool folding> size_t PassPlaces(const uint8_t* grams, const uint8_t* place, ptrdiff_t stride, size_t count) {
     const auto at = [=](const uint8_t* bytes) -> unsigned { return grams[GramIndex(GramHash<folding>(bytes))]; };
     const auto atFour = [=](const uint8_t* bytes) {
@@ -169,19 +169,19 @@ size_t ByteFinder::Last(const uint8_t* bytes, size_t count) const {
     return end < Step ? LastIn(bytes, 0, end) : LastByProbes(bytes, end);
 }
 
-bool ByteFinder::Stands(const uint8_t* bytes) const {
-    return StandsAt(first, bytes) && StandsAt(second, bytes) && Scan::EqualBytes(bytes, pattern, n, matchCase);
+bool ByteFinder::MatchesAt(const uint8_t* bytes) const {
+    return ProbeMatches(first, bytes) && ProbeMatches(second, bytes) && Scan::EqualBytes(bytes, pattern, n, matchCase);
 }
 
 size_t ByteFinder::FirstIn(const uint8_t* bytes, size_t from, size_t end) const {
     for (; from < end; ++from)
-        if (Stands(bytes + from)) return from;
+        if (MatchesAt(bytes + from)) return from;
     return NotFound;
 }
 
 size_t ByteFinder::LastIn(const uint8_t* bytes, size_t from, size_t end) const {
     while (end > from)
-        if (Stands(bytes + --end)) return end;
+        if (MatchesAt(bytes + --end)) return end;
     return NotFound;
 }
 
@@ -222,7 +222,7 @@ size_t ByteFinder::LastByProbes(const uint8_t* bytes, size_t end) const {
 }
 
 // Steps with the first byte alone are frequent enough to be passed without a branch for each byte.
-bool ByteFinder::MayStandIn(const uint8_t* step) const {
+bool ByteFinder::MayMatchIn(const uint8_t* step) const {
     __m128i any = _mm_setzero_si128();
     for (size_t i = 0; i < Step; i += 16)
         any = _mm_or_si128(any, _mm_and_si128(ProbeAt(first, step + i), ProbeAt(second, step + i)));
@@ -230,23 +230,23 @@ bool ByteFinder::MayStandIn(const uint8_t* step) const {
 }
 
 size_t ByteFinder::FirstInStep(const uint8_t* step) const {
-    if (!MayStandIn(step)) return NotFound;
+    if (!MayMatchIn(step)) return NotFound;
     for (size_t group = 0; group < Step; group += Group) {
         for (uint64_t mask = InGroup(first, step + group); mask; mask &= mask - 1) {
             const size_t at = group + static_cast<size_t>(std::countr_zero(mask));
-            if (Stands(step + at)) return at;
+            if (MatchesAt(step + at)) return at;
         }
     }
     return NotFound;
 }
 
 size_t ByteFinder::LastInStep(const uint8_t* step) const {
-    if (!MayStandIn(step)) return NotFound;
+    if (!MayMatchIn(step)) return NotFound;
     for (size_t group = Step; group; group -= Group) {
         uint64_t mask = InGroup(first, step + group - Group);
         while (mask) {
             const auto bit = static_cast<size_t>(std::bit_width(mask) - 1);
-            if (Stands(step + group - Group + bit)) return group - Group + bit;
+            if (MatchesAt(step + group - Group + bit)) return group - Group + bit;
             mask ^= uint64_t{1} << bit;
         }
     }

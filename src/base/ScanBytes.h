@@ -10,8 +10,8 @@ namespace Scan {
 
 bool EqualBytes(const uint8_t* left, const uint8_t* right, size_t count, bool matchCase);
 
-// One byte of a pattern. Both cases of a letter become the same one by the bit that tells them apart, and
-// nothing else does.
+// One byte of a pattern. Setting the bit in which the two cases of a letter differ makes them equal, and
+// nothing else becomes equal to them.
 struct ByteProbe {
     ByteProbe(const uint8_t* pattern, size_t place, bool matchCase);
 
@@ -32,8 +32,8 @@ public:
     ByteFinder(const ByteFinder&) = delete;
     ByteFinder& operator=(const ByteFinder&) = delete;
 
-    // The first (last) position in bytes[0, count) at which the pattern stands as a whole; Scan::NotFound
-    // without one.
+    // The first (last) position in bytes[0, count) at which the whole pattern matches; Scan::NotFound without
+    // one.
     size_t First(const uint8_t* bytes, size_t count) const;
     size_t Last(const uint8_t* bytes, size_t count) const;
     size_t Length() const { return n; }
@@ -47,8 +47,8 @@ private:
     size_t LastInStep(const uint8_t* step) const;
     size_t FirstIn(const uint8_t* bytes, size_t from, size_t end) const;
     size_t LastIn(const uint8_t* bytes, size_t from, size_t end) const;
-    bool MayStandIn(const uint8_t* step) const;
-    bool Stands(const uint8_t* bytes) const;
+    bool MayMatchIn(const uint8_t* step) const;
+    bool MatchesAt(const uint8_t* bytes) const;
     size_t AlignedStep(const uint8_t* bytes) const;
     size_t PlacesWithout(const uint8_t* place, ptrdiff_t distance, size_t count) const;
     void CollectGrams();

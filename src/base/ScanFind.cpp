@@ -5,7 +5,7 @@
 #include <algorithm>
 
 // Substring search. Of the pattern two characters are chosen that source text rarely holds; a step
-// tests for both of them at 32 positions at once, and only where both stand is the whole pattern
+// tests for both of them at 32 positions at once, and only where both match is the whole pattern
 // compared. Testing the first and the last character instead is slower by half on patterns that begin
 // like much of the text does.
 
@@ -32,8 +32,8 @@ unsigned CommonnessOf(Char c, bool matchCase) {
     return matchCase || !Text::IsAsciiLetter(c) ? own : std::max<unsigned>(own, Commonness[c ^ 0x20]);
 }
 
-// A character of the pattern to test for. Both cases of a letter become the same one by the bit that
-// tells them apart, and nothing else does. With case that bit is 0: leaving the step out would gain
+// A character of the pattern to test for. Setting the bit in which the two cases of a letter differ makes
+// them equal, and nothing else becomes equal to them. With case that bit is 0: leaving the step out would gain
 // nothing, as g++ 12 then keeps what it compares on the stack.
 struct Probe {
     size_t offset;
@@ -67,7 +67,7 @@ public:
           first(pattern, RarestOffset(pattern, n, matchCase, Scan::NotFound), matchCase),
           second(pattern, RarestOffset(pattern, n, matchCase, first.offset), matchCase) {}
 
-    // One bit for each of the 32 positions at `text` where the pattern may stand.
+    // One bit for each of the 32 positions at `text` where the pattern may match.
     uint32_t Candidates(const Char* text) const {
         const Matches one = first.At(text);
         const Matches two = second.At(text);
@@ -76,7 +76,7 @@ public:
         return both.Any() ? both.Mask() : 0;
     }
 
-    bool StandsAt(const Char* text) const {
+    bool MatchesAt(const Char* text) const {
         return matchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
     }
 
@@ -101,11 +101,11 @@ size_t Scan::FindForward(const Char* text, size_t count, size_t from, size_t end
     for (; end - from >= Block; from += Block) {
         for (uint32_t mask = pattern.Candidates(text + from); mask; mask &= mask - 1) {
             const size_t at = from + FirstBit(mask);
-            if (pattern.StandsAt(text + at)) return at;
+            if (pattern.MatchesAt(text + at)) return at;
         }
     }
     for (; from < end; ++from)
-        if (pattern.StandsAt(text + from)) return from;
+        if (pattern.MatchesAt(text + from)) return from;
     return NotFound;
 }
 
@@ -119,11 +119,11 @@ size_t Scan::FindBackward(const Char* text, size_t count, size_t from, const Cha
         uint32_t mask = pattern.Candidates(text + start);
         while (mask) {
             const size_t bit = LastBit(mask);
-            if (pattern.StandsAt(text + start + bit)) return start + bit;
+            if (pattern.MatchesAt(text + start + bit)) return start + bit;
             mask ^= uint32_t{1} << bit;
         }
     }
     while (end--)
-        if (pattern.StandsAt(text + end)) return end;
+        if (pattern.MatchesAt(text + end)) return end;
     return NotFound;
 }

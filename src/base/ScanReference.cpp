@@ -40,14 +40,14 @@ size_t Scan::Reference::FindLineStart(const Char* text, size_t count) {
 }
 
 size_t Scan::Reference::SkipLines(const Char* text, size_t count, size_t lines, size_t& passed) {
-    size_t behind = 0;
+    size_t lineStart = 0;
     passed = 0;
     for (size_t i = 0; i < count && passed < lines; ++i) {
         if (text[i] != u'\n') continue;
-        behind = i + 1;
+        lineStart = i + 1;
         ++passed;
     }
-    return behind;
+    return lineStart;
 }
 
 size_t Scan::Reference::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed) {
@@ -100,9 +100,9 @@ size_t Scan::Reference::FindBalanceForward(const Char* text, size_t count, size_
 
 size_t Scan::Reference::FindBalanceBackward(const Char* text, size_t from, Char self, Char partner) {
     size_t depth = 0;
-    for (size_t behind = from + 1; behind > 0 && text[behind - 1] != 0; --behind) {
-        if (text[behind - 1] == self) ++depth;
-        if (text[behind - 1] == partner && --depth == 0) return behind - 1;
+    for (size_t end = from + 1; end > 0 && text[end - 1] != 0; --end) {
+        if (text[end - 1] == self) ++depth;
+        if (text[end - 1] == partner && --depth == 0) return end - 1;
     }
     return NotFound;
 }

@@ -6,7 +6,7 @@ namespace {
 
 constexpr uint32_t Replacement = 0xFFFD;
 
-// One code point and how many units of input it stood for.
+// One code point and how many units of input it was decoded from.
 struct Decoded {
     uint32_t codePoint;
     size_t taken;

@@ -2,7 +2,7 @@
 #include "settings/IniFile.h"
 
 // Reading of the settings format. A line is not a unit here: a section name runs to its "]" and a key
-// name to its "=" wherever those stand, so that a line without "=" joins the ones below it.
+// name to its "=" wherever those are, so that a line without "=" joins the ones below it.
 
 namespace {
 

@@ -9,7 +9,7 @@ void SkipBlanks(const Char*& cursor) {
 }
 
 // Reads up to the next space (a tab does not end a word) or, after a double quote, up to the next one,
-// and moves past it. False without memory. `closed` tells whether that end was there.
+// and moves past it. False without memory. `closed` says whether that end was there.
 bool ReadToken(const Char*& cursor, WString& token, bool& closed) {
     const Char end = *cursor == u'"' ? u'"' : u' ';
     if (end == u'"') ++cursor;

@@ -196,7 +196,7 @@ void CopySettings(SettingsRecord& copy) { copy = settings; }
 
 bool ReplaceString(Char*& cell, const Char* text) {
     Char* old = cell;
-    cell = text ? CopyText(text) : nullptr; // before the old one is freed: `text` may lie in it
+    cell = text ? CopyText(text) : nullptr; // before the old one is freed: `text` may be in it
     if (old && !IsLiveElsewhere(old, &cell)) Heap::Free(old);
     return cell || !text;
 }

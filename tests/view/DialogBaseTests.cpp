@@ -55,7 +55,7 @@ public:
     static INT_PTR CallProcedure(HWND dialog, UINT message) { return Procedure(dialog, message, 0, 0); }
 };
 
-// Where a virtual operation is in the table of its class.
+// The slot of a virtual operation in the table of its class.
 template <class Operation> size_t SlotOf(Operation operation) {
     size_t words[2];
     static_assert(sizeof(operation) == sizeof(words));

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-// How a dialog's controls lie to each other, whatever the resolution of the screen.
+// How a dialog's controls are placed to each other, whatever the resolution of the screen.
 namespace dialog {
 
-// Expects every visible control inside of `window`, none on another (a page stands in for its controls, and
+// Expects every visible control inside of `window`, none upon another (a page counts for its controls, and
 // a frame holds those in it), and the text of every label, check box and button shown in full.
 void ExpectCleanLayout(HWND window);
 

@@ -52,7 +52,7 @@ TEST_P(DialogLayout, AMnemonicLeadsToOneControl) {
 }
 
 // A label passes the focus on to what follows it.
-TEST_P(DialogLayout, ALabelIsBeforeWhatItNames) {
+TEST_P(DialogLayout, ALabelComesBeforeWhatItNames) {
     for (HWND control = GetWindow(window, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
         wchar_t kind[16] = {};
         wchar_t text[64] = {};

@@ -41,7 +41,7 @@ constexpr Entry Entries[] = {
 };
 constexpr int EntryCount = static_cast<int>(std::size(Entries));
 
-// Stands in for the system's dialog of colours while it lives, and notes what it is opened with.
+// Replaces the system's dialog of colours while it lives, and notes what it is opened with.
 class FakeChooser {
 public:
     // What the user does there; the result is whether the choice is confirmed.

@@ -20,7 +20,7 @@ namespace {
 
 bool IsSeparator(Char c) { return c == u'\\' || c == u'/'; }
 
-// "\", "\\" of a share, or "C:\". Nothing lies under a drive here, but its paths are absolute all the same.
+// "\", "\\" of a share, or "C:\". Nothing is under a drive here, but its paths are absolute all the same.
 uint32_t RootLength(const Char* path) {
     if (IsSeparator(path[0])) return IsSeparator(path[1]) ? 2 : 1;
     return Text::IsAsciiLetter(path[0]) && path[1] == u':' && IsSeparator(path[2]) ? 3 : 0;
@@ -124,7 +124,7 @@ bool Platform::ExpandEnvironment(const Char* text, WString& out) {
         bool isKnown = false;
         if (*text == u'%' && *end == u'%') {
             if (!name.Assign(text + 1, end - text - 1) || !ReadVariable(name.Text(), isKnown, value)) return false;
-            ++end; // behind the closing sign, also of a name that nobody knows
+            ++end; // after the closing sign, also of a name that nobody knows
         }
         if (!(isKnown ? expanded.Append(value) : expanded.Append(text, end - text))) return false;
         text = end;

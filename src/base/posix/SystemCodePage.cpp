@@ -10,7 +10,7 @@
 
 namespace {
 
-// Bytes 80 to 9F. The five that the page leaves undefined stand for the control characters of the same
+// Bytes 80 to 9F. The five that the page leaves undefined are the control characters of the same
 // number, so that every byte survives the way there and back.
 constexpr Char HighControls[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,

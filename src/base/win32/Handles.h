@@ -2,7 +2,7 @@
 
 #include "base/win32/Windows.h"
 
-// Guards for what the system lends: each gives back in its destructor what it holds. None is copied or
+// Guards for what is borrowed from the system: each gives back in its destructor what it holds. None is copied or
 // moved. Taking can fail, so a guard may hold nothing: ask before use. scripts/check-guards looks for calls
 // that give something back without a guard.
 
@@ -124,7 +124,7 @@ private:
     HDC dc;
 };
 
-// The device context of a paint message: without its end the message comes again for ever.
+// The device context of a paint message: without its end the message comes again and again.
 class PaintDc : Guard {
 public:
     explicit PaintDc(HWND owner) : window(owner), dc(BeginPaint(owner, &paint)) {}

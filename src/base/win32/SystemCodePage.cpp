@@ -15,8 +15,8 @@ UINT Number(CodePage page) { return page == CodePage::Ansi ? CP_ACP : 1252; }
 
 int Clamp(size_t count) { return static_cast<int>(std::min<size_t>(count, INT_MAX)); }
 
-// The length of the next piece. It ends behind a byte below 0x30, which is a character of its own in
-// every page that a system can have, so that no character of several bytes is torn.
+// The length of the next piece. It ends after a byte below 0x30, which is a character of its own in
+// every page that a system can have, so that no character of several bytes is split.
 size_t PieceLength(const uint8_t* bytes, size_t count) {
     if (count <= LargestPiece) return count;
     size_t length = LargestPiece;
@@ -73,17 +73,17 @@ size_t SystemCodePage::FromUtf16(CodePage page, const Char* text, size_t count, 
 
 bool SystemCodePage::CanExpress(CodePage page, const Char* text, size_t count) {
     const UINT number = page == CodePage::Ansi ? GetACP() : Number(page);
-    if (number == CP_UTF8) return true; // for which the system does not tell
+    if (number == CP_UTF8) return true; // the system does not say for it
     constexpr size_t Piece = 256;
     while (count) {
-        const size_t part = std::min(count, Piece);
+        const size_t piece = std::min(count, Piece);
         char bytes[Piece * MaxCharacterBytes];
         BOOL replaced = FALSE;
-        const int length = WideCharToMultiByte(number, 0, Wide(text), static_cast<int>(part), bytes, sizeof(bytes),
+        const int length = WideCharToMultiByte(number, 0, Wide(text), static_cast<int>(piece), bytes, sizeof(bytes),
                                                nullptr, &replaced);
         if (length <= 0 || replaced) return false;
-        text += part;
-        count -= part;
+        text += piece;
+        count -= piece;
     }
     return true;
 }

@@ -18,7 +18,7 @@ public:
     // Every message from WM_INITDIALOG on, for which alone the base answers true (handled). What needs
     // more than a control's identifier, such as its notification code, is taken from here.
     virtual bool Message(UINT message, WPARAM wparam, LPARAM lparam);
-    // A control, or a menu item or key that stands for one, was used.
+    // A control, or a menu item or key with its number, was used.
     virtual void Command(uint32_t identifier);
     // Ends the dialog with 1.
     virtual void Ok();

@@ -17,7 +17,7 @@ void Release();
 bool RebuildForDpi(uint32_t dpi);
 uint32_t Dpi();
 
-// Called after every rebuild of the font: the views must measure anew, lay out and repaint.
+// Called after every rebuild of the font: the views must measure again, lay out and repaint.
 void SetMetricsListener(void (*listener)());
 // Changes with every rebuild of the font, for caches of character widths.
 uint32_t FontGeneration();

@@ -55,7 +55,7 @@ private:
         for (int i = 0; i < PageCount; ++i) {
             const HWND page = pages[i]->CreatePage(Resources[i], window);
             if (!page) continue;
-            // Above the buttons, behind the tree: the order of the windows is the order of the Tab key.
+            // After the tree, before the buttons: the order of the windows is the order of the Tab key.
             SetWindowPos(page, GetDlgItem(window, IDC_OPTIONS_TREE), area.left, area.top, 0, 0, SWP_NOSIZE);
             GetWindowRect(page, &area);
             MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
@@ -63,7 +63,7 @@ private:
         if (area.right) FitToPages(area.left, area.right);
     }
 
-    // The pages stand at a place in pixels, everything else is in units of the dialog's font, and how many pixels
+    // The pages are at a place in pixels, everything else is in units of the dialog's font, and how many pixels
     // those are differs from font to font: the tree has to end where the pages begin, and the dialog where they end.
     void FitToPages(int left, int right) {
         RECT client = {};

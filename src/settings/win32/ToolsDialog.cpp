@@ -23,7 +23,7 @@ constexpr ModifierPair Modifiers[] = {
     {HOTKEYF_ALT, HotKeyFlag::Alt},
 };
 
-// Whether a key lies beside the keypad: the control then shows "Home" and not the keypad's "Num 7".
+// Whether a key has a double on the keypad: the control then shows "Home" and not the keypad's "Num 7".
 bool IsExtended(uint32_t key) {
     return (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_INSERT || key == VK_DELETE || key == VK_DIVIDE;
 }
@@ -116,7 +116,7 @@ private:
 
     // Shows the tool at a position in the fields; they are cleared when there is none.
     void Select(int position) {
-        // One that was clicked stays where it is, even if it can only be seen in part.
+        // One that was clicked stays where it is, even if only a part of it is visible.
         if (position != Selection()) SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(position), 0);
         shown = Selection();
         const ToolRecord* tool = Shown();

@@ -140,7 +140,7 @@ TEST(CodePage, InvalidUtf8BecomesOneReplacementForEachMaximalPart) {
         {"\xF0\x9F\x98", u"\uFFFD"},   //
         {"\xE2\x82"
          "A",
-         u"\uFFFDA"}, // broken off by the next character
+         u"\uFFFDA"}, // cut short by the next character
         {"\xF0\x9F\x98"
          "A",
          u"\uFFFDA"},                                      //

@@ -40,7 +40,7 @@ bool HasPattern(const uint8_t* bytes, size_t from, size_t to) {
 
 TEST(Heap, NewBlocksAreZeroFilled) {
     for (const size_t size : {size_t{1}, size_t{24}, size_t{4096}, Mebi - 1, Mebi, 3 * Mebi + 5}) {
-        // The second block may be what the first one left behind.
+        // The second block may have what the first one left.
         for (int turn = 0; turn < 2; ++turn) {
             auto* block = static_cast<uint8_t*>(Heap::Allocate(size));
             ASSERT_NE(block, nullptr);

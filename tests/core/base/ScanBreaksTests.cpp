@@ -80,7 +80,7 @@ TEST(ScanBreaks, WidenTextStopsBeforeTheFirstHighByte) {
     EXPECT_EQ(result.taken, 32u);
 }
 
-TEST(ScanBreaks, AReturnThatEndsTheInputStandsAlone) {
+TEST(ScanBreaks, AReturnThatEndsTheInputIsOneBreak) {
     EXPECT_EQ(Widen(Scan::WidenText, Bytes("x\r")).out, u"x\n");
     EXPECT_EQ(CopyInPlace(Scan::CopyWithLineFeeds, u"x\r", 0).out, u"x\n");
 }

@@ -71,7 +71,7 @@ TEST(ScanBytes, EveryPlaceAndLengthIsFound) {
 TEST(ScanBytes, RandomBytesMatchTheReference) {
     std::mt19937 random(7);
     for (int round = 0; round < 20000; ++round) {
-        // Few different bytes, so that patterns nearly stand in many places.
+        // Few different bytes, so that patterns nearly match in many places.
         const char* alphabets[] = {"ab", "aAbB", "aA@`", "x", "etaoinsrh ETAOINSRH"};
         const std::string alphabet = alphabets[random() % 5];
         Bytes text(random() % (random() % 4 ? 200 : 4000));

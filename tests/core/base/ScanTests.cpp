@@ -13,7 +13,7 @@ namespace {
 using namespace std::string_literals;
 
 // Text in a block of its own that ends where the text ends, so that the sanitizers see every step
-// outside; `shift` characters stand before it, for every alignment to the vectors.
+// outside; `shift` characters come before it, for every alignment to the vectors.
 class Exact {
 public:
     Exact(const std::u16string& text, size_t shift)

@@ -103,7 +103,7 @@ TEST_F(SettingsApply, StringsAreTakenAsTheyAre) {
     EXPECT_EQ(Str(settings.QuickOpenPath), u"");
 }
 
-TEST_F(SettingsApply, AppliesAnewOverEarlierValues) {
+TEST_F(SettingsApply, ReplacesEarlierValues) {
     Apply(u"[General]\nFontName=One\nFontSize=12\nTextBg=#000000\n");
     Apply(u"");
     EXPECT_EQ(Str(settings.FontName), u"Courier New");

@@ -237,7 +237,7 @@ TEST_F(CLikeColour, ARangeTakesItsWholeLengthFromWhereItIsMet) {
     const HighlightRange range = Brace(2, 5);
     cpp->SetHighlight(0, &range);
     EXPECT_EQ(Runs(*cpp, u"((((((((("), "text((() brace(((() text((((()");
-    // Met one character late, behind a word.
+    // Met one character late, after a word.
     EXPECT_EQ(Runs(*cpp, u"abc;;;;;;"), "text(abc) brace(;;;) text(;;;)");
     // The line's end bounds it.
     EXPECT_EQ(Runs(*cpp, u"abc;"), "text(abc) brace(;)");

@@ -58,7 +58,7 @@ private:
         size_t length;
     };
 
-    bool Stands(const std::u16string& marker, bool exact) const {
+    bool IsNext(const std::u16string& marker, bool exact) const {
         if (marker.empty() || text.size() - at < marker.size()) return false;
         for (size_t i = 0; i < marker.size(); ++i) {
             const Char a = text[at + i], b = marker[i];
@@ -77,7 +77,7 @@ private:
 
     void InLongComment(uint32_t& state) {
         if (runs.empty()) Take("long", 0);
-        while (at < text.size() && !Stands(rules.longEnd, rules.caseSensitive)) Extend(1);
+        while (at < text.size() && !IsNext(rules.longEnd, rules.caseSensitive)) Extend(1);
         if (at == text.size()) return;
         Extend(rules.longEnd.size());
         state = 0;
@@ -85,7 +85,7 @@ private:
 
     bool LineCommentHere() const {
         return std::any_of(rules.lineComments.begin(), rules.lineComments.end(), [&](const std::u16string& marker) {
-            if (!Stands(marker, rules.caseSensitive)) return false;
+            if (!IsNext(marker, rules.caseSensitive)) return false;
             const size_t after = at + marker.size();
             return !Text::IsAsciiLetter(marker.back()) || after == text.size() || !Text::IsAsciiLetter(text[after]);
         });
@@ -104,7 +104,7 @@ private:
         std::vector<size_t> found;
         for (const std::u16string& word : rules.keywords) {
             const size_t after = at + word.size();
-            if (!Stands(word, rules.caseSensitive)) continue;
+            if (!IsNext(word, rules.caseSensitive)) continue;
             if (after == text.size() || !Text::IsWordChar(text[after])) found.push_back(word.size());
         }
         return found.empty() ? 0 : *std::min_element(found.begin(), found.end());
@@ -122,7 +122,7 @@ private:
 
     void Outside(uint32_t& state) {
         const Char c = text[at];
-        if (Stands(rules.longStart, rules.caseSensitive)) {
+        if (IsNext(rules.longStart, rules.caseSensitive)) {
             Take("long", rules.longStart.size());
             state = 1;
         } else if (LineCommentHere()) {
@@ -130,7 +130,7 @@ private:
             fill = "comment";
         } else if (c == u'"' || c == u'\'') {
             Take("string", StringLength());
-        } else if (Stands(rules.endMarker, false)) {
+        } else if (IsNext(rules.endMarker, false)) {
             stopped = true;
         } else if (Text::IsDigit(c)) {
             Take("number", 0);

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Characters that share a byte with word characters and stops stand among them.
+// Characters that share a byte with word characters and stops are among them.
 constexpr std::u16string_view Letters = u"azAZ09_#@[`{/:\" '\t\n\u00E1\u2F2F\u6161\u0061\uFFFF\u8061\u0100";
 
 std::vector<Char> RandomText(Random& random, size_t length, uint32_t rare) {

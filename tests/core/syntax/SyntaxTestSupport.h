@@ -153,7 +153,7 @@ protected:
     }
     ~SyntaxTest() override { ReleaseEngineDefinitions(); }
 
-    // Loads the definitions anew, with those of a settings file.
+    // Loads the definitions again, with those of a settings file.
     static void Load(std::u16string text) {
         IniFile file;
         ASSERT_TRUE(file.Parse(text.data()));
