@@ -3,29 +3,42 @@
 #include "base/win32/Handles.h"
 #include "settings/Settings.h"
 
+#include <iterator>
+
 namespace {
 
 constexpr int DotSize = 2;
 
-GdiObject<HFONT> font;
-GdiObject<HBITMAP> spaceDot;
-TEXTMETRICW metrics = {};
-int spaceWidth = 0;
-uint32_t fontGeneration = 0;
-uint32_t screenDpi = 0; // 0 until first needed
-void (*metricsListener)() = nullptr;
-
+// One role of a brush: the setting that it shows and the change that rebuilds it.
 struct BrushRole {
     SettingChange change;
-    const Colour& colour;
-    GdiObject<HBRUSH> brush;
+    Colour SettingsRecord::*colour;
 };
 
-BrushRole margin{SettingChange::MarginBrush, settings.MarginColor, {}};
-BrushRole bookmark{SettingChange::BookmarkBrush, settings.BookmarkColor, {}};
-BrushRole background{SettingChange::BackgroundBrush, settings.TextBg, {}};
-BrushRole selection{SettingChange::SelectionBrush, settings.SelBg, {}};
-BrushRole* const brushRoles[] = {&margin, &bookmark, &background, &selection};
+// In the order of Drawing::brushes.
+constexpr BrushRole BrushRoles[] = {
+    {SettingChange::MarginBrush, &SettingsRecord::MarginColor},
+    {SettingChange::BookmarkBrush, &SettingsRecord::BookmarkColor},
+    {SettingChange::BackgroundBrush, &SettingsRecord::TextBg},
+    {SettingChange::SelectionBrush, &SettingsRecord::SelBg},
+};
+enum class Brush { Margin, Bookmark, Background, Selection };
+
+// The one set for the process.
+struct Drawing {
+    GdiObject<HFONT> font;
+    GdiObject<HBITMAP> spaceDot;
+    GdiObject<HBRUSH> brushes[std::size(BrushRoles)];
+    TEXTMETRICW metrics = {};
+    int spaceWidth = 0;
+    uint32_t fontGeneration = 0;
+    uint32_t dpi = 0; // 0 until first needed
+    void (*metricsListener)() = nullptr;
+};
+
+Drawing drawing;
+
+HBRUSH BrushOf(Brush brush) { return drawing.brushes[static_cast<size_t>(brush)].Get(); }
 
 // The old object stays when the new one could not be made.
 template <class Handle> bool Replace(GdiObject<Handle>& object, Handle made) {
@@ -50,36 +63,37 @@ HFONT MakeFont() {
 }
 
 void Measure(HDC dc) {
-    const SelectedObject selected(dc, font.Get());
-    GetTextMetricsW(dc, &metrics);
+    const SelectedObject selected(dc, drawing.font.Get());
+    GetTextMetricsW(dc, &drawing.metrics);
     RECT space = {};
     DrawTextW(dc, L" ", 1, &space, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
-    spaceWidth = static_cast<int>(space.right);
+    drawing.spaceWidth = static_cast<int>(space.right);
 }
 
 bool RebuildSpaceDot(HDC screen, HDC memory) {
-    if (!Replace(spaceDot, CreateCompatibleBitmap(screen, DotSize, DotSize))) return false;
-    const SelectedObject selected(memory, spaceDot.Get());
+    if (!Replace(drawing.spaceDot, CreateCompatibleBitmap(screen, DotSize, DotSize))) return false;
+    const SelectedObject selected(memory, drawing.spaceDot.Get());
     const GdiObject brush(CreateSolidBrush(settings.SpaceColor));
     const RECT all = {0, 0, DotSize, DotSize};
     return FillRect(memory, &all, brush.Get()) != 0;
 }
 
 bool RebuildFont() {
-    if (!Replace(font, MakeFont())) return false;
+    if (!Replace(drawing.font, MakeFont())) return false;
     const WindowDc screen(nullptr);
     const MemoryDc memory(screen.Get());
     Measure(memory.Get());
     const bool dotMade = RebuildSpaceDot(screen.Get(), memory.Get());
-    ++fontGeneration;
-    if (metricsListener) metricsListener();
+    ++drawing.fontGeneration;
+    if (drawing.metricsListener) drawing.metricsListener();
     return dotMade;
 }
 
 bool Rebuild(SettingChange change) {
     if (change == SettingChange::Font) return RebuildFont();
-    for (BrushRole* role : brushRoles) {
-        if (role->change == change) return Replace(role->brush, CreateSolidBrush(role->colour));
+    for (size_t i = 0; i < std::size(BrushRoles); ++i) {
+        const BrushRole& role = BrushRoles[i];
+        if (role.change == change) return Replace(drawing.brushes[i], CreateSolidBrush(settings.*role.colour));
     }
     return false;
 }
@@ -89,33 +103,33 @@ bool Rebuild(SettingChange change) {
 void DrawingObjects::Start() { SetDrawingRebuilder(Rebuild); }
 
 void DrawingObjects::Release() {
-    font.Reset();
-    spaceDot.Reset();
-    for (BrushRole* role : brushRoles) role->brush.Reset();
+    drawing.font.Reset();
+    drawing.spaceDot.Reset();
+    for (auto& brush : drawing.brushes) brush.Reset();
 }
 
 bool DrawingObjects::RebuildForDpi(uint32_t dpi) {
     if (dpi == 0 || dpi == Dpi()) return true;
-    screenDpi = dpi;
+    drawing.dpi = dpi;
     return RebuildFont();
 }
 
 uint32_t DrawingObjects::Dpi() {
-    if (screenDpi == 0) screenDpi = static_cast<uint32_t>(GetDeviceCaps(WindowDc(nullptr).Get(), LOGPIXELSY));
-    return screenDpi;
+    if (drawing.dpi == 0) drawing.dpi = static_cast<uint32_t>(GetDeviceCaps(WindowDc(nullptr).Get(), LOGPIXELSY));
+    return drawing.dpi;
 }
 
-void DrawingObjects::SetMetricsListener(void (*listener)()) { metricsListener = listener; }
-uint32_t DrawingObjects::FontGeneration() { return fontGeneration; }
+void DrawingObjects::SetMetricsListener(void (*listener)()) { drawing.metricsListener = listener; }
+uint32_t DrawingObjects::FontGeneration() { return drawing.fontGeneration; }
 
-HFONT DrawingObjects::EditorFont() { return font.Get(); }
-const TEXTMETRICW& DrawingObjects::Metrics() { return metrics; }
-int DrawingObjects::LineHeight() { return AtLeastOne(metrics.tmHeight); }
-int DrawingObjects::AverageWidth() { return AtLeastOne(metrics.tmAveCharWidth); }
-int DrawingObjects::SpaceWidth() { return AtLeastOne(spaceWidth); }
+HFONT DrawingObjects::EditorFont() { return drawing.font.Get(); }
+const TEXTMETRICW& DrawingObjects::Metrics() { return drawing.metrics; }
+int DrawingObjects::LineHeight() { return AtLeastOne(drawing.metrics.tmHeight); }
+int DrawingObjects::AverageWidth() { return AtLeastOne(drawing.metrics.tmAveCharWidth); }
+int DrawingObjects::SpaceWidth() { return AtLeastOne(drawing.spaceWidth); }
 
-HBRUSH DrawingObjects::MarginBrush() { return margin.brush.Get(); }
-HBRUSH DrawingObjects::BookmarkBrush() { return bookmark.brush.Get(); }
-HBRUSH DrawingObjects::BackgroundBrush() { return background.brush.Get(); }
-HBRUSH DrawingObjects::SelectionBrush() { return selection.brush.Get(); }
-HBITMAP DrawingObjects::SpaceDot() { return spaceDot.Get(); }
+HBRUSH DrawingObjects::MarginBrush() { return BrushOf(Brush::Margin); }
+HBRUSH DrawingObjects::BookmarkBrush() { return BrushOf(Brush::Bookmark); }
+HBRUSH DrawingObjects::BackgroundBrush() { return BrushOf(Brush::Background); }
+HBRUSH DrawingObjects::SelectionBrush() { return BrushOf(Brush::Selection); }
+HBITMAP DrawingObjects::SpaceDot() { return drawing.spaceDot.Get(); }
