@@ -23,7 +23,7 @@ constexpr size_t LargestRange = sizeof(void*) > 4 ? size_t{1} << 34 : 0;
 // What the system aligns its ranges of addresses to; memory is committed in steps of the same size.
 constexpr size_t Granularity = size_t{64} * 1024;
 
-// Stands at the start of the range; the block follows it.
+// The header at the start of a range; the block follows it. Its size keeps blocks aligned to cache lines.
 struct alignas(64) LargeBlock {
     LargeBlock* next = nullptr;
     LargeBlock* previous = nullptr;
@@ -45,8 +45,9 @@ HANDLE ProcessHeap() {
 
 size_t RoundUp(size_t bytes) { return (bytes + Granularity - 1) & ~(Granularity - 1); }
 
-// The header of `block`, or null when it is one of the process heap's. Few of those have an address
-// that makes the (short) list be walked.
+// The header of `block`, or null when it is one of the process heap's. A range starts at a multiple of
+// the granularity, so a large block is always one header above such a multiple; a small one is there only
+// by chance, and only then is the (short) list walked.
 LargeBlock* LargeBlockOf(void* block) {
     if (reinterpret_cast<uintptr_t>(block) % Granularity != sizeof(LargeBlock)) return nullptr;
     LargeBlock* large = largeBlocks.head;
@@ -86,7 +87,8 @@ void FreeLarge(LargeBlock* large) {
 bool ResizeInPlace(LargeBlock* large, size_t oldBytes, size_t newBytes) {
     if (newBytes > large->reserved - sizeof(LargeBlock)) return false;
     const size_t needed = RoundUp(newBytes + sizeof(LargeBlock));
-    // Fresh pages are zero; what was committed before may hold remains of a longer block.
+    // A block grown back may find its own old bytes in the pages that stayed committed; only new pages are
+    // zero by themselves.
     const size_t oldRoom = large->committed - sizeof(LargeBlock);
     if (needed > large->committed) {
         if (!VirtualAlloc(large->Start() + large->committed, needed - large->committed, MEM_COMMIT, PAGE_READWRITE))
