@@ -166,13 +166,13 @@ TEST(Guards, AMenuAndAnAcceleratorTableAreDestroyed) {
 }
 
 TEST(Guards, ALibraryIsUnloaded) {
-    ASSERT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+    ASSERT_EQ(GetModuleHandleW(L"cabinet.dll"), nullptr);
     {
-        const LoadedLibrary library(LoadLibraryW(L"msimg32.dll"));
+        const LoadedLibrary library(LoadLibraryW(L"cabinet.dll"));
         ASSERT_TRUE(library.IsValid());
-        EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), library.Get());
+        EXPECT_EQ(GetModuleHandleW(L"cabinet.dll"), library.Get());
     }
-    EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+    EXPECT_EQ(GetModuleHandleW(L"cabinet.dll"), nullptr);
 }
 
 TEST(Guards, TheClipboardIsClosedUnlessItIsDetached) {
