@@ -57,7 +57,7 @@ TEST(SlowDrives, AClosedFileLosesItsTurn) {
     EXPECT_EQ(share.Check("abc", 1), "");
     // Whose turn it would be is gone.
     std::string asked;
-    for (int i = 0; i < 3 && asked.empty(); ++i) asked = share.Check("ac", Minute + i);
+    for (int i = 0; i < 3 && asked.empty(); ++i) asked = share.Check("ac", Minute + static_cast<uint64_t>(i));
     EXPECT_EQ(asked, "c");
     EXPECT_EQ(share.Check("a", 2 * Minute + 9), "a");
 }
