@@ -203,17 +203,15 @@ uint32_t HtmlEngine::ScanLinesToEnd(const Char* text, uint32_t length, uint32_t 
     const Char* at = text;
     const Char* const end = text + length;
     state = KnownState(state);
-    // The state does not say which tag an attribute belongs to.
-    uint32_t tagState = state == ScriptTag ? ScriptTag : Tag;
     while (at < end) {
         const Char* lineEnd = at + Scan::FindLineFeed(at, static_cast<size_t>(end - at));
         if (lineEnd < end) ++lineEnd;
         LineScanning output(*this);
-        HtmlMachine<LineScanning> machine(output, tagStart, at, lineEnd, state, tagState);
+        HtmlMachine<LineScanning> machine(output, tagStart, at, lineEnd, state, returnState);
         const bool done = machine.Run();
         at = machine.at;
         state = machine.state;
-        tagState = machine.returnState;
+        returnState = machine.returnState;
         if (!done) break;
     }
     stopped = static_cast<uint32_t>(at - text);

@@ -38,6 +38,8 @@ public:
     void SetHighlight(uint32_t index, const HighlightRange* range) override;
     const Char* BraceCharacters() const override { return u"{}()[]<>"; }
     uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) override;
+    uint32_t CarriedState() const override { return returnState; }
+    void SetCarriedState(uint32_t state) override { returnState = state; }
 
 private:
     class Colouring;
@@ -50,8 +52,8 @@ private:
 
     RunList runs;
     const EngineDefinition& definition;
-    // The state after an attribute's value. It is carried over from line to line without being part of
-    // the line state, so a tag of several lines may continue as the last coloured one did.
+    // Where a tag goes on after an attribute's value. It is carried over from line to line without
+    // being part of the state.
     uint32_t returnState = HtmlState::Between;
     SyntaxEngine* script = nullptr;
     SyntaxEngine* php = nullptr;

@@ -67,6 +67,12 @@ public:
         return ScanLinesToEnd(text, length, state, stopped);
     }
 
+    // What the last line that was coloured or scanned leaves to the next one beside the state: 0, or for
+    // markup where a tag goes on after a value. ColourLine and ScanLines go on from it, so who does not go
+    // on where the engine was sets it first.
+    virtual uint32_t CarriedState() const { return 0; }
+    virtual void SetCarriedState(uint32_t) {}
+
 protected:
     ~SyntaxEngine() = default;
 };

@@ -19,17 +19,20 @@ LineStates::Entry LineStates::NearestBefore(uint32_t offset) const {
 
 uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset) {
     Entry at = NearestBefore(offset);
+    engine.SetCarriedState(at.carried);
     while (offset - at.offset > Step) {
         const uint32_t from = at.offset + Step;
         const auto feed = static_cast<uint32_t>(Scan::FindLineFeed(text + from, offset - from));
         if (feed >= offset - from) break;
         const uint32_t next = from + feed + 1;
         at.state = engine.ScanLines(text + at.offset, next - at.offset, at.state);
+        at.carried = engine.CarriedState();
         at.offset = next;
         // Without memory nothing is remembered, and the next question takes longer.
         if (entries.IsEmpty() || entries.Last().offset < next) static_cast<void>(entries.Append(at));
     }
     at.state = engine.ScanLines(text + at.offset, offset - at.offset, at.state);
+    at.carried = engine.CarriedState();
     at.offset = offset;
     last = at;
     return at.state;

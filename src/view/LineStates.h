@@ -15,7 +15,7 @@ public:
     LineStates(const LineStates&) = delete;
     LineStates& operator=(const LineStates&) = delete;
 
-    // The state at the line that starts at `offset` of `text`.
+    // The state at the line that starts at `offset` of `text`. The engine is ready to colour that line.
     uint32_t At(SyntaxEngine& engine, const Char* text, uint32_t offset);
     // The characters from `offset` on are others now.
     void TextChanged(uint32_t offset);
@@ -24,6 +24,7 @@ private:
     struct Entry {
         uint32_t offset = 0;
         uint32_t state = 0;
+        uint32_t carried = 0; // what the engine carries beside the state
     };
 
     Entry NearestBefore(uint32_t offset) const;

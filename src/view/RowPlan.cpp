@@ -88,8 +88,12 @@ void RowPlan::AddText(RowPicture& row, TextSpan line) {
     const ColourSpan plain = {settings.TextFg, settings.TextBg, seen};
     ColouredLine coloured = {&plain, 1, NoFill};
     if (SyntaxEngine* engine = document->Engine()) {
+        const uint32_t carried = engine->CarriedState();
         engine->ColourLine(lineStart, line.text, seen, state, coloured);
-        if (seen <= line.length && nextLine < lastLine) state = engine->ScanLines(line.text, line.length + 1, entered);
+        if (seen <= line.length && nextLine < lastLine) {
+            engine->SetCarriedState(carried);
+            state = engine->ScanLines(line.text, line.length + 1, entered);
+        }
     }
     runs.Build(line.text, lineStart, coloured.spans, coloured.count, from);
     row.runs = runs.Runs();

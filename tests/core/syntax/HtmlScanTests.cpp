@@ -100,7 +100,22 @@ TEST_F(HtmlScan, ScanningWholeLinesComesOutOfAPlainInnerEngine) {
     EXPECT_EQ(lines(u"<a t=\"x\ny z\n"), 7u);
     EXPECT_EQ(lines(u"<script\n src='a'>\n"), 14u);
     EXPECT_EQ(lines(u" src='a'>\n", 13), 14u);
+    html->SetCarriedState(6);
     EXPECT_EQ(lines(u"a=b\n", 6), 6u);
+}
+
+// After a value a tag goes on as the line before has left it, in colouring and in scanning.
+TEST_F(HtmlScan, ATagOfSeveralLinesGoesOnAsTheLineBeforeLeftIt) {
+    for (const uint32_t tag : {6u, 13u}) {
+        html->SetCarriedState(tag);
+        EXPECT_EQ(html->ScanLines(u"='b' ", 5, 7), tag);
+        EXPECT_EQ(html->CarriedState(), tag);
+        EXPECT_EQ(Paint(*html, u"='b' ", 7).state, tag);
+    }
+    EXPECT_EQ(html->ScanLines(u"<b a\n", 5, 0), 7u);
+    EXPECT_EQ(html->CarriedState(), 6u);
+    EXPECT_EQ(html->ScanLines(u"<script a\n", 10, 0), 7u);
+    EXPECT_EQ(html->CarriedState(), 13u);
 }
 
 TEST_F(HtmlScan, ScanningWholeLinesEqualsColouringThemInTurn) {
