@@ -167,9 +167,9 @@ bool TextBuffer::CanDo(DocumentCommand kind) const {
     case DocumentCommand::Edit:
         return !readOnly;
     case DocumentCommand::Undo:
-        return History().UndoHead() != nullptr;
+        return !readOnly && History().UndoHead();
     case DocumentCommand::Redo:
-        return History().RedoHead() != nullptr;
+        return !readOnly && History().RedoHead();
     case DocumentCommand::Paste:
         return !readOnly && Platform::ClipboardHasText();
     default:
@@ -308,7 +308,7 @@ bool TextBuffer::FindText(const SearchQuery& query, uint32_t from, uint32_t end,
 }
 
 void TextBuffer::ToggleBookmark(uint32_t line) {
-    if (parts.marks.ToggleBookmark(line)) RepaintLines(line, line);
+    if (line < GetLineCount() && parts.marks.ToggleBookmark(line)) RepaintLines(line, line);
 }
 
 void TextBuffer::ClearBookmarks() {

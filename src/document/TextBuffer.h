@@ -77,9 +77,9 @@ public:
     // the first change can be redone again.
     void AbandonGroup() { pipeline.AbandonGroup(); }
     // One step back or forth; with nothing to undo (redo) a success. False without memory: the document
-    // is then as it was.
-    bool Undo() { return pipeline.Step(true); }
-    bool Redo() { return pipeline.Step(false); }
+    // is then as it was. A document that was made read-only keeps its records, but they change nothing then.
+    bool Undo() { return readOnly || pipeline.Step(true); }
+    bool Redo() { return readOnly || pipeline.Step(false); }
     // The next typed character starts a step of its own.
     void EndTyping();
 

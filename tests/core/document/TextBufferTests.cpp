@@ -184,6 +184,27 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
     EXPECT_FALSE(document->CanDo(DocumentCommand::Paste));
 }
 
+TEST(TextBuffer, UndoAndRedoOfADocumentMadeReadOnlyDoNothing) {
+    TextDocument document(u"abc");
+    document->InsertText(0, u"x", 1);
+    document->InsertText(0, u"y", 1);
+    document->Undo();
+    document->MarkAsOutput();
+    for (const uint32_t command : {DocumentCommand::Undo, DocumentCommand::Redo}) {
+        EXPECT_FALSE(document->CanDo(command));
+        EXPECT_TRUE(document->DoCommand(command));
+        EXPECT_EQ(document.Text(), u"xabc");
+    }
+}
+
+TEST(TextBuffer, ABookmarkBeyondTheLastLineIsNotSet) {
+    TextDocument document(u"a\nb");
+    for (const uint32_t line : {2u, 3u, 1000u, None32 - 1}) document->ToggleBookmark(line);
+    EXPECT_EQ(document->NextMark(0, LineMark::Bookmark, true), nullptr);
+    document->ToggleBookmark(1);
+    EXPECT_NE(document->NextMark(1, LineMark::Bookmark, true), nullptr);
+}
+
 TEST(TextBuffer, OtherCommandsAreNotItsOwn) {
     TextDocument document;
     EXPECT_FALSE(document->DoCommand(DocumentCommand::Edit));
