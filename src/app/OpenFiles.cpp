@@ -35,11 +35,18 @@ bool OpenNew(const Opening& opening, const Char* path) {
     return Open(opening, Path::FileName(path), isNew);
 }
 
-bool OpenMatches(const Opening& opening, Platform::FileSearch& search) {
+bool HasWildcard(const Char* path) {
+    while (*path && *path != u'*' && *path != u'?') ++path;
+    return *path != 0;
+}
+
+// A directory that is named itself fails like any path that cannot be read.
+bool OpenMatches(const Opening& opening, Platform::FileSearch& search, bool passOverDirectories) {
     bool all = true;
     opening.frame.BeginBatch();
-    do all = Open(opening, search.Name(), false) && all;
-    while (search.Next());
+    do {
+        if (!passOverDirectories || !search.IsDirectory()) all = Open(opening, search.Name(), false) && all;
+    } while (search.Next());
     opening.frame.EndBatch();
     return all;
 }
@@ -62,7 +69,8 @@ bool OpenArgument(CommandContext& frame, const Char* path, int32_t line, Missing
     if (!opening.directory.Assign(plain)) return false;
     Path::RemoveLastComponent(opening.directory);
     Platform::FileSearch search;
-    return search.First(plain.Text()) ? OpenMatches(opening, search) : OpenMissing(opening, plain, missing);
+    if (search.First(plain.Text())) return OpenMatches(opening, search, HasWildcard(plain.Text()));
+    return OpenMissing(opening, plain, missing);
 }
 
 } // namespace

@@ -5,9 +5,9 @@
 
 class CommandContext;
 
-// Opens a path, or every file that its wildcards match. `line` (0-based, -1 for none) applies to each
-// match. With `askToCreate` a path that matches nothing is created after a question, else its directory is
-// tried. True when every open succeeded.
+// Opens a path, or every file that its wildcards match, which pass over directories. `line` (0-based, -1 for none)
+// applies to each match. With `askToCreate` a path that matches nothing is created after a question, else its directory
+// is tried. True when every open succeeded.
 bool OpenFileArgument(CommandContext& frame, const Char* path, int32_t line, bool askToCreate, bool binary);
 
 // The same for bytes, which always are an existing file's: there is nothing to ask, and a path that matches

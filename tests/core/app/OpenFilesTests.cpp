@@ -62,6 +62,25 @@ TEST_F(OpenFilesTest, TriesAllMatchesAndTellsOfAFailure) {
     EXPECT_TRUE(OpenFileArgument(frame, u"*.c", -1, true, false));
 }
 
+TEST_F(OpenFilesTest, AWildcardPassesOverDirectoriesSilently) {
+    for (const char* name : {"sub.c", "other.c"}) std::filesystem::create_directory(folder.File(name));
+    frame.failingName = u"sub.c";
+    EXPECT_TRUE(OpenFileArgument(frame, u"s*.c", -1, true, false)); // nothing else matches
+    EXPECT_EQ(frame.calls, Calls{});
+    folder.Write("some.c", "");
+    EXPECT_TRUE(OpenFileArgument(frame, u"?*.c", -1, true, false));
+    EXPECT_TRUE(OpenBinaryArgument(frame, u"s*"));
+    EXPECT_EQ(frame.calls, (Calls{u"text some.c", u"binary some.c"}));
+    EXPECT_TRUE(frame.questions.empty());
+}
+
+TEST_F(OpenFilesTest, ADirectoryThatIsNamedIsTried) {
+    std::filesystem::create_directory(folder.File("sub.c"));
+    frame.failingName = u"sub.c";
+    EXPECT_FALSE(OpenFileArgument(frame, u"sub.c", -1, true, false));
+    EXPECT_EQ(frame.calls, Calls{u"text sub.c"});
+}
+
 TEST_F(OpenFilesTest, AWildcardOfAThousandFilesIsOneBatch) {
     for (int i = 0; i < 1000; ++i) folder.Write(std::to_string(i) + ".txt", "");
     EXPECT_TRUE(OpenFileArgument(frame, u"*.txt", -1, true, false));
