@@ -17,6 +17,23 @@ bool ComesBefore(const Char* left, const Char* right) {
     return order != 0 ? order < 0 : Text::Compare(left, right) < 0;
 }
 
+bool HasBlank(const Char* name) {
+    while (*name && !Text::IsBlank(*name)) ++name;
+    return *name != 0;
+}
+
+// A program takes a name with blanks in quotes only; the commands take the rest of the line as it is.
+bool AppendName(WString& text, const Char* name, bool forProgram) {
+    if (!forProgram || !HasBlank(name)) return text.Append(name);
+    return text.AppendChar(u'"') && text.Append(name) && text.AppendChar(u'"');
+}
+
+bool AppendWithoutQuotes(WString& text, const Char* name) {
+    for (; *name; ++name)
+        if (*name != u'"' && !text.AppendChar(*name)) return false;
+    return true;
+}
+
 bool IsSelfOrParent(const Char* name) { return Text::Equal(name, u".") || Text::Equal(name, u".."); }
 
 } // namespace
@@ -36,7 +53,7 @@ const Char* CommandCompletion::Step(const Char* text, bool forward) {
     }
     // `shown` may be the text that the window showed until now, so it is built aside.
     WString built;
-    if (!built.Assign(prefix) || !built.Append(candidates[current])) return nullptr;
+    if (!built.Assign(prefix) || !AppendName(built, candidates[current], forProgram)) return nullptr;
     shown = std::move(built);
     return shown.Text();
 }
@@ -53,6 +70,7 @@ bool CommandCompletion::Collect(const Char* text) {
     const Char* argument = nullptr;
     if (!SplitCommand(text, word, argument)) return false;
     const CommandRow* const row = FindCommand(word.Text());
+    forProgram = !row;
     if (!row && *argument == 0) return CollectFiles(word.Text(), false);
     if (!prefix.Assign(word) || !prefix.AppendChar(u' ')) return false;
     return CollectKind(row ? row->completion : CompletionKind::Files, argument);
@@ -77,7 +95,7 @@ bool CommandCompletion::CollectSettings(const Char* argument) {
 // Directories are offered among the files too, since they lead to files.
 bool CommandCompletion::CollectFiles(const Char* argument, bool directoriesOnly) {
     WString pattern;
-    if (!pattern.Assign(*argument == u'"' ? argument + 1 : argument)) return false;
+    if (!AppendWithoutQuotes(pattern, argument)) return false;
     pattern.ReplaceAll(u'/', u'\\');
     WString directory;
     if (!directory.Assign(pattern.Text(), Path::FileName(pattern.Text()) - pattern.Text())) return false;

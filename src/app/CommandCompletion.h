@@ -32,4 +32,5 @@ private:
     WString shown;
     size_t current = 0;
     bool running = false;
+    bool forProgram = false; // the text is no command's: names with blanks are shown in quotes
 };

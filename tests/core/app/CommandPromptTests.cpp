@@ -187,6 +187,23 @@ TEST_F(CompletionTest, OtherWordsCompleteFileNames) {
     EXPECT_EQ(Run(u"", 5), (Calls{u"Alpha.c", u"alpha.h", u"beta.c", u"sub", u"Alpha.c"}));
 }
 
+TEST_F(CompletionTest, NamesWithBlanksAreQuotedForExternalCommands) {
+    EXPECT_EQ(Run(u"make sub\\t", 2), Calls(2, u"make \"sub\\two words.c\""));
+    EXPECT_EQ(Run(u"make sub\\", 3), (Calls{u"make sub\\inner", u"make sub\\one.c", u"make \"sub\\two words.c\""}));
+    EXPECT_EQ(Run(u"sub\\t", 1), Calls{u"\"sub\\two words.c\""});
+    EXPECT_EQ(Run(u"!make sub\\t", 1), Calls{u"!make \"sub\\two words.c\""});
+    EXPECT_EQ(Run(u"edit sub\\t", 1), Calls{u"edit sub\\two words.c"}); // takes the rest of the line
+}
+
+TEST_F(CompletionTest, ANameInQuotesIsCompletedFurther) {
+    std::filesystem::create_directories(folder.File("a dir"));
+    folder.Write("a dir/x.c", "");
+    EXPECT_EQ(Run(u"make a", 1), Calls{u"make \"a dir\""});
+    EXPECT_EQ(Run(u"make \"a dir\"\\", 1), Calls{u"make \"a dir\\x.c\""});
+    EXPECT_EQ(Run(u"make \"a dir\\x", 1), Calls{u"make \"a dir\\x.c\""});
+    EXPECT_EQ(Run(u"\"a dir\\x", 1), Calls{u"\"a dir\\x.c\""});
+}
+
 TEST_F(CompletionTest, WithoutACandidateNothingHappens) {
     EXPECT_EQ(completion.Step(u"edit zzz", true), nullptr);
     EXPECT_EQ(completion.Step(u"edit no\\such\\", false), nullptr);
