@@ -11,8 +11,9 @@ class SettingsChanges;
 struct CommandState {
     // External commands write into the one shared output document, and the command window stays open.
     bool console = false;
-    WString sessionFile;   // set by the sessionfile command only
-    WString runningScript; // the file name last given to RunScript; kept after the script ends
+    WString sessionFile; // full path; set by the sessionfile command only
+    // Full path of the innermost script that runs; after the outermost has ended, still of that one.
+    WString runningScript;
     uint32_t scriptDepth = 0;
     // Set when scripts were nested too deeply: every running one ends, then it is cleared.
     bool scriptsCancelled = false;

@@ -7,6 +7,8 @@
 #include "base/Text.h"
 #include "settings/IniFile.h"
 
+#include <utility>
+
 namespace {
 
 constexpr uint8_t Signature[] = {0xEF, 0xBB, 0xBF};
@@ -97,11 +99,17 @@ void RunScript(CommandContext& frame, const Char* file) {
     if (!name.Assign(file)) return;
     name.StripQuotes();
     WString text;
-    if (!ReadScript(name.Text(), text) || !state.runningScript.Assign(name)) return;
+    WString path;
+    if (!ReadScript(name.Text(), text) || !Platform::FullPath(name.Text(), path)) return;
 
+    WString outer = std::move(state.runningScript);
+    state.runningScript = std::move(path);
     ++state.scriptDepth;
     frame.BeginBatch();
     RunLines(frame, text.Text());
     frame.EndBatch();
-    if (--state.scriptDepth == 0) state.scriptsCancelled = false;
+    if (--state.scriptDepth == 0)
+        state.scriptsCancelled = false;
+    else
+        state.runningScript = std::move(outer);
 }

@@ -28,9 +28,15 @@ bool WriteFile(const Char* name, const Platform::ByteBlock& bytes) {
     return file.Open(name, Platform::File::Mode::Create) && file.Write(bytes.bytes, bytes.size) && file.Flush();
 }
 
+// However it is named.
+bool IsSessionFile(const CommandState& state, const Char* file) {
+    WString path;
+    return Platform::FullPath(file, path) && Platform::CompareNames(state.sessionFile.Text(), path.Text()) == 0;
+}
+
 // Only the present session's own file is replaced without a question.
 bool MayReplace(CommandContext& frame, const Char* file) {
-    if (Platform::CompareNames(frame.commands.sessionFile.Text(), file) == 0) return true;
+    if (IsSessionFile(frame.commands, file)) return true;
     if (Platform::EntryKind(file) == Platform::Entry::Missing) return true;
     WString question;
     return Text::AppendFormat(question, u"%s already exists.\nWould you like to overwrite it?", file) &&

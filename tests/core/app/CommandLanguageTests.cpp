@@ -125,6 +125,36 @@ TEST_F(CommandLanguageTest, StoresTheScriptsNameAndKeepsIt) {
     EXPECT_EQ(frame.TakeCalls(), Calls{u"mark output"});
 }
 
+TEST_F(CommandLanguageTest, TheScriptsNameIsItsFullPath) {
+    const std::u16string name = folder.Write("here.ses", "sessionfile");
+    const InDirectory scope(folder.File("."));
+    RunScript(frame, u"here.ses");
+    EXPECT_EQ(Str(frame.commands.runningScript), name);
+    EXPECT_EQ(Str(frame.commands.sessionFile), name);
+}
+
+// Also when the script leaves the directory before it names itself.
+TEST_F(CommandLanguageTest, TheScriptsNameHoldsElsewhere) {
+    std::filesystem::create_directory(folder.File("sub"));
+    const std::u16string name = folder.Write("here.ses", "cd sub\nsessionfile");
+    const InDirectory scope(folder.File("."));
+    RunScript(frame, u"here.ses");
+    EXPECT_EQ(Str(frame.commands.sessionFile), name);
+}
+
+TEST_F(CommandLanguageTest, AfterANestedScriptTheOuterOneIsTheRunningOneAgain) {
+    const std::u16string inner = folder.Write("inner", "sessionfile");
+    const std::string innerBytes(std::filesystem::path(inner).string());
+    const std::u16string outer = folder.Write("outer", "run " + innerBytes + "\nsessionfile");
+    RunScript(frame, outer.c_str());
+    EXPECT_EQ(Str(frame.commands.sessionFile), outer);
+    EXPECT_EQ(Str(frame.commands.runningScript), outer);
+    folder.Write("outer", "run " + innerBytes);
+    RunScript(frame, outer.c_str());
+    EXPECT_EQ(Str(frame.commands.sessionFile), inner);
+    EXPECT_EQ(Str(frame.commands.runningScript), outer); // the last one to end
+}
+
 TEST_F(CommandLanguageTest, AnUnreadableScriptDoesNothing) {
     const std::u16string name = folder.Write("good", "mkoutput");
     RunScript(frame, name.c_str());

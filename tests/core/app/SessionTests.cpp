@@ -84,6 +84,31 @@ TEST_F(SessionTest, AnotherLetterCaseOfTheCurrentSessionFileDoesNotAsk) {
     EXPECT_TRUE(frame.questions.empty());
 }
 
+TEST_F(SessionTest, AnotherWayToNameTheCurrentSessionFileDoesNotAsk) {
+    std::filesystem::create_directory(folder.File("sub"));
+    SetSessionFile(folder.Write("session.ses", "old"));
+    const InDirectory scope(folder.File("sub"));
+    Save(u"..\\session.ses");
+    EXPECT_EQ(folder.Read("session.ses"), "sessionfile\r\n");
+    folder.Write("session.ses", "old");
+    Save(u"\"../sub/../session.ses\"");
+    EXPECT_EQ(folder.Read("session.ses"), "sessionfile\r\n");
+    EXPECT_TRUE(frame.questions.empty());
+}
+
+TEST_F(SessionTest, ASessionRunByARelativeNameIsSavedToItsFileFromElsewhere) {
+    folder.Write("s.ses", "sessionfile\r\n");
+    std::filesystem::create_directory(folder.File("sub"));
+    const InDirectory scope(folder.File("."));
+    RunScript(frame, u"s.ses");
+    ExecuteCommandLine(frame, u"cd sub");
+    AddFile(u"C:\\a", u"e C:\\a\r\n");
+    ExecuteCommandLine(frame, u"savesession");
+    EXPECT_EQ(folder.Read("s.ses"), "sessionfile\r\ne C:\\a\r\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.File("sub/s.ses")));
+    EXPECT_TRUE(frame.questions.empty());
+}
+
 TEST_F(SessionTest, AnotherFileThanTheCurrentSessionFileAsks) {
     SetSessionFile(folder.Path("one"));
     Save(folder.Write("two", "old"));
