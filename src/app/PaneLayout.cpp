@@ -42,6 +42,13 @@ int32_t PixelSize(uint32_t size, uint32_t pixels) {
     return scaled < 0 ? 0 : scaled;
 }
 
+bool HalfHasRoom(const Pane& pane, const PaneAxis& axis, const PaneRoom& room) {
+    if (pane.*axis.size < 2) return false;
+    const bool vertical = &axis == &PaneAxisX;
+    return PixelSize(vertical ? pane.width / 2 : pane.width, room.areaWidth) >= room.minimumWidth &&
+           PixelSize(vertical ? pane.height : pane.height / 2, room.areaHeight) >= room.minimumHeight;
+}
+
 } // namespace
 
 PaneLayout::~PaneLayout() { Clear(); }
@@ -54,9 +61,10 @@ Pane* PaneLayout::MakeFirst() {
     return pane;
 }
 
-Pane* PaneLayout::MakeHalf(const Pane& pane, bool vertical) {
+Pane* PaneLayout::MakeHalf(const Pane& pane, bool vertical, const PaneRoom& room) {
     const PaneAxis& axis = vertical ? PaneAxisX : PaneAxisY;
-    Pane* const half = pane.*axis.size > 1 ? MakeFirst() : nullptr;
+    if (!HalfHasRoom(pane, axis, room)) return nullptr;
+    Pane* const half = MakeFirst();
     if (!half) return nullptr;
     half->left = pane.left;
     half->top = pane.top;

@@ -36,6 +36,14 @@ struct PixelRect {
     int32_t height = 0;
 };
 
+// The pane area in pixels and the least that a pane's window has to measure for a character to fit in.
+struct PaneRoom {
+    uint32_t areaWidth = 0;
+    uint32_t areaHeight = 0;
+    int32_t minimumWidth = 0;
+    int32_t minimumHeight = 0;
+};
+
 // Where the panes lie. It knows no windows: `window` and `view` of a pane are its user's, who gives
 // them up before the pane is freed. Pixels are those of the pane area, which begins at (0, 0).
 class PaneLayout {
@@ -59,9 +67,9 @@ public:
     // A numbered pane that covers the whole area; not yet in the layout. Null without memory.
     Pane* MakeFirst();
     // A numbered pane that covers the right (vertical) or lower half of `pane`, which itself is left as
-    // it is; not yet in the layout. Null without memory, and for a pane of one unit, whose halves would
-    // be nothing.
-    Pane* MakeHalf(const Pane& pane, bool vertical);
+    // it is; not yet in the layout. Null without memory, and when the halves would be smaller than `room`
+    // allows or nothing at all.
+    Pane* MakeHalf(const Pane& pane, bool vertical, const PaneRoom& room);
     // Puts a made pane into the layout, halving the pane it was made from (null for the first pane).
     void Adopt(Pane* made, Pane* halved, bool vertical);
     // Takes `pane` out and frees it. Its area goes to its neighbours, of which the first is returned

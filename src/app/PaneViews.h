@@ -20,7 +20,8 @@ public:
 
     // The first pane, covering everything; null on failure.
     virtual Pane* AddFirst() = 0;
-    // Splits `pane`; the new half shows `view`. False on failure, which changes nothing.
+    // Splits `pane`; the new half shows `view`. False on failure and when the halves would have no room for
+    // a character; that changes nothing.
     [[nodiscard]] virtual bool Split(Pane& pane, bool vertical, View& view) = 0;
     // Gives a pane's area to its neighbours, of which the first becomes active and gets the focus (the
     // first pane of all when none could take the area). Not for the only pane.

@@ -1,6 +1,8 @@
 #include "app/win32/PaneWindows.h"
 
 #include "document/Document.h"
+#include "settings/win32/DrawingObjects.h"
+#include "viewbase/ViewMetrics.h"
 #include "viewbase/win32/View.h"
 
 namespace {
@@ -25,6 +27,15 @@ DocumentView* DocumentSide(View& view) {
         if (candidate && candidate->AsView() == &view) return candidate;
     } while (next);
     return nullptr;
+}
+
+// A pane's frame and scroll bars, the margin and one character.
+PaneRoom RoomIn(SIZE area) {
+    const UINT dpi = DrawingObjects::Dpi();
+    const int frame = GetSystemMetricsForDpi(SM_CXEDGE, dpi) * 2;
+    return {static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy),
+            frame + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + MarginPixels() + DrawingObjects::AverageWidth(),
+            frame + GetSystemMetricsForDpi(SM_CYHSCROLL, dpi) + DrawingObjects::LineHeight()};
 }
 
 bool IsLastView(const Document& document) {
@@ -69,7 +80,7 @@ Pane* PaneWindows::AddFirst() {
 }
 
 bool PaneWindows::Split(Pane& pane, bool vertical, View& view) {
-    Pane* made = layout.MakeHalf(pane, vertical);
+    Pane* made = layout.MakeHalf(pane, vertical, RoomIn(shownArea));
     if (!made) return false;
     if (!MakeWindow(*made)) {
         delete made;
@@ -149,6 +160,7 @@ void PaneWindows::SetRedraw(bool on) {
 }
 
 void PaneWindows::LayOut(SIZE area) {
+    shownArea = area;
     const uint32_t width = static_cast<uint32_t>(area.cx > 0 ? area.cx : 0);
     const uint32_t height = static_cast<uint32_t>(area.cy > 0 ? area.cy : 0);
     for (const Pane* pane = layout.Head(); pane; pane = pane->next) {

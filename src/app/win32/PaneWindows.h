@@ -54,6 +54,7 @@ private:
     HWND parent = nullptr;
     ViewHost& host;
     PaneLayout layout;
+    SIZE shownArea = {}; // of the last LayOut
     Pane* active = nullptr;
     bool dragging = false;
     MouseCapture capture; // while dragging

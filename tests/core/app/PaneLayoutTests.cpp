@@ -55,9 +55,23 @@ TEST(PaneLayout, APaneOfOneUnitIsNotHalved) {
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, 1, 1}, {0, 1, 1, 1}}));
 }
 
+TEST(PaneLayout, APaneWithoutRoomForACharacterIsNotSplit) {
+    TestLayout layout;
+    const PaneRoom room = {400, 300, 40, 30};
+    EXPECT_EQ(layout.MakeHalf(*layout.Head(), true, {81, 300, 40, 30}), nullptr); // 40 less the gap
+    Pane* made = layout.MakeHalf(*layout.Head(), true, {82, 300, 40, 30});
+    EXPECT_NE(made, nullptr);
+    delete made;
+    int splits = 0;
+    for (Pane* half; (half = layout.MakeHalf(*layout.Head(), false, room)) != nullptr; ++splits)
+        layout.Adopt(half, layout.Head(), false);
+    EXPECT_EQ(splits, 3);                                                          // 149, 74, 36 and no 17
+    EXPECT_EQ(layout.MakeHalf(*layout.Head(), true, {400, 300, 40, 37}), nullptr); // too low already
+}
+
 TEST(PaneLayout, AMadePaneThatIsNotAdoptedChangesNothing) {
     TestLayout layout;
-    Pane* made = layout.MakeHalf(*layout.Head(), true);
+    Pane* made = layout.MakeHalf(*layout.Head(), true, {});
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Whole, Whole}}));
     delete made;
     EXPECT_EQ(layout.Split(layout.Head(), true)->number, 8194u); // numbers are not reused
@@ -66,7 +80,7 @@ TEST(PaneLayout, AMadePaneThatIsNotAdoptedChangesNothing) {
 TEST(PaneLayout, WithoutMemoryNoPaneIsMade) {
     TestLayout layout;
     const uint64_t failures = FailEachAllocation([&] {
-        Pane* made = layout.MakeHalf(*layout.Head(), true);
+        Pane* made = layout.MakeHalf(*layout.Head(), true, {});
         const bool done = made != nullptr;
         delete made;
         return done;

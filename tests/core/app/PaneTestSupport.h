@@ -40,7 +40,7 @@ inline Pane* PaneAt(const PaneLayout& layout, size_t index) {
 struct TestLayout : PaneLayout {
     TestLayout() { Adopt(MakeFirst(), nullptr, false); }
     Pane* Split(Pane* pane, bool vertical) {
-        Pane* made = MakeHalf(*pane, vertical);
+        Pane* made = MakeHalf(*pane, vertical, {});
         if (made) Adopt(made, pane, vertical);
         return made;
     }
