@@ -1,9 +1,8 @@
-#include "app/PaneAxis.h"
-#include "app/PaneLayout.h"
+#include "app/PaneFacing.h"
 
 #include <initializer_list>
 
-// Who takes over the area of a closed pane.
+// Who takes over the area of a pane that is closed.
 
 namespace {
 
@@ -11,27 +10,80 @@ namespace {
 // by the side of the closed pane on which it lies.
 struct HeirKind {
     const PaneAxis& axis;
-    bool isBehind; // below or to the right
+    bool isAfter; // below or to the right
 };
 
 constexpr HeirKind heirKinds[] = {{PaneAxisY, true}, {PaneAxisY, false}, {PaneAxisX, true}, {PaneAxisX, false}};
 
-bool Touches(const Pane& pane, const Pane& closed, const HeirKind& kind) {
+// The length of the closed pane's side along which `pane` touches it.
+uint32_t SharedSide(Pane* head, const Pane& pane, const Pane& closed, const HeirKind& kind) {
+    uint32_t length = 0;
+    VisitFacing(head, kind.axis, closed, kind.isAfter, [&](const Facing& facing) {
+        if (facing.pane == &pane && facing.Touches()) length += facing.rows;
+    });
+    return length;
+}
+
+// Round 0 demands the same span across the axis, round 1 no more than that of the closed pane and more
+// than a corner in common.
+bool IsHeir(Pane* head, const Pane& pane, const Pane& closed, const HeirKind& kind, bool exactly) {
     const PaneAxis& axis = kind.axis;
-    return kind.isBehind ? axis.Start(pane) == axis.End(closed) : axis.End(pane) == axis.Start(closed);
-}
-
-// Round 0 demands the same span across the axis. Round 1 takes narrower panes too, but only those that
-// lie within the closed pane's span: one that sticks out would grow over its own neighbour.
-bool FitsAcross(const Pane& pane, const Pane& closed, const PaneAxis& axis, bool exactly) {
+    const uint32_t shared = SharedSide(head, pane, closed, kind);
     if (exactly)
-        return axis.CrossStart(pane) == axis.CrossStart(closed) && axis.CrossEnd(pane) == axis.CrossEnd(closed);
-    return axis.CrossStart(pane) >= axis.CrossStart(closed) && axis.CrossEnd(pane) <= axis.CrossEnd(closed);
+        return shared > 0 && axis.CrossStart(pane) == axis.CrossStart(closed) &&
+               axis.CrossEnd(pane) == axis.CrossEnd(closed);
+    return shared > SliverUnits && pane.*axis.crossSize <= closed.*axis.crossSize;
 }
 
+// All of them before any grows, which changes what lies beside the closed pane. Returns the first.
+Pane* MarkHeirs(Pane* head, const Pane& closed, const HeirKind& kind, bool exactly) {
+    Pane* first = nullptr;
+    for (Pane* pane = head; pane; pane = pane->next) {
+        pane->isHeir = IsHeir(head, *pane, closed, kind, exactly);
+        if (pane->isHeir && !first) first = pane;
+    }
+    return first;
+}
+
+// The pane then covers the sliver between the two as well.
 void TakeOver(Pane& pane, const Pane& closed, const HeirKind& kind) {
-    if (kind.isBehind) pane.*kind.axis.start = kind.axis.Start(closed);
-    pane.*kind.axis.size += closed.*kind.axis.size;
+    const PaneAxis& axis = kind.axis;
+    const uint32_t end = kind.isAfter ? axis.End(pane) : axis.End(closed);
+    if (kind.isAfter) pane.*axis.start = axis.Start(closed);
+    pane.*axis.size = end - axis.Start(pane);
+}
+
+bool Overlap(const Pane& a, const Pane& b) {
+    return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
+           b.top < a.top + a.height;
+}
+
+// What is left of a pane on one side of another.
+struct Remainder {
+    const PaneAxis* axis;
+    uint32_t start;
+    uint32_t size;
+};
+
+// Cuts `pane` back to the largest rectangle beside a heir that grew over it. One that would have next to
+// nothing left keeps its place: two panes that overlap are better than one that nobody finds.
+void GiveWay(Pane& pane, const Pane& heir) {
+    constexpr uint32_t Smallest = PaneLayout::Whole / 32;
+    Remainder best = {nullptr, 0, 0};
+    uint64_t bestArea = 0;
+    const auto consider = [&](const PaneAxis& axis, uint32_t start, uint32_t end) {
+        const uint64_t area = end > start ? uint64_t{end - start} * (pane.*axis.crossSize) : 0;
+        if (area <= bestArea || end - start < Smallest) return;
+        best = {&axis, start, end - start};
+        bestArea = area;
+    };
+    for (const PaneAxis* axis : {&PaneAxisX, &PaneAxisY}) {
+        consider(*axis, axis->Start(pane), axis->Start(heir));
+        consider(*axis, axis->End(heir), axis->End(pane));
+    }
+    if (!best.axis) return;
+    pane.*best.axis->start = best.start;
+    pane.*best.axis->size = best.size;
 }
 
 } // namespace
@@ -39,15 +91,21 @@ void TakeOver(Pane& pane, const Pane& closed, const HeirKind& kind) {
 Pane* PaneLayout::GiveAway(const Pane& closed) {
     for (const bool exactly : {true, false}) {
         for (const HeirKind& kind : heirKinds) {
-            Pane* first = nullptr;
-            for (Pane* pane = panes.head; pane; pane = pane->next) {
-                if (pane == &closed || !Touches(*pane, closed, kind)) continue;
-                if (!FitsAcross(*pane, closed, kind.axis, exactly)) continue;
+            Pane* const first = MarkHeirs(panes.head, closed, kind, exactly);
+            if (!first) continue;
+            for (Pane* pane = first; pane; pane = pane->next) {
+                if (!pane->isHeir) continue;
                 TakeOver(*pane, closed, kind);
-                if (!first) first = pane;
+                CutBackBeside(*pane, closed);
             }
-            if (first) return first;
+            for (Pane* pane = first; pane; pane = pane->next) pane->isHeir = false;
+            return first;
         }
     }
     return nullptr;
+}
+
+void PaneLayout::CutBackBeside(const Pane& heir, const Pane& closed) {
+    for (Pane* pane = panes.head; pane; pane = pane->next)
+        if (!pane->isHeir && pane != &closed && Overlap(*pane, heir)) GiveWay(*pane, heir);
 }

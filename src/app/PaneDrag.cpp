@@ -1,5 +1,4 @@
-#include "app/PaneAxis.h"
-#include "app/PaneLayout.h"
+#include "app/PaneFacing.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -12,9 +11,6 @@ namespace {
 
 constexpr uint32_t Whole = PaneLayout::Whole;
 
-// Halving rounds down, which leaves slivers of some units between panes that count as touching.
-constexpr uint32_t SliverUnits = 32;
-
 uint32_t FractionOf(int32_t pixels, uint32_t area) {
     if (pixels <= 0 || area == 0) return 0;
     return static_cast<uint32_t>(std::min<uint64_t>(static_cast<uint64_t>(pixels) * Whole / area, Whole));
@@ -24,51 +20,11 @@ uint32_t FractionOfLength(uint32_t pixels, uint32_t area) {
     return static_cast<uint32_t>(uint64_t{pixels} * Whole / area);
 }
 
-// The start of the next group of rows below `row` in which the panes beside each other change.
-uint32_t NextRow(const Pane* head, const PaneAxis& axis, uint32_t row, uint32_t end) {
-    uint32_t next = end;
-    for (const Pane* pane = head; pane; pane = pane->next)
-        for (const uint32_t edge : {axis.CrossStart(*pane), axis.CrossEnd(*pane)})
-            if (edge > row && edge < next) next = edge;
-    return next;
-}
-
-// The pane nearest to `from` in a row, on its high or its low side; null up to the border.
-Pane* NearestInRow(Pane* head, const PaneAxis& axis, const Pane& from, uint32_t row, bool high) {
-    Pane* nearest = nullptr;
-    for (Pane* pane = head; pane; pane = pane->next) {
-        if (pane == &from || row < axis.CrossStart(*pane) || row >= axis.CrossEnd(*pane)) continue;
-        if (high ? axis.Start(*pane) < axis.End(from) : axis.End(*pane) > axis.Start(from)) continue;
-        if (!nearest || (high ? axis.Start(*pane) < axis.Start(*nearest) : axis.End(*pane) > axis.End(*nearest)))
-            nearest = pane;
-    }
-    return nearest;
-}
-
-// What lies beside one side of a pane in some rows.
-struct Facing {
-    Pane* pane;   // the nearest one, null up to the border
-    bool touches; // no more than a sliver lies between
-    bool isThin;  // the rows are a sliver themselves
-};
-
-template <class Visit> void VisitFacing(Pane* head, const PaneAxis& axis, const Pane& pane, bool high, Visit visit) {
-    const uint32_t end = axis.CrossEnd(pane);
-    for (uint32_t row = axis.CrossStart(pane), next = 0; row < end; row = next) {
-        next = NextRow(head, axis, row, end);
-        Facing facing = {NearestInRow(head, axis, pane, row, high), false, next - row <= SliverUnits};
-        if (facing.pane) {
-            const uint32_t gap =
-                high ? axis.Start(*facing.pane) - axis.End(pane) : axis.Start(pane) - axis.End(*facing.pane);
-            facing.touches = gap <= SliverUnits;
-        }
-        visit(facing);
-    }
-}
-
-bool HasNeighbour(Pane* head, const PaneAxis& axis, const Pane& pane, bool high) {
+// Everything but the border of the area can be dragged: a gap, and the side of an empty place.
+bool IsDraggable(Pane* head, const PaneAxis& axis, const Pane& pane, bool high) {
     bool found = false;
-    VisitFacing(head, axis, pane, high, [&](const Facing& facing) { found = found || facing.pane; });
+    VisitFacing(head, axis, pane, high,
+                [&](const Facing& facing) { found = found || facing.pane || !facing.Touches(); });
     return found;
 }
 
@@ -89,7 +45,7 @@ uint32_t TouchedEdges(Pane* head, const PaneAxis& axis, const Pane& pane, const 
     uint32_t edges = 0;
     for (const bool high : {false, true}) {
         const uint32_t edge = high ? axis.End(pane) : axis.Start(pane);
-        if (IsWithin(pointer.along, edge, edge, pointer.slackAlong) && HasNeighbour(head, axis, pane, high))
+        if (IsWithin(pointer.along, edge, edge, pointer.slackAlong) && IsDraggable(head, axis, pane, high))
             edges |= high ? axis.highEdge : axis.lowEdge;
     }
     return edges;
@@ -99,7 +55,7 @@ uint32_t TouchedEdges(Pane* head, const PaneAxis& axis, const Pane& pane, const 
 void MarkTouching(Pane* head, const PaneAxis& axis) {
     bool grown = false;
     const auto mark = [&](const Facing& facing, uint32_t edge) {
-        if (!facing.touches || (facing.pane->dragEdges & edge)) return;
+        if (!facing.pane || !facing.Touches() || (facing.pane->dragEdges & edge)) return;
         facing.pane->dragEdges |= edge;
         grown = true;
     };
@@ -118,22 +74,38 @@ void MarkTouching(Pane* head, const PaneAxis& axis) {
 struct Range {
     int64_t low = 0;
     int64_t high = Whole;
+    // The far sides of the empty places that the edges face; out of reach without one.
+    int64_t emptyLow = -1;
+    int64_t emptyHigh = Whole + 1;
 
     void AtLeast(int64_t position) { low = std::max(low, position); }
     void AtMost(int64_t position) { high = std::min(high, position); }
+
+    // The allowed place that is nearest. One that would leave less than `slack` of an empty place closes
+    // it: at the border of a screen no pointer gets farther.
+    uint32_t Nearest(int64_t position, int64_t slack) const {
+        position = std::clamp(position, low, high);
+        if (emptyLow == low && position - low <= slack) position = low;
+        if (emptyHigh == high && high - position <= slack) position = high;
+        return static_cast<uint32_t>(position);
+    }
 };
 
 // A marked edge stops at what it faces across an empty place, and beside such a place it only moves
 // forward: nothing would cover what it left.
 void LimitEdge(Pane* head, const PaneAxis& axis, const Pane& pane, bool high, Range& range) {
     VisitFacing(head, axis, pane, high, [&](const Facing& facing) {
-        if (facing.touches) return;
+        if (facing.pane && facing.Touches()) return;
         if (high) {
-            if (facing.pane) range.AtMost(axis.Start(*facing.pane));
-            if (!facing.isThin) range.AtLeast(axis.End(pane));
+            range.AtMost(facing.edge);
+            if (facing.IsThin()) return;
+            range.AtLeast(axis.End(pane));
+            range.emptyHigh = std::min<int64_t>(range.emptyHigh, facing.edge);
         } else {
-            if (facing.pane) range.AtLeast(axis.End(*facing.pane));
-            if (!facing.isThin) range.AtMost(axis.Start(pane));
+            range.AtLeast(facing.edge);
+            if (facing.IsThin()) return;
+            range.AtMost(axis.Start(pane));
+            range.emptyLow = std::max<int64_t>(range.emptyLow, facing.edge);
         }
     });
 }
@@ -170,7 +142,7 @@ void DragAxis(Pane* head, const PaneAxis& axis, uint32_t position, uint32_t area
     MarkTouching(head, axis);
     const Range range = AllowedRange(head, axis, FractionOfLength(PaneLayout::MinimumPixels, area));
     if (range.low > range.high) return; // some pane is too small already
-    MoveEdges(head, axis, static_cast<uint32_t>(std::clamp<int64_t>(position, range.low, range.high)));
+    MoveEdges(head, axis, range.Nearest(position, FractionOfLength(PaneLayout::HitPixels, area)));
 }
 
 // The edges of one pane that the pointer touches; the area is not empty.
@@ -195,6 +167,7 @@ uint32_t PaneLayout::EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t 
 
 uint32_t PaneLayout::BeginDrag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
     EndDrag();
+    CloseSlivers();
     uint32_t edges = 0;
     if (areaWidth == 0 || areaHeight == 0) return edges;
     for (Pane* pane = panes.head; pane; pane = pane->next) {

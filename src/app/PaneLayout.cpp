@@ -1,8 +1,24 @@
 #include "app/PaneLayout.h"
 
-#include "app/PaneAxis.h"
+#include "app/PaneFacing.h"
+
+#include <algorithm>
+#include <initializer_list>
 
 namespace {
+
+// Extends a side of the pane over the sliver that it faces, where it faces nothing wider.
+void ExtendOverSliver(Pane* head, const PaneAxis& axis, Pane& pane, bool high) {
+    uint32_t reach = PaneLayout::Whole;
+    bool isBesideEmpty = false;
+    VisitFacing(head, axis, pane, high, [&](const Facing& facing) {
+        reach = std::min(reach, facing.gap);
+        isBesideEmpty = isBesideEmpty || (!facing.Touches() && !facing.IsThin());
+    });
+    if (isBesideEmpty || reach > SliverUnits) return;
+    if (!high) pane.*axis.start -= reach;
+    pane.*axis.size += reach;
+}
 
 int32_t Scaled(uint32_t fraction, uint32_t pixels) { return static_cast<int32_t>(uint64_t{fraction} * pixels >> 16); }
 
@@ -11,6 +27,11 @@ int32_t PixelStart(uint32_t start, uint32_t pixels) { return Scaled(start, pixel
 int32_t PixelSize(uint32_t size, uint32_t pixels) {
     const int32_t scaled = Scaled(size, pixels) - (size != PaneLayout::Whole);
     return scaled < 0 ? 0 : scaled;
+}
+
+void FillArea(Pane& pane) {
+    pane.left = pane.top = 0;
+    pane.width = pane.height = PaneLayout::Whole;
 }
 
 bool HalfHasRoom(const Pane& pane, const PaneAxis& axis, const PaneRoom& room) {
@@ -28,7 +49,7 @@ Pane* PaneLayout::MakeFirst() {
     auto* const pane = new Pane;
     if (!pane) return nullptr;
     pane->number = nextNumber++;
-    pane->width = pane->height = Whole;
+    FillArea(*pane);
     return pane;
 }
 
@@ -56,10 +77,20 @@ bool PaneLayout::Close(Pane* pane, Pane*& heir) {
     heir = nullptr;
     if (panes.head == panes.tail) return false;
     EndDrag();
+    CloseSlivers();
     heir = GiveAway(*pane);
     panes.Remove(pane);
     delete pane;
+    if (panes.head == panes.tail) FillArea(*panes.head);
     return true;
+}
+
+void PaneLayout::CloseSlivers() {
+    // Rounding cuts the right and lower sides, so extending these restores what was there before the
+    // splits. The other sides are for what is left beside an empty place.
+    for (const bool high : {true, false})
+        for (const PaneAxis* axis : {&PaneAxisX, &PaneAxisY})
+            for (Pane* pane = panes.head; pane; pane = pane->next) ExtendOverSliver(panes.head, *axis, *pane, high);
 }
 
 void PaneLayout::Clear() {

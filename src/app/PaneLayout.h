@@ -27,6 +27,7 @@ struct Pane : HeapObject {
     uint32_t dragEdges = 0; // PaneEdge bits: the edges that the present drag moves
     Pane* next = nullptr;   // in order of creation
     Pane* previous = nullptr;
+    bool isHeir = false; // while a neighbour is closed: takes over some of its area
 };
 
 struct PixelRect {
@@ -73,16 +74,19 @@ public:
     // Puts a made pane into the layout, halving the pane it was made from (null for the first pane).
     void Adopt(Pane* made, Pane* halved, bool vertical);
     // Takes `pane` out and frees it. Its area goes to its neighbours, of which the first is returned
-    // (null when none could take it). The only pane is not taken out: false.
+    // (null when none could take it); a neighbour that thereby grows over other panes cuts them back. A
+    // pane that is left alone fills the area. The only pane is not taken out: false.
     bool Close(Pane* pane, Pane*& heir);
+    // Gives what rounding left between the panes to the panes beside it; Close and BeginDrag do so first.
+    void CloseSlivers();
     // Frees all panes.
     void Clear();
 
     // The pane's window in an area of that size. Neither side is ever negative.
     static PixelRect Rectangle(const Pane& pane, uint32_t areaWidth, uint32_t areaHeight);
 
-    // The kinds of edges (PaneEdge bits of all panes together) that a pointer touches; the area's own
-    // borders are none.
+    // The kinds of edges (PaneEdge bits of all panes together) that a pointer touches, those beside an
+    // empty place included; the area's own borders are none.
     uint32_t EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const;
     // Marks these edges as moved by a drag and returns what EdgesAt does. Edges that touch a moved one
     // across a gap move along.
@@ -93,6 +97,7 @@ public:
 
 private:
     Pane* GiveAway(const Pane& closed);
+    void CutBackBeside(const Pane& heir, const Pane& closed);
 
     List<Pane> panes;
     uint32_t nextNumber = FirstNumber;

@@ -91,24 +91,60 @@ TEST_F(PaneCloseTest, AllSmallerNeighboursOfAKindShareTheArea) {
 }
 
 TEST_F(PaneCloseTest, ASmallerNeighbourLeavesTheRestUncovered) {
-    layout.Set({{0, 0, Whole, Half}, {0, Half, Half, Half}});
+    layout.Set({{0, 0, Half, Half}, {0, Half, Quarter, Half}, {Half, 0, Quarter, Whole}, {Half + Quarter, 0, 1, 1}});
     EXPECT_EQ(Close(0), 0);
-    EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Half, Whole}}));
+    EXPECT_EQ(FractionOf(*PaneAt(layout, 0)), (Fraction{0, 0, Quarter, Whole}));
+    EXPECT_EQ(FractionOf(*PaneAt(layout, 1)), (Fraction{Half, 0, Quarter, Whole}));
 }
 
-TEST_F(PaneCloseTest, ANeighbourThatSticksOutIsPassedOver) {
-    // The lower panes meet at a quarter, the upper ones at the half: the second lower one is no wider than
-    // the closed pane but would grow over the pane beside it.
-    layout.Set({{0, 0, Half, Half}, {Half, 0, Half, Quarter}, {0, Half, Quarter, Half}, {Quarter, Half, Half, Half}});
-    EXPECT_EQ(Close(0), 1);
+// The lower panes meet at a quarter, the upper ones at the half: the second lower one is no wider than the
+// closed pane but reaches under the pane beside it, which makes room.
+TEST_F(PaneCloseTest, ANeighbourThatSticksOutTakesOverToo) {
+    layout.Set({{0, 0, Half, Half},
+                {Half, 0, Half, Quarter},
+                {Half, Quarter, Half, Quarter},
+                {0, Half, Quarter, Half},
+                {Quarter, Half, Half, Half},
+                {Half + Quarter, Half, Quarter, Half}});
+    EXPECT_EQ(Close(0), 2);
+    EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{Half + Quarter, 0, Quarter, Quarter},
+                                                      {Half + Quarter, Quarter, Quarter, Quarter},
+                                                      {0, 0, Quarter, Whole},
+                                                      {Quarter, 0, Half, Whole},
+                                                      {Half + Quarter, Half, Quarter, Half}}));
+}
+
+TEST_F(PaneCloseTest, AWiderNeighbourBelowDoesNotTakeOver) {
+    layout.Set({{0, 0, Half, Half}, {Half, 0, Half, Quarter}, {Half, Quarter, Half, Quarter}, {0, Half, Whole, Half}});
+    EXPECT_EQ(Close(0), 0); // the panes to the right are not taller
     EXPECT_EQ(layout.Places(),
-              (std::vector<Fraction>{{Half, 0, Half, Quarter}, {0, 0, Quarter, Whole}, {Quarter, Half, Half, Half}}));
+              (std::vector<Fraction>{{0, 0, Whole, Quarter}, {0, Quarter, Whole, Quarter}, {0, Half, Whole, Half}}));
+}
+
+// Only a corner touches.
+TEST_F(PaneCloseTest, APaneThatIsNotBelowDoesNotTakeOver) {
+    layout.Set({{0, 0, Half, Half},
+                {Half, 0, Half, Half},
+                {0, Half, Half + Quarter, Half},
+                {Half + Quarter, Half, Quarter, Half}});
+    EXPECT_EQ(Close(0), 0);
+    EXPECT_EQ(FractionOf(*PaneAt(layout, 0)), (Fraction{0, 0, Whole, Half}));
+    EXPECT_EQ(FractionOf(*PaneAt(layout, 2)), (Fraction{Half + Quarter, Half, Quarter, Half}));
 }
 
 TEST_F(PaneCloseTest, WithoutANeighbourTheAreaStaysEmpty) {
+    layout.Set({{0, 0, Half, Half}, {Half, 0, Quarter, Whole}, {Half + Quarter, 0, Quarter, Whole}});
+    EXPECT_EQ(Close(0), -1);
+    EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{Half, 0, Quarter, Whole}, {Half + Quarter, 0, Quarter, Whole}}));
+}
+
+TEST_F(PaneCloseTest, ThePaneThatIsLeftAloneFillsTheArea) {
     layout.Set({{0, 0, Half, Half}, {Half, 0, Half, Whole}});
     EXPECT_EQ(Close(0), -1);
-    EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{Half, 0, Half, Whole}}));
+    EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Whole, Whole}}));
+    layout.Set({{Quarter, Quarter, 7, 9}, {0, 0, Half - 3, 5}});
+    EXPECT_EQ(Close(1), -1);
+    EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Whole, Whole}}));
 }
 
 } // namespace

@@ -287,7 +287,7 @@ TEST_F(PaneDragTest, SliversOfRoundingStopNothing) {
     DragTo(512, 100, 700, 100);
     EXPECT_EQ(layout.Places(),
               (std::vector<Fraction>{
-                  {0, 0, Units(700), Half - 1}, {0, Half, Units(700), Half}, {Units(700), 0, Units(324), Whole}}));
+                  {0, 0, Units(700), Half}, {0, Half, Units(700), Half}, {Units(700), 0, Units(324), Whole}}));
     DragTo(300, 512, 300, 600);
     EXPECT_EQ(PaneAt(layout, 0)->height, Units(600));
     EXPECT_EQ(PaneAt(layout, 1)->top, Units(600));
