@@ -32,12 +32,12 @@ uint32_t MacroWindows::PhysicalModifiers() const {
 }
 
 void MacroWindows::SetModifiers(uint32_t modifiers) {
-    BYTE keys[256] = {};
-    GetKeyboardState(keys);
-    keys[VK_SHIFT] = KeyState(modifiers, MacroModifier::Shift);
-    keys[VK_CONTROL] = KeyState(modifiers, MacroModifier::Ctrl);
-    keys[VK_MENU] = KeyState(modifiers, MacroModifier::Alt);
-    SetKeyboardState(keys);
+    BYTE states[256] = {};
+    GetKeyboardState(states);
+    states[VK_SHIFT] = KeyState(modifiers, MacroModifier::Shift);
+    states[VK_CONTROL] = KeyState(modifiers, MacroModifier::Ctrl);
+    states[VK_MENU] = KeyState(modifiers, MacroModifier::Alt);
+    SetKeyboardState(states);
 }
 
 bool MacroWindows::TakeEscape() { return TakeQueuedEscape(); }

@@ -16,8 +16,8 @@ using namespace std::string_literals;
 // outside; `shift` characters come before it, for every alignment to the vectors.
 class Exact {
 public:
-    Exact(const std::u16string& text, size_t shift)
-        : shift(shift), count(text.size()), block(new Char[shift + text.size()]) {
+    Exact(const std::u16string& text, size_t charactersBefore)
+        : shift(charactersBefore), count(text.size()), block(new Char[charactersBefore + text.size()]) {
         for (size_t i = 0; i < shift; ++i) block[i] = i % 2 ? u'\n' : 0;
         std::copy(text.begin(), text.end(), block.get() + shift);
     }
