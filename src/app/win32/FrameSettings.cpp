@@ -7,10 +7,13 @@
 #include "app/win32/SettingsStore.h"
 #include "document/TextBuffer.h"
 #include "settings/Settings.h"
+#include "settings/win32/DrawingObjects.h"
 
 void FrameSettings::Reapply(const SettingsChanges& changes) {
     // Engines have colours of their own; making them again costs every document its line states.
     if (!changes.HoldsColour()) return Apply(0);
+    // The only drawing object without a change handler of its own. Without memory the old one stays.
+    static_cast<void>(DrawingObjects::RefreshSpaceDot());
     DropEngines();
     store.ReloadEngineDefinitions();
     Apply(SettingsChanged::Engine);

@@ -114,6 +114,12 @@ bool DrawingObjects::RebuildForDpi(uint32_t dpi) {
     return RebuildFont();
 }
 
+bool DrawingObjects::RefreshSpaceDot() {
+    const WindowDc screen(nullptr);
+    const MemoryDc memory(screen.Get());
+    return RebuildSpaceDot(screen.Get(), memory.Get());
+}
+
 uint32_t DrawingObjects::Dpi() {
     if (drawing.dpi == 0) drawing.dpi = static_cast<uint32_t>(GetDeviceCaps(WindowDc(nullptr).Get(), LOGPIXELSY));
     return drawing.dpi;

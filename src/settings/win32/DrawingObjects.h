@@ -17,6 +17,10 @@ void Release();
 bool RebuildForDpi(uint32_t dpi);
 uint32_t Dpi();
 
+// Fills the dot that marks a space with SpaceColor, for a change of that alone. False when it could not be made; the
+// old one stays then.
+bool RefreshSpaceDot();
+
 // Called after every rebuild of the font: the views must measure again, lay out and repaint.
 void SetMetricsListener(void (*listener)());
 // Changes with every rebuild of the font, for caches of character widths.
@@ -33,7 +37,7 @@ HBRUSH MarginBrush();
 HBRUSH BookmarkBrush();
 HBRUSH BackgroundBrush();
 HBRUSH SelectionBrush();
-// 2 x 2 pixels of SpaceColor as it was when the font was last rebuilt.
+// 2 x 2 pixels of SpaceColor as it was when the font was last rebuilt or the dot refreshed.
 HBITMAP SpaceDot();
 
 } // namespace DrawingObjects
