@@ -9,7 +9,7 @@ endif()
 
 add_library(orvane_options INTERFACE)
 target_include_directories(orvane_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
-target_compile_options(orvane_options INTERFACE -Wall -Wextra -Wconversion -fno-exceptions -fno-rtti)
+target_compile_options(orvane_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -fno-exceptions -fno-rtti)
 if(ORVANE_WERROR)
     target_compile_options(orvane_options INTERFACE -Werror)
 endif()

@@ -215,10 +215,10 @@ TEST_F(HexTest, OffsetsBeyondFourGigabytesAreShownEditedAndSaved) {
     EXPECT_TRUE(GetFileSizeEx(saved, &size));
     EXPECT_EQ(size.QuadPart, Size);
     end.QuadPart = 0x14000000ALL;
-    unsigned char byte = 0;
+    unsigned char value = 0;
     DWORD read = 0;
-    EXPECT_TRUE(SetFilePointerEx(saved, end, nullptr, FILE_BEGIN) && ReadFile(saved, &byte, 1, &read, nullptr));
-    EXPECT_EQ(byte, 0xC3);
+    EXPECT_TRUE(SetFilePointerEx(saved, end, nullptr, FILE_BEGIN) && ReadFile(saved, &value, 1, &read, nullptr));
+    EXPECT_EQ(value, 0xC3);
     CloseHandle(saved);
 }
 

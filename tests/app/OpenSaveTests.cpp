@@ -75,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(Files, FormatTest,
                                          FileFormat{"BigEndianDos", Encoding::UnicodeBigEndian, L"\r\n", L"\tDos"},
                                          FileFormat{"Utf8Unix", Encoding::Utf8, L"\n", L"\tUnix"},
                                          FileFormat{"Utf8Dos", Encoding::Utf8, L"\r\n", L"\tDos"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& test) { return std::string(test.param.name); });
 
 using OpenSaveTest = AppTest;
 
@@ -105,8 +105,8 @@ TEST_F(OpenSaveTest, EmptyFileIsDosAndCanBeEmptyAgain) {
 
 TEST_F(OpenSaveTest, EveryAnsiByteSurvives) {
     std::string bytes;
-    for (int byte = 1; byte < 256; byte++)
-        if (byte != '\r' && byte != '\n') bytes += static_cast<char>(byte);
+    for (int value = 1; value < 256; value++)
+        if (value != '\r' && value != '\n') bytes += static_cast<char>(value);
     ASSERT_TRUE(OpenFile(L"bytes.txt", bytes));
     ASSERT_TRUE(editor.Type(L"x"));
     EXPECT_EQ(SaveAndRead(L"bytes.txt"), "x" + bytes);

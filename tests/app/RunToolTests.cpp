@@ -372,8 +372,8 @@ TEST_F(ToolTest, ADeletedToolIsGoneWithItsKey) {
 }
 
 TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {
-    const std::string before = "[Tool]\nDisplayName=x\nCommand=y\n";
-    Settings(before);
+    const std::string written = "[Tool]\nDisplayName=x\nCommand=y\n";
+    Settings(written);
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     const HWND tools = OpenDialog(IDM_CUSTOMIZE);
     ASSERT_TRUE(tools);
@@ -381,7 +381,7 @@ TEST_F(ToolTest, CancelInTheToolsDialogWritesNothing) {
     Settle();
     ASSERT_TRUE(editor.Keys(L"Escape"));
     EXPECT_TRUE(WaitUntilSaved());
-    EXPECT_EQ(files::Read(files::SettingsPath()), before);
+    EXPECT_EQ(files::Read(files::SettingsPath()), written);
     EXPECT_EQ(ToolItems(), Names({L"x"}));
 }
 

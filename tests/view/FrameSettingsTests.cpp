@@ -2,7 +2,6 @@
 
 #include "app/CommandLanguage.h"
 #include "base/win32/Handles.h"
-#include "settings/IniFile.h"
 #include "settings/win32/DrawingObjects.h"
 #include "view/OwnFrameTest.h"
 
@@ -10,11 +9,7 @@ namespace {
 
 class FrameSettingsTest : public OwnFrameTest {
 protected:
-    void BeforeFrame() override { ::Application::globals.iniFile = &file; }
-    void TearDown() override {
-        OwnFrameTest::TearDown();
-        ::Application::globals.iniFile = nullptr;
-    }
+    void BeforeFrame() override { ASSERT_TRUE(store.Load()); }
 
     static COLORREF DotColour() {
         const WindowDc screen(nullptr);
@@ -22,8 +17,6 @@ protected:
         const SelectedObject selected(memory.Get(), DrawingObjects::SpaceDot());
         return GetPixel(memory.Get(), 1, 1);
     }
-
-    IniFile file;
 };
 
 } // namespace

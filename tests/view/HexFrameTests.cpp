@@ -114,10 +114,10 @@ TEST_F(HexPanesTest, WhatOnePaneSavesAllOfThemShowAsSaved) {
     for (const HWND pane : Panes()) UpdateWindow(pane);
     Command(IDM_SAVE);
     for (const HWND pane : Panes()) EXPECT_TRUE(GetUpdateRect(pane, nullptr, FALSE));
-    for (HexEditor* view : Views()) {
+    for (HexEditor* shown : Views()) {
         uint32_t count = 0;
-        EXPECT_EQ(*view->Page().BytesAt(*file, 0, count), 'A');
-        EXPECT_FALSE(view->Page().IsChanged(0));
+        EXPECT_EQ(*shown->Page().BytesAt(*file, 0, count), 'A');
+        EXPECT_FALSE(shown->Page().IsChanged(0));
     }
 }
 

@@ -41,7 +41,7 @@ protected:
     HexEditor& Bytes() const { return hex->Editor(); }
     // Where a character of the hex column starts, and the first pixel of a row.
     int HexX(int column) const { return Bytes().TextLeft() + column * Average(); }
-    int TextX(int byte) const { return HexX(static_cast<int>(HexEditor::TextColumn) + byte); }
+    int TextX(int at) const { return HexX(static_cast<int>(HexEditor::TextColumn) + at); }
     int Y(int row) const { return row * LineHeight(); }
     // Whether a cell of one row has pixels of the colour.
     bool Has(const Picture& picture, Colour colour, int left, int right, int row) const {
@@ -74,11 +74,11 @@ TEST_F(HexPaintTest, TheColumnsStandBesideEachOther) {
     EXPECT_TRUE(Has(picture, Red, 0, 4 * Average(), 0));
     EXPECT_TRUE(Has(picture, Green, 0, 4 * Average(), 0));
     EXPECT_TRUE(IsAll(picture, Blue, 4 * Average(), 4 * Average() + 20, 0));
-    for (int byte = 0; byte < 16; ++byte) {
-        EXPECT_TRUE(Has(picture, 0, HexX(3 * byte), HexX(3 * byte + 1), 0)) << byte;
-        EXPECT_TRUE(Has(picture, 0, HexX(3 * byte + 1), HexX(3 * byte + 2), 0)) << byte;
-        EXPECT_TRUE(IsAll(picture, Sand, HexX(3 * byte + 2), HexX(3 * byte + 3), 0)) << byte;
-        EXPECT_TRUE(Has(picture, 0, TextX(byte), TextX(byte + 1), 0)) << byte;
+    for (int at = 0; at < 16; ++at) {
+        EXPECT_TRUE(Has(picture, 0, HexX(3 * at), HexX(3 * at + 1), 0)) << at;
+        EXPECT_TRUE(Has(picture, 0, HexX(3 * at + 1), HexX(3 * at + 2), 0)) << at;
+        EXPECT_TRUE(IsAll(picture, Sand, HexX(3 * at + 2), HexX(3 * at + 3), 0)) << at;
+        EXPECT_TRUE(Has(picture, 0, TextX(at), TextX(at + 1), 0)) << at;
     }
     EXPECT_TRUE(IsAll(picture, Sand, HexX(47), TextX(0), 0));
     EXPECT_TRUE(IsAll(picture, Sand, TextX(16), TextX(16) + 30, 0));
@@ -159,9 +159,9 @@ TEST_F(HexPaintTest, TheSelectionShowsInBothColumnsAndBeforeModifiedBytes) {
     const Picture picture = Shot();
     EXPECT_FALSE(picture.Has(Green, 0, 0, TextX(16), Y(5)));
     EXPECT_FALSE(Has(picture, White, HexX(0), HexX(6), 0));
-    for (int byte = 2; byte < 16; ++byte) {
-        EXPECT_TRUE(Has(picture, Blue, HexX(3 * byte), HexX(3 * byte + 2), 0)) << byte;
-        EXPECT_TRUE(Has(picture, Blue, TextX(byte), TextX(byte + 1), 0)) << byte;
+    for (int at = 2; at < 16; ++at) {
+        EXPECT_TRUE(Has(picture, Blue, HexX(3 * at), HexX(3 * at + 2), 0)) << at;
+        EXPECT_TRUE(Has(picture, Blue, TextX(at), TextX(at + 1), 0)) << at;
     }
     // The blank after a byte belongs to it, but there is none after the row's last one.
     EXPECT_TRUE(IsAll(picture, White, HexX(8), HexX(9), 0));

@@ -190,7 +190,7 @@ TEST(TextBuffer, UndoAndRedoOfADocumentMadeReadOnlyDoNothing) {
     document->InsertText(0, u"y", 1);
     document->Undo();
     document->MarkAsOutput();
-    for (const uint32_t command : {DocumentCommand::Undo, DocumentCommand::Redo}) {
+    for (const DocumentCommand command : {DocumentCommand::Undo, DocumentCommand::Redo}) {
         EXPECT_FALSE(document->CanDo(command));
         EXPECT_TRUE(document->DoCommand(command));
         EXPECT_EQ(document.Text(), u"xabc");

@@ -79,7 +79,7 @@ struct TagColourTest : ViewTest {
         }
     }
     void AnyMove(Random& random) {
-        const uint32_t lines = view().LineCount();
+        const uint32_t lines = view().Text().LineCount();
         if (random.OneIn(3))
             view().SetTopLine(random.Below(lines));
         else
