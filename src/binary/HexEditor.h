@@ -105,7 +105,7 @@ private:
     ScrollState Scrolled() const { return {RowCount(), visibleRows, topRow}; }
     void ToHighNibble();
     void UpdateCaret(bool scrollIntoView);
-    void PlaceCaret();
+    void ShowCaret();
     void UpdateScrollBar();
     void InvalidateBytes(uint64_t first, uint64_t second);
     bool Search(bool backward, ByteHit& hit);

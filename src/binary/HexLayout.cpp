@@ -40,13 +40,13 @@ void HexEditor::UpdateCaret(bool scrollIntoView) {
             ScrollToRow(row - rows + 1);
     }
     if (surface.HasFocus()) {
-        PlaceCaret();
+        ShowCaret();
         RefreshStatus();
     }
     UpdateScrollBar();
 }
 
-void HexEditor::PlaceCaret() {
+void HexEditor::ShowCaret() {
     const ViewMetrics& metrics = surface.Metrics();
     const auto column = static_cast<int32_t>(caret % BytesPerRow * 3 + lowNibble);
     // A row that far away is out of sight either way.

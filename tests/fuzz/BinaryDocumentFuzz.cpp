@@ -138,9 +138,11 @@ void Session::Edit() {
 }
 
 void Session::Save() {
+    // Without changes nothing is written, and what became of the file does not matter.
+    const bool unchanged = !document->IsModified();
     const bool saved = document->Save(nullptr, 0, 0);
-    Require(saved != isDamaged);
-    if (!saved) return;
+    Require(saved == (unchanged || !isDamaged));
+    if (isDamaged) return;
     onDisk = content;
     Require(!document->IsModified() && ReadFile() == onDisk);
 }
