@@ -7,7 +7,7 @@ class TextEditor;
 // Find and replace in a text view; the texts and options are those of `findState`.
 namespace EditorFind {
 
-// Takes a selection within one line as the search text. False when there was none such.
+// Takes a selection within one line as the search text. False when there was none.
 bool TakeTextFromSelection(TextEditor& editor);
 void ShowFind(TextEditor& editor);
 void ShowReplace(TextEditor& editor);

@@ -15,7 +15,7 @@ MatchResult MatchList::Gather(const TextBuffer& document, const SearchQuery& sea
     // The rules of whole words are applied here.
     const SearchQuery anywhere = {search.text, search.length, search.matchCase, false};
     if (search.length == 0 || end - start < search.length) return MatchResult::Done;
-    const uint32_t limit = end - search.length + 1; // no match may start here or behind
+    const uint32_t limit = end - search.length + 1; // no match may start here or later
     const uint32_t slice = search.Slice();
     uint32_t reported = start;
     for (uint32_t from = start; from < limit;) {

@@ -44,7 +44,7 @@ TEST_F(PaintTest, SelectionCutsTheRunsAndShowsTheLineEndAsOneCell) {
     EXPECT_FALSE(picture.Has(green, ColumnX(0), 0, ColumnX(2), LineHeight()));
     EXPECT_TRUE(picture.Has(green, ColumnX(2), 0, ColumnX(4), LineHeight()));
     EXPECT_TRUE(picture.Has(Red, ColumnX(2), 0, ColumnX(4), LineHeight()));
-    // The cell after the last character stands for the line feed.
+    // The cell after the last character represents the line feed.
     EXPECT_TRUE(picture.IsAll(green, ColumnX(4), 0, ColumnX(5), LineHeight()));
     EXPECT_FALSE(picture.Has(green, ColumnX(5), 0, picture.width, LineHeight()));
     EXPECT_FALSE(picture.Has(green, 0, LineHeight(), picture.width, 2 * LineHeight()));

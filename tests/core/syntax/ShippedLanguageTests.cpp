@@ -38,7 +38,7 @@ protected:
         EXPECT_FALSE(list.starts_with(' ') || list.ends_with(' ')) << what << ": a space at an end";
     }
 
-    // Nothing may stand in the way of a keyword: neither another kind of piece that begins like it, nor a shorter
+    // Nothing may hide a keyword: neither another kind of piece that begins like it, nor a shorter
     // keyword that is found first.
     static void CheckKeyword(const std::string& word, const std::set<std::string>& all, const IniSection& section) {
         EXPECT_FALSE(word[0] == '"' || word[0] == '\'' || Text::IsDigit(static_cast<Char>(word[0]))) << word;
