@@ -1,5 +1,5 @@
-// What the file dialogs leave behind. The system's own, which change the current directory whatever they are told,
-// are replaced.
+// The current directory after a file dialog. The system's own dialogs are replaced: they change it whatever they are
+// told.
 
 #include "CallCounter.h"
 #include "app/win32/FileDialogs.h"
