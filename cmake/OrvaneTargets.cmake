@@ -65,6 +65,13 @@ function(orvane_protect target)
     endif()
 endfunction()
 
+# How these halves are optimised in a release.
+function(orvane_optimise option)
+    foreach(name ${ARGN})
+        target_compile_options(orvane_${name} PRIVATE $<$<CONFIG:Release>:${option}>)
+    endforeach()
+endfunction()
+
 function(orvane_half target sources below)
     if(sources)
         add_library(${target} STATIC ${sources})
