@@ -13,6 +13,11 @@ namespace {
 
 std::vector<std::string> calls;
 
+BOOL WINAPI SetHeapInformation(HANDLE heap, HEAP_INFORMATION_CLASS what, PVOID, SIZE_T) {
+    const bool isRight = !heap && what == HeapEnableTerminationOnCorruption;
+    calls.push_back(isRight ? "damaged heaps end it" : "something else of a heap");
+    return TRUE;
+}
 BOOL WINAPI SetDirectories(DWORD flags) {
     calls.push_back(flags == LOAD_LIBRARY_SEARCH_SYSTEM32 ? "libraries of the system" : "other libraries");
     return TRUE;
@@ -53,6 +58,7 @@ ATOM WINAPI RegisterNothing(const WNDCLASSEXW*) { return 0; }
 
 TEST(ProcessSetup, ComesBeforeEverythingElse) {
     const ReplacedImport replaced[] = {
+        {"HeapSetInformation", reinterpret_cast<void*>(SetHeapInformation)},
         {"SetDefaultDllDirectories", reinterpret_cast<void*>(SetDirectories)},
         {"SetDllDirectoryW", reinterpret_cast<void*>(SetDirectory)},
         {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
@@ -66,8 +72,14 @@ TEST(ProcessSetup, ComesBeforeEverythingElse) {
     calls.clear();
     ::Application::Run(GetModuleHandleW(nullptr), u"orvane.exe");
     Heap::Start(); // for the tests that follow
-    const std::vector<std::string> expected = {
-        "libraries of the system", "no other folder", "no boxes", "exceptions seen", "ole begins", "shell", "ole ends"};
+    const std::vector<std::string> expected = {"damaged heaps end it",
+                                               "libraries of the system",
+                                               "no other folder",
+                                               "no boxes",
+                                               "exceptions seen",
+                                               "ole begins",
+                                               "shell",
+                                               "ole ends"};
     EXPECT_EQ(calls, expected);
 }
 

@@ -4,7 +4,8 @@
 
 // Each of these makes the process safer; none is missed where the system refuses it.
 ProcessSetup::ProcessSetup() {
-    // First, since what follows may load libraries by their names.
+    HeapSetInformation(nullptr, HeapEnableTerminationOnCorruption, nullptr, 0);
+    // Early, since what follows may load libraries by their names.
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
     SetDllDirectoryW(L"");
     // The thread's mode and not the process's, which the commands that are run would inherit.

@@ -2,9 +2,10 @@
 
 #include "base/win32/Windows.h"
 
-// What the process asks of the system before it does anything else: libraries come from the system's own folders
-// only, a drive without its disk raises no box of the system, and an exception in a timer procedure ends the process
-// instead of being swallowed. OLE, which the calls of the shell need, is there while the object lives.
+// What the process asks of the system before it does anything else: a damaged heap ends it, libraries come from the
+// system's own folders only, a drive without its disk raises no box of the system, and an exception in a timer
+// procedure ends the process instead of being swallowed. OLE, which the calls of the shell need, is there while the
+// object lives.
 class ProcessSetup {
 public:
     ProcessSetup();
