@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DocumentPrompts.h"
+#include "base/Types.h"
 
 class CommandContext;
 
@@ -9,40 +10,56 @@ class LeavingFrame {
 public:
     // Beneath an open dialog nothing is closed or reloaded: its caller still works with a document or a view.
     virtual bool HasOpenDialog() const = 0;
+    // Nor beneath a long operation, during which only messages arrive that are sent.
+    virtual bool IsInLongOperation() const = 0;
     // Closes everything without a question.
     virtual void Leave() = 0;
     // Make the requests below come again, when all messages before them have been handled.
     virtual void PostLeaveNow() = 0;
     virtual void PostCheckFiles() = 0;
+    virtual void PostAskUnsaved() = 0;
+    // What the system tells whoever signs out; null: nothing is in the way any more.
+    virtual void SetShutdownReason(const Char* reason) = 0;
 
 protected:
     ~LeavingFrame() = default;
 };
 
-// Requests to leave and to look for external changes. Those that ask nothing first wait for the end of an
-// open dialog.
+// Requests to leave and to look for external changes. Beneath a dialog and beneath a long operation nothing goes:
+// what has to be done then is done later.
 class LeaveRequests {
 public:
     LeaveRequests(CommandContext& context, LeavingFrame& window) : frame(context), leaving(window) {}
     LeaveRequests(const LeaveRequests&) = delete;
     LeaveRequests& operator=(const LeaveRequests&) = delete;
 
-    // Asks about unsaved documents. False when something is to stay, and while these questions are open.
-    [[nodiscard]] bool MayLeave();
-    // The user closes the window: leaves if all questions allow it. Ignored beneath a dialog.
+    // The user closes the window: leaves if the questions about unsaved documents allow it. Ignored beneath a dialog.
     void Close();
-    // The session ends, after MayLeave. Beneath a dialog all stays as it is until the process ends.
-    void EndSession();
+    // Whether the session may end. Asks nothing, since the system waits for the answer; what is in the way is its
+    // reason not to end.
+    [[nodiscard]] bool QueryEndSession();
+    // The session ends: leaves without a question, but not beneath a dialog or a long operation, where all stays as
+    // it is until the process ends. Or it does not, and the user is back.
+    void EndSession(bool ends);
+    // The user who was told to wait is here again: asks the questions that were in the way.
+    void UserIsBack();
+    // The questions about unsaved documents, if there are any; leaves when they allow it.
+    void AskUnsaved();
     void LeaveNow();
     void CheckFiles();
     // The last dialog was closed.
     void DialogClosed();
 
 private:
+    [[nodiscard]] bool MayLeave();
+    const Char* ObstacleToLeaving() const;
+
     CommandContext& frame;
     LeavingFrame& leaving;
     ExternalChangePrompt externalChanges;
     bool asking = false;
     bool leavePending = false;
     bool checkPending = false;
+    bool askPending = false;
+    bool hasReason = false; // the system knows one
 };

@@ -8,9 +8,11 @@
 
 LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {
     findState.cancelled = false;
+    ++running;
 }
 
 LongOperation::~LongOperation() {
+    --running;
     if (!shown) return;
     surface.SetWaitCursor(false);
     HostCalls::ShowStatus(surface, nullptr);

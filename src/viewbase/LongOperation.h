@@ -13,9 +13,14 @@ public:
     LongOperation(const LongOperation&) = delete;
     LongOperation& operator=(const LongOperation&) = delete;
 
+    // Whether one is on the stack: what it works with has to stay.
+    static bool IsRunning() { return running > 0; }
+
     bool Continue(uint64_t done, uint64_t total) override;
 
 private:
+    static inline uint32_t running = 0;
+
     EditorSurface& surface;
     uint64_t started;
     bool shown = false;

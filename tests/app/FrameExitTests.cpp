@@ -22,33 +22,6 @@ protected:
     }
 };
 
-// Sends a message on a thread of its own, since its answer waits for that of a question.
-class SentMessage {
-public:
-    SentMessage(HWND window, UINT message, WPARAM wparam)
-        : target(window), number(message), parameter(wparam), thread(CreateThread(nullptr, 0, Run, this, 0, nullptr)) {}
-    ~SentMessage() { CloseHandle(thread); }
-    SentMessage(const SentMessage&) = delete;
-    SentMessage& operator=(const SentMessage&) = delete;
-
-    // -1 when there is none in time.
-    LRESULT Answer() const { return WaitForSingleObject(thread, 15000) == WAIT_OBJECT_0 ? answer : -1; }
-    bool IsAnswered() const { return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0; }
-
-private:
-    static DWORD WINAPI Run(void* self) {
-        SentMessage& sent = *static_cast<SentMessage*>(self);
-        sent.answer = SendMessageW(sent.target, sent.number, sent.parameter, 0);
-        return 0;
-    }
-
-    HWND target;
-    UINT number;
-    WPARAM parameter;
-    LRESULT answer = 0;
-    HANDLE thread;
-};
-
 } // namespace
 
 TEST_F(FrameExitTest, ExitAsksForEachModifiedDocumentInListOrder) {
@@ -135,24 +108,30 @@ TEST_F(FrameExitTest, EndOfTheWindowsSessionIsAnsweredAtOnceWhenNothingIsModifie
     EXPECT_TRUE(Modify(L"a.txt"));
 }
 
-TEST_F(FrameExitTest, EndOfTheWindowsSessionAsksTheSameWay) {
+TEST_F(FrameExitTest, EndOfTheWindowsSessionIsRefusedAndAskedAboutAfterwards) {
     ASSERT_NO_FATAL_FAILURE(OpenTwoModified());
-    {
-        const SentMessage query(editor.Main(), WM_QUERYENDSESSION, 0);
-        EXPECT_TRUE(Answer(L"a.txt", L"No"));
-        EXPECT_FALSE(query.IsAnswered());
-        EXPECT_TRUE(Answer(L"c.txt", L"Cancel"));
-        EXPECT_EQ(query.Answer(), 0);
-    }
+    EXPECT_EQ(Send(WM_QUERYENDSESSION), 0);
+    Settle();
+    EXPECT_FALSE(editor.Dialog());
+    Send(WM_ENDSESSION, FALSE);
+    EXPECT_TRUE(Answer(L"a.txt", L"Cancel"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
     EXPECT_EQ(WindowItems(), AllOpen());
-    const SentMessage query(editor.Main(), WM_QUERYENDSESSION, 0);
+    EXPECT_EQ(Send(WM_QUERYENDSESSION), 0);
+    Send(WM_ENDSESSION, FALSE);
     EXPECT_TRUE(Answer(L"a.txt", L"Yes"));
     EXPECT_TRUE(Answer(L"c.txt", L"No"));
-    EXPECT_EQ(query.Answer(), 1);
-    PostMessageW(editor.Main(), WM_ENDSESSION, TRUE, 0);
     EXPECT_TRUE(WaitForEndWithCodeZero());
     EXPECT_EQ(files::Read(Path(L"a.txt")), "xa.txt");
     EXPECT_EQ(files::Read(Path(L"c.txt")), "c.txt");
+}
+
+TEST_F(FrameExitTest, TheWindowsSessionThatEndsAllTheSameAsksNothing) {
+    ASSERT_NO_FATAL_FAILURE(OpenTwoModified());
+    EXPECT_EQ(Send(WM_QUERYENDSESSION), 0);
+    PostMessageW(editor.Main(), WM_ENDSESSION, TRUE, 0);
+    EXPECT_TRUE(WaitForEndWithCodeZero());
+    EXPECT_EQ(files::Read(Path(L"a.txt")), "a.txt");
 }
 
 TEST_F(FrameExitTest, EndOfTheWindowsSessionDuringAQuestionIsRefused) {

@@ -6,6 +6,7 @@
 #include "document/win32/WindowPollTimer.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
+#include "viewbase/LongOperation.h"
 #include "viewbase/win32/View.h"
 
 MainFrame* mainFrame = nullptr;
@@ -97,7 +98,7 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         OnDpiChanged(wparam, lparam);
         return 0;
     case WM_QUERYENDSESSION:
-        return parts.leaving.MayLeave();
+        return parts.leaving.QueryEndSession();
     case WM_HELP:
         parts.menu.Execute(IDM_ONLINE_HELP);
         return TRUE;
@@ -117,13 +118,16 @@ bool MainFrame::OnRequest(UINT message, WPARAM wparam) {
         parts.leaving.Close();
         return true;
     case WM_ENDSESSION:
-        if (wparam) parts.leaving.EndSession();
+        parts.leaving.EndSession(wparam != 0);
         return true;
     case QuitNowMessage:
         parts.leaving.LeaveNow();
         return true;
     case CheckFilesMessage:
         parts.leaving.CheckFiles();
+        return true;
+    case AskUnsavedMessage:
+        parts.leaving.AskUnsaved();
         return true;
     case WM_DESTROY:
         PostQuitMessage(0);
@@ -165,16 +169,15 @@ bool MainFrame::OnCommand(WPARAM wparam, LPARAM lparam) {
         if (HIWORD(wparam) == EN_CHANGE) parts.commandWindow.OnTextChanged();
         return true;
     }
-    // Posted by another program, it would reach the frame beneath an open dialog, too.
-    return HasOpenDialog() || parts.menu.Execute(LOWORD(wparam));
+    // From another program it would come beneath an open dialog, too, and beneath a long operation.
+    return HasOpenDialog() || IsInLongOperation() || parts.menu.Execute(LOWORD(wparam));
 }
 
 void MainFrame::OnApplicationActivated(bool active) {
     // Posted: a question may not be asked while the system is still activating the window.
-    if (active)
-        PostCheckFiles();
-    else
-        parts.display.AbandonSwitching();
+    if (!active) return parts.display.AbandonSwitching();
+    PostCheckFiles();
+    parts.leaving.UserIsBack();
 }
 
 // A dialog of the frame was closed, and with it the last one.
@@ -229,6 +232,8 @@ void MainFrame::Leave() {
     parts.closer.CloseAll();
     DestroyWindow(parts.window);
 }
+
+bool MainFrame::IsInLongOperation() const { return LongOperation::IsRunning(); }
 
 bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
     return OpenText(path, static_cast<int32_t>(line), false);

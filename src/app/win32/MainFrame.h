@@ -63,6 +63,7 @@ public:
 private:
     static constexpr UINT QuitNowMessage = WM_USER; // 1024
     static constexpr UINT CheckFilesMessage = WM_USER + 1;
+    static constexpr UINT AskUnsavedMessage = WM_USER + 2;
 
     static LRESULT CALLBACK WindowProc(HWND frame, UINT message, WPARAM wparam, LPARAM lparam);
     LRESULT OnMessage(UINT message, WPARAM wparam, LPARAM lparam);
@@ -83,8 +84,12 @@ private:
     void Leave() override;
     void PostLeaveNow() override { PostQuitNow(); }
     void PostCheckFiles() override { PostMessageW(parts.window, CheckFilesMessage, 0, 0); }
+    void PostAskUnsaved() override { PostMessageW(parts.window, AskUnsavedMessage, 0, 0); }
+    bool IsInLongOperation() const override;
+    void SetShutdownReason(const Char* reason) override { shutdownReason.Set(parts.window, reason); }
 
     FrameParts parts;
+    ShutdownReason shutdownReason;
 };
 
 // The process-wide frame; null before and after its life.

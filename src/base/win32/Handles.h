@@ -233,6 +233,20 @@ private:
     UINT_PTR identifier = 0;
 };
 
+// Why the session should not end now: the system tells whoever signs out, as long as it is there.
+class ShutdownReason : Guard {
+public:
+    ~ShutdownReason() { Set(nullptr, nullptr); }
+    // Instead of the one before; null is none.
+    void Set(HWND window, const Char* reason) {
+        if (owner) ShutdownBlockReasonDestroy(owner);
+        owner = reason && ShutdownBlockReasonCreate(window, Wide(reason)) ? window : nullptr;
+    }
+
+private:
+    HWND owner = nullptr;
+};
+
 // A window class: its name can be registered once only. Its windows have to be gone before it.
 class WindowClass : Guard {
 public:
