@@ -56,7 +56,7 @@ int Application::Run(HINSTANCE instance, const Char* commandLine) {
         RunFrame(instance, commandLine, store, accelerators);
         ViewFont::Release();
         DrawingObjects::Release();
-        ViewClass::Unregister(instance);
+        ViewClass::Unregister();
     }
     findState.Release();
     store.Free();

@@ -4,7 +4,7 @@
 
 // Guards for what is borrowed from the system: each gives back in its destructor what it holds. None is copied or
 // moved. Taking can fail, so a guard may hold nothing: ask before use. scripts/check-guards looks for calls
-// that give something back without a guard.
+// that give something back without a guard. Windows have none: they go with their parents, whoever made them.
 
 struct Guard {
     Guard() = default;
@@ -141,7 +141,7 @@ private:
 // A block for the clipboard: ours to free until the clipboard has taken it.
 class GlobalBlock : Guard {
 public:
-    explicit GlobalBlock(size_t bytes) : block(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes)) {}
+    explicit GlobalBlock(size_t bytes) : block(GlobalAlloc(GMEM_MOVEABLE, bytes)) {}
     ~GlobalBlock() {
         if (block) GlobalFree(block);
     }

@@ -39,7 +39,7 @@ CharWidths& TextView::Widths() { return ViewFont::Widths(); }
 void TextView::ScrollPicture(int32_t pixels) {
     if (!window) return;
     // Drawn straight, the guides are on the first row only: rows depend on where they are.
-    if (DrawsStraight() || !backBufferDc) return InvalidateAll();
+    if (DrawsStraight() || !backBuffer.Dc()) return InvalidateAll();
     ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
     ForgetCaretPlace();
 }

@@ -1,22 +1,14 @@
 #include "viewbase/win32/Clipboard.h"
 
+#include "base/win32/Handles.h"
 #include "viewbase/win32/View.h"
 
 #include <cstring>
 
 namespace {
 
+// A short wait for another program is better than a lost copy.
 constexpr int OpenAttempts = 25;
-constexpr DWORD OpenPause = 20; // milliseconds
-
-// Another program may hold the clipboard for a moment; a short wait is better than a lost copy.
-bool Open(HWND owner) {
-    for (int attempt = 0; attempt < OpenAttempts; ++attempt) {
-        if (OpenClipboard(owner)) return true;
-        Sleep(OpenPause);
-    }
-    return false;
-}
 
 UINT SystemFormat(ClipboardFormat format) {
     switch (format) {
@@ -33,19 +25,19 @@ UINT SystemFormat(ClipboardFormat format) {
 
 enum class PutResult { Done, Refused, NoLock, NoMemory };
 
+bool Fill(const GlobalBlock& block, const ClipboardItem& item) {
+    const GlobalAddress address(block.Get());
+    if (address.Get()) memcpy(address.Get(), item.data, item.bytes);
+    return address.Get() != nullptr;
+}
+
 PutResult Put(const ClipboardItem& item) {
-    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, item.bytes);
-    if (!block) return PutResult::NoMemory;
-    void* data = GlobalLock(block);
-    if (!data) {
-        GlobalFree(block);
-        return PutResult::NoLock;
-    }
-    memcpy(data, item.data, item.bytes);
-    GlobalUnlock(block);
-    if (SetClipboardData(SystemFormat(item.format), block)) return PutResult::Done;
-    GlobalFree(block); // refused, so still ours
-    return PutResult::Refused;
+    GlobalBlock block(item.bytes);
+    if (!block.Get()) return PutResult::NoMemory;
+    if (!Fill(block, item)) return PutResult::NoLock;
+    if (!SetClipboardData(SystemFormat(item.format), block.Get())) return PutResult::Refused;
+    block.GiveAway();
+    return PutResult::Done;
 }
 
 bool TakeText(const Char* data, size_t capacity, WString& text) {
@@ -57,32 +49,24 @@ bool TakeText(const Char* data, size_t capacity, WString& text) {
 } // namespace
 
 bool Clipboard::Read(HWND owner, WString& text, bool& wholeLine) {
-    if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !Open(owner)) return false;
-    bool read = false;
-    const HANDLE block = GetClipboardData(CF_UNICODETEXT);
-    if (const void* data = block ? GlobalLock(block) : nullptr) {
-        read = TakeText(static_cast<const Char*>(data), GlobalSize(block) / sizeof(Char), text);
-        GlobalUnlock(block);
-    }
+    if (!IsClipboardFormatAvailable(CF_UNICODETEXT)) return false;
+    const OpenedClipboard clipboard(owner, OpenAttempts);
+    if (!clipboard.IsOpen()) return false;
     wholeLine = IsClipboardFormatAvailable(ViewClass::SingleLineFormat()) != 0;
-    CloseClipboard();
-    return read;
+    const HANDLE block = GetClipboardData(CF_UNICODETEXT);
+    const GlobalAddress address(block);
+    return address.Get() && TakeText(static_cast<const Char*>(address.Get()), GlobalSize(block) / sizeof(Char), text);
 }
 
 bool Clipboard::Write(HWND owner, const ClipboardItem* items, uint32_t count) {
-    if (!Open(owner)) return true;
-    if (!EmptyClipboard()) {
-        CloseClipboard();
-        return true;
-    }
+    OpenedClipboard clipboard(owner, OpenAttempts);
+    if (!clipboard.IsOpen() || !EmptyClipboard()) return true;
     bool accepted = true;
     for (uint32_t i = 0; i < count; ++i) {
         const PutResult result = Put(items[i]);
-        // The copy stops at once and the clipboard stays open: see docs/oddities.md.
-        if (result == PutResult::NoMemory) return accepted;
-        if (result == PutResult::NoLock) break;
+        if (result == PutResult::NoMemory) clipboard.Detach(); // stays open: docs/oddities.md
+        if (result == PutResult::NoMemory || result == PutResult::NoLock) break;
         if (result == PutResult::Refused) accepted = false;
     }
-    CloseClipboard();
     return accepted;
 }

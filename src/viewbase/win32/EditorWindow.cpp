@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr UINT_PTR DragTimer = 1;
+constexpr UINT_PTR DragTimerNumber = 1;
 constexpr UINT DragPeriod = 100; // milliseconds
 
 } // namespace
@@ -37,11 +37,16 @@ Document* EditorWindow::Attach(HWND newWindow) {
     return document;
 }
 
+void EditorWindow::Detach() {
+    EndDrag(); // the window, still ours, hears that it has lost the mouse
+    View::Detach();
+}
+
 void EditorWindow::OnSize(uint32_t flags) {
     if (!window) return;
     RECT client = {};
     GetClientRect(window, &client);
-    RebuildBackBuffer(client.right, Metrics().lineHeight);
+    backBuffer.Rebuild(client.right, Metrics().lineHeight);
     LoadBeamCursor();
     constexpr uint32_t ColoursChanged = 2;
     Input().OnSize((flags & ColoursChanged) != 0);
@@ -61,7 +66,7 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ERASEBKGND:
         return 1;
     case WM_TIMER:
-        if (wparam == DragTimer) Input().Drag().OnTimer();
+        if (wparam == DragTimerNumber) Input().Drag().OnTimer();
         return 0;
     case WM_HSCROLL:
         OnScrollMessage(ScrollAxis::Horizontal, LOWORD(wparam));
@@ -73,7 +78,9 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         OnWheel(wparam);
         return 0;
     case WM_NCDESTROY:
-        Input().Drag().OnCaptureLost(); // the system does not say so
+        // The system does not say so.
+        dragTimer.Stop();
+        Input().Drag().OnCaptureLost();
         break;
     default:
         break;
@@ -97,7 +104,7 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
         ShowContextMenu(point);
         return true;
     case WM_CAPTURECHANGED:
-        KillTimer(window, DragTimer);
+        dragTimer.Stop();
         Input().Drag().OnCaptureLost();
         return true;
     default:
@@ -106,16 +113,14 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 void EditorWindow::OnPaint() {
-    PAINTSTRUCT paint = {};
-    const HDC target = BeginPaint(window, &paint);
-    PaintRows(target, paint.rcPaint.top, paint.rcPaint.bottom);
-    EndPaint(window, &paint);
+    const PaintDc target(window);
+    PaintRows(target.Get(), target.Area().top, target.Area().bottom);
 }
 
 void EditorWindow::Draw(HDC target, RowSource& rows) {
     RECT client = {};
     GetClientRect(window, &client);
-    TextPainter(target, DrawsStraight() ? nullptr : backBufferDc, client.right, rows).DrawAll();
+    TextPainter(target, DrawsStraight() ? nullptr : backBuffer.Dc(), client.right, rows).DrawAll();
 }
 
 void EditorWindow::OnWheel(WPARAM wparam) {
@@ -173,8 +178,8 @@ void EditorWindow::ShowCaretAt(ClientPoint point) {
 }
 
 void EditorWindow::RenewCaret() {
-    if (!caretShown) return;
-    ForgetCaret();
+    if (!IsCaretShown()) return;
+    HideCaret();
     View::ShowCaretAt(CaretPlace().x, CaretPlace().y, Metrics().lineHeight);
 }
 
@@ -191,13 +196,11 @@ void EditorWindow::SetScrollBar(ScrollAxis axis, const ScrollBar& bar) {
 
 void EditorWindow::BeginDrag() {
     if (!window) return;
-    SetCapture(window);
-    SetTimer(window, DragTimer, DragPeriod, nullptr);
+    capture.Take(window);
+    dragTimer.Set(window, DragTimerNumber, DragPeriod); // without it only moves of the mouse scroll
 }
 
-void EditorWindow::EndDrag() {
-    if (window && GetCapture() == window) ReleaseCapture();
-}
+void EditorWindow::EndDrag() { capture.Release(); }
 
 bool EditorWindow::ReadClipboard(WString& text, bool& wholeLine) { return Clipboard::Read(window, text, wholeLine); }
 
@@ -207,12 +210,11 @@ void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
 }
 
 void EditorWindow::ShowContextMenu(ClientPoint at) const {
-    const HMENU menu = LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_CONTEXT_MENU));
-    if (!menu) return;
+    const MenuHandle menu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_CONTEXT_MENU)));
+    if (!menu.IsValid()) return;
     POINT point = {at.x, at.y};
     ClientToScreen(window, &point);
-    TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
-    DestroyMenu(menu);
+    TrackPopupMenu(GetSubMenu(menu.Get(), 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
 }
 
 uint64_t EditorWindow::Ticks() const { return Platform::Ticks(); }

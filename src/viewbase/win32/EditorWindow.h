@@ -14,6 +14,7 @@ public:
 
     // View.
     Document* Attach(HWND newWindow) override;
+    void Detach() override;
     void OnSize(uint32_t flags) override;
     void SuspendRedraw(bool resume) override { resume ? Input().ResumeRedraw() : Input().SuspendRedraw(); }
     void Invalidate() override { Input().Invalidate(); }
@@ -59,5 +60,7 @@ private:
     void OnWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
 
+    MouseCapture capture;               // while dragging
+    WindowTimer dragTimer;              // while dragging
     HCURSOR cursorBeforeWait = nullptr; // the pointer may be over a dialog
 };

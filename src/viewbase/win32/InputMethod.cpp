@@ -1,19 +1,21 @@
 #include "viewbase/win32/InputMethod.h"
 
+#include "base/win32/Handles.h"
+
 #include <algorithm>
 #include <imm.h>
 #include <iterator>
 
 namespace {
 
-HMODULE library = nullptr;
+LoadedLibrary library;
 decltype(&ImmGetContext) getContext = nullptr;
 decltype(&ImmReleaseContext) releaseContext = nullptr;
 decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
 
 template <class Function> bool Find(Function& function, const char* name) {
     // Through void*: the system hands every function out under one type.
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library.Get(), name)));
     return function != nullptr;
 }
 
@@ -28,30 +30,40 @@ HMODULE LoadFromSystem() {
 }
 
 bool Load() {
-    if (library) return true;
-    library = LoadFromSystem();
-    if (!library) return false;
+    if (library.IsValid()) return true;
+    library.Reset(LoadFromSystem());
+    if (!library.IsValid()) return false;
     if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
         Find(setCompositionWindow, "ImmSetCompositionWindow"))
         return true;
-    InputMethod::Unload();
+    library.Reset();
     return false;
 }
+
+// The input context of a window, which all of its thread's windows may share. For a loaded library only.
+class InputContext : Guard {
+public:
+    explicit InputContext(HWND owner) : window(owner), context(getContext(owner)) {}
+    ~InputContext() {
+        if (context) releaseContext(window, context);
+    }
+    HIMC Get() const { return context; }
+
+private:
+    HWND window;
+    HIMC context;
+};
 
 } // namespace
 
 void InputMethod::PlaceComposition(HWND window, POINT point) {
     if (!Load()) return;
-    const HIMC context = getContext(window);
-    if (!context) return;
+    const InputContext context(window);
+    if (!context.Get()) return;
     COMPOSITIONFORM form = {};
     form.dwStyle = CFS_POINT;
     form.ptCurrentPos = point;
-    setCompositionWindow(context, &form);
-    releaseContext(window, context);
+    setCompositionWindow(context.Get(), &form);
 }
 
-void InputMethod::Unload() {
-    if (library) FreeLibrary(library);
-    library = nullptr;
-}
+void InputMethod::Unload() { library.Reset(); }

@@ -27,18 +27,7 @@ bool DrawsStraight() {
 TextPainter::TextPainter(HDC target, HDC backBuffer, int clientWidth, RowSource& rows)
     : source(rows), window(target), surface(backBuffer ? backBuffer : target), width(clientWidth),
       lineHeight(DrawingObjects::LineHeight()), spaceWidth(DrawingObjects::SpaceWidth()), gutter(rows.GutterWidth()),
-      marginRight(rows.MarginRight()), guidePen(MakeGuidePen()),
-      oldFont(SelectObject(surface, DrawingObjects::EditorFont())) {}
-
-TextPainter::~TextPainter() {
-    DeleteObject(guidePen);
-    if (spacePen) DeleteObject(spacePen);
-    if (dotDc) {
-        SelectObject(dotDc, oldDot);
-        DeleteDC(dotDc);
-    }
-    SelectObject(surface, oldFont);
-}
+      marginRight(rows.MarginRight()), guidePen(MakeGuidePen()), font(surface, DrawingObjects::EditorFont()) {}
 
 void TextPainter::DrawAll() {
     RowPicture row;
@@ -83,25 +72,24 @@ void TextPainter::Draw(const RowPicture& row, const DrawRun& run) {
 }
 
 void TextPainter::DrawDot(const DrawRun& run) {
-    if (!dotDc) {
-        dotDc = CreateCompatibleDC(window);
-        oldDot = SelectObject(dotDc, DrawingObjects::SpaceDot());
+    if (!dot) {
+        dotDc.Reset(CreateCompatibleDC(window));
+        dot.emplace(dotDc.Get(), DrawingObjects::SpaceDot());
     }
-    BitBlt(surface, run.x + (spaceWidth - DotSize) / 2, rowTop + (lineHeight - DotSize) / 2, DotSize, DotSize, dotDc, 0,
-           0, SRCCOPY);
+    BitBlt(surface, run.x + (spaceWidth - DotSize) / 2, rowTop + (lineHeight - DotSize) / 2, DotSize, DotSize,
+           dotDc.Get(), 0, 0, SRCCOPY);
 }
 
 void TextPainter::DrawArrow(const DrawRun& run) {
-    if (!spacePen) spacePen = CreatePen(PS_SOLID, 1, settings.SpaceColor);
+    if (!spacePen.IsValid()) spacePen.Reset(CreatePen(PS_SOLID, 1, settings.SpaceColor));
     const int middle = rowTop + lineHeight / 2;
     const int tip = run.width > ArrowLength ? run.x + ArrowLength : run.x + run.width;
-    const HGDIOBJ oldPen = SelectObject(surface, spacePen);
+    const SelectedObject pen(surface, spacePen.Get());
     MoveToEx(surface, run.x, middle, nullptr);
     LineTo(surface, tip, middle);
     LineTo(surface, tip - ArrowHead, middle - ArrowHead);
     MoveToEx(surface, tip, middle, nullptr);
     LineTo(surface, tip - ArrowHead, middle + ArrowHead);
-    SelectObject(surface, oldPen);
 }
 
 void TextPainter::DrawNumber(const RowPicture& row) {
@@ -124,9 +112,8 @@ void TextPainter::DrawMargin(const RowPicture& row) {
     const RECT area = RowRect(gutter, marginRight);
     FillRect(surface, &area, DrawingObjects::MarginBrush());
     if (!row.bookmark) return;
-    const HGDIOBJ oldBrush = SelectObject(surface, DrawingObjects::BookmarkBrush());
+    const SelectedObject brush(surface, DrawingObjects::BookmarkBrush());
     RoundRect(surface, area.left, area.top, area.right, area.bottom, BookmarkCorner, BookmarkCorner);
-    SelectObject(surface, oldBrush);
 }
 
 void TextPainter::DrawColumnGuide(const RowPicture& row) {
@@ -136,8 +123,7 @@ void TextPainter::DrawColumnGuide(const RowPicture& row) {
 }
 
 void TextPainter::VerticalLine(int x, int top, int bottom) {
-    const HGDIOBJ oldPen = SelectObject(surface, guidePen);
+    const SelectedObject pen(surface, guidePen.Get());
     MoveToEx(surface, x, top, nullptr);
     LineTo(surface, x, bottom);
-    SelectObject(surface, oldPen);
 }

@@ -1,7 +1,9 @@
 #pragma once
 
-#include "base/win32/Windows.h"
+#include "base/win32/Handles.h"
 #include "viewbase/RowPicture.h"
+
+#include <optional>
 
 // Whether RenderType (and a remote session) asks for drawing straight onto the window instead of
 // through the one-line back buffer.
@@ -13,9 +15,6 @@ class TextPainter {
 public:
     // `backBuffer` is null for drawing straight onto `target`. The paint of `rows` has begun.
     TextPainter(HDC target, HDC backBuffer, int clientWidth, RowSource& rows);
-    ~TextPainter();
-    TextPainter(const TextPainter&) = delete;
-    TextPainter& operator=(const TextPainter&) = delete;
 
     void DrawAll();
 
@@ -42,9 +41,9 @@ private:
     int gutter;
     int marginRight;
     int rowTop = 0; // of the row being drawn, on the surface
-    HPEN guidePen;
-    HPEN spacePen = nullptr; // made when the first tab arrow is drawn
-    HDC dotDc = nullptr;     // made when the first dot is drawn
-    HGDIOBJ oldFont;
-    HGDIOBJ oldDot = nullptr;
+    GdiObject<HPEN> guidePen;
+    GdiObject<HPEN> spacePen; // made when the first tab arrow is drawn
+    MemoryDc dotDc;           // made when the first dot is drawn
+    std::optional<SelectedObject> dot;
+    SelectedObject font;
 };

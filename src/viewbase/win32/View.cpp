@@ -7,6 +7,7 @@ namespace {
 
 UINT singleLineFormat = 0;
 HINSTANCE classInstance = nullptr;
+WindowClass windowClass;
 
 View* ViewOf(HWND window) { return reinterpret_cast<View*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
 
@@ -35,11 +36,11 @@ bool ViewClass::Register(HINSTANCE instance) {
     definition.lpszClassName = Name;
     classInstance = instance;
     singleLineFormat = RegisterClipboardFormatW(L"orvane_singleline");
-    return RegisterClassExW(&definition) != 0 && singleLineFormat != 0;
+    return windowClass.Register(definition) && singleLineFormat != 0;
 }
 
-void ViewClass::Unregister(HINSTANCE instance) {
-    UnregisterClassW(Name, instance);
+void ViewClass::Unregister() {
+    windowClass.Unregister();
     InputMethod::Unload();
 }
 
@@ -51,8 +52,6 @@ HWND ViewClass::CreateIn(HWND parent, View* view) {
     return CreateWindowExW(0, Name, L"", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0,
                            client.right, client.bottom, parent, nullptr, classInstance, view);
 }
-
-View::~View() { ReleaseBackBuffer(); }
 
 uint32_t View::SetHost(ViewHost* newHost) {
     host = newHost;
@@ -71,8 +70,6 @@ Document* View::Attach(HWND newWindow) {
 
 void View::Detach() {
     if (!window) return;
-    // Ends a drag: the window, ours still, hears that it has lost the mouse.
-    if (GetCapture() == window) ReleaseCapture();
     HideCaret();
     focused = false;
     // The shared system cursor is not ours to destroy; forgetting it is all there is to do.
@@ -117,7 +114,8 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         return OnMouseActivate(wparam, lparam);
     case WM_NCDESTROY: {
         const HWND dying = window;
-        caretCreated = caretShown = focused = false;
+        caret.Destroy();
+        focused = false;
         window = nullptr;
         return DefWindowProcW(dying, message, wparam, lparam);
     }
@@ -152,50 +150,16 @@ void View::LoadBeamCursor() {
     if (!beamCursor) beamCursor = LoadCursorW(nullptr, IDC_IBEAM);
 }
 
-void View::RebuildBackBuffer(int width, int lineHeight) {
-    ReleaseBackBuffer();
-    if (width <= 0 || lineHeight <= 0) return;
-    const HDC screen = GetDC(nullptr);
-    backBufferDc = CreateCompatibleDC(screen);
-    backBufferBitmap = CreateCompatibleBitmap(screen, width, lineHeight);
-    ReleaseDC(nullptr, screen);
-    if (!backBufferDc || !backBufferBitmap) return ReleaseBackBuffer();
-    previousBitmap = static_cast<HBITMAP>(SelectObject(backBufferDc, backBufferBitmap));
-}
-
-void View::ReleaseBackBuffer() {
-    if (backBufferDc) {
-        if (previousBitmap) SelectObject(backBufferDc, previousBitmap);
-        DeleteDC(backBufferDc);
-    }
-    if (backBufferBitmap) DeleteObject(backBufferBitmap);
-    backBufferDc = nullptr;
-    backBufferBitmap = previousBitmap = nullptr;
-}
-
 void View::ShowCaretAt(int x, int y, int lineHeight) {
     const int width = static_cast<int>(settings.CaretWidth < 1000 ? settings.CaretWidth : 1000);
-    if (caretCreated && (caretHeight != lineHeight || caretWidth != width)) ForgetCaret();
-    if (!caretCreated) {
-        caretCreated = CreateCaret(window, nullptr, width, lineHeight) != 0;
+    if (!caret.IsCreated() || caretHeight != lineHeight || caretWidth != width) {
         caretHeight = lineHeight;
         caretWidth = width;
-        caretShown = false;
+        if (!caret.Create(window, width, lineHeight)) return;
     }
-    if (!caretCreated) return;
-    // Moving it to where it stands would cost as much as any other move.
-    if (!caretShown || !caretPlaced || caretPlace.x != x || caretPlace.y != y) SetCaretPos(x, y);
+    // Moving it to where it is would cost as much as any other move.
+    if (!caret.IsShown() || !caretPlaced || caretPlace.x != x || caretPlace.y != y) SetCaretPos(x, y);
     caretPlace = {x, y};
     caretPlaced = true;
-    if (!caretShown) caretShown = ::ShowCaret(window) != 0;
-}
-
-void View::HideCaret() {
-    if (caretShown) ::HideCaret(window);
-    ForgetCaret();
-}
-
-void View::ForgetCaret() {
-    if (caretCreated) DestroyCaret();
-    caretCreated = caretShown = false;
+    caret.Show();
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "base/Heap.h"
-#include "base/win32/Windows.h"
 #include "viewbase/ViewCommand.h"
 #include "viewbase/ViewHost.h"
+#include "viewbase/win32/BackBuffer.h"
 
 class Document;
 
@@ -41,7 +41,7 @@ public:
     virtual void Invalidate() = 0;
     // None32 means the caret line. Does nothing where there are no lines.
     virtual void ToggleBookmark(uint32_t) {}
-    virtual ~View();
+    virtual ~View() = default;
     // Selects the next match of the last search; false when there is none. The second argument is
     // ignored.
     virtual bool FindNext(bool backward, uint32_t ignored) = 0;
@@ -60,34 +60,29 @@ protected:
     WNDPROC previousProcedure = nullptr; // restored on detach
     LONG_PTR previousUserData = 0;       // restored on detach
     ViewHost* host = nullptr;
-    bool caretCreated = false;
-    bool caretShown = false;
     bool focused = false;         // between WM_SETFOCUS and WM_KILLFOCUS: asking the system costs more
     HCURSOR beamCursor = nullptr; // loaded on the first resize
-    HDC backBufferDc = nullptr;   // one line high, recreated on every resize
-    HBITMAP backBufferBitmap = nullptr;
+    BackBuffer backBuffer;        // one line high, made again on every resize
 
     void LoadBeamCursor();
-    // Makes the one-line bitmap; without one (no memory, no size) painting goes straight to the window.
-    void RebuildBackBuffer(int width, int lineHeight);
-    void ReleaseBackBuffer();
     // Puts the system caret at a client point, making it as high as a line when there is none; only
-    // ever called with the focus. HideCaret also destroys it.
+    // ever called with the focus.
     void ShowCaretAt(int x, int y, int lineHeight);
-    void HideCaret();
+    bool IsCaretShown() const { return caret.IsShown(); }
+    // Also destroys it.
+    void HideCaret() { caret.Destroy(); }
     // Where it was last put, in client pixels.
     POINT CaretPlace() const { return caretPlace; }
-    // A caret of another width or height is needed: the next ShowCaretAt makes it anew.
-    void ForgetCaret();
     // The system has moved the caret, as it does together with a picture that scrolls.
     void ForgetCaretPlace() { caretPlaced = false; }
 
 private:
     LRESULT OnSetCursor(WPARAM wparam, LPARAM lparam);
     LRESULT OnMouseActivate(WPARAM wparam, LPARAM lparam);
-    HBITMAP previousBitmap = nullptr; // selected into the back-buffer DC when it was made
+
+    WindowCaret caret;
     POINT caretPlace = {};
-    bool caretPlaced = false; // the caret stands at that place
+    bool caretPlaced = false; // the caret is at that place
     int caretHeight = 0;
     int caretWidth = 0;
 };
@@ -100,7 +95,7 @@ constexpr wchar_t Name[] = L"OrvaneView";
 // Registers class OrvaneView and the clipboard format orvane_singleline. False when the system refuses.
 bool Register(HINSTANCE instance);
 // Unregisters the class and unloads the input-method library if it was loaded.
-void Unregister(HINSTANCE instance);
+void Unregister();
 // Marks clipboard text as a copied whole line.
 UINT SingleLineFormat();
 // A window of the class inside `parent`, whose messages go to `view`; null on failure.

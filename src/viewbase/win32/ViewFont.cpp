@@ -1,21 +1,21 @@
 #include "viewbase/win32/ViewFont.h"
 
+#include "base/win32/Handles.h"
 #include "settings/win32/DrawingObjects.h"
 
 namespace {
 
-HDC measuringDc = nullptr;
+MemoryDc measuringDc; // made when first needed
 ViewMetrics metrics;
 CharWidths widths;
 uint32_t generation = 0;
 
 bool FetchWidths(void*, Char first, int32_t* out) {
-    if (!measuringDc) measuringDc = CreateCompatibleDC(nullptr);
-    const HGDIOBJ previous = SelectObject(measuringDc, DrawingObjects::EditorFont());
+    if (!measuringDc.IsValid()) measuringDc.Reset(CreateCompatibleDC(nullptr));
+    const SelectedObject font(measuringDc.Get(), DrawingObjects::EditorFont());
     INT fetched[CharWidths::PageSize];
-    const bool read = GetCharWidth32W(measuringDc, first, first + CharWidths::PageSize - 1, fetched) != 0;
+    const bool read = GetCharWidth32W(measuringDc.Get(), first, first + CharWidths::PageSize - 1, fetched) != 0;
     for (uint32_t i = 0; read && i < CharWidths::PageSize; ++i) out[i] = fetched[i];
-    SelectObject(measuringDc, previous);
     return read;
 }
 
@@ -47,7 +47,6 @@ CharWidths& ViewFont::Widths() {
 
 void ViewFont::Release() {
     widths.Clear();
-    if (measuringDc) DeleteDC(measuringDc);
-    measuringDc = nullptr;
+    measuringDc.Reset();
     generation = 0;
 }
