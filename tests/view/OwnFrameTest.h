@@ -13,7 +13,7 @@ protected:
         InitCommonControlsEx(&controls);
         BeforeFrame();
         main = std::make_unique<MainFrame>(store);
-        ASSERT_TRUE(MainFrame::RegisterClasses(instance) && main->Create(instance));
+        ASSERT_TRUE(main->Create(instance));
     }
     void TearDown() override {
         SendMessageW(main->Window(), WM_USER, 0, 0); // leave without asking
@@ -21,7 +21,6 @@ protected:
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
             DispatchMessageW(&message);
-        MainFrame::UnregisterClasses(GetModuleHandleW(nullptr));
         main.reset();
         TextViewTest::TearDown();
     }

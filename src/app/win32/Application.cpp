@@ -30,7 +30,7 @@ bool StartFrame(MainFrame& frame, HINSTANCE instance) {
     INITCOMMONCONTROLSEX controls = {sizeof(controls),
                                      ICC_BAR_CLASSES | ICC_TREEVIEW_CLASSES | ICC_HOTKEY_CLASS | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&controls);
-    return MainFrame::RegisterClasses(instance) && frame.Create(instance);
+    return frame.Create(instance);
 }
 
 void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store, HACCEL accelerators) {
@@ -38,7 +38,6 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
     if (!frame) return;
     if (StartFrame(*frame, instance) && ParseCommandLine(*frame, commandLine))
         RunMessageLoop(*frame, store, accelerators);
-    MainFrame::UnregisterClasses(instance);
     delete frame;
 }
 

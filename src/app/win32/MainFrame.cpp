@@ -38,15 +38,11 @@ bool MainFrame::RegisterClasses(HINSTANCE instance) {
     definition.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_3DFACE + 1));
     definition.lpszMenuName = MAKEINTRESOURCEW(IDR_MAIN_MENU);
     definition.lpszClassName = ClassName;
-    return RegisterClassExW(&definition) != 0 && PaneWindows::Register(instance);
-}
-
-void MainFrame::UnregisterClasses(HINSTANCE instance) {
-    UnregisterClassW(ClassName, instance);
-    PaneWindows::Unregister(instance);
+    return windowClass.Register(definition) && parts.panes.Register(instance);
 }
 
 bool MainFrame::Create(HINSTANCE instance) {
+    if (!RegisterClasses(instance)) return false;
     const HWND made =
         CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"Orvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, nullptr);

@@ -12,9 +12,8 @@ public:
     MainFrame(const MainFrame&) = delete;
     MainFrame& operator=(const MainFrame&) = delete;
 
-    static bool RegisterClasses(HINSTANCE instance);
-    static void UnregisterClasses(HINSTANCE instance);
-    // Creates and shows the window.
+    // Registers the window classes of the frame and its panes, for as long as the frame lives; then creates and shows
+    // the window.
     [[nodiscard]] bool Create(HINSTANCE instance);
     HWND Window() const { return parts.window; }
 
@@ -88,6 +87,9 @@ private:
     bool IsInLongOperation() const override;
     void SetShutdownReason(const Char* reason) override { shutdownReason.Set(parts.window, reason); }
 
+    bool RegisterClasses(HINSTANCE instance);
+
+    WindowClass windowClass; // before the parts, which take the panes' windows along
     FrameParts parts;
     ShutdownReason shutdownReason;
 };

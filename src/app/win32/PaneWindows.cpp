@@ -54,10 +54,8 @@ bool PaneWindows::Register(HINSTANCE instance) {
     definition.hInstance = instance;
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     definition.lpszClassName = ClassName;
-    return RegisterClassExW(&definition) != 0;
+    return windowClass.Register(definition);
 }
-
-void PaneWindows::Unregister(HINSTANCE instance) { ::UnregisterClassW(ClassName, instance); }
 
 bool PaneWindows::MakeWindow(Pane& pane) {
     constexpr DWORD Style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL;

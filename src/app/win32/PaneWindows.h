@@ -13,8 +13,8 @@ public:
     PaneWindows(const PaneWindows&) = delete;
     PaneWindows& operator=(const PaneWindows&) = delete;
 
-    static bool Register(HINSTANCE instance);
-    static void Unregister(HINSTANCE instance);
+    // The class of the panes' windows, for as long as this lives.
+    [[nodiscard]] bool Register(HINSTANCE instance);
     void SetFrame(HWND frame) { parent = frame; }
 
     // Null without an active view.
@@ -51,6 +51,7 @@ private:
     // A view that leaves a pane lives on with its document only when it is the document's last.
     static void ReleaseView(Pane& pane);
 
+    WindowClass windowClass;
     HWND parent = nullptr;
     ViewHost& host;
     PaneLayout layout;
