@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
-#include "view/TextEditor.h"
+#include "view/TextInput.h"
 #include "viewbase/EditorSurface.h"
 
 namespace Bench {
@@ -75,20 +75,21 @@ public:
         SetTextViewFactory([](TextBuffer&, NativeWindow) -> DocumentView* { return &made->editor; });
         editor.SetDocument(&document);
         document.CreateView(nullptr);
-        editor.OnSize(false);
-        editor.OnAttached();
-        editor.OnFocus();
+        input.OnSize(false);
+        input.OnAttached();
+        input.OnFocus();
     }
     ~ShownDocument() { editor.SetDocument(nullptr); }
 
     void Press(uint32_t key, bool ctrl = false) {
         surface.ctrl = ctrl;
-        editor.OnKeyDown(key);
+        input.OnKeyDown(key);
         surface.ctrl = false;
     }
 
     Surface surface;
     TextEditor editor{surface, surface};
+    TextInput input{editor};
 };
 
 } // namespace Bench

@@ -77,7 +77,7 @@ void TypingAndScrolling(Bench::ShownDocument& shown, TextBuffer& document) {
     };
     const auto type = [&] {
         for (int key = 0; key < Paints; ++key) {
-            shown.editor.OnChar(u'x');
+            shown.input.OnChar(u'x');
             const auto top = static_cast<int32_t>(shown.editor.CaretLine() - shown.editor.TopLine()) * 16;
             Bench::Keep(PaintRows(shown.editor, plan, top, top + 16));
         }
@@ -85,7 +85,7 @@ void TypingAndScrolling(Bench::ShownDocument& shown, TextBuffer& document) {
     // Far down: what is above must not be walked.
     shown.editor.MoveCaret(document.GetLineCount() / 2, 0);
     shown.surface.invalidations = shown.surface.strips = 0;
-    shown.editor.OnChar(u'x');
+    shown.input.OnChar(u'x');
     Bench::Check(shown.surface.invalidations == 0 && shown.surface.strips == 1, "one strip a key");
     Bench::Compare("a key and its row against a full paint, in the middle of 100 MB", type, paintAll, 0.3);
     const auto undoTyping = [&] {

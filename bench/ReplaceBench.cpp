@@ -112,7 +112,7 @@ void IndentBlock(const std::string& sample) {
     Bench::Check(document->GetLineCount() > IndentedLines, "the sample's lines");
     const uint32_t end = document->LineToOffset(IndentedLines);
     const auto select = [&] { shown.editor.SelectRange(0, end); };
-    const auto indent = [&] { shown.editor.OnChar(u'\t'); };
+    const auto indent = [&] { shown.input.OnChar(u'\t'); };
     const auto undo = [&] { document->Undo(); };
     select();
     indent();
@@ -143,7 +143,7 @@ void Paste(const std::string& sample) {
     shown.surface.clipboard = pasted.data();
     shown.surface.clipboardLength = static_cast<int64_t>(pasted.size());
     const uint32_t third = document->Length() / 3;
-    const auto paste = [&] { shown.editor.ExecuteCommand(ViewCommand::Paste); };
+    const auto paste = [&] { shown.input.ExecuteCommand(ViewCommand::Paste); };
     const auto undo = [&] {
         document->Undo();
         shown.editor.SelectRange(third, 2 * third);

@@ -2,6 +2,7 @@
 
 #include "document/Document.h"
 #include "view/EditorClipboard.h"
+#include "view/EditorCommands.h"
 #include "view/EditorFind.h"
 #include "view/EditorNavigation.h"
 #include "view/EditorTyping.h"
@@ -129,7 +130,7 @@ void GoToDialog(const KeyPress& press) {
     if (!press.shift) press.editor.Surface().ShowGoToDialog();
 }
 
-template <ViewCommand Command> void Execute(const KeyPress& press) { press.editor.ExecuteCommand(Command); }
+template <ViewCommand Command> void Execute(const KeyPress& press) { EditorCommands::Execute(press.editor, Command); }
 
 template <DocumentCommand Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
 

@@ -1,10 +1,6 @@
 #include "view/TextEditor.h"
 
 #include "document/TextChange.h"
-#include "view/EditorCommands.h"
-#include "view/EditorKeys.h"
-#include "view/EditorNavigation.h"
-#include "view/EditorTyping.h"
 #include "viewbase/HostCalls.h"
 
 // The document.
@@ -64,13 +60,13 @@ void TextEditor::RunStateChanged(Document* changed, bool running) {
 
 // The window.
 
-void TextEditor::OnAttached() {
+void TextEditor::WindowAttached() {
     if (TextBuffer* document = GetTextBuffer()) document->ViewAttached(this);
     viewport.ForgetScrollBars();
     viewport.UpdateScrollBars();
 }
 
-void TextEditor::OnSize(bool coloursChanged) {
+void TextEditor::LayOut(bool coloursChanged) {
     if (coloursChanged) text.TextChanged(0);
     viewport.Measure();
     if (!surface.HasWindow()) return;
@@ -80,7 +76,7 @@ void TextEditor::OnSize(bool coloursChanged) {
     UpdateCaret(owed);
 }
 
-void TextEditor::OnFocus() {
+void TextEditor::FocusGained() {
     TextBuffer* document = GetTextBuffer();
     if (!document) return;
     document->SetActiveView(this);
@@ -89,72 +85,8 @@ void TextEditor::OnFocus() {
     UpdateCaret(false);
 }
 
-void TextEditor::OnKeyDown(uint32_t key) {
-    TextBuffer* document = GetTextBuffer();
-    if (!document) return;
-    if (document->EditLineNumber() != caret.Line()) OpenCaretLine();
-    EditorKeys::Press(*this, key);
-}
-
-void TextEditor::OnChar(Char character) {
-    if (GetTextBuffer()) EditorTyping::Type(*this, character);
-}
-
-void TextEditor::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) {
-    const bool vertical = axis == ScrollAxis::Vertical;
-    const int32_t step = vertical ? 1 : surface.Metrics().averageWidth;
-    const uint64_t position = viewport.Scrolled(axis).After(request, step, trackPosition);
-    if (vertical) {
-        SetTopLine(static_cast<uint32_t>(position));
-    } else {
-        viewport.SetHorizontalScroll(static_cast<int64_t>(position));
-    }
-    UpdateCaret(false);
-}
-
-void TextEditor::OnWheel(const WheelTurn& turn) {
-    const int64_t lines = wheel.Turn(turn, surface.Host());
-    if (lines == 0 || !GetTextBuffer()) return;
-    SetTopLine(static_cast<uint32_t>(viewport.Scrolled(ScrollAxis::Vertical).Moved(lines)));
-    UpdateCaret(false);
-}
-
 void TextEditor::ResumeRedraw() {
     if (redraw.Resume()) UpdateCaret(true);
-}
-
-bool TextEditor::BeginSelection(ClientPoint point, bool extend) {
-    if (!GetTextBuffer()) return false;
-    GetTextBuffer()->CommitEdit();
-    surface.TakeFocus();
-    CollapseSelection();
-    const TextPosition place = viewport.PositionAt(point);
-    MoveCaret(place.line, place.column, extend);
-    return true;
-}
-
-void TextEditor::ExtendSelection(ClientPoint point) {
-    const TextPosition place = viewport.PositionAt(point);
-    if (place != caret.Position()) MoveCaret(place.line, place.column, true);
-}
-
-void TextEditor::OnDoubleClick() {
-    if (!GetTextBuffer()) return;
-    if (GetTextBuffer()->IsOutput()) {
-        EditorNavigation::OpenNamedFile(*this);
-    } else {
-        EditorNavigation::SelectWord(*this, false);
-    }
-}
-
-bool TextEditor::IsCommandEnabled(ViewCommand command) const {
-    return GetTextBuffer() && EditorCommands::IsEnabled(*this, command);
-}
-
-bool TextEditor::ExecuteCommand(ViewCommand command) {
-    if (!EditorCommands::IsKnown(command)) return false;
-    if (GetTextBuffer()) EditorCommands::Execute(*this, command);
-    return true;
 }
 
 // Caret and selection.

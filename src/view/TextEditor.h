@@ -7,15 +7,13 @@
 #include "view/StatusFields.h"
 #include "view/TextCaret.h"
 #include "view/TextViewport.h"
-#include "viewbase/EditorInput.h"
-#include "viewbase/ViewCommand.h"
 
-// The text view without its window: routes what the user and the document do to its parts (the text as it is
-// shown, the caret, the viewport) and keeps them together. What keys and commands do is built on its operations,
-// in EditorKeys.h, EditorCommands.h and what these include. One per view; the document is not owned.
+// The text view without its window: keeps its parts (the text as it is shown, the caret, the viewport) together, and
+// in step with the document. What the user does comes through a TextInput; what keys and commands do is built on the
+// operations here, in the files Editor*.h. One per view; the document is not owned.
 //
 // Offsets count the text as the user sees it (see ShownText).
-class TextEditor final : public DocumentView, public EditorInput, public DragTarget {
+class TextEditor final : public DocumentView {
 public:
     // Both are the same window.
     TextEditor(EditorSurface& window, TextSurface& textWindow) : surface(window), textSurface(textWindow) {}
@@ -59,28 +57,14 @@ public:
     View* AsView() override { return surface.AsView(); }
     void Destroy() override { surface.DestroyView(); }
 
-    // EditorInput.
-    void OnAttached() override;
-    void OnSize(bool coloursChanged) override;
-    void OnFocus() override;
-    void OnKeyDown(uint32_t key) override;
-    void OnChar(Char character) override;
-    void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
-    void OnWheel(const WheelTurn& turn) override;
-    DragSelection& Drag() override { return drag; }
-    int32_t VisibleLines() const override { return viewport.VisibleLines(); }
-    void SuspendRedraw() override { redraw.Suspend(); }
-    void ResumeRedraw() override;
-
-    // DragTarget.
-    bool BeginSelection(ClientPoint point, bool extend) override;
-    void ExtendSelection(ClientPoint point) override;
-
-    // Opens the file that the line names in output, else selects the word.
-    void OnDoubleClick();
-    bool IsCommandEnabled(ViewCommand command) const;
-    // False for an unknown command.
-    bool ExecuteCommand(ViewCommand command);
+    // The window. What it passes on is in EditorInput.h.
+    void WindowAttached();
+    void LayOut(bool coloursChanged);
+    void FocusGained();
+    int32_t VisibleLines() const { return viewport.VisibleLines(); }
+    // Until redraw is resumed nothing is invalidated; calls nest.
+    void SuspendRedraw() { redraw.Suspend(); }
+    void ResumeRedraw();
 
     // Caret and selection. They clamp to the text. Extending leaves the anchor where it is.
     void MoveCaret(uint32_t line, uint32_t column, bool extend = false);
@@ -97,13 +81,13 @@ public:
     void ToggleBookmark(uint32_t line); // None32: the caret line
     bool IsOverwriting() const { return overwrite; }
     void ToggleOverwrite();
+    // Makes the caret line the document's edit line.
+    void OpenCaretLine();
     // To be called before the caret line is edited: scrolls it into view and opens it. Scrolling in the
     // middle of a change would be too late.
     void PrepareEdit();
 
 private:
-    // Makes the caret line the document's edit line.
-    void OpenCaretLine();
     // As MoveCaret, but neither opens the line nor matches brackets.
     void SetCaret(TextPosition place, bool extend);
     void SetSelection(uint32_t anchor);
@@ -118,8 +102,6 @@ private:
     BracketMatch match;
     bool matchDue = false; // an edit has moved the caret
     StatusFields status;
-    DragSelection drag{surface, *this};
-    MouseWheel wheel;
     bool overwrite = false;
     bool owesScroll = false; // the caret was moved while there was no window to scroll it into
 };

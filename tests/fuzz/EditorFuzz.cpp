@@ -78,7 +78,7 @@ void Replace(TextEditor& view, Input& in) {
     EditorFind::ReplaceAll(view, replacement, in.Byte() % 4, in.Byte() & 1);
 }
 
-void Mouse(TextEditor& view, Input& in) {
+void Mouse(TextInput& view, Input& in) {
     const auto x = static_cast<int32_t>(in.Word()) - 20000;
     const auto y = static_cast<int32_t>(in.Byte()) - 100;
     switch (in.Byte() % 6) {
@@ -119,39 +119,40 @@ void Paint(TextEditor& view, RowPlan& plan, Input& in) {
     static_cast<void>(sink);
 }
 
-void Step(FakeTextSurface& surface, TextEditor& view, RowPlan& plan, Input& in) {
+void Step(TestView& view, RowPlan& plan, Input& in) {
+    FakeTextSurface& surface = view.surface;
     surface.ctrl = surface.shift = false;
     switch (in.Byte() % 10) {
     case 0:
     case 1:
         surface.ctrl = in.Byte() & 1;
         surface.shift = in.Byte() & 1;
-        view.OnKeyDown(Keys[in.Byte() % std::size(Keys)]);
+        view.input.OnKeyDown(Keys[in.Byte() % std::size(Keys)]);
         break;
     case 2:
     case 3:
         surface.shift = in.Byte() % 4 == 0;
-        view.OnChar(Characters[in.Byte() % std::size(Characters)]);
+        view.input.OnChar(Characters[in.Byte() % std::size(Characters)]);
         break;
     case 4:
-        Paint(view, plan, in);
+        Paint(view.editor, plan, in);
         break;
     case 5:
-        Mouse(view, in);
+        Mouse(view.input, in);
         break;
     case 6:
-        Replace(view, in);
+        Replace(view.editor, in);
         break;
     case 7:
         ChangeSetting(in);
         break;
     case 8:
         surface.SetSize(static_cast<int32_t>(in.Word() % 2000), static_cast<int32_t>(in.Byte()));
-        view.OnSize((in.Byte() & 2) != 0);
+        view.input.OnSize((in.Byte() & 2) != 0);
         break;
     default:
-        view.OnScroll(in.Byte() & 1 ? ScrollAxis::Vertical : ScrollAxis::Horizontal,
-                      static_cast<ScrollRequest>(in.Byte() % 7), static_cast<int32_t>(in.Word()));
+        view.input.OnScroll(in.Byte() & 1 ? ScrollAxis::Vertical : ScrollAxis::Horizontal,
+                            static_cast<ScrollRequest>(in.Byte() % 7), static_cast<int32_t>(in.Word()));
         break;
     }
 }
@@ -181,12 +182,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         document->AttachEngine(ChooseEngine(Engines[in.Byte() % 3], nullptr));
         TestView* shown = TestView::Create(*document);
         shown->surface.SetSize(400, 80);
-        shown->editor.OnSize(false);
-        shown->editor.OnAttached();
+        shown->input.OnSize(false);
+        shown->input.OnAttached();
         shown->surface.TakeFocus();
         RowPlan plan;
         for (uint32_t steps = 0; in.Left() && steps < 300 && document->Length() < 20000; ++steps) {
-            Step(shown->surface, shown->editor, plan, in);
+            Step(*shown, plan, in);
             Check(document, shown->editor);
         }
         while (document->CanDo(DocumentCommand::Undo)) Require(document->Undo());

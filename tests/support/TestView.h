@@ -1,7 +1,7 @@
 #pragma once
 
 #include "support/FakeSurface.h"
-#include "view/TextEditor.h"
+#include "view/TextInput.h"
 
 // What a text view asks of its window besides. Every character is as wide as the average one unless a test says
 // otherwise.
@@ -51,9 +51,10 @@ private:
 struct TestView {
     FakeTextSurface surface;
     TextEditor editor{surface, surface};
+    TextInput input{editor};
 
     TestView() {
-        surface.editor = &editor;
+        surface.editor = &input;
         surface.destroy = [this] { delete this; };
     }
     ~TestView() {

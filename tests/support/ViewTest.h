@@ -68,30 +68,31 @@ protected:
         shown = TestView::Create(**document);
         ASSERT_NE(shown, nullptr);
         Resize(80, 10);
-        view().OnAttached();
+        input().OnAttached();
         surface().TakeFocus();
         surface().ForgetCalls();
     }
     void Resize(int32_t columns, int32_t rows) {
         surface().SetSize(view().Viewport().TextLeft() + columns * surface().metrics.averageWidth,
                           rows * surface().metrics.lineHeight);
-        view().OnSize(false);
+        input().OnSize(false);
     }
 
     TextBuffer& buffer() const { return **document; }
     TextEditor& view() const { return shown->editor; }
+    TextInput& input() const { return shown->input; }
     FakeTextSurface& surface() const { return shown->surface; }
     FakeHost& host() const { return shown->surface.ownHost; }
 
     void Press(uint32_t key, bool ctrl = false, bool shift = false) {
         surface().ctrl = ctrl;
         surface().shift = shift;
-        view().OnKeyDown(key);
+        input().OnKeyDown(key);
         surface().ctrl = surface().shift = false;
     }
     void Ctrl(uint32_t key, bool shift = false) { Press(key, true, shift); }
     void Type(const std::u16string& text) {
-        for (const Char c : text) view().OnChar(c);
+        for (const Char c : text) input().OnChar(c);
     }
 
     std::u16string Text() const { return document->Text(); }

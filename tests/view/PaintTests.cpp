@@ -211,7 +211,7 @@ TEST_F(PaintTest, LineBeingEditedIsPaintedAsEdited) {
     Show(u"\nint", u"cpp");
     SetForegroundWindow(frame);
     SetFocus(view->GetWindow());
-    for (const Char c : std::u16string(u"int")) Editor().OnChar(c);
+    for (const Char c : std::u16string(u"int")) SendMessageW(view->GetWindow(), WM_CHAR, c, 1);
     ASSERT_TRUE((*document)->HasPendingEdit());
     const Picture picture = Paint();
     EXPECT_TRUE(picture.Has(Red, ColumnX(0), 0, ColumnX(3), LineHeight()));

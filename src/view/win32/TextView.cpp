@@ -24,7 +24,7 @@ TextView::~TextView() {
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_IME_STARTCOMPOSITION) InputMethod::PlaceComposition(window, CaretPlace());
     if (message == WM_LBUTTONDBLCLK) {
-        editor.OnDoubleClick();
+        input.OnDoubleClick();
         return 0;
     }
     return EditorWindow::WindowProc(message, wparam, lparam);

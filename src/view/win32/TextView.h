@@ -2,7 +2,7 @@
 
 #include "view/EditorFind.h"
 #include "view/RowPlan.h"
-#include "view/TextEditor.h"
+#include "view/TextInput.h"
 #include "view/TextSurface.h"
 #include "viewbase/win32/EditorWindow.h"
 
@@ -24,8 +24,8 @@ public:
     // View.
     Document* GetDocument() const override { return editor.GetTextBuffer(); }
     void GoToLine(uint32_t line, bool selectLine) override { editor.GoToLine(line, selectLine); }
-    bool IsCommandEnabled(ViewCommand command) const override { return editor.IsCommandEnabled(command); }
-    bool ExecuteCommand(ViewCommand command) override { return editor.ExecuteCommand(command); }
+    bool IsCommandEnabled(ViewCommand command) const override { return input.IsCommandEnabled(command); }
+    bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }
     void ToggleBookmark(uint32_t line) override { editor.ToggleBookmark(line); }
     bool FindNext(bool backward, uint32_t) override { return EditorFind::FindNext(editor, backward); }
     LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -42,9 +42,10 @@ public:
     void ShowReplaceDialog(bool multiLineSelection) override;
 
 protected:
-    EditorInput& Input() override { return editor; }
+    EditorInput& Input() override { return input; }
 
 private:
     TextEditor editor{*this, *this};
+    TextInput input{editor};
     RowPlan plan;
 };

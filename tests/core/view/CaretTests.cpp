@@ -203,7 +203,7 @@ TEST_F(CaretTest, WithoutAFrameNothingIsShown) {
     surface().host = nullptr;
     Type(u"b");
     EditorFind::FindNext(view(), false);
-    view().OnWheel({-120, 3, true});
+    input().OnWheel({-120, 3, true});
     EXPECT_EQ(Plain(Text()), "ba");
 }
 

@@ -165,39 +165,39 @@ TEST_F(ClipboardTest, CommandsAreEnabledByTheSelection) {
     for (uint32_t number = 0; number < ViewCommandCount; ++number) {
         const auto command = static_cast<ViewCommand>(number);
         view().SelectRange(0, 0);
-        EXPECT_EQ(view().IsCommandEnabled(command), withoutSelection[number]) << number;
+        EXPECT_EQ(input().IsCommandEnabled(command), withoutSelection[number]) << number;
         view().SelectRange(0, 2);
-        EXPECT_EQ(view().IsCommandEnabled(command), withSelection[number]) << number;
+        EXPECT_EQ(input().IsCommandEnabled(command), withSelection[number]) << number;
     }
-    EXPECT_FALSE(view().IsCommandEnabled(static_cast<ViewCommand>(10)));
+    EXPECT_FALSE(input().IsCommandEnabled(static_cast<ViewCommand>(10)));
 }
 
 TEST_F(ClipboardTest, ReplacingNeedsAWritableDocument) {
     buffer().MarkAsOutput();
-    EXPECT_FALSE(view().IsCommandEnabled(ViewCommand::Replace));
-    EXPECT_TRUE(view().IsCommandEnabled(ViewCommand::Find));
+    EXPECT_FALSE(input().IsCommandEnabled(ViewCommand::Replace));
+    EXPECT_TRUE(input().IsCommandEnabled(ViewCommand::Find));
 }
 
 TEST_F(ClipboardTest, EachCommandDoesItsWork) {
     Show(u"one t^w|o");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Copy));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Copy));
     EXPECT_EQ(Plain(surface().clipboard), "w");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Delete));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Delete));
     EXPECT_EQ(Marked(), "one t|o");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Delete)); // nothing when empty
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Delete)); // nothing when empty
     EXPECT_EQ(Marked(), "one t|o");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Paste));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Paste));
     EXPECT_EQ(Marked(), "one tw|o");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::SelectAll));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::SelectAll));
     EXPECT_EQ(Marked(), "^one two|");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Cut));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Cut));
     EXPECT_EQ(Marked(), "|");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Find));
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Replace));
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::GoToLine));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Find));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Replace));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::GoToLine));
     EXPECT_EQ(surface().dialogs, (std::vector<std::string>{"find", "replace many", "go to"}));
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::ToggleBookmark));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::ToggleBookmark));
     EXPECT_EQ(document->MarkedLines(), std::vector<uint32_t>{0});
-    EXPECT_FALSE(view().ExecuteCommand(static_cast<ViewCommand>(10)));
-    EXPECT_FALSE(view().ExecuteCommand(static_cast<ViewCommand>(UINT32_MAX)));
+    EXPECT_FALSE(input().ExecuteCommand(static_cast<ViewCommand>(10)));
+    EXPECT_FALSE(input().ExecuteCommand(static_cast<ViewCommand>(UINT32_MAX)));
 }

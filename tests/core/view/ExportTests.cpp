@@ -198,7 +198,7 @@ TEST_F(ExportTest, BothReadBackToTheSelectedText) {
 
 TEST_F(ExportTest, TheClipboardGetsMarkupRichTextAndHtml) {
     Show(u"^int\u20AC|", u"txt");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::CopyColoured));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::CopyColoured));
     ASSERT_EQ(surface().written.size(), 3u);
     EXPECT_EQ(surface().written[0].first, ClipboardFormat::UnicodeText);
     EXPECT_EQ(surface().written[1].first, ClipboardFormat::RichText);
@@ -212,7 +212,7 @@ TEST_F(ExportTest, TheClipboardGetsMarkupRichTextAndHtml) {
 
 TEST_F(ExportTest, AnEmptySelectionCopiesNothing) {
     Show(u"in|t", u"cpp");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::CopyColoured));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::CopyColoured));
     EXPECT_TRUE(surface().written.empty());
 }
 
@@ -220,7 +220,7 @@ TEST_F(ExportTest, APendingEditIsCopiedToo) {
     Show(u"|", u"txt");
     Type(u"ab");
     view().SelectRange(0, 2);
-    view().ExecuteCommand(ViewCommand::CopyColoured);
+    input().ExecuteCommand(ViewCommand::CopyColoured);
     EXPECT_EQ(Plain(surface().clipboard), "<pre>\n<font color=\"#000000\">ab</font></pre>");
 }
 
@@ -229,7 +229,7 @@ TEST_F(ExportTest, PartialTextsStillReachTheClipboard) {
     auto* engine = new SpanEngine;
     engine->blindFrom = 2;
     buffer().AttachEngine(engine);
-    view().ExecuteCommand(ViewCommand::CopyColoured);
+    input().ExecuteCommand(ViewCommand::CopyColoured);
     EXPECT_EQ(Plain(surface().clipboard), "<pre>\n<font color=\"#563412\">a\n</font>");
 }
 
@@ -240,7 +240,7 @@ TEST_F(ExportTest, WithoutMemoryNothingIsCopied) {
             Show(u"^int x;\n\"s\"|", u"cpp");
             surface().written.clear();
         }
-        view().ExecuteCommand(ViewCommand::CopyColoured);
+        input().ExecuteCommand(ViewCommand::CopyColoured);
         FailurePause pause;
         if (surface().written.empty()) return false;
         EXPECT_EQ(surface().written.size(), 3u);

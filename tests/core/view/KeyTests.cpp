@@ -346,18 +346,19 @@ TEST_F(KeyTest, UnknownKeysDoNothing) {
 TEST_F(KeyTest, WithoutADocumentKeysAndCommandsDoNothing) {
     FakeTextSurface alone;
     TextEditor editor(alone, alone);
-    editor.OnKeyDown(ViewKey::Left);
-    editor.OnChar(u'x');
-    editor.OnFocus();
-    editor.Drag().OnLeftButtonDown({1, 1}, false);
-    editor.OnDoubleClick();
-    editor.OnWheel({-120, 3, false});
-    editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::Maximum, 0);
-    editor.OnSize(true);
+    TextInput input(editor);
+    input.OnKeyDown(ViewKey::Left);
+    input.OnChar(u'x');
+    input.OnFocus();
+    input.Drag().OnLeftButtonDown({1, 1}, false);
+    input.OnDoubleClick();
+    input.OnWheel({-120, 3, false});
+    input.OnScroll(ScrollAxis::Vertical, ScrollRequest::Maximum, 0);
+    input.OnSize(true);
     editor.GoToLine(3, true);
     EXPECT_FALSE(EditorFind::FindNext(editor, false));
     EXPECT_FALSE(EditorFind::ReplaceAll(editor, u"x", 1, false));
-    EXPECT_FALSE(editor.IsCommandEnabled(ViewCommand::SelectAll));
-    EXPECT_TRUE(editor.ExecuteCommand(ViewCommand::SelectAll));
+    EXPECT_FALSE(input.IsCommandEnabled(ViewCommand::SelectAll));
+    EXPECT_TRUE(input.ExecuteCommand(ViewCommand::SelectAll));
     EXPECT_EQ(editor.CaretOffset(), 0u);
 }

@@ -17,7 +17,7 @@ using Strips = std::vector<std::pair<int32_t, int32_t>>;
 
 TEST_F(LayoutTest, VisibleLinesAndColumnsAreWholeOnes) {
     surface().SetSize(100, 50);
-    view().OnSize(false);
+    input().OnSize(false);
     EXPECT_EQ(view().VisibleLines(), 3);
     EXPECT_EQ(view().Viewport().VisibleColumns(), 12);
 }
@@ -26,7 +26,7 @@ TEST_F(LayoutTest, GutterAndMarginNarrowTheTextArea) {
     settings.ShowLineNumbers = 1;
     settings.MarginWidth = 20;
     surface().SetSize(100, 50);
-    view().OnSize(false);
+    input().OnSize(false);
     EXPECT_EQ(view().Viewport().GutterWidth(), 56);
     EXPECT_EQ(view().Viewport().TextLeft(), 76);
     EXPECT_EQ(view().Viewport().VisibleColumns(), 3);
@@ -70,7 +70,7 @@ TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
 TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
     surface().SetFont({0, 0, 0});
     surface().SetSize(100, 100);
-    view().OnSize(false);
+    input().OnSize(false);
     EXPECT_EQ(view().VisibleLines(), 0);
     EXPECT_EQ(view().Viewport().VisibleColumns(), 0);
     EXPECT_EQ(At(50, 50), (Point{0, 0}));
@@ -82,7 +82,7 @@ TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
 TEST_F(LayoutTest, AMarginWiderThanTheWindowKeepsTheViewStill) {
     settings.MarginWidth = 4294967295u;
     surface().SetSize(100, 100);
-    view().OnSize(false);
+    input().OnSize(false);
     EXPECT_EQ(view().Viewport().VisibleColumns(), 0);
     EXPECT_EQ(view().Viewport().TextLeft(), ViewLimits::MaxMarginWidth);
     view().UpdateCaret(true);
@@ -97,7 +97,7 @@ TEST_F(LayoutTest, WithoutAWindowLayoutDoesNothing) {
     const auto bars = surface().barsSet.size();
     surface().window = false;
     surface().SetSize(1000, 1000);
-    view().OnSize(false);
+    input().OnSize(false);
     view().UpdateCaret(true);
     EXPECT_EQ(view().VisibleLines(), 10);
     EXPECT_EQ(surface().barsSet.size(), bars);
@@ -107,7 +107,7 @@ TEST_F(LayoutTest, WithoutAWindowLayoutDoesNothing) {
 
 TEST_F(LayoutTest, AResizeRenewsTheCaret) {
     surface().renewals = 0;
-    view().OnSize(false);
+    input().OnSize(false);
     EXPECT_EQ(surface().renewals, 1);
 }
 

@@ -40,7 +40,7 @@ struct MeasuredLineTest : ViewTest {
     // So does the picture. What was measured is forgotten then.
     void ExpectPicture() const {
         const std::string painted = Painted();
-        view().OnSize(false);
+        input().OnSize(false);
         ASSERT_EQ(painted, Painted());
     }
 
@@ -108,7 +108,7 @@ TEST_F(MeasuredLineTest, APlaceInReachIsOneOfItsOwnLine) {
 TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
     Fill(std::u16string(3 * Long, u'a'));
     surface().SetFont({16, 65535, 65535});
-    view().OnSize(false);
+    input().OnSize(false);
     view().MoveCaret(0, None32, false);
     EXPECT_EQ(view().Viewport().HorizontalScroll(), MeasuredLine::FarthestScroll);
     EXPECT_NE(Painted(), "");
@@ -148,7 +148,7 @@ TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
         if (i % 20 == 0) {
             Fill(u"first\n" + LongLine(random, Long) + u"\nlast");
             if (random.OneIn(2)) surface().SetFont({16, 7, 4}, {{u'i', 3}});
-            view().OnSize(false);
+            input().OnSize(false);
         }
         switch (random.Below(7)) {
         case 0:
@@ -182,7 +182,7 @@ TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
 TEST_F(MeasuredLineTest, WhatIsTypedCountsAtOnce) {
     Fill(std::u16string(Long, u'a'));
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
-    view().OnSize(false);
+    input().OnSize(false);
     view().MoveCaret(0, None32, false);
     view().MoveCaret(0, 10, false);
     Type(u"ii");
@@ -196,7 +196,7 @@ TEST_F(MeasuredLineTest, AnotherFontMeasuresAnew) {
     Fill(std::u16string(Long, u'i'));
     view().MoveCaret(0, None32, false);
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
-    view().OnSize(false);
+    input().OnSize(false);
     view().MoveCaret(0, None32, false);
     EXPECT_EQ(surface().caretX,
               int64_t{Long} * 3 - view().Viewport().HorizontalScroll() + view().Viewport().TextLeft());

@@ -19,7 +19,7 @@ using Two = std::pair<uint32_t, uint32_t>;
 
 TEST_F(MouseTest, AClickPutsTheCaretAndTakesTheFocus) {
     surface().focus = false;
-    view().Drag().OnLeftButtonDown({24, 20}, false);
+    input().Drag().OnLeftButtonDown({24, 20}, false);
     EXPECT_EQ(Caret(), (Two{1, 3}));
     EXPECT_TRUE(surface().focus);
     EXPECT_FALSE(view().Caret().HasSelection());
@@ -28,90 +28,90 @@ TEST_F(MouseTest, AClickPutsTheCaretAndTakesTheFocus) {
 
 TEST_F(MouseTest, AShiftClickExtendsFromTheCaret) {
     view().SelectRange(0, 5);
-    view().Drag().OnLeftButtonDown({64, 0}, true);
+    input().Drag().OnLeftButtonDown({64, 0}, true);
     EXPECT_EQ(Selection(), (Two{5, 8})); // the selection was collapsed to the caret first
 }
 
 TEST_F(MouseTest, AClickWritesThePendingLineBack) {
     Type(u"x");
-    view().Drag().OnLeftButtonDown({0, 16}, false);
+    input().Drag().OnLeftButtonDown({0, 16}, false);
     EXPECT_FALSE(buffer().HasPendingEdit());
     EXPECT_EQ(document->Store()[0], u'x');
 }
 
 TEST_F(MouseTest, DraggingExtends) {
-    view().Drag().OnLeftButtonDown({16, 0}, false);
-    view().Drag().OnMouseMove({40, 16});
+    input().Drag().OnLeftButtonDown({16, 0}, false);
+    input().Drag().OnMouseMove({40, 16});
     EXPECT_EQ(Selection(), (Two{2, 16}));
-    view().Drag().OnMouseMove({0, 0});
+    input().Drag().OnMouseMove({0, 0});
     EXPECT_EQ(Selection(), (Two{2, 0}));
-    view().Drag().OnLeftButtonUp();
+    input().Drag().OnLeftButtonUp();
     EXPECT_FALSE(surface().captured);
-    view().Drag().OnMouseMove({40, 16});
+    input().Drag().OnMouseMove({40, 16});
     EXPECT_EQ(Selection(), (Two{2, 0}));
 }
 
 TEST_F(MouseTest, WithoutAButtonAMoveDoesNothing) {
-    view().Drag().OnMouseMove({40, 16});
-    view().Drag().OnTimer();
-    view().Drag().OnLeftButtonUp();
+    input().Drag().OnMouseMove({40, 16});
+    input().Drag().OnTimer();
+    input().Drag().OnLeftButtonUp();
     EXPECT_EQ(Caret(), (Two{0, 0}));
 }
 
 TEST_F(MouseTest, TheTimerScrollsOnBelowTheWindow) {
-    view().Drag().OnLeftButtonDown({0, 0}, false);
-    view().Drag().OnMouseMove({0, 170});
+    input().Drag().OnLeftButtonDown({0, 0}, false);
+    input().Drag().OnMouseMove({0, 170});
     const uint32_t top = view().TopLine();
     EXPECT_EQ(view().CaretLine(), 10u);
-    view().Drag().OnTimer();
+    input().Drag().OnTimer();
     EXPECT_EQ(view().CaretLine(), 11u);
     EXPECT_EQ(view().TopLine(), top + 1);
-    view().Drag().OnTimer();
+    input().Drag().OnTimer();
     EXPECT_EQ(view().TopLine(), top + 2);
 }
 
 TEST_F(MouseTest, TheTimerScrollsOnAboveTheWindow) {
     view().SetTopLine(20);
-    view().Drag().OnLeftButtonDown({0, 0}, false);
-    view().Drag().OnMouseMove({0, -20});
+    input().Drag().OnLeftButtonDown({0, 0}, false);
+    input().Drag().OnMouseMove({0, -20});
     EXPECT_EQ(view().TopLine(), 19u);
-    view().Drag().OnTimer();
+    input().Drag().OnTimer();
     EXPECT_EQ(view().TopLine(), 18u);
 }
 
 TEST_F(MouseTest, OverTheCaretTheTimerDoesNothing) {
-    view().Drag().OnLeftButtonDown({24, 16}, false);
+    input().Drag().OnLeftButtonDown({24, 16}, false);
     surface().ForgetCalls();
-    view().Drag().OnTimer();
+    input().Drag().OnTimer();
     EXPECT_TRUE(surface().strips.empty());
     EXPECT_FALSE(view().Caret().HasSelection());
 }
 
 TEST_F(MouseTest, LosingTheCaptureEndsTheDrag) {
-    view().Drag().OnLeftButtonDown({16, 0}, false);
+    input().Drag().OnLeftButtonDown({16, 0}, false);
     surface().captured = false;
-    view().Drag().OnCaptureLost();
-    view().Drag().OnMouseMove({40, 16});
-    view().Drag().OnTimer();
+    input().Drag().OnCaptureLost();
+    input().Drag().OnMouseMove({40, 16});
+    input().Drag().OnTimer();
     EXPECT_EQ(Caret(), (Two{0, 2}));
 }
 
 TEST_F(MouseTest, ADoubleClickSelectsTheWord) {
     Show(u"one tw|o three");
-    view().OnDoubleClick();
+    input().OnDoubleClick();
     EXPECT_EQ(Marked(), "one ^two| three");
 }
 
 TEST_F(MouseTest, ADoubleClickBehindTheLastCharacterSelectsNothing) {
     Show(u"one +|");
-    view().OnDoubleClick();
+    input().OnDoubleClick();
     EXPECT_EQ(Marked(), "one +|");
 }
 
 TEST_F(MouseTest, InAnOutputDocumentADoubleClickOpensTheNamedFile) {
     Show(u"a.cpp(7)|");
     buffer().MarkAsOutput();
-    view().OnDoubleClick();
+    input().OnDoubleClick();
     ASSERT_EQ(host().opened.size(), 1u);
     EXPECT_EQ(Plain(host().opened[0].first), "a.cpp");
     EXPECT_EQ(host().opened[0].second, 6u);

@@ -42,9 +42,9 @@ struct Stage {
         for (TestView*& view : views) view = TestView::Create(*document);
         for (TestView* view : views) {
             view->surface.SetSize(400, static_cast<int32_t>(2 + random.Below(4)) * 16);
-            view->editor.OnSize(false);
+            view->input.OnSize(false);
         }
-        views[0]->editor.OnAttached();
+        views[0]->input.OnAttached();
         views[0]->surface.TakeFocus();
         for (uint32_t marks = random.Below(4); marks; --marks)
             document->ToggleBookmark(random.Below(document->GetLineCount()));
@@ -294,7 +294,7 @@ TEST_F(ReplaceAllTest, IndentingInOnePassGivesWhatOneByOneGives) {
 
         OneByOne::Indent(single.views[0]->editor, unindent, settings.SpacesPerTab, settings.ReplaceTabs != 0);
         bulk.views[0]->surface.shift = unindent;
-        editor.OnChar(u'\t');
+        bulk.views[0]->input.OnChar(u'\t');
         ASSERT_EQ(single.Look(), bulk.Look());
         if (bulk.document.UndoSteps() == 0) continue;
         ASSERT_TRUE(AgreeThroughUndo(single, bulk));
@@ -319,7 +319,7 @@ TEST_F(ReplaceAllTest, PastingGivesWhatTheSingleChangesGive) {
         random.Below(1000);
         SCOPED_TRACE(Plain(text) + " <- " + Plain(pasted) + (wholeLine ? " line" : "") + (shift ? " shift" : ""));
         for (const Stage* stage : {&single, &real})
-            if (pending && !stage->views[0]->editor.Caret().HasSelection()) stage->views[0]->editor.OnChar(u'z');
+            if (pending && !stage->views[0]->editor.Caret().HasSelection()) stage->views[0]->input.OnChar(u'z');
 
         OneByOne::Paste(single.views[0]->editor, pasted, wholeLine, (settings.PasteKeepSelection != 0) != shift);
         FakeTextSurface& surface = real.views[0]->surface;
@@ -328,7 +328,7 @@ TEST_F(ReplaceAllTest, PastingGivesWhatTheSingleChangesGive) {
         surface.clipboardHasText = true;
         surface.clipboardWholeLine = wholeLine;
         surface.shift = shift;
-        real.views[0]->editor.ExecuteCommand(ViewCommand::Paste);
+        real.views[0]->input.ExecuteCommand(ViewCommand::Paste);
         ASSERT_EQ(single.Look(), real.Look());
         ASSERT_EQ(single.document.UndoSteps(), real.document.UndoSteps());
         if (real.document.UndoSteps() == 0) continue;

@@ -268,7 +268,7 @@ TEST_F(RowTest, ClippingNeverChangesTheVisiblePicture) {
         view().SelectRange(random.Below(end + 1), random.Below(end + 1));
         const auto pixels = [&](int32_t scroll, int32_t width) {
             surface().SetSize(width, 48);
-            view().OnSize(false);
+            input().OnSize(false);
             view().Viewport().SetHorizontalScroll(scroll);
             // Each pixel column gets the run that covers it, with where its character begins.
             std::vector<std::string> columns(static_cast<size_t>(width));
@@ -384,7 +384,7 @@ TEST_F(RowTest, OffsetsBehindAPendingEditAreTheUsers) {
     Type(u"xyz");
     TestView* second = TestView::Create(buffer());
     second->surface.SetSize(640, 160);
-    second->editor.OnSize(false);
+    second->input.OnSize(false);
     second->editor.SelectRange(6, 7); // the "c" of "axyz\nbcd"
     RowPlan other;
     ASSERT_TRUE(other.Begin(second->editor, 0, 0));
@@ -503,7 +503,7 @@ TEST_F(RowTest, AMarginWiderThanTheWindowLeavesNoText) {
     settings.MarginWidth = 5000;
     Fill(u"abc");
     surface().SetSize(100, 100);
-    view().OnSize(false);
+    input().OnSize(false);
     const auto rows = Rows();
     EXPECT_EQ(rows[0].runs, "");
     EXPECT_EQ(rows[0].picture.fillLeft, 5000);

@@ -8,21 +8,21 @@ struct ScrollingTest : ViewTest {
     const ScrollBar& Vertical() const { return surface().bars[0]; }
     const ScrollBar& Horizontal() const { return surface().bars[1]; }
     uint32_t Scroll(ScrollRequest request, int32_t track = 0) {
-        view().OnScroll(ScrollAxis::Vertical, request, track);
+        input().OnScroll(ScrollAxis::Vertical, request, track);
         return view().TopLine();
     }
     int32_t ScrollSideways(ScrollRequest request, int32_t track = 0) {
-        view().OnScroll(ScrollAxis::Horizontal, request, track);
+        input().OnScroll(ScrollAxis::Horizontal, request, track);
         return view().Viewport().HorizontalScroll();
     }
     void LoseWindow() { surface().window = surface().focus = false; }
     void GetWindow() {
         surface().window = true;
-        view().OnSize(false);
-        view().OnAttached();
+        input().OnSize(false);
+        input().OnAttached();
     }
     uint32_t Wheel(int32_t delta, int32_t lines = 3) {
-        view().OnWheel({delta, lines, false});
+        input().OnWheel({delta, lines, false});
         return view().TopLine();
     }
 };
@@ -52,7 +52,7 @@ TEST_F(ScrollingTest, TheBarsAreSetOnlyWhenAValueChanged) {
 
 TEST_F(ScrollingTest, AnotherWindowGetsItsBarsSet) {
     surface().ForgetCalls();
-    view().OnAttached();
+    input().OnAttached();
     EXPECT_EQ(surface().barsSet.size(), 2u);
 }
 
@@ -126,23 +126,23 @@ TEST_F(ScrollingTest, WhereTheSystemScrollsByNoLinesTheWheelDoesNothing) {
 
 TEST_F(ScrollingTest, WithCtrlTheWheelChangesTheFontSize) {
     settings.FontSize = 10;
-    view().OnWheel({-120, 3, true});
+    input().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), "Font Size: 11");
     EXPECT_EQ(host().applied, std::vector<uint32_t>{1});
-    view().OnWheel({240, 3, true}); // two notches are still one step
+    input().OnWheel({240, 3, true}); // two notches are still one step
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(view().TopLine(), 0u);
 }
 
 TEST_F(ScrollingTest, CtrlWheelNeverReducesTheFontSizeBelowOne) {
     settings.FontSize = 2;
-    view().OnWheel({120, 3, true});
+    input().OnWheel({120, 3, true});
     EXPECT_EQ(settings.FontSize, 1u);
-    view().OnWheel({120, 3, true});
+    input().OnWheel({120, 3, true});
     EXPECT_EQ(settings.FontSize, 1u);
     settings.FontSize = 4294967295u;
-    view().OnWheel({-120, 3, true});
+    input().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 4294967295u);
 }
 
@@ -242,9 +242,9 @@ TEST_F(ScrollingTest, ACaretScrolledOutToTheLeftIsHidden) {
     Fill(std::u16string(200, u'x'));
     view().UpdateCaret(false);
     EXPECT_TRUE(surface().caretShown);
-    view().OnScroll(ScrollAxis::Horizontal, ScrollRequest::LineForward, 0);
+    input().OnScroll(ScrollAxis::Horizontal, ScrollRequest::LineForward, 0);
     EXPECT_FALSE(surface().caretShown);
-    view().OnScroll(ScrollAxis::Horizontal, ScrollRequest::LineBack, 0);
+    input().OnScroll(ScrollAxis::Horizontal, ScrollRequest::LineBack, 0);
     EXPECT_TRUE(surface().caretShown);
 }
 

@@ -32,8 +32,8 @@ struct SeveralViewsTest : EditorModelTest {
     void Open() {
         TestView* made = TestView::Create(buffer());
         made->surface.SetSize(surface().width, surface().height);
-        made->editor.OnSize(1);
-        made->editor.OnAttached();
+        made->input.OnSize(1);
+        made->input.OnAttached();
         views.push_back(made);
     }
     // Every view has the one clipboard of the system.
@@ -118,7 +118,7 @@ struct SeveralViewsTest : EditorModelTest {
             stop += added - removed;
         }
         surface().shift = unindent;
-        view().OnChar(u'\t');
+        input().OnChar(u'\t');
         surface().shift = false;
         history.Add(model.text);
         return unindent ? "unindent" : "indent";
@@ -158,14 +158,14 @@ struct SeveralViewsTest : EditorModelTest {
         TestView* clicked = random.Pick(views);
         Focus(clicked);
         const ClientPoint point = {static_cast<int32_t>(random.Below(400)), static_cast<int32_t>(random.Below(200))};
-        view().Drag().OnLeftButtonDown(point, random.OneIn(3));
-        if (random.OneIn(2)) view().Drag().OnMouseMove({static_cast<int32_t>(random.Below(400)), 300});
-        view().Drag().OnLeftButtonUp();
-        if (random.OneIn(4)) view().OnDoubleClick();
+        input().Drag().OnLeftButtonDown(point, random.OneIn(3));
+        if (random.OneIn(2)) input().Drag().OnMouseMove({static_cast<int32_t>(random.Below(400)), 300});
+        input().Drag().OnLeftButtonUp();
+        if (random.OneIn(4)) input().OnDoubleClick();
         return "click";
     }
     std::string Scroll(Random& random) {
-        TextEditor& scrolled = random.Pick(views)->editor;
+        TextInput& scrolled = random.Pick(views)->input;
         if (random.OneIn(2)) {
             scrolled.OnWheel({random.OneIn(2) ? 120 : -120, 3, false});
             return "wheel";

@@ -18,8 +18,8 @@ struct SharedDocumentTest : ViewTest {
     TestView* Open() {
         TestView* made = TestView::Create(buffer());
         made->surface.SetSize(640, 160);
-        made->editor.OnSize(false);
-        made->editor.OnAttached();
+        made->input.OnSize(false);
+        made->input.OnAttached();
         return made;
     }
     // What F6 does.
@@ -95,7 +95,7 @@ TEST_F(SharedDocumentTest, WhatIsTypedNextInTheOtherViewGoesToItsCaret) {
     Share(u"|one\ntwo\nthree", 8);
     Type(u"abcd");
     FocusSecond();
-    second->editor.OnKeyDown(ViewKey::Backspace);
+    second->input.OnKeyDown(ViewKey::Backspace);
     EXPECT_EQ(Plain(Text()), Plain(u"abcdone\ntwo\nhree"));
     ExpectAgreement();
 }

@@ -28,7 +28,7 @@ TEST_F(TypingTest, CharactersGoInAtTheCaret) {
 TEST_F(TypingTest, ControlCharactersAreIgnored) {
     EXPECT_EQ(AfterTyping(u"a|c", std::u16string(u"\0\b\x1B\x1F", 4)), "a|c");
     Show(u"a|c");
-    view().OnChar(32);
+    input().OnChar(32);
     EXPECT_EQ(Marked(), "a |c");
 }
 

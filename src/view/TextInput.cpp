@@ -1,0 +1,73 @@
+#include "view/TextInput.h"
+
+#include "view/EditorCommands.h"
+#include "view/EditorKeys.h"
+#include "view/EditorNavigation.h"
+#include "view/EditorTyping.h"
+
+void TextInput::OnKeyDown(uint32_t key) {
+    const TextBuffer* document = editor.GetTextBuffer();
+    if (!document) return;
+    if (document->EditLineNumber() != editor.CaretLine()) editor.OpenCaretLine();
+    EditorKeys::Press(editor, key);
+}
+
+void TextInput::OnChar(Char character) {
+    if (editor.GetTextBuffer()) EditorTyping::Type(editor, character);
+}
+
+void TextInput::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) {
+    TextViewport& viewport = editor.Viewport();
+    const bool vertical = axis == ScrollAxis::Vertical;
+    const int32_t step = vertical ? 1 : editor.Surface().Metrics().averageWidth;
+    const uint64_t position = viewport.Scrolled(axis).After(request, step, trackPosition);
+    if (vertical) {
+        editor.SetTopLine(static_cast<uint32_t>(position));
+    } else {
+        viewport.SetHorizontalScroll(static_cast<int64_t>(position));
+    }
+    editor.UpdateCaret(false);
+}
+
+void TextInput::OnWheel(const WheelTurn& turn) {
+    const int64_t lines = wheel.Turn(turn, editor.Surface().Host());
+    if (lines == 0 || !editor.GetTextBuffer()) return;
+    editor.SetTopLine(static_cast<uint32_t>(editor.Viewport().Scrolled(ScrollAxis::Vertical).Moved(lines)));
+    editor.UpdateCaret(false);
+}
+
+bool TextInput::BeginSelection(ClientPoint point, bool extend) {
+    TextBuffer* document = editor.GetTextBuffer();
+    if (!document) return false;
+    document->CommitEdit();
+    editor.Surface().TakeFocus();
+    editor.CollapseSelection();
+    const TextPosition place = editor.Viewport().PositionAt(point);
+    editor.MoveCaret(place.line, place.column, extend);
+    return true;
+}
+
+void TextInput::ExtendSelection(ClientPoint point) {
+    const TextPosition place = editor.Viewport().PositionAt(point);
+    if (place != editor.Caret().Position()) editor.MoveCaret(place.line, place.column, true);
+}
+
+void TextInput::OnDoubleClick() {
+    const TextBuffer* document = editor.GetTextBuffer();
+    if (!document) return;
+    if (document->IsOutput()) {
+        EditorNavigation::OpenNamedFile(editor);
+    } else {
+        EditorNavigation::SelectWord(editor, false);
+    }
+}
+
+bool TextInput::IsCommandEnabled(ViewCommand command) const {
+    return editor.GetTextBuffer() && EditorCommands::IsEnabled(editor, command);
+}
+
+bool TextInput::ExecuteCommand(ViewCommand command) {
+    if (!EditorCommands::IsKnown(command)) return false;
+    if (editor.GetTextBuffer()) EditorCommands::Execute(editor, command);
+    return true;
+}
