@@ -37,6 +37,7 @@ public:
     void SetScrollBar(ScrollAxis, const ScrollBar&) override {}
     bool IsCtrlDown() const override { return ctrl; }
     bool IsShiftDown() const override { return shift; }
+    bool IsAltDown() const override { return false; }
     void BeginDrag() override {}
     void EndDrag() override {}
     bool ReadClipboard(WString& text, bool& wholeLine) override {

@@ -83,8 +83,10 @@ void HexEditor::OnKeyDown(uint32_t key) {
     const bool ctrl = surface.IsCtrlDown();
     const bool shift = surface.IsShiftDown();
     if (!IsDigitKey(key) || ctrl || shift) ToHighNibble();
+    // AltGr, which arrives as both, is on its way to a character.
+    const bool runsCommands = ctrl && !surface.IsAltDown();
     for (const KeyBinding& binding : Bindings) {
-        if (binding.key != key || (binding.needsCtrl && !ctrl)) continue;
+        if (binding.key != key || (binding.needsCtrl && !runsCommands)) continue;
         binding.handle({*this, shift, caret, FileSize()});
         return;
     }

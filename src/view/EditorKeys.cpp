@@ -187,7 +187,8 @@ constexpr KeyBinding Bindings[] = {
 } // namespace
 
 void EditorKeys::Press(TextEditor& editor, uint32_t key) {
-    const bool ctrl = editor.Surface().IsCtrlDown();
+    // AltGr, which arrives as both, is on its way to a character: the key is no command of Ctrl then.
+    const bool ctrl = editor.Surface().IsCtrlDown() && !editor.Surface().IsAltDown();
     for (const KeyBinding& binding : Bindings) {
         if (binding.key != key || binding.ctrl != ctrl) continue;
         const TextPosition caret = editor.Caret().Position();

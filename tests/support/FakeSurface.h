@@ -86,6 +86,7 @@ public:
     }
     bool IsCtrlDown() const override { return ctrl; }
     bool IsShiftDown() const override { return shift; }
+    bool IsAltDown() const override { return alt; }
     void BeginDrag() override { captured = true; }
     void EndDrag() override {
         if (!captured) return;
@@ -131,6 +132,7 @@ public:
     bool focus = false;
     bool ctrl = false;
     bool shift = false;
+    bool alt = false;
     int32_t width = 0;
     int32_t height = 0;
     ViewMetrics metrics;

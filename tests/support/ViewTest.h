@@ -91,6 +91,11 @@ protected:
         surface().ctrl = surface().shift = false;
     }
     void Ctrl(uint32_t key, bool shift = false) { Press(key, true, shift); }
+    void AltGr(uint32_t key) {
+        surface().alt = true;
+        Ctrl(key);
+        surface().alt = false;
+    }
     void Type(const std::u16string& text) {
         for (const Char c : text) input().OnChar(c);
     }

@@ -274,6 +274,23 @@ TEST_F(ViewWindowTest, CharactersAndKeysReachTheEditor) {
     EXPECT_EQ(Editor().CaretColumn(), 4u);
 }
 
+TEST_F(ViewWindowTest, AltGrRunsNoCtrlCommand) {
+    Show(u"abc");
+    FocusView();
+    BYTE before[256] = {};
+    ASSERT_TRUE(GetKeyboardState(before));
+    BYTE held[256] = {};
+    held[VK_CONTROL] = held[VK_MENU] = 0x80;
+    ASSERT_TRUE(SetKeyboardState(held));
+    SendMessageW(Window(), WM_KEYDOWN, 'X', 1);
+    EXPECT_EQ(document->Text(), u"abc");
+    held[VK_MENU] = 0;
+    SetKeyboardState(held);
+    SendMessageW(Window(), WM_KEYDOWN, 'X', 1);
+    EXPECT_EQ(document->Text(), u"");
+    SetKeyboardState(before);
+}
+
 // The input method.
 
 TEST_F(ViewWindowTest, TheCompositionWindowIsAtTheCaret) {

@@ -35,6 +35,7 @@ public:
     void SetScrollBar(ScrollAxis axis, const ScrollBar& bar) override;
     bool IsCtrlDown() const override { return GetKeyState(VK_CONTROL) < 0; }
     bool IsShiftDown() const override { return GetKeyState(VK_SHIFT) < 0; }
+    bool IsAltDown() const override { return GetKeyState(VK_MENU) < 0; }
     void BeginDrag() override;
     void EndDrag() override;
     bool ReadClipboard(WString& text, bool& wholeLine) override;

@@ -168,6 +168,19 @@ TEST_F(HexKeys, TheLetterKeysWithoutCtrlDoNothing) {
     EXPECT_TRUE(surface().written.empty());
 }
 
+TEST_F(HexKeys, AltGrRunsNoCtrlCommand) {
+    Show("xyz");
+    Type(u"41");
+    SetClipboard(u"00");
+    for (const uint32_t key : {u'A', u'C', u'F', u'G', u'V', u'Y', u'Z'}) AltGr(key);
+    EXPECT_EQ(Selection(), (Two{1, 1}));
+    EXPECT_EQ(Content(), "Ayz");
+    EXPECT_TRUE(surface().written.empty());
+    EXPECT_TRUE(surface().dialogs.empty());
+    AltGr(ViewKey::Right);
+    EXPECT_EQ(Selection(), (Two{2, 2}));
+}
+
 TEST_F(HexKeys, CtrlZAndCtrlYGoThroughTheEdits) {
     Show("\x11\x22");
     Type(u"abcd");

@@ -65,6 +65,11 @@ protected:
     }
     void Shift(uint32_t key) { Press(key, false, true); }
     void Ctrl(uint32_t key, bool shift = false) { Press(key, true, shift); }
+    void AltGr(uint32_t key) {
+        surface().alt = true;
+        Ctrl(key);
+        surface().alt = false;
+    }
     // Keys as the system reports them: the key, then its character.
     void Type(const std::u16string& digits) {
         for (const Char c : digits) {

@@ -257,6 +257,26 @@ TEST_F(KeyTest, CtrlF2TogglesAndWithShiftClears) {
     EXPECT_TRUE(document->MarkedLines().empty());
 }
 
+TEST_F(KeyTest, AltGrRunsNoCtrlCommandAndNoBracketJump) {
+    Show(u"(ab) w|ord\nx", u"c");
+    Type(u"s");
+    surface().clipboardHasText = true;
+    surface().clipboard = u"pasted";
+    for (const uint32_t key :
+         {uint32_t{u'A'}, uint32_t{u'C'}, uint32_t{u'F'}, uint32_t{u'G'}, uint32_t{u'H'}, uint32_t{u'T'},
+          uint32_t{u'V'}, uint32_t{u'W'}, uint32_t{u'X'}, uint32_t{u'Y'}, uint32_t{u'Z'}, ViewKey::CloseBracket}) {
+        AltGr(key);
+        EXPECT_EQ(Marked(), "(ab) ws|ord\nx") << key;
+    }
+    AltGr(ViewKey::Left); // a key that moves is what it is without
+    AltGr(ViewKey::Home);
+    EXPECT_EQ(Marked(), "|(ab) wsord\nx");
+    AltGr(ViewKey::CloseBracket);
+    EXPECT_EQ(Marked(), "|(ab) wsord\nx");
+    EXPECT_TRUE(surface().written.empty());
+    EXPECT_TRUE(surface().dialogs.empty());
+}
+
 TEST_F(KeyTest, CtrlLettersRunTheirCommands) {
     Show(u"one two|");
     Ctrl(u'A');
