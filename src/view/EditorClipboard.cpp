@@ -65,6 +65,7 @@ void EditorClipboard::Copy(TextEditor& editor) {
 }
 
 void EditorClipboard::Cut(TextEditor& editor) {
+    if (editor.GetTextBuffer()->IsReadOnly()) return Copy(editor);
     if (editor.Caret().HasSelection()) {
         Copy(editor);
         editor.DeleteSelection();

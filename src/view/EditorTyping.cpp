@@ -48,6 +48,7 @@ void EditorTyping::Type(TextEditor& editor, Char character) {
     if (character == u'\t' && replaces && SpansLines(editor))
         return EditorIndent::IndentBlock(editor, surface.IsShiftDown());
     if (character == u'\r' && document.IsOutput()) return EditorNavigation::OpenNamedFile(editor);
+    if (document.IsReadOnly()) return; // nor scroll to where nothing will be typed
     if (replaces && !editor.DeleteSelection()) return;
     editor.PrepareEdit();
     if (character == u'\t' && settings.ReplaceTabs) {
@@ -58,16 +59,19 @@ void EditorTyping::Type(TextEditor& editor, Char character) {
 }
 
 void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
+    if (editor.GetTextBuffer()->IsReadOnly()) return;
     if (!word && editor.Caret().HasSelection()) {
         editor.DeleteSelection();
         return;
     }
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.Text().Line(editor.CaretLine());
+    const bool atTextEnd = column >= line.length && editor.CaretLine() + 1 >= editor.Text().LineCount();
+    if (atTextEnd) return;
     const uint32_t count = word && column < line.length ? Words::EndAfter(line, column) - column : 1;
     editor.PrepareEdit();
-    editor.GetTextBuffer()->DeleteInEditLine(&editor, column, count);
-    editor.MoveCaret(editor.CaretLine(), column, false);
+    if (editor.GetTextBuffer()->DeleteInEditLine(&editor, column, count))
+        editor.MoveCaret(editor.CaretLine(), column, false);
 }
 
 void EditorTyping::DeleteBack(TextEditor& editor, bool word) {

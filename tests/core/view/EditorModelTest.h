@@ -130,8 +130,8 @@ struct EditorModel {
         if (caret >= count) Replace(caret - count, caret, u"");
     }
     void Delete(bool ctrl) {
-        if (!ctrl && DeleteSelection()) return;
-        const size_t end = ctrl && caret < LineEnd(caret) ? WordEnd(caret) : std::min(caret + 1, text.size());
+        if ((!ctrl && DeleteSelection()) || caret == text.size()) return;
+        const size_t end = ctrl && caret < LineEnd(caret) ? WordEnd(caret) : caret + 1;
         Replace(caret, end, u"");
     }
     void Copy() {

@@ -129,6 +129,62 @@ TEST_F(TypingTest, AReadOnlyDocumentKeepsItsText) {
     EXPECT_EQ(Plain(Text()), "abc");
 }
 
+TEST_F(TypingTest, ARefusedEditChangesNothingOnScreen) {
+    for (const bool selected : {false, true}) {
+        Fill(std::u16string(99, u'\n') + u"abc");
+        view().SelectRange(selected ? 1 : 3, 3);
+        buffer().MarkAsOutput();
+        view().SetTopLine(50);
+        view().UpdateCaret(false);
+        host().status[StatusField::Message] = u"said";
+        surface().ForgetCalls();
+        Type(u"x\t ");
+        for (const uint32_t key : {ViewKey::Delete, ViewKey::Backspace}) {
+            Press(key);
+            Ctrl(key);
+        }
+        Ctrl(u'X');
+        Ctrl(u'V');
+        input().ExecuteCommand(ViewCommand::Delete);
+        EXPECT_EQ(view().TopLine(), 50u);
+        EXPECT_EQ(view().SelectionAnchor(), selected ? 1u : 3u);
+        EXPECT_EQ(view().CaretOffset(), 3u);
+        EXPECT_EQ(Status(StatusField::Message), "said");
+        EXPECT_EQ(surface().allInvalidations, 0);
+        EXPECT_TRUE(surface().strips.empty());
+        EXPECT_TRUE(surface().scrolls.empty());
+        // A cut has copied, the selection or else the line.
+        EXPECT_EQ(surface().clipboard, selected ? u"\r\n\r\n" : u"\r\n");
+    }
+}
+
+TEST_F(TypingTest, DeletingWithNothingToDeleteKeepsSelectionMessageAndPreferredColumn) {
+    Show(u"abcdef\nx");
+    view().MoveCaret(0, 6);
+    Press(ViewKey::Down); // to the end of the text, with column 6 still preferred
+    host().status[StatusField::Message] = u"said";
+    Press(ViewKey::Delete);
+    Ctrl(ViewKey::Delete);
+    EXPECT_EQ(Status(StatusField::Message), "said");
+    Press(ViewKey::Up);
+    EXPECT_EQ(Marked(), "abcdef|\nx");
+    Show(u"a^bc|");
+    Ctrl(ViewKey::Delete);
+    EXPECT_EQ(Marked(), "a^bc|");
+    Show(u"|ab^c");
+    Ctrl(ViewKey::Backspace);
+    EXPECT_EQ(Marked(), "|ab^c");
+}
+
+TEST_F(TypingTest, DeletingWithNothingToDeleteDoesNotScroll) {
+    Fill(std::u16string(99, u'\n'));
+    view().MoveCaret(99, 0);
+    view().SetTopLine(0);
+    Press(ViewKey::Delete);
+    Ctrl(ViewKey::Delete);
+    EXPECT_EQ(view().TopLine(), 0u);
+}
+
 TEST_F(TypingTest, EnterInAnOutputDocumentOpensTheNamedFile) {
     Show(u"x\n1>C:\\src\\a.cpp(12): error|");
     buffer().MarkAsOutput();
