@@ -1,7 +1,6 @@
 // What a HexEditor does to its document, and finding.
 
 #include "binary/HexEditor.h"
-#include "binary/HexPattern.h"
 #include "binary/HexText.h"
 #include "viewbase/FindState.h"
 #include "viewbase/HostCalls.h"
@@ -11,9 +10,13 @@
 
 void HexEditor::TellFailedChange() { HostCalls::ShowStatus(surface, u"Failed changing the file"); }
 
+void HexEditor::TellReadOnly() { HostCalls::ShowStatus(surface, u"The file can only be read"); }
+
 void HexEditor::TypeHexDigit(Char digit) {
     const uint32_t value = HexPattern::DigitValue(digit);
-    if (!document || document->IsReadOnly() || caret >= FileSize() || value > 15) return;
+    if (!document || value > 15) return;
+    if (document->IsReadOnly()) return TellReadOnly();
+    if (caret >= FileSize()) return;
     uint32_t count = 0;
     const uint8_t* old = page.BytesAt(*document, caret, count);
     if (count == 0) return TellFailedChange();
@@ -22,13 +25,28 @@ void HexEditor::TypeHexDigit(Char digit) {
     if (!document->EditBytes(caret, &byte, 1, this, state)) TellFailedChange();
 }
 
-void HexEditor::Paste() {
+// Digits that come from other programs are often broken into lines, which are blanks here.
+HexPattern::Result HexEditor::ReadPasted(Array<uint8_t>& bytes) const {
     WString text;
     bool wholeLine = false;
-    if (!document || document->IsReadOnly() || !surface.ReadClipboard(text, wholeLine)) return;
+    if (!surface.ReadClipboard(text, wholeLine)) return HexPattern::Result::Invalid;
+    text.ReplaceAll(u'\r', u' ');
+    text.ReplaceAll(u'\n', u' ');
+    return HexPattern::Parse(text.Text(), text.Length(), bytes);
+}
+
+bool HexEditor::CanPaste() const {
+    if (!document || document->IsReadOnly() || caret >= FileSize()) return false;
     Array<uint8_t> bytes;
-    if (HexPattern::Parse(text.Text(), text.Length(), bytes) == HexPattern::Result::OutOfMemory)
-        return TellFailedChange();
+    const HexPattern::Result result = ReadPasted(bytes);
+    return result == HexPattern::Result::OutOfMemory || bytes.Count() != 0;
+}
+
+void HexEditor::Paste() {
+    if (!document) return;
+    if (document->IsReadOnly()) return TellReadOnly();
+    Array<uint8_t> bytes;
+    if (ReadPasted(bytes) == HexPattern::Result::OutOfMemory) return TellFailedChange();
     const uint64_t left = FileSize() - caret;
     const auto count = static_cast<size_t>(std::min<uint64_t>(bytes.Count(), left));
     if (count == 0) return;

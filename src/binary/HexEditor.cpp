@@ -107,17 +107,17 @@ struct Command {
     void (*execute)(HexEditor& editor);
 };
 
-// The frame decides about pasting and going to an offset itself.
+// The frame decides about going to an offset itself.
 constexpr Command Commands[] = {
     {Never, Nothing}, // bytes are not taken out of a file
     {WithSelection, [](HexEditor& editor) { editor.Copy(); }},
-    {Never, [](HexEditor& editor) { editor.Paste(); }},
+    {[](const HexEditor& editor) { return editor.CanPaste(); }, [](HexEditor& editor) { editor.Paste(); }},
     {Never, Nothing},
     {Always, [](HexEditor& editor) { editor.SelectAll(); }},
     {Always, [](HexEditor& editor) { editor.Surface().ShowFindDialog(); }},
     {Never, Nothing},
     {Never, [](HexEditor& editor) { editor.Surface().ShowGoToDialog(); }},
-    {Always, Nothing}, // there are no bookmarks
+    {Never, Nothing}, // there are no bookmarks
     {Never, Nothing},
 };
 static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);

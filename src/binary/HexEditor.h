@@ -2,6 +2,7 @@
 
 #include "binary/BinaryDocument.h"
 #include "binary/HexPage.h"
+#include "binary/HexPattern.h"
 #include "viewbase/EditorInput.h"
 #include "viewbase/Redraw.h"
 #include "viewbase/ViewCommand.h"
@@ -68,6 +69,7 @@ public:
     void Copy();
     // Overwrites bytes at the caret by the hex digits on the clipboard, as many as fit.
     void Paste();
+    bool CanPaste() const; // looks at all of the clipboard
     void Undo();
     void Redo();
     // Selects the next match of the newest entry of the search history, with the caret at its start.
@@ -108,6 +110,8 @@ private:
     void ShowCaret();
     void UpdateScrollBar();
     void InvalidateBytes(uint64_t first, uint64_t second);
+    HexPattern::Result ReadPasted(Array<uint8_t>& bytes) const;
+    void TellReadOnly();
     bool Search(bool backward, ByteHit& hit);
     bool AppendSelection(WString& out);
 

@@ -4,6 +4,7 @@
 #include "HexFrameTest.h"
 #include "support/SparseFile.h"
 #include "viewbase/FindState.h"
+#include "viewbase/win32/Clipboard.h"
 
 namespace {
 
@@ -13,6 +14,17 @@ protected:
         HexFrameTest::TearDown();
         findState.Release();
         findState.matchCase = findState.hexPattern = findState.searchUp = false;
+    }
+
+    // As the Edit menu has an item when it opens.
+    bool IsEnabled(UINT item) const {
+        const HMENU edit = GetSubMenu(GetMenu(main->Window()), 1);
+        SendMessageW(main->Window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(edit), 1);
+        return (GetMenuState(edit, item, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
+    }
+    static void PutOnClipboard(const std::u16string& text) {
+        const ClipboardItem item = {ClipboardFormat::UnicodeText, text.c_str(), (text.size() + 1) * sizeof(Char)};
+        ASSERT_TRUE(Clipboard::Write(nullptr, &item, 1));
     }
 
     static constexpr WPARAM MessagePart = 0;
@@ -167,4 +179,17 @@ TEST_F(HexPanesTest, ADragEndsWithThePaneOrTheFileThatIsClosed) {
     Command(IDM_CLOSE);
     EXPECT_EQ(main->Documents().Count(), 0u);
     EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(HexPanesTest, TheMenuOffersWhatBytesCanDo) {
+    Open("0123456789");
+    PutOnClipboard(u"41\r\n42");
+    EXPECT_TRUE(IsEnabled(IDM_PASTE));
+    EXPECT_TRUE(IsEnabled(IDM_GOTO));
+    EXPECT_FALSE(IsEnabled(IDM_CUT));
+    EXPECT_FALSE(IsEnabled(IDM_BOOKMARK));
+    PutOnClipboard(u"words");
+    EXPECT_FALSE(IsEnabled(IDM_PASTE));
+    main->NewDocument();
+    for (const UINT item : {IDM_PASTE, IDM_CUT, IDM_BOOKMARK, IDM_GOTO}) EXPECT_TRUE(IsEnabled(item)) << item;
 }

@@ -143,8 +143,8 @@ constexpr Command Commands[] = {
     {IDM_ABOUT, [](FrameParts& frame) { AboutDialog().Run(IDD_ABOUT, frame.window); }, Enabled::Always},
 };
 
-// The menu's edit commands go to the active view, under the view's own numbers. The document says whether it
-// can be cut from or pasted into; everything else the view knows.
+// The menu's edit commands go to the active view, under the view's own numbers. A text says whether it can be cut
+// from or pasted into; everything else the view knows.
 struct ViewItem {
     uint32_t number;
     ViewCommand viewCommand;
@@ -206,16 +206,12 @@ bool IsMet(Enabled condition, const FrameParts& frame) {
 bool IsViewItemEnabled(const ViewItem& item, const FrameParts& frame) {
     const Document* const document = frame.display.Active();
     if (!document) return false;
-    switch (item.number) {
-    case IDM_PASTE:
-        return document->CanDo(DocumentCommand::Paste);
-    case IDM_CUT:
-        return document->CanDo(DocumentCommand::Edit);
-    case IDM_GOTO:
-        return true;
-    default:
-        return frame.panes.ActiveView()->IsCommandEnabled(item.viewCommand);
-    }
+    const bool enabled = frame.panes.ActiveView()->IsCommandEnabled(item.viewCommand);
+    if (item.number == IDM_GOTO) return true;
+    if (document->IsBinary()) return enabled;
+    if (item.number == IDM_PASTE) return document->CanDo(DocumentCommand::Paste);
+    if (item.number == IDM_CUT) return document->CanDo(DocumentCommand::Edit);
+    return enabled;
 }
 
 } // namespace

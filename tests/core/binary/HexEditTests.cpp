@@ -91,14 +91,17 @@ TEST_F(HexEdit, TypingStopsAtTheEndOfTheFile) {
     EXPECT_EQ(Caret(), (Two{2, 0}));
 }
 
-TEST_F(HexEdit, AReadOnlyDocumentIgnoresTypingAndPasting) {
+TEST_F(HexEdit, AReadOnlyDocumentSaysThatItIgnoresTypingAndPasting) {
     Show("xyz");
     MakeReadOnly();
+    view().OnChar(u'g'); // which no file takes
+    EXPECT_EQ(Status(StatusField::Message), u"");
     Type(u"41");
+    EXPECT_EQ(std::exchange(host().status[StatusField::Message], u""), u"The file can only be read");
     Paste(u"41");
+    EXPECT_EQ(Status(StatusField::Message), u"The file can only be read");
     EXPECT_EQ(Content(), "xyz");
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
-    EXPECT_EQ(Status(StatusField::Message), u"");
 }
 
 TEST_F(HexEdit, TypingEmptiesTheSelection) {
@@ -244,11 +247,34 @@ TEST_F(HexEdit, PasteStopsAtTheEndOfTheFile) {
 
 TEST_F(HexEdit, PasteOfWhatIsNoBytesDoesNothing) {
     Show("0123456789");
-    for (const char16_t* text : {u"", u"  ", u"4", u"xyz", u"41 42 g0", u"0x41", u"41\n42"}) Paste(text);
+    for (const char16_t* text : {u"", u"  ", u"4", u"xyz", u"41 42 g0", u"0x41", u"4\n1"}) Paste(text);
     surface().clipboardHasText = false;
     view().Paste();
     EXPECT_EQ(Content(), "0123456789");
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
+}
+
+TEST_F(HexEdit, LineBreaksInWhatIsPastedAreBlanks) {
+    Show("0123456789");
+    Paste(u"41 42\r\n43\n\n44\r45\r\n");
+    EXPECT_EQ(Content(), "ABCDE56789");
+}
+
+TEST_F(HexEdit, PasteIsOfferedWhenItWouldChangeBytes) {
+    const auto offered = [this] { return view().CanDo(ViewCommand::Paste); };
+    Show("xyz");
+    EXPECT_FALSE(offered()); // nothing is on the clipboard
+    for (const char16_t* text : {u"", u" \n", u"4", u"text"}) {
+        SetClipboard(text);
+        EXPECT_FALSE(offered());
+    }
+    SetClipboard(u"41\r\n42");
+    EXPECT_TRUE(offered());
+    view().GoTo(3);
+    EXPECT_FALSE(offered()); // no byte is there
+    view().GoTo(0);
+    MakeReadOnly();
+    EXPECT_FALSE(offered());
 }
 
 TEST_F(HexEdit, APasteReachesOverPages) {

@@ -207,8 +207,7 @@ TEST_F(HexKeys, CopyNeedsASelectionAndOthersNothing) {
     Show("xyz");
     for (uint32_t number = 0; number <= ViewCommandCount; ++number) {
         const auto command = static_cast<ViewCommand>(number);
-        const bool always =
-            command == ViewCommand::SelectAll || command == ViewCommand::Find || command == ViewCommand::ToggleBookmark;
+        const bool always = command == ViewCommand::SelectAll || command == ViewCommand::Find;
         EXPECT_EQ(view().CanDo(command), always) << number;
     }
     view().SelectBytes(1, 2);
