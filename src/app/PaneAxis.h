@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PaneLayout.h"
+#include "app/Pane.h"
 
 // One direction of the pane area, so that what holds for columns is written once and holds for rows.
 struct PaneAxis {

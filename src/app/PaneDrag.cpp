@@ -1,15 +1,17 @@
+#include "app/PaneDrag.h"
+
 #include "app/PaneFacing.h"
 
 #include <algorithm>
 #include <initializer_list>
 
-// Dragging the gaps between panes. In every row the edges on both sides of a gap have to move together,
+// In every row the edges on both sides of a gap have to move together,
 // or panes would overlap or leave a hole. So a moved edge takes along the edges that touch it on the
 // other side, also where the pointer does not reach them: at a gap that ends in a T, for example.
 
 namespace {
 
-constexpr uint32_t Whole = PaneLayout::Whole;
+constexpr uint32_t Whole = Pane::Whole;
 
 uint32_t FractionOf(int32_t pixels, uint32_t area) {
     if (pixels <= 0 || area == 0) return 0;
@@ -140,15 +142,15 @@ void DragAxis(Pane* head, const PaneAxis& axis, uint32_t position, uint32_t area
     if (!marked || area == 0) return;
     // Moving along the other axis may have brought other edges together.
     MarkTouching(head, axis);
-    const Range range = AllowedRange(head, axis, FractionOfLength(PaneLayout::MinimumPixels, area));
+    const Range range = AllowedRange(head, axis, FractionOfLength(PaneDrag::MinimumPixels, area));
     if (range.low > range.high) return; // some pane is too small already
-    MoveEdges(head, axis, range.Nearest(position, FractionOfLength(PaneLayout::HitPixels, area)));
+    MoveEdges(head, axis, range.Nearest(position, FractionOfLength(PaneDrag::HitPixels, area)));
 }
 
 // The edges of one pane that the pointer touches; the area is not empty.
 uint32_t EdgesOf(Pane* head, const Pane& pane, int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
-    const uint32_t slackX = FractionOfLength(PaneLayout::HitPixels, areaWidth);
-    const uint32_t slackY = FractionOfLength(PaneLayout::HitPixels, areaHeight);
+    const uint32_t slackX = FractionOfLength(PaneDrag::HitPixels, areaWidth);
+    const uint32_t slackY = FractionOfLength(PaneDrag::HitPixels, areaHeight);
     const uint32_t left = FractionOf(x, areaWidth);
     const uint32_t top = FractionOf(y, areaHeight);
     return TouchedEdges(head, PaneAxisX, pane, {left, top, slackX, slackY}) |
@@ -157,31 +159,27 @@ uint32_t EdgesOf(Pane* head, const Pane& pane, int32_t x, int32_t y, uint32_t ar
 
 } // namespace
 
-uint32_t PaneLayout::EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const {
+uint32_t PaneDrag::EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const {
     uint32_t edges = 0;
     if (areaWidth == 0 || areaHeight == 0) return edges;
-    for (const Pane* pane = panes.head; pane; pane = pane->next)
-        edges |= EdgesOf(panes.head, *pane, x, y, areaWidth, areaHeight);
+    for (const Pane* pane = layout.Head(); pane; pane = pane->next)
+        edges |= EdgesOf(layout.Head(), *pane, x, y, areaWidth, areaHeight);
     return edges;
 }
 
-uint32_t PaneLayout::BeginDrag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
-    EndDrag();
-    CloseSlivers();
+uint32_t PaneDrag::Begin(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
+    End();
+    layout.CloseSlivers();
     uint32_t edges = 0;
     if (areaWidth == 0 || areaHeight == 0) return edges;
-    for (Pane* pane = panes.head; pane; pane = pane->next) {
-        pane->dragEdges = EdgesOf(panes.head, *pane, x, y, areaWidth, areaHeight);
+    for (Pane* pane = layout.Head(); pane; pane = pane->next) {
+        pane->dragEdges = EdgesOf(layout.Head(), *pane, x, y, areaWidth, areaHeight);
         edges |= pane->dragEdges;
     }
     return edges;
 }
 
-void PaneLayout::Drag(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
-    DragAxis(panes.head, PaneAxisX, FractionOf(x, areaWidth), areaWidth);
-    DragAxis(panes.head, PaneAxisY, FractionOf(y, areaHeight), areaHeight);
-}
-
-void PaneLayout::EndDrag() {
-    for (Pane* pane = panes.head; pane; pane = pane->next) pane->dragEdges = 0;
+void PaneDrag::MoveTo(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
+    DragAxis(layout.Head(), PaneAxisX, FractionOf(x, areaWidth), areaWidth);
+    DragAxis(layout.Head(), PaneAxisY, FractionOf(y, areaHeight), areaHeight);
 }

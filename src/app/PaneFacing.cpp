@@ -11,7 +11,7 @@ uint32_t NextRow(const Pane* head, const PaneAxis& axis, uint32_t row, uint32_t 
 }
 
 Facing FacingInRow(Pane* head, const PaneAxis& axis, const Pane& from, uint32_t row, bool high) {
-    Facing facing = {nullptr, high ? PaneLayout::Whole : 0, 0, 0};
+    Facing facing = {nullptr, high ? Pane::Whole : 0, 0, 0};
     for (Pane* pane = head; pane; pane = pane->next) {
         if (pane == &from || row < axis.CrossStart(*pane) || row >= axis.CrossEnd(*pane)) continue;
         if (high ? axis.Start(*pane) < axis.End(from) : axis.End(*pane) > axis.Start(from)) continue;

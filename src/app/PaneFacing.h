@@ -13,7 +13,7 @@ constexpr uint32_t SliverUnits = 16;
 // What lies beside one side of a pane in a group of rows (columns, for the other axis).
 struct Facing {
     Pane* pane;    // the nearest one, null up to the border of the area
-    uint32_t edge; // where that begins; 0 or PaneLayout::Whole for the border
+    uint32_t edge; // where that begins; 0 or Pane::Whole for the border
     uint32_t gap;  // from the pane's side to `edge`
     uint32_t rows; // the length of the side that faces it
 

@@ -1,6 +1,7 @@
 #include "app/PaneLayout.h"
 
 #include "app/PaneFacing.h"
+#include "app/PaneHeirs.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -9,7 +10,7 @@ namespace {
 
 // Extends a side of the pane over the sliver that it faces, where it faces nothing wider.
 void ExtendOverSliver(Pane* head, const PaneAxis& axis, Pane& pane, bool high) {
-    uint32_t reach = PaneLayout::Whole;
+    uint32_t reach = Pane::Whole;
     bool isBesideEmpty = false;
     VisitFacing(head, axis, pane, high, [&](const Facing& facing) {
         reach = std::min(reach, facing.gap);
@@ -25,13 +26,13 @@ int32_t Scaled(uint32_t fraction, uint32_t pixels) { return static_cast<int32_t>
 int32_t PixelStart(uint32_t start, uint32_t pixels) { return Scaled(start, pixels) + (start != 0); }
 
 int32_t PixelSize(uint32_t size, uint32_t pixels) {
-    const int32_t scaled = Scaled(size, pixels) - (size != PaneLayout::Whole);
+    const int32_t scaled = Scaled(size, pixels) - (size != Pane::Whole);
     return scaled < 0 ? 0 : scaled;
 }
 
 void FillArea(Pane& pane) {
     pane.left = pane.top = 0;
-    pane.width = pane.height = PaneLayout::Whole;
+    pane.width = pane.height = Pane::Whole;
 }
 
 bool HalfHasRoom(const Pane& pane, const PaneAxis& axis, const PaneRoom& room) {
@@ -68,7 +69,7 @@ Pane* PaneLayout::MakeHalf(const Pane& pane, bool vertical, const PaneRoom& room
 }
 
 void PaneLayout::Adopt(Pane* made, Pane* halved, bool vertical) {
-    EndDrag();
+    UnmarkEdges();
     if (halved) halved->*(vertical ? PaneAxisX : PaneAxisY).size /= 2;
     panes.Append(made);
 }
@@ -76,9 +77,9 @@ void PaneLayout::Adopt(Pane* made, Pane* halved, bool vertical) {
 bool PaneLayout::Close(Pane* pane, Pane*& heir) {
     heir = nullptr;
     if (panes.head == panes.tail) return false;
-    EndDrag();
+    UnmarkEdges();
     CloseSlivers();
-    heir = GiveAway(*pane);
+    heir = GiveAreaAway(panes.head, *pane);
     panes.Remove(pane);
     delete pane;
     if (panes.head == panes.tail) FillArea(*panes.head);
@@ -91,6 +92,10 @@ void PaneLayout::CloseSlivers() {
     for (const bool high : {true, false})
         for (const PaneAxis* axis : {&PaneAxisX, &PaneAxisY})
             for (Pane* pane = panes.head; pane; pane = pane->next) ExtendOverSliver(panes.head, *axis, *pane, high);
+}
+
+void PaneLayout::UnmarkEdges() {
+    for (Pane* pane = panes.head; pane; pane = pane->next) pane->dragEdges = 0;
 }
 
 void PaneLayout::Clear() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PaneLayout.h"
+#include "app/Pane.h"
 
 class Document;
 

@@ -171,7 +171,7 @@ void PaneWindows::LayOut(SIZE area) {
 
 HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
     const uint32_t edges =
-        layout.EdgesAt(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
+        splitter.EdgesAt(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
     const bool sideways = (edges & PaneEdge::Vertical) != 0;
     const bool upright = (edges & PaneEdge::Horizontal) != 0;
     if (sideways && upright) return LoadCursorW(nullptr, IDC_SIZEALL);
@@ -180,14 +180,14 @@ HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
 }
 
 bool PaneWindows::BeginDrag(POINT point, SIZE area) {
-    dragging = layout.BeginDrag(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy)) != 0;
+    dragging = splitter.Begin(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy)) != 0;
     if (dragging) capture.Take(parent);
     return dragging;
 }
 
 bool PaneWindows::Drag(POINT point, SIZE area) {
     if (!dragging) return false;
-    layout.Drag(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
+    splitter.MoveTo(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
     LayOut(area);
     return true;
 }
@@ -195,6 +195,6 @@ bool PaneWindows::Drag(POINT point, SIZE area) {
 void PaneWindows::EndDrag() {
     if (!dragging) return;
     dragging = false;
-    layout.EndDrag();
+    splitter.End();
     capture.Release();
 }

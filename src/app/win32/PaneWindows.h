@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/PaneDrag.h"
 #include "app/PaneViews.h"
 #include "base/win32/Handles.h"
 
@@ -55,6 +56,7 @@ private:
     HWND parent = nullptr;
     ViewHost& host;
     PaneLayout layout;
+    PaneDrag splitter{layout};
     SIZE shownArea = {}; // of the last LayOut
     Pane* active = nullptr;
     bool dragging = false;

@@ -140,11 +140,11 @@ class PaneDragTest : public ::testing::Test {
 protected:
     // Positions are pixels of an area of 1024 by 1024, in which a pixel is 64 units.
     static constexpr uint32_t Size = 1024;
-    uint32_t Edges(int32_t x, int32_t y) { return layout.EdgesAt(x, y, Size, Size); }
+    uint32_t Edges(int32_t x, int32_t y) { return layout.drag.EdgesAt(x, y, Size, Size); }
     void DragTo(int32_t fromX, int32_t fromY, int32_t x, int32_t y) {
-        layout.BeginDrag(fromX, fromY, Size, Size);
-        layout.Drag(x, y, Size, Size);
-        layout.EndDrag();
+        layout.drag.Begin(fromX, fromY, Size, Size);
+        layout.drag.MoveTo(x, y, Size, Size);
+        layout.drag.End();
     }
     static constexpr uint32_t Units(uint32_t pixels) { return pixels * 64; }
 
@@ -177,21 +177,21 @@ TEST_F(PaneDragTest, TheBordersOfTheAreaAreNotHit) {
 
 TEST_F(PaneDragTest, AnEmptyAreaHasNoEdges) {
     layout.Split(layout.Head(), true);
-    EXPECT_EQ(layout.EdgesAt(0, 0, 0, 0), 0u);
-    EXPECT_EQ(layout.BeginDrag(0, 0, 0, 100), 0u);
-    layout.Drag(0, 0, 0, 0);
+    EXPECT_EQ(layout.drag.EdgesAt(0, 0, 0, 0), 0u);
+    EXPECT_EQ(layout.drag.Begin(0, 0, 0, 100), 0u);
+    layout.drag.MoveTo(0, 0, 0, 0);
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Half, Whole}, {Half, 0, Half, Whole}}));
 }
 
 TEST_F(PaneDragTest, BothSidesOfAGapFollowThePointer) {
     layout.Split(layout.Head(), true);
-    EXPECT_EQ(layout.BeginDrag(511, 300, Size, Size), PaneEdge::Left | PaneEdge::Right);
-    layout.Drag(600, 900, Size, Size);
+    EXPECT_EQ(layout.drag.Begin(511, 300, Size, Size), PaneEdge::Left | PaneEdge::Right);
+    layout.drag.MoveTo(600, 900, Size, Size);
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Units(600), Whole}, {Units(600), 0, Units(424), Whole}}));
-    layout.Drag(200, 0, Size, Size);
+    layout.drag.MoveTo(200, 0, Size, Size);
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Units(200), Whole}, {Units(200), 0, Units(824), Whole}}));
-    layout.EndDrag();
-    layout.Drag(700, 0, Size, Size); // the drag is over
+    layout.drag.End();
+    layout.drag.MoveTo(700, 0, Size, Size); // the drag is over
     EXPECT_EQ(layout.Head()->width, Units(200));
 }
 
@@ -295,14 +295,14 @@ TEST_F(PaneDragTest, SliversOfRoundingStopNothing) {
 
 TEST_F(PaneDragTest, ASplitOrCloseEndsTheDrag) {
     layout.Split(layout.Head(), true);
-    layout.BeginDrag(512, 300, Size, Size);
+    layout.drag.Begin(512, 300, Size, Size);
     layout.Split(layout.Head(), false);
-    layout.Drag(300, 300, Size, Size);
+    layout.drag.MoveTo(300, 300, Size, Size);
     EXPECT_EQ(layout.Head()->width, Half);
-    layout.BeginDrag(512, 300, Size, Size);
+    layout.drag.Begin(512, 300, Size, Size);
     Pane* heir = nullptr;
     layout.Close(PaneAt(layout, 2), heir);
-    layout.Drag(300, 300, Size, Size);
+    layout.drag.MoveTo(300, 300, Size, Size);
     EXPECT_EQ(layout.Head()->width, Half);
 }
 

@@ -175,14 +175,14 @@ protected:
         const uint32_t along = corner < 2 ? Random(pane.height + 1) : Random(pane.width + 1);
         const uint32_t x = corner < 2 ? pane.left + (corner == 0 ? 0 : pane.width) : pane.left + along;
         const uint32_t y = corner < 2 ? pane.top + along : pane.top + (corner == 2 ? 0 : pane.height);
-        layout.BeginDrag(static_cast<int32_t>(uint64_t{x} * width >> 16),
-                         static_cast<int32_t>(uint64_t{y} * height >> 16), width, height);
+        layout.drag.Begin(static_cast<int32_t>(uint64_t{x} * width >> 16),
+                          static_cast<int32_t>(uint64_t{y} * height >> 16), width, height);
         for (int i = 0; i < 3; ++i) {
-            layout.Drag(static_cast<int32_t>(Random(width + 200)) - 100,
-                        static_cast<int32_t>(Random(height + 200)) - 100, width, height);
+            layout.drag.MoveTo(static_cast<int32_t>(Random(width + 200)) - 100,
+                               static_cast<int32_t>(Random(height + 200)) - 100, width, height);
             ASSERT_NO_FATAL_FAILURE(Check());
         }
-        layout.EndDrag();
+        layout.drag.End();
     }
     void Check() {
         if (layout.Places().size() == 1) rule = Covers;
@@ -237,9 +237,9 @@ protected:
         const int32_t x = pixel(hole.left + hole.width / 2), y = pixel(hole.top + hole.height / 2);
         const int32_t drags[][4] = {{left, y, right, y}, {right, y, left, y}, {x, top, x, bottom}, {x, bottom, x, top}};
         for (const auto& drag : drags) {
-            layout.BeginDrag(drag[0], drag[1], size, size);
-            layout.Drag(drag[2], drag[3], size, size);
-            layout.EndDrag();
+            layout.drag.Begin(drag[0], drag[1], size, size);
+            layout.drag.MoveTo(drag[2], drag[3], size, size);
+            layout.drag.End();
             if (Uncovered(layout.Places()) < before) return true;
         }
         return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/PaneDrag.h"
 #include "app/PaneLayout.h"
 
 #include <cstdint>
@@ -38,6 +39,8 @@ inline Pane* PaneAt(const PaneLayout& layout, size_t index) {
 
 // A layout of its own with one pane.
 struct TestLayout : PaneLayout {
+    PaneDrag drag{*this};
+
     TestLayout() { Adopt(MakeFirst(), nullptr, false); }
     Pane* Split(Pane* pane, bool vertical) {
         Pane* made = MakeHalf(*pane, vertical, {});

@@ -1,8 +1,8 @@
+#include "app/PaneHeirs.h"
+
 #include "app/PaneFacing.h"
 
 #include <initializer_list>
-
-// Who takes over the area of a pane that is closed.
 
 namespace {
 
@@ -68,7 +68,7 @@ struct Remainder {
 // Cuts `pane` back to the largest rectangle beside a heir that grew over it. One that would have next to
 // nothing left keeps its place: two panes that overlap are better than one that nobody finds.
 void GiveWay(Pane& pane, const Pane& heir) {
-    constexpr uint32_t Smallest = PaneLayout::Whole / 32;
+    constexpr uint32_t Smallest = Pane::Whole / 32;
     Remainder best = {nullptr, 0, 0};
     uint64_t bestArea = 0;
     const auto consider = [&](const PaneAxis& axis, uint32_t start, uint32_t end) {
@@ -86,26 +86,26 @@ void GiveWay(Pane& pane, const Pane& heir) {
     pane.*best.axis->size = best.size;
 }
 
+void CutBackBeside(Pane* head, const Pane& heir, const Pane& closed) {
+    for (Pane* pane = head; pane; pane = pane->next)
+        if (!pane->isHeir && pane != &closed && Overlap(*pane, heir)) GiveWay(*pane, heir);
+}
+
 } // namespace
 
-Pane* PaneLayout::GiveAway(const Pane& closed) {
+Pane* GiveAreaAway(Pane* head, const Pane& closed) {
     for (const bool exactly : {true, false}) {
         for (const HeirKind& kind : heirKinds) {
-            Pane* const first = MarkHeirs(panes.head, closed, kind, exactly);
+            Pane* const first = MarkHeirs(head, closed, kind, exactly);
             if (!first) continue;
             for (Pane* pane = first; pane; pane = pane->next) {
                 if (!pane->isHeir) continue;
                 TakeOver(*pane, closed, kind);
-                CutBackBeside(*pane, closed);
+                CutBackBeside(head, *pane, closed);
             }
             for (Pane* pane = first; pane; pane = pane->next) pane->isHeir = false;
             return first;
         }
     }
     return nullptr;
-}
-
-void PaneLayout::CutBackBeside(const Pane& heir, const Pane& closed) {
-    for (Pane* pane = panes.head; pane; pane = pane->next)
-        if (!pane->isHeir && pane != &closed && Overlap(*pane, heir)) GiveWay(*pane, heir);
 }
