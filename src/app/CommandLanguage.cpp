@@ -5,7 +5,7 @@
 #include "base/CodePage.h"
 #include "base/Platform.h"
 #include "base/Text.h"
-#include "settings/IniFile.h"
+#include "settings/LineReader.h"
 
 #include <utility>
 

@@ -7,7 +7,7 @@
 #include "app/Session.h"
 #include "base/Platform.h"
 #include "base/Text.h"
-#include "settings/Settings.h"
+#include "settings/SetOptionCommand.h"
 
 namespace {
 

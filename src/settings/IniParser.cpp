@@ -1,14 +1,12 @@
-#include "base/Text.h"
-#include "settings/IniFile.h"
+#include "settings/IniParser.h"
 
-// Reading of the settings format. A line is not a unit here: a section name runs to its "]" and a key
-// name to its "=" wherever those are, so that a line without "=" joins the ones below it.
+#include "base/Text.h"
 
 namespace {
 
 class IniParser {
 public:
-    IniParser(IniFile& target, const Char* text) : file(target), cursor(text) {}
+    IniParser(const Char* text, List<IniSection>& target) : cursor(text), sections(target) {}
 
     bool Run() {
         for (;;) {
@@ -19,8 +17,8 @@ public:
     }
 
 private:
-    IniFile& file;
     const Char* cursor;
+    List<IniSection>& sections;
     bool insideSection = false;
 
     bool ParseItem() {
@@ -43,7 +41,7 @@ private:
             delete section;
             return false;
         }
-        file.AppendSection(section);
+        sections.Append(section);
         if (*cursor == 0) return false; // no "]": the section stays all the same
         SkipLine();
         insideSection = true;
@@ -65,7 +63,7 @@ private:
             delete key;
             return false;
         }
-        file.sections.tail->AppendKey(key);
+        sections.tail->AppendKey(key);
         if (*cursor != 0) ++cursor;
         return closed; // without "=" the key stays, with an empty value
     }
@@ -83,29 +81,4 @@ private:
 
 } // namespace
 
-bool IniFile::Parse(Char* text) {
-    NormaliseLineEnds(text);
-    return IniParser(*this, text).Run();
-}
-
-uint32_t NormaliseLineEnds(Char* text) {
-    const Char* from = text;
-    Char* to = text;
-    while (*from != 0) {
-        const Char character = *from++;
-        if (character == u'\r' && *from == u'\n') continue; // the line feed follows
-        *to++ = character == u'\r' ? u'\n' : character;
-    }
-    *to = 0;
-    return static_cast<uint32_t>(to - text);
-}
-
-bool NextLine(const Char* text, uint32_t& position, WString& line) {
-    const Char* start = text + position;
-    if (*start == 0) return false;
-    const Char* end = start;
-    while (*end != 0 && *end != u'\n') ++end;
-    if (!line.Assign(start, end - start)) return false;
-    position = static_cast<uint32_t>(end - text) + (*end != 0 ? 1u : 0u);
-    return true;
-}
+bool ParseSections(const Char* text, List<IniSection>& sections) { return IniParser(text, sections).Run(); }

@@ -1,6 +1,7 @@
+#include "settings/SetOptionCommand.h"
+
 #include "base/Text.h"
 #include "base/WString.h"
-#include "settings/Settings.h"
 
 namespace {
 

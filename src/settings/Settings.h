@@ -110,12 +110,6 @@ SettingsChanges SetOption(const Char* section, const Char* key, const Char* valu
 // The row of a key of General, matched without regard to case; null when unknown.
 const SettingDef* FindSetting(const Char* key);
 
-// Splits and carries out the argument of the setopt command: a key and a value, each a word up to the
-// next space or a text in double quotes; a missing value is the empty one. False, with nothing changed, for a
-// key that is not closed by its quote or by a space, and without memory. `changes` gets what has changed.
-// Repainting is the caller's.
-bool ExecuteSetOption(const Char* argument, SettingsChanges& changes);
-
 // "#rrggbb" as written in the file; anything shorter than 7 characters or without "#" is black, and a
 // character that is no hexadecimal digit counts as 0.
 Colour ParseColour(const Char* text);

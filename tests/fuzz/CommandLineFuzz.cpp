@@ -13,6 +13,7 @@
 #include "base/Text.h"
 #include "core/app/FakeFrame.h"
 #include "settings/IniFile.h"
+#include "settings/LineReader.h"
 #include "settings/Settings.h"
 #include "support/ScratchFolder.h"
 

@@ -4,7 +4,8 @@
 #include "base/CodePage.h"
 #include "base/Text.h"
 #include "settings/IniFile.h"
-#include "settings/Settings.h"
+#include "settings/LineReader.h"
+#include "settings/SetOptionCommand.h"
 #include "settings/ToolList.h"
 
 #include <cstdlib>

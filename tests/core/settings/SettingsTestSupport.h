@@ -2,7 +2,8 @@
 
 #include "base/Text.h"
 #include "settings/IniFile.h"
-#include "settings/Settings.h"
+#include "settings/LineReader.h"
+#include "settings/SetOptionCommand.h"
 
 #include <filesystem>
 #include <fstream>
