@@ -55,6 +55,9 @@ public:
     // directory is the current one. False when the run was not started.
     virtual bool RunCapturedCommand(const Char* command, const Char* startDirectory) = 0;
 
+    // The command language: executes a file line by line; see CommandLanguage.h.
+    virtual void RunScript(const Char* file) = 0;
+
     // The command window.
     virtual void SetCommandText(const Char* text) = 0;
     virtual void HideCommandWindow() = 0;

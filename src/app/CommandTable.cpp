@@ -1,7 +1,6 @@
 #include "app/CommandTable.h"
 
 #include "app/CommandContext.h"
-#include "app/CommandLanguage.h"
 #include "app/DocumentList.h"
 #include "app/OpenFiles.h"
 #include "app/Session.h"
@@ -72,7 +71,7 @@ void Quit(CommandContext& frame, const Char*) { frame.PostClose(); }
 void QuitNow(CommandContext& frame, const Char*) { frame.PostQuitNow(); }
 
 void Run(CommandContext& frame, const Char* argument) {
-    if (*argument) RunScript(frame, argument);
+    if (*argument) frame.RunScript(argument);
 }
 
 void StoreSession(CommandContext& frame, const Char* argument) {

@@ -1,7 +1,6 @@
 #include "app/StartArguments.h"
 
 #include "app/CommandContext.h"
-#include "app/CommandLanguage.h"
 #include "app/DocumentList.h"
 #include "app/OpenFiles.h"
 #include "base/Path.h"
@@ -27,7 +26,7 @@ void TakeLine(Parser& parser) {
 
 void TakeScript(Parser& parser) {
     WString file;
-    if (NextArgument(parser.position, file)) RunScript(parser.frame, file.Text());
+    if (NextArgument(parser.position, file)) parser.frame.RunScript(file.Text());
 }
 
 struct Option {

@@ -17,7 +17,6 @@
 #include "app/win32/FrameScreen.h"
 #include "app/win32/FrameSettings.h"
 #include "app/win32/MacroWindows.h"
-#include "app/win32/MenuCommands.h"
 #include "app/win32/PaneWindows.h"
 #include "app/win32/SettingsStore.h"
 #include "app/win32/SystemToolStarter.h"
@@ -59,5 +58,4 @@ struct FrameParts {
     MacroPlayer player{macros, macroWindows};
     FrameSettings settings{store, documents, commandWindow, batch};
     LeaveRequests leaving;
-    MenuCommands menu{*this};
 };

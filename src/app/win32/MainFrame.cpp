@@ -1,6 +1,7 @@
 #include "app/win32/MainFrame.h"
 
-#include "app/win32/FrameMenus.h"
+#include "app/win32/OpeningMenu.h"
+#include "app/win32/ToolMenu.h"
 #include "base/win32/Handles.h"
 #include "document/Document.h"
 #include "document/win32/WindowPollTimer.h"
@@ -82,7 +83,7 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         break;
     case WM_INITMENUPOPUP:
         if (HIWORD(lparam)) break; // the system menu
-        UpdateOpeningMenu(reinterpret_cast<HMENU>(wparam), parts.documents, parts.menu);
+        UpdateOpeningMenu(reinterpret_cast<HMENU>(wparam), parts.documents, menu);
         return 0;
     case WM_SETCURSOR:
         if (OnSetCursor(lparam)) return TRUE;
@@ -96,7 +97,7 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_QUERYENDSESSION:
         return parts.leaving.QueryEndSession();
     case WM_HELP:
-        parts.menu.Execute(IDM_ONLINE_HELP);
+        menu.Execute(IDM_ONLINE_HELP);
         return TRUE;
     default:
         break;
@@ -166,7 +167,7 @@ bool MainFrame::OnCommand(WPARAM wparam, LPARAM lparam) {
         return true;
     }
     // From another program it would come beneath an open dialog, too, and beneath a long operation.
-    return HasOpenDialog() || IsInLongOperation() || parts.menu.Execute(LOWORD(wparam));
+    return HasOpenDialog() || IsInLongOperation() || menu.Execute(LOWORD(wparam));
 }
 
 void MainFrame::OnApplicationActivated(bool active) {

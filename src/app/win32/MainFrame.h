@@ -1,6 +1,8 @@
 #pragma once
 
+#include "app/CommandLanguage.h"
 #include "app/win32/FrameParts.h"
+#include "app/win32/MenuCommands.h"
 #include "viewbase/ViewHost.h"
 
 // The main window, one per process. It routes: messages, what views report and what commands ask for go to
@@ -49,6 +51,7 @@ public:
     void ClearOutput() override { parts.outputs.Clear(); }
     bool AppendOutput(const Char* text) override { return parts.outputs.Append(text); }
     bool RunCapturedCommand(const Char* command, const Char* startDirectory) override;
+    void RunScript(const Char* file) override { ::RunScript(*this, file); }
     void SetCommandText(const Char* text) override { parts.commandWindow.SetText(text); }
     void HideCommandWindow() override { parts.commandWindow.Show(false); }
     void LayOut() override { parts.batch.LayOut(); }
@@ -91,6 +94,7 @@ private:
 
     WindowClass windowClass; // before the parts, which take the panes' windows along
     FrameParts parts;
+    MenuCommands menu{parts};
     ShutdownReason shutdownReason;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandContext.h"
+#include "app/CommandLanguage.h"
 #include "app/DocumentList.h"
 #include "core/app/FakeDocument.h"
 #include "settings/Settings.h"
@@ -72,6 +73,7 @@ public:
         return true;
     }
 
+    void RunScript(const Char* file) override { ::RunScript(*this, file); }
     void SetCommandText(const Char* text) override { commandText = text; }
     void HideCommandWindow() override { ++hides; }
 

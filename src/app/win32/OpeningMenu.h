@@ -7,6 +7,3 @@ class MenuCommands;
 
 // Makes a menu of the frame say what is there and grey what cannot be done; for WM_INITMENUPOPUP.
 void UpdateOpeningMenu(HMENU menu, const DocumentList& documents, const MenuCommands& commands);
-
-// Puts the tools of the tool list into the popup of the menu bar that has their place.
-void RebuildToolMenu(HMENU bar);
