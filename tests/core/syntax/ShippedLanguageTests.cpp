@@ -130,6 +130,18 @@ TEST_F(ShippedLanguages, EveryOneHasASampleThatItsNamesServe) {
     for (const auto& [name, path] : samples) ADD_FAILURE() << path << " is the sample of no section";
 }
 
+// The sections of a file, General aside: first all others, then the tools, which a save moves to the end.
+std::string SectionsOf(const IniFile& file) {
+    WString text[2];
+    for (const IniSection* section = file.sections.head; section; section = section->next) {
+        if (Text::Equal(section->name.Text(), u"General")) continue;
+        WString& kind = text[Text::Equal(section->name.Text(), u"Tool")];
+        for (const IniKey* key = section->keys.head; key; key = key->next)
+            EXPECT_TRUE(kind.Append(section->name) && kind.Append(key->name) && kind.Append(key->value));
+    }
+    return shipped::Narrow(text[0].Text()) + shipped::Narrow(text[1].Text());
+}
+
 // What OK in the Options and the Tools dialog do to the file.
 TEST_F(ShippedLanguages, ASaveOfTheSettingsKeepsEverySectionAndKey) {
     IniSection* tool = file.AddSection(u"Tool");
@@ -137,25 +149,14 @@ TEST_F(ShippedLanguages, ASaveOfTheSettingsKeepsEverySectionAndKey) {
     IniSection* general = file.FindSection(u"General");
     ASSERT_TRUE(general && general->SetString(u"Unknown", u"kept"));
     LoadSettings(file);
-    WString before;
-    for (const IniSection* section = file.sections.head; section; section = section->next) {
-        if (section == general) continue;
-        for (const IniKey* key = section->keys.head; key; key = key->next)
-            ASSERT_TRUE(before.Append(section->name) && before.Append(key->name) && before.Append(key->value));
-    }
+    const std::string before = SectionsOf(file);
 
     const ScratchFolder folder;
     const std::u16string path = folder.Path("orvane.ini");
     ASSERT_TRUE(StoreSettingsToFile(file) && toolList.Store(file) && file.Save(path.c_str()));
     IniFile read;
     ASSERT_TRUE(read.Load(path.c_str()));
-    WString after;
-    for (const IniSection* section = read.sections.head; section; section = section->next) {
-        if (Text::Equal(section->name.Text(), u"General")) continue;
-        for (const IniKey* key = section->keys.head; key; key = key->next)
-            ASSERT_TRUE(after.Append(section->name) && after.Append(key->name) && after.Append(key->value));
-    }
-    EXPECT_EQ(shipped::Narrow(after.Text()), shipped::Narrow(before.Text()));
+    EXPECT_EQ(SectionsOf(read), before);
     ASSERT_NE(read.FindSection(u"General"), nullptr);
     EXPECT_EQ(Value(*read.FindSection(u"General"), u"Unknown"), "kept");
     EXPECT_EQ(Value(*read.FindSection(u"General"), u"FontSize"), "10");
