@@ -4,6 +4,7 @@
 #include "app/OpenFiles.h"
 #include "app/QuickOpen.h"
 #include "app/win32/FrameParts.h"
+#include "app/win32/HelpPage.h"
 #include "app/win32/ToolMenu.h"
 #include "document/TextBuffer.h"
 #include "resource.h"
@@ -16,8 +17,6 @@
 #include "viewbase/win32/View.h"
 
 namespace {
-
-constexpr wchar_t HelpPage[] = L"https://orvane.example/help";
 
 class AboutDialog final : public DialogBase {
 public:
@@ -137,9 +136,7 @@ constexpr Command Commands[] = {
     {IDM_PREVIOUS_PANE, [](FrameParts& frame) { frame.display.FocusPreviousPane(); }, Enabled::WithView},
     {IDM_NEXT_FILE, [](FrameParts& frame) { frame.display.ShowNextFile(); }, Enabled::WithView},
     {IDM_PREVIOUS_FILE, [](FrameParts& frame) { frame.display.ShowPreviousFile(); }, Enabled::WithView},
-    {IDM_ONLINE_HELP,
-     [](FrameParts& frame) { ShellExecuteW(frame.window, L"open", HelpPage, nullptr, nullptr, SW_SHOWNORMAL); },
-     Enabled::Always},
+    {IDM_ONLINE_HELP, [](FrameParts& frame) { OpenHelpPage(frame.window, frame.messages); }, Enabled::Always},
     {IDM_ABOUT, [](FrameParts& frame) { AboutDialog().Run(IDD_ABOUT, frame.window); }, Enabled::Always},
 };
 

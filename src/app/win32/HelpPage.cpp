@@ -1,0 +1,41 @@
+#include "app/win32/HelpPage.h"
+
+#include "app/UserPrompt.h"
+#include "base/Array.h"
+#include "base/Path.h"
+#include "base/Platform.h"
+#include "base/Text.h"
+#include "base/WString.h"
+
+namespace {
+
+constexpr Char PageName[] = u"orvane.html";
+// No name of a file is longer.
+constexpr uint32_t LongestPath = 32768;
+
+bool FindPage(WString& path) {
+    if (!path.Reserve(LongestPath)) return false;
+    const DWORD length = GetModuleFileNameW(nullptr, Wide(path.Data()), LongestPath);
+    WString program;
+    if (length == 0 || length >= LongestPath || !program.Assign(path.Data(), length)) return false;
+    Path::RemoveLastComponent(program);
+    return path.Assign(program) && Path::Join(path, PageName);
+}
+
+void Warn(UserPrompt& prompt, const Char* format, const WString& path) {
+    WString text;
+    if (Text::AppendFormat(text, format, path.Text())) prompt.AskUser(text.Text(), MessageKind::Warning);
+}
+
+} // namespace
+
+void OpenHelpPage(HWND owner, UserPrompt& prompt) {
+    WString path;
+    if (!FindPage(path)) return;
+    if (Platform::EntryKind(path.Text()) != Platform::Entry::File)
+        return Warn(prompt, u"The manual is missing: %s", path);
+    const HINSTANCE result = ShellExecuteW(owner, L"open", Wide(path.Text()), nullptr, nullptr, SW_SHOWNORMAL);
+    // Anything above is no handle, but success.
+    constexpr INT_PTR LastError = 32;
+    if (reinterpret_cast<INT_PTR>(result) <= LastError) Warn(prompt, u"Failed opening file: %s", path);
+}

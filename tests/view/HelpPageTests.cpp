@@ -1,0 +1,80 @@
+// Where the manual is looked for and what is said without it. The program's place and the system's call that shows the
+// page are replaced.
+
+#include "CallCounter.h"
+#include "app/UserPrompt.h"
+#include "app/win32/HelpPage.h"
+#include "base/win32/Windows.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+std::wstring program;
+std::wstring shown;
+std::wstring verb;
+INT_PTR showResult;
+
+DWORD WINAPI NameOfProgram(HMODULE, LPWSTR name, DWORD size) {
+    if (program.size() >= size) return size;
+    std::wcscpy(name, program.c_str());
+    return static_cast<DWORD>(program.size());
+}
+
+HINSTANCE WINAPI Show(HWND, LPCWSTR operation, LPCWSTR file, LPCWSTR, LPCWSTR, INT) {
+    verb = operation;
+    shown = file;
+    return reinterpret_cast<HINSTANCE>(showResult);
+}
+
+class Prompt final : public UserPrompt {
+public:
+    Answer AskUser(const Char* text, MessageKind kind) override {
+        EXPECT_EQ(kind, MessageKind::Warning);
+        said += text;
+        return Answer::Ok;
+    }
+    std::u16string said;
+};
+
+class HelpPageTest : public testing::Test {
+protected:
+    HelpPageTest() {
+        EXPECT_TRUE(place.IsImported() && show.IsImported());
+        program = folder.File("orvane.exe").wstring();
+        shown = verb = L"";
+        showResult = 42;
+    }
+
+    ScratchFolder folder;
+    Prompt prompt;
+
+private:
+    ReplacedImport place{"GetModuleFileNameW", reinterpret_cast<void*>(NameOfProgram)};
+    ReplacedImport show{"ShellExecuteW", reinterpret_cast<void*>(Show)};
+};
+
+} // namespace
+
+TEST_F(HelpPageTest, IsThePageBesideTheProgram) {
+    folder.Write("orvane.html", "<p>Manual</p>");
+    OpenHelpPage(nullptr, prompt);
+    EXPECT_EQ(verb, L"open");
+    EXPECT_EQ(shown, folder.File("orvane.html").wstring());
+    EXPECT_EQ(prompt.said, u"");
+}
+
+TEST_F(HelpPageTest, IsSaidToBeMissing) {
+    OpenHelpPage(nullptr, prompt);
+    EXPECT_EQ(shown, L"");
+    EXPECT_EQ(prompt.said, u"The manual is missing: " + folder.Path("orvane.html"));
+}
+
+TEST_F(HelpPageTest, IsSaidNotToOpen) {
+    folder.Write("orvane.html", "<p>Manual</p>");
+    showResult = SE_ERR_NOASSOC;
+    OpenHelpPage(nullptr, prompt);
+    EXPECT_EQ(prompt.said, u"Failed opening file: " + folder.Path("orvane.html"));
+}
