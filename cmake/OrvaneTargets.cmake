@@ -133,7 +133,8 @@ function(orvane_manual)
 endfunction()
 
 function(orvane_test name sources)
-    add_executable(${name} ${sources})
+    # The second keeps the copies of saves out of the user's own folder, in every program of tests.
+    add_executable(${name} ${sources} "${CMAKE_SOURCE_DIR}/tests/program/RecoveryFolder.cpp")
     target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
     # Compiling the tests takes longer than running them.
     target_compile_options(${name} PRIVATE -O0)

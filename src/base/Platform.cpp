@@ -1,10 +1,15 @@
 #include "base/Platform.h"
 
+#include "base/Path.h"
 #include "base/SystemClock.h"
+#include "base/SystemFolders.h"
+
+#include <utility>
 
 namespace {
 
 uint64_t* testClock = nullptr;
+const Char* testRecoveryFolder = nullptr;
 Platform::FailureHook fileFailureHook = nullptr;
 uint64_t unreadableFrom = 0;
 uint64_t unreadableTo = 0;
@@ -33,6 +38,28 @@ void Platform::SetUnreadableBytes(uint64_t from, uint64_t to) {
 
 bool Platform::ReadShouldFail(uint64_t offset, size_t count) {
     return FileCallShouldFail() || (offset < unreadableTo && offset + count > unreadableFrom);
+}
+
+bool Platform::MakeFolder(const Char* path) {
+    if (EntryKind(path) == Entry::Directory || SystemFolders::Make(path)) return true;
+    WString parent;
+    if (!parent.Assign(path)) return false;
+    const uint32_t length = parent.Length();
+    Path::RemoveLastComponent(parent);
+    return !parent.IsEmpty() && parent.Length() < length && MakeFolder(parent.Text()) && SystemFolders::Make(path);
+}
+
+const Char* Platform::SetRecoveryFolder(const Char* path) { return std::exchange(testRecoveryFolder, path); }
+
+bool Platform::RecoveryFolder(const Char* inside, WString& out) {
+    WString folder;
+    const bool isFound = testRecoveryFolder
+                             ? folder.Assign(testRecoveryFolder)
+                             : SystemFolders::LocalData(folder) && Path::Join(folder, u"Orvane\\Recovery");
+    if (!isFound || folder.IsEmpty() || (*inside && !Path::Join(folder, inside)) || !MakeFolder(folder.Text()))
+        return false;
+    out = std::move(folder);
+    return true;
 }
 
 bool Platform::ReadTime(const Char* name, FileTime& time) {

@@ -45,6 +45,9 @@ public:
         // For writing, not shared: new with the archive attribute, or emptied with its attributes and streams kept.
         // One that is in use is tried again for about a second.
         Create,
+        Overwrite, // the same, but one that exists keeps its bytes until they are overwritten or cut off
+        CreateNew, // for writing, not shared; fails when the name is taken
+        Alone,     // existing, for reading, not shared; fails while another has it open for writing
     };
 
     File() = default;
@@ -72,6 +75,11 @@ public:
     bool Write(const void* bytes, size_t count);
     // A file system that knows no flushing does not make it fail.
     bool Flush();
+    // Has the system keep room for the first `length` bytes; the size of the file stays. False only when there
+    // is no room: a file system that cannot promise any succeeds.
+    bool Reserve(uint64_t length);
+    // Ends the file at the present place.
+    bool CutHere();
 
 private:
     intptr_t handle = -1;
@@ -102,6 +110,13 @@ private:
 
 enum class Entry { Missing, File, Directory };
 [[nodiscard]] Entry EntryKind(const Char* path);
+// False when there is no such file, or it cannot be removed.
+bool RemoveFile(const Char* path);
+// Makes a folder and those it is in; a success also when it is there already.
+[[nodiscard]] bool MakeFolder(const Char* path);
+// Where the program keeps what a failure must not cost the user: a folder of the user's own on this machine, or one
+// inside it (`inside` may be empty), which is made when it is missing.
+[[nodiscard]] bool RecoveryFolder(const Char* inside, WString& out);
 
 // Whether a full path leads to another machine, as far as that can be told without asking it.
 bool IsRemote(const Char* path);
@@ -133,8 +148,10 @@ bool ClipboardHasText();
 
 // For tests: while not null, Ticks answers this number, and Wait adds to it instead of waiting.
 void SetTestClock(uint64_t* ticks);
-// For tests: asked before every call that opens, sizes, dates, reads, writes, seeks or flushes a file;
-// an answer of true makes that call fail.
+// For tests: the recovery folder from now on, the system's own with null. Returns the one before.
+const Char* SetRecoveryFolder(const Char* path);
+// For tests: asked before every call that opens, sizes, dates, reads, writes, seeks, flushes, reserves room for, cuts
+// or removes a file; an answer of true makes that call fail.
 using FailureHook = bool (*)();
 void SetFileFailureHook(FailureHook hook);
 // For the platform halves: the answer of the hook, false without one.

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,10 +20,28 @@ int FlagsFor(Platform::File::Mode mode) {
         return O_RDONLY | O_NONBLOCK | O_CLOEXEC;
     case Mode::ReadWrite:
         return O_RDWR | O_NONBLOCK | O_CLOEXEC;
-    case Mode::Create:
-        return O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC;
+    case Mode::Create: // emptied only when it is known to be nobody else's
+    case Mode::Overwrite:
+        return O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC;
+    case Mode::CreateNew:
+        return O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    case Mode::Alone:
+        return O_RDONLY | O_NONBLOCK | O_CLOEXEC;
     }
     return O_RDONLY;
+}
+
+// The modes that share with nobody. Only such modes notice each other here.
+bool IsForOne(Platform::File::Mode mode) {
+    using Mode = Platform::File::Mode;
+    return mode == Mode::Create || mode == Mode::Overwrite || mode == Mode::CreateNew || mode == Mode::Alone;
+}
+
+bool MakeReady(int file, Platform::File::Mode mode) {
+    struct stat status;
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    if (IsForOne(mode) && flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+    return mode != Platform::File::Mode::Create || ftruncate(file, 0) == 0;
 }
 
 } // namespace
@@ -32,10 +51,7 @@ bool Platform::File::Open(const Char* name, Mode mode) {
     const NativeText path(name, NativeText::Kind::Path);
     if (!path.Text() || FileCallShouldFail()) return false;
     handle = open(path.Text(), FlagsFor(mode), 0666);
-    if (handle == -1) return false;
-    struct stat status;
-    const bool isFile = fstat(static_cast<int>(handle), &status) == 0 && S_ISREG(status.st_mode);
-    if (!isFile) Close();
+    if (handle != -1 && !MakeReady(static_cast<int>(handle), mode)) Close();
     return IsOpen();
 }
 
@@ -118,4 +134,16 @@ bool Platform::File::Flush() {
     if (FileCallShouldFail()) return false;
     // Some file systems cannot do this; the bytes are written all the same.
     return fsync(static_cast<int>(handle)) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+bool Platform::File::Reserve(uint64_t length) {
+    if (FileCallShouldFail()) return false;
+    if (fallocate(static_cast<int>(handle), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(length)) == 0) return true;
+    return errno != ENOSPC && errno != EDQUOT && errno != EFBIG;
+}
+
+bool Platform::File::CutHere() {
+    if (FileCallShouldFail()) return false;
+    const off_t here = lseek(static_cast<int>(handle), 0, SEEK_CUR);
+    return here != -1 && ftruncate(static_cast<int>(handle), here) == 0;
 }

@@ -10,7 +10,6 @@
 #include <climits>
 #include <cstdlib>
 #include <locale.h>
-#include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 #include <utility>
@@ -61,13 +60,6 @@ bool ReadVariable(const Char* name, bool& isKnown, WString& out) {
 }
 
 } // namespace
-
-Platform::Entry Platform::EntryKind(const Char* path) {
-    const NativeText native(path, NativeText::Kind::Path);
-    struct stat status;
-    if (!native.Text() || stat(native.Text(), &status) != 0) return Entry::Missing;
-    return S_ISDIR(status.st_mode) ? Entry::Directory : Entry::File;
-}
 
 bool Platform::IsRemote(const Char*) { return false; } // nothing needs it here
 

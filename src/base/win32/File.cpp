@@ -23,6 +23,9 @@ constexpr OpenRule OpenRules[] = {
     {GENERIC_READ | GENERIC_WRITE, ShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
     // Not CREATE_ALWAYS: that is denied for a hidden or system file, and takes its alternate streams.
     {GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_ATTRIBUTE_ARCHIVE},
+    {GENERIC_WRITE, 0, OPEN_ALWAYS, FILE_ATTRIBUTE_ARCHIVE},
+    {GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_ARCHIVE},
+    {GENERIC_READ, 0, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL},
 };
 
 // One call counts its bytes in 32 bits.
@@ -32,6 +35,12 @@ constexpr size_t LargestTransfer = size_t{1} << 30;
 // file right after it was written, for a moment.
 constexpr uint32_t MostWaiting = 1000;
 constexpr uint32_t OneWait = 50;
+
+bool IsNoRoom(DWORD error) {
+    constexpr DWORD DiskQuotaExceeded = 1295; // not every compiler's headers name it
+    return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == ERROR_FILE_TOO_LARGE ||
+           error == DiskQuotaExceeded || error == ERROR_NOT_ENOUGH_QUOTA;
+}
 
 HANDLE Native(intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
@@ -60,7 +69,8 @@ bool Platform::File::Open(const Char* name, Mode mode) {
             CreateFileW(path.Text(), rule.access, rule.sharing, nullptr, rule.creation, rule.attributes, nullptr));
         return IsOpen();
     };
-    if (!(mode == Mode::Create ? CallWhileInUse(open) : open())) return false;
+    const bool isWorthWaiting = mode == Mode::Create || mode == Mode::Overwrite;
+    if (!(isWorthWaiting ? CallWhileInUse(open) : open())) return false;
     // Directories fail by themselves; the console and other devices do not.
     const bool isFile = GetFileType(Native(handle)) == FILE_TYPE_DISK;
     if (!isFile || (mode == Mode::Create && !SetEndOfFile(Native(handle)))) Close();
@@ -164,3 +174,16 @@ bool Platform::File::Flush() {
     const DWORD error = GetLastError();
     return error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED;
 }
+
+bool Platform::File::Reserve(uint64_t length) {
+    LARGE_INTEGER size{};
+    if (FileCallShouldFail()) return false;
+    // Less than it has would cut the file.
+    if (!GetFileSizeEx(Native(handle), &size) || static_cast<uint64_t>(size.QuadPart) >= length) return true;
+    FILE_ALLOCATION_INFO room{};
+    room.AllocationSize.QuadPart = static_cast<LONGLONG>(length);
+    if (SetFileInformationByHandle(Native(handle), FileAllocationInfo, &room, sizeof(room))) return true;
+    return !IsNoRoom(GetLastError());
+}
+
+bool Platform::File::CutHere() { return !FileCallShouldFail() && SetEndOfFile(Native(handle)); }

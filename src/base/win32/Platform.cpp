@@ -6,13 +6,6 @@
 
 #include <utility>
 
-Platform::Entry Platform::EntryKind(const Char* path) {
-    const SystemPath system(path);
-    const DWORD attributes = system.Text() ? GetFileAttributesW(system.Text()) : INVALID_FILE_ATTRIBUTES;
-    if (attributes == INVALID_FILE_ATTRIBUTES) return Entry::Missing;
-    return attributes & FILE_ATTRIBUTE_DIRECTORY ? Entry::Directory : Entry::File;
-}
-
 bool Platform::IsRemote(const Char* path) {
     if (!Text::IsAsciiLetter(path[0]) || path[1] != u':') return path[0] == u'\\' && path[1] == u'\\';
     const Char root[] = {path[0], u':', u'\\', 0};

@@ -161,6 +161,63 @@ TEST(File, CreateEmptiesWhatIsThere) {
     EXPECT_EQ(folder.Read("f"), "x");
 }
 
+TEST(File, OverwriteKeepsTheBytesUntilTheyAreReplacedOrCutOff) {
+    const ScratchFolder folder;
+    folder.Write("f", "a long content");
+    for (const char* expected : {"a long content", "xylong content", "xy"}) {
+        File file;
+        ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::Overwrite));
+        ASSERT_TRUE(*expected != 'x' || file.Write("xy", 2));
+        ASSERT_TRUE(expected[2] || file.CutHere());
+        file.Close();
+        EXPECT_EQ(folder.Read("f"), expected);
+    }
+    File made;
+    EXPECT_TRUE(made.Open(folder.Path("new").c_str(), File::Mode::Overwrite));
+}
+
+TEST(File, CreateNewTakesNoNameThatIsThere) {
+    const ScratchFolder folder;
+    folder.Write("f", "content");
+    File file;
+    EXPECT_FALSE(file.Open(folder.Path("f").c_str(), File::Mode::CreateNew));
+    EXPECT_EQ(folder.Read("f"), "content");
+    ASSERT_TRUE(file.Open(folder.Path("new").c_str(), File::Mode::CreateNew));
+    EXPECT_TRUE(file.Write("x", 1));
+}
+
+TEST(File, AloneIsRefusedWhileAnotherWrites) {
+    const ScratchFolder folder;
+    File writer;
+    ASSERT_TRUE(writer.Open(folder.Path("f").c_str(), File::Mode::CreateNew));
+    File file;
+    EXPECT_FALSE(file.Open(folder.Path("f").c_str(), File::Mode::Alone));
+    writer.Close();
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::Alone));
+    File second;
+    EXPECT_FALSE(second.Open(folder.Path("f").c_str(), File::Mode::Alone));
+}
+
+TEST(File, RoomIsReservedWithoutASize) {
+    const ScratchFolder folder;
+    folder.Write("f", "content");
+    File file;
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::Overwrite));
+    EXPECT_TRUE(file.Reserve(100000));
+    EXPECT_TRUE(file.Reserve(1));
+    file.Close();
+    EXPECT_EQ(folder.Read("f"), "content");
+}
+
+TEST(File, ThereIsNoRoomForMoreThanAnyDiskHolds) {
+    const ScratchFolder folder;
+    File file;
+    ASSERT_TRUE(file.Open(folder.Path("f").c_str(), File::Mode::Overwrite));
+    if (std::filesystem::path::preferred_separator != '/') GTEST_SKIP() << "Wine reserves none";
+    EXPECT_TRUE(file.Reserve(1));
+    EXPECT_FALSE(file.Reserve(uint64_t{1} << 62));
+}
+
 TEST(File, SeeksPastFourGibibytes) {
     const ScratchFolder folder;
     File file;
@@ -175,7 +232,7 @@ TEST(File, SeeksPastFourGibibytes) {
 TEST(File, OnlyCreateMakesAFile) {
     const ScratchFolder folder;
     const std::u16string path = folder.Path("missing");
-    for (const auto mode : {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite}) {
+    for (const auto mode : {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite, File::Mode::Alone}) {
         File file;
         EXPECT_FALSE(file.Open(path.c_str(), mode));
         EXPECT_FALSE(file.IsOpen());
@@ -185,8 +242,8 @@ TEST(File, OnlyCreateMakesAFile) {
 
 TEST(File, NoModeOpensAFolder) {
     const ScratchFolder folder;
-    for (const auto mode :
-         {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite, File::Mode::Create}) {
+    for (const auto mode : {File::Mode::Attributes, File::Mode::ReadShared, File::Mode::ReadWrite, File::Mode::Create,
+                            File::Mode::Overwrite, File::Mode::CreateNew, File::Mode::Alone}) {
         File file;
         EXPECT_FALSE(file.Open(Here(folder).c_str(), mode));
     }

@@ -1,0 +1,26 @@
+#include "base/Platform.h"
+#include "base/SystemFolders.h"
+#include "base/posix/NativeText.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+// What is done to files by their names. Apart from Platform.cpp, so that tests can put a disk of their own in the
+// place of this file and of File.cpp and FileSearch.cpp.
+
+Platform::Entry Platform::EntryKind(const Char* path) {
+    const NativeText native(path, NativeText::Kind::Path);
+    struct stat status;
+    if (!native.Text() || stat(native.Text(), &status) != 0) return Entry::Missing;
+    return S_ISDIR(status.st_mode) ? Entry::Directory : Entry::File;
+}
+
+bool Platform::RemoveFile(const Char* path) {
+    const NativeText native(path, NativeText::Kind::Path);
+    return native.Text() && !FileCallShouldFail() && unlink(native.Text()) == 0;
+}
+
+bool SystemFolders::Make(const Char* path) {
+    const NativeText native(path, NativeText::Kind::Path);
+    return native.Text() && mkdir(native.Text(), 0700) == 0;
+}

@@ -1,0 +1,24 @@
+#include "base/Platform.h"
+#include "base/SystemFolders.h"
+#include "base/win32/SystemText.h"
+#include "base/win32/Windows.h"
+
+// What is done to files by their names. Apart from Platform.cpp, so that tests can put a disk of their own in the
+// place of this file and of File.cpp and FileSearch.cpp.
+
+Platform::Entry Platform::EntryKind(const Char* path) {
+    const SystemPath system(path);
+    const DWORD attributes = system.Text() ? GetFileAttributesW(system.Text()) : INVALID_FILE_ATTRIBUTES;
+    if (attributes == INVALID_FILE_ATTRIBUTES) return Entry::Missing;
+    return attributes & FILE_ATTRIBUTE_DIRECTORY ? Entry::Directory : Entry::File;
+}
+
+bool Platform::RemoveFile(const Char* path) {
+    const SystemPath system(path);
+    return system.Text() && !FileCallShouldFail() && DeleteFileW(system.Text());
+}
+
+bool SystemFolders::Make(const Char* path) {
+    const SystemPath system(path);
+    return system.Text() && CreateDirectoryW(system.Text(), nullptr);
+}
