@@ -1,0 +1,45 @@
+#include "base/PreviousFile.h"
+
+#include "base/Checksum.h"
+#include "base/FileBytes.h"
+#include "base/Path.h"
+#include "base/Text.h"
+
+namespace {
+
+// The same for every spelling of the same path.
+uint32_t NumberOf(const Char* path) {
+    Checksum sum;
+    for (; *path; ++path) {
+        const Char folded = Text::FoldCase(*path);
+        sum.Add(&folded, sizeof(folded));
+    }
+    return static_cast<uint32_t>(sum.Value());
+}
+
+bool HasBytes(Platform::File& file, uint64_t length, uint64_t value) {
+    Checksum sum;
+    return AddUp(file, sum) && sum.Count() == length && sum.Value() == value;
+}
+
+} // namespace
+
+bool PreviousFilePath(const Char* target, WString& out) {
+    WString name;
+    return Platform::RecoveryFolder(u"Previous", out) &&
+           Text::AppendFormat(name, u"%08x %s", NumberOf(target), Path::FileName(target)) &&
+           Path::Join(out, name.Text());
+}
+
+bool KeepPreviousFile(const Char* target, uint64_t length, uint64_t value) {
+    Platform::File old;
+    if (!old.Open(target, Platform::File::Mode::ReadShared))
+        return Platform::EntryKind(target) == Platform::Entry::Missing;
+    if (HasBytes(old, length, value)) return true;
+    WString path;
+    Platform::File kept;
+    if (!PreviousFilePath(target, path) || !old.Seek(0) || !kept.Open(path.Text(), Platform::File::Mode::Create))
+        return false;
+    FileSink sink(kept);
+    return PassOn(old, sink) && kept.Flush();
+}

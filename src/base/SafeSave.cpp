@@ -1,0 +1,79 @@
+#include "base/SafeSave.h"
+
+#include "base/FileBytes.h"
+#include "base/List.h"
+#include "base/PreviousFile.h"
+#include "base/SaveCopy.h"
+
+namespace {
+
+// The copies of saves that have failed after their file was touched. Each is held open, for it belongs to this editor.
+List<SaveCopy> leftCopies;
+
+void DiscardLeftCopies(const Char* target) {
+    for (SaveCopy* copy = leftCopies.head; copy;) {
+        SaveCopy* const following = copy->next;
+        if (Platform::CompareNames(copy->Target().Text(), target) == 0) {
+            leftCopies.Remove(copy);
+            copy->Discard();
+            delete copy;
+        }
+        copy = following;
+    }
+}
+
+// Opens the file with room for its new bytes. It holds its old ones still; one that was made for them is removed again
+// when they have no room, or `isTouched` says that it could not be.
+bool OpenWithRoom(Platform::File& file, const Char* target, uint64_t length, bool& isTouched) {
+    // Only an attempt to make it says for certain that there was none: asking may fail for other reasons.
+    const bool isNew = file.Open(target, Platform::File::Mode::CreateNew);
+    if (!isNew && !file.Open(target, Platform::File::Mode::Overwrite)) return false;
+    if (file.Reserve(length)) return true;
+    file.Close();
+    isTouched = isNew && !Platform::RemoveFile(target);
+    return false;
+}
+
+// Cut also after a failure: what follows are old bytes in a place that is not theirs.
+bool WriteInPlace(Platform::File& file, ByteSource& source) {
+    FileSink sink(file);
+    const bool isGiven = source.GiveTo(sink);
+    const bool isCut = file.CutHere();
+    const bool isFlushed = file.Flush();
+    file.Close();
+    return isGiven && isCut && isFlushed;
+}
+
+bool SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& isTouched) {
+    const Char* const target = copy.Target().Text();
+    if (replaced == Replaced::Kept) KeepPreviousFile(target, copy.Length(), copy.Value());
+    Platform::File file;
+    if (!OpenWithRoom(file, target, copy.Length(), isTouched)) return false;
+    isTouched = true;
+    return WriteInPlace(file, source);
+}
+
+} // namespace
+
+bool SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
+    WString target;
+    auto* const copy = new SaveCopy;
+    if (!copy || !Platform::FullPath(name, target) || copy->Make(target.Text(), source) == SaveCopy::Outcome::NoBytes) {
+        delete copy;
+        return false;
+    }
+    bool isTouched = false;
+    const bool isSaved = SaveWithCopy(*copy, source, replaced, isTouched);
+    if (isSaved) DiscardLeftCopies(target.Text());
+    if (!isSaved && isTouched && copy->IsMade()) {
+        leftCopies.Append(copy);
+        return false;
+    }
+    copy->Discard();
+    delete copy;
+    return isSaved;
+}
+
+void LeaveSaveCopies() {
+    while (SaveCopy* const copy = leftCopies.TakeHead()) delete copy;
+}

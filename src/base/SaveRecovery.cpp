@@ -1,0 +1,122 @@
+#include "base/SaveRecovery.h"
+
+#include "base/Array.h"
+#include "base/Checksum.h"
+#include "base/FileBytes.h"
+#include "base/Path.h"
+#include "base/SaveCopy.h"
+#include "base/Text.h"
+
+namespace {
+
+constexpr uint32_t MostNames = 100;
+
+struct FoundName : HeapObject {
+    WString path;
+    FoundName* next = nullptr;
+    FoundName* previous = nullptr;
+};
+
+// All at once: what is found is removed, which a search need not survive.
+void ListCopies(List<FoundName>& names) {
+    WString folder;
+    WString pattern;
+    if (!Platform::RecoveryFolder(SaveCopyFolder, folder) || !pattern.Assign(folder) ||
+        !Path::Join(pattern, SaveCopyPattern))
+        return;
+    Platform::FileSearch search;
+    for (bool more = search.First(pattern.Text()); more; more = search.Next()) {
+        auto* const name = new FoundName;
+        if (!name || !name->path.Assign(folder) || !Path::Join(name->path, search.Name())) {
+            delete name;
+            return; // the rest is found at the next start
+        }
+        names.Append(name);
+    }
+}
+
+// Not asked of another machine, which may keep a start waiting: a path in a copy may name any.
+bool HasContent(const SaveCopyContent& content) {
+    Platform::File file;
+    Checksum sum;
+    return !Platform::IsRemote(content.target.Text()) &&
+           file.Open(content.target.Text(), Platform::File::Mode::ReadShared) && AddUp(file, sum) &&
+           sum.Count() == content.length && sum.Value() == content.value;
+}
+
+// Makes a new file in the recovery folder that is called like the one that was saved, with a number when there is one.
+bool MakeNamed(const Char* target, Platform::File& file, WString& path) {
+    const Char* const wanted = Path::FileName(target);
+    for (uint32_t number = 1; number <= MostNames; ++number) {
+        WString name;
+        const bool isNamed = number == 1 ? name.Assign(wanted) : Text::AppendFormat(name, u"%u %s", number, wanted);
+        if (!isNamed || !Platform::RecoveryFolder(u"", path) || !Path::Join(path, name.Text())) return false;
+        if (file.Open(path.Text(), Platform::File::Mode::CreateNew)) return true;
+    }
+    return false;
+}
+
+// Leaves nothing when it fails.
+bool PutIntoFile(Platform::File& copy, const SaveCopyContent& content, WString& path) {
+    Platform::File file;
+    WString made;
+    if (!copy.Seek(content.start) || !MakeNamed(content.target.Text(), file, made)) return false;
+    FileSink sink(file);
+    const bool isWritten = PassOn(copy, sink) && file.Flush();
+    file.Close();
+    if (isWritten && path.Assign(made)) return true;
+    Platform::RemoveFile(made.Text());
+    return false;
+}
+
+} // namespace
+
+SaveRecovery::~SaveRecovery() {
+    while (Found* const node = found.TakeHead()) delete node;
+}
+
+void SaveRecovery::Look() {
+    List<FoundName> names;
+    ListCopies(names);
+    while (FoundName* const name = names.TakeHead()) {
+        LookAt(name->path.Text());
+        delete name;
+    }
+}
+
+void SaveRecovery::LookAt(const Char* copy) {
+    auto* const node = new Found;
+    SaveCopyContent content;
+    if (!node || !node->copy.Assign(copy) || !node->bytes.Assign(copy) ||
+        !node->file.Open(copy, Platform::File::Mode::Alone)) {
+        delete node;
+        return;
+    }
+    const SaveCopyState state = ReadSaveCopy(node->file, content);
+    const bool isWanted = state == SaveCopyState::Complete && !HasContent(content);
+    if (isWanted && node->target.Assign(content.target)) {
+        static_cast<void>(PutIntoFile(node->file, content, node->bytes));
+        found.Append(node);
+        return;
+    }
+    node->file.Close();
+    if (!isWanted && state != SaveCopyState::Unknown) Platform::RemoveFile(copy);
+    delete node;
+}
+
+bool SaveRecovery::AppendMessage(WString& out) const {
+    for (const Found* node = found.head; node; node = node->next) {
+        const Char* const format = u"%s%s was not saved completely.\nIts new contents are in %s.";
+        if (!Text::AppendFormat(out, format, node->previous ? u"\n" : u"", node->target.Text(), node->bytes.Text()))
+            return false;
+    }
+    return true;
+}
+
+void SaveRecovery::Forget() {
+    while (Found* const node = found.TakeHead()) {
+        node->file.Close();
+        if (!Text::Equal(node->copy.Text(), node->bytes.Text())) Platform::RemoveFile(node->copy.Text());
+        delete node;
+    }
+}
