@@ -4,6 +4,7 @@
 #include "app/DocumentList.h"
 #include "base/CodePage.h"
 #include "base/Platform.h"
+#include "base/SafeSave.h"
 #include "base/Text.h"
 #include "document/Document.h"
 
@@ -21,11 +22,6 @@ bool Encode(const WString& text, Platform::ByteBlock& out) {
     if (!out.bytes) return false;
     out.size = FromUtf16(CodePage::Utf8, text.Text(), text.Length(), out.bytes, most);
     return out.size != 0;
-}
-
-bool WriteFile(const Char* name, const Platform::ByteBlock& bytes) {
-    Platform::File file;
-    return file.Open(name, Platform::File::Mode::Create) && file.Write(bytes.bytes, bytes.size) && file.Flush();
 }
 
 // However it is named.
@@ -66,5 +62,6 @@ void SaveSession(CommandContext& frame, const Char* file) {
     Platform::ByteBlock bytes;
     if (!BuildSessionText(frame.Documents(), text) || !Encode(text, bytes)) return ReportFailure(frame, name.Text());
     if (!MayReplace(frame, name.Text())) return;
-    if (!WriteFile(name.Text(), bytes)) ReportFailure(frame, name.Text());
+    BlockSource source(bytes.bytes, bytes.size);
+    if (!SaveSafely(name.Text(), source, Replaced::Kept)) ReportFailure(frame, name.Text());
 }

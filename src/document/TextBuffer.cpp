@@ -128,11 +128,12 @@ bool TextBuffer::Reload() {
 }
 
 bool TextBuffer::Save(const Char* file, uint32_t newEncoding, uint32_t newLineEnding) {
-    if (newEncoding < Encoding::Count) encoding = newEncoding;
+    const uint32_t fileEncoding = newEncoding < Encoding::Count ? newEncoding : encoding;
     const uint32_t wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
     const uint32_t style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
-    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), encoding, style, fileTime);
+    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), fileEncoding, style, fileTime);
     if (saved) {
+        encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
         pipeline.History().MarkSaved();
         NotifyModified();
     }

@@ -1,6 +1,7 @@
 #include "document/TextSave.h"
 
 #include "base/CodePage.h"
+#include "base/SafeSave.h"
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
 #include "document/TextFile.h"
@@ -13,29 +14,34 @@ constexpr size_t ChunkBytes = 65536;
 bool IsHighSurrogate(Char c) { return (c & 0xFC00) == 0xD800; }
 bool IsLowSurrogate(Char c) { return (c & 0xFC00) == 0xDC00; }
 
-// Writes a text to an open file, chunk by chunk.
-class ChunkWriter {
+// Whether a cut before `at`, which is not the first character, would split a pair of surrogates.
+bool IsInsidePair(const Char* at) { return IsHighSurrogate(at[-1]) && IsLowSurrogate(at[0]); }
+
+// The bytes of a text in an encoding, made chunk by chunk.
+class EncodedText final : public ByteSource {
 public:
-    ChunkWriter(Platform::File& target, uint32_t fileEncoding) : file(target), encoding(fileEncoding) {}
-    ~ChunkWriter() {
+    EncodedText(const Char* whole, size_t count, uint32_t fileEncoding, bool expandsLineFeeds)
+        : text(whole), length(count), encoding(fileEncoding), withReturns(expandsLineFeeds) {}
+    ~EncodedText() {
         Heap::Free(characters);
         Heap::Free(bytes);
     }
-    ChunkWriter(const ChunkWriter&) = delete;
-    ChunkWriter& operator=(const ChunkWriter&) = delete;
+    EncodedText(const EncodedText&) = delete;
+    EncodedText& operator=(const EncodedText&) = delete;
 
+    // Takes the memory that it needs.
     bool Prepare() {
         characters = Heap::AllocateArray<Char>(ChunkCharacters);
         bytes = Heap::AllocateArray<uint8_t>(ChunkBytes);
         return characters && bytes;
     }
 
-    bool WriteAll(const Char* text, size_t length, bool withReturns) {
+    bool GiveTo(ByteSink& out) override {
         const Signature& signature = Signatures[encoding];
-        if (signature.count && !file.Write(signature.bytes, signature.count)) return false;
+        if (signature.count && !out.Take(signature.bytes, signature.count)) return false;
         for (size_t at = 0; at < length;) {
             const size_t taken =
-                withReturns ? WriteExpanded(text + at, length - at) : WriteAsIs(text + at, length - at);
+                withReturns ? GiveExpanded(text + at, length - at, out) : GiveAsIs(text + at, length - at, out);
             if (!taken) return false;
             at += taken;
         }
@@ -43,37 +49,45 @@ public:
     }
 
 private:
-    // Both write the beginning of the text and return how many of its characters that took; 0 on failure.
-    size_t WriteAsIs(const Char* text, size_t length) {
-        const size_t taken = length < ChunkCharacters ? length : ChunkCharacters;
-        return WriteWhole(text, taken, text, taken, length);
+    // Both give the beginning of the rest and return how many of its characters that took; 0 on failure.
+    size_t GiveAsIs(const Char* rest, size_t left, ByteSink& out) {
+        const size_t taken = left < ChunkCharacters ? left : ChunkCharacters;
+        return GiveWhole(rest, taken, rest, taken, left, out);
     }
-    size_t WriteExpanded(const Char* text, size_t length) {
-        const Scan::Copied copied = Scan::CopyWithReturns(text, length, characters, ChunkCharacters);
-        return WriteWhole(characters, copied.written, text, copied.taken, length);
+    size_t GiveExpanded(const Char* rest, size_t left, ByteSink& out) {
+        const Scan::Copied copied = Scan::CopyWithReturns(rest, left, characters, ChunkCharacters);
+        return GiveWhole(characters, copied.written, rest, copied.taken, left, out);
     }
 
-    // Writes the chunk made of text[0, taken). A pair of surrogates that the chunk's end would cut
+    // Gives the chunk made of rest[0, taken). A pair of surrogates that the chunk's end would cut
     // goes into the next one: each half alone has no bytes of its own in most encodings.
-    size_t WriteWhole(const Char* chunk, size_t count, const Char* text, size_t taken, size_t length) {
-        const bool cutsPair = taken < length && IsHighSurrogate(text[taken - 1]) && IsLowSurrogate(text[taken]);
-        const size_t cut = cutsPair ? 1 : 0;
-        return WriteChunk(chunk, count - cut) ? taken - cut : 0;
+    size_t GiveWhole(const Char* chunk, size_t count, const Char* rest, size_t taken, size_t left, ByteSink& out) {
+        const size_t cut = taken < left && IsInsidePair(rest + taken) ? 1 : 0;
+        return GiveChunk(chunk, count - cut, out) ? taken - cut : 0;
     }
 
-    bool WriteChunk(const Char* chunk, size_t count) {
-        if (encoding == Encoding::Unicode) return file.Write(chunk, count * sizeof(Char));
+    bool GiveChunk(const Char* chunk, size_t count, ByteSink& out) {
+        if (encoding == Encoding::Unicode) return out.Take(chunk, count * sizeof(Char));
         if (encoding == Encoding::UnicodeBigEndian) {
             Scan::SwapBytes(chunk, count, characters);
-            return file.Write(characters, count * sizeof(Char));
+            return out.Take(characters, count * sizeof(Char));
         }
-        const CodePage page = encoding == Encoding::Utf8 ? CodePage::Utf8 : CodePage::Ansi;
-        const size_t converted = FromUtf16(page, chunk, count, bytes, ChunkBytes);
-        return converted && file.Write(bytes, converted);
+        return GiveConverted(encoding == Encoding::Utf8 ? CodePage::Utf8 : CodePage::Ansi, chunk, count, out);
     }
 
-    Platform::File& file;
+    // In halves when the bytes of the whole have no room.
+    bool GiveConverted(CodePage page, const Char* chunk, size_t count, ByteSink& out) {
+        const size_t converted = FromUtf16(page, chunk, count, bytes, ChunkBytes);
+        if (converted) return out.Take(bytes, converted);
+        size_t half = count / 2;
+        if (half && IsInsidePair(chunk + half)) --half;
+        return half && GiveConverted(page, chunk, half, out) && GiveConverted(page, chunk + half, count - half, out);
+    }
+
+    const Char* text;
+    size_t length;
     uint32_t encoding;
+    bool withReturns;
     Char* characters = nullptr;
     uint8_t* bytes = nullptr;
 };
@@ -82,13 +96,9 @@ private:
 
 bool WriteTextFile(const Char* name, const Char* text, uint32_t length, uint32_t encoding, uint32_t style,
                    Platform::FileTime& time) {
-    Platform::File file;
-    ChunkWriter writer(file, encoding);
-    // Memory first: the file is emptied by being opened.
-    if (!writer.Prepare() || !file.Open(name, Platform::File::Mode::Create)) return false;
-    const bool written = writer.WriteAll(text, length, style == LineEnding::Dos);
-    const bool flushed = file.Flush();
-    file.Close();
+    EncodedText source(text, length, encoding, style == LineEnding::Dos);
+    if (!source.Prepare()) return false;
+    const bool isSaved = SaveSafely(name, source);
     Platform::ReadTime(name, time);
-    return written && flushed;
+    return isSaved;
 }

@@ -4,6 +4,6 @@
 
 // Writes `length` characters as a new file: the signature of `encoding`, then the text with each line feed
 // as `style` (Unix or Dos) wants it. `time` becomes the time of the file's last write when that can be
-// read. False when not every byte arrived; the file is then left as far as it came.
+// read. What SaveSafely says about failures holds.
 bool WriteTextFile(const Char* name, const Char* text, uint32_t length, uint32_t encoding, uint32_t style,
                    Platform::FileTime& time);

@@ -2,6 +2,7 @@
 
 #include "base/CodePage.h"
 #include "base/Platform.h"
+#include "base/SafeSave.h"
 #include "base/Text.h"
 #include "settings/IniParser.h"
 #include "settings/LineReader.h"
@@ -59,8 +60,8 @@ bool IniFile::Save(const Char* path) const {
     block.bytes = static_cast<uint8_t*>(Heap::Allocate(block.size));
     if (!block.bytes) return false;
     FromUtf16(CodePage::Utf8, text.Text(), text.Length(), block.bytes, block.size);
-    Platform::File file;
-    return file.Open(path, Platform::File::Mode::Create) && file.Write(block.bytes, block.size);
+    BlockSource source(block.bytes, block.size);
+    return SaveSafely(path, source, Replaced::Kept);
 }
 
 IniSection* IniFile::FindSection(const Char* name) const {

@@ -1,4 +1,5 @@
 #include "LoadSaveSupport.h"
+#include "support/NoRecoveryFolder.h"
 
 #include <chrono>
 
@@ -44,7 +45,9 @@ TEST(ChangeOnDisk, AFailedSaveTakesTheNewTimeToo) {
     ASSERT_TRUE(document->Reload());
     static uint64_t calls;
     calls = 0;
-    Platform::SetFileFailureHook([] { return ++calls == 2; }); // the write, after the file was opened
+    const NoRecoveryFolder withoutCopy;
+    // The write, after the attempt to make the file, its opening and the room for it.
+    Platform::SetFileFailureHook([] { return ++calls == 4; });
     EXPECT_FALSE(document->Save(document->GetName(), Encoding::Keep, LineEnding::Keep));
     Platform::SetFileFailureHook(nullptr);
     EXPECT_FALSE(document->IsChangedOnDisk()) << "what the save did to the file is no outside change";
@@ -56,7 +59,8 @@ TEST(ChangeOnDisk, ATimeThatCannotBeReadAfterASaveStaysWhatItWas) {
     ASSERT_TRUE(document->Reload());
     static uint64_t calls;
     calls = 0;
-    Platform::SetFileFailureHook([] { return ++calls == 4; }); // open, write, flush, open again
+    const NoRecoveryFolder withoutCopy;
+    Platform::SetFileFailureHook([] { return ++calls == 7; }); // after the write: cut, flush, open again
     EXPECT_TRUE(document->Save(document->GetName(), Encoding::Keep, LineEnding::Keep));
     Platform::SetFileFailureHook(nullptr);
     EXPECT_TRUE(document->IsChangedOnDisk());

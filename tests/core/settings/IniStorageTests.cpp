@@ -198,7 +198,7 @@ TEST(IniSave, EveryFailingFileCallReportsFailure) {
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[A]\na=1"));
     const uint64_t failures = FailEachFileCall([&] { return file.Save(disk.Name()); });
-    EXPECT_EQ(failures, 2u); // create, one write
+    EXPECT_GE(failures, 4u); // open, write, cut and flush
     EXPECT_EQ(disk.Read(), "[A]\r\na=1\r\n");
 }
 
