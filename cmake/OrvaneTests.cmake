@@ -27,10 +27,12 @@ function(orvane_use_speaker name)
 endfunction()
 
 # core_NAME_tests from tests/core/NAME: the portable half, on every platform.
-foreach(name base settings syntax document viewbase view binary app)
+foreach(name base settings syntax document viewbase view binary app faults)
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/tests/core/${name}/*.cpp")
+    # The faults are made in all of the program, on a disk of their own.
+    string(REPLACE faults app half ${name})
     if(sources)
-        orvane_test(core_${name}_tests "${sources}" orvane_${name} orvane_${name}_platform)
+        orvane_test(core_${name}_tests "${sources}" orvane_${half} orvane_${half}_platform)
     endif()
 endforeach()
 orvane_use_speaker(core_document_tests)

@@ -1,0 +1,183 @@
+#include "FaultTest.h"
+#include "app/Session.h"
+#include "core/app/FakeFrame.h"
+#include "settings/IniFile.h"
+#include "support/TextDocument.h"
+
+#include <memory>
+
+namespace {
+
+constexpr const char* OldText = "old\r\n";
+
+// A modified text over the file, too long for one write.
+class TextFaultTest : public FaultTest {
+protected:
+    static std::u16string Text() {
+        std::u16string text;
+        while (text.size() < 70000) text += u"one line \u00E4\n";
+        return text;
+    }
+    static std::string Bytes() {
+        std::string bytes = "\xEF\xBB\xBF";
+        for (const Char c : Text()) {
+            if (c == u'\n') bytes += '\r';
+            bytes += c == u'\u00E4' ? std::string("\xC3\xA4") : std::string(1, static_cast<char>(c));
+        }
+        return bytes;
+    }
+
+    void Prepare(bool hasFile) {
+        document = std::make_unique<TextDocument>();
+        ASSERT_TRUE(!hasFile || (*document)->Load(Target, false));
+        before = document->Store();
+        const std::u16string text = Text();
+        ASSERT_TRUE((*document)->DeleteText(0, (*document)->Length()));
+        ASSERT_TRUE((*document)->InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
+    }
+
+    void Inspect(bool isSaved) {
+        TextBuffer& buffer = **document;
+        EXPECT_EQ(buffer.IsModified(), !isSaved);
+        uint32_t encoding = Encoding::Ansi;
+        const Char* const* names = nullptr;
+        EXPECT_TRUE(buffer.GetEncoding(encoding, names));
+        EXPECT_EQ(encoding, isSaved ? Encoding::Utf8 : Encoding::Ansi);
+        EXPECT_EQ(document->Store(), Text());
+        EXPECT_TRUE(buffer.Undo());
+        EXPECT_TRUE(before.empty() || buffer.Undo());
+        EXPECT_EQ(document->Store(), before);
+    }
+
+    Saving Over(bool hasFile) {
+        return {.prepare = [this, hasFile] { Prepare(hasFile); },
+                .save = [this] { return (*document)->Save(Target, Encoding::Utf8, LineEnding::Dos); },
+                .inspect = [this](bool isSaved) { Inspect(isSaved); },
+                .before = hasFile ? OldText : Missing,
+                .after = Bytes()};
+    }
+
+    std::unique_ptr<TextDocument> document;
+    std::u16string before;
+};
+
+TEST_F(TextFaultTest, ASaveLosesNeitherTheOldNorTheNewBytes) { FailEverything(Over(true)); }
+
+TEST_F(TextFaultTest, ASaveUnderANewNameLosesNothing) { FailEverything(Over(false)); }
+
+TEST_F(TextFaultTest, AShorterTextLosesNothing) {
+    Saving saving = Over(true);
+    saving.before = std::string(200000, 'o');
+    FailEverything(saving);
+}
+
+TEST_F(TextFaultTest, AFullDiskCostsNothing) {
+    const Saving saving = Over(true);
+    for (uint64_t number = 1; number < 8; ++number) {
+        Reset();
+        disk.Write(Target, saving.before);
+        saving.prepare();
+        disk.FailAt(number, FakeDisk::Fault::Full);
+        EXPECT_FALSE(saving.save());
+        EXPECT_EQ(disk.Read(Target), saving.before) << number;
+    }
+}
+
+TEST_F(TextFaultTest, TheNextSaveThatSucceedsLeavesNoCopy) {
+    const Saving saving = Over(true);
+    disk.Write(Target, saving.before);
+    saving.prepare();
+    disk.FailAt(16, FakeDisk::Fault::Killed);
+    ASSERT_FALSE(saving.save());
+    disk.StopFailing();
+    EXPECT_EQ(disk.FilesBeside({Target}).size(), 1u);
+    EXPECT_TRUE(saving.save());
+    EXPECT_EQ(disk.Read(Target), saving.after);
+    EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{});
+}
+
+TEST_F(TextFaultTest, WithoutACopyTheFileIsWrittenAllTheSame) {
+    const Saving saving = Over(true);
+    disk.Write(Target, saving.before);
+    disk.Deny(Recovery);
+    saving.prepare();
+    EXPECT_TRUE(saving.save());
+    EXPECT_EQ(disk.Read(Target), saving.after);
+}
+
+TEST_F(TextFaultTest, WithoutACopyAFailureInTheMiddleCutsTheFile) {
+    const Saving saving = Over(true);
+    disk.Write(Target, saving.before);
+    disk.Deny(Recovery);
+    saving.prepare();
+    // The attempt to make it, the opening, the room, the signature, then the first of the text.
+    disk.FailAt(7, FakeDisk::Fault::Denied);
+    EXPECT_FALSE(saving.save());
+    EXPECT_TRUE(disk.HasFailed());
+    EXPECT_TRUE((*document)->IsModified());
+    const std::string held = disk.Read(Target);
+    EXPECT_LT(held.size(), saving.after.size());
+    EXPECT_EQ(held, saving.after.substr(0, held.size()));
+    EXPECT_NE(held, "");
+}
+
+class SessionFaultTest : public FaultTest {};
+
+TEST_F(SessionFaultTest, ASessionLosesNeitherTheOldNorTheNewBytes) {
+    FakeFrame frame;
+    FakeDocument& document = frame.Add(FakeDocument::WithFile(u"C:\\a.txt"));
+    document.sessionText = u"e C:\\a.txt\r\nl 12\r\n";
+    ASSERT_TRUE(frame.commands.sessionFile.Assign(Target));
+    FailEverything({.prepare = [&] { frame.questions.clear(); },
+                    .save =
+                        [&] {
+                            SaveSession(frame, Target);
+                            return frame.questions.empty();
+                        },
+                    .inspect =
+                        [&](bool isSaved) {
+                            if (isSaved) return;
+                            ASSERT_EQ(frame.questions.size(), 1u);
+                            EXPECT_EQ(frame.questions[0].text, u"Failed saving file: " + std::u16string(Target));
+                        },
+                    .before = "sessionfile\r\n",
+                    .after = "sessionfile\r\ne C:\\a.txt\r\nl 12\r\n",
+                    .keepsPrevious = true});
+}
+
+TEST_F(SessionFaultTest, TheSessionThatWasReplacedIsKept) {
+    FakeFrame frame;
+    ASSERT_TRUE(frame.commands.sessionFile.Assign(Target));
+    disk.Write(Target, "the old one");
+    SaveSession(frame, Target);
+    EXPECT_EQ(disk.Read(Target), "sessionfile\r\n");
+    EXPECT_EQ(disk.Read(u"C:\\Recovery\\Previous\\" + PreviousName()), "the old one");
+}
+
+class SettingsFaultTest : public FaultTest {};
+
+TEST_F(SettingsFaultTest, SettingsLoseNeitherTheOldNorTheNewBytes) {
+    IniFile file;
+    IniSection* const section = file.AddSection(u"General");
+    ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
+    FailEverything({.prepare = [] {},
+                    .save = [&] { return file.Save(Target); },
+                    .inspect = [](bool) {},
+                    .before = "[General]\r\nFontSize=10\r\n[Tool]\r\nTitle=x\r\n",
+                    .after = "[General]\r\nFontSize=12\r\n",
+                    .keepsPrevious = true});
+}
+
+TEST_F(SettingsFaultTest, OnlyOtherBytesReplaceTheGenerationBefore) {
+    IniFile file;
+    IniSection* const section = file.AddSection(u"General");
+    ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
+    disk.Write(Target, "the old ones");
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(file.Save(Target));
+    EXPECT_EQ(disk.Read(u"C:\\Recovery\\Previous\\" + PreviousName()), "the old ones");
+    ASSERT_TRUE(section->SetInt(u"FontSize", 14));
+    ASSERT_TRUE(file.Save(Target));
+    EXPECT_EQ(disk.Read(u"C:\\Recovery\\Previous\\" + PreviousName()), "[General]\r\nFontSize=12\r\n");
+}
+
+} // namespace

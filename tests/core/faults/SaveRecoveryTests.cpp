@@ -1,0 +1,142 @@
+#include "FaultTest.h"
+#include "base/SaveCopy.h"
+
+namespace {
+
+constexpr const Char* CopyOfTarget = u"C:\\Recovery\\file.txt";
+
+// Leaves the copy of a save that an editor did not bring to its end.
+class SaveRecoveryTest : public FaultTest {
+protected:
+    void LeaveCopy(const std::u16string& target = Target, const std::string& bytes = "new bytes") {
+        BlockSource source(bytes.data(), bytes.size());
+        SaveCopy copy;
+        ASSERT_EQ(copy.Make(target.c_str(), source), SaveCopy::Outcome::Made);
+    }
+    std::u16string TheCopy() {
+        const auto copies = disk.Names(u"C:\\Recovery\\Copies\\", u".save");
+        EXPECT_EQ(copies.size(), 1u);
+        return copies.empty() ? u"" : u"C:\\Recovery\\Copies\\" + copies[0];
+    }
+};
+
+TEST_F(SaveRecoveryTest, NothingIsTheUsualThing) {
+    SaveRecovery recovery;
+    recovery.Look();
+    EXPECT_TRUE(recovery.IsEmpty());
+}
+
+TEST_F(SaveRecoveryTest, TheUserIsToldWhereTheNewBytesAre) {
+    disk.Write(Target, "half");
+    LeaveCopy();
+    EXPECT_EQ(StartAgain().message, u"S:\\work\\file.txt was not saved completely.\n"
+                                    u"Its new contents are in C:\\Recovery\\file.txt.");
+    EXPECT_EQ(disk.Read(CopyOfTarget), "new bytes");
+    EXPECT_EQ(disk.Read(Target), "half");
+    EXPECT_EQ(StartAgain().message, u"");
+    EXPECT_EQ(disk.Read(CopyOfTarget), "new bytes");
+}
+
+TEST_F(SaveRecoveryTest, UntilTheUserWasToldItIsFoundAgain) {
+    LeaveCopy();
+    {
+        SaveRecovery killed;
+        killed.Look();
+        EXPECT_FALSE(killed.IsEmpty());
+    }
+    EXPECT_EQ(StartAgain().named, u"C:\\Recovery\\2 file.txt");
+}
+
+TEST_F(SaveRecoveryTest, ATakenNameGetsANumber) {
+    disk.Write(CopyOfTarget, "the user's");
+    LeaveCopy();
+    EXPECT_EQ(StartAgain().named, u"C:\\Recovery\\2 file.txt");
+    EXPECT_EQ(disk.Read(CopyOfTarget), "the user's");
+    EXPECT_EQ(disk.Read(u"C:\\Recovery\\2 file.txt"), "new bytes");
+}
+
+TEST_F(SaveRecoveryTest, SeveralAreToldInOneMessage) {
+    LeaveCopy();
+    LeaveCopy(u"S:\\work\\other.txt");
+    const std::u16string message = StartAgain().message;
+    EXPECT_NE(message.find(u"S:\\work\\file.txt was not saved completely.\n"), std::u16string::npos);
+    EXPECT_NE(message.find(u"\nS:\\work\\other.txt was not saved completely.\n"), std::u16string::npos);
+}
+
+TEST_F(SaveRecoveryTest, AFileThatHasTheNewBytesIsNotMentioned) {
+    disk.Write(Target, "new bytes");
+    LeaveCopy();
+    EXPECT_EQ(StartAgain().message, u"");
+    EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{});
+}
+
+TEST_F(SaveRecoveryTest, CopiesOfARunningEditorAreLeftAlone) {
+    BlockSource source("bytes", 5);
+    SaveCopy running;
+    ASSERT_EQ(running.Make(Target, source), SaveCopy::Outcome::Made);
+    EXPECT_EQ(StartAgain().message, u"");
+    EXPECT_EQ(disk.FilesBeside({}).size(), 1u);
+    running.Discard();
+    EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
+}
+
+TEST_F(SaveRecoveryTest, TwoStartsDoNotTellTheSame) {
+    LeaveCopy();
+    SaveRecovery first;
+    first.Look();
+    SaveRecovery second;
+    second.Look();
+    EXPECT_TRUE(second.IsEmpty());
+}
+
+TEST_F(SaveRecoveryTest, WhatIsNoCompleteCopyGoes) {
+    LeaveCopy();
+    const std::u16string path = TheCopy();
+    const std::string whole = disk.Read(path);
+    for (size_t length = 0; length < whole.size(); ++length) {
+        disk.Write(path, whole.substr(0, length));
+        EXPECT_EQ(StartAgain().message, u"") << length;
+        EXPECT_FALSE(disk.Has(path)) << length;
+    }
+    for (size_t at = 0; at < whole.size(); ++at) {
+        std::string damaged = whole;
+        damaged[at] = static_cast<char>(damaged[at] ^ 0x40);
+        disk.Write(path, damaged);
+        EXPECT_EQ(StartAgain().message, u"") << at;
+        const bool isOfANewerProgram = at >= 8 && at < 12;
+        EXPECT_EQ(disk.Has(path), isOfANewerProgram) << at;
+    }
+    disk.Write(path, whole + "more");
+    EXPECT_EQ(StartAgain().message, u"");
+}
+
+TEST_F(SaveRecoveryTest, WithoutRoomTheCopyItselfIsNamedAndStays) {
+    LeaveCopy();
+    const std::u16string path = TheCopy();
+    disk.FailAt(1, FakeDisk::Fault::Full);
+    EXPECT_EQ(StartAgain().named, path);
+    EXPECT_EQ(disk.FilesBeside({path}), std::vector<std::u16string>{});
+    disk.StopFailing();
+    EXPECT_EQ(StartAgain().named, CopyOfTarget);
+}
+
+TEST_F(SaveRecoveryTest, EveryCallThatFailsLeavesTheBytes) {
+    for (const Case& tried : Cases) {
+        bool isReached = true;
+        for (uint64_t number = 1; isReached && number < 100; ++number) {
+            SCOPED_TRACE(std::string(tried.name) + " at call " + std::to_string(number));
+            Reset();
+            disk.Write(Target, "half");
+            LeaveCopy();
+            disk.FailAt(number, tried.fault);
+            const std::u16string first = StartAgain().named;
+            isReached = disk.Calls() >= number;
+            disk.Restart(tried.unflushed);
+            const std::u16string second = StartAgain().named;
+            EXPECT_TRUE((!first.empty() && disk.Holds(first, "new bytes")) ||
+                        (!second.empty() && disk.Holds(second, "new bytes")));
+        }
+    }
+}
+
+} // namespace
