@@ -10,12 +10,11 @@
 void HexEditor::SetDocument(BinaryDocument* newDocument) {
     if (document && document != newDocument) document->ForgetView(this);
     document = newDocument;
-    topRow = 0;
     caret = anchor = 0;
     lowNibble = 0;
     page.Forget();
-    offsetDigits = (1 + HexText::CountDigits(FileSize()) + 1) / 2 * 2;
-    if (document) UpdateScrollBar();
+    viewport.Reset(FileSize());
+    if (document) viewport.UpdateScrollBar();
 }
 
 void HexEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
@@ -25,13 +24,25 @@ void HexEditor::ContentChanged() {
     Invalidate();
 }
 
-void HexEditor::OnAttached() {
-    bars.Forget();
-    bars.Show(ScrollAxis::Horizontal, {0, 1, 0}); // nothing ever scrolls sideways
-    UpdateScrollBar();
+void HexEditor::TellFailedChange() { HostCalls::ShowStatus(surface, u"Failed changing the file"); }
+
+void HexEditor::TellReadOnly() { HostCalls::ShowStatus(surface, u"The file can only be read"); }
+
+// The window.
+
+void HexEditor::WindowAttached() {
+    viewport.ForgetScrollBars();
+    viewport.UpdateScrollBar();
 }
 
-void HexEditor::OnFocus() {
+void HexEditor::LayOut() {
+    if (!surface.HasWindow()) return;
+    viewport.Measure();
+    surface.RenewCaret();
+    UpdateCaret(false);
+}
+
+void HexEditor::FocusGained() {
     if (!document) return;
     ContentChanged(); // by another program, meanwhile
     statusSent = false;
@@ -53,10 +64,10 @@ void HexEditor::MoveTo(uint64_t offset, bool extend) {
     lowNibble = 0;
     if (extend) {
         // Only what lies between the old and the new caret becomes selected or ceases to be.
-        if (caret != oldCaret) InvalidateBytes(oldCaret, caret);
+        if (caret != oldCaret) viewport.InvalidateBytes(oldCaret, caret);
     } else {
         anchor = caret;
-        if (oldAnchor != oldCaret) InvalidateBytes(oldAnchor, oldCaret);
+        if (oldAnchor != oldCaret) viewport.InvalidateBytes(oldAnchor, oldCaret);
     }
     if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
     UpdateCaret(true);
@@ -74,13 +85,26 @@ void HexEditor::SetCaret(uint64_t offset, uint32_t subPosition) {
     if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
 }
 
+void HexEditor::CollapseSelection() {
+    if (HasSelection()) viewport.InvalidateBytes(anchor, caret);
+    anchor = caret;
+}
+
 void HexEditor::ToHighNibble() {
     if (!lowNibble) return;
     lowNibble = 0;
     UpdateCaret(false);
 }
 
-// The status bar.
+void HexEditor::UpdateCaret(bool scrollIntoView) {
+    if (!document || !surface.HasWindow()) return;
+    if (scrollIntoView) viewport.ScrollIntoView(caret);
+    if (surface.HasFocus()) {
+        viewport.ShowCaret(caret, lowNibble);
+        RefreshStatus();
+    }
+    viewport.UpdateScrollBar();
+}
 
 void HexEditor::RefreshStatus() {
     ViewHost* host = surface.Host();
@@ -91,52 +115,4 @@ void HexEditor::RefreshStatus() {
     if (!statusSent) host->SetStatusText(StatusField::Column, nullptr);
     statusSent = true;
     sentCaret = caret;
-}
-
-// Commands.
-
-namespace {
-
-bool WithSelection(const HexEditor& editor) { return editor.HasSelection(); }
-bool Always(const HexEditor&) { return true; }
-bool Never(const HexEditor&) { return false; }
-void Nothing(HexEditor&) {}
-
-struct Command {
-    bool (*isEnabled)(const HexEditor& editor);
-    void (*execute)(HexEditor& editor);
-};
-
-// The frame decides about going to an offset itself.
-constexpr Command Commands[] = {
-    {Never, Nothing}, // bytes are not taken out of a file
-    {WithSelection, [](HexEditor& editor) { editor.Copy(); }},
-    {[](const HexEditor& editor) { return editor.CanPaste(); }, [](HexEditor& editor) { editor.Paste(); }},
-    {Never, Nothing},
-    {Always, [](HexEditor& editor) { editor.SelectAll(); }},
-    {Always, [](HexEditor& editor) { editor.Surface().ShowFindDialog(); }},
-    {Never, Nothing},
-    {Never, [](HexEditor& editor) { editor.Surface().ShowGoToDialog(); }},
-    {Never, Nothing}, // there are no bookmarks
-    {Never, Nothing},
-};
-static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);
-
-// Null for a number that is no command.
-const Command* Find(ViewCommand command) {
-    const auto number = static_cast<uint32_t>(command);
-    return number < ViewCommandCount ? &Commands[number] : nullptr;
-}
-
-} // namespace
-
-bool HexEditor::CanDo(ViewCommand command) const {
-    const Command* found = Find(command);
-    return document && found && found->isEnabled(*this);
-}
-
-bool HexEditor::ExecuteCommand(ViewCommand command) {
-    const Command* found = Find(command);
-    if (found && document) found->execute(*this);
-    return found != nullptr;
 }

@@ -1,13 +1,15 @@
-// The keys of a HexEditor.
+#include "binary/HexKeys.h"
 
+#include "binary/HexClipboard.h"
 #include "binary/HexEditor.h"
+#include "binary/HexFind.h"
 #include "viewbase/ViewKey.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr uint32_t RowBytes = HexEditor::BytesPerRow;
+constexpr uint32_t RowBytes = HexViewport::BytesPerRow;
 
 // What a key press is about to work on.
 struct KeyPress {
@@ -20,7 +22,10 @@ struct KeyPress {
     // The first byte of the caret's row.
     uint64_t RowStart() const { return caret - caret % RowBytes; }
     uint64_t LastByte() const { return fileSize ? fileSize - 1 : 0; }
-    uint32_t PageRows() const { return static_cast<uint32_t>(editor.VisibleLines() > 0 ? editor.VisibleLines() : 1); }
+    uint32_t PageRows() const {
+        const int32_t rows = editor.Viewport().VisibleRows();
+        return static_cast<uint32_t>(rows > 0 ? rows : 1);
+    }
 };
 
 // Up and down by rows, but not beyond the first and the last one; the column is kept where it can be.
@@ -42,6 +47,10 @@ void RowEnd(const KeyPress& press) {
     press.Move(std::min(press.RowStart() + RowBytes - 1, press.LastByte()));
 }
 
+template <DocumentCommand Kind> void Document(const KeyPress& press) {
+    press.editor.GetBinaryDocument()->DoCommand(Kind);
+}
+
 struct KeyBinding {
     uint32_t key;
     bool needsCtrl; // else it works with and without
@@ -57,17 +66,17 @@ constexpr KeyBinding Bindings[] = {
     {ViewKey::Up, false, [](const KeyPress& press) { MoveUp(press, 1); }},
     {ViewKey::Right, false, [](const KeyPress& press) { press.Move(press.caret + 1); }},
     {ViewKey::Down, false, [](const KeyPress& press) { MoveDown(press, 1); }},
-    {ViewKey::F3, false, [](const KeyPress& press) { press.editor.FindNext(press.shift); }},
+    {ViewKey::F3, false, [](const KeyPress& press) { HexFind::FindNext(press.editor, press.shift); }},
     {u'A', true, [](const KeyPress& press) { press.editor.SelectAll(); }},
-    {u'C', true, [](const KeyPress& press) { press.editor.Copy(); }},
+    {u'C', true, [](const KeyPress& press) { HexClipboard::Copy(press.editor); }},
     {u'F', true, [](const KeyPress& press) { press.editor.Surface().ShowFindDialog(); }},
     {u'G', true,
      [](const KeyPress& press) {
          if (!press.shift) press.editor.Surface().ShowGoToDialog();
      }},
-    {u'V', true, [](const KeyPress& press) { press.editor.Paste(); }},
-    {u'Y', true, [](const KeyPress& press) { press.editor.Redo(); }},
-    {u'Z', true, [](const KeyPress& press) { press.editor.Undo(); }},
+    {u'V', true, [](const KeyPress& press) { HexClipboard::Paste(press.editor); }},
+    {u'Y', true, Document<DocumentCommand::Redo>},
+    {u'Z', true, Document<DocumentCommand::Undo>},
 };
 
 // 1 to 6 on the keypad have the codes of the letters a to f, and have always counted as digits here, the
@@ -78,16 +87,16 @@ bool IsDigitKey(uint32_t key) {
 
 } // namespace
 
-void HexEditor::OnKeyDown(uint32_t key) {
-    if (!document) return;
+void HexKeys::Press(HexEditor& editor, uint32_t key) {
+    const EditorSurface& surface = editor.Surface();
     const bool ctrl = surface.IsCtrlDown();
     const bool shift = surface.IsShiftDown();
-    if (!IsDigitKey(key) || ctrl || shift) ToHighNibble();
+    if (!IsDigitKey(key) || ctrl || shift) editor.ToHighNibble();
     // AltGr, which arrives as both, is on its way to a character.
     const bool runsCommands = ctrl && !surface.IsAltDown();
     for (const KeyBinding& binding : Bindings) {
         if (binding.key != key || (binding.needsCtrl && !runsCommands)) continue;
-        binding.handle({*this, shift, caret, FileSize()});
+        binding.handle({editor, shift, editor.Caret(), editor.FileSize()});
         return;
     }
 }

@@ -11,11 +11,11 @@ bool HexRows::Begin(HexEditor& hexEditor, int32_t updateTop, int32_t updateBotto
     lineHeight = editor->Surface().Metrics().lineHeight;
     if (!editor->GetBinaryDocument() || lineHeight <= 0) return false;
     std::fill_n(advances, RowCharacters, charWidth);
-    topRow = editor->TopRow();
+    topRow = editor->Viewport().TopRow();
     const bool all = updateBottom <= updateTop;
     const auto rowAt = [this](int32_t y) { return topRow + static_cast<uint32_t>(std::max(y, 0) / lineHeight); };
     nextRow = all ? topRow : rowAt(updateTop);
-    lastRow = all ? topRow + static_cast<uint32_t>(editor->VisibleLines()) : rowAt(updateBottom - 1);
+    lastRow = all ? topRow + static_cast<uint32_t>(editor->Viewport().VisibleRows()) : rowAt(updateBottom - 1);
     return true;
 }
 
@@ -24,10 +24,10 @@ bool HexRows::Next(RowPicture& row) {
     row = RowPicture();
     row.top = static_cast<int32_t>(nextRow - topRow) * lineHeight;
     row.fill = settings.TextBg;
-    row.pastEnd = nextRow >= editor->RowCount();
+    row.pastEnd = nextRow >= editor->Viewport().RowCount();
     if (!row.pastEnd) {
         AddNumber(row);
-        AddBytes(row, nextRow * HexEditor::BytesPerRow);
+        AddBytes(row, nextRow * HexViewport::BytesPerRow);
     }
     ++nextRow;
     return true;
@@ -37,8 +37,8 @@ bool HexRows::Next(RowPicture& row) {
 // before them.
 void HexRows::AddNumber(RowPicture& row) {
     constexpr uint32_t Digits = HexText::MinOffsetDigits;
-    const uint32_t width = editor->OffsetDigits();
-    const auto low = static_cast<uint32_t>(nextRow * HexEditor::BytesPerRow);
+    const uint32_t width = editor->Viewport().OffsetDigits();
+    const auto low = static_cast<uint32_t>(nextRow * HexViewport::BytesPerRow);
     const uint32_t blanks = width > Digits ? width - Digits : 0;
     std::fill_n(number, blanks, u' ');
     Char digits[Digits];
@@ -62,17 +62,17 @@ void HexRows::AddBytes(RowPicture& row, uint64_t offset) {
     constexpr uint32_t PerByte = 3;
     uint32_t count = 0;
     const uint8_t* bytes = editor->Page().BytesAt(*editor->GetBinaryDocument(), offset, count);
-    count = std::min(count, HexEditor::BytesPerRow);
+    count = std::min(count, HexViewport::BytesPerRow);
     runCount = 0;
-    std::fill_n(text, HexEditor::TextColumn, u' ');
+    std::fill_n(text, HexViewport::TextColumn, u' ');
     for (uint32_t i = 0; i < count; ++i) {
         HexText::PutDigits(text + size_t{i} * PerByte, bytes[i], 2);
-        text[HexEditor::TextColumn + i] = HexText::ShownAs(bytes[i]);
+        text[HexViewport::TextColumn + i] = HexText::ShownAs(bytes[i]);
         AddRun(i * PerByte, i + 1 < count ? PerByte : PerByte - 1, ColoursOf(offset + i));
     }
     const uint32_t hexEnd = count ? count * PerByte - 1 : 0;
-    AddRun(hexEnd, HexEditor::TextColumn - hexEnd, {settings.TextFg, settings.TextBg});
-    for (uint32_t i = 0; i < count; ++i) AddRun(HexEditor::TextColumn + i, 1, ColoursOf(offset + i));
+    AddRun(hexEnd, HexViewport::TextColumn - hexEnd, {settings.TextFg, settings.TextBg});
+    for (uint32_t i = 0; i < count; ++i) AddRun(HexViewport::TextColumn + i, 1, ColoursOf(offset + i));
     row.runs = runs;
     row.runCount = runCount;
     row.text = text;
@@ -89,6 +89,6 @@ void HexRows::AddRun(uint32_t start, uint32_t count, const Colours& colours) {
         last->width += width;
         return;
     }
-    const int32_t x = editor->TextLeft() + static_cast<int32_t>(start) * charWidth;
+    const int32_t x = editor->Viewport().TextLeft() + static_cast<int32_t>(start) * charWidth;
     runs[runCount++] = {start, count, x, width, colours.foreground, colours.background, RunKind::Text};
 }

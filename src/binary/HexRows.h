@@ -14,13 +14,13 @@ public:
     // when there is nothing to paint (no document, no font).
     bool Begin(HexEditor& hexEditor, int32_t updateTop, int32_t updateBottom);
     bool Next(RowPicture& row) override;
-    int32_t GutterWidth() const override { return editor->GutterWidth(); }
-    int32_t MarginRight() const override { return editor->TextLeft(); }
+    int32_t GutterWidth() const override { return editor->Viewport().GutterWidth(); }
+    int32_t MarginRight() const override { return editor->Viewport().TextLeft(); }
 
 private:
-    static constexpr uint32_t RowCharacters = HexEditor::TextColumn + HexEditor::BytesPerRow;
+    static constexpr uint32_t RowCharacters = HexViewport::TextColumn + HexViewport::BytesPerRow;
     // Each byte at most one run in either column, and the gap between the columns.
-    static constexpr uint32_t MaxRuns = 2 * HexEditor::BytesPerRow + 1;
+    static constexpr uint32_t MaxRuns = 2 * HexViewport::BytesPerRow + 1;
     static constexpr uint32_t NumberCapacity = 32;
 
     struct Colours {

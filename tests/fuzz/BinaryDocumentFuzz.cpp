@@ -85,8 +85,8 @@ public:
         shown = TestHexView::Create(*document);
         Require(shown);
         shown->surface.SetSize(800, 160);
-        shown->editor.OnSize(false);
-        shown->editor.OnAttached();
+        shown->input.OnSize(false);
+        shown->input.OnAttached();
         shown->surface.TakeFocus();
     }
     ~Session() {
@@ -183,16 +183,16 @@ void Session::Keyboard() {
     shown->surface.shift = in.Byte() & 1;
     shown->surface.clipboardHasText = true;
     shown->surface.clipboard = in.Byte() & 1 ? u"0a 0B 41" : u"no digits";
-    shown->editor.OnKeyDown(Keys[in.Byte() % std::size(Keys)]);
-    shown->editor.OnChar(static_cast<Char>(u'0' + in.Byte() % 60));
+    shown->input.OnKeyDown(Keys[in.Byte() % std::size(Keys)]);
+    shown->input.OnChar(static_cast<Char>(u'0' + in.Byte() % 60));
     if (!isDamaged) content = Content(); // what the keys do is compared with a model elsewhere
 }
 
 void Session::Paint() {
-    shown->editor.ScrollToRow(in.Word());
+    shown->editor.Viewport().ScrollTo(in.Word());
     const ClientPoint point = {static_cast<int32_t>(in.Word()) - 3000, static_cast<int32_t>(in.Word()) - 3000};
-    shown->editor.Drag().OnLeftButtonDown(point, (in.Byte() & 1) != 0);
-    shown->editor.Drag().OnLeftButtonUp();
+    shown->input.Drag().OnLeftButtonDown(point, (in.Byte() & 1) != 0);
+    shown->input.Drag().OnLeftButtonUp();
     const auto top = static_cast<int32_t>(in.Byte());
     if (!rows.Begin(shown->editor, top, top + static_cast<int32_t>(in.Byte()))) return;
     uint32_t checksum = 0;

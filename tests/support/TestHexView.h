@@ -1,15 +1,16 @@
 #pragma once
 
-#include "binary/HexEditor.h"
+#include "binary/HexInput.h"
 #include "support/FakeSurface.h"
 
 // A window and its hex editor, as a document makes and destroys them.
 struct TestHexView {
     FakeSurface surface;
     HexEditor editor{surface};
+    HexInput input{editor};
 
     TestHexView() {
-        surface.editor = &editor;
+        surface.editor = &input;
         surface.destroy = [this] { delete this; };
     }
     ~TestHexView() {

@@ -165,7 +165,7 @@ TEST_F(HexFileTest, AFileThatMayOnlyBeReadIsShownAndNeverWritten) {
     const ClipboardItem digits = {ClipboardFormat::UnicodeText, u"4142", 5 * sizeof(Char)};
     ASSERT_TRUE(Clipboard::Write(main->Window(), &digits, 1));
     Type(L"41");
-    editor->Paste();
+    HexClipboard::Paste(*editor);
     EXPECT_EQ(Content(), content);
     EXPECT_EQ(editor->Caret(), 0u);
     EXPECT_TRUE(TitleShows(false));

@@ -3,6 +3,8 @@
 #include "CallCounter.h"
 #include "OwnFrameTest.h"
 #include "app/OpenFiles.h"
+#include "binary/HexClipboard.h"
+#include "binary/HexTyping.h"
 #include "binary/win32/HexView.h"
 #include "resource.h"
 #include "support/ScratchFolder.h"

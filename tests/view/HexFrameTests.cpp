@@ -47,11 +47,11 @@ protected:
         Command(IDM_FIND);
     }
     void DragFrom(HWND pane) const {
-        SendMessageW(pane, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(editor->TextLeft(), 0));
+        SendMessageW(pane, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(editor->Viewport().TextLeft(), 0));
         ASSERT_EQ(GetCapture(), pane);
     }
     void MoveMouse(HWND pane) const {
-        SendMessageW(pane, WM_MOUSEMOVE, 0, MAKELPARAM(editor->TextLeft(), 2 * LineHeight()));
+        SendMessageW(pane, WM_MOUSEMOVE, 0, MAKELPARAM(editor->Viewport().TextLeft(), 2 * LineHeight()));
         SendMessageW(pane, WM_TIMER, 1, 0);
     }
 };
@@ -137,8 +137,8 @@ TEST_F(HexPanesTest, WhatWasTypedInAPaneThatIsClosedCanBeUndone) {
     Open("0123456789");
     Command(IDM_SPLIT_VERTICALLY);
     ASSERT_EQ(Views().size(), 2u);
-    Views()[0]->TypeHexDigit(u'4');
-    Views()[1]->TypeHexDigit(u'5');
+    HexTyping::Type(*Views()[0], u'4');
+    HexTyping::Type(*Views()[1], u'5');
     Command(IDM_CLOSE_PANE);
     ASSERT_EQ(Panes().size(), 1u);
     Command(IDM_UNDO);

@@ -1,5 +1,6 @@
 #include "TextViewTest.h"
 #include "WheelScreen.h"
+#include "binary/HexTyping.h"
 #include "binary/win32/HexView.h"
 #include "support/ScratchFolder.h"
 
@@ -39,9 +40,10 @@ protected:
         return Picture(hex->GetWindow());
     }
     HexEditor& Bytes() const { return hex->Editor(); }
+    void Type(Char digit) const { HexTyping::Type(Bytes(), digit); }
     // Where a character of the hex column starts, and the first pixel of a row.
-    int HexX(int column) const { return Bytes().TextLeft() + column * Average(); }
-    int TextX(int at) const { return HexX(static_cast<int>(HexEditor::TextColumn) + at); }
+    int HexX(int column) const { return Bytes().Viewport().TextLeft() + column * Average(); }
+    int TextX(int at) const { return HexX(static_cast<int>(HexViewport::TextColumn) + at); }
     int Y(int row) const { return row * LineHeight(); }
     // Whether a cell of one row has pixels of the colour.
     bool Has(const Picture& picture, Colour colour, int left, int right, int row) const {
@@ -70,7 +72,7 @@ TEST_F(HexPaintTest, TheColumnsStandBesideEachOther) {
                 u"MarginWidth=20");
     ShowFile(std::string(40, 'H')); // an offset column of four characters
     const Picture picture = Shot();
-    EXPECT_EQ(Bytes().TextLeft(), 4 * Average() + 20);
+    EXPECT_EQ(Bytes().Viewport().TextLeft(), 4 * Average() + 20);
     EXPECT_TRUE(Has(picture, Red, 0, 4 * Average(), 0));
     EXPECT_TRUE(Has(picture, Green, 0, 4 * Average(), 0));
     EXPECT_TRUE(IsAll(picture, Blue, 4 * Average(), 4 * Average() + 20, 0));
@@ -87,7 +89,7 @@ TEST_F(HexPaintTest, TheColumnsStandBesideEachOther) {
 TEST_F(HexPaintTest, TheOffsetIsRightAligned) {
     UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#ffffff\nTextFg=#ff0000\nTextBg=#ffffff");
     ShowFile(std::string(0x1200, '\xAB')); // six characters: the last six of ten digits
-    Bytes().ScrollToRow(0x11A);
+    Bytes().Viewport().ScrollTo(0x11A);
     const Picture picture = Shot();
     // The row's offset is 0x11A0; the A looks like that of the bytes.
     EXPECT_EQ(Glyph(picture, 4 * Average(), 0), Glyph(picture, HexX(0), 0));
@@ -104,9 +106,9 @@ TEST_F(HexPaintTest, APartlyFilledRowAndTheRowsAfterItAreEmpty) {
     EXPECT_TRUE(IsAll(picture, Sand, HexX(2), TextX(0), 1));
     EXPECT_TRUE(Has(picture, 0, TextX(0), TextX(1), 1));
     EXPECT_TRUE(IsAll(picture, Sand, TextX(1), TextX(16), 1));
-    EXPECT_TRUE(Has(picture, Green, 0, Bytes().GutterWidth(), 1));
-    EXPECT_TRUE(IsAll(picture, Sand, 0, Bytes().GutterWidth(), 2));
-    EXPECT_TRUE(IsAll(picture, Blue, Bytes().GutterWidth(), Bytes().TextLeft(), 2));
+    EXPECT_TRUE(Has(picture, Green, 0, Bytes().Viewport().GutterWidth(), 1));
+    EXPECT_TRUE(IsAll(picture, Sand, 0, Bytes().Viewport().GutterWidth(), 2));
+    EXPECT_TRUE(IsAll(picture, Blue, Bytes().Viewport().GutterWidth(), Bytes().Viewport().TextLeft(), 2));
     EXPECT_TRUE(IsAll(picture, Sand, HexX(0), TextX(16), 2));
 }
 
@@ -114,7 +116,7 @@ TEST_F(HexPaintTest, AnEmptyFileShowsNoRows) {
     UseSettings(u"TextBg=#ffffc0\nLineNumBg=#00ff00");
     ShowFile("");
     const Picture picture = Shot();
-    EXPECT_TRUE(IsAll(picture, Sand, 0, Bytes().GutterWidth(), 0));
+    EXPECT_TRUE(IsAll(picture, Sand, 0, Bytes().Viewport().GutterWidth(), 0));
     EXPECT_TRUE(IsAll(picture, Sand, HexX(0), TextX(16), 0));
 }
 
@@ -124,7 +126,7 @@ TEST_F(HexPaintTest, ModifiedBytesShowInTheirColourUntilTheyAreAsInTheFile) {
     const Picture untouched = Shot();
     EXPECT_FALSE(untouched.Has(Red, 0, 0, TextX(16), Y(5)));
     Bytes().GoTo(18);
-    Bytes().TypeHexDigit(u'5');
+    Type(u'5');
     const Picture modified = Shot();
     EXPECT_TRUE(Has(modified, Red, HexX(6), HexX(8), 1));
     EXPECT_TRUE(Has(modified, Green, HexX(6), HexX(8), 1));
@@ -133,18 +135,18 @@ TEST_F(HexPaintTest, ModifiedBytesShowInTheirColourUntilTheyAreAsInTheFile) {
     EXPECT_FALSE(Has(modified, Green, HexX(9), TextX(2), 1));
     EXPECT_FALSE(Has(modified, Green, HexX(0), TextX(16), 0));
     Bytes().GoTo(18);
-    Bytes().TypeHexDigit(u'4'); // 0x48 again
+    Type(u'4'); // 0x48 again
     EXPECT_TRUE(Shot() == untouched);
-    Bytes().Undo();
+    file->DoCommand(DocumentCommand::Undo);
     EXPECT_FALSE(Shot() == untouched);
-    Bytes().Undo();
+    file->DoCommand(DocumentCommand::Undo);
     EXPECT_TRUE(Shot() == untouched);
 }
 
 TEST_F(HexPaintTest, SavedBytesShowInTheNormalColour) {
     UseSettings(u"BinFg=#ff0000\nBinBg=#00ff00");
     ShowFile(std::string(40, 'H'));
-    Bytes().TypeHexDigit(u'5');
+    Type(u'5');
     EXPECT_TRUE(Shot().Has(Green, HexX(0), 0, HexX(2), LineHeight()));
     ASSERT_TRUE(file->Save(nullptr, 0, 0));
     EXPECT_FALSE(Shot().Has(Green, HexX(0), 0, HexX(2), LineHeight()));
@@ -154,7 +156,7 @@ TEST_F(HexPaintTest, TheSelectionShowsInBothColumnsAndBeforeModifiedBytes) {
     UseSettings(u"TextBg=#ffffc0\nSelFg=#0000ff\nSelBg=#ffffff\nBinFg=#ff0000\nBinBg=#00ff00");
     ShowFile(std::string(40, 'H'));
     Bytes().GoTo(3);
-    Bytes().TypeHexDigit(u'5');
+    Type(u'5');
     Bytes().SelectBytes(2, 18);
     const Picture picture = Shot();
     EXPECT_FALSE(picture.Has(Green, 0, 0, TextX(16), Y(5)));
@@ -184,7 +186,7 @@ TEST_F(HexPaintTest, DrawnStraightThePictureIsTheSame) {
     UseSettings(u"RenderType=0");
     ShowFile(std::string(1000, 'H'));
     Bytes().GoTo(20);
-    Bytes().TypeHexDigit(u'5');
+    Type(u'5');
     Bytes().SelectBytes(40, 60);
     const Picture buffered = Shot();
     settings.RenderType = 2;
@@ -194,7 +196,7 @@ TEST_F(HexPaintTest, DrawnStraightThePictureIsTheSame) {
 TEST_F(HexPaintTest, ARepaintedStripGivesTheSamePicture) {
     UseSettings(u"");
     ShowFile(std::string(1000, 'H'));
-    Bytes().ScrollToRow(3);
+    Bytes().Viewport().ScrollTo(3);
     const Picture whole = Shot();
     const RECT strip = {0, 37, WindowWidth, 90};
     InvalidateRect(hex->GetWindow(), &strip, TRUE);
@@ -209,13 +211,13 @@ TEST_F(HexPaintTest, ScrollingMovesThePicture) {
     ShowFile(bytes);
     const Picture top = Shot();
     SendMessageW(hex->GetWindow(), WM_VSCROLL, SB_LINEDOWN, 0);
-    EXPECT_EQ(Bytes().TopRow(), 1u);
+    EXPECT_EQ(Bytes().Viewport().TopRow(), 1u);
     const Picture moved = Shot();
     EXPECT_EQ(Glyph(top, TextX(0), 1), Glyph(moved, TextX(0), 0));
     SendMessageW(hex->GetWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
     UINT lines = 3;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
-    EXPECT_EQ(Bytes().TopRow(), 1u + lines);
+    EXPECT_EQ(Bytes().Viewport().TopRow(), 1u + lines);
 }
 
 TEST_F(HexPaintTest, TheScrollBarCountsRows) {
@@ -227,7 +229,7 @@ TEST_F(HexPaintTest, TheScrollBarCountsRows) {
     ASSERT_TRUE(GetScrollInfo(hex->GetWindow(), SB_VERT, &info));
     EXPECT_EQ(info.nMin, 0);
     EXPECT_EQ(info.nMax, 101);
-    EXPECT_EQ(static_cast<int>(info.nPage), Bytes().VisibleLines());
+    EXPECT_EQ(static_cast<int>(info.nPage), Bytes().Viewport().VisibleRows());
     EXPECT_EQ(info.nPos, 0);
     // Sideways nothing can be scrolled, and the bar shows that.
     SCROLLBARINFO bar = {};
@@ -298,9 +300,9 @@ TEST_F(HexPaintTest, AWheelSetToScreensScrollsByTheVisibleRows) {
     const WheelScreen wheel;
     ASSERT_TRUE(wheel.IsSet());
     SendMessageW(hex->GetWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
-    EXPECT_EQ(Bytes().TopRow(), static_cast<uint64_t>(Bytes().VisibleLines()));
+    EXPECT_EQ(Bytes().Viewport().TopRow(), static_cast<uint64_t>(Bytes().Viewport().VisibleRows()));
     SendMessageW(hex->GetWindow(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
-    EXPECT_EQ(Bytes().TopRow(), 0u);
+    EXPECT_EQ(Bytes().Viewport().TopRow(), 0u);
 }
 
 TEST_F(HexPaintTest, KeysAndCharactersReachTheEditor) {
@@ -328,7 +330,7 @@ TEST_F(HexPaintTest, LinesAndBookmarksMeanNothing) {
 TEST_F(HexPaintTest, ADoubleClickDoesNothing) {
     UseSettings(u"");
     ShowFile("HHHH");
-    SendMessageW(hex->GetWindow(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(Bytes().TextLeft() + 1, 1));
+    SendMessageW(hex->GetWindow(), WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(Bytes().Viewport().TextLeft() + 1, 1));
     EXPECT_FALSE(Bytes().HasSelection());
 }
 
@@ -349,7 +351,7 @@ TEST_F(HexPaintTest, AViewWithoutAWindowIsNoFault) {
     DocumentView* made = file->CreateView(nullptr);
     ASSERT_NE(made, nullptr);
     auto& editor = static_cast<HexView*>(made->AsView())->Editor();
-    editor.TypeHexDigit(u'4');
+    HexTyping::Type(editor, u'4');
     editor.GoTo(3);
     editor.SelectAll();
     editor.Invalidate();

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "binary/HexEditor.h"
+#include "binary/HexFind.h"
+#include "binary/HexInput.h"
 #include "binary/HexRows.h"
 #include "viewbase/win32/EditorWindow.h"
 
@@ -21,18 +22,19 @@ public:
 
     // View.
     Document* GetDocument() const override { return editor.GetBinaryDocument(); }
-    bool IsCommandEnabled(ViewCommand command) const override { return editor.CanDo(command); }
-    bool ExecuteCommand(ViewCommand command) override { return editor.ExecuteCommand(command); }
-    bool FindNext(bool backward, uint32_t) override { return editor.FindNext(backward); }
+    bool IsCommandEnabled(ViewCommand command) const override { return input.IsCommandEnabled(command); }
+    bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }
+    bool FindNext(bool backward, uint32_t) override { return HexFind::FindNext(editor, backward); }
 
     // EditorSurface.
     void ShowFindDialog() override;
     void ShowGoToDialog() override;
 
 protected:
-    EditorInput& Input() override { return editor; }
+    EditorInput& Input() override { return input; }
 
 private:
     HexEditor editor{*this};
+    HexInput input{editor};
     HexRows rows;
 };

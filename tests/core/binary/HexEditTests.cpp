@@ -14,12 +14,8 @@ struct HexEdit : HexViewTest {
     void Truncate(uint64_t size) const { std::filesystem::resize_file(file->folder.File("file.bin"), size); }
     std::u16string Copied() {
         surface().clipboard.clear();
-        view().Copy();
+        Copy();
         return surface().clipboard;
-    }
-    void Paste(const std::u16string& text) {
-        SetClipboard(text);
-        view().Paste();
     }
 };
 
@@ -42,16 +38,16 @@ std::u16string HexOf(const std::string& bytes) {
 // its high nibble; undo twice restores 00."
 TEST_F(HexEdit, TwoDigitsFillAByteAndMoveToTheNextOne) {
     Show(std::string(1, '\0'));
-    view().TypeHexDigit(u'4');
+    input().OnChar(u'4');
     EXPECT_EQ(Content(), "\x40");
     EXPECT_EQ(Caret(), (Two{0, 1}));
-    view().TypeHexDigit(u'1');
+    input().OnChar(u'1');
     EXPECT_EQ(Content(), "\x41");
     EXPECT_EQ(Caret(), (Two{1, 0}));
-    view().Undo();
+    Undo();
     EXPECT_EQ(Content(), "\x40");
     EXPECT_EQ(Caret(), (Two{0, 1}));
-    view().Undo();
+    Undo();
     EXPECT_EQ(Content(), std::string(1, '\0'));
     EXPECT_EQ(Caret(), (Two{0, 0}));
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
@@ -67,7 +63,7 @@ TEST_F(HexEdit, EveryOtherCharacterIsIgnored) {
     Show("xyz");
     for (uint32_t c = 1; c < 0x10000; ++c) {
         const bool isDigit = (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
-        if (!isDigit) view().OnChar(static_cast<Char>(c));
+        if (!isDigit) input().OnChar(static_cast<Char>(c));
     }
     EXPECT_EQ(Content(), "xyz");
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
@@ -76,7 +72,7 @@ TEST_F(HexEdit, EveryOtherCharacterIsIgnored) {
 // "A 0-byte file shows no rows and ignores typing."
 TEST_F(HexEdit, AnEmptyFileIgnoresTyping) {
     Show("");
-    EXPECT_EQ(view().RowCount(), 0u);
+    EXPECT_EQ(view().Viewport().RowCount(), 0u);
     Type(u"41");
     EXPECT_EQ(Content(), "");
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
@@ -94,7 +90,7 @@ TEST_F(HexEdit, TypingStopsAtTheEndOfTheFile) {
 TEST_F(HexEdit, AReadOnlyDocumentSaysThatItIgnoresTypingAndPasting) {
     Show("xyz");
     MakeReadOnly();
-    view().OnChar(u'g'); // which no file takes
+    input().OnChar(u'g'); // which no file takes
     EXPECT_EQ(Status(StatusField::Message), u"");
     Type(u"41");
     EXPECT_EQ(std::exchange(host().status[StatusField::Message], u""), u"The file can only be read");
@@ -117,16 +113,17 @@ TEST_F(HexEdit, TypingRepaintsEveryViewAndScrollsTheOwnOneToTheCaret) {
     TestHexView* other = TestHexView::Create(**file);
     other->editor.GoTo(50);
     other->surface.ForgetCalls();
-    view().OnScroll(ScrollAxis::Vertical, ScrollRequest::Maximum, 0);
+    input().OnScroll(ScrollAxis::Vertical, ScrollRequest::Maximum, 0);
     surface().ForgetCalls();
-    view().TypeHexDigit(u'1');
-    EXPECT_EQ(view().TopRow(), 0u);
+    input().OnChar(u'1');
+    EXPECT_EQ(view().Viewport().TopRow(), 0u);
     EXPECT_GE(surface().allInvalidations, 1);
     EXPECT_EQ(other->surface.allInvalidations, 1);
     EXPECT_EQ(other->editor.Caret(), 50u);
     // Undone from the other view, the edit still moves the caret of its own.
     view().GoTo(1000);
-    other->editor.Undo();
+    other->surface.ctrl = true;
+    other->input.OnKeyDown(u'Z');
     EXPECT_EQ(Caret(), (Two{0, 0}));
     EXPECT_EQ(other->editor.Caret(), 50u);
 }
@@ -134,9 +131,9 @@ TEST_F(HexEdit, TypingRepaintsEveryViewAndScrollsTheOwnOneToTheCaret) {
 TEST_F(HexEdit, AClosedViewIsForgotten) {
     Show(std::string(100, 'x'));
     TestHexView* other = TestHexView::Create(**file);
-    other->editor.TypeHexDigit(u'1');
+    other->input.OnChar(u'1');
     other->editor.Destroy();
-    view().Undo();
+    Undo();
     EXPECT_EQ(Content(), std::string(100, 'x'));
     EXPECT_EQ(Caret(), (Two{0, 0}));
 }
@@ -146,7 +143,7 @@ TEST_F(HexEdit, TheFrameHearsOfTheChange) {
     const int before = host().documentChanges;
     Type(u"1");
     EXPECT_EQ(host().documentChanges, before + 1);
-    view().Undo();
+    Undo();
     EXPECT_EQ(host().documentChanges, before + 2);
 }
 
@@ -183,9 +180,9 @@ TEST_F(HexEdit, WithoutASelectionNothingIsCopied) {
 TEST_F(HexEdit, ASelectionTooLargeForTheClipboardIsRefused) {
     if (!ShowEmpty(uint64_t{1} << 40)) GTEST_SKIP() << "no room for a sparse file";
     view().SelectAll();
-    view().Copy();
+    Copy();
     view().SelectBytes(0, 1431655765); // one byte more than 2^32 - 2 characters hold
-    view().Copy();
+    Copy();
     EXPECT_TRUE(surface().written.empty());
     EXPECT_EQ(host().messages, std::vector<std::u16string>(2, u"Failed copying to clipboard"));
 }
@@ -210,10 +207,10 @@ TEST_F(HexEdit, PasteOverwritesAtTheCaret) {
     Paste(u" 41 4243\t44");
     EXPECT_EQ(Content(), "01ABCD6789");
     EXPECT_EQ(Caret(), (Two{6, 0}));
-    view().Undo(); // one step
+    Undo(); // one step
     EXPECT_EQ(Content(), "0123456789");
     EXPECT_EQ(Caret(), (Two{2, 0}));
-    view().Redo();
+    Redo();
     EXPECT_EQ(Content(), "01ABCD6789");
     EXPECT_EQ(Caret(), (Two{6, 0}));
 }
@@ -224,7 +221,7 @@ TEST_F(HexEdit, PasteKeepsTheNibbleOfTheCaret) {
     Paste(u"4142");
     EXPECT_EQ(Content(), "01AB456789");
     EXPECT_EQ(Caret(), (Two{4, 1}));
-    view().Undo();
+    Undo();
     EXPECT_EQ(Caret(), (Two{2, 1}));
     SetClipboard(u"58");
     Ctrl(u'V'); // the key has put it back on the high nibble
@@ -240,7 +237,7 @@ TEST_F(HexEdit, PasteStopsAtTheEndOfTheFile) {
     EXPECT_EQ(Caret(), (Two{10, 0}));
     Paste(u"45");
     EXPECT_EQ(Content(), "01234567AB");
-    view().Undo();
+    Undo();
     EXPECT_EQ(Content(), "0123456789");
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
 }
@@ -249,7 +246,7 @@ TEST_F(HexEdit, PasteOfWhatIsNoBytesDoesNothing) {
     Show("0123456789");
     for (const char16_t* text : {u"", u"  ", u"4", u"xyz", u"41 42 g0", u"0x41", u"4\n1"}) Paste(text);
     surface().clipboardHasText = false;
-    view().Paste();
+    Paste();
     EXPECT_EQ(Content(), "0123456789");
     EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
 }
@@ -261,7 +258,7 @@ TEST_F(HexEdit, LineBreaksInWhatIsPastedAreBlanks) {
 }
 
 TEST_F(HexEdit, PasteIsOfferedWhenItWouldChangeBytes) {
-    const auto offered = [this] { return view().CanDo(ViewCommand::Paste); };
+    const auto offered = [this] { return input().IsCommandEnabled(ViewCommand::Paste); };
     Show("xyz");
     EXPECT_FALSE(offered()); // nothing is on the clipboard
     for (const char16_t* text : {u"", u" \n", u"4", u"text"}) {
@@ -292,9 +289,9 @@ TEST_F(HexEdit, APasteReachesOverPages) {
 TEST_F(HexEdit, WhatIsCopiedCanBePasted) {
     Show(Pattern(256));
     view().SelectBytes(0, 100);
-    view().Copy();
+    Copy();
     view().GoTo(150);
-    view().Paste();
+    Paste();
     EXPECT_EQ(Content().substr(150, 100), Content().substr(0, 100));
 }
 
@@ -319,7 +316,7 @@ TEST_F(HexEdit, AByteThatCannotBeReadIsNotChanged) {
     Show(std::string(40000, 'x'));
     Truncate(100);
     view().GoTo(30000);
-    view().TypeHexDigit(u'1');
+    input().OnChar(u'1');
     EXPECT_EQ(Status(StatusField::Message), u"Failed changing the file");
     host().status[StatusField::Message] = u"";
     Paste(u"41");
@@ -350,7 +347,7 @@ TEST_F(HexEdit, EveryAllocationOfAnEditFailsInTurn) {
         return FailEachAllocation([&] {
             const std::string before = [this] {
                 const FailurePause pause;
-                while ((*file)->CanDo(DocumentCommand::Undo)) view().Undo();
+                while ((*file)->CanDo(DocumentCommand::Undo)) Undo();
                 view().GoTo(1000);
                 host().status[StatusField::Message] = u"";
                 return Content();
@@ -364,8 +361,8 @@ TEST_F(HexEdit, EveryAllocationOfAnEditFailsInTurn) {
             return done;
         });
     };
-    EXPECT_GE(step([this] { view().TypeHexDigit(u'1'); }, "\x18x"), 1u);
-    EXPECT_GE(step([this] { view().Paste(); }, "AB"), 2u);
+    EXPECT_GE(step([this] { input().OnChar(u'1'); }, "\x18x"), 1u);
+    EXPECT_GE(step([this] { Paste(); }, "AB"), 2u);
 }
 
 TEST_F(HexEdit, ABytePastWhichThePageCannotBeReadIsNotChanged) {
@@ -374,7 +371,7 @@ TEST_F(HexEdit, ABytePastWhichThePageCannotBeReadIsNotChanged) {
     for (const uint64_t offset : {40000u, 40960u}) {
         host().status[StatusField::Message] = u"";
         view().GoTo(offset);
-        view().TypeHexDigit(u'1');
+        input().OnChar(u'1');
         EXPECT_EQ(Status(StatusField::Message), u"Failed changing the file");
         EXPECT_EQ(Caret(), (Two{offset, 0}));
     }
@@ -386,7 +383,7 @@ TEST_F(HexEdit, CopyWithoutMemoryCopiesNothing) {
     view().SelectAll();
     const uint64_t failures = FailEachAllocation([this] {
         surface().written.clear();
-        view().Copy();
+        Copy();
         return !surface().written.empty();
     });
     EXPECT_GE(failures, 1u);
@@ -446,9 +443,9 @@ TEST_F(HexEdit, RandomKeysKeepCaretSelectionAndBytesLikeAPlainModel) {
             }
         }
         EXPECT_EQ(Content(), bytes);
-        while ((*file)->CanDo(DocumentCommand::Undo)) view().Undo();
+        while ((*file)->CanDo(DocumentCommand::Undo)) Undo();
         EXPECT_EQ(Content(), file->OnDisk());
-        while ((*file)->CanDo(DocumentCommand::Redo)) view().Redo();
+        while ((*file)->CanDo(DocumentCommand::Redo)) Redo();
         EXPECT_EQ(Content(), bytes);
         ASSERT_TRUE(file->Save());
         EXPECT_EQ(file->OnDisk(), bytes);

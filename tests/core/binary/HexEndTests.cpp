@@ -8,13 +8,9 @@ struct HexEnd : HexViewTest {
     static constexpr uint64_t Terabyte = uint64_t{1} << 40;
 
     void GoToEnd() { view().GoTo(UINT64_MAX); }
-    void Paste(const std::u16string& text) {
-        SetClipboard(text);
-        view().Paste();
-    }
     uint64_t Wheel(int32_t delta) {
-        view().OnWheel({delta, 3, false});
-        return view().TopRow();
+        input().OnWheel({delta, 3, false});
+        return view().Viewport().TopRow();
     }
 };
 
@@ -48,7 +44,7 @@ TEST_F(HexEnd, BehindItNothingIsTypedPastedOrCopied) {
         GoToEnd();
         Type(u"41");
         Paste(u"41 42");
-        view().Copy();
+        Copy();
         EXPECT_EQ(Caret(), (Two{size, 0}));
         EXPECT_TRUE(Content() == content) << size;
         EXPECT_FALSE((*file)->CanDo(DocumentCommand::Undo));
@@ -61,11 +57,11 @@ TEST_F(HexEnd, ASearchFromThereFindsTheLastMatchBackwardsAndTheFirstAroundTheEnd
     Show("two one two");
     SearchFor(u"two");
     GoToEnd();
-    EXPECT_TRUE(view().FindNext(true));
+    EXPECT_TRUE(FindNext(true));
     EXPECT_EQ(Selection(), (Two{11, 8}));
     EXPECT_EQ(Status(StatusField::Message), u"");
     GoToEnd();
-    EXPECT_TRUE(view().FindNext(false));
+    EXPECT_TRUE(FindNext(false));
     EXPECT_EQ(Selection(), (Two{3, 0}));
     EXPECT_EQ(Status(StatusField::Message), u"Passed end of file");
 }
@@ -73,11 +69,11 @@ TEST_F(HexEnd, ASearchFromThereFindsTheLastMatchBackwardsAndTheFirstAroundTheEnd
 TEST_F(HexEnd, AMatchThereIsPastedOverAsFarAsTheFileGoes) {
     Show("one two");
     SearchFor(u"two");
-    ASSERT_TRUE(view().FindNext(false));
+    ASSERT_TRUE(FindNext(false));
     Paste(u"41 42 43 44 45");
     EXPECT_EQ(Content(), "one ABC");
     EXPECT_EQ(Selection(), (Two{7, 7}));
-    view().Undo();
+    Undo();
     EXPECT_EQ(Content(), "one two");
     EXPECT_EQ(Selection(), (Two{4, 4}));
 }
@@ -86,7 +82,7 @@ TEST_F(HexEnd, AMatchThereIsPastedOverAsFarAsTheFileGoes) {
 TEST_F(HexEnd, ASelectionIsTypedAndPastedOverFromItsCaretOn) {
     Show("one two");
     SearchFor(u"one");
-    ASSERT_TRUE(view().FindNext(false));
+    ASSERT_TRUE(FindNext(false));
     Type(u"4E");
     EXPECT_EQ(Content(), "Nne two");
     EXPECT_EQ(Selection(), (Two{1, 1}));
@@ -109,14 +105,14 @@ TEST_F(HexEnd, ASelectionIsTypedAndPastedOverFromItsCaretOn) {
 
 TEST_F(HexEnd, ADragBelowTheWindowSelectsUpToIt) {
     Show(std::string(1000, 'x')); // 63 rows, the last of eight bytes
-    view().Drag().OnLeftButtonDown({4 * 8, 16}, false);
-    view().Drag().OnMouseMove({4 * 8, 11 * 16});
-    for (int tick = 0; tick < 100; ++tick) view().Drag().OnTimer();
+    input().Drag().OnLeftButtonDown({4 * 8, 16}, false);
+    input().Drag().OnMouseMove({4 * 8, 11 * 16});
+    for (int tick = 0; tick < 100; ++tick) input().Drag().OnTimer();
     EXPECT_EQ(Selection(), (Two{16, 1000}));
-    view().Drag().OnMouseMove({4 * 8, -2 * 16});
-    for (int tick = 0; tick < 100; ++tick) view().Drag().OnTimer();
+    input().Drag().OnMouseMove({4 * 8, -2 * 16});
+    for (int tick = 0; tick < 100; ++tick) input().Drag().OnTimer();
     EXPECT_EQ(Selection(), (Two{16, 0}));
-    EXPECT_EQ(view().TopRow(), 0u);
+    EXPECT_EQ(view().Viewport().TopRow(), 0u);
 }
 
 // A terabyte.
@@ -142,9 +138,9 @@ TEST_F(HexEnd, BytesAreTypedPastedAndUndoneAtTheEndOfATerabyte) {
     Paste(u"42 43 44");
     EXPECT_EQ(view().Caret(), Terabyte);
     view().SelectBytes(Terabyte - 4, Terabyte);
-    view().Copy();
+    Copy();
     EXPECT_EQ(surface().clipboard, u"00 41 42 43 ");
-    for (int i = 0; i < 3; ++i) view().Undo();
+    for (int i = 0; i < 3; ++i) Undo();
     EXPECT_EQ(view().Caret(), Terabyte - 3);
     EXPECT_FALSE((*file)->IsModified());
 }
@@ -155,11 +151,11 @@ TEST_F(HexEnd, WheelAndMouseWorkAtTheEndOfATerabyte) {
     GoToEnd();
     EXPECT_EQ(Wheel(-120), LastTop);
     EXPECT_EQ(Wheel(120), LastTop - 3);
-    view().Drag().OnLeftButtonDown({(12 + 3) * 8, 16}, false); // an offset column of twelve characters
+    input().Drag().OnLeftButtonDown({(12 + 3) * 8, 16}, false); // an offset column of twelve characters
     EXPECT_EQ(view().Caret(), (LastTop - 2) * 16 + 1);
-    view().Drag().OnMouseMove({(12 + 3) * 8, 11 * 16});
-    for (int tick = 0; tick < 10; ++tick) view().Drag().OnTimer();
+    input().Drag().OnMouseMove({(12 + 3) * 8, 11 * 16});
+    for (int tick = 0; tick < 10; ++tick) input().Drag().OnTimer();
     EXPECT_EQ(Selection(), (Two{(LastTop - 2) * 16 + 1, Terabyte}));
-    view().Drag().OnMouseMove({(12 + 3) * 8, -100 * 16});
+    input().Drag().OnMouseMove({(12 + 3) * 8, -100 * 16});
     EXPECT_LT(view().Caret(), view().Anchor());
 }

@@ -94,12 +94,12 @@ TEST_F(HexKeys, WithShiftTheAnchorStays) {
 TEST_F(HexKeys, MovesScrollTheCaretIntoView) {
     Show(std::string(1600, 'x'));
     for (int i = 0; i < 12; ++i) Press(ViewKey::Down);
-    EXPECT_EQ(view().TopRow(), 3u);
+    EXPECT_EQ(view().Viewport().TopRow(), 3u);
     Press(ViewKey::PageDown);
-    EXPECT_EQ(view().TopRow(), 13u);
+    EXPECT_EQ(view().Viewport().TopRow(), 13u);
     Press(ViewKey::PageUp);
     Press(ViewKey::PageUp);
-    EXPECT_EQ(view().TopRow(), 2u);
+    EXPECT_EQ(view().Viewport().TopRow(), 2u);
 }
 
 TEST_F(HexKeys, AnEmptyFileTakesEveryKey) {
@@ -208,26 +208,26 @@ TEST_F(HexKeys, CopyNeedsASelectionAndOthersNothing) {
     for (uint32_t number = 0; number <= ViewCommandCount; ++number) {
         const auto command = static_cast<ViewCommand>(number);
         const bool always = command == ViewCommand::SelectAll || command == ViewCommand::Find;
-        EXPECT_EQ(view().CanDo(command), always) << number;
+        EXPECT_EQ(input().IsCommandEnabled(command), always) << number;
     }
     view().SelectBytes(1, 2);
-    EXPECT_TRUE(view().CanDo(ViewCommand::Copy));
-    EXPECT_FALSE(view().CanDo(ViewCommand::Cut));
-    EXPECT_FALSE(view().CanDo(ViewCommand::CopyColoured));
+    EXPECT_TRUE(input().IsCommandEnabled(ViewCommand::Copy));
+    EXPECT_FALSE(input().IsCommandEnabled(ViewCommand::Cut));
+    EXPECT_FALSE(input().IsCommandEnabled(ViewCommand::CopyColoured));
 }
 
 TEST_F(HexKeys, CommandsDoWhatTheirKeysDo) {
     Show("xyz");
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Find));
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::GoToLine));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Find));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::GoToLine));
     EXPECT_EQ(surface().dialogs, (std::vector<std::string>{"find", "go to"}));
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::SelectAll));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::SelectAll));
     EXPECT_EQ(Selection(), (Two{0, 3}));
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Copy));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Copy));
     EXPECT_EQ(surface().clipboard, u"78 79 7A ");
     SetClipboard(u"41");
     view().GoTo(1);
-    EXPECT_TRUE(view().ExecuteCommand(ViewCommand::Paste));
+    EXPECT_TRUE(input().ExecuteCommand(ViewCommand::Paste));
     EXPECT_EQ(Content(), "xAz");
 }
 
@@ -236,8 +236,8 @@ TEST_F(HexKeys, WhatBytesCannotDoIsTakenAndDoesNothing) {
     view().SelectBytes(0, 2);
     for (const ViewCommand command : {ViewCommand::Cut, ViewCommand::Delete, ViewCommand::Replace,
                                       ViewCommand::ToggleBookmark, ViewCommand::CopyColoured})
-        EXPECT_TRUE(view().ExecuteCommand(command));
-    EXPECT_FALSE(view().ExecuteCommand(static_cast<ViewCommand>(ViewCommandCount)));
+        EXPECT_TRUE(input().ExecuteCommand(command));
+    EXPECT_FALSE(input().ExecuteCommand(static_cast<ViewCommand>(ViewCommandCount)));
     EXPECT_EQ(Content(), "xyz");
     EXPECT_EQ(Selection(), (Two{0, 2}));
     EXPECT_TRUE(surface().dialogs.empty());

@@ -7,12 +7,12 @@ struct HexLayout : HexViewTest {
     std::pair<int32_t, int32_t> CaretCell() const { return {surface().caretX / 8, surface().caretY / 16}; }
     const ScrollBar& Bar() const { return surface().bars[0]; }
     uint64_t Scroll(ScrollRequest request, int32_t track = 0) {
-        view().OnScroll(ScrollAxis::Vertical, request, track);
-        return view().TopRow();
+        input().OnScroll(ScrollAxis::Vertical, request, track);
+        return view().Viewport().TopRow();
     }
     uint64_t Wheel(int32_t delta, int32_t lines = 3) {
-        view().OnWheel({delta, lines, false});
-        return view().TopRow();
+        input().OnWheel({delta, lines, false});
+        return view().Viewport().TopRow();
     }
 };
 
@@ -28,24 +28,24 @@ TEST_F(HexLayout, TheOffsetColumnIsAnEvenNumberAboveTheDigitsOfTheSize) {
                                                   {65535, 6}, {65536, 6}, {0xFFFFF, 6}, {0x100000, 8}};
     for (const auto& [size, width] : widths) {
         ASSERT_TRUE(ShowEmpty(size));
-        EXPECT_EQ(view().OffsetDigits(), width) << size;
-        EXPECT_EQ(view().GutterWidth(), static_cast<int32_t>(width) * 8);
+        EXPECT_EQ(view().Viewport().OffsetDigits(), width) << size;
+        EXPECT_EQ(view().Viewport().GutterWidth(), static_cast<int32_t>(width) * 8);
     }
 }
 
 TEST_F(HexLayout, TheOffsetColumnIsMeasuredWhenAnotherFileIsShown) {
     Show("x");
-    EXPECT_EQ(view().OffsetDigits(), 2u);
+    EXPECT_EQ(view().Viewport().OffsetDigits(), 2u);
     file = nullptr;
     Show(std::string(4096, 'x'));
-    EXPECT_EQ(view().OffsetDigits(), 6u);
+    EXPECT_EQ(view().Viewport().OffsetDigits(), 6u);
 }
 
 TEST_F(HexLayout, RowsHaveSixteenBytes) {
     const std::pair<size_t, uint64_t> counts[] = {{0, 0}, {1, 1}, {15, 1}, {16, 1}, {17, 2}, {32, 2}, {16385, 1025}};
     for (const auto& [size, rows] : counts) {
         ASSERT_TRUE(ShowEmpty(size));
-        EXPECT_EQ(view().RowCount(), rows) << size;
+        EXPECT_EQ(view().Viewport().RowCount(), rows) << size;
     }
 }
 
@@ -57,9 +57,9 @@ TEST_F(HexLayout, TheCaretStandsOnItsNibble) {
     view().GoTo(0x25);
     EXPECT_EQ(surface().caretX, (4 + 15) * 8 + 20);
     EXPECT_EQ(surface().caretY, 2 * 16);
-    view().TypeHexDigit(u'1');
+    input().OnChar(u'1');
     EXPECT_EQ(surface().caretX, (4 + 15 + 1) * 8 + 20);
-    view().TypeHexDigit(u'1');
+    input().OnChar(u'1');
     EXPECT_EQ(surface().caretX, (4 + 18) * 8 + 20);
 }
 
@@ -88,14 +88,14 @@ TEST_F(HexLayout, AWindowOrFontWithoutSizeIsNoFault) {
     Show(std::string(100, 'x'));
     surface().SetFont({0, 0, 0});
     Resize(3);
-    EXPECT_EQ(view().VisibleLines(), 0);
+    EXPECT_EQ(input().VisibleLines(), 0);
     EXPECT_EQ(view().OffsetAt({50, 50}), 0u);
     Press(ViewKey::PageDown);
     EXPECT_EQ(view().Caret(), 16u);
     Wheel(-120);
-    view().Drag().OnLeftButtonDown({5, 5}, false);
+    input().Drag().OnLeftButtonDown({5, 5}, false);
     surface().window = false;
-    view().OnSize(false);
+    input().OnSize(false);
     Press(ViewKey::Down);
     EXPECT_EQ(view().Caret(), 32u);
 }
@@ -103,19 +103,19 @@ TEST_F(HexLayout, AWindowOrFontWithoutSizeIsNoFault) {
 TEST_F(HexLayout, WithoutADocumentNothingHappens) {
     TestHexView alone;
     alone.surface.SetSize(800, 160);
-    alone.editor.OnAttached();
-    alone.editor.OnSize(false);
-    alone.editor.OnFocus();
-    for (uint32_t key = 0; key < 256; ++key) alone.editor.OnKeyDown(key);
-    alone.editor.OnChar(u'1');
-    alone.editor.Drag().OnLeftButtonDown({5, 5}, false);
-    alone.editor.Drag().OnMouseMove({9, 9});
-    alone.editor.OnScroll(ScrollAxis::Vertical, ScrollRequest::LineForward, 0);
-    alone.editor.OnWheel({-120, 3, false});
+    alone.input.OnAttached();
+    alone.input.OnSize(false);
+    alone.input.OnFocus();
+    for (uint32_t key = 0; key < 256; ++key) alone.input.OnKeyDown(key);
+    alone.input.OnChar(u'1');
+    alone.input.Drag().OnLeftButtonDown({5, 5}, false);
+    alone.input.Drag().OnMouseMove({9, 9});
+    alone.input.OnScroll(ScrollAxis::Vertical, ScrollRequest::LineForward, 0);
+    alone.input.OnWheel({-120, 3, false});
     for (uint32_t number = 0; number < ViewCommandCount; ++number) {
         const auto command = static_cast<ViewCommand>(number);
-        EXPECT_FALSE(alone.editor.CanDo(command));
-        EXPECT_TRUE(alone.editor.ExecuteCommand(command));
+        EXPECT_FALSE(alone.input.IsCommandEnabled(command));
+        EXPECT_TRUE(alone.input.ExecuteCommand(command));
     }
     EXPECT_EQ(alone.editor.Caret(), 0u);
     EXPECT_TRUE(alone.surface.dialogs.empty());
@@ -172,7 +172,7 @@ TEST_F(HexLayout, TheStatusBarIsToldOnlyOfChanges) {
 TEST_F(HexLayout, TheBarCountsRows) {
     Show(std::string(16 * 100 + 1, 'x'));
     EXPECT_EQ(Bar(), (ScrollBar{101, 10, 0}));
-    view().ScrollToRow(7);
+    view().Viewport().ScrollTo(7);
     Press(ViewKey::F3); // anything that places the caret anew
     EXPECT_EQ(Scroll(ScrollRequest::LineForward), 8u);
     EXPECT_EQ(Bar(), (ScrollBar{101, 10, 8}));
@@ -183,7 +183,7 @@ TEST_F(HexLayout, TheBarIsSetOnlyWhenAValueChanged) {
     Type(u"12");
     Press(ViewKey::Down);
     EXPECT_TRUE(surface().barsSet.empty());
-    view().OnAttached(); // another window
+    input().OnAttached(); // another window
     EXPECT_EQ(surface().barsSet.size(), 2u);
 }
 
@@ -194,24 +194,24 @@ TEST_F(HexLayout, TheHorizontalBarHasNothingToScroll) {
 
 TEST_F(HexLayout, ScrollingStopsAtTheFirstAndTheLastRow) {
     Show(std::string(1000, 'x')); // 63 rows
-    view().ScrollToRow(62);
-    EXPECT_EQ(view().TopRow(), 62u);
+    view().Viewport().ScrollTo(62);
+    EXPECT_EQ(view().Viewport().TopRow(), 62u);
     surface().ForgetCalls();
-    view().ScrollToRow(63);
-    EXPECT_EQ(view().TopRow(), 62u);
-    view().ScrollToRow(UINT64_MAX);
-    EXPECT_EQ(view().TopRow(), 62u);
+    view().Viewport().ScrollTo(63);
+    EXPECT_EQ(view().Viewport().TopRow(), 62u);
+    view().Viewport().ScrollTo(UINT64_MAX);
+    EXPECT_EQ(view().Viewport().TopRow(), 62u);
     EXPECT_EQ(surface().allInvalidations, 0);
-    view().ScrollToRow(0);
-    EXPECT_EQ(view().TopRow(), 0u);
+    view().Viewport().ScrollTo(0);
+    EXPECT_EQ(view().Viewport().TopRow(), 0u);
     EXPECT_EQ(surface().allInvalidations, 1);
 }
 
 TEST_F(HexLayout, AnEmptyFileCannotBeScrolled) {
     Show("");
     EXPECT_EQ(Bar(), (ScrollBar{0, 10, 0}));
-    view().ScrollToRow(1);
-    EXPECT_EQ(view().TopRow(), 0u);
+    view().Viewport().ScrollTo(1);
+    EXPECT_EQ(view().Viewport().TopRow(), 0u);
     for (const ScrollRequest request : {ScrollRequest::LineForward, ScrollRequest::Maximum, ScrollRequest::LineBack})
         EXPECT_EQ(Scroll(request), 0u);
     EXPECT_EQ(Wheel(-120), 0u);
@@ -232,8 +232,8 @@ TEST_F(HexLayout, LinePageTrackAndEndsOfTheBar) {
     EXPECT_EQ(Scroll(ScrollRequest::Maximum), 91u);
     EXPECT_EQ(Scroll(ScrollRequest::LineForward), 91u);
     EXPECT_EQ(Scroll(ScrollRequest::PageForward), 91u);
-    view().OnScroll(ScrollAxis::Horizontal, ScrollRequest::Minimum, 0);
-    EXPECT_EQ(view().TopRow(), 91u);
+    input().OnScroll(ScrollAxis::Horizontal, ScrollRequest::Minimum, 0);
+    EXPECT_EQ(view().Viewport().TopRow(), 91u);
 }
 
 TEST_F(HexLayout, TheWheelTurnsByTheSystemsLines) {
@@ -250,18 +250,18 @@ TEST_F(HexLayout, TheWheelTurnsByTheSystemsLines) {
 TEST_F(HexLayout, TheWheelWithCtrlChangesTheFontSize) {
     Show(std::string(1600, 'x'));
     settings.FontSize = 10;
-    view().OnWheel({-120, 3, true});
+    input().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), u"Font Size: 11");
     EXPECT_EQ(host().applied, std::vector<uint32_t>{1});
-    EXPECT_EQ(view().TopRow(), 0u);
+    EXPECT_EQ(view().Viewport().TopRow(), 0u);
 }
 
 TEST_F(HexLayout, RowsBeyondTheBarsRangeAreCountedCoarsely) {
     constexpr uint64_t Size = uint64_t{1} << 40; // 2^36 rows
     if (!ShowEmpty(Size)) GTEST_SKIP() << "no room for a sparse file";
-    EXPECT_EQ(view().RowCount(), Size / 16);
-    EXPECT_EQ(view().OffsetDigits(), 12u);
+    EXPECT_EQ(view().Viewport().RowCount(), Size / 16);
+    EXPECT_EQ(view().Viewport().OffsetDigits(), 12u);
     EXPECT_EQ(Bar().maximum, 1 << 30);
     EXPECT_EQ(Scroll(ScrollRequest::LineForward), 1u);
     EXPECT_EQ(Scroll(ScrollRequest::PageForward), 11u);
@@ -277,7 +277,7 @@ TEST_F(HexLayout, OffsetsBeyondFourGigabytesWorkEverywhere) {
     view().GoTo(UINT64_MAX);
     EXPECT_EQ(view().Caret(), Size);
     EXPECT_EQ(Status(StatusField::Line), u"0500000007");
-    EXPECT_EQ(view().TopRow(), Size / 16 - 9);
+    EXPECT_EQ(view().Viewport().TopRow(), Size / 16 - 9);
     EXPECT_EQ(CaretCell(), (Cell{10 + 7 * 3, 9}));
     EXPECT_EQ(At(10 + 3, 9), Size - 6);
     Press(ViewKey::Home);
@@ -291,13 +291,13 @@ TEST_F(HexLayout, OffsetsBeyondFourGigabytesWorkEverywhere) {
 TEST_F(HexLayout, TheCaretIsScrolledIntoView) {
     Show(std::string(1600, 'x'));
     view().GoTo(16 * 10);
-    EXPECT_EQ(view().TopRow(), 1u);
+    EXPECT_EQ(view().Viewport().TopRow(), 1u);
     view().GoTo(16 * 50);
-    EXPECT_EQ(view().TopRow(), 41u);
+    EXPECT_EQ(view().Viewport().TopRow(), 41u);
     view().GoTo(16 * 45);
-    EXPECT_EQ(view().TopRow(), 41u);
+    EXPECT_EQ(view().Viewport().TopRow(), 41u);
     view().GoTo(16 * 40 + 15);
-    EXPECT_EQ(view().TopRow(), 40u);
+    EXPECT_EQ(view().Viewport().TopRow(), 40u);
 }
 
 TEST_F(HexLayout, ScrollingAwayLeavesTheCaret) {

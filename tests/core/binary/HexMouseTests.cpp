@@ -17,7 +17,7 @@ TEST_F(HexMouse, APointMapsToTheByteWhoseDigitsStandThere) {
 
 TEST_F(HexMouse, APointBetweenAndBehindTheColumnsMapsToTheLastByte) {
     Show(std::string(100, 'x'));
-    const int32_t text = 4 + static_cast<int32_t>(HexEditor::TextColumn);
+    const int32_t text = 4 + static_cast<int32_t>(HexViewport::TextColumn);
     for (int32_t column = 4 + 47; column < text; ++column) EXPECT_EQ(At(column, 0), 15u);
     for (int32_t column = text + 16; column < 300; column += 7) EXPECT_EQ(At(column, 0), 15u);
 }
@@ -25,7 +25,7 @@ TEST_F(HexMouse, APointBetweenAndBehindTheColumnsMapsToTheLastByte) {
 TEST_F(HexMouse, APointInTheTextColumnMapsToTheByteOfTheCharacter) {
     Show(std::string(100, 'x'));
     for (int32_t byte = 0; byte < 16; ++byte)
-        EXPECT_EQ(At(4 + static_cast<int32_t>(HexEditor::TextColumn) + byte, 3), 48u + static_cast<uint32_t>(byte));
+        EXPECT_EQ(At(4 + static_cast<int32_t>(HexViewport::TextColumn) + byte, 3), 48u + static_cast<uint32_t>(byte));
 }
 
 TEST_F(HexMouse, TheMarginShiftsTheColumnsUnderAPoint) {
@@ -37,7 +37,7 @@ TEST_F(HexMouse, TheMarginShiftsTheColumnsUnderAPoint) {
 
 TEST_F(HexMouse, APointMapsToTheRowsScrolledTo) {
     Show(std::string(1000, 'x'));
-    view().ScrollToRow(20);
+    view().Viewport().ScrollTo(20);
     EXPECT_EQ(At(4, 3), 23 * 16u);
     EXPECT_EQ(view().OffsetAt({4 * 8, -16}), 19 * 16u);
     EXPECT_EQ(view().OffsetAt({4 * 8, -100 * 16}), 0u);
@@ -54,7 +54,7 @@ TEST_F(HexMouse, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
     Show(std::string(100, 'x'));
     Type(u"1");
     surface().focus = false;
-    view().Drag().OnLeftButtonDown({(4 + 4) * 8, 16}, false);
+    input().Drag().OnLeftButtonDown({(4 + 4) * 8, 16}, false);
     EXPECT_EQ(Caret(), (Two{17, 0}));
     EXPECT_FALSE(view().HasSelection());
     EXPECT_TRUE(surface().focus);
@@ -63,25 +63,25 @@ TEST_F(HexMouse, AClickPutsTheCaretOnTheHighNibbleAndTakesTheFocus) {
 
 TEST_F(HexMouse, DraggingSelectsUntilTheButtonIsUp) {
     Show(std::string(1000, 'x'));
-    view().Drag().OnLeftButtonDown({4 * 8, 0}, false);
-    view().Drag().OnMouseMove({(4 + 6) * 8, 16});
+    input().Drag().OnLeftButtonDown({4 * 8, 0}, false);
+    input().Drag().OnMouseMove({(4 + 6) * 8, 16});
     EXPECT_EQ(Selection(), (Two{0, 18}));
-    view().Drag().OnMouseMove({4 * 8, 12 * 16}); // below the window: scrolls on, and on with the timer
-    const uint64_t top = view().TopRow();
+    input().Drag().OnMouseMove({4 * 8, 12 * 16}); // below the window: scrolls on, and on with the timer
+    const uint64_t top = view().Viewport().TopRow();
     EXPECT_GT(top, 0u);
-    view().Drag().OnTimer();
-    EXPECT_GT(view().TopRow(), top);
-    view().Drag().OnLeftButtonUp();
+    input().Drag().OnTimer();
+    EXPECT_GT(view().Viewport().TopRow(), top);
+    input().Drag().OnLeftButtonUp();
     EXPECT_FALSE(surface().captured);
     const Two selected = Selection();
-    view().Drag().OnMouseMove({4 * 8, 0});
-    view().Drag().OnTimer();
+    input().Drag().OnMouseMove({4 * 8, 0});
+    input().Drag().OnTimer();
     EXPECT_EQ(Selection(), selected);
 }
 
 TEST_F(HexMouse, AShiftClickExtendsFromTheCaret) {
     Show(std::string(100, 'x'));
     view().SelectBytes(2, 5);
-    view().Drag().OnLeftButtonDown({4 * 8, 16}, true);
+    input().Drag().OnLeftButtonDown({4 * 8, 16}, true);
     EXPECT_EQ(Selection(), (Two{5, 16}));
 }

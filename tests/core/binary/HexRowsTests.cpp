@@ -37,7 +37,7 @@ struct HexRowsTest : HexViewTest {
             row.number += static_cast<char>(picture.number[i]);
             EXPECT_EQ(picture.numberAdvances[i], 8);
         }
-        int32_t x = view().TextLeft();
+        int32_t x = view().Viewport().TextLeft();
         for (uint32_t i = 0; i < picture.runCount; ++i) {
             const DrawRun& run = picture.runs[i];
             EXPECT_EQ(run.x, x); // one beside the other
@@ -58,8 +58,8 @@ struct HexRowsTest : HexViewTest {
         std::vector<Row> painted;
         RowPicture picture;
         if (!rows.Begin(view(), top, bottom)) return painted;
-        EXPECT_EQ(rows.GutterWidth(), view().GutterWidth());
-        EXPECT_EQ(rows.MarginRight(), view().TextLeft());
+        EXPECT_EQ(rows.GutterWidth(), view().Viewport().GutterWidth());
+        EXPECT_EQ(rows.MarginRight(), view().Viewport().TextLeft());
         while (rows.Next(picture)) painted.push_back(Take(picture));
         return painted;
     }
@@ -84,7 +84,7 @@ TEST_F(HexRowsTest, ARowIsOffsetDigitsAndCharacters) {
 // characters."
 TEST_F(HexRowsTest, APartlyFilledRowEndsAfterItsLastByte) {
     Show("0123456789abcdefX");
-    EXPECT_EQ(view().RowCount(), 2u);
+    EXPECT_EQ(view().Viewport().RowCount(), 2u);
     const std::vector<Row> painted = Paint();
     EXPECT_EQ(painted[1].text, "58" + std::string(47, ' ') + "X");
     // Selected, it shows how far the byte's own cell goes.
@@ -121,7 +121,7 @@ TEST_F(HexRowsTest, FilesOfEveryBorderSizeAreShownToTheirLastByte) {
     for (const size_t size : BorderSizes) {
         const std::string content = Pattern(size);
         Show(content);
-        view().ScrollToRow(UINT64_MAX);
+        view().Viewport().ScrollTo(UINT64_MAX);
         const std::vector<Row> painted = Paint();
         EXPECT_EQ(painted[0].pastEnd, size == 0);
         EXPECT_TRUE(painted[1].pastEnd);
@@ -134,7 +134,7 @@ TEST_F(HexRowsTest, FilesOfEveryBorderSizeAreShownToTheirLastByte) {
             digits += text;
             characters += c >= 32 && c <= 126 ? c : '.';
         }
-        digits.resize(HexEditor::TextColumn, ' ');
+        digits.resize(HexViewport::TextColumn, ' ');
         EXPECT_EQ(painted[0].text, digits + characters) << size;
     }
 }
@@ -144,12 +144,12 @@ TEST_F(HexRowsTest, TheOffsetStandsRightAlignedInItsColumn) {
         {10, "00"}, {1000, "03E0"}, {0x1000, "000FF0"}, {0x10000000, "000FFFFFF0"}};
     for (const auto& [size, last] : sizes) {
         if (!ShowEmpty(size)) GTEST_SKIP() << "no room for a sparse file";
-        view().ScrollToRow(UINT64_MAX);
+        view().Viewport().ScrollTo(UINT64_MAX);
         EXPECT_EQ(Paint()[0].number, last);
     }
     // More than ten characters: blanks before the low 32 bits.
     if (!ShowEmpty(uint64_t{1} << 40)) GTEST_SKIP() << "no room for a sparse file";
-    view().ScrollToRow(UINT64_MAX);
+    view().Viewport().ScrollTo(UINT64_MAX);
     EXPECT_EQ(Paint()[0].number, "  00FFFFFFF0");
 }
 
@@ -157,7 +157,7 @@ TEST_F(HexRowsTest, SelectedBytesComeBeforeModifiedOnes) {
     Show("0123456789abcdef");
     view().GoTo(1);
     SetClipboard(u"414243");
-    view().Paste();
+    Paste();
     EXPECT_EQ(Paint()[0].looks.substr(0, 12), "---mmmmmmmmm");
     EXPECT_EQ(Paint()[0].looks.substr(12, 37), std::string(37, '-'));
     EXPECT_EQ(Paint()[0].looks.substr(49), "-mmm" + std::string(12, '-'));
@@ -197,7 +197,7 @@ TEST_F(HexRowsTest, RowsOfSeveralPagesAreShown) {
     std::string content = Pattern(40000);
     for (char& c : content) c = static_cast<char>('A' + (c & 15));
     Show(content);
-    view().ScrollToRow(16384 / 16 - 3);
+    view().Viewport().ScrollTo(16384 / 16 - 3);
     const std::vector<Row> painted = Paint();
     for (size_t i = 0; i < painted.size(); ++i)
         EXPECT_EQ(painted[i].text.substr(49), content.substr(16384 - 48 + i * 16, 16));
@@ -205,7 +205,7 @@ TEST_F(HexRowsTest, RowsOfSeveralPagesAreShown) {
 
 TEST_F(HexRowsTest, OnlyTheRowsAskedForArePainted) {
     Show(std::string(1600, 'x'));
-    view().ScrollToRow(10);
+    view().Viewport().ScrollTo(10);
     std::vector<Row> painted = Paint(33, 64);
     ASSERT_EQ(painted.size(), 2u);
     EXPECT_EQ(painted[0].top, 32);
@@ -269,7 +269,7 @@ TEST_F(HexRowsTest, RowsBeforeDamagedBytesAreShown) {
     const Damage damage(512, 600);
     view().GoTo(480);
     Resize(4);
-    view().ScrollToRow(30);
+    view().Viewport().ScrollTo(30);
     const std::vector<Row> painted = Paint();
     ASSERT_GE(painted.size(), 3u);
     EXPECT_EQ(painted[1].text.substr(0, 5), "78 78");

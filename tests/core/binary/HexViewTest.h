@@ -1,6 +1,8 @@
 #pragma once
 
 #include "BinarySupport.h"
+#include "binary/HexClipboard.h"
+#include "binary/HexFind.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "support/SparseFile.h"
@@ -44,23 +46,24 @@ protected:
         shown = TestHexView::Create(**file);
         ASSERT_NE(shown, nullptr);
         Resize(Rows);
-        view().OnAttached();
+        input().OnAttached();
         surface().TakeFocus();
         surface().ForgetCalls();
     }
     void Resize(int32_t rows) {
         surface().SetSize(1000, rows * surface().metrics.lineHeight);
-        view().OnSize(false);
+        input().OnSize(false);
     }
 
     HexEditor& view() const { return shown->editor; }
+    HexInput& input() const { return shown->input; }
     FakeSurface& surface() const { return shown->surface; }
     FakeHost& host() const { return shown->surface.ownHost; }
 
     void Press(uint32_t key, bool ctrl = false, bool shift = false) {
         surface().ctrl = ctrl;
         surface().shift = shift;
-        view().OnKeyDown(key);
+        input().OnKeyDown(key);
         surface().ctrl = surface().shift = false;
     }
     void Shift(uint32_t key) { Press(key, false, true); }
@@ -74,9 +77,18 @@ protected:
     void Type(const std::u16string& digits) {
         for (const Char c : digits) {
             Press(c >= u'a' && c <= u'f' ? c - u'a' + u'A' : c);
-            view().OnChar(c);
+            input().OnChar(c);
         }
     }
+    void Copy() { HexClipboard::Copy(view()); }
+    void Paste() { HexClipboard::Paste(view()); }
+    void Paste(const std::u16string& text) {
+        SetClipboard(text);
+        Paste();
+    }
+    bool FindNext(bool backward) { return HexFind::FindNext(view(), backward); }
+    void Undo() { (*file)->DoCommand(DocumentCommand::Undo); }
+    void Redo() { (*file)->DoCommand(DocumentCommand::Redo); }
     // With the caret at an offset.
     uint64_t After(uint64_t caret, uint32_t key) {
         view().GoTo(caret);

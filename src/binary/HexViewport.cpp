@@ -1,0 +1,78 @@
+#include "binary/HexViewport.h"
+
+#include "binary/HexText.h"
+#include "viewbase/ViewMetrics.h"
+
+#include <algorithm>
+
+namespace {
+
+int32_t Saturate(int64_t value) { return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); }
+
+} // namespace
+
+void HexViewport::Reset(uint64_t size) {
+    fileSize = size;
+    topRow = 0;
+    offsetDigits = (1 + HexText::CountDigits(size) + 1) / 2 * 2;
+}
+
+void HexViewport::Measure() {
+    if (!surface.HasWindow()) return;
+    const int32_t lineHeight = surface.Metrics().lineHeight;
+    visibleRows = lineHeight > 0 ? surface.Size().height / lineHeight : 0;
+}
+
+int32_t HexViewport::GutterWidth() const { return static_cast<int32_t>(offsetDigits) * surface.Metrics().averageWidth; }
+
+int32_t HexViewport::TextLeft() const { return GutterWidth() + MarginPixels(); }
+
+void HexViewport::ScrollTo(uint64_t row) {
+    row = std::min(row, RowCount() ? RowCount() - 1 : 0);
+    if (row == topRow) return;
+    topRow = row;
+    redraw.InvalidateAll();
+}
+
+void HexViewport::ScrollIntoView(uint64_t offset) {
+    const uint64_t row = offset / BytesPerRow;
+    const auto rows = static_cast<uint32_t>(visibleRows > 0 ? visibleRows : 1);
+    if (row < topRow)
+        ScrollTo(row);
+    else if (row - topRow >= rows)
+        ScrollTo(row - rows + 1);
+}
+
+void HexViewport::UpdateScrollBar() { bars.Show(ScrollAxis::Vertical, Scrolled().Bar()); }
+
+void HexViewport::ForgetScrollBars() {
+    bars.Forget();
+    bars.Show(ScrollAxis::Horizontal, {0, 1, 0}); // nothing ever scrolls sideways
+}
+
+void HexViewport::InvalidateBytes(uint64_t first, uint64_t second) {
+    redraw.InvalidateRows(first / BytesPerRow, second / BytesPerRow, {topRow, visibleRows});
+}
+
+void HexViewport::ShowCaret(uint64_t offset, uint32_t nibble) {
+    const ViewMetrics& metrics = surface.Metrics();
+    const auto column = static_cast<int32_t>(offset % BytesPerRow * 3 + nibble);
+    // A row that far away is out of sight either way.
+    const int64_t row = std::clamp<int64_t>(static_cast<int64_t>(offset / BytesPerRow - topRow), INT32_MIN, INT32_MAX);
+    surface.ShowCaretAt({TextLeft() + column * metrics.averageWidth, Saturate(row * metrics.lineHeight)});
+}
+
+uint64_t HexViewport::OffsetAt(ClientPoint point, uint64_t withoutFont) const {
+    const ViewMetrics& metrics = surface.Metrics();
+    if (metrics.averageWidth <= 0 || metrics.lineHeight <= 0) return withoutFont;
+    const int64_t line = point.y / metrics.lineHeight;
+    uint64_t row = topRow;
+    if (line >= 0)
+        row += static_cast<uint64_t>(line);
+    else
+        row -= std::min(row, static_cast<uint64_t>(-line));
+    const int64_t column = (int64_t(point.x) - MarginPixels()) / metrics.averageWidth - offsetDigits;
+    uint64_t byte = static_cast<uint64_t>(std::clamp<int64_t>(column, 0, HexColumns)) / 3;
+    if (column >= TextColumn && column < TextColumn + BytesPerRow) byte = static_cast<uint64_t>(column - TextColumn);
+    return std::min(row * BytesPerRow + byte, fileSize);
+}
