@@ -3,9 +3,12 @@
 
 #include "CallCounter.h"
 #include "app/UserPrompt.h"
+#include "app/win32/AboutDialog.h"
 #include "app/win32/HelpPage.h"
 #include "base/win32/Windows.h"
+#include "resource.h"
 #include "support/ScratchFolder.h"
+#include "view/DialogDriver.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -77,4 +80,24 @@ TEST_F(HelpPageTest, IsSaidNotToOpen) {
     showResult = SE_ERR_NOASSOC;
     OpenHelpPage(nullptr, prompt);
     EXPECT_EQ(prompt.said, u"Failed opening file: " + folder.Path("orvane.html"));
+}
+
+TEST_F(HelpPageTest, IsAButtonAwayFromVersionAndLicense) {
+    folder.Write("orvane.html", "<p>Manual</p>");
+    const dialog::Parent parent(400, 300);
+    std::wstring texts;
+    dialog::WhenShown([&](HWND about) {
+        for (HWND control = GetWindow(about, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+            wchar_t text[100] = {};
+            GetWindowTextW(control, text, 100);
+            texts += std::wstring(text) + L'|';
+        }
+        dialog::Click(about, IDC_ABOUT_MANUAL);
+        EXPECT_EQ(shown, folder.File("orvane.html").wstring());
+        EXPECT_TRUE(IsWindow(about));
+        dialog::Ok(about);
+    });
+    EXPECT_EQ(AboutDialog(prompt).Run(IDD_ABOUT, parent.Get()), 1u);
+    EXPECT_NE(texts.find(L"Orvane "), std::wstring::npos) << ::testing::PrintToString(texts);
+    EXPECT_NE(texts.find(L"MIT License"), std::wstring::npos) << ::testing::PrintToString(texts);
 }

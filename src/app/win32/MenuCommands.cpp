@@ -3,6 +3,7 @@
 #include "app/DocumentPrompts.h"
 #include "app/OpenFiles.h"
 #include "app/QuickOpen.h"
+#include "app/win32/AboutDialog.h"
 #include "app/win32/FrameParts.h"
 #include "app/win32/HelpPage.h"
 #include "app/win32/ToolMenu.h"
@@ -10,18 +11,12 @@
 #include "resource.h"
 #include "settings/Settings.h"
 #include "settings/ToolList.h"
-#include "settings/win32/DialogBase.h"
 #include "settings/win32/OptionsDialog.h"
 #include "settings/win32/ToolsDialog.h"
 #include "viewbase/ViewCommand.h"
 #include "viewbase/win32/View.h"
 
 namespace {
-
-class AboutDialog final : public DialogBase {
-public:
-    void Init() override { CentreOverParent(); }
-};
 
 void Open(FrameParts& frame) {
     WString result;
@@ -137,7 +132,7 @@ constexpr Command Commands[] = {
     {IDM_NEXT_FILE, [](FrameParts& frame) { frame.display.ShowNextFile(); }, Enabled::WithView},
     {IDM_PREVIOUS_FILE, [](FrameParts& frame) { frame.display.ShowPreviousFile(); }, Enabled::WithView},
     {IDM_ONLINE_HELP, [](FrameParts& frame) { OpenHelpPage(frame.window, frame.messages); }, Enabled::Always},
-    {IDM_ABOUT, [](FrameParts& frame) { AboutDialog().Run(IDD_ABOUT, frame.window); }, Enabled::Always},
+    {IDM_ABOUT, [](FrameParts& frame) { AboutDialog(frame.messages).Run(IDD_ABOUT, frame.window); }, Enabled::Always},
 };
 
 // The menu's edit commands go to the active view, under the view's own numbers. A text says whether it can be cut
