@@ -7,7 +7,7 @@ class OutputDocuments;
 class PaneViews;
 class ScreenBatch;
 
-// Closes documents without a question: whoever asks first does so with MayClose.
+// Closes documents without a question; MayClose is what asks first.
 class DocumentCloser {
 public:
     DocumentCloser(DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes, OutputDocuments& collected,

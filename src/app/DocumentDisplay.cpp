@@ -41,7 +41,7 @@ bool DocumentDisplay::ShowNew(const Document& document) {
     panes.SetActive(pane);
     panes.FocusFrame();
     panes.Focus(*pane);
-    // Without the system's focus (the window is hidden or in the background) nobody says so.
+    // Without the system's focus (the window is hidden or in the background) no message says so.
     ViewActivated(view->AsView());
     return true;
 }

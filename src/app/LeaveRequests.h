@@ -8,9 +8,9 @@ class CommandContext;
 // The frame as leaving it needs it.
 class LeavingFrame {
 public:
-    // Beneath an open dialog nothing is closed or reloaded: its caller still works with a document or a view.
+    // While a dialog is open nothing is closed or reloaded: its caller still works with a document or a view.
     virtual bool HasOpenDialog() const = 0;
-    // Nor beneath a long operation, during which only messages arrive that are sent.
+    // Nor during a long operation, when only sent messages arrive.
     virtual bool IsInLongOperation() const = 0;
     // Closes everything without a question.
     virtual void Leave() = 0;
@@ -25,7 +25,7 @@ protected:
     ~LeavingFrame() = default;
 };
 
-// Requests to leave and to look for external changes. Beneath a dialog and beneath a long operation nothing goes:
+// Requests to leave and to look for external changes. While a dialog is open or a long operation runs they wait:
 // what has to be done then is done later.
 class LeaveRequests {
 public:
@@ -33,13 +33,14 @@ public:
     LeaveRequests(const LeaveRequests&) = delete;
     LeaveRequests& operator=(const LeaveRequests&) = delete;
 
-    // The user closes the window: leaves if the questions about unsaved documents allow it. Ignored beneath a dialog.
+    // The user closes the window: leaves if the questions about unsaved documents allow it. Ignored while a dialog is
+    // open.
     void Close();
     // Whether the session may end. Asks nothing, since the system waits for the answer; what is in the way is its
     // reason not to end.
     [[nodiscard]] bool QueryEndSession();
-    // The session ends: leaves without a question, but not beneath a dialog or a long operation, where all stays as
-    // it is until the process ends. Or it does not, and the user is back.
+    // The session ends: leaves without a question, but not while a dialog is open or a long operation runs, when
+    // all stays as it is until the process ends. Or it does not, and the user is back.
     void EndSession(bool ends);
     // The user who was told to wait is here again: asks the questions that were in the way.
     void UserIsBack();

@@ -11,14 +11,14 @@ public:
     // In every view of every document.
     virtual void SuspendRedraw() = 0;
     virtual void ResumeRedraw() = 0;
-    // MacroModifier bits: those of the thread's keyboard state, and those that are down in fact.
+    // MacroModifier bits: those of the thread's keyboard state, and those that are physically down.
     virtual uint32_t HeldModifiers() const = 0;
     virtual uint32_t PhysicalModifiers() const = 0;
     virtual void SetModifiers(uint32_t modifiers) = 0;
     // Whether the user has pressed Escape since the last call.
     virtual bool TakeEscape() = 0;
     // Sends the event's message to its window, after the frame has looked at it. An event without a window is
-    // passed over.
+    // skipped.
     virtual void Send(const MacroEvent& event) = 0;
 
 protected:

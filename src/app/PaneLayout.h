@@ -44,7 +44,7 @@ public:
     // Puts a made pane into the layout, halving the pane it was made from (null for the first pane).
     void Adopt(Pane* made, Pane* halved, bool vertical);
     // Takes `pane` out and frees it. Its area goes to its neighbours, of which the first is returned
-    // (null when none could take it); a neighbour that thereby grows over other panes cuts them back. A
+    // (null when none could take it); a neighbour that grows over other panes cuts them back. A
     // pane that is left alone fills the area. The only pane is not taken out: false.
     bool Close(Pane* pane, Pane*& heir);
     // Gives what rounding left between the panes to the panes beside it; closing and dragging do so first.

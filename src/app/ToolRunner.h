@@ -12,7 +12,7 @@ class ToolStarter {
 public:
     // Shows the dialog of the tool's last arguments, which it changes. False when cancelled.
     [[nodiscard]] virtual bool AskArguments(ToolRecord& tool) = 0;
-    // Starts a program of its own, which nobody waits for; one that cannot be started is passed over.
+    // Starts an independent program, which is not waited for; one that cannot be started is ignored.
     virtual void StartDetached(WString& commandLine, const WString& directory) = 0;
 
 protected:
@@ -30,7 +30,7 @@ public:
     void Run(ToolRecord& tool);
     // Runs a command whose output is collected. Both texts may contain tool variables; an empty directory is
     // the current one. False when the run was not started, as for a blank command, or for a directory that the
-    // command interpreter cannot run in, which is told.
+    // command interpreter cannot run in, which is reported.
     bool RunCaptured(const Char* command, const Char* startDirectory);
 
 private:

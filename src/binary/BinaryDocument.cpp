@@ -146,7 +146,7 @@ bool BinaryDocument::CanDo(DocumentCommand kind) const {
 bool BinaryDocument::DoCommand(DocumentCommand kind) {
     if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
     const bool done = kind == DocumentCommand::Undo ? Undo() : Redo();
-    // Menu and keys come here; every view has the same frame to tell it to.
+    // Menu and keys come here; every view reports to the same frame.
     if (!done && CanDo(kind) && views.head) static_cast<HexDocumentView*>(views.head->view)->TellFailedChange();
     return true;
 }

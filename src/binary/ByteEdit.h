@@ -5,7 +5,7 @@
 
 class HexDocumentView;
 
-// Where a hex view's caret stood before an edit and where it goes after it.
+// Where a hex view's caret was before an edit and where it goes after it.
 struct HexViewState {
     uint64_t caretBefore = 0;
     uint32_t subPositionBefore = 0;

@@ -38,7 +38,7 @@ void ChangedPages::Grow() {
 void ChangedPages::RemoveAfter(const ChangedPage* last) {
     while (ChangedPage* page = pages.tail) {
         if (page == last) return;
-        // Whoever was put in last stands first in its bucket, also in a grown table.
+        // The page put in last is the first of its bucket, also in a grown table.
         SetFirst(BucketOf(page->index), page->nextInBucket);
         pages.Remove(page);
         delete page;

@@ -49,7 +49,7 @@ private:
 
     List<ChangedPage> pages;
     size_t count = 0;
-    // When a larger table cannot be had the smaller one goes on to serve.
+    // Without memory for a larger table the smaller one stays in use.
     Bucket firstTable[size_t{1} << FirstBits];
     Bucket* buckets = firstTable;
     uint32_t bucketBits = FirstBits;

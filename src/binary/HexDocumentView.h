@@ -32,7 +32,7 @@ protected:
     ~HexDocumentView() = default;
 };
 
-// Makes the views of binary documents; installed once at start-up by whoever has windows. `parent` may be
+// Makes the views of binary documents; installed once at start-up by the half that has windows. `parent` may be
 // null: the view is then made without a window. Returns null on failure.
 using HexViewFactory = HexDocumentView* (*)(BinaryDocument& document, NativeWindow parent);
 void SetHexViewFactory(HexViewFactory factory);

@@ -36,13 +36,13 @@ void MoveUp(const KeyPress& press, uint64_t rows) {
 void MoveDown(const KeyPress& press, uint64_t rows) {
     const uint64_t row = press.caret / RowBytes;
     const uint64_t lastRow = press.LastByte() / RowBytes;
-    // Behind the file's end there may be no row at all.
+    // After the file's end there may be no row at all.
     if (row >= lastRow) return press.Move(press.caret);
     press.Move(std::min(press.caret + std::min(rows, lastRow - row) * RowBytes, press.LastByte()));
 }
 
 void RowEnd(const KeyPress& press) {
-    // A caret behind a full last row stands on a row without bytes.
+    // A caret after a full last row is on a row without bytes.
     if (press.RowStart() >= press.fileSize) return press.Move(press.caret);
     press.Move(std::min(press.RowStart() + RowBytes - 1, press.LastByte()));
 }

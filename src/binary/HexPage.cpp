@@ -7,7 +7,7 @@ const uint8_t* HexPage::BytesAt(BinaryDocument& document, uint64_t offset, uint3
     const auto inPage = static_cast<uint32_t>(offset % PageSize);
     if (index != pageIndex) {
         pageIndex = index;
-        // Where a call fails it says how much there is nevertheless.
+        // A call that fails still says how many bytes there are.
         document.ReadPage(pageBuffer, index * PageSize, false, valid);
         document.ReadPage(filePageBuffer, index * PageSize, true, fileValid);
     }

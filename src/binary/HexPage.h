@@ -14,7 +14,7 @@ public:
     const uint8_t* BytesAt(BinaryDocument& document, uint64_t offset, uint32_t& count);
     // Whether the byte, which the last BytesAt has returned, is another one than in the file.
     bool IsChanged(uint64_t offset) const;
-    // The next BytesAt reads anew.
+    // The next BytesAt reads again.
     void Forget() { pageIndex = NoPage; }
 
 private:

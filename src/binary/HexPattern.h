@@ -3,7 +3,7 @@
 #include "base/Array.h"
 #include "base/Types.h"
 
-// Pairs of hex digits, of either case, with or without blanks (spaces, tabs) before, between and behind
+// Pairs of hex digits, of either case, with or without blanks (spaces, tabs) before, between and after
 // them.
 namespace HexPattern {
 
@@ -13,7 +13,7 @@ enum class Result { Bytes, Invalid, OutOfMemory };
 // invalid, and a text without digits has no bytes; `out` is then empty.
 Result Parse(const Char* text, uint32_t length, Array<uint8_t>& out);
 
-// 0 to 15; above that for what is no hex digit.
+// 0 to 15; greater for any other character.
 uint32_t DigitValue(Char character);
 
 } // namespace HexPattern

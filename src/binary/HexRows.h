@@ -43,7 +43,7 @@ private:
     uint64_t lastRow = 0;
     Char number[NumberCapacity] = {};
     Char text[RowCharacters] = {};
-    int32_t advances[RowCharacters] = {}; // all alike: the columns stand in line with any font
+    int32_t advances[RowCharacters] = {}; // all alike, so that the columns are aligned in any font
     DrawRun runs[MaxRuns] = {};
     uint32_t runCount = 0;
 };

@@ -8,7 +8,7 @@ class TextBuffer;
 
 enum class ExportResult : uint32_t {
     Done,
-    NoColours, // the engine gave no spans for a line: what is written so far stands
+    NoColours, // the engine gave no spans for a line: what is written so far stays
     NoMemory,
 };
 

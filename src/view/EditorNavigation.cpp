@@ -16,7 +16,7 @@ void EditorNavigation::GoToBookmark(TextEditor& editor, bool backward) {
 
 namespace {
 
-// Where a jump starts: at the bracket behind the caret, or else at the one before it. None32 without one
+// Where a jump starts: at the bracket after the caret, or else at the one before it. None32 without one
 // and at the end of the text.
 uint32_t JumpStart(const TextBuffer& document, uint32_t caret, Bracket& bracket) {
     const Char* pairs = document.Engine()->BraceCharacters();

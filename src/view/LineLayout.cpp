@@ -1,7 +1,7 @@
 #include "view/LineLayout.h"
 
 // Printable characters that are all alike are passed over as a whole: a line may be 100 million characters
-// long, and the caret may stand at its end.
+// long, and the caret may be at its end.
 
 int64_t LineLayout::PositionOf(TextSpan line, uint32_t column, LinePlace from) const {
     const uint32_t count = column < line.length ? column : line.length;

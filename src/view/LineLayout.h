@@ -15,7 +15,7 @@ struct LinePlace {
     int64_t position = 0;
 };
 
-// Where characters stand in a line, in pixels from the line's start. A tab reaches to the next multiple
+// Where the characters of a line are, in pixels from the line's start. A tab reaches to the next multiple
 // of the tab width, every other character is as wide as it is alone.
 class LineLayout {
 public:
@@ -26,7 +26,7 @@ public:
         if (character != u'\t') return widths.Of(character);
         return static_cast<int32_t>(tabWidth - position % tabWidth);
     }
-    // Where column `column` starts. `from` is a place of the line that is known already, not behind it.
+    // Where column `column` starts. `from` is a known place of the line at or before that column.
     int64_t PositionOf(TextSpan line, uint32_t column, LinePlace from = {}) const;
     // The column whose left edge is nearest to `target`, reading no further than needed. A NUL ends
     // the line.
@@ -35,7 +35,7 @@ public:
     uint32_t ColumnsWithin(TextSpan line, int64_t limit, LinePlace from = {}) const;
 
 private:
-    // Passes over the characters that PrintableWithin counts. Returns how many these are.
+    // Skips the characters that PrintableWithin counts. Returns how many there are.
     uint32_t SkipPrintable(const Char* text, uint32_t count, int64_t room, int64_t& position) const;
 
     CharWidths& widths;

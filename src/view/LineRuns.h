@@ -31,7 +31,7 @@ public:
 
     void Begin(const RowStyle& rowStyle, CharWidths& charWidths);
     // Lays out one line that starts at document offset `offset`: `spans` cover its characters, the line
-    // feed included. What stands before `from`, a place left of the window, is passed over. False without
+    // feed included. What comes before `from`, a place left of the window, is skipped. False without
     // memory; the runs then end early.
     bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount, LinePlace from = {});
 
@@ -53,9 +53,9 @@ private:
     bool AddTab(const Piece& piece);
     bool AddCharacter(Char shown, int32_t width, const Piece& piece, RunKind kind);
     DrawRun* RunFor(const Piece& piece, RunKind kind);
-    // Whether something that wide is seen when it starts at `position`.
-    // Passes over characters to the left of what is seen; returns how many.
+    // Skips characters to the left of what is seen; returns how many.
     uint32_t SkipHidden(const Char* text, uint32_t count);
+    // Whether something that wide is seen when it starts at `position`.
     bool IsVisible(int32_t width) const { return position + (width ? width : 1) > clipLeft && position < clipRight; }
     int32_t ToClient(int64_t pixels) const { return static_cast<int32_t>(pixels - style.scroll) + style.textLeft; }
 

@@ -2,12 +2,12 @@
 
 #include "base/Text.h"
 
-// Right behind a match its replacement is what stands before, and not the text that is still there.
+// Right after a match the character before is the last one of its replacement, not of the text that is still there.
 bool MatchList::Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const {
     if (!search.wholeWord) return true;
     if (at != lastEnd) return document.IsWholeWordAt(at, search.length);
-    const uint32_t behind = at + search.length;
-    return !Text::IsWordChar(before) && !(behind < document.Length() && Text::IsWordChar(document.Content()[behind]));
+    const uint32_t after = at + search.length;
+    return !Text::IsWordChar(before) && !(after < document.Length() && Text::IsWordChar(document.Content()[after]));
 }
 
 MatchResult MatchList::Gather(const TextBuffer& document, const SearchQuery& search, uint32_t start, uint32_t end,

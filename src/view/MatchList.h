@@ -8,11 +8,11 @@ enum class MatchResult : uint32_t { Done, Cancelled, NoMemory };
 // The places that a replacement of all matches changes, found in one pass.
 class MatchList {
 public:
-    // Finds every match of [start, end), each searched for behind the text that replaced the one before.
+    // Finds every match of [start, end), each searched for after the text that replaced the one before.
     // None reaches over `end`. On failure the list is empty.
     MatchResult Gather(const TextBuffer& document, const SearchQuery& search, uint32_t start, uint32_t end,
                        const Char* replacement, uint32_t replacementLength, SearchProgress& progress);
-    // All characters that the matches take away.
+    // How many characters the matches remove.
     uint64_t Removed() const { return removed; }
 
     Array<ReplacedRange> changes;
@@ -22,6 +22,6 @@ private:
     bool Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const;
 
     uint64_t removed = 0;
-    uint32_t lastEnd = None32; // behind the last match
+    uint32_t lastEnd = None32; // after the last match
     Char before = 0;           // what precedes `lastEnd` once the match is replaced; 0 at the text's start
 };

@@ -6,8 +6,8 @@ int64_t MeasuredLine::PositionOf(const LineLayout& layout, uint32_t lineStart, T
     if (column <= ShortLine) return layout.PositionOf(line, column);
     LinePlace from = PlaceIn(lineStart);
     if (from.column > column) return layout.PositionOf(line, column);
-    const uint32_t next = column - Behind;
-    // Tabs are painted by a rule of their own, and a NUL ends what is painted: no place lies behind one.
+    const uint32_t next = column - Lead;
+    // Tabs are painted by a rule of their own, and a NUL ends what is painted: no place is remembered after one.
     if (next > from.column &&
         Scan::FindUnprintable(line.text + from.column, next - from.column) == next - from.column) {
         MoveTo(next, from, layout, line);

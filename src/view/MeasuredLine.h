@@ -3,14 +3,14 @@
 #include "view/LineLayout.h"
 
 // Remembers a place far out in one long line, so that a caret that follows a growing line is not measured from
-// the line's start each time. Nothing but printable ASCII stands before it. `lineStart` is the line's offset in
+// the line's start each time. There is only printable ASCII before it. `lineStart` is the line's offset in
 // the document.
 class MeasuredLine {
 public:
     // Lines no longer than this are soon measured.
     static constexpr uint32_t ShortLine = 1u << 14;
     // How many columns before the caret the place lies: more than a window shows, which is painted from there.
-    static constexpr uint32_t Behind = 1u << 12;
+    static constexpr uint32_t Lead = 1u << 12;
 
     // No window is scrolled further to the right, in pixels.
     static constexpr int64_t FarthestScroll = INT32_MAX;

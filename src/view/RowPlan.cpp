@@ -61,7 +61,7 @@ bool RowPlan::Next(RowPicture& row) {
     return true;
 }
 
-// The text of the next line; the walk moves on behind it in the store.
+// The text of the next line; the walk moves on past it in the store.
 TextSpan RowPlan::TakeLine() {
     if (nextLine == document->EditLineNumber()) {
         storeStart += document->EditLineStoreLength();

@@ -47,5 +47,5 @@ private:
     uint32_t lineStart = 0;  // of nextLine as the user sees the text
     uint32_t state = 0;      // of the engine, at the start of nextLine
     int32_t gutter = 0;
-    const LineMark* mark = nullptr; // the first one at or behind nextLine
+    const LineMark* mark = nullptr; // the first one at or after nextLine
 };

@@ -7,11 +7,11 @@
 namespace Words {
 
 // Where the word or the gap before `column` (> 0) starts: back over word characters when the one before
-// the column is one, otherwise back to just behind the last word character.
+// the column is one, otherwise back to just after the last word character.
 uint32_t StartBefore(TextSpan line, uint32_t column);
 // Where the word or the gap at `column` ends; at most the line's length.
 uint32_t EndAfter(TextSpan line, uint32_t column);
-// What a word selection takes: from the start of the word that ends at or goes on behind `column` (from
+// What a word selection takes: from the start of the word that ends at or continues after `column` (from
 // `column` itself when none does) to the end of the word or gap there. Empty only at the line's end.
 void WordAt(TextSpan line, uint32_t column, uint32_t& start, uint32_t& end);
 // The first column that is neither space nor tab; the length of a blank line.

@@ -13,7 +13,7 @@ public:
     LongOperation(const LongOperation&) = delete;
     LongOperation& operator=(const LongOperation&) = delete;
 
-    // Whether one is on the stack: what it works with has to stay.
+    // Whether one is on the stack: what it works with must not go away.
     static bool IsRunning() { return running > 0; }
 
     bool Continue(uint64_t done, uint64_t total) override;

@@ -8,7 +8,7 @@ struct ShownRows {
     int32_t count = 0; // that fit in whole; one more may be seen in part
 };
 
-// What of a view is painted again. While redraw is suspended that is only noted, as is a caret that ought to be
+// What of a view is painted again. While redraw is suspended that is only noted, as is a caret that should be
 // placed.
 class Redraw {
 public:

@@ -44,10 +44,10 @@ struct RowPicture {
 // The rows of one paint, from top to bottom.
 class RowSource {
 public:
-    // False behind the last row.
+    // False after the last row.
     virtual bool Next(RowPicture& row) = 0;
     virtual int32_t GutterWidth() const = 0;
-    // Right edge of the margin, which stands beside the gutter.
+    // Right edge of the margin, which is beside the gutter.
     virtual int32_t MarginRight() const = 0;
 
 protected:

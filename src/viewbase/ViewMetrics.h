@@ -9,7 +9,7 @@ struct ViewMetrics {
     int32_t spaceWidth = 0;   // unit of tab stops
 };
 
-// Settings as layout uses them: a value that nobody can mean is held within bounds, so that it gives
+// Settings as layout uses them: a value that makes no sense is held within bounds, so that it gives
 // a sensible picture instead of a division by zero or a walk over four billion columns.
 namespace ViewLimits {
 constexpr uint32_t MaxTabSize = 1024;

@@ -10,7 +10,7 @@ public:
 
     // Asks for files to open. `result` gets what the dialog returned: one full path, or a directory and the
     // names in it, each ended by a NUL. False when cancelled, and when more files were chosen than fit into
-    // the dialog's buffer, which `tooMany` tells.
+    // the dialog's buffer: `tooMany` is set then.
     [[nodiscard]] bool AskOpen(WString& result, bool& tooMany) const;
 
     // SaveDialog.

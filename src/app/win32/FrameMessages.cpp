@@ -9,7 +9,7 @@ Answer FrameMessages::Show(HWND owner, const Char* text, MessageKind kind) {
     screen.CatchUp();
     WString fitted;
     if (BuildMessageText(text, fitted)) text = fitted.Text();
-    // A dialog that is shown has to wait for the answer like the frame beneath it.
+    // An open dialog has to wait for the answer as the frame does.
     if (!owner) owner = GetActiveWindow();
     const int answer = MessageBoxW(owner ? owner : frame, Wide(text), L"Orvane", Styles[static_cast<int>(kind)]);
     screen.ResumeBatch();

@@ -36,7 +36,7 @@ void FrameScreen::LayOutNow() {
     panes.LayOut(PaneArea());
 }
 
-// Asked for with every change of a document, so the system hears of real changes only.
+// Called for every change of a document, so only a title that differs is set.
 void FrameScreen::RefreshTitleNow() {
     WString text;
     const Pane* const pane = panes.Active();

@@ -166,7 +166,7 @@ bool MainFrame::OnCommand(WPARAM wparam, LPARAM lparam) {
         if (HIWORD(wparam) == EN_CHANGE) parts.commandWindow.OnTextChanged();
         return true;
     }
-    // From another program it would come beneath an open dialog, too, and beneath a long operation.
+    // Posted by another program, it would come while a dialog is open, too, or a long operation runs.
     return HasOpenDialog() || IsInLongOperation() || menu.Execute(LOWORD(wparam));
 }
 
@@ -210,7 +210,7 @@ void MainFrame::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
 
 void MainFrame::OnDropFiles(HDROP drop) {
     const DroppedFiles files(drop);
-    // Beneath an open dialog the frame takes nothing.
+    // While a dialog is open the frame takes nothing.
     const UINT count = HasOpenDialog() ? 0 : DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
     BeginBatch();
     WString path;

@@ -128,7 +128,7 @@ void PaneWindows::SetView(Pane& pane, View& view) {
     pane.view = &view;
     view.SetHost(&host);
     view.Attach(window);
-    // The focus stays with the window, so the new view is not told by the system.
+    // The focus stays with the window, so the system sends the new view no message.
     if (focused) SendMessageW(window, WM_SETFOCUS, 0, 0);
     view.Invalidate();
 }

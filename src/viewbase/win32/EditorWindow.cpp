@@ -38,7 +38,7 @@ Document* EditorWindow::Attach(HWND newWindow) {
 }
 
 void EditorWindow::Detach() {
-    EndDrag(); // the window, still ours, hears that it has lost the mouse
+    EndDrag(); // the window, still ours, gets the message that it has lost the mouse
     View::Detach();
 }
 

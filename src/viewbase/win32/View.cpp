@@ -19,7 +19,7 @@ LRESULT CALLBACK ViewWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM
         return DefWindowProcW(window, message, wparam, lparam);
     }
     View* view = ViewOf(window);
-    // Until Attach the view does not know this window: early messages are not its business.
+    // Until Attach the view does not know this window: early messages are not for it.
     if (!view || view->GetWindow() != window) return DefWindowProcW(window, message, wparam, lparam);
     return view->WindowProc(message, wparam, lparam);
 }
@@ -72,7 +72,7 @@ void View::Detach() {
     if (!window) return;
     HideCaret();
     focused = false;
-    // The shared system cursor is not ours to destroy; forgetting it is all there is to do.
+    // A shared system cursor: never destroyed.
     beamCursor = nullptr;
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure));
     SetWindowLongPtrW(window, GWLP_USERDATA, previousUserData);

@@ -19,8 +19,8 @@ bool FetchWidths(void*, Char first, int32_t* out) {
     return read;
 }
 
-// The font is rebuilt by whoever changes a setting; asking its generation is cheaper than making every
-// one of them tell us.
+// Several operations on settings rebuild the font; comparing its generation is simpler than having each of them
+// notify us.
 void FollowFont() {
     if (generation != DrawingObjects::FontGeneration()) ViewFont::Refresh();
 }

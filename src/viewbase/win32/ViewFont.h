@@ -8,7 +8,7 @@
 namespace ViewFont {
 
 // Reads the metrics of the current font and forgets all cached widths. Called whenever the font was
-// rebuilt, before the views lay themselves out anew.
+// rebuilt, before the views lay themselves out again.
 void Refresh();
 const ViewMetrics& Metrics();
 CharWidths& Widths();

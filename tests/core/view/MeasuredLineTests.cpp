@@ -68,10 +68,10 @@ TEST_F(MeasuredLineTest, APlaceIsKeptAheadOfAFollowingCaret) {
     MeasuredLine measured;
     for (uint32_t column = Long; column <= 4 * Long; column += Long) {
         measured.PositionOf(Layout(), 0, Span(text), column);
-        EXPECT_EQ(measured.PlaceIn(0).column, column - MeasuredLine::Behind);
+        EXPECT_EQ(measured.PlaceIn(0).column, column - MeasuredLine::Lead);
     }
     measured.PositionOf(Layout(), 0, Span(text), 10);
-    EXPECT_EQ(measured.PlaceIn(0).column, 4 * Long - MeasuredLine::Behind) << "short ways need no place";
+    EXPECT_EQ(measured.PlaceIn(0).column, 4 * Long - MeasuredLine::Lead) << "short ways need no place";
 }
 
 TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
@@ -83,14 +83,14 @@ TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
         for (uint32_t column = step; column <= 6 * Long; column += step) {
             measured.PositionOf(Layout(), 0, Span(text), column);
             const LinePlace place = measured.PlaceIn(0, MeasuredLine::FarthestScroll);
-            if (column - MeasuredLine::Behind > Last) {
+            if (column - MeasuredLine::Lead > Last) {
                 EXPECT_EQ(place.column, Last);
             } else if (column > MeasuredLine::ShortLine) {
-                EXPECT_EQ(place.column, column - MeasuredLine::Behind);
+                EXPECT_EQ(place.column, column - MeasuredLine::Lead);
             }
             EXPECT_EQ(place.position, int64_t{place.column} * 65535);
         }
-        EXPECT_EQ(measured.PlaceIn(0).column, 6 * Long - MeasuredLine::Behind);
+        EXPECT_EQ(measured.PlaceIn(0).column, 6 * Long - MeasuredLine::Lead);
         EXPECT_EQ(measured.PlaceIn(0, 1).column, 0u);
     }
 }
@@ -101,7 +101,7 @@ TEST_F(MeasuredLineTest, APlaceInReachIsOneOfItsOwnLine) {
     MeasuredLine measured;
     measured.PositionOf(Layout(), 0, Span(text), 3 * Long);
     measured.PositionOf(Layout(), 7, Span(text), Long);
-    EXPECT_EQ(measured.PlaceIn(7, MeasuredLine::FarthestScroll).column, Long - MeasuredLine::Behind);
+    EXPECT_EQ(measured.PlaceIn(7, MeasuredLine::FarthestScroll).column, Long - MeasuredLine::Lead);
     EXPECT_EQ(measured.PlaceIn(0, MeasuredLine::FarthestScroll).column, 0u);
 }
 
