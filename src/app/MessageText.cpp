@@ -12,7 +12,7 @@ bool BreakLongWords(const Char* message, WString& out) {
     uint32_t length = 0; // of the word up to here
     for (; *message; ++message) {
         length = IsBreak(*message) ? 0 : length + 1;
-        if (length > LongestMessageWord && !IsSecondOfPair(*message)) {
+        if (length > MaxMessageWord && !IsSecondOfPair(*message)) {
             if (!out.AppendChar(u'\n')) return false;
             length = 1;
         }
@@ -35,7 +35,7 @@ uint32_t StartOfLine(const WString& text, uint32_t line) {
 }
 
 bool LeaveOutMiddle(const WString& text, uint32_t lines, WString& out) {
-    const uint32_t kept = (MostMessageLines - 1) / 2;
+    const uint32_t kept = (MaxMessageLines - 1) / 2;
     return out.Append(text.Text(), StartOfLine(text, kept)) && out.Append(u"\u2026\n") &&
            out.Append(text.Text() + StartOfLine(text, lines - kept));
 }
@@ -47,7 +47,7 @@ bool BuildMessageText(const Char* message, WString& out) {
     if (!BreakLongWords(message, broken)) return false;
     const uint32_t lines = CountLines(broken);
     WString made;
-    if (lines > MostMessageLines && !LeaveOutMiddle(broken, lines, made)) return false;
-    out = std::move(lines > MostMessageLines ? made : broken);
+    if (lines > MaxMessageLines && !LeaveOutMiddle(broken, lines, made)) return false;
+    out = std::move(lines > MaxMessageLines ? made : broken);
     return true;
 }

@@ -5,14 +5,14 @@
 #include <utility>
 
 void OpenFailures::Add(const Char* path) {
-    if (++count > MostNames) return;
+    if (++count > MaxNames) return;
     // Without memory the message names fewer files.
     if (names.IsEmpty() || names.AppendChar(u'\n')) static_cast<void>(names.Append(path));
 }
 
 WString OpenFailures::Take() {
     WString taken(std::move(names));
-    if (count > MostNames) Text::AppendFormat(taken, u"\n(and %u more)", count - MostNames);
+    if (count > MaxNames) Text::AppendFormat(taken, u"\n(and %u more)", count - MaxNames);
     count = 0;
     return taken;
 }

@@ -6,7 +6,7 @@
 // many the first few are named and the rest counted.
 class OpenFailures {
 public:
-    static constexpr uint32_t MostNames = 10;
+    static constexpr uint32_t MaxNames = 10;
 
     // Without memory a name is left out.
     void Add(const Char* path);

@@ -70,7 +70,7 @@ bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
 
 bool BinaryDocument::WriteToFile() {
     const PagedContent::WriteResult result = content.WritePages();
-    if (result != PagedContent::WriteResult::NothingWritten) history.MarkHalfSaved();
+    if (result != PagedContent::WriteResult::NothingWritten) history.MarkPartlySaved();
     return result == PagedContent::WriteResult::Done && file.Flush();
 }
 
@@ -147,7 +147,7 @@ bool BinaryDocument::DoCommand(DocumentCommand kind) {
     if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
     const bool done = kind == DocumentCommand::Undo ? Undo() : Redo();
     // Menu and keys come here; every view reports to the same frame.
-    if (!done && CanDo(kind) && views.head) static_cast<HexDocumentView*>(views.head->view)->TellFailedChange();
+    if (!done && CanDo(kind) && views.head) static_cast<HexDocumentView*>(views.head->view)->ReportEditFailure();
     return true;
 }
 

@@ -25,8 +25,8 @@ struct ByteHit {
 class ByteSearch {
 public:
     // `progress` may be null. Everything has to outlive the search.
-    ByteSearch(FileWindow& searched, const ByteQuery& asked, SearchProgress* told)
-        : file(searched), query(asked), progress(told) {}
+    ByteSearch(FileWindow& searched, const ByteQuery& asked, SearchProgress* observer)
+        : file(searched), query(asked), progress(observer) {}
     ByteSearch(const ByteSearch&) = delete;
     ByteSearch& operator=(const ByteSearch&) = delete;
 

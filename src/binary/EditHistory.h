@@ -24,7 +24,7 @@ public:
     bool IsModified() const { return HeadSerial() != savedSerial; }
     void MarkSaved() { savedSerial = HeadSerial(); }
     // The file is what no state of the document is, whatever is undone, until it is saved.
-    void MarkHalfSaved() { savedSerial = NoSerial; }
+    void MarkPartlySaved() { savedSerial = NoSerial; }
 
 private:
     static constexpr uint32_t NoSerial = UINT32_MAX; // of no edit, nor of an empty list

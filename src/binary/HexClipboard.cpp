@@ -66,12 +66,12 @@ bool HexClipboard::CanPaste(const HexEditor& editor) {
 
 void HexClipboard::Paste(HexEditor& editor) {
     BinaryDocument& document = *editor.GetBinaryDocument();
-    if (document.IsReadOnly()) return editor.TellReadOnly();
+    if (document.IsReadOnly()) return editor.ReportReadOnly();
     Array<uint8_t> bytes;
-    if (ReadPasted(editor, bytes) == HexPattern::Result::OutOfMemory) return editor.TellFailedChange();
+    if (ReadPasted(editor, bytes) == HexPattern::Result::OutOfMemory) return editor.ReportEditFailure();
     const uint64_t caret = editor.Caret();
     const auto count = static_cast<size_t>(std::min<uint64_t>(bytes.Count(), editor.FileSize() - caret));
     if (count == 0) return;
     const HexViewState state = {caret, editor.LowNibble(), caret + count, editor.LowNibble()};
-    if (!document.EditBytes(caret, bytes.Items(), count, &editor, state)) editor.TellFailedChange();
+    if (!document.EditBytes(caret, bytes.Items(), count, &editor, state)) editor.ReportEditFailure();
 }

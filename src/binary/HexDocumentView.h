@@ -14,7 +14,7 @@ public:
     // Bytes of the document or of its file are others than before: repaints everything.
     virtual void ContentChanged() = 0;
     // Tells the user that bytes could not be changed.
-    virtual void TellFailedChange() = 0;
+    virtual void ReportEditFailure() = 0;
 
     void InvalidateLines(uint32_t, uint32_t) override { Invalidate(); }
     void LineCountChanged() override {}

@@ -24,9 +24,9 @@ void HexEditor::ContentChanged() {
     Invalidate();
 }
 
-void HexEditor::TellFailedChange() { HostCalls::ShowStatus(surface, u"Failed changing the file"); }
+void HexEditor::ReportEditFailure() { HostCalls::ShowStatus(surface, u"Failed changing the file"); }
 
-void HexEditor::TellReadOnly() { HostCalls::ShowStatus(surface, u"The file can only be read"); }
+void HexEditor::ReportReadOnly() { HostCalls::ShowStatus(surface, u"The file can only be read"); }
 
 // The window.
 

@@ -39,8 +39,8 @@ public:
     void SetCaret(uint64_t offset, uint32_t subPosition) override;
     void MakeCaretVisible() override { UpdateCaret(true); }
     void ContentChanged() override;
-    void TellFailedChange() override;
-    void TellReadOnly();
+    void ReportEditFailure() override;
+    void ReportReadOnly();
 
     // The window. What it passes on is in EditorInput.h.
     void WindowAttached();

@@ -24,7 +24,7 @@ void EditorFind::ShowFind(TextEditor& editor) {
 }
 
 void EditorFind::ShowReplace(TextEditor& editor) {
-    editor.OwnSurface().ShowReplaceDialog(!TakeTextFromSelection(editor));
+    editor.GetTextSurface().ShowReplaceDialog(!TakeTextFromSelection(editor));
 }
 
 void EditorFind::QuickSearch(TextEditor& editor, bool backward) {

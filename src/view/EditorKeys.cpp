@@ -23,7 +23,7 @@ struct KeyPress {
     void Move(uint32_t toLine, uint32_t toColumn) const {
         if (!shift) editor.CollapseSelection();
         editor.MoveCaret(toLine, toColumn, shift);
-        editor.OwnSurface().UpdateNow();
+        editor.GetTextSurface().UpdateNow();
     }
     uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
 };

@@ -7,7 +7,7 @@ namespace {
 
 class RichTextSink final : public ColouredTextSink {
 public:
-    explicit RichTextSink(WString& target) : out(target), colourCount(ListDistinctColours(colours, MostColours)) {}
+    explicit RichTextSink(WString& target) : out(target), colourCount(ListDistinctColours(colours, MaxColours)) {}
 
     bool WriteHeader() {
         bool done = out.Append(u"{\\rtf1\\ansi\\ansicpg1252\n{\\colortbl;");
@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    static constexpr uint32_t MostColours = 100;
+    static constexpr uint32_t MaxColours = 100;
 
     uint32_t IndexOf(Colour colour) const {
         for (uint32_t i = 0; i < colourCount; ++i) {
@@ -42,7 +42,7 @@ private:
     }
 
     WString& out;
-    Colour colours[MostColours] = {};
+    Colour colours[MaxColours] = {};
     uint32_t colourCount;
 };
 

@@ -28,7 +28,7 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     style.selectionForeground = settings.SelFg;
     style.selectionBackground = settings.SelBg;
     style.showWhitespace = settings.ShowWhitespace != 0;
-    runs.Begin(style, editor->OwnSurface().Widths());
+    runs.Begin(style, editor->GetTextSurface().Widths());
 
     const bool all = updateBottom <= updateTop;
     topLine = editor->TopLine();
@@ -75,7 +75,7 @@ TextSpan RowPlan::TakeLine() {
 
 uint32_t RowPlan::SeenLength(TextSpan line, LinePlace from) const {
     if (line.length <= LongLine) return line.length + 1;
-    const LineLayout layout(style.metrics, editor->OwnSurface().Widths());
+    const LineLayout layout(style.metrics, editor->GetTextSurface().Widths());
     const int64_t right = int64_t(style.scroll) + style.textRight - style.textLeft;
     const uint32_t seen = layout.ColumnsWithin(line, right, from);
     return line.length - seen > LookAhead ? seen + LookAhead : line.length + 1;

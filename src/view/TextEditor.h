@@ -26,7 +26,7 @@ public:
 
     // Its parts.
     EditorSurface& Surface() const { return surface; }
-    TextSurface& OwnSurface() const { return textSurface; }
+    TextSurface& GetTextSurface() const { return textSurface; }
     const ShownText& Text() const { return text; }
     const TextCaret& Caret() const { return caret; }
     TextViewport& Viewport() { return viewport; }

@@ -21,7 +21,7 @@ public:
     static inline bool failNext = false; // the next Create fails
     static inline int alive = 0;         // views that were made and not destroyed
 
-    void ForgetCalls() { contentChanges = documentChanges = madeVisible = failuresTold = 0; }
+    void ForgetCalls() { contentChanges = documentChanges = madeVisible = failuresReported = 0; }
 
     void SetCaret(uint64_t offset, uint32_t position) override {
         caret = offset;
@@ -29,7 +29,7 @@ public:
     }
     void MakeCaretVisible() override { ++madeVisible; }
     void ContentChanged() override { ++contentChanges; }
-    void TellFailedChange() override { ++failuresTold; }
+    void ReportEditFailure() override { ++failuresReported; }
     bool HasWindow() const override { return true; }
     bool HasFocus() const override { return false; }
     void Invalidate() override {}
@@ -47,7 +47,7 @@ public:
     int madeVisible = 0;
     int contentChanges = 0;
     int documentChanges = 0;
-    int failuresTold = 0;
+    int failuresReported = 0;
 
     // Not through `new` of the product: a view is no part of what runs out of memory in a test.
     static void* operator new(size_t bytes) { return ::operator new(bytes); }

@@ -14,13 +14,13 @@ void FrameSettings::Reapply(const SettingsChanges& changes) {
     if (!changes.HoldsColour()) return Apply(0);
     // The only drawing object without a change handler of its own. Without memory the old one stays.
     static_cast<void>(DrawingObjects::RefreshSpaceDot());
-    DropEngines();
+    DetachEngines();
     store.ReloadEngineDefinitions();
     Apply(SettingsChanged::Engine);
 }
 
 void FrameSettings::Reload() {
-    DropEngines();
+    DetachEngines();
     // Without memory the settings stay as they are, and the documents get their engines back.
     static_cast<void>(store.Load());
     RebuildToolMenu(GetMenu(frame));
@@ -46,7 +46,7 @@ void FrameSettings::LayOutViews(uint32_t flags) {
 
 // Engine definitions hold colours of the settings, and engines refer to definitions: no document keeps one
 // while the definitions change.
-void FrameSettings::DropEngines() {
+void FrameSettings::DetachEngines() {
     for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
         if (!node->document->IsBinary()) static_cast<TextBuffer*>(node->document)->AttachEngine(nullptr);
 }

@@ -27,7 +27,7 @@ public:
     void OnMetricsChanged();
 
 private:
-    void DropEngines();
+    void DetachEngines();
     void LayOutViews(uint32_t flags);
 
     SettingsStore& store;

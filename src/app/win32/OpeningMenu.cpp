@@ -28,8 +28,8 @@ void RebuildDocumentItems(HMENU menu, const DocumentList& documents) {
     }
     uint32_t index = 0;
     // The numbers of more documents would be those of the tools.
-    constexpr uint32_t MostItems = IDM_FIRST_TOOL - IDM_FIRST_DOCUMENT;
-    for (const DocumentList::Node* node = documents.Head(); node && index < MostItems; node = node->next, ++index) {
+    constexpr uint32_t MaxItems = IDM_FIRST_TOOL - IDM_FIRST_DOCUMENT;
+    for (const DocumentList::Node* node = documents.Head(); node && index < MaxItems; node = node->next, ++index) {
         WString text;
         if (BuildWindowItem(index, *node->document, text))
             AppendMenuW(menu, MF_STRING, IDM_FIRST_DOCUMENT + index, Wide(text.Text()));

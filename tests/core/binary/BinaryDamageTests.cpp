@@ -101,11 +101,11 @@ TEST(BinaryDamage, AnUndoAndARedoThatFailAreTold) {
             const Damage damage(20480, 20481);
             EXPECT_TRUE(file->DoCommand(kind));
         }
-        EXPECT_EQ(view->failuresTold, 1);
+        EXPECT_EQ(view->failuresReported, 1);
         EXPECT_TRUE(file->DoCommand(kind));
-        EXPECT_EQ(view->failuresTold, 1);
+        EXPECT_EQ(view->failuresReported, 1);
         EXPECT_TRUE(file->DoCommand(kind)); // there is no further one
-        EXPECT_EQ(view->failuresTold, 1);
+        EXPECT_EQ(view->failuresReported, 1);
         view->ForgetCalls();
     }
 }

@@ -62,7 +62,7 @@ TEST_F(EditHistoryTest, AnotherEditIsNotTakenForTheSavedOne) {
 
 TEST_F(EditHistoryTest, AHalfWrittenFileIsModifiedWhateverIsUndone) {
     Add();
-    history.MarkHalfSaved();
+    history.MarkPartlySaved();
     EXPECT_TRUE(history.IsModified());
     history.MoveToRedo();
     EXPECT_TRUE(history.IsModified());
