@@ -13,7 +13,7 @@ KeyDecision DecideKeyDown(const KeyPress& press) {
     const bool isDigit = press.key >= FrameKey::Digit0 && press.key <= FrameKey::Digit9;
     // Ctrl and Alt together are the AltGr of keyboards that type brackets and braces with it.
     if (isDigit && press.ctrl && !press.alt) return DecideDigit(press);
-    if (press.key == FrameKey::Escape) return {KeyAction::LeaveOutput, 0, Swallow::IfActed};
+    if (press.key == ViewKey::Escape) return {KeyAction::LeaveOutput, 0, Swallow::IfActed};
     if (press.key == FrameKey::Tab && press.ctrl && press.hasActivePane)
         return {press.shift ? KeyAction::ShowPreviousInMru : KeyAction::ShowNextInMru, 0, Swallow::Yes};
     return {};

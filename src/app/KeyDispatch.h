@@ -1,12 +1,12 @@
 #pragma once
 
 #include "base/Types.h"
+#include "viewbase/ViewKey.h"
 
-// Virtual-key codes that the frame looks at, the system's own.
+// Virtual-key codes that only the frame looks at, the system's own; see ViewKey.h for others.
 namespace FrameKey {
 constexpr uint32_t Tab = 0x09;
 constexpr uint32_t Ctrl = 0x11;
-constexpr uint32_t Escape = 0x1B;
 constexpr uint32_t Digit0 = 0x30;
 constexpr uint32_t Digit9 = 0x39;
 } // namespace FrameKey

@@ -223,11 +223,6 @@ void ReleaseSettings() {
     toolList.Clear();
 }
 
-uint32_t TabWidth() {
-    if (settings.SpacesPerTab == 0) return 1;
-    return settings.SpacesPerTab < MaxTabWidth ? settings.SpacesPerTab : MaxTabWidth;
-}
-
 int32_t FontHeight(uint32_t size, uint32_t dpi) {
     const uint64_t pixels = (uint64_t{size} * dpi + 36) / 72;
     return -static_cast<int32_t>(pixels < MaxFontPixels ? pixels : uint64_t{MaxFontPixels});

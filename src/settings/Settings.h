@@ -9,8 +9,7 @@ class IniFile;
 // the process-wide record are its own, those of a copy are explained at CopySettings.
 //
 // Nothing validates a cell: it holds what was written, so 0 and 4294967295 are ordinary values of
-// every number. Readers guard themselves: TabWidth before dividing, LayoutSetting before adding up
-// pixels or columns, FontHeight for the font.
+// every number. Readers guard themselves: the views with viewbase/ViewMetrics.h, FontHeight for the font.
 struct SettingsRecord {
     uint32_t ReplaceTabs = 0, SpacesPerTab = 0, ShowWhitespace = 0, PasteKeepSelection = 0, ColumnGuide = 0;
     uint32_t IndentGuide = 0;
@@ -141,17 +140,6 @@ void DropSettings(SettingsRecord& copy);
 
 // Frees every string cell and the tool list. The drawing objects are the windowed half's to destroy.
 void ReleaseSettings();
-
-// SpacesPerTab as a divisor and multiplier: at least 1, at most MaxTabWidth.
-constexpr uint32_t MaxTabWidth = 256;
-uint32_t TabWidth();
-
-// A width in pixels or columns taken from a cell, small enough to be added up and multiplied by a
-// character's width in an int.
-constexpr uint32_t MaxLayoutSetting = 16384;
-constexpr int32_t LayoutSetting(uint32_t value) {
-    return static_cast<int32_t>(value < MaxLayoutSetting ? value : MaxLayoutSetting);
-}
 
 // The height that asks the system for a font of `size` points on a screen of `dpi` pixels an inch:
 // minus the pixels, rounded to nearest with halves up, at least -MaxFontPixels.

@@ -48,7 +48,6 @@ void RunLinesAsOptions(const Char* text) {
         SettingsChanges changes;
         ExecuteSetOption(line.Text(), changes);
     }
-    Require(TabWidth() >= 1 && TabWidth() <= MaxTabWidth);
     Require(FontHeight(settings.FontSize, 96) <= 0 && FontHeight(settings.FontSize, 96) >= -MaxFontPixels);
 }
 

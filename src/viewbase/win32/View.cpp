@@ -140,12 +140,6 @@ LRESULT View::OnMouseActivate(WPARAM wparam, LPARAM lparam) {
     return DefWindowProcW(window, WM_MOUSEACTIVATE, wparam, lparam);
 }
 
-uint32_t View::WindowDpi() const {
-    // Wine 8 answers 0 for a window that is just going away.
-    const UINT dpi = window ? GetDpiForWindow(window) : 0;
-    return dpi ? dpi : GetDpiForSystem();
-}
-
 void View::LoadBeamCursor() {
     if (!beamCursor) beamCursor = LoadCursorW(nullptr, IDC_IBEAM);
 }

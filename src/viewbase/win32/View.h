@@ -52,8 +52,6 @@ public:
     virtual void OnChar(Char character, uint32_t repeat, uint32_t flags) = 0;
 
     ViewHost* Host() const { return host; }
-    // The DPI of the window's monitor, or of the screen without a window.
-    uint32_t WindowDpi() const;
 
 protected:
     HWND window = nullptr;

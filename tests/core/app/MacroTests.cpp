@@ -220,9 +220,9 @@ TEST(KeyDispatch, DigitsAreLeftAloneWithoutCtrlAndWithAltGr) {
 }
 
 TEST(KeyDispatch, EscapeLeavesAnOutputDocument) {
-    EXPECT_EQ(DecisionOn({.isDown = true, .key = FrameKey::Escape}),
+    EXPECT_EQ(DecisionOn({.isDown = true, .key = ViewKey::Escape}),
               (Decision{KeyAction::LeaveOutput, 0, Swallow::IfActed}));
-    EXPECT_EQ(DecisionOn({.isUp = true, .key = FrameKey::Escape}), Nothing);
+    EXPECT_EQ(DecisionOn({.isUp = true, .key = ViewKey::Escape}), Nothing);
 }
 
 TEST(KeyDispatch, CtrlTabWalksTheOrderOfUse) {
@@ -244,7 +244,7 @@ TEST(KeyDispatch, ReleasingCtrlFinishesTheSwitch) {
 }
 
 TEST(KeyDispatch, OtherMessagesAreNone) {
-    EXPECT_EQ(DecisionOn({.key = FrameKey::Escape, .ctrl = true, .switching = true}), Nothing);
+    EXPECT_EQ(DecisionOn({.key = ViewKey::Escape, .ctrl = true, .switching = true}), Nothing);
 }
 
 } // namespace

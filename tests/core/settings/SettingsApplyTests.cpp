@@ -265,24 +265,6 @@ TEST_F(SettingsApply, ListStopsAtTheCapacity) {
     EXPECT_EQ(ListDistinctColours(nullptr, 0), 0u);
 }
 
-TEST_F(SettingsApply, TabWidthIsASafeDivisorAndTheCellKeepsWhatWasWritten) {
-    const std::pair<const Char*, uint32_t> cases[] = {{u"0", 1},     {u"1", 1},     {u"8", 8},
-                                                      {u"256", 256}, {u"257", 256}, {u"4294967295", 256}};
-    for (const auto& [value, expected] : cases) {
-        SetOption(nullptr, u"SpacesPerTab", value);
-        EXPECT_EQ(settings.SpacesPerTab, Text::ParseDecimal(value));
-        EXPECT_EQ(TabWidth(), expected);
-    }
-}
-
-TEST(SettingsReaders, LayoutSettingFitsASignedSum) {
-    EXPECT_EQ(LayoutSetting(0), 0);
-    EXPECT_EQ(LayoutSetting(20), 20);
-    EXPECT_EQ(LayoutSetting(16384), 16384);
-    EXPECT_EQ(LayoutSetting(16385), 16384);
-    EXPECT_EQ(LayoutSetting(4294967295u), 16384);
-}
-
 TEST(SettingsReaders, FontHeightRoundsToNearest) {
     EXPECT_EQ(FontHeight(10, 96), -13); // 13.33
     EXPECT_EQ(FontHeight(8, 96), -11);  // 10.67
