@@ -177,7 +177,7 @@ TEST_F(FindDialogTest, FindKeepsItsChoicesForEveryDocument) {
     EXPECT_TRUE(Close());
 }
 
-TEST_F(FindDialogTest, WhatIsNotFoundIsToldAndTheDialogStays) {
+TEST_F(FindDialogTest, AFailedSearchIsReportedAndTheDialogStays) {
     ASSERT_TRUE(Start());
     Fill(L"abc");
     ASSERT_TRUE(Open(L"Ctrl+F"));

@@ -120,7 +120,7 @@ TEST_F(FrameSessionTest, AnotherFileIsReplacedOnYesOnly) {
     EXPECT_EQ(files::Read(Path(L"my file")), "sessionfile\r\ne " + Bytes(Path(L"a.txt")) + "\r\nl 1\r\n");
 }
 
-TEST_F(FrameSessionTest, AFailureIsTold) {
+TEST_F(FrameSessionTest, AFailureIsReported) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     ASSERT_TRUE(files::MakeFolder(Path(L"folder")));
     ASSERT_TRUE(editor.RunCommandLine(L"ss folder"));

@@ -156,7 +156,7 @@ TEST_F(HexTest, BytesAndTextAreFoundWithWrap) {
     EXPECT_TRUE(WaitForOffset(L"0000000028"));
 }
 
-TEST_F(HexTest, WhatIsNotFoundIsToldAndTheSelectionStays) {
+TEST_F(HexTest, AFailedSearchIsReportedAndKeepsTheSelection) {
     ASSERT_TRUE(OpenBytes(Counting(40)));
     ASSERT_TRUE(editor.Keys(L"Right Right Shift+Right"));
     ASSERT_TRUE(Find(L"fe ff"));

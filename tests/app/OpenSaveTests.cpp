@@ -139,7 +139,7 @@ TEST_F(OpenSaveTest, UndoBackToTheSavedTextTakesTheMarkAway) {
     EXPECT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L" - Orvane"));
 }
 
-TEST_F(OpenSaveTest, FailedSaveIsToldAndLeavesTheChange) {
+TEST_F(OpenSaveTest, AFailedSaveIsReportedAndKeepsTheChange) {
     ASSERT_TRUE(OpenFile(L"a.txt", "one"));
     ASSERT_TRUE(editor.Type(L"x"));
     ASSERT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));

@@ -127,7 +127,7 @@ TEST_F(ToolsDialogTest, CancelLeavesTheFileAsItIs) {
     EXPECT_EQ(Saved(), before);
 }
 
-TEST_F(ToolsDialogTest, ItsDialogsStandInTheMiddleOfTheFrame) {
+TEST_F(ToolsDialogTest, ItsDialogsAreCentredOverTheFrame) {
     Open("[Tool]\nDisplayName=One\nCommand=one\nPromptArgs=1\n");
     EXPECT_TRUE(IsCentred(dialog));
     ASSERT_TRUE(editor.Keys(L"Escape"));

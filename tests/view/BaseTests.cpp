@@ -192,7 +192,7 @@ TEST(Guards, TheClipboardIsClosedUnlessItIsDetached) {
     CloseClipboard();
 }
 
-TEST(Guards, TheMouseIsReleasedOnlyByWhoeverHasIt) {
+TEST(Guards, TheMouseIsReleasedOnlyByItsOwner) {
     const HiddenWindow window(u"");
     const HiddenWindow other(u"");
     {
@@ -287,7 +287,7 @@ TEST(Heap, LargeBlocksGrowInPlace) {
     Heap::Free(block);
 }
 
-TEST(File, ACreatedFileIsSharedWithNobody) {
+TEST(File, ACreatedFileIsNotShared) {
     wchar_t folder[MAX_PATH];
     wchar_t name[MAX_PATH];
     ASSERT_NE(GetTempPathW(MAX_PATH, folder), 0u);

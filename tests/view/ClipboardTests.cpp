@@ -139,7 +139,7 @@ TEST_F(ClipboardTest, AClipboardThatIsSoonGivenBackIsWaitedFor) {
     EXPECT_EQ(document->Text(), u"xyz");
 }
 
-TEST_F(ClipboardTest, AClipboardThatStaysTakenIsGivenUpWithoutAWord) {
+TEST_F(ClipboardTest, AClipboardThatStaysTakenIsGivenUpSilently) {
     ShowText(u"ab");
     view->ExecuteCommand(ViewCommand::SelectAll);
     PutText(u"old");
@@ -156,7 +156,7 @@ TEST_F(ClipboardTest, AClipboardThatStaysTakenIsGivenUpWithoutAWord) {
 
 HANDLE WINAPI RefuseBlock(UINT, HANDLE) { return nullptr; }
 
-TEST_F(ClipboardTest, ABlockThatIsRefusedIsTold) {
+TEST_F(ClipboardTest, ARefusedBlockIsReported) {
     ShowText(u"ab");
     view->ExecuteCommand(ViewCommand::SelectAll);
     const ReplacedImport refused("SetClipboardData", reinterpret_cast<void*>(RefuseBlock));

@@ -107,7 +107,7 @@ TEST_F(FileCallTest, HiddenAndSystemFilesAreSavedAndStayWhatTheyAre) {
     }
 }
 
-TEST_F(FileCallTest, ANewFileGetsTheArchiveAttributeAndIsSharedWithNobody) {
+TEST_F(FileCallTest, ANewFileGetsTheArchiveAttributeAndIsNotShared) {
     EXPECT_TRUE(SaveAs("file.txt", u"new"));
     ASSERT_FALSE(opens.empty());
     EXPECT_EQ(opens[0].attributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
@@ -186,7 +186,7 @@ TEST_F(FileCallTest, AFileSystemThatCannotFlushDoesNotFailTheSave) {
     }
 }
 
-TEST_F(FileCallTest, ATimeIsReadWithoutStandingInAnybodysWay) {
+TEST_F(FileCallTest, ReadingATimeBlocksNoOtherProgram) {
     TextDocument document(u"text");
     const std::u16string path = folder.Path("file.txt");
     ASSERT_TRUE(document->Save(path.c_str(), Encoding::Keep, LineEnding::Keep) && document->SetPath(path.c_str()));

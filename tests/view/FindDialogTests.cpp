@@ -42,7 +42,7 @@ TEST_F(FindDialogsTest, NotFoundIsAnInformation) {
     EXPECT_EQ(host.messageKinds, std::vector<MessageKind>(3, MessageKind::Information));
 }
 
-TEST_F(FindDialogsTest, WhatIsFoundIsSelectedWithoutAWord) {
+TEST_F(FindDialogsTest, AMatchIsSelectedWithoutAMessage) {
     ShowText(u"abc");
     dialog::WhenShown([](HWND window) {
         dialog::SetText(window, IDC_FIND_WHAT, L"bc");

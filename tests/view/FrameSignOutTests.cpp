@@ -69,7 +69,7 @@ TEST_F(FrameSignOutTest, UnsavedChangesAreAReasonAndNoQuestionUntilTheUserIsBack
     EXPECT_EQ(main->Documents().Count(), 1u);
 }
 
-TEST_F(FrameSignOutTest, NothingGoesBeneathALongOperation) {
+TEST_F(FrameSignOutTest, NothingClosesDuringALongOperation) {
     text->InsertText(0, u"x", 1);
     {
         const LongOperation operation(*static_cast<TextView*>(text->ActiveView()->AsView()));

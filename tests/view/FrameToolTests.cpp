@@ -80,7 +80,7 @@ TEST_F(FrameToolTest, ADetachedToolIsStartedInSightInAGroupOfItsOwn) {
     EXPECT_TRUE(recorder.IsClosed(call.thread));
 }
 
-TEST_F(FrameToolTest, WhereTheInterpreterCannotRunNothingIsStartedAndItIsTold) {
+TEST_F(FrameToolTest, WhereTheInterpreterCannotRunNothingIsStartedAndThatIsReported) {
     static std::vector<std::wstring> messages;
     messages.clear();
     const auto take = [](HWND, LPCWSTR text, LPCWSTR, UINT) -> int {

@@ -88,7 +88,7 @@ protected:
 
 } // namespace
 
-TEST_F(HexSaveTest, AWriteThatFailsOnTheThirdPageIsToldAndTheNextSaveWritesAll) {
+TEST_F(HexSaveTest, AWriteThatFailsOnTheThirdPageIsReportedAndTheNextSaveWritesAll) {
     {
         const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
         writesUntilFailure = 3;

@@ -67,7 +67,7 @@ protected:
 
 } // namespace
 
-TEST_F(HexPaintTest, TheColumnsStandBesideEachOther) {
+TEST_F(HexPaintTest, TheColumnsAreSideBySide) {
     UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#00ff00\nMarginColor=#0000ff\nTextFg=#000000\nTextBg=#ffffc0\n"
                 u"MarginWidth=20");
     ShowFile(std::string(40, 'H')); // an offset column of four characters

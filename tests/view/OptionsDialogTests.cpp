@@ -80,7 +80,7 @@ TEST_F(OptionsTest, TheTreeHoldsThePages) {
     });
 }
 
-TEST_F(OptionsTest, ThePagesStandRightOfTheTree) {
+TEST_F(OptionsTest, ThePagesAreRightOfTheTree) {
     Open([](HWND options) {
         const int dpi = static_cast<int>(GetDpiForWindow(options));
         for (const HWND page : {GeneralPage(options), FontsPage(options), ColorsPage(options)}) {

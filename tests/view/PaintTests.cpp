@@ -50,7 +50,7 @@ TEST_F(PaintTest, SelectionCutsTheRunsAndShowsTheLineEndAsOneCell) {
     EXPECT_FALSE(picture.Has(green, 0, LineHeight(), picture.width, 2 * LineHeight()));
 }
 
-TEST_F(PaintTest, LineNumbersStandRightAlignedInTheGutter) {
+TEST_F(PaintTest, LineNumbersAreRightAlignedInTheGutter) {
     UseSettings(u"LineNumFg=#ff0000\nLineNumBg=#00ff00");
     Show(u"a\nb");
     const Picture picture = Paint();
@@ -138,7 +138,7 @@ TEST_F(PaintTest, TabsReachToTheNextStop) {
 }
 
 // "With IndentGuide on, a line indented by exactly one tab shows no guide; by two tabs, one guide."
-TEST_F(PaintTest, GuidesStandAtLevelsFollowedByIndentation) {
+TEST_F(PaintTest, GuidesAreAtLevelsFollowedByIndentation) {
     UseSettings(u"GuideColor=#ff0000\nColumnGuide=0\nSpacesPerTab=4\nIndentGuide=1");
     Show(u"\tx\n\t\tx\n\t\t\tx");
     const Picture picture = Paint();

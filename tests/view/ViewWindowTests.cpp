@@ -97,7 +97,7 @@ TEST_F(ViewWindowTest, AWindowThatIsDestroyedIsForgottenAndLayoutDoesNothing) {
     EXPECT_EQ(document->Text(), u"abc");
 }
 
-TEST_F(ViewWindowTest, TheHostIsToldOfTheFocus) {
+TEST_F(ViewWindowTest, TheHostIsNotifiedOfTheFocus) {
     Show(u"abc");
     FakeHost host;
     EXPECT_EQ(view->SetHost(&host), 1u);

@@ -210,7 +210,7 @@ TEST_F(CompletionTest, WithoutACandidateNothingHappens) {
     EXPECT_EQ(Str(completion.Step(u"edit be", true)), u"edit beta.c");
 }
 
-TEST_F(CompletionTest, LeavesNothingBehindWithoutMemory) {
+TEST_F(CompletionTest, LeavesNothingWithoutMemory) {
     const uint64_t failures = FailEachAllocation([] {
         CommandCompletion fresh;
         const Char* const shown = fresh.Step(u"edit a", true);

@@ -162,7 +162,7 @@ TEST_F(DocumentListTest, UntitledNumbersAreNeverReused) {
     EXPECT_EQ(Str(title), u"Untitled2");
 }
 
-TEST_F(DocumentListTest, OpenedTextRunsOnBehindABinaryDocument) {
+TEST_F(DocumentListTest, OpenedTextRunsOnAfterABinaryDocument) {
     AddFile(u"C:\\a")->view.caretLine = 9;
     AddFile(u"C:\\b")->binary = true;
     AddFile(u"C:\\c")->hasView = false;

@@ -120,7 +120,7 @@ TEST_F(DocumentPromptTest, TwoChangedFilesGiveTwoQuestionsInOrder) {
     EXPECT_EQ(frame.titles, 1);
 }
 
-TEST_F(DocumentPromptTest, AFileThatCannotBeReadAgainIsToldOnce) {
+TEST_F(DocumentPromptTest, AFileThatCannotBeReadAgainIsReportedOnce) {
     FakeDocument& a = AddChanged(u"C:\\a");
     a.reloadingWorks = false;
     frame.answers = {Answer::Yes, Answer::Ok};

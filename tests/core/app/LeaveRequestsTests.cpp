@@ -47,7 +47,7 @@ TEST_F(LeaveRequestsTest, ClosingAsksAboutUnsavedDocumentsAndLeaves) {
     EXPECT_EQ(frame.questions.size(), 2u);
 }
 
-TEST_F(LeaveRequestsTest, ClosingBeneathADialogIsIgnored) {
+TEST_F(LeaveRequestsTest, ClosingIsIgnoredWhileADialogIsOpen) {
     AddModified();
     window.dialog = true;
     requests.Close();
@@ -139,7 +139,7 @@ TEST_F(LeaveRequestsTest, TheQuestionsThatAreOpenAreNotAskedAgain) {
     EXPECT_EQ(window.postedQuestions, 0);
 }
 
-TEST_F(LeaveRequestsTest, BeneathALongOperationNothingGoes) {
+TEST_F(LeaveRequestsTest, NothingClosesDuringALongOperation) {
     FakeDocument& document = AddModified();
     document.changedOnDisk = true;
     window.searching = true;

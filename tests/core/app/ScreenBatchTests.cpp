@@ -42,7 +42,7 @@ TEST_F(ScreenBatchTest, InABatchAllIsDoneOnceAtTheEndOfTheOutermost) {
     EXPECT_EQ(screen.redrawChanges, 2);
 }
 
-TEST_F(ScreenBatchTest, WhatNobodyAskedForIsNotDone) {
+TEST_F(ScreenBatchTest, WhatWasNotAskedForIsNotDone) {
     batch.Begin();
     batch.End();
     ExpectDone(0);

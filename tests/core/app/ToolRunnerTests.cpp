@@ -61,7 +61,7 @@ TEST_F(ToolRunnerTest, ARedirectedToolIsNotDetached) {
     EXPECT_FALSE(runner.RunCaptured(u"cc", u""));
 }
 
-TEST_F(ToolRunnerTest, WhereTheInterpreterCannotRunNothingIsStartedAndItIsTold) {
+TEST_F(ToolRunnerTest, WhereTheInterpreterCannotRunNothingIsStartedAndThatIsReported) {
     tool.redirectOutput = 1;
     for (const bool console : {false, true})
         for (const Char* directory : {u"\\\\server\\share", u"\\\\?\\C:\\work"}) {

@@ -260,7 +260,7 @@ TEST(File, NoModeOpensADevice) {
         }
 }
 
-TEST(File, ATimeIsReadWhoeverUsesTheFile) {
+TEST(File, ATimeIsReadWhileTheFileIsInUse) {
     const ScratchFolder folder;
     folder.Write("f", "content");
     SetTime(folder, "f");

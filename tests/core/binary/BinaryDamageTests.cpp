@@ -49,7 +49,7 @@ TEST(BinaryDamage, TheWindowHoldsWhatIsBeforeIt) {
     EXPECT_EQ(file->WindowValid(), 0u);
 }
 
-TEST(BinaryDamage, TheWindowMovesBackwardsToARangeBehindIt) {
+TEST(BinaryDamage, TheWindowMovesBackwardsToARangeBeforeIt) {
     const std::string content = Pattern(100000);
     OpenedFile file(content);
     ASSERT_TRUE(file->EnsureWindow(99000, 1000));
@@ -91,7 +91,7 @@ TEST(BinaryDamage, APageThatIsNotWholeIsNeverChangedNorWritten) {
     EXPECT_EQ(file.OnDisk(), content);
 }
 
-TEST(BinaryDamage, AnUndoAndARedoThatFailAreTold) {
+TEST(BinaryDamage, AnUndoAndARedoThatFailAreReported) {
     OpenedFile file(Pattern(50000));
     FakeHexView* view = FakeHexView::Create(*file);
     for (const DocumentCommand kind : {DocumentCommand::Undo, DocumentCommand::Redo}) {

@@ -18,7 +18,7 @@ TEST(BinaryOpen, FilesOfEveryBorderSizeShowTheirBytes) {
         EXPECT_FALSE(file->IsReadOnly());
         EXPECT_FALSE(file->IsModified());
         EXPECT_EQ(file->WindowStart(), 0u);
-        EXPECT_EQ(WindowOf(*file), Part(content, 0, 32768));
+        EXPECT_EQ(WindowOf(*file), Slice(content, 0, 32768));
         EXPECT_EQ(file.Content(), content);
     }
 }
@@ -97,10 +97,10 @@ TEST(BinaryWindow, MovesForwardsToTheOffset) {
     OpenedFile file(content);
     EXPECT_TRUE(file->EnsureWindow(16385, 16384));
     EXPECT_EQ(file->WindowStart(), 16385u);
-    EXPECT_EQ(WindowOf(*file), Part(content, 16385, 32768));
+    EXPECT_EQ(WindowOf(*file), Slice(content, 16385, 32768));
     EXPECT_TRUE(file->EnsureWindow(90000, 16384));
     EXPECT_EQ(file->WindowStart(), 90000u);
-    EXPECT_EQ(WindowOf(*file), Part(content, 90000, 10000));
+    EXPECT_EQ(WindowOf(*file), Slice(content, 90000, 10000));
 }
 
 TEST(BinaryWindow, MovesBackwardsWithThePageBefore) {
@@ -109,7 +109,7 @@ TEST(BinaryWindow, MovesBackwardsWithThePageBefore) {
     ASSERT_TRUE(file->EnsureWindow(90000, 16384));
     EXPECT_TRUE(file->EnsureWindow(60000, 16384));
     EXPECT_EQ(file->WindowStart(), 60000u - 16384u);
-    EXPECT_EQ(WindowOf(*file), Part(content, 60000 - 16384, 32768));
+    EXPECT_EQ(WindowOf(*file), Slice(content, 60000 - 16384, 32768));
     EXPECT_TRUE(file->EnsureWindow(10000, 100));
     EXPECT_EQ(file->WindowStart(), 0u);
 }
@@ -122,16 +122,16 @@ TEST(BinaryWindow, MovesBackwardsWithLessBeforeALongRange) {
         EXPECT_TRUE(file->EnsureWindow(60000, count));
         ASSERT_LE(file->WindowStart(), 60000u);
         EXPECT_GE(file->WindowStart() + file->WindowValid(), 60000u + count);
-        EXPECT_EQ(WindowOf(*file), Part(content, static_cast<size_t>(file->WindowStart()), 32768));
+        EXPECT_EQ(WindowOf(*file), Slice(content, static_cast<size_t>(file->WindowStart()), 32768));
     }
 }
 
-TEST(BinaryWindow, BehindTheEndItHoldsTheLastBytes) {
+TEST(BinaryWindow, PastTheEndItHoldsTheLastBytes) {
     const std::string content = Pattern(100000);
     OpenedFile file(content);
     EXPECT_TRUE(file->EnsureWindow(100000, 16384));
     EXPECT_EQ(file->WindowStart(), 100000u - 32768u);
-    EXPECT_EQ(WindowOf(*file), Part(content, 100000 - 32768, 32768));
+    EXPECT_EQ(WindowOf(*file), Slice(content, 100000 - 32768, 32768));
     {
         FileCalls calls;
         EXPECT_TRUE(file->EnsureWindow(UINT64_MAX, 16384));
@@ -164,7 +164,7 @@ TEST(BinaryRead, APageIsTheChangedOneUnlessTheFileIsAskedFor) {
     EXPECT_EQ(valid, PageSize);
     EXPECT_EQ(std::string(page.begin(), page.begin() + 3), "new");
     ASSERT_TRUE(file->ReadPage(page.data(), 16384, true, valid));
-    EXPECT_EQ(std::string(page.begin(), page.end()), Part(content, 16384, 16384));
+    EXPECT_EQ(std::string(page.begin(), page.end()), Slice(content, 16384, 16384));
 }
 
 TEST(BinaryRead, TheLastPageIsFilledUpWithZeros) {
@@ -172,13 +172,13 @@ TEST(BinaryRead, TheLastPageIsFilledUpWithZeros) {
     OpenedFile file(content);
     for (const bool changed : {false, true}) {
         if (changed) {
-            ASSERT_TRUE(file.Edit(16384, Part(content, 16384, 1)));
+            ASSERT_TRUE(file.Edit(16384, Slice(content, 16384, 1)));
         }
         Bytes page(PageSize, 0xAA);
         uint32_t valid = 0;
         ASSERT_TRUE(file->ReadPage(page.data(), 16384, false, valid));
         EXPECT_EQ(valid, 10u);
-        EXPECT_EQ(std::string(page.begin(), page.begin() + 10), Part(content, 16384, 10));
+        EXPECT_EQ(std::string(page.begin(), page.begin() + 10), Slice(content, 16384, 10));
         EXPECT_EQ(Bytes(page.begin() + 10, page.end()), Bytes(PageSize - 10));
     }
     Bytes page(PageSize, 0xAA);
@@ -194,7 +194,7 @@ TEST(BinaryRead, LeavesTheBookkeepingOfTheWindow) {
     ASSERT_TRUE(file->EnsureWindow(40000, 100));
     Bytes out(20000);
     ASSERT_TRUE(file->ReadBytes(70000, out.data(), out.size()));
-    EXPECT_EQ(std::string(out.begin(), out.end()), Part(content, 70000, 20000));
+    EXPECT_EQ(std::string(out.begin(), out.end()), Slice(content, 70000, 20000));
     EXPECT_EQ(file->WindowStart(), 40000u);
     EXPECT_EQ(file->WindowValid(), 32768u);
 }

@@ -208,13 +208,13 @@ TEST(BinaryShortened, ShowsWhatIsThereAndNeverGrows) {
     uint32_t valid = 0;
     EXPECT_TRUE(file->ReadPage(page.data(), 16384, false, valid));
     EXPECT_EQ(valid, 20000u - 16384u);
-    EXPECT_EQ(std::string(page.begin(), page.begin() + valid), Part(content, 16384, valid));
+    EXPECT_EQ(std::string(page.begin(), page.begin() + valid), Slice(content, 16384, valid));
     // No page is made of what could not be read.
     EXPECT_FALSE(file.Edit(18000, "x"));
     EXPECT_FALSE(file.Edit(49500, "x"));
     EXPECT_FALSE(file.Save());
     EXPECT_TRUE(file->IsModified());
-    EXPECT_EQ(file.OnDisk(), Part(content, 0, 20000));
+    EXPECT_EQ(file.OnDisk(), Slice(content, 0, 20000));
 }
 
 TEST(BinaryShortened, ADeletedFileFailsWithoutHarm) {

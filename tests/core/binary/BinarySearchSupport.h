@@ -40,7 +40,7 @@ inline bool Same(char left, char right, bool matchCase) {
     return left == right || (!matchCase && fold(left) == fold(right));
 }
 
-inline bool StandsAt(const std::string& content, uint64_t offset, const std::string& pattern, bool matchCase) {
+inline bool OccursAt(const std::string& content, uint64_t offset, const std::string& pattern, bool matchCase) {
     if (offset + pattern.size() > content.size()) return false;
     for (size_t i = 0; i < pattern.size(); ++i)
         if (!Same(content[offset + i], pattern[i], matchCase)) return false;
@@ -56,10 +56,10 @@ inline std::optional<Match> NaiveFind(const std::string& content, const std::str
     for (const bool wrapped : {false, true}) {
         if (search.backward) {
             for (uint64_t at = wrapped ? content.size() : from; at-- > 0;)
-                if (StandsAt(content, at, pattern, search.matchCase)) return Match{at, length, wrapped};
+                if (OccursAt(content, at, pattern, search.matchCase)) return Match{at, length, wrapped};
         } else {
             for (uint64_t at = wrapped ? 0 : from; at < end; ++at)
-                if (StandsAt(content, at, pattern, search.matchCase)) return Match{at, length, wrapped};
+                if (OccursAt(content, at, pattern, search.matchCase)) return Match{at, length, wrapped};
         }
     }
     return std::nullopt;

@@ -101,7 +101,7 @@ TEST(BinaryFind, SeesTheFileAndNotWhatIsUnsaved) {
     EXPECT_EQ(Find(*file, u"needle in", {}), (Match{50000, 9, false}));
 }
 
-TEST(BinaryFind, ReadsTheWindowAnewAfterItServedAsScratchSpace) {
+TEST(BinaryFind, ReadsTheWindowAgainAfterItServedAsScratchSpace) {
     std::string content = Pattern(100000);
     content.replace(10, 6, "needle");
     OpenedFile file(content);
@@ -162,7 +162,7 @@ TEST(BinaryFind, RandomSearchesMatchANaiveOne) {
     }
 }
 
-TEST(BinaryFind, LongPatternsThatNearlyStandInManyPlaces) {
+TEST(BinaryFind, LongPatternsThatAlmostOccurInManyPlaces) {
     std::mt19937 random(3);
     for (const size_t n : {4000u, 4096u, 4097u, 9000u}) {
         std::string content(90000, 'a');

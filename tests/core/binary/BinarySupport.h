@@ -21,7 +21,7 @@ inline std::string Pattern(size_t size, unsigned seed = 1) {
     return bytes;
 }
 
-inline std::string Part(const std::string& bytes, size_t offset, size_t count) { return bytes.substr(offset, count); }
+inline std::string Slice(const std::string& bytes, size_t offset, size_t count) { return bytes.substr(offset, count); }
 
 // A binary document that the test owns, with a file in a folder of its own.
 class OpenedFile {

@@ -138,7 +138,7 @@ TEST_F(HexEdit, AClosedViewIsForgotten) {
     EXPECT_EQ(Caret(), (Two{0, 0}));
 }
 
-TEST_F(HexEdit, TheFrameHearsOfTheChange) {
+TEST_F(HexEdit, TheFrameIsNotifiedOfTheChange) {
     Show("xyz");
     const int before = host().documentChanges;
     Type(u"1");
@@ -325,7 +325,7 @@ TEST_F(HexEdit, AByteThatCannotBeReadIsNotChanged) {
     EXPECT_EQ(Caret(), (Two{30000, 0}));
 }
 
-TEST_F(HexEdit, AnUndoThatFailsIsTold) {
+TEST_F(HexEdit, AnUndoThatFailsIsReported) {
     Show(std::string(50000, 'x'));
     view().GoTo(40000);
     Type(u"41");

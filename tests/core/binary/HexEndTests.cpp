@@ -37,7 +37,7 @@ TEST_F(HexEnd, TheLastByteIsReachedTypedIntoAndSaved) {
     }
 }
 
-TEST_F(HexEnd, BehindItNothingIsTypedPastedOrCopied) {
+TEST_F(HexEnd, PastItNothingIsTypedPastedOrCopied) {
     for (const size_t size : BorderSizes) {
         const std::string content = Pattern(size);
         Show(content);

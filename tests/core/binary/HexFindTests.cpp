@@ -126,7 +126,7 @@ TEST_F(HexFindTest, AMatchFarAwayIsScrolledIntoView) {
     EXPECT_GE(surface().allInvalidations, 1);
 }
 
-TEST_F(HexFindTest, ALongSearchShowsHowFarItIsAndHearsEscape) {
+TEST_F(HexFindTest, ALongSearchShowsItsProgressAndObeysEscape) {
     constexpr uint64_t Size = 64u << 20;
     if (!ShowEmpty(Size)) GTEST_SKIP() << "no room for a sparse file";
     surface().tickStep = 200;
@@ -170,7 +170,7 @@ TEST_F(HexFindTest, WithoutMemoryOrReadsNothingIsFound) {
     FailEachFileCall(find);
 }
 
-TEST_F(HexFindTest, WhatCannotBeReadIsNotToldToBeAbsent) {
+TEST_F(HexFindTest, WhatCannotBeReadIsNotReportedAsAbsent) {
     std::string content(100000, '.');
     content.replace(90000, 6, "needle");
     Show(content);

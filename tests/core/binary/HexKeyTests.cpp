@@ -31,7 +31,7 @@ TEST_F(HexKeys, UpAndDownMoveByARow) {
     EXPECT_EQ(After(40, ViewKey::Up), 24u);
 }
 
-TEST_F(HexKeys, BehindAFullLastRowTheCaretStandsOnARowOfItsOwn) {
+TEST_F(HexKeys, AfterAFullLastRowTheCaretIsOnARowOfItsOwn) {
     Show(std::string(32, 'x'));
     EXPECT_EQ(After(32, ViewKey::Down), 32u);
     EXPECT_EQ(After(32, ViewKey::Up), 16u);

@@ -49,7 +49,7 @@ TEST_F(HexLayout, RowsHaveSixteenBytes) {
     }
 }
 
-TEST_F(HexLayout, TheCaretStandsOnItsNibble) {
+TEST_F(HexLayout, TheCaretIsOnItsNibble) {
     settings.MarginWidth = 20;
     Show(std::string(100, 'x')); // an offset column of 4 characters
     EXPECT_EQ(surface().caretX, 4 * 8 + 20);
@@ -157,7 +157,7 @@ TEST_F(HexLayout, AMoveOfTheCaretClearsTheMessage) {
     EXPECT_EQ(Status(StatusField::Message), u"");
 }
 
-TEST_F(HexLayout, TheStatusBarIsToldOnlyOfChanges) {
+TEST_F(HexLayout, TheStatusBarIsSentOnlyChanges) {
     Show(std::string(100, 'x'));
     const int calls = host().statusCalls[StatusField::Line];
     Type(u"1"); // the caret stays on its byte

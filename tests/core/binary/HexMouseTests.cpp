@@ -6,7 +6,7 @@ struct HexMouse : HexViewTest {};
 
 } // namespace
 
-TEST_F(HexMouse, APointMapsToTheByteWhoseDigitsStandThere) {
+TEST_F(HexMouse, APointMapsToTheByteWhoseDigitsAreThere) {
     Show(std::string(100, 'x')); // an offset column of 4 characters
     for (int32_t byte = 0; byte < 16; ++byte)
         for (int32_t part = 0; part < 3; ++part)
@@ -15,7 +15,7 @@ TEST_F(HexMouse, APointMapsToTheByteWhoseDigitsStandThere) {
     EXPECT_EQ(view().OffsetAt({-100, 16}), 16u);
 }
 
-TEST_F(HexMouse, APointBetweenAndBehindTheColumnsMapsToTheLastByte) {
+TEST_F(HexMouse, APointBetweenOrAfterTheColumnsMapsToTheLastByte) {
     Show(std::string(100, 'x'));
     const int32_t text = 4 + static_cast<int32_t>(HexViewport::TextColumn);
     for (int32_t column = 4 + 47; column < text; ++column) EXPECT_EQ(At(column, 0), 15u);
@@ -43,7 +43,7 @@ TEST_F(HexMouse, APointMapsToTheRowsScrolledTo) {
     EXPECT_EQ(view().OffsetAt({4 * 8, -100 * 16}), 0u);
 }
 
-TEST_F(HexMouse, APointBehindTheFileMapsToItsEnd) {
+TEST_F(HexMouse, APointAfterTheFileMapsToItsEnd) {
     Show(std::string(20, 'x'));
     EXPECT_EQ(At(4 + 3 * 4, 1), 20u);
     EXPECT_EQ(At(4 + 3 * 9, 1), 20u);

@@ -93,7 +93,7 @@ TEST_F(HexRowsTest, APartlyFilledRowEndsAfterItsLastByte) {
     EXPECT_EQ(Paint()[0].looks, std::string(47, 's') + "--" + std::string(16, 's'));
 }
 
-TEST_F(HexRowsTest, RowsBehindTheFileAreEmpty) {
+TEST_F(HexRowsTest, RowsAfterTheFileAreEmpty) {
     Show("0123456789abcdefX");
     const std::vector<Row> painted = Paint();
     for (size_t i = 0; i < painted.size(); ++i) {
@@ -139,7 +139,7 @@ TEST_F(HexRowsTest, FilesOfEveryBorderSizeAreShownToTheirLastByte) {
     }
 }
 
-TEST_F(HexRowsTest, TheOffsetStandsRightAlignedInItsColumn) {
+TEST_F(HexRowsTest, TheOffsetIsRightAlignedInItsColumn) {
     const std::pair<uint64_t, std::string> sizes[] = {
         {10, "00"}, {1000, "03E0"}, {0x1000, "000FF0"}, {0x10000000, "000FFFFFF0"}};
     for (const auto& [size, last] : sizes) {

@@ -96,7 +96,7 @@ TEST_F(EditFlowTest, TypingGoesOnInItsLineWhileAnotherViewIsTheActiveOne) {
     EXPECT_EQ(document.Store(), u"one   \ntwo\nthree");
 }
 
-TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotTold) {
+TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotReported) {
     document->DeleteText(99, 5);
     EXPECT_EQ(view->editsFinished, 0);
 }
@@ -111,7 +111,7 @@ TEST_F(EditFlowTest, AnEmptiedOutputIsOneOperation) {
 
 #ifdef ORVANE_ASSERTIONS
 
-TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreTold) {
+TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreNotified) {
     view->onMoved = [this] { document->InsertText(0, u"y", 1); };
     EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
     view->onMoved = [this] { document->Undo(); };

@@ -149,7 +149,7 @@ TEST_F(EditLineTest, TypingFollowsTheLineOfTheView) {
     EXPECT_EQ(document.Store(), u"one\ntwo!\n");
 }
 
-TEST_F(EditLineTest, AColumnBehindTheLineEndTypesAtTheEnd) {
+TEST_F(EditLineTest, AColumnPastTheLineEndTypesAtTheEnd) {
     Start(u"ab\ncd");
     EXPECT_TRUE(document->TypeChar(view, u'x', 50, true, false));
     EXPECT_EQ(document.Text(), u"abx\ncd");
@@ -241,7 +241,7 @@ TEST_F(EditLineTest, OvertypingAtTheLineEndInserts) {
     EXPECT_EQ(document.Text(), u"a\nb");
 }
 
-TEST_F(EditLineTest, TypingBehindAPendingDeletionStartsAStep) {
+TEST_F(EditLineTest, TypingAfterAPendingDeletionStartsAStep) {
     Start(u"abcd");
     ASSERT_TRUE(document->DeleteInEditLine(view, 1, 1));
     ASSERT_TRUE(document->TypeChar(view, u'x', 2, true, false)); // column + 1 of the deletion

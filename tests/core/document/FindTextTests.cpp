@@ -38,7 +38,7 @@ const Found NotFound{None32, true};
 
 } // namespace
 
-TEST(FindText, ForwardFindsTheFirstAtOrBehindTheStart) {
+TEST(FindText, ForwardFindsTheFirstAtOrAfterTheStart) {
     TextDocument document(u"abcabcabc");
     EXPECT_EQ(Find(*document, u"abc", 0, 9), (Found{0, false}));
     EXPECT_EQ(Find(*document, u"abc", 1, 9), (Found{3, false}));
@@ -106,7 +106,7 @@ TEST(FindText, ANulInTheTextMatchesNothing) {
     EXPECT_EQ(Find(*document, u"b", 0, 3), (Found{2, false}));
 }
 
-TEST(FindText, AnEmptyPatternStandsEverywhere) {
+TEST(FindText, AnEmptyPatternIsEverywhere) {
     TextDocument document(u"ab cd");
     EXPECT_EQ(Find(*document, u"", 2, 5), (Found{2, false}));
     EXPECT_EQ(Find(*document, u"", 5, 5), (Found{0, true}));

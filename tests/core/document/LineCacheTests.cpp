@@ -71,7 +71,7 @@ TEST(LineCache, OnATieTheMoreRecentlyAddedWins) {
     EXPECT_EQ(other.NearestOffset(150)->offset, 100u);
 }
 
-TEST(LineCache, AnInsertionMovesOnlyWhatLiesBehindIt) {
+TEST(LineCache, AnInsertionMovesOnlyWhatFollowsIt) {
     LineCache cache;
     cache.Add(1, 10);
     cache.Add(2, 20);
@@ -98,7 +98,7 @@ TEST(LineCache, ADeletionClampsAtZero) {
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{0, 10}}));
 }
 
-TEST(LineCache, ADeletionThatEndsBeyond32BitsRemovesAllBehindIt) {
+TEST(LineCache, ADeletionThatEndsBeyond32BitsRemovesAllThatFollowsIt) {
     LineCache cache;
     cache.Add(1, 10);
     cache.Add(2, None32 - 5);

@@ -56,7 +56,7 @@ TEST(LineMarks, AreFoundByLine) {
     EXPECT_EQ(marks.Find(9), nullptr);
 }
 
-TEST(LineMarks, NextIsTheFirstBehindOrOnTheLine) {
+TEST(LineMarks, NextIsTheFirstOnOrAfterTheLine) {
     LineMarks marks;
     Toggle(marks, {2, 4});
     EXPECT_EQ(LineOf(marks.Next(2, 1, false)), 4u);

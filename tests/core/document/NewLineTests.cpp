@@ -55,7 +55,7 @@ TEST_F(NewLineTest, TakesTheLeadingBlanksAlong) {
     EXPECT_EQ(view->CaretColumn(), 3u);
 }
 
-TEST_F(NewLineTest, TakesAtMostAsManyBlanksAsStandBeforeTheCaret) {
+TEST_F(NewLineTest, TakesAtMostAsManyBlanksAsAreBeforeTheCaret) {
     Enter(u"    x", 0, 2);
     EXPECT_EQ(document.Store(), u"  \n    x") << "two blanks are inserted, two stood behind the caret";
     document->Undo();
@@ -68,7 +68,7 @@ TEST_F(NewLineTest, OnALineIndentedByFourSpacesAtColumnTwoTheNewLineStartsWithTw
     EXPECT_EQ(view->CaretColumn(), 2u);
 }
 
-TEST_F(NewLineTest, RemovesTheBlanksBehindTheCaretInOneStep) {
+TEST_F(NewLineTest, RemovesTheBlanksAfterTheCaretInOneStep) {
     Enter(u"x   \ny", 0, 1);
     EXPECT_EQ(document.Store(), u"x\n\ny");
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
@@ -82,7 +82,7 @@ TEST_F(NewLineTest, RemovesTheBlanksBehindTheCaretInOneStep) {
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
 }
 
-TEST_F(NewLineTest, RemovesTheBlanksBehindTheCaretInTheLastLineToo) {
+TEST_F(NewLineTest, RemovesTheBlanksAfterTheCaretInTheLastLineToo) {
     Enter(u"x   ", 0, 1);
     EXPECT_EQ(document.Store(), u"x\n");
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));

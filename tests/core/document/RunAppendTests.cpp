@@ -199,7 +199,7 @@ TEST_F(AppendTest, InvalidBytesHoldNothingUp) {
     EXPECT_EQ(document.Text().back(), u'y');
 }
 
-TEST_F(AppendTest, OutputBehindFourGigabytesIsReadAtItsPlace) {
+TEST_F(AppendTest, OutputPastFourGigabytesIsReadAtItsPlace) {
     PrintAndPoll("before");
     constexpr uint64_t Far = 5'000'000'000;
     MoveTo(*document, Far); // the file has a hole

@@ -187,7 +187,7 @@ TEST_F(RunTest, KeepsTheStartDirectory) {
     ASSERT_TRUE(PollToTheEnd(*document));
 }
 
-TEST_F(RunTest, ACommandThatCannotStartLeavesNothingBehind) {
+TEST_F(RunTest, ACommandThatCannotStartLeavesNoTrace) {
     TextDocument document(u"text");
     FakeView* view = FakeView::Create(*document);
     const std::u16string nowhere = speaker.Folder().Path("nowhere");

@@ -300,7 +300,7 @@ TEST(TextBuffer, RepaintLinesReloadsTheEditLineOnlyWhenTheCaretLineIsAmongThem) 
     EXPECT_TRUE(hidden->invalidatedLines.empty());
 }
 
-TEST(TextBuffer, TheLineCountIsToldToEveryView) {
+TEST(TextBuffer, EveryViewIsNotifiedOfTheLineCount) {
     TextDocument document;
     FakeView* view = FakeView::Create(*document);
     FakeView* hidden = FakeView::Create(*document, false);
@@ -309,7 +309,7 @@ TEST(TextBuffer, TheLineCountIsToldToEveryView) {
     EXPECT_EQ(hidden->lineCountChanges, 1);
 }
 
-TEST(TextBuffer, TheModifiedStateIsToldThroughTheFirstView) {
+TEST(TextBuffer, TheModifiedStateIsReportedThroughTheFirstView) {
     TextDocument document;
     document->NotifyModified();
     FakeView* first = FakeView::Create(*document);

@@ -33,7 +33,7 @@ protected:
 
 } // namespace
 
-TEST_F(TextChangeTest, StoreEditsTellTheirOffset) {
+TEST_F(TextChangeTest, StoreEditsReportTheirOffset) {
     document->InsertText(9, u"x\n", 2);
     EXPECT_EQ(Told(), (Offsets{9}));
     document->DeleteText(5, 3);
@@ -62,7 +62,7 @@ TEST_F(TextChangeTest, TypingThatReachesOnTellsTheStartOfItsLine) {
     EXPECT_EQ(Told(), (Offsets{4}));
 }
 
-TEST_F(TextChangeTest, OvertypedCharactersTellTheirOffsetOnceWrittenBack) {
+TEST_F(TextChangeTest, OvertypedCharactersReportTheirOffsetOnceWrittenBack) {
     document->TypeChar(view, u'x', 2, true, true);
     document->CommitEdit();
     view->ForgetCalls();

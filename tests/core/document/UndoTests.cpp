@@ -62,7 +62,7 @@ TEST_F(UndoTest, ADeletionIsTakenBackAndDoneAgain) {
     EXPECT_EQ(document.Store(), u"onwo");
 }
 
-TEST_F(UndoTest, WithNothingToUndoNothingChangesAndTheFrameIsStillTold) {
+TEST_F(UndoTest, WithNothingToUndoNothingChangesAndTheFrameIsStillNotified) {
     Start(u"abc");
     EXPECT_TRUE(document->Undo());
     EXPECT_EQ(view->documentChanges, 1);
@@ -71,7 +71,7 @@ TEST_F(UndoTest, WithNothingToUndoNothingChangesAndTheFrameIsStillTold) {
     EXPECT_EQ(document.Text(), u"abc");
 }
 
-TEST_F(UndoTest, TheFrameIsToldOnceForEveryStep) {
+TEST_F(UndoTest, TheFrameIsNotifiedOnceForEveryStep) {
     Start(u"abc");
     document->BeginGroup();
     EXPECT_EQ(view->documentChanges, 0) << "a marker alone is not told";

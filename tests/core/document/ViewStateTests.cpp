@@ -63,7 +63,7 @@ TEST_F(ViewStateTest, TheCaretIsComparedWithTheEndOfTheChange) {
     EXPECT_EQ(After(Delete({1, 5, 0}, 3, 2)), (Place{3, 3, 0})) << "the caret at the end of the change";
 }
 
-TEST_F(ViewStateTest, ASelectionBehindTheChangeMovesWithTheText) {
+TEST_F(ViewStateTest, ASelectionAfterTheChangeMovesWithTheText) {
     EXPECT_EQ(After(Delete({5, 9, 0}, 3, 2)), (Place{3, 7, 0}));
     EXPECT_EQ(After(Insert({5, 9, 0}, 3, u"xy")), (Place{7, 11, 0}));
 }
@@ -82,7 +82,7 @@ TEST_F(ViewStateTest, ATopLineInsideTheChangeBecomesTheLineOfItsStart) {
     EXPECT_EQ(After(Delete({0, 0, 1}, 5, 5)).topLine, 1u) << "starting exactly there";
 }
 
-TEST_F(ViewStateTest, ATopLineBehindTheChangeMovesWithTheLines) {
+TEST_F(ViewStateTest, ATopLineAfterTheChangeMovesWithTheLines) {
     EXPECT_EQ(After(Delete({0, 0, 3}, 2, 5)).topLine, 2u);
     document->Undo();
     EXPECT_EQ(After(Insert({0, 0, 3}, 2, u"\n\n")).topLine, 5u);

@@ -74,7 +74,7 @@ TEST(TokenStartScanner, MapsWordsAndStops) {
     }
 }
 
-TEST(TokenStartScanner, EveryCharacterIsToldApart) {
+TEST(TokenStartScanner, EveryCharacterIsDistinguished) {
     TokenStartScanner scanner;
     scanner.AddStop(u'"');
     scanner.AddStop(u'/');

@@ -63,7 +63,7 @@ TEST_F(ShippedLanguages, ThereAreAtLeastForty) {
     EXPECT_GE(count, 40u);
 }
 
-TEST_F(ShippedLanguages, EveryKeyIsOneThatIsReadAndStandsOnce) {
+TEST_F(ShippedLanguages, EveryKeyIsReadAndOccursOnce) {
     const std::set<std::string> known = {"Extensions",       "Keywords",       "CaseSensitive",  "HTML",
                                          "CommentStart",     "CommentStart_1", "CommentStart_2", "CommentStart_3",
                                          "LongCommentStart", "LongCommentEnd"};

@@ -19,7 +19,7 @@ struct FindTest : ViewTest {
 
 } // namespace
 
-TEST_F(FindTest, TheNextMatchBehindTheSelectionIsSelected) {
+TEST_F(FindTest, TheNextMatchAfterTheSelectionIsSelected) {
     EXPECT_EQ(AfterFind(u"|ab ab ab", u"ab"), "^ab| ab ab");
     EXPECT_EQ(AfterFind(u"^ab| ab ab", u"ab"), "ab ^ab| ab");
     EXPECT_TRUE(found);
@@ -35,7 +35,7 @@ TEST_F(FindTest, AMatchBeforeTheCaretIsFoundPastTheEnd) {
     EXPECT_EQ(Status(StatusField::Message), "Passed end of file");
 }
 
-TEST_F(FindTest, BackwardsTooTheWrapIsTold) {
+TEST_F(FindTest, BackwardsTooTheWrapIsReported) {
     EXPECT_EQ(AfterFind(u"x|y ab", u"ab", true), "xy ^ab|");
     EXPECT_EQ(Status(StatusField::Message), "Passed end of file");
 }

@@ -218,7 +218,7 @@ TEST_F(KeyTest, BackspaceAmongLeadingSpacesGoesToTheTabStop) {
     EXPECT_EQ(After(u" |x", ViewKey::Backspace), "|x");
 }
 
-TEST_F(KeyTest, BackspaceBehindAnythingElseTakesOneCharacter) {
+TEST_F(KeyTest, BackspaceAfterAnythingElseTakesOneCharacter) {
     EXPECT_EQ(After(u"x   |", ViewKey::Backspace), "x  |");
     EXPECT_EQ(After(u"\t  |", ViewKey::Backspace), "\\t |");
     settings.ReplaceTabs = 0;

@@ -113,7 +113,7 @@ TEST_F(LayoutTest, AResizeRenewsTheCaret) {
 
 // Clicking.
 
-TEST_F(LayoutTest, TheRightHalfOfACharacterPutsTheCaretBehindIt) {
+TEST_F(LayoutTest, TheRightHalfOfACharacterPutsTheCaretAfterIt) {
     settings.ShowLineNumbers = 1;
     settings.MarginWidth = 20;
     Fill(u"abcdef");
@@ -143,7 +143,7 @@ TEST_F(LayoutTest, LinesAreCountedFromTheTopLine) {
     EXPECT_EQ(At(0, -1000), (Point{0, 0}));
 }
 
-TEST_F(LayoutTest, ALineBehindTheLastIsNotClamped) {
+TEST_F(LayoutTest, ALinePastTheLastIsNotClamped) {
     Fill(u"ab\ncd");
     EXPECT_EQ(At(0, 160).first, 10u);
 }

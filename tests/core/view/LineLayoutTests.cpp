@@ -23,7 +23,7 @@ TEST_F(LineLayoutTest, FixedWidthsAddUp) {
     EXPECT_EQ(Layout().PositionOf(Span(text), 7), 56);
 }
 
-TEST_F(LineLayoutTest, ColumnsBehindTheEndAreTheEnd) {
+TEST_F(LineLayoutTest, ColumnsPastTheEndAreTheEnd) {
     const std::u16string text = u"abc";
     EXPECT_EQ(Layout().PositionOf(Span(text), 99), 24);
 }

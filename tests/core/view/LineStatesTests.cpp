@@ -77,7 +77,7 @@ TEST_F(LineStatesTest, AQuestionNearbyIsAShortScan) {
     EXPECT_EQ(engine.scanned, 32u);
 }
 
-TEST_F(LineStatesTest, AChangeKeepsWhatStandsBeforeIt) {
+TEST_F(LineStatesTest, AChangeKeepsWhatIsBeforeIt) {
     CountingEngine engine;
     std::u16string text;
     while (text.size() < 4 * LineStates::Step) text += std::u16string(31, u'x') + u"\n";

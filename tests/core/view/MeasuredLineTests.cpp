@@ -131,7 +131,7 @@ TEST_F(MeasuredLineTest, APlaceGoesWithTheTextBeforeIt) {
     EXPECT_EQ(measured.PlaceIn(100).column, 0u);
 }
 
-TEST_F(MeasuredLineTest, NoPlaceLiesBehindATabOrANul) {
+TEST_F(MeasuredLineTest, NoPlaceIsAfterATabOrANul) {
     for (const Char other : {u'\t', u'\0'}) {
         std::u16string text(Long, u'a');
         text[100] = other;
@@ -192,7 +192,7 @@ TEST_F(MeasuredLineTest, WhatIsTypedCountsAtOnce) {
     ExpectPicture();
 }
 
-TEST_F(MeasuredLineTest, AnotherFontMeasuresAnew) {
+TEST_F(MeasuredLineTest, AnotherFontMeasuresAgain) {
     Fill(std::u16string(Long, u'i'));
     view().MoveCaret(0, None32, false);
     surface().SetFont({16, 7, 4}, {{u'i', 3}});

@@ -102,7 +102,7 @@ TEST_F(MouseTest, ADoubleClickSelectsTheWord) {
     EXPECT_EQ(Marked(), "one ^two| three");
 }
 
-TEST_F(MouseTest, ADoubleClickBehindTheLastCharacterSelectsNothing) {
+TEST_F(MouseTest, ADoubleClickAfterTheLastCharacterSelectsNothing) {
     Show(u"one +|");
     input().OnDoubleClick();
     EXPECT_EQ(Marked(), "one +|");

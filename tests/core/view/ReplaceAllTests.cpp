@@ -128,7 +128,7 @@ TEST_F(ReplaceAllTest, WithoutAnySearchTextNothingIsReplaced) {
     EXPECT_EQ(Message(), "0 occurences replaced");
 }
 
-TEST_F(ReplaceAllTest, WhatStandsNowhereReplacesNothing) {
+TEST_F(ReplaceAllTest, WhatIsNowhereReplacesNothing) {
     for (const std::u16string& pattern : {std::u16string(), std::u16string(u"abcd"), std::u16string(u"a\0b", 3)}) {
         EXPECT_EQ(After(u"a|bc", pattern, u"x"), "a|bc") << pattern.size();
         EXPECT_EQ(Message(), "0 occurences replaced");

@@ -379,7 +379,7 @@ TEST_F(RowTest, TheOpenLineIsDrawnInItsEditedForm) {
     EXPECT_EQ(Rows(16, 32)[0].runs, rows[1].runs);
 }
 
-TEST_F(RowTest, OffsetsBehindAPendingEditAreTheUsers) {
+TEST_F(RowTest, OffsetsAfterAPendingEditAreTheUsers) {
     Show(u"a|\nbcd");
     Type(u"xyz");
     TestView* second = TestView::Create(buffer());

@@ -190,7 +190,7 @@ TEST_F(ScrollingTest, ScrollingWritesThePendingLineBack) {
     EXPECT_EQ(Plain(document->Store().substr(0, 4)), "abc\n");
 }
 
-TEST_F(ScrollingTest, ATopLineBehindTheTextIsTheLastLine) {
+TEST_F(ScrollingTest, ATopLinePastTheTextIsTheLastLine) {
     view().SetTopLine(4000);
     EXPECT_EQ(view().TopLine(), 99u);
 }

@@ -37,13 +37,13 @@ using Parsed = std::pair<std::u16string, uint32_t>;
 
 } // namespace
 
-TEST(WordsTest, StartOfAWordIsBehindTheLastOtherCharacter) {
+TEST(WordsTest, StartOfAWordIsAfterTheLastOtherCharacter) {
     EXPECT_EQ(StartBefore(u"foo bar", 7), 4u);
     EXPECT_EQ(StartBefore(u"foo bar", 5), 4u);
     EXPECT_EQ(StartBefore(u"foo", 2), 0u);
 }
 
-TEST(WordsTest, BehindAGapTheStartIsTheEndOfTheWordBeforeIt) {
+TEST(WordsTest, AfterAGapTheStartIsTheEndOfTheWordBeforeIt) {
     EXPECT_EQ(StartBefore(u"foo, bar", 5), 3u);
     EXPECT_EQ(StartBefore(u"  x", 2), 0u);
 }
@@ -65,7 +65,7 @@ TEST(WordsTest, UnderscoresDigitsAndNumberSignsAreWordCharactersLettersBeyondAsc
     EXPECT_EQ(StartBefore(u"\u00E4b", 2), 1u);
 }
 
-TEST(WordsTest, AWordIsTakenFromItsStartWhereverTheCaretStandsInIt) {
+TEST(WordsTest, AWordIsTakenFromItsStartWhereverTheCaretIsInIt) {
     EXPECT_EQ(WordAt(u"a word b", 2), (Range{2, 6}));
     EXPECT_EQ(WordAt(u"a word b", 4), (Range{2, 6}));
     EXPECT_EQ(WordAt(u"a word b", 6), (Range{2, 6}));
@@ -115,7 +115,7 @@ TEST(BracketsTest, StringsAndLinesAreNotSkipped) {
     EXPECT_EQ(Partner(u"(\n\n)", 0), 3u);
 }
 
-TEST(BracketsTest, WithoutABalanceOrBehindANulThereIsNoMatch) {
+TEST(BracketsTest, WithoutABalanceOrAfterANulThereIsNoMatch) {
     EXPECT_EQ(Partner(u"((a)", 0), None32);
     EXPECT_EQ(Partner(u"a))", 2), None32);
     EXPECT_EQ(Partner(u"a)", 1), None32);

@@ -38,7 +38,7 @@ TEST(HistoryTest, AnEqualTextIsMovedNotRepeated) {
     EXPECT_EQ(Entries(history), (List{u"b", u"c", u"a"}));
 }
 
-TEST(HistoryTest, LetterCaseAndLengthTellTextsApart) {
+TEST(HistoryTest, LetterCaseAndLengthDistinguishTexts) {
     History history;
     for (const Char* text : {u"a", u"A", u"ab"}) Add(history, text);
     EXPECT_EQ(Entries(history), (List{u"a", u"A", u"ab"}));

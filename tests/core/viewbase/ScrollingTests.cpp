@@ -77,7 +77,7 @@ TEST(ScrollBars, OnlyAChangeIsPassedOn) {
     EXPECT_EQ(surface.bars[0], (ScrollBar{9, 1, 2}));
 }
 
-TEST(ScrollBars, AnotherWindowIsToldAll) {
+TEST(ScrollBars, AnotherWindowIsSentAll) {
     FakeSurface surface;
     ScrollBars bars(surface);
     bars.Show(ScrollAxis::Vertical, {9, 1, 2});
@@ -86,7 +86,7 @@ TEST(ScrollBars, AnotherWindowIsToldAll) {
     EXPECT_EQ(surface.barsSet.size(), 2u);
 }
 
-TEST(ScrollBars, WithoutAWindowNothingIsToldNorTakenAsTold) {
+TEST(ScrollBars, WithoutAWindowNothingIsSentNorTakenAsSent) {
     FakeSurface surface;
     ScrollBars bars(surface);
     surface.window = false;
