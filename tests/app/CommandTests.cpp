@@ -25,7 +25,7 @@ protected:
 
 } // namespace
 
-// What an engine takes for a bracket tells which one it is.
+// What an engine takes for a bracket shows which one it is.
 TEST_F(CommandTest, SetengineChoosesByNameUntilTheFileIsSavedAsAnother) {
     ASSERT_NO_FATAL_FAILURE(Open("<abc>"));
     ASSERT_TRUE(Run(L"setengine html"));

@@ -286,7 +286,7 @@ TEST_F(FrameFileTest, AFileIsOpenOnceAsTextOrAsBytes) {
     EXPECT_EQ(WindowItems(), (Names{L"&1 " + Path(L"b.txt"), L"&2 " + Path(L"a.bin")}));
 }
 
-// While a question is open in the middle of many files, what is beneath it is drawn.
+// While a question is open in the middle of many files, what is below it is drawn.
 TEST_F(FrameFileTest, AQuestionInTheMiddleOfAScriptShowsWhatWasOpened) {
     ASSERT_TRUE(files::Write(Path(L"a.txt"), "1\n2\n3"));
     ASSERT_TRUE(files::Write(Path(L"b.txt"), "1\n2"));

@@ -206,7 +206,7 @@ TEST_F(FrameMacroTest, NothingIsShownBeforeTheEnd) {
     ASSERT_TRUE(StopRecording(L"a.txt"));
     ASSERT_TRUE(Play());
     ASSERT_TRUE(editor.WaitForDialog());
-    // Two characters are in the text, but the caret's fields are not told.
+    // Two characters are in the text, but the caret's fields are not updated.
     Settle();
     EXPECT_EQ(editor.Status(3).text, L"\tCol 4");
     ASSERT_TRUE(editor.Keys(L"Enter"));

@@ -57,7 +57,7 @@ protected:
     bool ReachWith(const std::wstring& keys, HWND target);
     // Chooses a command that opens a dialog and waits until the focus is in that; null when it does not come.
     HWND OpenDialog(UINT command) const;
-    // A dialog writes the settings once it has gone. Meanwhile nobody may read the file: it could not be written.
+    // A dialog writes the settings once it has gone. Until then the file may not be read: it could not be written.
     bool WaitUntilSaved() const { return editor.WaitForNoDialog() && editor.Settle(); }
     // Whether a dialog is in the middle of the main window's client area, by client sizes.
     bool IsCentred(HWND dialog) const;

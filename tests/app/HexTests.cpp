@@ -10,7 +10,7 @@ std::string Counting(int count) {
     return bytes;
 }
 
-// For reading, while nobody may write.
+// For reading, without sharing the right to write.
 HANDLE OpenAlone(const std::wstring& path) {
     return CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
 }
@@ -21,7 +21,7 @@ HANDLE OpenShared(const std::wstring& path) {
                        OPEN_EXISTING, 0, nullptr);
 }
 
-// Whether the system lets nobody else write what is locked; not all do.
+// Whether the system keeps others from writing what is locked; not all do.
 bool LocksAreKept(const std::wstring& path) {
     const HANDLE holder = OpenShared(path);
     const HANDLE other = OpenShared(path);
@@ -276,7 +276,7 @@ TEST_F(HexTest, AFileWithTheReadOnlyAttributeIsShownButNotTypedInto) {
     if (writer != INVALID_HANDLE_VALUE) {
         CloseHandle(writer);
         SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-        GTEST_SKIP() << "this user may write it nevertheless";
+        GTEST_SKIP() << "this user may still write it";
     }
     ASSERT_TRUE(Start(L"-b data.bin"));
     ASSERT_TRUE(WaitForModified(false));
@@ -319,7 +319,7 @@ TEST_F(HexTest, ASaveThatFailsInTheMiddleKeepsTheChangesAndTheStar) {
     constexpr DWORD PageSize = 16384;
     const std::string content(5 * PageSize, '.');
     ASSERT_TRUE(files::Write(Path(L"probe"), "."));
-    if (!LocksAreKept(Path(L"probe"))) GTEST_SKIP() << "locks keep nobody from writing";
+    if (!LocksAreKept(Path(L"probe"))) GTEST_SKIP() << "locks do not prevent writing";
     ASSERT_TRUE(OpenBytes(content));
     for (const wchar_t* offset : {L"0", L"4000", L"8000", L"c000", L"10000"}) {
         ASSERT_TRUE(GoTo(offset));

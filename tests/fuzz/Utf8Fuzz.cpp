@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-// Bytes are converted to UTF-16 and back: the counts told before have to be those written, nothing may
+// Bytes are converted to UTF-16 and back: the counts predicted have to be those written, nothing may
 // be written past them, and what came out once has to stay the same from then on.
 
 namespace {
@@ -14,7 +14,7 @@ void Require(bool holds) {
     if (!holds) std::abort();
 }
 
-// A vector of exactly the size told, so that the sanitizers see every step outside.
+// A vector of exactly the predicted size, so that the sanitizers see every step outside.
 std::vector<Char> Decode(const uint8_t* bytes, size_t size) {
     const size_t count = ToUtf16(CodePage::Utf8, bytes, size, nullptr, 0);
     Require(count <= MaxCharacters(CodePage::Utf8, size));

@@ -1,12 +1,12 @@
-// The command of the tests: carries out a script, so that it prints what it is told at the pace it is told
-// and ends when it is told.
+// The command of the tests: carries out a script, so that it prints what the test asks for at the pace it asks for
+// and ends when asked to.
 //
 //     speaker SCRIPT [ARGUMENT...]      also: speaker /c ANYTHING, whose script is $SPEAKER_SCRIPT
 //
 // One instruction a line; a text may hold \n, \r, \\ and \xHH:
 //     say TEXT          prints it
 //     repeat N TEXT     prints it N times, in large blocks
-//     make FILE         makes an empty file, to tell that this place is reached
+//     make FILE         makes an empty file, to signal that this place is reached
 //     wait FILE         goes on once there is such a file, and ends when its own script has gone
 //     where             prints the current directory and the arguments after the script, a line each
 //     read              prints "no input" once its standard input is read to the end

@@ -2,7 +2,7 @@
 
 #include "binary/BinaryDocument.h"
 
-// A view of a binary document without anything to look at: it takes down what the document asks of it.
+// A view of a binary document without a window: it records what the document asks of it.
 //
 //     FakeHexView* view = FakeHexView::Create(document);   // in the document's list, which owns it
 class FakeHexView final : public HexDocumentView {

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-// A frame that only takes down what a view tells it.
+// A frame that only records what a view reports to it.
 class FakeHost final : public ViewHost {
 public:
     void ViewActivated(View*) override { ++activations; }

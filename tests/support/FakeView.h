@@ -9,7 +9,7 @@
 #include <vector>
 
 // A view of a text document without anything to look at: it keeps caret, selection and top line the way
-// a real view does, and takes down what the document asks of it. Offsets count the pending edit line in
+// a real view does, and records what the document asks of it. Offsets count the pending edit line in
 // its edited form.
 //
 //     FakeView* view = FakeView::Create(document);   // in the document's list, which owns it
@@ -131,7 +131,7 @@ public:
     std::vector<std::pair<uint32_t, uint32_t>> invalidatedLines;
     std::vector<bool> runStates;
     std::vector<uint32_t> textChanges;
-    int movesBeforeChange = 0; // of the caret, before the last text change was told
+    int movesBeforeChange = 0; // of the caret, before the last text change was reported
 
     // Not through `new` of the product: a view is no part of what runs out of memory in a test.
     static void* operator new(size_t bytes) { return ::operator new(bytes); }

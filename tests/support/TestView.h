@@ -3,7 +3,7 @@
 #include "support/FakeSurface.h"
 #include "view/TextInput.h"
 
-// What a text view asks of its window besides. Every character is as wide as the average one unless a test says
+// What a text view also asks of its window. Every character is as wide as the average one unless a test says
 // otherwise.
 class FakeTextSurface final : public FakeSurface, public TextSurface {
 public:

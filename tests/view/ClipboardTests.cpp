@@ -49,7 +49,7 @@ protected:
     FakeHost host;
 };
 
-// Another program that holds the clipboard: a thread of its own, until it is told to let go or, when a
+// Another program that holds the clipboard: a thread of its own, until it is asked to let go or, when a
 // time is given, until that has passed.
 class Holder {
 public:

@@ -22,7 +22,7 @@ bool IsEnabled(HWND window, int control);
 
 // The texts of a list box or of the list of a combo box.
 std::vector<std::wstring> ListItems(HWND window, int control);
-// Selects an item of a list box as a user does, so that the dialog is told.
+// Selects an item of a list box as a user does, so that the dialog is notified.
 void ChooseItem(HWND window, int control, int index);
 int SelectedItem(HWND window, int control);
 

@@ -4,7 +4,7 @@
 #include "view/DialogDriver.h"
 #include "viewbase/FindState.h"
 
-// What the find dialogs tell the frame. How they are worked by keys is tested in the real program.
+// What the find dialogs report to the frame. How they are used with keys is tested in the real program.
 
 namespace {
 

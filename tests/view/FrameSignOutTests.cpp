@@ -1,4 +1,4 @@
-// Signing out while there is something to lose: what the system is told, and what stays meanwhile.
+// Signing out while there is something to lose: what the system is given as the reason, and what stays meanwhile.
 
 #include "CallCounter.h"
 #include "resource.h"

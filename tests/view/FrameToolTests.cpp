@@ -76,7 +76,7 @@ TEST_F(FrameToolTest, ADetachedToolIsStartedInSightInAGroupOfItsOwn) {
     EXPECT_EQ(call.startup.cb, sizeof(STARTUPINFOW));
     EXPECT_EQ(call.startup.dwFlags, DWORD{STARTF_USESHOWWINDOW});
     EXPECT_EQ(call.startup.wShowWindow, SW_SHOWNORMAL);
-    EXPECT_TRUE(recorder.IsClosed(call.process)) << "nobody waits for it";
+    EXPECT_TRUE(recorder.IsClosed(call.process)) << "it is not waited for";
     EXPECT_TRUE(recorder.IsClosed(call.thread));
 }
 

@@ -42,7 +42,7 @@ protected:
         while ((pane = FindWindowExW(main->Window(), pane, L"OrvaneVWnd", nullptr)) != nullptr) panes.push_back(pane);
         return panes;
     }
-    // As the window of the first pane hears of keys.
+    // Sends the window of the first pane characters.
     void Type(const std::wstring& digits) const {
         for (const wchar_t digit : digits) SendMessageW(Panes().at(0), WM_CHAR, static_cast<WPARAM>(digit), 1);
     }

@@ -135,7 +135,7 @@ TEST_F(PaintColourTest, TheSelectionCoversEveryOtherColour) {
     // 16 characters, of which the tab takes one column up to the stop.
     EXPECT_FALSE(picture.Has(Rgb(255, 0, 0), ColumnX(0), 0, ColumnX(16), LineHeight()));
     EXPECT_TRUE(picture.Has(Marked, ColumnX(0), 0, ColumnX(16), LineHeight()));
-    // The fill behind a comment is not text and stays as the engine wants it.
+    // The fill after a comment is not text and stays as the engine wants it.
     EXPECT_TRUE(picture.IsAll(Rgb(255, 0, 0), ColumnX(18), 0, picture.width, LineHeight()));
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 // While it lives, the program's calls of CreateProcess are taken down and start nothing. They succeed with
-// handles of events that stand for the process and its thread, and with the number of the test's own
+// handles of events in place of the process and its thread, and with the number of the test's own
 // process. One at a time.
 class ProcessRecorder {
 public:

@@ -36,7 +36,7 @@ public:
     void RefreshStatus() override {}
     void DocumentChanged(Document*) override {}
     void RunStateChanged(Document*, bool) override {}
-    // Not to be looked into: it only tells views apart.
+    // Not to be looked into: it only distinguishes views.
     View* AsView() override { return reinterpret_cast<View*>(this); }
     void Destroy() override {
         destroyed = true;

@@ -23,7 +23,7 @@ inline std::u16string Decimal(int64_t value) {
 
 using Calls = std::vector<std::u16string>;
 
-// A frame without windows that takes down, in words, what it is asked to do.
+// A frame without windows that records, in words, what it is asked to do.
 class FakeFrame final : public CommandContext {
 public:
     struct Question {

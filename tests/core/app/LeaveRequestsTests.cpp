@@ -83,7 +83,7 @@ TEST_F(LeaveRequestsTest, TheEndOfTheSessionIsAnsweredWithoutAQuestion) {
 
 TEST_F(LeaveRequestsTest, TheQuestionsComeWhenTheUserIsBack) {
     AddModified();
-    requests.EndSession(false); // of a session that nothing stood in the way of
+    requests.EndSession(false); // of a session that nothing obstructed
     EXPECT_EQ(window.postedQuestions, 0);
     for (const auto& comeBack :
          {+[](LeaveRequests& all) { all.EndSession(false); }, +[](LeaveRequests& all) { all.UserIsBack(); }}) {

@@ -67,7 +67,7 @@ TEST_F(PaneHoleTest, ADragDoesNotLeaveSlivers) {
     EXPECT_EQ(PaneAt(layout, 3)->width, 51u);
 }
 
-// The panes around the middle are all longer than it, so nobody takes it over.
+// The panes around the middle are all longer than it, so none takes it over.
 TEST_F(PaneHoleTest, AHoleBetweenLongerPanesIsDraggedShut) {
     constexpr uint32_t Third = Whole / 4;
     layout.Set({{0, 0, 3 * Third, Third},

@@ -97,7 +97,7 @@ TEST(ScanFind, TheWholeTextIsFound) {
 
 TEST(ScanFind, RandomSearchesMatchTheReference) {
     Random random(37);
-    // Few letters make many near matches; the others differ by the bit that tells the cases apart.
+    // Few letters make many near matches; the others differ by the bit that distinguishes the cases.
     const std::u16string alphabets[] = {u"ab", u"aAbB", u"aA[{@`\u0141\u0161", std::u16string(u"a\0\n", 3)};
     for (int round = 0; round < 60'000; ++round) {
         const std::u16string& letters = alphabets[random.Below(4)];

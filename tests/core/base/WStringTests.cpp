@@ -320,7 +320,7 @@ TEST(WString, RandomOperationsMatchAPlainString) {
     std::u16string model;
     std::u16string text;
     uint32_t at = 0;
-    // Each does the same to both and tells whether it succeeded.
+    // Each does the same to both and returns whether it succeeded.
     const std::function<bool()> operations[] = {
         [&] {
             model += text;

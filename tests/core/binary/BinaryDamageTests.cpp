@@ -141,7 +141,7 @@ TEST(BinaryDamage, ASearchThatMeetsItProvesNothing) {
     EXPECT_FALSE(file->SearchFailed());
     {
         const Damage damage(51200, 51300);
-        // What lies on the other side might not be the next match, nor one behind the end of the file.
+        // What lies on the other side might not be the next match, nor one past the end of the file.
         EXPECT_EQ(Find(*file, u"needle", {.from = 30000}), std::nullopt);
         EXPECT_TRUE(file->SearchFailed());
         EXPECT_EQ(Find(*file, u"needle", {.from = 80000, .backward = true}), std::nullopt);

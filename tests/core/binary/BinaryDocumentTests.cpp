@@ -183,7 +183,7 @@ TEST(BinaryRead, TheLastPageIsFilledUpWithZeros) {
     }
     Bytes page(PageSize, 0xAA);
     uint32_t valid = 1;
-    EXPECT_TRUE(file->ReadPage(page.data(), 32768, false, valid)); // behind the end
+    EXPECT_TRUE(file->ReadPage(page.data(), 32768, false, valid)); // past the end
     EXPECT_EQ(valid, 0u);
     EXPECT_EQ(page, Bytes(PageSize));
 }

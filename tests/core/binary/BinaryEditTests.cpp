@@ -119,7 +119,7 @@ TEST(BinaryEdit, MovesTheCaretOfItsViewAndTellsAllViews) {
     EXPECT_EQ(first->madeVisible, 0);
     EXPECT_EQ(first->contentChanges, 1);
     EXPECT_EQ(second->contentChanges, 1);
-    EXPECT_EQ(first->documentChanges, 1); // the frame hears it through the first view
+    EXPECT_EQ(first->documentChanges, 1); // the frame is notified through the first view
 
     first->ForgetCalls();
     ASSERT_TRUE(file->Undo());

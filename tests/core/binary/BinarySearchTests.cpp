@@ -141,7 +141,7 @@ TEST(BinaryFind, AtEveryPageAndWindowBorder) {
 TEST(BinaryFind, RandomSearchesMatchANaiveOne) {
     std::mt19937 random(12);
     for (int round = 0; round < 60; ++round) {
-        // Few different bytes, so that much of a pattern stands in many places.
+        // Few different bytes, so that much of a pattern is found in many places.
         const std::string alphabet = round % 2 ? "ab" : "abAB";
         std::string content(BorderSizes[random() % std::size(BorderSizes)], '\0');
         for (char& c : content) c = alphabet[random() % alphabet.size()];

@@ -13,7 +13,7 @@
 
 using Bytes = std::vector<uint8_t>;
 
-// Bytes that tell every place of a file from its neighbours.
+// Bytes that differ at neighbouring places of a file.
 inline std::string Pattern(size_t size, unsigned seed = 1) {
     std::mt19937 random(seed);
     std::string bytes(size, '\0');

@@ -1,4 +1,4 @@
-// The end of a file, wherever it lies: up to it everything works, behind it nothing does.
+// The end of a file, wherever it lies: up to it everything works, past it nothing does.
 
 #include "HexViewTest.h"
 
@@ -78,7 +78,7 @@ TEST_F(HexEnd, AMatchThereIsPastedOverAsFarAsTheFileGoes) {
     EXPECT_EQ(Selection(), (Two{4, 4}));
 }
 
-// The anchor of a match is behind it, and that of Ctrl+A before the file.
+// The anchor of a match is after it, and that of Ctrl+A before the file.
 TEST_F(HexEnd, ASelectionIsTypedAndPastedOverFromItsCaretOn) {
     Show("one two");
     SearchFor(u"one");

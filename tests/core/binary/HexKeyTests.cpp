@@ -12,7 +12,7 @@ TEST_F(HexKeys, LeftAndRightMoveByAByte) {
     Show(std::string(20, 'x'));
     EXPECT_EQ(After(5, ViewKey::Right), 6u);
     EXPECT_EQ(After(15, ViewKey::Right), 16u);
-    EXPECT_EQ(After(19, ViewKey::Right), 20u); // behind the last byte
+    EXPECT_EQ(After(19, ViewKey::Right), 20u); // after the last byte
     EXPECT_EQ(After(20, ViewKey::Right), 20u);
     EXPECT_EQ(After(5, ViewKey::Left), 4u);
     EXPECT_EQ(After(16, ViewKey::Left), 15u);

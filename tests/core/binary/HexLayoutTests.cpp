@@ -3,7 +3,7 @@
 namespace {
 
 struct HexLayout : HexViewTest {
-    // Where the system's caret stands, in characters and rows.
+    // Where the system's caret is, in characters and rows.
     std::pair<int32_t, int32_t> CaretCell() const { return {surface().caretX / 8, surface().caretY / 16}; }
     const ScrollBar& Bar() const { return surface().bars[0]; }
     uint64_t Scroll(ScrollRequest request, int32_t track = 0) {
@@ -173,7 +173,7 @@ TEST_F(HexLayout, TheBarCountsRows) {
     Show(std::string(16 * 100 + 1, 'x'));
     EXPECT_EQ(Bar(), (ScrollBar{101, 10, 0}));
     view().Viewport().ScrollTo(7);
-    Press(ViewKey::F3); // anything that places the caret anew
+    Press(ViewKey::F3); // anything that places the caret again
     EXPECT_EQ(Scroll(ScrollRequest::LineForward), 8u);
     EXPECT_EQ(Bar(), (ScrollBar{101, 10, 8}));
 }
@@ -307,7 +307,7 @@ TEST_F(HexLayout, ScrollingAwayLeavesTheCaret) {
     EXPECT_EQ(surface().caretY, -91 * 16);
 }
 
-// Painting anew.
+// Painting again.
 
 TEST_F(HexLayout, ExtendingRepaintsTheRowsBetweenOnly) {
     Show(std::string(1600, 'x'));

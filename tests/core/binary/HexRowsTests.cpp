@@ -258,7 +258,7 @@ TEST_F(HexRowsTest, AFileThatCannotBeReadShowsOffsetsOnlyAndIsAskedOnce) {
         Paint();
         EXPECT_EQ(calls.Count(), asked);
     }
-    // Once the view gets the focus again it is asked anew.
+    // Once the view gets the focus again it is asked again.
     surface().focus = false;
     surface().TakeFocus();
     EXPECT_EQ(Paint()[0].text.substr(49), std::string(16, 'x'));

@@ -1,4 +1,4 @@
-// An edit is made and recorded before the views hear of it, and the edit line comes back once, at the end.
+// An edit is made and recorded before the views are notified, and the edit line comes back once, at the end.
 
 #include "document/TextBuffer.h"
 
@@ -42,7 +42,7 @@ protected:
 TEST_F(EditFlowTest, AnInsertionIsRecordedBeforeTheViewMoves) {
     document->InsertText(8, u"x\n", 2);
     EXPECT_EQ(recorded, (States{2}));
-    EXPECT_EQ(openLine, None32) << "no line is open while the views are told";
+    EXPECT_EQ(openLine, None32) << "no line is open while the views are notified";
     ExpectOneEnd(2);
 }
 

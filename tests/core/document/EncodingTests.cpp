@@ -60,7 +60,7 @@ TEST(RoundTrip, EveryByteSurvivesInAnsi) {
     LoadedDocument document(bytes);
     EXPECT_EQ(document->Length(), bytes.size());
     EXPECT_EQ(document.Saved(), bytes);
-    // The same in front of, between and behind others.
+    // The same before, between and after others.
     for (int byte = 1; byte < 256; ++byte) {
         if (byte == '\r' || byte == '\n') continue;
         const std::string around = "x" + std::string(1, static_cast<char>(byte)) + "\r\n";

@@ -57,7 +57,7 @@ TEST(FindText, AMatchStartsBeforeTheEndAndMayReachBeyondIt) {
     TextDocument document(u"..abc..");
     EXPECT_EQ(Find(*document, u"abc", 0, 3), (Found{2, false}));
     EXPECT_EQ(Find(*document, u"abc", 0, 2), NotFound);
-    EXPECT_EQ(Find(*document, u"abc", 5, 3), (Found{2, true})) << "a start behind the end only wraps";
+    EXPECT_EQ(Find(*document, u"abc", 5, 3), (Found{2, true})) << "a start past the end only wraps";
 }
 
 TEST(FindText, BackwardFindsTheLastBelowTheStart) {
@@ -174,8 +174,8 @@ bool Matches(const std::u16string& text, const std::u16string& pattern, size_t a
         if (rules.matchCase ? a != b : Fold(a) != Fold(b)) return false;
     }
     if (!rules.wholeWord) return true;
-    const size_t behind = at + pattern.size();
-    return (at == 0 || !IsWord(text[at - 1])) && (behind >= text.size() || !IsWord(text[behind]));
+    const size_t after = at + pattern.size();
+    return (at == 0 || !IsWord(text[at - 1])) && (after >= text.size() || !IsWord(text[after]));
 }
 
 Found PlainFind(const std::u16string& text, const std::u16string& pattern, size_t from, size_t end, Rules rules) {

@@ -77,7 +77,7 @@ inline uint32_t LinesOf(const std::u16string& text) {
     return lines;
 }
 
-// The style by the plain rule, over a text with its breaks as they stand in the file.
+// The style by the plain rule, over a text with its breaks as they are in the file.
 inline uint32_t StyleOf(const std::u16string& text) {
     uint32_t style = 0;
     for (size_t i = 0; i < text.size(); ++i) {

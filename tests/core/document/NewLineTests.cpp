@@ -57,7 +57,7 @@ TEST_F(NewLineTest, TakesTheLeadingBlanksAlong) {
 
 TEST_F(NewLineTest, TakesAtMostAsManyBlanksAsAreBeforeTheCaret) {
     Enter(u"    x", 0, 2);
-    EXPECT_EQ(document.Store(), u"  \n    x") << "two blanks are inserted, two stood behind the caret";
+    EXPECT_EQ(document.Store(), u"  \n    x") << "two blanks are inserted, two were after the caret";
     document->Undo();
     EXPECT_EQ(document.Store(), u"    x");
 }

@@ -2,7 +2,7 @@
 
 #include "core/document/RunSupport.h"
 
-// A document with a command that prints what the test tells it to.
+// A document with a command that prints what the test asks for.
 class AppendTest : public RunTest {
 protected:
     static constexpr size_t ReadSize = 8191;

@@ -38,7 +38,7 @@ protected:
     // Starts a command that stays and prints nothing, so that what it prints is the test's: see Print.
     bool RunSilently(TextBuffer& document) { return Run(document, speaker.WaitFor("end")); }
     static void Print(TextBuffer& document, const std::string& bytes);
-    // What is printed from now on stands from this byte of the file on.
+    // What is printed from now on is written from this byte of the file on.
     static void MoveTo(TextBuffer& document, uint64_t position);
 
     static bool IsRunning(const TextBuffer& document) {

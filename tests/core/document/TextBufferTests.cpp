@@ -99,7 +99,7 @@ TEST(TextBuffer, AViewThatCannotBeMadeLeavesNoTrace) {
     document->EnumViews(nullptr, next);
     EXPECT_EQ(next, nullptr);
     SetTextViewFactory(nullptr);
-    EXPECT_EQ(document->CreateView(nullptr), nullptr) << "nobody makes views";
+    EXPECT_EQ(document->CreateView(nullptr), nullptr) << "there is no factory of views";
 }
 
 TEST(TextBuffer, AForgottenViewIsNotTouchedAgain) {

@@ -1,4 +1,4 @@
-// That views hear where the text changed before they are asked anything.
+// Views are notified of where the text changed before they are asked anything.
 
 #include "document/TextBuffer.h"
 
@@ -19,9 +19,9 @@ protected:
         view->Activate();
         view->ForgetCalls();
     }
-    // What was told since the last call.
+    // What was reported since the last call.
     Offsets Told() {
-        EXPECT_EQ(view->movesBeforeChange, 0) << "told before the caret moves";
+        EXPECT_EQ(view->movesBeforeChange, 0) << "reported before the caret moves";
         Offsets told = view->textChanges;
         view->ForgetCalls();
         return told;

@@ -199,7 +199,7 @@ private:
     static uint32_t LineFeeds(const std::u16string& of) {
         return static_cast<uint32_t>(std::count(of.begin(), of.end(), u'\n'));
     }
-    // A deletion elsewhere in the line may have left the caret behind its end.
+    // A deletion elsewhere in the line may have left the caret past its end.
     uint32_t ColumnOf(const View& view) const {
         return std::min(view.column, static_cast<uint32_t>(Line(view.line).size()));
     }

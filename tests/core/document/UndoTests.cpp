@@ -74,11 +74,11 @@ TEST_F(UndoTest, WithNothingToUndoNothingChangesAndTheFrameIsStillNotified) {
 TEST_F(UndoTest, TheFrameIsNotifiedOnceForEveryStep) {
     Start(u"abc");
     document->BeginGroup();
-    EXPECT_EQ(view->documentChanges, 0) << "a marker alone is not told";
+    EXPECT_EQ(view->documentChanges, 0) << "a marker alone is not reported";
     Insert(0, u"x");
     Insert(1, u"y");
     document->EndGroup();
-    EXPECT_EQ(view->documentChanges, 2) << "performing is told for each record";
+    EXPECT_EQ(view->documentChanges, 2) << "performing is reported for each record";
     document->Undo();
     EXPECT_EQ(view->documentChanges, 3);
 }
@@ -190,7 +190,7 @@ TEST_F(UndoTest, TypedTextIsWrittenBackBeforeItIsUndone) {
     EXPECT_EQ(view->CaretColumn(), 0u);
     document->Redo();
     EXPECT_EQ(document.Store(), u"abone\n");
-    EXPECT_EQ(view->CaretColumn(), 2u) << "an empty selection behind the inserted text";
+    EXPECT_EQ(view->CaretColumn(), 2u) << "an empty selection after the inserted text";
 }
 
 TEST_F(UndoTest, OvertypedTextComesBackAndGoesAgain) {
@@ -366,7 +366,7 @@ TEST_F(UndoTest, AnAbandonedGroupBringsBackWhatCouldBeRedone) {
     document->BeginGroup();
     document->DeleteText(0, 3);
     document->AbandonGroup();
-    EXPECT_FALSE(document->CanDo(DocumentCommand::Redo)) << "the outer group's change still stands";
+    EXPECT_FALSE(document->CanDo(DocumentCommand::Redo)) << "the outer group's change is still there";
     document->AbandonGroup();
     document->Redo();
     EXPECT_EQ(document.Text(), u"xone\ntwo");

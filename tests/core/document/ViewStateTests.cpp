@@ -90,7 +90,7 @@ TEST_F(ViewStateTest, ATopLineAfterTheChangeMovesWithTheLines) {
 
 TEST_F(ViewStateTest, PerformingPutsAnEmptySelectionAtTheChange) {
     Insert({1, 1, 0}, 7, u"xyz");
-    EXPECT_EQ(PlaceOf(view), (Place{10, 10, 0})) << "behind an insertion, whatever was captured for after";
+    EXPECT_EQ(PlaceOf(view), (Place{10, 10, 0})) << "after an insertion, whatever was captured as the place after it";
     Delete({1, 1, 3}, 2, 5);
     EXPECT_EQ(PlaceOf(view), (Place{2, 2, 2}));
 }
@@ -157,7 +157,7 @@ TEST_F(ViewStateTest, EveryStepRepaintsAllViewsWithAWindow) {
     document->Redo();
     EXPECT_EQ(view->invalidations, 3);
     EXPECT_EQ(hidden->invalidations, 0);
-    EXPECT_GT(hidden->lineCountChanges, 0) << "the line count is told to every view";
+    EXPECT_GT(hidden->lineCountChanges, 0) << "every view is notified of the line count";
 }
 
 TEST_F(ViewStateTest, ALineEditAppliesItsStatesOnceWrittenBack) {

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The kind of an engine, told from how it behaves.
+// The kind of an engine, as it shows in its behaviour.
 std::string Kind(const EngineHandle& engine) {
     if (!engine) return "none";
     if (engine->BraceCharacters() == std::u16string_view(u"{}()[]<>")) return "html";

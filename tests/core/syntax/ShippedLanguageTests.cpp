@@ -74,7 +74,7 @@ TEST_F(ShippedLanguages, EveryKeyIsReadAndOccursOnce) {
         for (const IniKey* key = section.keys.head; key; key = key->next) {
             const std::string name = shipped::Narrow(key->name.Text());
             EXPECT_TRUE(known.contains(name)) << name;
-            EXPECT_TRUE(keys.insert(name).second) << name << " stands twice";
+            EXPECT_TRUE(keys.insert(name).second) << name << " is there twice";
         }
     });
 }
@@ -95,7 +95,7 @@ TEST_F(ShippedLanguages, EveryKeywordCanBeFound) {
         CheckList(Value(section, u"Keywords"), "Keywords");
         std::set<std::string> all;
         for (const std::string& word : shipped::Words(Folded(Value(section, u"Keywords"), section)))
-            EXPECT_TRUE(all.insert(word).second) << word << " stands twice";
+            EXPECT_TRUE(all.insert(word).second) << word << " is there twice";
         for (const std::string& word : all) CheckKeyword(word, all, section);
     });
 }
@@ -130,7 +130,7 @@ TEST_F(ShippedLanguages, EveryOneHasASampleThatItsNamesServe) {
     for (const auto& [name, path] : samples) ADD_FAILURE() << path << " is the sample of no section";
 }
 
-// The sections of a file, General aside: first all others, then the tools, which a save moves to the end.
+// The sections of a file, except General: first all others, then the tools, which a save moves to the end.
 std::string SectionsOf(const IniFile& file) {
     WString text[2];
     for (const IniSection* section = file.sections.head; section; section = section->next) {

@@ -17,7 +17,7 @@ struct EngineReleaser {
 };
 using EngineHandle = std::unique_ptr<SyntaxEngine, EngineReleaser>;
 
-// Colours that tell the classes apart: the foreground of class i is 0x101010 + i, the background
+// Colours that distinguish the classes: the foreground of class i is 0x101010 + i, the background
 // 0x202020 + i.
 constexpr Colour FirstForeground = 0x101010;
 constexpr Colour FirstBackground = 0x202020;
@@ -141,7 +141,7 @@ inline uint32_t CarryState(SyntaxEngine& engine, std::u16string_view text, uint3
     return state;
 }
 
-// Every test starts with the built-in definitions in colours that tell the classes apart.
+// Every test starts with the built-in definitions in colours that distinguish the classes.
 class SyntaxTest : public ::testing::Test {
 protected:
     SyntaxTest() {

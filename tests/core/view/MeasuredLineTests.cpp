@@ -32,7 +32,7 @@ struct MeasuredLineTest : ViewTest {
         }
         return out;
     }
-    // The caret stands where it does when the line is measured from its start.
+    // The caret is where it is when the line is measured from its start.
     void ExpectCaret() const {
         const int64_t x = Layout().PositionOf(view().Text().Line(view().CaretLine()), view().CaretColumn());
         ASSERT_EQ(surface().caretX, x - view().Viewport().HorizontalScroll() + view().Viewport().TextLeft());
