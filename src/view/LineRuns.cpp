@@ -1,5 +1,7 @@
 #include "view/LineRuns.h"
 
+#include "viewbase/TextDirection.h"
+
 namespace {
 
 // A font may give some characters no width at all. A row holds no more characters than this, so that a
@@ -21,7 +23,7 @@ bool LineRuns::Build(const Char* text, uint32_t offset, const ColourSpan* spans,
     advances.Clear();
     runs.Clear();
     position = from.position;
-    mayMerge = false;
+    mayMerge = inLetter = false;
     bool done = true;
     for (uint32_t i = 0; i < spanCount && position < clipRight && done; ++i) {
         ColourSpan span = spans[i];
@@ -65,10 +67,22 @@ bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
         } else if (shown == u' ' && style.showWhitespace) {
             kind = RunKind::VisibleSpace;
         }
-        const int32_t width = widths->Of(shown);
-        if (IsVisible(width) && !AddCharacter(shown, width, piece, kind)) return false;
-        position += width;
+        if (!AddCharacter(shown, piece, kind)) return false;
     }
+    return true;
+}
+
+bool LineRuns::AddCharacter(Char shown, const Piece& piece, RunKind kind) {
+    using TextDirection::Kind;
+    const Kind direction = TextDirection::KindOf(shown);
+    const bool control = direction == Kind::Control;
+    const Char drawn = control ? TextDirection::MarkOf(shown) : shown;
+    const Piece reversed = {piece.background, piece.foreground};
+    if (direction == Kind::Letter || (inLetter && direction != Kind::Combining)) mayMerge = false;
+    const int32_t width = widths->Of(drawn);
+    if (IsVisible(width) && !Append(drawn, width, control ? reversed : piece, kind)) return false;
+    if (direction != Kind::Combining) inLetter = direction == Kind::Letter;
+    position += width;
     return true;
 }
 
@@ -85,7 +99,7 @@ bool LineRuns::AddTab(const Piece& piece) {
     const uint32_t size = TabSize();
     const auto padding = static_cast<int32_t>(size - static_cast<uint64_t>(position / spaceWidth) % size);
     const int32_t width = padding * spaceWidth;
-    mayMerge = false;
+    mayMerge = inLetter = false;
     if (!IsVisible(width)) {
         position += width;
         return true;
@@ -98,13 +112,13 @@ bool LineRuns::AddTab(const Piece& piece) {
         return true;
     }
     for (int32_t i = 0; i < padding && position < clipRight; ++i) {
-        if (IsVisible(spaceWidth) && !AddCharacter(u' ', spaceWidth, piece, RunKind::Text)) return false;
+        if (IsVisible(spaceWidth) && !Append(u' ', spaceWidth, piece, RunKind::Text)) return false;
         position += spaceWidth;
     }
     return true;
 }
 
-bool LineRuns::AddCharacter(Char shown, int32_t width, const Piece& piece, RunKind kind) {
+bool LineRuns::Append(Char shown, int32_t width, const Piece& piece, RunKind kind) {
     if (characters.Count() >= MostCharacters) return true;
     DrawRun* run = RunFor(piece, kind);
     if (!run || !characters.Reserve(characters.Count() + 1) || !advances.Append(width)) return false;

@@ -21,6 +21,11 @@ struct RowStyle {
 // Turns the coloured spans of a row into runs to draw. Only characters inside the window get into a
 // run, so a row costs the same to draw however long its line is. Once the arrays have grown to a
 // window's width nothing is allocated any more.
+//
+// A letter of a right-to-left script is a run of its own, with what is drawn over it. Measured as the system draws
+// them together, such letters would have their caret and selection in places that no sum of widths gives; drawn one
+// by one they stand in the order of the text, where caret, clicks and selection look for them. That costs the joined
+// forms of Arabic, and keeps source from looking like other source.
 class LineRuns {
 public:
     static constexpr uint32_t MaxRun = 2048;
@@ -51,7 +56,8 @@ private:
     bool AddSpan(const Char* text, uint32_t offset, const ColourSpan& span);
     bool AddPiece(const Char* text, uint32_t count, const Piece& piece);
     bool AddTab(const Piece& piece);
-    bool AddCharacter(Char shown, int32_t width, const Piece& piece, RunKind kind);
+    bool AddCharacter(Char shown, const Piece& piece, RunKind kind);
+    bool Append(Char shown, int32_t width, const Piece& piece, RunKind kind);
     DrawRun* RunFor(const Piece& piece, RunKind kind);
     // Skips characters to the left of what is seen; returns how many.
     uint32_t SkipHidden(const Char* text, uint32_t count);
@@ -70,4 +76,5 @@ private:
     int32_t spaceWidth = 1;
     int32_t end = 0;
     bool mayMerge = false; // the last run takes further text of its colours
+    bool inLetter = false; // of which only what is drawn over its letter, which runs from right to left
 };

@@ -2,6 +2,7 @@
 
 #include "base/Heap.h"
 #include "base/Scan.h"
+#include "viewbase/TextDirection.h"
 
 #include <algorithm>
 
@@ -46,6 +47,10 @@ int32_t CharWidths::Load(Char character) {
     const auto first = static_cast<Char>(character & 0xFF00);
     int32_t fetched[PageSize] = {};
     if (!fetch || !fetch(context, first, fetched)) return 0;
+    for (uint32_t i = 0; i < PageSize; ++i) {
+        const auto drawn = static_cast<Char>(first + i);
+        if (TextDirection::KindOf(drawn) == TextDirection::Kind::Control) fetched[i] = Of(TextDirection::MarkOf(drawn));
+    }
     if (uint16_t* page = Heap::AllocateArray<uint16_t>(PageSize)) {
         for (uint32_t i = 0; i < PageSize; ++i) page[i] = Narrow(fetched[i]);
         pages[character >> 8] = page;

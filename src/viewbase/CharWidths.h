@@ -2,8 +2,8 @@
 
 #include "base/Types.h"
 
-// The widths of single characters in one font. They are fetched 256 at a time when first asked for;
-// after that a look-up is two loads. Pages are freed with the cache or when the source changes.
+// The widths of single characters in one font, as they are shown (see TextDirection). They are fetched 256 at a time
+// when first asked for; after that a look-up is two loads. Pages are freed with the cache or when the source changes.
 class CharWidths {
 public:
     static constexpr uint32_t PageSize = 256;

@@ -1,4 +1,7 @@
+#include "CallCounter.h"
 #include "TextViewTest.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -313,6 +316,82 @@ TEST_F(PaintTest, ALongLineIsEditedAtItsEnd) {
     const Picture after = Paint();
     EXPECT_FALSE(after == before);
     EXPECT_TRUE(after.Has(Red, TextLeft(), 0, TextLeft() + 40, LineHeight()));
+}
+
+// The text-outs of a paint that draw characters.
+struct TextCall {
+    UINT options;
+    int x;
+    std::wstring text;
+};
+std::vector<TextCall> textCalls;
+decltype(&ExtTextOutW) drawText = nullptr;
+
+BOOL WINAPI TakeText(HDC dc, int x, int y, UINT options, const RECT* area, LPCWSTR text, UINT count,
+                     const INT* advances) {
+    if (count) textCalls.push_back({options, x, {text, count}});
+    return drawText(dc, x, y, options, area, text, count, advances);
+}
+
+class PaintCallTest : public TextViewTest {
+protected:
+    std::vector<TextCall> Calls() {
+        const ReplacedImport import("ExtTextOutW", reinterpret_cast<void*>(TakeText));
+        EXPECT_TRUE(import.IsImported());
+        drawText = reinterpret_cast<decltype(&ExtTextOutW)>(import.Original());
+        textCalls.clear();
+        Paint();
+        return textCalls;
+    }
+    // The pixels of a cell of the first row.
+    std::vector<Colour> Cell(const Picture& picture, int column) const {
+        std::vector<Colour> pixels;
+        for (int y = 0; y < LineHeight(); ++y)
+            for (int x = ColumnX(column); x < ColumnX(column + 1); ++x) pixels.push_back(picture.At(x, y));
+        return pixels;
+    }
+};
+
+TEST_F(PaintCallTest, NumbersKeepLatinDigits) {
+    UseSettings(u"ShowLineNumbers=1");
+    Show(u"123");
+    int drawn = 0;
+    for (const TextCall& call : Calls()) {
+        EXPECT_TRUE(call.options & ETO_NUMERICSLATIN);
+        drawn += call.text == L"      1" || call.text == L"123";
+    }
+    EXPECT_EQ(drawn, 2);
+}
+
+TEST_F(PaintCallTest, RightToLeftLettersAreDrawnWhereTheCaretLooksForThem) {
+    UseSettings(u"ShowLineNumbers=0");
+    Show(u"a\u05D0\u05D1\u0627b\u05D2c");
+    std::wstring drawn;
+    for (const TextCall& call : Calls()) {
+        const auto letters =
+            std::count_if(call.text.begin(), call.text.end(), [](wchar_t c) { return c >= 0x590 && c < 0x900; });
+        EXPECT_LE(letters, 1);
+        EXPECT_TRUE(letters == 0 || call.text.size() == 1);
+        Editor().MoveCaret(0, static_cast<uint32_t>(drawn.size()), false);
+        EXPECT_EQ(call.x, TextLeft() + Editor().Viewport().CaretX(Editor().Caret()));
+        drawn += call.text;
+    }
+    EXPECT_EQ(drawn, L"a\u05D0\u05D1\u0627b\u05D2c");
+}
+
+TEST_F(PaintCallTest, ControlsThatReorderTextShowAndAreNotObeyed) {
+    UseSettings(u"ShowLineNumbers=0\nTextFg=#ff0000\nTextBg=#ffffff");
+    Show(u"abc");
+    const Picture plain = Paint();
+    Show(u"\u202Eabc\u202C");
+    const Picture marked = Paint();
+    for (int column = 0; column < 3; ++column) EXPECT_EQ(Cell(marked, column + 1), Cell(plain, column)) << column;
+    for (const int column : {0, 4}) {
+        // Reversed, a cell has more of the text's colour than of the background's.
+        EXPECT_GT(marked.Count(Red, ColumnX(column), 0, ColumnX(column + 1), LineHeight()),
+                  Average() * LineHeight() / 2);
+        EXPECT_TRUE(marked.Has(White, ColumnX(column), 0, ColumnX(column + 1), LineHeight()));
+    }
 }
 
 } // namespace

@@ -11,6 +11,8 @@ constexpr int DotSize = 2;
 constexpr int ArrowLength = 12;
 constexpr int ArrowHead = 4;
 constexpr int BookmarkCorner = 5;
+// Digits are shown as they are, not as those of the user's language: they were measured so, and text is what it is.
+constexpr UINT TextFlags = ETO_OPAQUE | ETO_CLIPPED | ETO_NUMERICSLATIN;
 
 HPEN MakeGuidePen() {
     const LOGBRUSH brush = {BS_SOLID, settings.GuideColor, 0};
@@ -66,7 +68,7 @@ void TextPainter::Draw(const RowPicture& row, const DrawRun& run) {
     }
     SetTextColor(surface, run.foreground);
     SetBkColor(surface, run.background);
-    ExtTextOutW(surface, run.x, rowTop, ETO_OPAQUE | ETO_CLIPPED, &area, Wide(row.text + run.start), run.count,
+    ExtTextOutW(surface, run.x, rowTop, TextFlags, &area, Wide(row.text + run.start), run.count,
                 row.advances + run.start);
     if (run.kind == RunKind::VisibleSpace) DrawDot(run);
 }
@@ -98,8 +100,7 @@ void TextPainter::DrawNumber(const RowPicture& row) {
     SetBkMode(surface, TRANSPARENT);
     SetTextColor(surface, settings.LineNumFg);
     SetBkColor(surface, settings.LineNumBg);
-    ExtTextOutW(surface, 0, rowTop, ETO_OPAQUE | ETO_CLIPPED, &area, Wide(row.number), row.numberLength,
-                row.numberAdvances);
+    ExtTextOutW(surface, 0, rowTop, TextFlags, &area, Wide(row.number), row.numberLength, row.numberAdvances);
 }
 
 // Unshifted even when drawing straight: the guides then all fall on the first row, which is how this

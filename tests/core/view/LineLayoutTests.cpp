@@ -49,6 +49,13 @@ TEST_F(LineLayoutTest, ProportionalWidthsAreMeasuredSingly) {
     EXPECT_EQ(Layout().PositionOf(Span(text), 6), 39);
 }
 
+TEST_F(LineLayoutTest, AControlThatReordersTextIsAsWideAsItsMark) {
+    surface().SetFont({16, 7, 4}, {{u'<', 5}, {u'>', 6}, {0x202E, 0}});
+    const std::u16string text = u"a\u202E\u2066b";
+    EXPECT_EQ(Layout().PositionOf(Span(text), 2), 12);
+    EXPECT_EQ(Layout().PositionOf(Span(text), 3), 18);
+}
+
 TEST_F(LineLayoutTest, TheRightHalfOfACharacterBelongsToTheNextColumn) {
     const std::u16string text = u"abc";
     // The second character covers [8, 16).

@@ -112,6 +112,44 @@ TEST_F(RowTest, TheEnginesSpansBecomeRuns) {
     EXPECT_EQ(FirstRow(), "key(int)@0+24 text( x; )@24+32 string(\"s\")@56+24");
 }
 
+TEST_F(RowTest, ARightToLeftLetterIsARunOfItsOwnWithWhatIsDrawnOverIt) {
+    // Hebrew with a vowel, Arabic digits, and a letter beyond U+FFFF.
+    Fill(u"ab\u05D0\u05B8\u05D1 12\u0663\u0664c\U00010800\u0301e\u0301");
+    EXPECT_EQ(FirstRow(), "text(ab)@0+16 text(?\?)@16+16 text(?)@32+8 text( 12)@40+24 text(?)@64+8 text(?)@72+8 "
+                          "text(c)@80+8 text(?\?\?)@88+24 text(e?)@112+16");
+}
+
+TEST_F(RowTest, WhatReordersTextIsShownAsAMarkInReversedColours) {
+    Fill(u"a\u202Eb\u2068c\u2069\u2066");
+    EXPECT_EQ(FirstRow(), "text(a)@0+8 ?(<)@8+8 text(b)@16+8 ?(?)@24+8 text(c)@32+8 ?(|>)@40+16");
+    const DrawRun mark = Rows()[0].draw[1];
+    EXPECT_EQ(mark.foreground, TextBg);
+    EXPECT_EQ(mark.background, TextFg);
+}
+
+TEST_F(RowTest, EveryCharacterIsDrawnWhereTheCaretLooksForIt) {
+    constexpr Char Some[] = u"ab \u05D0\u05B8\u0645\u0661\u202E\u2069\u4E00\u0301\u200F";
+    surface().SetFont({16, 8, 8}, {{0x05B8, 0}, {0x4E00, 16}, {u'<', 5}, {u'|', 3}, {u'b', 6}, {0x0645, 11}});
+    Random random(7);
+    for (int i = 0; i < 200; ++i) {
+        std::u16string text;
+        for (int k = 0; k < 30; ++k) text += Some[random.Below(std::size(Some) - 1)];
+        Fill(text);
+        view().SelectRange(random.Below(30), random.Below(30));
+        const Row row = Rows()[0];
+        const LineLayout layout(surface().metrics, surface().Widths());
+        uint32_t column = 0;
+        for (const DrawRun& run : row.draw) {
+            int32_t x = run.x;
+            for (uint32_t k = 0; k < run.count; ++k, ++column) {
+                ASSERT_EQ(x, layout.PositionOf({text.data(), 30}, column)) << "text " << i << " column " << column;
+                x += row.advances[column];
+            }
+        }
+        ASSERT_EQ(column, 30u);
+    }
+}
+
 TEST_F(RowTest, TheEnginesFillCoversTheRestOfTheRow) {
     Fill(u"a // b\n/* c\nd", u"cpp");
     const auto rows = Rows();
