@@ -21,9 +21,8 @@ KeyDecision DecideKeyDown(const KeyPress& press) {
 
 } // namespace
 
-KeyDecision DecideKey(const KeyPress& press) {
-    if (press.isDown) return DecideKeyDown(press);
-    if (press.isUp && press.key == FrameKey::Ctrl && press.switching)
-        return {KeyAction::FinishSwitching, 0, Swallow::No};
-    return {};
+bool EndsSwitching(const KeyPress& press) {
+    return press.switching && (!press.ctrl || (press.isUp && press.key == FrameKey::Ctrl));
 }
+
+KeyDecision DecideKey(const KeyPress& press) { return press.isDown ? DecideKeyDown(press) : KeyDecision{}; }

@@ -32,7 +32,6 @@ enum class KeyAction {
     LeaveOutput,       // leave an output document
     ShowNextInMru,     // next document in order of use; set the switching flag
     ShowPreviousInMru, // the same the other way
-    FinishSwitching,   // clear the flag and activate the active pane's view again
 };
 
 enum class Swallow { No, Yes, IfActed };
@@ -43,6 +42,10 @@ struct KeyDecision {
     // What is not swallowed goes on to the macro recorder, while recording, and to its window.
     Swallow swallow = Swallow::No;
 };
+
+// Whether a message of any kind, while Ctrl+Tab walks through the documents, ends that: Ctrl is up. Its release
+// itself may have gone to a dialog or a menu.
+bool EndsSwitching(const KeyPress& press);
 
 // What the frame does with a key before its window gets it.
 KeyDecision DecideKey(const KeyPress& press);

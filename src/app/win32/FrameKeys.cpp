@@ -31,6 +31,7 @@ bool FrameKeys::PreDispatch(const MSG& message) {
     press.playing = macros.IsPlaying();
     press.switching = display.IsSwitching();
     press.hasActivePane = panes.Active() != nullptr;
+    if (EndsSwitching(press)) display.FinishSwitching();
     const KeyDecision decision = DecideKey(press);
     const bool acted = CarryOut(decision);
     if (decision.swallow == Swallow::Yes || (decision.swallow == Swallow::IfActed && acted)) return true;
@@ -57,9 +58,6 @@ bool FrameKeys::CarryOut(const KeyDecision& decision) {
         return true;
     case KeyAction::ShowPreviousInMru:
         display.SwitchByUse(false);
-        return true;
-    case KeyAction::FinishSwitching:
-        display.FinishSwitching();
         return true;
     default:
         return false;

@@ -235,12 +235,17 @@ TEST(KeyDispatch, CtrlTabWalksTheOrderOfUse) {
     EXPECT_EQ(DecisionOn({.isDown = true, .key = FrameKey::Tab, .hasActivePane = true}), Nothing);
 }
 
-TEST(KeyDispatch, ReleasingCtrlFinishesTheSwitch) {
-    EXPECT_EQ(DecisionOn({.isUp = true, .key = FrameKey::Ctrl, .switching = true}),
-              (Decision{KeyAction::FinishSwitching, 0, Swallow::No}));
-    EXPECT_EQ(DecisionOn({.isUp = true, .key = FrameKey::Ctrl}), Nothing);
-    EXPECT_EQ(DecisionOn({.isDown = true, .key = FrameKey::Ctrl, .switching = true}), Nothing);
-    EXPECT_EQ(DecisionOn({.isUp = true, .key = FrameKey::Tab, .switching = true}), Nothing);
+TEST(KeyDispatch, ThatCtrlIsUpEndsTheSwitchHoweverItCameAbout) {
+    // Its release, also where the state is not that of the message; then whatever comes after a release that went
+    // elsewhere.
+    EXPECT_TRUE(EndsSwitching({.isUp = true, .key = FrameKey::Ctrl, .switching = true}));
+    EXPECT_TRUE(EndsSwitching({.isUp = true, .key = FrameKey::Ctrl, .ctrl = true, .switching = true}));
+    EXPECT_TRUE(EndsSwitching({.isUp = true, .key = FrameKey::Tab, .switching = true}));
+    EXPECT_TRUE(EndsSwitching({.key = FrameKey::Ctrl, .alt = true, .switching = true}));
+    EXPECT_TRUE(EndsSwitching({.switching = true}));
+    EXPECT_FALSE(EndsSwitching({.isDown = true, .key = FrameKey::Tab, .ctrl = true, .switching = true}));
+    EXPECT_FALSE(EndsSwitching({.ctrl = true, .switching = true}));
+    EXPECT_FALSE(EndsSwitching({.isUp = true, .key = FrameKey::Ctrl}));
 }
 
 TEST(KeyDispatch, OtherMessagesAreNone) {
