@@ -78,7 +78,8 @@ Document* DocumentOpener::ShowOpenFile(const Char* fullPath) {
     if (!known) return nullptr;
     Pane* const pane = display.TargetPane();
     display.Show(known, pane);
-    if (pane && pane != panes.Active()) panes.Focus(*pane);
+    // Also when the pane showed it all the time.
+    if (pane) display.ViewActivated(pane->view);
     return known;
 }
 

@@ -1,6 +1,9 @@
-// What the frame makes of Ctrl.
+// Where the keyboard focus is after a line of the command window, and what the frame makes of Ctrl.
 
+#include "app/CommandLanguage.h"
+#include "resource.h"
 #include "view/OwnFrameTest.h"
+#include "view/ProcessRecorder.h"
 
 namespace {
 
@@ -17,6 +20,7 @@ protected:
         Hold(false);
         OwnFrameTest::TearDown();
     }
+    HWND CommandLine() const { return FindWindowExW(main->Window(), nullptr, WC_EDITW, nullptr); }
     Document* MostRecent() const { return main->Documents().MostRecent(); }
 
     static void Hold(bool ctrl) {
@@ -33,6 +37,24 @@ protected:
         return main->PreDispatchKey(offered);
     }
 };
+
+TEST_F(FrameFocusTest, TheConsoleKeepsItInTheCommandWindow) {
+    const ProcessRecorder recorder;
+    main->commands.console = true;
+    Command(IDM_COMMAND_WINDOW);
+    ASSERT_EQ(GetFocus(), CommandLine());
+    for (const Char* line : {u"one", u"opened", u"two"}) {
+        main->commands.console = true;
+        ExecuteCommandLine(*main, line);
+        EXPECT_EQ(GetFocus(), CommandLine()) << testing::PrintToString(std::u16string(line));
+    }
+    EXPECT_EQ(recorder.Calls().size(), 1u) << "the other is refused while the first one runs";
+    // A tool that is run from a pane leaves it there.
+    const HWND pane = FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr);
+    SetFocus(pane);
+    ExecuteCommandLine(*main, u"opened");
+    EXPECT_EQ(GetFocus(), pane);
+}
 
 TEST_F(FrameFocusTest, SwitchingEndsWithTheFirstMessageAfterCtrlIsUp) {
     struct Case {

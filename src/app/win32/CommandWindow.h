@@ -48,3 +48,19 @@ private:
     bool replacing = false; // the text changes because the prompt says so
     CommandPrompt prompt;
 };
+
+// While one lives in console mode, the focus comes back to the command window if it was there: commands are typed
+// one after the other, whatever pane shows what they print.
+class ConsoleFocus {
+public:
+    ConsoleFocus(const CommandWindow& commands, bool isConsole)
+        : window(isConsole && GetFocus() == commands.Window() ? commands.Window() : nullptr) {}
+    ~ConsoleFocus() {
+        if (window) SetFocus(window);
+    }
+    ConsoleFocus(const ConsoleFocus&) = delete;
+    ConsoleFocus& operator=(const ConsoleFocus&) = delete;
+
+private:
+    HWND window;
+};

@@ -271,7 +271,13 @@ void MainFrame::ToggleBookmark(uint32_t line) {
     if (View* const view = parts.panes.ActiveView()) view->ToggleBookmark(line);
 }
 
+bool MainFrame::AppendOutput(const Char* text) {
+    const ConsoleFocus focus(parts.commandWindow, commands.console);
+    return parts.outputs.Append(text);
+}
+
 bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirectory) {
+    const ConsoleFocus focus(parts.commandWindow, commands.console);
     return parts.tools.RunCaptured(command, startDirectory);
 }
 

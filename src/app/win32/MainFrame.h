@@ -49,7 +49,7 @@ public:
     bool AppendWordAtCaret(WString& out) const override { return parts.activeText.AppendWordAtCaret(out); }
     bool AppendSelection(WString& out) const override { return parts.activeText.AppendSelection(out); }
     void ClearOutput() override { parts.outputs.Clear(); }
-    bool AppendOutput(const Char* text) override { return parts.outputs.Append(text); }
+    bool AppendOutput(const Char* text) override;
     bool RunCapturedCommand(const Char* command, const Char* startDirectory) override;
     void RunScript(const Char* file) override { ::RunScript(*this, file); }
     void SetCommandText(const Char* text) override { parts.commandWindow.SetText(text); }

@@ -50,6 +50,19 @@ TEST_F(DocumentOpenerTest, AFileIsOpenedOnceAndItsCaretMovedToTheLine) {
     EXPECT_EQ(CaretLine(), 1u);
 }
 
+// The focus may be in the command window.
+TEST_F(DocumentOpenerTest, AFileThatTheActivePaneShowsIsActivatedLikeAnyOther) {
+    const std::u16string path = folder.Write("a.txt", "text");
+    for (const auto& open : {+[](DocumentOpener&by, const Char*name) { return by.OpenText(name, -1, false); },
+                             +[](DocumentOpener&by, const Char*name) { return by.OpenBinary(name); }}) {
+        EXPECT_TRUE(opener.OpenText(path.c_str(), -1, false));
+        panes.focused = nullptr;
+        EXPECT_TRUE(open(opener, path.c_str()));
+        EXPECT_EQ(panes.focused, panes.Active());
+        EXPECT_EQ(documents.MostRecent(), display.Active());
+    }
+}
+
 TEST_F(DocumentOpenerTest, AFileThatDoesNotExistIsOpenedOnlyAsANewOne) {
     const std::u16string path = folder.Path("missing.txt");
     EXPECT_FALSE(opener.OpenText(path.c_str(), -1, false));
