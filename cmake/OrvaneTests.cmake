@@ -36,6 +36,7 @@ foreach(name base settings syntax document viewbase view binary app faults)
     endif()
 endforeach()
 orvane_use_speaker(core_document_tests)
+orvane_use_speaker(core_app_tests)
 # These read what ships with the program, and the samples.
 foreach(name syntax app)
     target_compile_definitions(core_${name}_tests PRIVATE ORVANE_SOURCE="${CMAKE_SOURCE_DIR}")

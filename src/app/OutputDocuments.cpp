@@ -30,7 +30,7 @@ TextBuffer* OutputDocuments::ShowNamed(const Char* title) {
     Document* const known = documents.FindOutput(title);
     TextBuffer* const output = known ? static_cast<TextBuffer*>(known) : Make(title);
     if (!output) return nullptr;
-    if (known) output->EmptyAndResetUndo();
+    if (known && IsFinishedOutput(*known)) output->EmptyAndResetUndo();
     display.Show(output, panes.Next(*active));
     return output;
 }

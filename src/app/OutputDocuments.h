@@ -23,8 +23,8 @@ public:
     bool Append(const Char* text);
     // The shared document, made if needed, shown in the active pane; null on failure.
     TextBuffer* ShowShared();
-    // The emptied document of that title, made if needed, shown in the pane after the active one; null on
-    // failure.
+    // The document of that title, made if needed, shown in the pane after the active one; null on failure.
+    // Emptied, unless a command still runs into it.
     TextBuffer* ShowNamed(const Char* title);
     // The document is about to be closed.
     void Forget(const Document& document);

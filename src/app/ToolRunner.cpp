@@ -33,11 +33,30 @@ bool ToolRunner::Capture(const Char* command, const Char* startDirectory) {
     if (!ExpandToolVariables(context, command, line) || !ExpandStartDirectory(context, startDirectory, directory))
         return false;
     if (!InterpreterRunsIn(directory.Text())) {
-        WString message;
-        if (Text::AppendFormat(message, u"The command interpreter cannot run in this directory: %s", directory.Text()))
-            context.AskUser(message.Text(), MessageKind::Warning);
+        Tell(u"The command interpreter cannot run in this directory: %s", directory.Text());
         return false;
     }
     TextBuffer* const output = context.commands.console ? outputs.ShowShared() : outputs.ShowNamed(line.Text());
-    return output && output->RunCommand(line.Text(), directory.Text());
+    return output && Start(*output, line.Text(), directory.Text());
+}
+
+bool ToolRunner::Start(TextBuffer& output, const Char* line, const Char* directory) {
+    if (output.Output().IsRunning()) {
+        Tell(context.commands.console ? u"A command is still running in the document %s."
+                                      : u"This command is still running: %s",
+             output.GetName());
+        return false;
+    }
+    if (output.RunCommand(line, directory)) return true;
+    const bool inLine = output.Length() > 0 && output.Content()[output.Length() - 1] != u'\n';
+    WString text;
+    if (Text::AppendFormat(text, u"%sFailed starting command: %s\n%s\n", inLine ? u"\n" : u"", line,
+                           output.Output().Failure()))
+        output.AppendOutputText(text.Data());
+    return false;
+}
+
+void ToolRunner::Tell(const Char* format, const Char* name) {
+    WString message;
+    if (Text::AppendFormat(message, format, name)) context.AskUser(message.Text(), MessageKind::Warning);
 }

@@ -4,6 +4,7 @@
 
 class CommandContext;
 class OutputDocuments;
+class TextBuffer;
 class WString;
 struct ToolRecord;
 
@@ -29,12 +30,14 @@ public:
 
     void Run(ToolRecord& tool);
     // Runs a command whose output is collected. Both texts may contain tool variables; an empty directory is
-    // the current one. False when the run was not started, as for a blank command, or for a directory that the
-    // command interpreter cannot run in, which is reported.
+    // the current one. False when the run was not started. Why is reported, but for a blank command; what
+    // the document shows of a run that is not over yet is left alone.
     bool RunCaptured(const Char* command, const Char* startDirectory);
 
 private:
     bool Capture(const Char* command, const Char* startDirectory);
+    bool Start(TextBuffer& output, const Char* line, const Char* directory);
+    void Tell(const Char* format, const Char* name);
 
     CommandContext& context;
     OutputDocuments& outputs;

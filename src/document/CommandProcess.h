@@ -11,8 +11,15 @@ namespace CommandProcess {
 // is left of it when its length is cut to 16 bits.
 constexpr uint32_t MostCharacters = 32766;
 
+// Why a run could not be started, for the user; the system may add its own words.
+namespace Failure {
+constexpr Char NoFile[] = u"The file for its output cannot be made";
+constexpr Char NoProcess[] = u"The command interpreter cannot be started";
+} // namespace Failure
+
 // Makes a temporary file that only the user may read, under a name that nothing had, and opens both of
-// its sides. Here and in Start what was opened before a failure stays in `run` for Close.
+// its sides. Here and in Start what was opened before a failure stays in `run` for Close; run.failure
+// says why, unless there is no memory.
 bool OpenOutput(OutputRun& run);
 // Starts `command` (null for none) hidden under the command interpreter, in run.startDir, with the file
 // as its standard input, output and error.

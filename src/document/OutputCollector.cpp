@@ -41,12 +41,17 @@ bool ConvertOutput(const uint8_t* bytes, uint32_t count, Char* out, uint32_t& wr
 
 bool OutputCollector::Open() {
     wantedPeriod = PollPeriod;
+    run.failure.Clear();
     run.readBuffer = Heap::AllocateArray<uint8_t>(ReadBufferSize);
     return run.readBuffer && CommandProcess::OpenOutput(run);
 }
 
 bool OutputCollector::Start(const Char* command, const Char* directory) {
     return run.startDir.Assign(directory) && CommandProcess::Start(run, command);
+}
+
+const Char* OutputCollector::Failure() const {
+    return run.failure.IsEmpty() ? u"The system is out of memory or of something else." : run.failure.Text();
 }
 
 bool OutputCollector::Poll() {

@@ -19,6 +19,8 @@ public:
     // and there what was opened before a failure stays for Close.
     [[nodiscard]] bool Open();
     [[nodiscard]] bool Start(const Char* command, const Char* directory);
+    // Why the last start failed, for the user.
+    const Char* Failure() const;
     // Appends what the output has grown by, as much as one slice of time is enough for. True when the run is
     // over: the process has ended and all that is to be read was.
     [[nodiscard]] bool Poll();

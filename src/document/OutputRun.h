@@ -17,4 +17,5 @@ struct OutputRun {
     uint32_t failedEnds = 0;   // polls that could not read although the process had ended
     uint8_t* readBuffer = nullptr;
     WString startDir;
+    WString failure; // why it could not be started; empty without memory or before that is known
 };

@@ -130,6 +130,33 @@ TEST_F(CommandStartTest, ACommandThatIsTooLongIsNotStartedInPart) {
     EXPECT_EQ(recorder.Calls().size(), 1u);
 }
 
+TEST_F(CommandStartTest, WhyACommandWasNotStartedIsKnown) {
+    const auto reason = [&](const Char* command) {
+        EXPECT_FALSE(document->RunCommand(command, nullptr));
+        return std::u16string(document->Output().Failure());
+    };
+    {
+        const Environment comspec(L"COMSPEC", nullptr);
+        EXPECT_EQ(reason(u"one"), u"The environment variable COMSPEC names no command interpreter.");
+    }
+    EXPECT_EQ(reason(std::u16string(40000, u'x').c_str()), u"The command line is too long.");
+    const auto refuse = [](LPCWSTR, LPWSTR, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL, DWORD, LPVOID, LPCWSTR,
+                           LPSTARTUPINFOW, LPPROCESS_INFORMATION) -> BOOL {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return FALSE;
+    };
+    const ReplacedImport create("CreateProcessW",
+                                reinterpret_cast<void*>(static_cast<decltype(&CreateProcessW)>(refuse)));
+    wchar_t words[200] = {};
+    ASSERT_NE(FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, ERROR_ACCESS_DENIED, 0, words, 200, nullptr), 0u);
+    const std::u16string denied = reason(u"one");
+    EXPECT_TRUE(denied.starts_with(u"The command interpreter cannot be started: ")) << testing::PrintToString(denied);
+    EXPECT_GE(denied.back(), u'!') << "no line break of the system's";
+    EXPECT_NE(denied.find(std::u16string(words, words + 6)), std::u16string::npos);
+    const NamesToTry none({});
+    EXPECT_TRUE(reason(u"one").starts_with(u"The file for its output cannot be made"));
+}
+
 TEST_F(CommandStartTest, TheProcessHasTheFileAsItsThreeStandardHandles) {
     const ProcessRecorder recorder;
     ASSERT_TRUE(document->RunCommand(u"one", nullptr));

@@ -27,7 +27,34 @@ std::wstring CurrentDirectory() {
     return path;
 }
 
+std::wstring offered;
+std::wstring startsIn;
+BOOL WINAPI TakeRequest(LPOPENFILENAMEW request) {
+    offered = request->lpstrFile;
+    startsIn = request->lpstrInitialDir;
+    return FALSE;
+}
+
 } // namespace
+
+// A path in the name wins over the directory that the dialog is told to start in, so it has to be that one.
+TEST(FileDialogs, SaveAsStartsInTheCurrentDirectory) {
+    const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(TakeRequest));
+    ASSERT_TRUE(save.IsImported());
+    FileDialogs dialogs;
+    SaveChoice choice;
+    TextDocument document;
+    ASSERT_TRUE(document->SetPath(u"C:\\far\\away.txt"));
+    EXPECT_FALSE(dialogs.AskSave(*document, choice));
+    EXPECT_EQ(startsIn, CurrentDirectory());
+    std::wstring expected = CurrentDirectory();
+    if (expected.back() != L'\\') expected += L'\\';
+    EXPECT_EQ(offered, expected + L"away.txt");
+    const TextDocument unnamed;
+    EXPECT_FALSE(dialogs.AskSave(*unnamed, choice));
+    EXPECT_EQ(offered, L"");
+    EXPECT_EQ(startsIn, CurrentDirectory());
+}
 
 TEST(FileDialogs, LeaveTheCurrentDirectoryAsItWas) {
     const ReplacedImport open("GetOpenFileNameW", reinterpret_cast<void*>(GoElsewhere));

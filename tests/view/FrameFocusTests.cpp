@@ -40,7 +40,9 @@ protected:
 
 TEST_F(FrameFocusTest, TheConsoleKeepsItInTheCommandWindow) {
     const ProcessRecorder recorder;
-    main->commands.console = true;
+    const auto answer = [](HWND, LPCWSTR, LPCWSTR, UINT) -> int { return IDOK; };
+    const ReplacedImport box("MessageBoxW", reinterpret_cast<void*>(static_cast<decltype(&MessageBoxW)>(answer)));
+    ASSERT_TRUE(box.IsImported());
     Command(IDM_COMMAND_WINDOW);
     ASSERT_EQ(GetFocus(), CommandLine());
     for (const Char* line : {u"one", u"opened", u"two"}) {

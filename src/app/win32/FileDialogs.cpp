@@ -2,8 +2,8 @@
 
 #include "app/DocumentList.h"
 #include "app/OpenFiles.h"
+#include "base/Path.h"
 #include "base/Platform.h"
-#include "base/Text.h"
 #include "document/Document.h"
 #include "resource.h"
 #include "settings/Settings.h"
@@ -71,6 +71,11 @@ bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& direc
     return true;
 }
 
+// The document's name in the current directory, which is where the dialog starts then, wherever it was used last.
+bool OfferedName(const Document& document, const WString& directory, WString& name) {
+    return !HasFile(document) || (name.Assign(directory) && Path::Join(name, Path::FileName(document.GetName())));
+}
+
 // The dialogs change the current directory, whatever OFN_NOCHANGEDIR says.
 class DirectoryKeeper {
 public:
@@ -111,9 +116,9 @@ bool FileDialogs::AskSave(const Document& document, SaveChoice& choice) {
     SaveLists lists = {&document, &choice};
     if (!Prepare(request, owner, filter, directory)) return false;
     const DirectoryKeeper keeper(directory);
-    // A name that fits is offered for changing.
-    if (HasFile(document) && Text::Length(document.GetName()) < SaveBufferSize)
-        memcpy(buffer, document.GetName(), Text::Length(document.GetName()) * sizeof(Char));
+    WString offered;
+    if (!OfferedName(document, directory, offered)) return false;
+    if (offered.Length() < SaveBufferSize) memcpy(buffer, offered.Text(), offered.Length() * sizeof(Char));
     request.lpstrFile = Wide(buffer);
     request.nMaxFile = SaveBufferSize;
     request.lCustData = reinterpret_cast<LPARAM>(&lists);

@@ -1,6 +1,7 @@
 #include "document/CommandProcess.h"
 
 #include "base/Platform.h"
+#include "base/Text.h"
 #include "base/posix/NativeText.h"
 #include "document/OutputRun.h"
 
@@ -13,6 +14,9 @@
 #include <unistd.h>
 
 namespace {
+
+// Answers false.
+bool Fail(OutputRun& run, const Char* what) { return Text::AppendFormat(run.failure, u"%s.", what) && false; }
 
 int Descriptor(intptr_t handle) { return static_cast<int>(handle); }
 
@@ -61,7 +65,7 @@ bool CommandProcess::OpenOutput(OutputRun& run) {
         unlink(path);
     }
     Heap::Free(path);
-    return run.outputRead != -1;
+    return run.outputRead != -1 || Fail(run, Failure::NoFile);
 }
 
 bool CommandProcess::Start(OutputRun& run, const Char* command) {
@@ -73,7 +77,7 @@ bool CommandProcess::Start(OutputRun& run, const Char* command) {
     pid_t process = 0;
     if (posix_spawn(&process, "/bin/sh", &rules.files, &rules.attributes, const_cast<char* const*>(arguments),
                     environ) != 0)
-        return false;
+        return Fail(run, Failure::NoProcess);
     // A handle is a pointer in the record that both systems share. NOLINTNEXTLINE(performance-no-int-to-ptr)
     run.process = reinterpret_cast<void*>(static_cast<intptr_t>(process));
     run.processId = static_cast<uint32_t>(process);

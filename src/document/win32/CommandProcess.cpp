@@ -1,6 +1,7 @@
 #include "document/CommandProcess.h"
 
 #include "base/Platform.h"
+#include "base/Text.h"
 #include "base/win32/Handles.h"
 #include "base/win32/Windows.h"
 #include "document/OutputRun.h"
@@ -14,6 +15,17 @@ constexpr uint32_t NameStep = 7919;
 constexpr uint32_t MostTries = 500;
 
 HANDLE AsHandle(intptr_t value) { return reinterpret_cast<HANDLE>(value); }
+
+// Answers false; what failed is told with the system's words for its error.
+bool Fail(OutputRun& run, const Char* what, DWORD error) {
+    wchar_t words[512] = {};
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, words,
+                                  512, nullptr);
+    while (length > 0 && words[length - 1] <= L' ') words[--length] = 0;
+    const bool told = length > 0 ? Text::AppendFormat(run.failure, u"%s: %s", what, FromWide(words))
+                                 : Text::AppendFormat(run.failure, u"%s: error %u.", what, uint32_t{error});
+    return told && false;
+}
 
 // Lets a new file be used by the user of this process and by nobody else, whatever its directory says.
 class UserOnly {
@@ -67,10 +79,15 @@ HANDLE CreateTemporaryFile(const wchar_t* directory, wchar_t (&name)[MAX_PATH]) 
 }
 
 // The command line of the interpreter; false, which fails the start, when there is none or too much of it.
-bool BuildCommandLine(const Char* command, WString& line) {
-    if (!Platform::EnvironmentVariable(u"COMSPEC", line) || line.IsEmpty()) return false;
+bool BuildCommandLine(OutputRun& run, const Char* command, WString& line) {
+    if (!Platform::EnvironmentVariable(u"COMSPEC", line) || line.IsEmpty()) {
+        static_cast<void>(run.failure.Assign(u"The environment variable COMSPEC names no command interpreter."));
+        return false;
+    }
     if (!line.Append(u" /c ") || (command && !line.Append(command))) return false;
-    return line.Length() <= CommandProcess::MostCharacters;
+    if (line.Length() <= CommandProcess::MostCharacters) return true;
+    static_cast<void>(run.failure.Assign(u"The command line is too long."));
+    return false;
 }
 
 // Only the two handles of the output are passed on, whatever else of this process is inheritable.
@@ -120,20 +137,22 @@ bool CommandProcess::OpenOutput(OutputRun& run) {
     wchar_t directory[MAX_PATH];
     wchar_t name[MAX_PATH];
     const DWORD length = GetTempPathW(MAX_PATH, directory);
-    if (length == 0 || length >= MAX_PATH || Platform::FileCallShouldFail()) return false;
+    if (length == 0 || length >= MAX_PATH || Platform::FileCallShouldFail())
+        return Fail(run, Failure::NoFile, GetLastError());
     const HANDLE write = CreateTemporaryFile(directory, name);
     run.outputWrite = reinterpret_cast<intptr_t>(write);
-    if (write == INVALID_HANDLE_VALUE || Platform::FileCallShouldFail()) return false;
+    if (write == INVALID_HANDLE_VALUE || Platform::FileCallShouldFail())
+        return Fail(run, Failure::NoFile, GetLastError());
     SECURITY_ATTRIBUTES inherited = {sizeof(inherited), nullptr, TRUE};
     const HANDLE read = CreateFileW(name, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                     &inherited, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     run.outputRead = reinterpret_cast<intptr_t>(read);
-    return read != INVALID_HANDLE_VALUE;
+    return read != INVALID_HANDLE_VALUE || Fail(run, Failure::NoFile, GetLastError());
 }
 
 bool CommandProcess::Start(OutputRun& run, const Char* command) {
     WString line;
-    if (!BuildCommandLine(command, line)) return false;
+    if (!BuildCommandLine(run, command, line)) return false;
     const InheritedHandles inherited(run);
     if (!inherited.IsReady()) return false;
     STARTUPINFOEXW startup = {};
@@ -148,7 +167,7 @@ bool CommandProcess::Start(OutputRun& run, const Char* command) {
     if (!CreateProcessW(nullptr, Wide(line.Data()), nullptr, nullptr, TRUE,
                         CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT, nullptr, directory,
                         &startup.StartupInfo, &started))
-        return false;
+        return Fail(run, Failure::NoProcess, GetLastError());
     const KernelHandle thread(started.hThread);
     KeepFromOthers(run);
     run.process = started.hProcess;

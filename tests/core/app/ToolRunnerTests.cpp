@@ -2,7 +2,10 @@
 #include "app/ToolRunner.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
+#include "document/PollTimer.h"
+#include "document/TextBuffer.h"
 #include "settings/ToolList.h"
+#include "support/Speaker.h"
 
 namespace {
 
@@ -27,13 +30,19 @@ protected:
         PaneDocumentsTest::SetUp();
         frame.activeName = u"C:\\work\\a.c";
         ASSERT_TRUE(tool.command.Assign(u"cc %FILE%") && tool.startDir.Assign(u"%DIR%"));
+        // Nothing is polled but by the test.
+        static constexpr PollTimer None = {[](TextBuffer&, uint32_t) { return true; }, [](TextBuffer&) {}};
+        SetPollTimer(None);
     }
+    TextBuffer& Output() const { return static_cast<TextBuffer&>(*documents.At(documents.Count() - 1)); }
+    std::u16string Text() const { return {Output().Content(), Output().Length()}; }
 
     FakeFrame frame;
     FakeStarter starter;
     OutputDocuments outputs{documents, display, panes};
     ToolRunner runner{frame, outputs, starter};
     ToolRecord tool;
+    SpeakerScripts speaker;
 };
 
 TEST_F(ToolRunnerTest, ADetachedToolIsStartedWithItsVariablesReplaced) {
@@ -80,6 +89,50 @@ TEST_F(ToolRunnerTest, WhereTheInterpreterCannotRunNothingIsStartedAndThatIsRepo
 TEST_F(ToolRunnerTest, ABlankCommandIsNotRun) {
     for (const Char* command : {u"", u" \t"}) EXPECT_FALSE(runner.RunCaptured(command, u""));
     EXPECT_TRUE(documents.IsEmpty());
+}
+
+TEST_F(ToolRunnerTest, ACommandThatStillRunsSaysSoAndItsOutputIsLeftAlone) {
+    const std::u16string command = speaker.Command(speaker.WaitFor("end"));
+    for (const bool console : {false, true}) {
+        frame.commands.console = console;
+        frame.questions.clear();
+        ASSERT_TRUE(runner.RunCaptured(command.c_str(), u"/"));
+        std::u16string soFar = u"so far";
+        ASSERT_TRUE(Output().AppendOutputText(soFar.data()));
+        EXPECT_FALSE(runner.RunCaptured(command.c_str(), u"/"));
+        ASSERT_EQ(frame.questions.size(), 1u);
+        EXPECT_EQ(frame.questions[0].text, console ? u"A command is still running in the document Output."
+                                                   : u"This command is still running: " + command);
+        EXPECT_EQ(Text(), u"so far");
+        EXPECT_TRUE(Output().Output().IsRunning());
+    }
+    EXPECT_EQ(documents.Count(), 2u);
+    speaker.Give("end");
+    for (const uint32_t i : {0u, 1u}) {
+        auto& ended = static_cast<TextBuffer&>(*documents.At(i));
+        EXPECT_TRUE(SpeakerScripts::Eventually([&] { return (ended.PollOutput(), !ended.Output().IsRunning()); }));
+    }
+    EXPECT_TRUE(runner.RunCaptured(command.c_str(), u"/"));
+    EXPECT_TRUE(SpeakerScripts::Eventually([&] { return (Output().PollOutput(), !Output().Output().IsRunning()); }));
+}
+
+TEST_F(ToolRunnerTest, ARunThatCannotStartSaysWhyInItsDocument) {
+    const std::u16string nowhere = speaker.Folder().Path("nowhere");
+    const std::u16string failed = u"Failed starting command: make all\nThe command interpreter cannot be started";
+    EXPECT_FALSE(runner.RunCaptured(u"make all", nowhere.c_str()));
+    EXPECT_TRUE(Text().starts_with(failed)) << testing::PrintToString(Text());
+    EXPECT_TRUE(Text().ends_with(u".\n"));
+    frame.commands.console = true;
+    EXPECT_FALSE(runner.RunCaptured(u"make all", nowhere.c_str()));
+    EXPECT_TRUE(Text().starts_with(failed));
+    // After what the document shows, in a line of its own.
+    std::u16string before = u"before";
+    Output().EmptyAndResetUndo();
+    ASSERT_TRUE(Output().AppendOutputText(before.data()));
+    EXPECT_FALSE(runner.RunCaptured(u"make all", nowhere.c_str()));
+    EXPECT_TRUE(Text().starts_with(u"before\n" + failed));
+    EXPECT_TRUE(frame.questions.empty());
+    EXPECT_EQ(documents.Count(), 2u);
 }
 
 } // namespace
