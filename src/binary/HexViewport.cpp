@@ -25,7 +25,7 @@ void HexViewport::Measure() {
 
 int32_t HexViewport::GutterWidth() const { return static_cast<int32_t>(offsetDigits) * surface.Metrics().averageWidth; }
 
-int32_t HexViewport::TextLeft() const { return GutterWidth() + MarginPixels(); }
+int32_t HexViewport::TextLeft() const { return GutterWidth() + MarginPixels(surface.Metrics()); }
 
 void HexViewport::ScrollTo(uint64_t row) {
     row = std::min(row, RowCount() ? RowCount() - 1 : 0);
@@ -71,7 +71,7 @@ uint64_t HexViewport::OffsetAt(ClientPoint point, uint64_t withoutFont) const {
         row += static_cast<uint64_t>(line);
     else
         row -= std::min(row, static_cast<uint64_t>(-line));
-    const int64_t column = (int64_t(point.x) - MarginPixels()) / metrics.averageWidth - offsetDigits;
+    const int64_t column = (int64_t(point.x) - MarginPixels(metrics)) / metrics.averageWidth - offsetDigits;
     uint64_t byte = static_cast<uint64_t>(std::clamp<int64_t>(column, 0, HexColumns)) / 3;
     if (column >= TextColumn && column < TextColumn + BytesPerRow) byte = static_cast<uint64_t>(column - TextColumn);
     return std::min(row * BytesPerRow + byte, fileSize);

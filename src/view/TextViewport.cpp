@@ -67,7 +67,7 @@ int32_t TextViewport::GutterWidth() const {
     return settings.ShowLineNumbers ? static_cast<int32_t>(lineNumberDigits) * surface.Metrics().averageWidth : 0;
 }
 
-int32_t TextViewport::TextLeft() const { return GutterWidth() + MarginPixels(); }
+int32_t TextViewport::TextLeft() const { return GutterWidth() + MarginPixels(surface.Metrics()); }
 
 // Scrolling.
 

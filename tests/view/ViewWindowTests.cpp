@@ -119,7 +119,7 @@ TEST_F(ViewWindowTest, TheCaretIsThereWithTheFocusOnly) {
     ASSERT_EQ(info.hwndCaret, Window());
     EXPECT_EQ(info.rcCaret.left, ColumnX(3));
     EXPECT_EQ(info.rcCaret.top, 2 * LineHeight());
-    EXPECT_EQ(info.rcCaret.right - info.rcCaret.left, 3);
+    EXPECT_EQ(info.rcCaret.right - info.rcCaret.left, CaretPixels(view->Metrics()));
     EXPECT_EQ(info.rcCaret.bottom - info.rcCaret.top, LineHeight());
     SetFocus(frame);
     EXPECT_EQ(ThreadInfo().hwndCaret, nullptr);
@@ -128,10 +128,10 @@ TEST_F(ViewWindowTest, TheCaretIsThereWithTheFocusOnly) {
 TEST_F(ViewWindowTest, AChangedCaretWidthTakesEffectOnTheNextResize) {
     Show(u"abc");
     FocusView();
-    EXPECT_EQ(ThreadInfo().rcCaret.right - ThreadInfo().rcCaret.left, static_cast<LONG>(settings.CaretWidth));
+    EXPECT_EQ(ThreadInfo().rcCaret.right - ThreadInfo().rcCaret.left, CaretPixels(view->Metrics()));
     settings.CaretWidth = 5;
     SendMessageW(Window(), WM_SIZE, SIZE_RESTORED, 0);
-    EXPECT_EQ(ThreadInfo().rcCaret.right - ThreadInfo().rcCaret.left, 5);
+    EXPECT_EQ(ThreadInfo().rcCaret.right - ThreadInfo().rcCaret.left, CaretPixels(view->Metrics()));
 }
 
 TEST_F(ViewWindowTest, TheTextAreaShowsTheBeam) {

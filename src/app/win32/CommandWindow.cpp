@@ -42,21 +42,11 @@ void CommandWindow::OnTextChanged() {
 
 bool CommandWindow::GetText(WString& out) const { return TextOfWindow(window, out); }
 
-void CommandWindow::ApplyFont() {
-    NONCLIENTMETRICSW metrics = {};
-    metrics.cbSize = sizeof(metrics);
-    const UINT dpi = GetDpiForWindow(window);
-    if (!SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, dpi ? dpi : 96)) return;
-    const HFONT made = CreateFontIndirectW(&metrics.lfMessageFont);
-    if (!made) return;
-    // The control uses the old one until it has the new one.
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(made), TRUE);
-    font.Reset(made);
-}
+void CommandWindow::ApplyFont() { font.Apply(window, &NONCLIENTMETRICSW::lfMessageFont); }
 
 int CommandWindow::Height() const {
     const WindowDc dc(window);
-    const SelectedObject selected(dc.Get(), font.IsValid() ? font.Get() : GetStockObject(SYSTEM_FONT));
+    const SelectedObject selected(dc.Get(), font.Get() ? font.Get() : GetStockObject(SYSTEM_FONT));
     TEXTMETRICW metrics = {};
     GetTextMetricsW(dc.Get(), &metrics);
     return metrics.tmHeight + 2 * GetSystemMetrics(SM_CXBORDER);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/CommandPrompt.h"
-#include "base/win32/Handles.h"
+#include "app/win32/SystemFont.h"
 
 class PaneViews;
 
@@ -42,7 +42,7 @@ private:
     CommandContext& context;
     PaneViews& panes;
     HWND window = nullptr;
-    GdiObject<HFONT> font;
+    SystemFont font;
     bool visible = false;
     bool wasFocused = false;
     bool replacing = false; // the text changes because the prompt says so

@@ -16,6 +16,11 @@ bool FrameScreen::Create(HWND frame, HINSTANCE instance) {
     return statusBar.Create(frame, instance);
 }
 
+void FrameScreen::ApplyFonts() {
+    statusBar.ApplyFont();
+    commandWindow.ApplyFont();
+}
+
 SIZE FrameScreen::PaneArea() const {
     RECT client = {};
     GetClientRect(window, &client);

@@ -18,6 +18,8 @@ public:
     FrameScreen& operator=(const FrameScreen&) = delete;
 
     bool Create(HWND frame, HINSTANCE instance);
+    // Makes the fonts of the status bar and the command window what the system has now; laying out has to follow.
+    void ApplyFonts();
     // What remains for the panes, from the client area's origin.
     SIZE PaneArea() const;
     // A message hides what its field shows otherwise, which comes back when null clears it.

@@ -2,7 +2,7 @@
 
 #include "app/win32/OpeningMenu.h"
 #include "app/win32/ToolMenu.h"
-#include "base/win32/Handles.h"
+#include "base/win32/ChildWindows.h"
 #include "document/Document.h"
 #include "document/win32/WindowPollTimer.h"
 #include "resource.h"
@@ -92,8 +92,10 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
         OnApplicationActivated(wparam != 0);
         break;
     case WM_DPICHANGED:
-        OnDpiChanged(wparam, lparam);
-        return 0;
+    case WM_SETTINGCHANGE:
+    case WM_SYSCOLORCHANGE:
+        OnSystemChanged(message, wparam, lparam);
+        break;
     case WM_QUERYENDSESSION:
         return parts.leaving.QueryEndSession();
     case WM_HELP:
@@ -200,12 +202,29 @@ bool MainFrame::OnSetCursor(LPARAM lparam) const {
     return true;
 }
 
+void MainFrame::OnSystemChanged(UINT message, WPARAM wparam, LPARAM lparam) {
+    switch (message) {
+    case WM_DPICHANGED:
+        return OnDpiChanged(wparam, lparam);
+    case WM_SETTINGCHANGE:
+        return FollowSystemFonts();
+    default: // the colours
+        SendToChildren(parts.window, message, wparam, lparam);
+    }
+}
+
 void MainFrame::OnDpiChanged(WPARAM wparam, LPARAM lparam) {
     const RECT& place = *reinterpret_cast<const RECT*>(lparam);
     DrawingObjects::RebuildForDpi(LOWORD(wparam));
-    parts.commandWindow.ApplyFont();
     SetWindowPos(parts.window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
+    FollowSystemFonts();
+}
+
+// The size of the window may be what it was, and nothing else would lay out its parts.
+void MainFrame::FollowSystemFonts() {
+    parts.screen.ApplyFonts();
+    parts.batch.LayOutNow();
 }
 
 void MainFrame::OnDropFiles(HDROP drop) {

@@ -77,7 +77,9 @@ private:
     void OnEnabled();
     void OnFocus();
     bool OnSetCursor(LPARAM lparam) const;
+    void OnSystemChanged(UINT message, WPARAM wparam, LPARAM lparam);
     void OnDpiChanged(WPARAM wparam, LPARAM lparam);
+    void FollowSystemFonts();
     void OnDropFiles(HDROP drop);
     static void OnMetricsChanged();
 

@@ -4,6 +4,7 @@
 #include "settings/win32/DrawingObjects.h"
 #include "viewbase/ViewMetrics.h"
 #include "viewbase/win32/View.h"
+#include "viewbase/win32/ViewFont.h"
 
 namespace {
 
@@ -34,7 +35,8 @@ PaneRoom RoomIn(SIZE area) {
     const UINT dpi = DrawingObjects::Dpi();
     const int frame = GetSystemMetricsForDpi(SM_CXEDGE, dpi) * 2;
     return {static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy),
-            frame + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + MarginPixels() + DrawingObjects::AverageWidth(),
+            frame + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + MarginPixels(ViewFont::Metrics()) +
+                DrawingObjects::AverageWidth(),
             frame + GetSystemMetricsForDpi(SM_CYHSCROLL, dpi) + DrawingObjects::LineHeight()};
 }
 

@@ -14,8 +14,11 @@ constexpr int PartWidths[PartCount] = {0, 50, 80, 80, 30}; // part 0 takes the r
 bool StatusBar::Create(HWND parent, HINSTANCE instance) {
     window = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0, 0,
                              0, 0, parent, nullptr, instance, nullptr);
+    if (window) ApplyFont();
     return window != nullptr;
 }
+
+void StatusBar::ApplyFont() { font.Apply(window, &NONCLIENTMETRICSW::lfStatusFont); }
 
 void StatusBar::Layout(int clientWidth) {
     const int dpi = static_cast<int>(GetDpiForWindow(window));

@@ -1,5 +1,7 @@
 #include "settings/win32/DialogBase.h"
 
+#include "base/win32/ChildWindows.h"
+
 bool DialogBase::Message(UINT message, WPARAM wparam, LPARAM) {
     if (message == WM_INITDIALOG) {
         Init();
@@ -49,6 +51,7 @@ INT_PTR CALLBACK DialogBase::Procedure(HWND dialog, UINT message, WPARAM wparam,
         SetWindowLongPtrW(dialog, DWLP_USER, lparam);
         reinterpret_cast<DialogBase*>(lparam)->window = dialog;
     }
+    if (message == WM_SYSCOLORCHANGE) SendToChildren(dialog, message, wparam, lparam);
     // Fonts and sizes are set before the object is known; such messages are the system's.
     auto* object = reinterpret_cast<DialogBase*>(GetWindowLongPtrW(dialog, DWLP_USER));
     return object && object->Message(message, wparam, lparam) ? TRUE : FALSE;

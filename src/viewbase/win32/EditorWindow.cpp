@@ -174,13 +174,13 @@ void EditorWindow::InvalidateStrip(int32_t top, int32_t bottom) {
 }
 
 void EditorWindow::ShowCaretAt(ClientPoint point) {
-    if (window) View::ShowCaretAt(point.x, point.y, Metrics().lineHeight);
+    if (window) View::ShowCaretAt({point.x, point.y}, Metrics());
 }
 
 void EditorWindow::RenewCaret() {
     if (!IsCaretShown()) return;
     HideCaret();
-    View::ShowCaretAt(CaretPlace().x, CaretPlace().y, Metrics().lineHeight);
+    View::ShowCaretAt(CaretPlace(), Metrics());
 }
 
 void EditorWindow::SetScrollBar(ScrollAxis axis, const ScrollBar& bar) {

@@ -1,6 +1,5 @@
 #include "viewbase/win32/View.h"
 
-#include "settings/Settings.h"
 #include "viewbase/win32/InputMethod.h"
 
 namespace {
@@ -144,16 +143,17 @@ void View::LoadBeamCursor() {
     if (!beamCursor) beamCursor = LoadCursorW(nullptr, IDC_IBEAM);
 }
 
-void View::ShowCaretAt(int x, int y, int lineHeight) {
-    const int width = static_cast<int>(settings.CaretWidth < 1000 ? settings.CaretWidth : 1000);
-    if (!caret.IsCreated() || caretHeight != lineHeight || caretWidth != width) {
-        caretHeight = lineHeight;
+void View::ShowCaretAt(POINT place, const ViewMetrics& metrics) {
+    const int width = CaretPixels(metrics);
+    if (!caret.IsCreated() || caretHeight != metrics.lineHeight || caretWidth != width) {
+        caretHeight = metrics.lineHeight;
         caretWidth = width;
-        if (!caret.Create(window, width, lineHeight)) return;
+        if (!caret.Create(window, width, caretHeight)) return;
     }
     // Moving it to where it is would cost as much as any other move.
-    if (!caret.IsShown() || !caretPlaced || caretPlace.x != x || caretPlace.y != y) SetCaretPos(x, y);
-    caretPlace = {x, y};
+    if (!caret.IsShown() || !caretPlaced || caretPlace.x != place.x || caretPlace.y != place.y)
+        SetCaretPos(place.x, place.y);
+    caretPlace = place;
     caretPlaced = true;
     caret.Show();
 }

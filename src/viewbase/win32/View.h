@@ -3,6 +3,7 @@
 #include "base/Heap.h"
 #include "viewbase/ViewCommand.h"
 #include "viewbase/ViewHost.h"
+#include "viewbase/ViewMetrics.h"
 #include "viewbase/win32/BackBuffer.h"
 
 class Document;
@@ -63,9 +64,9 @@ protected:
     BackBuffer backBuffer;        // one line high, made again on every resize
 
     void LoadBeamCursor();
-    // Puts the system caret at a client point, making it as high as a line when there is none; only
+    // Puts the system caret at a client point, making it as high as a line of that font when there is none; only
     // ever called with the focus.
-    void ShowCaretAt(int x, int y, int lineHeight);
+    void ShowCaretAt(POINT place, const ViewMetrics& metrics);
     bool IsCaretShown() const { return caret.IsShown(); }
     // Also destroys it.
     void HideCaret() { caret.Destroy(); }

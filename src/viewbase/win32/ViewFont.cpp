@@ -51,6 +51,7 @@ void ViewFont::Refresh() {
     metrics.lineHeight = DrawingObjects::LineHeight();
     metrics.averageWidth = DrawingObjects::AverageWidth();
     metrics.spaceWidth = DrawingObjects::SpaceWidth();
+    metrics.dpi = static_cast<int32_t>(DrawingObjects::Dpi());
     widths.SetSource(FetchWidths, nullptr);
 }
 

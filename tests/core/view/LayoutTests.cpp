@@ -79,12 +79,22 @@ TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
     EXPECT_EQ(Marked(), "abc|");
 }
 
+TEST_F(LayoutTest, MarginAndCaretGrowAsTheFontDoes) {
+    settings.MarginWidth = 20;
+    settings.CaretWidth = 3;
+    surface().SetFont({16, 8, 8, 144});
+    EXPECT_EQ(view().Viewport().TextLeft(), 30);
+    EXPECT_EQ(CaretPixels(surface().Metrics()), 5); // halves up
+    settings.CaretWidth = 4294967295u;
+    EXPECT_EQ(CaretPixels(surface().Metrics()), 1500);
+}
+
 TEST_F(LayoutTest, AMarginWiderThanTheWindowKeepsTheViewStill) {
     settings.MarginWidth = 4294967295u;
     surface().SetSize(100, 100);
     input().OnSize(false);
     EXPECT_EQ(view().Viewport().VisibleColumns(), 0);
-    EXPECT_EQ(view().Viewport().TextLeft(), ViewLimits::MaxMarginWidth);
+    EXPECT_EQ(view().Viewport().TextLeft(), static_cast<int32_t>(ViewLimits::MaxMarginWidth));
     view().UpdateCaret(true);
     EXPECT_EQ(view().Viewport().HorizontalScroll(), 0);
     Type(u"abc");
