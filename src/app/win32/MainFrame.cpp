@@ -10,6 +10,8 @@
 #include "viewbase/LongOperation.h"
 #include "viewbase/win32/View.h"
 
+#include <initializer_list>
+
 MainFrame* mainFrame = nullptr;
 
 namespace {
@@ -21,6 +23,13 @@ bool DroppedName(HDROP drop, UINT index, WString& name) {
     const UINT length = DragQueryFileW(drop, index, nullptr, 0);
     return length != 0 && name.Reserve(length + 1) && DragQueryFileW(drop, index, Wide(name.Data()), length + 1) &&
            name.Assign(name.Data());
+}
+
+// Programs of the user's own level may drop files onto an elevated one only if it lets these messages in.
+void AllowDrops(HWND frame) {
+    constexpr UINT CopyGlobalData = 0x0049; // carries the names; the system's headers do not name it
+    for (const UINT message : {UINT{WM_DROPFILES}, UINT{WM_COPYDATA}, CopyGlobalData})
+        ChangeWindowMessageFilterEx(frame, message, MSGFLT_ALLOW, nullptr);
 }
 
 } // namespace
@@ -48,6 +57,7 @@ bool MainFrame::Create(HINSTANCE instance) {
         CreateWindowExW(WS_EX_ACCEPTFILES, ClassName, L"Orvane", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
                         CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, nullptr);
     if (!made) return false;
+    AllowDrops(made);
     DrawingObjects::SetMetricsListener(OnMetricsChanged);
     DrawingObjects::RebuildForDpi(GetDpiForWindow(made));
     ShowWindow(made, SW_SHOWDEFAULT);
@@ -231,6 +241,8 @@ void MainFrame::OnDropFiles(HDROP drop) {
     const DroppedFiles files(drop);
     // While a dialog is open the frame takes nothing.
     const UINT count = HasOpenDialog() ? 0 : DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    // The program that they came from has been in front.
+    if (count > 0) SetForegroundWindow(parts.window);
     BeginBatch();
     WString path;
     for (UINT i = 0; i < count; ++i)
