@@ -72,15 +72,18 @@ void CollectMnemonics(HWND window, std::wstring& letters) {
 }
 
 int scaledDpi = 96;
-WORD scaledPoints = 8;
+WORD scaledPoints = dialog::FontPoints;
 
-// The resource with another size of its font. An extended template has 13 words, then menu, class and caption,
-// each a number after 0xFFFF or a text with its NUL, then the size.
-std::vector<WORD> ScaledTemplate(const wchar_t* name) {
+std::vector<WORD> Template(const wchar_t* name) {
     const HRSRC found = FindResourceW(nullptr, name, RT_DIALOG);
     if (!found) return {};
     const auto* begin = static_cast<const WORD*>(LockResource(LoadResource(nullptr, found)));
-    std::vector<WORD> words(begin, begin + SizeofResource(nullptr, found) / sizeof(WORD));
+    return {begin, begin + SizeofResource(nullptr, found) / sizeof(WORD)};
+}
+
+// Where the font's size is. An extended template has 13 words, then menu, class and caption, each a number after
+// 0xFFFF or a text with its NUL, then the size.
+size_t PlaceOfSize(const std::vector<WORD>& words) {
     size_t at = 13;
     for (int part = 0; part < 3; ++part) {
         if (words[at] == 0xFFFF)
@@ -89,7 +92,13 @@ std::vector<WORD> ScaledTemplate(const wchar_t* name) {
             while (words[at]) ++at;
         ++at;
     }
-    words[at] = scaledPoints;
+    return at;
+}
+
+// The resource with another size of its font.
+std::vector<WORD> ScaledTemplate(const wchar_t* name) {
+    std::vector<WORD> words = Template(name);
+    if (!words.empty()) words[PlaceOfSize(words)] = scaledPoints;
     return words;
 }
 
@@ -150,6 +159,20 @@ void dialog::ExpectCleanLayout(HWND window) {
         }
         if (GetWindowLongW(children[i], GWL_EXSTYLE) & WS_EX_CONTROLPARENT) ExpectCleanLayout(children[i]);
     }
+}
+
+std::pair<std::wstring, int> dialog::FontOf(WORD resource) {
+    const std::vector<WORD> words = Template(MAKEINTRESOURCEW(resource));
+    if (words.empty()) return {};
+    const size_t size = PlaceOfSize(words);
+    // Weight, slant and character set are between them.
+    return {reinterpret_cast<const wchar_t*>(&words[size + 3]), words[size]};
+}
+
+std::wstring dialog::NameOf(HWND control) {
+    if (IsOf(control, L"Button") || IsOf(control, L"Static")) return ::Text(control);
+    const HWND before = GetWindow(control, GW_HWNDPREV);
+    return before && IsOf(before, L"Static") ? ::Text(before) : std::wstring();
 }
 
 std::vector<int> dialog::TabOrder(HWND window) {

@@ -4,6 +4,7 @@
 #include "view/CallCounter.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 // How a dialog's controls are placed to each other, whatever the resolution of the screen.
@@ -16,8 +17,10 @@ void ExpectCleanLayout(HWND window);
 // Expects the dialog in the middle of its parent's client area, by client sizes.
 void ExpectCentred(HWND window, HWND parent);
 
+constexpr int FontPoints = 9; // of every dialog
+
 // While one lives, the program's dialogs are made as on a screen of `dpi` dots to the inch, with their font in
-// `points` of 96 dots to the inch: the size that 8 points have there is 8 * dpi / 96. One at a time.
+// `points` of 96 dots to the inch: the size that FontPoints have there is FontPoints * dpi / 96. One at a time.
 class Scaled {
 public:
     Scaled(int dpi, int points);
@@ -27,6 +30,12 @@ private:
     ReplacedImport modeless;
     ReplacedImport density;
 };
+
+// The font that a dialog's resource asks for: its name and its points.
+std::pair<std::wstring, int> FontOf(WORD resource);
+
+// The name by which screen readers call a control: its own text, or that of the label before it. Empty for none.
+std::wstring NameOf(HWND control);
 
 // The controls that the Tab key visits from the first one on, by identifier, until it is back at the first.
 std::vector<int> TabOrder(HWND window);

@@ -40,7 +40,7 @@ TEST_P(DialogLayout, IsClean) { dialog::ExpectCleanLayout(window); }
 TEST_P(DialogLayout, IsCleanOnFinerScreens) {
     for (const int dpi : {120, 144, 168, 192}) {
         SCOPED_TRACE(dpi);
-        const dialog::Scaled scaled(dpi, 8 * dpi / 96);
+        const dialog::Scaled scaled(dpi, dialog::FontPoints * dpi / 96);
         Make();
         dialog::ExpectCleanLayout(window);
     }
@@ -62,6 +62,33 @@ TEST_P(DialogLayout, ALabelComesBeforeWhatItNames) {
         const HWND named = GetWindow(control, GW_HWNDNEXT);
         ASSERT_NE(named, nullptr);
         EXPECT_TRUE(GetWindowLongW(named, GWL_STYLE) & WS_TABSTOP) << ::testing::PrintToString(std::wstring(text));
+    }
+}
+
+// Also of those that have tests of their own, and of the pages.
+constexpr WORD AllDialogs[] = {
+    IDD_GOTO,        IDD_BINARY_GOTO, IDD_FIND,          IDD_REPLACE, IDD_TOOL_ARGUMENTS,  IDD_ABOUT,
+    IDD_SAVE_EXTRAS, IDD_OPTIONS,     IDD_OPTIONS_FONTS, IDD_TOOLS,   IDD_OPTIONS_GENERAL, IDD_OPTIONS_COLORS};
+
+TEST(Dialogs, HaveTheFontOfTheSystem) {
+    for (const WORD resource : AllDialogs)
+        EXPECT_EQ(dialog::FontOf(resource), std::make_pair(std::wstring(L"Segoe UI"), dialog::FontPoints)) << resource;
+}
+
+TEST(Dialogs, EveryControlHasAName) {
+    INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_TREEVIEW_CLASSES | ICC_HOTKEY_CLASS | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&controls);
+    for (const WORD resource : AllDialogs) {
+        // A page needs a window to be in.
+        const HWND window = CreateDialogParamW(
+            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(resource), GetDesktopWindow(),
+            [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return 0; }, 0);
+        ASSERT_NE(window, nullptr) << resource;
+        for (HWND control = GetWindow(window, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+            if (SendMessageW(control, STM_GETICON, 0, 0)) continue; // a picture that says nothing
+            EXPECT_NE(dialog::NameOf(control), L"") << resource << ", " << GetDlgCtrlID(control);
+        }
+        DestroyWindow(window);
     }
 }
 

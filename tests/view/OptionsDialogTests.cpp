@@ -215,7 +215,8 @@ TEST_F(OptionsTest, ThePagesAreLaidOutCleanly) {
 // Their place is in pixels and everything else in units of the font, the size of which may differ by a pixel.
 TEST_F(OptionsTest, ThePagesAreLaidOutCleanlyWhateverTheScreenAndTheFont) {
     for (const int dpi : {96, 120, 144, 192})
-        for (const int points : {dpi / 12 - 1, dpi / 12, dpi / 12 + 1}) {
+        for (const int off : {-1, 0, 1}) {
+            const int points = dialog::FontPoints * dpi / 96 + off;
             SCOPED_TRACE(std::to_string(dpi) + " dots to the inch, " + std::to_string(points) + " points");
             const dialog::Scaled scaled(dpi, points);
             Open([&](HWND options) {

@@ -18,9 +18,13 @@ struct Face {
 int WINAPI ListFaces(HDC, LOGFONTW* wanted, FONTENUMPROCW take, LPARAM parameter, DWORD) {
     EXPECT_EQ(wanted->lfCharSet, ANSI_CHARSET);
     EXPECT_STREQ(wanted->lfFaceName, L"") << "every family";
-    constexpr Face Faces[] = {{L"Fixed One", FIXED_PITCH | FF_MODERN}, {L"Prose", VARIABLE_PITCH | FF_ROMAN},
-                              {L"Fixed One", FIXED_PITCH | FF_SWISS},  {L"Fixed", FIXED_PITCH},
-                              {L"Unsure", DEFAULT_PITCH | FF_MODERN},  {L"Fixed Two", FIXED_PITCH}};
+    constexpr Face Faces[] = {{L"Fixed One", FIXED_PITCH | FF_MODERN},
+                              {L"Prose", VARIABLE_PITCH | FF_ROMAN},
+                              {L"Fixed One", FIXED_PITCH | FF_SWISS},
+                              {L"Fixed", FIXED_PITCH},
+                              {L"Unsure", DEFAULT_PITCH | FF_MODERN},
+                              {L"Fixed Two", FIXED_PITCH},
+                              {L"@Fixed", FIXED_PITCH}};
     for (const Face& face : Faces) {
         LOGFONTW font = {};
         const TEXTMETRICW metrics = {};
@@ -152,7 +156,7 @@ TEST_F(OptionsTest, TextsShowAndSetTheirSettings) {
     });
 }
 
-TEST_F(OptionsTest, TheFontListHoldsEachFixedPitchFaceOnce) {
+TEST_F(OptionsTest, TheFontListHoldsEachFixedPitchFaceOnceAndNoneForVerticalText) {
     const ReplacedImport faces("EnumFontFamiliesExW", reinterpret_cast<void*>(ListFaces));
     ASSERT_TRUE(faces.IsImported());
     Open([](HWND options) {
@@ -171,7 +175,7 @@ TEST_F(OptionsTest, TheFontListHoldsTheFacesOfTheSystem) {
     EnumFontFamiliesExW(
         screen, &wanted,
         [](const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM faces) {
-            if ((font->lfPitchAndFamily & 3) == FIXED_PITCH)
+            if ((font->lfPitchAndFamily & 3) == FIXED_PITCH && font->lfFaceName[0] != L'@')
                 reinterpret_cast<std::set<std::wstring>*>(faces)->insert(font->lfFaceName);
             return 1;
         },

@@ -56,7 +56,7 @@ TEST_F(ToolsTest, IsLaidOutCleanlyAndReachedByKeys) {
 TEST_F(ToolsTest, IsLaidOutCleanlyOnFinerScreens) {
     for (const int dpi : {120, 144, 192}) {
         SCOPED_TRACE(dpi);
-        const dialog::Scaled scaled(dpi, 8 * dpi / 96);
+        const dialog::Scaled scaled(dpi, dialog::FontPoints * dpi / 96);
         Open([](HWND tools) {
             dialog::ExpectCleanLayout(tools);
             dialog::Cancel(tools);

@@ -5,6 +5,8 @@
 #include "base/win32/WindowText.h"
 
 bool CommandWindow::Create(HWND frame, HINSTANCE instance) {
+    // Screen readers call a field by the label before it, also by one that is not seen.
+    CreateWindowExW(0, WC_STATICW, L"Command", WS_CHILD, 0, 0, 0, 0, frame, nullptr, instance, nullptr);
     window = CreateWindowExW(0, WC_EDITW, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_BORDER | ES_AUTOHSCROLL, 0, 0, 0, 0,
                              frame, nullptr, instance, nullptr);
     if (!window) return false;

@@ -76,7 +76,8 @@ void ApplyText(HWND page, int control, Char*& cell) {
 
 int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM combo) {
     const HWND list = reinterpret_cast<HWND>(combo);
-    if ((font->lfPitchAndFamily & 3) != FIXED_PITCH) return 1;
+    // With an @ the face is the one for vertical text, its letters lying on their backs.
+    if ((font->lfPitchAndFamily & 3) != FIXED_PITCH || font->lfFaceName[0] == L'@') return 1;
     const LPARAM face = reinterpret_cast<LPARAM>(font->lfFaceName);
     const WPARAM fromStart = static_cast<WPARAM>(-1);
     if (SendMessageW(list, CB_FINDSTRINGEXACT, fromStart, face) == CB_ERR) SendMessageW(list, CB_ADDSTRING, 0, face);
