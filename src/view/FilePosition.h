@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
-#include "view/LineLayout.h"
+#include "view/TextSpan.h"
 
 // A file position that a line of text names, such as "1>C:\src\a.cpp(12): error" or "a.cpp:12".
 struct FilePosition {

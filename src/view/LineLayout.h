@@ -1,13 +1,8 @@
 #pragma once
 
+#include "view/TextSpan.h"
 #include "viewbase/CharWidths.h"
 #include "viewbase/ViewMetrics.h"
-
-// Some characters of a document: a line, without its line feed. Valid until the document changes.
-struct TextSpan {
-    const Char* text = nullptr;
-    uint32_t length = 0;
-};
 
 // A column of a line and where it starts, in pixels from the line's start.
 struct LinePlace {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "view/LineLayout.h"
 #include "view/LineStates.h"
 #include "view/TextPosition.h"
+#include "view/TextSpan.h"
 
 class TextBuffer;
 

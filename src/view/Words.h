@@ -1,6 +1,6 @@
 #pragma once
 
-#include "view/LineLayout.h"
+#include "view/TextSpan.h"
 
 // Word boundaries of caret moves within one line. Word characters are ASCII letters and digits, "_" and
 // "#".
