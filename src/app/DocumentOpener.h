@@ -7,7 +7,6 @@ class DocumentDisplay;
 class DocumentList;
 class PaneViews;
 class ScreenBatch;
-class TextBuffer;
 class UserPrompt;
 
 // Makes new documents and opens files, each of them once, and shows them in the target pane.
@@ -42,9 +41,3 @@ private:
     UserPrompt& prompt;
     OpenFailures failures;
 };
-
-// An empty text document with a title, a view and one reference, which is the caller's. Null on failure.
-TextBuffer* MakeTitledText(const Char* title);
-
-// Puts a document into the list, which takes over the caller's reference; on failure it is released.
-[[nodiscard]] bool AdoptDocument(DocumentList& documents, Document* document);

@@ -5,8 +5,6 @@
 #include "base/Platform.h"
 #include "base/Text.h"
 
-#include <utility>
-
 namespace {
 
 // What is done about a path that nothing matches.
@@ -41,11 +39,11 @@ bool HasWildcard(const Char* path) {
 }
 
 // A directory that is named itself fails like any path that cannot be read.
-bool OpenMatches(const Opening& opening, Platform::FileSearch& search, bool passOverDirectories) {
+bool OpenMatches(const Opening& opening, Platform::FileSearch& search, bool skipDirectories) {
     bool all = true;
     opening.frame.BeginBatch();
     do {
-        if (!passOverDirectories || !search.IsDirectory()) all = Open(opening, search.Name(), false) && all;
+        if (!skipDirectories || !search.IsDirectory()) all = Open(opening, search.Name(), false) && all;
     } while (search.Next());
     opening.frame.EndBatch();
     return all;
@@ -81,36 +79,4 @@ bool OpenFileArgument(CommandContext& frame, const Char* path, int32_t line, boo
 
 bool OpenBinaryArgument(CommandContext& frame, const Char* path) {
     return OpenArgument(frame, path, -1, Missing::TryFile, true);
-}
-
-SelectedFiles::SelectedFiles(const Char* result) : directory(u""), position(result) {
-    const Char* const second = result + Text::Length(result) + 1;
-    if (*result == 0 || *second == 0) return;
-    directory = result;
-    position = second;
-}
-
-bool SelectedFiles::Next(WString& path) {
-    if (!position || *position == 0) return false;
-    if (!path.Assign(directory) || !Path::Join(path, position)) return false;
-    // A single path is the whole result: what follows its NUL may be anything.
-    position = *directory ? position + Text::Length(position) + 1 : nullptr;
-    return true;
-}
-
-void OpenSelectedFiles(CommandContext& frame, const Char* result) {
-    SelectedFiles files(result);
-    WString path;
-    frame.BeginBatch();
-    while (files.Next(path)) frame.OpenText(path.Text(), -1, false);
-    frame.EndBatch();
-}
-
-bool MakeDialogFilter(const Char* fileTypes, WString& filter) {
-    WString made;
-    if (!made.Assign(fileTypes)) return false;
-    made.ReplaceAll(u'|', 0);
-    if (!made.AppendChar(0) || !made.AppendChar(0)) return false;
-    filter = std::move(made);
-    return true;
 }

@@ -2,7 +2,7 @@
 
 #include "app/DocumentDisplay.h"
 #include "app/DocumentList.h"
-#include "app/DocumentOpener.h"
+#include "app/NewDocument.h"
 #include "document/TextBuffer.h"
 
 void OutputDocuments::Clear() {

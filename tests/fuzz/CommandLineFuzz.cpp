@@ -4,7 +4,7 @@
 #include "app/CommandCompletion.h"
 #include "app/CommandLanguage.h"
 #include "app/CommandTable.h"
-#include "app/OpenFiles.h"
+#include "app/FileDialogText.h"
 #include "app/QuickOpen.h"
 #include "app/StartArguments.h"
 #include "app/ToolVariables.h"

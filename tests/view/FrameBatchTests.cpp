@@ -1,4 +1,5 @@
 #include "app/CommandLanguage.h"
+#include "app/FileDialogText.h"
 #include "app/OpenFiles.h"
 #include "app/StartArguments.h"
 #include "base/Heap.h"

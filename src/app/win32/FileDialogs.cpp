@@ -1,7 +1,7 @@
 #include "app/win32/FileDialogs.h"
 
 #include "app/DocumentList.h"
-#include "app/OpenFiles.h"
+#include "app/FileDialogText.h"
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "document/Document.h"

@@ -1,7 +1,7 @@
 #include "app/win32/MenuCommands.h"
 
 #include "app/DocumentPrompts.h"
-#include "app/OpenFiles.h"
+#include "app/FileDialogText.h"
 #include "app/QuickOpen.h"
 #include "app/win32/AboutDialog.h"
 #include "app/win32/FrameParts.h"

@@ -1,3 +1,4 @@
+#include "app/FileDialogText.h"
 #include "app/OpenFiles.h"
 #include "core/app/FakeFrame.h"
 #include "support/FailureInjection.h"

@@ -1,0 +1,22 @@
+#include "app/NewDocument.h"
+
+#include "app/DocumentList.h"
+#include "document/TextBuffer.h"
+
+TextBuffer* MakeTitledText(const Char* title) {
+    auto* const document = new TextBuffer;
+    if (!document) return nullptr;
+    document->AddRef();
+    if (!document->MakeEmpty() || !document->SetTitle(title) || !document->CreateView(nullptr)) {
+        document->Release();
+        return nullptr;
+    }
+    document->ResetSyntaxEngine();
+    return document;
+}
+
+bool AdoptDocument(DocumentList& documents, Document* document) {
+    if (documents.Add(document)) return true;
+    document->Release();
+    return false;
+}

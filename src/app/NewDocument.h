@@ -1,0 +1,13 @@
+#pragma once
+
+#include "base/Types.h"
+
+class Document;
+class DocumentList;
+class TextBuffer;
+
+// An empty text document with a title, a view and one reference, which is the caller's. Null on failure.
+TextBuffer* MakeTitledText(const Char* title);
+
+// Puts a document into the list, which takes over the caller's reference; on failure it is released.
+[[nodiscard]] bool AdoptDocument(DocumentList& documents, Document* document);
