@@ -46,7 +46,7 @@ public:
     uint32_t Valid() const { return valid; }
     uint64_t End() const { return start + valid; }
 
-    // Reads past the window, as far as the file goes. On failure `read` says how many bytes there are before those
+    // Reads without the window, as far as the file goes. On failure `read` says how many bytes there are before those
     // that cannot be read.
     bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
     // Writing goes on where the last seek or write ended.

@@ -7,13 +7,13 @@ class BinaryDocument;
 // All that a binary document knows of a view. What only text has is answered here for all of them.
 class HexDocumentView : public DocumentView {
 public:
-    // Puts the caret on a byte and empties the selection. The sub-position is the view's own; the document
-    // only keeps it.
+    // Puts the caret on a byte and empties the selection. The sub-position is the view's own (0 for the high
+    // nibble, else the low one); the document only keeps it.
     virtual void SetCaret(uint64_t offset, uint32_t subPosition) = 0;
     virtual void MakeCaretVisible() = 0;
     // Bytes of the document or of its file are others than before: repaints everything.
     virtual void ContentChanged() = 0;
-    // Tells the user that bytes could not be changed.
+    // Shows the user that bytes could not be changed.
     virtual void ReportEditFailure() = 0;
 
     void InvalidateLines(uint32_t, uint32_t) override { Invalidate(); }

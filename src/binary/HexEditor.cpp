@@ -11,7 +11,7 @@ void HexEditor::SetDocument(BinaryDocument* newDocument) {
     if (document && document != newDocument) document->ForgetView(this);
     document = newDocument;
     caret = anchor = 0;
-    lowNibble = 0;
+    lowNibble = false;
     page.Forget();
     viewport.Reset(FileSize());
     if (document) viewport.UpdateScrollBar();
@@ -61,7 +61,7 @@ void HexEditor::MoveTo(uint64_t offset, bool extend) {
     const uint64_t oldCaret = caret;
     const uint64_t oldAnchor = anchor;
     caret = std::min(offset, FileSize());
-    lowNibble = 0;
+    lowNibble = false;
     if (extend) {
         // Only what lies between the old and the new caret becomes selected or ceases to be.
         if (caret != oldCaret) viewport.InvalidateBytes(oldCaret, caret);
@@ -81,7 +81,7 @@ void HexEditor::SelectBytes(uint64_t newAnchor, uint64_t newCaret) {
 
 void HexEditor::SetCaret(uint64_t offset, uint32_t subPosition) {
     caret = anchor = std::min(offset, FileSize());
-    lowNibble = subPosition ? 1 : 0;
+    lowNibble = subPosition != 0;
     if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
 }
 
@@ -92,7 +92,7 @@ void HexEditor::CollapseSelection() {
 
 void HexEditor::ToHighNibble() {
     if (!lowNibble) return;
-    lowNibble = 0;
+    lowNibble = false;
     UpdateCaret(false);
 }
 

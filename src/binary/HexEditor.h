@@ -53,7 +53,7 @@ public:
     // Caret and selection.
     uint64_t Caret() const { return caret; }
     uint64_t Anchor() const { return anchor; }
-    uint32_t LowNibble() const { return lowNibble; }
+    bool IsOnLowNibble() const { return lowNibble; }
     bool HasSelection() const { return anchor != caret; }
     uint64_t SelectionStart() const { return anchor < caret ? anchor : caret; }
     uint64_t SelectionEnd() const { return anchor < caret ? caret : anchor; }
@@ -78,7 +78,7 @@ private:
     HexPage page;
     uint64_t caret = 0;
     uint64_t anchor = 0;
-    uint32_t lowNibble = 0; // 1 when the caret is on the low nibble of its byte
+    bool lowNibble = false; // the caret is on the low nibble of its byte
     // What the frame was told last.
     bool statusSent = false;
     uint64_t sentCaret = 0;

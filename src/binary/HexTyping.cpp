@@ -10,11 +10,11 @@ void HexTyping::Type(HexEditor& editor, Char character) {
     if (document.IsReadOnly()) return editor.ReportReadOnly();
     const uint64_t caret = editor.Caret();
     if (caret >= editor.FileSize()) return;
-    const uint32_t lowNibble = editor.LowNibble();
+    const bool lowNibble = editor.IsOnLowNibble();
     uint32_t count = 0;
     const uint8_t* old = editor.Page().BytesAt(document, caret, count);
     if (count == 0) return editor.ReportEditFailure();
     const auto byte = static_cast<uint8_t>(lowNibble ? (*old & 0xF0) | value : (*old & 0x0F) | value << 4);
-    const HexViewState state = {caret, lowNibble, caret + lowNibble, 1 - lowNibble};
+    const HexViewState state = {caret, lowNibble, lowNibble ? caret + 1 : caret, !lowNibble};
     if (!document.EditBytes(caret, &byte, 1, &editor, state)) editor.ReportEditFailure();
 }

@@ -14,6 +14,7 @@ int32_t Saturate(int64_t value) { return static_cast<int32_t>(std::clamp<int64_t
 void HexViewport::Reset(uint64_t size) {
     fileSize = size;
     topRow = 0;
+    // One more than the size needs, rounded up to an even number.
     offsetDigits = (1 + HexText::CountDigits(size) + 1) / 2 * 2;
 }
 
@@ -54,9 +55,9 @@ void HexViewport::InvalidateBytes(uint64_t first, uint64_t second) {
     redraw.InvalidateRows(first / BytesPerRow, second / BytesPerRow, {topRow, visibleRows});
 }
 
-void HexViewport::ShowCaret(uint64_t offset, uint32_t nibble) {
+void HexViewport::ShowCaret(uint64_t offset, bool lowNibble) {
     const ViewMetrics& metrics = surface.Metrics();
-    const auto column = static_cast<int32_t>(offset % BytesPerRow * 3 + nibble);
+    const auto column = static_cast<int32_t>(offset % BytesPerRow * 3 + lowNibble);
     // A row that far away is out of sight either way.
     const int64_t row = std::clamp<int64_t>(static_cast<int64_t>(offset / BytesPerRow - topRow), INT32_MIN, INT32_MAX);
     surface.ShowCaretAt({TextLeft() + column * metrics.averageWidth, Saturate(row * metrics.lineHeight)});

@@ -39,8 +39,8 @@ public:
 
     // Repaints the rows of both bytes and all between them.
     void InvalidateBytes(uint64_t first, uint64_t second);
-    // Shows the window's caret on a nibble of a byte: 0 is the high one.
-    void ShowCaret(uint64_t offset, uint32_t nibble);
+    // Shows the window's caret on a nibble of a byte.
+    void ShowCaret(uint64_t offset, bool lowNibble);
     // The byte at a client point, at most the file's end; `withoutFont` while there is no font.
     uint64_t OffsetAt(ClientPoint point, uint64_t withoutFont) const;
 

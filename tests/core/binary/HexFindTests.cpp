@@ -20,7 +20,7 @@ TEST_F(HexFindTest, TheMatchIsSelectedWithTheCaretAtItsStart) {
     EXPECT_EQ(view().Caret(), 4u);
     EXPECT_EQ(view().SelectionStart(), 4u);
     EXPECT_EQ(view().SelectionEnd(), 7u);
-    EXPECT_EQ(view().LowNibble(), 0u);
+    EXPECT_FALSE(view().IsOnLowNibble());
 }
 
 TEST_F(HexFindTest, FurtherMatchesFollowInEitherDirection) {

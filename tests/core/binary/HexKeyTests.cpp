@@ -123,7 +123,7 @@ TEST_F(HexKeys, OtherKeysPutTheCaretBackOnTheHighNibble) {
         Press(key);
         const bool isDigit =
             (key >= u'0' && key <= u'9') || (key >= u'A' && key <= u'F') || (key >= Keypad0 + 1 && key <= Keypad0 + 6);
-        EXPECT_EQ(view().LowNibble(), isDigit ? 1u : 0u) << key;
+        EXPECT_EQ(view().IsOnLowNibble(), isDigit) << key;
     }
 }
 

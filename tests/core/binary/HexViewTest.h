@@ -107,7 +107,7 @@ protected:
     uint64_t At(int32_t column, int32_t row) const { return view().OffsetAt({column * 8 + 3, row * 16 + 5}); }
     using Two = std::pair<uint64_t, uint64_t>;
     Two Selection() const { return {view().Anchor(), view().Caret()}; }
-    Two Caret() const { return {view().Caret(), view().LowNibble()}; }
+    Two Caret() const { return {view().Caret(), view().IsOnLowNibble()}; }
     std::string Content() const { return file->Content(); }
     std::u16string Status(StatusField field) const { return host().status[field]; }
 
