@@ -14,8 +14,8 @@ struct ToolRecord;
 // Replaces `out` by the expanded directory, or by the current one when that is empty.
 [[nodiscard]] bool ExpandStartDirectory(const CommandContext& frame, const Char* text, WString& out);
 
-// Whether the command interpreter can run in a directory. It takes none without a drive letter, on a share or marked
-// with "\\\\?\\", and would run in the system's folder instead.
+// Whether the command interpreter can run in a directory. It takes none without a drive letter, such as a share, and
+// would run in the system's folder instead.
 [[nodiscard]] bool InterpreterRunsIn(const Char* directory);
 
 // Replaces `out` by the tool's command line as typed: command, space, last arguments.

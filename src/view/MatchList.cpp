@@ -24,6 +24,8 @@ MatchResult MatchList::Gather(const TextBuffer& document, const SearchQuery& sea
         from = at == None32 ? stop : at + 1;
         if (at != None32 && Accepts(document, search, at)) {
             if (!changes.Append({at, search.length})) return Fail(MatchResult::NoMemory);
+            // Where matches follow each other and nothing replaces them, what is before the first stays before the
+            // next.
             const Char left = at == lastEnd ? before : at ? document.Content()[at - 1] : Char(0);
             before = replacementLength ? replacement[replacementLength - 1] : left;
             removed += search.length;

@@ -90,6 +90,7 @@ void RowPlan::AddText(RowPicture& row, TextSpan line) {
     if (SyntaxEngine* engine = document->Engine()) {
         const uint32_t carried = engine->CarriedState();
         engine->ColourLine(lineStart, line.text, seen, state, coloured);
+        // Only a part was coloured: the next line needs the state at the end of all of it.
         if (seen <= line.length && nextLine < lastLine) {
             engine->SetCarriedState(carried);
             state = engine->ScanLines(line.text, line.length + 1, entered);

@@ -40,7 +40,7 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
         const uint32_t start = document->EditLineStart();
         if (offset >= start && offset - start < document->EditLine().Length())
             return {document->EditLineNumber(), offset - start};
-        if (offset > start) offset -= PendingGrowth();
+        if (offset > start) offset -= PendingGrowth(); // the store does not know of the edit
     }
     TextPosition position;
     document->OffsetToLineColumn(offset, position.line, position.column);

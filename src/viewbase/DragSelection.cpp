@@ -23,6 +23,6 @@ void DragSelection::OnLeftButtonUp() {
 
 void DragSelection::OnCaptureLost() {
     if (!active) return;
-    active = false;
+    active = false; // first: the end of the drag releases the capture, which is reported here again
     surface.EndDrag();
 }

@@ -64,8 +64,8 @@ public:
     virtual bool IsShiftDown() const = 0;
     // With Ctrl down as well it is AltGr, which types characters.
     virtual bool IsAltDown() const = 0;
-    // Captures the mouse and starts a timer of 100 ms; ends both. The end of the capture, for whatever
-    // reason, is reported by DragSelection::OnCaptureLost.
+    // Captures the mouse and starts a timer of 100 ms, until EndDrag. However the capture ends, DragSelection is
+    // notified (OnCaptureLost).
     virtual void BeginDrag() = 0;
     virtual void EndDrag() = 0;
 

@@ -9,7 +9,7 @@ class BackBuffer {
 public:
     // Replaces the bitmap by one of this size in pixels; without memory or size there is none.
     void Rebuild(int width, int height) {
-        selected.reset();
+        selected.reset(); // first: what is selected cannot be deleted
         if (width <= 0 || height <= 0) return;
         const WindowDc screen(nullptr);
         dc.Reset(CreateCompatibleDC(screen.Get()));

@@ -5,8 +5,7 @@
 #include "viewbase/win32/View.h"
 
 // The window half that the text view and the hex view have in common: routes messages to an editor,
-// which decides everything, and plays its answers onto the screen. Destroyed with DestroyView, after
-// which its document forgot it.
+// which decides everything, and shows what it answers. DestroyView destroys it and takes it out of its document.
 class EditorWindow : public View, public EditorSurface {
 public:
     // Draws the rows that the client pixels [top, bottom) touch, all rows when that is empty.

@@ -41,6 +41,7 @@ private:
     int gutter;
     int marginRight;
     int rowTop = 0; // of the row being drawn, on the surface
+    // What is selected comes after what it is selected from, so that it is deselected before that is deleted.
     GdiObject<HPEN> guidePen;
     GdiObject<HPEN> spacePen; // made when the first tab arrow is drawn
     MemoryDc dotDc;           // made when the first dot is drawn
