@@ -11,7 +11,9 @@ x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
 x86_64-w64-mingw32-windres binutils-mingw-w64-x86-64
 cmake cmake
 ninja ninja-build
-ccache ccache
+ccache ccache'
+# Without it only the manual is missing.
+readonly ManualNeeds='
 /usr/lib/python3/dist-packages/markdown python3-markdown'
 readonly NativeBuildNeeds='
 g++ g++
