@@ -30,7 +30,7 @@ const Char* LeaveRequests::ObstacleToLeaving() const {
     return HasUnsaved(frame.Documents()) ? u"There are documents with unsaved changes." : nullptr;
 }
 
-// What is posted comes when a long operation has ended: meanwhile nobody takes posted messages.
+// What is posted comes when a long operation has ended: until then posted messages are not fetched.
 void LeaveRequests::Close() {
     if (leaving.HasOpenDialog()) return;
     if (leaving.IsInLongOperation())

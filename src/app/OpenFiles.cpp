@@ -28,7 +28,7 @@ bool OpenNew(const Opening& opening, const Char* path) {
     WString question;
     if (!Text::AppendFormat(question, u"Create file %s?", path)) return false;
     if (opening.frame.AskUser(question.Text(), MessageKind::YesNo) != Answer::Yes) return false;
-    // Somebody may have made it while the question was open; it must not be taken for an empty one.
+    // Another program may have made it while the question was open; it must not be taken for an empty one.
     const bool isNew = Platform::EntryKind(path) == Platform::Entry::Missing;
     return Open(opening, Path::FileName(path), isNew);
 }

@@ -66,7 +66,7 @@ struct Remainder {
 };
 
 // Cuts `pane` back to the largest rectangle beside a heir that grew over it. One that would have next to
-// nothing left keeps its place: two panes that overlap are better than one that nobody finds.
+// nothing left keeps its place: two panes that overlap are better than one too small to find.
 void GiveWay(Pane& pane, const Pane& heir) {
     constexpr uint32_t Smallest = Pane::Whole / 32;
     Remainder best = {nullptr, 0, 0};

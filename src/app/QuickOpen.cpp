@@ -13,7 +13,7 @@ bool IsClosing(Char c) { return c == u'"' || c == u'>' || c == u'\n'; }
 
 bool FileNameAtCaret(const Char* text, uint32_t length, uint32_t caret, WString& name) {
     uint32_t start = caret < length ? caret : length;
-    // Standing on the closing quote at the end of a line, the name before it is meant.
+    // At the closing quote at the end of a line, the name before it is meant.
     if (start > 0 && start + 1 < length && text[start] == u'"' && text[start + 1] == u'\n') --start;
     // The character under the caret counts, so the search begins after it.
     if (start < length) ++start;

@@ -27,7 +27,7 @@ void BinaryDocument::RepaintAll() {
         static_cast<HexDocumentView*>(node->view)->ContentChanged();
 }
 
-// Life.
+// Opening and saving.
 
 BinaryDocument::~BinaryDocument() {
     DestroyViews();

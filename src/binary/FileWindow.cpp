@@ -36,8 +36,8 @@ bool FileWindow::AllocateWindow() {
     return true;
 }
 
-// Writing past the end of a file that has become shorter would make it grow, and nobody would find again what is
-// written into one that was deleted, or that another one has replaced.
+// Writing past the end of a file that has become shorter would make it grow, and what is written into one that was
+// deleted or replaced would be lost.
 bool FileWindow::MayBeWritten(const Char* fileName) {
     uint64_t sizeNow = 0;
     return !readOnly && file.GetSize(sizeNow) && sizeNow >= size && !file.IsDeleted() && file.IsAt(fileName);
@@ -48,7 +48,7 @@ uint32_t FileWindow::PageBytes(uint64_t pageStart) const {
     return static_cast<uint32_t>(std::min<uint64_t>(PageSize, size - pageStart));
 }
 
-// Nothing is ever asked for past the end: the system would be called once more only to say so.
+// Never reads past the end: that would be one more call only to learn that nothing is there.
 bool FileWindow::ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read) {
     const uint64_t left = offset < size ? size - offset : 0;
     const auto wanted = static_cast<size_t>(std::min<uint64_t>(count, left));
@@ -58,8 +58,8 @@ bool FileWindow::ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, u
     return done;
 }
 
-// A read that meets bytes which the device does not deliver fails as a whole: sector by sector everything before
-// them can be had.
+// A read fails as a whole when the device cannot deliver some of its bytes: sector by sector everything before them
+// is read.
 bool FileWindow::ReadSectors(uint64_t offset, uint8_t* destination, size_t count, size_t& read) {
     constexpr size_t Sector = 512;
     size_t got = 0;

@@ -1,6 +1,6 @@
 #include "view/LineLayout.h"
 
-// Printable characters that are all alike are passed over as a whole: a line may be 100 million characters
+// Printable characters that are equally wide are skipped as a whole: a line may be 100 million characters
 // long, and the caret may be at its end.
 
 int64_t LineLayout::PositionOf(TextSpan line, uint32_t column, LinePlace from) const {

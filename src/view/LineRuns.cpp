@@ -86,7 +86,7 @@ bool LineRuns::AddCharacter(Char shown, const Piece& piece, RunKind kind) {
     return true;
 }
 
-// Of a line that is scrolled far the hidden part is passed over in long stretches where that can be.
+// In a line that is scrolled far, hidden characters are skipped many at a time where their widths allow it.
 uint32_t LineRuns::SkipHidden(const Char* text, uint32_t count) {
     if (position >= clipLeft) return 0;
     const uint32_t hidden = widths->PrintableWithin(text, count, clipLeft - position);

@@ -98,7 +98,7 @@ void TextViewport::ScrollIntoView(const TextCaret& caret, int64_t caretX) {
     } else if (!Shows(caret.Line())) {
         ScrollTo(caret.Line() - RowsOrOne() + 1);
     }
-    // A margin wider than the window leaves nothing to show the caret in; it must not jump to and fro.
+    // A margin wider than the window leaves nothing to show the caret in; it must not jump back and forth.
     const int32_t usable = std::max(surface.Size().width - surface.Metrics().averageWidth - TextLeft(), 0);
     if (caretX > int64_t(horizontalScroll) + usable) {
         SetHorizontalScroll(caretX - usable);
@@ -120,7 +120,7 @@ void TextViewport::UpdateScrollBars() {
 
 // Places.
 
-// What is typed changes the open line without a word: what was measured of it does not hold.
+// Typing changes the open line without notice, so that what was measured of it does not hold.
 bool TextViewport::HasPendingEdit() const { return text.Document() && text.Document()->HasPendingEdit(); }
 
 int64_t TextViewport::CaretX(const TextCaret& caret) {

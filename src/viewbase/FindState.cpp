@@ -8,7 +8,7 @@ FindState findState;
 
 bool History::Add(const Char* text, uint32_t length) {
     WString added;
-    uint32_t gone = 0; // the entry that makes way: an equal one, or the oldest of a full history
+    uint32_t gone = 0; // the entry to be replaced: an equal one, or the oldest of a full history
     while (gone < count && (entries[gone].Length() != length || !Text::EqualCount(entries[gone].Text(), text, length)))
         ++gone;
     if (gone < count) {
