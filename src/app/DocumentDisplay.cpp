@@ -99,7 +99,7 @@ void DocumentDisplay::ViewActivated(const View* view) {
     screen.RefreshTitle();
 }
 
-void DocumentDisplay::SwitchByUse(bool next) {
+void DocumentDisplay::SwitchInMru(bool next) {
     const Document* const document = Active();
     switching = true;
     ShowInActive(next ? documents.NextInMru(document) : documents.PreviousInMru(document));

@@ -40,7 +40,7 @@ public:
     void ViewActivated(const View* view);
 
     // Ctrl+Tab: the next or previous document in order of use; the order is frozen until the end.
-    void SwitchByUse(bool next);
+    void SwitchInMru(bool next);
     bool IsSwitching() const { return switching; }
     void FinishSwitching();
     // The release of Ctrl goes to another program.

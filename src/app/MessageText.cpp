@@ -34,7 +34,7 @@ uint32_t StartOfLine(const WString& text, uint32_t line) {
     return at;
 }
 
-bool LeaveOutMiddle(const WString& text, uint32_t lines, WString& out) {
+bool OmitMiddle(const WString& text, uint32_t lines, WString& out) {
     const uint32_t kept = (MaxMessageLines - 1) / 2;
     return out.Append(text.Text(), StartOfLine(text, kept)) && out.Append(u"\u2026\n") &&
            out.Append(text.Text() + StartOfLine(text, lines - kept));
@@ -47,7 +47,7 @@ bool BuildMessageText(const Char* message, WString& out) {
     if (!BreakLongWords(message, broken)) return false;
     const uint32_t lines = CountLines(broken);
     WString made;
-    if (lines > MaxMessageLines && !LeaveOutMiddle(broken, lines, made)) return false;
+    if (lines > MaxMessageLines && !OmitMiddle(broken, lines, made)) return false;
     out = std::move(lines > MaxMessageLines ? made : broken);
     return true;
 }

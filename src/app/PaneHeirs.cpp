@@ -67,7 +67,7 @@ struct Remainder {
 
 // Cuts `pane` back to the largest rectangle beside a heir that grew over it. One that would have next to
 // nothing left keeps its place: two panes that overlap are better than one too small to find.
-void GiveWay(Pane& pane, const Pane& heir) {
+void ShrinkBeside(Pane& pane, const Pane& heir) {
     constexpr uint32_t Smallest = Pane::Whole / 32;
     Remainder best = {nullptr, 0, 0};
     uint64_t bestArea = 0;
@@ -88,7 +88,7 @@ void GiveWay(Pane& pane, const Pane& heir) {
 
 void CutBackBeside(Pane* head, const Pane& heir, const Pane& closed) {
     for (Pane* pane = head; pane; pane = pane->next)
-        if (!pane->isHeir && pane != &closed && Overlap(*pane, heir)) GiveWay(*pane, heir);
+        if (!pane->isHeir && pane != &closed && Overlap(*pane, heir)) ShrinkBeside(*pane, heir);
 }
 
 } // namespace

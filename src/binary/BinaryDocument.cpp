@@ -79,7 +79,7 @@ bool BinaryDocument::WriteToFile() {
 bool BinaryDocument::EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
                                const HexViewState& state) {
     // It arrives while the record is made; otherwise the edit would wait for it.
-    content.FetchAhead(offset);
+    content.Prefetch(offset);
     auto* edit = new ByteEdit;
     if (!edit) return false;
     edit->offset = offset;

@@ -80,7 +80,7 @@ bool ByteSearch::FindForward(uint64_t from, uint64_t end, uint64_t& found) {
     while (from < end) {
         const uint64_t windowEnd = file.End();
         if (from + headCount > windowEnd) {
-            unreadable = !file.MoveOn(from < windowEnd ? static_cast<uint32_t>(windowEnd - from) : 0);
+            unreadable = !file.Advance(from < windowEnd ? static_cast<uint32_t>(windowEnd - from) : 0);
             // A file that has become shorter ends here.
             if (unreadable || file.Valid() == 0) return false;
             continue;

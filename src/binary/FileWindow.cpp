@@ -98,7 +98,7 @@ bool FileWindow::Ensure(uint64_t offset, uint32_t count) {
     return newStart < first && (Fill(first) || Holds(first, count));
 }
 
-bool FileWindow::MoveOn(uint32_t kept) {
+bool FileWindow::Advance(uint32_t kept) {
     std::memmove(window - kept, window + valid - kept, kept);
     return Ensure(End(), 1);
 }

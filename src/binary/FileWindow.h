@@ -37,7 +37,7 @@ public:
     bool Ensure(uint64_t offset, uint32_t count);
     // Moves on to what follows the window, with its last `kept` bytes, at most Room, in front of the new one.
     // False when nothing can be read there.
-    bool MoveOn(uint32_t kept);
+    bool Advance(uint32_t kept);
     // The next Ensure reads in any case: the file may have been written, or the window used for something else.
     void Forget() { valid = 0; }
     uint8_t* Bytes() { return window; }

@@ -79,7 +79,7 @@ bool PagedContent::WriteBytes(uint64_t offset, const uint8_t* source, size_t cou
     return true;
 }
 
-void PagedContent::FetchAhead(uint64_t offset) const {
+void PagedContent::Prefetch(uint64_t offset) const {
     const ChangedPage* page = pages.Find(offset / PageSize);
     if (page) _mm_prefetch(reinterpret_cast<const char*>(page->data + offset % PageSize), _MM_HINT_T0);
 }

@@ -23,7 +23,7 @@ public:
     // runs out.
     [[nodiscard]] bool WriteBytes(uint64_t offset, const uint8_t* source, size_t count);
     // Says that a byte is about to be read or written: with many changed pages it is far from the processor.
-    void FetchAhead(uint64_t offset) const;
+    void Prefetch(uint64_t offset) const;
 
     enum class WriteResult { Done, NothingWritten, PartlyWritten };
     // Writes all changed pages into the file. They stay changed pages until they are forgotten.

@@ -13,7 +13,7 @@ public:
     MatchResult Gather(const TextBuffer& document, const SearchQuery& search, uint32_t start, uint32_t end,
                        const Char* replacement, uint32_t replacementLength, SearchProgress& progress);
     // How many characters the matches remove.
-    uint64_t Removed() const { return removed; }
+    uint64_t RemovedCount() const { return removed; }
 
     Array<ReplacedRange> changes;
 

@@ -54,10 +54,10 @@ bool FrameKeys::CarryOut(const KeyDecision& decision) {
     case KeyAction::LeaveOutput:
         return LeaveOutput();
     case KeyAction::ShowNextInMru:
-        display.SwitchByUse(true);
+        display.SwitchInMru(true);
         return true;
     case KeyAction::ShowPreviousInMru:
-        display.SwitchByUse(false);
+        display.SwitchInMru(false);
         return true;
     default:
         return false;

@@ -104,9 +104,9 @@ TEST_F(DocumentDisplayTest, SwitchingByUseFreezesTheOrderUntilItsEnd) {
     FakeDocument& b = AddFile(u"b");
     FakeDocument& c = AddFile(u"c");
     for (FakeDocument* document : {&c, &b, &a}) ASSERT_TRUE(display.ShowNew(*document));
-    display.SwitchByUse(true);
+    display.SwitchInMru(true);
     EXPECT_EQ(display.Active(), &b);
-    display.SwitchByUse(true);
+    display.SwitchInMru(true);
     EXPECT_EQ(display.Active(), &c);
     EXPECT_EQ(documents.MostRecent(), &a);
     EXPECT_TRUE(display.IsSwitching());
@@ -114,7 +114,7 @@ TEST_F(DocumentDisplayTest, SwitchingByUseFreezesTheOrderUntilItsEnd) {
     EXPECT_FALSE(display.IsSwitching());
     EXPECT_EQ(documents.MostRecent(), &c);
     EXPECT_EQ(documents.NextInMru(&c), &a);
-    display.SwitchByUse(false); // wraps to the least recent
+    display.SwitchInMru(false); // wraps to the least recent
     EXPECT_EQ(display.Active(), &b);
     display.AbandonSwitching();
     EXPECT_FALSE(display.IsSwitching());
