@@ -5,6 +5,7 @@
 #include "base/CodePage.h"
 #include "base/Platform.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "settings/LineReader.h"
 
 #include <utility>

@@ -2,6 +2,7 @@
 
 #include "base/Platform.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/Document.h"
 
 #include <utility>

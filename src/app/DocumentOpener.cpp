@@ -6,7 +6,7 @@
 #include "app/ScreenBatch.h"
 #include "app/UserPrompt.h"
 #include "base/Platform.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "binary/BinaryDocument.h"
 #include "document/TextBuffer.h"
 

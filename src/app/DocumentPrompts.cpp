@@ -2,7 +2,7 @@
 
 #include "app/CommandContext.h"
 #include "app/DocumentList.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/Document.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include "app/DocumentList.h"
 #include "app/ScreenBatch.h"
 #include "app/UserPrompt.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/TextBuffer.h"
 
 bool DocumentSaver::Save(Document& document) { return SaveChosen(document, !HasFile(document)); }

@@ -1,7 +1,7 @@
 #include "app/FrameTitle.h"
 
 #include "base/Platform.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/Document.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "app/Macros.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "viewbase/ViewHost.h"
 
 #include <utility>

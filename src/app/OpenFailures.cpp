@@ -1,6 +1,6 @@
 #include "app/OpenFailures.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 
 #include <utility>
 

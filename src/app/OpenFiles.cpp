@@ -4,6 +4,7 @@
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "base/CodePage.h"
 #include "base/Platform.h"
 #include "base/SafeSave.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/Document.h"
 
 namespace {

@@ -4,6 +4,7 @@
 #include "app/OutputDocuments.h"
 #include "app/ToolVariables.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/TextBuffer.h"
 #include "settings/ToolList.h"
 

@@ -4,6 +4,7 @@
 #include "base/FileBytes.h"
 #include "base/Path.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 
 namespace {
 

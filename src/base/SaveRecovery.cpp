@@ -6,6 +6,7 @@
 #include "base/Path.h"
 #include "base/SaveCopy.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 
 namespace {
 

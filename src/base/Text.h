@@ -2,8 +2,6 @@
 
 #include "base/Types.h"
 
-class WString;
-
 // Small helpers over NUL-terminated or counted UTF-16 text. "NoCase" folds the ASCII letters A-Z
 // and nothing else.
 namespace Text {
@@ -34,24 +32,5 @@ bool EqualCountNoCase(const Char* left, const Char* right, size_t count);
 // Reads leading ASCII digits and stops at the first other character: no sign, no blanks skipped.
 // Nothing to read gives 0; overflow wraps modulo 2^32.
 uint32_t ParseDecimal(const Char* text);
-
-// One argument of AppendFormat.
-struct FormatArgument {
-    enum class Kind { Number, String } kind;
-    uint32_t number = 0;
-    const Char* string = nullptr;
-    FormatArgument(uint32_t value) : kind(Kind::Number), number(value) {}
-    FormatArgument(const Char* value) : kind(Kind::String), string(value) {}
-};
-
-// Appends `format` with its arguments filled in, in order. Understood: %s and %ls (text), %u and %d
-// (unsigned decimal), %x and %X (hexadecimal), each with an optional zero flag and width, and %%.
-// On failure the string is as it was.
-bool AppendFormat(WString& out, const Char* format, const FormatArgument* arguments, size_t count);
-
-template <class... Arguments> bool AppendFormat(WString& out, const Char* format, const Arguments&... arguments) {
-    const FormatArgument list[] = {FormatArgument(arguments)...};
-    return AppendFormat(out, format, list, sizeof...(arguments));
-}
 
 } // namespace Text

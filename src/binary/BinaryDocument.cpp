@@ -1,6 +1,6 @@
 #include "binary/BinaryDocument.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 
 #include <cstring>
 

@@ -1,6 +1,7 @@
 #include "document/TextBuffer.h"
 
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "document/FileTimeCheck.h"
 #include "document/LineEdit.h"
 #include "document/PollTimer.h"

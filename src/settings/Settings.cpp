@@ -2,6 +2,7 @@
 
 #include "base/Heap.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "settings/IniFile.h"
 #include "settings/ToolList.h"
 

@@ -2,6 +2,7 @@
 
 #include "base/List.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 

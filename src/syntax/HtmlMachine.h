@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "syntax/CharSearchSet.h"
-#include "syntax/HtmlEngine.h"
+#include "syntax/HtmlState.h"
 
 // The state machine that reads markup, for colouring and for scanning. `Output` has
 //   bool Start(uint32_t kind)    begins a run; false without memory

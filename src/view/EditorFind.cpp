@@ -2,6 +2,7 @@
 
 #include "base/Scan.h"
 #include "base/Text.h"
+#include "base/TextFormat.h"
 #include "view/MatchList.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"

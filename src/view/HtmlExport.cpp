@@ -1,6 +1,6 @@
 #include "view/HtmlExport.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "settings/Settings.h"
 
 namespace {

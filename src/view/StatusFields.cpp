@@ -1,6 +1,6 @@
 #include "view/StatusFields.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "base/WString.h"
 #include "viewbase/ViewHost.h"
 

@@ -1,6 +1,6 @@
 #include "viewbase/LongOperation.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "base/WString.h"
 #include "viewbase/EditorSurface.h"
 #include "viewbase/FindState.h"

@@ -1,6 +1,6 @@
 #include "viewbase/MouseWheel.h"
 
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "base/WString.h"
 #include "settings/Settings.h"
 #include "viewbase/ViewHost.h"

@@ -4,7 +4,7 @@
 #include "base/Array.h"
 #include "base/Path.h"
 #include "base/Platform.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "base/WString.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "document/CommandProcess.h"
 
 #include "base/Platform.h"
-#include "base/Text.h"
+#include "base/TextFormat.h"
 #include "base/posix/NativeText.h"
 #include "document/OutputRun.h"
 

@@ -1,5 +1,6 @@
 #include "base/Text.h"
 
+#include "base/TextFormat.h"
 #include "base/WString.h"
 #include "support/FailureInjection.h"
 
