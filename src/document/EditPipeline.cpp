@@ -74,16 +74,16 @@ bool EditPipeline::Step(bool undoing) {
     const UndoRecord* head = undoing ? history.UndoHead() : history.RedoHead();
     // Without memory to write the edit line back, what was typed in it last can still be undone there.
     const bool committed = CommitEdit();
-    if (!committed && !(head && head->state == UndoRecord::InEditLine)) return false;
+    if (!committed && !(head && head->state == UndoRecord::State::InEditLine)) return false;
     // The room for all of a step is made before its first change, so that no later one can fail.
     TextParts& parts = content.Parts();
     if (committed && !parts.store.EnsureCapacity(history.PeakOfStep(parts.store.Length(), undoing))) return false;
 
-    const uint32_t opens = undoing ? UndoRecord::GroupEnd : UndoRecord::GroupBegin;
-    const uint32_t closes = undoing ? UndoRecord::GroupBegin : UndoRecord::GroupEnd;
+    const UndoRecord::State opens = undoing ? UndoRecord::State::GroupEnd : UndoRecord::State::GroupBegin;
+    const UndoRecord::State closes = undoing ? UndoRecord::State::GroupBegin : UndoRecord::State::GroupEnd;
     int64_t depth = 0;
     while (UndoRecord* record = undoing ? history.UndoHead() : history.RedoHead()) {
-        if (record->state != UndoRecord::InEditLine) parts.editLine.Close();
+        if (record->state != UndoRecord::State::InEditLine) parts.editLine.Close();
         if (record->state == opens) ++depth;
         if (record->state == closes) --depth;
         if (!(undoing ? record->Undo() : record->Redo())) return false;
@@ -100,9 +100,9 @@ void EditPipeline::AbandonGroup() {
     for (uint32_t depth = 1; depth;) {
         UndoRecord* record = history.TakeLatest();
         if (!record) break;
-        if (record->state == UndoRecord::GroupBegin) --depth;
-        if (record->state == UndoRecord::GroupEnd) ++depth;
-        if (record->state == UndoRecord::InStore) {
+        if (record->state == UndoRecord::State::GroupBegin) --depth;
+        if (record->state == UndoRecord::State::GroupEnd) ++depth;
+        if (record->state == UndoRecord::State::InStore) {
             // Whatever was typed after this record is undone by now, so that neither this nor the change below
             // asks for more room than the text has had.
             static_cast<void>(CommitEdit());

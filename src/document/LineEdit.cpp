@@ -19,7 +19,7 @@ void LineEdit::Extend(Char character) {
 
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
-    if (state != InEditLine || closed || isDelete || replaced || text.IsEmpty()) return false;
+    if (state != State::InEditLine || closed || isDelete || replaced || text.IsEmpty()) return false;
     return uint64_t{column} + text.Length() == atColumn &&
            Text::IsWordChar(typed) == Text::IsWordChar(text[text.Length() - 1]);
 }

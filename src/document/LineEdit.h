@@ -8,8 +8,8 @@ public:
     LineEdit(TextBuffer* owner, bool deletes) : TextEdit(owner, InEditLine, deletes) {}
     // The changed text is typed, or is already there, at `atColumn` of the edit line.
     bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
-    bool Undo() override { return state == InEditLine ? ChangeEditLine(true) : ChangeCommitted(true); }
-    bool Redo() override { return state == InEditLine ? ChangeEditLine(false) : ChangeCommitted(false); }
+    bool Undo() override { return state == State::InEditLine ? ChangeEditLine(true) : ChangeCommitted(true); }
+    bool Redo() override { return state == State::InEditLine ? ChangeEditLine(false) : ChangeCommitted(false); }
     // Room for another character, and that character typed after the others.
     bool MakeRoom() { return text.Reserve(text.Length() + 1); }
     void Extend(Char character);

@@ -214,7 +214,7 @@ bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool not
     const uint32_t end = parts.editLine.Length();
     column = std::min(column, end);
     UndoRecord* latest = History().UndoHead();
-    if (!overwrite && latest && latest->state == UndoRecord::InEditLine) {
+    if (!overwrite && latest && latest->state == UndoRecord::State::InEditLine) {
         auto& typed = static_cast<LineEdit&>(*latest);
         if (typed.Continues(ch, column)) return pipeline.ExtendTyping(typed, view, ch, column, notifyEngine);
     }
@@ -299,7 +299,7 @@ bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserte
 
 void TextBuffer::EndTyping() {
     UndoRecord* latest = History().UndoHead();
-    if (latest && latest->state == UndoRecord::InEditLine) static_cast<LineEdit*>(latest)->closed = true;
+    if (latest && latest->state == UndoRecord::State::InEditLine) static_cast<LineEdit*>(latest)->closed = true;
 }
 
 bool TextBuffer::FindText(const SearchQuery& query, uint32_t from, uint32_t end, bool backward, SearchHit& hit,

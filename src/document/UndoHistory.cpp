@@ -10,7 +10,7 @@ void UndoHistory::Push(UndoRecord* record) {
     Free(redoHead);
 }
 
-bool UndoHistory::PushMarker(uint32_t state) {
+bool UndoHistory::PushMarker(UndoRecord::State state) {
     auto* marker = new GroupMarker(state);
     if (!marker) return false;
     marker->next = undoHead;
@@ -19,13 +19,13 @@ bool UndoHistory::PushMarker(uint32_t state) {
 }
 
 bool UndoHistory::BeginGroup() {
-    if (!PushMarker(UndoRecord::GroupBegin)) return false;
+    if (!PushMarker(UndoRecord::State::GroupBegin)) return false;
     ++openGroups;
     return true;
 }
 
 bool UndoHistory::EndGroup() {
-    if (!PushMarker(UndoRecord::GroupEnd)) return false;
+    if (!PushMarker(UndoRecord::State::GroupEnd)) return false;
     if (openGroups && --openGroups == 0) Free(stashedRedo);
     return true;
 }
@@ -55,9 +55,9 @@ uint64_t UndoHistory::PeakOfStep(uint64_t length, bool undoing) const {
     uint64_t peak = length;
     int64_t depth = 0;
     for (const UndoRecord* record = undoing ? undoHead : redoHead; record; record = record->next) {
-        if (record->state == UndoRecord::GroupBegin) {
+        if (record->state == UndoRecord::State::GroupBegin) {
             depth += undoing ? -1 : 1;
-        } else if (record->state == UndoRecord::GroupEnd) {
+        } else if (record->state == UndoRecord::State::GroupEnd) {
             depth += undoing ? 1 : -1;
         } else {
             length += static_cast<uint64_t>(undoing ? -record->growth : record->growth);
@@ -75,8 +75,8 @@ void UndoHistory::MarkCommitted() {
 }
 
 void UndoHistory::MarkCommitted(UndoRecord* head) {
-    for (UndoRecord* record = head; record && record->state != UndoRecord::InStore; record = record->next) {
-        if (record->state == UndoRecord::InEditLine) record->state = UndoRecord::InStore;
+    for (UndoRecord* record = head; record && record->state != UndoRecord::State::InStore; record = record->next) {
+        if (record->state == UndoRecord::State::InEditLine) record->state = UndoRecord::State::InStore;
     }
 }
 

@@ -38,7 +38,7 @@ public:
 
 private:
     uint32_t HeadSerial() const { return undoHead ? undoHead->serial : 0; }
-    bool PushMarker(uint32_t state);
+    bool PushMarker(UndoRecord::State state);
     static void MarkCommitted(UndoRecord* head);
     static void Free(UndoRecord*& head);
 

@@ -6,4 +6,4 @@ uint32_t lastSerial = 0;
 
 } // namespace
 
-UndoRecord::UndoRecord(uint32_t initialState) : state(initialState), serial(++lastSerial) {}
+UndoRecord::UndoRecord(State initialState) : state(initialState), serial(++lastSerial) {}

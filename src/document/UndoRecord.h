@@ -19,15 +19,15 @@ public:
     // nothing has changed then.
     virtual bool Undo() { return true; }
     virtual bool Redo() { return true; }
-    bool IsMarker() const { return state == GroupBegin || state == GroupEnd; }
+    bool IsMarker() const { return state == State::GroupBegin || state == State::GroupEnd; }
 
-    uint32_t state;
+    State state;
     uint32_t serial; // process-wide, counted up for every record made
     UndoRecord* next = nullptr;
     int64_t growth = 0; // characters that the text gains by Redo and loses by Undo
 
 protected:
-    explicit UndoRecord(uint32_t initialState);
+    explicit UndoRecord(State initialState);
 };
 
 // Brackets the records of one step; groups may nest.

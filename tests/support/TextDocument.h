@@ -79,15 +79,16 @@ public:
 private:
     static std::vector<uint32_t> States(const UndoRecord* record, size_t most) {
         std::vector<uint32_t> states;
-        for (; record && states.size() < most; record = record->next) states.push_back(record->state);
+        for (; record && states.size() < most; record = record->next)
+            states.push_back(static_cast<uint32_t>(record->state));
         return states;
     }
     static size_t Steps(const UndoRecord* record) {
         size_t steps = 0;
         int depth = 0;
         for (; record; record = record->next) {
-            if (record->state == UndoRecord::GroupEnd) ++depth;
-            if (record->state == UndoRecord::GroupBegin) --depth;
+            if (record->state == UndoRecord::State::GroupEnd) ++depth;
+            if (record->state == UndoRecord::State::GroupBegin) --depth;
             if (depth == 0) ++steps;
         }
         return steps;

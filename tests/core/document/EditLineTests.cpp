@@ -9,7 +9,6 @@
 namespace {
 
 using States = std::vector<uint32_t>;
-using LineRange = std::pair<uint32_t, uint32_t>;
 
 // A document with one active view, in which a user types.
 class EditLineTest : public ::testing::Test {

@@ -9,7 +9,7 @@ using Serials = std::vector<uint32_t>;
 using States = std::vector<uint32_t>;
 
 struct Record final : UndoRecord {
-    explicit Record(uint32_t initialState = InStore, int64_t characters = 0) : UndoRecord(initialState) {
+    explicit Record(State initialState = State::InStore, int64_t characters = 0) : UndoRecord(initialState) {
         growth = characters;
         ++alive;
     }
@@ -22,14 +22,14 @@ struct UndoHistoryTest : testing::Test {
         history.Clear();
         EXPECT_EQ(Record::alive, 0) << "every record is freed";
     }
-    Record* Push(uint32_t state = UndoRecord::InStore, int64_t growth = 0) {
+    Record* Push(UndoRecord::State state = UndoRecord::State::InStore, int64_t growth = 0) {
         auto* record = new Record(state, growth);
         history.Push(record);
         return record;
     }
     static States StatesOf(const UndoRecord* head) {
         States states;
-        for (; head; head = head->next) states.push_back(head->state);
+        for (; head; head = head->next) states.push_back(static_cast<uint32_t>(head->state));
         return states;
     }
 
@@ -75,7 +75,7 @@ TEST_F(UndoHistoryTest, AnAbandonedGroupBringsTheRedoListBack) {
     EXPECT_EQ(taken, grouped);
     delete taken;
     taken = history.TakeLatest();
-    EXPECT_EQ(taken->state, UndoRecord::GroupBegin);
+    EXPECT_EQ(taken->state, UndoRecord::State::GroupBegin);
     delete taken;
     history.GroupAbandoned();
     EXPECT_EQ(history.RedoHead(), undone);
@@ -93,11 +93,11 @@ TEST_F(UndoHistoryTest, AnEndedGroupForgetsTheRedoList) {
 }
 
 TEST_F(UndoHistoryTest, OnlyTheLatestPendingRecordsBecomeCommitted) {
-    Push(UndoRecord::InEditLine);
-    Push(UndoRecord::InStore);
-    Push(UndoRecord::InEditLine);
+    Push(UndoRecord::State::InEditLine);
+    Push(UndoRecord::State::InStore);
+    Push(UndoRecord::State::InEditLine);
     ASSERT_TRUE(history.BeginGroup());
-    Push(UndoRecord::InEditLine);
+    Push(UndoRecord::State::InEditLine);
     history.MarkCommitted();
     EXPECT_EQ(StatesOf(history.UndoHead()), (States{2, 0, 2, 2, 3}));
 }
@@ -113,10 +113,10 @@ TEST_F(UndoHistoryTest, TheSavedPlaceIsARecordAndNoNumberOfSteps) {
 }
 
 TEST_F(UndoHistoryTest, ThePeakOfAStepIsTheLongestTextOnTheWay) {
-    Push(UndoRecord::InStore, 1000);
+    Push(UndoRecord::State::InStore, 1000);
     ASSERT_TRUE(history.BeginGroup());
-    Push(UndoRecord::InStore, 50);
-    Push(UndoRecord::InStore, -70);
+    Push(UndoRecord::State::InStore, 50);
+    Push(UndoRecord::State::InStore, -70);
     ASSERT_TRUE(history.EndGroup());
     EXPECT_EQ(history.PeakOfStep(100, true), 170u) << "the deletion comes back before the insertion goes";
     EXPECT_EQ(history.PeakOfStep(100, false), 100u) << "nothing to redo";

@@ -164,7 +164,7 @@ TEST_F(HtmlColour, TheReturnStateBelongsToTheEngine) {
 TEST_F(HtmlColour, ANewEngineReturnsToText) { EXPECT_EQ(Paint(*html, u"a=b ", 6).state, 0u); }
 
 TEST_F(HtmlColour, UnknownStatesAreText) {
-    for (uint32_t state : {1u, 5u, 12u, 18u, 31u, None32}) {
+    for (uint32_t state : {1u, 5u, 12u, 18u, 31u, UINT32_MAX}) {
         const Painted painted = Paint(*html, u"x", state);
         EXPECT_EQ(painted.runs, "text(x)");
         EXPECT_EQ(painted.state, 0u);
