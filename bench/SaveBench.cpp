@@ -44,7 +44,7 @@ int main() {
     const std::u16string path = Bench::ScratchPath(Out);
     const std::string name = Bench::ScratchName(Out);
 
-    const auto measure = [&](const char* title, uint32_t encoding, uint32_t style) {
+    const auto measure = [&](const char* title, Encoding encoding, LineEnding style) {
         const auto save = [&] { Bench::Check(document->Save(path.c_str(), encoding, style), "a save fails"); };
         const auto reference = [&] { NarrowAndWrite(document->Content(), document->Length(), name); };
         save();

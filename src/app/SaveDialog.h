@@ -6,8 +6,8 @@
 // Where and how to save a document.
 struct SaveChoice {
     WString path;
-    uint32_t encoding = Encoding::Keep;
-    uint32_t lineEnding = LineEnding::Keep;
+    Encoding encoding = Encoding::Keep;
+    LineEnding lineEnding = LineEnding::Keep;
 };
 
 // Asks where and how to save. Messages are handled meanwhile.

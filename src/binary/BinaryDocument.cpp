@@ -56,7 +56,7 @@ void BinaryDocument::Close() {
     content.ForgetPages();
 }
 
-bool BinaryDocument::Save(const Char*, uint32_t, uint32_t) {
+bool BinaryDocument::Save(const Char*, Encoding, LineEnding) {
     if (!file.IsOpen()) return false;
     const bool saved = !IsModified() || (file.MayBeWritten(GetName()) && WriteToFile());
     if (saved) {
@@ -151,8 +151,8 @@ bool BinaryDocument::DoCommand(DocumentCommand kind) {
     return true;
 }
 
-bool BinaryDocument::GetEncoding(uint32_t& current, const Char* const*& names) const {
-    current = 0;
+bool BinaryDocument::GetEncoding(Encoding& current, const Char* const*& names) const {
+    current = Encoding::Ansi;
     names = nullptr;
     return false;
 }

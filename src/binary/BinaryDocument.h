@@ -24,7 +24,7 @@ public:
     // Writes the changed pages back into the open file, whatever the arguments; nothing when the document is not
     // modified, which succeeds also where the file may only be read. On failure all of them and the undo records
     // stay; once some may have been written the document is modified until it is saved.
-    bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
+    bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
     void MarkFileTimeNow() override {}
@@ -32,12 +32,12 @@ public:
     void StopProcess() override {}
     bool CanDo(DocumentCommand kind) const override;
     bool DoCommand(DocumentCommand kind) override;
-    void OnSettingsChanged(uint32_t) override {}
-    bool GetEncoding(uint32_t& current, const Char* const*& names) const override;
+    void OnSettingsChanged(SettingsChanged) override {}
+    bool GetEncoding(Encoding& current, const Char* const*& names) const override;
     bool IsBinary() const override { return true; }
     bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override {}
-    uint32_t GetLineEnding() const override { return 0; }
+    LineEnding GetLineEnding() const override { return LineEnding::None; }
 
     // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
     // is closed. That its first bytes cannot be read is no failure: others may be.

@@ -26,11 +26,6 @@ constexpr uint32_t Keep = None32;
 // Kinds of CanDo and DoCommand; both are false for others.
 enum class DocumentCommand : uint32_t { Edit = 0, Undo = 1, Redo = 2, Paste = 3 };
 
-// Flags of OnSettingsChanged.
-namespace SettingsChanged {
-constexpr uint32_t Engine = 2; // choose the syntax engine again
-} // namespace SettingsChanged
-
 // Every document, text or binary. Shared by reference; the order of the operations is fixed.
 class Document : public HeapObject {
 public:
@@ -45,7 +40,7 @@ public:
     virtual bool SetPath(const Char* name) = 0;
     virtual const Char* GetTitle() const = 0;
     virtual bool SetTitle(const Char* text) = 0;
-    virtual bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) = 0;
+    virtual bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) = 0;
     // A null cursor starts at the first view. Returns the cursor's view and in `next` its successor
     // (null after the last); null when there are no views.
     virtual DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const = 0;
@@ -59,14 +54,14 @@ public:
     virtual void StopProcess() = 0;
     virtual bool CanDo(DocumentCommand kind) const = 0;
     virtual bool DoCommand(DocumentCommand kind) = 0;
-    virtual void OnSettingsChanged(uint32_t flags) = 0;
-    // False when the document has no encodings; else the current one and the Encoding::Count names.
-    virtual bool GetEncoding(uint32_t& current, const Char* const*& names) const = 0;
+    virtual void OnSettingsChanged(SettingsChanged kind) = 0;
+    // False when the document has no encodings; else the current one and the EncodingCount names.
+    virtual bool GetEncoding(Encoding& current, const Char* const*& names) const = 0;
     virtual bool IsBinary() const = 0;
     // Appends the document's lines of a session file. False without memory.
     virtual bool GetSessionText(WString& out) const = 0;
     virtual void ResetSyntaxEngine() = 0;
-    virtual uint32_t GetLineEnding() const = 0; // LineEnding, 0 for none
+    virtual LineEnding GetLineEnding() const = 0;
 
 protected:
     ~Document() = default;

@@ -3,12 +3,12 @@
 #include "base/Text.h"
 #include "document/Document.h"
 
-uint32_t LineEndingOf(const Scan::BreakCounts& breaks) {
+LineEnding LineEndingOf(const Scan::BreakCounts& breaks) {
     if (breaks.lineFeeds && breaks.returns) return LineEnding::Mixed;
     return breaks.lineFeeds ? LineEnding::Unix : LineEnding::Dos;
 }
 
-uint32_t NormaliseLineBreaks(Char* text, uint32_t& lineCount, uint32_t& style) {
+uint32_t NormaliseLineBreaks(Char* text, uint32_t& lineCount, LineEnding& style) {
     Scan::BreakCounts breaks;
     const size_t length = Scan::CopyWithLineFeeds(text, Text::Length(text), text, breaks).written;
     text[length] = 0;

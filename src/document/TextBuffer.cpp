@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr const Char* EncodingNames[Encoding::Count] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
+constexpr const Char* EncodingNames[EncodingCount] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
 
 TextViewFactory viewFactory = nullptr;
 const PollTimer* timer = nullptr;
@@ -128,10 +128,10 @@ bool TextBuffer::Reload() {
     return true;
 }
 
-bool TextBuffer::Save(const Char* file, uint32_t newEncoding, uint32_t newLineEnding) {
-    const uint32_t fileEncoding = newEncoding < Encoding::Count ? newEncoding : encoding;
-    const uint32_t wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
-    const uint32_t style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
+bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLineEnding) {
+    const Encoding fileEncoding = static_cast<uint32_t>(newEncoding) < EncodingCount ? newEncoding : encoding;
+    const LineEnding wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
+    const LineEnding style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
     const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), fileEncoding, style, fileTime);
     if (saved) {
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
@@ -158,7 +158,7 @@ void TextBuffer::MarkFileTimeNow() {
     if (Platform::ReadTime(path.Text(), written) && written > fileTime) fileTime = written;
 }
 
-bool TextBuffer::GetEncoding(uint32_t& current, const Char* const*& names) const {
+bool TextBuffer::GetEncoding(Encoding& current, const Char* const*& names) const {
     current = encoding;
     names = EncodingNames;
     return true;
@@ -359,8 +359,8 @@ bool TextBuffer::SetEngineName(const Char* name) {
     return true;
 }
 
-void TextBuffer::OnSettingsChanged(uint32_t flags) {
-    if (flags & SettingsChanged::Engine) AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
+void TextBuffer::OnSettingsChanged(SettingsChanged kind) {
+    if (kind == SettingsChanged::Engine) AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
 }
 
 void TextBuffer::ResetSyntaxEngine() {
@@ -387,7 +387,7 @@ bool TextBuffer::MarkAsOutput() {
 bool TextBuffer::AppendOutputText(Char* added) {
     if (!isOutput) return false;
     uint32_t addedLines = 0;
-    uint32_t style = 0;
+    LineEnding style = LineEnding::None;
     TextStore& store = parts.store;
     const uint32_t count = NormaliseLineBreaks(added, addedLines, style);
     if (!store.EnsureCapacity(uint64_t{Length()} + count)) return false;

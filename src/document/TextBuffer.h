@@ -21,7 +21,7 @@ public:
     uint32_t Release() override;
     DocumentView* CreateView(NativeWindow parent) override;
     bool IsModified() const override { return !pipeline.History().IsSaved(); }
-    bool Save(const Char* file, uint32_t encoding, uint32_t lineEnding) override;
+    bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool& running) const override;
     // False also when the file is on a remote drive that answered slowly within the last minute.
     bool IsChangedOnDisk() override;
@@ -30,12 +30,12 @@ public:
     void StopProcess() override { output.AskToClose(); }
     bool CanDo(DocumentCommand kind) const override;
     bool DoCommand(DocumentCommand kind) override;
-    void OnSettingsChanged(uint32_t flags) override;
-    bool GetEncoding(uint32_t& current, const Char* const*& names) const override;
+    void OnSettingsChanged(SettingsChanged kind) override;
+    bool GetEncoding(Encoding& current, const Char* const*& names) const override;
     bool IsBinary() const override { return false; }
     bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override;
-    uint32_t GetLineEnding() const override { return lineEnding; }
+    LineEnding GetLineEnding() const override { return lineEnding; }
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
     bool MakeEmpty();
@@ -139,6 +139,6 @@ private:
     OutputCollector output;
     bool isOutput = false;
     Platform::FileTime fileTime = 0;
-    uint32_t encoding = Encoding::Ansi;
-    uint32_t lineEnding = LineEnding::Dos;
+    Encoding encoding = Encoding::Ansi;
+    LineEnding lineEnding = LineEnding::Dos;
 };

@@ -13,9 +13,9 @@ namespace {
 // processor's nearest cache from one step to the next.
 constexpr size_t Stretch = 4096;
 
-uint32_t DetectEncoding(const Platform::ByteBlock& file) {
-    for (uint32_t encoding = 1; encoding < Encoding::Count; ++encoding) {
-        const Signature& signature = Signatures[encoding];
+Encoding DetectEncoding(const Platform::ByteBlock& file) {
+    for (const Encoding encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian, Encoding::Utf8}) {
+        const Signature& signature = SignatureOf(encoding);
         if (file.size >= signature.count && std::memcmp(file.bytes, signature.bytes, signature.count) == 0)
             return encoding;
     }
@@ -101,7 +101,7 @@ void Finish(DecodedText& out, size_t length, const Scan::BreakCounts& breaks) {
 
 bool DecodeText(Platform::ByteBlock& file, DecodedText& out) {
     out.encoding = DetectEncoding(file);
-    const size_t skipped = Signatures[out.encoding].count;
+    const size_t skipped = SignatureOf(out.encoding).count;
     const size_t count = file.size - skipped;
     size_t length = 0;
     Scan::BreakCounts breaks;

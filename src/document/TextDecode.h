@@ -2,7 +2,7 @@
 
 #include "base/Heap.h"
 #include "base/Platform.h"
-#include "document/Document.h"
+#include "document/Encoding.h"
 
 // The content of a file as a document holds it: line feeds only, followed by a NUL that is not counted.
 struct DecodedText {
@@ -10,8 +10,8 @@ struct DecodedText {
     uint32_t capacity = 0;
     uint32_t length = 0;
     uint32_t lineCount = 1;
-    uint32_t style = LineEnding::Dos;
-    uint32_t encoding = Encoding::Ansi;
+    LineEnding style = LineEnding::Dos;
+    Encoding encoding = Encoding::Ansi;
 
     DecodedText() = default;
     ~DecodedText() { Heap::Free(text); }

@@ -1,15 +1,17 @@
 #pragma once
 
-#include "document/Document.h"
+#include "document/Encoding.h"
 
 // The first bytes of a file in each encoding.
 struct Signature {
     uint8_t bytes[3];
     uint8_t count;
 };
-constexpr Signature Signatures[Encoding::Count] = {
+constexpr Signature Signatures[EncodingCount] = {
     {{}, 0},
     {{0xFF, 0xFE}, 2},
     {{0xFE, 0xFF}, 2},
     {{0xEF, 0xBB, 0xBF}, 3},
 };
+
+constexpr const Signature& SignatureOf(Encoding encoding) { return Signatures[static_cast<uint32_t>(encoding)]; }

@@ -20,7 +20,7 @@ bool IsInsidePair(const Char* at) { return IsHighSurrogate(at[-1]) && IsLowSurro
 // The bytes of a text in an encoding, made chunk by chunk.
 class EncodedText final : public ByteSource {
 public:
-    EncodedText(const Char* whole, size_t count, uint32_t fileEncoding, bool expandsLineFeeds)
+    EncodedText(const Char* whole, size_t count, Encoding fileEncoding, bool expandsLineFeeds)
         : text(whole), length(count), encoding(fileEncoding), withReturns(expandsLineFeeds) {}
     ~EncodedText() {
         Heap::Free(characters);
@@ -37,7 +37,7 @@ public:
     }
 
     bool GiveTo(ByteSink& out) override {
-        const Signature& signature = Signatures[encoding];
+        const Signature& signature = SignatureOf(encoding);
         if (signature.count && !out.Take(signature.bytes, signature.count)) return false;
         for (size_t at = 0; at < length;) {
             const size_t taken =
@@ -86,7 +86,7 @@ private:
 
     const Char* text;
     size_t length;
-    uint32_t encoding;
+    Encoding encoding;
     bool withReturns;
     Char* characters = nullptr;
     uint8_t* bytes = nullptr;
@@ -94,7 +94,7 @@ private:
 
 } // namespace
 
-bool WriteTextFile(const Char* name, const Char* text, uint32_t length, uint32_t encoding, uint32_t style,
+bool WriteTextFile(const Char* name, const Char* text, uint32_t length, Encoding encoding, LineEnding style,
                    Platform::FileTime& time) {
     EncodedText source(text, length, encoding, style == LineEnding::Dos);
     if (!source.Prepare()) return false;

@@ -89,7 +89,7 @@ void EditorClipboard::Paste(TextEditor& editor) {
     bool wholeLine = false;
     if (document.IsReadOnly() || !editor.Surface().ReadClipboard(text, wholeLine)) return;
     uint32_t lines = 1;
-    uint32_t style = 0;
+    LineEnding style = LineEnding::None;
     if (!text.IsEmpty()) text.Truncate(NormaliseLineBreaks(text.Data(), lines, style));
 
     const bool replaces = editor.Caret().HasSelection();

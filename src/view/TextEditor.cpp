@@ -211,5 +211,5 @@ void TextEditor::MatchBrackets() {
 void TextEditor::RefreshStatus() {
     ViewHost* host = surface.Host();
     TextBuffer* document = GetTextBuffer();
-    if (host && document) status.Show(*host, {caret.Line(), caret.Column(), overwrite, document->GetLineEnding()});
+    if (host && document) status.Show(*host, {caret.Position(), overwrite, document->GetLineEnding()});
 }

@@ -30,7 +30,7 @@ public:
     virtual MacroState GetMacroState() = 0;
     virtual void StopMacroPlayback() = 0;
     // Settings changed: every view recomputes its layout and repaints.
-    virtual void ApplySettings(uint32_t flag) = 0;
+    virtual void ApplySettings(SettingsChanged kind) = 0;
 
 protected:
     ~ViewHost() = default;

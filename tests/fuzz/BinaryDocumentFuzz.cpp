@@ -140,7 +140,7 @@ void Session::Edit() {
 void Session::Save() {
     // Without changes nothing is written, and what became of the file does not matter.
     const bool unchanged = !document->IsModified();
-    const bool saved = document->Save(nullptr, 0, 0);
+    const bool saved = document->Save(nullptr, Encoding::Ansi, LineEnding::None);
     Require(saved == (unchanged || !isDamaged));
     if (isDamaged) return;
     onDisk = content;

@@ -38,8 +38,8 @@ private:
     TextBuffer* document = new TextBuffer;
 };
 
-uint32_t EncodingOf(const Held& document) {
-    uint32_t current = 0;
+Encoding EncodingOf(const Held& document) {
+    auto current = Encoding::Keep;
     const Char* const* names = nullptr;
     document->GetEncoding(current, names);
     return current;
@@ -64,15 +64,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const std::u16string in = PathOf(inName);
     static const std::u16string out = PathOf(outName);
     if (size == 0) return 0;
-    const uint32_t encoding = data[0] % Encoding::Count;
-    const uint32_t style = 1 + (data[0] / Encoding::Count) % 2;
+    const auto encoding = static_cast<Encoding>(data[0] % EncodingCount);
+    const LineEnding style = data[0] / EncodingCount % 2 ? LineEnding::Dos : LineEnding::Unix;
     std::FILE* file = std::fopen(inName.c_str(), "wb");
     Require(file && std::fwrite(data + 1, 1, size - 1, file) == size - 1 && std::fclose(file) == 0);
 
     Held loaded;
     Require(loaded->Load(in.c_str(), false));
     CheckLoaded(loaded);
-    const uint32_t oldEncoding = EncodingOf(loaded);
+    const Encoding oldEncoding = EncodingOf(loaded);
     const bool saved = loaded->Save(out.c_str(), encoding, style);
     Require(saved || encoding == Encoding::Utf8); // the one that can need more bytes than a chunk has
     if (!saved) return 0;

@@ -148,7 +148,7 @@ TEST_F(HexPaintTest, SavedBytesShowInTheNormalColour) {
     ShowFile(std::string(40, 'H'));
     Type(u'5');
     EXPECT_TRUE(Shot().Has(Green, HexX(0), 0, HexX(2), LineHeight()));
-    ASSERT_TRUE(file->Save(nullptr, 0, 0));
+    ASSERT_TRUE(file->Save(nullptr, Encoding::Ansi, LineEnding::None));
     EXPECT_FALSE(Shot().Has(Green, HexX(0), 0, HexX(2), LineHeight()));
 }
 

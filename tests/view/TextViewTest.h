@@ -101,7 +101,7 @@ protected:
         LoadEngineDefinitions(file);
         if (document) {
             (*document)->OnSettingsChanged(SettingsChanged::Engine);
-            view->OnSize(3);
+            view->OnSize(SettingsChanged::Engine);
             view->Invalidate();
         }
     }

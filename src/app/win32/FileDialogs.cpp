@@ -26,10 +26,10 @@ void AddItem(HWND combo, const Char* text) { SendMessageW(combo, CB_ADDSTRING, 0
 
 void FillLists(HWND dialog, const Document& document) {
     const HWND encodings = GetDlgItem(dialog, IDC_ENCODING);
-    uint32_t current = 0;
+    auto current = Encoding::Ansi;
     const Char* const* names = nullptr;
     if (document.GetEncoding(current, names)) {
-        for (uint32_t i = 0; i < Encoding::Count; ++i) AddItem(encodings, names[i]);
+        for (uint32_t i = 0; i < EncodingCount; ++i) AddItem(encodings, names[i]);
     } else {
         AddItem(encodings, u"None");
         current = 0;
@@ -44,7 +44,7 @@ void FillLists(HWND dialog, const Document& document) {
 void ReadLists(HWND dialog, SaveChoice& choice) {
     const LRESULT encoding = SendDlgItemMessageW(dialog, IDC_ENCODING, CB_GETCURSEL, 0, 0);
     const LRESULT ending = SendDlgItemMessageW(dialog, IDC_LINE_ENDING, CB_GETCURSEL, 0, 0);
-    choice.encoding = encoding < 0 ? Encoding::Keep : static_cast<uint32_t>(encoding);
+    choice.encoding = encoding < 0 ? Encoding::Keep : static_cast<Encoding>(encoding);
     choice.lineEnding = ending == 0 ? LineEnding::Unix : LineEnding::Dos;
 }
 

@@ -11,7 +11,7 @@
 
 void FrameSettings::Reapply(const SettingsChanges& changes) {
     // Engines have colours of their own; making them again costs every document its line states.
-    if (!changes.HoldsColour()) return Apply(0);
+    if (!changes.HoldsColour()) return Apply(SettingsChanged::Layout);
     // The only drawing object without a change handler of its own. Without memory the old one stays.
     static_cast<void>(DrawingObjects::RefreshSpaceDot());
     DetachEngines();
@@ -27,19 +27,19 @@ void FrameSettings::Reload() {
     Apply(SettingsChanged::Engine);
 }
 
-void FrameSettings::Apply(uint32_t flags) {
+void FrameSettings::Apply(SettingsChanged kind) {
     commandWindow.ApplyFont();
     for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
-        node->document->OnSettingsChanged(flags);
+        node->document->OnSettingsChanged(kind);
     screen.LayOut();
     LayOutViews(flags);
 }
 
-void FrameSettings::OnMetricsChanged() { LayOutViews(1); }
+void FrameSettings::OnMetricsChanged() { LayOutViews(SettingsChanged::Layout); }
 
-void FrameSettings::LayOutViews(uint32_t flags) {
-    ForEachView(documents, [flags](View& view) {
-        view.OnSize(flags);
+void FrameSettings::LayOutViews(SettingsChanged kind) {
+    ForEachView(documents, [kind](View& view) {
+        view.OnSize(kind);
         view.Invalidate();
     });
 }

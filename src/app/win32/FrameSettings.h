@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/win32/Windows.h"
+#include "document/SettingsChanged.h"
 
 class CommandWindow;
 class DocumentList;
@@ -21,14 +22,13 @@ public:
     void Reapply(const SettingsChanges& changes);
     // Reads the settings file again.
     void Reload();
-    // `flags` are SettingsChanged bits.
-    void Apply(uint32_t flags);
+    void Apply(SettingsChanged kind);
     // The font was rebuilt.
     void OnMetricsChanged();
 
 private:
     void DetachEngines();
-    void LayOutViews(uint32_t flags);
+    void LayOutViews(SettingsChanged kind);
 
     SettingsStore& store;
     const DocumentList& documents;

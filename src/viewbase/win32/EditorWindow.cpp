@@ -42,14 +42,13 @@ void EditorWindow::Detach() {
     View::Detach();
 }
 
-void EditorWindow::OnSize(uint32_t flags) {
+void EditorWindow::OnSize(SettingsChanged kind) {
     if (!window) return;
     RECT client = {};
     GetClientRect(window, &client);
     backBuffer.Rebuild(client.right, Metrics().lineHeight);
     LoadBeamCursor();
-    constexpr uint32_t ColoursChanged = 2;
-    Input().OnSize((flags & ColoursChanged) != 0);
+    Input().OnSize(kind == SettingsChanged::Engine);
 }
 
 LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -63,7 +63,7 @@ Document* View::Attach(HWND newWindow) {
     previousProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ViewWindowProc)));
     focused = GetFocus() == window;
-    OnSize(1);
+    OnSize(SettingsChanged::Layout);
     return GetDocument();
 }
 
@@ -97,7 +97,7 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         OnChar(static_cast<Char>(wparam), LOWORD(lparam), HIWORD(lparam));
         return 0;
     case WM_SIZE:
-        OnSize(1);
+        OnSize(SettingsChanged::Layout);
         return 0;
     case WM_SETFOCUS:
         focused = true;

@@ -33,9 +33,9 @@ public:
     virtual bool IsCommandEnabled(ViewCommand command) const = 0;
     // False for an unknown command.
     virtual bool ExecuteCommand(ViewCommand command) = 0;
-    // Recomputes everything that depends on the window's size and the settings; with bit 1 (value 2) of
-    // `flags` also the syntax state of the top line.
-    virtual void OnSize(uint32_t flags) = 0;
+    // Recomputes everything that depends on the window's size and the settings; when the engine may be another
+    // one, also the syntax state of the top line.
+    virtual void OnSize(SettingsChanged kind) = 0;
     // False suspends redraw, true resumes it; calls nest.
     virtual void SuspendRedraw(bool resume) = 0;
     // Repaints everything, now or once redraw is resumed.

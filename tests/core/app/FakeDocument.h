@@ -95,7 +95,7 @@ public:
         title = text;
         return true;
     }
-    bool Save(const Char* file, uint32_t, uint32_t) override {
+    bool Save(const Char* file, Encoding, LineEnding) override {
         savedTo = file;
         return savingWorks;
     }
@@ -124,12 +124,12 @@ public:
     void StopProcess() override {}
     bool CanDo(DocumentCommand) const override { return false; }
     bool DoCommand(DocumentCommand) override { return false; }
-    void OnSettingsChanged(uint32_t) override {}
-    bool GetEncoding(uint32_t&, const Char* const*&) const override { return false; }
+    void OnSettingsChanged(SettingsChanged) override {}
+    bool GetEncoding(Encoding&, const Char* const*&) const override { return false; }
     bool IsBinary() const override { return binary; }
     bool GetSessionText(WString& out) const override { return out.Append(sessionText.c_str()); }
     void ResetSyntaxEngine() override {}
-    uint32_t GetLineEnding() const override { return 0; }
+    LineEnding GetLineEnding() const override { return LineEnding::None; }
 
     std::u16string path;
     std::u16string title;

@@ -243,8 +243,8 @@ TEST(BinaryInterface, AnswersWhatTextDocumentsHave) {
     EXPECT_FALSE(file->IsChangedOnDisk());
     EXPECT_FALSE(file->Reload());
     EXPECT_TRUE(file->IsBinary());
-    EXPECT_EQ(file->GetLineEnding(), 0u);
-    uint32_t current = 1;
+    EXPECT_EQ(file->GetLineEnding(), LineEnding::None);
+    auto current = Encoding::Unicode;
     const Char* const* names = nullptr;
     EXPECT_FALSE(file->GetEncoding(current, names));
     EXPECT_EQ(names, nullptr);

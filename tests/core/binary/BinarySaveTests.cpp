@@ -29,7 +29,7 @@ TEST(BinarySave, WritesOnlyChangedPages) {
 TEST(BinarySave, GoesInPlaceWhateverNameIsPassed) {
     OpenedFile file("abc");
     ASSERT_TRUE(file.Edit(0, "x"));
-    EXPECT_TRUE(file->Save(file.folder.Path("elsewhere.bin").c_str(), 1, 2));
+    EXPECT_TRUE(file->Save(file.folder.Path("elsewhere.bin").c_str(), Encoding::Unicode, LineEnding::Dos));
     EXPECT_EQ(file.OnDisk(), "xbc");
     EXPECT_FALSE(std::filesystem::exists(file.folder.File("elsewhere.bin")));
 }

@@ -51,7 +51,7 @@ public:
               const HexViewState& state = {}) const {
         return document->EditBytes(offset, reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size(), view, state);
     }
-    bool Save() const { return document->Save(u"elsewhere.bin", 3, 1); }
+    bool Save() const { return document->Save(u"elsewhere.bin", Encoding::Utf8, LineEnding::Unix); }
 
     ScratchFolder folder;
     std::u16string path;

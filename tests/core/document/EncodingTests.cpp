@@ -4,17 +4,17 @@
 
 namespace {
 
-constexpr uint32_t Encodings[] = {Encoding::Ansi, Encoding::Unicode, Encoding::UnicodeBigEndian, Encoding::Utf8};
-constexpr uint32_t Styles[] = {LineEnding::Unix, LineEnding::Dos};
+constexpr Encoding Encodings[] = {Encoding::Ansi, Encoding::Unicode, Encoding::UnicodeBigEndian, Encoding::Utf8};
+constexpr LineEnding Styles[] = {LineEnding::Unix, LineEnding::Dos};
 
 // What a text becomes by being saved and loaded again.
 struct Reloaded {
     std::u16string text;
-    uint32_t encoding;
-    uint32_t style;
+    Encoding encoding;
+    LineEnding style;
 };
 
-Reloaded SaveAndLoad(const std::u16string& text, uint32_t encoding, uint32_t style) {
+Reloaded SaveAndLoad(const std::u16string& text, Encoding encoding, LineEnding style) {
     ScratchFolder folder;
     const std::u16string path = folder.Path("file.txt");
     TextDocument saved(text);
@@ -33,13 +33,13 @@ TEST(EncodingNames, AreOfferedInOrder) {
     ASSERT_TRUE(document->GetEncoding(current, names));
     EXPECT_EQ(current, Encoding::Ansi);
     const std::u16string expected[] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
-    for (uint32_t i = 0; i < Encoding::Count; ++i) EXPECT_EQ(names[i], expected[i]);
+    for (uint32_t i = 0; i < EncodingCount; ++i) EXPECT_EQ(names[i], expected[i]);
 }
 
 TEST(RoundTrip, AsciiSurvivesEveryEncodingAndStyle) {
     const std::u16string text = u"first\n\n  second\tline\nlast without a break";
-    for (const uint32_t encoding : Encodings) {
-        for (const uint32_t style : Styles) {
+    for (const Encoding encoding : Encodings) {
+        for (const LineEnding style : Styles) {
             const Reloaded reloaded = SaveAndLoad(text, encoding, style);
             EXPECT_EQ(reloaded.text, text);
             EXPECT_EQ(reloaded.encoding, encoding);
@@ -49,7 +49,7 @@ TEST(RoundTrip, AsciiSurvivesEveryEncodingAndStyle) {
 }
 
 TEST(RoundTrip, ATextWithoutABreakLoadsAsDos) {
-    for (const uint32_t encoding : Encodings)
+    for (const Encoding encoding : Encodings)
         EXPECT_EQ(SaveAndLoad(u"line", encoding, LineEnding::Unix).style, LineEnding::Dos);
 }
 
@@ -72,12 +72,12 @@ TEST(RoundTrip, EveryUnitSurvivesInUtf16) {
     std::u16string text;
     for (unsigned unit = 1; unit <= 0xFFFF; ++unit)
         if (unit != u'\r') text.push_back(static_cast<char16_t>(unit));
-    for (const uint32_t encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian})
-        for (const uint32_t style : Styles) EXPECT_EQ(SaveAndLoad(text, encoding, style).text, text);
+    for (const Encoding encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian})
+        for (const LineEnding style : Styles) EXPECT_EQ(SaveAndLoad(text, encoding, style).text, text);
 }
 
 TEST(RoundTrip, ASignatureThatIsTextSurvivesInUtf16) {
-    for (const uint32_t encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian}) {
+    for (const Encoding encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian}) {
         TextDocument document(u"\uFEFFab");
         ScratchFolder folder;
         ASSERT_TRUE(document->Save(folder.Path("file.txt").c_str(), encoding, LineEnding::Unix));
@@ -101,8 +101,8 @@ TEST(RoundTrip, RandomTextsOfEveryLengthAroundTheChunkBorders) {
         std::u16string text;
         while (text.size() < length)
             text.push_back(random() % breaks == 0 ? u'\n' : static_cast<char16_t>(0x20 + random() % 0x5F));
-        const uint32_t encoding = Encodings[random() % 4];
-        const uint32_t style = Styles[random() % 2];
+        const Encoding encoding = Encodings[random() % 4];
+        const LineEnding style = Styles[random() % 2];
         const Reloaded reloaded = SaveAndLoad(text, encoding, style);
         ASSERT_EQ(reloaded.text, text) << round;
         ASSERT_EQ(reloaded.style, style) << round;

@@ -78,16 +78,17 @@ inline uint32_t LinesOf(const std::u16string& text) {
 }
 
 // The style by the plain rule, over a text with its breaks as they are in the file.
-inline uint32_t StyleOf(const std::u16string& text) {
-    uint32_t style = 0;
+inline LineEnding StyleOf(const std::u16string& text) {
+    bool feeds = false;
+    bool returns = false;
     for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == u'\n' && style < 3) style = style == 2 ? 3 : 1;
-        if (text[i] == u'\r') {
-            if (style < 3) style = style == 1 ? 3 : 2;
-            if (i + 1 < text.size() && text[i + 1] == u'\n') ++i;
-        }
+        if (text[i] == u'\n') feeds = true;
+        if (text[i] != u'\r') continue;
+        returns = true;
+        if (i + 1 < text.size() && text[i + 1] == u'\n') ++i;
     }
-    return style ? style : 2;
+    if (feeds) return returns ? LineEnding::Mixed : LineEnding::Unix;
+    return LineEnding::Dos;
 }
 
 // A document with the content of a file of these bytes.
@@ -97,7 +98,7 @@ public:
         EXPECT_TRUE((*this)->Load(folder.Write("file.txt", bytes).c_str(), false));
     }
     // What saving it somewhere else writes; nothing when that fails.
-    std::optional<std::string> Saved(uint32_t encoding = Encoding::Keep, uint32_t style = LineEnding::Keep) {
+    std::optional<std::string> Saved(Encoding encoding = Encoding::Keep, LineEnding style = LineEnding::Keep) {
         if (!(*this)->Save(folder.Path("saved.txt").c_str(), encoding, style)) return std::nullopt;
         return folder.Read("saved.txt");
     }

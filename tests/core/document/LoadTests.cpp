@@ -18,7 +18,7 @@ TEST(Load, AnEmptyFileIsAnEmptyAnsiDocument) {
 TEST(Load, AFileOfOnlyASignatureIsEmptyInThatEncoding) {
     const struct {
         std::string bytes;
-        uint32_t encoding;
+        Encoding encoding;
     } files[] = {
         {"\xFF\xFE", Encoding::Unicode}, {"\xFE\xFF", Encoding::UnicodeBigEndian}, {"\xEF\xBB\xBF", Encoding::Utf8}};
     for (const auto& file : files) {
@@ -93,7 +93,7 @@ TEST(Load, LineBreaksBecomeLineFeedsAndTheirStyleIsKept) {
     const struct {
         const char* bytes;
         const char16_t* text;
-        uint32_t style;
+        LineEnding style;
     } files[] = {
         {"no break", u"no break", LineEnding::Dos},
         {"a\nb\n", u"a\nb\n", LineEnding::Unix},
@@ -408,7 +408,7 @@ TEST(Reload, FailsForADocumentWithoutAFile) {
 TEST(NormaliseLineBreaks, ConvertsInPlaceUpToTheFirstNul) {
     Char text[] = u"a\r\nb\rc\nd\0e\r\n";
     uint32_t lineCount = 0;
-    uint32_t style = 0;
+    LineEnding style = LineEnding::None;
     EXPECT_EQ(NormaliseLineBreaks(text, lineCount, style), 7u);
     EXPECT_EQ(std::u16string(text), u"a\nb\nc\nd");
     EXPECT_EQ(lineCount, 4u);
@@ -424,7 +424,7 @@ TEST(NormaliseLineBreaks, TracksTheStyleOverEveryOrderOfBreaks) {
         }
         std::u16string changed = text;
         uint32_t lineCount = 0;
-        uint32_t style = 0;
+        LineEnding style = LineEnding::None;
         const uint32_t length = NormaliseLineBreaks(changed.data(), lineCount, style);
         ASSERT_EQ(changed.substr(0, length), WithLineFeeds(text));
         ASSERT_EQ(std::u16string(changed.c_str()).size(), length);

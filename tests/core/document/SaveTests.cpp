@@ -6,7 +6,7 @@
 namespace {
 
 // Saves a text as a new document would and returns what is in the file.
-std::string SavedBytes(const std::u16string& text, uint32_t encoding, uint32_t style) {
+std::string SavedBytes(const std::u16string& text, Encoding encoding, LineEnding style) {
     ScratchFolder folder;
     TextDocument document(text);
     EXPECT_TRUE(document->Save(folder.Path("saved.txt").c_str(), encoding, style));
@@ -21,7 +21,7 @@ bool CountFileCall() { return ++fileCalls == failingFileCall; }
 // Saves without a copy, with the n-th file call failing (0: none). The calls are: open as a new file, open as one that
 // is there, make room, one for each write, cut, flush, open again and read the time. The second is for a file that is
 // there.
-bool SaveCounting(TextDocument& document, const std::u16string& path, uint32_t encoding, uint32_t style,
+bool SaveCounting(TextDocument& document, const std::u16string& path, Encoding encoding, LineEnding style,
                   uint64_t failing) {
     fileCalls = 0;
     failingFileCall = failing;
@@ -66,7 +66,7 @@ TEST(Save, WhatAnEncodingCannotSayIsReplaced) {
 
 TEST(Save, AnEncodingThatThereIsNotIsKeptOut) {
     LoadedDocument document("text");
-    EXPECT_EQ(document.Saved(Encoding::Count), "text");
+    EXPECT_EQ(document.Saved(static_cast<Encoding>(EncodingCount)), "text");
     EXPECT_EQ(EncodingOf(*document), Encoding::Ansi);
 }
 
@@ -80,7 +80,7 @@ TEST(Save, UnixWritesLineFeedsAndEveryOtherStyleCarriageReturnsToo) {
     EXPECT_EQ(SavedBytes(u"a\nb\n", Encoding::Ansi, LineEnding::Unix), "a\nb\n");
     EXPECT_EQ(SavedBytes(u"a\nb\n", Encoding::Ansi, LineEnding::Dos), "a\r\nb\r\n");
     EXPECT_EQ(SavedBytes(u"a\nb\n", Encoding::Ansi, LineEnding::Mixed), "a\r\nb\r\n");
-    EXPECT_EQ(SavedBytes(u"a\nb\n", Encoding::Ansi, 0), "a\r\nb\r\n");
+    EXPECT_EQ(SavedBytes(u"a\nb\n", Encoding::Ansi, LineEnding::None), "a\r\nb\r\n");
     EXPECT_EQ(SavedBytes(u"a\n", Encoding::UnicodeBigEndian, LineEnding::Dos), Bytes("\xFE\xFF\0a\0\r\0\n"));
 }
 
@@ -170,7 +170,7 @@ TEST(Save, UnixChunksHold32768Characters) {
 }
 
 TEST(Save, APairOfSurrogatesAtAChunkBorderStaysWhole) {
-    for (const uint32_t style : {LineEnding::Unix, LineEnding::Dos}) {
+    for (const LineEnding style : {LineEnding::Unix, LineEnding::Dos}) {
         for (size_t before = 32765; before <= 32769; ++before) {
             std::u16string text(before, u'x');
             text[100] = u'\n'; // in style Dos the border lies one character earlier

@@ -216,7 +216,7 @@ TEST(TextBuffer, OnlyTheSecondSettingsFlagRenewsTheEngine) {
     TextDocument document;
     auto* engine = new FakeEngine;
     document->AttachEngine(engine);
-    document->OnSettingsChanged(1 | 4);
+    document->OnSettingsChanged(SettingsChanged::Layout);
     EXPECT_EQ(document->Engine(), engine);
     document->OnSettingsChanged(SettingsChanged::Engine);
     EXPECT_NE(document->Engine(), engine);

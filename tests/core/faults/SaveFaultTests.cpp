@@ -39,7 +39,7 @@ protected:
     void Inspect(bool isSaved) {
         TextBuffer& buffer = **document;
         EXPECT_EQ(buffer.IsModified(), !isSaved);
-        uint32_t encoding = Encoding::Ansi;
+        Encoding encoding = Encoding::Ansi;
         const Char* const* names = nullptr;
         EXPECT_TRUE(buffer.GetEncoding(encoding, names));
         EXPECT_EQ(encoding, isSaved ? Encoding::Utf8 : Encoding::Ansi);

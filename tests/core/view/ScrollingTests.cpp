@@ -129,7 +129,7 @@ TEST_F(ScrollingTest, WithCtrlTheWheelChangesTheFontSize) {
     input().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), "Font Size: 11");
-    EXPECT_EQ(host().applied, std::vector<uint32_t>{1});
+    EXPECT_EQ(host().applied, std::vector{SettingsChanged::Layout});
     input().OnWheel({240, 3, true}); // two notches are still one step
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(view().TopLine(), 0u);
