@@ -43,7 +43,7 @@ public:
     virtual void SetActiveEngine(const Char* engineName) = 0; // an unknown name does nothing
     virtual void MarkActiveAsOutput() = 0;
     virtual void GoToLine(uint32_t line) = 0;       // 0-based
-    virtual void ToggleBookmark(uint32_t line) = 0; // 0-based; None32 is the caret's line
+    virtual void ToggleBookmark(uint32_t line) = 0; // 0-based; NoLine is the caret's line
     // Append to `out`; false only without memory. Without a word (or selection) nothing is appended.
     virtual bool AppendWordAtCaret(WString& out) const = 0;
     virtual bool AppendSelection(WString& out) const = 0; // empty selection: the word at the caret

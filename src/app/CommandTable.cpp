@@ -49,7 +49,7 @@ void GoToLine(CommandContext& frame, const Char* argument) {
 }
 
 void ToggleBookmark(CommandContext& frame, const Char* argument) {
-    // A missing number reads as 0, and 0 - 1 is None32: the caret's line.
+    // A missing number reads as 0, and 0 - 1 is NoLine: the caret's line.
     frame.ToggleBookmark(Text::ParseDecimal(argument) - 1);
 }
 

@@ -12,9 +12,5 @@ using Colour = uint32_t;
 
 constexpr Colour Rgb(uint32_t red, uint32_t green, uint32_t blue) { return red | green << 8 | blue << 16; }
 
-// The value of an unsigned 32-bit field that holds nothing. Give it a name where it is used, by what it is
-// none of.
-constexpr uint32_t None32 = 0xFFFFFFFFu;
-
 // A window of the system, opaque to the portable code.
 using NativeWindow = void*;

@@ -8,8 +8,8 @@
 // can fail, so it is spelled Assign.
 class WString {
 public:
-    // A longer string is refused like one without memory, so that every length is below None32.
-    static constexpr uint32_t MostCharacters = None32 - 1;
+    // A longer string is refused like one without memory, so that every length is below UINT32_MAX.
+    static constexpr uint32_t MostCharacters = UINT32_MAX - 1;
 
     WString() = default;
     ~WString() { Release(); }

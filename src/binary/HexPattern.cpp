@@ -6,7 +6,7 @@ uint32_t HexPattern::DigitValue(Char character) {
     const Char c = Text::FoldCase(character);
     if (Text::IsDigit(c)) return static_cast<uint32_t>(c - u'0');
     if (c >= u'a' && c <= u'f') return static_cast<uint32_t>(c - u'a' + 10);
-    return None32;
+    return NoDigit;
 }
 
 HexPattern::Result HexPattern::Parse(const Char* text, uint32_t length, Array<uint8_t>& out) {
@@ -17,7 +17,7 @@ HexPattern::Result HexPattern::Parse(const Char* text, uint32_t length, Array<ui
             continue;
         }
         const uint32_t high = DigitValue(text[at]);
-        const uint32_t low = at + 1 < length ? DigitValue(text[at + 1]) : None32;
+        const uint32_t low = at + 1 < length ? DigitValue(text[at + 1]) : NoDigit;
         const bool isPair = high < 16 && low < 16;
         if (isPair && out.Append(static_cast<uint8_t>(high << 4 | low))) {
             at += 2;

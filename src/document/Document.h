@@ -5,23 +5,8 @@
 #include "base/Types.h"
 #include "base/WString.h"
 #include "document/DocumentView.h"
-
-// Encodings of a text file, by number.
-namespace Encoding {
-constexpr uint32_t Ansi = 0;
-constexpr uint32_t Unicode = 1;          // UTF-16, little-endian
-constexpr uint32_t UnicodeBigEndian = 2; // UTF-16, big-endian
-constexpr uint32_t Utf8 = 3;
-constexpr uint32_t Keep = None32;
-constexpr uint32_t Count = 4;
-} // namespace Encoding
-
-namespace LineEnding {
-constexpr uint32_t Unix = 1;
-constexpr uint32_t Dos = 2;
-constexpr uint32_t Mixed = 3;
-constexpr uint32_t Keep = None32;
-} // namespace LineEnding
+#include "document/Encoding.h"
+#include "document/SettingsChanged.h"
 
 // Kinds of CanDo and DoCommand; both are false for others.
 enum class DocumentCommand : uint32_t { Edit = 0, Undo = 1, Redo = 2, Paste = 3 };

@@ -7,8 +7,6 @@
 // the terminator). Keys change the copy; it goes back into the store when another line is opened.
 class EditLine {
 public:
-    static constexpr uint32_t NoLine = None32;
-
     EditLine() = default;
     EditLine(const EditLine&) = delete;
     EditLine& operator=(const EditLine&) = delete;

@@ -10,9 +10,6 @@
 // pending in the edit line.
 class TextContent {
 public:
-    static constexpr uint32_t NoLine = None32;
-    static constexpr uint32_t NoOffset = None32;
-
     const Char* Content() const { return parts.store.Text(); } // null when there is no store
     uint32_t Length() const { return parts.store.Length(); }
     uint32_t GetLineCount() const { return parts.store.LineCount(); }

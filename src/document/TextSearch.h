@@ -23,8 +23,6 @@ struct SearchHit {
 // Finds matches of a query in `length` characters at `content`, which it does not own.
 class TextSearch {
 public:
-    static constexpr uint32_t NoOffset = None32;
-
     TextSearch(const Char* content, uint32_t contentLength, const SearchQuery& wanted)
         : text(content), length(contentLength), query(wanted) {}
 

@@ -9,7 +9,7 @@
 class TextStore {
 public:
     // A text is shorter than this many characters, so that every offset and the length fit 32 bits.
-    static constexpr uint32_t LengthLimit = None32;
+    static constexpr uint32_t LengthLimit = UINT32_MAX;
 
     TextStore() = default;
     ~TextStore() { Release(); }
@@ -56,8 +56,6 @@ public:
     uint32_t LastLineStart();
 
 private:
-    static constexpr uint32_t NoOffset = None32;
-
     Char* text = nullptr;
     uint32_t capacity = 0;
     uint32_t length = 0;

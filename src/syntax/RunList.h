@@ -7,7 +7,7 @@
 // The runs of one line, made from left to right. The storage is kept from line to line.
 class RunList {
 public:
-    static constexpr uint32_t NoKind = None32;
+    static constexpr uint32_t NoKind = UINT32_MAX;
 
     void Clear() {
         spans.Clear();

@@ -24,7 +24,7 @@ struct ColouredLine {
 // Characters [start, end) of the document, in document offsets, painted in colours of their own. Both
 // ends are Nowhere when cleared.
 struct HighlightRange {
-    static constexpr uint32_t Nowhere = None32;
+    static constexpr uint32_t Nowhere = UINT32_MAX;
 
     uint32_t start = Nowhere;
     uint32_t end = Nowhere;

@@ -16,18 +16,18 @@ uint32_t BracketMatch::Position(const ShownText& text, const TextCaret& caret) {
     Bracket bracket;
     if (Brackets::Identify(pairs, after, bracket) && bracket.opens) return caret.Offset();
     if (Brackets::Identify(pairs, before, bracket) && !bracket.opens) return caret.Offset() - 1;
-    return None32;
+    return NoOffset;
 }
 
 BracketPair BracketMatch::Find(const ShownText& text, const TextCaret& caret) {
     const TextBuffer& document = *text.Document();
     BracketPair found;
     found.position = Position(text, caret);
-    if (found.position == None32) return {};
+    if (found.position == NoOffset) return {};
     Bracket bracket;
     Brackets::Identify(document.Engine()->BraceCharacters(), document.Content()[found.position], bracket);
     found.partner = Brackets::FindPartner(document.Content(), document.Length(), found.position, bracket);
-    if (found.partner == None32) return {};
+    if (found.partner == NoOffset) return {};
     found.line = caret.Line();
     found.partnerLine = text.LineOf(found.partner);
     return found;
@@ -41,6 +41,6 @@ void BracketMatch::Set(const ShownText& text, const BracketPair& found) {
     for (uint32_t i = 0; i < 2; ++i) {
         const HighlightRange range = {offsets[i], offsets[i] + 1, settings.BraceMatchFg, settings.BraceMatchBg,
                                       settings.SelBg};
-        text.Document()->Engine()->SetHighlight(i, offsets[i] == None32 ? nullptr : &range);
+        text.Document()->Engine()->SetHighlight(i, offsets[i] == NoOffset ? nullptr : &range);
     }
 }

@@ -5,12 +5,12 @@
 class ShownText;
 class TextCaret;
 
-// A bracket at the caret and its partner, with their lines; all None32 without one.
+// A bracket at the caret and its partner, with their lines; none of them without one.
 struct BracketPair {
-    uint32_t position = None32;
-    uint32_t partner = None32;
-    uint32_t line = None32;
-    uint32_t partnerLine = None32;
+    uint32_t position = NoOffset;
+    uint32_t partner = NoOffset;
+    uint32_t line = NoLine;
+    uint32_t partnerLine = NoLine;
 
     bool operator==(const BracketPair&) const = default;
 };
@@ -23,7 +23,7 @@ public:
     void Forget() { pair = {}; }
 
     // Whether a bracket is at the caret that Update would look for the partner of.
-    static bool IsAtBracket(const ShownText& text, const TextCaret& caret) { return Position(text, caret) != None32; }
+    static bool IsAtBracket(const ShownText& text, const TextCaret& caret) { return Position(text, caret) != NoOffset; }
     // Highlights the bracket at the caret and its partner, or nothing without both. No edit may be pending.
     void Update(const ShownText& text, const TextCaret& caret);
     void Clear(const ShownText& text) { Set(text, {}); }

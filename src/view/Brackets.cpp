@@ -20,5 +20,5 @@ bool Brackets::Identify(const Char* pairs, Char character, Bracket& bracket) {
 uint32_t Brackets::FindPartner(const Char* text, uint32_t length, uint32_t offset, const Bracket& bracket) {
     const size_t found = bracket.opens ? Scan::FindBalanceForward(text, length, offset, bracket.self, bracket.partner)
                                        : Scan::FindBalanceBackward(text, offset, bracket.self, bracket.partner);
-    return found == Scan::NotFound ? None32 : static_cast<uint32_t>(found);
+    return found == Scan::NotFound ? NoOffset : static_cast<uint32_t>(found);
 }

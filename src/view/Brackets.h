@@ -14,7 +14,7 @@ namespace Brackets {
 // False when `character` is no bracket of `pairs`.
 bool Identify(const Char* pairs, Char character, Bracket& bracket);
 // The offset of the bracket that balances the one at `offset`; only this pair of characters counts, and
-// strings and comments are not skipped. None32 when there is none before the text's ends or a NUL.
+// strings and comments are not skipped. NoOffset when there is none before the text's ends or a NUL.
 uint32_t FindPartner(const Char* text, uint32_t length, uint32_t offset, const Bracket& bracket);
 
 } // namespace Brackets

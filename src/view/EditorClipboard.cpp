@@ -10,7 +10,7 @@ namespace {
 // Appends text[from, to) with each line feed as CR LF.
 bool AppendWithLineBreaks(WString& out, const Char* text, uint32_t from, uint32_t to) {
     const uint64_t count = uint64_t(to - from) + Scan::CountLineFeeds(text + from, to - from);
-    if (count >= None32 || !out.Reserve(static_cast<uint32_t>(count))) return false;
+    if (count > WString::MostCharacters || !out.Reserve(static_cast<uint32_t>(count))) return false;
     while (from < to) {
         const auto feed = from + static_cast<uint32_t>(Scan::FindLineFeed(text + from, to - from));
         if (!out.Append(text + from, feed - from)) return false;

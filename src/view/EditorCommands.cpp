@@ -26,7 +26,7 @@ constexpr Command Commands[] = {
     {Always, EditorFind::ShowFind},
     {WhenWritable, EditorFind::ShowReplace},
     {Never, [](TextEditor& editor) { editor.Surface().ShowGoToDialog(); }},
-    {Always, [](TextEditor& editor) { editor.ToggleBookmark(None32); }},
+    {Always, [](TextEditor& editor) { editor.ToggleBookmark(NoLine); }},
     {WithSelection, EditorClipboard::CopyColoured},
 };
 static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);

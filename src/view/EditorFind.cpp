@@ -91,7 +91,7 @@ bool EditorFind::ReplaceAll(TextEditor& editor, const Char* replacement, uint32_
     }
     const auto count = static_cast<uint32_t>(matches.changes.Count());
     const uint64_t newEnd = end - matches.RemovedCount() + uint64_t{length} * count;
-    const bool fits = result != MatchResult::Done || document->Length() - end + newEnd < None32;
+    const bool fits = result != MatchResult::Done || document->Length() - end + newEnd < TextStore::LengthLimit;
     const bool done =
         result == MatchResult::Done && fits && document->ReplaceRanges(matches.changes, replacement, length);
     if (!fits) {

@@ -118,7 +118,7 @@ void Delete(const KeyPress& press) {
 
 void CtrlF2(const KeyPress& press) {
     if (press.shift) return press.editor.GetTextBuffer()->ClearBookmarks();
-    press.editor.ToggleBookmark(None32);
+    press.editor.ToggleBookmark(NoLine);
 }
 
 void CaretLineToTop(const KeyPress& press) {

@@ -10,20 +10,21 @@ void EditorNavigation::GoToBookmark(TextEditor& editor, bool backward) {
     constexpr uint32_t Mask = LineMark::Bookmark;
     const uint32_t line = editor.CaretLine();
     const LineMark* mark = backward ? document.PrevMark(line, Mask, false) : document.NextMark(line, Mask, false);
-    if (!mark) mark = backward ? document.PrevMark(None32, Mask, true) : document.NextMark(0, Mask, true);
+    if (!mark)
+        mark = backward ? document.PrevMark(document.GetLineCount(), Mask, true) : document.NextMark(0, Mask, true);
     if (mark) editor.MoveCaret(mark->line, 0, false);
 }
 
 namespace {
 
-// Where a jump starts: at the bracket after the caret, or else at the one before it. None32 without one
+// Where a jump starts: at the bracket after the caret, or else at the one before it. NoOffset without one
 // and at the end of the text.
 uint32_t JumpStart(const TextBuffer& document, uint32_t caret, Bracket& bracket) {
     const Char* pairs = document.Engine()->BraceCharacters();
     const Char* text = document.Content();
-    if (caret >= document.Length()) return None32;
+    if (caret >= document.Length()) return NoOffset;
     if (Brackets::Identify(pairs, text[caret], bracket)) return caret;
-    return caret > 0 && Brackets::Identify(pairs, text[caret - 1], bracket) ? caret - 1 : None32;
+    return caret > 0 && Brackets::Identify(pairs, text[caret - 1], bracket) ? caret - 1 : NoOffset;
 }
 
 } // namespace
@@ -33,9 +34,9 @@ void EditorNavigation::GoToPartner(TextEditor& editor, bool extend) {
     if (!document.CommitEdit() || !document.Engine() || !document.Content()) return;
     Bracket bracket;
     const uint32_t start = JumpStart(document, editor.CaretOffset(), bracket);
-    if (start == None32) return;
+    if (start == NoOffset) return;
     const uint32_t partner = Brackets::FindPartner(document.Content(), document.Length(), start, bracket);
-    if (partner != None32) editor.MoveCaretToOffset(partner, extend);
+    if (partner != NoOffset) editor.MoveCaretToOffset(partner, extend);
 }
 
 void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange(0, editor.Text().Length()); }

@@ -19,8 +19,8 @@ bool FilePosition::Parse(TextSpan text) {
     for (++at; Text::IsDigit(charAt(at)); ++at, ++digits) {
         number = number * 10 + (charAt(at) - u'0');
         // A larger one is beyond the end of any text, too.
-        if (number > None32) number = None32;
+        if (number > UINT32_MAX) number = UINT32_MAX;
     }
-    line = digits ? static_cast<uint32_t>(number - 1) : None32;
+    line = digits ? static_cast<uint32_t>(number - 1) : NoLine;
     return true;
 }

@@ -6,7 +6,7 @@
 // A file position that a line of text names, such as "1>C:\src\a.cpp(12): error" or "a.cpp:12".
 struct FilePosition {
     WString path;
-    uint32_t line = None32; // 0-based; None32 when no number followed
+    uint32_t line = NoLine; // 0-based; NoLine when no number followed
 
     // False when the line names no path, or without memory.
     bool Parse(TextSpan text);

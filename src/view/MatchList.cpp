@@ -20,9 +20,9 @@ MatchResult MatchList::Gather(const TextBuffer& document, const SearchQuery& sea
     uint32_t reported = start;
     for (uint32_t from = start; from < limit;) {
         const uint32_t stop = limit - from > slice ? from + slice : limit;
-        const uint32_t at = document.FindFrom(anywhere, from, stop);
-        from = at == None32 ? stop : at + 1;
-        if (at != None32 && Accepts(document, search, at)) {
+        const uint32_t at = document.FindFrom(anywhere, {from, stop});
+        from = at == NoOffset ? stop : at + 1;
+        if (at != NoOffset && Accepts(document, search, at)) {
             if (!changes.Append({at, search.length})) return Fail(MatchResult::NoMemory);
             // Where matches follow each other and nothing replaces them, what is before the first stays before the
             // next.

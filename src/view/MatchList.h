@@ -22,6 +22,6 @@ private:
     bool Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const;
 
     uint64_t removed = 0;
-    uint32_t lastEnd = None32; // after the last match
-    Char before = 0;           // what precedes `lastEnd` once the match is replaced; 0 at the text's start
+    uint32_t lastEnd = NoOffset; // after the last match
+    Char before = 0;             // what precedes `lastEnd` once the match is replaced; 0 at the text's start
 };

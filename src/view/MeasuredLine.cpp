@@ -29,5 +29,5 @@ void MeasuredLine::MoveTo(uint32_t column, LinePlace from, const LineLayout& lay
 }
 
 void MeasuredLine::TextChanged(uint32_t offset) {
-    if (start != None32 && offset < uint64_t{start} + place.column) Forget();
+    if (start != NoOffset && offset < uint64_t{start} + place.column) Forget();
 }

@@ -25,12 +25,12 @@ public:
     // The text is another one from `offset` on.
     void TextChanged(uint32_t offset);
     // The widths are others.
-    void Forget() { start = None32; }
+    void Forget() { start = NoOffset; }
 
 private:
     void MoveTo(uint32_t column, LinePlace from, const LineLayout& layout, TextSpan line);
 
-    uint32_t start = None32;
+    uint32_t start = NoOffset;
     LinePlace place;
     LinePlace inReach; // the last of them that a window can be scrolled to
 };

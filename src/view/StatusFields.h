@@ -6,10 +6,9 @@ class ViewHost;
 
 // What a text view says in the status bar.
 struct StatusValues {
-    uint32_t line = None32; // 0-based
-    uint32_t column = None32;
-    uint32_t overwrite = None32;  // 1 when typing replaces characters
-    uint32_t lineEnding = None32; // a LineEnding, 0 for none known
+    TextPosition caret;
+    bool overwrite = false; // typing replaces characters
+    LineEnding lineEnding = LineEnding::None;
 };
 
 // The fields of the status bar as a text view filled them last: only what changed is sent again.

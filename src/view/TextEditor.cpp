@@ -171,7 +171,7 @@ void TextEditor::SetTopLine(uint32_t line) {
 }
 
 void TextEditor::ToggleBookmark(uint32_t line) {
-    if (TextBuffer* document = GetTextBuffer()) document->ToggleBookmark(line == None32 ? caret.Line() : line);
+    if (TextBuffer* document = GetTextBuffer()) document->ToggleBookmark(line == NoLine ? caret.Line() : line);
 }
 
 void TextEditor::ToggleOverwrite() {
@@ -204,7 +204,7 @@ void TextEditor::MatchBrackets() {
     if (now == old) return;
     const uint32_t lines[] = {old.line, old.partnerLine, now.line, now.partnerLine};
     for (const uint32_t line : lines) {
-        if (line != None32) InvalidateLines(line, line);
+        if (line != NoLine) InvalidateLines({line, line});
     }
 }
 

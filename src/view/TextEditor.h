@@ -78,7 +78,7 @@ public:
     // Places the caret, the scroll bars and the status fields again.
     void UpdateCaret(bool scrollIntoView);
     void SetTopLine(uint32_t line);
-    void ToggleBookmark(uint32_t line); // None32: the caret line
+    void ToggleBookmark(uint32_t line); // NoLine: the caret line
     bool IsOverwriting() const { return overwrite; }
     void ToggleOverwrite();
     // Makes the caret line the document's edit line.

@@ -24,5 +24,6 @@ private:
     EditorSurface& surface;
     uint64_t started;
     bool shown = false;
-    uint32_t shownPercent = None32;
+    static constexpr uint32_t NoPercent = UINT32_MAX;
+    uint32_t shownPercent = NoPercent;
 };

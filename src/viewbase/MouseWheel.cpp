@@ -10,7 +10,7 @@ namespace {
 // Makes the font of all views one point larger or smaller (at least 1) and shows the size.
 void ChangeFontSize(ViewHost* host, bool larger) {
     uint32_t size = settings.FontSize;
-    if (larger && size < None32) {
+    if (larger && size < UINT32_MAX) {
         ++size;
     } else if (!larger && size > 1) {
         --size;

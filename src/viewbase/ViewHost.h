@@ -18,7 +18,7 @@ public:
     virtual void ViewActivated(View* view) = 0;
     // A null text clears the field.
     virtual void SetStatusText(StatusField field, const Char* text) = 0;
-    // `line` is 0-based, None32 for none.
+    // `line` is 0-based, NoLine for none.
     virtual bool OpenFileAtLine(const Char* path, uint32_t line) = 0;
     // The document's modified state or name may have changed.
     // No view calls these two for itself: see docs/oddities.md.

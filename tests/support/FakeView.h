@@ -127,8 +127,8 @@ public:
     int statusRefreshes = 0;
     int documentChanges = 0;
     int editsFinished = 0;
-    uint32_t openLineAtEnd = None32; // the document's edit line when the last edit was over
-    std::vector<std::pair<uint32_t, uint32_t>> invalidatedLines;
+    uint32_t openLineAtEnd = NoLine; // the document's edit line when the last edit was over
+    std::vector<LineRange> invalidatedLines;
     std::vector<bool> runStates;
     std::vector<uint32_t> textChanges;
     int movesBeforeChange = 0; // of the caret, before the last text change was reported
@@ -145,7 +145,7 @@ private:
     }
     uint32_t TextLength() const { return document.Length() + PendingGrowth(); }
     void Open(uint32_t line) {
-        if (document.ActiveView() == this && document.EditLineNumber() != None32) document.LoadEditLine(line);
+        if (document.ActiveView() == this && document.EditLineNumber() != NoLine) document.LoadEditLine(line);
     }
     void Place(uint32_t line, uint32_t column) {
         caretLine = std::min(line, document.GetLineCount() - 1);

@@ -85,10 +85,10 @@ bool CommandWindow::OnKeyDown(WPARAM key) {
         Show(false);
         return true;
     case VK_UP:
-        Replace(prompt.Older(), None32);
+        Replace(prompt.Older(), AtEnd);
         return true;
     case VK_DOWN:
-        Replace(prompt.Newer(), None32);
+        Replace(prompt.Newer(), AtEnd);
         return true;
     case VK_F8:
         FindPrefix();
@@ -110,7 +110,7 @@ void CommandWindow::Enter() {
 
 void CommandWindow::Complete(bool forward) {
     WString text;
-    if (GetText(text)) Replace(prompt.Complete(text.Text(), forward), None32);
+    if (GetText(text)) Replace(prompt.Complete(text.Text(), forward), AtEnd);
 }
 
 void CommandWindow::FindPrefix() {
@@ -125,7 +125,7 @@ void CommandWindow::Replace(const Char* text, uint32_t caret) {
     replacing = true;
     SetWindowTextW(window, Wide(text));
     replacing = false;
-    const int position = caret == None32 ? GetWindowTextLengthW(window) : static_cast<int>(caret);
+    const int position = caret == AtEnd ? GetWindowTextLengthW(window) : static_cast<int>(caret);
     SendMessageW(window, EM_SETSEL, static_cast<WPARAM>(position), position);
     SendMessageW(window, EM_SCROLLCARET, 0, 0);
 }

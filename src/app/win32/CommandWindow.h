@@ -36,7 +36,8 @@ private:
     void Enter();
     void Complete(bool forward);
     void FindPrefix();
-    // Replaces the text and puts the caret at `caret` (at the end for None32); null changes nothing.
+    static constexpr uint32_t AtEnd = UINT32_MAX;
+    // Replaces the text and puts the caret at `caret` (or AtEnd); null changes nothing.
     void Replace(const Char* text, uint32_t caret);
 
     CommandContext& context;

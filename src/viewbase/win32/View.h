@@ -40,7 +40,7 @@ public:
     virtual void SuspendRedraw(bool resume) = 0;
     // Repaints everything, now or once redraw is resumed.
     virtual void Invalidate() = 0;
-    // None32 means the caret line. Does nothing where there are no lines.
+    // NoLine means the caret line. Does nothing where there are no lines.
     virtual void ToggleBookmark(uint32_t) {}
     virtual ~View() = default;
     // Selects the next match of the last search; false when there is none. The second argument is

@@ -36,7 +36,7 @@ TEST_F(DocumentListTest, KeepsTheOpeningOrder) {
     EXPECT_EQ(list->At(1), b);
     EXPECT_EQ(list->At(2), c);
     EXPECT_EQ(list->At(3), nullptr);
-    EXPECT_EQ(list->At(None32), nullptr);
+    EXPECT_EQ(list->At(UINT32_MAX), nullptr);
 }
 
 TEST_F(DocumentListTest, NextAndPreviousWrap) {

@@ -56,7 +56,7 @@ public:
     void MarkActiveAsOutput() override { Note(u"mark output"); }
     void GoToLine(uint32_t line) override { Note(u"line " + Decimal(line)); }
     void ToggleBookmark(uint32_t line) override {
-        Note(line == None32 ? u"bookmark caret" : u"bookmark " + Decimal(line));
+        Note(line == NoLine ? u"bookmark caret" : u"bookmark " + Decimal(line));
     }
     bool AppendWordAtCaret(WString& out) const override { return out.Append(word.c_str()); }
     bool AppendSelection(WString& out) const override {

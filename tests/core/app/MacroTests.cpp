@@ -122,7 +122,7 @@ TEST(Macros, KeepTenSlotsApart) {
 
 TEST(Macros, ASlotOutsideTheTenBecomesZero) {
     Macros macros;
-    for (const uint32_t slot : {10u, 11u, None32}) {
+    for (const uint32_t slot : {10u, 11u, UINT32_MAX}) {
         macros.SelectSlot(5);
         macros.SelectSlot(slot);
         EXPECT_EQ(macros.CurrentSlot(), 0u);

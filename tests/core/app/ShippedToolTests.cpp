@@ -46,7 +46,7 @@ protected:
         const std::string rewritten = Rewritten(tool, line);
         const std::u16string wide(rewritten.begin(), rewritten.end());
         FilePosition position;
-        if (!position.Parse({wide.c_str(), static_cast<uint32_t>(wide.size())}) || position.line == None32) return {};
+        if (!position.Parse({wide.c_str(), static_cast<uint32_t>(wide.size())}) || position.line == NoLine) return {};
         return Narrow(Str(position.path)) + ':' + std::to_string(position.line + 1);
     }
 

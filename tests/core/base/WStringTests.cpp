@@ -104,7 +104,7 @@ TEST(WString, GrowingTakesANewZeroFilledBlock) {
 TEST(WString, ReservingMoreThanCanBeAddressedFails) {
     WString string;
     ASSERT_TRUE(string.Assign(u"abc"));
-    EXPECT_FALSE(string.Reserve(None32));
+    EXPECT_FALSE(string.Reserve(UINT32_MAX));
     EXPECT_EQ(Content(string), u"abc");
 }
 
@@ -112,10 +112,10 @@ TEST(WString, AppendingPastThirtyTwoBitsFails) {
     WString string;
     ASSERT_TRUE(string.Assign(u"abc"));
     const Char unread = u'x';
-    EXPECT_FALSE(string.Append(&unread, int64_t{None32} - 3));
-    EXPECT_FALSE(string.Assign(&unread, int64_t{None32}));
+    EXPECT_FALSE(string.Append(&unread, int64_t{UINT32_MAX} - 3));
+    EXPECT_FALSE(string.Assign(&unread, int64_t{UINT32_MAX}));
     EXPECT_FALSE(string.Assign(&unread, INT64_MAX));
-    EXPECT_FALSE(string.Insert(0, &unread, None32));
+    EXPECT_FALSE(string.Insert(0, &unread, UINT32_MAX));
     EXPECT_EQ(Content(string), u"abc");
 }
 
@@ -218,7 +218,7 @@ TEST(WString, EraseIsClippedToTheEnd) {
     ASSERT_TRUE(string.Assign(u"abcdef"));
     string.Erase(1, 2);
     EXPECT_EQ(Content(string), u"adef");
-    string.Erase(2, None32);
+    string.Erase(2, UINT32_MAX);
     EXPECT_EQ(Content(string), u"ad");
     string.Erase(2, 1);
     string.Erase(99, 1);

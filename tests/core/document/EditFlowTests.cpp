@@ -34,7 +34,7 @@ protected:
     // When an edit moved the view's caret last.
     States recorded;
     States undone;
-    uint32_t openLine = None32;
+    uint32_t openLine = NoLine;
 };
 
 } // namespace
@@ -42,7 +42,7 @@ protected:
 TEST_F(EditFlowTest, AnInsertionIsRecordedBeforeTheViewMoves) {
     document->InsertText(8, u"x\n", 2);
     EXPECT_EQ(recorded, (States{2}));
-    EXPECT_EQ(openLine, None32) << "no line is open while the views are notified";
+    EXPECT_EQ(openLine, NoLine) << "no line is open while the views are notified";
     ExpectOneEnd(2);
 }
 

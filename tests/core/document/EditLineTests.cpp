@@ -99,7 +99,7 @@ TEST_F(EditLineTest, CommitWritesALongerAShorterAndAnEqualLineBack) {
     Type(u"12");
     EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(document.Store(), u"12abc\ndef");
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
 
     view->PutCaret(1, 0);
     ASSERT_TRUE(document->DeleteInEditLine(view, 0, 2)); // the last line: pending
@@ -351,7 +351,7 @@ TEST_F(EditLineTest, DeletingInTheLastLineStopsAtItsEnd) {
     EXPECT_EQ(document.Text(), u"ab");
     EXPECT_TRUE(document->DeleteInEditLine(view, 1, 1));
     EXPECT_EQ(document.Text(), u"a");
-    EXPECT_TRUE(document->DeleteInEditLine(view, 0, None32));
+    EXPECT_TRUE(document->DeleteInEditLine(view, 0, UINT32_MAX));
     EXPECT_EQ(document.Text(), u"");
 }
 

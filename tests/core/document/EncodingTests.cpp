@@ -28,7 +28,7 @@ Reloaded SaveAndLoad(const std::u16string& text, Encoding encoding, LineEnding s
 
 TEST(EncodingNames, AreOfferedInOrder) {
     TextDocument document;
-    uint32_t current = None32;
+    auto current = Encoding::Keep;
     const Char* const* names = nullptr;
     ASSERT_TRUE(document->GetEncoding(current, names));
     EXPECT_EQ(current, Encoding::Ansi);

@@ -16,7 +16,7 @@ struct Rules {
 };
 
 struct Found {
-    uint32_t at = None32;
+    uint32_t at = NoOffset;
     bool wrapped = false;
     bool operator==(const Found&) const = default;
 };
@@ -34,7 +34,7 @@ Found Find(TextBuffer& document, const std::u16string& pattern, uint32_t from, u
 constexpr Rules Backward{.backward = true};
 constexpr Rules NoCase{.matchCase = false};
 constexpr Rules WholeWord{.wholeWord = true};
-const Found NotFound{None32, true};
+const Found NotFound{NoOffset, true};
 
 } // namespace
 
@@ -118,8 +118,8 @@ TEST(FindText, AnEmptyPatternIsEverywhere) {
 
 TEST(FindText, AStartBeyondTheTextIsItsEnd) {
     TextDocument document(u"abc");
-    EXPECT_EQ(Find(*document, u"a", 100, None32), (Found{0, true}));
-    EXPECT_EQ(Find(*document, u"c", 100, None32, Backward), (Found{2, false}));
+    EXPECT_EQ(Find(*document, u"a", 100, UINT32_MAX), (Found{0, true}));
+    EXPECT_EQ(Find(*document, u"c", 100, UINT32_MAX, Backward), (Found{2, false}));
 }
 
 TEST(FindText, SeesWhatIsPendingInTheEditLine) {
@@ -134,8 +134,8 @@ TEST(FindText, SeesWhatIsPendingInTheEditLine) {
 TEST(FindText, FindsNothingWithoutAStore) {
     auto* document = new TextBuffer;
     document->AddRef();
-    EXPECT_EQ(Find(*document, u"", 0, 0).at, None32);
-    EXPECT_EQ(Find(*document, u"a", 0, 5, Backward).at, None32);
+    EXPECT_EQ(Find(*document, u"", 0, 0).at, NoOffset);
+    EXPECT_EQ(Find(*document, u"a", 0, 5, Backward).at, NoOffset);
     document->Release();
 }
 
@@ -153,8 +153,8 @@ TEST(IsWholeWordAt, LooksAtTheCharactersAroundTheMatch) {
 TEST(IsWholeWordAt, IsFalseAtAndBeyondTheEnd) {
     TextDocument document(u"ab ");
     EXPECT_FALSE(document->IsWholeWordAt(3, 0));
-    EXPECT_FALSE(document->IsWholeWordAt(None32, None32));
-    EXPECT_TRUE(document->IsWholeWordAt(0, None32)) << "a count beyond the end ends with the text";
+    EXPECT_FALSE(document->IsWholeWordAt(UINT32_MAX, UINT32_MAX));
+    EXPECT_TRUE(document->IsWholeWordAt(0, UINT32_MAX)) << "a count beyond the end ends with the text";
 }
 
 // The rules word for word, one offset after the other.

@@ -55,7 +55,7 @@ TEST(LineCache, FindsTheNearestLineAndOffset) {
     EXPECT_EQ(cache.NearestLine(50)->line, 10u);
     EXPECT_EQ(cache.NearestOffset(2999)->offset, 1000u);
     EXPECT_EQ(cache.NearestOffset(3001)->offset, 5000u);
-    EXPECT_EQ(cache.NearestLine(None32 - 1)->line, 100u);
+    EXPECT_EQ(cache.NearestLine(UINT32_MAX - 1)->line, 100u);
 }
 
 TEST(LineCache, OnATieTheMoreRecentlyAddedWins) {
@@ -101,8 +101,8 @@ TEST(LineCache, ADeletionClampsAtZero) {
 TEST(LineCache, ADeletionThatEndsBeyond32BitsRemovesAllThatFollowsIt) {
     LineCache cache;
     cache.Add(1, 10);
-    cache.Add(2, None32 - 5);
-    cache.Deleted(20, None32 - 10, 0);
+    cache.Add(2, UINT32_MAX - 5);
+    cache.Deleted(20, {UINT32_MAX - 10, 0});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{1, 10}}));
 }
 

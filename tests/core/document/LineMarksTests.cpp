@@ -31,7 +31,7 @@ void Toggle(LineMarks& marks, std::initializer_list<uint32_t> lines) {
     for (uint32_t line : lines) ASSERT_TRUE(marks.ToggleBookmark(line));
 }
 
-uint32_t LineOf(const LineMark* mark) { return mark ? mark->line : None32; }
+uint32_t LineOf(const LineMark* mark) { return mark ? mark->line : NoLine; }
 
 } // namespace
 

@@ -14,8 +14,8 @@
 template <size_t n> std::string Bytes(const char (&literal)[n]) { return std::string(literal, n - 1); }
 
 // Names for assertions.
-inline uint32_t EncodingOf(const TextBuffer& document) {
-    uint32_t current = None32;
+inline Encoding EncodingOf(const TextBuffer& document) {
+    auto current = Encoding::Keep;
     const Char* const* names = nullptr;
     EXPECT_TRUE(document.GetEncoding(current, names));
     return current;

@@ -52,10 +52,10 @@ TEST(OutputText, HasNoEditLine) {
     view->Activate();
     EXPECT_EQ(document->EditLineNumber(), 0u);
     document->MarkAsOutput();
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
     EXPECT_TRUE(document->LoadEditLine(0));
     EXPECT_TRUE(Append(*document, u" more\n"));
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
 }
 
 TEST(OutputText, IsNotAppendedWithoutMemory) {

@@ -93,11 +93,11 @@ TEST_F(AppendTest, ALineTypedInBeforeIsWrittenBackFirst) {
     FakeView* view = FakeView::Create(*document);
     view->Activate();
     PrintAndPoll("one");
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
     EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
     PrintAndPoll(" more");
     EXPECT_EQ(document.Text(), u"one more");
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
 }
 
 TEST_F(AppendTest, TextOfTheProgramItselfMayComeBetween) {
@@ -235,7 +235,7 @@ TEST_F(AppendTest, RandomOutputComesOutAsTheRulesSay) {
         }
         const bool follows = random.OneIn(2);
         const uint32_t line = random.Below(document->GetLineCount());
-        follows ? view->PutCaret(document->GetLineCount() - 1, None32) : view->PutCaret(line, 0);
+        follows ? view->PutCaret(document->GetLineCount() - 1, NoColumn) : view->PutCaret(line, 0);
         PrintAndPoll(bytes);
         std::u16string added = Appended(bytes);
         std::replace(added.begin(), added.end(), u'\x80', u'\u20AC');

@@ -46,7 +46,7 @@ TEST(Store, GrowsToExactlyWhatIsNeeded) {
 
 TEST(Store, ATextOfTheGreatestLengthIsRefused) {
     TextStore store;
-    EXPECT_FALSE(store.EnsureCapacity(None32));
+    EXPECT_FALSE(store.EnsureCapacity(UINT32_MAX));
     EXPECT_EQ(store.Text(), nullptr);
 }
 

@@ -290,6 +290,6 @@ TEST(TextBufferFailure, SearchingWhileTheLineCannotBeWrittenBackFindsNothing) {
     FailInTurn([](Scene& scene) { return Type(scene, u"abcdefghijklmnop"); },
                [](Scene& scene) {
                    SearchHit hit;
-                   return scene.document->FindText(Query(u"three"), 0, None32, false, hit);
+                   return scene.document->FindText(Query(u"three"), {}, hit);
                });
 }

@@ -77,7 +77,7 @@ private:
     }
 
     void CompareEditLine() {
-        if (document->EditLineNumber() == None32) return;
+        if (document->EditLineNumber() == NoLine) return;
         std::u16string line = model.Line(document->EditLineNumber());
         line += document->EditLineNumber() + 1 < model.LineCount() ? u'\n' : u'\0';
         ASSERT_EQ(document.EditLine(), line);
@@ -216,9 +216,9 @@ private:
     void Search() {
         SearchHit hit;
         const std::u16string pattern = RandomText(2, true);
-        const bool there = document->FindText(Query(pattern), 0, None32, false, hit);
+        const bool there = document->FindText(Query(pattern), {}, hit);
         const size_t at = model.text.find(pattern);
-        ASSERT_EQ(there ? hit.offset : None32, at == std::u16string::npos ? None32 : at);
+        ASSERT_EQ(there ? hit.offset : NoOffset, at == std::u16string::npos ? NoOffset : at);
         model.Commit();
     }
     void Commit() {

@@ -35,7 +35,7 @@ TEST(TextBuffer, AFreshDocumentHasTheInitialValues) {
     auto* document = new TextBuffer;
     EXPECT_EQ(document->AddRef(), 1u) << "no reference is held before";
     EXPECT_EQ(document->GetLineEnding(), LineEnding::Dos);
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
     EXPECT_EQ(document->Content(), nullptr);
     EXPECT_EQ(document->Engine(), nullptr);
     EXPECT_FALSE(document->IsReadOnly());
@@ -171,7 +171,7 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
     EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
     EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(4)));
-    EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(None32)));
+    EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(UINT32_MAX)));
     document->InsertText(0, u"x", 1);
     EXPECT_TRUE(document->CanDo(DocumentCommand::Undo));
     EXPECT_TRUE(document->DoCommand(DocumentCommand::Undo));
@@ -199,7 +199,7 @@ TEST(TextBuffer, UndoAndRedoOfADocumentMadeReadOnlyDoNothing) {
 
 TEST(TextBuffer, ABookmarkBeyondTheLastLineIsNotSet) {
     TextDocument document(u"a\nb");
-    for (const uint32_t line : {2u, 3u, 1000u, None32 - 1}) document->ToggleBookmark(line);
+    for (const uint32_t line : {2u, 3u, 1000u, UINT32_MAX - 1}) document->ToggleBookmark(line);
     EXPECT_EQ(document->NextMark(0, LineMark::Bookmark, true), nullptr);
     document->ToggleBookmark(1);
     EXPECT_NE(document->NextMark(1, LineMark::Bookmark, true), nullptr);
@@ -209,7 +209,7 @@ TEST(TextBuffer, OtherCommandsAreNotItsOwn) {
     TextDocument document;
     EXPECT_FALSE(document->DoCommand(DocumentCommand::Edit));
     EXPECT_FALSE(document->DoCommand(DocumentCommand::Paste));
-    EXPECT_FALSE(document->DoCommand(static_cast<DocumentCommand>(None32)));
+    EXPECT_FALSE(document->DoCommand(static_cast<DocumentCommand>(UINT32_MAX)));
 }
 
 TEST(TextBuffer, OnlyTheSecondSettingsFlagRenewsTheEngine) {
@@ -278,7 +278,7 @@ TEST(TextBuffer, RepaintAllReachesEveryViewWithAWindowAndReloadsTheEditLine) {
     FakeView* hidden = FakeView::Create(*document, false);
     view->PutCaret(1, 0);
     document->SetActiveView(view);
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
     document->RepaintAll();
     EXPECT_EQ(view->invalidations, 1);
     EXPECT_EQ(hidden->invalidations, 0);
@@ -291,10 +291,10 @@ TEST(TextBuffer, RepaintLinesReloadsTheEditLineOnlyWhenTheCaretLineIsAmongThem) 
     FakeView* hidden = FakeView::Create(*document, false);
     view->PutCaret(2, 0);
     document->SetActiveView(view);
-    document->RepaintLines(0, 1);
-    document->RepaintLines(3, 3);
-    EXPECT_EQ(document->EditLineNumber(), None32);
-    document->RepaintLines(3, 1);
+    document->RepaintLines({0, 1});
+    document->RepaintLines({3, 3});
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
+    document->RepaintLines({3, 1});
     EXPECT_EQ(document->EditLineNumber(), 2u);
     EXPECT_EQ(view->invalidatedLines, (std::vector<LineRange>{{0, 1}, {3, 3}, {3, 1}}));
     EXPECT_TRUE(hidden->invalidatedLines.empty());

@@ -19,7 +19,7 @@ Found Find(const std::u16string& text, const SearchQuery& query, uint32_t from, 
            SearchProgress* progress = nullptr) {
     SearchHit hit;
     const TextSearch search(text.c_str(), static_cast<uint32_t>(text.size()), query);
-    const bool found = search.Find(from, None32, backward, hit, progress);
+    const bool found = search.Find({from, NoOffset, backward}, hit, progress);
     return {found, found ? hit.offset : 0, hit.wrapped};
 }
 

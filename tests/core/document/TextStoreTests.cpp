@@ -38,7 +38,7 @@ TEST(TextStore, AnEmptyDocumentHasLengthZeroAndOneLine) {
     EXPECT_EQ(document->LineToOffset(5), 0u);
     EXPECT_EQ(LineAt(*document, 0), 0u);
     EXPECT_TRUE(document->EditLine().IsEmpty());
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
 }
 
 TEST(TextStore, ADocumentWithoutAStoreAnswersForTheStart) {
@@ -51,7 +51,7 @@ TEST(TextStore, ADocumentWithoutAStoreAnswersForTheStart) {
     EXPECT_EQ(document->LineLength(0, isLast), 0u);
     EXPECT_TRUE(isLast);
     EXPECT_TRUE(document->LoadEditLine(0));
-    EXPECT_EQ(document->EditLineNumber(), None32);
+    EXPECT_EQ(document->EditLineNumber(), NoLine);
     EXPECT_EQ(document->Release(), 0u);
 }
 
@@ -94,7 +94,7 @@ TEST(TextStore, ALinePastTheEndYieldsTheStartOfTheLastLine) {
     TextDocument document(u"one\ntwo");
     EXPECT_EQ(document->LineToOffset(7), 4u);
     EXPECT_EQ(CachedLines(*document), (Lines{1})) << "the line reached is cached, not the one asked for";
-    EXPECT_EQ(document->LineToOffset(None32), 4u);
+    EXPECT_EQ(document->LineToOffset(UINT32_MAX), 4u);
     EXPECT_EQ(CachedLines(*document), (Lines{1})) << "nothing new was reached";
 }
 
@@ -212,7 +212,7 @@ TEST(TextStore, ALineLengthFromBeyondTheEndIsZeroAndLast) {
     EXPECT_EQ(document->LineLength(4, isLast), 0u);
     EXPECT_TRUE(isLast);
     isLast = false;
-    EXPECT_EQ(document->LineLength(None32, isLast), 0u);
+    EXPECT_EQ(document->LineLength(UINT32_MAX, isLast), 0u);
     EXPECT_TRUE(isLast);
 }
 
@@ -255,8 +255,8 @@ TEST(TextStore, TextMayBeInsertedIntoItself) {
 TEST(TextStore, ATextThatCannotBeAddressedIsRefusedUnread) {
     TextDocument document(u"0123456789");
     const Char* nowhere = u"";
-    EXPECT_FALSE(document->InsertText(3, nowhere, None32));
-    EXPECT_FALSE(document->InsertText(3, nowhere, None32 - 10));
+    EXPECT_FALSE(document->InsertText(3, nowhere, UINT32_MAX));
+    EXPECT_FALSE(document->InsertText(3, nowhere, UINT32_MAX - 10));
     EXPECT_EQ(document.Store(), u"0123456789");
     EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
 }

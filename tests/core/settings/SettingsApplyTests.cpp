@@ -130,9 +130,9 @@ TEST_F(SettingsApply, LoadRunsFontAndBrushHandlersOnceEach) {
 
 TEST_F(SettingsApply, LoadHasTheToolsBeforeTheHandlersRun) {
     static uint32_t toolsSeen;
-    toolsSeen = None32;
+    toolsSeen = UINT32_MAX;
     SetDrawingRebuilder([](SettingChange) {
-        if (toolsSeen == None32) toolsSeen = toolList.Count();
+        if (toolsSeen == UINT32_MAX) toolsSeen = toolList.Count();
         return true;
     });
     IniFile file;

@@ -81,7 +81,7 @@ TEST(ToolList, AtGivesNothingBeyondTheEnd) {
     LoadText(list, u"[Tool]\nCommand=a\n[Tool]\nCommand=b\n");
     EXPECT_EQ(Str(list.At(1)->command), u"b");
     EXPECT_EQ(list.At(2), nullptr);
-    EXPECT_EQ(list.At(None32), nullptr);
+    EXPECT_EQ(list.At(UINT32_MAX), nullptr);
 }
 
 TEST(ToolList, StoreWritesAFullToolInTheWrittenOrder) {

@@ -213,7 +213,7 @@ TEST_F(CLikeColour, HighlightedBraces) {
     cpp->SetHighlight(0, nullptr);
     EXPECT_EQ(Runs(*cpp, u"a(bc)d", 0, 100), "text(a(bc) brace()) text(d)");
     cpp->SetHighlight(2, &first);
-    cpp->SetHighlight(None32, nullptr);
+    cpp->SetHighlight(UINT32_MAX, nullptr);
     EXPECT_EQ(Runs(*cpp, u"a(bc)d", 0, 100), "text(a(bc) brace()) text(d)");
 }
 
@@ -241,7 +241,7 @@ TEST_F(CLikeColour, ARangeTakesItsWholeLengthFromWhereItIsMet) {
     EXPECT_EQ(Runs(*cpp, u"abc;;;;;;"), "text(abc) brace(;;;) text(;;;)");
     // The line's end bounds it.
     EXPECT_EQ(Runs(*cpp, u"abc;"), "text(abc) brace(;)");
-    const HighlightRange whole = {0, None32, BraceForeground, BraceBackground, NoFill};
+    const HighlightRange whole = {0, UINT32_MAX, BraceForeground, BraceBackground, NoFill};
     cpp->SetHighlight(1, &whole);
     EXPECT_EQ(Runs(*cpp, u";;;"), "brace(;;;)");
 }

@@ -48,7 +48,7 @@ TEST_F(BracketMatchTest, ThePairIsHighlightedFromEitherEnd) {
     EXPECT_EQ(engine->ranges[1].start, 4u);
     EXPECT_EQ(engine->ranges[1].end, 5u);
     EXPECT_EQ(Match(0, 0), BracketPair());
-    EXPECT_EQ(engine->ranges[0].start, None32);
+    EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
 }
 
 TEST_F(BracketMatchTest, TheOpenerAfterTheCaretComesFirst) {
@@ -60,7 +60,7 @@ TEST_F(BracketMatchTest, ClearedNothingIsHighlighted) {
     Match(0, 1);
     match.Clear(text);
     EXPECT_EQ(match.Pair(), BracketPair());
-    EXPECT_EQ(engine->ranges[0].start, None32);
+    EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
 }
 
 } // namespace

@@ -22,7 +22,7 @@ struct CaretTest : ViewTest {
     HighlightEngine* engine = nullptr;
 };
 
-constexpr Pair NoMatch = {None32, None32};
+constexpr Pair NoMatch = {NoOffset, NoOffset};
 
 } // namespace
 
@@ -118,10 +118,10 @@ TEST_F(CaretTest, GoToLinePutsTheCaretAtItsStartAndSelectsIt) {
 
 TEST_F(CaretTest, BookmarksOfTheCaretLineOrAnyOther) {
     Show(u"a\nb|\nc");
-    view().ToggleBookmark(None32);
+    view().ToggleBookmark(NoLine);
     view().ToggleBookmark(2);
     EXPECT_EQ(document->MarkedLines(), (std::vector<uint32_t>{1, 2}));
-    view().ToggleBookmark(None32);
+    view().ToggleBookmark(NoLine);
     EXPECT_EQ(document->MarkedLines(), (std::vector<uint32_t>{2}));
 }
 
@@ -251,8 +251,8 @@ TEST_F(CaretTest, MovingAwayClearsTheHighlightsAndRepaintsTheirLines) {
     EXPECT_EQ(Match(), (Pair{2, 5}));
     view().MoveCaret(0, 0);
     EXPECT_EQ(Match(), NoMatch);
-    EXPECT_EQ(engine->ranges[0].start, None32);
-    EXPECT_EQ(engine->ranges[1].start, None32);
+    EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
+    EXPECT_EQ(engine->ranges[1].start, HighlightRange::Nowhere);
     EXPECT_EQ(surface().strips, (Strips{{16, 32}, {48, 64}}));
     EXPECT_EQ(surface().allInvalidations, 0);
 }

@@ -41,7 +41,7 @@ public:
     bool SetEndMarker(const Char*) override { return true; }
     const Char* BraceCharacters() const override { return u"()"; }
 
-    uint32_t blindFrom = None32;
+    uint32_t blindFrom = UINT32_MAX;
 
 private:
     ~SpanEngine() = default;

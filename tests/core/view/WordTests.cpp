@@ -116,11 +116,11 @@ TEST(BracketsTest, StringsAndLinesAreNotSkipped) {
 }
 
 TEST(BracketsTest, WithoutABalanceOrAfterANulThereIsNoMatch) {
-    EXPECT_EQ(Partner(u"((a)", 0), None32);
-    EXPECT_EQ(Partner(u"a))", 2), None32);
-    EXPECT_EQ(Partner(u"a)", 1), None32);
-    EXPECT_EQ(Partner(std::u16string(u"(\0)", 3), 0), None32);
-    EXPECT_EQ(Partner(std::u16string(u"(\0)", 3), 2), None32);
+    EXPECT_EQ(Partner(u"((a)", 0), NoOffset);
+    EXPECT_EQ(Partner(u"a))", 2), NoOffset);
+    EXPECT_EQ(Partner(u"a)", 1), NoOffset);
+    EXPECT_EQ(Partner(std::u16string(u"(\0)", 3), 0), NoOffset);
+    EXPECT_EQ(Partner(std::u16string(u"(\0)", 3), 2), NoOffset);
 }
 
 TEST(FilePositionTest, ACompilerMessageWithItsBuildNumber) {
@@ -137,10 +137,10 @@ TEST(FilePositionTest, ADriveLetterNeedsColonAndBackslash) {
 }
 
 TEST(FilePositionTest, WithoutDigitsThereIsNoLine) {
-    EXPECT_EQ(Position(u"readme.txt"), (Parsed{u"readme.txt", None32}));
-    EXPECT_EQ(Position(u"a.cpp: In function"), (Parsed{u"a.cpp", None32}));
-    EXPECT_EQ(Position(u"a.cpp("), (Parsed{u"a.cpp", None32}));
-    EXPECT_EQ(Position(u"a.cpp(0)"), (Parsed{u"a.cpp", None32}));
+    EXPECT_EQ(Position(u"readme.txt"), (Parsed{u"readme.txt", NoLine}));
+    EXPECT_EQ(Position(u"a.cpp: In function"), (Parsed{u"a.cpp", NoLine}));
+    EXPECT_EQ(Position(u"a.cpp("), (Parsed{u"a.cpp", NoLine}));
+    EXPECT_EQ(Position(u"a.cpp(0)"), (Parsed{u"a.cpp", NoLine}));
 }
 
 TEST(FilePositionTest, OnlyOneDigitIsABuildNumber) {
