@@ -73,7 +73,7 @@ public:
     explicit ShownDocument(TextBuffer& document) {
         static ShownDocument* made;
         made = this;
-        SetTextViewFactory([](TextBuffer&, NativeWindow) -> DocumentView* { return &made->editor; });
+        SetTextViewFactory([](TextBuffer&, NativeWindow) -> TextDocumentView* { return &made->editor; });
         editor.SetDocument(&document);
         document.CreateView(nullptr);
         input.OnSize(false);

@@ -25,8 +25,8 @@ struct Search {
         SearchHit hit;
         const SearchQuery query = {pattern.c_str(), static_cast<uint32_t>(pattern.size()), matchCase, wholeWord};
         const uint32_t from = backward ? document.Length() : 0;
-        const bool there = document.FindText(query, from, document.Length(), backward, hit);
-        return there ? hit.offset : None32;
+        const bool there = document.FindText(query, {from, document.Length(), backward}, hit);
+        return there ? hit.offset : NoOffset;
     }
 };
 
@@ -68,7 +68,7 @@ int main() {
             Compare({*document, unique, matchCase, false, backward}, "found only at the end",
                     backward ? 0 : lastPosition);
             Compare({*document, u"static inline voidless", matchCase, false, backward}, "a common beginning, absent",
-                    None32);
+                    NoOffset);
         }
     }
     return Bench::ExitStatus();

@@ -4,6 +4,7 @@
 #include "base/Text.h"
 #include "base/TextFormat.h"
 #include "document/Document.h"
+#include "document/TextDocumentView.h"
 
 #include <utility>
 
@@ -120,7 +121,8 @@ bool DocumentList::AppendOpened(WString& out, const Document& document) {
     if (!out.Append(document.GetName())) return false;
     if (document.IsBinary()) return true;
     ViewNode* next = nullptr;
-    const DocumentView* const view = document.EnumViews(nullptr, next);
+    // All views of a text are text views.
+    const auto* const view = static_cast<const TextDocumentView*>(document.EnumViews(nullptr, next));
     return Text::AppendFormat(out, u"(%u)\n", view ? view->CaretLine() + 1 : 1);
 }
 

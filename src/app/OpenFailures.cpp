@@ -12,7 +12,8 @@ void OpenFailures::Add(const Char* path) {
 
 WString OpenFailures::Take() {
     WString taken(std::move(names));
-    if (count > MaxNames) Text::AppendFormat(taken, u"\n(and %u more)", count - MaxNames);
+    // Without memory it does not say how many more there are.
+    if (count > MaxNames) static_cast<void>(Text::AppendFormat(taken, u"\n(and %u more)", count - MaxNames));
     count = 0;
     return taken;
 }

@@ -4,7 +4,7 @@
 
 class BinaryDocument;
 
-// All that a binary document knows of a view. What only text has is answered here for all of them.
+// What a binary document knows of a view besides.
 class HexDocumentView : public DocumentView {
 public:
     // Puts the caret on a byte and empties the selection. The sub-position is the view's own (0 for the high
@@ -15,18 +15,6 @@ public:
     virtual void ContentChanged() = 0;
     // Shows the user that bytes could not be changed.
     virtual void ReportEditFailure() = 0;
-
-    void InvalidateLines(uint32_t, uint32_t) override { Invalidate(); }
-    void LineCountChanged() override {}
-    void PlaceCaret(uint32_t, uint32_t) override {}
-    void PlaceSelection(uint32_t, uint32_t) override {}
-    void PlaceTopLine(uint32_t) override {}
-    uint32_t CaretLine() const override { return 0; }
-    uint32_t CaretColumn() const override { return 0; }
-    uint32_t SelectionAnchor() const override { return 0; }
-    uint32_t CaretOffset() const override { return 0; }
-    uint32_t TopLine() const override { return 0; }
-    void RunStateChanged(Document*, bool) override {}
 
 protected:
     ~HexDocumentView() = default;

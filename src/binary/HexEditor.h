@@ -32,7 +32,6 @@ public:
     bool HasWindow() const override { return surface.HasWindow(); }
     bool HasFocus() const override { return surface.HasFocus(); }
     void Invalidate() override { redraw.InvalidateAll(); }
-    void RefreshStatus() override;
     void DocumentChanged(Document* changed) override;
     View* AsView() override { return surface.AsView(); }
     void Destroy() override { surface.DestroyView(); }
@@ -71,6 +70,8 @@ public:
     void UpdateCaret(bool scrollIntoView);
 
 private:
+    void RefreshStatus();
+
     EditorSurface& surface;
     BinaryDocument* document = nullptr;
     Redraw redraw{surface};

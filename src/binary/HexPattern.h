@@ -13,7 +13,8 @@ enum class Result { Bytes, Invalid, OutOfMemory };
 // invalid, and a text without digits has no bytes; `out` is then empty.
 Result Parse(const Char* text, uint32_t length, Array<uint8_t>& out);
 
-// 0 to 15; greater for any other character.
+constexpr uint32_t NoDigit = UINT32_MAX;
+// 0 to 15, or NoDigit.
 uint32_t DigitValue(Char character);
 
 } // namespace HexPattern

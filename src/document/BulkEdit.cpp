@@ -1,7 +1,7 @@
 #include "document/BulkEdit.h"
 
 #include "base/Scan.h"
-#include "document/TextBuffer.h"
+#include "document/EditTarget.h"
 
 #include <cstring>
 
@@ -10,20 +10,20 @@ bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_
     uint64_t removed = 0;
     for (size_t i = 0; i < changes.Count(); ++i) removed += changes[i].removed;
     const uint64_t added = uint64_t{length} * changes.Count();
-    if (document->Length() - removed + added >= TextStore::LengthLimit) return false;
+    if (target.content.Length() - removed + added >= TextStore::LengthLimit) return false;
     if (!SetUpEdit(changes[0].offset, inserted, length)) return false;
     growth = static_cast<int64_t>(added) - static_cast<int64_t>(removed);
 
     if (!removedText.Reserve(static_cast<uint32_t>(removed))) return false;
     for (size_t i = 0; i < changes.Count(); ++i)
-        if (!removedText.Append(document->Content() + changes[i].offset, changes[i].removed)) return false;
+        if (!removedText.Append(target.content.Content() + changes[i].offset, changes[i].removed)) return false;
     removedLines = static_cast<uint32_t>(Scan::CountLineFeeds(removedText.Text(), removedText.Length()));
     return true;
 }
 
 bool BulkEdit::Redo() {
-    const uint64_t newLength = document->Length() + static_cast<uint64_t>(growth);
-    if (!document->Parts().store.EnsureCapacity(newLength)) return false;
+    const uint64_t newLength = target.content.Length() + static_cast<uint64_t>(growth);
+    if (!target.content.Parts().store.EnsureCapacity(newLength)) return false;
     if (!performed) MapTopLines();
     MoveMarks(false);
     ChangeText(false);
@@ -37,7 +37,7 @@ void BulkEdit::MoveViews(bool undone) {
     const size_t end = changes.Count() - 1;
     const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
     for (ViewState* viewState = &views; viewState; viewState = viewState->next) {
-        if (document->HasView(viewState->view)) MoveView(*viewState, last);
+        if (target.views.Holds(viewState->view)) MoveView(*viewState, last);
     }
     performed = true;
     MoveOtherViews();
@@ -46,15 +46,15 @@ void BulkEdit::MoveViews(bool undone) {
 // Every single change would take the carets along and scroll them into view. As they go downwards only,
 // the first and the last of them decide where a view ends up; done again, the last alone.
 void BulkEdit::MoveView(ViewState& viewState, uint32_t last) {
-    DocumentView& view = *viewState.view;
+    TextDocumentView& view = *viewState.view;
     if (performed) {
         view.PlaceTopLine(viewState.topLineAfter);
     } else {
         const uint32_t first = changes[0].removed ? changes[0].offset : changes[0].offset + count;
         view.PlaceTopLine(LineAfter(viewState.topLineAfter));
-        view.PlaceSelection(first, first);
+        view.PlaceSelection({first, first});
     }
-    view.PlaceSelection(last, last);
+    view.PlaceSelection({last, last});
     viewState.topLineAfter = view.TopLine();
 }
 
@@ -65,21 +65,22 @@ void BulkEdit::TakeDownChange(bool back) {
     const uint32_t oldEnd = changes[end].offset + changes[end].removed;
     change = TextChange();
     change.start = changes[0].offset;
-    change.removed = (back ? newEnd : oldEnd) - change.start;
-    change.inserted = (back ? oldEnd : newEnd) - change.start;
+    change.removed.characters = (back ? newEnd : oldEnd) - change.start;
+    change.inserted.characters = (back ? oldEnd : newEnd) - change.start;
 }
 
 // Costs a pass over the change, which only views that the record does not know are worth.
 void BulkEdit::CountChangedLines(bool back) {
     const auto addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    const uint32_t linesNow = LinesBetween(change.start, change.start + change.inserted);
+    const uint32_t linesNow = LinesIn({change.start, change.start + change.inserted.characters});
     change.startLine = LineAfter(change.start);
-    change.removedLines = back ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
-    change.insertedLines = linesNow;
+    change.removed.lineFeeds = back ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
+    change.inserted.lineFeeds = linesNow;
 }
 
 bool BulkEdit::Undo() {
-    if (!document->Parts().store.EnsureCapacity(document->Length() - static_cast<uint64_t>(growth))) return false;
+    if (!target.content.Parts().store.EnsureCapacity(target.content.Length() - static_cast<uint64_t>(growth)))
+        return false;
     ChangeText(true);
     MoveMarks(true);
     TakeDownChange(true);
@@ -94,7 +95,7 @@ uint32_t BulkEdit::NewOffset(size_t index, uint32_t removedBefore) const {
 // with. A top line that starts inside what changes gives way to the line of the change.
 void BulkEdit::MapTopLines() {
     for (ViewState* viewState = &views; viewState && viewState->view; viewState = viewState->next) {
-        uint32_t top = document->LineToOffset(viewState->topLineBefore);
+        uint32_t top = target.content.LineToOffset(viewState->topLineBefore);
         uint32_t shift = 0; // modulo 2^32
         for (size_t i = 0; i < changes.Count(); ++i) {
             const uint32_t place = changes[i].offset + shift;
@@ -114,26 +115,26 @@ void BulkEdit::MapTopLines() {
 
 uint32_t BulkEdit::LineAfter(uint32_t offset) const {
     uint32_t lineStart = 0;
-    return document->OffsetToLine(offset, lineStart);
+    return target.content.OffsetToLine(offset, lineStart);
 }
 
 void BulkEdit::ChangeText(bool back) {
     const auto total = static_cast<uint32_t>(back ? -growth : growth); // modulo 2^32
-    const uint32_t newLength = document->Length() + total;
+    const uint32_t newLength = target.content.Length() + total;
     if (Grows() != back) {
         SpreadOut(back, newLength);
     } else {
         CloseUp(back);
     }
     const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    TextStore& store = document->Parts().store;
+    TextStore& store = target.content.Parts().store;
     store.Rewritten(newLength, store.LineCount() + (back ? removedLines - addedLines : addedLines - removedLines));
 }
 
 // From the end to the start: everything moves to the right or stays.
 void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
-    Char* const content = document->Parts().store.Data();
-    uint32_t from = document->Length();
+    Char* const content = target.content.Parts().store.Data();
+    uint32_t from = target.content.Length();
     uint32_t to = newLength;
     uint32_t removedBefore = removedText.Length();
     for (size_t i = changes.Count(); i-- > 0;) {
@@ -150,7 +151,7 @@ void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
 
 // From the start to the end: everything moves to the left or stays.
 void BulkEdit::CloseUp(bool back) {
-    Char* const content = document->Parts().store.Data();
+    Char* const content = target.content.Parts().store.Data();
     uint32_t from = changes[0].offset;
     uint32_t to = from;
     uint32_t removedBefore = 0;
@@ -163,7 +164,7 @@ void BulkEdit::CloseUp(bool back) {
         to += place.newLength;
         from = place.offset + place.oldLength;
     }
-    std::memmove(content + to, content + from, (size_t{document->Length()} - from) * sizeof(Char));
+    std::memmove(content + to, content + from, (size_t{target.content.Length()} - from) * sizeof(Char));
 }
 
 BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool back) const {
@@ -174,34 +175,34 @@ BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool bac
 
 // As every single change would move them. The store holds the old text.
 void BulkEdit::MoveMarks(bool back) {
-    if ((newLines == 0 && removedLines == 0) || !document->Parts().marks.Head()) return;
+    if ((newLines == 0 && removedLines == 0) || !target.content.Parts().marks.Head()) return;
     const size_t places = changes.Count();
-    uint32_t before = LinesBetween(0, changes[back ? places - 1 : 0].offset); // old line of the place
+    uint32_t before = LinesIn({0, changes[back ? places - 1 : 0].offset}); // old line of the place
     uint32_t goneBefore = back ? removedLines : 0;
     for (size_t step = 0; step < places; ++step) {
         const size_t i = back ? places - 1 - step : step;
         const ReplacedRange& range = changes[i];
-        const uint32_t gone = LinesBetween(range.offset, range.offset + range.removed);
+        const uint32_t gone = LinesIn({range.offset, range.offset + range.removed});
         if (back) goneBefore -= gone;
         // The line once all earlier places have changed.
         MoveMarksAt(before - goneBefore + static_cast<uint32_t>(i) * newLines, gone, back);
         if (back) {
-            before -= i ? LinesBetween(changes[i - 1].offset, range.offset) : 0;
+            before -= i ? LinesIn({changes[i - 1].offset, range.offset}) : 0;
         } else {
             goneBefore += gone;
-            before += i + 1 < places ? LinesBetween(range.offset, changes[i + 1].offset) : 0;
+            before += i + 1 < places ? LinesIn({range.offset, changes[i + 1].offset}) : 0;
         }
     }
 }
 
 void BulkEdit::MoveMarksAt(uint32_t line, uint32_t gone, bool back) {
-    LineMarks& marks = document->Parts().marks;
+    LineMarks& marks = target.content.Parts().marks;
     if (gone && !back) marks.LinesDeleted(line, gone);
     if (newLines && !back) marks.LinesInserted(line, newLines);
     if (newLines && back) marks.LinesTakenBack(line, newLines);
     if (gone && back) marks.LinesInserted(line, gone);
 }
 
-uint32_t BulkEdit::LinesBetween(uint32_t from, uint32_t to) const {
-    return static_cast<uint32_t>(Scan::CountLineFeeds(document->Content() + from, to - from));
+uint32_t BulkEdit::LinesIn(TextRange range) const {
+    return static_cast<uint32_t>(Scan::CountLineFeeds(target.content.Content() + range.start, range.Length()));
 }

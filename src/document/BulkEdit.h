@@ -14,7 +14,7 @@ struct ReplacedRange {
 // own, from the first to the last, but it costs one pass over the text and 8 bytes a place.
 class BulkEdit final : public TextEdit {
 public:
-    explicit BulkEdit(TextBuffer* owner) : TextEdit(owner, InStore, false) {}
+    explicit BulkEdit(EditTarget& changed) : TextEdit(changed, State::InStore, false) {}
     // Takes `places` over; they ascend and do not overlap, and either none of them gets shorter or none
     // gets longer. False without memory.
     bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
@@ -42,7 +42,7 @@ private:
     void CloseUp(bool back);
     void MoveMarks(bool back);
     void MoveMarksAt(uint32_t line, uint32_t gone, bool back);
-    uint32_t LinesBetween(uint32_t from, uint32_t to) const;
+    uint32_t LinesIn(TextRange range) const;
     uint32_t LineAfter(uint32_t offset) const;
     void MapTopLines();
     void MoveView(ViewState& viewState, uint32_t last);

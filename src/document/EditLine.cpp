@@ -13,7 +13,7 @@ bool EditLine::Open(TextStore& store, uint32_t line) {
 }
 
 bool EditLine::WriteBack(TextStore& store) {
-    if (!store.ReplaceLine(start, storeLength, text.Text(), text.Length())) return false;
+    if (!store.ReplaceLine({start, start + storeLength}, text.Text(), text.Length())) return false;
     Close();
     pending = false;
     return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
+#include "document/TextPosition.h"
 #include "document/TextStore.h"
 
 // The line that is being typed in: a copy of one line of a TextStore with its line feed (of the last line: with

@@ -5,26 +5,26 @@
 #include <algorithm>
 #include <utility>
 
-void EditPipeline::SetActiveViewByFocus(DocumentView* view) {
+void EditPipeline::SetActiveViewByFocus(TextDocumentView* view) {
     activeView = view;
-    for (const ViewNode* node = views.head; node; node = node->next) {
-        if (node->view->HasFocus()) activeView = node->view;
+    for (TextDocumentView* each : target.views) {
+        if (each->HasFocus()) activeView = each;
     }
 }
 
 bool EditPipeline::LoadEditLine(uint32_t line) {
     // Nothing is typed into a read-only document, whose last line may be long and go on growing.
-    if (!content.Content() || content.IsReadOnly()) return true;
+    if (!target.content.Content() || target.content.IsReadOnly()) return true;
     ORVANE_ASSERT(!notifier.IsTelling());
-    TextParts& parts = content.Parts();
+    TextParts& parts = target.content.Parts();
     line = std::min(line, parts.store.LineCount() - 1);
     if (line == parts.editLine.Number()) return true;
     return CommitEdit() && parts.editLine.Open(parts.store, line);
 }
 
 bool EditPipeline::CommitEdit() {
-    TextParts& parts = content.Parts();
-    if (content.IsReadOnly() || !parts.editLine.IsPending() || !parts.editLine.IsOpen()) return true;
+    TextParts& parts = target.content.Parts();
+    if (target.content.IsReadOnly() || !parts.editLine.IsPending() || !parts.editLine.IsOpen()) return true;
     ORVANE_ASSERT(!notifier.IsTelling());
     if (!parts.editLine.WriteBack(parts.store)) return false;
     history.MarkCommitted();
@@ -49,22 +49,22 @@ bool EditPipeline::Perform(UndoRecord* record) {
     return true;
 }
 
-bool EditPipeline::ExtendTyping(LineEdit& typed, DocumentView* view, Char character, uint32_t column,
+bool EditPipeline::ExtendTyping(LineEdit& typed, TextDocumentView* view, Char character, uint32_t column,
                                 bool notifyEngine) {
     const Operation operation(*this);
-    EditLine& line = content.Parts().editLine;
-    bool affects = notifyEngine && content.EditLineAffectsFollowingLines();
+    EditLine& line = target.content.Parts().editLine;
+    bool affects = notifyEngine && target.content.EditLineAffectsFollowingLines();
     if (!typed.MakeRoom() || !line.Insert(column, &character, 1)) return false;
     typed.Extend(character);
     // Only a step undone while memory was short can be left here; it does not fit the line any more.
     history.ForgetRedo();
-    affects = affects || (notifyEngine && content.EditLineAffectsFollowingLines());
+    affects = affects || (notifyEngine && target.content.EditLineAffectsFollowingLines());
 
-    const TextChange change = {line.Start() + column, 0, 1, line.Number(), 0, 0, true, affects};
+    const TextChange change = {line.Start() + column, line.Number(), {}, {1, 0}, true, affects};
     const ViewNotifier::Telling telling(notifier);
     TellChange(change);
     notifier.Follow(change, view);
-    if (view) view->PlaceCaret(view->CaretLine(), column + 1);
+    if (view) view->PlaceCaret({view->CaretLine(), column + 1});
     if (notifyEngine) notifier.InvalidateChange(change);
     return true;
 }
@@ -76,7 +76,7 @@ bool EditPipeline::Step(bool undoing) {
     const bool committed = CommitEdit();
     if (!committed && !(head && head->state == UndoRecord::State::InEditLine)) return false;
     // The room for all of a step is made before its first change, so that no later one can fail.
-    TextParts& parts = content.Parts();
+    TextParts& parts = target.content.Parts();
     if (committed && !parts.store.EnsureCapacity(history.PeakOfStep(parts.store.Length(), undoing))) return false;
 
     const UndoRecord::State opens = undoing ? UndoRecord::State::GroupEnd : UndoRecord::State::GroupBegin;
@@ -106,7 +106,7 @@ void EditPipeline::AbandonGroup() {
             // Whatever was typed after this record is undone by now, so that neither this nor the change below
             // asks for more room than the text has had.
             static_cast<void>(CommitEdit());
-            content.Parts().editLine.Close();
+            target.content.Parts().editLine.Close();
         }
         static_cast<void>(record->Undo());
         Tell(*record, true);
@@ -131,7 +131,7 @@ void EditPipeline::TellChange(const TextChange& change) {
         notifier.TextChanged(change.start);
         notifier.LineCountChanged();
     } else if (change.affectsFollowingLines) {
-        notifier.TextChanged(content.EditLineStart());
+        notifier.TextChanged(target.content.EditLineStart());
     }
 }
 
@@ -143,17 +143,15 @@ void EditPipeline::TellReplaced() {
     notifier.MoveToStart();
 }
 
-void EditPipeline::TellAppended(uint32_t from, uint32_t oldLine, uint32_t oldColumn) {
+void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     const Operation operation(*this);
     const ViewNotifier::Telling telling(notifier);
     edited = true;
-    TextStore& store = content.Parts().store;
+    TextStore& store = target.content.Parts().store;
     notifier.TextChanged(from);
-    const uint32_t column = store.Length() - store.LastLineStart();
-    for (const ViewNode* node = views.head; node; node = node->next) {
-        DocumentView* view = node->view;
-        const bool wasAtEnd = view->CaretLine() == oldLine && view->CaretColumn() == oldColumn;
-        if (wasAtEnd) view->PlaceCaret(store.LineCount() - 1, column);
+    const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
+    for (TextDocumentView* view : target.views) {
+        if (view->CaretPosition() == oldEnd) view->PlaceCaret(end);
     }
     // The views hear of the count only now: a scroll bar, which is slow to set, is then set once.
     notifier.LineCountChanged();
@@ -163,6 +161,6 @@ void EditPipeline::TellAppended(uint32_t from, uint32_t oldLine, uint32_t oldCol
 // The one place where the edit line comes back after an edit. A line that is being typed in stays open.
 void EditPipeline::Finish() {
     if (!std::exchange(edited, false)) return;
-    if (!content.Parts().editLine.IsOpen()) OpenActiveLine();
+    if (!target.content.Parts().editLine.IsOpen()) OpenActiveLine();
     notifier.EditFinished();
 }

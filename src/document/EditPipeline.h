@@ -2,7 +2,7 @@
 
 #include "base/Assert.h"
 #include "document/Document.h"
-#include "document/TextContent.h"
+#include "document/EditTarget.h"
 #include "document/UndoHistory.h"
 #include "document/ViewNotifier.h"
 
@@ -13,8 +13,8 @@ class LineEdit;
 // of that. Nothing that is told edits.
 class EditPipeline {
 public:
-    EditPipeline(DocumentBase& owner, TextContent& text, const List<ViewNode>& list)
-        : document(owner), content(text), views(list), notifier(list) {}
+    EditPipeline(DocumentBase& owner, TextContent& text, TextViews views)
+        : document(owner), target{text, views}, notifier(views) {}
     EditPipeline(const EditPipeline&) = delete;
     EditPipeline& operator=(const EditPipeline&) = delete;
 
@@ -35,14 +35,17 @@ public:
         EditPipeline& pipeline;
     };
 
+    // What records are made for.
+    EditTarget& Target() { return target; }
+    const EditTarget& Target() const { return target; }
     UndoHistory& History() { return history; }
     const UndoHistory& History() const { return history; }
     const ViewNotifier& Views() const { return notifier; }
     // The view whose caret line is open for editing.
-    DocumentView* ActiveView() const { return activeView; }
-    void SetActiveView(DocumentView* view) { activeView = view; }
+    TextDocumentView* ActiveView() const { return activeView; }
+    void SetActiveView(TextDocumentView* view) { activeView = view; }
     // The view with the focus; `view` when none of the document has it.
-    void SetActiveViewByFocus(DocumentView* view);
+    void SetActiveViewByFocus(TextDocumentView* view);
 
     // See TextBuffer.
     [[nodiscard]] bool LoadEditLine(uint32_t line);
@@ -53,7 +56,7 @@ public:
     // changed then.
     [[nodiscard]] bool Perform(UndoRecord* record);
     // Types a character into the edit line that belongs to the pending record `typed`.
-    [[nodiscard]] bool ExtendTyping(LineEdit& typed, DocumentView* view, Char character, uint32_t column,
+    [[nodiscard]] bool ExtendTyping(LineEdit& typed, TextDocumentView* view, Char character, uint32_t column,
                                     bool notifyEngine);
     // One step back or forth. False without memory.
     [[nodiscard]] bool Step(bool undoing);
@@ -62,9 +65,8 @@ public:
 
     // The text is another one: tells so, and puts every view at its start.
     void TellReplaced();
-    // Text was appended where the line `oldLine` ended at `oldColumn`, the offset `from`: carets that were there
-    // follow to the new end.
-    void TellAppended(uint32_t from, uint32_t oldLine, uint32_t oldColumn);
+    // Text was appended at `oldEnd`, the offset `from`: carets that were there follow to the new end.
+    void TellAppended(uint32_t from, TextPosition oldEnd);
 
 private:
     void Tell(UndoRecord& record, bool undone);
@@ -72,11 +74,10 @@ private:
     void Finish();
 
     DocumentBase& document;
-    TextContent& content;
-    const List<ViewNode>& views;
+    EditTarget target;
     ViewNotifier notifier;
     UndoHistory history;
-    DocumentView* activeView = nullptr;
+    TextDocumentView* activeView = nullptr;
     uint32_t operations = 0; // that are under way, each inside the one before it
     bool edited = false;     // by the outermost of them
 };

@@ -1,7 +1,6 @@
 #include "document/LineBreaks.h"
 
 #include "base/Text.h"
-#include "document/Document.h"
 
 LineEnding LineEndingOf(const Scan::BreakCounts& breaks) {
     if (breaks.lineFeeds && breaks.returns) return LineEnding::Mixed;

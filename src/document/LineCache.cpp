@@ -45,22 +45,22 @@ LineCacheEntry* LineCache::TakeEntry() {
     return &storage[taken++];
 }
 
-void LineCache::Inserted(uint32_t position, uint32_t characters, uint32_t newLines) {
+void LineCache::Inserted(uint32_t position, TextExtent inserted) {
     for (LineCacheEntry* entry = entries.head; entry; entry = entry->next) {
         if (entry->offset <= position) continue;
-        entry->offset += characters;
-        entry->line += newLines;
+        entry->offset += inserted.characters;
+        entry->line += inserted.lineFeeds;
     }
 }
 
-void LineCache::Deleted(uint32_t position, uint32_t characters, uint32_t newLines) {
-    const uint64_t end = uint64_t{position} + characters;
+void LineCache::Deleted(uint32_t position, TextExtent deleted) {
+    const uint64_t end = uint64_t{position} + deleted.characters;
     for (LineCacheEntry *entry = entries.head, *next; entry; entry = next) {
         next = entry->next;
         if (entry->offset < position) continue;
         if (entry->offset > end) {
-            entry->line = FloorSubtract(entry->line, newLines);
-            entry->offset = FloorSubtract(entry->offset, characters);
+            entry->line = FloorSubtract(entry->line, deleted.lineFeeds);
+            entry->offset = FloorSubtract(entry->offset, deleted.characters);
             continue;
         }
         entries.Remove(entry);

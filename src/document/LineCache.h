@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/List.h"
-#include "base/Types.h"
+#include "document/TextRange.h"
 
 // Remembers where a few lines start, so that a look-up near an earlier one walks a short way. Most
 // recently added first, at most five entries.
@@ -26,9 +26,9 @@ public:
     // Adds an entry at the head; the oldest makes way when the cache is full.
     void Add(uint32_t line, uint32_t offset);
     // Entries after `position` move by the inserted characters and lines.
-    void Inserted(uint32_t position, uint32_t characters, uint32_t newLines);
-    // Entries in [position, position + characters] go; those after them move back.
-    void Deleted(uint32_t position, uint32_t characters, uint32_t newLines);
+    void Inserted(uint32_t position, TextExtent inserted);
+    // Entries from `position` to just after the deleted characters go; those further on move back.
+    void Deleted(uint32_t position, TextExtent deleted);
     void Clear();
 
     const LineCacheEntry* Head() const { return entries.head; }

@@ -1,12 +1,12 @@
 #include "document/LineEdit.h"
 
 #include "base/Text.h"
-#include "document/TextBuffer.h"
+#include "document/EditTarget.h"
 
 bool LineEdit::SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten) {
     column = atColumn;
     replaced = overwritten;
-    if (!SetUpEdit(document->EditLineStart() + atColumn, changed, length)) return false;
+    if (!SetUpEdit(target.content.EditLineStart() + atColumn, changed, length)) return false;
     if (replaced) growth = 0;
     return true;
 }
@@ -26,16 +26,16 @@ bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
 
 bool LineEdit::ChangeCommitted(bool back) {
     if (!replaced) return ChangeStore(back != isDelete);
-    document->Parts().store.SetCharacter(position, back ? replaced : text[0]);
+    target.content.Parts().store.SetCharacter(position, back ? replaced : text[0]);
     uint32_t lineStart = 0;
-    change = {position, 1, 1, document->OffsetToLine(position, lineStart)};
+    change = {position, target.content.OffsetToLine(position, lineStart), {1, 0}, {1, 0}};
     return true;
 }
 
 bool LineEdit::ChangeEditLine(bool back) {
-    EditLine& line = document->Parts().editLine;
+    EditLine& line = target.content.Parts().editLine;
     const bool removes = back != isDelete;
-    const bool affectedBefore = document->EditLineAffectsFollowingLines();
+    const bool affectedBefore = target.content.EditLineAffectsFollowingLines();
     if (replaced) {
         line.Set(column, back ? replaced : text[0]);
     } else if (removes) {
@@ -45,22 +45,22 @@ bool LineEdit::ChangeEditLine(bool back) {
     }
     change = TextChange();
     change.start = line.Start() + column;
-    change.removed = replaced ? 1 : removes ? count : 0;
-    change.inserted = replaced ? 1 : removes ? 0 : count;
+    change.removed.characters = replaced ? 1 : removes ? count : 0;
+    change.inserted.characters = replaced ? 1 : removes ? 0 : count;
     change.startLine = line.Number();
     change.inEditLine = true;
-    change.affectsFollowingLines = affectedBefore || document->EditLineAffectsFollowingLines();
+    change.affectsFollowingLines = affectedBefore || target.content.EditLineAffectsFollowingLines();
     return true;
 }
 
 // Typing puts every caret after the typed text, each in its own line.
 void LineEdit::MoveViews(bool undone) {
-    if (state != InEditLine) return TextEdit::MoveViews(undone);
-    for (const ViewNode* node = document->FirstView(); node; node = node->next) {
+    if (state != State::InEditLine) return TextEdit::MoveViews(undone);
+    for (TextDocumentView* view : target.views) {
         if (isDelete) {
-            node->view->FollowChange(change);
+            view->FollowChange(change);
         } else {
-            node->view->PlaceCaret(node->view->CaretLine(), undone ? column : column + text.Length());
+            view->PlaceCaret({view->CaretLine(), undone ? column : column + text.Length()});
         }
     }
 }

@@ -5,7 +5,7 @@
 // Typing and deleting inside the edit line.
 class LineEdit final : public TextEdit {
 public:
-    LineEdit(TextBuffer* owner, bool deletes) : TextEdit(owner, InEditLine, deletes) {}
+    LineEdit(EditTarget& changed, bool deletes) : TextEdit(changed, State::InEditLine, deletes) {}
     // The changed text is typed, or is already there, at `atColumn` of the edit line.
     bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
     bool Undo() override { return state == State::InEditLine ? ChangeEditLine(true) : ChangeCommitted(true); }

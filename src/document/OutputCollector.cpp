@@ -107,7 +107,7 @@ bool OutputCollector::AppendChunk(uint32_t count, bool isRest) {
     Char* end = store.Data() + store.Length();
     uint32_t written = 0;
     const bool converted = ConvertOutput(run.readBuffer, shown, end, written);
-    store.Appended(written, static_cast<uint32_t>(Scan::CountLineFeeds(end, written)));
+    store.Appended({written, static_cast<uint32_t>(Scan::CountLineFeeds(end, written))});
     return converted;
 }
 

@@ -188,7 +188,8 @@ bool TextBuffer::DoCommand(DocumentCommand kind) {
 bool TextBuffer::GetSessionText(WString& out) const {
     const uint32_t before = out.Length();
     bool done = Text::AppendFormat(out, u"e %s\r\n", GetName());
-    if (done && views.head) done = Text::AppendFormat(out, u"l %u\r\n", views.head->view->CaretLine() + 1);
+    const TextDocumentView* const first = pipeline.Target().views.First();
+    if (done && first) done = Text::AppendFormat(out, u"l %u\r\n", first->CaretLine() + 1);
     for (const LineMark* mark = parts.marks.Head(); done && mark; mark = mark->next) {
         if (mark->flags & LineMark::Bookmark) done = Text::AppendFormat(out, u"bm %u\r\n", mark->line + 1);
     }
@@ -198,12 +199,12 @@ bool TextBuffer::GetSessionText(WString& out) const {
 
 // Editing.
 
-bool TextBuffer::OpenCaretLine(const DocumentView* view) {
+bool TextBuffer::OpenCaretLine(const TextDocumentView* view) {
     if (view && !LoadEditLine(view->CaretLine())) return false;
     return parts.editLine.IsOpen() && !parts.editLine.Text().IsEmpty();
 }
 
-bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite) {
+bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite) {
     if (readOnly) return true;
     // A line feed typed as such breaks the line as well: the edit line never holds one inside.
     if (ch == u'\r' || ch == u'\n') return NewLine(view, column);
@@ -219,12 +220,12 @@ bool TextBuffer::TypeChar(DocumentView* view, Char ch, uint32_t column, bool not
         if (typed.Continues(ch, column)) return pipeline.ExtendTyping(typed, view, ch, column, notifyEngine);
     }
     const Char replaced = overwrite && column < end ? EditLine()[column] : u'\0';
-    auto* record = new LineEdit(this, false);
+    auto* record = new LineEdit(pipeline.Target(), false);
     UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced));
     return checked && PerformAndPush(checked);
 }
 
-bool TextBuffer::NewLine(DocumentView* view, uint32_t column) {
+bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
     if (readOnly) return true;
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length();
@@ -241,7 +242,7 @@ bool TextBuffer::NewLine(DocumentView* view, uint32_t column) {
 }
 
 // An Enter that also removes the blanks after the caret.
-bool TextBuffer::BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted) {
+bool TextBuffer::BreakBeforeBlanks(TextDocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted) {
     const EditPipeline::Operation operation(pipeline);
     const uint32_t offset = EditLineStart() + column;
     if (!CommitEdit() || !BeginGroup()) return false;
@@ -251,14 +252,14 @@ bool TextBuffer::BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t
     return false;
 }
 
-bool TextBuffer::DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t count) {
+bool TextBuffer::DeleteInEditLine(TextDocumentView* view, uint32_t column, uint32_t count) {
     if (readOnly) return true;
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length(); // of its line feed, or of the terminator on the last line
     const Char* line = EditLine().Text();
     if (column <= end && line[end] == u'\n') return CommitEdit() && DeleteText(EditLineStart() + column, count);
     if (column >= end || count == 0) return false;
-    auto* record = new LineEdit(this, true);
+    auto* record = new LineEdit(pipeline.Target(), true);
     const uint32_t removed = std::min(count, end - column);
     UndoRecord* checked = Checked(record, record && record->SetUp(column, line + column, removed, u'\0'));
     return checked && PerformAndPush(checked);
@@ -267,7 +268,7 @@ bool TextBuffer::DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t 
 bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t count) {
     if (readOnly || count == 0) return true;
     if (!CommitEdit() || uint64_t{Length()} + count >= TextStore::LengthLimit) return false;
-    auto* record = new InsertEdit(this);
+    auto* record = new InsertEdit(pipeline.Target());
     UndoRecord* checked = Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count));
     if (!checked) return false;
     parts.editLine.Close();
@@ -280,8 +281,8 @@ bool TextBuffer::DeleteText(uint32_t offset, uint32_t count) {
     offset = std::min(offset, Length());
     count = std::min(count, Length() - offset);
     if (count == 0) return true;
-    auto* record = new DeleteEdit(this);
-    UndoRecord* checked = Checked(record, record && record->SetUp(offset, count));
+    auto* record = new DeleteEdit(pipeline.Target());
+    UndoRecord* checked = Checked(record, record && record->SetUp({offset, offset + count}));
     if (!checked) return false;
     parts.editLine.Close();
     return PerformAndPush(checked);
@@ -290,7 +291,7 @@ bool TextBuffer::DeleteText(uint32_t offset, uint32_t count) {
 bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count) {
     if (readOnly || ranges.IsEmpty()) return true;
     if (!CommitEdit()) return false;
-    auto* record = new BulkEdit(this);
+    auto* record = new BulkEdit(pipeline.Target());
     UndoRecord* checked = Checked(record, record && record->SetUp(ranges, inserted, count));
     if (!checked) return false;
     parts.editLine.Close();
@@ -302,15 +303,14 @@ void TextBuffer::EndTyping() {
     if (latest && latest->state == UndoRecord::State::InEditLine) static_cast<LineEdit*>(latest)->closed = true;
 }
 
-bool TextBuffer::FindText(const SearchQuery& query, uint32_t from, uint32_t end, bool backward, SearchHit& hit,
-                          SearchProgress* progress) {
+bool TextBuffer::FindText(const SearchQuery& query, SearchWay way, SearchHit& hit, SearchProgress* progress) {
     hit.wrapped = false;
     if (!CommitEdit() || !Content()) return false;
-    return TextSearch(Content(), Length(), query).Find(from, end, backward, hit, progress);
+    return TextSearch(Content(), Length(), query).Find(way, hit, progress);
 }
 
 void TextBuffer::ToggleBookmark(uint32_t line) {
-    if (line < GetLineCount() && parts.marks.ToggleBookmark(line)) RepaintLines(line, line);
+    if (line < GetLineCount() && parts.marks.ToggleBookmark(line)) RepaintLines({line, line});
 }
 
 void TextBuffer::ClearBookmarks() {
@@ -335,11 +335,9 @@ void TextBuffer::RepaintAll() {
     pipeline.OpenActiveLine();
 }
 
-void TextBuffer::RepaintLines(uint32_t first, uint32_t last) {
-    pipeline.Views().InvalidateLines(first, last);
-    if (!ActiveView()) return;
-    const uint32_t caretLine = ActiveView()->CaretLine();
-    if (std::min(first, last) <= caretLine && caretLine <= std::max(first, last)) pipeline.OpenActiveLine();
+void TextBuffer::RepaintLines(LineRange lines) {
+    pipeline.Views().InvalidateLines(lines);
+    if (ActiveView() && lines.Holds(ActiveView()->CaretLine())) pipeline.OpenActiveLine();
 }
 
 void TextBuffer::SetLineCount(uint32_t count) {
@@ -392,11 +390,10 @@ bool TextBuffer::AppendOutputText(Char* added) {
     const uint32_t count = NormaliseLineBreaks(added, addedLines, style);
     if (!store.EnsureCapacity(uint64_t{Length()} + count)) return false;
     const uint32_t from = Length();
-    const uint32_t oldLine = GetLineCount() - 1;
-    const uint32_t oldColumn = from - store.LastLineStart();
+    const TextPosition oldEnd = {GetLineCount() - 1, from - store.LastLineStart()};
     std::memcpy(store.Data() + from, added, count * sizeof(Char));
-    store.Appended(count, addedLines - 1);
-    pipeline.TellAppended(from, oldLine, oldColumn);
+    store.Appended({count, addedLines - 1});
+    pipeline.TellAppended(from, oldEnd);
     return true;
 }
 
@@ -404,10 +401,10 @@ bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
     if (output.IsRunning()) return false;
     const bool started = output.Open() && parts.store.EnsureCapacity(Length()) && MarkAsOutput() &&
                          output.Start(command, startDirectory) && SetPeriod(*this, output);
-    if (!started) {
+    if (started) {
+        TellRunState(true);
+    } else {
         EndRun();
-    } else if (views.head) {
-        views.head->view->RunStateChanged(this, true);
     }
     return started;
 }
@@ -415,16 +412,19 @@ bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
 void TextBuffer::PollOutput() {
     if (!output.IsRunning()) return;
     const uint32_t from = Length();
-    const uint32_t oldLine = GetLineCount() - 1;
-    const uint32_t oldColumn = from - parts.store.LastLineStart();
+    const TextPosition oldEnd = {GetLineCount() - 1, from - parts.store.LastLineStart()};
     const bool isOver = output.Poll();
-    if (Length() > from) pipeline.TellAppended(from, oldLine, oldColumn);
+    if (Length() > from) pipeline.TellAppended(from, oldEnd);
     SetPeriod(*this, output);
     if (isOver) EndRun();
+}
+
+void TextBuffer::TellRunState(bool running) {
+    if (TextDocumentView* const first = pipeline.Target().views.First()) first->RunStateChanged(this, running);
 }
 
 void TextBuffer::EndRun() {
     if (output.Period()) timer->stop(*this);
     output.Close();
-    if (views.head) views.head->view->RunStateChanged(this, false);
+    TellRunState(false);
 }

@@ -13,7 +13,7 @@
 // from the OutputCollector. Here is what is typed and done to the document as a whole.
 class TextBuffer final : public DocumentBase, public TextContent {
 public:
-    TextBuffer() : pipeline(*this, *this, views), output(parts.store) {}
+    TextBuffer() : pipeline(*this, *this, TextViews(views)), output(parts.store) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
@@ -56,9 +56,9 @@ public:
 
     // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was.
     // `column` counts in the caret line of `view`, which is made the edit line first.
-    bool TypeChar(DocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
-    bool NewLine(DocumentView* view, uint32_t column);
-    bool DeleteInEditLine(DocumentView* view, uint32_t column, uint32_t count);
+    bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
+    bool NewLine(TextDocumentView* view, uint32_t column);
+    bool DeleteInEditLine(TextDocumentView* view, uint32_t column, uint32_t count);
     bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
     bool DeleteText(uint32_t offset, uint32_t count);
     // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
@@ -83,24 +83,23 @@ public:
     // The next typed character starts a step of its own.
     void EndTyping();
 
-    // Searches forwards up to `end`, or backwards, from `from`. False without a match, and when `progress`
-    // stops the search.
-    bool FindText(const SearchQuery& query, uint32_t from, uint32_t end, bool backward, SearchHit& hit,
-                  SearchProgress* progress = nullptr);
+    // False without a match, and when `progress` stops the search.
+    [[nodiscard]] bool FindText(const SearchQuery& query, SearchWay way, SearchHit& hit,
+                                SearchProgress* progress = nullptr);
 
     void ToggleBookmark(uint32_t line);
     void ClearBookmarks();
 
     // Views.
-    DocumentView* ActiveView() const { return pipeline.ActiveView(); }
-    void SetActiveView(DocumentView* view) { pipeline.SetActiveView(view); }
+    TextDocumentView* ActiveView() const { return pipeline.ActiveView(); }
+    void SetActiveView(TextDocumentView* view) { pipeline.SetActiveView(view); }
     // A view was put into a window. It becomes the active one unless another has the focus: that is where
     // the user goes on typing.
-    void ViewAttached(DocumentView* view) { pipeline.SetActiveViewByFocus(view); }
+    void ViewAttached(TextDocumentView* view) { pipeline.SetActiveViewByFocus(view); }
     void ForgetView(DocumentView* view) override;
     // Both open the caret line of the active view when it is among the lines.
     void RepaintAll();
-    void RepaintLines(uint32_t first, uint32_t last);
+    void RepaintLines(LineRange lines);
     void SetLineCount(uint32_t count);
 
     // Colouring. The document takes over one reference and releases the engine it had.
@@ -126,11 +125,13 @@ private:
     ~TextBuffer();
 
     // Makes the caret line of `view` the edit line. False when there is no such line or no memory.
-    bool OpenCaretLine(const DocumentView* view);
-    bool BreakBeforeBlanks(DocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted);
+    bool OpenCaretLine(const TextDocumentView* view);
+    bool BreakBeforeBlanks(TextDocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted);
     // Makes the text absent and forgets all that belongs to it. With `destroyViews` the views go, else they
     // move to the start.
     void Clear(bool destroyViews);
+    // Tells the frame, through the first view.
+    void TellRunState(bool running);
     // Takes over the text of a file after Clear.
     void TakeText(struct DecodedText& decoded);
 

@@ -1,9 +1,9 @@
 #include "document/TextContent.h"
 
-void TextContent::OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column) {
+TextPosition TextContent::OffsetToLineColumn(uint32_t offset) {
     uint32_t lineStart = 0;
-    line = OffsetToLine(offset, lineStart);
-    column = offset - lineStart;
+    const uint32_t line = OffsetToLine(offset, lineStart);
+    return {line, offset - lineStart};
 }
 
 bool TextContent::EditLineAffectsFollowingLines() const {
@@ -11,9 +11,11 @@ bool TextContent::EditLineAffectsFollowingLines() const {
 }
 
 bool TextContent::IsWholeWordAt(uint32_t offset, uint32_t count) const {
-    return TextSearch::IsWholeWord(Content(), Length(), offset, count);
+    const uint64_t end = uint64_t{offset} + count;
+    return TextSearch::IsWholeWord(Content(), Length(),
+                                   {offset, end < Length() ? static_cast<uint32_t>(end) : Length()});
 }
 
-uint32_t TextContent::FindFrom(const SearchQuery& query, uint32_t from, uint32_t end) const {
-    return TextSearch(Content(), Length(), query).FindFrom(from, end);
+uint32_t TextContent::FindFrom(const SearchQuery& query, TextRange area) const {
+    return TextSearch(Content(), Length(), query).FindFrom(area);
 }

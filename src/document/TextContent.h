@@ -17,9 +17,9 @@ public:
 
     // A line past the end yields the start of the last one; no column is clamped.
     uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
-    uint32_t LineToOffsetPlus(uint32_t line, uint32_t column) { return LineToOffset(line) + column; }
+    uint32_t LineToOffsetPlus(TextPosition place) { return LineToOffset(place.line) + place.column; }
     uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart) { return parts.store.OffsetToLine(offset, lineStart); }
-    void OffsetToLineColumn(uint32_t offset, uint32_t& line, uint32_t& column);
+    TextPosition OffsetToLineColumn(uint32_t offset);
     // Characters from `start` up to the line feed or the terminator; `isLast` when it was the latter.
     uint32_t LineLength(uint32_t start, bool& isLast) const { return parts.store.LineLength(start, isLast); }
 
@@ -43,8 +43,8 @@ public:
 
     SyntaxEngine* Engine() const { return engine; }
     bool IsWholeWordAt(uint32_t offset, uint32_t count) const;
-    // The first match that starts in [from, end) of the store; NoOffset without one.
-    uint32_t FindFrom(const SearchQuery& query, uint32_t from, uint32_t end) const;
+    // The first match that starts in `area` of the store; NoOffset without one.
+    uint32_t FindFrom(const SearchQuery& query, TextRange area) const;
 
     // For undo records. Nobody else changes the text without one.
     TextParts& Parts() { return parts; }

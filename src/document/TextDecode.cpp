@@ -6,6 +6,7 @@
 #include "document/TextFile.h"
 
 #include <cstring>
+#include <initializer_list>
 
 namespace {
 

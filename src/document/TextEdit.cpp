@@ -1,10 +1,10 @@
 #include "document/TextEdit.h"
 
 #include "base/Scan.h"
-#include "document/TextBuffer.h"
+#include "document/EditTarget.h"
 
-TextEdit::TextEdit(TextBuffer* owner, uint32_t initialState, bool deletes)
-    : UndoRecord(initialState), document(owner), isDelete(deletes) {}
+TextEdit::TextEdit(EditTarget& changed, State initialState, bool deletes)
+    : UndoRecord(initialState), target(changed), isDelete(deletes) {}
 
 TextEdit::~TextEdit() {
     while (ViewState* further = views.next) {
@@ -24,38 +24,38 @@ bool TextEdit::SetUpEdit(uint32_t offset, const Char* changed, uint32_t length) 
 
 bool TextEdit::CaptureViews() {
     ViewState* viewState = &views;
-    for (const ViewNode* node = document->FirstView(); node; node = node->next) {
+    for (TextDocumentView* view : target.views) {
         if (viewState->view) {
             viewState->next = new ViewState;
             viewState = viewState->next;
             if (!viewState) return false;
         }
-        CaptureView(*viewState, node->view);
+        CaptureView(*viewState, view);
     }
     return true;
 }
 
-void TextEdit::CaptureView(ViewState& viewState, DocumentView* view) const {
+void TextEdit::CaptureView(ViewState& viewState, TextDocumentView* view) const {
     const uint64_t end = uint64_t{position} + count;
     viewState.view = view;
-    viewState.anchorBefore = viewState.anchorAfter = view->SelectionAnchor();
-    viewState.caretBefore = viewState.caretAfter = view->CaretOffset();
+    viewState.before = viewState.after = view->Selection();
     viewState.topLineBefore = viewState.topLineAfter = view->TopLine();
 
     // The caret is compared with the end of the change, the anchor with its start: see docs/oddities.md.
-    const bool before = viewState.anchorBefore < position && viewState.caretBefore < end;
-    if (!before && viewState.anchorBefore >= end && viewState.caretBefore >= end) {
-        viewState.anchorAfter = isDelete ? viewState.anchorBefore - count : viewState.anchorBefore + count;
-        viewState.caretAfter = isDelete ? viewState.caretBefore - count : viewState.caretBefore + count;
+    const TextSelection selection = viewState.before;
+    const bool before = selection.anchor < position && selection.caret < end;
+    if (!before && selection.anchor >= end && selection.caret >= end) {
+        viewState.after = isDelete ? TextSelection{selection.anchor - count, selection.caret - count}
+                                   : TextSelection{selection.anchor + count, selection.caret + count};
     } else if (!before) {
-        viewState.anchorAfter = viewState.caretAfter = isDelete ? position : static_cast<uint32_t>(end);
+        viewState.after.anchor = viewState.after.caret = isDelete ? position : static_cast<uint32_t>(end);
     }
 
-    const uint32_t topStart = document->LineToOffset(viewState.topLineBefore);
+    const uint32_t topStart = target.content.LineToOffset(viewState.topLineBefore);
     if (topStart < position) return;
     if (topStart < end) {
         uint32_t lineStart = 0;
-        viewState.topLineAfter = document->OffsetToLine(position, lineStart);
+        viewState.topLineAfter = target.content.OffsetToLine(position, lineStart);
     } else if (!isDelete) {
         viewState.topLineAfter += newLines;
     } else {
@@ -68,16 +68,16 @@ bool TextEdit::Undo() { return ChangeStore(!isDelete); }
 bool TextEdit::Redo() { return ChangeStore(isDelete); }
 
 bool TextEdit::ChangeStore(bool remove) {
-    TextParts& parts = document->Parts();
+    TextParts& parts = target.content.Parts();
+    const TextExtent extent = {count, newLines};
     if (remove) {
-        parts.store.Delete(position, count, newLines);
-    } else if (!parts.store.Insert(position, text.Text(), count, newLines)) {
+        parts.store.Delete(position, extent);
+    } else if (!parts.store.Insert(position, text.Text(), extent)) {
         return false;
     }
     uint32_t lineStart = 0;
-    const uint32_t line = document->OffsetToLine(position, lineStart);
-    change =
-        remove ? TextChange{position, count, 0, line, newLines, 0} : TextChange{position, 0, count, line, 0, newLines};
+    const uint32_t line = target.content.OffsetToLine(position, lineStart);
+    change = remove ? TextChange{position, line, extent, {}} : TextChange{position, line, {}, extent};
     if (newLines == 0) return true;
     if (!remove) {
         parts.marks.LinesInserted(line, newLines);
@@ -92,29 +92,29 @@ bool TextEdit::ChangeStore(bool remove) {
 void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
     for (const ViewState* viewState = &views; viewState; viewState = viewState->next) {
-        if (!document->HasView(viewState->view)) continue;
+        if (!target.views.Holds(viewState->view)) continue;
         viewState->view->PlaceTopLine(undone ? viewState->topLineBefore : viewState->topLineAfter);
-        viewState->view->PlaceSelection(undone ? viewState->anchorBefore : caret,
-                                        undone ? viewState->caretBefore : caret);
+        viewState->view->PlaceSelection(undone ? viewState->before : TextSelection{caret, caret});
     }
     MoveOtherViews();
 }
 
-bool TextEdit::Holds(const DocumentView* view) const {
+bool TextEdit::Holds(const TextDocumentView* view) const {
     const ViewState* viewState = &views;
     while (viewState && viewState->view != view) viewState = viewState->next;
     return viewState != nullptr;
 }
 
 bool TextEdit::HasOtherViews() const {
-    const ViewNode* node = document->FirstView();
-    while (node && Holds(node->view)) node = node->next;
-    return node != nullptr;
+    for (const TextDocumentView* view : target.views) {
+        if (!Holds(view)) return true;
+    }
+    return false;
 }
 
 void TextEdit::MoveOtherViews() {
-    for (const ViewNode* node = document->FirstView(); node; node = node->next) {
-        if (!Holds(node->view)) node->view->FollowChange(change);
+    for (TextDocumentView* view : target.views) {
+        if (!Holds(view)) view->FollowChange(change);
     }
 }
 
@@ -122,6 +122,6 @@ bool InsertEdit::SetUp(uint32_t offset, const Char* inserted, uint32_t length) {
     return SetUpEdit(offset, inserted, length);
 }
 
-bool DeleteEdit::SetUp(uint32_t offset, uint32_t length) {
-    return SetUpEdit(offset, document->Content() + offset, length);
+bool DeleteEdit::SetUp(TextRange range) {
+    return SetUpEdit(range.start, target.content.Content() + range.start, range.Length());
 }

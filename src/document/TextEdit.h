@@ -4,17 +4,15 @@
 #include "document/TextChange.h"
 #include "document/UndoRecord.h"
 
-class DocumentView;
-class TextBuffer;
+class TextDocumentView;
+struct EditTarget;
 
 // Where a view was before a change and where it goes after it.
 struct ViewState : HeapObject {
-    DocumentView* view = nullptr;
-    uint32_t anchorBefore = 0;
-    uint32_t caretBefore = 0;
+    TextDocumentView* view = nullptr;
+    TextSelection before;
+    TextSelection after;
     uint32_t topLineBefore = 0;
-    uint32_t anchorAfter = 0;
-    uint32_t caretAfter = 0;
     uint32_t topLineAfter = 0;
     ViewState* next = nullptr;
 };
@@ -32,7 +30,7 @@ public:
     // `undone`.
     virtual void MoveViews(bool undone);
 
-    TextBuffer* document;
+    EditTarget& target; // outlives the record
     bool isDelete;
     WString text; // inserted or removed
     uint32_t position = 0;
@@ -41,7 +39,7 @@ public:
     ViewState views;       // the first entry; further ones are chained and owned
 
 protected:
-    TextEdit(TextBuffer* owner, uint32_t initialState, bool deletes);
+    TextEdit(EditTarget& changed, State initialState, bool deletes);
     // Takes down the text and the place, then every view. False without memory.
     bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
     // Puts `text` into the store, or takes it out again, and moves the bookmarks. Only an insertion can fail.
@@ -54,19 +52,19 @@ protected:
 
 private:
     bool CaptureViews();
-    void CaptureView(ViewState& viewState, DocumentView* view) const;
-    bool Holds(const DocumentView* view) const;
+    void CaptureView(ViewState& viewState, TextDocumentView* view) const;
+    bool Holds(const TextDocumentView* view) const;
 };
 
 class InsertEdit final : public TextEdit {
 public:
-    explicit InsertEdit(TextBuffer* owner) : TextEdit(owner, InStore, false) {}
+    explicit InsertEdit(EditTarget& changed) : TextEdit(changed, State::InStore, false) {}
     // Copies the text and captures the views; false without memory.
     bool SetUp(uint32_t offset, const Char* inserted, uint32_t length);
 };
 
 class DeleteEdit final : public TextEdit {
 public:
-    explicit DeleteEdit(TextBuffer* owner) : TextEdit(owner, InStore, true) {}
-    bool SetUp(uint32_t offset, uint32_t length);
+    explicit DeleteEdit(EditTarget& changed) : TextEdit(changed, State::InStore, true) {}
+    bool SetUp(TextRange range);
 };

@@ -2,7 +2,7 @@
 
 #include "document/Encoding.h"
 
-// The first bytes of a file in each encoding.
+// The first bytes of a file in an encoding.
 struct Signature {
     uint8_t bytes[3];
     uint8_t count;

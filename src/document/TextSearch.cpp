@@ -12,24 +12,23 @@ uint32_t SearchQuery::Slice() const {
     return std::clamp(Comparisons / (length + 1), Least, Most);
 }
 
-bool TextSearch::IsWholeWord(const Char* text, uint32_t length, uint32_t offset, uint32_t count) {
-    if (offset >= length) return false;
-    if (offset > 0 && Text::IsWordChar(text[offset - 1])) return false;
-    const uint64_t end = uint64_t{offset} + count;
-    return end >= length || !Text::IsWordChar(text[end]);
+bool TextSearch::IsWholeWord(const Char* text, uint32_t length, TextRange range) {
+    if (range.start >= length) return false;
+    if (range.start > 0 && Text::IsWordChar(text[range.start - 1])) return false;
+    return range.end >= length || !Text::IsWordChar(text[range.end]);
 }
 
-bool TextSearch::Find(uint32_t from, uint32_t end, bool backward, SearchHit& hit, SearchProgress* progress) const {
-    from = std::min(from, length);
-    end = std::min(end, length);
+bool TextSearch::Find(SearchWay way, SearchHit& hit, SearchProgress* progress) const {
+    const uint32_t from = std::min(way.from, length);
+    const uint32_t end = std::min(way.end, length);
     uint32_t found = NoOffset;
     bool wrapped = false;
-    if (!Search(from, backward ? 0 : end, backward, found, progress)) return false;
+    if (!Search({from, way.backward ? 0 : end, way.backward}, found, progress)) return false;
     if (found == NoOffset) {
         // The second round leaves out what the first has gone through.
         wrapped = true;
-        const uint32_t start = backward ? length : 0;
-        if (!Search(start, backward ? from : std::min(from, end), backward, found, progress)) return false;
+        const SearchWay rest = {way.backward ? length : 0, way.backward ? from : std::min(from, end), way.backward};
+        if (!Search(rest, found, progress)) return false;
     }
     hit.wrapped = wrapped;
     if (found == NoOffset) return false;
@@ -37,24 +36,26 @@ bool TextSearch::Find(uint32_t from, uint32_t end, bool backward, SearchHit& hit
     return true;
 }
 
-bool TextSearch::Search(uint32_t from, uint32_t stop, bool backward, uint32_t& found, SearchProgress* progress) const {
+bool TextSearch::Search(SearchWay way, uint32_t& found, SearchProgress* progress) const {
     const uint32_t slice = query.Slice();
-    while (backward ? from > stop : from < stop) {
-        const uint32_t rest = backward ? from - stop : stop - from;
+    uint32_t from = way.from;
+    while (way.backward ? from > way.end : from < way.end) {
+        const uint32_t rest = way.backward ? from - way.end : way.end - from;
         const uint32_t step = std::min(rest, slice);
-        const uint32_t next = backward ? from - step : from + step;
-        found = backward ? FindBelow(from, next) : FindFrom(from, next);
+        const uint32_t next = way.backward ? from - step : from + step;
+        found = way.backward ? FindLast({next, from}) : FindFrom({from, next});
         if (found != NoOffset) return true;
         from = next;
-        if (progress && !progress->Continue(backward ? length - from : from, length)) return false;
+        if (progress && !progress->Continue(way.backward ? length - from : from, length)) return false;
     }
     return true;
 }
 
-uint32_t TextSearch::FindFrom(uint32_t from, uint32_t end) const {
-    while (from < end) {
+uint32_t TextSearch::FindFrom(TextRange area) const {
+    for (uint32_t from = area.start; from < area.end;) {
         size_t at = from;
-        if (query.length) at = Scan::FindForward(text, length, from, end, query.text, query.length, query.matchCase);
+        if (query.length)
+            at = Scan::FindForward(text, length, from, area.end, query.text, query.length, query.matchCase);
         if (at == Scan::NotFound) break;
         const auto candidate = static_cast<uint32_t>(at);
         if (Accepts(candidate)) return candidate;
@@ -63,8 +64,9 @@ uint32_t TextSearch::FindFrom(uint32_t from, uint32_t end) const {
     return NoOffset;
 }
 
-uint32_t TextSearch::FindBelow(uint32_t from, uint32_t lowest) const {
-    while (from > lowest) {
+uint32_t TextSearch::FindLast(TextRange area) const {
+    const uint32_t lowest = area.start;
+    for (uint32_t from = area.end; from > lowest;) {
         size_t at = from - lowest - 1;
         if (query.length) {
             at = Scan::FindBackward(text + lowest, length - lowest, from - lowest, query.text, query.length,

@@ -43,38 +43,40 @@ bool TextStore::EnsureCapacity(uint64_t characters) {
     return true;
 }
 
-bool TextStore::Insert(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines) {
+bool TextStore::Insert(uint32_t offset, const Char* inserted, TextExtent extent) {
+    const uint32_t count = extent.characters;
     if (!EnsureCapacity(uint64_t{length} + count)) return false;
     std::memmove(text + offset + count, text + offset, (size_t{length} - offset) * sizeof(Char));
     std::memcpy(text + offset, inserted, count * sizeof(Char));
     length += count;
     text[length] = 0;
-    lineCount += newLines;
-    lineCache.Inserted(offset, count, newLines);
+    lineCount += extent.lineFeeds;
+    lineCache.Inserted(offset, extent);
     lastLineStart = NoOffset;
     return true;
 }
 
-void TextStore::Delete(uint32_t offset, uint32_t count, uint32_t newLines) {
-    const size_t end = size_t{offset} + count;
+void TextStore::Delete(uint32_t offset, TextExtent extent) {
+    const size_t end = size_t{offset} + extent.characters;
     std::memmove(text + offset, text + end, (length - end) * sizeof(Char));
-    length -= count;
+    length -= extent.characters;
     text[length] = 0;
-    lineCount -= newLines;
-    lineCache.Deleted(offset, count, newLines);
+    lineCount -= extent.lineFeeds;
+    lineCache.Deleted(offset, extent);
     lastLineStart = NoOffset;
 }
 
-bool TextStore::ReplaceLine(uint32_t offset, uint32_t oldCount, const Char* newText, uint32_t newCount) {
+bool TextStore::ReplaceLine(TextRange old, const Char* newText, uint32_t newCount) {
+    const uint32_t offset = old.start;
+    const uint32_t oldCount = old.Length();
     const uint64_t newLength = uint64_t{length} - oldCount + newCount;
     if (!EnsureCapacity(newLength)) return false;
     // In the last line the old characters end with the terminator, which `length` does not count: nothing
     // follows then.
-    const size_t end = size_t{offset} + oldCount;
-    const size_t tail = length > end ? length - end : 0;
-    std::memmove(text + offset + newCount, text + end, tail * sizeof(Char));
-    if (newCount > oldCount) lineCache.Inserted(offset, newCount - oldCount, 0);
-    if (newCount < oldCount) lineCache.Deleted(offset + newCount, oldCount - newCount, 0);
+    const size_t tail = length > old.end ? length - old.end : 0;
+    std::memmove(text + offset + newCount, text + old.end, tail * sizeof(Char));
+    if (newCount > oldCount) lineCache.Inserted(offset, {newCount - oldCount, 0});
+    if (newCount < oldCount) lineCache.Deleted(offset + newCount, {oldCount - newCount, 0});
     std::memcpy(text + offset, newText, newCount * sizeof(Char));
     length = static_cast<uint32_t>(newLength);
     text[length] = 0;
@@ -90,12 +92,13 @@ void TextStore::Rewritten(uint32_t newLength, uint32_t newLineCount) {
     lastLineStart = NoOffset;
 }
 
-void TextStore::Appended(uint32_t count, uint32_t newLines) {
-    lastLineStart =
-        newLines ? length + static_cast<uint32_t>(Scan::FindLineStart(text + length, count)) : LastLineStart();
-    length += count;
+void TextStore::Appended(TextExtent added) {
+    lastLineStart = added.lineFeeds
+                        ? length + static_cast<uint32_t>(Scan::FindLineStart(text + length, added.characters))
+                        : LastLineStart();
+    length += added.characters;
     text[length] = 0;
-    lineCount += newLines;
+    lineCount += added.lineFeeds;
 }
 
 uint32_t TextStore::LastLineStart() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/Types.h"
 #include "document/LineCache.h"
 
 // The text of a document: one flat array of UTF-16 in which line feed is the only line break, followed by a
@@ -33,19 +32,19 @@ public:
     // Room for `characters` and their terminator. False without memory; nothing has changed then.
     [[nodiscard]] bool EnsureCapacity(uint64_t characters);
 
-    // `newLines` are the line feeds among the characters that come or go. Only an insertion can fail.
-    [[nodiscard]] bool Insert(uint32_t offset, const Char* inserted, uint32_t count, uint32_t newLines);
-    void Delete(uint32_t offset, uint32_t count, uint32_t newLines);
-    // Another text for the `oldCount` characters at `offset`, which are the rest of a line and may reach to the
-    // terminator. The number of lines stays.
-    [[nodiscard]] bool ReplaceLine(uint32_t offset, uint32_t oldCount, const Char* newText, uint32_t newCount);
+    // Only an insertion can fail.
+    [[nodiscard]] bool Insert(uint32_t offset, const Char* inserted, TextExtent extent);
+    void Delete(uint32_t offset, TextExtent extent);
+    // Another text for these characters, which are the rest of a line and may reach to just after the terminator.
+    // The number of lines stays.
+    [[nodiscard]] bool ReplaceLine(TextRange old, const Char* newText, uint32_t newCount);
     void SetCharacter(uint32_t offset, Char character) { text[offset] = character; }
 
     // For changes in many places: writing in place, and what the text then is. The room was made before.
     Char* Data() { return text; }
     void Rewritten(uint32_t newLength, uint32_t newLineCount);
-    // Counts `count` characters, with `newLines` line feeds, that were written after the end.
-    void Appended(uint32_t count, uint32_t newLines);
+    // Counts characters that were written after the end.
+    void Appended(TextExtent added);
 
     // A line past the end yields the start of the last one.
     uint32_t LineToOffset(uint32_t line);

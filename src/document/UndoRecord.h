@@ -7,7 +7,7 @@
 // recent first.
 class UndoRecord : public HeapObject {
 public:
-    enum State : uint32_t {
+    enum class State : uint32_t {
         GroupBegin = 0,
         GroupEnd = 1,
         InStore = 2,    // the change lives in the store
@@ -33,5 +33,5 @@ protected:
 // Brackets the records of one step; groups may nest.
 class GroupMarker final : public UndoRecord {
 public:
-    explicit GroupMarker(uint32_t markerState) : UndoRecord(markerState) {}
+    explicit GroupMarker(State markerState) : UndoRecord(markerState) {}
 };

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "base/Assert.h"
-#include "base/List.h"
-#include "document/DocumentView.h"
+#include "document/TextDocumentView.h"
 
 // Tells all views of a text document what has happened to it. While a Telling lives, nothing may edit.
 class ViewNotifier {
 public:
-    explicit ViewNotifier(const List<ViewNode>& list) : views(list) {}
+    explicit ViewNotifier(const TextViews& all) : views(all) {}
     ViewNotifier(const ViewNotifier&) = delete;
     ViewNotifier& operator=(const ViewNotifier&) = delete;
 
@@ -33,11 +32,11 @@ public:
     void Follow(const TextChange& change, const DocumentView* except) const;
     void EditFinished() const;
     void Invalidate() const;
-    void InvalidateLines(uint32_t first, uint32_t last) const;
+    void InvalidateLines(LineRange lines) const;
     // Repaints what a change may have altered on the screen.
     void InvalidateChange(const TextChange& change) const;
 
 private:
-    const List<ViewNode>& views;
+    TextViews views;
     bool telling = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "base/Types.h"
+#include "document/TextPosition.h"
+#include "document/TextRange.h"
 
 class ShownText;
 class TextCaret;

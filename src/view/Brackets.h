@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/Types.h"
+#include "document/TextRange.h"
 
 // One bracket of a set in which each opening bracket is followed by its closing one.
 struct Bracket {

@@ -54,8 +54,8 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
         const TextCaret& caret = editor.Caret();
         const uint32_t from = backward ? caret.SelectionStart() : caret.SelectionEnd();
         success = searchable && findState.searchHistory.Add(wanted) &&
-                  document->FindText({wanted.Text(), wanted.Length(), findState.matchCase, findState.wholeWord}, from,
-                                     editor.Text().Length(), backward, hit, &progress);
+                  document->FindText({wanted.Text(), wanted.Length(), findState.matchCase, findState.wholeWord},
+                                     {from, editor.Text().Length(), backward}, hit, &progress);
     }
     if (!success) {
         HostCalls::SearchFailed(surface);

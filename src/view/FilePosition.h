@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
+#include "document/TextPosition.h"
 #include "view/TextSpan.h"
 
 // A file position that a line of text names, such as "1>C:\src\a.cpp(12): error" or "a.cpp:12".

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/TextRange.h"
 #include "view/LineLayout.h"
 
 // Remembers a place far out in one long line, so that a caret that follows a growing line is not measured from

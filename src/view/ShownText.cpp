@@ -42,9 +42,7 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
             return {document->EditLineNumber(), offset - start};
         if (offset > start) offset -= PendingGrowth(); // the store does not know of the edit
     }
-    TextPosition position;
-    document->OffsetToLineColumn(offset, position.line, position.column);
-    return position;
+    return document->OffsetToLineColumn(offset);
 }
 
 // The states that are remembered are those of the store; the open line is scanned in between.

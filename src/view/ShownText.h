@@ -1,7 +1,7 @@
 #pragma once
 
+#include "document/TextPosition.h"
 #include "view/LineStates.h"
-#include "view/TextPosition.h"
 #include "view/TextSpan.h"
 
 class TextBuffer;

@@ -14,9 +14,10 @@ void StatusFields::Show(ViewHost& host, const StatusValues& values) {
         last = value;
         host.SetStatusText(field, text.Text());
     };
-    const uint32_t ending = values.lineEnding;
-    send(StatusField::Line, sent.line, values.line, u"\tLn %u", values.line + 1);
-    send(StatusField::Column, sent.column, values.column, u"\tCol %u", values.column + 1);
+    const auto [line, column] = values.caret;
+    const auto ending = static_cast<uint32_t>(values.lineEnding);
+    send(StatusField::Line, sent.line, line, u"\tLn %u", line + 1);
+    send(StatusField::Column, sent.column, column, u"\tCol %u", column + 1);
     send(StatusField::Overwrite, sent.overwrite, values.overwrite, values.overwrite ? u"\tOVR" : u"\tINS", 0);
     send(StatusField::LineEnding, sent.lineEnding, ending, ending < 4 ? Endings[ending] : u"", 0);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "base/Types.h"
+#include "document/Encoding.h"
+#include "document/TextPosition.h"
 
 class ViewHost;
 
@@ -19,5 +20,15 @@ public:
     void Forget() { sent = {}; }
 
 private:
-    StatusValues sent;
+    // The value that each field shows.
+    struct Sent {
+        static constexpr uint32_t Unknown = UINT32_MAX;
+
+        uint32_t line = Unknown;
+        uint32_t column = Unknown;
+        uint32_t overwrite = Unknown;
+        uint32_t lineEnding = Unknown;
+    };
+
+    Sent sent;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/Types.h"
-#include "view/TextPosition.h"
+#include "document/TextPosition.h"
+#include "document/TextRange.h"
 
 class ShownText;
 struct TextChange;
@@ -15,6 +15,7 @@ public:
     TextPosition Position() const { return position; }
     uint32_t Offset() const { return offset; }
     uint32_t Anchor() const { return anchor; }
+    TextSelection Selection() const { return {anchor, offset}; }
     // The column that was asked for last, kept for moves up and down across shorter lines.
     uint32_t PreferredColumn() const { return preferredColumn; }
     bool HasSelection() const { return anchor != offset; }

@@ -16,7 +16,7 @@ void TextEditor::SetDocument(TextBuffer* newDocument) {
     if (newDocument) viewport.UpdateScrollBars();
 }
 
-void TextEditor::InvalidateLines(uint32_t first, uint32_t last) { redraw.InvalidateRows(first, last, viewport.Rows()); }
+void TextEditor::InvalidateLines(LineRange lines) { redraw.InvalidateRows(lines.first, lines.last, viewport.Rows()); }
 
 void TextEditor::LineCountChanged() {
     if (viewport.UpdateGutter()) {
@@ -31,16 +31,15 @@ void TextEditor::TextChanged(uint32_t offset) {
     viewport.TextChanged(offset);
 }
 
-void TextEditor::PlaceCaret(uint32_t line, uint32_t column) {
+void TextEditor::PlaceCaret(TextPosition place) {
     if (!GetTextBuffer()) return;
-    SetCaret({line, column}, false);
+    SetCaret(place, false);
     matchDue = true;
 }
 
-void TextEditor::PlaceSelection(uint32_t anchor, uint32_t end) {
-    const TextPosition place = text.PositionOf(end < text.Length() ? end : text.Length());
-    PlaceCaret(place.line, place.column);
-    SetSelection(anchor);
+void TextEditor::PlaceSelection(TextSelection selection) {
+    PlaceCaret(text.PositionOf(selection.caret < text.Length() ? selection.caret : text.Length()));
+    SetSelection(selection.anchor);
 }
 
 void TextEditor::FollowChange(const TextChange& change) {
@@ -108,9 +107,9 @@ void TextEditor::SetCaret(TextPosition place, bool extend) {
     caret.MoveTo(text, place, extend);
     if (extend) {
         // Only what lies between the old and the new caret becomes selected or ceases to be.
-        if (caret.Offset() != old.Offset()) InvalidateLines(old.Line(), caret.Line());
+        if (caret.Offset() != old.Offset()) InvalidateLines({old.Line(), caret.Line()});
     } else if (old.HasSelection()) {
-        InvalidateLines(text.LineOf(old.Anchor()), old.Line());
+        InvalidateLines({text.LineOf(old.Anchor()), old.Line()});
     }
     if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
     UpdateCaret(true);
@@ -133,7 +132,7 @@ void TextEditor::SetSelection(uint32_t anchor) {
 
 void TextEditor::CollapseSelection() {
     if (!caret.HasSelection()) return;
-    InvalidateLines(text.LineOf(caret.Anchor()), caret.Line());
+    InvalidateLines({text.LineOf(caret.Anchor()), caret.Line()});
     caret.Collapse();
 }
 
@@ -146,7 +145,7 @@ void TextEditor::GoToLine(uint32_t line, bool selectLine) {
     MoveCaret(line, 0);
     if (!selectLine) return;
     caret.SetAnchor(text, caret.Offset() + text.Line(caret.Line()).length);
-    InvalidateLines(caret.Line(), caret.Line());
+    InvalidateLines({caret.Line(), caret.Line()});
 }
 
 void TextEditor::UpdateCaret(bool scrollIntoView) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "document/DocumentView.h"
 #include "document/TextBuffer.h"
 #include "view/BracketMatch.h"
 #include "view/ShownText.h"
@@ -13,7 +12,7 @@
 // operations here, in the files Editor*.h. One per view; the document is not owned.
 //
 // Offsets count the text as the user sees it (see ShownText).
-class TextEditor final : public DocumentView {
+class TextEditor final : public TextDocumentView {
 public:
     // Both are the same window.
     TextEditor(EditorSurface& window, TextSurface& textWindow) : surface(window), textSurface(textWindow) {}
@@ -34,22 +33,20 @@ public:
     const BracketPair& MatchedBrackets() const { return match.Pair(); }
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
 
-    // DocumentView.
+    // DocumentView and TextDocumentView.
     bool HasWindow() const override { return surface.HasWindow(); }
     bool HasFocus() const override { return surface.HasFocus(); }
     void Invalidate() override { redraw.InvalidateAll(); }
-    void InvalidateLines(uint32_t first, uint32_t last) override;
+    void InvalidateLines(LineRange lines) override;
     void LineCountChanged() override;
     void TextChanged(uint32_t offset) override;
-    void PlaceCaret(uint32_t line, uint32_t column) override;
-    void PlaceSelection(uint32_t anchor, uint32_t end) override;
+    void PlaceCaret(TextPosition place) override;
+    void PlaceSelection(TextSelection selection) override;
     void PlaceTopLine(uint32_t line) override { viewport.ScrollTo(line); }
     void FollowChange(const TextChange& change) override;
     void EditFinished() override;
-    uint32_t CaretLine() const override { return caret.Line(); }
-    uint32_t CaretColumn() const override { return caret.Column(); }
-    uint32_t SelectionAnchor() const override { return caret.Anchor(); }
-    uint32_t CaretOffset() const override { return caret.Offset(); }
+    TextPosition CaretPosition() const override { return caret.Position(); }
+    TextSelection Selection() const override { return caret.Selection(); }
     uint32_t TopLine() const override { return viewport.TopLine(); }
     void RefreshStatus() override;
     void DocumentChanged(Document* changed) override;

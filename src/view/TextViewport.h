@@ -1,8 +1,8 @@
 #pragma once
 
+#include "document/TextPosition.h"
 #include "view/LineLayout.h"
 #include "view/MeasuredLine.h"
-#include "view/TextPosition.h"
 #include "view/TextSurface.h"
 #include "viewbase/Redraw.h"
 #include "viewbase/Scrolling.h"

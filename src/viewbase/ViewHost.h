@@ -1,6 +1,7 @@
 #pragma once
 
-#include "base/Types.h"
+#include "document/SettingsChanged.h"
+#include "document/TextPosition.h"
 #include "viewbase/MessageKind.h"
 
 class Document;

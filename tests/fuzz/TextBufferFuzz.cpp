@@ -159,7 +159,7 @@ private:
         const uint32_t rules = input.Byte();
         SearchHit hit;
         const uint32_t from = input.Number();
-        if (document->FindText(Query(pattern, rules & 1, rules & 2), from, input.Number(), rules & 4, hit))
+        if (document->FindText(Query(pattern, rules & 1, rules & 2), {from, input.Number(), (rules & 4) != 0}, hit))
             Require(hit.offset + pattern.size() <= document->Length());
     }
     void Commit(Input&) { Require(document->CommitEdit()); }

@@ -33,7 +33,6 @@ public:
     bool HasWindow() const override { return true; }
     bool HasFocus() const override { return false; }
     void Invalidate() override {}
-    void RefreshStatus() override {}
     void DocumentChanged(Document*) override { ++documentChanges; }
     View* AsView() override { return nullptr; }
     void Destroy() override {

@@ -14,7 +14,7 @@
 //
 //     FakeView* view = FakeView::Create(document);   // in the document's list, which owns it
 //     view->Activate();
-class FakeView final : public DocumentView {
+class FakeView final : public TextDocumentView {
 public:
     explicit FakeView(TextBuffer& shown) : document(shown) { ++alive; }
     FakeView(const FakeView&) = delete;
@@ -22,7 +22,7 @@ public:
 
     // Makes a view through TextBuffer::CreateView; null when that fails.
     static FakeView* Create(TextBuffer& document, bool withWindow = true) {
-        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> DocumentView* {
+        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> TextDocumentView* {
             return failNext ? (failNext = false, nullptr) : new FakeView(shown);
         });
         auto* view = static_cast<FakeView*>(document.CreateView(nullptr));
@@ -36,21 +36,18 @@ public:
     void Activate() {
         focus = true;
         document.SetActiveView(this);
-        document.LoadEditLine(caretLine);
+        document.LoadEditLine(place.line);
     }
     // As the user would: with the line opened when this is the active view.
     void MoveCaret(uint32_t line, uint32_t column) {
         Open(line);
-        Place(line, column);
+        Place({line, column});
         anchor = caret;
     }
     void PutCaret(uint32_t line, uint32_t column) { MoveCaret(line, column); }
     void SelectRange(uint32_t newAnchor, uint32_t newCaret) {
-        uint32_t line = 0;
-        uint32_t column = 0;
-        document.OffsetToLineColumn(std::min(newCaret, TextLength()), line, column);
-        Open(line);
-        PlaceSelection(newAnchor, newCaret);
+        Open(document.OffsetToLineColumn(std::min(newCaret, TextLength())).line);
+        PlaceSelection({newAnchor, newCaret});
     }
     void SetTopLine(uint32_t line) { topLine = line; }
     void ForgetCalls() {
@@ -63,28 +60,24 @@ public:
     bool HasWindow() const override { return window; }
     bool HasFocus() const override { return focus; }
     void Invalidate() override { ++invalidations; }
-    void InvalidateLines(uint32_t first, uint32_t last) override { invalidatedLines.emplace_back(first, last); }
+    void InvalidateLines(LineRange lines) override { invalidatedLines.push_back(lines); }
     void LineCountChanged() override { ++lineCountChanges; }
     void TextChanged(uint32_t offset) override {
         textChanges.push_back(offset);
         movesBeforeChange = caretMoves;
     }
-    void PlaceCaret(uint32_t line, uint32_t column) override {
+    void PlaceCaret(TextPosition wanted) override {
         onMoved();
         ++caretMoves;
-        Place(line, column);
+        Place(wanted);
         anchor = caret;
     }
-    void PlaceSelection(uint32_t newAnchor, uint32_t newCaret) override {
+    void PlaceSelection(TextSelection selection) override {
         onMoved();
         const uint32_t end = TextLength();
-        newAnchor = std::min(newAnchor, end);
-        newCaret = std::min(newCaret, end);
-        uint32_t line = 0;
-        uint32_t column = 0;
-        document.OffsetToLineColumn(newCaret, line, column);
-        Place(line, column);
-        anchor = newAnchor;
+        const uint32_t newCaret = std::min(selection.caret, end);
+        Place(document.OffsetToLineColumn(newCaret));
+        anchor = std::min(selection.anchor, end);
         caret = newCaret;
     }
     void PlaceTopLine(uint32_t line) override { topLine = line; }
@@ -96,17 +89,15 @@ public:
         anchor = change.Moved(anchor);
         const uint32_t moved = change.Moved(caret);
         if (change.ChangesLines()) {
-            document.OffsetToLineColumn(moved, caretLine, caretColumn);
-        } else if (caretLine == change.startLine) {
-            caretColumn += moved - caret;
+            place = document.OffsetToLineColumn(moved);
+        } else if (place.line == change.startLine) {
+            place.column += moved - caret;
         }
         caret = moved;
         topLine = change.MovedLine(topLine);
     }
-    uint32_t CaretLine() const override { return caretLine; }
-    uint32_t CaretColumn() const override { return caretColumn; }
-    uint32_t SelectionAnchor() const override { return anchor; }
-    uint32_t CaretOffset() const override { return caret; }
+    TextPosition CaretPosition() const override { return place; }
+    TextSelection Selection() const override { return {anchor, caret}; }
     uint32_t TopLine() const override { return topLine; }
     void RefreshStatus() override { ++statusRefreshes; }
     void DocumentChanged(Document*) override { ++documentChanges; }
@@ -147,20 +138,19 @@ private:
     void Open(uint32_t line) {
         if (document.ActiveView() == this && document.EditLineNumber() != NoLine) document.LoadEditLine(line);
     }
-    void Place(uint32_t line, uint32_t column) {
-        caretLine = std::min(line, document.GetLineCount() - 1);
-        const bool open = document.EditLineNumber() == caretLine;
+    void Place(TextPosition wanted) {
+        place.line = std::min(wanted.line, document.GetLineCount() - 1);
+        const bool open = document.EditLineNumber() == place.line;
         bool isLast = false;
-        uint32_t start = document.LineToOffset(caretLine);
+        uint32_t start = document.LineToOffset(place.line);
         const uint32_t lineLength = open ? document.EditLine().Length() - 1 : document.LineLength(start, isLast);
-        if (caretLine > document.EditLineNumber()) start += PendingGrowth();
-        caretColumn = std::min(column, lineLength);
-        caret = start + caretColumn;
+        if (place.line > document.EditLineNumber()) start += PendingGrowth();
+        place.column = std::min(wanted.column, lineLength);
+        caret = start + place.column;
     }
 
     TextBuffer& document;
-    uint32_t caretLine = 0;
-    uint32_t caretColumn = 0;
+    TextPosition place;
     uint32_t anchor = 0;
     uint32_t caret = 0;
     uint32_t topLine = 0;

@@ -64,7 +64,7 @@ struct TestView {
     // In the document's list of views, which owns it.
     static TestView* Create(TextBuffer& document) {
         static TestView* made;
-        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> DocumentView* {
+        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> TextDocumentView* {
             made = new TestView;
             made->editor.SetDocument(&shown);
             return &made->editor;

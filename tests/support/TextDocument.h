@@ -13,7 +13,7 @@ struct TextBufferProbe {
         document.MakeEmpty();
         const auto count = static_cast<uint32_t>(text.size());
         const auto newLines = static_cast<uint32_t>(Scan::Reference::CountLineFeeds(text.data(), text.size()));
-        static_cast<void>(document.Parts().store.Insert(0, text.data(), count, newLines));
+        static_cast<void>(document.Parts().store.Insert(0, text.data(), {count, newLines}));
     }
     static const LineCache& Cache(const TextBuffer& document) { return document.Parts().store.Cache(); }
     static const UndoRecord* UndoHead(const TextBuffer& document) { return document.History().UndoHead(); }

@@ -32,9 +32,8 @@ void FillLists(HWND dialog, const Document& document) {
         for (uint32_t i = 0; i < EncodingCount; ++i) AddItem(encodings, names[i]);
     } else {
         AddItem(encodings, u"None");
-        current = 0;
     }
-    SendMessageW(encodings, CB_SETCURSEL, current, 0);
+    SendMessageW(encodings, CB_SETCURSEL, static_cast<WPARAM>(current), 0);
     const HWND endings = GetDlgItem(dialog, IDC_LINE_ENDING);
     AddItem(endings, u"Unix");
     AddItem(endings, u"Dos");

@@ -32,7 +32,7 @@ void FrameSettings::Apply(SettingsChanged kind) {
     for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
         node->document->OnSettingsChanged(kind);
     screen.LayOut();
-    LayOutViews(flags);
+    LayOutViews(kind);
 }
 
 void FrameSettings::OnMetricsChanged() { LayOutViews(SettingsChanged::Layout); }

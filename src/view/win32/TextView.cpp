@@ -7,7 +7,7 @@
 #include "viewbase/win32/TextPainter.h"
 #include "viewbase/win32/ViewFont.h"
 
-DocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
+TextDocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
     TextView* view = new TextView;
     if (!view) return nullptr;
     view->editor.SetDocument(&document);

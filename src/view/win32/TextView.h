@@ -14,7 +14,7 @@ public:
 
     // A view of `document` in a window inside `parent`, or without a window when that is null. Null on
     // failure. Installed as the document's view factory.
-    static DocumentView* Create(TextBuffer& document, NativeWindow parent);
+    static TextDocumentView* Create(TextBuffer& document, NativeWindow parent);
 
     TextEditor& Editor() { return editor; }
 

@@ -7,13 +7,13 @@
 #include <string>
 
 // A view of a document: only where its caret is.
-class CaretView final : public DocumentView {
+class CaretView final : public TextDocumentView {
 public:
     explicit CaretView(Document* viewed = nullptr) : document(viewed) {}
 
     // The views of text documents from now on.
     static void InstallForTexts() {
-        SetTextViewFactory([](TextBuffer& text, NativeWindow) -> DocumentView* {
+        SetTextViewFactory([](TextBuffer& text, NativeWindow) -> TextDocumentView* {
             auto* const view = new CaretView(&text);
             view->deletesItself = true;
             return view;
@@ -23,15 +23,16 @@ public:
     bool HasWindow() const override { return false; }
     bool HasFocus() const override { return false; }
     void Invalidate() override {}
-    void InvalidateLines(uint32_t, uint32_t) override {}
+    void InvalidateLines(LineRange) override {}
     void LineCountChanged() override {}
-    void PlaceCaret(uint32_t line, uint32_t) override { caretLine = line; }
-    void PlaceSelection(uint32_t, uint32_t) override {}
+    void TextChanged(uint32_t) override {}
+    void PlaceCaret(TextPosition place) override { caretLine = place.line; }
+    void PlaceSelection(TextSelection) override {}
     void PlaceTopLine(uint32_t) override {}
-    uint32_t CaretLine() const override { return caretLine; }
-    uint32_t CaretColumn() const override { return 0; }
-    uint32_t SelectionAnchor() const override { return 0; }
-    uint32_t CaretOffset() const override { return 0; }
+    void FollowChange(const TextChange&) override {}
+    void EditFinished() override {}
+    TextPosition CaretPosition() const override { return {caretLine, 0}; }
+    TextSelection Selection() const override { return {}; }
     uint32_t TopLine() const override { return 0; }
     void RefreshStatus() override {}
     void DocumentChanged(Document*) override {}

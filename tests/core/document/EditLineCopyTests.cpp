@@ -8,7 +8,7 @@
 namespace {
 
 struct EditLineCopyTest : testing::Test {
-    EditLineCopyTest() { EXPECT_TRUE(store.Insert(0, u"one\ntwo\nthree", 13, 2)); }
+    EditLineCopyTest() { EXPECT_TRUE(store.Insert(0, u"one\ntwo\nthree", {13, 2})); }
     std::u16string Content() const { return {store.Text(), store.Length()}; }
     std::u16string Copy() const { return {line.Text().Text(), line.Text().Length()}; }
 
@@ -20,7 +20,7 @@ struct EditLineCopyTest : testing::Test {
 
 TEST_F(EditLineCopyTest, NoLineIsOpenAtFirst) {
     EXPECT_FALSE(line.IsOpen());
-    EXPECT_EQ(line.Number(), EditLine::NoLine);
+    EXPECT_EQ(line.Number(), NoLine);
     EXPECT_FALSE(line.IsPending());
     EXPECT_EQ(line.Length(), 0u);
 }

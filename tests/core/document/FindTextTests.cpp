@@ -25,7 +25,7 @@ Found Find(TextBuffer& document, const std::u16string& pattern, uint32_t from, u
     Found result;
     SearchHit hit;
     const bool found =
-        document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), from, end, rules.backward, hit);
+        document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), {from, end, rules.backward}, hit);
     result.wrapped = hit.wrapped;
     if (found) result.at = hit.offset;
     return result;

@@ -76,7 +76,7 @@ TEST(LineCache, AnInsertionMovesOnlyWhatFollowsIt) {
     cache.Add(1, 10);
     cache.Add(2, 20);
     cache.Add(3, 30);
-    cache.Inserted(20, 7, 2);
+    cache.Inserted(20, {7, 2});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{5, 37}, {2, 20}, {1, 10}}));
 }
 
@@ -87,14 +87,14 @@ TEST(LineCache, ADeletionRemovesWhatLiesInItEndsIncluded) {
     cache.Add(3, 15);
     cache.Add(4, 20);
     cache.Add(5, 21);
-    cache.Deleted(10, 10, 3);
+    cache.Deleted(10, {10, 3});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{2, 11}, {1, 9}}));
 }
 
 TEST(LineCache, ADeletionClampsAtZero) {
     LineCache cache;
     cache.Add(2, 50);
-    cache.Deleted(0, 40, 3);
+    cache.Deleted(0, {40, 3});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{0, 10}}));
 }
 
@@ -109,7 +109,7 @@ TEST(LineCache, ADeletionThatEndsBeyond32BitsRemovesAllThatFollowsIt) {
 TEST(LineCache, TakesEntriesAgainAfterADeletionAndAfterClear) {
     LineCache cache;
     for (uint32_t i = 0; i < 5; ++i) cache.Add(i, i);
-    cache.Deleted(0, 3, 0);
+    cache.Deleted(0, {3, 0});
     EXPECT_EQ(cache.Count(), 1u);
     for (uint32_t i = 0; i < 4; ++i) cache.Add(100 + i, 200 + i);
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{103, 203}, {102, 202}, {101, 201}, {100, 200}, {4, 1}}));
@@ -170,11 +170,11 @@ TEST(LineCache, BehavesLikeThePlainListOnRandomOperations) {
             model.Add(a, b * 5);
             break;
         case 2:
-            cache.Inserted(a, b, c);
+            cache.Inserted(a, {b, c});
             model.Inserted(a, b, c);
             break;
         default:
-            cache.Deleted(a, b, c);
+            cache.Deleted(a, {b, c});
             model.Deleted(a, b, c);
             break;
         }

@@ -1,5 +1,7 @@
 #include "document/LineMarks.h"
 
+#include "document/TextPosition.h"
+
 #include "support/FailureInjection.h"
 #include "support/Random.h"
 

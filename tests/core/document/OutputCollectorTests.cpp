@@ -45,7 +45,7 @@ TEST_F(OutputCollectorTest, WhatACommandPrintsIsAppendedUntilItEnds) {
 }
 
 TEST_F(OutputCollectorTest, TextOfTheOwnerStaysInFront) {
-    ASSERT_TRUE(store.Insert(0, u"before\n", 7, 1));
+    ASSERT_TRUE(store.Insert(0, u"before\n", {7, 1}));
     ASSERT_TRUE(Start("say one"));
     ASSERT_TRUE(SpeakerScripts::Eventually([this] { return output.Poll() || Text() == u"before\none"; }));
     EXPECT_EQ(Text(), u"before\none");

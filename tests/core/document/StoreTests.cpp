@@ -12,7 +12,7 @@ std::u16string TextOf(const TextStore& store) { return {store.Text(), store.Leng
 
 bool Insert(TextStore& store, uint32_t offset, const std::u16string& text) {
     const auto lines = static_cast<uint32_t>(std::count(text.begin(), text.end(), u'\n'));
-    return store.Insert(offset, text.data(), static_cast<uint32_t>(text.size()), lines);
+    return store.Insert(offset, text.data(), {static_cast<uint32_t>(text.size()), lines});
 }
 
 } // namespace
@@ -39,7 +39,7 @@ TEST(Store, GrowsToExactlyWhatIsNeeded) {
     EXPECT_EQ(store.Capacity(), 14u);
     EXPECT_EQ(store.LineCount(), 3u);
     EXPECT_EQ(store.Text()[store.Length()], 0);
-    store.Delete(0, 4, 1);
+    store.Delete(0, {4, 1});
     EXPECT_EQ(TextOf(store), u"two\nthree");
     EXPECT_EQ(store.Capacity(), 14u);
 }
@@ -70,13 +70,13 @@ TEST(Store, ALineIsReplacedWithTheLinesAfterItKept) {
     TextStore store;
     ASSERT_TRUE(Insert(store, 0, u"one\ntwo\nthree"));
     EXPECT_EQ(store.LineToOffset(2), 8u);
-    ASSERT_TRUE(store.ReplaceLine(4, 4, u"longer\n", 7));
+    ASSERT_TRUE(store.ReplaceLine({4, 8}, u"longer\n", 7));
     EXPECT_EQ(TextOf(store), u"one\nlonger\nthree");
     EXPECT_EQ(store.LineToOffset(2), 11u) << "the remembered line has moved";
-    ASSERT_TRUE(store.ReplaceLine(4, 7, u"\n", 1));
+    ASSERT_TRUE(store.ReplaceLine({4, 11}, u"\n", 1));
     EXPECT_EQ(TextOf(store), u"one\n\nthree");
     // The last line goes with the terminator.
-    ASSERT_TRUE(store.ReplaceLine(5, 6, u"four", 5));
+    ASSERT_TRUE(store.ReplaceLine({5, 11}, u"four", 5));
     EXPECT_EQ(std::u16string(store.Text()), u"one\n\nfour");
 }
 
@@ -86,15 +86,15 @@ TEST(Store, AppendedTextMovesTheStartOfTheLastLine) {
     EXPECT_EQ(store.LastLineStart(), 4u);
     ASSERT_TRUE(store.EnsureCapacity(20));
     store.Data()[6] = u'o';
-    store.Appended(1, 0);
+    store.Appended({1, 0});
     EXPECT_EQ(store.LastLineStart(), 4u);
     store.Data()[7] = u'\n';
     store.Data()[8] = u'x';
-    store.Appended(2, 1);
+    store.Appended({2, 1});
     EXPECT_EQ(TextOf(store), u"one\ntwo\nx");
     EXPECT_EQ(store.LastLineStart(), 8u);
     EXPECT_EQ(store.LineCount(), 3u);
-    store.Delete(0, 4, 1);
+    store.Delete(0, {4, 1});
     EXPECT_EQ(store.LastLineStart(), 4u);
 }
 

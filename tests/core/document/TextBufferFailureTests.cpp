@@ -62,7 +62,7 @@ struct Scene {
                      document->GetTitle()};
         ViewNode* cursor = nullptr;
         do {
-            const DocumentView* each = document->EnumViews(cursor, cursor);
+            const auto* each = static_cast<FakeView*>(document->EnumViews(cursor, cursor));
             for (uint32_t value : {each->CaretLine(), each->CaretColumn(), each->SelectionAnchor(), each->CaretOffset(),
                                    each->TopLine()})
                 now.places.push_back(value);

@@ -10,8 +10,6 @@
 
 namespace {
 
-using LineRange = std::pair<uint32_t, uint32_t>;
-
 TextBuffer* NewDocument() {
     auto* document = new TextBuffer;
     document->AddRef();

@@ -50,9 +50,9 @@ TEST(TextSearch, BothDirectionsWrapOnce) {
 
 TEST(TextSearch, AWordIsNoPartOfAnother) {
     EXPECT_EQ(Find(u"cats cat", Word(u"cat"), 0), (Found{true, 5, false}));
-    EXPECT_TRUE(TextSearch::IsWholeWord(u"a-b", 3, 2, 1));
-    EXPECT_FALSE(TextSearch::IsWholeWord(u"a#b", 3, 2, 1));
-    EXPECT_FALSE(TextSearch::IsWholeWord(u"a", 1, 1, 0)) << "past the end";
+    EXPECT_TRUE(TextSearch::IsWholeWord(u"a-b", 3, {2, 3}));
+    EXPECT_FALSE(TextSearch::IsWholeWord(u"a#b", 3, {2, 3}));
+    EXPECT_FALSE(TextSearch::IsWholeWord(u"a", 1, {1, 1})) << "past the end";
 }
 
 TEST(TextSearch, AStoppedSearchFindsNothing) {

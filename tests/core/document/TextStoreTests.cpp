@@ -87,7 +87,7 @@ TEST(TextStore, FindsTheStartOfEveryLine) {
     TextDocument document(u"one\n\nthree\n");
     const uint32_t starts[] = {0, 4, 5, 11};
     for (uint32_t line : {2u, 0u, 3u, 1u, 2u, 3u, 0u}) EXPECT_EQ(document->LineToOffset(line), starts[line]);
-    EXPECT_EQ(document->LineToOffsetPlus(2, 100), 105u) << "the column is not clamped";
+    EXPECT_EQ(document->LineToOffsetPlus({2, 100}), 105u) << "the column is not clamped";
 }
 
 TEST(TextStore, ALinePastTheEndYieldsTheStartOfTheLastLine) {
@@ -109,9 +109,7 @@ TEST(TextStore, FindsTheLineOfEveryOffset) {
             if (cached < 4) document->LineToOffset(cached);
             EXPECT_EQ(LineAt(*document, offset), lines[offset]) << cached << ", " << offset;
             EXPECT_EQ(StartAt(*document, offset), starts[lines[offset]]) << cached << ", " << offset;
-            uint32_t line = 0;
-            uint32_t column = 0;
-            document->OffsetToLineColumn(offset, line, column);
+            const auto [line, column] = document->OffsetToLineColumn(offset);
             EXPECT_EQ(line, lines[offset]);
             EXPECT_EQ(column, offset - starts[line]);
         }

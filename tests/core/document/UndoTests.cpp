@@ -170,8 +170,8 @@ TEST_F(UndoTest, ARecordHoldsItsTextItsPlaceAndItsLines) {
     Start(u"one\ntwo\nthree");
     document->DeleteText(2, 7);
     auto* record = static_cast<const TextEdit*>(TextBufferProbe::UndoHead(*document));
-    EXPECT_EQ(record->state, UndoRecord::InStore);
-    EXPECT_EQ(record->document, &*document);
+    EXPECT_EQ(record->state, UndoRecord::State::InStore);
+    EXPECT_EQ(&record->target.content, &*document);
     EXPECT_NE(record->isDelete, 0u);
     EXPECT_EQ(std::u16string(record->text.Text()), u"e\ntwo\nt");
     EXPECT_EQ(record->position, 2u);

@@ -41,8 +41,8 @@ protected:
     FakeView* view;
 };
 
-Place Before(const ViewState& state) { return {state.anchorBefore, state.caretBefore, state.topLineBefore}; }
-Place After(const ViewState& state) { return {state.anchorAfter, state.caretAfter, state.topLineAfter}; }
+Place Before(const ViewState& state) { return {state.before.anchor, state.before.caret, state.topLineBefore}; }
+Place After(const ViewState& state) { return {state.after.anchor, state.after.caret, state.topLineAfter}; }
 
 } // namespace
 

@@ -180,8 +180,8 @@ TEST_F(LayoutTest, LinesInViewAreRepaintedAsAStrip) {
     Fill(Lines(40));
     view().SetTopLine(5);
     surface().ForgetCalls();
-    view().InvalidateLines(7, 8);
-    view().InvalidateLines(9, 6); // in either order
+    view().InvalidateLines({7, 8});
+    view().InvalidateLines({9, 6}); // in either order
     EXPECT_EQ(surface().strips, (Strips{{32, 64}, {16, 80}}));
     EXPECT_EQ(surface().allInvalidations, 0);
 }
@@ -190,8 +190,8 @@ TEST_F(LayoutTest, StripsEndAtTheWindow) {
     Fill(Lines(40));
     view().SetTopLine(5);
     surface().ForgetCalls();
-    view().InvalidateLines(0, 5);
-    view().InvalidateLines(14, 4000000000u);
+    view().InvalidateLines({0, 5});
+    view().InvalidateLines({14, 4000000000u});
     EXPECT_EQ(surface().strips, (Strips{{0, 16}, {144, 176}}));
 }
 
@@ -199,10 +199,10 @@ TEST_F(LayoutTest, LinesOutOfViewAreNotRepainted) {
     Fill(Lines(40));
     view().SetTopLine(5);
     surface().ForgetCalls();
-    view().InvalidateLines(0, 4);
-    view().InvalidateLines(16, 20);
+    view().InvalidateLines({0, 4});
+    view().InvalidateLines({16, 20});
     EXPECT_TRUE(surface().strips.empty());
-    view().InvalidateLines(15, 15); // the row that is partly seen
+    view().InvalidateLines({15, 15}); // the row that is partly seen
     EXPECT_EQ(surface().strips.size(), 1u);
 }
 
@@ -210,7 +210,7 @@ TEST_F(LayoutTest, WhileSuspendedRepaintingAndTheCaretWait) {
     Show(u"|abc\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n\nx");
     view().SuspendRedraw();
     view().Invalidate();
-    view().InvalidateLines(0, 0);
+    view().InvalidateLines({0, 0});
     view().MoveCaret(16, 1);
     EXPECT_EQ(surface().allInvalidations, 0);
     EXPECT_TRUE(surface().strips.empty());

@@ -27,7 +27,7 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
     document.BeginGroup();
     for (;;) {
         SearchHit hit;
-        if (!document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), at, end, false, hit)) break;
+        if (!document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), {at, end}, hit)) break;
         const uint32_t found = hit.offset;
         if (hit.wrapped || (inSelection && found + n > end)) break;
         ++count;

@@ -54,7 +54,7 @@ TEST_F(TextCaretTest, StaysAtItsPlaceWhenTextBeforeItGrows) {
     TextChange change;
     change.start = 4;
     change.startLine = 1;
-    change.inserted = 2;
+    change.inserted.characters = 2;
     caret.Follow(text, change);
     EXPECT_EQ(Caret(), (Place{1, 6, 10, 8}));
 }
@@ -64,8 +64,8 @@ TEST_F(TextCaretTest, StaysAtItsPlaceWhenLinesComeBeforeIt) {
     ASSERT_TRUE(document->InsertText(3, u"\nx", 2));
     TextChange change;
     change.start = 3;
-    change.inserted = 2;
-    change.insertedLines = 1;
+    change.inserted.characters = 2;
+    change.inserted.lineFeeds = 1;
     caret.Follow(text, change);
     EXPECT_EQ(Caret(), (Place{3, 1, 13, 13}));
 }
@@ -76,7 +76,7 @@ TEST_F(TextCaretTest, TextAfterItDoesNotMoveIt) {
     TextChange change;
     change.start = 9;
     change.startLine = 1;
-    change.inserted = 2;
+    change.inserted.characters = 2;
     caret.Follow(text, change);
     EXPECT_EQ(Caret(), (Place{0, 2, 2, 2}));
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "base/Types.h"
+
+// Of no line, no column.
+constexpr uint32_t NoLine = UINT32_MAX;
+constexpr uint32_t NoColumn = UINT32_MAX;
+
+// A place in a text, both 0-based. The column counts characters; a tab counts as one.
+struct TextPosition {
+    uint32_t line = 0;
+    uint32_t column = 0;
+
+    bool operator==(const TextPosition&) const = default;
+};
+
+// The lines from one to the other, both included, in either order.
+struct LineRange {
+    uint32_t first = 0;
+    uint32_t last = 0;
+
+    bool Holds(uint32_t line) const {
+        return first < last ? line >= first && line <= last : line >= last && line <= first;
+    }
+    bool operator==(const LineRange&) const = default;
+};
