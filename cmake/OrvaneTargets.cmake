@@ -99,7 +99,8 @@ function(orvane_program)
     target_link_libraries(orvane PRIVATE orvane_app orvane_app_platform)
     orvane_protect(orvane)
     # -municode: the entry is wWinMain. The versions say that Windows 10 is needed; scripts/check-header reads them back.
-    target_link_options(orvane PRIVATE -municode $<$<CONFIG:Release>:-s>
+    # Without the time of the build in it, the same sources give the same program.
+    target_link_options(orvane PRIVATE -municode LINKER:--no-insert-timestamp $<$<CONFIG:Release>:-s>
         LINKER:--major-os-version=10,--minor-os-version=0,--major-subsystem-version=10,--minor-subsystem-version=0)
     set_target_properties(orvane PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
 endfunction()

@@ -23,6 +23,8 @@ ccache ccache'
 readonly WineNeeds='
 /usr/lib/wine/wine64 wine64
 /usr/share/fonts/truetype/liberation/LiberationMono-Regular.ttf fonts-liberation'
+readonly PackageNeeds='
+makensis nsis'
 readonly ScreenNeeds='
 Xvfb xvfb
 openbox openbox
