@@ -107,11 +107,13 @@ TEST_F(RunTest, TheSameCommandAgainWhileItRunsLetsItRunOn) {
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForText(L"one"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
-    EXPECT_TRUE(WaitForText(L""));
+    EXPECT_TRUE(editor.Answer(L"This command is still running: " + Speak(L"one"), L"OK"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
+    EXPECT_TRUE(WaitForText(L"one"));
     EXPECT_TRUE(WaitForRunning(Speak(L"one")));
     Give(L"go");
     EXPECT_TRUE(WaitForFinished(Speak(L"one")));
-    EXPECT_EQ(Text(), L"two");
+    EXPECT_EQ(Text(), L"onetwo");
     EXPECT_EQ(WindowItems().size(), 2u);
 }
 
@@ -135,6 +137,7 @@ TEST_F(RunTest, TheConsoleCollectsEverythingInOneDocument) {
     ASSERT_TRUE(editor.RunCommandLine(L"console"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForFinished(L"Output"));
+    EXPECT_EQ(editor.Focus(), editor.CommandWindow()) << "for the next command";
     ASSERT_TRUE(LeaveTheCommandWindow());
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
     ASSERT_TRUE(RunInConsole(L"console 0"));
@@ -148,8 +151,8 @@ TEST_F(RunTest, ClsEmptiesTheConsoleWhileACommandRuns) {
     ASSERT_TRUE(editor.RunCommandLine(L"console"));
     ASSERT_TRUE(editor.RunCommandLine(Speak(L"one")));
     ASSERT_TRUE(WaitForRunning(L"Output"));
-    ASSERT_TRUE(WaitForLine(2));
     ASSERT_TRUE(LeaveTheCommandWindow());
+    ASSERT_TRUE(WaitForLine(2));
     ASSERT_TRUE(RunInConsole(L"cls"));
     EXPECT_TRUE(WaitForText(L""));
     Give(L"go");
@@ -205,7 +208,10 @@ TEST_F(RunTest, ASecondCommandOfTheConsoleWhileOneRunsIsRefused) {
     ASSERT_TRUE(WaitForRunning(L"Output"));
     ASSERT_TRUE(LeaveTheCommandWindow());
     ASSERT_TRUE(WaitForText(L"one"));
-    ASSERT_TRUE(RunInConsole(Speak(L"two")));
+    ASSERT_TRUE(editor.RunCommandLine(Speak(L"two")));
+    EXPECT_TRUE(editor.Answer(L"A command is still running in the document Output.", L"OK"));
+    EXPECT_TRUE(editor.WaitForNoDialog());
+    ASSERT_TRUE(LeaveTheCommandWindow());
     EXPECT_TRUE(WaitForText(L"one"));
     EXPECT_TRUE(WaitForRunning(L"Output"));
     Give(L"go");

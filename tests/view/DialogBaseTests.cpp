@@ -189,6 +189,26 @@ Placement CentreOver(const Parent& parent) {
     return placement;
 }
 
+// The system tells only the dialog.
+TEST(DialogBase, ItsControlsHearOfChangedColours) {
+    static int heard;
+    heard = 0;
+    RecordingDialog dialog;
+    dialog.onInit = [](RecordingDialog& shown) {
+        const auto count = [](HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR,
+                              DWORD_PTR) -> LRESULT {
+            heard += message == WM_SYSCOLORCHANGE;
+            return DefSubclassProc(control, message, wparam, lparam);
+        };
+        for (const int control : {IDC_GOTO_NUMBER, IDOK})
+            EXPECT_TRUE(SetWindowSubclass(GetDlgItem(shown.Window(), control), count, 7, 0));
+        SendMessageW(shown.Window(), WM_SYSCOLORCHANGE, 0, 0);
+        shown.Post(IDCANCEL);
+    };
+    dialog.Run(IDD_GOTO, nullptr);
+    EXPECT_EQ(heard, 2);
+}
+
 TEST(DialogBase, CentresByClientSizesAndKeepsTheSize) {
     const Parent parent(801, 603);
     const Placement placement = CentreOver(parent);
