@@ -15,8 +15,11 @@
 
 namespace {
 
-// Answers false.
-bool Fail(OutputRun& run, const Char* what) { return Text::AppendFormat(run.failure, u"%s.", what) && false; }
+// Answers false; without memory there is no reason to tell.
+bool Fail(OutputRun& run, const Char* what) {
+    static_cast<void>(Text::AppendFormat(run.failure, u"%s.", what));
+    return false;
+}
 
 int Descriptor(intptr_t handle) { return static_cast<int>(handle); }
 

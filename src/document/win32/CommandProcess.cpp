@@ -22,9 +22,12 @@ bool Fail(OutputRun& run, const Char* what, DWORD error) {
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, words,
                                   512, nullptr);
     while (length > 0 && words[length - 1] <= L' ') words[--length] = 0;
-    const bool told = length > 0 ? Text::AppendFormat(run.failure, u"%s: %s", what, FromWide(words))
-                                 : Text::AppendFormat(run.failure, u"%s: error %u.", what, uint32_t{error});
-    return told && false;
+    // Without memory there is no reason to tell.
+    if (length > 0)
+        static_cast<void>(Text::AppendFormat(run.failure, u"%s: %s", what, FromWide(words)));
+    else
+        static_cast<void>(Text::AppendFormat(run.failure, u"%s: error %u.", what, uint32_t{error}));
+    return false;
 }
 
 // Lets a new file be used by the user of this process and by nobody else, whatever its directory says.
