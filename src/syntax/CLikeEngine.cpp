@@ -229,6 +229,10 @@ void CLikeEngine::SetHighlight(uint32_t index, const HighlightRange* range) {
     if (index < HighlightCount) highlights[index] = range ? *range : HighlightRange();
 }
 
+HighlightRange CLikeEngine::Highlight(uint32_t index) const {
+    return index < HighlightCount ? highlights[index] : HighlightRange();
+}
+
 bool CLikeEngine::MayChangeState(const Char* text, uint32_t length) {
     const Char* end = text + length;
     return longCommentStart.Find(text, end) < end || longCommentEnd.Find(text, end) < end;

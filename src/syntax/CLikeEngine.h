@@ -18,6 +18,7 @@ public:
     uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) override;
     bool MayChangeState(const Char* text, uint32_t length) override;
     void SetHighlight(uint32_t index, const HighlightRange* range) override;
+    HighlightRange Highlight(uint32_t index) const override;
     const Char* BraceCharacters() const override { return u"{}()[]"; }
     uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) override;
 

@@ -222,3 +222,9 @@ void HtmlEngine::SetHighlight(uint32_t index, const HighlightRange* range) {
     if (script) script->SetHighlight(index, range);
     if (php) php->SetHighlight(index, range);
 }
+
+// Both have the same.
+HighlightRange HtmlEngine::Highlight(uint32_t index) const {
+    const SyntaxEngine* const embedded = script ? script : php;
+    return embedded ? embedded->Highlight(index) : HighlightRange();
+}

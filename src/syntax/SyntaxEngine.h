@@ -30,7 +30,9 @@ struct HighlightRange {
     uint32_t end = Nowhere;
     Colour foreground = 0;
     Colour background = 0;
-    Colour fill = NoFill; // kept for the view; engines do not read it
+    // Kept for the view; engines do not read them.
+    Colour fill = NoFill;
+    uint32_t line = Nowhere; // of the document
 };
 
 // Colours the lines of one document and carries a state from line to line. State 0 is the normal one
@@ -52,6 +54,8 @@ public:
     virtual bool MayChangeState(const Char* text, uint32_t length) = 0;
     // Sets highlight 0 or 1, or clears it when `range` is null; other indices are ignored.
     virtual void SetHighlight(uint32_t index, const HighlightRange* range) = 0;
+    // As it was set; a cleared one where there is none.
+    virtual HighlightRange Highlight(uint32_t) const { return {}; }
     // The engine's text ends at this marker, letter case ignored. False without memory.
     virtual bool SetEndMarker(const Char* marker) = 0;
     // Each opening bracket followed by its closing one.

@@ -6,8 +6,10 @@
 #include "view/ShownText.h"
 #include "view/TextCaret.h"
 
+namespace {
+
 // Only an opener right after the caret and a closer right before it are matched: see docs/oddities.md.
-uint32_t BracketMatch::Position(const ShownText& text, const TextCaret& caret) {
+uint32_t Position(const ShownText& text, const TextCaret& caret) {
     const TextSpan line = text.Line(caret.Line());
     const uint32_t column = caret.Column();
     const Char* pairs = text.Document()->Engine()->BraceCharacters();
@@ -19,7 +21,7 @@ uint32_t BracketMatch::Position(const ShownText& text, const TextCaret& caret) {
     return NoOffset;
 }
 
-BracketPair BracketMatch::Find(const ShownText& text, const TextCaret& caret) {
+BracketPair Find(const ShownText& text, const TextCaret& caret) {
     const TextBuffer& document = *text.Document();
     BracketPair found;
     found.position = Position(text, caret);
@@ -33,14 +35,30 @@ BracketPair BracketMatch::Find(const ShownText& text, const TextCaret& caret) {
     return found;
 }
 
-void BracketMatch::Update(const ShownText& text, const TextCaret& caret) { Set(text, Find(text, caret)); }
-
-void BracketMatch::Set(const ShownText& text, const BracketPair& found) {
-    pair = found;
+void Set(const ShownText& text, const BracketPair& pair) {
     const uint32_t offsets[] = {pair.position, pair.partner};
+    const uint32_t lines[] = {pair.line, pair.partnerLine};
     for (uint32_t i = 0; i < 2; ++i) {
-        const HighlightRange range = {offsets[i], offsets[i] + 1, settings.BraceMatchFg, settings.BraceMatchBg,
-                                      settings.SelBg};
+        const HighlightRange range = {offsets[i],     offsets[i] + 1, settings.BraceMatchFg, settings.BraceMatchBg,
+                                      settings.SelBg, lines[i]};
         text.Document()->Engine()->SetHighlight(i, offsets[i] == NoOffset ? nullptr : &range);
     }
 }
+
+} // namespace
+
+bool BracketMatch::IsAtBracket(const ShownText& text, const TextCaret& caret) {
+    return Position(text, caret) != NoOffset;
+}
+
+BracketPair BracketMatch::Highlighted(const ShownText& text) {
+    const SyntaxEngine* engine = text.Document() ? text.Document()->Engine() : nullptr;
+    if (!engine) return {};
+    const HighlightRange bracket = engine->Highlight(0);
+    const HighlightRange partner = engine->Highlight(1);
+    return {bracket.start, partner.start, bracket.line, partner.line};
+}
+
+void BracketMatch::Update(const ShownText& text, const TextCaret& caret) { Set(text, Find(text, caret)); }
+
+void BracketMatch::Clear(const ShownText& text) { Set(text, {}); }

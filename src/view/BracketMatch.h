@@ -16,23 +16,16 @@ struct BracketPair {
     bool operator==(const BracketPair&) const = default;
 };
 
-// The pair of brackets that a text view highlights, through the document's engine.
-class BracketMatch {
-public:
-    const BracketPair& Pair() const { return pair; }
-    // Another document is shown, whose engine highlights nothing yet.
-    void Forget() { pair = {}; }
+// The pair of brackets that the document's engine highlights, in every view that shows the document. The view with
+// the focus says which.
+namespace BracketMatch {
 
-    // Whether a bracket is at the caret that Update would look for the partner of.
-    static bool IsAtBracket(const ShownText& text, const TextCaret& caret) { return Position(text, caret) != NoOffset; }
-    // Highlights the bracket at the caret and its partner, or nothing without both. No edit may be pending.
-    void Update(const ShownText& text, const TextCaret& caret);
-    void Clear(const ShownText& text) { Set(text, {}); }
+// Whether a bracket is at the caret that Update would look for the partner of.
+bool IsAtBracket(const ShownText& text, const TextCaret& caret);
+// As it was found last, whoever looked; none after the engine was replaced.
+BracketPair Highlighted(const ShownText& text);
+// Highlights the bracket at the caret and its partner, or nothing without both. No edit may be pending.
+void Update(const ShownText& text, const TextCaret& caret);
+void Clear(const ShownText& text);
 
-private:
-    static uint32_t Position(const ShownText& text, const TextCaret& caret);
-    static BracketPair Find(const ShownText& text, const TextCaret& caret);
-    void Set(const ShownText& text, const BracketPair& found);
-
-    BracketPair pair;
-};
+} // namespace BracketMatch

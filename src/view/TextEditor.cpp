@@ -11,7 +11,6 @@ void TextEditor::SetDocument(TextBuffer* newDocument) {
     text.Show(newDocument);
     caret = TextCaret();
     owesScroll = false;
-    match.Forget();
     viewport.Reset();
     if (newDocument) viewport.UpdateScrollBars();
 }
@@ -27,6 +26,7 @@ void TextEditor::LineCountChanged() {
 }
 
 void TextEditor::TextChanged(uint32_t offset) {
+    matchDue = true; // the brackets may be elsewhere
     text.TextChanged(offset);
     viewport.TextChanged(offset);
 }
@@ -48,7 +48,14 @@ void TextEditor::FollowChange(const TextChange& change) {
 }
 
 void TextEditor::EditFinished() {
-    if (matchDue) MatchBrackets();
+    if (!matchDue) return;
+    const DocumentView* active = GetTextBuffer()->ActiveView();
+    if (active && active->HasFocus()) return MatchBrackets();
+    matchDue = false;
+    // Nobody's caret says which brackets to mark.
+    const BracketPair old = BracketMatch::Highlighted(text);
+    if (old != BracketPair()) BracketMatch::Clear(text);
+    RepaintBrackets(old);
 }
 
 void TextEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
@@ -73,6 +80,7 @@ void TextEditor::LayOut(bool coloursChanged) {
     const bool owed = owesScroll && VisibleLines() > 0;
     if (owed) owesScroll = false;
     UpdateCaret(owed);
+    if (coloursChanged) MatchBrackets(); // the engine may be another one
 }
 
 void TextEditor::FocusGained() {
@@ -82,6 +90,7 @@ void TextEditor::FocusGained() {
     status.Forget();
     OpenCaretLine();
     UpdateCaret(false);
+    MatchBrackets();
 }
 
 void TextEditor::ResumeRedraw() {
@@ -186,8 +195,9 @@ void TextEditor::PrepareEdit() {
 void TextEditor::MatchBrackets() {
     matchDue = false;
     TextBuffer* document = GetTextBuffer();
-    if (!document->Engine() || !document->Content() || !surface.HasFocus()) return;
-    const BracketPair old = match.Pair();
+    if (!document || !document->Engine() || !document->Content() || !surface.HasFocus()) return;
+    // Perhaps another view's, which shows it as well.
+    const BracketPair old = BracketMatch::Highlighted(text);
     // The partner is looked for in the document's content, which has to be complete.
     bool complete = true;
     if (document->HasPendingEdit() && BracketMatch::IsAtBracket(text, caret)) {
@@ -195,16 +205,20 @@ void TextEditor::MatchBrackets() {
         if (complete) OpenCaretLine();
     }
     if (complete) {
-        match.Update(text, caret);
+        BracketMatch::Update(text, caret);
     } else {
-        match.Clear(text);
+        BracketMatch::Clear(text);
     }
-    const BracketPair& now = match.Pair();
+    const BracketPair now = BracketMatch::Highlighted(text);
     if (now == old) return;
-    const uint32_t lines[] = {old.line, old.partnerLine, now.line, now.partnerLine};
-    for (const uint32_t line : lines) {
-        if (line != NoLine) InvalidateLines({line, line});
-    }
+    RepaintBrackets(old);
+    RepaintBrackets(now);
+}
+
+void TextEditor::RepaintBrackets(const BracketPair& pair) {
+    if (pair.line == NoLine) return;
+    GetTextBuffer()->RepaintLines({pair.line, pair.line});
+    GetTextBuffer()->RepaintLines({pair.partnerLine, pair.partnerLine});
 }
 
 void TextEditor::RefreshStatus() {

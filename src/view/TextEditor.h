@@ -30,7 +30,8 @@ public:
     const TextCaret& Caret() const { return caret; }
     TextViewport& Viewport() { return viewport; }
     const TextViewport& Viewport() const { return viewport; }
-    const BracketPair& MatchedBrackets() const { return match.Pair(); }
+    // In any view of the document.
+    BracketPair MatchedBrackets() const { return BracketMatch::Highlighted(text); }
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
 
     // DocumentView and TextDocumentView.
@@ -89,6 +90,7 @@ private:
     void SetCaret(TextPosition place, bool extend);
     void SetSelection(uint32_t anchor);
     void MatchBrackets();
+    void RepaintBrackets(const BracketPair& pair);
 
     EditorSurface& surface;
     TextSurface& textSurface;
@@ -96,7 +98,6 @@ private:
     ShownText text;
     TextCaret caret;
     TextViewport viewport{surface, textSurface, text, redraw};
-    BracketMatch match;
     bool matchDue = false; // an edit has moved the caret
     StatusFields status;
     bool overwrite = false;

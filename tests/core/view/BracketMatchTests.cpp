@@ -22,15 +22,14 @@ protected:
     }
     BracketPair Match(uint32_t line, uint32_t column) {
         caret.MoveTo(text, {line, column}, false);
-        match.Update(text, caret);
-        return match.Pair();
+        BracketMatch::Update(text, caret);
+        return BracketMatch::Highlighted(text);
     }
 
     TextDocument document{u"f(a\n)("};
     HighlightEngine* engine = new HighlightEngine; // the document's
     ShownText text;
     TextCaret caret;
-    BracketMatch match;
 };
 
 TEST_F(BracketMatchTest, AnOpenerAfterAndACloserBeforeTheCaretCount) {
@@ -58,8 +57,8 @@ TEST_F(BracketMatchTest, TheOpenerAfterTheCaretComesFirst) {
 
 TEST_F(BracketMatchTest, ClearedNothingIsHighlighted) {
     Match(0, 1);
-    match.Clear(text);
-    EXPECT_EQ(match.Pair(), BracketPair());
+    BracketMatch::Clear(text);
+    EXPECT_EQ(BracketMatch::Highlighted(text), BracketPair());
     EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
 }
 

@@ -270,6 +270,44 @@ TEST_F(CaretTest, WithoutFocusNothingIsMatched) {
     EXPECT_EQ(Match(), NoMatch);
 }
 
+TEST_F(CaretTest, EveryViewOfTheDocumentRepaintsTheMarks) {
+    ShowBraces(u"(\n\n)\nx", 3, 0);
+    TestView* other = TestView::Create(buffer());
+    other->surface.SetSize(640, 160);
+    other->input.OnSize(false);
+    other->surface.ForgetCalls();
+    view().MoveCaret(0, 0);
+    EXPECT_EQ(other->surface.strips, (Strips{{0, 16}, {32, 48}}));
+    other->surface.ForgetCalls();
+    surface().ForgetCalls();
+    // The focus goes there, where the caret is at no bracket.
+    surface().focus = false;
+    other->editor.MoveCaret(3, 0);
+    other->surface.TakeFocus();
+    EXPECT_EQ(other->editor.MatchedBrackets(), BracketPair());
+    EXPECT_EQ(surface().strips, (Strips{{0, 16}, {32, 48}}));
+}
+
+TEST_F(CaretTest, MarksComeBackWithTheFocusAndAfterTheEngineWasReplaced) {
+    ShowBraces(u"()", 0, 0);
+    buffer().AttachEngine(new HighlightEngine);
+    EXPECT_EQ(Match(), NoMatch);
+    input().OnSize(true); // as when colours were chosen
+    EXPECT_EQ(Match(), (Pair{0, 1}));
+    buffer().AttachEngine(new HighlightEngine);
+    surface().focus = false;
+    surface().TakeFocus();
+    EXPECT_EQ(Match(), (Pair{0, 1}));
+}
+
+TEST_F(CaretTest, MarksGoWhenTheTextChangesWithoutTheFocus) {
+    ShowBraces(u"x\n()", 1, 0);
+    surface().focus = false;
+    surface().ForgetCalls();
+    buffer().InsertText(0, u"yy\n", 3);
+    EXPECT_EQ(Match(), NoMatch);
+}
+
 TEST_F(CaretTest, APendingEditIsWrittenBackBeforeTheSearch) {
     ShowBraces(u"(\n", 1, 0);
     Type(u"ab)");

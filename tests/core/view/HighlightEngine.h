@@ -24,6 +24,7 @@ public:
     void SetHighlight(uint32_t index, const HighlightRange* range) override {
         ranges[index] = range ? *range : HighlightRange();
     }
+    HighlightRange Highlight(uint32_t index) const override { return ranges[index]; }
     bool SetEndMarker(const Char*) override { return true; }
     const Char* BraceCharacters() const override { return u"{}()[]"; }
 
