@@ -20,6 +20,7 @@ public:
     void OnChar(Char character) override;
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
+    void OnSidewaysWheel(int32_t, int32_t) override {} // nothing ever scrolls sideways
     DragSelection& Drag() override { return drag; }
     int32_t VisibleLines() const override { return editor.Viewport().VisibleRows(); }
     void Invalidate() override { editor.Invalidate(); }

@@ -5,6 +5,8 @@
 #include "view/EditorNavigation.h"
 #include "view/EditorTyping.h"
 
+#include <algorithm>
+
 void TextInput::OnKeyDown(uint32_t key) {
     const TextBuffer* document = editor.GetTextBuffer();
     if (!document) return;
@@ -33,6 +35,18 @@ void TextInput::OnWheel(const WheelTurn& turn) {
     const int64_t lines = wheel.Turn(turn, editor.Surface().Host());
     if (lines == 0 || !editor.GetTextBuffer()) return;
     editor.SetTopLine(static_cast<uint32_t>(editor.Viewport().Scrolled(ScrollAxis::Vertical).Moved(lines)));
+    editor.UpdateCaret(false);
+}
+
+// Never against its direction: keys lead further than the bar.
+void TextInput::OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) {
+    TextViewport& viewport = editor.Viewport();
+    const int64_t columns = std::min(columnsPerNotch, std::max(viewport.VisibleColumns(), 1));
+    const int64_t distance = sidewaysWheel.TakeNotches(delta) * columns * editor.Surface().Metrics().averageWidth;
+    if (distance == 0 || !editor.GetTextBuffer()) return;
+    const int64_t position = viewport.HorizontalScroll();
+    const auto farthest = static_cast<int64_t>(viewport.Scrolled(ScrollAxis::Horizontal).Farthest());
+    viewport.SetHorizontalScroll(std::min(position + distance, std::max(position, farthest)));
     editor.UpdateCaret(false);
 }
 

@@ -20,6 +20,7 @@ public:
     void OnChar(Char character) override;
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
+    void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) override;
     DragSelection& Drag() override { return drag; }
     int32_t VisibleLines() const override { return editor.VisibleLines(); }
     void Invalidate() override { editor.Invalidate(); }
@@ -40,4 +41,5 @@ private:
     TextEditor& editor;
     DragSelection drag{editor.Surface(), *this};
     MouseWheel wheel;
+    MouseWheel sidewaysWheel;
 };

@@ -25,14 +25,18 @@ void ChangeFontSize(ViewHost* host, bool larger) {
 } // namespace
 
 int64_t MouseWheel::Turn(const WheelTurn& turn, ViewHost* host) {
-    constexpr int64_t Notch = 120;
-    const int64_t turned = int64_t{remainder} + turn.delta;
-    const int64_t notches = turned / -Notch;
-    remainder = static_cast<int32_t>(turned + notches * Notch);
+    const int64_t notches = -TakeNotches(turn.delta);
     if (notches == 0) return 0;
     if (turn.ctrl) {
         ChangeFontSize(host, notches > 0);
         return 0;
     }
     return turn.linesPerNotch > 0 ? notches * turn.linesPerNotch : 0;
+}
+
+int64_t MouseWheel::TakeNotches(int32_t delta) {
+    constexpr int64_t Notch = 120;
+    const int64_t turned = int64_t{remainder} + delta;
+    remainder = static_cast<int32_t>(turned % Notch);
+    return turned / Notch;
 }

@@ -17,6 +17,8 @@ public:
     // How many rows to scroll down (below 0: up). With Ctrl the wheel changes the font size instead, by one point
     // whatever the number of notches, and there is nothing to scroll. `host` may be null.
     [[nodiscard]] int64_t Turn(const WheelTurn& turn, ViewHost* host);
+    // The whole notches that `delta` makes with what was left before it, in its direction. The rest is kept.
+    [[nodiscard]] int64_t TakeNotches(int32_t delta);
 
 private:
     int32_t remainder = 0; // in 1/120 of a notch

@@ -71,17 +71,100 @@ TEST_F(ViewWindowTest, ADoubleClickSelectsAWord) {
     EXPECT_EQ(Editor().Caret().SelectionEnd(), 3u);
 }
 
-TEST_F(ViewWindowTest, ARightClickOpensTheContextMenu) {
+// Where menus were shown, instead of showing them.
+struct ShownMenu {
+    POINT place;
+    HWND focus;
+};
+std::vector<ShownMenu> shownMenus;
+
+BOOL WINAPI TakeMenu(HMENU, UINT, int x, int y, int, HWND, const RECT*) {
+    shownMenus.push_back({{x, y}, GetFocus()});
+    return TRUE;
+}
+
+class ContextMenuTest : public ViewWindowTest {
+protected:
+    void SetUp() override {
+        ASSERT_NO_FATAL_FAILURE(ViewWindowTest::SetUp());
+        ASSERT_TRUE(track.IsImported());
+        shownMenus.clear();
+    }
+    // In client pixels.
+    void ExpectMenuAt(int x, int y) const {
+        ASSERT_EQ(shownMenus.size(), 1u);
+        POINT place = shownMenus[0].place;
+        ScreenToClient(Window(), &place);
+        EXPECT_EQ(place.x, x);
+        EXPECT_EQ(place.y, y);
+        EXPECT_EQ(shownMenus[0].focus, Window());
+        shownMenus.clear();
+    }
+
+    const ReplacedImport track{"TrackPopupMenu", reinterpret_cast<void*>(TakeMenu)};
+};
+
+TEST_F(ContextMenuTest, ARightClickOpensItInTheViewThatItActivates) {
     Show(u"abc");
-    static bool shown;
-    shown = false;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) {
-        shown = shown || FindWindowW(L"#32768", nullptr) != nullptr;
-        EndMenu();
-    });
+    SetForegroundWindow(frame);
+    SetFocus(frame);
+    SendMessageW(Window(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(12, 34));
     SendMessageW(Window(), WM_RBUTTONUP, 0, MAKELPARAM(12, 34));
-    KillTimer(nullptr, timer);
-    EXPECT_TRUE(shown);
+    ExpectMenuAt(12, 34);
+    EXPECT_EQ(Editor().CaretColumn(), 0u);
+}
+
+TEST_F(ContextMenuTest, KeysOpenItBelowTheCaret) {
+    Show(u"abc\nabcdef");
+    FocusView();
+    Editor().MoveCaret(1, 4, false);
+    SendMessageW(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Window()), -1);
+    ExpectMenuAt(ColumnX(4), 2 * LineHeight());
+    BYTE before[256] = {};
+    ASSERT_TRUE(GetKeyboardState(before));
+    BYTE held[256] = {};
+    held[VK_SHIFT] = 0x80;
+    ASSERT_TRUE(SetKeyboardState(held));
+    SendMessageW(Window(), WM_SYSKEYDOWN, VK_F10, 1);
+    SetKeyboardState(before);
+    ExpectMenuAt(ColumnX(4), 2 * LineHeight());
+}
+
+TEST_F(ContextMenuTest, KeysOpenItInsideTheViewWhenTheCaretIsOutOfSight) {
+    Show(Lines(500));
+    FocusView();
+    Editor().SetTopLine(100);
+    Editor().UpdateCaret(false);
+    SendMessageW(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Window()), -1);
+    ExpectMenuAt(TextLeft(), 0);
+}
+
+TEST_F(ContextMenuTest, TheScrollBarsHaveTheirOwn) {
+    Show(Lines(500));
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    POINT onBar = {client.right + 2, 20};
+    ClientToScreen(Window(), &onBar);
+    SendMessageW(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Window()), MAKELPARAM(onBar.x, onBar.y));
+    EXPECT_TRUE(shownMenus.empty());
+}
+
+// The system makes a WM_CONTEXTMENU of the Menu key, but only where it hears of the key.
+UINT passedOn = 0;
+decltype(&DefWindowProcW) defaultProcedure = nullptr;
+
+LRESULT WINAPI NotePassedOn(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    passedOn = message;
+    return defaultProcedure(window, message, wparam, lparam);
+}
+
+TEST_F(ContextMenuTest, TheSystemHearsOfTheMenuKey) {
+    Show(u"abc");
+    const ReplacedImport procedure("DefWindowProcW", reinterpret_cast<void*>(NotePassedOn));
+    ASSERT_TRUE(procedure.IsImported());
+    defaultProcedure = reinterpret_cast<decltype(&DefWindowProcW)>(procedure.Original());
+    SendMessageW(Window(), WM_KEYUP, VK_APPS, 1);
+    EXPECT_EQ(passedOn, static_cast<UINT>(WM_KEYUP));
 }
 
 TEST_F(ViewWindowTest, AWindowThatIsDestroyedIsForgottenAndLayoutDoesNothing) {
@@ -246,6 +329,24 @@ TEST_F(ViewWindowTest, AWheelSetToScreensScrollsByTheVisibleLines) {
     EXPECT_EQ(Editor().TopLine(), static_cast<uint32_t>(Editor().VisibleLines()));
     SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
     EXPECT_EQ(Editor().TopLine(), 0u);
+}
+
+TEST_F(ViewWindowTest, TheSidewaysWheelScrollsByTheUsersCharacters) {
+    Show(u"abc");
+    UINT columns = 3;
+    SystemParametersInfoW(SPI_GETWHEELSCROLLCHARS, 0, &columns, 0);
+    const int notch = static_cast<int>(columns) * Average();
+    const auto tilt = [this](int delta) {
+        SendMessageW(Window(), WM_MOUSEHWHEEL, MAKEWPARAM(0, static_cast<WORD>(delta)), 0);
+    };
+    tilt(WHEEL_DELTA);
+    EXPECT_EQ(Editor().Viewport().HorizontalScroll(), notch);
+    tilt(WHEEL_DELTA / 2);
+    tilt(WHEEL_DELTA / 2);
+    EXPECT_EQ(Editor().Viewport().HorizontalScroll(), 2 * notch);
+    EXPECT_EQ(Bar(SB_HORZ).nPos, 2 * notch);
+    tilt(-5 * WHEEL_DELTA);
+    EXPECT_EQ(Editor().Viewport().HorizontalScroll(), 0);
 }
 
 TEST_F(ViewWindowTest, DetachingEndsADrag) {

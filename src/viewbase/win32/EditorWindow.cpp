@@ -8,6 +8,9 @@
 #include "viewbase/win32/TextPainter.h"
 #include "viewbase/win32/ViewFont.h"
 
+#include <algorithm>
+#include <climits>
+
 namespace {
 
 constexpr UINT_PTR DragTimerNumber = 1;
@@ -76,6 +79,12 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
         OnWheel(wparam);
         return 0;
+    case WM_MOUSEHWHEEL:
+        OnSidewaysWheel(wparam);
+        return 0;
+    case WM_CONTEXTMENU:
+        if (OnContextMenu(lparam)) return 0;
+        break;
     case WM_NCDESTROY:
         // The system does not say so.
         dragTimer.Stop();
@@ -98,9 +107,6 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
         return true;
     case WM_LBUTTONUP:
         Input().Drag().OnLeftButtonUp();
-        return true;
-    case WM_RBUTTONUP:
-        ShowContextMenu(point);
         return true;
     case WM_CAPTURECHANGED:
         dragTimer.Stop();
@@ -128,6 +134,13 @@ void EditorWindow::OnWheel(WPARAM wparam) {
     // "One screen at a time" is the value -1.
     const int perNotch = lines == WHEEL_PAGESCROLL ? Input().VisibleLines() : static_cast<int>(lines);
     Input().OnWheel({GET_WHEEL_DELTA_WPARAM(wparam), perNotch, (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0});
+}
+
+void EditorWindow::OnSidewaysWheel(WPARAM wparam) {
+    UINT columns = 3;
+    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLCHARS, 0, &columns, 0)) columns = 3;
+    // "One screen at a time" is the value -1.
+    Input().OnSidewaysWheel(GET_WHEEL_DELTA_WPARAM(wparam), static_cast<int>(std::min<UINT>(columns, INT_MAX)));
 }
 
 void EditorWindow::OnScrollMessage(ScrollAxis axis, WORD code) {
@@ -208,12 +221,28 @@ void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
         host->ShowMessage(window, u"Failed copying to clipboard", MessageKind::Warning);
 }
 
-void EditorWindow::ShowContextMenu(ClientPoint at) const {
+// Asked for by a click, `place` is a point of the screen; by a key it is -1, and the menu opens below the caret. The
+// menu's commands go to the active view, which this one becomes first.
+bool EditorWindow::OnContextMenu(LPARAM place) {
+    RECT client = {};
+    GetClientRect(window, &client);
+    POINT point = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    const bool byKey = point.x == -1 && point.y == -1;
+    if (byKey) {
+        // The caret may be out of sight.
+        point.x = std::clamp(CaretPlace().x, LONG{0}, client.right);
+        point.y = std::clamp(CaretPlace().y + Metrics().lineHeight, LONG{0}, client.bottom);
+        ClientToScreen(window, &point);
+    } else {
+        POINT inside = point;
+        ScreenToClient(window, &inside);
+        if (!PtInRect(&client, inside)) return false; // the scroll bars have a menu of their own
+    }
+    TakeFocus();
     const MenuHandle menu(LoadMenuW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDR_CONTEXT_MENU)));
-    if (!menu.IsValid()) return;
-    POINT point = {at.x, at.y};
-    ClientToScreen(window, &point);
-    TrackPopupMenu(GetSubMenu(menu.Get(), 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
+    if (menu.IsValid())
+        TrackPopupMenu(GetSubMenu(menu.Get(), 0), TPM_RIGHTBUTTON, point.x, point.y, 0, GetParent(window), nullptr);
+    return true;
 }
 
 uint64_t EditorWindow::Ticks() const { return Platform::Ticks(); }

@@ -56,8 +56,10 @@ protected:
 private:
     bool HandleMouse(UINT message, WPARAM wparam, LPARAM lparam);
     void OnPaint();
-    void ShowContextMenu(ClientPoint at) const;
+    // False where a menu is not the view's to show.
+    bool OnContextMenu(LPARAM place);
     void OnWheel(WPARAM wparam);
+    void OnSidewaysWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
 
     MouseCapture capture;               // while dragging

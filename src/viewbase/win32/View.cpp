@@ -92,7 +92,7 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         return 0;
     case WM_KEYUP:
         OnKeyUp(static_cast<uint32_t>(wparam), LOWORD(lparam), HIWORD(lparam));
-        return 0;
+        return DefWindowProcW(window, message, wparam, lparam); // which makes a WM_CONTEXTMENU of the Menu key
     case WM_CHAR:
         OnChar(static_cast<Char>(wparam), LOWORD(lparam), HIWORD(lparam));
         return 0;

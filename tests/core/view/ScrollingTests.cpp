@@ -21,6 +21,10 @@ struct ScrollingTest : ViewTest {
         input().OnSize(false);
         input().OnAttached();
     }
+    int32_t TiltWheel(int32_t delta, int32_t columns = 3) {
+        input().OnSidewaysWheel(delta, columns);
+        return view().Viewport().HorizontalScroll();
+    }
     uint32_t Wheel(int32_t delta, int32_t lines = 3) {
         input().OnWheel({delta, lines, false});
         return view().TopLine();
@@ -326,4 +330,28 @@ TEST_F(ScrollingTest, PixelsBeyondThirtyTwoBitsAreHeldWithinThem) {
     surface().SetFont({16, 65535, 65535});
     Press(ViewKey::End);
     EXPECT_EQ(view().Viewport().HorizontalScroll(), INT32_MAX);
+}
+
+TEST_F(ScrollingTest, TheSidewaysWheelScrollsByColumns) {
+    EXPECT_EQ(TiltWheel(120), 24);
+    EXPECT_EQ(TiltWheel(60), 24);
+    EXPECT_EQ(TiltWheel(60), 48); // parts of a notch add up
+    EXPECT_EQ(Horizontal().position, 48);
+    EXPECT_EQ(TiltWheel(-120), 24);
+    EXPECT_EQ(TiltWheel(-1200), 0);
+    EXPECT_EQ(TiltWheel(120, 0), 0);
+    EXPECT_EQ(view().TopLine(), 0u);
+}
+
+TEST_F(ScrollingTest, ANotchOfTheSidewaysWheelIsAPageAtMost) {
+    EXPECT_EQ(TiltWheel(120, INT32_MAX), 640);
+    EXPECT_EQ(TiltWheel(-120, INT32_MAX), 0);
+}
+
+TEST_F(ScrollingTest, TheSidewaysWheelEndsWhereTheBarDoesAndNeverJumpsBackThere) {
+    const int32_t farthest = ScrollSideways(ScrollRequest::Maximum);
+    EXPECT_EQ(TiltWheel(120), farthest);
+    view().Viewport().SetHorizontalScroll(farthest + 1000); // where only the caret leads
+    EXPECT_EQ(TiltWheel(120), farthest + 1000);
+    EXPECT_EQ(TiltWheel(-120), farthest + 976);
 }
