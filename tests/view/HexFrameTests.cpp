@@ -2,6 +2,7 @@
 
 #include "DialogDriver.h"
 #include "HexFrameTest.h"
+#include "InputMethodLibrary.h"
 #include "support/SparseFile.h"
 #include "viewbase/FindState.h"
 #include "viewbase/win32/Clipboard.h"
@@ -192,4 +193,25 @@ TEST_F(HexPanesTest, TheMenuOffersWhatBytesCanDo) {
     EXPECT_FALSE(IsEnabled(IDM_PASTE));
     main->NewDocument();
     for (const UINT item : {IDM_PASTE, IDM_CUT, IDM_BOOKMARK, IDM_GOTO}) EXPECT_TRUE(IsEnabled(item)) << item;
+}
+
+TEST_F(HexPanesTest, InputMethodsAreOffWhereBytesAreShown) {
+    const InputMethodLibrary library;
+    main->NewDocument();
+    const HWND pane = Panes().at(0);
+    ASSERT_TRUE(library.TakesText(pane));
+    ASSERT_TRUE(OpenBinaryArgument(*main, folder.Write("data.bin", "0123456789").c_str()));
+    EXPECT_FALSE(library.TakesText(pane));
+    Command(IDM_NEXT_FILE);
+    EXPECT_TRUE(library.TakesText(pane));
+    Command(IDM_NEXT_FILE);
+    EXPECT_FALSE(library.TakesText(pane));
+    Command(IDM_CLOSE);
+    EXPECT_TRUE(library.TakesText(pane));
+}
+
+TEST_F(HexPanesTest, TheSidewaysWheelMovesNothing) {
+    Open("0123456789");
+    EXPECT_EQ(SendMessageW(Panes().at(0), WM_MOUSEHWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0), 0);
+    EXPECT_EQ(editor->Viewport().TopRow(), 0u);
 }

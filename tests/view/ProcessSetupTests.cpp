@@ -87,7 +87,7 @@ TEST(ProcessSetup, TheInputMethodLibraryIsThatOfTheSystem) {
     InputMethod::Unload();
     const ReplacedImport load("LoadLibraryW", reinterpret_cast<void*>(TakeName));
     ASSERT_TRUE(load.IsImported());
-    InputMethod::PlaceComposition(nullptr, {});
+    InputMethod::PlaceComposition(nullptr, {}, nullptr);
     wchar_t folder[MAX_PATH] = {};
     ASSERT_NE(GetSystemDirectoryW(folder, MAX_PATH), 0u);
     EXPECT_EQ(loaded, std::wstring(folder) + L"\\imm32.dll");

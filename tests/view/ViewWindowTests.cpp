@@ -1,11 +1,10 @@
 // How a text view treats its window: class, attaching, messages, caret, scroll bars, input method.
 #include "CallCounter.h"
+#include "InputMethodLibrary.h"
 #include "TextViewTest.h"
 #include "WheelScreen.h"
 #include "support/FakeSurface.h"
 #include "viewbase/win32/InputMethod.h"
-
-#include <imm.h>
 
 namespace {
 
@@ -394,26 +393,28 @@ TEST_F(ViewWindowTest, AltGrRunsNoCtrlCommand) {
 
 // The input method.
 
-TEST_F(ViewWindowTest, TheCompositionWindowIsAtTheCaret) {
+TEST_F(ViewWindowTest, TheCompositionIsAtTheCaretInTheViewsFont) {
+    UseSettings(u"FontSize=17\nFontBold=1");
     Show(u"abcdef\nabcdef\nabcdef");
     FocusView();
     Editor().MoveCaret(2, 3, false);
     SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
-    const HMODULE library = LoadLibraryW(L"imm32.dll");
-    ASSERT_NE(library, nullptr);
-    const auto find = [&](const char* name) { return reinterpret_cast<void*>(GetProcAddress(library, name)); };
-    const auto getContext = reinterpret_cast<decltype(&ImmGetContext)>(find("ImmGetContext"));
-    const auto releaseContext = reinterpret_cast<decltype(&ImmReleaseContext)>(find("ImmReleaseContext"));
-    const auto getForm = reinterpret_cast<decltype(&ImmGetCompositionWindow)>(find("ImmGetCompositionWindow"));
-    const HIMC context = getContext(Window());
+    const InputMethodLibrary library;
+    const HIMC context = library.getContext(Window());
     ASSERT_NE(context, nullptr);
     COMPOSITIONFORM form = {};
-    EXPECT_TRUE(getForm(context, &form));
+    EXPECT_TRUE(library.getWindow(context, &form));
     EXPECT_EQ(form.dwStyle, static_cast<DWORD>(CFS_POINT));
     EXPECT_EQ(form.ptCurrentPos.x, ColumnX(3));
     EXPECT_EQ(form.ptCurrentPos.y, 2 * LineHeight());
-    releaseContext(Window(), context);
-    FreeLibrary(library);
+    LOGFONTW expected = {};
+    GetObjectW(DrawingObjects::EditorFont(), sizeof(expected), &expected);
+    LOGFONTW font = {};
+    EXPECT_TRUE(library.getFont(context, &font));
+    EXPECT_EQ(font.lfHeight, expected.lfHeight);
+    EXPECT_EQ(font.lfWeight, FW_BOLD);
+    EXPECT_STREQ(font.lfFaceName, expected.lfFaceName);
+    library.releaseContext(Window(), context);
 }
 
 FARPROC WINAPI FindNothing(HMODULE, LPCSTR) { return nullptr; }

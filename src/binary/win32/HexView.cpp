@@ -49,6 +49,16 @@ HexView::~HexView() {
     editor.SetDocument(nullptr);
 }
 
+Document* HexView::Attach(HWND newWindow) {
+    noComposition.Take(newWindow);
+    return EditorWindow::Attach(newWindow);
+}
+
+void HexView::Detach() {
+    noComposition.GiveBack();
+    EditorWindow::Detach();
+}
+
 void HexView::PaintRows(HDC target, int top, int bottom) {
     if (rows.Begin(editor, top, bottom)) Draw(target, rows);
 }

@@ -4,6 +4,7 @@
 #include "binary/HexInput.h"
 #include "binary/HexRows.h"
 #include "viewbase/win32/EditorWindow.h"
+#include "viewbase/win32/InputMethod.h"
 
 // The window half of a hex view.
 class HexView final : public EditorWindow {
@@ -21,6 +22,8 @@ public:
     void PaintRows(HDC target, int top, int bottom) override;
 
     // View.
+    Document* Attach(HWND newWindow) override;
+    void Detach() override;
     Document* GetDocument() const override { return editor.GetBinaryDocument(); }
     bool IsCommandEnabled(ViewCommand command) const override { return input.IsCommandEnabled(command); }
     bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }
@@ -37,4 +40,5 @@ private:
     HexEditor editor{*this};
     HexInput input{editor};
     HexRows rows;
+    InputMethod::SwitchedOff noComposition; // hex digits are keys
 };

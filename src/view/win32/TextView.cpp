@@ -1,5 +1,6 @@
 #include "view/win32/TextView.h"
 
+#include "settings/win32/DrawingObjects.h"
 #include "view/win32/GoToLineDialog.h"
 #include "view/win32/ReplaceDialog.h"
 #include "viewbase/win32/FindDialog.h"
@@ -22,7 +23,8 @@ TextView::~TextView() {
 }
 
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_IME_STARTCOMPOSITION) InputMethod::PlaceComposition(window, CaretPlace());
+    if (message == WM_IME_STARTCOMPOSITION)
+        InputMethod::PlaceComposition(window, CaretPlace(), DrawingObjects::EditorFont());
     if (message == WM_LBUTTONDBLCLK) {
         input.OnDoubleClick();
         return 0;

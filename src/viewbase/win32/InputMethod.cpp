@@ -11,7 +11,9 @@ namespace {
 LoadedLibrary library;
 decltype(&ImmGetContext) getContext = nullptr;
 decltype(&ImmReleaseContext) releaseContext = nullptr;
+decltype(&ImmAssociateContext) associateContext = nullptr;
 decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
+decltype(&ImmSetCompositionFontW) setCompositionFont = nullptr;
 
 template <class Function> bool Find(Function& function, const char* name) {
     // Through void*: the system hands every function out under one type.
@@ -34,7 +36,8 @@ bool Load() {
     library.Reset(LoadFromSystem());
     if (!library.IsValid()) return false;
     if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
-        Find(setCompositionWindow, "ImmSetCompositionWindow"))
+        Find(associateContext, "ImmAssociateContext") && Find(setCompositionWindow, "ImmSetCompositionWindow") &&
+        Find(setCompositionFont, "ImmSetCompositionFontW"))
         return true;
     library.Reset();
     return false;
@@ -56,7 +59,7 @@ private:
 
 } // namespace
 
-void InputMethod::PlaceComposition(HWND window, POINT point) {
+void InputMethod::PlaceComposition(HWND window, POINT point, HFONT font) {
     if (!Load()) return;
     const InputContext context(window);
     if (!context.Get()) return;
@@ -64,6 +67,20 @@ void InputMethod::PlaceComposition(HWND window, POINT point) {
     form.dwStyle = CFS_POINT;
     form.ptCurrentPos = point;
     setCompositionWindow(context.Get(), &form);
+    LOGFONTW description = {};
+    if (GetObjectW(font, sizeof(description), &description)) setCompositionFont(context.Get(), &description);
+}
+
+void InputMethod::SwitchedOff::Take(HWND newWindow) {
+    GiveBack();
+    if (!Load()) return;
+    window = newWindow;
+    before = associateContext(window, nullptr);
+}
+
+void InputMethod::SwitchedOff::GiveBack() {
+    if (window && IsWindow(window) && Load()) associateContext(window, before);
+    window = nullptr;
 }
 
 void InputMethod::Unload() { library.Reset(); }

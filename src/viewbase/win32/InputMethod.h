@@ -1,13 +1,26 @@
 #pragma once
 
-#include "base/win32/Windows.h"
+#include "base/win32/Handles.h"
 
-// The input-method editor's library, loaded when first needed; everything works without it.
+// The input-method editor's library, loaded when first needed; everything works without it. What is said of a window
+// does nothing when the library or one of its functions is missing (loading is tried again next time).
 namespace InputMethod {
 
-// Puts the composition window at a client point of `window`; does nothing when the library or one of
-// its functions is missing (loading is tried again next time).
-void PlaceComposition(HWND window, POINT point);
+// Puts the composition window at a client point of `window` and has it write in `font`.
+void PlaceComposition(HWND window, POINT point, HFONT font);
 void Unload();
+
+// Keeps input methods away from a window: what is typed there are keys, not text.
+class SwitchedOff : Guard {
+public:
+    ~SwitchedOff() { GiveBack(); }
+    void Take(HWND newWindow);
+    // The window has the context back that it had before. One that is gone needs none.
+    void GiveBack();
+
+private:
+    HWND window = nullptr;
+    HIMC before = nullptr;
+};
 
 } // namespace InputMethod
