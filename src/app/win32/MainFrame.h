@@ -3,11 +3,12 @@
 #include "app/CommandLanguage.h"
 #include "app/win32/FrameParts.h"
 #include "app/win32/MenuCommands.h"
+#include "base/Heap.h"
 #include "viewbase/ViewHost.h"
 
 // The main window, one per process. It routes: messages, what views report and what commands ask for go to
 // its parts.
-class MainFrame final : public ViewHost, public CommandContext, private LeavingFrame {
+class MainFrame final : public HeapObject, public ViewHost, public CommandContext, private LeavingFrame {
 public:
     explicit MainFrame(SettingsStore& store);
     ~MainFrame();
