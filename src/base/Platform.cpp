@@ -51,13 +51,19 @@ bool Platform::MakeFolder(const Char* path) {
 
 const Char* Platform::SetRecoveryFolder(const Char* path) { return std::exchange(testRecoveryFolder, path); }
 
-bool Platform::RecoveryFolder(const Char* inside, WString& out) {
+bool Platform::RecoveryPath(const Char* inside, WString& out) {
     WString folder;
     const bool isFound = testRecoveryFolder
                              ? folder.Assign(testRecoveryFolder)
                              : SystemFolders::LocalData(folder) && Path::Join(folder, u"Orvane\\Recovery");
-    if (!isFound || folder.IsEmpty() || (*inside && !Path::Join(folder, inside)) || !MakeFolder(folder.Text()))
-        return false;
+    if (!isFound || folder.IsEmpty() || (*inside && !Path::Join(folder, inside))) return false;
+    out = std::move(folder);
+    return true;
+}
+
+bool Platform::RecoveryFolder(const Char* inside, WString& out) {
+    WString folder;
+    if (!RecoveryPath(inside, folder) || !MakeFolder(folder.Text())) return false;
     out = std::move(folder);
     return true;
 }

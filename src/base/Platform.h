@@ -115,7 +115,8 @@ bool RemoveFile(const Char* path);
 // Makes a folder and those it is in; a success also when it is there already.
 [[nodiscard]] bool MakeFolder(const Char* path);
 // Where the program keeps what a failure must not cost the user: a folder of the user's own on this machine, or one
-// inside it (`inside` may be empty), which is made when it is missing.
+// inside it (`inside` may be empty). The first only says which it is, the second makes it when it is missing.
+[[nodiscard]] bool RecoveryPath(const Char* inside, WString& out);
 [[nodiscard]] bool RecoveryFolder(const Char* inside, WString& out);
 
 // Whether a full path leads to another machine, as far as that can be told without asking it.

@@ -22,7 +22,7 @@ struct FoundName : HeapObject {
 void ListCopies(List<FoundName>& names) {
     WString folder;
     WString pattern;
-    if (!Platform::RecoveryFolder(SaveCopyFolder, folder) || !pattern.Assign(folder) ||
+    if (!Platform::RecoveryPath(SaveCopyFolder, folder) || !pattern.Assign(folder) ||
         !Path::Join(pattern, SaveCopyPattern))
         return;
     Platform::FileSearch search;

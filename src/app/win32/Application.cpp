@@ -1,10 +1,12 @@
 #include "app/win32/Application.h"
 
+#include "app/IncompleteSaves.h"
 #include "app/StartArguments.h"
 #include "app/win32/MainFrame.h"
 #include "app/win32/ProcessSetup.h"
 #include "app/win32/SettingsStore.h"
 #include "base/Heap.h"
+#include "base/SafeSave.h"
 #include "binary/win32/HexView.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
@@ -36,8 +38,10 @@ bool StartFrame(MainFrame& frame, HINSTANCE instance) {
 void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store, HACCEL accelerators) {
     MainFrame* const frame = new MainFrame(store);
     if (!frame) return;
-    if (StartFrame(*frame, instance) && ParseCommandLine(*frame, commandLine))
+    if (StartFrame(*frame, instance) && ParseCommandLine(*frame, commandLine)) {
+        TellIncompleteSaves(*frame);
         RunMessageLoop(*frame, store, accelerators);
+    }
     delete frame;
 }
 
@@ -58,6 +62,7 @@ int Application::Run(HINSTANCE instance, const Char* commandLine) {
         ViewClass::Unregister();
     }
     findState.Release();
+    LeaveSaveCopies();
     store.Free();
     Heap::Stop();
     return 0;
