@@ -7,6 +7,8 @@
 #include "settings/IniParser.h"
 #include "settings/LineReader.h"
 
+#include <algorithm>
+
 namespace {
 
 bool ReadText(const Char* path, WString& text) {
@@ -33,12 +35,17 @@ bool AppendSectionText(WString& out, const IniSection& section) {
 bool IniFile::Load(const Char* path) {
     WString text;
     if (!ReadText(path, text)) return false;
-    return text.Data() ? Parse(text.Data()) : true;
+    if (!text.Data()) return true;
+    // Other programs put a byte-order mark before UTF-8. It is not written back.
+    constexpr Char ByteOrderMark = 0xFEFF;
+    return Parse(text.Data() + (text[0] == ByteOrderMark ? 1 : 0));
 }
 
 bool IniFile::Parse(Char* text) {
     NormaliseLineEnds(text);
-    return ParseSections(text, sections);
+    const Char* const stopped = ParseSections(text, sections);
+    stoppedLine = stopped ? 1 + static_cast<uint32_t>(std::count<const Char*>(text, stopped, u'\n')) : 0;
+    return !stopped;
 }
 
 bool IniFile::Serialise(WString& out) const {

@@ -19,8 +19,10 @@ public:
     // The same for text already decoded, up to its terminator; `text` is changed in place (line ends
     // become line feeds). Memory running out ends it like a malformed line.
     bool Parse(Char* text);
-    // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF. The file is not
-    // touched until all its bytes are ready, nor while another program has it open, be it to read.
+    // The line, counted from 1, of what has ended the last Load or Parse early; 0 when it came to the end.
+    uint32_t StoppedLine() const { return stoppedLine; }
+    // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF, as SaveSafely does; what it
+    // replaces is kept. The file is not touched while another program has it open, be it to read.
     bool Save(const Char* path) const;
     // Appends to `out` the text that Save encodes. False without memory, with `out` as it was.
     bool Serialise(WString& out) const;
@@ -33,4 +35,7 @@ public:
     // Destroys every section of that name.
     void RemoveSections(const Char* name);
     void Clear();
+
+private:
+    uint32_t stoppedLine = 0;
 };

@@ -8,11 +8,12 @@ class IniParser {
 public:
     IniParser(const Char* text, List<IniSection>& target) : cursor(text), sections(target) {}
 
-    bool Run() {
+    const Char* Run() {
         for (;;) {
             while (Text::IsBlank(*cursor)) ++cursor;
-            if (*cursor == 0) return true;
-            if (!ParseItem()) return false;
+            const Char* const item = cursor;
+            if (*cursor == 0) return nullptr;
+            if (!ParseItem()) return item;
         }
     }
 
@@ -81,4 +82,4 @@ private:
 
 } // namespace
 
-bool ParseSections(const Char* text, List<IniSection>& sections) { return IniParser(text, sections).Run(); }
+const Char* ParseSections(const Char* text, List<IniSection>& sections) { return IniParser(text, sections).Run(); }

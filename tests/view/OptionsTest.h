@@ -23,7 +23,7 @@ protected:
     // Opens the dialog; `drive` ends it.
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        return RunOptionsDialog(owner, file, folder.Path("orvane.ini").c_str(), changes);
+        return RunOptionsDialog(owner, file, changes) && file.Save(folder.Path("orvane.ini").c_str());
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }
 

@@ -72,9 +72,8 @@ TEST_F(ToolsTest, ACopyWithoutMemoryIsLeftOut) {
             }
             dialog::Cancel(tools);
         });
-        const std::u16string path = folder.Path("orvane.ini");
         pause.reset();
-        EXPECT_FALSE(RunToolsDialog(nullptr, file, path.c_str()));
+        EXPECT_FALSE(RunToolsDialog(nullptr, file));
         return all;
     });
     EXPECT_GE(failures, 6u) << "at least a tool and a text for each";

@@ -34,7 +34,7 @@ protected:
     // Opens the dialog; `drive` ends it.
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        return RunToolsDialog(owner, file, folder.Path("orvane.ini").c_str());
+        return RunToolsDialog(owner, file) && file.Save(folder.Path("orvane.ini").c_str());
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }
 

@@ -75,14 +75,17 @@ void PlayMacro(FrameParts& frame) {
 }
 
 void ShowTools(FrameParts& frame) {
-    if (!RunToolsDialog(frame.window, frame.store.Ini(), frame.store.Path())) return;
+    if (!RunToolsDialog(frame.window, frame.store.Ini())) return;
     frame.store.RebuildToolAccelerators();
     RebuildToolMenu(GetMenu(frame.window));
+    frame.store.Save(frame.messages);
 }
 
 void ShowOptions(FrameParts& frame) {
     SettingsChanges changes;
-    if (RunOptionsDialog(frame.window, frame.store.Ini(), frame.store.Path(), changes)) frame.settings.Reapply(changes);
+    if (!RunOptionsDialog(frame.window, frame.store.Ini(), changes)) return;
+    frame.settings.Reapply(changes);
+    frame.store.Save(frame.messages);
 }
 
 // When an item of the menu can be chosen.

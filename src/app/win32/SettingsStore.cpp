@@ -29,8 +29,9 @@ bool SettingsStore::Load() {
     if (!file) return false;
     Free();
     ini = file;
-    // What a malformed file held before its first bad line is used; there is no message.
-    if (LocateSettingsFile(path)) ini->Load(path.Text());
+    // What a malformed file held before its first bad line is used; there is no message until it is to be saved.
+    const bool isRead = !LocateSettingsFile(path) || ini->Load(path.Text());
+    known = {!isRead && !ini->StoppedLine(), ini->StoppedLine()};
     LoadSettings(*ini);
     RebuildToolAccelerators();
     LoadEngineDefinitions(*ini);

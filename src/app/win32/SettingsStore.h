@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SettingsSaving.h"
 #include "base/WString.h"
 #include "base/win32/Handles.h"
 
@@ -21,8 +22,8 @@ public:
     void Free();
 
     IniFile& Ini() { return *ini; } // after Load
-    // Where orvane.ini is, or where it would be.
-    const Char* Path() const { return path.Text(); }
+    // After a dialog was confirmed. Asks and tells what SaveSettingsFile does.
+    void Save(UserPrompt& user) { SaveSettingsFile(user, *ini, path.Text(), known); }
     // Null when no tool has a hot key.
     HACCEL ToolAccelerators() const { return toolAccelerators.Get(); }
 
@@ -33,7 +34,8 @@ public:
 
 private:
     IniFile* ini = nullptr;
-    WString path;
+    WString path; // where orvane.ini is, or where it would be
+    SettingsKnowledge known;
     AcceleratorTable toolAccelerators;
 };
 

@@ -129,11 +129,11 @@ private:
 
 } // namespace
 
-bool RunOptionsDialog(HWND owner, IniFile& file, const Char* path, SettingsChanges& changes) {
+bool RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes) {
     OptionsDialog dialog;
     if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return false;
     changes = AdoptSettings(dialog.Copy());
-    // A file that cannot be written is passed over in silence; the settings hold for this run.
-    if (StoreSettingsToFile(file)) file.Save(path);
+    // Without memory the file keeps some old values; the settings hold for this run.
+    static_cast<void>(StoreSettingsToFile(file));
     return true;
 }

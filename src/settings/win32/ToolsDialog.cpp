@@ -187,10 +187,9 @@ private:
 
 } // namespace
 
-bool RunToolsDialog(HWND owner, IniFile& file, const Char* path) {
+bool RunToolsDialog(HWND owner, IniFile& file) {
     ToolsDialog dialog;
     if (dialog.Run(IDD_TOOLS, owner) != IDOK || !dialog.edited.Store(file)) return false;
     toolList.Load(file);
-    file.Save(path);
     return true;
 }

@@ -89,12 +89,46 @@ TEST(IniLoad, InvalidBytesBecomeTheReplacementCharacter) {
     EXPECT_EQ(ModelOf(file), expected);
 }
 
-TEST(IniLoad, ByteOrderMarkLoadsNothing) {
+TEST(IniLoad, AByteOrderMarkIsPassedOver) {
     const TemporaryFile disk;
     disk.Write("\xEF\xBB\xBF[S]\nk=v\n");
     IniFile file;
+    EXPECT_TRUE(file.Load(disk.Name()));
+    const Model expected = {{u"S", {{u"k", u"v"}}}};
+    EXPECT_EQ(ModelOf(file), expected);
+    ASSERT_TRUE(file.Save(disk.Name()));
+    EXPECT_EQ(disk.Read(), "[S]\r\nk=v\r\n");
+    // A second one is an ordinary character.
+    disk.Write("\xEF\xBB\xBF\xEF\xBB\xBF[S]\nk=v\n");
+    IniFile other;
+    EXPECT_FALSE(other.Load(disk.Name()));
+    EXPECT_EQ(other.StoppedLine(), 1u);
+}
+
+TEST(IniLoad, NamesTheLineThatStoppedIt) {
+    const TemporaryFile disk;
+    const struct {
+        const char* text;
+        uint32_t line;
+    } cases[] = {
+        {"[S]\nk=v\n", 0},
+        {"", 0},
+        {"; comment\r\n\r\nk=v\r\n[S]\r\n", 3},
+        {"[S]\nk=v\nno equals sign\nnor here\n", 3},
+        {"[S]\nk=v\n[T\n", 3},
+    };
+    for (const auto& tried : cases) {
+        disk.Write(tried.text);
+        IniFile file;
+        EXPECT_EQ(file.Load(disk.Name()), tried.line == 0) << tried.text;
+        EXPECT_EQ(file.StoppedLine(), tried.line) << tried.text;
+    }
+    IniFile file;
+    disk.Write("k=v");
     EXPECT_FALSE(file.Load(disk.Name()));
-    EXPECT_EQ(ModelOf(file), Model{});
+    disk.Write("[S]");
+    EXPECT_TRUE(file.Load(disk.Name()));
+    EXPECT_EQ(file.StoppedLine(), 0u);
 }
 
 TEST(IniLoad, EmptyFileIsASuccess) {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "base/Types.h"
+
+class IniFile;
+class UserPrompt;
+
+// How much of the settings file the program knows. A save writes what it knows.
+struct SettingsKnowledge {
+    bool isUnreadable = false; // there is a file, but it could not be read
+    uint32_t stoppedLine = 0;  // where the reading has stopped; 0 when it came to the end
+};
+
+// Writes the settings file after the user has confirmed a dialog. Asks first when the file holds what would be lost,
+// and tells when it cannot be written. Once it was written all of it is known.
+void SaveSettingsFile(UserPrompt& user, const IniFile& settings, const Char* path, SettingsKnowledge& known);

@@ -1,0 +1,69 @@
+#include "app/SettingsSaving.h"
+
+#include "core/app/FakeFrame.h"
+#include "settings/IniFile.h"
+#include "support/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SettingsSavingTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        IniSection* const section = ini.AddSection(u"General");
+        ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
+    }
+    void Save() { SaveSettingsFile(user, ini, path.c_str(), known); }
+
+    ScratchFolder folder;
+    std::u16string path = folder.Write("orvane.ini", "the old file");
+    IniFile ini;
+    FakeFrame user;
+    SettingsKnowledge known;
+};
+
+constexpr const char* Saved = "[General]\r\nFontSize=12\r\n";
+
+TEST_F(SettingsSavingTest, AFileThatWasReadIsReplacedInSilence) {
+    Save();
+    EXPECT_EQ(folder.Read("orvane.ini"), Saved);
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
+TEST_F(SettingsSavingTest, TheLineThatStoppedTheReadingIsNamedOnce) {
+    known.stoppedLine = 7;
+    user.answers = {Answer::No, Answer::Yes};
+    Save();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text,
+              u"The reading of " + path + u" stopped in line 7.\nWhat follows would be lost. Save over it?");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::YesNo);
+    EXPECT_EQ(folder.Read("orvane.ini"), "the old file");
+    Save();
+    EXPECT_EQ(folder.Read("orvane.ini"), Saved);
+    Save();
+    EXPECT_EQ(user.questions.size(), 2u);
+}
+
+TEST_F(SettingsSavingTest, AFileThatCouldNotBeReadIsAskedAbout) {
+    known.isUnreadable = true;
+    user.answers = {Answer::No};
+    Save();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, path + u" could not be read.\nSave over it?");
+    EXPECT_EQ(folder.Read("orvane.ini"), "the old file");
+}
+
+TEST_F(SettingsSavingTest, AFailureIsTold) {
+    path = folder.Path("no\\such\\folder.ini");
+    known.stoppedLine = 1;
+    user.answers = {Answer::Yes};
+    Save();
+    ASSERT_EQ(user.questions.size(), 2u);
+    EXPECT_EQ(user.questions[1].text, u"Failed saving file: " + path);
+    EXPECT_EQ(user.questions[1].kind, MessageKind::Warning);
+    EXPECT_EQ(known.stoppedLine, 1u) << "nothing was written";
+}
+
+} // namespace
