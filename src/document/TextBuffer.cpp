@@ -75,6 +75,7 @@ void TextBuffer::Clear(bool destroyViews) {
     pipeline.History().Clear();
     parts.store.Release();
     encoding = Encoding::Ansi;
+    losesBytes = false;
     parts.editLine.Release();
     pipeline.TellReplaced();
 }
@@ -107,6 +108,7 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
 void TextBuffer::TakeText(DecodedText& decoded) {
     encoding = decoded.encoding;
     lineEnding = decoded.style;
+    losesBytes = decoded.losesBytes;
     parts.store.Take(decoded.text, decoded.capacity, decoded.length, decoded.lineCount);
     decoded.text = nullptr;
     pipeline.Views().LineCountChanged();
@@ -135,6 +137,7 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), fileEncoding, style, fileTime);
     if (saved) {
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
+        losesBytes = false;
         pipeline.History().MarkSaved();
         NotifyModified();
     }

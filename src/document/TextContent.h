@@ -14,6 +14,9 @@ public:
     uint32_t Length() const { return parts.store.Length(); }
     uint32_t GetLineCount() const { return parts.store.LineCount(); }
     bool IsReadOnly() const { return readOnly; }
+    // Whether saving over the file that was loaded would change bytes that nobody has edited, beside line breaks: not
+    // all of them have become characters that become them again.
+    bool LosesBytes() const { return losesBytes; }
 
     // A line past the end yields the start of the last one; no column is clamped.
     uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
@@ -55,5 +58,6 @@ protected:
 
     TextParts parts;
     bool readOnly = false;
+    bool losesBytes = false;
     SyntaxEngine* engine = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "document/TextDecode.h"
 
 #include "base/CodePage.h"
+#include "base/RoundTrip.h"
 #include "base/Scan.h"
 #include "document/LineBreaks.h"
 #include "document/TextFile.h"
@@ -37,13 +38,33 @@ size_t StretchLength(const uint8_t* bytes, size_t count) {
     return length;
 }
 
+// Finds out whether saving would give back the bytes that were loaded.
+class LossCheck {
+public:
+    explicit LossCheck(Encoding encoding)
+        : page(encoding == Encoding::Utf8 ? CodePage::Utf8 : CodePage::Ansi),
+          isNeeded(page == CodePage::Utf8 || !KeepsEveryByte(page)) {}
+
+    void Compare(const Char* text, size_t count, const uint8_t* bytes, size_t byteCount) {
+        if (isNeeded && !hasLost) hasLost = !GivesBytes(page, text, count, bytes, byteCount);
+    }
+    bool HasLost() const { return hasLost; }
+
+private:
+    CodePage page;
+    bool isNeeded;
+    bool hasLost = false;
+};
+
 // Converts with the ANSI page in place of whatever the encoding is. Returns the characters written, the
 // line breaks normalised; 0 when the page cannot convert. `ended` is set when a NUL came out.
 // Odd on purpose: docs/oddities.md.
-size_t ConvertStretch(uint8_t* bytes, size_t count, Char* out, Scan::BreakCounts& breaks, bool& ended) {
+size_t ConvertStretch(uint8_t* bytes, size_t count, Char* out, Scan::BreakCounts& breaks, bool& ended,
+                      LossCheck& loss) {
     for (size_t at = Scan::FindZeroByte(bytes, count); at < count; at += Scan::FindZeroByte(bytes + at, count - at))
         bytes[at] = ' ';
     const size_t converted = ToUtf16(CodePage::Ansi, bytes, count, out, count);
+    loss.Compare(out, converted, bytes, count);
     const Scan::Copied copied = Scan::CopyWithLineFeeds(out, converted, out, breaks);
     ended = copied.taken < converted;
     return copied.written;
@@ -53,17 +74,20 @@ size_t ConvertStretch(uint8_t* bytes, size_t count, Char* out, Scan::BreakCounts
 // False when the page cannot convert them.
 bool DecodeBytes(uint8_t* bytes, size_t count, DecodedText& out, size_t& length, Scan::BreakCounts& breaks) {
     bool ended = false;
+    const bool hasZeros = Scan::FindZeroByte(bytes, count) < count;
+    LossCheck loss(out.encoding);
     for (size_t at = 0; at < count && !ended;) {
         const Scan::Copied plain = Scan::WidenText(bytes + at, count - at, out.text + length, breaks);
         at += plain.taken;
         length += plain.written;
         if (at == count) break;
         const size_t stretch = StretchLength(bytes + at, count - at);
-        const size_t written = ConvertStretch(bytes + at, stretch, out.text + length, breaks, ended);
+        const size_t written = ConvertStretch(bytes + at, stretch, out.text + length, breaks, ended, loss);
         if (!written && !ended) return false;
         at += stretch;
         length += written;
     }
+    out.losesBytes = ended || hasZeros || loss.HasLost();
     return true;
 }
 
@@ -79,7 +103,10 @@ void DecodeUnits(size_t count, bool bigEndian, DecodedText& out, size_t& length,
             if (bigEndian) Scan::SwapBytes(units + end, 1, units + end);
         const Scan::Copied copied = Scan::CopyWithLineFeeds(units + at, end - at, out.text + length, breaks);
         length += copied.written;
-        if (copied.taken < end - at) return;
+        if (copied.taken < end - at) {
+            out.losesBytes = true;
+            return;
+        }
         at = end;
     }
 }
@@ -111,6 +138,7 @@ bool DecodeText(Platform::ByteBlock& file, DecodedText& out) {
         out.text = reinterpret_cast<Char*>(file.bytes);
         file.bytes = nullptr;
         out.capacity = static_cast<uint32_t>(file.size / sizeof(Char));
+        out.losesBytes = count % sizeof(Char) != 0;
         DecodeUnits(count / sizeof(Char), out.encoding == Encoding::UnicodeBigEndian, out, length, breaks);
     } else {
         out.text = Heap::AllocateArray<Char>(count + 1);

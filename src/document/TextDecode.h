@@ -12,6 +12,8 @@ struct DecodedText {
     uint32_t lineCount = 1;
     LineEnding style = LineEnding::Dos;
     Encoding encoding = Encoding::Ansi;
+    // Written back in the same encoding, the text does not give the file's bytes, line breaks aside.
+    bool losesBytes = false;
 
     DecodedText() = default;
     ~DecodedText() { Heap::Free(text); }

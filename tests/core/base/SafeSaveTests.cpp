@@ -177,11 +177,16 @@ TEST(RecoveryFolder, IsMadeWithAllThatItIsIn) {
 }
 
 TEST(RecoveryFolder, FailsWhereNoFolderCanBe) {
-    const NoRecoveryFolder none;
-    WString folder;
-    ASSERT_TRUE(folder.Assign(u"as it was"));
-    EXPECT_FALSE(Platform::RecoveryFolder(u"", folder));
-    EXPECT_EQ(std::u16string(folder.Text()), u"as it was");
+    const ScratchFolder scratch;
+    const std::u16string below = scratch.Write("file", "") + u"\\Recovery";
+    for (const std::u16string& path : {below, std::u16string()}) {
+        const Char* const before = Platform::SetRecoveryFolder(path.c_str());
+        WString folder;
+        ASSERT_TRUE(folder.Assign(u"as it was"));
+        EXPECT_FALSE(Platform::RecoveryFolder(u"", folder));
+        EXPECT_EQ(std::u16string(folder.Text()), u"as it was");
+        Platform::SetRecoveryFolder(before);
+    }
 }
 
 TEST(RecoveryFolder, TheSystemsOwnIsTheUsersAndThePrograms) {

@@ -1,0 +1,60 @@
+#include "base/RoundTrip.h"
+
+#include "base/Scan.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr size_t PieceCharacters = 4096;
+constexpr size_t PieceBytes = PieceCharacters * MaxCharacterBytes;
+
+bool IsPair(const Char* at) { return (at[0] & 0xFC00) == 0xD800 && (at[1] & 0xFC00) == 0xDC00; }
+
+// The next piece ends between two characters.
+size_t PieceLength(const Char* text, size_t left) {
+    if (left <= PieceCharacters) return left;
+    return PieceCharacters - (IsPair(text + PieceCharacters - 1) ? 1 : 0);
+}
+
+} // namespace
+
+bool KeepsText(CodePage page, const Char* text, size_t count) {
+    uint8_t bytes[PieceBytes];
+    Char back[PieceCharacters];
+    while (count) {
+        const size_t piece = PieceLength(text, count);
+        if (Scan::NarrowAscii(text, piece, bytes) < piece) {
+            const size_t converted = FromUtf16(page, text, piece, bytes, PieceBytes);
+            const size_t returned = converted ? ToUtf16(page, bytes, converted, back, PieceCharacters) : 0;
+            if (returned != piece || !std::equal(back, back + piece, text)) return false;
+        }
+        text += piece;
+        count -= piece;
+    }
+    return true;
+}
+
+bool GivesBytes(CodePage page, const Char* text, size_t count, const uint8_t* bytes, size_t byteCount) {
+    uint8_t made[PieceBytes];
+    while (count) {
+        const size_t piece = PieceLength(text, count);
+        const size_t converted = FromUtf16(page, text, piece, made, PieceBytes);
+        if (!converted || converted > byteCount || std::memcmp(made, bytes, converted) != 0) return false;
+        text += piece;
+        count -= piece;
+        bytes += converted;
+        byteCount -= converted;
+    }
+    return byteCount == 0;
+}
+
+bool KeepsEveryByte(CodePage page) {
+    constexpr size_t Count = 255; // the NUL needs no asking
+    uint8_t bytes[Count];
+    Char text[Count];
+    for (size_t i = 0; i < Count; ++i) bytes[i] = static_cast<uint8_t>(i + 1);
+    return MaxBytes(page, 1) == 1 && ToUtf16(page, bytes, Count, text, Count) == Count &&
+           GivesBytes(page, text, Count, bytes, Count);
+}
