@@ -1,31 +1,18 @@
 #include "app/DocumentPrompts.h"
 
 #include "app/CommandContext.h"
+#include "app/DocumentHold.h"
 #include "app/DocumentList.h"
 #include "base/TextFormat.h"
-#include "document/Document.h"
 
 namespace {
-
-// Keeps a document alive while a question is open: messages are handled meanwhile, and one of them may
-// close it.
-class Hold {
-public:
-    explicit Hold(Document& document) : held(document) { held.AddRef(); }
-    ~Hold() { held.Release(); }
-    Hold(const Hold&) = delete;
-    Hold& operator=(const Hold&) = delete;
-
-private:
-    Document& held;
-};
 
 void AskToReopen(CommandContext& frame, Document& document) {
     WString question;
     if (!Text::AppendFormat(question, u"File %ls has been modified by another program.\nWould you like to reopen it?",
                             document.GetName()))
         return;
-    const Hold hold(document);
+    const DocumentHold hold(document);
     const Answer answer = frame.AskUser(question.Text(), MessageKind::YesNoCancel);
     if (!frame.Documents().Contains(&document)) return;
     if (answer == Answer::Yes && document.Reload()) return;
@@ -42,7 +29,7 @@ bool MayClose(CommandContext& frame, Document& document) {
     if (!document.IsModified()) return true;
     WString question;
     if (!Text::AppendFormat(question, u"Save changes to %ls?", document.GetName())) return false;
-    const Hold hold(document);
+    const DocumentHold hold(document);
     const Answer answer = frame.AskUser(question.Text(), MessageKind::YesNoCancel);
     if (!frame.Documents().Contains(&document)) return false;
     return answer == Answer::No || (answer == Answer::Yes && frame.SaveDocument(document));

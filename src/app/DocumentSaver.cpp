@@ -1,7 +1,9 @@
 #include "app/DocumentSaver.h"
 
 #include "app/DocumentDisplay.h"
+#include "app/DocumentHold.h"
 #include "app/DocumentList.h"
+#include "app/SaveQuestions.h"
 #include "app/ScreenBatch.h"
 #include "app/UserPrompt.h"
 #include "base/TextFormat.h"
@@ -16,11 +18,20 @@ void DocumentSaver::SaveAll() {
     for (uint32_t i = 0; Document* const document = documents.At(i); ++i) Save(*document);
 }
 
-bool DocumentSaver::SaveChosen(Document& document, bool askForName) {
-    SaveChoice choice;
+bool DocumentSaver::Choose(Document& document, bool askForName, SaveChoice& choice) {
     const Char* const* names = nullptr;
     if (!document.GetEncoding(choice.encoding, names)) choice.encoding = Encoding::Keep;
-    if (askForName ? !saveDialog.AskSave(document, choice) : !choice.path.Assign(document.GetName())) return false;
+    return askForName ? saveDialog.AskSave(document, choice) : choice.path.Assign(document.GetName());
+}
+
+bool DocumentSaver::SaveChosen(Document& document, bool askForName) {
+    const DocumentHold hold(document);
+    SaveChoice choice;
+    for (Answer answer = Answer::No; answer != Answer::Yes; askForName = askForName || answer == Answer::No) {
+        if (!Choose(document, askForName, choice)) return false;
+        answer = AskBeforeSave(prompt, document, choice);
+        if (answer == Answer::Cancel || !documents.Contains(&document)) return false;
+    }
     if (!Write(document, choice)) return false;
     // Bytes are always written back into their own file, whatever name was chosen.
     if (askForName && !document.IsBinary() && document.SetPath(choice.path.Text())) {

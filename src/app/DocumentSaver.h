@@ -24,6 +24,7 @@ public:
 
 private:
     bool SaveChosen(Document& document, bool askForName);
+    bool Choose(Document& document, bool askForName, SaveChoice& choice);
     bool Write(Document& document, const SaveChoice& choice);
 
     DocumentList& documents;

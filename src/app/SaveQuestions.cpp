@@ -1,0 +1,61 @@
+#include "app/SaveQuestions.h"
+
+#include "app/SaveDialog.h"
+#include "app/UserPrompt.h"
+#include "base/Platform.h"
+#include "base/RoundTrip.h"
+#include "base/TextFormat.h"
+#include "document/TextBuffer.h"
+
+namespace {
+
+// Null for bytes, which have no encoding.
+TextBuffer* AsText(Document& document) {
+    Encoding encoding = Encoding::Ansi;
+    const Char* const* names = nullptr;
+    return document.GetEncoding(encoding, names) ? static_cast<TextBuffer*>(&document) : nullptr;
+}
+
+// Whether a file in that encoding would hold every character.
+bool CanHold(Encoding encoding, TextBuffer& text) {
+    if (encoding == Encoding::Unicode || encoding == Encoding::UnicodeBigEndian) return true;
+    // Without memory for the line that is being typed the save fails as well, and says so.
+    if (!text.CommitEdit()) return true;
+    return KeepsText(encoding == Encoding::Utf8 ? CodePage::Utf8 : CodePage::Ansi, text.Content(), text.Length());
+}
+
+bool IsOwnFile(const Document& document, const Char* path) {
+    WString full;
+    return *document.GetTitle() == 0 && Platform::FullPath(path, full) &&
+           Platform::CompareNames(full.Text(), document.GetName()) == 0;
+}
+
+Answer Ask(UserPrompt& user, const Char* format, const Char* name) {
+    WString question;
+    // What cannot be asked is not done.
+    return Text::AppendFormat(question, format, name) ? user.AskUser(question.Text(), MessageKind::YesNoCancel)
+                                                      : Answer::Cancel;
+}
+
+} // namespace
+
+Answer AskBeforeSave(UserPrompt& user, Document& document, const SaveChoice& choice) {
+    TextBuffer* const text = AsText(document);
+    const bool isOwnFile = IsOwnFile(document, choice.path.Text());
+    const struct {
+        bool applies;
+        const Char* format;
+    } questions[] = {
+        {isOwnFile && document.IsChangedOnDisk(), u"%s has been modified by another program.\nSave over it?"},
+        {isOwnFile && text && text->LosesBytes(),
+         u"%s contains bytes that cannot be saved as they were.\nSave over it?"},
+        {text && !CanHold(choice.encoding, *text),
+         u"%s contains characters that its encoding cannot hold.\nSave them as question marks?"},
+    };
+    for (const auto& question : questions) {
+        if (!question.applies) continue;
+        const Answer answer = Ask(user, question.format, choice.path.Text());
+        if (answer != Answer::Yes) return answer;
+    }
+    return Answer::Yes;
+}

@@ -1,0 +1,193 @@
+#include "app/SaveQuestions.h"
+
+#include "app/DocumentSaver.h"
+#include "app/SaveDialog.h"
+#include "core/app/FakeFrame.h"
+#include "core/app/FakePanes.h"
+#include "document/TextBuffer.h"
+#include "support/ScratchFolder.h"
+
+namespace {
+
+// Answers with one name after the other, and with the encoding that goes with it.
+class NamingDialog final : public SaveDialog {
+public:
+    bool AskSave(const Document&, SaveChoice& choice) override {
+        if (names.empty()) return false;
+        const auto name = names.front();
+        names.erase(names.begin());
+        choice.encoding = encoding;
+        return choice.path.Assign(name.c_str());
+    }
+
+    std::vector<std::u16string> names;
+    Encoding encoding = Encoding::Ansi;
+};
+
+// Saves real texts in a folder of their own.
+class SaveQuestionsTest : public PaneDocumentsTest {
+protected:
+    TextBuffer& Open(const std::string& bytes) {
+        auto* const document = new TextBuffer;
+        document->AddRef();
+        EXPECT_TRUE(document->Load(folder.Write("file.txt", bytes).c_str(), false));
+        EXPECT_TRUE(documents.Add(document));
+        return *document;
+    }
+    void Insert(TextBuffer& document, const std::u16string& text) {
+        ASSERT_TRUE(document.InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
+    }
+    std::u16string Question() const { return user.questions.empty() ? u"" : user.questions.back().text; }
+    std::u16string Name() const { return folder.Path("file.txt"); }
+    void WriteOutside(const std::string& bytes) {
+        folder.Write("file.txt", bytes);
+        std::filesystem::last_write_time(folder.File("file.txt"),
+                                         std::filesystem::file_time_type::clock::now() + std::chrono::seconds(60));
+    }
+
+    ScratchFolder folder;
+    NamingDialog dialog;
+    FakeFrame user;
+    DocumentSaver saver{documents, display, dialog, user, batch};
+};
+
+TEST_F(SaveQuestionsTest, ATextThatItsFileHoldsIsSavedWithoutAQuestion) {
+    TextBuffer& document = Open("text \xE4\n");
+    Insert(document, u"\u20AC");
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 0u);
+    EXPECT_EQ(folder.Read("file.txt"), "\x80text \xE4\n");
+}
+
+TEST_F(SaveQuestionsTest, CharactersThatTheEncodingCannotHoldAreAskedAbout) {
+    TextBuffer& document = Open("text");
+    Insert(document, u"\u6F22");
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(Question(),
+              Name() + u" contains characters that its encoding cannot hold.\nSave them as question marks?");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::YesNoCancel);
+    EXPECT_EQ(folder.Read("file.txt"), "text");
+    user.answers = {Answer::Yes};
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(folder.Read("file.txt"), "?text");
+}
+
+TEST_F(SaveQuestionsTest, ABestFitIsAskedAboutToo) {
+    TextBuffer& document = Open("text");
+    Insert(document, u"\u0107"); // a c in the code page
+    user.answers = {Answer::Yes};
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(folder.Read("file.txt"), "ctext");
+}
+
+TEST_F(SaveQuestionsTest, HalfOfAPairIsAskedAboutInUtf8AndHeldInUtf16) {
+    TextBuffer& document = Open("text");
+    Insert(document, std::u16string(1, Char{0xD83D}));
+    user.answers = {Answer::Yes};
+    dialog.names = {Name(), Name()};
+    dialog.encoding = Encoding::Utf8;
+    EXPECT_TRUE(saver.SaveAs(document));
+    EXPECT_EQ(user.questions.size(), 1u);
+    dialog.encoding = Encoding::Unicode;
+    EXPECT_TRUE(saver.SaveAs(document));
+    EXPECT_EQ(user.questions.size(), 1u);
+}
+
+TEST_F(SaveQuestionsTest, NoLeadsToSaveAsWhereItIsAskedAgain) {
+    TextBuffer& document = Open("text");
+    Insert(document, u"\u6F22");
+    user.answers = {Answer::No, Answer::No};
+    dialog.names = {folder.Path("still-ansi.txt")};
+    EXPECT_FALSE(saver.Save(document)); // the second dialog is cancelled
+    ASSERT_EQ(user.questions.size(), 2u);
+    EXPECT_EQ(Question(), folder.Path("still-ansi.txt") +
+                              u" contains characters that its encoding cannot hold.\nSave them as question marks?");
+    user.answers = {Answer::No};
+    dialog.names = {folder.Path("utf8.txt")};
+    dialog.encoding = Encoding::Utf8;
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(folder.Read("utf8.txt"), "\xEF\xBB\xBF\xE6\xBC\xA2text");
+    EXPECT_EQ(folder.Read("file.txt"), "text");
+    EXPECT_EQ(std::u16string(document.GetName()), folder.Path("utf8.txt"));
+}
+
+TEST_F(SaveQuestionsTest, AFileThatHasChangedOnDiskIsAskedAbout) {
+    TextBuffer& document = Open("text");
+    WriteOutside("theirs");
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(Question(), Name() + u" has been modified by another program.\nSave over it?");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::YesNoCancel);
+    EXPECT_EQ(folder.Read("file.txt"), "theirs");
+    user.answers = {Answer::Yes};
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(folder.Read("file.txt"), "text");
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 2u);
+}
+
+TEST_F(SaveQuestionsTest, AnotherFileIsNotAskedAbout) {
+    TextBuffer& document = Open(std::string("te\0xt", 5));
+    WriteOutside("theirs");
+    dialog.names = {folder.Path("other.txt")};
+    EXPECT_TRUE(saver.SaveAs(document));
+    EXPECT_EQ(user.questions.size(), 0u);
+    EXPECT_EQ(folder.Read("other.txt"), "te xt");
+}
+
+TEST_F(SaveQuestionsTest, BytesThatWouldChangeAreAskedAboutUntilTheyWereSaved) {
+    TextBuffer& document = Open("\xEF\xBB\xBF\xC3\xA4");
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(Question(), Name() + u" contains bytes that cannot be saved as they were.\nSave over it?");
+    EXPECT_EQ(folder.Read("file.txt"), "\xEF\xBB\xBF\xC3\xA4");
+    user.answers = {Answer::Yes};
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 2u);
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 2u) << "the file holds what was saved now";
+}
+
+TEST_F(SaveQuestionsTest, EachQuestionThatAppliesIsAsked) {
+    TextBuffer& document = Open(std::string("te\0xt", 5));
+    Insert(document, u"\u6F22");
+    WriteOutside("theirs");
+    user.answers = {Answer::Yes, Answer::Yes, Answer::Yes};
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 3u);
+    EXPECT_EQ(folder.Read("file.txt"), "?te xt");
+}
+
+TEST_F(SaveQuestionsTest, TheLineThatIsBeingTypedIsLookedAtToo) {
+    TextBuffer& document = Open("text");
+    ASSERT_TRUE(document.LoadEditLine(0));
+    ASSERT_TRUE(document.TypeChar(nullptr, u'\u6F22', 0, false, false));
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_TRUE(document.IsModified());
+}
+
+TEST_F(SaveQuestionsTest, ADocumentThatIsClosedMeanwhileIsNotSaved) {
+    TextBuffer& document = Open("text");
+    WriteOutside("theirs");
+    user.answers = {Answer::Yes};
+    user.whileAsking = [&] { documents.Remove(&document); };
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(folder.Read("file.txt"), "theirs");
+}
+
+TEST_F(SaveQuestionsTest, BytesThatHaveChangedOnDiskAreAskedAboutAsWell) {
+    FakeDocument& bytes = AddFile(u"C:\\a.bin");
+    bytes.binary = true;
+    bytes.changedOnDisk = true;
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(bytes));
+    EXPECT_EQ(Question(), u"C:\\a.bin has been modified by another program.\nSave over it?");
+    EXPECT_EQ(bytes.savedTo, u"");
+}
+
+} // namespace
