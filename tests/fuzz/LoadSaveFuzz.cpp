@@ -59,6 +59,7 @@ void CheckLoaded(const Held& document) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    Platform::SetRecoveryFolder(u""); // the copies have tests of their own, and take time
     static const std::string inName = FileName("-in");
     static const std::string outName = FileName("-out");
     static const std::u16string in = PathOf(inName);

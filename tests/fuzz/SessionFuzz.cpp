@@ -65,6 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const ScratchFolder scratch;
     const InDirectory scope(scratch.File("."));
     LoadSettings(IniFile());
+    Platform::SetRecoveryFolder(u""); // the copies have tests of their own, and take time
     const std::string bytes(data, data + size);
     RunAsScript(scratch, bytes);
     RoundTrip(scratch, Decoded(bytes));
