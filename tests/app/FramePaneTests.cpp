@@ -351,11 +351,13 @@ TEST_F(FramePaneTest, TwoViewsOfOneDocumentShowTheSameText) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     ASSERT_TRUE(editor.Keys(L"Alt+Right"));
     ASSERT_TRUE(WaitForPaneCount(2));
-    ASSERT_TRUE(Modify(L"a.txt"));
+    // The view that was made by the split has not become the active one: all five characters are one step.
+    ASSERT_TRUE(editor.Type(L"hello"));
+    ASSERT_TRUE(WaitForFile(L"a.txt", true));
     ASSERT_TRUE(editor.Keys(L"F6"));
     ASSERT_TRUE(WaitForFocus(Panes()[1]));
     ASSERT_TRUE(editor.Keys(L"End"));
-    EXPECT_TRUE(editor.WaitForStatus(3, L"\tCol 7"));
+    EXPECT_TRUE(editor.WaitForStatus(3, L"\tCol 11"));
     ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
     EXPECT_TRUE(WaitForFile(L"a.txt"));
     // Closing one view leaves the document to the other.

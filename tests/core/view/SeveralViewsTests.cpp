@@ -242,6 +242,59 @@ struct SeveralViewsTest : EditorModelTest {
             return names;
         }
     }
+    // What a command prints comes at the end. Carets that are there go along, all others stay where they are.
+    std::string AppendOutput(Random& random, EditorModel& model) {
+        const std::u16string pieces[] = {u"out", u"x", u"\n", u"\r\n"};
+        std::u16string added;
+        std::u16string expected;
+        for (uint32_t count = random.Below(12); count; --count) {
+            const std::u16string& piece = random.Pick(pieces);
+            added += piece;
+            expected += piece == u"\r\n" ? u"\n" : piece;
+        }
+        const auto oldEnd = static_cast<uint32_t>(model.text.size());
+        model.text += expected;
+        const auto newEnd = static_cast<uint32_t>(model.text.size());
+        std::vector<TextSelection> wanted;
+        for (const TestView* each : views) {
+            const TextSelection selection = each->editor.Selection();
+            wanted.push_back(selection.caret == oldEnd ? TextSelection{newEnd, newEnd} : selection);
+        }
+        EXPECT_TRUE(buffer().AppendOutputText(added.data()));
+        for (size_t i = 0; i < views.size(); ++i) EXPECT_EQ(views[i]->editor.Selection(), wanted[i]) << "view " << i;
+        return "output " + Plain(expected);
+    }
+    // Nobody can type into the document any more.
+    std::string ActOnOutput(Random& random, EditorModel& model) {
+        switch (random.Below(9)) {
+        case 0:
+            Focus(random.Pick(views));
+            return "focus";
+        case 1:
+            return Click(random);
+        case 2:
+            return Scroll(random);
+        case 3:
+            Ctrl(random.OneIn(2) ? ViewKey::Home : ViewKey::End, random.OneIn(3));
+            return "to an end";
+        case 4:
+            view().GoToLine(random.Below(40), random.OneIn(2));
+            return "go to line";
+        case 5:
+            return OpenOrClose(random);
+        default:
+            return AppendOutput(random, model);
+        }
+    }
+    void PlayOutput(Random& random, EditorModel& model, std::string& done) {
+        ASSERT_TRUE(buffer().MarkAsOutput());
+        for (int step = 0; step < 30; ++step) {
+            done += std::to_string(std::find(views.begin(), views.end(), shown) - views.begin()) + ": " +
+                    ActOnOutput(random, model) + "; ";
+            ASSERT_TRUE(AllAgree(model)) << done;
+            ASSERT_FALSE(HasFailure()) << done;
+        }
+    }
     void PlayRound(uint32_t seed) {
         Random random(seed);
         EditorModel model;
@@ -269,6 +322,7 @@ struct SeveralViewsTest : EditorModelTest {
             ASSERT_FALSE(HasFailure()) << "seed " << seed << ": " << done;
         }
         ASSERT_EQ(Plain(Text()), Plain(history.last)) << "seed " << seed << ": " << done;
+        PlayOutput(random, model, done);
     }
 
     ScratchFolder folder;
