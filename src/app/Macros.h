@@ -44,7 +44,6 @@ public:
     bool IsRecording() const { return recording; }
     bool IsPlaying() const { return playing; }
     MacroState State() const;
-    uint32_t CurrentSlot() const { return current; }
 
     // Makes `slot` (0 when it is none of the ten) the current one.
     void SelectSlot(uint32_t slot);
