@@ -1,6 +1,9 @@
 #include "document/EditLine.h"
 
+#include "base/Assert.h"
+
 bool EditLine::Open(TextStore& store, uint32_t line) {
+    ORVANE_ASSERT(!IsOpen() || !pending); // what was typed would be lost
     const uint32_t lineStart = store.LineToOffset(line);
     bool isLast = false;
     const uint32_t count = store.LineLength(lineStart, isLast) + 1;
@@ -13,6 +16,7 @@ bool EditLine::Open(TextStore& store, uint32_t line) {
 }
 
 bool EditLine::WriteBack(TextStore& store) {
+    ORVANE_ASSERT(IsOpen());
     if (!store.ReplaceLine({start, start + storeLength}, text.Text(), text.Length())) return false;
     Close();
     pending = false;
@@ -26,17 +30,20 @@ void EditLine::Release() {
 }
 
 bool EditLine::Insert(uint32_t column, const Char* inserted, uint32_t count) {
+    ORVANE_ASSERT(IsOpen() && column <= Length());
     if (!text.Insert(column, inserted, count)) return false;
     pending = true;
     return true;
 }
 
 void EditLine::Erase(uint32_t column, uint32_t count) {
+    ORVANE_ASSERT(IsOpen() && column <= Length() && count <= Length() - column);
     text.Erase(column, count);
     pending = true;
 }
 
 void EditLine::Set(uint32_t column, Char character) {
+    ORVANE_ASSERT(IsOpen() && column < Length());
     text.Set(column, character);
     pending = true;
 }

@@ -1,5 +1,7 @@
 #include "document/LineCache.h"
 
+#include "base/Assert.h"
+
 namespace {
 
 uint32_t Distance(uint32_t left, uint32_t right) { return left > right ? left - right : right - left; }
@@ -42,6 +44,7 @@ LineCacheEntry* LineCache::TakeEntry() {
         return oldest;
     }
     if (LineCacheEntry* entry = unused.TakeHead()) return entry;
+    ORVANE_ASSERT(taken < Limit);
     return &storage[taken++];
 }
 

@@ -1,5 +1,7 @@
 #include "document/LineMarks.h"
 
+#include "base/Assert.h"
+
 LineMark* LineMarks::Find(uint32_t line) const {
     LineMark* mark = marks.head;
     while (mark && mark->line < line) mark = mark->next;
@@ -37,6 +39,7 @@ bool LineMarks::ToggleBookmark(uint32_t line) {
     mark->line = line;
     mark->flags = LineMark::Bookmark;
     InsertInOrder(mark, marks.tail);
+    ORVANE_ASSERT(IsInOrder());
     return true;
 }
 
@@ -50,6 +53,7 @@ void LineMarks::ClearBookmarks() {
 
 void LineMarks::LinesInserted(uint32_t line, uint32_t count) {
     for (LineMark* mark = FirstAfter(line); mark; mark = mark->next) mark->line += count;
+    ORVANE_ASSERT(IsInOrder());
 }
 
 void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
@@ -64,6 +68,7 @@ void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
             Remove(mark);
         }
     }
+    ORVANE_ASSERT(IsInOrder());
 }
 
 void LineMarks::LinesTakenBack(uint32_t line, uint32_t count) {
@@ -76,6 +81,14 @@ void LineMarks::LinesTakenBack(uint32_t line, uint32_t count) {
         marks.Remove(mark);
         InsertInOrder(mark, before);
     }
+    ORVANE_ASSERT(IsInOrder());
+}
+
+bool LineMarks::IsInOrder() const {
+    for (const LineMark* mark = marks.head; mark; mark = mark->next) {
+        if (mark->flags == 0 || (mark->next && mark->next->line <= mark->line)) return false;
+    }
+    return true;
 }
 
 void LineMarks::Clear() {

@@ -40,6 +40,7 @@ public:
     void Clear();
 
 private:
+    bool IsInOrder() const; // for assertions
     LineMark* FirstAfter(uint32_t line) const;
     // Links `mark` at its place, looked for from `before` (null: at the head) backwards.
     void InsertInOrder(LineMark* mark, LineMark* before);

@@ -1,5 +1,6 @@
 #include "document/TextStore.h"
 
+#include "base/Assert.h"
 #include "base/Heap.h"
 #include "base/Scan.h"
 
@@ -44,6 +45,8 @@ bool TextStore::EnsureCapacity(uint64_t characters) {
 }
 
 bool TextStore::Insert(uint32_t offset, const Char* inserted, TextExtent extent) {
+    ORVANE_ASSERT(offset <= length);
+    ORVANE_ASSERT(Scan::CountLineFeeds(inserted, extent.characters) == extent.lineFeeds);
     const uint32_t count = extent.characters;
     if (!EnsureCapacity(uint64_t{length} + count)) return false;
     std::memmove(text + offset + count, text + offset, (size_t{length} - offset) * sizeof(Char));
@@ -58,6 +61,8 @@ bool TextStore::Insert(uint32_t offset, const Char* inserted, TextExtent extent)
 
 void TextStore::Delete(uint32_t offset, TextExtent extent) {
     const size_t end = size_t{offset} + extent.characters;
+    ORVANE_ASSERT(end <= length);
+    ORVANE_ASSERT(Scan::CountLineFeeds(text + offset, extent.characters) == extent.lineFeeds);
     std::memmove(text + offset, text + end, (length - end) * sizeof(Char));
     length -= extent.characters;
     text[length] = 0;
@@ -69,6 +74,7 @@ void TextStore::Delete(uint32_t offset, TextExtent extent) {
 bool TextStore::ReplaceLine(TextRange old, const Char* newText, uint32_t newCount) {
     const uint32_t offset = old.start;
     const uint32_t oldCount = old.Length();
+    ORVANE_ASSERT(old.start <= length && old.end <= uint64_t{length} + 1);
     const uint64_t newLength = uint64_t{length} - oldCount + newCount;
     if (!EnsureCapacity(newLength)) return false;
     // In the last line the old characters end with the terminator, which `length` does not count: nothing
@@ -85,6 +91,7 @@ bool TextStore::ReplaceLine(TextRange old, const Char* newText, uint32_t newCoun
 }
 
 void TextStore::Rewritten(uint32_t newLength, uint32_t newLineCount) {
+    ORVANE_ASSERT(text ? newLength < capacity : newLength == 0);
     length = newLength;
     lineCount = newLineCount;
     if (text) text[length] = 0;
@@ -93,6 +100,8 @@ void TextStore::Rewritten(uint32_t newLength, uint32_t newLineCount) {
 }
 
 void TextStore::Appended(TextExtent added) {
+    ORVANE_ASSERT(added.characters < capacity - length);
+    ORVANE_ASSERT(Scan::CountLineFeeds(text + length, added.characters) == added.lineFeeds);
     lastLineStart = added.lineFeeds
                         ? length + static_cast<uint32_t>(Scan::FindLineStart(text + length, added.characters))
                         : LastLineStart();
@@ -109,6 +118,7 @@ uint32_t TextStore::LastLineStart() {
 uint32_t TextStore::LineToOffset(uint32_t line) {
     if (!text) return 0;
     const LineCacheEntry* near = lineCache.NearestLine(line);
+    ORVANE_ASSERT(!near || near->offset == 0 || text[near->offset - 1] == u'\n');
     if (near && near->line == line) return near->offset;
 
     const uint32_t from = near ? near->offset : 0;

@@ -1,8 +1,11 @@
 #include "document/UndoHistory.h"
 
+#include "base/Assert.h"
+
 #include <utility>
 
 void UndoHistory::Push(UndoRecord* record) {
+    ORVANE_ASSERT(record && !record->next && !record->IsMarker());
     record->next = undoHead;
     undoHead = record;
     // Within a group the redo list is only stashed: the group may yet be abandoned.
@@ -46,6 +49,7 @@ void UndoHistory::MoveHead(bool undone) {
     UndoRecord*& from = undone ? undoHead : redoHead;
     UndoRecord*& to = undone ? redoHead : undoHead;
     UndoRecord* record = from;
+    ORVANE_ASSERT(record);
     from = record->next;
     record->next = to;
     to = record;
