@@ -168,7 +168,7 @@ void MeasureMemory() {
     const size_t before = BytesInUse();
     Opened opened(Sparse);
     EditTime(*opened.operator->(), 0, 1000, 1000);
-    const double pages = 1000.0 * PageSize + BinaryDocument::WindowSize;
+    const double pages = 1000.0 * PageSize + FileWindow::Capacity;
     Bench::Report("memory of 1000 changed pages, against the pages and the window",
                   static_cast<double>(BytesInUse() - before) / pages, 1.02);
 }

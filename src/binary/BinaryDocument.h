@@ -11,8 +11,6 @@
 // window of the file and the changed pages is held in memory.
 class BinaryDocument final : public DocumentBase {
 public:
-    static constexpr uint32_t WindowSize = FileWindow::Capacity;
-
     BinaryDocument() = default;
     BinaryDocument(const BinaryDocument&) = delete;
     BinaryDocument& operator=(const BinaryDocument&) = delete;

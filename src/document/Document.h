@@ -63,12 +63,9 @@ public:
     DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
     // Unlinks a view that is going away; the document does not touch it afterwards.
     virtual void ForgetView(DocumentView* view);
-    const ViewNode* FirstView() const { return views.head; }
     bool HasView(const DocumentView* view) const { return FindView(view) != nullptr; }
     // Tells the frame, through the first view, that IsModified may answer otherwise now.
     void NotifyModified();
-    // True for a document that carries a title instead of a file.
-    bool HasFile() const { return !path.IsEmpty(); }
 
 protected:
     ~DocumentBase() = default;

@@ -22,7 +22,6 @@ public:
     LineMarks& operator=(const LineMarks&) = delete;
 
     LineMark* Head() const { return marks.head; }
-    LineMark* Tail() const { return marks.tail; }
     LineMark* Find(uint32_t line) const;
     // The first (last) node with a flag of `mask` after (before) `line`, or on it when `inclusive`.
     LineMark* Next(uint32_t line, uint32_t mask, bool inclusive) const;

@@ -219,7 +219,7 @@ void Session::Damage() {
 void Session::Check() {
     Require(document->FileSize() == content.size());
     Require(shown->editor.Caret() <= content.size() && shown->editor.Anchor() <= content.size());
-    Require(document->WindowValid() <= BinaryDocument::WindowSize);
+    Require(document->WindowValid() <= FileWindow::Capacity);
     Require(isDamaged || Content() == content);
     Require(ReadFile() == onDisk);
 }
@@ -230,7 +230,7 @@ void Session::Step() {
                                   &Session::Find, &Session::Keyboard, &Session::Paint, &Session::Damage};
     const uint32_t choice = in.Byte();
     if (choice & 0x80)
-        document->EnsureWindow(in.Word(), in.Word() % BinaryDocument::WindowSize);
+        document->EnsureWindow(in.Word(), in.Word() % FileWindow::Capacity);
     else
         (this->*Actions[choice % std::size(Actions)])();
     Check();

@@ -222,7 +222,6 @@ public:
         identifier = number;
         return true;
     }
-    bool IsSet() const { return owner != nullptr; }
     void Stop() {
         if (owner) KillTimer(owner, identifier);
         owner = nullptr;

@@ -25,7 +25,7 @@ Lines LinesOf(const LineMarks& marks) {
         lines.push_back(mark->line);
         previous = mark;
     }
-    EXPECT_EQ(marks.Tail(), previous);
+    EXPECT_EQ(marks.Previous(UINT32_MAX, UINT32_MAX, true), previous);
     return lines;
 }
 

@@ -119,9 +119,7 @@ TEST(TextBuffer, TheNameIsThePathOrElseTheTitle) {
     TextDocument document;
     EXPECT_TRUE(document->SetTitle(u"Output"));
     EXPECT_EQ(std::u16string(document->GetName()), u"Output");
-    EXPECT_FALSE(document->HasFile());
     EXPECT_TRUE(document->SetPath(u"some.txt"));
-    EXPECT_TRUE(document->HasFile());
     EXPECT_EQ(EndOf(document->GetName(), 9), u"\\some.txt") << "the full path of the name";
     EXPECT_EQ(std::u16string(document->GetTitle()), u"Output");
 }
