@@ -36,7 +36,7 @@ void ActiveText::MarkAsOutput() {
     if (TextBuffer* const text = Document()) text->MarkAsOutput();
 }
 
-// A gap between words is none, though a word selection would take it.
+// A gap between words is not a word, though a word selection would take it.
 bool ActiveText::AppendWordAtCaret(WString& out) const {
     const TextEditor* const editor = Editor();
     if (!editor) return true;

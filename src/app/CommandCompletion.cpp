@@ -51,7 +51,7 @@ const Char* CommandCompletion::Step(const Char* text, bool forward) {
         current = forward ? 0 : candidates.Count() - 1;
         running = true;
     }
-    // `shown` may be the text that the window showed until now, so it is built aside.
+    // `shown` may be the text that the window showed until now, so the new text is built apart.
     WString built;
     if (!built.Assign(prefix) || !AppendName(built, candidates[current], forProgram)) return nullptr;
     shown = std::move(built);

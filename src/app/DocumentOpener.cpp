@@ -73,7 +73,7 @@ bool DocumentOpener::ShowOpened(Document* document) {
     return false;
 }
 
-// Only -1 is none: a line number beyond 2^31 has become another negative one, and leads to the last line.
+// Only -1 means no line: a line number beyond 2^31 has become another negative one, and leads to the last line.
 // Without memory for one more view the pane may still show another document, whose caret stays.
 void DocumentOpener::MoveToLine(const Document& document, int32_t line) {
     if (line != -1 && display.Active() == &document) panes.GoToLine(*panes.Active(), static_cast<uint32_t>(line));

@@ -49,7 +49,7 @@ public:
     bool Close(Pane* pane, Pane*& heir);
     // Gives what rounding left between the panes to the panes beside it; closing and dragging do so first.
     void CloseSlivers();
-    // No drag moves an edge any more, as it is after every change of the layout that is none of the drag's own.
+    // No drag moves an edge any more, as it is after every change of the layout that the drag did not make.
     void UnmarkEdges();
     // Frees all panes.
     void Clear();

@@ -4,7 +4,7 @@
 
 class BinaryDocument;
 
-// What a binary document knows of a view besides.
+// What a binary document knows of a view beyond what every document does.
 class HexDocumentView : public DocumentView {
 public:
     // Puts the caret on a byte and empties the selection. The sub-position is the view's own (0 for the high

@@ -27,7 +27,7 @@ bool BulkEdit::Redo() {
     if (!performed) MapTopLines();
     MoveMarks(false);
     ChangeText(false);
-    TakeDownChange(false);
+    RecordChange(false);
     return true;
 }
 
@@ -59,7 +59,7 @@ void BulkEdit::MoveView(ViewState& viewState, uint32_t last) {
 }
 
 // As one change from the first place to the end of the last.
-void BulkEdit::TakeDownChange(bool back) {
+void BulkEdit::RecordChange(bool back) {
     const size_t end = changes.Count() - 1;
     const uint32_t newEnd = NewOffset(end, removedText.Length() - changes[end].removed) + count;
     const uint32_t oldEnd = changes[end].offset + changes[end].removed;
@@ -83,7 +83,7 @@ bool BulkEdit::Undo() {
         return false;
     ChangeText(true);
     MoveMarks(true);
-    TakeDownChange(true);
+    RecordChange(true);
     return true;
 }
 

@@ -31,7 +31,7 @@ private:
         const Char* newText;
     };
 
-    void TakeDownChange(bool back);
+    void RecordChange(bool back);
     void CountChangedLines(bool back);
     bool Grows() const { return changes[0].removed <= count; }
     // Of a place in the new text; `removedBefore` characters were removed at earlier places.

@@ -153,7 +153,7 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     for (TextDocumentView* view : target.views) {
         if (view->CaretPosition() == oldEnd) view->PlaceCaret(end);
     }
-    // The views hear of the count only now: a scroll bar, which is slow to set, is then set once.
+    // The views are told the count only now: a scroll bar, which is slow to set, is then set once.
     notifier.LineCountChanged();
     notifier.Invalidate();
 }

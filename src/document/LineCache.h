@@ -37,7 +37,7 @@ public:
 private:
     LineCacheEntry* TakeEntry();
 
-    // The entries live inside the object: a look-up must not fail for want of memory.
+    // The entries live inside the object: a look-up must not fail without memory.
     LineCacheEntry storage[Limit] = {};
     List<LineCacheEntry> entries;
     List<LineCacheEntry> unused; // given back by Deleted

@@ -5,5 +5,5 @@
 // What a change of the settings makes necessary.
 enum class SettingsChanged : uint32_t {
     Layout = 1, // views are laid out and painted again
-    Engine = 2, // besides, syntax engines are chosen again
+    Engine = 2, // syntax engines are chosen again as well
 };

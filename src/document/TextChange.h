@@ -20,10 +20,10 @@ struct TextChange {
     uint32_t MovedLine(uint32_t line) const { return Move(line, startLine, removed.lineFeeds, inserted.lineFeeds); }
 
 private:
-    static uint32_t Move(uint32_t place, uint32_t from, uint32_t gone, uint32_t come) {
+    static uint32_t Move(uint32_t place, uint32_t from, uint32_t oldCount, uint32_t newCount) {
         if (place <= from) return place;
         const uint32_t distance = place - from;
-        if (distance >= gone) return place - gone + come;
-        return from + (distance < come ? distance : come);
+        if (distance >= oldCount) return place - oldCount + newCount;
+        return from + (distance < newCount ? distance : newCount);
     }
 };

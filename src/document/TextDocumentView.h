@@ -8,7 +8,8 @@
 class TextBuffer;
 struct TextChange;
 
-// What a text document knows of a view besides. Lines and columns are 0-based; offsets are absolute.
+// What a text document knows of a view beyond what every document does. Lines and columns are 0-based; offsets
+// are absolute.
 //
 // An edit is told once it is made and recorded: TextChanged, LineCountChanged, where the view goes, and what
 // to repaint. Until EditFinished a view only looks at the document; it opens no line, writes nothing back and

@@ -40,7 +40,7 @@ public:
 
 protected:
     TextEdit(EditTarget& changed, State initialState, bool deletes);
-    // Takes down the text and the place, then every view. False without memory.
+    // Records the text and the place, then every view. False without memory.
     bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
     // Puts `text` into the store, or takes it out again, and moves the bookmarks. Only an insertion can fail.
     bool ChangeStore(bool remove);

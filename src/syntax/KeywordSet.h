@@ -39,8 +39,8 @@ public:
     bool CanBegin(Char c) const;
     // Whether some keyword begins with a character that is not ASCII.
     bool CanBeginBeyondAscii() const { return beginsBeyondAscii; }
-    // Whether some keyword holds `c` after its first character, letter case aside. All characters beyond
-    // ASCII are one.
+    // Whether some keyword holds `c` after its first character, letter case ignored. All characters
+    // beyond ASCII are one.
     bool HoldsAfterFirst(Char c) const { return held[InnerIndex(c) / 64] >> (InnerIndex(c) % 64) & 1; }
 
     // The entries of one bucket, in ascending order.

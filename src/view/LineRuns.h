@@ -24,7 +24,7 @@ struct RowStyle {
 //
 // A letter of a right-to-left script is a run of its own, with what is drawn over it. Measured as the system draws
 // them together, such letters would have their caret and selection in places that no sum of widths gives; drawn one
-// by one they stand in the order of the text, where caret, clicks and selection look for them. That costs the joined
+// by one they are in the order of the text, where caret, clicks and selection look for them. That costs the joined
 // forms of Arabic, and keeps source from looking like other source.
 class LineRuns {
 public:

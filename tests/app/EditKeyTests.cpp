@@ -153,7 +153,7 @@ TEST_F(EditKeyTest, InsertTogglesOvertyping) {
     ExpectText(L"xbc");
 }
 
-// A search that goes round says so, in either direction; the next move of the caret clears it.
+// A search that wraps says so, in either direction; the next move of the caret clears it.
 TEST_F(EditKeyTest, ASearchThatWrapsSaysSo) {
     ASSERT_TRUE(Start());
     Fill(L"ab cd ab");

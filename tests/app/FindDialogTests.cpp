@@ -279,7 +279,7 @@ TEST_F(FindDialogTest, FindNextLeavesTheReplaceDialogOpen) {
     EXPECT_TRUE(WaitForCheck(IDC_MATCH_CASE, true));
     ASSERT_TRUE(editor.Keys(L"Enter"));
     EXPECT_EQ(editor.Dialog(), dialog);
-    // From the one match with this case the search goes round to itself.
+    // From the one match with this case the search wraps to itself.
     ASSERT_TRUE(editor.Keys(L"Enter"));
     EXPECT_TRUE(editor.WaitForStatus(0, L"Passed end of file"));
     for (const int button : {IDC_MATCH_CASE, IDC_WHOLE_WORD, IDOK}) Press(button);

@@ -9,7 +9,7 @@ namespace {
 
 using CommandStartTest = CommandProcessTest;
 
-// Takes down how the files of a folder are opened.
+// Records how the files of a folder are opened.
 class FileRecorder {
 public:
     struct Call {

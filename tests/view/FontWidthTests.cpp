@@ -57,7 +57,7 @@ TEST_F(FontWidthTest, WhatCannotBeMeasuredHasTheFontsWidth) {
     EXPECT_EQ(ViewFont::Widths().Of(FirstMissing), 9);
 }
 
-TEST_F(FontWidthTest, TheCaretStandsBehindWhatIsDrawn) {
+TEST_F(FontWidthTest, TheCaretIsAfterWhatIsDrawn) {
     Show(u"a\u4E80b");
     Editor().MoveCaret(0, 2, false);
     EXPECT_EQ(Editor().Viewport().CaretX(Editor().Caret()), 9 + LinkedWidth);

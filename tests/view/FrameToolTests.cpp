@@ -25,7 +25,7 @@ std::u16string Numbered(uint32_t number) {
 
 using FrameToolTest = OwnFrameTest;
 
-// A frame with more tools than there are numbers for them. What goes into its menu is taken down: so many
+// A frame with more tools than there are numbers for them. What goes into its menu is recorded: so many
 // real items take the system many seconds.
 class FrameManyToolsTest : public OwnFrameTest {
 protected:

@@ -9,7 +9,7 @@
 #include "resource.h"
 #include "support/ScratchFolder.h"
 
-// A test of bytes in a frame of the test's own process. Message boxes are taken down instead of shown.
+// A test of bytes in a frame of the test's own process. Message boxes are recorded instead of shown.
 class HexFrameTest : public OwnFrameTest {
 protected:
     using Messages = std::vector<std::wstring>;

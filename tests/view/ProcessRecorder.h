@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// While it lives, the program's calls of CreateProcess are taken down and start nothing. They succeed with
+// While it lives, the program's calls of CreateProcess are recorded and start nothing. They succeed with
 // handles of events in place of the process and its thread, and with the number of the test's own
 // process. One at a time.
 class ProcessRecorder {

@@ -11,7 +11,7 @@ public:
     MenuCommands(const MenuCommands&) = delete;
     MenuCommands& operator=(const MenuCommands&) = delete;
 
-    // False when the number is none of a command.
+    // False when no command has the number.
     bool Execute(uint32_t number);
     bool IsEnabled(uint32_t number) const;
 

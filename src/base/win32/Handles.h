@@ -236,7 +236,7 @@ private:
 class ShutdownReason : Guard {
 public:
     ~ShutdownReason() { Set(nullptr, nullptr); }
-    // Instead of the one before; null is none.
+    // Replaces the reason before; null takes it away.
     void Set(HWND window, const Char* reason) {
         if (owner) ShutdownBlockReasonDestroy(owner);
         owner = reason && ShutdownBlockReasonCreate(window, Wide(reason)) ? window : nullptr;

@@ -19,7 +19,7 @@ public:
         if (HexText::AppendOffset(text, editor.Anchor())) SetDlgItemTextW(window, IDC_GOTO_NUMBER, Wide(text.Text()));
     }
 
-    // What is no offset moves nothing.
+    // A text that is not an offset moves nothing.
     void Ok() override {
         WString text;
         uint64_t offset = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Takes down in words what a macro does.
+// Records in words what a macro does.
 class FakeStage final : public MacroStage {
 public:
     void SuspendRedraw() override { calls.push_back("suspend"); }

@@ -145,7 +145,7 @@ TEST_F(HexFindTest, ALongSearchShowsItsProgressAndObeysEscape) {
         EXPECT_FALSE(surface().escapePressed);
         EXPECT_EQ(Selection(), (Two{3, 9}));
     }
-    EXPECT_LT(host().statusCalls[StatusField::Message], 8); // broken off the first time it was asked
+    EXPECT_LT(host().statusCalls[StatusField::Message], 8); // cancelled the first time it asked
 }
 
 TEST_F(HexFindTest, AShortSearchAsksForNothing) {

@@ -57,7 +57,7 @@ TEST(Load, ZeroBytesBecomeSpacesInAnsiAndUtf8) {
     EXPECT_EQ(LoadedDocument(Bytes("a\0b\0\0")).Store(), u"a b  ");
     EXPECT_EQ(LoadedDocument(Bytes("\xEF\xBB\xBF\0x")).Store(), u" x");
     // Also next to bytes that go through the code page.
-    const std::string high = Bytes("\xE9\0\xE9 and a longer stretch of plain text behind it \0");
+    const std::string high = Bytes("\xE9\0\xE9 and a longer stretch of plain text after it \0");
     std::string spaced = high;
     for (char& c : spaced)
         if (c == 0) c = ' ';

@@ -10,8 +10,8 @@
 #include <map>
 #include <string>
 
-// Documents that commands run into. The polls are the test's own; what the document wants of the timer is
-// taken down.
+// Documents that commands run into. The polls are the test's own; what the document wants of the timer
+// is recorded.
 class RunTest : public testing::Test {
 public:
     // The time of each document's poll timer that is set.

@@ -252,14 +252,14 @@ private:
         const bool removes = record.isDelete != back;
         Follow(view, record.position, removes ? record.text : none, removes ? none : record.text);
     }
-    void Follow(View& view, uint32_t start, const std::u16string& gone, const std::u16string& come) {
+    void Follow(View& view, uint32_t start, const std::u16string& removed, const std::u16string& added) {
         const auto move = [](uint32_t at, uint32_t from, size_t less, size_t more) {
             const auto within = static_cast<uint32_t>(from + std::min<size_t>(at - from, more));
             return at <= from ? at : at >= from + less ? static_cast<uint32_t>(at - less + more) : within;
         };
-        view.top = move(view.top, LineOf(start), LineFeeds(gone), LineFeeds(come));
-        view.anchor = move(view.anchor, start, gone.size(), come.size());
-        view.caret = move(view.caret, start, gone.size(), come.size());
+        view.top = move(view.top, LineOf(start), LineFeeds(removed), LineFeeds(added));
+        view.anchor = move(view.anchor, start, removed.size(), added.size());
+        view.caret = move(view.caret, start, removed.size(), added.size());
         view.line = LineOf(view.caret);
         view.column = view.caret - LineStart(view.line);
     }

@@ -122,7 +122,7 @@ TEST_F(ExportTest, TheColoursAreThoseOfTheScreen) {
     // An apostrophe left open ends with its line, as it does in the view.
     Fill(u"don't\nint x", u"cpp");
     EXPECT_EQ(RichBody(6, 9), "{\\cf9 int}{\\cf4 }");
-    // Behind a script that no engine colours, tags have their colours again.
+    // After a script that no engine colours, tags have their colours again.
     Fill(u"<script>x\n</script>\n<b>", u"html");
     EXPECT_EQ(RichBody(20, 23), "{\\cf9 <b>}{\\cf4 }");
 }

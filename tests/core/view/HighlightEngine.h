@@ -2,7 +2,7 @@
 
 #include "syntax/SyntaxEngine.h"
 
-// Takes down the highlights that a view sets, and colours nothing.
+// Records the highlights that a view sets, and colours nothing.
 class HighlightEngine final : public SyntaxEngine {
 public:
     uint32_t AddRef() override { return ++references; }
