@@ -53,7 +53,7 @@ bool LineEdit::ChangeEditLine(bool back) {
     return true;
 }
 
-// Typing puts every caret after the typed text, each in its own line.
+// Typing puts every caret after the typed text, each in its own line. See docs/oddities.md.
 void LineEdit::MoveViews(bool undone) {
     if (state != State::InEditLine) return TextEdit::MoveViews(undone);
     for (TextDocumentView* view : target.views) {

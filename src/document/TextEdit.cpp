@@ -89,6 +89,7 @@ bool TextEdit::ChangeStore(bool remove) {
     return true;
 }
 
+// Puts every view's caret at the change. See docs/oddities.md.
 void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
     for (const ViewState* viewState = &views; viewState; viewState = viewState->next) {
