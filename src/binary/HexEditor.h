@@ -39,6 +39,8 @@ public:
     void MakeCaretVisible() override { UpdateCaret(true); }
     void ContentChanged() override;
     void ReportEditFailure() override;
+
+    // Tells the user that the file can only be read.
     void ReportReadOnly();
 
     // The window. What it passes on is in EditorInput.h.

@@ -15,7 +15,8 @@ public:
     virtual void Invalidate() = 0;
     // Passed on to the frame that holds the view.
     virtual void DocumentChanged(Document* document) = 0;
-    // The window half of this view; the document only hands it through.
+    // The window half of this view; the document only hands it through, as a pointer to what it does not know: a frame
+    // that walks a document's views needs their windows.
     virtual View* AsView() = 0;
     // Destroys the view with its window.
     virtual void Destroy() = 0;

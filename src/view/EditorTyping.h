@@ -4,11 +4,9 @@
 
 class TextEditor;
 
-// Characters typed into a text view that shows a document, and single deletions.
+// Characters typed into a text view that shows a document, and single deletions. An edit that is refused, by a
+// read-only document or because there is nothing to delete, changes nothing on screen either.
 namespace EditorTyping {
-
-// An edit that is refused, by a read-only document or because there is nothing to delete, changes nothing on screen
-// either.
 
 // Types a character over the selection; what is no text, and anything with Ctrl held, is ignored.
 void Type(TextEditor& editor, Char character);
