@@ -8,36 +8,41 @@
 
 namespace {
 
-uint64_t* testClock = nullptr;
-const Char* testRecoveryFolder = nullptr;
-Platform::FailureHook fileFailureHook = nullptr;
-uint64_t unreadableFrom = 0;
-uint64_t unreadableTo = 0;
+// What tests put in the place of the system's.
+struct TestHooks {
+    uint64_t* clock = nullptr;
+    const Char* recoveryFolder = nullptr;
+    Platform::FailureHook failFile = nullptr;
+    uint64_t unreadableFrom = 0;
+    uint64_t unreadableTo = 0;
+};
+
+TestHooks hooks;
 
 } // namespace
 
-uint64_t Platform::Ticks() { return testClock ? *testClock : SystemClock::Ticks(); }
+uint64_t Platform::Ticks() { return hooks.clock ? *hooks.clock : SystemClock::Ticks(); }
 
 void Platform::Wait(uint32_t milliseconds) {
-    if (testClock)
-        *testClock += milliseconds;
+    if (hooks.clock)
+        *hooks.clock += milliseconds;
     else
         SystemClock::Wait(milliseconds);
 }
 
-void Platform::SetTestClock(uint64_t* ticks) { testClock = ticks; }
+void Platform::SetTestClock(uint64_t* ticks) { hooks.clock = ticks; }
 
-void Platform::SetFileFailureHook(FailureHook hook) { fileFailureHook = hook; }
+void Platform::SetFileFailureHook(FailureHook hook) { hooks.failFile = hook; }
 
-bool Platform::FileCallShouldFail() { return fileFailureHook && fileFailureHook(); }
+bool Platform::FileCallShouldFail() { return hooks.failFile && hooks.failFile(); }
 
 void Platform::SetUnreadableBytes(uint64_t from, uint64_t to) {
-    unreadableFrom = from;
-    unreadableTo = to;
+    hooks.unreadableFrom = from;
+    hooks.unreadableTo = to;
 }
 
 bool Platform::ReadShouldFail(uint64_t offset, size_t count) {
-    return FileCallShouldFail() || (offset < unreadableTo && offset + count > unreadableFrom);
+    return FileCallShouldFail() || (offset < hooks.unreadableTo && offset + count > hooks.unreadableFrom);
 }
 
 bool Platform::MakeFolder(const Char* path) {
@@ -49,12 +54,12 @@ bool Platform::MakeFolder(const Char* path) {
     return !parent.IsEmpty() && parent.Length() < length && MakeFolder(parent.Text()) && SystemFolders::Make(path);
 }
 
-const Char* Platform::SetRecoveryFolder(const Char* path) { return std::exchange(testRecoveryFolder, path); }
+const Char* Platform::SetRecoveryFolder(const Char* path) { return std::exchange(hooks.recoveryFolder, path); }
 
 bool Platform::RecoveryPath(const Char* inside, WString& out) {
     WString folder;
-    const bool isFound = testRecoveryFolder
-                             ? folder.Assign(testRecoveryFolder)
+    const bool isFound = hooks.recoveryFolder
+                             ? folder.Assign(hooks.recoveryFolder)
                              : SystemFolders::LocalData(folder) && Path::Join(folder, u"Orvane\\Recovery");
     if (!isFound || folder.IsEmpty() || (*inside && !Path::Join(folder, inside))) return false;
     out = std::move(folder);

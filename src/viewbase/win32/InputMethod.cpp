@@ -8,19 +8,6 @@
 
 namespace {
 
-LoadedLibrary library;
-decltype(&ImmGetContext) getContext = nullptr;
-decltype(&ImmReleaseContext) releaseContext = nullptr;
-decltype(&ImmAssociateContext) associateContext = nullptr;
-decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
-decltype(&ImmSetCompositionFontW) setCompositionFont = nullptr;
-
-template <class Function> bool Find(Function& function, const char* name) {
-    // Through void*: the system hands every function out under one type.
-    function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library.Get(), name)));
-    return function != nullptr;
-}
-
 // By its full name, so that no other library of that name is ever loaded.
 HMODULE LoadFromSystem() {
     constexpr wchar_t Name[] = L"\\imm32.dll";
@@ -31,24 +18,43 @@ HMODULE LoadFromSystem() {
     return LoadLibraryW(path);
 }
 
-bool Load() {
-    if (library.IsValid()) return true;
-    library.Reset(LoadFromSystem());
-    if (!library.IsValid()) return false;
+// The library and its functions, which are there once it is loaded.
+struct Library {
+    LoadedLibrary module;
+    decltype(&ImmGetContext) getContext = nullptr;
+    decltype(&ImmReleaseContext) releaseContext = nullptr;
+    decltype(&ImmAssociateContext) associateContext = nullptr;
+    decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
+    decltype(&ImmSetCompositionFontW) setCompositionFont = nullptr;
+
+    bool Load();
+    template <class Function> bool Find(Function& function, const char* name) const {
+        // Through void*: the system hands every function out under one type.
+        function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module.Get(), name)));
+        return function != nullptr;
+    }
+};
+
+Library library;
+
+bool Library::Load() {
+    if (module.IsValid()) return true;
+    module.Reset(LoadFromSystem());
+    if (!module.IsValid()) return false;
     if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
         Find(associateContext, "ImmAssociateContext") && Find(setCompositionWindow, "ImmSetCompositionWindow") &&
         Find(setCompositionFont, "ImmSetCompositionFontW"))
         return true;
-    library.Reset();
+    module.Reset();
     return false;
 }
 
 // The input context of a window, which all of its thread's windows may share. For a loaded library only.
 class InputContext : Guard {
 public:
-    explicit InputContext(HWND owner) : window(owner), context(getContext(owner)) {}
+    explicit InputContext(HWND owner) : window(owner), context(library.getContext(owner)) {}
     ~InputContext() {
-        if (context) releaseContext(window, context);
+        if (context) library.releaseContext(window, context);
     }
     HIMC Get() const { return context; }
 
@@ -60,27 +66,27 @@ private:
 } // namespace
 
 void InputMethod::PlaceComposition(HWND window, POINT point, HFONT font) {
-    if (!Load()) return;
+    if (!library.Load()) return;
     const InputContext context(window);
     if (!context.Get()) return;
     COMPOSITIONFORM form = {};
     form.dwStyle = CFS_POINT;
     form.ptCurrentPos = point;
-    setCompositionWindow(context.Get(), &form);
+    library.setCompositionWindow(context.Get(), &form);
     LOGFONTW description = {};
-    if (GetObjectW(font, sizeof(description), &description)) setCompositionFont(context.Get(), &description);
+    if (GetObjectW(font, sizeof(description), &description)) library.setCompositionFont(context.Get(), &description);
 }
 
 void InputMethod::SwitchedOff::Take(HWND newWindow) {
     GiveBack();
-    if (!Load()) return;
+    if (!library.Load()) return;
     window = newWindow;
-    before = associateContext(window, nullptr);
+    before = library.associateContext(window, nullptr);
 }
 
 void InputMethod::SwitchedOff::GiveBack() {
-    if (window && IsWindow(window) && Load()) associateContext(window, before);
+    if (window && IsWindow(window) && library.Load()) library.associateContext(window, before);
     window = nullptr;
 }
 
-void InputMethod::Unload() { library.Reset(); }
+void InputMethod::Unload() { library.module.Reset(); }

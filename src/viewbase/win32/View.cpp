@@ -4,9 +4,14 @@
 
 namespace {
 
-UINT singleLineFormat = 0;
-HINSTANCE classInstance = nullptr;
-WindowClass windowClass;
+// What the views of the process share while their class is registered.
+struct Registration {
+    HINSTANCE instance = nullptr;
+    UINT singleLineFormat = 0;
+    WindowClass windowClass;
+};
+
+Registration registration;
 
 View* ViewOf(HWND window) { return reinterpret_cast<View*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
 
@@ -33,23 +38,23 @@ bool ViewClass::Register(HINSTANCE instance) {
     definition.hInstance = instance;
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     definition.lpszClassName = Name;
-    classInstance = instance;
-    singleLineFormat = RegisterClipboardFormatW(L"orvane_singleline");
-    return windowClass.Register(definition) && singleLineFormat != 0;
+    registration.instance = instance;
+    registration.singleLineFormat = RegisterClipboardFormatW(L"orvane_singleline");
+    return registration.windowClass.Register(definition) && registration.singleLineFormat != 0;
 }
 
 void ViewClass::Unregister() {
-    windowClass.Unregister();
+    registration.windowClass.Unregister();
     InputMethod::Unload();
 }
 
-UINT ViewClass::SingleLineFormat() { return singleLineFormat; }
+UINT ViewClass::SingleLineFormat() { return registration.singleLineFormat; }
 
 HWND ViewClass::CreateIn(HWND parent, View* view) {
     RECT client = {};
     GetClientRect(parent, &client);
     return CreateWindowExW(0, Name, L"", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0,
-                           client.right, client.bottom, parent, nullptr, classInstance, view);
+                           client.right, client.bottom, parent, nullptr, registration.instance, view);
 }
 
 uint32_t View::SetHost(ViewHost* newHost) {

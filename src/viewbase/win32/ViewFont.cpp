@@ -9,10 +9,15 @@
 
 namespace {
 
-MemoryDc measuringDc; // made when first needed
-ViewMetrics metrics;
-CharWidths widths;
-uint32_t generation = 0;
+// The font as the views know it.
+struct Measured {
+    MemoryDc dc; // made when first needed
+    ViewMetrics metrics;
+    CharWidths widths;
+    uint32_t generation = 0; // of the font that was measured
+};
+
+Measured measured;
 
 // A character that the font lacks is drawn in another one, with the width that it has there. The others are not
 // measured one by one, which takes the system far longer than a whole page does.
@@ -29,11 +34,11 @@ void MeasureMissing(HDC dc, Char first, INT (&fetched)[CharWidths::PageSize]) {
 }
 
 bool FetchWidths(void*, Char first, int32_t* out) {
-    if (!measuringDc.IsValid()) measuringDc.Reset(CreateCompatibleDC(nullptr));
-    const SelectedObject font(measuringDc.Get(), DrawingObjects::EditorFont());
+    if (!measured.dc.IsValid()) measured.dc.Reset(CreateCompatibleDC(nullptr));
+    const SelectedObject font(measured.dc.Get(), DrawingObjects::EditorFont());
     INT fetched[CharWidths::PageSize];
-    if (!GetCharWidth32W(measuringDc.Get(), first, first + CharWidths::PageSize - 1, fetched)) return false;
-    MeasureMissing(measuringDc.Get(), first, fetched);
+    if (!GetCharWidth32W(measured.dc.Get(), first, first + CharWidths::PageSize - 1, fetched)) return false;
+    MeasureMissing(measured.dc.Get(), first, fetched);
     std::copy(std::begin(fetched), std::end(fetched), out);
     return true;
 }
@@ -41,32 +46,32 @@ bool FetchWidths(void*, Char first, int32_t* out) {
 // Several operations on settings rebuild the font; comparing its generation is simpler than having each of them
 // notify us.
 void FollowFont() {
-    if (generation != DrawingObjects::FontGeneration()) ViewFont::Refresh();
+    if (measured.generation != DrawingObjects::FontGeneration()) ViewFont::Refresh();
 }
 
 } // namespace
 
 void ViewFont::Refresh() {
-    generation = DrawingObjects::FontGeneration();
-    metrics.lineHeight = DrawingObjects::LineHeight();
-    metrics.averageWidth = DrawingObjects::AverageWidth();
-    metrics.spaceWidth = DrawingObjects::SpaceWidth();
-    metrics.dpi = static_cast<int32_t>(DrawingObjects::Dpi());
-    widths.SetSource(FetchWidths, nullptr);
+    measured.generation = DrawingObjects::FontGeneration();
+    measured.metrics.lineHeight = DrawingObjects::LineHeight();
+    measured.metrics.averageWidth = DrawingObjects::AverageWidth();
+    measured.metrics.spaceWidth = DrawingObjects::SpaceWidth();
+    measured.metrics.dpi = static_cast<int32_t>(DrawingObjects::Dpi());
+    measured.widths.SetSource(FetchWidths, nullptr);
 }
 
 const ViewMetrics& ViewFont::Metrics() {
     FollowFont();
-    return metrics;
+    return measured.metrics;
 }
 
 CharWidths& ViewFont::Widths() {
     FollowFont();
-    return widths;
+    return measured.widths;
 }
 
 void ViewFont::Release() {
-    widths.Clear();
-    measuringDc.Reset();
-    generation = 0;
+    measured.widths.Clear();
+    measured.dc.Reset();
+    measured.generation = 0;
 }
