@@ -2,6 +2,7 @@
 
 #include "binary/HexClipboard.h"
 #include "binary/HexEditor.h"
+#include "viewbase/CommandRows.h"
 
 namespace {
 
@@ -10,13 +11,8 @@ bool Always(const HexEditor&) { return true; }
 bool Never(const HexEditor&) { return false; }
 void Nothing(HexEditor&) {}
 
-struct Command {
-    bool (*isEnabled)(const HexEditor& editor);
-    void (*execute)(HexEditor& editor);
-};
-
 // The frame decides about going to an offset itself.
-constexpr Command Commands[] = {
+constexpr CommandRows<HexEditor> Commands = {{
     {Never, Nothing}, // bytes are not taken out of a file
     {WithSelection, HexClipboard::Copy},
     {HexClipboard::CanPaste, HexClipboard::Paste},
@@ -27,19 +23,13 @@ constexpr Command Commands[] = {
     {Never, [](HexEditor& editor) { editor.Surface().ShowGoToDialog(); }},
     {Never, Nothing}, // there are no bookmarks
     {Never, Nothing},
-};
-static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);
-
-const Command& RowOf(ViewCommand command) { return Commands[static_cast<uint32_t>(command)]; }
+}};
+static_assert(Commands.IsComplete());
 
 } // namespace
 
-bool HexCommands::IsKnown(ViewCommand command) { return static_cast<uint32_t>(command) < ViewCommandCount; }
-
 bool HexCommands::IsEnabled(const HexEditor& editor, ViewCommand command) {
-    return IsKnown(command) && RowOf(command).isEnabled(editor);
+    return Commands.IsEnabled(editor, command);
 }
 
-void HexCommands::Execute(HexEditor& editor, ViewCommand command) {
-    if (IsKnown(command)) RowOf(command).execute(editor);
-}
+void HexCommands::Execute(HexEditor& editor, ViewCommand command) { Commands.Execute(editor, command); }

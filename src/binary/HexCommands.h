@@ -7,7 +7,6 @@ class HexEditor;
 // The numbered commands of a hex view that shows a document.
 namespace HexCommands {
 
-bool IsKnown(ViewCommand command);
 // What is not known is not enabled, and does nothing.
 bool IsEnabled(const HexEditor& editor, ViewCommand command);
 void Execute(HexEditor& editor, ViewCommand command);

@@ -44,7 +44,7 @@ bool HexInput::IsCommandEnabled(ViewCommand command) const {
 }
 
 bool HexInput::ExecuteCommand(ViewCommand command) {
-    if (!HexCommands::IsKnown(command)) return false;
+    if (!IsKnown(command)) return false;
     if (editor.GetBinaryDocument()) HexCommands::Execute(editor, command);
     return true;
 }

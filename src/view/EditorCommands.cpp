@@ -4,6 +4,7 @@
 #include "view/EditorFind.h"
 #include "view/EditorNavigation.h"
 #include "view/TextEditor.h"
+#include "viewbase/CommandRows.h"
 
 namespace {
 
@@ -12,12 +13,7 @@ bool Always(const TextEditor&) { return true; }
 bool Never(const TextEditor&) { return false; } // the frame decides
 bool WhenWritable(const TextEditor& editor) { return !editor.GetTextBuffer()->IsReadOnly(); }
 
-struct Command {
-    bool (*isEnabled)(const TextEditor& editor);
-    void (*execute)(TextEditor& editor);
-};
-
-constexpr Command Commands[] = {
+constexpr CommandRows<TextEditor> Commands = {{
     {WithSelection, EditorClipboard::Cut},
     {WithSelection, EditorClipboard::Copy},
     {Never, EditorClipboard::Paste},
@@ -28,19 +24,13 @@ constexpr Command Commands[] = {
     {Never, [](TextEditor& editor) { editor.Surface().ShowGoToDialog(); }},
     {Always, [](TextEditor& editor) { editor.ToggleBookmark(NoLine); }},
     {WithSelection, EditorClipboard::CopyColoured},
-};
-static_assert(sizeof(Commands) / sizeof(Commands[0]) == ViewCommandCount);
-
-const Command& RowOf(ViewCommand command) { return Commands[static_cast<uint32_t>(command)]; }
+}};
+static_assert(Commands.IsComplete());
 
 } // namespace
 
-bool EditorCommands::IsKnown(ViewCommand command) { return static_cast<uint32_t>(command) < ViewCommandCount; }
-
 bool EditorCommands::IsEnabled(const TextEditor& editor, ViewCommand command) {
-    return IsKnown(command) && RowOf(command).isEnabled(editor);
+    return Commands.IsEnabled(editor, command);
 }
 
-void EditorCommands::Execute(TextEditor& editor, ViewCommand command) {
-    if (IsKnown(command)) RowOf(command).execute(editor);
-}
+void EditorCommands::Execute(TextEditor& editor, ViewCommand command) { Commands.Execute(editor, command); }

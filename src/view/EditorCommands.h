@@ -7,7 +7,6 @@ class TextEditor;
 // The numbered commands of a text view that shows a document.
 namespace EditorCommands {
 
-bool IsKnown(ViewCommand command);
 // What is not known is not enabled, and does nothing.
 bool IsEnabled(const TextEditor& editor, ViewCommand command);
 void Execute(TextEditor& editor, ViewCommand command);

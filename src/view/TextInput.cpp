@@ -81,7 +81,7 @@ bool TextInput::IsCommandEnabled(ViewCommand command) const {
 }
 
 bool TextInput::ExecuteCommand(ViewCommand command) {
-    if (!EditorCommands::IsKnown(command)) return false;
+    if (!IsKnown(command)) return false;
     if (editor.GetTextBuffer()) EditorCommands::Execute(editor, command);
     return true;
 }

@@ -17,3 +17,5 @@ enum class ViewCommand : uint32_t {
 };
 
 constexpr uint32_t ViewCommandCount = 10;
+
+constexpr bool IsKnown(ViewCommand command) { return static_cast<uint32_t>(command) < ViewCommandCount; }
