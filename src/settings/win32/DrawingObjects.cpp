@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int DotSize = 2;
+using DrawingObjects::SpaceDotSize;
 
 // One role of a brush: the setting that it shows and the change that rebuilds it.
 struct BrushRole {
@@ -71,10 +71,10 @@ void Measure(HDC dc) {
 }
 
 bool RebuildSpaceDot(HDC screen, HDC memory) {
-    if (!Replace(drawing.spaceDot, CreateCompatibleBitmap(screen, DotSize, DotSize))) return false;
+    if (!Replace(drawing.spaceDot, CreateCompatibleBitmap(screen, SpaceDotSize, SpaceDotSize))) return false;
     const SelectedObject selected(memory, drawing.spaceDot.Get());
     const GdiObject brush(CreateSolidBrush(settings.SpaceColor));
-    const RECT all = {0, 0, DotSize, DotSize};
+    const RECT all = {0, 0, SpaceDotSize, SpaceDotSize};
     return FillRect(memory, &all, brush.Get()) != 0;
 }
 

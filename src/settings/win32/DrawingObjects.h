@@ -37,7 +37,8 @@ HBRUSH MarginBrush();
 HBRUSH BookmarkBrush();
 HBRUSH BackgroundBrush();
 HBRUSH SelectionBrush();
-// 2 x 2 pixels of SpaceColor as it was when the font was last rebuilt or the dot refreshed.
+constexpr int SpaceDotSize = 2; // pixels, in both directions
+// Of SpaceColor as it was when the font was last rebuilt or the dot refreshed.
 HBITMAP SpaceDot();
 
 } // namespace DrawingObjects

@@ -5,9 +5,10 @@
 
 namespace {
 
+using DrawingObjects::SpaceDotSize;
+
 constexpr uint32_t StraightWhenRemote = 1;
 constexpr uint32_t AlwaysStraight = 2;
-constexpr int DotSize = 2;
 constexpr int ArrowLength = 12;
 constexpr int ArrowHead = 4;
 constexpr int BookmarkCorner = 5;
@@ -78,8 +79,8 @@ void TextPainter::DrawDot(const DrawRun& run) {
         dotDc.Reset(CreateCompatibleDC(window));
         dot.emplace(dotDc.Get(), DrawingObjects::SpaceDot());
     }
-    BitBlt(surface, run.x + (spaceWidth - DotSize) / 2, rowTop + (lineHeight - DotSize) / 2, DotSize, DotSize,
-           dotDc.Get(), 0, 0, SRCCOPY);
+    BitBlt(surface, run.x + (spaceWidth - SpaceDotSize) / 2, rowTop + (lineHeight - SpaceDotSize) / 2, SpaceDotSize,
+           SpaceDotSize, dotDc.Get(), 0, 0, SRCCOPY);
 }
 
 void TextPainter::DrawArrow(const DrawRun& run) {
