@@ -88,6 +88,7 @@ void ExecuteCommandLine(CommandContext& frame, const Char* line) {
     const bool keepWindow = row && (row->flags & CommandFlag::KeepCommandWindow);
     if (!keepWindow && !frame.commands.console) frame.HideCommandWindow();
     frame.RefreshTitle();
+    frame.RefreshStatus();
 }
 
 void RunScript(CommandContext& frame, const Char* file) {

@@ -28,6 +28,7 @@ void CommandWindow::Show(bool show) {
     context.LayOut();
     if (show) SetFocus(window);
     context.RefreshTitle();
+    context.RefreshStatus();
 }
 
 bool CommandWindow::TakesFocusBack() {

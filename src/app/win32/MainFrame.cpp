@@ -312,7 +312,6 @@ bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirecto
     return parts.tools.RunCaptured(command, startDirectory);
 }
 
-void MainFrame::RefreshTitle() {
-    parts.batch.RefreshTitle();
-    parts.batch.RefreshStatus();
-}
+void MainFrame::RefreshTitle() { parts.batch.RefreshTitle(); }
+
+void MainFrame::RefreshStatus() { parts.batch.RefreshStatus(); }

@@ -57,6 +57,7 @@ public:
     void HideCommandWindow() override { parts.commandWindow.Show(false); }
     void LayOut() override { parts.batch.LayOut(); }
     void RefreshTitle() override;
+    void RefreshStatus() override;
     void ReapplySettings(const SettingsChanges& changes) override { parts.settings.Reapply(changes); }
     void ReloadOptions() override { parts.settings.Reload(); }
     void PostClose() override { PostMessageW(parts.window, WM_CLOSE, 0, 0); }

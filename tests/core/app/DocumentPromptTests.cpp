@@ -118,6 +118,7 @@ TEST_F(DocumentPromptTest, TwoChangedFilesGiveTwoQuestionsInOrder) {
     EXPECT_EQ(c.reloads, 0);
     EXPECT_EQ(c.acceptedChanges, 1);
     EXPECT_EQ(frame.titles, 1);
+    EXPECT_EQ(frame.statuses, 0) << "a message stays";
 }
 
 TEST_F(DocumentPromptTest, AFileThatCannotBeReadAgainIsReportedOnce) {

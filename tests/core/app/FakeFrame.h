@@ -79,6 +79,7 @@ public:
 
     void LayOut() override { ++layouts; }
     void RefreshTitle() override { ++titles; }
+    void RefreshStatus() override { ++statuses; }
     void ReapplySettings(const SettingsChanges& changes) override {
         Note(changes.HoldsColour() ? u"apply colours" : u"apply settings");
     }
@@ -119,6 +120,7 @@ public:
     int opensOutsideBatch = 0;
     int hides = 0;
     int titles = 0;
+    int statuses = 0;
     int layouts = 0;
 
 private:
