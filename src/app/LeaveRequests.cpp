@@ -41,7 +41,10 @@ void LeaveRequests::Close() {
 
 bool LeaveRequests::QueryEndSession() {
     const Char* const obstacle = ObstacleToLeaving();
-    if (!obstacle) return true;
+    if (!obstacle) {
+        TakeReasonBack();
+        return true;
+    }
     hasReason = true;
     leaving.SetShutdownReason(obstacle);
     return false;
@@ -53,10 +56,14 @@ void LeaveRequests::EndSession(bool ends) {
 }
 
 void LeaveRequests::UserIsBack() {
-    if (!hasReason) return;
+    if (TakeReasonBack()) leaving.PostAskUnsaved();
+}
+
+bool LeaveRequests::TakeReasonBack() {
+    if (!hasReason) return false;
     hasReason = false;
     leaving.SetShutdownReason(nullptr);
-    leaving.PostAskUnsaved();
+    return true;
 }
 
 void LeaveRequests::AskUnsaved() {

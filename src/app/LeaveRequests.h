@@ -37,7 +37,7 @@ public:
     // open.
     void Close();
     // Whether the session may end. Asks nothing, since the system waits for the answer; what is in the way is its
-    // reason not to end.
+    // reason not to end. An earlier reason goes when nothing is in the way any more.
     [[nodiscard]] bool QueryEndSession();
     // The session ends: leaves without a question, but not while a dialog is open or a long operation runs, when
     // all stays as it is until the process ends. Or it does not, and the user is back.
@@ -54,6 +54,8 @@ public:
 private:
     [[nodiscard]] bool MayLeave();
     const Char* ObstacleToLeaving() const;
+    // False when the system knows no reason.
+    bool TakeReasonBack();
 
     CommandContext& frame;
     LeavingFrame& leaving;

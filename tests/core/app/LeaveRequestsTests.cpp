@@ -81,6 +81,16 @@ TEST_F(LeaveRequestsTest, TheEndOfTheSessionIsAnsweredWithoutAQuestion) {
     EXPECT_TRUE(frame.questions.empty());
 }
 
+TEST_F(LeaveRequestsTest, AReasonThatHoldsNoLongerIsTakenBack) {
+    FakeDocument& document = AddModified();
+    EXPECT_FALSE(requests.QueryEndSession());
+    document.modified = false; // saved while the system waited
+    EXPECT_TRUE(requests.QueryEndSession());
+    EXPECT_EQ(window.reason, Str(nullptr));
+    requests.UserIsBack();
+    EXPECT_EQ(window.postedQuestions, 0);
+}
+
 TEST_F(LeaveRequestsTest, TheQuestionsComeWhenTheUserIsBack) {
     AddModified();
     requests.EndSession(false); // of a session that nothing obstructed
