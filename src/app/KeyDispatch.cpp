@@ -14,7 +14,7 @@ KeyDecision DecideKeyDown(const KeyPress& press) {
     // Ctrl and Alt together are the AltGr of keyboards that type brackets and braces with it.
     if (isDigit && press.ctrl && !press.alt) return DecideDigit(press);
     if (press.key == ViewKey::Escape) return {KeyAction::LeaveOutput, 0, Swallow::IfActed};
-    if (press.key == FrameKey::Tab && press.ctrl && press.hasActivePane)
+    if (press.key == FrameKey::Tab && press.ctrl && !press.alt && press.hasActivePane)
         return {press.shift ? KeyAction::ShowPreviousInMru : KeyAction::ShowNextInMru, 0, Swallow::Yes};
     return {};
 }

@@ -235,6 +235,9 @@ TEST(KeyDispatch, CtrlTabWalksTheOrderOfUse) {
     EXPECT_EQ(DecisionOn(press), (Decision{KeyAction::ShowNextInMru, 0, Swallow::Yes}));
     press.shift = true;
     EXPECT_EQ(DecisionOn(press), (Decision{KeyAction::ShowPreviousInMru, 0, Swallow::Yes}));
+    press.alt = true;
+    EXPECT_EQ(DecisionOn(press), Nothing) << "AltGr";
+    press.alt = false;
     press.hasActivePane = false;
     EXPECT_EQ(DecisionOn(press), Nothing);
     EXPECT_EQ(DecisionOn({.isDown = true, .key = FrameKey::Tab, .hasActivePane = true}), Nothing);
