@@ -23,7 +23,7 @@ bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_
 
 bool BulkEdit::Redo() {
     const uint64_t newLength = target.content.Length() + static_cast<uint64_t>(growth);
-    if (!target.content.Parts().store.EnsureCapacity(newLength)) return false;
+    if (!target.parts.store.EnsureCapacity(newLength)) return false;
     if (!performed) MapTopLines();
     MoveMarks(false);
     ChangeText(false);
@@ -79,8 +79,7 @@ void BulkEdit::CountChangedLines(bool back) {
 }
 
 bool BulkEdit::Undo() {
-    if (!target.content.Parts().store.EnsureCapacity(target.content.Length() - static_cast<uint64_t>(growth)))
-        return false;
+    if (!target.parts.store.EnsureCapacity(target.content.Length() - static_cast<uint64_t>(growth))) return false;
     ChangeText(true);
     MoveMarks(true);
     RecordChange(true);
@@ -127,13 +126,13 @@ void BulkEdit::ChangeText(bool back) {
         CloseUp(back);
     }
     const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
-    TextStore& store = target.content.Parts().store;
+    TextStore& store = target.parts.store;
     store.Rewritten(newLength, store.LineCount() + (back ? removedLines - addedLines : addedLines - removedLines));
 }
 
 // From the end to the start: everything moves to the right or stays.
 void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
-    Char* const content = target.content.Parts().store.Data();
+    Char* const content = target.parts.store.Data();
     uint32_t from = target.content.Length();
     uint32_t to = newLength;
     uint32_t removedBefore = removedText.Length();
@@ -151,7 +150,7 @@ void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
 
 // From the start to the end: everything moves to the left or stays.
 void BulkEdit::CloseUp(bool back) {
-    Char* const content = target.content.Parts().store.Data();
+    Char* const content = target.parts.store.Data();
     uint32_t from = changes[0].offset;
     uint32_t to = from;
     uint32_t removedBefore = 0;
@@ -175,7 +174,7 @@ BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool bac
 
 // As every single change would move them. The store holds the old text.
 void BulkEdit::MoveMarks(bool back) {
-    if ((newLines == 0 && removedLines == 0) || !target.content.Parts().marks.Head()) return;
+    if ((newLines == 0 && removedLines == 0) || !target.parts.marks.Head()) return;
     const size_t places = changes.Count();
     uint32_t before = LinesIn({0, changes[back ? places - 1 : 0].offset}); // old line of the place
     uint32_t goneBefore = back ? removedLines : 0;
@@ -196,7 +195,7 @@ void BulkEdit::MoveMarks(bool back) {
 }
 
 void BulkEdit::MoveMarksAt(uint32_t line, uint32_t gone, bool back) {
-    LineMarks& marks = target.content.Parts().marks;
+    LineMarks& marks = target.parts.marks;
     if (gone && !back) marks.LinesDeleted(line, gone);
     if (newLines && !back) marks.LinesInserted(line, newLines);
     if (newLines && back) marks.LinesTakenBack(line, newLines);

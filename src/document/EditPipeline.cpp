@@ -16,14 +16,14 @@ bool EditPipeline::LoadEditLine(uint32_t line) {
     // Nothing is typed into a read-only document, whose last line may be long and go on growing.
     if (!target.content.Content() || target.content.IsReadOnly()) return true;
     ORVANE_ASSERT(!notifier.IsTelling());
-    TextParts& parts = target.content.Parts();
+    TextParts& parts = target.parts;
     line = std::min(line, parts.store.LineCount() - 1);
     if (line == parts.editLine.Number()) return true;
     return CommitEdit() && parts.editLine.Open(parts.store, line);
 }
 
 bool EditPipeline::CommitEdit() {
-    TextParts& parts = target.content.Parts();
+    TextParts& parts = target.parts;
     if (target.content.IsReadOnly() || !parts.editLine.IsPending() || !parts.editLine.IsOpen()) return true;
     ORVANE_ASSERT(!notifier.IsTelling());
     if (!parts.editLine.WriteBack(parts.store)) return false;
@@ -52,7 +52,7 @@ bool EditPipeline::Perform(UndoRecord* record) {
 bool EditPipeline::ExtendTyping(LineEdit& typed, TextDocumentView* view, Char character, uint32_t column,
                                 bool notifyEngine) {
     const Operation operation(*this);
-    EditLine& line = target.content.Parts().editLine;
+    EditLine& line = target.parts.editLine;
     bool affects = notifyEngine && target.content.EditLineAffectsFollowingLines();
     if (!typed.MakeRoom() || !line.Insert(column, &character, 1)) return false;
     typed.Extend(character);
@@ -76,7 +76,7 @@ bool EditPipeline::Step(bool undoing) {
     const bool committed = CommitEdit();
     if (!committed && !(head && head->state == UndoRecord::State::InEditLine)) return false;
     // The room for all of a step is made before its first change, so that no later one can fail.
-    TextParts& parts = target.content.Parts();
+    TextParts& parts = target.parts;
     if (committed && !parts.store.EnsureCapacity(history.PeakOfStep(parts.store.Length(), undoing))) return false;
 
     const UndoRecord::State opens = undoing ? UndoRecord::State::GroupEnd : UndoRecord::State::GroupBegin;
@@ -106,7 +106,7 @@ void EditPipeline::AbandonGroup() {
             // Whatever was typed after this record is undone by now, so that neither this nor the change below
             // asks for more room than the text has had.
             static_cast<void>(CommitEdit());
-            target.content.Parts().editLine.Close();
+            target.parts.editLine.Close();
         }
         static_cast<void>(record->Undo());
         Tell(*record, true);
@@ -147,7 +147,7 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     const Operation operation(*this);
     const ViewNotifier::Telling telling(notifier);
     edited = true;
-    TextStore& store = target.content.Parts().store;
+    TextStore& store = target.parts.store;
     notifier.TextChanged(from);
     const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
     for (TextDocumentView* view : target.views) {
@@ -161,6 +161,6 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
 // The one place where the edit line comes back after an edit. A line that is being typed in stays open.
 void EditPipeline::Finish() {
     if (!std::exchange(edited, false)) return;
-    if (!target.content.Parts().editLine.IsOpen()) OpenActiveLine();
+    if (!target.parts.editLine.IsOpen()) OpenActiveLine();
     notifier.EditFinished();
 }

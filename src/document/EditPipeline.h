@@ -13,8 +13,9 @@ class LineEdit;
 // of that. Nothing that is told edits.
 class EditPipeline {
 public:
-    EditPipeline(DocumentBase& owner, TextContent& text, TextViews views)
-        : document(owner), target{text, views}, notifier(views) {}
+    // `parts` are those of `text`.
+    EditPipeline(DocumentBase& owner, TextContent& text, TextParts& parts, TextViews views)
+        : document(owner), target{text, parts, views}, notifier(views) {}
     EditPipeline(const EditPipeline&) = delete;
     EditPipeline& operator=(const EditPipeline&) = delete;
 

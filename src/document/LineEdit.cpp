@@ -26,14 +26,14 @@ bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
 
 bool LineEdit::ChangeCommitted(bool back) {
     if (!replaced) return ChangeStore(back != isDelete);
-    target.content.Parts().store.SetCharacter(position, back ? replaced : text[0]);
+    target.parts.store.SetCharacter(position, back ? replaced : text[0]);
     uint32_t lineStart = 0;
     change = {position, target.content.OffsetToLine(position, lineStart), {1, 0}, {1, 0}};
     return true;
 }
 
 bool LineEdit::ChangeEditLine(bool back) {
-    EditLine& line = target.content.Parts().editLine;
+    EditLine& line = target.parts.editLine;
     const bool removes = back != isDelete;
     const bool affectedBefore = target.content.EditLineAffectsFollowingLines();
     if (replaced) {

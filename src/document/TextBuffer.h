@@ -13,7 +13,7 @@
 // from the OutputCollector. Here is what is typed and done to the document as a whole.
 class TextBuffer final : public DocumentBase, public TextContent {
 public:
-    TextBuffer() : pipeline(*this, *this, TextViews(views)), output(parts.store) {}
+    TextBuffer() : pipeline(*this, *this, parts, TextViews(views)), output(parts.store) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 

@@ -49,8 +49,6 @@ public:
     // The first match that starts in `area` of the store; NoOffset without one.
     uint32_t FindFrom(const SearchQuery& query, TextRange area) const;
 
-    // For undo records. Nobody else changes the text without one.
-    TextParts& Parts() { return parts; }
     const TextParts& Parts() const { return parts; }
 
 protected:

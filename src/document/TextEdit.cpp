@@ -68,7 +68,7 @@ bool TextEdit::Undo() { return ChangeStore(!isDelete); }
 bool TextEdit::Redo() { return ChangeStore(isDelete); }
 
 bool TextEdit::ChangeStore(bool remove) {
-    TextParts& parts = target.content.Parts();
+    TextParts& parts = target.parts;
     const TextExtent extent = {count, newLines};
     if (remove) {
         parts.store.Delete(position, extent);

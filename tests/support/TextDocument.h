@@ -13,7 +13,7 @@ struct TextBufferProbe {
         document.MakeEmpty();
         const auto count = static_cast<uint32_t>(text.size());
         const auto newLines = static_cast<uint32_t>(Scan::Reference::CountLineFeeds(text.data(), text.size()));
-        static_cast<void>(document.Parts().store.Insert(0, text.data(), {count, newLines}));
+        static_cast<void>(Parts(document).store.Insert(0, text.data(), {count, newLines}));
     }
     static const LineCache& Cache(const TextBuffer& document) { return document.Parts().store.Cache(); }
     static const UndoRecord* UndoHead(const TextBuffer& document) { return document.History().UndoHead(); }
@@ -21,6 +21,7 @@ struct TextBufferProbe {
     static const LineMarks& Marks(const TextBuffer& document) { return document.Parts().marks; }
     static uint32_t Capacity(const TextBuffer& document) { return document.Parts().store.Capacity(); }
     // What the product only reads.
+    static TextParts& Parts(TextBuffer& document) { return const_cast<TextParts&>(document.Parts()); }
     static OutputRun& Run(TextBuffer& document) { return const_cast<OutputRun&>(document.Output().Run()); }
     static void MarkSaved(TextBuffer& document) { const_cast<UndoHistory&>(document.History()).MarkSaved(); }
 };
