@@ -212,8 +212,7 @@ bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool
     // A line feed typed as such breaks the line as well: the edit line never holds one inside.
     if (ch == u'\r' || ch == u'\n') return NewLine(view, column);
     if (!OpenCaretLine(view)) return false;
-    const uint64_t committed = uint64_t{Length()} - EditLineStoreLength() + EditLine().Length();
-    if (committed + 1 >= TextStore::LengthLimit) return false;
+    if (uint64_t{Length() + EditLineGrowth()} + 1 >= TextStore::LengthLimit) return false;
 
     const uint32_t end = parts.editLine.Length();
     column = std::min(column, end);

@@ -33,6 +33,8 @@ public:
     // How many characters of the store the edit line replaces.
     uint32_t EditLineStoreLength() const { return parts.editLine.StoreLength(); }
     bool HasPendingEdit() const { return parts.editLine.IsPending(); }
+    // Characters (modulo 2^32) that the text as the user sees it has more than the store.
+    uint32_t EditLineGrowth() const { return parts.editLine.Growth(); }
     // Whether the edit line as it is now may change the colouring of the lines below.
     bool EditLineAffectsFollowingLines() const;
 

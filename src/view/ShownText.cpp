@@ -7,11 +7,7 @@ void ShownText::Show(TextBuffer* shown) {
     states.TextChanged(0);
 }
 
-uint32_t ShownText::PendingGrowth() const {
-    return document->HasPendingEdit() ? document->EditLine().Length() - document->EditLineStoreLength() : 0;
-}
-
-uint32_t ShownText::Length() const { return document ? document->Length() + PendingGrowth() : 0; }
+uint32_t ShownText::Length() const { return document ? document->Length() + document->EditLineGrowth() : 0; }
 
 uint32_t ShownText::LineCount() const { return document ? document->GetLineCount() : 1; }
 
@@ -31,7 +27,8 @@ uint32_t ShownText::LineStart(uint32_t line) const {
     if (!document) return 0;
     const uint32_t start = document->LineToOffset(line);
     // A line past the end yields the last one, which may be the open one itself.
-    return start > document->EditLineStart() && line > document->EditLineNumber() ? start + PendingGrowth() : start;
+    return start > document->EditLineStart() && line > document->EditLineNumber() ? start + document->EditLineGrowth()
+                                                                                  : start;
 }
 
 TextPosition ShownText::PositionOf(uint32_t offset) const {
@@ -40,7 +37,7 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
         const uint32_t start = document->EditLineStart();
         if (offset >= start && offset - start < document->EditLine().Length())
             return {document->EditLineNumber(), offset - start};
-        if (offset > start) offset -= PendingGrowth(); // the store does not know of the edit
+        if (offset > start) offset -= document->EditLineGrowth(); // the store does not know of the edit
     }
     return document->OffsetToLineColumn(offset);
 }

@@ -32,9 +32,6 @@ public:
     void TextChanged(uint32_t offset) { states.TextChanged(offset); }
 
 private:
-    // How much longer (modulo 2^32) the open line is than the line in the store.
-    uint32_t PendingGrowth() const;
-
     TextBuffer* document = nullptr;
     LineStates states;
 };
