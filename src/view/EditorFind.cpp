@@ -87,7 +87,7 @@ bool EditorFind::ReplaceAll(TextEditor& editor, const Char* replacement, uint32_
         LongOperation progress(surface);
         const WString& pattern = findState.searchHistory.Newest();
         result = matches.Gather(*document, {pattern.Text(), pattern.Length(), findState.matchCase, findState.wholeWord},
-                                start, end, replacement, length, progress);
+                                {start, end}, {replacement, length}, progress);
     }
     const auto count = static_cast<uint32_t>(matches.changes.Count());
     const uint64_t newEnd = end - matches.RemovedCount() + uint64_t{length} * count;

@@ -2,16 +2,17 @@
 
 #include "base/Array.h"
 #include "document/TextBuffer.h"
+#include "view/TextSpan.h"
 
 enum class MatchResult : uint32_t { Done, Cancelled, NoMemory };
 
 // The places that a replacement of all matches changes, found in one pass.
 class MatchList {
 public:
-    // Finds every match of [start, end), each searched for after the text that replaced the one before.
-    // None reaches over `end`. On failure the list is empty.
-    MatchResult Gather(const TextBuffer& document, const SearchQuery& search, uint32_t start, uint32_t end,
-                       const Char* replacement, uint32_t replacementLength, SearchProgress& progress);
+    // Finds every match in `area`, each searched for after the text that replaced the one before.
+    // None reaches over its end. On failure the list is empty.
+    MatchResult Gather(const TextBuffer& document, const SearchQuery& search, TextRange area, TextSpan replacement,
+                       SearchProgress& progress);
     // How many characters the matches remove.
     uint64_t RemovedCount() const { return removed; }
 
