@@ -83,7 +83,7 @@ void TypingAndScrolling(Bench::ShownDocument& shown, TextBuffer& document) {
         }
     };
     // Far down: what is above must not be walked.
-    shown.editor.MoveCaret(document.GetLineCount() / 2, 0);
+    shown.editor.MoveCaret({document.GetLineCount() / 2, 0});
     shown.surface.invalidations = shown.surface.strips = 0;
     shown.input.OnChar(u'x');
     Bench::Check(shown.surface.invalidations == 0 && shown.surface.strips == 1, "one strip a key");

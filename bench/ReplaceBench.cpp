@@ -111,7 +111,7 @@ void IndentBlock(const std::string& sample) {
     Bench::ShownDocument shown(*document);
     Bench::Check(document->GetLineCount() > IndentedLines, "the sample's lines");
     const uint32_t end = document->LineToOffset(IndentedLines);
-    const auto select = [&] { shown.editor.SelectRange(0, end); };
+    const auto select = [&] { shown.editor.SelectRange({0, end}); };
     const auto indent = [&] { shown.input.OnChar(u'\t'); };
     const auto undo = [&] { document->Undo(); };
     select();
@@ -146,7 +146,7 @@ void Paste(const std::string& sample) {
     const auto paste = [&] { shown.input.ExecuteCommand(ViewCommand::Paste); };
     const auto undo = [&] {
         document->Undo();
-        shown.editor.SelectRange(third, 2 * third);
+        shown.editor.SelectRange({third, 2 * third});
     };
     undo();
     paste();

@@ -185,7 +185,7 @@ int main() {
         SetForegroundWindow(stage.frame);
         SetFocus(stage.view->GetWindow());
         // Typing on to the right edge would scroll.
-        stage.view->Editor().MoveCaret(Rows / 2, 40, false);
+        stage.view->Editor().MoveCaret({Rows / 2, 40}, false);
         stage.view->UpdateNow();
     };
     Bench::Compare("typed character to strip / bare window's line", {type, focusView},

@@ -48,7 +48,7 @@ bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool 
     }
     if (!document.InsertText(offset, text.Text(), length)) return false;
     const bool keep = (settings.PasteKeepSelection != 0) != editor.Surface().IsShiftDown();
-    if (lines >= 2 && keep) editor.SelectRange(offset, offset + length);
+    if (lines >= 2 && keep) editor.SelectRange({offset, offset + length});
     return true;
 }
 

@@ -30,8 +30,6 @@ void EditorFind::ShowReplace(TextEditor& editor) {
 
 void EditorFind::QuickSearch(TextEditor& editor, bool backward) {
     if (!TakeTextFromSelection(editor)) {
-        uint32_t start = 0;
-        uint32_t end = 0;
         const TextSpan line = editor.Text().Line(editor.CaretLine());
         Words::WordAt(line, editor.CaretColumn(), start, end);
         if (start == end || !findState.searchText.Assign(line.text + start, end - start)) return;
@@ -61,7 +59,7 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
         HostCalls::SearchFailed(surface);
         return false;
     }
-    editor.SelectRange(hit.offset, hit.offset + findState.searchHistory.Newest().Length());
+    editor.SelectRange({hit.offset, hit.offset + findState.searchHistory.Newest().Length()});
     if (hit.wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
     return true;
 }
@@ -99,7 +97,7 @@ bool EditorFind::ReplaceAll(TextEditor& editor, const Char* replacement, uint32_
     } else if (!done && result != MatchResult::Cancelled) {
         HostCalls::Warn(surface, u"Not enough memory");
     }
-    if (done && inSelection) editor.SelectRange(start, static_cast<uint32_t>(newEnd));
+    if (done && inSelection) editor.SelectRange({start, static_cast<uint32_t>(newEnd)});
     WString message;
     // Odd on purpose: docs/oddities.md.
     if (Text::AppendFormat(message, u"%u occurences replaced", done ? count : 0))

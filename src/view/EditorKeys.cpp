@@ -22,7 +22,7 @@ struct KeyPress {
 
     void Move(uint32_t toLine, uint32_t toColumn) const {
         if (!shift) editor.CollapseSelection();
-        editor.MoveCaret(toLine, toColumn, shift);
+        editor.MoveCaret({toLine, toColumn}, shift);
         editor.GetTextSurface().UpdateNow();
     }
     uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
@@ -65,7 +65,7 @@ void ScrollUp(const KeyPress& press) {
     if (top == 0) return;
     editor.SetTopLine(top - 1);
     if (press.line > 0 && press.line + 1 == uint64_t(top) + press.Rows()) {
-        editor.MoveCaret(press.line - 1, editor.Caret().PreferredColumn(), false);
+        editor.MoveCaret({press.line - 1, editor.Caret().PreferredColumn()}, false);
     } else {
         editor.UpdateCaret(false);
     }
@@ -77,7 +77,7 @@ void ScrollDown(const KeyPress& press) {
     if (uint64_t(top) + press.Rows() >= editor.Text().LineCount()) return;
     editor.SetTopLine(top + 1);
     if (press.line == top) {
-        editor.MoveCaret(press.line + 1, editor.Caret().PreferredColumn(), false);
+        editor.MoveCaret({press.line + 1, editor.Caret().PreferredColumn()}, false);
     } else {
         editor.UpdateCaret(false);
     }

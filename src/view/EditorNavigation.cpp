@@ -12,7 +12,7 @@ void EditorNavigation::GoToBookmark(TextEditor& editor, bool backward) {
     const LineMark* mark = backward ? document.PrevMark(line, Mask, false) : document.NextMark(line, Mask, false);
     if (!mark)
         mark = backward ? document.PrevMark(document.GetLineCount(), Mask, true) : document.NextMark(0, Mask, true);
-    if (mark) editor.MoveCaret(mark->line, 0, false);
+    if (mark) editor.MoveCaret({mark->line, 0}, false);
 }
 
 namespace {
@@ -39,7 +39,7 @@ void EditorNavigation::GoToPartner(TextEditor& editor, bool extend) {
     if (partner != NoOffset) editor.MoveCaretToOffset(partner, extend);
 }
 
-void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange(0, editor.Text().Length()); }
+void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange({0, editor.Text().Length()}); }
 
 void EditorNavigation::SelectWord(TextEditor& editor, bool evenIfEmpty) {
     uint32_t start = 0;

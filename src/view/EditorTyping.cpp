@@ -71,7 +71,7 @@ void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
     const uint32_t count = word && column < line.length ? Words::EndAfter(line, column) - column : 1;
     editor.PrepareEdit();
     if (editor.GetTextBuffer()->DeleteInEditLine(&editor, column, count))
-        editor.MoveCaret(editor.CaretLine(), column, false);
+        editor.MoveCaret({editor.CaretLine(), column}, false);
 }
 
 void EditorTyping::DeleteBack(TextEditor& editor, bool word) {

@@ -103,11 +103,11 @@ void TextEditor::OpenCaretLine() {
     if (TextBuffer* document = GetTextBuffer()) document->LoadEditLine(caret.Line());
 }
 
-void TextEditor::MoveCaret(uint32_t line, uint32_t column, bool extend) {
+void TextEditor::MoveCaret(TextPosition place, bool extend) {
     TextBuffer* document = GetTextBuffer();
     if (!document) return;
-    if (document->ActiveView() == this) document->LoadEditLine(line);
-    SetCaret({line, column}, extend);
+    if (document->ActiveView() == this) document->LoadEditLine(place.line);
+    SetCaret(place, extend);
     MatchBrackets();
 }
 
@@ -124,14 +124,11 @@ void TextEditor::SetCaret(TextPosition place, bool extend) {
     UpdateCaret(true);
 }
 
-void TextEditor::MoveCaretToOffset(uint32_t offset, bool extend) {
-    const TextPosition place = text.PositionOf(offset);
-    MoveCaret(place.line, place.column, extend);
-}
+void TextEditor::MoveCaretToOffset(uint32_t offset, bool extend) { MoveCaret(text.PositionOf(offset), extend); }
 
-void TextEditor::SelectRange(uint32_t anchor, uint32_t end) {
-    MoveCaretToOffset(end < text.Length() ? end : text.Length(), false);
-    SetSelection(anchor);
+void TextEditor::SelectRange(TextSelection selection) {
+    MoveCaretToOffset(selection.caret < text.Length() ? selection.caret : text.Length(), false);
+    SetSelection(selection.anchor);
 }
 
 void TextEditor::SetSelection(uint32_t anchor) {
@@ -151,7 +148,7 @@ bool TextEditor::DeleteSelection() {
 }
 
 void TextEditor::GoToLine(uint32_t line, bool selectLine) {
-    MoveCaret(line, 0);
+    MoveCaret({line, 0});
     if (!selectLine) return;
     caret.SetAnchor(text, caret.Offset() + text.Line(caret.Line()).length);
     InvalidateLines({caret.Line(), caret.Line()});

@@ -65,9 +65,9 @@ public:
     void ResumeRedraw();
 
     // Caret and selection. They clamp to the text. Extending leaves the anchor where it is.
-    void MoveCaret(uint32_t line, uint32_t column, bool extend = false);
+    void MoveCaret(TextPosition place, bool extend = false);
     void MoveCaretToOffset(uint32_t offset, bool extend);
-    void SelectRange(uint32_t anchor, uint32_t end);
+    void SelectRange(TextSelection selection);
     // Empties the selection at the caret.
     void CollapseSelection();
     bool DeleteSelection();

@@ -56,14 +56,13 @@ bool TextInput::BeginSelection(ClientPoint point, bool extend) {
     document->CommitEdit();
     editor.Surface().TakeFocus();
     editor.CollapseSelection();
-    const TextPosition place = editor.Viewport().PositionAt(point);
-    editor.MoveCaret(place.line, place.column, extend);
+    editor.MoveCaret(editor.Viewport().PositionAt(point), extend);
     return true;
 }
 
 void TextInput::ExtendSelection(ClientPoint point) {
     const TextPosition place = editor.Viewport().PositionAt(point);
-    if (place != editor.Caret().Position()) editor.MoveCaret(place.line, place.column, true);
+    if (place != editor.Caret().Position()) editor.MoveCaret(place, true);
 }
 
 void TextInput::OnDoubleClick() {

@@ -58,7 +58,7 @@ protected:
         std::erase(text, u'|');
         std::erase(text, u'^');
         Fill(text, engine);
-        view().SelectRange(static_cast<uint32_t>(anchor), static_cast<uint32_t>(caret));
+        view().SelectRange({static_cast<uint32_t>(anchor), static_cast<uint32_t>(caret)});
         surface().ForgetCalls();
     }
     // The text as it is, without marks.

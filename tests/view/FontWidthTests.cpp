@@ -59,6 +59,6 @@ TEST_F(FontWidthTest, WhatCannotBeMeasuredHasTheFontsWidth) {
 
 TEST_F(FontWidthTest, TheCaretIsAfterWhatIsDrawn) {
     Show(u"a\u4E80b");
-    Editor().MoveCaret(0, 2, false);
+    Editor().MoveCaret({0, 2}, false);
     EXPECT_EQ(Editor().Viewport().CaretX(Editor().Caret()), 9 + LinkedWidth);
 }

@@ -131,7 +131,7 @@ TEST_F(FrameDpiTest, TheCaretIsAsHighAsTheNewLines) {
     SetFocus(view->GetWindow());
     ASSERT_EQ(GetFocus(), view->GetWindow());
     text->InsertText(0, u"ab", 2);
-    Editor().MoveCaret(0, 2, false);
+    Editor().MoveCaret({0, 2}, false);
     MoveToDensity(192);
     GUITHREADINFO info = {};
     info.cbSize = sizeof(info);

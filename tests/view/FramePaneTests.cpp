@@ -33,7 +33,7 @@ protected:
     // The document's text; the caret of the pane with the focus goes to its end.
     void Fill() {
         ASSERT_TRUE(Text()->InsertText(0, u"one\ntwo ", 8));
-        EditorOf(true)->MoveCaret(1, 4, false);
+        EditorOf(true)->MoveCaret({1, 4}, false);
     }
     // A new view has its caret in the first line: another one than where the focus is.
     void ExpectTypingIsOneUndoStep() {
@@ -62,8 +62,8 @@ TEST_F(FramePaneTest, TypingAboveTheOtherPanesCaretMovesWhereThatTypes) {
     TextEditor* const other = EditorOf(false);
     TextEditor* const typing = EditorOf(true);
     ASSERT_TRUE(other && typing);
-    other->MoveCaret(1, 4, false);
-    typing->MoveCaret(0, 2, false);
+    other->MoveCaret({1, 4}, false);
+    typing->MoveCaret({0, 2}, false);
     Type(L"cde");
     EXPECT_EQ(other->CaretLine(), 1u);
     EXPECT_EQ(other->CaretOffset(), other->Text().LineStart(1) + other->CaretColumn());
@@ -89,7 +89,7 @@ TEST_F(FramePaneTest, TheNewPaneTakesTypingOnceItHasTheFocus) {
     Command(IDM_SPLIT_HORIZONTALLY);
     Type(L"one");
     Command(IDM_NEXT_PANE);
-    EditorOf(true)->MoveCaret(0, 0, false);
+    EditorOf(true)->MoveCaret({0, 0}, false);
     Type(L"two ");
     EXPECT_EQ(Content(), u"two one");
 }

@@ -117,7 +117,7 @@ TEST_F(PaintColourTest, SelectionColours) {
         UseSettings(setting);
         Show(u"HHHHHH");
         EXPECT_FALSE(ShowsAt(Paint(), {0, 6}));
-        Editor().SelectRange(4, 2); // the caret may be at either end
+        Editor().SelectRange({4, 2}); // the caret may be at either end
         const Picture picture = Paint();
         EXPECT_TRUE(ShowsAt(picture, {2, 4}));
         EXPECT_FALSE(ShowsElsewhere(picture, {2, 4}));
@@ -130,7 +130,7 @@ TEST_F(PaintColourTest, TheSelectionCoversEveryOtherColour) {
         u"ShowWhitespace=1\nSpaceColor=#000001");
     const std::u16string text = u"int\t \"s\" 12 // c";
     Show(text, u"cpp");
-    Editor().SelectRange(0, static_cast<uint32_t>(text.size()));
+    Editor().SelectRange({0, static_cast<uint32_t>(text.size())});
     const Picture picture = Paint();
     // 16 characters, of which the tab takes one column up to the stop.
     EXPECT_FALSE(picture.Has(Rgb(255, 0, 0), ColumnX(0), 0, ColumnX(16), LineHeight()));
@@ -146,13 +146,13 @@ TEST_F(PaintColourTest, BracketColours) {
         UseSettings(setting);
         Show(u"a(b)c", u"cpp");
         FocusView();
-        Editor().MoveCaret(0, 1, false);
+        Editor().MoveCaret({0, 1}, false);
         const Picture picture = Paint();
         EXPECT_TRUE(ShowsAt(picture, {1, 2}));
         EXPECT_TRUE(ShowsAt(picture, {3, 4}));
         EXPECT_FALSE(ShowsAt(picture, {2, 3}));
         EXPECT_FALSE(ShowsElsewhere(picture, {1, 4}));
-        Editor().MoveCaret(0, 0, false);
+        Editor().MoveCaret({0, 0}, false);
         EXPECT_FALSE(ShowsAt(Paint(), {0, 5}));
     }
 }

@@ -33,7 +33,7 @@ TEST_F(PaintStepTest, NumberAndMarginCoverScrolledText) {
 TEST_F(PaintStepTest, TheColumnGuideIsDrawnLast) {
     UseSettings(u"GuideColor=#ff0000\nColumnGuide=2\nMarginWidth=40\nMarginColor=#0000ff");
     Show(u"HHHHHHHH");
-    Editor().SelectRange(0, 8);
+    Editor().SelectRange({0, 8});
     EXPECT_TRUE(HasInRow(Paint(), Red, 0, ColumnX(2), ColumnX(2) + 1));
     Editor().Viewport().SetHorizontalScroll(2 * Average() + 20); // into the middle of the margin
     const Picture picture = Paint();
@@ -108,7 +108,7 @@ TEST_F(PaintStepTest, ANarrowTabHasAnArrowOfItsOwnWidth) {
 TEST_F(PaintStepTest, ASelectionOverSeveralLinesShowsEveryLineEnd) {
     UseSettings(u"SelBg=#00ff00\nSelFg=#00ff00");
     Show(u"HH\n\nHHH\nH");
-    Editor().SelectRange(1, 9); // to after the H of the last line
+    Editor().SelectRange({1, 9}); // to after the H of the last line
     const Picture picture = Paint();
     EXPECT_TRUE(picture.IsAll(Green, ColumnX(1), 0, ColumnX(3), LineHeight()));
     EXPECT_FALSE(HasInRow(picture, Green, 0, ColumnX(3), picture.width));
@@ -183,7 +183,7 @@ protected:
         Show(text, random.OneIn(2) ? u"cpp" : u"html");
         for (uint32_t n = random.Below(5); n > 0; --n) Editor().ToggleBookmark(random.Below(30));
         const auto length = static_cast<uint32_t>(text.size());
-        Editor().SelectRange(random.Below(length + 1), random.Below(length + 1));
+        Editor().SelectRange({random.Below(length + 1), random.Below(length + 1)});
         Editor().SetTopLine(random.Below(10));
         if (random.OneIn(2)) Editor().Viewport().SetHorizontalScroll(random.Below(200));
     }

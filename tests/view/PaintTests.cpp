@@ -41,7 +41,7 @@ TEST_F(PaintTest, RestOfALineWithoutFillIsTextBackground) {
 TEST_F(PaintTest, SelectionCutsTheRunsAndShowsTheLineEndAsOneCell) {
     UseSettings(u"SelFg=#ff0000\nSelBg=#00ff00");
     Show(u"HHHH\nHH");
-    Editor().SelectRange(2, 5);
+    Editor().SelectRange({2, 5});
     const Picture picture = Paint();
     const Colour green = Rgb(0, 255, 0);
     EXPECT_FALSE(picture.Has(green, ColumnX(0), 0, ColumnX(2), LineHeight()));
@@ -129,12 +129,12 @@ TEST_F(PaintTest, SpacesShowAsDotsWhenWhitespaceIsShown) {
 TEST_F(PaintTest, TabsReachToTheNextStop) {
     UseSettings(u"SelBg=#00ff00\nSpacesPerTab=4");
     Show(u"HHH\tH\nHHHH\tH");
-    Editor().SelectRange(3, 4);
+    Editor().SelectRange({3, 4});
     const Colour green = Rgb(0, 255, 0);
     const Picture shortTab = Paint();
     EXPECT_TRUE(shortTab.IsAll(green, ColumnX(3), 0, ColumnX(4), LineHeight()));
     EXPECT_FALSE(shortTab.Has(green, ColumnX(4), 0, ColumnX(9), LineHeight()));
-    Editor().SelectRange(10, 11);
+    Editor().SelectRange({10, 11});
     const Picture longTab = Paint();
     EXPECT_TRUE(longTab.IsAll(green, ColumnX(4), LineHeight(), ColumnX(8), 2 * LineHeight()));
     EXPECT_FALSE(longTab.Has(green, ColumnX(8), LineHeight(), ColumnX(12), 2 * LineHeight()));
@@ -160,15 +160,15 @@ TEST_F(PaintTest, MatchingBracketsAreHighlightedAndCleared) {
     SetForegroundWindow(frame);
     SetFocus(view->GetWindow());
     ASSERT_EQ(GetFocus(), view->GetWindow());
-    Editor().MoveCaret(0, 1, false);
+    Editor().MoveCaret({0, 1}, false);
     const Colour yellow = Rgb(255, 255, 0);
     EXPECT_FALSE(Paint().Has(yellow, 0, 0, WindowWidth - 30, LineHeight()));
-    Editor().MoveCaret(0, 0, false);
+    Editor().MoveCaret({0, 0}, false);
     const Picture matched = Paint();
     EXPECT_TRUE(matched.Has(yellow, ColumnX(0), 0, ColumnX(1), LineHeight()));
     EXPECT_TRUE(matched.Has(yellow, ColumnX(4), 0, ColumnX(5), LineHeight()));
     EXPECT_FALSE(matched.Has(yellow, ColumnX(5), 0, ColumnX(9), LineHeight()));
-    Editor().MoveCaret(0, 7, false);
+    Editor().MoveCaret({0, 7}, false);
     EXPECT_TRUE(Paint().Has(yellow, ColumnX(2), 0, ColumnX(3), LineHeight())); // "]" right before the caret
 }
 
@@ -178,7 +178,7 @@ TEST_F(PaintTest, BothSurfacesGiveTheSamePicture) {
     UseSettings(u"RenderType=0\nIndentGuide=0\nShowWhitespace=1");
     Show(text, u"cpp");
     Editor().ToggleBookmark(2);
-    Editor().SelectRange(4, 20);
+    Editor().SelectRange({4, 20});
     const Picture buffered = Paint();
     UseSettings(u"RenderType=2\nIndentGuide=0\nShowWhitespace=1");
     EXPECT_EQ(Paint(), buffered);
@@ -279,7 +279,7 @@ TEST_F(PaintTest, AMarginWiderThanTheWindowCoversIt) {
         Show(u"HHH\nH");
         const Picture picture = Paint();
         EXPECT_TRUE(picture.IsAll(MarginGrey, Gutter(), 0, picture.width, picture.height));
-        Editor().MoveCaret(0, 3, false);
+        Editor().MoveCaret({0, 3}, false);
         EXPECT_TRUE(Paint() == picture);
     }
 }
@@ -372,7 +372,7 @@ TEST_F(PaintCallTest, RightToLeftLettersAreDrawnWhereTheCaretLooksForThem) {
             std::count_if(call.text.begin(), call.text.end(), [](wchar_t c) { return c >= 0x590 && c < 0x900; });
         EXPECT_LE(letters, 1);
         EXPECT_TRUE(letters == 0 || call.text.size() == 1);
-        Editor().MoveCaret(0, static_cast<uint32_t>(drawn.size()), false);
+        Editor().MoveCaret({0, static_cast<uint32_t>(drawn.size())}, false);
         EXPECT_EQ(call.x, TextLeft() + Editor().Viewport().CaretX(Editor().Caret()));
         drawn += call.text;
     }

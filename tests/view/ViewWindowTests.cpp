@@ -116,7 +116,7 @@ TEST_F(ContextMenuTest, ARightClickOpensItInTheViewThatItActivates) {
 TEST_F(ContextMenuTest, KeysOpenItBelowTheCaret) {
     Show(u"abc\nabcdef");
     FocusView();
-    Editor().MoveCaret(1, 4, false);
+    Editor().MoveCaret({1, 4}, false);
     SendMessageW(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Window()), -1);
     ExpectMenuAt(ColumnX(4), 2 * LineHeight());
     BYTE before[256] = {};
@@ -174,7 +174,7 @@ TEST_F(ViewWindowTest, AWindowThatIsDestroyedIsForgottenAndLayoutDoesNothing) {
     view->Invalidate();
     view->SuspendRedraw(false);
     view->SuspendRedraw(true);
-    Editor().MoveCaret(0, 2, false);
+    Editor().MoveCaret({0, 2}, false);
     EXPECT_EQ(Editor().CaretColumn(), 2u);
     EXPECT_EQ(document->Text(), u"abc");
 }
@@ -195,7 +195,7 @@ TEST_F(ViewWindowTest, TheCaretIsThereWithTheFocusOnly) {
     Show(u"abcdef\nabcdef\nabcdef");
     SetFocus(nullptr);
     EXPECT_EQ(ThreadInfo().hwndCaret, nullptr);
-    Editor().MoveCaret(2, 3, false);
+    Editor().MoveCaret({2, 3}, false);
     FocusView();
     const GUITHREADINFO info = ThreadInfo();
     ASSERT_EQ(info.hwndCaret, Window());
@@ -397,7 +397,7 @@ TEST_F(ViewWindowTest, TheCompositionIsAtTheCaretInTheViewsFont) {
     UseSettings(u"FontSize=17\nFontBold=1");
     Show(u"abcdef\nabcdef\nabcdef");
     FocusView();
-    Editor().MoveCaret(2, 3, false);
+    Editor().MoveCaret({2, 3}, false);
     SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
     const InputMethodLibrary library;
     const HIMC context = library.getContext(Window());

@@ -53,7 +53,7 @@ protected:
         SetFocus(view->GetWindow());
         ASSERT_EQ(GetFocus(), view->GetWindow());
         Editor().ToggleBookmark(3);
-        Editor().SelectRange(5, 60);
+        Editor().SelectRange({5, 60});
         Paint();
     }
     HWND Window() const { return view->GetWindow(); }
@@ -153,7 +153,7 @@ TEST_F(WarmViewTest, ScrollBarsAreSetOnlyWhenAValueChanged) {
 
 TEST_F(WarmViewTest, ATypedCharacterRepaintsItsLineOnly) {
     Warm();
-    Editor().MoveCaret(4, 0, false);
+    Editor().MoveCaret({4, 0}, false);
     UpdateWindow(Window());
     SendMessageW(Window(), WM_CHAR, L'x', 1);
     const RECT area = ToBePainted();
@@ -183,7 +183,7 @@ TEST_F(WarmViewTest, ScrollingByALineRepaintsWhatComesIn) {
 
 TEST_F(WarmViewTest, AMoveOfTheCaretAlonePaintsNothing) {
     Warm();
-    Editor().MoveCaret(6, 0, false);
+    Editor().MoveCaret({6, 0}, false);
     UpdateWindow(Window());
     Press(ViewKey::Down);
     EXPECT_FALSE(GetUpdateRect(Window(), nullptr, FALSE));

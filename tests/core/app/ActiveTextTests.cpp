@@ -46,7 +46,7 @@ TEST_F(ActiveTextTest, TheSelectionIsAppendedElseTheWord) {
 TEST_F(ActiveTextTest, TheSelectionHasWhatWasJustTyped) {
     Show(u"|");
     Type(u"word");
-    view().SelectRange(1, 3);
+    view().SelectRange({1, 3});
     EXPECT_EQ(Selection(), u">or");
 }
 

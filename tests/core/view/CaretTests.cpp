@@ -14,7 +14,7 @@ struct CaretTest : ViewTest {
         Fill(text);
         engine = new HighlightEngine;
         buffer().AttachEngine(engine);
-        view().MoveCaret(line, column);
+        view().MoveCaret({line, column});
         surface().ForgetCalls();
     }
     Pair Match() const { return {view().MatchedBrackets().position, view().MatchedBrackets().partner}; }
@@ -28,38 +28,38 @@ constexpr Pair NoMatch = {NoOffset, NoOffset};
 
 TEST_F(CaretTest, LineAndColumnAreClamped) {
     Fill(u"abc\nde");
-    view().MoveCaret(0, 99);
+    view().MoveCaret({0, 99});
     EXPECT_EQ(Marked(), "abc|\nde");
-    view().MoveCaret(99, 1);
+    view().MoveCaret({99, 1});
     EXPECT_EQ(Marked(), "abc\nd|e");
-    view().MoveCaret(99, 99);
+    view().MoveCaret({99, 99});
     EXPECT_EQ(Marked(), "abc\nde|");
 }
 
 TEST_F(CaretTest, ThePreferredColumnIsTheOneAskedFor) {
     Fill(u"abc\nde");
-    view().MoveCaret(1, 40);
+    view().MoveCaret({1, 40});
     EXPECT_EQ(view().CaretColumn(), 2u);
     EXPECT_EQ(view().Caret().PreferredColumn(), 40u);
 }
 
 TEST_F(CaretTest, ExtendingLeavesTheAnchor) {
     Fill(u"abc\nde");
-    view().MoveCaret(0, 1);
-    view().MoveCaret(1, 1, true);
+    view().MoveCaret({0, 1});
+    view().MoveCaret({1, 1}, true);
     EXPECT_EQ(Marked(), "a^bc\nd|e");
-    view().MoveCaret(0, 0, true);
+    view().MoveCaret({0, 0}, true);
     EXPECT_EQ(Marked(), "|a^bc\nde");
-    view().MoveCaret(0, 2, false);
+    view().MoveCaret({0, 2}, false);
     EXPECT_EQ(Marked(), "ab|c\nde");
 }
 
 TEST_F(CaretTest, MovingTheActiveViewsCaretOpensItsLine) {
     Fill(u"abc\nde\nf");
-    view().MoveCaret(1, 0);
+    view().MoveCaret({1, 0});
     EXPECT_EQ(buffer().EditLineNumber(), 1u);
     Type(u"x");
-    view().MoveCaret(2, 0);
+    view().MoveCaret({2, 0});
     EXPECT_EQ(buffer().EditLineNumber(), 2u);
     EXPECT_FALSE(buffer().HasPendingEdit());
 }
@@ -68,8 +68,8 @@ TEST_F(CaretTest, AnInactiveViewsCaretOpensNothing) {
     Fill(u"abc\nde\nf");
     TestView* second = TestView::Create(buffer());
     ASSERT_NE(second, nullptr);
-    view().MoveCaret(1, 0);
-    second->editor.MoveCaret(2, 0);
+    view().MoveCaret({1, 0});
+    second->editor.MoveCaret({2, 0});
     EXPECT_EQ(buffer().EditLineNumber(), 1u);
     EXPECT_EQ(second->editor.CaretOffset(), 7u);
 }
@@ -79,18 +79,18 @@ TEST_F(CaretTest, ASecondViewsOffsetsCountThePendingLine) {
     TestView* second = TestView::Create(buffer());
     Type(u"xyz");
     ASSERT_TRUE(buffer().HasPendingEdit());
-    second->editor.MoveCaret(2, 1);
+    second->editor.MoveCaret({2, 1});
     EXPECT_EQ(second->editor.CaretOffset(), 10u);
-    second->editor.SelectRange(10, 6);
+    second->editor.SelectRange({10, 6});
     EXPECT_EQ(second->editor.CaretLine(), 1u);
     EXPECT_EQ(second->editor.CaretColumn(), 0u);
 }
 
 TEST_F(CaretTest, SelectRangeClampsToTheText) {
     Fill(u"abc\nde");
-    view().SelectRange(1, 5);
+    view().SelectRange({1, 5});
     EXPECT_EQ(Marked(), "a^bc\nd|e");
-    view().SelectRange(99, 2);
+    view().SelectRange({99, 2});
     EXPECT_EQ(Marked(), "ab|c\nde^");
     EXPECT_EQ(view().CaretLine(), 0u);
     EXPECT_EQ(view().CaretColumn(), 2u);
@@ -99,10 +99,10 @@ TEST_F(CaretTest, SelectRangeClampsToTheText) {
 TEST_F(CaretTest, MovesClearTheMessageOfTheFocusedViewOnly) {
     host().SetStatusText(StatusField::Message, u"Passed end of file");
     surface().focus = false;
-    view().MoveCaret(0, 0);
+    view().MoveCaret({0, 0});
     EXPECT_EQ(Status(StatusField::Message), "Passed end of file");
     surface().focus = true;
-    view().MoveCaret(0, 0);
+    view().MoveCaret({0, 0});
     EXPECT_EQ(Status(StatusField::Message), "");
 }
 
@@ -130,21 +130,21 @@ TEST_F(CaretTest, BookmarksOfTheCaretLineOrAnyOther) {
 TEST_F(CaretTest, ACaretMoveWithoutSelectionRepaintsNothing) {
     Fill(u"abc\nde");
     surface().ForgetCalls();
-    view().MoveCaret(1, 1);
+    view().MoveCaret({1, 1});
     EXPECT_EQ(surface().allInvalidations, 0);
     EXPECT_TRUE(surface().strips.empty());
 }
 
 TEST_F(CaretTest, CollapsingASelectionRepaintsItsLinesOnly) {
     Show(u"a\nb^\nc\nd|\ne");
-    view().MoveCaret(0, 0);
+    view().MoveCaret({0, 0});
     EXPECT_EQ(surface().strips, (Strips{{16, 64}}));
     EXPECT_EQ(surface().allInvalidations, 0);
 }
 
 TEST_F(CaretTest, ExtendingRepaintsWhatTheCaretPassed) {
     Show(u"a\nb|\nc\nd\ne");
-    view().MoveCaret(3, 1, true);
+    view().MoveCaret({3, 1}, true);
     EXPECT_EQ(surface().strips, (Strips{{16, 64}}));
     EXPECT_EQ(surface().allInvalidations, 0);
 }
@@ -249,7 +249,7 @@ TEST_F(CaretTest, AnOpenerBeforeOrACloserAtTheCaretIsNotMatched) {
 TEST_F(CaretTest, MovingAwayClearsTheHighlightsAndRepaintsTheirLines) {
     ShowBraces(u"x\n(\n\n)\n", 1, 0);
     EXPECT_EQ(Match(), (Pair{2, 5}));
-    view().MoveCaret(0, 0);
+    view().MoveCaret({0, 0});
     EXPECT_EQ(Match(), NoMatch);
     EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
     EXPECT_EQ(engine->ranges[1].start, HighlightRange::Nowhere);
@@ -259,14 +259,14 @@ TEST_F(CaretTest, MovingAwayClearsTheHighlightsAndRepaintsTheirLines) {
 
 TEST_F(CaretTest, AnUnchangedPairRepaintsNothing) {
     ShowBraces(u"()", 0, 0);
-    view().MoveCaret(0, 0);
+    view().MoveCaret({0, 0});
     EXPECT_TRUE(surface().strips.empty());
 }
 
 TEST_F(CaretTest, WithoutFocusNothingIsMatched) {
     ShowBraces(u"x()", 0, 0);
     surface().focus = false;
-    view().MoveCaret(0, 1);
+    view().MoveCaret({0, 1});
     EXPECT_EQ(Match(), NoMatch);
 }
 
@@ -276,13 +276,13 @@ TEST_F(CaretTest, EveryViewOfTheDocumentRepaintsTheMarks) {
     other->surface.SetSize(640, 160);
     other->input.OnSize(false);
     other->surface.ForgetCalls();
-    view().MoveCaret(0, 0);
+    view().MoveCaret({0, 0});
     EXPECT_EQ(other->surface.strips, (Strips{{0, 16}, {32, 48}}));
     other->surface.ForgetCalls();
     surface().ForgetCalls();
     // The focus goes there, where the caret is at no bracket.
     surface().focus = false;
-    other->editor.MoveCaret(3, 0);
+    other->editor.MoveCaret({3, 0});
     other->surface.TakeFocus();
     EXPECT_EQ(other->editor.MatchedBrackets(), BracketPair());
     EXPECT_EQ(surface().strips, (Strips{{0, 16}, {32, 48}}));

@@ -60,7 +60,7 @@ TEST_F(ClipboardTest, APendingEditIsCopiedToo) {
 TEST_F(ClipboardTest, ACopiedLineIsPastedAboveTheCaretLine) {
     Show(u"one\ntw|o\nthree");
     Ctrl(u'C');
-    view().MoveCaret(2, 3);
+    view().MoveCaret({2, 3});
     Ctrl(u'V');
     EXPECT_EQ(Marked(), "one\ntwo\ntwo\nthr|ee");
 }
@@ -164,9 +164,9 @@ TEST_F(ClipboardTest, CommandsAreEnabledByTheSelection) {
     const bool withSelection[] = {true, true, false, true, true, true, true, false, true, true};
     for (uint32_t number = 0; number < ViewCommandCount; ++number) {
         const auto command = static_cast<ViewCommand>(number);
-        view().SelectRange(0, 0);
+        view().SelectRange({0, 0});
         EXPECT_EQ(input().IsCommandEnabled(command), withoutSelection[number]) << number;
-        view().SelectRange(0, 2);
+        view().SelectRange({0, 2});
         EXPECT_EQ(input().IsCommandEnabled(command), withSelection[number]) << number;
     }
     EXPECT_FALSE(input().IsCommandEnabled(static_cast<ViewCommand>(10)));

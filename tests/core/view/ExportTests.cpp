@@ -219,7 +219,7 @@ TEST_F(ExportTest, AnEmptySelectionCopiesNothing) {
 TEST_F(ExportTest, APendingEditIsCopiedToo) {
     Show(u"|", u"txt");
     Type(u"ab");
-    view().SelectRange(0, 2);
+    view().SelectRange({0, 2});
     input().ExecuteCommand(ViewCommand::CopyColoured);
     EXPECT_EQ(Plain(surface().clipboard), "<pre>\n<font color=\"#000000\">ab</font></pre>");
 }

@@ -232,7 +232,7 @@ TEST_F(FindTest, AShortSearchShowsNeither) {
 
 TEST_F(FindTest, EscapeBreaksALongSearchOff) {
     Fill(std::u16string((1u << 24) + 100, u'x') + u"ab");
-    view().SelectRange(1, 3);
+    view().SelectRange({1, 3});
     SearchFor(u"ab");
     surface().tickStep = 600;
     surface().escapePressed = true;
@@ -250,7 +250,7 @@ TEST_F(FindTest, ALongPatternIsSearchedForInSmallerSteps) {
     EXPECT_TRUE(EditorFind::FindNext(view(), false));
     EXPECT_TRUE(surface().everWaited);
     surface().escapePressed = true;
-    view().SelectRange(5, 5);
+    view().SelectRange({5, 5});
     EXPECT_FALSE(EditorFind::FindNext(view(), false));
     EXPECT_EQ(view().CaretOffset(), 5u);
     surface().escapePressed = true;

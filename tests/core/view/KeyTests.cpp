@@ -75,11 +75,11 @@ TEST_F(KeyTest, CtrlDownAndUpScrollAndKeepTheCaretInView) {
     Ctrl(ViewKey::Down);
     EXPECT_EQ(view().TopLine(), 1u);
     EXPECT_EQ(view().CaretLine(), 1u); // it would have left the view
-    view().MoveCaret(5, 0);
+    view().MoveCaret({5, 0});
     Ctrl(ViewKey::Down);
     EXPECT_EQ(view().TopLine(), 2u);
     EXPECT_EQ(view().CaretLine(), 5u);
-    view().MoveCaret(11, 0);
+    view().MoveCaret({11, 0});
     Ctrl(ViewKey::Up);
     EXPECT_EQ(view().TopLine(), 1u);
     EXPECT_EQ(view().CaretLine(), 10u);
@@ -115,10 +115,10 @@ TEST_F(KeyTest, PagesAreAsLongAsTheWindow) {
     EXPECT_EQ(view().CaretLine(), 10u);
     Ctrl(ViewKey::PageUp);
     EXPECT_EQ(view().CaretLine(), 0u);
-    view().MoveCaret(4, 0);
+    view().MoveCaret({4, 0});
     Press(ViewKey::PageUp);
     EXPECT_EQ(view().CaretLine(), 0u);
-    view().MoveCaret(95, 0);
+    view().MoveCaret({95, 0});
     Press(ViewKey::PageDown);
     EXPECT_EQ(view().CaretLine(), 99u);
 }
@@ -307,7 +307,7 @@ TEST_F(KeyTest, LettersWithoutCtrlAreTypedAsCharactersOnly) {
 
 TEST_F(KeyTest, CtrlTMakesTheCaretLineTheTopLine) {
     Fill(std::u16string(99, u'\n'));
-    view().MoveCaret(7, 0);
+    view().MoveCaret({7, 0});
     Ctrl(u'T');
     EXPECT_EQ(view().TopLine(), 7u);
     EXPECT_EQ(surface().caretY, 0);
@@ -323,7 +323,7 @@ TEST_F(KeyTest, CtrlBracketJumpsOntoThePartner) {
     const std::u16string text = u"f(a(b)c)";
     const auto jump = [&](uint32_t column, bool shift = false) {
         Fill(text + u"x", u"cpp");
-        view().MoveCaret(0, column);
+        view().MoveCaret({0, column});
         Ctrl(ViewKey::CloseBracket, shift);
         return Marked();
     };
@@ -353,7 +353,7 @@ TEST_F(KeyTest, AtTheEndOfTheTextNothingIsJumpedFrom) {
 TEST_F(KeyTest, AJumpWritesThePendingLineBackFirst) {
     Show(u"|\n)x", u"cpp");
     Type(u"a(");
-    view().MoveCaret(0, 1);
+    view().MoveCaret({0, 1});
     Ctrl(ViewKey::CloseBracket);
     EXPECT_EQ(Marked(), "a(\n|)x");
 }

@@ -211,7 +211,7 @@ TEST_F(LayoutTest, WhileSuspendedRepaintingAndTheCaretWait) {
     view().SuspendRedraw();
     view().Invalidate();
     view().InvalidateLines({0, 0});
-    view().MoveCaret(16, 1);
+    view().MoveCaret({16, 1});
     EXPECT_EQ(surface().allInvalidations, 0);
     EXPECT_TRUE(surface().strips.empty());
     EXPECT_EQ(view().TopLine(), 0u);

@@ -109,7 +109,7 @@ TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
     Fill(std::u16string(3 * Long, u'a'));
     surface().SetFont({16, 65535, 65535});
     input().OnSize(false);
-    view().MoveCaret(0, NoColumn, false);
+    view().MoveCaret({0, NoColumn}, false);
     EXPECT_EQ(view().Viewport().HorizontalScroll(), MeasuredLine::FarthestScroll);
     EXPECT_NE(Painted(), "");
     ExpectPicture();
@@ -143,7 +143,7 @@ TEST_F(MeasuredLineTest, NoPlaceIsAfterATabOrANul) {
 
 TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
     Random random(11);
-    const auto atEnd = [&] { view().MoveCaret(1, NoColumn, false); };
+    const auto atEnd = [&] { view().MoveCaret({1, NoColumn}, false); };
     for (int i = 0; i < 2000; ++i) {
         if (i % 20 == 0) {
             Fill(u"first\n" + LongLine(random, Long) + u"\nlast");
@@ -152,7 +152,7 @@ TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
         }
         switch (random.Below(7)) {
         case 0:
-            view().MoveCaret(1, random.Below(view().Text().Line(1).length + 1), false);
+            view().MoveCaret({1, random.Below(view().Text().Line(1).length + 1)}, false);
             break;
         case 1:
             Type(random.OneIn(4) ? u"i\t" : u"b");
@@ -183,10 +183,10 @@ TEST_F(MeasuredLineTest, WhatIsTypedCountsAtOnce) {
     Fill(std::u16string(Long, u'a'));
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
     input().OnSize(false);
-    view().MoveCaret(0, NoColumn, false);
-    view().MoveCaret(0, 10, false);
+    view().MoveCaret({0, NoColumn}, false);
+    view().MoveCaret({0, 10}, false);
     Type(u"ii");
-    view().MoveCaret(0, NoColumn, false);
+    view().MoveCaret({0, NoColumn}, false);
     EXPECT_TRUE(buffer().HasPendingEdit());
     ExpectCaret();
     ExpectPicture();
@@ -194,10 +194,10 @@ TEST_F(MeasuredLineTest, WhatIsTypedCountsAtOnce) {
 
 TEST_F(MeasuredLineTest, AnotherFontMeasuresAgain) {
     Fill(std::u16string(Long, u'i'));
-    view().MoveCaret(0, NoColumn, false);
+    view().MoveCaret({0, NoColumn}, false);
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
     input().OnSize(false);
-    view().MoveCaret(0, NoColumn, false);
+    view().MoveCaret({0, NoColumn}, false);
     EXPECT_EQ(surface().caretX,
               int64_t{Long} * 3 - view().Viewport().HorizontalScroll() + view().Viewport().TextLeft());
 }

@@ -27,7 +27,7 @@ TEST_F(MouseTest, AClickPutsTheCaretAndTakesTheFocus) {
 }
 
 TEST_F(MouseTest, AShiftClickExtendsFromTheCaret) {
-    view().SelectRange(0, 5);
+    view().SelectRange({0, 5});
     input().Drag().OnLeftButtonDown({64, 0}, true);
     EXPECT_EQ(Selection(), (Two{5, 8})); // the selection was collapsed to the caret first
 }

@@ -49,7 +49,7 @@ struct Stage {
         for (uint32_t marks = random.Below(4); marks; --marks)
             document->ToggleBookmark(random.Below(document->GetLineCount()));
         for (TestView* view : views) {
-            view->editor.SelectRange(random.Below(length + 1), random.Below(length + 1));
+            view->editor.SelectRange({random.Below(length + 1), random.Below(length + 1)});
             view->editor.SetTopLine(random.Below(document->GetLineCount()));
         }
     }

@@ -37,7 +37,7 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
         end = end + r - n;
     }
     document.EndGroup();
-    if (inSelection) view.SelectRange(start, end);
+    if (inSelection) view.SelectRange({start, end});
     return count;
 }
 
@@ -71,7 +71,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
         }
     }
     document.EndGroup();
-    view.SelectRange(start, end);
+    view.SelectRange({start, end});
     view.ResumeRedraw();
 }
 
@@ -90,10 +90,10 @@ inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, 
         document.InsertText(document.LineToOffset(view.CaretLine()), text.data(), length);
         uint32_t lineStart = 0;
         const uint32_t line = document.OffsetToLine(caret + length, lineStart);
-        view.MoveCaret(line, caret + length - lineStart, false);
+        view.MoveCaret({line, caret + length - lineStart}, false);
     } else {
         document.InsertText(caret, text.data(), length);
-        if (keepSelected && text.find(u'\n') != text.npos) view.SelectRange(caret, caret + length);
+        if (keepSelected && text.find(u'\n') != text.npos) view.SelectRange({caret, caret + length});
     }
     if (grouped) document.EndGroup();
 }

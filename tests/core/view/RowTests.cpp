@@ -135,7 +135,7 @@ TEST_F(RowTest, EveryCharacterIsDrawnWhereTheCaretLooksForIt) {
         std::u16string text;
         for (int k = 0; k < 30; ++k) text += Some[random.Below(std::size(Some) - 1)];
         Fill(text);
-        view().SelectRange(random.Below(30), random.Below(30));
+        view().SelectRange({random.Below(30), random.Below(30)});
         const Row row = Rows()[0];
         const LineLayout layout(surface().metrics, surface().Widths());
         uint32_t column = 0;
@@ -303,7 +303,7 @@ TEST_F(RowTest, ClippingNeverChangesTheVisiblePicture) {
         Fill(text, u"cpp");
         surface().SetFont({16, 7, 5}, {{u'a', 3}, {u'b', 11}});
         const auto end = static_cast<uint32_t>(text.size());
-        view().SelectRange(random.Below(end + 1), random.Below(end + 1));
+        view().SelectRange({random.Below(end + 1), random.Below(end + 1)});
         const auto pixels = [&](int32_t scroll, int32_t width) {
             surface().SetSize(width, 48);
             input().OnSize(false);
@@ -423,7 +423,7 @@ TEST_F(RowTest, OffsetsAfterAPendingEditAreTheUsers) {
     TestView* second = TestView::Create(buffer());
     second->surface.SetSize(640, 160);
     second->input.OnSize(false);
-    second->editor.SelectRange(6, 7); // the "c" of "axyz\nbcd"
+    second->editor.SelectRange({6, 7}); // the "c" of "axyz\nbcd"
     RowPlan other;
     ASSERT_TRUE(other.Begin(second->editor, 0, 0));
     RowPicture row;
@@ -509,7 +509,7 @@ TEST_F(RowTest, HowAPlaceWasReachedDoesNotShow) {
         for (uint32_t n = 300; n > 0; --n) text += isCode ? random.Pick(code) : random.Pick(markup);
         Fill(text, isCode ? u"cpp" : u"html");
         for (int step = 0; step < 12; ++step) {
-            if (random.OneIn(3)) view().MoveCaret(random.Below(buffer().GetLineCount()), random.Below(5));
+            if (random.OneIn(3)) view().MoveCaret({random.Below(buffer().GetLineCount()), random.Below(5)});
             if (random.OneIn(3)) Type(random.OneIn(2) ? u"/*" : u"\"");
             if (random.OneIn(3)) view().SetTopLine(random.Below(buffer().GetLineCount()));
             Rows(0, 16 * static_cast<int32_t>(random.Below(10))); // or not down to the window's end

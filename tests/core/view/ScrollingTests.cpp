@@ -203,22 +203,22 @@ TEST_F(ScrollingTest, ATopLinePastTheTextIsTheLastLine) {
 
 TEST_F(ScrollingTest, ACaretAboveTheWindowBecomesTheTopLine) {
     view().SetTopLine(50);
-    view().MoveCaret(20, 0);
+    view().MoveCaret({20, 0});
     EXPECT_EQ(view().TopLine(), 20u);
 }
 
 TEST_F(ScrollingTest, ACaretBelowTheWindowBecomesTheBottomLine) {
-    view().MoveCaret(10, 0);
+    view().MoveCaret({10, 0});
     EXPECT_EQ(view().TopLine(), 1u);
-    view().MoveCaret(60, 0);
+    view().MoveCaret({60, 0});
     EXPECT_EQ(view().TopLine(), 51u);
 }
 
 TEST_F(ScrollingTest, ACaretInTheWindowScrollsNothing) {
     view().SetTopLine(20);
     surface().ForgetCalls();
-    view().MoveCaret(20, 0);
-    view().MoveCaret(29, 0);
+    view().MoveCaret({20, 0});
+    view().MoveCaret({29, 0});
     EXPECT_EQ(view().TopLine(), 20u);
     EXPECT_TRUE(surface().scrolls.empty());
 }
@@ -227,17 +227,17 @@ TEST_F(ScrollingTest, ALongLineScrollsSidewaysAndSnapsBackToTheLeftEdge) {
     Fill(std::u16string(200, u'x'));
     Resize(20, 5);
     // Usable are 160 - 8 pixels.
-    view().MoveCaret(0, 19);
+    view().MoveCaret({0, 19});
     EXPECT_EQ(view().Viewport().HorizontalScroll(), 0);
-    view().MoveCaret(0, 20);
+    view().MoveCaret({0, 20});
     EXPECT_EQ(view().Viewport().HorizontalScroll(), 8);
-    view().MoveCaret(0, 100);
+    view().MoveCaret({0, 100});
     EXPECT_EQ(view().Viewport().HorizontalScroll(), 648);
     EXPECT_EQ(surface().caretX, 152);
-    view().MoveCaret(0, 81);
+    view().MoveCaret({0, 81});
     EXPECT_EQ(view().Viewport().HorizontalScroll(), 648);
     EXPECT_EQ(surface().caretX, 0);
-    view().MoveCaret(0, 80);
+    view().MoveCaret({0, 80});
     EXPECT_EQ(view().Viewport().HorizontalScroll(), 0);
     EXPECT_FALSE(surface().caretX < 0);
 }
@@ -255,7 +255,7 @@ TEST_F(ScrollingTest, ACaretScrolledOutToTheLeftIsHidden) {
 TEST_F(ScrollingTest, WithoutFocusTheCaretIsLeftAlone) {
     surface().focus = false;
     surface().caretShown = false;
-    view().MoveCaret(60, 0);
+    view().MoveCaret({60, 0});
     EXPECT_EQ(view().TopLine(), 51u);
     EXPECT_FALSE(surface().caretShown);
     EXPECT_EQ(Vertical().position, 51);
@@ -265,19 +265,19 @@ TEST_F(ScrollingTest, WithoutFocusTheCaretIsLeftAlone) {
 
 TEST_F(ScrollingTest, ACaretMovedWithoutAWindowIsInSightInTheNextOne) {
     LoseWindow();
-    view().MoveCaret(60, 0);
+    view().MoveCaret({60, 0});
     GetWindow();
     EXPECT_EQ(view().TopLine(), 51u);
     EXPECT_EQ(Vertical().position, 51);
     LoseWindow();
-    view().MoveCaret(3, 0);
+    view().MoveCaret({3, 0});
     GetWindow();
     EXPECT_EQ(view().TopLine(), 3u);
 }
 
 TEST_F(ScrollingTest, ATextThatGoesOnWithoutAWindowIsFollowed) {
     buffer().MarkAsOutput();
-    view().MoveCaret(99, 0);
+    view().MoveCaret({99, 0});
     LoseWindow();
     std::u16string more(900, u'\n');
     ASSERT_TRUE(buffer().AppendOutputText(more.data()));
@@ -287,7 +287,7 @@ TEST_F(ScrollingTest, ATextThatGoesOnWithoutAWindowIsFollowed) {
 }
 
 TEST_F(ScrollingTest, ATextEmptiedWithoutAWindowIsShownFromItsStart) {
-    view().MoveCaret(99, 0);
+    view().MoveCaret({99, 0});
     LoseWindow();
     buffer().EmptyAndResetUndo();
     GetWindow();
@@ -307,7 +307,7 @@ TEST_F(ScrollingTest, AViewScrolledAwayFromItsCaretKeepsItsPlaceInAnotherWindow)
 
 TEST_F(ScrollingTest, OnceInSightTheCaretMayBeLeftAgain) {
     LoseWindow();
-    view().MoveCaret(60, 0);
+    view().MoveCaret({60, 0});
     GetWindow();
     Scroll(ScrollRequest::Track, 20);
     LoseWindow();
@@ -317,7 +317,7 @@ TEST_F(ScrollingTest, OnceInSightTheCaretMayBeLeftAgain) {
 
 TEST_F(ScrollingTest, AWindowThatHasNoRoomYetIsWaitedFor) {
     LoseWindow();
-    view().MoveCaret(60, 0);
+    view().MoveCaret({60, 0});
     surface().SetSize(0, 0);
     GetWindow();
     EXPECT_EQ(view().TopLine(), 0u);

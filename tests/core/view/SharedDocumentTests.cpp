@@ -12,7 +12,7 @@ struct SharedDocumentTest : ViewTest {
     void Share(std::u16string text, uint32_t otherCaret, uint32_t otherAnchor) {
         Show(std::move(text));
         second = Open();
-        second->editor.SelectRange(otherAnchor, otherCaret);
+        second->editor.SelectRange({otherAnchor, otherCaret});
     }
     void Share(std::u16string text, uint32_t otherCaret) { Share(std::move(text), otherCaret, otherCaret); }
     TestView* Open() {
@@ -103,7 +103,7 @@ TEST_F(SharedDocumentTest, WhatIsTypedNextInTheOtherViewGoesToItsCaret) {
 TEST_F(SharedDocumentTest, ASelectionBelowKeepsItsTextWhileTypingGoesOn) {
     Share(u"|one\ntwo\nthree", 0);
     Type(u"a");
-    second->editor.SelectRange(5, 8); // "two"
+    second->editor.SelectRange({5, 8}); // "two"
     Type(u"bc");
     EXPECT_EQ(second->editor.SelectionAnchor(), 7u);
     EXPECT_EQ(second->editor.CaretOffset(), 10u);
@@ -114,7 +114,7 @@ TEST_F(SharedDocumentTest, TypingOnTheSameLineTakesTheOtherCaretAlong) {
     Share(u"|one two", 0);
     Type(u"a");
     FocusSecond();
-    second->editor.SelectRange(5, 8); // "two"
+    second->editor.SelectRange({5, 8}); // "two"
     FocusFirst();
     Type(u"bc");
     EXPECT_EQ(second->editor.SelectionAnchor(), 7u);
@@ -153,7 +153,7 @@ TEST_F(SharedDocumentTest, AViewMadeAfterAStepFollowsWhenItIsUndone) {
     Type(u"ab\rcd");
     buffer().CommitEdit();
     second = Open();
-    second->editor.SelectRange(11, 15); // in "three"
+    second->editor.SelectRange({11, 15}); // in "three"
     for (int steps = 0; steps < 3; ++steps) {
         Ctrl(u'Z');
         ExpectAgreement();
@@ -182,7 +182,7 @@ TEST_F(SharedDocumentTest, AViewMadeAfterAReplacementFollowsWhenItIsUndone) {
     EditorFind::ReplaceAll(view(), u"x\nyz", 4, false);
     EXPECT_EQ(Plain(Text()), "a\nx\nyzax\nyz\nc");
     second = Open();
-    second->editor.SelectRange(12, 12); // the last line
+    second->editor.SelectRange({12, 12}); // the last line
     second->editor.SetTopLine(4);
     Ctrl(u'Z');
     EXPECT_EQ(second->editor.CaretOffset(), 6u);

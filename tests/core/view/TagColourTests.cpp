@@ -122,9 +122,9 @@ TEST_F(TagColourTest, EditsBetweenPaintTheColoursFromTheTop) {
         for (int i = 0; i < 60; ++i) {
             const uint32_t at = random.Below(buffer().Length());
             const std::u16string line = AnyLine(random);
-            view().SelectRange(at, random.OneIn(3) ? std::min(at + random.Below(30), buffer().Length()) : at);
+            view().SelectRange({at, random.OneIn(3) ? std::min(at + random.Below(30), buffer().Length()) : at});
             if (random.OneIn(2)) {
-                view().SelectRange(at, at);
+                view().SelectRange({at, at});
                 buffer().InsertText(at, line.data(), static_cast<uint32_t>(line.size()));
             } else {
                 Type(u"x" + line.substr(0, line.size() - 1)); // replaces the selection

@@ -132,7 +132,7 @@ TEST_F(TypingTest, AReadOnlyDocumentKeepsItsText) {
 TEST_F(TypingTest, ARefusedEditChangesNothingOnScreen) {
     for (const bool selected : {false, true}) {
         Fill(std::u16string(99, u'\n') + u"abc");
-        view().SelectRange(selected ? 1 : 3, 3);
+        view().SelectRange({selected ? 1 : 3, 3});
         buffer().MarkAsOutput();
         view().SetTopLine(50);
         view().UpdateCaret(false);
@@ -160,7 +160,7 @@ TEST_F(TypingTest, ARefusedEditChangesNothingOnScreen) {
 
 TEST_F(TypingTest, DeletingWithNothingToDeleteKeepsSelectionMessageAndPreferredColumn) {
     Show(u"abcdef\nx");
-    view().MoveCaret(0, 6);
+    view().MoveCaret({0, 6});
     Press(ViewKey::Down); // to the end of the text, with column 6 still preferred
     host().status[StatusField::Message] = u"said";
     Press(ViewKey::Delete);
@@ -178,7 +178,7 @@ TEST_F(TypingTest, DeletingWithNothingToDeleteKeepsSelectionMessageAndPreferredC
 
 TEST_F(TypingTest, DeletingWithNothingToDeleteDoesNotScroll) {
     Fill(std::u16string(99, u'\n'));
-    view().MoveCaret(99, 0);
+    view().MoveCaret({99, 0});
     view().SetTopLine(0);
     Press(ViewKey::Delete);
     Ctrl(ViewKey::Delete);
