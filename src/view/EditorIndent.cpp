@@ -4,6 +4,7 @@
 #include "base/Scan.h"
 #include "base/Text.h"
 #include "settings/Settings.h"
+#include "view/SuspendedRedraw.h"
 #include "view/TextEditor.h"
 
 namespace {
@@ -65,7 +66,6 @@ void EditorIndent::IndentBlock(TextEditor& editor, bool unindent) {
     if (!GatherLines(document, start, lastLine, unindent, changes) || (!unindent && !MakeUnit(unit))) return;
     uint32_t newEnd = end + static_cast<uint32_t>(changes.Count()) * unit.Length();
     for (size_t i = 0; i < changes.Count(); ++i) newEnd -= changes[i].removed;
-    editor.SuspendRedraw();
-    if (document.ReplaceRanges(changes, unit.Text(), unit.Length())) editor.SelectRange(start, newEnd);
-    editor.ResumeRedraw();
+    const SuspendedRedraw suspended(editor);
+    if (document.ReplaceRanges(changes, unit.Text(), unit.Length())) editor.SelectRange({start, newEnd});
 }
