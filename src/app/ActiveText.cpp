@@ -41,11 +41,9 @@ bool ActiveText::AppendWordAtCaret(WString& out) const {
     const TextEditor* const editor = Editor();
     if (!editor) return true;
     const TextSpan line = editor->Text().Line(editor->CaretLine());
-    uint32_t start = 0;
-    uint32_t end = 0;
-    Words::WordAt(line, editor->CaretColumn(), start, end);
-    if (start == end || !Text::IsWordChar(line.text[start])) return true;
-    return out.Append(line.text + start, end - start);
+    const TextRange word = Words::WordAt(line, editor->CaretColumn());
+    if (word.IsEmpty() || !Text::IsWordChar(line.text[word.start])) return true;
+    return out.Append(line.text + word.start, word.Length());
 }
 
 bool ActiveText::AppendSelection(WString& out) const {

@@ -23,10 +23,10 @@ ColouredCopy::~ColouredCopy() {
     Heap::Free(htmlBytes);
 }
 
-bool ColouredCopy::Make(TextBuffer& document, uint32_t from, uint32_t to) {
+bool ColouredCopy::Make(TextBuffer& document, TextRange range) {
     WString rich;
-    if (WriteRichText(document, from, to, rich) == ExportResult::NoMemory) return false;
-    if (WriteHtml(document, from, to, html) == ExportResult::NoMemory) return false;
+    if (WriteRichText(document, range, rich) == ExportResult::NoMemory) return false;
+    if (WriteHtml(document, range, html) == ExportResult::NoMemory) return false;
     size_t richCount = 0;
     size_t htmlCount = 0;
     richBytes = Convert(CodePage::Windows1252, rich, richCount);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/WString.h"
+#include "document/TextRange.h"
 #include "viewbase/EditorSurface.h"
 
 class TextBuffer;
@@ -16,7 +17,7 @@ public:
     ColouredCopy& operator=(const ColouredCopy&) = delete;
 
     // False without memory. A line that the engine cannot colour cuts the texts short.
-    bool Make(TextBuffer& document, uint32_t from, uint32_t to);
+    bool Make(TextBuffer& document, TextRange range);
     // In clipboard order: the markup as plain text, RTF, HTML. Bytes include a terminator.
     const ClipboardItem* Items() const { return items; }
 

@@ -10,25 +10,24 @@ uint32_t IndexIn(const Char* set, Char character) {
     return index;
 }
 
-// The part of a line's span at `start` that lies in [from, to).
-bool AddClipped(ColouredTextSink& sink, const Char* text, const ColourSpan& span, uint32_t start, uint32_t from,
-                uint32_t to) {
+// The part of a line's span at `start` that lies in `range`.
+bool AddClipped(ColouredTextSink& sink, const Char* text, const ColourSpan& span, uint32_t start, TextRange range) {
     const uint32_t end = start + span.length;
-    const uint32_t first = start < from ? from : start;
-    const uint32_t last = end < to ? end : to;
+    const uint32_t first = start < range.start ? range.start : start;
+    const uint32_t last = end < range.end ? end : range.end;
     return sink.AddSpan(span, text + first, first < last ? last - first : 0);
 }
 
 } // namespace
 
-ExportResult WalkColouredText(TextBuffer& document, uint32_t from, uint32_t to, ColouredTextSink& sink) {
+ExportResult WalkColouredText(TextBuffer& document, TextRange range, ColouredTextSink& sink) {
     SyntaxEngine* engine = document.Engine();
     const Char* text = document.Content();
     if (!engine || !text) return ExportResult::NoColours;
-    uint32_t state = engine->ScanLines(text, from, 0);
+    uint32_t state = engine->ScanLines(text, range.start, 0);
     uint32_t lineStart = 0;
-    document.OffsetToLine(from, lineStart);
-    for (bool first = true; lineStart < to; first = false) {
+    document.OffsetToLine(range.start, lineStart);
+    for (bool first = true; lineStart < range.end; first = false) {
         bool isLast = false;
         const uint32_t length = document.LineLength(lineStart, isLast) + 1;
         ColouredLine line;
@@ -37,7 +36,7 @@ ExportResult WalkColouredText(TextBuffer& document, uint32_t from, uint32_t to, 
         if (!sink.StartLine(first)) return ExportResult::NoMemory;
         uint32_t at = lineStart;
         for (uint32_t i = 0; i < line.count; ++i) {
-            if (!AddClipped(sink, text, line.spans[i], at, from, to)) return ExportResult::NoMemory;
+            if (!AddClipped(sink, text, line.spans[i], at, range)) return ExportResult::NoMemory;
             at += line.spans[i].length;
         }
         lineStart += length;

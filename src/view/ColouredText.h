@@ -2,6 +2,7 @@
 
 #include "base/Types.h"
 #include "base/WString.h"
+#include "document/TextRange.h"
 #include "syntax/SyntaxEngine.h"
 
 class TextBuffer;
@@ -23,9 +24,9 @@ protected:
     ~ColouredTextSink() = default;
 };
 
-// Hands the characters [from, to) to `sink`, coloured line by line from the start of the first line. The
-// engine starts in the state that holds at `from`. No edit may be pending.
-ExportResult WalkColouredText(TextBuffer& document, uint32_t from, uint32_t to, ColouredTextSink& sink);
+// Hands the characters in `range` to `sink`, coloured line by line from the start of the first line. The
+// engine starts in the state that holds at its start. No edit may be pending.
+ExportResult WalkColouredText(TextBuffer& document, TextRange range, ColouredTextSink& sink);
 
 // Appends text, each character of `special` through `replacement` of the same index.
 bool AppendEscaped(WString& out, const Char* text, uint32_t length, const Char* special,

@@ -3,26 +3,28 @@
 #include "base/Scan.h"
 #include "settings/Settings.h"
 #include "view/ColouredCopy.h"
+#include "view/SuspendedRedraw.h"
 #include "view/TextEditor.h"
 
 namespace {
 
-// Appends text[from, to) with each line feed as CR LF.
-bool AppendWithLineBreaks(WString& out, const Char* text, uint32_t from, uint32_t to) {
-    const uint64_t count = uint64_t(to - from) + Scan::CountLineFeeds(text + from, to - from);
+// Appends the characters in `range` of a text with each line feed as CR LF.
+bool AppendWithLineBreaks(WString& out, const Char* text, TextRange range) {
+    const uint64_t count = uint64_t{range.Length()} + Scan::CountLineFeeds(text + range.start, range.Length());
     if (count > WString::MostCharacters || !out.Reserve(static_cast<uint32_t>(count))) return false;
-    while (from < to) {
-        const auto feed = from + static_cast<uint32_t>(Scan::FindLineFeed(text + from, to - from));
+    uint32_t from = range.start;
+    while (from < range.end) {
+        const auto feed = from + static_cast<uint32_t>(Scan::FindLineFeed(text + from, range.end - from));
         if (!out.Append(text + from, feed - from)) return false;
-        if (feed < to && !out.Append(u"\r\n", 2)) return false;
+        if (feed < range.end && !out.Append(u"\r\n", 2)) return false;
         from = feed + 1;
     }
     return true;
 }
 
-void CopyRange(TextEditor& editor, uint32_t from, uint32_t to, bool wholeLine) {
+void CopyRange(TextEditor& editor, TextRange range, bool wholeLine) {
     WString text;
-    if (!AppendWithLineBreaks(text, editor.GetTextBuffer()->Content(), from, to)) return;
+    if (!AppendWithLineBreaks(text, editor.GetTextBuffer()->Content(), range)) return;
     const size_t bytes = (size_t(text.Length()) + 1) * sizeof(Char);
     const ClipboardItem items[] = {{ClipboardFormat::UnicodeText, text.Text(), bytes},
                                    {ClipboardFormat::WholeLine, text.Text(), bytes}};
@@ -30,10 +32,10 @@ void CopyRange(TextEditor& editor, uint32_t from, uint32_t to, bool wholeLine) {
 }
 
 // The caret line with its line feed.
-void CaretLineRange(const TextEditor& editor, uint32_t& from, uint32_t& to) {
-    from = editor.Text().LineStart(editor.CaretLine());
-    to = from + editor.Text().Line(editor.CaretLine()).length;
-    if (to < editor.Text().Length()) ++to;
+TextRange CaretLineRange(const TextEditor& editor) {
+    const uint32_t start = editor.Text().LineStart(editor.CaretLine());
+    const uint32_t end = start + editor.Text().Line(editor.CaretLine()).length;
+    return {start, end < editor.Text().Length() ? end + 1 : end};
 }
 
 // All of a paste but its undo group. `text` has line feeds only.
@@ -57,11 +59,8 @@ bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool 
 void EditorClipboard::Copy(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Content()) return;
-    uint32_t from = editor.Caret().SelectionStart();
-    uint32_t to = editor.Caret().SelectionEnd();
     const bool wholeLine = !editor.Caret().HasSelection();
-    if (wholeLine) CaretLineRange(editor, from, to);
-    CopyRange(editor, from, to, wholeLine);
+    CopyRange(editor, wholeLine ? CaretLineRange(editor) : editor.Caret().Selection().Range(), wholeLine);
 }
 
 void EditorClipboard::Cut(TextEditor& editor) {
@@ -73,14 +72,11 @@ void EditorClipboard::Cut(TextEditor& editor) {
     }
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Content()) return;
-    editor.SuspendRedraw();
-    uint32_t from = 0;
-    uint32_t to = 0;
-    CaretLineRange(editor, from, to);
-    editor.SelectRange(from, to);
-    CopyRange(editor, from, to, true);
+    const SuspendedRedraw suspended(editor);
+    const TextRange line = CaretLineRange(editor);
+    editor.SelectRange({line.start, line.end});
+    CopyRange(editor, line, true);
     editor.DeleteSelection();
-    editor.ResumeRedraw();
 }
 
 void EditorClipboard::Paste(TextEditor& editor) {
@@ -107,6 +103,6 @@ void EditorClipboard::CopyColoured(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
     if (!editor.Caret().HasSelection() || !document.CommitEdit()) return;
     ColouredCopy copy;
-    if (!copy.Make(document, editor.Caret().SelectionStart(), editor.Caret().SelectionEnd())) return;
+    if (!copy.Make(document, editor.Caret().Selection().Range())) return;
     editor.Surface().WriteClipboard(copy.Items(), ColouredCopy::ItemCount);
 }

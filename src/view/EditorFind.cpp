@@ -31,8 +31,8 @@ void EditorFind::ShowReplace(TextEditor& editor) {
 void EditorFind::QuickSearch(TextEditor& editor, bool backward) {
     if (!TakeTextFromSelection(editor)) {
         const TextSpan line = editor.Text().Line(editor.CaretLine());
-        Words::WordAt(line, editor.CaretColumn(), start, end);
-        if (start == end || !findState.searchText.Assign(line.text + start, end - start)) return;
+        const TextRange word = Words::WordAt(line, editor.CaretColumn());
+        if (word.IsEmpty() || !findState.searchText.Assign(line.text + word.start, word.Length())) return;
     }
     FindNext(editor, backward);
 }

@@ -25,12 +25,11 @@ uint32_t CountRemoved(const Char* line, uint32_t blanks) {
     return most;
 }
 
-// The changes of the lines that start in [start, end) of the text. False without memory.
-bool GatherLines(const TextBuffer& document, uint32_t start, uint32_t end, bool unindent,
-                 Array<ReplacedRange>& changes) {
+// The changes of the lines that start in `lines` of the text. False without memory.
+bool GatherLines(const TextBuffer& document, TextRange lines, bool unindent, Array<ReplacedRange>& changes) {
     const Char* text = document.Content();
-    while (start < end) {
-        const uint32_t rest = end - start;
+    for (uint32_t start = lines.start; start < lines.end;) {
+        const uint32_t rest = lines.end - start;
         const auto feed = static_cast<uint32_t>(Scan::FindLineFeed(text + start, rest));
         const uint32_t blanks = CountBlanks({text + start, feed});
         const uint32_t removed = unindent ? CountRemoved(text + start, blanks) : 0;
@@ -63,7 +62,7 @@ void EditorIndent::IndentBlock(TextEditor& editor, bool unindent) {
 
     Array<ReplacedRange> changes;
     WString unit;
-    if (!GatherLines(document, start, lastLine, unindent, changes) || (!unindent && !MakeUnit(unit))) return;
+    if (!GatherLines(document, {start, lastLine}, unindent, changes) || (!unindent && !MakeUnit(unit))) return;
     uint32_t newEnd = end + static_cast<uint32_t>(changes.Count()) * unit.Length();
     for (size_t i = 0; i < changes.Count(); ++i) newEnd -= changes[i].removed;
     const SuspendedRedraw suspended(editor);

@@ -42,11 +42,9 @@ void EditorNavigation::GoToPartner(TextEditor& editor, bool extend) {
 void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange({0, editor.Text().Length()}); }
 
 void EditorNavigation::SelectWord(TextEditor& editor, bool evenIfEmpty) {
-    uint32_t start = 0;
-    uint32_t end = 0;
-    Words::WordAt(editor.Text().Line(editor.CaretLine()), editor.CaretColumn(), start, end);
+    const TextRange word = Words::WordAt(editor.Text().Line(editor.CaretLine()), editor.CaretColumn());
     const uint32_t lineStart = editor.Text().LineStart(editor.CaretLine());
-    if (evenIfEmpty || end > start) editor.SelectRange(lineStart + start, lineStart + end);
+    if (evenIfEmpty || !word.IsEmpty()) editor.SelectRange({lineStart + word.start, lineStart + word.end});
 }
 
 void EditorNavigation::OpenNamedFile(TextEditor& editor) {

@@ -32,10 +32,10 @@ private:
 
 } // namespace
 
-ExportResult WriteHtml(TextBuffer& document, uint32_t from, uint32_t to, WString& out) {
+ExportResult WriteHtml(TextBuffer& document, TextRange range, WString& out) {
     HtmlSink sink(out);
     if (!out.Append(u"<pre>\n")) return ExportResult::NoMemory;
-    const ExportResult result = WalkColouredText(document, from, to, sink);
+    const ExportResult result = WalkColouredText(document, range, sink);
     if (result != ExportResult::Done) return result;
     return out.Append(u"</pre>") ? ExportResult::Done : ExportResult::NoMemory;
 }

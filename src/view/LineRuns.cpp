@@ -46,8 +46,8 @@ bool LineRuns::AddSpan(const Char* text, uint32_t offset, const ColourSpan& span
     const auto within = [&](uint32_t bound) {
         return bound <= offset ? 0 : bound - offset < span.length ? bound - offset : span.length;
     };
-    const uint32_t from = within(style.selectionStart);
-    const uint32_t to = within(style.selectionEnd);
+    const uint32_t from = within(style.selection.start);
+    const uint32_t to = within(style.selection.end);
     return AddPiece(text, from, plain) && AddPiece(text + from, to - from, selected) &&
            AddPiece(text + to, span.length - to, plain);
 }

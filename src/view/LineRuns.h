@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Array.h"
+#include "document/TextRange.h"
 #include "syntax/SyntaxEngine.h"
 #include "view/LineLayout.h"
 #include "viewbase/RowPicture.h"
@@ -11,8 +12,7 @@ struct RowStyle {
     int32_t textLeft = 0;  // left edge of the text area: gutter and margin lie left of it
     int32_t textRight = 0; // right edge of the window
     int32_t scroll = 0;    // how far the text is shifted left of textLeft
-    uint32_t selectionStart = 0;
-    uint32_t selectionEnd = 0;
+    TextRange selection;   // of the document
     Colour selectionForeground = 0;
     Colour selectionBackground = 0;
     bool showWhitespace = false;

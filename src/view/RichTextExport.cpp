@@ -48,10 +48,10 @@ private:
 
 } // namespace
 
-ExportResult WriteRichText(TextBuffer& document, uint32_t from, uint32_t to, WString& out) {
+ExportResult WriteRichText(TextBuffer& document, TextRange range, WString& out) {
     RichTextSink sink(out);
     if (!sink.WriteHeader()) return ExportResult::NoMemory;
-    const ExportResult result = WalkColouredText(document, from, to, sink);
+    const ExportResult result = WalkColouredText(document, range, sink);
     if (result != ExportResult::Done) return result;
     return out.AppendChar(u'}') ? ExportResult::Done : ExportResult::NoMemory;
 }

@@ -23,8 +23,7 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     style.textLeft = editor->Viewport().TextLeft();
     style.textRight = width > style.textLeft ? width : style.textLeft;
     style.scroll = editor->Viewport().HorizontalScroll();
-    style.selectionStart = editor->Caret().SelectionStart();
-    style.selectionEnd = editor->Caret().SelectionEnd();
+    style.selection = editor->Caret().Selection().Range();
     style.selectionForeground = settings.SelFg;
     style.selectionBackground = settings.SelBg;
     style.showWhitespace = settings.ShowWhitespace != 0;

@@ -15,10 +15,10 @@ uint32_t Words::EndAfter(TextSpan line, uint32_t column) {
     return column;
 }
 
-void Words::WordAt(TextSpan line, uint32_t column, uint32_t& start, uint32_t& end) {
-    start = column;
-    if (column > 0 && Text::IsWordChar(line.text[column - 1])) start = StartBefore(line, column);
-    end = EndAfter(line, start);
+TextRange Words::WordAt(TextSpan line, uint32_t column) {
+    const bool afterWord = column > 0 && Text::IsWordChar(line.text[column - 1]);
+    const uint32_t start = afterWord ? StartBefore(line, column) : column;
+    return {start, EndAfter(line, start)};
 }
 
 uint32_t Words::FirstNonBlank(TextSpan line) {

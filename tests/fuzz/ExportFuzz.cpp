@@ -35,8 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
         WString rich;
         WString html;
-        if (WriteRichText(*document, from, to, rich) != ExportResult::Done) std::abort();
-        if (WriteHtml(*document, from, to, html) != ExportResult::Done) std::abort();
+        if (WriteRichText(*document, {from, to}, rich) != ExportResult::Done) std::abort();
+        if (WriteHtml(*document, {from, to}, html) != ExportResult::Done) std::abort();
         const auto richRead = coloured::ReadRichText({rich.Text(), rich.Length()});
         const auto htmlRead = coloured::ReadHtml({html.Text(), html.Length()});
         if (!richRead || coloured::TextOf(richRead->spans) != wanted) std::abort();

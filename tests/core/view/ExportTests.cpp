@@ -52,7 +52,7 @@ private:
 struct ExportTest : ViewTest {
     std::string Rich(uint32_t from, uint32_t to) {
         WString out;
-        result = WriteRichText(buffer(), from, to, out);
+        result = WriteRichText(buffer(), {from, to}, out);
         return Plain({out.Text(), out.Length()});
     }
     // Without the header and the final brace.
@@ -64,7 +64,7 @@ struct ExportTest : ViewTest {
     }
     std::string Html(uint32_t from, uint32_t to) {
         WString out;
-        result = WriteHtml(buffer(), from, to, out);
+        result = WriteHtml(buffer(), {from, to}, out);
         return Plain({out.Text(), out.Length()});
     }
     ExportResult result = ExportResult::Done;
@@ -176,8 +176,8 @@ TEST_F(ExportTest, BothReadBackToTheSelectedText) {
         SCOPED_TRACE(Plain(wanted));
         WString rich;
         WString html;
-        ASSERT_EQ(WriteRichText(buffer(), from, to, rich), ExportResult::Done);
-        ASSERT_EQ(WriteHtml(buffer(), from, to, html), ExportResult::Done);
+        ASSERT_EQ(WriteRichText(buffer(), {from, to}, rich), ExportResult::Done);
+        ASSERT_EQ(WriteHtml(buffer(), {from, to}, html), ExportResult::Done);
         const auto richRead = coloured::ReadRichText({rich.Text(), rich.Length()});
         const auto htmlRead = coloured::ReadHtml({html.Text(), html.Length()});
         ASSERT_TRUE(richRead.has_value());

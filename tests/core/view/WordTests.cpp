@@ -13,10 +13,8 @@ uint32_t StartBefore(const std::u16string& text, uint32_t column) { return Words
 uint32_t EndAfter(const std::u16string& text, uint32_t column) { return Words::EndAfter(Span(text), column); }
 
 std::pair<uint32_t, uint32_t> WordAt(const std::u16string& text, uint32_t column) {
-    uint32_t start = 0;
-    uint32_t end = 0;
-    Words::WordAt(Span(text), column, start, end);
-    return {start, end};
+    const TextRange word = Words::WordAt(Span(text), column);
+    return {word.start, word.end};
 }
 
 using Range = std::pair<uint32_t, uint32_t>;
