@@ -23,6 +23,10 @@ struct TextBufferProbe {
     // What the product only reads.
     static TextParts& Parts(TextBuffer& document) { return const_cast<TextParts&>(document.Parts()); }
     static OutputRun& Run(TextBuffer& document) { return const_cast<OutputRun&>(document.Output().Run()); }
+    // In the copy alone, which does not count as an edit.
+    static void MarkEditLine(TextBuffer& document, uint32_t column, Char mark) {
+        const_cast<WString&>(document.EditLine()).Set(column, mark);
+    }
     static void MarkSaved(TextBuffer& document) { const_cast<UndoHistory&>(document.History()).MarkSaved(); }
 };
 

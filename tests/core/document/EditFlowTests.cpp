@@ -96,6 +96,20 @@ TEST_F(EditFlowTest, TypingGoesOnInItsLineWhileAnotherViewIsTheActiveOne) {
     EXPECT_EQ(document.Store(), u"one   \ntwo\nthree");
 }
 
+// A copy of the line made again would come from the store, without the mark.
+TEST_F(EditFlowTest, KeysWorkOnTheOneCopyOfTheirLine) {
+    view->PutCaret(2, 0);
+    TextBufferProbe::MarkEditLine(*document, 4, u'#');
+    document->TypeChar(view, u'x', 0, true, false);
+    EXPECT_EQ(document.EditLine().substr(0, 6), u"xthre#") << "the first key of a run";
+    document->TypeChar(view, u'y', 1, true, false);
+    EXPECT_EQ(document.EditLine().substr(0, 7), u"xythre#") << "one that extends it";
+    document->TypeChar(view, u'z', 0, true, true);
+    EXPECT_EQ(document.EditLine().substr(0, 7), u"zythre#") << "one that overwrites";
+    document->DeleteInEditLine(view, 0, 1);
+    EXPECT_EQ(document.EditLine().substr(0, 6), u"ythre#");
+}
+
 TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotReported) {
     document->DeleteText(99, 5);
     EXPECT_EQ(view->editsFinished, 0);
