@@ -40,9 +40,6 @@ public:
     void ContentChanged() override;
     void ReportEditFailure() override;
 
-    // Tells the user that the file can only be read.
-    void ReportReadOnly();
-
     // The window. What it passes on is in EditorInput.h.
     void WindowAttached();
     void LayOut();
@@ -50,6 +47,9 @@ public:
     // Until redraw is resumed nothing is invalidated; calls nest.
     void SuspendRedraw() { redraw.Suspend(); }
     void ResumeRedraw() { static_cast<void>(redraw.Resume()); }
+
+    // Tells the user that this document is not to be edited.
+    void ReportReadOnly();
 
     // Caret and selection.
     uint64_t Caret() const { return caret; }

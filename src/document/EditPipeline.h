@@ -48,8 +48,11 @@ public:
     // The view with the focus; `view` when none of the document has it.
     void SetActiveViewByFocus(TextDocumentView* view);
 
-    // See TextBuffer.
+    // The edit line goes back into the store when another line is opened, and for whatever needs the whole text in the
+    // store: an edit beyond the line, a search, saving. Typing in the line leaves it open. False without memory: the
+    // line that was open then still is, with what is pending.
     [[nodiscard]] bool LoadEditLine(uint32_t line);
+    // After this no line is open if something was pending.
     [[nodiscard]] bool CommitEdit();
     void OpenActiveLine();
 

@@ -15,8 +15,8 @@ public:
     };
 
     virtual ~UndoRecord() = default;
-    // Both change the text and the marks; the views are told by whoever calls. False only without memory;
-    // nothing has changed then.
+    // A record is made before its change, which the first Redo makes. Both change the text and the marks; the views are
+    // told by whoever calls. False only without memory; nothing has changed then.
     virtual bool Undo() { return true; }
     virtual bool Redo() { return true; }
     bool IsMarker() const { return state == State::GroupBegin || state == State::GroupEnd; }

@@ -32,7 +32,7 @@ struct SeveralViewsTest : EditorModelTest {
     void Open() {
         TestView* made = TestView::Create(buffer());
         made->surface.SetSize(surface().width, surface().height);
-        made->input.OnSize(1);
+        made->input.OnSize(true);
         made->input.OnAttached();
         views.push_back(made);
     }

@@ -132,7 +132,7 @@ TEST_F(TypingTest, AReadOnlyDocumentKeepsItsText) {
 TEST_F(TypingTest, ARefusedEditChangesNothingOnScreen) {
     for (const bool selected : {false, true}) {
         Fill(std::u16string(99, u'\n') + u"abc");
-        view().SelectRange({selected ? 1 : 3, 3});
+        view().SelectRange({selected ? 1u : 3u, 3});
         buffer().MarkAsOutput();
         view().SetTopLine(50);
         view().UpdateCaret(false);
