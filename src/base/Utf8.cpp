@@ -68,23 +68,34 @@ size_t EncodeUtf8(uint32_t codePoint, uint8_t (&bytes)[4]) {
     return length;
 }
 
-// The loop of both directions. `copyAscii` takes a leading run of ASCII at once, when there is an
-// output to take it to.
-template <class In, class Out, size_t MostUnits, class Decode, class Encode, class CopyAscii>
-size_t Convert(const In* in, size_t count, Out* out, size_t capacity, Decode decode, Encode encode,
-               CopyAscii copyAscii) {
+// What the two directions differ in. CopyAscii takes a leading run of ASCII at once.
+struct Utf8ToUtf16 {
+    static constexpr size_t MostUnits = 2;
+    static constexpr auto Decode = DecodeUtf8;
+    static constexpr auto Encode = EncodeUtf16;
+    static constexpr auto CopyAscii = Scan::WidenAscii;
+};
+struct Utf16ToUtf8 {
+    static constexpr size_t MostUnits = 4;
+    static constexpr auto Decode = DecodeUtf16;
+    static constexpr auto Encode = EncodeUtf8;
+    static constexpr auto CopyAscii = Scan::NarrowAscii;
+};
+
+// Counts only, with a null `out`.
+template <class Direction, class In, class Out> size_t Convert(const In* in, size_t count, Out* out, size_t capacity) {
     size_t written = 0;
     for (size_t at = 0; at < count;) {
         if (out && in[at] < 0x80) {
             const size_t room = capacity - written;
-            const size_t run = copyAscii(in + at, count - at < room ? count - at : room, out + written);
+            const size_t run = Direction::CopyAscii(in + at, count - at < room ? count - at : room, out + written);
             at += run;
             written += run;
             if (run) continue;
         }
-        Out units[MostUnits];
-        const Decoded decoded = decode(in + at, count - at);
-        const size_t length = encode(decoded.codePoint, units);
+        Out units[Direction::MostUnits];
+        const Decoded decoded = Direction::Decode(in + at, count - at);
+        const size_t length = Direction::Encode(decoded.codePoint, units);
         if (out) {
             if (length > capacity - written) return 0;
             for (size_t i = 0; i < length; ++i) out[written + i] = units[i];
@@ -98,11 +109,11 @@ size_t Convert(const In* in, size_t count, Out* out, size_t capacity, Decode dec
 } // namespace
 
 size_t Utf8::ToUtf16(const uint8_t* bytes, size_t count, Char* out, size_t capacity) {
-    return Convert<uint8_t, Char, 2>(bytes, count, out, capacity, DecodeUtf8, EncodeUtf16, Scan::WidenAscii);
+    return Convert<Utf8ToUtf16>(bytes, count, out, capacity);
 }
 
 size_t Utf8::FromUtf16(const Char* text, size_t count, uint8_t* out, size_t capacity) {
-    return Convert<Char, uint8_t, 4>(text, count, out, capacity, DecodeUtf16, EncodeUtf8, Scan::NarrowAscii);
+    return Convert<Utf16ToUtf8>(text, count, out, capacity);
 }
 
 size_t Utf8::WholeCharacters(const uint8_t* bytes, size_t count) {
