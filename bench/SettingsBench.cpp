@@ -51,7 +51,7 @@ void Repeat(const Bench::Action& action) {
 // As the program starts, with the settings file at `path`.
 void LoadAll(const Char* path) {
     IniFile file;
-    file.Load(path);
+    static_cast<void>(file.Load(path));
     LoadSettings(file);
     LoadEngineDefinitions(file);
 }
@@ -69,7 +69,7 @@ int main() {
     const auto parse = [&] {
         IniFile file;
         std::memcpy(copy.data(), text.c_str(), copy.size() * sizeof(Char));
-        file.Parse(copy.data());
+        static_cast<void>(file.Parse(copy.data()));
         Bench::Keep(file);
     };
     Bench::Compare(

@@ -33,7 +33,7 @@ public:
         DrawingObjects::Start();
         std::u16string text = u"[General]\nFontName=Courier New\n";
         IniFile file;
-        file.Parse(text.data());
+        static_cast<void>(file.Parse(text.data()));
         LoadSettings(file);
         LoadEngineDefinitions(file);
         SetTextViewFactory(TextView::Create);
@@ -43,7 +43,7 @@ public:
                                 nullptr, instance, nullptr);
         document = new TextBuffer;
         document->AddRef();
-        document->MakeNew(u"C:\\bench.cpp");
+        static_cast<void>(document->MakeNew(u"C:\\bench.cpp"));
         std::u16string content;
         for (int line = 0; line < 10 * Rows; ++line) content += SampleRow() + u"\n";
         Bench::Check(document->InsertText(0, content.data(), static_cast<uint32_t>(content.size())), "the text");

@@ -105,7 +105,7 @@ public:
         PollOnWindow(frame);
         document = new TextBuffer;
         document->AddRef();
-        document->MakeEmpty();
+        static_cast<void>(document->MakeEmpty());
         document->ResetSyntaxEngine();
         view = document->CreateView(frame);
         Bench::Check(view != nullptr, "the view");

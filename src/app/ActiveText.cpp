@@ -33,7 +33,8 @@ void ActiveText::SetEngine(const Char* name) {
 }
 
 void ActiveText::MarkAsOutput() {
-    if (TextBuffer* const text = Document()) text->MarkAsOutput();
+    // Without memory the document stays one that can be typed into.
+    if (TextBuffer* const text = Document()) static_cast<void>(text->MarkAsOutput());
 }
 
 // A gap between words is not a word, though a word selection would take it.

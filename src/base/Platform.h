@@ -58,23 +58,23 @@ public:
     bool Open(const Char* name, Mode mode);
     bool IsOpen() const { return handle != -1; }
     void Close();
-    bool GetSize(uint64_t& size);
+    [[nodiscard]] bool GetSize(uint64_t& size);
     bool GetTime(FileTime& time);
     // Whether it was deleted meanwhile: what is written to it will be gone with its last user.
     bool IsDeleted() const;
     // Whether a path leads to this file still, and not to none or another one. True also where the system does
     // not let that be found out.
     bool IsAt(const Char* name) const;
-    bool Seek(uint64_t offset);
+    [[nodiscard]] bool Seek(uint64_t offset);
     // Reads up to `count` bytes; the end of the file is a success with fewer (or 0) bytes.
-    bool Read(void* out, size_t count, size_t& read);
+    [[nodiscard]] bool Read(void* out, size_t count, size_t& read);
     // The same from `offset` on, in one call of the system. Where Read goes on afterwards is undefined.
-    bool ReadAt(uint64_t offset, void* out, size_t count, size_t& read);
+    [[nodiscard]] bool ReadAt(uint64_t offset, void* out, size_t count, size_t& read);
     // True only when every byte was written. A part of the file that others have locked is tried again for about a
     // second.
-    bool Write(const void* bytes, size_t count);
+    [[nodiscard]] bool Write(const void* bytes, size_t count);
     // A file system that knows no flushing does not make it fail.
-    bool Flush();
+    [[nodiscard]] bool Flush();
     // Has the system keep room for the first `length` bytes; the size of the file stays. False only when there
     // is no room: a file system that cannot promise any succeeds.
     bool Reserve(uint64_t length);

@@ -22,7 +22,7 @@ public:
     // Writes the changed pages back into the open file, whatever the arguments; nothing when the document is not
     // modified, which succeeds also where the file may only be read. On failure all of them and the undo records
     // stay; once some may have been written the document is modified until it is saved.
-    bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
+    [[nodiscard]] bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
     void MarkFileTimeNow() override {}
@@ -39,7 +39,7 @@ public:
 
     // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
     // is closed. That its first bytes cannot be read is no failure: others may be.
-    bool Open(const Char* fileName);
+    [[nodiscard]] bool Open(const Char* fileName);
     bool IsReadOnly() const { return file.IsReadOnly(); }
     // As it was when the file was opened.
     uint64_t FileSize() const { return file.Size(); }
@@ -63,8 +63,8 @@ public:
 
     // Changes bytes as one undo step (`count` is at least 1). False, with nothing changed, as WriteBytes. The view,
     // which may be null, gets the caret that `state` gives it.
-    bool EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
-                   const HexViewState& state);
+    [[nodiscard]] bool EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
+                                 const HexViewState& state);
     // One record back or forth; false when there is none, or when its pages cannot be read.
     bool Undo();
     bool Redo();

@@ -25,7 +25,7 @@ public:
     virtual bool SetPath(const Char* name) = 0;
     virtual const Char* GetTitle() const = 0;
     virtual bool SetTitle(const Char* text) = 0;
-    virtual bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) = 0;
+    [[nodiscard]] virtual bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) = 0;
     // A null cursor starts at the first view. Returns the cursor's view and in `next` its successor
     // (null after the last); null when there are no views.
     virtual DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const = 0;
@@ -35,7 +35,7 @@ public:
     // Changes of the file until now are not asked about any more.
     virtual void MarkFileTimeNow() = 0;
     // False leaves the document as it was.
-    virtual bool Reload() = 0;
+    [[nodiscard]] virtual bool Reload() = 0;
     virtual void StopProcess() = 0;
     virtual bool CanDo(DocumentCommand kind) const = 0;
     virtual bool DoCommand(DocumentCommand kind) = 0;
@@ -44,7 +44,7 @@ public:
     virtual bool GetEncoding(Encoding& current, const Char* const*& names) const = 0;
     virtual bool IsBinary() const = 0;
     // Appends the document's lines of a session file. False without memory.
-    virtual bool GetSessionText(WString& out) const = 0;
+    [[nodiscard]] virtual bool GetSessionText(WString& out) const = 0;
     virtual void ResetSyntaxEngine() = 0;
     virtual LineEnding GetLineEnding() const = 0;
 

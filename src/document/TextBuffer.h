@@ -21,30 +21,30 @@ public:
     uint32_t Release() override;
     DocumentView* CreateView(NativeWindow parent) override;
     bool IsModified() const override { return !pipeline.History().IsSaved(); }
-    bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
+    [[nodiscard]] bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool& running) const override;
     // False also when the file is on a remote drive that answered slowly within the last minute.
     bool IsChangedOnDisk() override;
     void MarkFileTimeNow() override;
-    bool Reload() override;
+    [[nodiscard]] bool Reload() override;
     void StopProcess() override { output.AskToClose(); }
     bool CanDo(DocumentCommand kind) const override;
     bool DoCommand(DocumentCommand kind) override;
     void OnSettingsChanged(SettingsChanged kind) override;
     bool GetEncoding(Encoding& current, const Char* const*& names) const override;
     bool IsBinary() const override { return false; }
-    bool GetSessionText(WString& out) const override;
+    [[nodiscard]] bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override;
     LineEnding GetLineEnding() const override { return lineEnding; }
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
-    bool MakeEmpty();
-    bool MakeNew(const Char* name);
+    [[nodiscard]] bool MakeEmpty();
+    [[nodiscard]] bool MakeNew(const Char* name);
     // With `createNew` an empty document of that name, else the file's content.
-    bool Load(const Char* fileName, bool createNew);
+    [[nodiscard]] bool Load(const Char* fileName, bool createNew);
     bool IsOutput() const { return isOutput; }
     // Makes this an output document, which nobody can type into. False without memory for what is typed.
-    bool MarkAsOutput();
+    [[nodiscard]] bool MarkAsOutput();
     // Empties the text and forgets undo, redo and marks; the path, the engine and a running command stay.
     // True always.
     bool EmptyAndResetUndo();
@@ -66,15 +66,15 @@ public:
     bool DeleteText(uint32_t offset, uint32_t count);
     // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
-    bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
+    [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
 
     // Undo.
     // Performs and records; takes ownership, also on failure.
     bool PerformAndPush(UndoRecord* record) { return pipeline.Perform(record); }
     // What is pushed between the two is one step. A group that could not be begun must not be ended. On a
     // read-only document both succeed and push nothing.
-    bool BeginGroup() { return readOnly || pipeline.History().BeginGroup(); }
-    bool EndGroup() { return readOnly || pipeline.History().EndGroup(); }
+    [[nodiscard]] bool BeginGroup() { return readOnly || pipeline.History().BeginGroup(); }
+    [[nodiscard]] bool EndGroup() { return readOnly || pipeline.History().EndGroup(); }
     // Instead of EndGroup, when a part of the step has failed: takes back and forgets what was done since
     // the innermost open BeginGroup. Needs no memory. With no group left open, what could be redone before
     // the first change can be redone again.
@@ -112,10 +112,10 @@ public:
     bool SetEngineName(const Char* name);
 
     // Output of commands. Appends text as it is (line breaks normalised in place in `added`).
-    bool AppendOutputText(Char* added);
+    [[nodiscard]] bool AppendOutputText(Char* added);
     // Starts a command (null for none) under the command interpreter and collects what it prints; makes
     // this an output document. False when a run is already under way or anything failed.
-    bool RunCommand(const Char* command, const Char* startDirectory);
+    [[nodiscard]] bool RunCommand(const Char* command, const Char* startDirectory);
     // The timer's work: appends what the output has grown by, and ends the run once the process has.
     void PollOutput();
     // Releases everything of a run; its process goes on without it.

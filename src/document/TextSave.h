@@ -6,5 +6,5 @@
 // Writes `length` characters as a new file: the signature of `encoding`, then the text with each line feed
 // as `style` (Unix or Dos) wants it. `time` becomes the time of the file's last write when that can be
 // read. What SaveSafely says about failures holds.
-bool WriteTextFile(const Char* name, const Char* text, uint32_t length, Encoding encoding, LineEnding style,
-                   Platform::FileTime& time);
+[[nodiscard]] bool WriteTextFile(const Char* name, const Char* text, uint32_t length, Encoding encoding,
+                                 LineEnding style, Platform::FileTime& time);

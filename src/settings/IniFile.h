@@ -15,17 +15,17 @@ public:
 
     // Appends what the file holds to the model. False when it cannot be read (model unchanged) or at
     // the first malformed line (what came before it stays).
-    bool Load(const Char* path);
+    [[nodiscard]] bool Load(const Char* path);
     // The same for text already decoded, up to its terminator; `text` is changed in place (line ends
     // become line feeds). Memory running out ends it like a malformed line.
-    bool Parse(Char* text);
+    [[nodiscard]] bool Parse(Char* text);
     // The line, counted from 1, of what has ended the last Load or Parse early; 0 when it came to the end.
     uint32_t StoppedLine() const { return stoppedLine; }
     // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF, as SaveSafely does; what it
     // replaces is kept. The file is not touched while another program has it open, be it to read.
-    bool Save(const Char* path) const;
+    [[nodiscard]] bool Save(const Char* path) const;
     // Appends to `out` the text that Save encodes. False without memory, with `out` as it was.
-    bool Serialise(WString& out) const;
+    [[nodiscard]] bool Serialise(WString& out) const;
 
     IniSection* FindSection(const Char* name) const;
     // Takes ownership. Sections of the same name may already be there.

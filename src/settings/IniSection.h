@@ -30,13 +30,13 @@ public:
     const Char* GetString(const Char* key, const Char* fallback) const;
     // Copies the value into `target`; an absent key yields the empty string. False without memory,
     // with `target` as it was.
-    bool GetStringInto(WString& target, const Char* key) const;
+    [[nodiscard]] bool GetStringInto(WString& target, const Char* key) const;
     // The value's leading decimal digits, modulo 2^32; `fallback` when the key is absent.
     uint32_t GetInt(const Char* key, uint32_t fallback) const;
     // Replaces the value in place or appends a new key at the end. False only without memory; the
     // section is then as it was.
-    bool SetString(const Char* key, const Char* value);
-    bool SetInt(const Char* key, uint32_t value);
+    [[nodiscard]] bool SetString(const Char* key, const Char* value);
+    [[nodiscard]] bool SetInt(const Char* key, uint32_t value);
     // Takes ownership of `key` and links it after the last one.
     void AppendKey(IniKey* key) { keys.Append(key); }
     // Does for every key of `from` what SetString does, but cannot fail; `from` is empty afterwards.

@@ -97,7 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::u16string marker = TakeField(at, data + size);
     const std::u16string text = Widen(at, static_cast<size_t>(data + size - at));
     IniFile file;
-    file.Parse(ini.data());
+    static_cast<void>(file.Parse(ini.data()));
     LoadEngineDefinitions(file);
     for (const Char* name : {u"q", u"cpp", u"html", u"js", u"txt", u""}) TryEngine(name, marker, text);
     ReleaseEngineDefinitions();

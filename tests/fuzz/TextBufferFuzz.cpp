@@ -170,7 +170,7 @@ private:
             ++groups;
             break;
         case 1:
-            if (groups > 0) --groups, document->EndGroup();
+            if (groups > 0) --groups, static_cast<void>(document->EndGroup());
             break;
         default:
             if (groups > 0) --groups, document->AbandonGroup();

@@ -10,7 +10,7 @@
 struct TextBufferProbe {
     // Fills an empty document with a text, as loading does: nothing to undo, not modified.
     static void Fill(TextBuffer& document, const std::u16string& text) {
-        document.MakeEmpty();
+        static_cast<void>(document.MakeEmpty());
         const auto count = static_cast<uint32_t>(text.size());
         const auto newLines = static_cast<uint32_t>(Scan::Reference::CountLineFeeds(text.data(), text.size()));
         static_cast<void>(Parts(document).store.Insert(0, text.data(), {count, newLines}));

@@ -101,7 +101,7 @@ TEST(ChangeOnDisk, OutputAndTitledDocumentsNeverChange) {
     LoadedDocument output("text");
     Touch(output.folder, 60s);
     ASSERT_TRUE(output->IsChangedOnDisk());
-    output->MarkAsOutput();
+    EXPECT_TRUE(output->MarkAsOutput());
     EXPECT_FALSE(output->IsChangedOnDisk());
 
     LoadedDocument titled("text");

@@ -116,7 +116,7 @@ TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotReported) {
 }
 
 TEST_F(EditFlowTest, AnEmptiedOutputIsOneOperation) {
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     view->PutCaret(2, 3);
     document->EmptyAndResetUndo();
     EXPECT_EQ(view->editsFinished, 1);

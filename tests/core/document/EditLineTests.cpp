@@ -201,9 +201,9 @@ TEST_F(EditLineTest, TypingAfterTheLineWasLeftStartsAStep) {
 
 TEST_F(EditLineTest, TypingAfterAGroupMarkerStartsAStep) {
     Type(u"a");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Type(u"b");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     Type(u"c");
     EXPECT_EQ(document.UndoStates(), (States{3, 1, 3, 0, 3}));
 }
@@ -372,7 +372,7 @@ TEST_F(EditLineTest, DeletingWithoutAnEditLineFails) {
 
 TEST_F(EditLineTest, EditsOfAReadOnlyDocumentSucceedAndChangeNothing) {
     Start(u"abc\n  ");
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
     EXPECT_TRUE(document->TypeChar(view, u'\r', 0, true, false));
     EXPECT_TRUE(document->NewLine(view, 1));

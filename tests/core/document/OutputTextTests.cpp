@@ -14,7 +14,7 @@ bool Append(TextBuffer& document, std::u16string text) { return document.AppendO
 
 TEST(OutputText, IsAppendedWithItsLineBreaksNormalised) {
     TextDocument document(u"a");
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     EXPECT_TRUE(Append(*document, u"b\r\nc\rd\n"));
     EXPECT_EQ(document.Store(), u"ab\nc\nd\n");
     EXPECT_EQ(document->GetLineCount(), 4u);
@@ -30,7 +30,7 @@ TEST(OutputText, IsRefusedByOtherDocuments) {
 
 TEST(OutputText, MovesTheCaretsThatStoodAtTheEndAndNoOthers) {
     TextDocument document(u"one\ntwo");
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     FakeView* following = FakeView::Create(*document);
     FakeView* staying = FakeView::Create(*document);
     following->PutCaret(1, 3);
@@ -51,7 +51,7 @@ TEST(OutputText, HasNoEditLine) {
     view->PutCaret(0, 1);
     view->Activate();
     EXPECT_EQ(document->EditLineNumber(), 0u);
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     EXPECT_EQ(document->EditLineNumber(), NoLine);
     EXPECT_TRUE(document->LoadEditLine(0));
     EXPECT_TRUE(Append(*document, u" more\n"));
@@ -63,7 +63,7 @@ TEST(OutputText, IsNotAppendedWithoutMemory) {
         std::u16string added = u"more\n";
         FailurePause* pause = new FailurePause;
         TextDocument document(u"one\n");
-        document->MarkAsOutput();
+        EXPECT_TRUE(document->MarkAsOutput());
         delete pause;
         const bool done = document->AppendOutputText(added.data());
         EXPECT_EQ(document.Store(), done ? u"one\nmore\n" : u"one\n");
@@ -76,7 +76,7 @@ TEST(OutputText, AnOutputDocumentTellsWhetherItsCommandRuns) {
     TextDocument document;
     bool running = true;
     EXPECT_FALSE(document->GetOutputState(running));
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     EXPECT_TRUE(document->GetOutputState(running));
     EXPECT_FALSE(running);
 }

@@ -28,10 +28,10 @@ struct Scene {
         other->SelectRange(2, 4);
         document->ToggleBookmark(1);
         document->InsertText(document->Length(), u"  tail", 6);
-        document->BeginGroup();
+        EXPECT_TRUE(document->BeginGroup());
         document->DeleteText(0, 2);
         document->InsertText(3, u"x\ny\nz", 5);
-        document->EndGroup();
+        EXPECT_TRUE(document->EndGroup());
         document->Undo();
         view->PutCaret(0, 1);
         other->SelectRange(2, 4);

@@ -175,7 +175,7 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
     EXPECT_TRUE(document->CanDo(DocumentCommand::Redo));
     EXPECT_TRUE(document->DoCommand(DocumentCommand::Redo));
     EXPECT_EQ(document.Text(), u"xabc");
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     EXPECT_FALSE(document->CanDo(DocumentCommand::Edit));
     EXPECT_FALSE(document->CanDo(DocumentCommand::Paste));
 }
@@ -185,7 +185,7 @@ TEST(TextBuffer, UndoAndRedoOfADocumentMadeReadOnlyDoNothing) {
     document->InsertText(0, u"x", 1);
     document->InsertText(0, u"y", 1);
     document->Undo();
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     for (const DocumentCommand command : {DocumentCommand::Undo, DocumentCommand::Redo}) {
         EXPECT_FALSE(document->CanDo(command));
         EXPECT_TRUE(document->DoCommand(command));

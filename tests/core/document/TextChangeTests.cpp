@@ -71,14 +71,14 @@ TEST_F(TextChangeTest, OvertypedCharactersReportTheirOffsetOnceWrittenBack) {
 }
 
 TEST_F(TextChangeTest, AnEmptiedTextTellsItsStart) {
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     document->EmptyAndResetUndo();
     EXPECT_EQ(view->textChanges, (Offsets{0}));
 }
 
 TEST_F(TextChangeTest, AppendedOutputTellsTheOldEnd) {
-    document->MarkAsOutput();
+    EXPECT_TRUE(document->MarkAsOutput());
     std::u16string more = u"more";
-    document->AppendOutputText(more.data());
+    EXPECT_TRUE(document->AppendOutputText(more.data()));
     EXPECT_EQ(Told(), (Offsets{14}));
 }

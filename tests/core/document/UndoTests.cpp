@@ -73,11 +73,11 @@ TEST_F(UndoTest, WithNothingToUndoNothingChangesAndTheFrameIsStillNotified) {
 
 TEST_F(UndoTest, TheFrameIsNotifiedOnceForEveryStep) {
     Start(u"abc");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     EXPECT_EQ(view->documentChanges, 0) << "a marker alone is not reported";
     Insert(0, u"x");
     Insert(1, u"y");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(view->documentChanges, 2) << "performing is reported for each record";
     document->Undo();
     EXPECT_EQ(view->documentChanges, 3);
@@ -85,10 +85,10 @@ TEST_F(UndoTest, TheFrameIsNotifiedOnceForEveryStep) {
 
 TEST_F(UndoTest, AGroupIsOneStep) {
     Start(u"abc");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"x");
     document->DeleteText(1, 1);
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
     document->Undo();
     EXPECT_EQ(document.Store(), u"abc");
@@ -102,13 +102,13 @@ TEST_F(UndoTest, AGroupIsOneStep) {
 TEST_F(UndoTest, GroupsNest) {
     Start(u"");
     Insert(0, u"0");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"1");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"2");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     Insert(0, u"3");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     Insert(0, u"4");
     document->Undo();
     EXPECT_EQ(document.Store(), u"3210");
@@ -123,8 +123,8 @@ TEST_F(UndoTest, GroupsNest) {
 TEST_F(UndoTest, AnEmptyGroupIsAStep) {
     Start(u"a");
     Insert(0, u"x");
-    document->BeginGroup();
-    document->EndGroup();
+    EXPECT_TRUE(document->BeginGroup());
+    EXPECT_TRUE(document->EndGroup());
     document->Undo();
     EXPECT_EQ(document.Store(), u"xa");
     document->Undo();
@@ -135,9 +135,9 @@ TEST_F(UndoTest, ATypedCharacterEmptiesTheRedoListButAMarkerDoesNot) {
     Start(u"");
     Type(u"ab ");
     document->Undo();
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     EXPECT_TRUE(document->CanDo(DocumentCommand::Redo));
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     EXPECT_TRUE(document->CanDo(DocumentCommand::Redo));
     Type(u"c");
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
@@ -158,10 +158,10 @@ TEST_F(UndoTest, TypingOnAfterAPendingUndoEmptiesTheRedoListToo) {
 
 TEST_F(UndoTest, EveryRecordTakesTheNextSerial) {
     Start(u"");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"a");
     Type(u"b");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     const UndoRecord* record = TextBufferProbe::UndoHead(*document);
     for (uint32_t serial = record->serial; record; record = record->next) EXPECT_EQ(record->serial, serial--);
 }
@@ -260,7 +260,7 @@ TEST_F(UndoTest, CommitPassesOverMarkersAndStopsAtAStoreRecord) {
     Insert(0, u"s");
     view->PutCaret(0, 1);
     Type(u"a");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Type(u" ");
     EXPECT_EQ(document.UndoStates(), (States{3, 0, 3, 2}));
     document->CommitEdit();
@@ -343,11 +343,11 @@ TEST_F(UndoTest, AnAbandonedGroupLeavesNoTrace) {
     Start(u"one\ntwo");
     Insert(0, u"x");
     TextBufferProbe::MarkSaved(*document);
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(1, u"abc\n");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     document->DeleteText(0, 3);
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     view->PutCaret(1, 0);
     Type(u"typed");
     document->AbandonGroup();
@@ -361,9 +361,9 @@ TEST_F(UndoTest, AnAbandonedGroupBringsBackWhatCouldBeRedone) {
     Start(u"one\ntwo");
     Insert(0, u"x");
     document->Undo();
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     document->DeleteText(0, 3);
     document->AbandonGroup();
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo)) << "the outer group's change is still there";
@@ -371,15 +371,15 @@ TEST_F(UndoTest, AnAbandonedGroupBringsBackWhatCouldBeRedone) {
     document->Redo();
     EXPECT_EQ(document.Text(), u"xone\ntwo");
     document->Undo();
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
 }
 
 TEST_F(UndoTest, AGroupIsAbandonedWithoutMemory) {
     Start(u"one\ntwo");
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
     document->DeleteText(0, 6);
     Type(u"typed");
@@ -416,10 +416,10 @@ TEST_F(UndoTest, UndoTakesExactlyTheRoomItNeedsOnTheWay) {
     document->Undo();
     document->Undo();
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 11u);
-    document->BeginGroup();
+    EXPECT_TRUE(document->BeginGroup());
     document->DeleteText(0, 5);
     Insert(0, u"0123456789");
-    document->EndGroup();
+    EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 16u);
     document->Undo();
     EXPECT_EQ(document.Store(), u"0123456789");

@@ -273,7 +273,7 @@ TEST(IniLoad, RandomBytesNeverHarm) {
         if (round % 2) bytes = "[General]\n" + bytes;
         disk.Write(bytes);
         IniFile file;
-        file.Load(disk.Name());
+        static_cast<void>(file.Load(disk.Name()));
         LoadSettings(file);
         ASSERT_TRUE(StoreSettingsToFile(file));
         IniFile again;

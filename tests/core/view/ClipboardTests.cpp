@@ -117,7 +117,7 @@ TEST_F(ClipboardTest, WithoutTextPasteDoesNothing) {
 
 TEST_F(ClipboardTest, AReadOnlyDocumentTakesNoPaste) {
     Show(u"a^b|c");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     PutOnClipboard(u"xyz");
     Ctrl(u'V');
     EXPECT_EQ(Marked(), "a^b|c");
@@ -173,7 +173,7 @@ TEST_F(ClipboardTest, CommandsAreEnabledByTheSelection) {
 }
 
 TEST_F(ClipboardTest, ReplacingNeedsAWritableDocument) {
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     EXPECT_FALSE(input().IsCommandEnabled(ViewCommand::Replace));
     EXPECT_TRUE(input().IsCommandEnabled(ViewCommand::Find));
 }

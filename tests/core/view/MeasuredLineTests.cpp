@@ -205,10 +205,10 @@ TEST_F(MeasuredLineTest, AnotherFontMeasuresAgain) {
 TEST_F(MeasuredLineTest, AnEndlessLineIsFollowed) {
     Random random(2);
     Fill(u"");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     for (int i = 0; i < 20; ++i) {
         std::u16string more = i < 15 ? std::u16string(Long / 4, u'i') : LongLine(random, Long / 4);
-        buffer().AppendOutputText(more.data());
+        EXPECT_TRUE(buffer().AppendOutputText(more.data()));
         EXPECT_EQ(view().CaretOffset(), buffer().Length());
         ExpectCaret();
         if (i % 3 == 0) ExpectPicture();

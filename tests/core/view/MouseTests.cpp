@@ -110,7 +110,7 @@ TEST_F(MouseTest, ADoubleClickAfterTheLastCharacterSelectsNothing) {
 
 TEST_F(MouseTest, InAnOutputDocumentADoubleClickOpensTheNamedFile) {
     Show(u"a.cpp(7)|");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     input().OnDoubleClick();
     ASSERT_EQ(host().opened.size(), 1u);
     EXPECT_EQ(Plain(host().opened[0].first), "a.cpp");

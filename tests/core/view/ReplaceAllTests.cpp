@@ -176,7 +176,7 @@ TEST_F(ReplaceAllTest, UndoBringsBackTheLettersThatStoodThere) {
 
 TEST_F(ReplaceAllTest, AReadOnlyDocumentStaysAsItIs) {
     Show(u"aaa");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     findState.searchHistory.Add(u"a", 1);
     EditorFind::ReplaceAll(view(), u"b", 1, false);
     EXPECT_EQ(Plain(Text()), "aaa");

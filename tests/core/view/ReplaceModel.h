@@ -24,7 +24,7 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
     uint32_t end = inSelection ? view.Caret().SelectionEnd() : document.Length();
     uint32_t at = start;
     uint32_t count = 0;
-    document.BeginGroup();
+    static_cast<void>(document.BeginGroup());
     for (;;) {
         SearchHit hit;
         if (!document.FindText(Query(pattern, rules.matchCase, rules.wholeWord), {at, end}, hit)) break;
@@ -36,7 +36,7 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
         at = found + r;
         end = end + r - n;
     }
-    document.EndGroup();
+    static_cast<void>(document.EndGroup());
     if (inSelection) view.SelectRange({start, end});
     return count;
 }
@@ -53,7 +53,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
     const uint32_t lastLine = document.OffsetToLine(end, lineStart);
     const std::u16string unit = spaces ? std::u16string(size, u' ') : std::u16string(u"\t");
     view.SuspendRedraw();
-    document.BeginGroup();
+    static_cast<void>(document.BeginGroup());
     for (uint32_t line = firstLine; line < lastLine; ++line) {
         const uint32_t at = document.LineToOffset(line);
         bool isLast = false;
@@ -70,7 +70,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
             end += static_cast<uint32_t>(unit.size());
         }
     }
-    document.EndGroup();
+    static_cast<void>(document.EndGroup());
     view.SelectRange({start, end});
     view.ResumeRedraw();
 }
@@ -82,7 +82,7 @@ inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, 
     const auto length = static_cast<uint32_t>(text.size());
     const bool grouped = view.Caret().SelectionStart() != view.Caret().SelectionEnd();
     if (grouped) {
-        document.BeginGroup();
+        static_cast<void>(document.BeginGroup());
         document.DeleteText(view.Caret().SelectionStart(), view.Caret().SelectionEnd() - view.Caret().SelectionStart());
     }
     const uint32_t caret = view.CaretOffset();
@@ -95,7 +95,7 @@ inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, 
         document.InsertText(caret, text.data(), length);
         if (keepSelected && text.find(u'\n') != text.npos) view.SelectRange({caret, caret + length});
     }
-    if (grouped) document.EndGroup();
+    if (grouped) static_cast<void>(document.EndGroup());
 }
 
 } // namespace OneByOne

@@ -276,7 +276,7 @@ TEST_F(ScrollingTest, ACaretMovedWithoutAWindowIsInSightInTheNextOne) {
 }
 
 TEST_F(ScrollingTest, ATextThatGoesOnWithoutAWindowIsFollowed) {
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     view().MoveCaret({99, 0});
     LoseWindow();
     std::u16string more(900, u'\n');
@@ -295,7 +295,7 @@ TEST_F(ScrollingTest, ATextEmptiedWithoutAWindowIsShownFromItsStart) {
 }
 
 TEST_F(ScrollingTest, AViewScrolledAwayFromItsCaretKeepsItsPlaceInAnotherWindow) {
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     Scroll(ScrollRequest::Track, 50);
     LoseWindow();
     std::u16string more(900, u'\n');

@@ -122,7 +122,7 @@ TEST_F(TypingTest, TypingScrollsTheCaretIntoViewFirst) {
 
 TEST_F(TypingTest, AReadOnlyDocumentKeepsItsText) {
     Show(u"a^b|c");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     Type(u"x\t");
     Press(ViewKey::Delete);
     Press(ViewKey::Backspace);
@@ -133,7 +133,7 @@ TEST_F(TypingTest, ARefusedEditChangesNothingOnScreen) {
     for (const bool selected : {false, true}) {
         Fill(std::u16string(99, u'\n') + u"abc");
         view().SelectRange({selected ? 1u : 3u, 3});
-        buffer().MarkAsOutput();
+        EXPECT_TRUE(buffer().MarkAsOutput());
         view().SetTopLine(50);
         view().UpdateCaret(false);
         host().status[StatusField::Message] = u"said";
@@ -187,7 +187,7 @@ TEST_F(TypingTest, DeletingWithNothingToDeleteDoesNotScroll) {
 
 TEST_F(TypingTest, EnterInAnOutputDocumentOpensTheNamedFile) {
     Show(u"x\n1>C:\\src\\a.cpp(12): error|");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     Type(u"\r");
     ASSERT_EQ(host().opened.size(), 1u);
     EXPECT_EQ(Plain(host().opened[0].first), "C:\\src\\a.cpp");
@@ -197,7 +197,7 @@ TEST_F(TypingTest, EnterInAnOutputDocumentOpensTheNamedFile) {
 
 TEST_F(TypingTest, EnterOnALineWithoutAPathOpensNothing) {
     Show(u"|\nx");
-    buffer().MarkAsOutput();
+    EXPECT_TRUE(buffer().MarkAsOutput());
     Type(u"\r");
     EXPECT_TRUE(host().opened.empty());
 }
