@@ -4,6 +4,7 @@
 #include "CallCounter.h"
 #include "base/Platform.h"
 #include "support/FailureInjection.h"
+#include "support/NoRecoveryFolder.h"
 #include "support/ScratchFolder.h"
 #include "support/TextDocument.h"
 
@@ -58,6 +59,7 @@ protected:
     ScratchFolder folder;
 
 private:
+    const NoRecoveryFolder noCopies; // whose files would be opened, too
     static HANDLE WINAPI Create(LPCWSTR name, DWORD access, DWORD sharing, LPSECURITY_ATTRIBUTES security,
                                 DWORD creation, DWORD attributes, HANDLE pattern) {
         opens.push_back({access, sharing, creation, attributes});
@@ -153,7 +155,7 @@ TEST_F(FileCallTest, AFileThatStaysInUseFailsTheSaveAfterAboutASecond) {
 TEST_F(FileCallTest, OtherFailuresAreNotTriedAgain) {
     const uint64_t begun = now;
     openError = ERROR_ACCESS_DENIED;
-    failingOpens = 1;
+    failingOpens = 2; // to make it, and to open the one that is there
     EXPECT_FALSE(SaveAs("file.txt", u"new"));
     failingOpens = 0;
     writeError = ERROR_DISK_FULL;

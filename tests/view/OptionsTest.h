@@ -20,10 +20,12 @@ protected:
     OptionsTest();
     ~OptionsTest() override;
 
-    // Opens the dialog; `drive` ends it.
+    // Opens the dialog, which `drive` ends, and saves as the frame does. True when it was confirmed.
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        return RunOptionsDialog(owner, file, changes) && file.Save(folder.Path("orvane.ini").c_str());
+        const OptionsOutcome outcome = RunOptionsDialog(owner, file, changes);
+        if (outcome == OptionsOutcome::Stored) static_cast<void>(file.Save(folder.Path("orvane.ini").c_str()));
+        return outcome != OptionsOutcome::Cancelled;
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }
 

@@ -31,10 +31,12 @@ protected:
     // Fills the model and the tool list.
     void Load(std::u16string text);
     void LoadThree();
-    // Opens the dialog; `drive` ends it.
+    // Opens the dialog, which `drive` ends, and saves as the frame does. True when it was confirmed.
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        return RunToolsDialog(owner, file) && file.Save(folder.Path("orvane.ini").c_str());
+        if (!RunToolsDialog(owner, file)) return false;
+        static_cast<void>(file.Save(folder.Path("orvane.ini").c_str()));
+        return true;
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }
 

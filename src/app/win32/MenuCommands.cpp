@@ -83,9 +83,10 @@ void ShowTools(FrameParts& frame) {
 
 void ShowOptions(FrameParts& frame) {
     SettingsChanges changes;
-    if (!RunOptionsDialog(frame.window, frame.store.Ini(), changes)) return;
+    const OptionsOutcome outcome = RunOptionsDialog(frame.window, frame.store.Ini(), changes);
+    if (outcome == OptionsOutcome::Cancelled) return;
     frame.settings.Reapply(changes);
-    frame.store.Save(frame.messages);
+    if (outcome == OptionsOutcome::Stored) frame.store.Save(frame.messages);
 }
 
 // When an item of the menu can be chosen.

@@ -129,11 +129,9 @@ private:
 
 } // namespace
 
-bool RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes) {
+OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes) {
     OptionsDialog dialog;
-    if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return false;
+    if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return OptionsOutcome::Cancelled;
     changes = AdoptSettings(dialog.Copy());
-    // Without memory the file keeps some old values; the settings hold for this run.
-    static_cast<void>(StoreSettingsToFile(file));
-    return true;
+    return StoreSettingsToFile(file) ? OptionsOutcome::Stored : OptionsOutcome::Unstored;
 }

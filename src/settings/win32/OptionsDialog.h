@@ -5,6 +5,12 @@
 class IniFile;
 class SettingsChanges;
 
-// Edits the settings on three pages. True when the user confirmed: the settings are then live, their
-// handlers have run, `file` holds them and `changes` says what differs. Repainting and saving are the caller's.
-bool RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes);
+enum class OptionsOutcome {
+    Cancelled,
+    Unstored, // confirmed, but memory ran out: the model has some old values, and the file should not be written
+    Stored,   // confirmed, and the model holds the settings
+};
+
+// Edits the settings on three pages. Once the user has confirmed, the settings are live, their handlers have run and
+// `changes` says what differs. Repainting and saving are the caller's.
+[[nodiscard]] OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes);
