@@ -63,5 +63,5 @@ void SaveSession(CommandContext& frame, const Char* file) {
     if (!BuildSessionText(frame.Documents(), text) || !Encode(text, bytes)) return ReportFailure(frame, name.Text());
     if (!MayReplace(frame, name.Text())) return;
     BlockSource source(bytes.bytes, bytes.size);
-    if (!SaveSafely(name.Text(), source, Replaced::Kept)) ReportFailure(frame, name.Text());
+    if (SaveSafely(name.Text(), source, Replaced::Kept) != SaveResult::Saved) ReportFailure(frame, name.Text());
 }

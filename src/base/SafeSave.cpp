@@ -55,23 +55,24 @@ bool SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& i
 
 } // namespace
 
-bool SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
+SaveResult SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
     WString target;
     auto* const copy = new SaveCopy;
     if (!copy || !Platform::FullPath(name, target) || copy->Make(target.Text(), source) == SaveCopy::Outcome::NoBytes) {
         delete copy;
-        return false;
+        return SaveResult::Untouched;
     }
     bool isTouched = false;
     const bool isSaved = SaveWithCopy(*copy, source, replaced, isTouched);
     if (isSaved) DiscardLeftCopies(target.Text());
     if (!isSaved && isTouched && copy->IsMade()) {
         leftCopies.Append(copy);
-        return false;
+        return SaveResult::Cut;
     }
     copy->Discard();
     delete copy;
-    return isSaved;
+    if (isSaved) return SaveResult::Saved;
+    return isTouched ? SaveResult::Cut : SaveResult::Untouched;
 }
 
 void LeaveSaveCopies() {

@@ -134,7 +134,10 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     const Encoding fileEncoding = static_cast<uint32_t>(newEncoding) < EncodingCount ? newEncoding : encoding;
     const LineEnding wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
     const LineEnding style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
-    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), fileEncoding, style, fileTime);
+    Platform::FileTime time = fileTime;
+    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), fileEncoding, style, time);
+    // The name is still the old one after a failure: the time of another file says nothing about it.
+    if (saved || Platform::CompareNames(file, path.Text()) == 0) fileTime = time;
     if (saved) {
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
         losesBytes = false;

@@ -98,7 +98,8 @@ bool WriteTextFile(const Char* name, const Char* text, uint32_t length, Encoding
                    Platform::FileTime& time) {
     EncodedText source(text, length, encoding, style == LineEnding::Dos);
     if (!source.Prepare()) return false;
-    const bool isSaved = SaveSafely(name, source);
-    Platform::ReadTime(name, time);
-    return isSaved;
+    const SaveResult result = SaveSafely(name, source);
+    // Of a file that was not touched it may be the time of another program's write.
+    if (result != SaveResult::Untouched) Platform::ReadTime(name, time);
+    return result == SaveResult::Saved;
 }

@@ -68,7 +68,7 @@ bool IniFile::Save(const Char* path) const {
     if (!block.bytes) return false;
     FromUtf16(CodePage::Utf8, text.Text(), text.Length(), block.bytes, block.size);
     BlockSource source(block.bytes, block.size);
-    return SaveSafely(path, source, Replaced::Kept);
+    return SaveSafely(path, source, Replaced::Kept) == SaveResult::Saved;
 }
 
 IniSection* IniFile::FindSection(const Char* name) const {

@@ -25,7 +25,7 @@ uint64_t ValueOf(const std::string& bytes) {
 
 bool Save(const std::u16string& path, const std::string& bytes, Replaced replaced = Replaced::Dropped) {
     BlockSource source(bytes.data(), bytes.size());
-    return SaveSafely(path.c_str(), source, replaced);
+    return SaveSafely(path.c_str(), source, replaced) == SaveResult::Saved;
 }
 
 // What is in the recovery folder, and below it where `inside` says so.
@@ -99,13 +99,13 @@ TEST(SafeSave, BytesThatCannotBeMadeCostNothing) {
     const ScratchFolder folder;
     const std::u16string path = folder.Write("f", "old");
     BrokenSource source;
-    EXPECT_FALSE(SaveSafely(path.c_str(), source));
+    EXPECT_EQ(SaveSafely(path.c_str(), source), SaveResult::Untouched);
     {
         const NoRecoveryFolder withoutCopy;
-        EXPECT_FALSE(SaveSafely(path.c_str(), source));
+        EXPECT_EQ(SaveSafely(path.c_str(), source), SaveResult::Untouched);
     }
     EXPECT_EQ(folder.Read("f"), "old");
-    EXPECT_FALSE(SaveSafely(folder.Path("none").c_str(), source));
+    EXPECT_EQ(SaveSafely(folder.Path("none").c_str(), source), SaveResult::Untouched);
     EXPECT_EQ(Platform::EntryKind(folder.Path("none").c_str()), Platform::Entry::Missing);
     EXPECT_EQ(CountRecoveryFiles(u"Copies"), 0u);
 }

@@ -53,6 +53,33 @@ TEST(ChangeOnDisk, AFailedSaveTakesTheNewTimeToo) {
     EXPECT_FALSE(document->IsChangedOnDisk()) << "what the save did to the file is no outside change";
 }
 
+TEST(ChangeOnDisk, ASaveThatDoesNotTouchTheFileLeavesAnOutsideChangeToBeAskedAbout) {
+    LoadedDocument document("text");
+    Touch(document.folder, 60s);
+    static uint64_t calls;
+    calls = 0;
+    const NoRecoveryFolder withoutCopy;
+    Platform::SetFileFailureHook([] { return ++calls <= 2; }); // it can be neither made nor opened
+    EXPECT_FALSE(document->Save(document->GetName(), Encoding::Keep, LineEnding::Keep));
+    Platform::SetFileFailureHook(nullptr);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+}
+
+TEST(ChangeOnDisk, AFailedSaveUnderAnotherNameTakesNoTime) {
+    LoadedDocument document("text");
+    Touch(document.folder, -60s);
+    ASSERT_TRUE(document->Reload());
+    const std::u16string other = document.folder.Write("other.txt", "other");
+    static uint64_t calls;
+    calls = 0;
+    const NoRecoveryFolder withoutCopy;
+    Platform::SetFileFailureHook([] { return ++calls == 4; }); // the write
+    EXPECT_FALSE(document->Save(other.c_str(), Encoding::Keep, LineEnding::Keep));
+    Platform::SetFileFailureHook(nullptr);
+    Touch(document.folder, -30s);
+    EXPECT_TRUE(document->IsChangedOnDisk());
+}
+
 TEST(ChangeOnDisk, ATimeThatCannotBeReadAfterASaveStaysWhatItWas) {
     LoadedDocument document("text");
     Touch(document.folder, -60s);
