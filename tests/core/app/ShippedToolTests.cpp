@@ -1,6 +1,6 @@
 // The tools that ship with the program: that they are read whole, that names with blanks stay whole in their commands,
-// and that what they make of the messages of other programs is a position that Enter finds. Regular expressions of the
-// standard library stand for those of the PowerShell, which the patterns do not tell apart.
+// and that what they make of the messages of other programs is a position that Enter finds. The patterns are
+// run by the standard library instead of PowerShell; they mean the same in both.
 
 #include "core/app/FakeFrame.h"
 
