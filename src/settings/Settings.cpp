@@ -3,6 +3,7 @@
 #include "base/Heap.h"
 #include "base/Text.h"
 #include "base/TextFormat.h"
+#include "settings/AdditionalSettings.h"
 #include "settings/IniFile.h"
 #include "settings/ToolList.h"
 
@@ -108,6 +109,7 @@ void ApplySettingsFromFile(const IniFile& file) {
             StoreDefault(row, settings);
         }
     });
+    ApplyAdditionalSettings(section);
 }
 
 bool StoreSettingsToFile(IniFile& file) {
@@ -118,8 +120,8 @@ bool StoreSettingsToFile(IniFile& file) {
         text.Clear();
         complete = complete && AppendText(text, row) && stored.SetString(row.key, text.Text());
     });
-    if (!complete) return false;
     IniSection* section = file.FindSection(generalSettings.name);
+    if (!complete || !StoreAdditionalSettings(section, stored)) return false;
     if (!section) section = file.AddSection(generalSettings.name);
     if (!section) return false;
     section->TakeKeys(stored);
@@ -153,7 +155,10 @@ SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsReco
 SettingsChanges SetOption(const Char* section, const Char* key, const Char* value) {
     if (section && !Text::EqualNoCase(section, generalSettings.name)) return {};
     const SettingDef* row = FindSetting(key);
-    if (!row) return {};
+    if (!row) {
+        SetAdditionalOption(key, value);
+        return {};
+    }
     SettingsRecord edited = settings;
     StoreText(*row, value, edited);
     const SettingsChanges changes = CompareSettings(settings, edited);

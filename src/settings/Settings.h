@@ -96,15 +96,17 @@ void SetDrawingRebuilder(DrawingRebuilder rebuild);
 // handler and the brush handlers margin, bookmark, background, selection, once each.
 void LoadSettings(const IniFile& file);
 // Each row in table order takes its key's value, else its fallback cell's current value, else its
-// default. No handler runs.
+// default. No handler runs. The additional settings are taken as well (AdditionalSettings.h).
 void ApplySettingsFromFile(const IniFile& file);
-// Writes all rows into the first General section, made at the end when missing; keys of no row stay.
+// Writes all rows into the first General section, made at the end when missing, and after them those of the additional
+// settings that are to be written; keys of neither stay.
 // False without memory, with the file as it was.
 bool StoreSettingsToFile(IniFile& file);
 
 // Sets one cell by name and runs its handler, even for the value that it has already. Section (null:
 // General) and key are matched without regard to case; an unknown one does nothing. A null value makes
-// a string cell absent. Returns what has changed.
+// a string cell absent. An additional setting is set as well, and what reads it reads it when it needs it.
+// Returns which rows have changed.
 SettingsChanges SetOption(const Char* section, const Char* key, const Char* value);
 // The row of a key of General, matched without regard to case; null when unknown.
 const SettingDef* FindSetting(const Char* key);

@@ -3,6 +3,7 @@
 #include "ShippedFileTest.h"
 
 #include "base/Path.h"
+#include "settings/AdditionalSettings.h"
 #include "settings/ToolList.h"
 #include "support/ScratchFolder.h"
 
@@ -161,4 +162,15 @@ TEST_F(ShippedLanguages, ASaveOfTheSettingsKeepsEverySectionAndKey) {
     EXPECT_EQ(Value(*read.FindSection(u"General"), u"Unknown"), "kept");
     EXPECT_EQ(Value(*read.FindSection(u"General"), u"FontSize"), "10");
     ReleaseSettings();
+}
+
+TEST_F(ShippedLanguages, TheFileTurnsTheAdditionalSettingsOn) {
+    ApplySettingsFromFile(file);
+    EXPECT_EQ(additionalSettings.Utf8, 1u);
+    EXPECT_EQ(additionalSettings.AltGr, 1u);
+    EXPECT_EQ(additionalSettings.WholeCharacters, 1u);
+    EXPECT_EQ(additionalSettings.OutputCodePage, 1u);
+    EXPECT_EQ(additionalSettings.UnixNewFiles, 1u);
+    ReleaseSettings();
+    additionalSettings = {};
 }

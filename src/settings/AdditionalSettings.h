@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/Types.h"
+
+class IniSection;
+
+// The additional settings: what changes habits that are kept otherwise. All are numbers and 0 unless the settings
+// file says otherwise; they live in its General section beside those of SettingsRecord, and the dialogs do not show
+// them. Nothing validates a value.
+struct AdditionalSettings {
+    uint32_t Utf8 = 0;            // files in UTF-8 are recognised and decoded as such
+    uint32_t AltGr = 0;           // characters typed with Ctrl and Alt down are inserted
+    uint32_t WholeCharacters = 0; // nothing stops inside of what is seen as one character
+    uint32_t OutputCodePage = 0;  // how the output of commands is decoded: a page's number as in CodePage
+    uint32_t UnixNewFiles = 0;    // new documents have LF line ends
+};
+
+// The process-wide values that everything reads.
+extern AdditionalSettings additionalSettings;
+
+// Each takes its key's value, or 0 without one. `general` may be null.
+void ApplyAdditionalSettings(const IniSection* general);
+// Adds to `stored`, in the order of the record, those that `general` (may be null) has a key for and those that are
+// not 0: the file of a user who has set none of them stays as it is. False without memory; `stored` may then have
+// some of them.
+[[nodiscard]] bool StoreAdditionalSettings(const IniSection* general, IniSection& stored);
+// Sets one by its name, matched without regard to case. False, with nothing changed, when there is none of that name.
+bool SetAdditionalOption(const Char* key, const Char* value);
