@@ -127,7 +127,8 @@ void BulkEdit::ChangeText(bool back) {
     }
     const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
     TextStore& store = target.parts.store;
-    store.Rewritten(newLength, store.LineCount() + (back ? removedLines - addedLines : addedLines - removedLines));
+    const uint32_t gained = back ? removedLines - addedLines : addedLines - removedLines; // modulo 2^32
+    store.Rewritten({newLength, store.LineCount() - 1 + gained});
 }
 
 // From the end to the start: everything moves to the right or stays.

@@ -10,7 +10,7 @@ uint32_t FloorSubtract(uint32_t from, uint32_t amount) { return from > amount ? 
 
 // The list is walked from its head and only a smaller distance wins, so that a tie goes to the entry
 // added more recently.
-const LineCacheEntry* Nearest(const LineCacheEntry* head, uint32_t LineCacheEntry::*field, uint32_t value) {
+const LineCacheEntry* Nearest(const LineCacheEntry* head, uint32_t LineStart::*field, uint32_t value) {
     const LineCacheEntry* best = head;
     for (const LineCacheEntry* entry = head; entry; entry = entry->next) {
         if (Distance(entry->*field, value) < Distance(best->*field, value)) best = entry;
@@ -21,17 +21,17 @@ const LineCacheEntry* Nearest(const LineCacheEntry* head, uint32_t LineCacheEntr
 } // namespace
 
 const LineCacheEntry* LineCache::NearestLine(uint32_t line) const {
-    return Nearest(entries.head, &LineCacheEntry::line, line);
+    return Nearest(entries.head, &LineStart::line, line);
 }
 
 const LineCacheEntry* LineCache::NearestOffset(uint32_t offset) const {
-    return Nearest(entries.head, &LineCacheEntry::offset, offset);
+    return Nearest(entries.head, &LineStart::offset, offset);
 }
 
-void LineCache::Add(uint32_t line, uint32_t offset) {
+void LineCache::Add(LineStart start) {
     LineCacheEntry* entry = TakeEntry();
-    entry->line = line;
-    entry->offset = offset;
+    entry->line = start.line;
+    entry->offset = start.offset;
     entries.Prepend(entry);
     ++count;
 }

@@ -3,11 +3,15 @@
 #include "base/List.h"
 #include "document/TextRange.h"
 
+// A line and the offset at which it starts.
+struct LineStart {
+    uint32_t line = 0;
+    uint32_t offset = 0;
+};
+
 // Remembers where a few lines start, so that a look-up near an earlier one walks a short way. Most
 // recently added first, at most five entries.
-struct LineCacheEntry {
-    uint32_t line;
-    uint32_t offset;
+struct LineCacheEntry : LineStart {
     LineCacheEntry* next;
     LineCacheEntry* previous;
 };
@@ -24,7 +28,7 @@ public:
     const LineCacheEntry* NearestLine(uint32_t line) const;
     const LineCacheEntry* NearestOffset(uint32_t offset) const;
     // Adds an entry at the head; the oldest makes way when the cache is full.
-    void Add(uint32_t line, uint32_t offset);
+    void Add(LineStart start);
     // Entries after `position` move by the inserted characters and lines.
     void Inserted(uint32_t position, TextExtent inserted);
     // Entries from `position` to just after the deleted characters go; those further on move back.

@@ -109,7 +109,7 @@ void TextBuffer::TakeText(DecodedText& decoded) {
     encoding = decoded.encoding;
     lineEnding = decoded.style;
     losesBytes = decoded.losesBytes;
-    parts.store.Take(decoded.text, decoded.capacity, decoded.length, decoded.lineCount);
+    parts.store.Take(decoded.text, decoded.capacity, {decoded.length, decoded.lineCount - 1});
     decoded.text = nullptr;
     pipeline.Views().LineCountChanged();
     OnSettingsChanged(SettingsChanged::Engine);

@@ -11,7 +11,7 @@ void TextStore::Release() {
     Heap::Free(text);
     text = nullptr;
     capacity = 0;
-    Rewritten(0, 1);
+    Rewritten({});
 }
 
 void TextStore::Empty() {
@@ -22,14 +22,14 @@ void TextStore::Empty() {
             capacity = 1;
         }
     }
-    Rewritten(0, 1);
+    Rewritten({});
 }
 
-void TextStore::Take(Char* newText, uint32_t newCapacity, uint32_t newLength, uint32_t newLineCount) {
+void TextStore::Take(Char* newText, uint32_t newCapacity, TextExtent whole) {
     Heap::Free(text);
     text = newText;
     capacity = newCapacity;
-    Rewritten(newLength, newLineCount);
+    Rewritten(whole);
 }
 
 bool TextStore::EnsureCapacity(uint64_t characters) {
@@ -90,10 +90,10 @@ bool TextStore::ReplaceLine(TextRange old, const Char* newText, uint32_t newCoun
     return true;
 }
 
-void TextStore::Rewritten(uint32_t newLength, uint32_t newLineCount) {
-    ORVANE_ASSERT(text ? newLength < capacity : newLength == 0);
-    length = newLength;
-    lineCount = newLineCount;
+void TextStore::Rewritten(TextExtent whole) {
+    ORVANE_ASSERT(text ? whole.characters < capacity : whole.characters == 0);
+    length = whole.characters;
+    lineCount = whole.lineFeeds + 1;
     if (text) text[length] = 0;
     lineCache.Clear();
     lastLineStart = NoOffset;
@@ -133,7 +133,7 @@ uint32_t TextStore::LineToOffset(uint32_t line) {
         start = Scan::SkipLinesBack(text, from, fromLine - line, passed);
         reached -= static_cast<uint32_t>(passed);
     }
-    if (!near || reached != fromLine) lineCache.Add(reached, static_cast<uint32_t>(start));
+    if (!near || reached != fromLine) lineCache.Add({reached, static_cast<uint32_t>(start)});
     return static_cast<uint32_t>(start);
 }
 
@@ -151,7 +151,7 @@ uint32_t TextStore::OffsetToLine(uint32_t offset, uint32_t& lineStart) {
         line -= static_cast<uint32_t>(Scan::CountLineFeeds(text + offset, from - offset));
         lineStart = static_cast<uint32_t>(Scan::FindLineStart(text, offset));
     }
-    if (!near) lineCache.Add(line, lineStart);
+    if (!near) lineCache.Add({line, lineStart});
     return line;
 }
 

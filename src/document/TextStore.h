@@ -27,8 +27,9 @@ public:
     void Release();
     // Makes the text empty in place, giving its room back; an absent one stays absent.
     void Empty();
-    // Takes over an array from the heap, which ends with a NUL at `newLength`.
-    void Take(Char* newText, uint32_t newCapacity, uint32_t newLength, uint32_t newLineCount);
+    // Takes over an array from the heap with room for `newCapacity` characters, which ends with a NUL after those that
+    // `whole` counts.
+    void Take(Char* newText, uint32_t newCapacity, TextExtent whole);
     // Room for `characters` and their terminator. False without memory; nothing has changed then.
     [[nodiscard]] bool EnsureCapacity(uint64_t characters);
 
@@ -40,9 +41,9 @@ public:
     [[nodiscard]] bool ReplaceLine(TextRange old, const Char* newText, uint32_t newCount);
     void SetCharacter(uint32_t offset, Char character) { text[offset] = character; }
 
-    // For changes in many places: writing in place, and what the text then is. The room was made before.
+    // For changes in many places: writing in place, and how much the whole text then is. The room was made before.
     Char* Data() { return text; }
-    void Rewritten(uint32_t newLength, uint32_t newLineCount);
+    void Rewritten(TextExtent whole);
     // Counts characters that were written after the end.
     void Appended(TextExtent added);
 

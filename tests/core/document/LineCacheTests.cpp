@@ -36,21 +36,21 @@ TEST(LineCache, StartsEmpty) {
 
 TEST(LineCache, KeepsTheMostRecentlyAddedFirst) {
     LineCache cache;
-    cache.Add(1, 10);
-    cache.Add(2, 20);
+    cache.Add({1, 10});
+    cache.Add({2, 20});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{2, 20}, {1, 10}}));
 }
 
 TEST(LineCache, TheSixthEntryTakesThePlaceOfTheOldest) {
     LineCache cache;
-    for (uint32_t i = 1; i <= 6; ++i) cache.Add(i, 10 * i);
+    for (uint32_t i = 1; i <= 6; ++i) cache.Add({i, 10 * i});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{6, 60}, {5, 50}, {4, 40}, {3, 30}, {2, 20}}));
 }
 
 TEST(LineCache, FindsTheNearestLineAndOffset) {
     LineCache cache;
-    cache.Add(100, 1000);
-    cache.Add(10, 5000);
+    cache.Add({100, 1000});
+    cache.Add({10, 5000});
     EXPECT_EQ(cache.NearestLine(60)->line, 100u);
     EXPECT_EQ(cache.NearestLine(50)->line, 10u);
     EXPECT_EQ(cache.NearestOffset(2999)->offset, 1000u);
@@ -60,63 +60,63 @@ TEST(LineCache, FindsTheNearestLineAndOffset) {
 
 TEST(LineCache, OnATieTheMoreRecentlyAddedWins) {
     LineCache cache;
-    cache.Add(10, 100);
-    cache.Add(20, 200);
+    cache.Add({10, 100});
+    cache.Add({20, 200});
     EXPECT_EQ(cache.NearestLine(15)->line, 20u);
     EXPECT_EQ(cache.NearestOffset(150)->offset, 200u);
     LineCache other;
-    other.Add(20, 200);
-    other.Add(10, 100);
+    other.Add({20, 200});
+    other.Add({10, 100});
     EXPECT_EQ(other.NearestLine(15)->line, 10u);
     EXPECT_EQ(other.NearestOffset(150)->offset, 100u);
 }
 
 TEST(LineCache, AnInsertionMovesOnlyWhatFollowsIt) {
     LineCache cache;
-    cache.Add(1, 10);
-    cache.Add(2, 20);
-    cache.Add(3, 30);
+    cache.Add({1, 10});
+    cache.Add({2, 20});
+    cache.Add({3, 30});
     cache.Inserted(20, {7, 2});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{5, 37}, {2, 20}, {1, 10}}));
 }
 
 TEST(LineCache, ADeletionRemovesWhatLiesInItEndsIncluded) {
     LineCache cache;
-    cache.Add(1, 9);
-    cache.Add(2, 10);
-    cache.Add(3, 15);
-    cache.Add(4, 20);
-    cache.Add(5, 21);
+    cache.Add({1, 9});
+    cache.Add({2, 10});
+    cache.Add({3, 15});
+    cache.Add({4, 20});
+    cache.Add({5, 21});
     cache.Deleted(10, {10, 3});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{2, 11}, {1, 9}}));
 }
 
 TEST(LineCache, ADeletionClampsAtZero) {
     LineCache cache;
-    cache.Add(2, 50);
+    cache.Add({2, 50});
     cache.Deleted(0, {40, 3});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{0, 10}}));
 }
 
 TEST(LineCache, ADeletionThatEndsBeyond32BitsRemovesAllThatFollowsIt) {
     LineCache cache;
-    cache.Add(1, 10);
-    cache.Add(2, UINT32_MAX - 5);
+    cache.Add({1, 10});
+    cache.Add({2, UINT32_MAX - 5});
     cache.Deleted(20, {UINT32_MAX - 10, 0});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{1, 10}}));
 }
 
 TEST(LineCache, TakesEntriesAgainAfterADeletionAndAfterClear) {
     LineCache cache;
-    for (uint32_t i = 0; i < 5; ++i) cache.Add(i, i);
+    for (uint32_t i = 0; i < 5; ++i) cache.Add({i, i});
     cache.Deleted(0, {3, 0});
     EXPECT_EQ(cache.Count(), 1u);
-    for (uint32_t i = 0; i < 4; ++i) cache.Add(100 + i, 200 + i);
+    for (uint32_t i = 0; i < 4; ++i) cache.Add({100 + i, 200 + i});
     EXPECT_EQ(Entries(cache), (std::vector<Entry>{{103, 203}, {102, 202}, {101, 201}, {100, 200}, {4, 1}}));
     cache.Clear();
     EXPECT_EQ(cache.Count(), 0u);
     EXPECT_EQ(cache.Head(), nullptr);
-    for (uint32_t i = 0; i < 7; ++i) cache.Add(i, i);
+    for (uint32_t i = 0; i < 7; ++i) cache.Add({i, i});
     EXPECT_EQ(cache.Count(), 5u);
 }
 
@@ -166,7 +166,7 @@ TEST(LineCache, BehavesLikeThePlainListOnRandomOperations) {
         switch (random.Below(4)) {
         case 0:
         case 1:
-            cache.Add(a, b * 5);
+            cache.Add({a, b * 5});
             model.Add(a, b * 5);
             break;
         case 2:
