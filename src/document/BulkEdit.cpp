@@ -178,29 +178,30 @@ void BulkEdit::MoveMarks(bool back) {
     if ((newLines == 0 && removedLines == 0) || !target.parts.marks.Head()) return;
     const size_t places = changes.Count();
     uint32_t before = LinesIn({0, changes[back ? places - 1 : 0].offset}); // old line of the place
-    uint32_t goneBefore = back ? removedLines : 0;
+    uint32_t removedBefore = back ? removedLines : 0;                      // line feeds removed at the places before
     for (size_t step = 0; step < places; ++step) {
         const size_t i = back ? places - 1 - step : step;
         const ReplacedRange& range = changes[i];
-        const uint32_t gone = LinesIn({range.offset, range.offset + range.removed});
-        if (back) goneBefore -= gone;
+        const uint32_t removed = LinesIn({range.offset, range.offset + range.removed});
+        if (back) removedBefore -= removed;
         // The line once all earlier places have changed.
-        MoveMarksAt(before - goneBefore + static_cast<uint32_t>(i) * newLines, gone, back);
+        MoveMarksAt({before - removedBefore + static_cast<uint32_t>(i) * newLines, removed}, back);
         if (back) {
             before -= i ? LinesIn({changes[i - 1].offset, range.offset}) : 0;
         } else {
-            goneBefore += gone;
+            removedBefore += removed;
             before += i + 1 < places ? LinesIn({range.offset, changes[i + 1].offset}) : 0;
         }
     }
 }
 
-void BulkEdit::MoveMarksAt(uint32_t line, uint32_t gone, bool back) {
+void BulkEdit::MoveMarksAt(LinesAfter removed, bool back) {
     LineMarks& marks = target.parts.marks;
-    if (gone && !back) marks.LinesDeleted(line, gone);
-    if (newLines && !back) marks.LinesInserted(line, newLines);
-    if (newLines && back) marks.LinesTakenBack(line, newLines);
-    if (gone && back) marks.LinesInserted(line, gone);
+    const LinesAfter added = {removed.line, newLines};
+    if (removed.count && !back) marks.LinesDeleted(removed);
+    if (newLines && !back) marks.LinesInserted(added);
+    if (newLines && back) marks.LinesTakenBack(added);
+    if (removed.count && back) marks.LinesInserted(removed);
 }
 
 uint32_t BulkEdit::LinesIn(TextRange range) const {

@@ -2,6 +2,7 @@
 
 #include "base/Array.h"
 #include "document/TextEdit.h"
+#include "document/TextPosition.h"
 
 // One place of a bulk change: `removed` characters at `offset` of the old text.
 struct ReplacedRange {
@@ -41,7 +42,7 @@ private:
     void SpreadOut(bool back, uint32_t newLength);
     void CloseUp(bool back);
     void MoveMarks(bool back);
-    void MoveMarksAt(uint32_t line, uint32_t gone, bool back);
+    void MoveMarksAt(LinesAfter removed, bool back);
     uint32_t LinesIn(TextRange range) const;
     uint32_t LineAfter(uint32_t offset) const;
     void MapTopLines();

@@ -8,14 +8,14 @@ LineMark* LineMarks::Find(uint32_t line) const {
     return mark && mark->line == line ? mark : nullptr;
 }
 
-LineMark* LineMarks::Next(uint32_t line, uint32_t mask, bool inclusive) const {
+LineMark* LineMarks::Next(uint32_t line, LineMark::Flags mask, bool inclusive) const {
     for (LineMark* mark = marks.head; mark; mark = mark->next) {
         if ((mark->flags & mask) && (mark->line > line || (inclusive && mark->line == line))) return mark;
     }
     return nullptr;
 }
 
-LineMark* LineMarks::Previous(uint32_t line, uint32_t mask, bool inclusive) const {
+LineMark* LineMarks::Previous(uint32_t line, LineMark::Flags mask, bool inclusive) const {
     for (LineMark* mark = marks.tail; mark; mark = mark->previous) {
         if ((mark->flags & mask) && (mark->line < line || (inclusive && mark->line == line))) return mark;
     }
@@ -51,14 +51,15 @@ void LineMarks::ClearBookmarks() {
     }
 }
 
-void LineMarks::LinesInserted(uint32_t line, uint32_t count) {
-    for (LineMark* mark = FirstAfter(line); mark; mark = mark->next) mark->line += count;
+void LineMarks::LinesInserted(LinesAfter lines) {
+    for (LineMark* mark = FirstAfter(lines.line); mark; mark = mark->next) mark->line += lines.count;
     ORVANE_ASSERT(IsInOrder());
 }
 
-void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
-    const uint64_t lastDeleted = uint64_t{line} + count;
-    for (LineMark *mark = FirstAfter(line), *next; mark; mark = next) {
+void LineMarks::LinesDeleted(LinesAfter lines) {
+    const uint32_t count = lines.count;
+    const uint64_t lastDeleted = uint64_t{lines.line} + count;
+    for (LineMark *mark = FirstAfter(lines.line), *next; mark; mark = next) {
         next = mark->next;
         const bool survives =
             mark->line > lastDeleted && (!mark->previous || mark->line - count > mark->previous->line);
@@ -71,12 +72,12 @@ void LineMarks::LinesDeleted(uint32_t line, uint32_t count) {
     ORVANE_ASSERT(IsInOrder());
 }
 
-void LineMarks::LinesTakenBack(uint32_t line, uint32_t count) {
-    for (LineMark *mark = FirstAfter(line), *next; mark; mark = next) {
+void LineMarks::LinesTakenBack(LinesAfter lines) {
+    for (LineMark *mark = FirstAfter(lines.line), *next; mark; mark = next) {
         next = mark->next;
-        mark->line = mark->line > count ? mark->line - count : 0;
+        mark->line = mark->line > lines.count ? mark->line - lines.count : 0;
         LineMark* before = mark->previous;
-        // A mark on one of the lines that go away lands above `line`, maybe among the marks there.
+        // A mark on one of the lines that go away lands above `lines.line`, maybe among the marks there.
         if (!before || before->line < mark->line) continue;
         marks.Remove(mark);
         InsertInOrder(mark, before);

@@ -2,10 +2,11 @@
 
 #include "base/Heap.h"
 #include "base/List.h"
-#include "base/Types.h"
+#include "document/TextPosition.h"
 
 struct LineMark : HeapObject {
-    static constexpr uint32_t Bookmark = 1;
+    // The kinds of marks that a line has, as bits. Not a plain number, which a line could be mistaken for.
+    enum Flags : uint32_t { Bookmark = 1 };
 
     uint32_t line = 0;
     uint32_t flags = 0;
@@ -24,18 +25,18 @@ public:
     LineMark* Head() const { return marks.head; }
     LineMark* Find(uint32_t line) const;
     // The first (last) node with a flag of `mask` after (before) `line`, or on it when `inclusive`.
-    LineMark* Next(uint32_t line, uint32_t mask, bool inclusive) const;
-    LineMark* Previous(uint32_t line, uint32_t mask, bool inclusive) const;
+    LineMark* Next(uint32_t line, LineMark::Flags mask, bool inclusive) const;
+    LineMark* Previous(uint32_t line, LineMark::Flags mask, bool inclusive) const;
     // False only without memory.
     bool ToggleBookmark(uint32_t line);
     void ClearBookmarks();
-    // `count` lines came in after `line`: the marks after it follow.
-    void LinesInserted(uint32_t line, uint32_t count);
-    // The `count` lines after `line` went away, and the marks on them; those further down follow.
-    void LinesDeleted(uint32_t line, uint32_t count);
-    // The reverse of LinesInserted: every mark after `line` moves back by `count` (to 0 at least); those
+    // These lines came in: the marks after them follow.
+    void LinesInserted(LinesAfter lines);
+    // These lines went away, and the marks on them; those further down follow.
+    void LinesDeleted(LinesAfter lines);
+    // The reverse of LinesInserted: every mark after `lines.line` moves back by their number (to 0 at least); those
     // that meet on one line become one.
-    void LinesTakenBack(uint32_t line, uint32_t count);
+    void LinesTakenBack(LinesAfter lines);
     void Clear();
 
 private:

@@ -38,10 +38,10 @@ public:
     // Whether the edit line as it is now may change the colouring of the lines below.
     bool EditLineAffectsFollowingLines() const;
 
-    LineMark* NextMark(uint32_t line, uint32_t mask, bool inclusive) const {
+    LineMark* NextMark(uint32_t line, LineMark::Flags mask, bool inclusive) const {
         return parts.marks.Next(line, mask, inclusive);
     }
-    LineMark* PrevMark(uint32_t line, uint32_t mask, bool inclusive) const {
+    LineMark* PrevMark(uint32_t line, LineMark::Flags mask, bool inclusive) const {
         return parts.marks.Previous(line, mask, inclusive);
     }
     LineMark* FindMark(uint32_t line) const { return parts.marks.Find(line); }

@@ -80,11 +80,11 @@ bool TextEdit::ChangeStore(bool remove) {
     change = remove ? TextChange{position, line, extent, {}} : TextChange{position, line, {}, extent};
     if (newLines == 0) return true;
     if (!remove) {
-        parts.marks.LinesInserted(line, newLines);
+        parts.marks.LinesInserted({line, newLines});
     } else if (isDelete) {
-        parts.marks.LinesDeleted(line, newLines);
+        parts.marks.LinesDeleted({line, newLines});
     } else {
-        parts.marks.LinesTakenBack(line, newLines);
+        parts.marks.LinesTakenBack({line, newLines});
     }
     return true;
 }

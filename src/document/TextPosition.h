@@ -14,6 +14,15 @@ struct TextPosition {
     bool operator==(const TextPosition&) const = default;
 };
 
+// The columns [start, end) of a line.
+struct ColumnRange {
+    uint32_t start = 0;
+    uint32_t end = 0;
+
+    uint32_t Length() const { return end - start; }
+    bool IsEmpty() const { return start == end; }
+};
+
 // The lines from one to the other, both included, in either order.
 struct LineRange {
     uint32_t first = 0;
@@ -23,4 +32,10 @@ struct LineRange {
         return first < last ? line >= first && line <= last : line >= last && line <= first;
     }
     bool operator==(const LineRange&) const = default;
+};
+
+// The `count` lines after a line: what an edit in that line brings or takes away.
+struct LinesAfter {
+    uint32_t line = 0;
+    uint32_t count = 0;
 };

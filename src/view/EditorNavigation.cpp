@@ -7,7 +7,7 @@
 
 void EditorNavigation::GoToBookmark(TextEditor& editor, bool backward) {
     TextBuffer& document = *editor.GetTextBuffer();
-    constexpr uint32_t Mask = LineMark::Bookmark;
+    constexpr LineMark::Flags Mask = LineMark::Bookmark;
     const uint32_t line = editor.CaretLine();
     const LineMark* mark = backward ? document.PrevMark(line, Mask, false) : document.NextMark(line, Mask, false);
     if (!mark)

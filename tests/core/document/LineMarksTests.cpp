@@ -13,6 +13,9 @@ namespace {
 
 using Lines = std::vector<uint32_t>;
 
+constexpr auto Other = static_cast<LineMark::Flags>(2);
+constexpr auto Any = static_cast<LineMark::Flags>(UINT32_MAX);
+
 Lines LinesOf(const LineMarks& marks) {
     Lines lines;
     const LineMark* previous = nullptr;
@@ -25,7 +28,7 @@ Lines LinesOf(const LineMarks& marks) {
         lines.push_back(mark->line);
         previous = mark;
     }
-    EXPECT_EQ(marks.Previous(UINT32_MAX, UINT32_MAX, true), previous);
+    EXPECT_EQ(marks.Previous(UINT32_MAX, Any, true), previous);
     return lines;
 }
 
@@ -61,27 +64,27 @@ TEST(LineMarks, AreFoundByLine) {
 TEST(LineMarks, NextIsTheFirstOnOrAfterTheLine) {
     LineMarks marks;
     Toggle(marks, {2, 4});
-    EXPECT_EQ(LineOf(marks.Next(2, 1, false)), 4u);
-    EXPECT_EQ(LineOf(marks.Next(2, 1, true)), 2u);
-    EXPECT_EQ(LineOf(marks.Next(3, 1, true)), 4u);
-    EXPECT_EQ(marks.Next(4, 1, false), nullptr);
-    EXPECT_EQ(marks.Next(0, 2, true), nullptr) << "no node with a flag of the mask";
+    EXPECT_EQ(LineOf(marks.Next(2, LineMark::Bookmark, false)), 4u);
+    EXPECT_EQ(LineOf(marks.Next(2, LineMark::Bookmark, true)), 2u);
+    EXPECT_EQ(LineOf(marks.Next(3, LineMark::Bookmark, true)), 4u);
+    EXPECT_EQ(marks.Next(4, LineMark::Bookmark, false), nullptr);
+    EXPECT_EQ(marks.Next(0, Other, true), nullptr) << "no node with a flag of the mask";
 }
 
 TEST(LineMarks, PreviousIsTheLastBeforeOrOnTheLine) {
     LineMarks marks;
     Toggle(marks, {2, 4});
-    EXPECT_EQ(LineOf(marks.Previous(4, 1, false)), 2u);
-    EXPECT_EQ(LineOf(marks.Previous(4, 1, true)), 4u);
-    EXPECT_EQ(LineOf(marks.Previous(3, 1, true)), 2u);
-    EXPECT_EQ(marks.Previous(2, 1, false), nullptr);
-    EXPECT_EQ(marks.Previous(9, 2, true), nullptr) << "no node with a flag of the mask";
+    EXPECT_EQ(LineOf(marks.Previous(4, LineMark::Bookmark, false)), 2u);
+    EXPECT_EQ(LineOf(marks.Previous(4, LineMark::Bookmark, true)), 4u);
+    EXPECT_EQ(LineOf(marks.Previous(3, LineMark::Bookmark, true)), 2u);
+    EXPECT_EQ(marks.Previous(2, LineMark::Bookmark, false), nullptr);
+    EXPECT_EQ(marks.Previous(9, Other, true), nullptr) << "no node with a flag of the mask";
 }
 
 TEST(LineMarks, AMarkWithAnotherFlagStaysWhenItsBookmarkGoes) {
     LineMarks marks;
     Toggle(marks, {2, 4});
-    marks.Find(2)->flags |= 2;
+    marks.Find(2)->flags |= Other;
     marks.ToggleBookmark(2);
     EXPECT_EQ(LinesOf(marks), (Lines{2, 4}));
     EXPECT_EQ(LineOf(marks.Next(0, LineMark::Bookmark, true)), 4u);
@@ -92,30 +95,30 @@ TEST(LineMarks, AMarkWithAnotherFlagStaysWhenItsBookmarkGoes) {
 TEST(LineMarks, FollowInsertedLines) {
     LineMarks marks;
     Toggle(marks, {1, 2, 3});
-    marks.LinesInserted(2, 10);
+    marks.LinesInserted({2, 10});
     EXPECT_EQ(LinesOf(marks), (Lines{1, 2, 13}));
 }
 
 TEST(LineMarks, FollowDeletedLinesAndGoWithThem) {
     LineMarks marks;
     Toggle(marks, {1, 2, 3, 4, 5, 9});
-    marks.LinesDeleted(2, 2); // lines 3 and 4
+    marks.LinesDeleted({2, 2}); // lines 3 and 4
     EXPECT_EQ(LinesOf(marks), (Lines{1, 2, 3, 7}));
 }
 
 TEST(LineMarks, MoveBackWhenAnInsertionIsTakenBack) {
     LineMarks marks;
     Toggle(marks, {2, 6});
-    marks.LinesTakenBack(2, 3);
+    marks.LinesTakenBack({2, 3});
     EXPECT_EQ(LinesOf(marks), (Lines{2, 3}));
 }
 
 TEST(LineMarks, StaySortedWhenAMarkInsideTheLinesTakenBackMovesUp) {
     LineMarks marks;
     Toggle(marks, {0, 2, 4, 6, 8});
-    marks.LinesTakenBack(4, 5); // 6 moves to 1, 8 to 3
+    marks.LinesTakenBack({4, 5}); // 6 moves to 1, 8 to 3
     EXPECT_EQ(LinesOf(marks), (Lines{0, 1, 2, 3, 4}));
-    marks.LinesTakenBack(0, 2); // 1 and 2 to 0, 3 to 1, 4 to 2
+    marks.LinesTakenBack({0, 2}); // 1 and 2 to 0, 3 to 1, 4 to 2
     EXPECT_EQ(LinesOf(marks), (Lines{0, 1, 2}));
 }
 
@@ -147,18 +150,18 @@ TEST(LineMarks, BehaveLikeAPlainSetOnRandomOperations) {
             if (!next.erase(line)) next.insert(line);
             break;
         case 0:
-            marks.LinesInserted(line, count);
+            marks.LinesInserted({line, count});
             for (uint32_t m : model) next.insert(m > line ? m + count : m);
             break;
         case 1:
-            marks.LinesDeleted(line, count);
+            marks.LinesDeleted({line, count});
             for (uint32_t m : model) {
                 if (m <= line) next.insert(m);
                 if (m > line + count) next.insert(m - count);
             }
             break;
         case 2:
-            marks.LinesTakenBack(line, count);
+            marks.LinesTakenBack({line, count});
             for (uint32_t m : model) next.insert(m <= line ? m : m > count ? m - count : 0);
             break;
         case 3:

@@ -321,8 +321,8 @@ TEST(TextBuffer, TogglingABookmarkRepaintsItsLineAndClearingRepaintsAll) {
     document->ToggleBookmark(1);
     EXPECT_EQ(view->invalidatedLines, (std::vector<LineRange>{{1, 1}}));
     EXPECT_NE(document->FindMark(1), nullptr);
-    EXPECT_EQ(document->NextMark(0, 1, false), document->FindMark(1));
-    EXPECT_EQ(document->PrevMark(2, 1, false), document->FindMark(1));
+    EXPECT_EQ(document->NextMark(0, LineMark::Bookmark, false), document->FindMark(1));
+    EXPECT_EQ(document->PrevMark(2, LineMark::Bookmark, false), document->FindMark(1));
     EXPECT_EQ(view->invalidations, 0);
     document->ClearBookmarks();
     EXPECT_EQ(document->FindMark(1), nullptr);
