@@ -2,6 +2,8 @@
 
 #include "base/Assert.h"
 
+#include <algorithm>
+
 bool EditLine::Open(TextStore& store, uint32_t line) {
     ORVANE_ASSERT(!IsOpen() || !pending); // what was typed would be lost
     const uint32_t lineStart = store.LineToOffset(line);
@@ -29,6 +31,11 @@ void EditLine::Release() {
     Close();
 }
 
+TextRange EditLine::RangeOf(ColumnRange columns) const {
+    const uint64_t end = uint64_t{start} + columns.end;
+    return {start + columns.start, static_cast<uint32_t>(std::min<uint64_t>(end, UINT32_MAX))};
+}
+
 bool EditLine::Insert(uint32_t column, const Char* inserted, uint32_t count) {
     ORVANE_ASSERT(IsOpen() && column <= Length());
     if (!text.Insert(column, inserted, count)) return false;
@@ -36,9 +43,9 @@ bool EditLine::Insert(uint32_t column, const Char* inserted, uint32_t count) {
     return true;
 }
 
-void EditLine::Erase(uint32_t column, uint32_t count) {
-    ORVANE_ASSERT(IsOpen() && column <= Length() && count <= Length() - column);
-    text.Erase(column, count);
+void EditLine::Erase(ColumnRange columns) {
+    ORVANE_ASSERT(IsOpen() && columns.start <= columns.end && columns.end <= Length());
+    text.Erase(columns.start, columns.Length());
     pending = true;
 }
 

@@ -16,6 +16,8 @@ public:
     uint32_t Number() const { return number; } // NoLine while none is open
     // Offset in the store. Like StoreLength it is kept when the line is closed, and counts while one is open.
     uint32_t Start() const { return start; }
+    // Where columns of the line are in a store that has it as it is now; an end beyond 32 bits is the greatest offset.
+    TextRange RangeOf(ColumnRange columns) const;
     // Characters of the store that the line replaces.
     uint32_t StoreLength() const { return storeLength; }
     const WString& Text() const { return text; }
@@ -36,7 +38,7 @@ public:
     void Release();
 
     [[nodiscard]] bool Insert(uint32_t column, const Char* inserted, uint32_t count);
-    void Erase(uint32_t column, uint32_t count);
+    void Erase(ColumnRange columns);
     void Set(uint32_t column, Char character);
 
 private:

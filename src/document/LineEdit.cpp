@@ -39,7 +39,7 @@ bool LineEdit::ChangeEditLine(bool back) {
     if (replaced) {
         line.Set(column, back ? replaced : text[0]);
     } else if (removes) {
-        line.Erase(column, count);
+        line.Erase({column, column + count});
     } else if (!line.Insert(column, text.Text(), count)) {
         return false;
     }

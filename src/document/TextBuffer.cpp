@@ -236,37 +236,40 @@ bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
     const uint32_t end = parts.editLine.Length();
     column = std::min(column, end);
     const Char* line = EditLine().Text();
-    const uint32_t blanks = std::all_of(line + column, line + end, Text::IsBlank) ? end - column : 0;
+    const ColumnRange rest = {column, end};
     uint32_t indent = 0;
     while (indent < column && Text::IsBlank(line[indent])) ++indent;
 
     WString inserted;
     if (!inserted.Assign(u"\n") || !inserted.Append(line, indent)) return false;
-    if (!blanks) return InsertText(EditLineStart() + column, inserted.Text(), inserted.Length());
-    return BreakBeforeBlanks(view, column, blanks, inserted);
+    if (rest.IsEmpty() || !std::all_of(line + column, line + end, Text::IsBlank))
+        return InsertText(EditLineStart() + column, inserted.Text(), inserted.Length());
+    return BreakBeforeBlanks(view, rest, inserted);
 }
 
 // An Enter that also removes the blanks after the caret.
-bool TextBuffer::BreakBeforeBlanks(TextDocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted) {
+bool TextBuffer::BreakBeforeBlanks(TextDocumentView* view, ColumnRange blanks, const WString& inserted) {
     const EditPipeline::Operation operation(pipeline);
-    const uint32_t offset = EditLineStart() + column;
+    const uint32_t offset = EditLineStart() + blanks.start;
     if (!CommitEdit() || !BeginGroup()) return false;
-    if (DeleteInEditLine(view, column, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
+    if (DeleteInEditLine(view, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
         return true;
     AbandonGroup();
     return false;
 }
 
-bool TextBuffer::DeleteInEditLine(TextDocumentView* view, uint32_t column, uint32_t count) {
+bool TextBuffer::DeleteInEditLine(TextDocumentView* view, ColumnRange columns) {
     if (readOnly) return true;
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length(); // of its line feed, or of the terminator on the last line
     const Char* line = EditLine().Text();
-    if (column <= end && line[end] == u'\n') return CommitEdit() && DeleteText(EditLineStart() + column, count);
-    if (column >= end || count == 0) return false;
+    if (columns.start <= end && line[end] == u'\n') return CommitEdit() && DeleteText(parts.editLine.RangeOf(columns));
+    const uint32_t removedEnd = std::min(columns.end, end);
+    if (columns.start >= removedEnd) return false;
     auto* record = new LineEdit(pipeline.Target(), true);
-    const uint32_t removed = std::min(count, end - column);
-    UndoRecord* checked = Checked(record, record && record->SetUp(column, line + column, removed, u'\0'));
+    const Char* removed = line + columns.start;
+    UndoRecord* checked =
+        Checked(record, record && record->SetUp(columns.start, removed, removedEnd - columns.start, u'\0'));
     return checked && PerformAndPush(checked);
 }
 
@@ -280,14 +283,13 @@ bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t coun
     return PerformAndPush(checked);
 }
 
-bool TextBuffer::DeleteText(uint32_t offset, uint32_t count) {
+bool TextBuffer::DeleteText(TextRange range) {
     if (readOnly) return true;
     if (!CommitEdit()) return false;
-    offset = std::min(offset, Length());
-    count = std::min(count, Length() - offset);
-    if (count == 0) return true;
+    range.end = std::min(range.end, Length());
+    if (range.start >= range.end) return true;
     auto* record = new DeleteEdit(pipeline.Target());
-    UndoRecord* checked = Checked(record, record && record->SetUp({offset, offset + count}));
+    UndoRecord* checked = Checked(record, record && record->SetUp(range));
     if (!checked) return false;
     parts.editLine.Close();
     return PerformAndPush(checked);

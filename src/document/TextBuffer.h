@@ -61,9 +61,9 @@ public:
     // the place of the one at `column`, as a step of its own.
     bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
     bool NewLine(TextDocumentView* view, uint32_t column);
-    bool DeleteInEditLine(TextDocumentView* view, uint32_t column, uint32_t count);
+    bool DeleteInEditLine(TextDocumentView* view, ColumnRange columns);
     bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
-    bool DeleteText(uint32_t offset, uint32_t count);
+    bool DeleteText(TextRange range);
     // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
     [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
@@ -129,7 +129,7 @@ private:
 
     // Makes the caret line of `view` the edit line. False when there is no such line or no memory.
     bool OpenCaretLine(const TextDocumentView* view);
-    bool BreakBeforeBlanks(TextDocumentView* view, uint32_t column, uint32_t blanks, const WString& inserted);
+    bool BreakBeforeBlanks(TextDocumentView* view, ColumnRange blanks, const WString& inserted);
     // Makes the text absent and forgets all that belongs to it. With `destroyViews` the views go, else they
     // move to the start.
     void Clear(bool destroyViews);

@@ -10,11 +10,7 @@ bool TextContent::EditLineAffectsFollowingLines() const {
     return engine && engine->MayChangeState(EditLine().Text(), EditLine().Length());
 }
 
-bool TextContent::IsWholeWordAt(uint32_t offset, uint32_t count) const {
-    const uint64_t end = uint64_t{offset} + count;
-    return TextSearch::IsWholeWord(Content(), Length(),
-                                   {offset, end < Length() ? static_cast<uint32_t>(end) : Length()});
-}
+bool TextContent::IsWholeWordAt(TextRange range) const { return TextSearch::IsWholeWord(Content(), Length(), range); }
 
 uint32_t TextContent::FindFrom(const SearchQuery& query, TextRange area) const {
     return TextSearch(Content(), Length(), query).FindFrom(area);

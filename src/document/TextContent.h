@@ -47,7 +47,8 @@ public:
     LineMark* FindMark(uint32_t line) const { return parts.marks.Find(line); }
 
     SyntaxEngine* Engine() const { return engine; }
-    bool IsWholeWordAt(uint32_t offset, uint32_t count) const;
+    // Whether the characters of a range of the store, which ends with the text at the latest, are whole words.
+    bool IsWholeWordAt(TextRange range) const;
     // The first match that starts in `area` of the store; NoOffset without one.
     uint32_t FindFrom(const SearchQuery& query, TextRange area) const;
 

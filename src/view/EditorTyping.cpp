@@ -70,7 +70,7 @@ void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
     if (atTextEnd) return;
     const uint32_t count = word && column < line.length ? Words::EndAfter(line, column) - column : 1;
     editor.PrepareEdit();
-    if (editor.GetTextBuffer()->DeleteInEditLine(&editor, column, count))
+    if (editor.GetTextBuffer()->DeleteInEditLine(&editor, {column, column + count}))
         editor.MoveCaret({editor.CaretLine(), column}, false);
 }
 
@@ -85,5 +85,5 @@ void EditorTyping::DeleteBack(TextEditor& editor, bool word) {
     if (column > 0) count = word ? column - Words::StartBefore(line, column) : BackToTabStop(line, column);
     const uint32_t offset = editor.CaretOffset();
     if (offset < count || !editor.GetTextBuffer()->CommitEdit()) return;
-    editor.GetTextBuffer()->DeleteText(offset - count, count);
+    editor.GetTextBuffer()->DeleteText({offset - count, offset});
 }

@@ -5,7 +5,7 @@
 // Right after a match the character before is the last one of its replacement, not of the text that is still there.
 bool MatchList::Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const {
     if (!search.wholeWord) return true;
-    if (at != lastEnd) return document.IsWholeWordAt(at, search.length);
+    if (at != lastEnd) return document.IsWholeWordAt({at, at + search.length});
     const uint32_t after = at + search.length;
     return !Text::IsWordChar(before) && !(after < document.Length() && Text::IsWordChar(document.Content()[after]));
 }

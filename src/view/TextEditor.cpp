@@ -143,8 +143,7 @@ void TextEditor::CollapseSelection() {
 }
 
 bool TextEditor::DeleteSelection() {
-    const uint32_t start = caret.SelectionStart();
-    return caret.HasSelection() && GetTextBuffer()->DeleteText(start, caret.SelectionEnd() - start);
+    return caret.HasSelection() && GetTextBuffer()->DeleteText(caret.Selection().Range());
 }
 
 void TextEditor::GoToLine(uint32_t line, bool selectLine) {

@@ -115,7 +115,7 @@ private:
     }
     void Erase(Input& input) {
         const uint32_t column = input.Number();
-        document->DeleteInEditLine(Active(), column, input.Number());
+        document->DeleteInEditLine(Active(), {column, column + input.Number()});
     }
     void Insert(Input& input) {
         std::u16string text(input.Byte() % 9, u' ');
@@ -128,7 +128,7 @@ private:
     }
     void Delete(Input& input) {
         const uint32_t offset = input.Number();
-        Require(document->DeleteText(offset, input.Number()));
+        Require(document->DeleteText({offset, offset + input.Number()}));
     }
     void Move(Input& input) {
         if (input.Byte() % 4 == 0) active = 1 - active;

@@ -106,12 +106,12 @@ TEST_F(EditFlowTest, KeysWorkOnTheOneCopyOfTheirLine) {
     EXPECT_EQ(document.EditLine().substr(0, 7), u"xythre#") << "one that extends it";
     document->TypeChar(view, u'z', 0, true, true);
     EXPECT_EQ(document.EditLine().substr(0, 7), u"zythre#") << "one that overwrites";
-    document->DeleteInEditLine(view, 0, 1);
+    document->DeleteInEditLine(view, {0, 1});
     EXPECT_EQ(document.EditLine().substr(0, 6), u"ythre#");
 }
 
 TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotReported) {
-    document->DeleteText(99, 5);
+    document->DeleteText({99, 104});
     EXPECT_EQ(view->editsFinished, 0);
 }
 

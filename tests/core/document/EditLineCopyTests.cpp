@@ -38,7 +38,7 @@ TEST_F(EditLineCopyTest, ALineIsCopiedWithItsEnd) {
 TEST_F(EditLineCopyTest, ChangesStayInTheCopyUntilItIsWrittenBack) {
     ASSERT_TRUE(line.Open(store, 1));
     ASSERT_TRUE(line.Insert(1, u"hrowa", 5));
-    line.Erase(6, 2);
+    line.Erase({6, 8});
     line.Set(0, u'T');
     EXPECT_EQ(Copy(), u"Throwa\n");
     EXPECT_TRUE(line.IsPending());
@@ -67,7 +67,7 @@ TEST_F(EditLineCopyTest, AFailedWriteBackLeavesEverythingPending) {
 
 TEST_F(EditLineCopyTest, AReleasedLineForgetsWhatIsPending) {
     ASSERT_TRUE(line.Open(store, 0));
-    line.Erase(0, 1);
+    line.Erase({0, 1});
     line.Release();
     EXPECT_FALSE(line.IsOpen() || line.IsPending());
     EXPECT_EQ(Copy(), u"");

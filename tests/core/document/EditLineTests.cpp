@@ -102,7 +102,7 @@ TEST_F(EditLineTest, CommitWritesALongerAShorterAndAnEqualLineBack) {
     EXPECT_EQ(document->EditLineNumber(), NoLine);
 
     view->PutCaret(1, 0);
-    ASSERT_TRUE(document->DeleteInEditLine(view, 0, 2)); // the last line: pending
+    ASSERT_TRUE(document->DeleteInEditLine(view, {0, 2})); // the last line: pending
     EXPECT_TRUE(document->HasPendingEdit());
     EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(document.Store(), u"12abc\nf");
@@ -242,7 +242,7 @@ TEST_F(EditLineTest, OvertypingAtTheLineEndInserts) {
 
 TEST_F(EditLineTest, TypingAfterAPendingDeletionStartsAStep) {
     Start(u"abcd");
-    ASSERT_TRUE(document->DeleteInEditLine(view, 1, 1));
+    ASSERT_TRUE(document->DeleteInEditLine(view, {1, 2}));
     ASSERT_TRUE(document->TypeChar(view, u'x', 2, true, false)); // column + 1 of the deletion
     EXPECT_EQ(document.UndoSteps(), 2u);
     document->Undo();
@@ -327,17 +327,17 @@ TEST_F(EditLineTest, CoalescedTypingWithoutNotificationAsksAndPaintsNothing) {
 TEST_F(EditLineTest, DeletingInALineWithALineFeedChangesTheStore) {
     Start(u"abcd\nef");
     Type(u"x");
-    EXPECT_TRUE(document->DeleteInEditLine(view, 1, 2));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {1, 3}));
     EXPECT_EQ(document.Store(), u"xcd\nef");
     EXPECT_EQ(document.UndoStates(), (States{2, 2}));
-    EXPECT_TRUE(document->DeleteInEditLine(view, 3, 1));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {3, 4}));
     EXPECT_EQ(document.Store(), u"xcdef") << "the line feed itself can go";
 }
 
 TEST_F(EditLineTest, DeletingInTheLastLineIsPending) {
     Start(u"one\nabcd");
     view->PutCaret(1, 1);
-    EXPECT_TRUE(document->DeleteInEditLine(view, 1, 2));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {1, 3}));
     EXPECT_EQ(document.Store(), u"one\nabcd");
     EXPECT_EQ(document.Text(), u"one\nad");
     EXPECT_EQ(document.UndoStates(), (States{3}));
@@ -347,25 +347,25 @@ TEST_F(EditLineTest, DeletingInTheLastLineIsPending) {
 
 TEST_F(EditLineTest, DeletingInTheLastLineStopsAtItsEnd) {
     Start(u"abcd");
-    EXPECT_TRUE(document->DeleteInEditLine(view, 2, 100));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {2, 102}));
     EXPECT_EQ(document.Text(), u"ab");
-    EXPECT_TRUE(document->DeleteInEditLine(view, 1, 1));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {1, 2}));
     EXPECT_EQ(document.Text(), u"a");
-    EXPECT_TRUE(document->DeleteInEditLine(view, 0, UINT32_MAX));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {0, UINT32_MAX}));
     EXPECT_EQ(document.Text(), u"");
 }
 
 TEST_F(EditLineTest, DeletingNothingInTheLastLineFails) {
     Start(u"abcd");
-    EXPECT_FALSE(document->DeleteInEditLine(view, 4, 1));
-    EXPECT_FALSE(document->DeleteInEditLine(view, 9, 1));
-    EXPECT_FALSE(document->DeleteInEditLine(view, 1, 0));
+    EXPECT_FALSE(document->DeleteInEditLine(view, {4, 5}));
+    EXPECT_FALSE(document->DeleteInEditLine(view, {9, 10}));
+    EXPECT_FALSE(document->DeleteInEditLine(view, {1, 1}));
     EXPECT_EQ(document.UndoSteps(), 0u);
 }
 
 TEST_F(EditLineTest, DeletingWithoutAnEditLineFails) {
     TextDocument fresh(u"abc");
-    EXPECT_FALSE(fresh->DeleteInEditLine(nullptr, 0, 1));
+    EXPECT_FALSE(fresh->DeleteInEditLine(nullptr, {0, 1}));
 }
 
 // Read-only documents.
@@ -376,9 +376,9 @@ TEST_F(EditLineTest, EditsOfAReadOnlyDocumentSucceedAndChangeNothing) {
     EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
     EXPECT_TRUE(document->TypeChar(view, u'\r', 0, true, false));
     EXPECT_TRUE(document->NewLine(view, 1));
-    EXPECT_TRUE(document->DeleteInEditLine(view, 0, 1));
+    EXPECT_TRUE(document->DeleteInEditLine(view, {0, 1}));
     EXPECT_TRUE(document->InsertText(0, u"x", 1));
-    EXPECT_TRUE(document->DeleteText(0, 1));
+    EXPECT_TRUE(document->DeleteText({0, 1}));
     EXPECT_TRUE(document->BeginGroup());
     EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(document.Text(), u"abc\n  ");

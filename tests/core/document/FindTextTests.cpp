@@ -141,20 +141,20 @@ TEST(FindText, FindsNothingWithoutAStore) {
 
 TEST(IsWholeWordAt, LooksAtTheCharactersAroundTheMatch) {
     TextDocument document(u"ab cd-e_f#g");
-    EXPECT_TRUE(document->IsWholeWordAt(0, 2));
-    EXPECT_FALSE(document->IsWholeWordAt(0, 1));
-    EXPECT_FALSE(document->IsWholeWordAt(1, 1));
-    EXPECT_TRUE(document->IsWholeWordAt(3, 2));
-    EXPECT_FALSE(document->IsWholeWordAt(6, 1)) << "an underscore is a word character";
-    EXPECT_FALSE(document->IsWholeWordAt(10, 1)) << "and so is a hash";
-    EXPECT_TRUE(document->IsWholeWordAt(6, 5)) << "the end of the text ends a word";
+    EXPECT_TRUE(document->IsWholeWordAt({0, 2}));
+    EXPECT_FALSE(document->IsWholeWordAt({0, 1}));
+    EXPECT_FALSE(document->IsWholeWordAt({1, 2}));
+    EXPECT_TRUE(document->IsWholeWordAt({3, 5}));
+    EXPECT_FALSE(document->IsWholeWordAt({6, 7})) << "an underscore is a word character";
+    EXPECT_FALSE(document->IsWholeWordAt({10, 11})) << "and so is a hash";
+    EXPECT_TRUE(document->IsWholeWordAt({6, 11})) << "the end of the text ends a word";
 }
 
 TEST(IsWholeWordAt, IsFalseAtAndBeyondTheEnd) {
     TextDocument document(u"ab ");
-    EXPECT_FALSE(document->IsWholeWordAt(3, 0));
-    EXPECT_FALSE(document->IsWholeWordAt(UINT32_MAX, UINT32_MAX));
-    EXPECT_TRUE(document->IsWholeWordAt(0, UINT32_MAX)) << "a count beyond the end ends with the text";
+    EXPECT_FALSE(document->IsWholeWordAt({3, 3}));
+    EXPECT_FALSE(document->IsWholeWordAt({UINT32_MAX, UINT32_MAX}));
+    EXPECT_TRUE(document->IsWholeWordAt({0, UINT32_MAX})) << "a range beyond the end ends with the text";
 }
 
 // The rules word for word, one offset after the other.

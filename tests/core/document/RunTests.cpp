@@ -121,7 +121,7 @@ TEST_F(RunTest, TypingIntoAnOutputDocumentChangesNothing) {
     EXPECT_TRUE(document->TypeChar(view, u'x', 1, true, false));
     EXPECT_TRUE(document->NewLine(view, 1));
     EXPECT_TRUE(document->InsertText(0, u"y", 1));
-    EXPECT_TRUE(document->DeleteText(0, 1));
+    EXPECT_TRUE(document->DeleteText({0, 1}));
     EXPECT_EQ(document.Text(), u"ab");
     EXPECT_FALSE(document->HasPendingEdit());
 }

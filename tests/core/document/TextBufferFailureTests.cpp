@@ -29,7 +29,7 @@ struct Scene {
         document->ToggleBookmark(1);
         document->InsertText(document->Length(), u"  tail", 6);
         EXPECT_TRUE(document->BeginGroup());
-        document->DeleteText(0, 2);
+        document->DeleteText({0, 2});
         document->InsertText(3, u"x\ny\nz", 5);
         EXPECT_TRUE(document->EndGroup());
         document->Undo();
@@ -196,7 +196,7 @@ TEST(TextBufferFailure, EnterThatRemovesBlanksOfTheLastLine) {
 TEST(TextBufferFailure, DeletingInALine) {
     const Action pending = [](Scene& scene) { return Type(scene, u"abcdefghijklmnop"); };
     const Action erase = [](Scene& scene) {
-        return scene.document->DeleteInEditLine(scene.view, scene.view->CaretColumn(), 1);
+        return scene.document->DeleteInEditLine(scene.view, {scene.view->CaretColumn(), scene.view->CaretColumn() + 1});
     };
     EXPECT_GE(FailInTurn(Nothing, erase), 3u);
     EXPECT_GE(FailInTurn(pending, erase), 3u);
@@ -207,14 +207,14 @@ TEST(TextBufferFailure, DeletingInTheLastLine) {
         scene.view->PutCaret(3, 1);
         return true;
     };
-    EXPECT_GE(FailInTurn(last, [](Scene& scene) { return scene.document->DeleteInEditLine(scene.view, 1, 2); }), 3u);
+    EXPECT_GE(FailInTurn(last, [](Scene& scene) { return scene.document->DeleteInEditLine(scene.view, {1, 3}); }), 3u);
 }
 
 TEST(TextBufferFailure, InsertingAndDeletingText) {
     EXPECT_GE(FailInTurn(Nothing,
                          [](Scene& scene) { return scene.document->InsertText(5, u"a\nb that needs more room", 24); }),
               4u);
-    EXPECT_GE(FailInTurn(Nothing, [](Scene& scene) { return scene.document->DeleteText(5, 9); }), 3u);
+    EXPECT_GE(FailInTurn(Nothing, [](Scene& scene) { return scene.document->DeleteText({5, 14}); }), 3u);
 }
 
 TEST(TextBufferFailure, UndoingAndRedoing) {
@@ -223,14 +223,14 @@ TEST(TextBufferFailure, UndoingAndRedoing) {
         scene.view->PutCaret(3, 0);
         Type(scene, u"abcdefghijklmnopqrstuvwxyz");
         scene.view->PutCaret(3, 0);
-        return scene.document->DeleteInEditLine(scene.view, 0, 100) && scene.document->CommitEdit();
+        return scene.document->DeleteInEditLine(scene.view, {0, 100}) && scene.document->CommitEdit();
     };
     EXPECT_GE(FailInTurn(tight, [](Scene& scene) { return scene.document->Undo(); }), 1u);
     // In a group the second record to be undone needs the room.
     const Action tightGroup = [](Scene& scene) {
         scene.view->PutCaret(3, 0);
         return scene.document->BeginGroup() && Type(scene, u"abcdefghijklmnopqrstuvwxyz") &&
-               scene.document->DeleteInEditLine(scene.view, 0, 100) && scene.document->InsertText(0, u"x", 1) &&
+               scene.document->DeleteInEditLine(scene.view, {0, 100}) && scene.document->InsertText(0, u"x", 1) &&
                scene.document->EndGroup();
     };
     EXPECT_GE(FailInTurn(tightGroup, [](Scene& scene) { return scene.document->Undo(); }), 1u);

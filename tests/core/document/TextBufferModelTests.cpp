@@ -138,7 +138,8 @@ private:
     void DeleteInLine() {
         const uint32_t column = random.OneIn(4) ? random.Below(30) : active->CaretColumn();
         const uint32_t count = random.Below(6);
-        ASSERT_EQ(document->DeleteInEditLine(active, column, count), model.DeleteInLine(active, column, count));
+        ASSERT_EQ(document->DeleteInEditLine(active, {column, column + count}),
+                  model.DeleteInLine(active, column, count));
     }
     void InsertText() {
         const auto offset = random.Below(model.text.size() + 1);
@@ -149,7 +150,7 @@ private:
     void DeleteText() {
         const auto offset = random.Below(model.text.size() + 1);
         const uint32_t count = random.Below(random.OneIn(20) ? model.text.size() : 20);
-        ASSERT_TRUE(document->DeleteText(offset, count));
+        ASSERT_TRUE(document->DeleteText({offset, offset + count}));
         model.Delete(offset, count);
     }
     void MoveCaret() {

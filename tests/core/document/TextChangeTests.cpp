@@ -36,7 +36,7 @@ protected:
 TEST_F(TextChangeTest, StoreEditsReportTheirOffset) {
     document->InsertText(9, u"x\n", 2);
     EXPECT_EQ(Told(), (Offsets{9}));
-    document->DeleteText(5, 3);
+    document->DeleteText({5, 8});
     EXPECT_EQ(Told(), (Offsets{5}));
     document->Undo();
     EXPECT_EQ(Told(), (Offsets{5}));

@@ -68,7 +68,7 @@ TEST(TextStore, EveryGrowingEditEndsWithExactlyTheRoomNeeded) {
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 12u);
     document->InsertText(0, u"x", 1);
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 13u);
-    document->DeleteText(0, 10);
+    document->DeleteText({0, 10});
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 13u) << "room is never given back by an edit";
     document->InsertText(0, u"abc", 3);
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 13u) << "and used before more is taken";
@@ -78,7 +78,7 @@ TEST(TextStore, TheTextIsAlwaysFollowedByANul) {
     TextDocument document(u"one\ntwo");
     document->InsertText(3, u"xyz", 3);
     EXPECT_EQ(document->Content()[10], 0);
-    document->DeleteText(1, 8);
+    document->DeleteText({1, 9});
     EXPECT_EQ(document->Content()[2], 0);
     EXPECT_EQ(document.Store(), u"oo");
 }
@@ -173,7 +173,7 @@ TEST(TextStore, LookUpsStayRightAfterEditsBeforeInsideAndAfterCachedLines) {
         TextDocument document(u"ab\ncd\nef\ngh\n");
         for (uint32_t line = 0; line < 5; ++line) document->LineToOffset(line);
         document->InsertText(position, u"x\ny", 3);
-        if (position < 12) document->DeleteText(position + 3, 1);
+        if (position < 12) document->DeleteText({position + 3, position + 4});
         const std::u16string text = document.Store();
         uint32_t start = 0;
         for (uint32_t line = 0; line < document->GetLineCount(); ++line) {
@@ -187,7 +187,7 @@ TEST(TextStore, LookUpsStayRightAfterEditsBeforeInsideAndAfterCachedLines) {
 TEST(TextStore, DeletingARangeThatContainsACachedLineStartRemovesThatEntry) {
     TextDocument document(u"ab\ncd\nef\ngh\n");
     for (uint32_t line : {0u, 1u, 2u, 3u}) document->LineToOffset(line);
-    document->DeleteText(4, 3); // "d\ne": holds the start of line 2
+    document->DeleteText({4, 7}); // "d\ne": holds the start of line 2
     EXPECT_EQ(CachedLines(*document), (Lines{2, 1, 0}));
     EXPECT_EQ(document->LineToOffset(2), 6u);
 }
@@ -221,7 +221,7 @@ TEST(TextStore, InsertsAndDeletesAnywhere) {
     EXPECT_TRUE(document->InsertText(5, u"\ne", 2));
     EXPECT_EQ(document.Store(), u"a\nbcd\ne");
     EXPECT_EQ(document->GetLineCount(), 3u);
-    EXPECT_TRUE(document->DeleteText(1, 2));
+    EXPECT_TRUE(document->DeleteText({1, 3}));
     EXPECT_EQ(document.Store(), u"acd\ne");
     EXPECT_EQ(document->GetLineCount(), 2u);
 }
@@ -230,16 +230,16 @@ TEST(TextStore, RequestsBeyondTheEndAreClamped) {
     TextDocument document(u"abc");
     EXPECT_TRUE(document->InsertText(100, u"d", 1));
     EXPECT_EQ(document.Store(), u"abcd");
-    EXPECT_TRUE(document->DeleteText(2, 100));
+    EXPECT_TRUE(document->DeleteText({2, 102}));
     EXPECT_EQ(document.Store(), u"ab");
-    EXPECT_TRUE(document->DeleteText(100, 100));
+    EXPECT_TRUE(document->DeleteText({100, 200}));
     EXPECT_EQ(document.Store(), u"ab");
 }
 
 TEST(TextStore, NothingToInsertOrDeleteLeavesNoStep) {
     TextDocument document(u"abc");
     EXPECT_TRUE(document->InsertText(1, u"", 0));
-    EXPECT_TRUE(document->DeleteText(1, 0));
+    EXPECT_TRUE(document->DeleteText({1, 1}));
     EXPECT_FALSE(document->IsModified());
     EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
 }

@@ -53,7 +53,7 @@ TEST_F(UndoTest, AnInsertionIsTakenBackAndDoneAgain) {
 
 TEST_F(UndoTest, ADeletionIsTakenBackAndDoneAgain) {
     Start(u"one\ntwo");
-    document->DeleteText(2, 3);
+    document->DeleteText({2, 5});
     EXPECT_EQ(document.Store(), u"onwo");
     document->Undo();
     EXPECT_EQ(document.Store(), u"one\ntwo");
@@ -87,7 +87,7 @@ TEST_F(UndoTest, AGroupIsOneStep) {
     Start(u"abc");
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"x");
-    document->DeleteText(1, 1);
+    document->DeleteText({1, 2});
     EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
     document->Undo();
@@ -168,7 +168,7 @@ TEST_F(UndoTest, EveryRecordTakesTheNextSerial) {
 
 TEST_F(UndoTest, ARecordHoldsItsTextItsPlaceAndItsLines) {
     Start(u"one\ntwo\nthree");
-    document->DeleteText(2, 7);
+    document->DeleteText({2, 9});
     auto* record = static_cast<const TextEdit*>(TextBufferProbe::UndoHead(*document));
     EXPECT_EQ(record->state, UndoRecord::State::InStore);
     EXPECT_EQ(&record->target.content, &*document);
@@ -242,7 +242,7 @@ TEST_F(UndoTest, APendingOvertypedCharacterAndAPendingDeletionAreUndoneInTheEdit
     Start(u"abcd");
     Type(u"123");
     document->TypeChar(view, u'x', 4, true, true);
-    ASSERT_TRUE(document->DeleteInEditLine(view, 5, 2));
+    ASSERT_TRUE(document->DeleteInEditLine(view, {5, 7}));
     EXPECT_EQ(document.Text(), u"123ax");
     NoMemory noMemory;
     document->Undo();
@@ -310,7 +310,7 @@ TEST_F(UndoTest, BookmarksFollowAnInsertionItsUndoAndRedo) {
 TEST_F(UndoTest, UndoingTheDeletionOfThreeLinesAboveABookmarkMovesItDownAndRedoBack) {
     Start(u"0\n1\n2\n3\n4\n5\n");
     document->ToggleBookmark(5);
-    document->DeleteText(2, 6); // lines 1 to 3
+    document->DeleteText({2, 8}); // lines 1 to 3
     EXPECT_EQ(document.MarkedLines(), (Lines{2}));
     document->Undo();
     EXPECT_EQ(document.MarkedLines(), (Lines{5}));
@@ -320,7 +320,7 @@ TEST_F(UndoTest, UndoingTheDeletionOfThreeLinesAboveABookmarkMovesItDownAndRedoB
 
 TEST_F(UndoTest, ABookmarkOnADeletedLineIsRemoved) {
     Start(u"0\n1\n2\n3\n4\n");
-    document->DeleteText(2, 4);
+    document->DeleteText({2, 6});
     document->Undo();
     for (uint32_t line : {1u, 2u, 3u, 4u}) document->ToggleBookmark(line);
     document->Redo(); // lines 2 and 3 are joined onto line 1, which stays
@@ -333,7 +333,7 @@ TEST_F(UndoTest, AnEditWithinALineLeavesTheBookmarks) {
     Start(u"0\n1\n");
     document->ToggleBookmark(1);
     Insert(0, u"abc");
-    document->DeleteText(0, 2);
+    document->DeleteText({0, 2});
     EXPECT_EQ(document.MarkedLines(), (Lines{1}));
 }
 
@@ -346,7 +346,7 @@ TEST_F(UndoTest, AnAbandonedGroupLeavesNoTrace) {
     EXPECT_TRUE(document->BeginGroup());
     Insert(1, u"abc\n");
     EXPECT_TRUE(document->BeginGroup());
-    document->DeleteText(0, 3);
+    document->DeleteText({0, 3});
     EXPECT_TRUE(document->EndGroup());
     view->PutCaret(1, 0);
     Type(u"typed");
@@ -364,7 +364,7 @@ TEST_F(UndoTest, AnAbandonedGroupBringsBackWhatCouldBeRedone) {
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
     EXPECT_TRUE(document->BeginGroup());
-    document->DeleteText(0, 3);
+    document->DeleteText({0, 3});
     document->AbandonGroup();
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo)) << "the outer group's change is still there";
     document->AbandonGroup();
@@ -381,7 +381,7 @@ TEST_F(UndoTest, AGroupIsAbandonedWithoutMemory) {
     Start(u"one\ntwo");
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
-    document->DeleteText(0, 6);
+    document->DeleteText({0, 6});
     Type(u"typed");
     {
         NoMemory noMemory;
@@ -395,7 +395,7 @@ TEST_F(UndoTest, AStepThatFindsNoRoomChangesNothing) {
     Start(u"abcdefgh");
     Type(u"1");
     view->PutCaret(0, 0);
-    ASSERT_TRUE(document->DeleteInEditLine(view, 0, 9));
+    ASSERT_TRUE(document->DeleteInEditLine(view, {0, 9}));
     ASSERT_TRUE(document->CommitEdit()); // the room for the typed character was never taken
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 9u);
     {
@@ -411,13 +411,13 @@ TEST_F(UndoTest, AStepThatFindsNoRoomChangesNothing) {
 
 TEST_F(UndoTest, UndoTakesExactlyTheRoomItNeedsOnTheWay) {
     Start(u"0123456789");
-    document->DeleteText(0, 10);
+    document->DeleteText({0, 10});
     Insert(0, u"abc");
     document->Undo();
     document->Undo();
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 11u);
     EXPECT_TRUE(document->BeginGroup());
-    document->DeleteText(0, 5);
+    document->DeleteText({0, 5});
     Insert(0, u"0123456789");
     EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 16u);

@@ -28,7 +28,7 @@ protected:
     }
     const ViewState& Delete(Place before, uint32_t offset, uint32_t count) {
         Put(before);
-        document->DeleteText(offset, count);
+        document->DeleteText({offset, offset + count});
         return Captured();
     }
     void Put(Place place) {
@@ -141,7 +141,7 @@ TEST_F(ViewStateTest, AViewMadeLaterKeepsItsOffsetsWithinTheText) {
     EXPECT_EQ(second->CaretLine(), 4u);
     EXPECT_EQ(second->CaretColumn(), 0u);
     second->SelectRange(12, 12);
-    document->DeleteText(0, 5);
+    document->DeleteText({0, 5});
     document->Undo();
     document->Redo();
     EXPECT_EQ(second->CaretLine(), 0u) << "captured by the new record";

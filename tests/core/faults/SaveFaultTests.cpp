@@ -32,7 +32,7 @@ protected:
         ASSERT_TRUE(!hasFile || (*document)->Load(Target, false));
         before = document->Store();
         const std::u16string text = Text();
-        ASSERT_TRUE((*document)->DeleteText(0, (*document)->Length()));
+        ASSERT_TRUE((*document)->DeleteText({0, (*document)->Length()}));
         ASSERT_TRUE((*document)->InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
     }
 

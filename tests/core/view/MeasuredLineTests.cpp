@@ -164,10 +164,12 @@ TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
             buffer().InsertText(random.Below(buffer().Length()), random.OneIn(4) ? u"i\t" : u"ib", 2);
             atEnd();
             break;
-        case 4:
-            buffer().DeleteText(random.Below(buffer().Length() - 10), random.Below(5));
+        case 4: {
+            const uint32_t offset = random.Below(buffer().Length() - 10);
+            buffer().DeleteText({offset, offset + random.Below(5)});
             atEnd();
             break;
+        }
         case 5:
             Ctrl(random.OneIn(2) ? u'Z' : u'Y');
             break;

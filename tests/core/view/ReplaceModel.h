@@ -31,7 +31,7 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
         const uint32_t found = hit.offset;
         if (hit.wrapped || (inSelection && found + n > end)) break;
         ++count;
-        document.DeleteText(found, n);
+        document.DeleteText({found, found + n});
         document.InsertText(found, replacement.data(), r);
         at = found + r;
         end = end + r - n;
@@ -63,7 +63,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
             while (removed < text.size() && removed < size && IsBlank(text[removed])) {
                 if (text[removed++] == u'\t') break;
             }
-            if (removed) document.DeleteText(at, removed);
+            if (removed) document.DeleteText({at, at + removed});
             end -= removed;
         } else if (text.find_first_not_of(u" \t") != text.npos) {
             document.InsertText(at, unit.data(), static_cast<uint32_t>(unit.size()));
@@ -83,7 +83,7 @@ inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, 
     const bool grouped = view.Caret().SelectionStart() != view.Caret().SelectionEnd();
     if (grouped) {
         static_cast<void>(document.BeginGroup());
-        document.DeleteText(view.Caret().SelectionStart(), view.Caret().SelectionEnd() - view.Caret().SelectionStart());
+        document.DeleteText(view.Caret().Selection().Range());
     }
     const uint32_t caret = view.CaretOffset();
     if (wholeLine) {

@@ -108,7 +108,7 @@ TEST_F(TextViewportTest, TheGutterFollowsTheNumberOfLines) {
     viewport.Measure();
     EXPECT_EQ(viewport.GutterWidth(), 4 * 8);
     EXPECT_FALSE(viewport.UpdateGutter());
-    ASSERT_TRUE(document->DeleteText(0, 201 * 50));
+    ASSERT_TRUE(document->DeleteText({0, 201 * 50}));
     EXPECT_TRUE(viewport.UpdateGutter());
     EXPECT_EQ(viewport.GutterWidth(), 3 * 8);
 }
