@@ -52,7 +52,7 @@ void CompareForward(Sample& sample, const std::u16string& pattern, const char* n
     const Char* const text = sample.text.data();
     const size_t count = sample.text.size();
     const auto find = [=, &pattern] {
-        return Scan::FindForward(text, count, 0, count, pattern.data(), pattern.size(), matchCase);
+        return Scan::FindForward(text, count, {0, count}, {pattern.data(), pattern.size(), matchCase});
     };
     Bench::Check(find() == expected, name);
     Bench::Compare(
@@ -63,7 +63,7 @@ void CompareBackward(Sample& sample, const std::u16string& pattern, const char* 
     const Char* const text = sample.text.data();
     const size_t count = sample.text.size();
     const auto find = [=, &pattern] {
-        return Scan::FindBackward(text, count, count, pattern.data(), pattern.size(), matchCase);
+        return Scan::FindBackward(text, count, {0, count}, {pattern.data(), pattern.size(), matchCase});
     };
     Bench::Check(find() == expected, name);
     Bench::Compare(

@@ -35,13 +35,23 @@ size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passe
 size_t FindNul(const Char* text, size_t count);
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
 
-// Substring search over text[0, count): the first position p in [from, end) with p + n <= count at
-// which the n (>= 1) characters of `pattern` are, else NotFound. Without `matchCase` the ASCII
-// letters are folded on both sides.
-size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
-                   bool matchCase);
-// The same backwards: the last such position below `from`.
-size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
+// What is searched for: at least one character. Without `matchCase` the ASCII letters are folded on both sides.
+struct Pattern {
+    const Char* text;
+    size_t length;
+    bool matchCase;
+};
+
+// Where it may start: [start, end). A match may reach past `end`.
+struct Positions {
+    size_t start;
+    size_t end;
+};
+
+// Substring search over text[0, count): the first (last) of the positions at which the whole pattern is in the text,
+// else NotFound.
+size_t FindForward(const Char* text, size_t count, Positions at, const Pattern& pattern);
+size_t FindBackward(const Char* text, size_t count, Positions at, const Pattern& pattern);
 
 // The mark `self` is at `from` (below `count`). Returns the position of the `partner` that balances it, with
 // nested pairs in between, searched forward or backward from there. NotFound when the text ends first, or at
@@ -68,9 +78,8 @@ size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
 size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed);
 size_t FindNul(const Char* text, size_t count);
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
-size_t FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern, size_t n,
-                   bool matchCase);
-size_t FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n, bool matchCase);
+size_t FindForward(const Char* text, size_t count, Positions at, const Pattern& pattern);
+size_t FindBackward(const Char* text, size_t count, Positions at, const Pattern& pattern);
 size_t FindBalanceForward(const Char* text, size_t count, size_t from, Char self, Char partner);
 size_t FindBalanceBackward(const Char* text, size_t from, Char self, Char partner);
 size_t WidenAscii(const uint8_t* bytes, size_t count, Char* out);

@@ -53,19 +53,20 @@ struct Probe {
 };
 
 // The place of the rarest character of the pattern but for the one at `except`.
-size_t RarestOffset(const Char* pattern, size_t n, bool matchCase, size_t except) {
-    size_t best = except == 0 && n > 1 ? 1 : 0;
-    for (size_t i = 0; i < n; ++i)
-        if (i != except && CommonnessOf(pattern[i], matchCase) < CommonnessOf(pattern[best], matchCase)) best = i;
+size_t RarestOffset(const Scan::Pattern& pattern, size_t except) {
+    const auto commonness = [&](size_t place) { return CommonnessOf(pattern.text[place], pattern.matchCase); };
+    size_t best = except == 0 && pattern.length > 1 ? 1 : 0;
+    for (size_t i = 0; i < pattern.length; ++i)
+        if (i != except && commonness(i) < commonness(best)) best = i;
     return best;
 }
 
-class Pattern {
+// A pattern with its two probes.
+class Prepared {
 public:
-    Pattern(const Char* wanted, size_t length, bool withCase)
-        : pattern(wanted), n(length), matchCase(withCase),
-          first(pattern, RarestOffset(pattern, n, matchCase, Scan::NotFound), matchCase),
-          second(pattern, RarestOffset(pattern, n, matchCase, first.offset), matchCase) {}
+    explicit Prepared(const Scan::Pattern& wanted)
+        : pattern(wanted), first(pattern.text, RarestOffset(pattern, Scan::NotFound), pattern.matchCase),
+          second(pattern.text, RarestOffset(pattern, first.offset), pattern.matchCase) {}
 
     // One bit for each of the 32 positions at `text` where the pattern may match.
     uint32_t Candidates(const Char* text) const {
@@ -77,53 +78,55 @@ public:
     }
 
     bool MatchesAt(const Char* text) const {
-        return matchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
+        return pattern.matchCase ? Text::EqualCount(text, pattern.text, pattern.length)
+                                 : Text::EqualCountNoCase(text, pattern.text, pattern.length);
     }
 
 private:
-    const Char* pattern;
-    size_t n;
-    bool matchCase;
+    const Scan::Pattern pattern;
     Probe first;
     Probe second;
 };
 
+// False without a position at which the whole pattern fits into the text. What is left fits, so that no step of the
+// loops below reads past the text.
+bool KeepFitting(Scan::Positions& at, size_t count, const Scan::Pattern& pattern) {
+    if (pattern.length > count) return false;
+    at.end = std::min(at.end, count - pattern.length + 1);
+    return at.start < at.end;
+}
+
 } // namespace
 
-// Both loops search the positions [from, end), at each of which the whole pattern fits into the text.
-
-size_t Scan::FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* characters, size_t n,
-                         bool matchCase) {
-    if (n > count) return NotFound;
-    end = std::min(end, count - n + 1);
-    if (from >= end) return NotFound;
-    const Pattern pattern(characters, n, matchCase);
-    for (; end - from >= Block; from += Block) {
-        for (uint32_t mask = pattern.Candidates(text + from); mask; mask &= mask - 1) {
-            const size_t at = from + FirstBit(mask);
-            if (pattern.MatchesAt(text + at)) return at;
+size_t Scan::FindForward(const Char* text, size_t count, Positions at, const Pattern& pattern) {
+    if (!KeepFitting(at, count, pattern)) return NotFound;
+    const Prepared prepared(pattern);
+    size_t from = at.start;
+    for (; at.end - from >= Block; from += Block) {
+        for (uint32_t mask = prepared.Candidates(text + from); mask; mask &= mask - 1) {
+            const size_t candidate = from + FirstBit(mask);
+            if (prepared.MatchesAt(text + candidate)) return candidate;
         }
     }
-    for (; from < end; ++from)
-        if (pattern.MatchesAt(text + from)) return from;
+    for (; from < at.end; ++from)
+        if (prepared.MatchesAt(text + from)) return from;
     return NotFound;
 }
 
-size_t Scan::FindBackward(const Char* text, size_t count, size_t from, const Char* characters, size_t n,
-                          bool matchCase) {
-    if (n > count) return NotFound;
-    size_t end = std::min(from, count - n + 1);
-    const Pattern pattern(characters, n, matchCase);
-    for (; end >= Block; end -= Block) {
+size_t Scan::FindBackward(const Char* text, size_t count, Positions at, const Pattern& pattern) {
+    if (!KeepFitting(at, count, pattern)) return NotFound;
+    const Prepared prepared(pattern);
+    size_t end = at.end;
+    for (; end - at.start >= Block; end -= Block) {
         const size_t start = end - Block;
-        uint32_t mask = pattern.Candidates(text + start);
+        uint32_t mask = prepared.Candidates(text + start);
         while (mask) {
             const size_t bit = LastBit(mask);
-            if (pattern.MatchesAt(text + start + bit)) return start + bit;
+            if (prepared.MatchesAt(text + start + bit)) return start + bit;
             mask ^= uint32_t{1} << bit;
         }
     }
-    while (end--)
-        if (pattern.MatchesAt(text + end)) return end;
+    while (end-- > at.start)
+        if (prepared.MatchesAt(text + end)) return end;
     return NotFound;
 }

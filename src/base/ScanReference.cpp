@@ -4,8 +4,9 @@
 
 namespace {
 
-bool MatchesAt(const Char* text, const Char* pattern, size_t n, bool matchCase) {
-    return matchCase ? Text::EqualCount(text, pattern, n) : Text::EqualCountNoCase(text, pattern, n);
+bool MatchesAt(const Char* text, const Scan::Pattern& pattern) {
+    return pattern.matchCase ? Text::EqualCount(text, pattern.text, pattern.length)
+                             : Text::EqualCountNoCase(text, pattern.text, pattern.length);
 }
 
 } // namespace
@@ -73,19 +74,18 @@ size_t Scan::Reference::FindZeroByte(const uint8_t* bytes, size_t count) {
     return at;
 }
 
-size_t Scan::Reference::FindForward(const Char* text, size_t count, size_t from, size_t end, const Char* pattern,
-                                    size_t n, bool matchCase) {
-    for (size_t at = from; at < end && at <= count && count - at >= n; ++at)
-        if (MatchesAt(text + at, pattern, n, matchCase)) return at;
+size_t Scan::Reference::FindForward(const Char* text, size_t count, Positions at, const Pattern& pattern) {
+    for (size_t i = at.start; i < at.end && i <= count && count - i >= pattern.length; ++i)
+        if (MatchesAt(text + i, pattern)) return i;
     return NotFound;
 }
 
-size_t Scan::Reference::FindBackward(const Char* text, size_t count, size_t from, const Char* pattern, size_t n,
-                                     bool matchCase) {
-    if (count < n) return NotFound;
-    if (from > count - n + 1) from = count - n + 1;
-    while (from--)
-        if (MatchesAt(text + from, pattern, n, matchCase)) return from;
+size_t Scan::Reference::FindBackward(const Char* text, size_t count, Positions at, const Pattern& pattern) {
+    if (count < pattern.length) return NotFound;
+    size_t i = at.end;
+    if (i > count - pattern.length + 1) i = count - pattern.length + 1;
+    while (i > at.start)
+        if (MatchesAt(text + --i, pattern)) return i;
     return NotFound;
 }
 

@@ -1,6 +1,5 @@
 #include "document/TextSearch.h"
 
-#include "base/Scan.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -54,8 +53,7 @@ bool TextSearch::Search(SearchWay way, uint32_t& found, SearchProgress* progress
 uint32_t TextSearch::FindFrom(TextRange area) const {
     for (uint32_t from = area.start; from < area.end;) {
         size_t at = from;
-        if (query.length)
-            at = Scan::FindForward(text, length, from, area.end, query.text, query.length, query.matchCase);
+        if (query.length) at = Scan::FindForward(text, length, {from, area.end}, Pattern());
         if (at == Scan::NotFound) break;
         const auto candidate = static_cast<uint32_t>(at);
         if (Accepts(candidate)) return candidate;
@@ -65,15 +63,11 @@ uint32_t TextSearch::FindFrom(TextRange area) const {
 }
 
 uint32_t TextSearch::FindLast(TextRange area) const {
-    const uint32_t lowest = area.start;
-    for (uint32_t from = area.end; from > lowest;) {
-        size_t at = from - lowest - 1;
-        if (query.length) {
-            at = Scan::FindBackward(text + lowest, length - lowest, from - lowest, query.text, query.length,
-                                    query.matchCase);
-        }
+    for (uint32_t from = area.end; from > area.start;) {
+        size_t at = from - 1;
+        if (query.length) at = Scan::FindBackward(text, length, {area.start, from}, Pattern());
         if (at == Scan::NotFound) break;
-        const auto candidate = static_cast<uint32_t>(lowest + at);
+        const auto candidate = static_cast<uint32_t>(at);
         if (Accepts(candidate)) return candidate;
         from = candidate;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Scan.h"
 #include "document/SearchProgress.h"
 #include "document/TextRange.h"
 
@@ -47,6 +48,7 @@ public:
 private:
     // One round, slice by slice, to `end` also backwards. False when `progress` stops it.
     bool Search(SearchWay way, uint32_t& found, SearchProgress* progress) const;
+    Scan::Pattern Pattern() const { return {query.text, query.length, query.matchCase}; }
     bool Accepts(uint32_t at) const { return !query.wholeWord || IsWholeWord(text, length, {at, at + query.length}); }
 
     const Char* text;

@@ -13,11 +13,11 @@ using Scan::NotFound;
 
 size_t Forward(const std::u16string& text, const std::u16string& pattern, bool matchCase, size_t from = 0,
                size_t end = NotFound) {
-    return Scan::FindForward(text.data(), text.size(), from, end, pattern.data(), pattern.size(), matchCase);
+    return Scan::FindForward(text.data(), text.size(), {from, end}, {pattern.data(), pattern.size(), matchCase});
 }
 
 size_t Backward(const std::u16string& text, const std::u16string& pattern, bool matchCase, size_t from = NotFound) {
-    return Scan::FindBackward(text.data(), text.size(), from, pattern.data(), pattern.size(), matchCase);
+    return Scan::FindBackward(text.data(), text.size(), {0, from}, {pattern.data(), pattern.size(), matchCase});
 }
 
 std::u16string RandomText(Random& random, size_t length, const std::u16string& letters) {
@@ -52,6 +52,16 @@ TEST(ScanFind, BackwardPositionsLieBelowFrom) {
     EXPECT_EQ(Backward(text, u"abc", true, 7), 6u);
     EXPECT_EQ(Backward(text, u"abc", true, 0), NotFound);
     EXPECT_EQ(Backward(text, u"abc", true, 1), 0u);
+}
+
+TEST(ScanFind, BackwardPositionsAreNotBelowStart) {
+    const std::u16string text = std::u16string(u"abcabc") + std::u16string(100, u' ');
+    const Scan::Pattern wanted = {u"abc", 3, true};
+    EXPECT_EQ(Scan::FindBackward(text.data(), text.size(), {3, NotFound}, wanted), 3u);
+    EXPECT_EQ(Scan::FindBackward(text.data(), text.size(), {4, NotFound}, wanted), NotFound);
+    EXPECT_EQ(Scan::FindBackward(text.data(), text.size(), {1, 3}, wanted), NotFound);
+    EXPECT_EQ(Scan::FindBackward(text.data(), text.size(), {0, 3}, wanted), 0u);
+    EXPECT_EQ(Scan::FindBackward(text.data(), text.size(), {200, NotFound}, wanted), NotFound);
 }
 
 TEST(ScanFind, OnlyAsciiLettersFold) {
@@ -111,12 +121,15 @@ TEST(ScanFind, RandomSearchesMatchTheReference) {
         if (random.Below(2) && n <= length) pattern = text.substr(random.Below(length - n + 1), n);
         const size_t from = random.Below(length + 3);
         const size_t end = random.Below(4) ? length : random.Below(length + 3);
-        const bool matchCase = random.Below(2) != 0;
-        ASSERT_EQ(Scan::FindForward(block.get(), length, from, end, pattern.data(), n, matchCase),
-                  Scan::Reference::FindForward(block.get(), length, from, end, pattern.data(), n, matchCase))
+        const Scan::Pattern wanted = {pattern.data(), n, random.Below(2) != 0};
+        ASSERT_EQ(Scan::FindForward(block.get(), length, {from, end}, wanted),
+                  Scan::Reference::FindForward(block.get(), length, {from, end}, wanted))
             << round;
-        ASSERT_EQ(Scan::FindBackward(block.get(), length, from, pattern.data(), n, matchCase),
-                  Scan::Reference::FindBackward(block.get(), length, from, pattern.data(), n, matchCase))
+        ASSERT_EQ(Scan::FindBackward(block.get(), length, {from, end}, wanted),
+                  Scan::Reference::FindBackward(block.get(), length, {from, end}, wanted))
+            << round;
+        ASSERT_EQ(Scan::FindBackward(block.get(), length, {0, from}, wanted),
+                  Scan::Reference::FindBackward(block.get(), length, {0, from}, wanted))
             << round;
     }
 }
