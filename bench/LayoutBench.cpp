@@ -134,7 +134,7 @@ void MatchingABracket(std::string sample) {
         Bench::Keep(document.Engine()->ScanState(document.Content(), document.Length(), 0, 0, stopped));
     };
     move();
-    Bench::Check(shown.editor.MatchedBrackets().partner == NoOffset, "the bracket has no partner");
+    Bench::Check(shown.editor.MatchedBrackets().partner.offset == NoOffset, "the bracket has no partner");
     Bench::Compare("a bracket without a partner against one state scan", move, scan, 1.5);
 }
 

@@ -23,25 +23,22 @@ uint32_t Position(const ShownText& text, const TextCaret& caret) {
 
 BracketPair Find(const ShownText& text, const TextCaret& caret) {
     const TextBuffer& document = *text.Document();
-    BracketPair found;
-    found.position = Position(text, caret);
-    if (found.position == NoOffset) return {};
+    const uint32_t offset = Position(text, caret);
+    if (offset == NoOffset) return {};
     Bracket bracket;
-    Brackets::Identify(document.Engine()->BraceCharacters(), document.Content()[found.position], bracket);
-    found.partner = Brackets::FindPartner(document.Content(), document.Length(), found.position, bracket);
-    if (found.partner == NoOffset) return {};
-    found.line = caret.Line();
-    found.partnerLine = text.LineOf(found.partner);
-    return found;
+    Brackets::Identify(document.Engine()->BraceCharacters(), document.Content()[offset], bracket);
+    const uint32_t partner = Brackets::FindPartner(document.Content(), document.Length(), offset, bracket);
+    if (partner == NoOffset) return {};
+    return {{offset, caret.Line()}, {partner, text.LineOf(partner)}};
 }
 
 void Set(const ShownText& text, const BracketPair& pair) {
-    const uint32_t offsets[] = {pair.position, pair.partner};
-    const uint32_t lines[] = {pair.line, pair.partnerLine};
+    const BracketPlace places[] = {pair.bracket, pair.partner};
     for (uint32_t i = 0; i < 2; ++i) {
-        const HighlightRange range = {offsets[i],     offsets[i] + 1, settings.BraceMatchFg, settings.BraceMatchBg,
-                                      settings.SelBg, lines[i]};
-        text.Document()->Engine()->SetHighlight(i, offsets[i] == NoOffset ? nullptr : &range);
+        const BracketPlace& place = places[i];
+        const HighlightRange range = {place.offset,          place.offset + 1, settings.BraceMatchFg,
+                                      settings.BraceMatchBg, settings.SelBg,   place.line};
+        text.Document()->Engine()->SetHighlight(i, place.offset == NoOffset ? nullptr : &range);
     }
 }
 
@@ -56,7 +53,7 @@ BracketPair BracketMatch::Highlighted(const ShownText& text) {
     if (!engine) return {};
     const HighlightRange bracket = engine->Highlight(0);
     const HighlightRange partner = engine->Highlight(1);
-    return {bracket.start, partner.start, bracket.line, partner.line};
+    return {{bracket.start, bracket.line}, {partner.start, partner.line}};
 }
 
 void BracketMatch::Update(const ShownText& text, const TextCaret& caret) { Set(text, Find(text, caret)); }

@@ -6,12 +6,17 @@
 class ShownText;
 class TextCaret;
 
-// A bracket at the caret and its partner, with their lines; none of them without one.
-struct BracketPair {
-    uint32_t position = NoOffset;
-    uint32_t partner = NoOffset;
+struct BracketPlace {
+    uint32_t offset = NoOffset;
     uint32_t line = NoLine;
-    uint32_t partnerLine = NoLine;
+
+    bool operator==(const BracketPlace&) const = default;
+};
+
+// A bracket at the caret and its partner; neither without both.
+struct BracketPair {
+    BracketPlace bracket;
+    BracketPlace partner;
 
     bool operator==(const BracketPair&) const = default;
 };

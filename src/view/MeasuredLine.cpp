@@ -4,7 +4,7 @@
 
 int64_t MeasuredLine::PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column) {
     if (column <= ShortLine) return layout.PositionOf(line, column);
-    LinePlace from = PlaceIn(lineStart);
+    LinePlace from = PlaceIn({lineStart});
     if (from.column > column) return layout.PositionOf(line, column);
     const uint32_t next = column - Lead;
     // Tabs are painted by a rule of their own, and a NUL ends what is painted: no place is remembered after one.

@@ -3,6 +3,12 @@
 #include "document/TextRange.h"
 #include "view/LineLayout.h"
 
+// How far out a line is looked at: no further than pixel `position`. `start` is the line's offset in the document.
+struct LineReach {
+    uint32_t start = 0;
+    int64_t position = INT64_MAX;
+};
+
 // Remembers a place far out in one long line, so that a caret that follows a growing line is not measured from
 // the line's start each time. There is only printable ASCII before it. `lineStart` is the line's offset in
 // the document.
@@ -16,10 +22,10 @@ public:
     // No window is scrolled further to the right, in pixels.
     static constexpr int64_t FarthestScroll = INT32_MAX;
 
-    // A place no further out than pixel `position`: the start of the line when no other one is known.
-    LinePlace PlaceIn(uint32_t lineStart, int64_t position = INT64_MAX) const {
-        if (lineStart != start) return {};
-        return place.position <= position ? place : inReach.position <= position ? inReach : LinePlace();
+    // A place within reach: the start of the line when no other one is known.
+    LinePlace PlaceIn(LineReach line) const {
+        if (line.start != start) return {};
+        return place.position <= line.position ? place : inReach.position <= line.position ? inReach : LinePlace();
     }
     // Where column `column` of a long line starts; the line is measured from the place on, which moves along.
     int64_t PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column);

@@ -212,9 +212,9 @@ void TextEditor::MatchBrackets() {
 }
 
 void TextEditor::RepaintBrackets(const BracketPair& pair) {
-    if (pair.line == NoLine) return;
-    GetTextBuffer()->RepaintLines({pair.line, pair.line});
-    GetTextBuffer()->RepaintLines({pair.partnerLine, pair.partnerLine});
+    if (pair == BracketPair()) return;
+    GetTextBuffer()->RepaintLines({pair.bracket.line, pair.bracket.line});
+    GetTextBuffer()->RepaintLines({pair.partner.line, pair.partner.line});
 }
 
 void TextEditor::RefreshStatus() {

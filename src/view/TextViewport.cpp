@@ -130,7 +130,7 @@ int64_t TextViewport::CaretX(const TextCaret& caret) {
 }
 
 LinePlace TextViewport::PlaceLeftOfWindow(uint32_t lineStart) const {
-    return HasPendingEdit() ? LinePlace() : measured.PlaceIn(lineStart, horizontalScroll);
+    return HasPendingEdit() ? LinePlace() : measured.PlaceIn({lineStart, horizontalScroll});
 }
 
 void TextViewport::ShowCaret(const TextCaret& caret, int64_t caretX) {

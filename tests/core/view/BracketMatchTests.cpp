@@ -41,7 +41,7 @@ TEST_F(BracketMatchTest, AnOpenerAfterAndACloserBeforeTheCaretCount) {
 }
 
 TEST_F(BracketMatchTest, ThePairIsHighlightedFromEitherEnd) {
-    const BracketPair opened = {1, 4, 0, 1};
+    const BracketPair opened = {{1, 0}, {4, 1}};
     EXPECT_EQ(Match(0, 1), opened);
     EXPECT_EQ(engine->ranges[0].start, 1u);
     EXPECT_EQ(engine->ranges[1].start, 4u);

@@ -17,7 +17,7 @@ struct CaretTest : ViewTest {
         view().MoveCaret({line, column});
         surface().ForgetCalls();
     }
-    Pair Match() const { return {view().MatchedBrackets().position, view().MatchedBrackets().partner}; }
+    Pair Match() const { return {view().MatchedBrackets().bracket.offset, view().MatchedBrackets().partner.offset}; }
 
     HighlightEngine* engine = nullptr;
 };

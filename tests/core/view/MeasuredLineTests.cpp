@@ -56,7 +56,7 @@ TEST_F(MeasuredLineTest, MeasuresFromAPlaceAsFromTheStart) {
     for (int i = 0; i < 200; ++i) {
         const uint32_t column = random.Below(3 * Long + 1);
         ASSERT_EQ(measured.PositionOf(Layout(), 7, Span(text), column), Layout().PositionOf(Span(text), column));
-        const LinePlace place = measured.PlaceIn(7);
+        const LinePlace place = measured.PlaceIn({7});
         ASSERT_EQ(place.position, Layout().PositionOf(Span(text), place.column));
         const int64_t limit = place.position + random.Below(5000);
         ASSERT_EQ(Layout().ColumnsWithin(Span(text), limit, place), Layout().ColumnsWithin(Span(text), limit));
@@ -68,10 +68,10 @@ TEST_F(MeasuredLineTest, APlaceIsKeptAheadOfAFollowingCaret) {
     MeasuredLine measured;
     for (uint32_t column = Long; column <= 4 * Long; column += Long) {
         measured.PositionOf(Layout(), 0, Span(text), column);
-        EXPECT_EQ(measured.PlaceIn(0).column, column - MeasuredLine::Lead);
+        EXPECT_EQ(measured.PlaceIn({0}).column, column - MeasuredLine::Lead);
     }
     measured.PositionOf(Layout(), 0, Span(text), 10);
-    EXPECT_EQ(measured.PlaceIn(0).column, 4 * Long - MeasuredLine::Lead) << "short ways need no place";
+    EXPECT_EQ(measured.PlaceIn({0}).column, 4 * Long - MeasuredLine::Lead) << "short ways need no place";
 }
 
 TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
@@ -82,7 +82,7 @@ TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
         MeasuredLine measured;
         for (uint32_t column = step; column <= 6 * Long; column += step) {
             measured.PositionOf(Layout(), 0, Span(text), column);
-            const LinePlace place = measured.PlaceIn(0, MeasuredLine::FarthestScroll);
+            const LinePlace place = measured.PlaceIn({0, MeasuredLine::FarthestScroll});
             if (column - MeasuredLine::Lead > Last) {
                 EXPECT_EQ(place.column, Last);
             } else if (column > MeasuredLine::ShortLine) {
@@ -90,8 +90,8 @@ TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
             }
             EXPECT_EQ(place.position, int64_t{place.column} * 65535);
         }
-        EXPECT_EQ(measured.PlaceIn(0).column, 6 * Long - MeasuredLine::Lead);
-        EXPECT_EQ(measured.PlaceIn(0, 1).column, 0u);
+        EXPECT_EQ(measured.PlaceIn({0}).column, 6 * Long - MeasuredLine::Lead);
+        EXPECT_EQ(measured.PlaceIn({0, 1}).column, 0u);
     }
 }
 
@@ -101,8 +101,8 @@ TEST_F(MeasuredLineTest, APlaceInReachIsOneOfItsOwnLine) {
     MeasuredLine measured;
     measured.PositionOf(Layout(), 0, Span(text), 3 * Long);
     measured.PositionOf(Layout(), 7, Span(text), Long);
-    EXPECT_EQ(measured.PlaceIn(7, MeasuredLine::FarthestScroll).column, Long - MeasuredLine::Lead);
-    EXPECT_EQ(measured.PlaceIn(0, MeasuredLine::FarthestScroll).column, 0u);
+    EXPECT_EQ(measured.PlaceIn({7, MeasuredLine::FarthestScroll}).column, Long - MeasuredLine::Lead);
+    EXPECT_EQ(measured.PlaceIn({0, MeasuredLine::FarthestScroll}).column, 0u);
 }
 
 TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
@@ -119,16 +119,16 @@ TEST_F(MeasuredLineTest, APlaceGoesWithTheTextBeforeIt) {
     const std::u16string text(Long, u'a');
     MeasuredLine measured;
     measured.PositionOf(Layout(), 100, Span(text), Long);
-    const uint32_t column = measured.PlaceIn(100).column;
+    const uint32_t column = measured.PlaceIn({100}).column;
     EXPECT_GT(column, 0u);
-    EXPECT_EQ(measured.PlaceIn(101).column, 0u) << "of another line";
+    EXPECT_EQ(measured.PlaceIn({101}).column, 0u) << "of another line";
     measured.TextChanged(100 + column);
-    EXPECT_EQ(measured.PlaceIn(100).column, column);
+    EXPECT_EQ(measured.PlaceIn({100}).column, column);
     measured.TextChanged(100 + column - 1);
-    EXPECT_EQ(measured.PlaceIn(100).column, 0u);
+    EXPECT_EQ(measured.PlaceIn({100}).column, 0u);
     measured.PositionOf(Layout(), 100, Span(text), Long);
     measured.Forget();
-    EXPECT_EQ(measured.PlaceIn(100).column, 0u);
+    EXPECT_EQ(measured.PlaceIn({100}).column, 0u);
 }
 
 TEST_F(MeasuredLineTest, NoPlaceIsAfterATabOrANul) {
@@ -137,7 +137,7 @@ TEST_F(MeasuredLineTest, NoPlaceIsAfterATabOrANul) {
         text[100] = other;
         MeasuredLine measured;
         EXPECT_EQ(measured.PositionOf(Layout(), 0, Span(text), Long), Layout().PositionOf(Span(text), Long));
-        EXPECT_EQ(measured.PlaceIn(0).column, 0u);
+        EXPECT_EQ(measured.PlaceIn({0}).column, 0u);
     }
 }
 
