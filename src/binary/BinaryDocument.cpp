@@ -103,9 +103,7 @@ bool BinaryDocument::EditBytes(uint64_t offset, const uint8_t* newBytes, size_t 
 bool BinaryDocument::Perform(ByteEdit& edit, bool undoing) {
     if (!WriteBytes(edit.offset, undoing ? edit.Old() : edit.New(), edit.count)) return false;
     if (HexDocumentView* view = Shown(edit.view)) {
-        const HexViewState& state = edit.state;
-        view->SetCaret(undoing ? state.caretBefore : state.caretAfter,
-                       undoing ? state.subPositionBefore : state.subPositionAfter);
+        view->SetCaret(undoing ? edit.state.before : edit.state.after);
         view->MakeCaretVisible();
     }
     RepaintAll();

@@ -1,16 +1,12 @@
 #pragma once
 
 #include "base/Heap.h"
-#include "base/Types.h"
-
-class HexDocumentView;
+#include "binary/HexDocumentView.h"
 
 // Where a hex view's caret was before an edit and where it goes after it.
 struct HexViewState {
-    uint64_t caretBefore = 0;
-    uint32_t subPositionBefore = 0;
-    uint64_t caretAfter = 0;
-    uint32_t subPositionAfter = 0;
+    HexCaret before;
+    HexCaret after;
 };
 
 // One undo step of a binary document: bytes of the file and what they become. Records form singly linked

@@ -72,6 +72,6 @@ void HexClipboard::Paste(HexEditor& editor) {
     const uint64_t caret = editor.Caret();
     const auto count = static_cast<size_t>(std::min<uint64_t>(bytes.Count(), editor.FileSize() - caret));
     if (count == 0) return;
-    const HexViewState state = {caret, editor.IsOnLowNibble(), caret + count, editor.IsOnLowNibble()};
+    const HexViewState state = {{caret, editor.IsOnLowNibble()}, {caret + count, editor.IsOnLowNibble()}};
     if (!document.EditBytes(caret, bytes.Items(), count, &editor, state)) editor.ReportEditFailure();
 }

@@ -4,12 +4,19 @@
 
 class BinaryDocument;
 
+// Where the caret of a hex view is.
+struct HexCaret {
+    uint64_t offset = 0;
+    bool lowNibble = false; // of the byte there
+
+    bool operator==(const HexCaret&) const = default;
+};
+
 // What a binary document knows of a view beyond what every document does.
 class HexDocumentView : public DocumentView {
 public:
-    // Puts the caret on a byte and empties the selection. The sub-position is the view's own (0 for the high
-    // nibble, else the low one); the document only keeps it.
-    virtual void SetCaret(uint64_t offset, uint32_t subPosition) = 0;
+    // Puts the caret there, at most after the last byte, and empties the selection.
+    virtual void SetCaret(HexCaret newCaret) = 0;
     virtual void MakeCaretVisible() = 0;
     // Bytes of the document or of its file are others than before: repaints everything.
     virtual void ContentChanged() = 0;

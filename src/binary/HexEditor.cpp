@@ -73,15 +73,15 @@ void HexEditor::MoveTo(uint64_t offset, bool extend) {
     UpdateCaret(true);
 }
 
-void HexEditor::SelectBytes(uint64_t newAnchor, uint64_t newCaret) {
-    MoveTo(newCaret, false);
-    anchor = std::min(newAnchor, FileSize());
+void HexEditor::SelectBytes(HexSelection selection) {
+    MoveTo(selection.caret, false);
+    anchor = std::min(selection.anchor, FileSize());
     Invalidate();
 }
 
-void HexEditor::SetCaret(uint64_t offset, uint32_t subPosition) {
-    caret = anchor = std::min(offset, FileSize());
-    lowNibble = subPosition != 0;
+void HexEditor::SetCaret(HexCaret newCaret) {
+    caret = anchor = std::min(newCaret.offset, FileSize());
+    lowNibble = newCaret.lowNibble;
     if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
 }
 

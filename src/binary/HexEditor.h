@@ -4,6 +4,12 @@
 #include "binary/HexPage.h"
 #include "binary/HexViewport.h"
 
+// What is selected, by offsets: from the anchor to the caret, whichever comes first.
+struct HexSelection {
+    uint64_t anchor = 0;
+    uint64_t caret = 0;
+};
+
 // The hex view without its window: a caret on one nibble of one byte, a selection, and its parts (the page that is
 // shown, the viewport), which it keeps in step with the document. What the user does comes through a HexInput; what
 // keys and commands do is built on the operations here, in HexKeys.h, HexCommands.h and what these include. One per
@@ -35,7 +41,7 @@ public:
     void DocumentChanged(Document* changed) override;
     View* AsView() override { return surface.AsView(); }
     void Destroy() override { surface.DestroyView(); }
-    void SetCaret(uint64_t offset, uint32_t subPosition) override;
+    void SetCaret(HexCaret newCaret) override;
     void MakeCaretVisible() override { UpdateCaret(true); }
     void ContentChanged() override;
     void ReportEditFailure() override;
@@ -64,8 +70,8 @@ public:
     void MoveTo(uint64_t offset, bool extend);
     void GoTo(uint64_t offset) { MoveTo(offset, false); }
     void ToHighNibble();
-    void SelectBytes(uint64_t newAnchor, uint64_t newCaret);
-    void SelectAll() { SelectBytes(0, FileSize()); }
+    void SelectBytes(HexSelection selection);
+    void SelectAll() { SelectBytes({0, FileSize()}); }
     // Empties the selection at the caret.
     void CollapseSelection();
     // Places the caret, the scroll bar and the status field again.

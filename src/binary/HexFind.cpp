@@ -34,7 +34,7 @@ bool HexFind::FindNext(HexEditor& editor, bool backward) {
         HostCalls::SearchFailed(editor.Surface());
         return false;
     }
-    editor.SelectBytes(hit.offset + hit.length, hit.offset);
+    editor.SelectBytes({hit.offset + hit.length, hit.offset});
     if (hit.wrapped) HostCalls::ShowStatus(editor.Surface(), u"Passed end of file");
     return true;
 }

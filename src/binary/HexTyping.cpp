@@ -15,6 +15,6 @@ void HexTyping::Type(HexEditor& editor, Char character) {
     const uint8_t* old = editor.Page().BytesAt(document, caret, count);
     if (count == 0) return editor.ReportEditFailure();
     const auto byte = static_cast<uint8_t>(lowNibble ? (*old & 0xF0) | value : (*old & 0x0F) | value << 4);
-    const HexViewState state = {caret, lowNibble, lowNibble ? caret + 1 : caret, !lowNibble};
+    const HexViewState state = {{caret, lowNibble}, {lowNibble ? caret + 1 : caret, !lowNibble}};
     if (!document.EditBytes(caret, &byte, 1, &editor, state)) editor.ReportEditFailure();
 }

@@ -131,8 +131,9 @@ void Session::Edit() {
     const uint64_t offset = in.Word();
     const std::string bytes(in.Byte() % 8 ? 1 + in.Byte() % 20 : 1 + in.Word() % 20000, static_cast<char>(in.Byte()));
     const bool fits = offset < content.size() && bytes.size() <= content.size() - offset;
-    const bool done = document->EditBytes(offset, reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size(),
-                                          in.Byte() & 1 ? &shown->editor : nullptr, {offset, 0, offset + 1, 1});
+    const bool done =
+        document->EditBytes(offset, reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size(),
+                            in.Byte() & 1 ? &shown->editor : nullptr, {{offset, false}, {offset + 1, true}});
     Require(isDamaged ? fits || !done : done == fits);
     if (done) content.replace(static_cast<size_t>(offset), bytes.size(), bytes);
 }

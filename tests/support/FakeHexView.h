@@ -23,10 +23,7 @@ public:
 
     void ForgetCalls() { contentChanges = documentChanges = madeVisible = failuresReported = 0; }
 
-    void SetCaret(uint64_t offset, uint32_t position) override {
-        caret = offset;
-        subPosition = position;
-    }
+    void SetCaret(HexCaret newCaret) override { caret = newCaret; }
     void MakeCaretVisible() override { ++madeVisible; }
     void ContentChanged() override { ++contentChanges; }
     void ReportEditFailure() override { ++failuresReported; }
@@ -40,8 +37,7 @@ public:
         delete this;
     }
 
-    uint64_t caret = 0;
-    uint32_t subPosition = 0;
+    HexCaret caret;
     // Calls since ForgetCalls.
     int madeVisible = 0;
     int contentChanges = 0;

@@ -100,7 +100,7 @@ TEST_F(HexDialogsTest, OffsetsBeyondFourGigabytesAreShownAndTakenWhole) {
     file = static_cast<BinaryDocument*>(main->Documents().At(0));
     editor = Views().at(0);
     SetFocus(Panes().at(0));
-    editor->SelectBytes(0x312345678, 0x4A0000000);
+    editor->SelectBytes({0x312345678, 0x4A0000000});
     std::wstring shown;
     const auto goTo = [&](const wchar_t* offset) {
         dialog::WhenShown([&](HWND window) {

@@ -157,7 +157,7 @@ TEST_F(HexPaintTest, TheSelectionShowsInBothColumnsAndBeforeModifiedBytes) {
     ShowFile(std::string(40, 'H'));
     Bytes().GoTo(3);
     Type(u'5');
-    Bytes().SelectBytes(2, 18);
+    Bytes().SelectBytes({2, 18});
     const Picture picture = Shot();
     EXPECT_FALSE(picture.Has(Green, 0, 0, TextX(16), Y(5)));
     EXPECT_FALSE(Has(picture, White, HexX(0), HexX(6), 0));
@@ -187,7 +187,7 @@ TEST_F(HexPaintTest, DrawnStraightThePictureIsTheSame) {
     ShowFile(std::string(1000, 'H'));
     Bytes().GoTo(20);
     Type(u'5');
-    Bytes().SelectBytes(40, 60);
+    Bytes().SelectBytes({40, 60});
     const Picture buffered = Shot();
     settings.RenderType = 2;
     EXPECT_TRUE(Shot() == buffered);
@@ -320,7 +320,7 @@ TEST_F(HexPaintTest, KeysAndCharactersReachTheEditor) {
 TEST_F(HexPaintTest, LinesAndBookmarksMeanNothing) {
     UseSettings(u"");
     ShowFile(std::string(1600, 'H'));
-    Bytes().SelectBytes(3, 7);
+    Bytes().SelectBytes({3, 7});
     hex->GoToLine(5, true);
     hex->ToggleBookmark(2);
     EXPECT_EQ(Bytes().Anchor(), 3u);

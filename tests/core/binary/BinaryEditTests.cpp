@@ -111,10 +111,9 @@ TEST(BinaryEdit, MovesTheCaretOfItsViewAndTellsAllViews) {
     OpenedFile file("abcdef");
     FakeHexView* first = FakeHexView::Create(*file);
     FakeHexView* second = FakeHexView::Create(*file);
-    const HexViewState state = {2, 0, 3, 1};
+    const HexViewState state = {{2, false}, {3, true}};
     ASSERT_TRUE(file.Edit(2, "xy", second, state));
-    EXPECT_EQ(second->caret, 3u);
-    EXPECT_EQ(second->subPosition, 1u);
+    EXPECT_EQ(second->caret, (HexCaret{3, true}));
     EXPECT_EQ(second->madeVisible, 1);
     EXPECT_EQ(first->madeVisible, 0);
     EXPECT_EQ(first->contentChanges, 1);
@@ -123,13 +122,11 @@ TEST(BinaryEdit, MovesTheCaretOfItsViewAndTellsAllViews) {
 
     first->ForgetCalls();
     ASSERT_TRUE(file->Undo());
-    EXPECT_EQ(second->caret, 2u);
-    EXPECT_EQ(second->subPosition, 0u);
+    EXPECT_EQ(second->caret, (HexCaret{2, false}));
     EXPECT_EQ(first->documentChanges, 1);
     EXPECT_EQ(first->contentChanges, 1);
     ASSERT_TRUE(file->Redo());
-    EXPECT_EQ(second->caret, 3u);
-    EXPECT_EQ(second->subPosition, 1u);
+    EXPECT_EQ(second->caret, (HexCaret{3, true}));
 }
 
 TEST(BinaryEdit, AViewThatIsGoneIsLeftAlone) {

@@ -102,7 +102,7 @@ TEST_F(HexEdit, AReadOnlyDocumentSaysThatItIgnoresTypingAndPasting) {
 
 TEST_F(HexEdit, TypingEmptiesTheSelection) {
     Show(std::string(100, 'x'));
-    view().SelectBytes(20, 10);
+    view().SelectBytes({20, 10});
     Type(u"1");
     EXPECT_EQ(Selection(), (Two{10, 10}));
     EXPECT_EQ(Content()[10], '\x18');
@@ -151,7 +151,7 @@ TEST_F(HexEdit, TheFrameIsNotifiedOfTheChange) {
 
 TEST_F(HexEdit, CopyWritesTwoDigitsAndABlankForEachByte) {
     Show(std::string("\x00\x0A\xFFz", 4));
-    view().SelectBytes(3, 0);
+    view().SelectBytes({3, 0});
     EXPECT_EQ(Copied(), u"00 0A FF ");
     ASSERT_EQ(surface().written.size(), 1u);
     EXPECT_EQ(surface().written[0].first, ClipboardFormat::UnicodeText);
@@ -166,7 +166,7 @@ TEST_F(HexEdit, CopyTakesTheChangedBytesAcrossPages) {
     view().GoTo(16384);
     Paste(u"01 02 03");
     content.replace(16384, 3, "\x01\x02\x03");
-    view().SelectBytes(16000, 33000);
+    view().SelectBytes({16000, 33000});
     EXPECT_EQ(Copied(), HexOf(content.substr(16000, 17000)));
 }
 
@@ -181,7 +181,7 @@ TEST_F(HexEdit, ASelectionTooLargeForTheClipboardIsRefused) {
     if (!ShowEmpty(uint64_t{1} << 40)) GTEST_SKIP() << "no room for a sparse file";
     view().SelectAll();
     Copy();
-    view().SelectBytes(0, 1431655765); // one byte more than 2^32 - 2 characters hold
+    view().SelectBytes({0, 1431655765}); // one byte more than 2^32 - 2 characters hold
     Copy();
     EXPECT_TRUE(surface().written.empty());
     EXPECT_EQ(host().messages, std::vector<std::u16string>(2, u"Failed copying to clipboard"));
@@ -190,10 +190,10 @@ TEST_F(HexEdit, ASelectionTooLargeForTheClipboardIsRefused) {
 TEST_F(HexEdit, BytesThatAreGoneAreNotCopied) {
     Show(std::string(40000, 'x'));
     Truncate(20000);
-    view().SelectBytes(0, 30000);
+    view().SelectBytes({0, 30000});
     EXPECT_EQ(Copied(), u"");
     EXPECT_EQ(host().messages, std::vector<std::u16string>(1, u"Failed copying to clipboard"));
-    view().SelectBytes(19999, 20000);
+    view().SelectBytes({19999, 20000});
     EXPECT_EQ(Copied(), u"78 ");
 }
 
@@ -217,7 +217,7 @@ TEST_F(HexEdit, PasteOverwritesAtTheCaret) {
 
 TEST_F(HexEdit, PasteKeepsTheNibbleOfTheCaret) {
     Show("0123456789");
-    view().SetCaret(2, 1);
+    view().SetCaret({2, true});
     Paste(u"4142");
     EXPECT_EQ(Content(), "01AB456789");
     EXPECT_EQ(Caret(), (Two{4, 1}));
@@ -288,7 +288,7 @@ TEST_F(HexEdit, APasteReachesOverPages) {
 
 TEST_F(HexEdit, WhatIsCopiedCanBePasted) {
     Show(Pattern(256));
-    view().SelectBytes(0, 100);
+    view().SelectBytes({0, 100});
     Copy();
     view().GoTo(150);
     Paste();
@@ -299,7 +299,7 @@ TEST_F(HexEdit, WhatIsCopiedCanBePasted) {
 
 TEST_F(HexEdit, GoToMovesTheCaretAndStopsAtTheEndOfTheFile) {
     Show(std::string(1000, 'x'));
-    view().SelectBytes(5, 9);
+    view().SelectBytes({5, 9});
     view().GoTo(500);
     EXPECT_EQ(Selection(), (Two{500, 500}));
     view().GoTo(1000);

@@ -91,14 +91,14 @@ TEST_F(HexEnd, ASelectionIsTypedAndPastedOverFromItsCaretOn) {
     Ctrl(u'A');
     Paste(u"41");
     EXPECT_EQ(Content(), "Nne two");
-    view().SelectBytes(1, 5);
+    view().SelectBytes({1, 5});
     Paste(u"41");
     EXPECT_EQ(Content(), "Nne tAo");
     EXPECT_EQ(Selection(), (Two{6, 6}));
-    view().SelectBytes(1, 5);
+    view().SelectBytes({1, 5});
     Type(u"42");
     EXPECT_EQ(Content(), "Nne tBo");
-    view().SelectBytes(1, 5);
+    view().SelectBytes({1, 5});
     Paste(u"43 44 45");
     EXPECT_EQ(Content(), "Nne tCD");
 }
@@ -137,7 +137,7 @@ TEST_F(HexEnd, BytesAreTypedPastedAndUndoneAtTheEndOfATerabyte) {
     Type(u"41");
     Paste(u"42 43 44");
     EXPECT_EQ(view().Caret(), Terabyte);
-    view().SelectBytes(Terabyte - 4, Terabyte);
+    view().SelectBytes({Terabyte - 4, Terabyte});
     Copy();
     EXPECT_EQ(surface().clipboard, u"00 41 42 43 ");
     for (int i = 0; i < 3; ++i) Undo();

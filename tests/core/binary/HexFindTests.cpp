@@ -40,11 +40,11 @@ TEST_F(HexFindTest, FurtherMatchesFollowInEitherDirection) {
 TEST_F(HexFindTest, TheSearchStartsAtTheSelectionsEnds) {
     Show("aaaaaaaa");
     SearchFor(u"a");
-    view().SelectBytes(2, 5);
+    view().SelectBytes({2, 5});
     EXPECT_EQ(Find(), (Two{6, 5}));
-    view().SelectBytes(5, 2);
+    view().SelectBytes({5, 2});
     EXPECT_EQ(Find(), (Two{6, 5}));
-    view().SelectBytes(2, 5);
+    view().SelectBytes({2, 5});
     EXPECT_EQ(Find(true), (Two{2, 1}));
 }
 
@@ -95,7 +95,7 @@ TEST_F(HexFindTest, HexPatternsAreBytes) {
 
 TEST_F(HexFindTest, WithoutAMatchTheSelectionStays) {
     Show("one two three");
-    view().SelectBytes(2, 5);
+    view().SelectBytes({2, 5});
     SearchFor(u"four");
     host().status[StatusField::Message] = u"message";
     EXPECT_FALSE(FindNext(false));
@@ -137,7 +137,7 @@ TEST_F(HexFindTest, ALongSearchShowsItsProgressAndObeysEscape) {
     EXPECT_GT(host().statusCalls[StatusField::Message], 10);
     EXPECT_EQ(Status(StatusField::Message), u"");
 
-    view().SelectBytes(3, 9);
+    view().SelectBytes({3, 9});
     host().statusCalls.clear();
     for (const bool backward : {false, true}) {
         surface().escapePressed = true;
@@ -176,7 +176,7 @@ TEST_F(HexFindTest, WhatCannotBeReadIsNotReportedAsAbsent) {
     Show(content);
     const Damage damage(51200, 51300);
     host().macroState = MacroState::Playing;
-    view().SelectBytes(3, 9);
+    view().SelectBytes({3, 9});
     SearchFor(u"needle");
     EXPECT_FALSE(FindNext(false));
     EXPECT_EQ(Status(StatusField::Message), u"Failed reading the file");

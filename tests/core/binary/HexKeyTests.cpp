@@ -119,7 +119,7 @@ TEST_F(HexKeys, AnEmptyFileTakesEveryKey) {
 TEST_F(HexKeys, OtherKeysPutTheCaretBackOnTheHighNibble) {
     Show(std::string(100, 'x'));
     for (uint32_t key = 1; key < 256; ++key) {
-        view().SetCaret(50, 1);
+        view().SetCaret({50, true});
         Press(key);
         const bool isDigit =
             (key >= u'0' && key <= u'9') || (key >= u'A' && key <= u'F') || (key >= Keypad0 + 1 && key <= Keypad0 + 6);
@@ -130,10 +130,10 @@ TEST_F(HexKeys, OtherKeysPutTheCaretBackOnTheHighNibble) {
 TEST_F(HexKeys, DigitKeysWithShiftOrCtrlPutItBackToo) {
     Show(std::string(100, 'x'));
     for (const uint32_t key : {uint32_t{u'0'}, uint32_t{u'D'}, Keypad0 + 3}) {
-        view().SetCaret(50, 1);
+        view().SetCaret({50, true});
         Shift(key);
         EXPECT_EQ(Caret(), (Two{50, 0}));
-        view().SetCaret(50, 1);
+        view().SetCaret({50, true});
         Ctrl(key);
         EXPECT_EQ(Caret(), (Two{50, 0}));
         EXPECT_EQ(surface().caretX, (4 + 6) * 8); // shown there as well
@@ -210,7 +210,7 @@ TEST_F(HexKeys, CopyNeedsASelectionAndOthersNothing) {
         const bool always = command == ViewCommand::SelectAll || command == ViewCommand::Find;
         EXPECT_EQ(input().IsCommandEnabled(command), always) << number;
     }
-    view().SelectBytes(1, 2);
+    view().SelectBytes({1, 2});
     EXPECT_TRUE(input().IsCommandEnabled(ViewCommand::Copy));
     EXPECT_FALSE(input().IsCommandEnabled(ViewCommand::Cut));
     EXPECT_FALSE(input().IsCommandEnabled(ViewCommand::CopyColoured));
@@ -233,7 +233,7 @@ TEST_F(HexKeys, CommandsDoWhatTheirKeysDo) {
 
 TEST_F(HexKeys, WhatBytesCannotDoIsTakenAndDoesNothing) {
     Show("xyz");
-    view().SelectBytes(0, 2);
+    view().SelectBytes({0, 2});
     for (const ViewCommand command : {ViewCommand::Cut, ViewCommand::Delete, ViewCommand::Replace,
                                       ViewCommand::ToggleBookmark, ViewCommand::CopyColoured})
         EXPECT_TRUE(input().ExecuteCommand(command));

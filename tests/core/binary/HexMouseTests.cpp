@@ -81,7 +81,7 @@ TEST_F(HexMouse, DraggingSelectsUntilTheButtonIsUp) {
 
 TEST_F(HexMouse, AShiftClickExtendsFromTheCaret) {
     Show(std::string(100, 'x'));
-    view().SelectBytes(2, 5);
+    view().SelectBytes({2, 5});
     input().Drag().OnLeftButtonDown({4 * 8, 16}, true);
     EXPECT_EQ(Selection(), (Two{5, 16}));
 }

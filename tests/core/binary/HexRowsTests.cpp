@@ -88,7 +88,7 @@ TEST_F(HexRowsTest, APartlyFilledRowEndsAfterItsLastByte) {
     const std::vector<Row> painted = Paint();
     EXPECT_EQ(painted[1].text, "58" + std::string(47, ' ') + "X");
     // Selected, it shows how far the byte's own cell goes.
-    view().SelectBytes(0, 17);
+    view().SelectBytes({0, 17});
     EXPECT_EQ(Paint()[1].looks, "ss" + std::string(47, '-') + "s");
     EXPECT_EQ(Paint()[0].looks, std::string(47, 's') + "--" + std::string(16, 's'));
 }
@@ -161,7 +161,7 @@ TEST_F(HexRowsTest, SelectedBytesComeBeforeModifiedOnes) {
     EXPECT_EQ(Paint()[0].looks.substr(0, 12), "---mmmmmmmmm");
     EXPECT_EQ(Paint()[0].looks.substr(12, 37), std::string(37, '-'));
     EXPECT_EQ(Paint()[0].looks.substr(49), "-mmm" + std::string(12, '-'));
-    view().SelectBytes(5, 2);
+    view().SelectBytes({5, 2});
     EXPECT_EQ(Paint()[0].looks.substr(0, 15), "---mmmsssssssss");
     EXPECT_EQ(Paint()[0].looks.substr(49), "-msss" + std::string(11, '-'));
 }
