@@ -148,38 +148,37 @@ void DragAxis(Pane* head, const PaneAxis& axis, uint32_t position, uint32_t area
 }
 
 // The edges of one pane that the pointer touches; the area is not empty.
-uint32_t EdgesOf(Pane* head, const Pane& pane, int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
-    const uint32_t slackX = FractionOfLength(PaneDrag::HitPixels, areaWidth);
-    const uint32_t slackY = FractionOfLength(PaneDrag::HitPixels, areaHeight);
-    const uint32_t left = FractionOf(x, areaWidth);
-    const uint32_t top = FractionOf(y, areaHeight);
+uint32_t EdgesOf(Pane* head, const Pane& pane, PanePoint point, PaneArea area) {
+    const uint32_t slackX = FractionOfLength(PaneDrag::HitPixels, area.width);
+    const uint32_t slackY = FractionOfLength(PaneDrag::HitPixels, area.height);
+    const uint32_t left = FractionOf(point.x, area.width);
+    const uint32_t top = FractionOf(point.y, area.height);
     return TouchedEdges(head, PaneAxisX, pane, {left, top, slackX, slackY}) |
            TouchedEdges(head, PaneAxisY, pane, {top, left, slackY, slackX});
 }
 
 } // namespace
 
-uint32_t PaneDrag::EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const {
+uint32_t PaneDrag::EdgesAt(PanePoint point, PaneArea area) const {
     uint32_t edges = 0;
-    if (areaWidth == 0 || areaHeight == 0) return edges;
-    for (const Pane* pane = layout.Head(); pane; pane = pane->next)
-        edges |= EdgesOf(layout.Head(), *pane, x, y, areaWidth, areaHeight);
+    if (area.IsEmpty()) return edges;
+    for (const Pane* pane = layout.Head(); pane; pane = pane->next) edges |= EdgesOf(layout.Head(), *pane, point, area);
     return edges;
 }
 
-uint32_t PaneDrag::Begin(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
+uint32_t PaneDrag::Begin(PanePoint point, PaneArea area) {
     End();
     layout.CloseSlivers();
     uint32_t edges = 0;
-    if (areaWidth == 0 || areaHeight == 0) return edges;
+    if (area.IsEmpty()) return edges;
     for (Pane* pane = layout.Head(); pane; pane = pane->next) {
-        pane->dragEdges = EdgesOf(layout.Head(), *pane, x, y, areaWidth, areaHeight);
+        pane->dragEdges = EdgesOf(layout.Head(), *pane, point, area);
         edges |= pane->dragEdges;
     }
     return edges;
 }
 
-void PaneDrag::MoveTo(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) {
-    DragAxis(layout.Head(), PaneAxisX, FractionOf(x, areaWidth), areaWidth);
-    DragAxis(layout.Head(), PaneAxisY, FractionOf(y, areaHeight), areaHeight);
+void PaneDrag::MoveTo(PanePoint point, PaneArea area) {
+    DragAxis(layout.Head(), PaneAxisX, FractionOf(point.x, area.width), area.width);
+    DragAxis(layout.Head(), PaneAxisY, FractionOf(point.y, area.height), area.height);
 }

@@ -2,7 +2,13 @@
 
 #include "app/PaneLayout.h"
 
-// Drags the gaps between the panes of a layout. Points and sizes are pixels of the pane area, which begins at (0, 0).
+// Where the pointer is, in pixels from the upper left corner of the pane area; perhaps outside.
+struct PanePoint {
+    int32_t x = 0;
+    int32_t y = 0;
+};
+
+// Drags the gaps between the panes of a layout.
 class PaneDrag {
 public:
     static constexpr uint32_t HitPixels = 2;
@@ -14,12 +20,12 @@ public:
 
     // The kinds of edges (PaneEdge bits of all panes together) that a pointer touches, those beside an empty place
     // included; the area's own borders are none.
-    uint32_t EdgesAt(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight) const;
+    uint32_t EdgesAt(PanePoint point, PaneArea area) const;
     // Marks these edges as moved by a drag and returns what EdgesAt does. Edges that touch a moved one across a gap
     // move along.
-    uint32_t Begin(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight);
+    uint32_t Begin(PanePoint point, PaneArea area);
     // Moves the marked edges as near to the pointer as the minimum size and the other panes allow.
-    void MoveTo(int32_t x, int32_t y, uint32_t areaWidth, uint32_t areaHeight);
+    void MoveTo(PanePoint point, PaneArea area);
     void End() { layout.UnmarkEdges(); }
 
 private:

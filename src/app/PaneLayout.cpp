@@ -38,8 +38,8 @@ void FillArea(Pane& pane) {
 bool HalfHasRoom(const Pane& pane, const PaneAxis& axis, const PaneRoom& room) {
     if (pane.*axis.size < 2) return false;
     const bool vertical = &axis == &PaneAxisX;
-    return PixelSize(vertical ? pane.width / 2 : pane.width, room.areaWidth) >= room.minimumWidth &&
-           PixelSize(vertical ? pane.height : pane.height / 2, room.areaHeight) >= room.minimumHeight;
+    return PixelSize(vertical ? pane.width / 2 : pane.width, room.area.width) >= room.minimumWidth &&
+           PixelSize(vertical ? pane.height : pane.height / 2, room.area.height) >= room.minimumHeight;
 }
 
 } // namespace
@@ -102,7 +102,7 @@ void PaneLayout::Clear() {
     while (Pane* pane = panes.TakeHead()) delete pane;
 }
 
-PixelRect PaneLayout::Rectangle(const Pane& pane, uint32_t areaWidth, uint32_t areaHeight) {
-    return {PixelStart(pane.left, areaWidth), PixelStart(pane.top, areaHeight), PixelSize(pane.width, areaWidth),
-            PixelSize(pane.height, areaHeight)};
+PixelRect PaneLayout::Rectangle(const Pane& pane, PaneArea area) {
+    return {PixelStart(pane.left, area.width), PixelStart(pane.top, area.height), PixelSize(pane.width, area.width),
+            PixelSize(pane.height, area.height)};
 }

@@ -10,10 +10,17 @@ struct PixelRect {
     int32_t height = 0;
 };
 
-// The pane area in pixels and the least that a pane's window has to measure for a character to fit in.
+// The size of the area that the panes share, in pixels.
+struct PaneArea {
+    uint32_t width = 0;
+    uint32_t height = 0;
+
+    bool IsEmpty() const { return width == 0 || height == 0; }
+};
+
+// The pane area and the least pixels that a pane's window has to measure for a character to fit in.
 struct PaneRoom {
-    uint32_t areaWidth = 0;
-    uint32_t areaHeight = 0;
+    PaneArea area;
     int32_t minimumWidth = 0;
     int32_t minimumHeight = 0;
 };
@@ -55,7 +62,7 @@ public:
     void Clear();
 
     // The pane's window in an area of that size. Neither side is ever negative.
-    static PixelRect Rectangle(const Pane& pane, uint32_t areaWidth, uint32_t areaHeight);
+    static PixelRect Rectangle(const Pane& pane, PaneArea area);
 
 private:
     List<Pane> panes;

@@ -30,11 +30,13 @@ DocumentView* DocumentSide(View& view) {
     return nullptr;
 }
 
+PaneArea AreaOf(SIZE size) { return {static_cast<uint32_t>(size.cx), static_cast<uint32_t>(size.cy)}; }
+
 // A pane's frame and scroll bars, the margin and one character.
 PaneRoom RoomIn(SIZE area) {
     const UINT dpi = DrawingObjects::Dpi();
     const int frame = GetSystemMetricsForDpi(SM_CXEDGE, dpi) * 2;
-    return {static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy),
+    return {AreaOf(area),
             frame + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + MarginPixels(ViewFont::Metrics()) +
                 DrawingObjects::AverageWidth(),
             frame + GetSystemMetricsForDpi(SM_CYHSCROLL, dpi) + DrawingObjects::LineHeight()};
@@ -163,17 +165,15 @@ void PaneWindows::SetRedraw(bool on) {
 
 void PaneWindows::LayOut(SIZE area) {
     shownArea = area;
-    const uint32_t width = static_cast<uint32_t>(area.cx > 0 ? area.cx : 0);
-    const uint32_t height = static_cast<uint32_t>(area.cy > 0 ? area.cy : 0);
+    const PaneArea filled = AreaOf({area.cx > 0 ? area.cx : 0, area.cy > 0 ? area.cy : 0});
     for (const Pane* pane = layout.Head(); pane; pane = pane->next) {
-        const PixelRect place = PaneLayout::Rectangle(*pane, width, height);
+        const PixelRect place = PaneLayout::Rectangle(*pane, filled);
         MoveWindow(static_cast<HWND>(pane->window), place.x, place.y, place.width, place.height, TRUE);
     }
 }
 
 HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
-    const uint32_t edges =
-        splitter.EdgesAt(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
+    const uint32_t edges = splitter.EdgesAt({point.x, point.y}, AreaOf(area));
     const bool sideways = (edges & PaneEdge::Vertical) != 0;
     const bool upright = (edges & PaneEdge::Horizontal) != 0;
     if (sideways && upright) return LoadCursorW(nullptr, IDC_SIZEALL);
@@ -182,14 +182,14 @@ HCURSOR PaneWindows::CursorAt(POINT point, SIZE area) const {
 }
 
 bool PaneWindows::BeginDrag(POINT point, SIZE area) {
-    dragging = splitter.Begin(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy)) != 0;
+    dragging = splitter.Begin({point.x, point.y}, AreaOf(area)) != 0;
     if (dragging) capture.Take(parent);
     return dragging;
 }
 
 bool PaneWindows::Drag(POINT point, SIZE area) {
     if (!dragging) return false;
-    splitter.MoveTo(point.x, point.y, static_cast<uint32_t>(area.cx), static_cast<uint32_t>(area.cy));
+    splitter.MoveTo({point.x, point.y}, AreaOf(area));
     LayOut(area);
     return true;
 }

@@ -7,8 +7,8 @@ namespace {
 class PaneHoleTest : public ::testing::Test {
 protected:
     void DragTo(int32_t fromX, int32_t fromY, int32_t x, int32_t y, uint32_t size) {
-        layout.drag.Begin(fromX, fromY, size, size);
-        layout.drag.MoveTo(x, y, size, size);
+        layout.drag.Begin({fromX, fromY}, {size, size});
+        layout.drag.MoveTo({x, y}, {size, size});
         layout.drag.End();
     }
     void Close(size_t index) {
@@ -62,7 +62,7 @@ TEST_F(PaneHoleTest, SplitsAndClosesDoNotAddUpSlivers) {
 TEST_F(PaneHoleTest, ADragDoesNotLeaveSlivers) {
     layout.Set({{0, 0, 101, Whole}, {101, 0, Whole - 101, Half}, {101, Half, Whole - 101, Half}});
     layout.Split(layout.Head(), true);
-    layout.drag.Begin(-9, -9, 1024, 1024);
+    layout.drag.Begin({-9, -9}, {1024, 1024});
     layout.drag.End();
     EXPECT_EQ(PaneAt(layout, 3)->width, 51u);
 }
@@ -85,16 +85,16 @@ TEST_F(PaneHoleTest, AHoleBetweenLongerPanesIsDraggedShut) {
 
 TEST_F(PaneHoleTest, AHoleAtTheBorderIsDraggedShut) {
     layout.Set({{0, 0, Half, Half}, {Half, 0, Quarter, Half}, {0, Half, Whole, Half}});
-    EXPECT_EQ(layout.drag.EdgesAt(768, 100, 1024, 1024), PaneEdge::Right);
+    EXPECT_EQ(layout.drag.EdgesAt({768, 100}, {1024, 1024}), PaneEdge::Right);
     DragTo(768, 100, 1023, 100, 1024); // no pointer gets farther on a whole screen
     ExpectCovered();
     DragTo(1023, 100, 600, 100, 1024); // and it stays shut
     ExpectCovered();
     layout.Set({{0, Quarter, Half, Half + Quarter}, {Half, 0, Half, Whole}});
-    EXPECT_EQ(layout.drag.EdgesAt(100, 256, 1024, 1024), PaneEdge::Top);
-    layout.drag.Begin(100, 256, 1024, 1024);
-    layout.drag.MoveTo(100, 0, 1024, 1024);
-    layout.drag.MoveTo(100, 300, 1024, 1024); // nor is it opened again before the button is up
+    EXPECT_EQ(layout.drag.EdgesAt({100, 256}, {1024, 1024}), PaneEdge::Top);
+    layout.drag.Begin({100, 256}, {1024, 1024});
+    layout.drag.MoveTo({100, 0}, {1024, 1024});
+    layout.drag.MoveTo({100, 300}, {1024, 1024}); // nor is it opened again before the button is up
     layout.drag.End();
     ExpectCovered();
 }

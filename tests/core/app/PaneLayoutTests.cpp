@@ -57,16 +57,16 @@ TEST(PaneLayout, APaneOfOneUnitIsNotHalved) {
 
 TEST(PaneLayout, APaneWithoutRoomForACharacterIsNotSplit) {
     TestLayout layout;
-    const PaneRoom room = {400, 300, 40, 30};
-    EXPECT_EQ(layout.MakeHalf(*layout.Head(), true, {81, 300, 40, 30}), nullptr); // 40 less the gap
-    Pane* made = layout.MakeHalf(*layout.Head(), true, {82, 300, 40, 30});
+    const PaneRoom room = {{400, 300}, 40, 30};
+    EXPECT_EQ(layout.MakeHalf(*layout.Head(), true, {{81, 300}, 40, 30}), nullptr); // 40 less the gap
+    Pane* made = layout.MakeHalf(*layout.Head(), true, {{82, 300}, 40, 30});
     EXPECT_NE(made, nullptr);
     delete made;
     int splits = 0;
     for (Pane* half; (half = layout.MakeHalf(*layout.Head(), false, room)) != nullptr; ++splits)
         layout.Adopt(half, layout.Head(), false);
-    EXPECT_EQ(splits, 3);                                                          // 149, 74, 36 and no 17
-    EXPECT_EQ(layout.MakeHalf(*layout.Head(), true, {400, 300, 40, 37}), nullptr); // too low already
+    EXPECT_EQ(splits, 3);                                                            // 149, 74, 36 and no 17
+    EXPECT_EQ(layout.MakeHalf(*layout.Head(), true, {{400, 300}, 40, 37}), nullptr); // too low already
 }
 
 TEST(PaneLayout, AMadePaneThatIsNotAdoptedChangesNothing) {
@@ -104,24 +104,24 @@ TEST(PaneLayout, NextAndPreviousWrapInOrderOfCreation) {
 
 TEST(PaneRectangle, ALonePaneFillsTheArea) {
     const TestLayout layout;
-    EXPECT_TRUE(PaneLayout::Rectangle(*layout.Head(), 801, 601) == (std::array{0, 0, 801, 601}));
+    EXPECT_TRUE(PaneLayout::Rectangle(*layout.Head(), {801, 601}) == (std::array{0, 0, 801, 601}));
 }
 
 TEST(PaneRectangle, NeighboursAreTwoPixelsApart) {
     TestLayout layout;
     layout.Split(layout.Head(), true);
     layout.Split(layout.Head(), false);
-    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 0), 800, 600) == (std::array{0, 0, 399, 299}));
-    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 1), 800, 600) == (std::array{401, 0, 399, 600}));
-    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 2), 800, 600) == (std::array{0, 301, 399, 299}));
+    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 0), {800, 600}) == (std::array{0, 0, 399, 299}));
+    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 1), {800, 600}) == (std::array{401, 0, 399, 600}));
+    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 2), {800, 600}) == (std::array{0, 301, 399, 299}));
 }
 
 TEST(PaneRectangle, ProductsAreCut) {
     TestLayout layout;
     layout.Split(layout.Head(), true);
     // 32768 * 801 / 65536 is 400.5.
-    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 0), 801, 1) == (std::array{0, 0, 399, 1}));
-    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 1), 801, 1) == (std::array{401, 0, 399, 1}));
+    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 0), {801, 1}) == (std::array{0, 0, 399, 1}));
+    EXPECT_TRUE(PaneLayout::Rectangle(*PaneAt(layout, 1), {801, 1}) == (std::array{401, 0, 399, 1}));
 }
 
 TEST(PaneRectangle, NoSideIsEverNegative) {
@@ -129,7 +129,7 @@ TEST(PaneRectangle, NoSideIsEverNegative) {
     layout.Split(layout.Head(), true);
     for (const uint32_t size : {0u, 1u, 2u}) {
         for (size_t i = 0; i < 2; ++i) {
-            const PixelRect rect = PaneLayout::Rectangle(*PaneAt(layout, i), size, size);
+            const PixelRect rect = PaneLayout::Rectangle(*PaneAt(layout, i), {size, size});
             EXPECT_GE(rect.width, 0);
             EXPECT_EQ(rect.height, static_cast<int>(size));
         }
@@ -140,10 +140,10 @@ class PaneDragTest : public ::testing::Test {
 protected:
     // Positions are pixels of an area of 1024 by 1024, in which a pixel is 64 units.
     static constexpr uint32_t Size = 1024;
-    uint32_t Edges(int32_t x, int32_t y) { return layout.drag.EdgesAt(x, y, Size, Size); }
+    uint32_t Edges(int32_t x, int32_t y) { return layout.drag.EdgesAt({x, y}, {Size, Size}); }
     void DragTo(int32_t fromX, int32_t fromY, int32_t x, int32_t y) {
-        layout.drag.Begin(fromX, fromY, Size, Size);
-        layout.drag.MoveTo(x, y, Size, Size);
+        layout.drag.Begin({fromX, fromY}, {Size, Size});
+        layout.drag.MoveTo({x, y}, {Size, Size});
         layout.drag.End();
     }
     static constexpr uint32_t Units(uint32_t pixels) { return pixels * 64; }
@@ -177,21 +177,21 @@ TEST_F(PaneDragTest, TheBordersOfTheAreaAreNotHit) {
 
 TEST_F(PaneDragTest, AnEmptyAreaHasNoEdges) {
     layout.Split(layout.Head(), true);
-    EXPECT_EQ(layout.drag.EdgesAt(0, 0, 0, 0), 0u);
-    EXPECT_EQ(layout.drag.Begin(0, 0, 0, 100), 0u);
-    layout.drag.MoveTo(0, 0, 0, 0);
+    EXPECT_EQ(layout.drag.EdgesAt({0, 0}, {0, 0}), 0u);
+    EXPECT_EQ(layout.drag.Begin({0, 0}, {0, 100}), 0u);
+    layout.drag.MoveTo({0, 0}, {0, 0});
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Half, Whole}, {Half, 0, Half, Whole}}));
 }
 
 TEST_F(PaneDragTest, BothSidesOfAGapFollowThePointer) {
     layout.Split(layout.Head(), true);
-    EXPECT_EQ(layout.drag.Begin(511, 300, Size, Size), PaneEdge::Left | PaneEdge::Right);
-    layout.drag.MoveTo(600, 900, Size, Size);
+    EXPECT_EQ(layout.drag.Begin({511, 300}, {Size, Size}), PaneEdge::Left | PaneEdge::Right);
+    layout.drag.MoveTo({600, 900}, {Size, Size});
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Units(600), Whole}, {Units(600), 0, Units(424), Whole}}));
-    layout.drag.MoveTo(200, 0, Size, Size);
+    layout.drag.MoveTo({200, 0}, {Size, Size});
     EXPECT_EQ(layout.Places(), (std::vector<Fraction>{{0, 0, Units(200), Whole}, {Units(200), 0, Units(824), Whole}}));
     layout.drag.End();
-    layout.drag.MoveTo(700, 0, Size, Size); // the drag is over
+    layout.drag.MoveTo({700, 0}, {Size, Size}); // the drag is over
     EXPECT_EQ(layout.Head()->width, Units(200));
 }
 
@@ -295,14 +295,14 @@ TEST_F(PaneDragTest, SliversOfRoundingStopNothing) {
 
 TEST_F(PaneDragTest, ASplitOrCloseEndsTheDrag) {
     layout.Split(layout.Head(), true);
-    layout.drag.Begin(512, 300, Size, Size);
+    layout.drag.Begin({512, 300}, {Size, Size});
     layout.Split(layout.Head(), false);
-    layout.drag.MoveTo(300, 300, Size, Size);
+    layout.drag.MoveTo({300, 300}, {Size, Size});
     EXPECT_EQ(layout.Head()->width, Half);
-    layout.drag.Begin(512, 300, Size, Size);
+    layout.drag.Begin({512, 300}, {Size, Size});
     Pane* heir = nullptr;
     layout.Close(PaneAt(layout, 2), heir);
-    layout.drag.MoveTo(300, 300, Size, Size);
+    layout.drag.MoveTo({300, 300}, {Size, Size});
     EXPECT_EQ(layout.Head()->width, Half);
 }
 

@@ -106,7 +106,7 @@ void ModelSplit(Places& places, size_t index, bool vertical) {
 void ExpectPixelsApart(const TestLayout& layout, uint32_t width, uint32_t height) {
     std::vector<PixelRect> rects;
     for (const Pane* pane = layout.Head(); pane; pane = pane->next) {
-        const PixelRect rect = PaneLayout::Rectangle(*pane, width, height);
+        const PixelRect rect = PaneLayout::Rectangle(*pane, {width, height});
         ASSERT_GE(std::min(rect.x, rect.y), 0);
         ASSERT_GE(std::min(rect.width, rect.height), 0);
         if (rect.width == 0 || rect.height == 0) continue;
@@ -175,11 +175,13 @@ protected:
         const uint32_t along = corner < 2 ? Random(pane.height + 1) : Random(pane.width + 1);
         const uint32_t x = corner < 2 ? pane.left + (corner == 0 ? 0 : pane.width) : pane.left + along;
         const uint32_t y = corner < 2 ? pane.top + along : pane.top + (corner == 2 ? 0 : pane.height);
-        layout.drag.Begin(static_cast<int32_t>(uint64_t{x} * width >> 16),
-                          static_cast<int32_t>(uint64_t{y} * height >> 16), width, height);
+        const PaneArea area = {width, height};
+        layout.drag.Begin(
+            {static_cast<int32_t>(uint64_t{x} * width >> 16), static_cast<int32_t>(uint64_t{y} * height >> 16)}, area);
         for (int i = 0; i < 3; ++i) {
-            layout.drag.MoveTo(static_cast<int32_t>(Random(width + 200)) - 100,
-                               static_cast<int32_t>(Random(height + 200)) - 100, width, height);
+            layout.drag.MoveTo(
+                {static_cast<int32_t>(Random(width + 200)) - 100, static_cast<int32_t>(Random(height + 200)) - 100},
+                area);
             ASSERT_NO_FATAL_FAILURE(Check());
         }
         layout.drag.End();
@@ -237,8 +239,8 @@ protected:
         const int32_t x = pixel(hole.left + hole.width / 2), y = pixel(hole.top + hole.height / 2);
         const int32_t drags[][4] = {{left, y, right, y}, {right, y, left, y}, {x, top, x, bottom}, {x, bottom, x, top}};
         for (const auto& drag : drags) {
-            layout.drag.Begin(drag[0], drag[1], size, size);
-            layout.drag.MoveTo(drag[2], drag[3], size, size);
+            layout.drag.Begin({drag[0], drag[1]}, {size, size});
+            layout.drag.MoveTo({drag[2], drag[3]}, {size, size});
             layout.drag.End();
             if (Uncovered(layout.Places()) < before) return true;
         }
@@ -332,7 +334,8 @@ TEST_P(PaneRandomTest, PixelsOutsideThePanesAreGaps) {
         const int height = static_cast<int>(100 + Random(100));
         std::vector<PixelRect> rects;
         for (const Pane* pane = layout.Head(); pane; pane = pane->next)
-            rects.push_back(PaneLayout::Rectangle(*pane, static_cast<uint32_t>(width), static_cast<uint32_t>(height)));
+            rects.push_back(
+                PaneLayout::Rectangle(*pane, {static_cast<uint32_t>(width), static_cast<uint32_t>(height)}));
         for (int y = 0; y < height; ++y)
             for (int x = 0; x < width; ++x)
                 ASSERT_TRUE(std::any_of(rects.begin(), rects.end(),
