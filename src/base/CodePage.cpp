@@ -3,6 +3,19 @@
 #include "base/SystemCodePage.h"
 #include "base/Utf8.h"
 
+#include <algorithm>
+
+CodePage FindCodePage(uint32_t number) {
+    const auto page = static_cast<CodePage>(number);
+    if (page == CodePage::Utf8) return page;
+    if (!SystemCodePage::IsKnown(page)) return CodePage::Ansi;
+    static constexpr uint8_t Ascii[] = {'A', 'z', '0', '<', '"', '\n'};
+    constexpr size_t Count = sizeof(Ascii);
+    Char text[Count];
+    const bool isAscii = ToUtf16(page, Ascii, Count, text, Count) == Count && std::equal(text, text + Count, Ascii);
+    return isAscii ? page : CodePage::Ansi;
+}
+
 size_t MaxCharacters(CodePage, size_t count) {
     // A byte never becomes more than one unit: only the four bytes of UTF-8 beyond U+FFFF become two.
     return count;

@@ -3,11 +3,18 @@
 #include "base/Types.h"
 
 // Conversions between bytes and UTF-16. Counts never include a terminator, and none is written.
-enum class CodePage {
-    Ansi, // the system's; Windows-1252 where there is none
-    Windows1252,
-    Utf8,
+//
+// A page by the number that Windows has for it. FindCodePage makes one of other numbers.
+enum class CodePage : uint32_t {
+    Ansi = 0, // the system's; Windows-1252 where there is none
+    Oem = 1,  // that of the console; like Ansi where there is none
+    Windows1252 = 1252,
+    Utf8 = 65001,
 };
+
+// The page of a number; Ansi when the system does not have it, or when its characters are not ASCII and others of a few
+// bytes each.
+CodePage FindCodePage(uint32_t number);
 
 // The most characters that `count` bytes can turn into, and the most bytes for `count` characters.
 size_t MaxCharacters(CodePage page, size_t count);

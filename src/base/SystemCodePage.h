@@ -6,6 +6,8 @@
 // and base/posix.
 namespace SystemCodePage {
 
+// Whether the system has the page, and its characters are of one byte, of one or two, or those of GB 18030.
+bool IsKnown(CodePage page);
 // The most bytes for one character of the page.
 size_t MaxBytesPerCharacter(CodePage page);
 size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, size_t capacity);

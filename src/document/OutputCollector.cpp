@@ -6,6 +6,7 @@
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
 #include "document/CommandProcess.h"
+#include "settings/AdditionalSettings.h"
 
 #include <algorithm>
 
@@ -26,11 +27,11 @@ uint32_t Shown(uint8_t* bytes, uint32_t count) {
 
 // No byte becomes more than one character, so that `out` takes them. False when the code page cannot convert
 // them.
-bool ConvertOutput(const uint8_t* bytes, uint32_t count, Char* out, uint32_t& written) {
+bool ConvertOutput(CodePage page, const uint8_t* bytes, uint32_t count, Char* out, uint32_t& written) {
     const size_t plain = Scan::WidenAscii(bytes, count, out);
     size_t others = 0;
     if (plain < count) {
-        others = ToUtf16(CodePage::Ansi, bytes + plain, count - plain, out + plain, count - plain);
+        others = ToUtf16(page, bytes + plain, count - plain, out + plain, count - plain);
         if (others == 0) return false;
     }
     written = static_cast<uint32_t>(plain + others);
@@ -42,6 +43,8 @@ bool ConvertOutput(const uint8_t* bytes, uint32_t count, Char* out, uint32_t& wr
 bool OutputCollector::Open() {
     wantedPeriod = PollPeriod;
     run.failure.Clear();
+    // One run is of one page, whatever is set meanwhile: a character may lie in two polls.
+    run.page = FindCodePage(additionalSettings.OutputCodePage);
     run.readBuffer = Heap::AllocateArray<uint8_t>(ReadBufferSize);
     return run.readBuffer && CommandProcess::OpenOutput(run);
 }
@@ -100,13 +103,13 @@ OutputCollector::Appending OutputCollector::AppendFromFile(uint64_t count, bool 
 bool OutputCollector::AppendChunk(uint32_t count, bool isRest) {
     uint32_t read = 0;
     if (!CommandProcess::ReadOutput(run, run.consumed, run.readBuffer, count, read)) return false;
-    if (!isRest) read = static_cast<uint32_t>(WholeCharacters(CodePage::Ansi, run.readBuffer, read));
+    if (!isRest) read = static_cast<uint32_t>(WholeCharacters(run.page, run.readBuffer, read));
     const uint32_t shown = Shown(run.readBuffer, read);
     if (!store.EnsureCapacity(uint64_t{store.Length()} + shown)) return false;
     run.consumed += read;
     Char* end = store.Data() + store.Length();
     uint32_t written = 0;
-    const bool converted = ConvertOutput(run.readBuffer, shown, end, written);
+    const bool converted = ConvertOutput(run.page, run.readBuffer, shown, end, written);
     store.Appended({written, static_cast<uint32_t>(Scan::CountLineFeeds(end, written))});
     return converted;
 }

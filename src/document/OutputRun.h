@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/CodePage.h"
 #include "base/Types.h"
 #include "base/WString.h"
 
@@ -17,5 +18,6 @@ struct OutputRun {
     uint32_t failedEnds = 0;   // polls that could not read although the process had ended
     uint8_t* readBuffer = nullptr;
     WString startDir;
-    WString failure; // why it could not be started; empty without memory or before that is known
+    CodePage page = CodePage::Ansi; // of what is printed
+    WString failure;                // why it could not be started; empty without memory or before that is known
 };

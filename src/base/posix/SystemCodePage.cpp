@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
-// Windows-1252 as Windows converts it; both pages are this one here.
+// Windows-1252 as Windows converts it; the three pages that are known are this one here.
 
 namespace {
 
@@ -39,6 +39,10 @@ bool FindByte(Char c, uint8_t& byte) {
 }
 
 } // namespace
+
+bool SystemCodePage::IsKnown(CodePage page) {
+    return page == CodePage::Ansi || page == CodePage::Oem || page == CodePage::Windows1252;
+}
 
 size_t SystemCodePage::MaxBytesPerCharacter(CodePage) { return 1; }
 

@@ -11,7 +11,22 @@ namespace {
 
 constexpr size_t LargestPiece = size_t{1} << 29;
 
-UINT Number(CodePage page) { return page == CodePage::Ansi ? CP_ACP : 1252; }
+constexpr UINT Gb18030 = 54936;
+
+UINT Number(CodePage page) { return static_cast<UINT>(page); }
+
+// With the number of the page that the system has for a name.
+UINT RealNumber(CodePage page) {
+    if (page == CodePage::Ansi) return GetACP();
+    return page == CodePage::Oem ? GetOEMCP() : Number(page);
+}
+
+// How many bytes the character takes that begins there; the first two say. More than `left` when they are cut off.
+size_t CharacterLength(UINT number, const uint8_t* bytes, size_t left) {
+    if (number != Gb18030) return IsDBCSLeadByteEx(number, bytes[0]) ? 2 : 1;
+    if (bytes[0] < 0x81) return 1;
+    return left > 1 && bytes[1] >= '0' && bytes[1] <= '9' ? 4 : 2;
+}
 
 int Clamp(size_t count) { return static_cast<int>(std::min<size_t>(count, INT_MAX)); }
 
@@ -58,6 +73,12 @@ template <class In, class Out> size_t Convert(UINT page, const In* in, size_t co
 
 } // namespace
 
+bool SystemCodePage::IsKnown(CodePage page) {
+    CPINFO info{};
+    const UINT number = RealNumber(page);
+    return number == CP_UTF8 || (GetCPInfo(number, &info) && (info.MaxCharSize <= 2 || number == Gb18030));
+}
+
 size_t SystemCodePage::MaxBytesPerCharacter(CodePage page) {
     CPINFO info{};
     return GetCPInfo(Number(page), &info) ? info.MaxCharSize : 1;
@@ -72,7 +93,7 @@ size_t SystemCodePage::FromUtf16(CodePage page, const Char* text, size_t count, 
 }
 
 bool SystemCodePage::CanExpress(CodePage page, const Char* text, size_t count) {
-    const UINT number = page == CodePage::Ansi ? GetACP() : Number(page);
+    const UINT number = RealNumber(page);
     if (number == CP_UTF8) return true; // the system does not say for it
     constexpr size_t Piece = 256;
     while (count) {
@@ -89,13 +110,13 @@ bool SystemCodePage::CanExpress(CodePage page, const Char* text, size_t count) {
 }
 
 size_t SystemCodePage::WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {
-    const UINT number = page == CodePage::Ansi ? GetACP() : Number(page);
+    const UINT number = RealNumber(page);
     // The user may have chosen UTF-8 as the system's page.
     if (number == CP_UTF8) return Utf8::WholeCharacters(bytes, count);
     if (MaxBytesPerCharacter(page) == 1) return count;
     size_t at = 0;
     while (at < count) {
-        const size_t length = IsDBCSLeadByteEx(number, bytes[at]) ? 2 : 1;
+        const size_t length = CharacterLength(number, bytes + at, count - at);
         if (at + length > count) break;
         at += length;
     }

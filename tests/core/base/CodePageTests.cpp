@@ -60,6 +60,39 @@ TEST(CodePage, AnAnsiCharacterOfTwoBytesIsWholeWithBoth) {
         EXPECT_EQ(WholeCharacters(CodePage::Ansi, reinterpret_cast<const uint8_t*>(bytes.data()), count), whole[count]);
 }
 
+TEST(CodePage, IsFoundByItsNumber) {
+    EXPECT_EQ(FindCodePage(0), CodePage::Ansi);
+    EXPECT_EQ(FindCodePage(1), CodePage::Oem);
+    EXPECT_EQ(FindCodePage(1252), CodePage::Windows1252);
+    EXPECT_EQ(FindCodePage(65001), CodePage::Utf8);
+}
+
+TEST(CodePage, ThatCannotBeReadInPiecesIsTheAnsiOne) {
+    // No page, UTF-16, UTF-7, JIS with shift sequences, EBCDIC.
+    for (const uint32_t number : {7u, 99999u, UINT32_MAX, 1200u, 1201u, 65000u, 50220u, 37u, 500u})
+        EXPECT_EQ(FindCodePage(number), CodePage::Ansi) << number;
+}
+
+TEST(CodePage, OfTheConsoleHasAsciiAndKeepsItsBytes) {
+    std::string all;
+    for (int byte = 1; byte < 256; ++byte) all.push_back(static_cast<char>(byte));
+    const std::u16string text = Decode(CodePage::Oem, all);
+    EXPECT_EQ(text.substr(' ' - 1, 94), Decode(CodePage::Ansi, all).substr(' ' - 1, 94));
+    if (text.size() == all.size()) {
+        EXPECT_EQ(Encode(CodePage::Oem, text), all);
+    }
+}
+
+TEST(CodePage, OfFourBytesIsCutBetweenItsCharactersOnly) {
+    const CodePage page = FindCodePage(54936);
+    if (page == CodePage::Ansi) GTEST_SKIP() << "the system does not have it";
+    const std::string bytes = "a\xD6\xD0\x81\x30\x81\x30z";
+    EXPECT_EQ(Decode(page, bytes), u"a\u4E2D\u0080z");
+    const size_t whole[] = {0, 1, 1, 3, 3, 3, 3, 7, 8}; // of the first 0, 1, ... bytes
+    for (size_t count = 0; count <= bytes.size(); ++count)
+        EXPECT_EQ(WholeCharacters(page, reinterpret_cast<const uint8_t*>(bytes.data()), count), whole[count]) << count;
+}
+
 TEST(CodePage, Windows1252HasItsOwnCharactersFrom80To9F) {
     EXPECT_EQ(Decode(CodePage::Windows1252, "\x80\x82\x99\x9F"), u"\u20AC\u201A\u2122\u0178");
     EXPECT_EQ(Decode(CodePage::Windows1252, "\xA0\xE4\xFF"), u"\u00A0\u00E4\u00FF");

@@ -17,6 +17,11 @@ bool IsUtf8(CodePage page) { return page == CodePage::Utf8 || (page == CodePage:
 Utf8IsAnsi::Utf8IsAnsi() { utf8IsAnsi = true; }
 Utf8IsAnsi::~Utf8IsAnsi() { utf8IsAnsi = false; }
 
+CodePage FindCodePage(uint32_t number) {
+    const auto page = static_cast<CodePage>(number);
+    return page == CodePage::Utf8 || SystemCodePage::IsKnown(page) ? page : CodePage::Ansi;
+}
+
 size_t MaxCharacters(CodePage, size_t count) { return count; }
 
 size_t MaxBytes(CodePage page, size_t count) {

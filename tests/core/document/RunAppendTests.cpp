@@ -2,8 +2,10 @@
 
 #include "base/CodePage.h"
 #include "core/document/AnsiPage.h"
+#include "core/document/LoadSaveSupport.h"
 #include "core/document/RunAppendTest.h"
 #include "support/Random.h"
+#include "support/WithAdditional.h"
 
 TEST_F(AppendTest, LineBreaksWithCarriageReturnsAreLineFeeds) {
     PrintAndPoll("one\r\ntwo\r\n");
@@ -253,4 +255,109 @@ TEST_F(AppendTest, RandomOutputComesOutAsTheRulesSay) {
             expected.clear();
         }
     }
+}
+
+namespace {
+
+// The page is that of the run, so a run is started after it was set.
+struct OutputPageTest : RunTest {
+    explicit OutputPageTest(uint32_t number = 0) { on->OutputCodePage = number; }
+    std::u16string Printed(const std::vector<std::string>& parts) {
+        TextDocument document;
+        EXPECT_TRUE(RunSilently(*document));
+        for (const std::string& part : parts) {
+            Print(*document, part);
+            document->PollOutput();
+        }
+        return document.Text();
+    }
+    const WithAdditional on;
+};
+
+struct Utf8OutputTest : OutputPageTest {
+    Utf8OutputTest() : OutputPageTest(65001) {}
+};
+
+} // namespace
+
+TEST_F(OutputPageTest, WithoutTheSettingBytesAreOfTheAnsiPage) {
+    EXPECT_EQ(Printed({"\xC3\xA9 \xE2\x82\xAC"}), Decoded(CodePage::Ansi, "\xC3\xA9 \xE2\x82\xAC"));
+}
+
+TEST_F(OutputPageTest, OneIsTheOemPage) {
+    on->OutputCodePage = 1;
+    std::string bytes;
+    for (int byte = 0x80; byte < 0x100; ++byte) bytes.push_back(static_cast<char>(byte));
+    EXPECT_EQ(Printed({bytes}), Decoded(CodePage::Oem, bytes));
+}
+
+TEST_F(OutputPageTest, AnyOtherNumberIsThatPage) {
+    const auto page = FindCodePage(850);
+    if (page == CodePage::Ansi) GTEST_SKIP() << "the system does not have it";
+    on->OutputCodePage = 850;
+    EXPECT_EQ(Printed({"\x84\x81\xE1 \xB3"}), u"\u00E4\u00FC\u00DF \u2502");
+}
+
+TEST_F(OutputPageTest, CharactersOfSeveralBytesAreNotCut) {
+    if (FindCodePage(932) == CodePage::Ansi) GTEST_SKIP() << "the system does not have it";
+    on->OutputCodePage = 932;
+    const std::string bytes = "a\x93\xFA\xB1\x93\x5Cz";
+    for (size_t cut = 0; cut <= bytes.size(); ++cut)
+        EXPECT_EQ(Printed({bytes.substr(0, cut), bytes.substr(cut)}), u"a\u65E5\uFF71\u8CBCz") << cut;
+}
+
+TEST_F(OutputPageTest, ANumberOfNoPageIsAnsi) {
+    for (const uint32_t number : {7u, 12345u, 1200u, 4294967295u}) {
+        on->OutputCodePage = number;
+        EXPECT_EQ(Printed({"\xE9\x80"}), Decoded(CodePage::Ansi, "\xE9\x80")) << number;
+    }
+}
+
+TEST_F(OutputPageTest, ARunKeepsThePageThatItBeganWith) {
+    TextDocument document;
+    on->OutputCodePage = 65001;
+    ASSERT_TRUE(RunSilently(*document));
+    Print(*document, "\xC3");
+    document->PollOutput();
+    on->OutputCodePage = 0;
+    Print(*document, "\xA9");
+    document->PollOutput();
+    EXPECT_EQ(document.Text(), u"\u00E9");
+}
+
+TEST_F(Utf8OutputTest, SequencesAreNotCutByAPoll) {
+    const std::string bytes = "a\xC5\x82\xE2\x82\xAC\xF0\x9F\x98\x80z";
+    for (size_t cut = 0; cut <= bytes.size(); ++cut)
+        EXPECT_EQ(Printed({bytes.substr(0, cut), bytes.substr(cut)}), u"a\u0142\u20AC\U0001F600z") << cut;
+    std::vector<std::string> single;
+    for (const char c : bytes) single.emplace_back(1, c);
+    EXPECT_EQ(Printed(single), u"a\u0142\u20AC\U0001F600z");
+}
+
+TEST_F(Utf8OutputTest, SequencesAreNotCutByARead) {
+    for (size_t shift = 0; shift < 4; ++shift) {
+        std::string bytes(shift, '-');
+        std::u16string expected(shift, u'-');
+        for (int i = 0; i < 3000; ++i) {
+            bytes += "\xF0\x9F\x98\x80";
+            expected += u"\U0001F600";
+        }
+        EXPECT_TRUE(Printed({bytes}) == expected) << shift;
+    }
+}
+
+TEST_F(Utf8OutputTest, InvalidBytesHoldNothingUp) {
+    EXPECT_EQ(Printed({"a\x82\xFF\xC0\xAFz"}), u"a\uFFFD\uFFFD\uFFFD\uFFFDz");
+    EXPECT_EQ(Printed({"\xE2\x82", "z"}), u"\uFFFDz");
+}
+
+TEST_F(Utf8OutputTest, ASequenceWithoutItsRestIsShownAtTheEnd) {
+    TextDocument document;
+    ASSERT_TRUE(RunSilently(*document));
+    Print(*document, "a\xE2\x82");
+    document->PollOutput();
+    EXPECT_EQ(document.Text(), u"a");
+    speaker.Give("end");
+    ASSERT_TRUE(PollToTheEnd(*document));
+    EXPECT_EQ(document.Text(), u"a\uFFFD");
 }
