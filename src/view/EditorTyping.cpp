@@ -1,6 +1,7 @@
 #include "view/EditorTyping.h"
 
 #include "base/Text.h"
+#include "settings/AdditionalSettings.h"
 #include "settings/Settings.h"
 #include "view/EditorIndent.h"
 #include "view/EditorNavigation.h"
@@ -8,6 +9,11 @@
 #include "view/Words.h"
 
 namespace {
+
+// AltGr is Ctrl with Alt, and so are both keys held by hand.
+bool IsAltGrDown(const EditorSurface& surface) {
+    return additionalSettings.AltGr && surface.IsCtrlDown() && surface.IsAltDown();
+}
 
 bool SpansLines(const TextEditor& editor) {
     const TextCaret& caret = editor.Caret();
@@ -42,7 +48,7 @@ void InsertTabAsSpaces(TextEditor& editor) {
 void EditorTyping::Type(TextEditor& editor, Char character) {
     const bool isText = character == u'\r' || character == u'\n' || character == u'\t' || character >= 32;
     const EditorSurface& surface = editor.Surface();
-    if (!isText || surface.IsCtrlDown()) return;
+    if (!isText || (surface.IsCtrlDown() && !(character >= 32 && IsAltGrDown(surface)))) return;
     TextBuffer& document = *editor.GetTextBuffer();
     const bool replaces = editor.Caret().HasSelection();
     if (character == u'\t' && replaces && SpansLines(editor))

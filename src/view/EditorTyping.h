@@ -8,7 +8,8 @@ class TextEditor;
 // read-only document or because there is nothing to delete, changes nothing on screen either.
 namespace EditorTyping {
 
-// Types a character over the selection; what is no text, and anything with Ctrl held, is ignored.
+// Types a character over the selection; what is no text, and anything with Ctrl held, is ignored, save a character
+// typed with Ctrl and Alt when the additional setting AltGr is on.
 void Type(TextEditor& editor, Char character);
 // Deletes the selection; without one (and for `word` in any case) the character at the caret or up to
 // the end of the word, which at the end of a line is the line feed.

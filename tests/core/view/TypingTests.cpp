@@ -1,5 +1,6 @@
 #include "support/FailureInjection.h"
 #include "support/ViewTest.h"
+#include "support/WithAdditional.h"
 
 namespace {
 
@@ -37,6 +38,41 @@ TEST_F(TypingTest, WithCtrlHeldNothingIsInserted) {
     surface().ctrl = true; // AltGr arrives as Ctrl+Alt
     Type(u"\u20ACx\r\t");
     EXPECT_EQ(Marked(), "a|c");
+}
+
+TEST_F(TypingTest, WithCtrlAndAltHeldNothingIsInsertedByDefault) {
+    Show(u"a|c");
+    surface().ctrl = surface().alt = true;
+    Type(u"\u20ACx\r\t");
+    EXPECT_EQ(Marked(), "a|c");
+}
+
+TEST_F(TypingTest, WithAltGrOnWhatIsTypedWithCtrlAndAltIsInserted) {
+    const WithAdditional on;
+    on->AltGr = 1;
+    Show(u"a|c");
+    surface().ctrl = surface().alt = true;
+    Type(u"@{\u0142");
+    EXPECT_EQ(Text(), u"a@{\u0142c");
+    Type(u"\r\n\t\x1B\b");
+    EXPECT_EQ(Text(), u"a@{\u0142c") << "keys with a meaning of their own type nothing";
+    Show(u"a^bc|d");
+    surface().ctrl = surface().alt = true;
+    Type(u"]");
+    EXPECT_EQ(Marked(), "a]|d");
+}
+
+TEST_F(TypingTest, WithAltGrOnCtrlAloneStillTypesNothing) {
+    const WithAdditional on;
+    on->AltGr = 1;
+    Show(u"a|c");
+    surface().ctrl = true;
+    Type(u"x\r\t");
+    EXPECT_EQ(Marked(), "a|c");
+    surface().ctrl = false;
+    surface().alt = true; // what Alt alone types comes as another message, but for the digits of a number
+    Type(u"\u00E9");
+    EXPECT_EQ(Text(), u"a\u00E9c");
 }
 
 TEST_F(TypingTest, ASelectionIsReplaced) {
