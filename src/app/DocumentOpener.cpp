@@ -14,7 +14,7 @@ void DocumentOpener::OpenNew() {
     WString title;
     // Without a pane nothing is made, so that no number is used up.
     if (!display.TargetPane() || !documents.UntitledTitle(title)) return;
-    TextBuffer* const document = MakeTitledText(title.Text());
+    TextBuffer* const document = MakeTitledText(title.Text(), true);
     if (!document || !AdoptDocument(documents, document)) return;
     documents.CountUntitled();
     if (!display.ShowNew(*document)) documents.Remove(document);

@@ -3,11 +3,11 @@
 #include "app/DocumentList.h"
 #include "document/TextBuffer.h"
 
-TextBuffer* MakeTitledText(const Char* title) {
+TextBuffer* MakeTitledText(const Char* title, bool isNew) {
     auto* const document = new TextBuffer;
     if (!document) return nullptr;
     document->AddRef();
-    if (!document->MakeEmpty() || !document->SetTitle(title) || !document->CreateView(nullptr)) {
+    if (!document->MakeEmpty(isNew) || !document->SetTitle(title) || !document->CreateView(nullptr)) {
         document->Release();
         return nullptr;
     }

@@ -7,6 +7,7 @@
 #include "document/PollTimer.h"
 #include "document/TextDecode.h"
 #include "document/TextSave.h"
+#include "settings/AdditionalSettings.h"
 
 #include <algorithm>
 #include <cstring>
@@ -51,7 +52,8 @@ uint32_t TextBuffer::Release() {
 
 // The content as a whole.
 
-bool TextBuffer::MakeEmpty() {
+bool TextBuffer::MakeEmpty(bool isNew) {
+    if (isNew && additionalSettings.UnixNewFiles) lineEnding = LineEnding::Unix;
     parts.store.Release();
     parts.editLine.Release();
     pipeline.TellReplaced();
@@ -60,7 +62,7 @@ bool TextBuffer::MakeEmpty() {
 
 bool TextBuffer::MakeNew(const Char* name) {
     Clear(false);
-    if (!MakeEmpty() || !SetPath(name)) {
+    if (!MakeEmpty(true) || !SetPath(name)) {
         parts.store.Release();
         return false;
     }

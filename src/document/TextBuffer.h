@@ -38,9 +38,10 @@ public:
     LineEnding GetLineEnding() const override { return lineEnding; }
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
-    [[nodiscard]] bool MakeEmpty();
+    // A new document is the user's and not yet in any file: it gets the line ends that those are to have.
+    [[nodiscard]] bool MakeEmpty(bool isNew = false);
     [[nodiscard]] bool MakeNew(const Char* name);
-    // With `createNew` an empty document of that name, else the file's content.
+    // With `createNew` a new, empty document of that name, else the file's content.
     [[nodiscard]] bool Load(const Char* fileName, bool createNew);
     bool IsOutput() const { return isOutput; }
     // Makes this an output document, which nobody can type into. False without memory for what is typed.

@@ -3,6 +3,7 @@
 #include "core/app/FakePanes.h"
 #include "document/TextBuffer.h"
 #include "support/ScratchFolder.h"
+#include "support/WithAdditional.h"
 
 namespace {
 
@@ -24,6 +25,30 @@ TEST_F(DocumentOpenerTest, NewDocumentsAreNumberedAndNumbersAreNotUsedAgain) {
     documents.Remove(documents.At(0));
     opener.OpenNew();
     EXPECT_EQ(Str(documents.At(0)->GetName()), u"Untitled2");
+}
+
+TEST_F(DocumentOpenerTest, NewDocumentsHaveTheLineEndsOfWindowsByDefault) {
+    opener.OpenNew();
+    EXPECT_EQ(documents.At(0)->GetLineEnding(), LineEnding::Dos);
+    ASSERT_TRUE(opener.OpenText(folder.Path("new.txt").c_str(), -1, true));
+    EXPECT_EQ(documents.At(1)->GetLineEnding(), LineEnding::Dos);
+}
+
+TEST_F(DocumentOpenerTest, NewDocumentsHaveTheLineEndsOfUnixWhenThatIsSet) {
+    const WithAdditional on;
+    on->UnixNewFiles = 1;
+    opener.OpenNew();
+    EXPECT_EQ(documents.At(0)->GetLineEnding(), LineEnding::Unix);
+    const std::u16string path = folder.Path("new.txt");
+    ASSERT_TRUE(opener.OpenText(path.c_str(), -1, true));
+    auto& named = static_cast<TextBuffer&>(*documents.At(1));
+    EXPECT_EQ(named.GetLineEnding(), LineEnding::Unix);
+    ASSERT_TRUE(named.InsertText(0, u"a\nb", 3));
+    ASSERT_TRUE(named.Save(path.c_str(), Encoding::Keep, LineEnding::Keep));
+    EXPECT_EQ(folder.Read("new.txt"), "a\nb");
+    const std::u16string file = folder.Write("file.txt", "no line break");
+    ASSERT_TRUE(opener.OpenText(file.c_str(), -1, false));
+    EXPECT_EQ(documents.At(2)->GetLineEnding(), LineEnding::Dos) << "that of a file is not new";
 }
 
 TEST_F(DocumentOpenerTest, WithoutAPaneNothingIsMadeAndNoNumberUsedUp) {
