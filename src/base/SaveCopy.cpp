@@ -1,8 +1,7 @@
 #include "base/SaveCopy.h"
 
 #include "base/FileBytes.h"
-#include "base/Path.h"
-#include "base/TextFormat.h"
+#include "base/RecoveryFile.h"
 
 #include <cstring>
 
@@ -60,21 +59,6 @@ private:
 
 } // namespace
 
-// The name is nobody else's: made of the time, and tried again with the next one when it is taken.
-bool SaveCopy::OpenNew() {
-    WString folder;
-    if (!Platform::RecoveryFolder(SaveCopyFolder, folder)) return false;
-    Platform::FileTime number = Platform::Now();
-    for (int tries = 0; tries < 8 && !file.IsOpen(); ++tries, ++number) {
-        WString name;
-        const bool isNamed = Text::AppendFormat(name, u"%08x%08x.save", static_cast<uint32_t>(number >> 32),
-                                                static_cast<uint32_t>(number));
-        if (!isNamed || !path.Assign(folder) || !Path::Join(path, name.Text())) return false;
-        file.Open(path.Text(), Platform::File::Mode::CreateNew);
-    }
-    return file.IsOpen();
-}
-
 bool SaveCopy::WriteHeader() {
     Header header = {};
     std::memcpy(header.magic, Magic, sizeof(Magic));
@@ -89,7 +73,8 @@ bool SaveCopy::WriteHeader() {
 SaveCopy::Outcome SaveCopy::Make(const Char* targetPath, ByteSource& source) {
     if (!target.Assign(targetPath)) return Outcome::NoBytes; // nothing at all can be done without memory
     const Header nothing = {};
-    const bool isBegun = target.Length() <= LongestPath && OpenNew() && file.Write(&nothing, sizeof(nothing)) &&
+    const bool isBegun = target.Length() <= LongestPath && MakeRecoveryFile(SaveCopyFolder, u".save", file, path) &&
+                         file.Write(&nothing, sizeof(nothing)) &&
                          file.Write(target.Text(), target.Length() * sizeof(Char));
     if (!isBegun) Discard();
     ContentSink sink(file, content);

@@ -39,7 +39,6 @@ public:
     SaveCopy* previous = nullptr;
 
 private:
-    bool OpenNew();
     bool WriteHeader();
 
     WString target;

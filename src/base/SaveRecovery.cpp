@@ -1,9 +1,9 @@
 #include "base/SaveRecovery.h"
 
-#include "base/Array.h"
 #include "base/Checksum.h"
 #include "base/FileBytes.h"
 #include "base/Path.h"
+#include "base/RecoveryFile.h"
 #include "base/SaveCopy.h"
 #include "base/Text.h"
 #include "base/TextFormat.h"
@@ -11,30 +11,6 @@
 namespace {
 
 constexpr uint32_t MostNames = 100;
-
-struct FoundName : HeapObject {
-    WString path;
-    FoundName* next = nullptr;
-    FoundName* previous = nullptr;
-};
-
-// All at once: what is found is removed, which a search need not survive.
-void ListCopies(List<FoundName>& names) {
-    WString folder;
-    WString pattern;
-    if (!Platform::RecoveryPath(SaveCopyFolder, folder) || !pattern.Assign(folder) ||
-        !Path::Join(pattern, SaveCopyPattern))
-        return;
-    Platform::FileSearch search;
-    for (bool more = search.First(pattern.Text()); more; more = search.Next()) {
-        auto* const name = new FoundName;
-        if (!name || !name->path.Assign(folder) || !Path::Join(name->path, search.Name())) {
-            delete name;
-            return; // the rest is found at the next start
-        }
-        names.Append(name);
-    }
-}
 
 // Not asked of another machine, which may keep a start waiting: a path in a copy may name any.
 bool HasContent(const SaveCopyContent& content) {
@@ -77,9 +53,9 @@ SaveRecovery::~SaveRecovery() {
 }
 
 void SaveRecovery::Look() {
-    List<FoundName> names;
-    ListCopies(names);
-    while (FoundName* const name = names.TakeHead()) {
+    List<RecoveryFileName> names;
+    ListRecoveryFiles(SaveCopyFolder, SaveCopyPattern, names);
+    while (RecoveryFileName* const name = names.TakeHead()) {
         LookAt(name->path.Text());
         delete name;
     }
