@@ -47,6 +47,9 @@ public:
     [[nodiscard]] virtual bool GetSessionText(WString& out) const = 0;
     virtual void ResetSyntaxEngine() = 0;
     virtual LineEnding GetLineEnding() const = 0;
+    // Brings the document's journal up to date; to be called at least every two seconds. False when a modified document
+    // has none that is complete.
+    virtual bool FlushJournal() = 0;
 
 protected:
     ~Document() = default;

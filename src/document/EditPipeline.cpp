@@ -127,6 +127,7 @@ void EditPipeline::Tell(UndoRecord& record, bool undone) {
 
 void EditPipeline::TellChange(const TextChange& change) {
     edited = true;
+    journal.Changed(change);
     if (!change.inEditLine) {
         notifier.TextChanged(change.start);
         notifier.LineCountChanged();
@@ -138,6 +139,7 @@ void EditPipeline::TellChange(const TextChange& change) {
 void EditPipeline::TellReplaced() {
     const ViewNotifier::Telling telling(notifier);
     edited = operations != 0;
+    journal.Replaced();
     notifier.TextChanged(0);
     notifier.LineCountChanged();
     notifier.MoveToStart();
@@ -148,6 +150,10 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     const ViewNotifier::Telling telling(notifier);
     edited = true;
     TextStore& store = target.parts.store;
+    TextChange change;
+    change.start = from;
+    change.inserted.characters = store.Length() - from;
+    journal.Changed(change);
     notifier.TextChanged(from);
     const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
     for (TextDocumentView* view : target.views) {

@@ -3,6 +3,7 @@
 #include "base/Assert.h"
 #include "document/Document.h"
 #include "document/EditTarget.h"
+#include "document/TextJournal.h"
 #include "document/UndoHistory.h"
 #include "document/ViewNotifier.h"
 
@@ -15,7 +16,7 @@ class EditPipeline {
 public:
     // `parts` are those of `text`.
     EditPipeline(DocumentBase& owner, TextContent& text, TextParts& parts, TextViews views)
-        : document(owner), target{text, parts, views}, notifier(views) {}
+        : document(owner), target{text, parts, views}, notifier(views), journal(owner, text) {}
     EditPipeline(const EditPipeline&) = delete;
     EditPipeline& operator=(const EditPipeline&) = delete;
 
@@ -42,6 +43,7 @@ public:
     UndoHistory& History() { return history; }
     const UndoHistory& History() const { return history; }
     const ViewNotifier& Views() const { return notifier; }
+    TextJournal& Journal() { return journal; }
     // The view whose caret line is open for editing.
     TextDocumentView* ActiveView() const { return activeView; }
     void SetActiveView(TextDocumentView* view) { activeView = view; }
@@ -81,6 +83,7 @@ private:
     EditTarget target;
     ViewNotifier notifier;
     UndoHistory history;
+    TextJournal journal;
     TextDocumentView* activeView = nullptr;
     uint32_t operations = 0; // that are under way, each inside the one before it
     bool edited = false;     // by the outermost of them

@@ -103,7 +103,9 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     if (decoded.text && !SetPath(fileName)) return false;
     encoding = decoded.encoding;
     // Without a text the file was read, but the code page can make nothing of it.
-    if (decoded.text) TakeText(decoded);
+    if (!decoded.text) return true;
+    TakeText(decoded);
+    pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, fileTime);
     return true;
 }
 
@@ -118,6 +120,12 @@ void TextBuffer::TakeText(DecodedText& decoded) {
     pipeline.History().MarkSaved();
 }
 
+void TextBuffer::TakeRecovered(DecodedText& recovered) {
+    Clear(false);
+    TakeText(recovered);
+    pipeline.History().MarkUnsaved();
+}
+
 // Read before the old text goes: a file that was deleted or locked meanwhile must not cost it.
 bool TextBuffer::Reload() {
     Platform::ByteBlock file;
@@ -128,6 +136,7 @@ bool TextBuffer::Reload() {
     Clear(false);
     fileTime = time;
     TakeText(decoded);
+    pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, fileTime);
     pipeline.Views().Invalidate();
     return true;
 }
@@ -144,6 +153,7 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
         losesBytes = false;
         pipeline.History().MarkSaved();
+        pipeline.Journal().IsInFile(TextJournal::Origin::Saved, fileTime);
         NotifyModified();
     }
     if (style != lineEnding) {
@@ -347,11 +357,6 @@ void TextBuffer::RepaintAll() {
 void TextBuffer::RepaintLines(LineRange lines) {
     pipeline.Views().InvalidateLines(lines);
     if (ActiveView() && lines.Holds(ActiveView()->CaretLine())) pipeline.OpenActiveLine();
-}
-
-void TextBuffer::SetLineCount(uint32_t count) {
-    parts.store.SetLineCount(count);
-    pipeline.Views().LineCountChanged();
 }
 
 void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {

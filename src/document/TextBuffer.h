@@ -36,6 +36,7 @@ public:
     [[nodiscard]] bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override;
     LineEnding GetLineEnding() const override { return lineEnding; }
+    bool FlushJournal() override { return pipeline.Journal().Flush(); }
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
     // A new document is the user's and not yet in any file: it gets the line ends that those are to have.
@@ -43,6 +44,8 @@ public:
     [[nodiscard]] bool MakeNew(const Char* name);
     // With `createNew` a new, empty document of that name, else the file's content.
     [[nodiscard]] bool Load(const Char* fileName, bool createNew);
+    // A text that an editor has left in a journal, which is in no file: it is modified, with nothing to undo.
+    void TakeRecovered(struct DecodedText& recovered);
     bool IsOutput() const { return isOutput; }
     // Makes this an output document, which nobody can type into. False without memory for what is typed.
     [[nodiscard]] bool MarkAsOutput();
@@ -104,7 +107,6 @@ public:
     // Both open the caret line of the active view when it is among the lines.
     void RepaintAll();
     void RepaintLines(LineRange lines);
-    void SetLineCount(uint32_t count);
 
     // Colouring. The document takes over one reference and releases the engine it had.
     void AttachEngine(SyntaxEngine* newEngine);

@@ -35,6 +35,9 @@ public:
     bool HasPendingEdit() const { return parts.editLine.IsPending(); }
     // Characters (modulo 2^32) that the text as the user sees it has more than the store.
     uint32_t EditLineGrowth() const { return parts.editLine.Growth(); }
+    // Passes [from, from + count) of the text as the user sees it to `take(const Char*, size_t)`, in up to three
+    // pieces. False as soon as that says so.
+    template <class Take> bool ForEachPiece(uint32_t from, uint32_t count, Take take) const;
     // Whether the edit line as it is now may change the colouring of the lines below.
     bool EditLineAffectsFollowingLines() const;
 
@@ -62,3 +65,25 @@ protected:
     bool losesBytes = false;
     SyntaxEngine* engine = nullptr;
 };
+
+template <class Take> bool TextContent::ForEachPiece(uint32_t from, uint32_t count, Take take) const {
+    const bool isPending = HasPendingEdit();
+    const uint32_t start = isPending ? EditLineStart() : Length();
+    const uint32_t lineLength = isPending ? EditLine().Length() : 0;
+    // The terminator of the last line, which nothing follows, is not asked for.
+    const struct {
+        const Char* text;
+        uint64_t start;
+        uint64_t end;
+    } pieces[] = {
+        {Content(), 0, start},
+        {EditLine().Text(), start, uint64_t{start} + lineLength},
+        {Content() + start + (isPending ? EditLineStoreLength() : 0), uint64_t{start} + lineLength, UINT64_MAX}};
+    const uint64_t end = uint64_t{from} + count;
+    for (const auto& piece : pieces) {
+        const uint64_t first = piece.start > from ? piece.start : from;
+        const uint64_t last = piece.end < end ? piece.end : end;
+        if (first < last && !take(piece.text + (first - piece.start), static_cast<size_t>(last - first))) return false;
+    }
+    return true;
+}

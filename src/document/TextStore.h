@@ -18,7 +18,6 @@ public:
     const Char* Text() const { return text; } // null while absent
     uint32_t Length() const { return length; }
     uint32_t LineCount() const { return lineCount; }
-    void SetLineCount(uint32_t count) { lineCount = count; }
     // Characters that the array has room for, its terminator included. Exactly what was needed last.
     uint32_t Capacity() const { return capacity; }
     const LineCache& Cache() const { return lineCache; }

@@ -34,6 +34,8 @@ public:
     void Clear();
 
     void MarkSaved() { savedSerial = HeadSerial(); }
+    // No state of the text is that of a file until it is saved.
+    void MarkUnsaved() { savedSerial = UINT32_MAX; }
     bool IsSaved() const { return HeadSerial() == savedSerial; }
 
 private:

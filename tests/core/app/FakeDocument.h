@@ -131,6 +131,7 @@ public:
     bool GetSessionText(WString& out) const override { return out.Append(sessionText.c_str()); }
     void ResetSyntaxEngine() override {}
     LineEnding GetLineEnding() const override { return LineEnding::None; }
+    bool FlushJournal() override { return true; }
 
     std::u16string path;
     std::u16string title;

@@ -300,7 +300,7 @@ TEST(TextBuffer, EveryViewIsNotifiedOfTheLineCount) {
     TextDocument document;
     FakeView* view = FakeView::Create(*document);
     FakeView* hidden = FakeView::Create(*document, false);
-    document->SetLineCount(1);
+    ASSERT_TRUE(document->InsertText(0, u"\n", 1));
     EXPECT_EQ(view->lineCountChanges, 1);
     EXPECT_EQ(hidden->lineCountChanges, 1);
 }

@@ -31,8 +31,15 @@ void FakeDisk::Restart(Unflushed unflushed) {
     for (auto file = files.begin(); file != files.end();) {
         Content& content = *file->second;
         if (unflushed == Unflushed::Lost) content.bytes = content.flushed;
-        if (unflushed == Unflushed::Zeros && content.bytes != content.flushed)
-            content.bytes.assign(content.bytes.size(), '\0');
+        if (unflushed == Unflushed::Zeros) {
+            // What stands before everything that was written since is on the disk.
+            const size_t same = std::min(content.bytes.size(), content.flushed.size());
+            const auto first =
+                std::mismatch(content.bytes.begin(), content.bytes.begin() + static_cast<std::ptrdiff_t>(same),
+                              content.flushed.begin())
+                    .first;
+            std::fill(first, content.bytes.end(), '\0');
+        }
         const bool isLost = unflushed == Unflushed::Lost && !content.isDurable;
         file = isLost ? files.erase(file) : std::next(file);
     }

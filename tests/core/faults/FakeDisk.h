@@ -46,6 +46,8 @@ public:
     void Write(const std::u16string& path, const std::string& bytes);
     bool Has(const std::u16string& path) const { return files.count(path) != 0; }
     std::string Read(const std::u16string& path) const;
+    Platform::FileTime TimeOf(const std::u16string& path) { return files[path]->time; }
+    void SetTime(const std::u16string& path, Platform::FileTime time) { files[path]->time = time; }
     // All but those of `others`.
     std::vector<std::u16string> FilesBeside(const std::set<std::u16string>& others) const;
     // Whether any file that begins there has these bytes at its end.

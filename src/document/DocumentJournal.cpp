@@ -1,0 +1,85 @@
+#include "document/DocumentJournal.h"
+
+#include "document/Document.h"
+
+namespace {
+
+// A journal is made anew when it has become so many times as large as that would make it, and larger than this.
+constexpr uint64_t TimesWhole = 2;
+constexpr uint64_t SmallJournal = 0x1000000;
+// Milliseconds until a journal is tried again that could not be written.
+constexpr uint64_t RetryAfter = 30000;
+
+bool journalsAreKept = false;
+bool journalsAreLeft = false;
+
+} // namespace
+
+void KeepJournals(bool areKept) {
+    journalsAreKept = areKept;
+    journalsAreLeft = false;
+}
+
+bool AreJournalsKept() { return journalsAreKept; }
+
+void LeaveJournals() { journalsAreLeft = true; }
+
+void DocumentJournal::Remove() {
+    if (file && !journalsAreLeft) file->Discard();
+    delete file;
+    file = nullptr;
+}
+
+void DocumentJournal::Discard() {
+    Remove();
+    edits = 0;
+    isIncomplete = false;
+    isFlushed = true;
+    retryAt = 0;
+}
+
+void DocumentJournal::CountEdit() {
+    if (journalsAreKept && ++edits >= MostEdits) Write();
+}
+
+bool DocumentJournal::Flush() {
+    if (!journalsAreKept) return true;
+    if (!owner.IsModified()) {
+        Discard();
+        return true;
+    }
+    if (!Write()) return false;
+    isIncomplete = !isFlushed && !file->Flush();
+    isFlushed = true;
+    return !isIncomplete;
+}
+
+bool DocumentJournal::Write() {
+    edits = 0;
+    if (!Writable() || file->Size() > SmallJournal + TimesWhole * WholeSize()) return MakeAnew();
+    return WriteRest(*file);
+}
+
+void DocumentJournal::Written(bool isGood) {
+    isIncomplete = !isGood;
+    isFlushed = false;
+}
+
+// The file before stays until this one is complete: an older state is better than none.
+bool DocumentJournal::MakeAnew() {
+    if (retryAt && Platform::Ticks() < retryAt) return false;
+    auto* const made = new JournalFile;
+    if (!made || !WriteAll(*made) || !made->Flush()) {
+        if (made) made->Discard();
+        delete made;
+        isIncomplete = true;
+        retryAt = Platform::Ticks() + RetryAfter;
+        return false;
+    }
+    Remove();
+    file = made;
+    retryAt = 0;
+    isIncomplete = false;
+    isFlushed = true;
+    return true;
+}

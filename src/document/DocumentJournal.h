@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/Journal.h"
+
+class Document;
+
+// Whether documents keep journals, in the whole program. Off at first; nothing is written then.
+void KeepJournals(bool areKept);
+bool AreJournalsKept();
+// From now on the journals that there are stay where they are, for the next start: when the program has to end with
+// changes that nobody has decided about.
+void LeaveJournals();
+
+// The journal of a document that is modified: what has to be written when, and what happens when that fails. What a
+// journal holds is said by the classes derived from this.
+class DocumentJournal {
+public:
+    static constexpr uint32_t MostEdits = 200;
+
+    explicit DocumentJournal(const Document& document) : owner(document) {}
+    DocumentJournal(const DocumentJournal&) = delete;
+    DocumentJournal& operator=(const DocumentJournal&) = delete;
+
+    // To be called at least every two seconds: writes what is not written yet and has the system put it onto the disk;
+    // removes the journal of a document that is not modified any more. False when a modified document has no complete
+    // journal; it is tried again later.
+    bool Flush();
+    // Removes it: what it holds is not wanted any more.
+    void Discard();
+
+protected:
+    ~DocumentJournal() { delete file; }
+
+    const Document& Owner() const { return owner; }
+    // The file, as long as it can be gone on with; else null.
+    JournalFile* Writable() const { return isIncomplete ? nullptr : file; }
+    // An edit was made. After MostEdits of them they are written.
+    void CountEdit();
+    // The file cannot be gone on with: the next time another one is made.
+    void MakeAnewNext() { isIncomplete = true; }
+    // To be told of all that goes into the file.
+    void Written(bool isGood);
+
+    // Makes the file with its header and all that the document is now.
+    [[nodiscard]] virtual bool WriteAll(JournalFile& made) = 0;
+    // Appends what is not in the file yet.
+    [[nodiscard]] virtual bool WriteRest(JournalFile& journal) = 0;
+    // About as many bytes as WriteAll writes.
+    virtual uint64_t WholeSize() const = 0;
+
+private:
+    bool Write();
+    bool MakeAnew();
+    void Remove();
+
+    const Document& owner;
+    JournalFile* file = nullptr;
+    uint32_t edits = 0; // that are not written
+    bool isIncomplete = false;
+    bool isFlushed = true;
+    uint64_t retryAt = 0; // in milliseconds of the clock, after a failure
+};

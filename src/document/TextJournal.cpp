@@ -1,0 +1,106 @@
+#include "document/TextJournal.h"
+
+#include "document/Document.h"
+
+namespace {
+
+// Characters between two changes that are still one entry.
+constexpr uint32_t Gap = 0x4000;
+
+JournalChange ChangeOf(const ChangedSpan& span) {
+    return {span.Start(), span.Removed(), uint64_t{span.Inserted()} * sizeof(Char)};
+}
+
+} // namespace
+
+void TextJournal::Changed(const TextChange& change) {
+    if (!AreJournalsKept()) {
+        // How the text differs from its file and its journal is not known any more.
+        hasOrigin = false;
+        return MakeAnewNext();
+    }
+    // What was not written yet is where it was, or that far after it.
+    if (Writable() && !unwritten.IsEmpty() && !unwritten.IsNear(change, Gap)) {
+        const bool isBefore = change.start < unwritten.Start();
+        const uint32_t shift = change.inserted.characters - change.removed.characters; // modulo 2^32
+        Append(*Writable(), unwritten.Start() + (isBefore ? shift : 0));
+    }
+    const uint32_t length = TextLength();
+    unwritten.Add(change, length);
+    sinceFile.Add(change, length);
+    CountEdit();
+}
+
+void TextJournal::Replaced() {
+    Discard();
+    unwritten.Clear();
+    sinceFile.Clear();
+    hasOrigin = false;
+}
+
+void TextJournal::IsInFile(Origin how, Platform::FileTime time) {
+    Replaced();
+    hasOrigin = true;
+    origin = how;
+    fileTime = time;
+}
+
+bool TextJournal::WriteAll(JournalFile& made) {
+    WString name;
+    JournalSubject subject;
+    const Char* const* names = nullptr;
+    Encoding encoding = Encoding::Ansi;
+    Owner().GetEncoding(encoding, names);
+    subject.hasFile = *Owner().GetTitle() == 0;
+    subject.encoding = static_cast<uint32_t>(encoding);
+    subject.lineEnding = static_cast<uint32_t>(Owner().GetLineEnding());
+    subject.isOverFile = IsOverFile(subject);
+    const JournalChange first = subject.isOverFile ? ChangeOf(sinceFile) : JournalChange{0, 0, WholeSize()};
+    unwritten.Clear();
+    return name.Assign(Owner().GetName()) && made.Make(subject, name) &&
+           PutText(made, first, static_cast<uint32_t>(first.start));
+}
+
+bool TextJournal::WriteRest(JournalFile& journal) { return unwritten.IsEmpty() || Append(journal, unwritten.Start()); }
+
+// Only of a large text, whose file has not changed since and is not far away.
+bool TextJournal::IsOverFile(JournalSubject& subject) const {
+    Platform::File onDisk;
+    if (!hasOrigin || !subject.hasFile || sinceFile.IsEmpty() || TextLength() <= LargeText ||
+        Platform::IsRemote(Owner().GetName()) || !onDisk.Open(Owner().GetName(), Platform::File::Mode::Attributes) ||
+        !onDisk.GetTime(subject.fileTime) || !onDisk.GetSize(subject.fileSize) || subject.fileTime != fileTime ||
+        !WouldComeBack())
+        return false;
+    Checksum sum;
+    content.ForEachPiece(0, TextLength(), [&](const Char* piece, size_t count) {
+        sum.Add(piece, count * sizeof(Char));
+        return true;
+    });
+    subject.value = sum.Value();
+    return true;
+}
+
+// Whether reading the file gives the characters that the text still has of it. What was read once is read again as the
+// same, whatever it was; what was saved only where the encoding leaves no doubt.
+bool TextJournal::WouldComeBack() const {
+    if (origin == Origin::Loaded) return true;
+    return content.ForEachPiece(0, TextLength(), [](const Char* piece, size_t count) {
+        bool isPlain = true;
+        for (size_t i = 0; i < count; ++i) isPlain &= static_cast<Char>(piece[i] - 1) < 0x7F && piece[i] != u'\r';
+        return isPlain;
+    });
+}
+
+// What is not written yet, whose characters are at `at` now.
+bool TextJournal::Append(JournalFile& journal, uint32_t at) {
+    const bool isWritten = PutText(journal, ChangeOf(unwritten), at);
+    unwritten.Clear();
+    Written(isWritten);
+    return isWritten;
+}
+
+bool TextJournal::PutText(JournalFile& journal, const JournalChange& change, uint32_t from) const {
+    const auto count = static_cast<uint32_t>(change.length / sizeof(Char));
+    const auto put = [&](const Char* piece, size_t part) { return journal.Put(piece, part * sizeof(Char)); };
+    return journal.Begin(change) && content.ForEachPiece(from, count, put) && journal.End();
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "document/ChangedSpan.h"
+#include "document/DocumentJournal.h"
+#include "document/TextContent.h"
+
+// The journal of a text document. It begins with the whole text, or for a large text with how it differs from its file,
+// and goes on with what has changed since its last entry. An edit only widens a span; the characters are read when the
+// span is written. So typing costs the same with a journal as without.
+//
+// The whole text is simplest to be sure of, since nothing else has to be as it was; but of a large one it would be
+// felt. What is over a file is checked as a whole when it is read: the right text or none.
+class TextJournal final : public DocumentJournal {
+public:
+    // A text of more characters is written as a change of its file where that can be.
+    static constexpr uint32_t LargeText = 0x400000;
+
+    // `text` is that of `document`.
+    TextJournal(const Document& document, const TextContent& text) : DocumentJournal(document), content(text) {}
+
+    // An edit was made. One that is far from those before it is an entry of its own.
+    void Changed(const TextChange& change);
+    // The text is another one, of no file that is known.
+    void Replaced();
+    // The text is that of the document's file, written at `time`: as it was read, or as it was saved.
+    enum class Origin { Loaded, Saved };
+    void IsInFile(Origin how, Platform::FileTime time);
+
+private:
+    bool WriteAll(JournalFile& made) override;
+    bool WriteRest(JournalFile& journal) override;
+    uint64_t WholeSize() const override { return uint64_t{TextLength()} * sizeof(Char); }
+
+    uint32_t TextLength() const { return content.Length() + content.EditLineGrowth(); }
+    bool IsOverFile(JournalSubject& subject) const;
+    bool WouldComeBack() const;
+    bool Append(JournalFile& journal, uint32_t at);
+    bool PutText(JournalFile& journal, const JournalChange& change, uint32_t from) const;
+
+    const TextContent& content;
+    ChangedSpan unwritten; // since the last entry
+    ChangedSpan sinceFile; // while the text was that of its file
+    bool hasOrigin = false;
+    Origin origin = Origin::Loaded;
+    Platform::FileTime fileTime = 0;
+};

@@ -1,0 +1,115 @@
+#include "document/TextRecovery.h"
+
+#include "base/Scan.h"
+
+#include <cstring>
+
+namespace {
+
+// A text with a gap where the last change ended: the next one is mostly near, and little has to be moved then.
+class GapText {
+public:
+    GapText() = default;
+    ~GapText() { Heap::Free(items); }
+    GapText(const GapText&) = delete;
+    GapText& operator=(const GapText&) = delete;
+
+    // Takes the text over, with room for so many characters more. False without memory.
+    bool Take(DecodedText& text, uint64_t room) {
+        const uint64_t wanted = uint64_t{text.length} + room + 1;
+        void* const grown = Heap::Resize(text.text, text.capacity * sizeof(Char), wanted * sizeof(Char));
+        if (!grown) return false;
+        items = static_cast<Char*>(grown);
+        text.text = nullptr;
+        capacity = static_cast<size_t>(wanted);
+        gap = text.length;
+        gapEnd = capacity - 1;
+        return true;
+    }
+    size_t Length() const { return capacity - 1 - (gapEnd - gap); }
+
+    // Room of `count` characters before `at`, or null: to be filled, and nothing has changed before Replace.
+    Char* RoomAt(size_t at, size_t count) {
+        if (at > Length() || count > gapEnd - gap) return nullptr;
+        if (at < gap) std::memmove(items + gapEnd - (gap - at), items + at, (gap - at) * sizeof(Char));
+        if (at > gap) std::memmove(items + gap, items + gapEnd, (at - gap) * sizeof(Char));
+        gapEnd = gapEnd - gap + at;
+        gap = at;
+        return items + gap;
+    }
+    // What was put there takes the place of the `removed` characters behind it.
+    bool Replace(size_t removed, size_t count) {
+        if (removed > Length() - gap) return false;
+        gap += count;
+        gapEnd += removed;
+        return true;
+    }
+
+    uint64_t Value() const {
+        Checksum sum;
+        sum.Add(items, gap * sizeof(Char));
+        sum.Add(items + gapEnd, (capacity - 1 - gapEnd) * sizeof(Char));
+        return sum.Value();
+    }
+
+    // False when it is longer than a document can be.
+    bool Give(DecodedText& out) {
+        const size_t length = Length();
+        if (length >= UINT32_MAX) return false;
+        RoomAt(length, 0);
+        void* const exact = Heap::Resize(items, capacity * sizeof(Char), (length + 1) * sizeof(Char));
+        out.text = exact ? static_cast<Char*>(exact) : items;
+        out.capacity = static_cast<uint32_t>(exact ? length + 1 : capacity < UINT32_MAX ? capacity : UINT32_MAX);
+        items = nullptr;
+        out.text[length] = 0;
+        out.length = static_cast<uint32_t>(length);
+        out.lineCount = static_cast<uint32_t>(1 + Scan::CountLineFeeds(out.text, length));
+        return true;
+    }
+
+private:
+    Char* items = nullptr;
+    size_t capacity = 0; // one more than there is room for, for the terminator
+    size_t gap = 0;
+    size_t gapEnd = 0;
+};
+
+bool ReadFile(const JournalReader& journal, DecodedText& out) {
+    const JournalSubject& subject = journal.Subject();
+    Platform::ByteBlock file;
+    Platform::FileTime time = 0;
+    return Platform::ReadWholeFile(journal.Name().Text(), file, &time) && time == subject.fileTime &&
+           file.size == subject.fileSize && DecodeText(file, out) && out.text;
+}
+
+// False when there is no further change that is good.
+bool Apply(JournalReader& journal, GapText& text) {
+    JournalChange change;
+    if (!journal.Next(change) || change.length % sizeof(Char) != 0) return false;
+    const auto count = static_cast<size_t>(change.length / sizeof(Char));
+    if (change.start > text.Length() || change.detail > text.Length() - change.start) return false;
+    Char* const room = text.RoomAt(static_cast<size_t>(change.start), count);
+    return room && journal.Read(room) && text.Replace(static_cast<size_t>(change.detail), count);
+}
+
+bool IsKnown(const JournalSubject& subject) {
+    return subject.encoding < EncodingCount && subject.lineEnding <= static_cast<uint32_t>(LineEnding::Mixed);
+}
+
+} // namespace
+
+RecoveryResult RecoverText(JournalReader& journal, DecodedText& out) {
+    const JournalSubject& subject = journal.Subject();
+    GapText text;
+    if (!IsKnown(subject)) return RecoveryResult::Failed;
+    if (subject.isOverFile && !ReadFile(journal, out)) return RecoveryResult::FileChanged;
+    if (!text.Take(out, journal.Size() / sizeof(Char)) || !Apply(journal, text)) return RecoveryResult::Failed;
+    if (subject.isOverFile && text.Value() != subject.value) return RecoveryResult::FileChanged;
+    while (Apply(journal, text)) {
+    }
+    if (journal.HasFailed() || !text.Give(out)) return RecoveryResult::Failed;
+    out.encoding = static_cast<Encoding>(subject.encoding);
+    out.style = static_cast<LineEnding>(subject.lineEnding);
+    out.losesBytes = false;
+    return journal.IsAtEnd() ? RecoveryResult::Whole : RecoveryResult::Cut;
+}
