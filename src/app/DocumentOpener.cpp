@@ -55,6 +55,13 @@ bool DocumentOpener::OpenBinary(const Char* path) {
     return ShowOpened(document);
 }
 
+Document* DocumentOpener::OpenRecovered(DecodedText& text, const Char* title) {
+    TextBuffer* const document = MakeTitledText(title);
+    if (!document) return nullptr;
+    document->TakeRecovered(text);
+    return ShowOpened(document) ? document : nullptr;
+}
+
 // The document of a file that is open already, text or bytes; null without one.
 Document* DocumentOpener::ShowOpenFile(const Char* fullPath) {
     Document* const known = documents.FindByName(fullPath);

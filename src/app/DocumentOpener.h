@@ -24,6 +24,8 @@ public:
     // With `isNew` the file need not exist. A failure is reported.
     [[nodiscard]] bool OpenText(const Char* path, int32_t line, bool isNew);
     [[nodiscard]] bool OpenBinary(const Char* path);
+    // Opens a text that is in no file, modified, under a title. Null when that is not possible.
+    Document* OpenRecovered(struct DecodedText& text, const Char* title);
 
     // At the end of a batch: what could not be opened in its course.
     void ReportFailures();

@@ -52,6 +52,7 @@ bool LeaveRequests::QueryEndSession() {
 
 void LeaveRequests::EndSession(bool ends) {
     if (!ends) return UserIsBack();
+    leaving.KeepUnsaved();
     if (!leaving.HasOpenDialog() && !leaving.IsInLongOperation()) leaving.Leave();
 }
 

@@ -14,6 +14,8 @@ public:
     virtual bool IsInLongOperation() const = 0;
     // Closes everything without a question.
     virtual void Leave() = 0;
+    // What is modified is to be offered at the next start.
+    virtual void KeepUnsaved() = 0;
     // Make the requests below come again, when all messages before them have been handled.
     virtual void PostLeaveNow() = 0;
     virtual void PostCheckFiles() = 0;

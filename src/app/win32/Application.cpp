@@ -1,6 +1,5 @@
 #include "app/win32/Application.h"
 
-#include "app/IncompleteSaves.h"
 #include "app/StartArguments.h"
 #include "app/win32/MainFrame.h"
 #include "app/win32/ProcessSetup.h"
@@ -8,6 +7,7 @@
 #include "base/Heap.h"
 #include "base/SafeSave.h"
 #include "binary/win32/HexView.h"
+#include "document/DocumentJournal.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
 #include "view/win32/TextView.h"
@@ -39,7 +39,7 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
     MainFrame* const frame = new MainFrame(store);
     if (!frame) return;
     if (StartFrame(*frame, instance) && ParseCommandLine(*frame, commandLine)) {
-        TellIncompleteSaves(*frame);
+        frame->OfferRecovery();
         RunMessageLoop(*frame, store, accelerators);
     }
     delete frame;
@@ -53,6 +53,7 @@ int Application::Run(HINSTANCE instance, const Char* commandLine) {
     Heap::Start();
     DrawingObjects::Start();
     SettingsStore store;
+    KeepJournals(true);
     if (store.Load() && ViewClass::Register(instance)) {
         SetTextViewFactory(TextView::Create);
         SetHexViewFactory(HexView::Create);

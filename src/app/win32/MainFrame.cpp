@@ -3,7 +3,7 @@
 #include "app/win32/OpeningMenu.h"
 #include "app/win32/ToolMenu.h"
 #include "base/win32/ChildWindows.h"
-#include "document/Document.h"
+#include "document/DocumentJournal.h"
 #include "document/win32/WindowPollTimer.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
@@ -138,6 +138,9 @@ bool MainFrame::OnRequest(UINT message, WPARAM wparam) {
     case AskUnsavedMessage:
         parts.leaving.AskUnsaved();
         return true;
+    case WM_TIMER:
+        OnJournalTimer();
+        return true;
     case WM_DESTROY:
         PostQuitMessage(0);
         return true;
@@ -261,6 +264,15 @@ void MainFrame::Leave() {
     DestroyWindow(parts.window);
 }
 
+void MainFrame::KeepUnsaved() {
+    static_cast<void>(FlushJournals(parts.documents));
+    LeaveJournals();
+}
+
+void MainFrame::OnJournalTimer() {
+    if (!FlushJournals(parts.documents)) journalTimer.Stop();
+}
+
 bool MainFrame::IsInLongOperation() const { return LongOperation::IsRunning(); }
 
 bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
@@ -268,6 +280,8 @@ bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
 }
 
 void MainFrame::DocumentChanged(Document* document) {
+    // Setting it again would begin its period again.
+    if (!journalTimer.IsSet()) journalTimer.Set(parts.window, JournalTimer, JournalPeriod);
     if (parts.display.Active() == document) parts.batch.RefreshTitle();
 }
 

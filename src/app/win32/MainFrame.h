@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandLanguage.h"
+#include "app/RecoveryOffer.h"
 #include "app/win32/FrameParts.h"
 #include "app/win32/MenuCommands.h"
 #include "base/Heap.h"
@@ -19,6 +20,8 @@ public:
     // the window.
     [[nodiscard]] bool Create(HINSTANCE instance);
     HWND Window() const { return parts.window; }
+    // What an editor has left that did not come to its end.
+    void OfferRecovery() { ::OfferRecovery(parts.messages, parts.opener); }
 
     // The main loop's hook, after the accelerators; true: the message is swallowed.
     bool PreDispatchKey(const MSG& message) { return parts.keys.PreDispatch(message); }
@@ -65,6 +68,8 @@ public:
     Answer AskUser(const Char* text, MessageKind kind) override { return parts.messages.AskUser(text, kind); }
 
 private:
+    static constexpr UINT_PTR JournalTimer = 1;     // the other timers of the window are known by addresses
+    static constexpr UINT JournalPeriod = 1000;     // milliseconds
     static constexpr UINT QuitNowMessage = WM_USER; // 1024
     static constexpr UINT CheckFilesMessage = WM_USER + 1;
     static constexpr UINT AskUnsavedMessage = WM_USER + 2;
@@ -84,10 +89,12 @@ private:
     void FollowSystemFonts();
     void OnDropFiles(HDROP drop);
     static void OnMetricsChanged();
+    void OnJournalTimer();
 
     // LeavingFrame.
     bool HasOpenDialog() const override { return !IsWindowEnabled(parts.window); }
     void Leave() override;
+    void KeepUnsaved() override;
     void PostLeaveNow() override { PostQuitNow(); }
     void PostCheckFiles() override { PostMessageW(parts.window, CheckFilesMessage, 0, 0); }
     void PostAskUnsaved() override { PostMessageW(parts.window, AskUnsavedMessage, 0, 0); }
@@ -100,6 +107,7 @@ private:
     FrameParts parts;
     MenuCommands menu{parts};
     ShutdownReason shutdownReason;
+    WindowTimer journalTimer;
 };
 
 // The process-wide frame; null before and after its life.

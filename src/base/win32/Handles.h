@@ -222,6 +222,7 @@ public:
         identifier = number;
         return true;
     }
+    bool IsSet() const { return owner != nullptr; }
     void Stop() {
         if (owner) KillTimer(owner, identifier);
         owner = nullptr;

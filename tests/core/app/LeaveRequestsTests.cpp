@@ -9,6 +9,10 @@ class FakeLeavingFrame final : public LeavingFrame {
 public:
     bool HasOpenDialog() const override { return dialog; }
     void Leave() override { ++leaves; }
+    void KeepUnsaved() override {
+        EXPECT_EQ(leaves, 0);
+        ++keeps;
+    }
     void PostLeaveNow() override { ++postedLeaves; }
     void PostCheckFiles() override { ++postedChecks; }
     bool IsInLongOperation() const override { return searching; }
@@ -20,6 +24,7 @@ public:
     int postedQuestions = 0;
     std::u16string reason = Str(nullptr);
     int leaves = 0;
+    int keeps = 0;
     int postedLeaves = 0;
     int postedChecks = 0;
 };
@@ -76,6 +81,7 @@ TEST_F(LeaveRequestsTest, TheEndOfTheSessionIsAnsweredWithoutAQuestion) {
     EXPECT_TRUE(frame.questions.empty());
     requests.EndSession(true); // the user would not wait
     EXPECT_EQ(window.leaves, 1);
+    EXPECT_EQ(window.keeps, 1);
     document.modified = false;
     EXPECT_TRUE(requests.QueryEndSession());
     EXPECT_TRUE(frame.questions.empty());
@@ -94,6 +100,7 @@ TEST_F(LeaveRequestsTest, AReasonThatHoldsNoLongerIsTakenBack) {
 TEST_F(LeaveRequestsTest, TheQuestionsComeWhenTheUserIsBack) {
     AddModified();
     requests.EndSession(false); // of a session that nothing obstructed
+    EXPECT_EQ(window.keeps, 0);
     EXPECT_EQ(window.postedQuestions, 0);
     for (const auto& comeBack :
          {+[](LeaveRequests& all) { all.EndSession(false); }, +[](LeaveRequests& all) { all.UserIsBack(); }}) {

@@ -1,0 +1,54 @@
+#include "app/LeftJournals.h"
+
+#include "base/RecoveryFile.h"
+
+namespace {
+
+// Reads up to the end of the first change, without which there is nothing to open.
+JournalReader::State StateOf(JournalReader& journal) {
+    const JournalReader::State state = journal.ReadHeader();
+    const uint32_t kind = journal.Subject().kind;
+    if (state != JournalReader::State::Readable) return state;
+    if (kind != JournalSubject::Text && kind != JournalSubject::Bytes) return JournalReader::State::Damaged;
+    JournalChange change;
+    if (journal.Next(change) && journal.Pass()) return JournalReader::State::Readable;
+    return journal.HasFailed() ? JournalReader::State::Unknown : JournalReader::State::Damaged;
+}
+
+} // namespace
+
+LeftJournals::~LeftJournals() {
+    while (Entry* const entry = found.TakeHead()) delete entry;
+}
+
+void LeftJournals::Look() {
+    List<RecoveryFileName> names;
+    ListRecoveryFiles(JournalFolder, JournalPattern, names);
+    while (RecoveryFileName* const name = names.TakeHead()) {
+        LookAt(name->path.Text());
+        delete name;
+    }
+}
+
+void LeftJournals::LookAt(const Char* path) {
+    auto* const entry = new Entry;
+    if (!entry || !entry->path.Assign(path) || !entry->file.Open(path, Platform::File::Mode::Alone)) {
+        delete entry;
+        return;
+    }
+    JournalReader journal(entry->file);
+    const JournalReader::State state = StateOf(journal);
+    entry->isOfBytes = journal.Subject().kind == JournalSubject::Bytes;
+    entry->hasFile = journal.Subject().hasFile != 0;
+    if (state == JournalReader::State::Readable && entry->name.Assign(journal.Name())) {
+        found.Append(entry);
+        return;
+    }
+    if (state == JournalReader::State::Damaged) Remove(*entry);
+    delete entry;
+}
+
+void LeftJournals::Remove(Entry& entry) {
+    entry.file.Close();
+    Platform::RemoveFile(entry.path.Text());
+}

@@ -1,0 +1,106 @@
+#include "app/RecoveryOffer.h"
+
+#include "app/DocumentList.h"
+#include "app/DocumentOpener.h"
+#include "app/LeftJournals.h"
+#include "app/UserPrompt.h"
+#include "base/Path.h"
+#include "base/SaveRecovery.h"
+#include "base/Text.h"
+#include "base/TextFormat.h"
+#include "document/Document.h"
+#include "document/TextRecovery.h"
+
+namespace {
+
+constexpr const Char* TitleEnd = u" (recovered)";
+
+// A text that was recovered before, and never saved, keeps its title.
+bool MakeTitle(const LeftJournals::Entry& entry, WString& title) {
+    constexpr uint32_t EndLength = 12;
+    const uint32_t length = entry.name.Length();
+    const bool hasEnd = length >= EndLength && Text::Equal(entry.name.Text() + length - EndLength, TitleEnd);
+    const Char* const name = entry.hasFile ? Path::FileName(entry.name.Text()) : entry.name.Text();
+    return title.Assign(name) && ((!entry.hasFile && hasEnd) || title.Append(TitleEnd));
+}
+
+// `opened` becomes its document when there is one.
+RecoveryResult OpenText(DocumentOpener& opener, const LeftJournals::Entry& entry, JournalReader& journal,
+                        Document*& opened) {
+    DecodedText text;
+    WString title;
+    const RecoveryResult result = RecoverText(journal, text);
+    if (result == RecoveryResult::FileChanged || result == RecoveryResult::Failed) return result;
+    opened = MakeTitle(entry, title) ? opener.OpenRecovered(text, title.Text()) : nullptr;
+    return opened ? result : RecoveryResult::Failed;
+}
+
+RecoveryResult Open(DocumentOpener& opener, LeftJournals::Entry& entry) {
+    JournalReader journal(entry.file);
+    Document* opened = nullptr;
+    if (journal.ReadHeader() != JournalReader::State::Readable || entry.isOfBytes) return RecoveryResult::Failed;
+    const RecoveryResult result = OpenText(opener, entry, journal, opened);
+    // Not before what it holds is in the journal of the new document.
+    if (opened && opened->FlushJournal()) LeftJournals::Remove(entry);
+    return result;
+}
+
+bool AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult result) {
+    const Char* format = u"";
+    switch (result) {
+    case RecoveryResult::Whole:
+        return true;
+    case RecoveryResult::Cut:
+        format = u"%sThe journal of %s is damaged: the last changes in it are missing.";
+        break;
+    case RecoveryResult::FileChanged:
+        format = u"%s%s is not the file any more that was changed. The changes stay in %s.";
+        break;
+    case RecoveryResult::Failed:
+        format = u"%sThe changes of %s cannot be read. They stay in %s.";
+        break;
+    }
+    return Text::AppendFormat(out, format, out.IsEmpty() ? u"" : u"\n", entry.name.Text(), entry.path.Text());
+}
+
+void OpenAll(UserPrompt& user, DocumentOpener& opener, const LeftJournals& journals) {
+    WString message;
+    bool isWhole = true;
+    for (LeftJournals::Entry* entry = journals.First(); entry; entry = entry->next)
+        isWhole = AppendResult(message, *entry, Open(opener, *entry)) && isWhole;
+    if (!message.IsEmpty()) user.AskUser(message.Text(), MessageKind::Warning);
+}
+
+bool AppendQuestion(WString& out, const LeftJournals& journals) {
+    if (!out.IsEmpty() && !out.Append(u"\n\n")) return false;
+    if (!out.Append(u"Changes were not saved when Orvane ended:\n")) return false;
+    for (const LeftJournals::Entry* entry = journals.First(); entry; entry = entry->next)
+        if (!Text::AppendFormat(out, u"%s\n", entry->name.Text())) return false;
+    return out.Append(u"Open them now? With No they are offered again at the next start.");
+}
+
+} // namespace
+
+void OfferRecovery(UserPrompt& user, DocumentOpener& opener) {
+    SaveRecovery saves;
+    LeftJournals journals;
+    saves.Look();
+    journals.Look();
+    WString message;
+    const bool isQuestion = journals.First() != nullptr;
+    // What cannot be told now is found again at the next start.
+    if ((saves.IsEmpty() && !isQuestion) || !saves.AppendMessage(message)) return;
+    if (isQuestion && !AppendQuestion(message, journals)) return;
+    const Answer answer = user.AskUser(message.Text(), isQuestion ? MessageKind::YesNo : MessageKind::Warning);
+    saves.Forget();
+    if (answer == Answer::Yes) OpenAll(user, opener, journals);
+}
+
+bool FlushJournals(const DocumentList& documents) {
+    bool isModified = false;
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next) {
+        node->document->FlushJournal();
+        isModified = isModified || node->document->IsModified();
+    }
+    return isModified;
+}

@@ -1,0 +1,257 @@
+#include "JournalTest.h"
+#include "app/DocumentOpener.h"
+#include "app/RecoveryOffer.h"
+#include "base/SaveCopy.h"
+#include "core/app/FakeFrame.h"
+#include "core/app/FakePanes.h"
+
+namespace {
+
+// A start of the editor, after another one has left something.
+class RecoveryOfferTest : public JournalTest {
+protected:
+    RecoveryOfferTest() { CaretView::InstallForTexts(); }
+    ~RecoveryOfferTest() override {
+        EndEditor();
+        SetTextViewFactory(nullptr);
+    }
+
+    // Leaves a journal as a kill does.
+    void LeaveJournal(const std::u16string& text, const Char* title = nullptr) {
+        TextDocument document;
+        if (title) {
+            ASSERT_TRUE(document->SetTitle(title));
+        } else {
+            disk.Write(Target, "old");
+            ASSERT_TRUE(document->Load(Target, false));
+            ASSERT_TRUE(document->DeleteText({0, 3}));
+        }
+        ASSERT_TRUE(document->InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
+        ASSERT_TRUE(document->FlushJournal());
+        LeaveJournals();
+    }
+    void LeaveCopy() {
+        BlockSource source("new bytes", 9);
+        SaveCopy left;
+        ASSERT_EQ(left.Make(Target, source), SaveCopy::Outcome::Made);
+    }
+    void StartEditor(Answer answer = Answer::Yes) {
+        KeepJournals(true);
+        user.questions.clear();
+        user.answers.assign(1, answer);
+        OfferRecovery(user, opener);
+    }
+    void EndEditor() {
+        panes.CloseAll();
+        while (Document* const document = documents.At(0)) documents.Remove(document);
+    }
+    std::u16string TextOf(uint32_t index) {
+        const auto& text = static_cast<const TextBuffer&>(*documents.At(index));
+        return {text.Content(), text.Length()};
+    }
+
+    FakePanes panes;
+    DocumentList documents;
+    FakeFrameDisplay screen;
+    ScreenBatch batch{screen};
+    DocumentDisplay display{documents, panes, batch};
+    FakeFrame user;
+    DocumentOpener opener{documents, display, panes, batch, user};
+};
+
+TEST_F(RecoveryOfferTest, NothingIsTheUsualThing) {
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
+TEST_F(RecoveryOfferTest, TheUserIsToldOfAnIncompleteSaveOnce) {
+    LeaveCopy();
+    // Until the answer the copy is there: the machine may stop before the user has read it.
+    user.whileAsking = [this] { EXPECT_EQ(disk.FilesBeside({}).size(), 2u); };
+    StartEditor();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, u"S:\\work\\file.txt was not saved completely.\n"
+                                      u"Its new contents are in C:\\Recovery\\file.txt.");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::Warning);
+    user.whileAsking = nullptr;
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
+TEST_F(RecoveryOfferTest, ChangesOpenAsUntitledModifiedDocuments) {
+    LeaveJournal(u"of a file");
+    LeaveJournal(u"of none\n", u"Untitled3");
+    StartEditor();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, u"Changes were not saved when Orvane ended:\n"
+                                      u"S:\\work\\file.txt\n"
+                                      u"Untitled3\n"
+                                      u"Open them now? With No they are offered again at the next start.");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::YesNo);
+    ASSERT_EQ(documents.Count(), 2u);
+    EXPECT_EQ(TextOf(0), u"of a file");
+    EXPECT_EQ(Str(documents.At(0)->GetTitle()), u"file.txt (recovered)");
+    EXPECT_FALSE(HasFile(*documents.At(0)));
+    EXPECT_TRUE(documents.At(0)->IsModified());
+    EXPECT_FALSE(documents.At(0)->CanDo(DocumentCommand::Undo));
+    EXPECT_EQ(TextOf(1), u"of none\n");
+    EXPECT_EQ(Str(documents.At(1)->GetTitle()), u"Untitled3 (recovered)");
+    EXPECT_EQ(disk.Read(Target), "old");
+    EXPECT_EQ(display.Active(), documents.At(1));
+}
+
+TEST_F(RecoveryOfferTest, WithNoTheyAreOfferedAgain) {
+    LeaveJournal(u"text");
+    StartEditor(Answer::No);
+    EXPECT_EQ(documents.Count(), 0u);
+    StartEditor(Answer::Yes);
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(documents.Count(), 1u);
+}
+
+TEST_F(RecoveryOfferTest, WhatWasOpenedAndClosedIsNotOfferedAgain) {
+    LeaveJournal(u"text");
+    StartEditor();
+    EXPECT_EQ(Journals().size(), 1u); // that of the new document
+    EndEditor();
+    EXPECT_EQ(Journals().size(), 0u);
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
+TEST_F(RecoveryOfferTest, AfterAnotherKillItIsOfferedAgainUnderTheSameTitle) {
+    LeaveJournal(u"text");
+    StartEditor();
+    LeaveJournals();
+    EndEditor();
+    StartEditor();
+    ASSERT_EQ(documents.Count(), 1u);
+    EXPECT_EQ(TextOf(0), u"text");
+    EXPECT_EQ(Str(documents.At(0)->GetTitle()), u"file.txt (recovered)");
+}
+
+TEST_F(RecoveryOfferTest, BothAreToldInOneQuestion) {
+    LeaveCopy();
+    LeaveJournal(u"text");
+    StartEditor();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, u"S:\\work\\file.txt was not saved completely.\n"
+                                      u"Its new contents are in C:\\Recovery\\file.txt.\n\n"
+                                      u"Changes were not saved when Orvane ended:\n"
+                                      u"S:\\work\\file.txt\n"
+                                      u"Open them now? With No they are offered again at the next start.");
+    EXPECT_EQ(documents.Count(), 1u);
+}
+
+TEST_F(RecoveryOfferTest, JournalsOfARunningEditorAreLeftAlone) {
+    TextDocument running;
+    ASSERT_TRUE(running->InsertText(0, u"text", 4));
+    ASSERT_TRUE(running->FlushJournal());
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 0u);
+    ExpectJournalOf(running);
+}
+
+TEST_F(RecoveryOfferTest, TwoStartsDoNotOfferTheSame) {
+    LeaveJournal(u"text");
+    bool isSecond = false;
+    user.whileAsking = [&] {
+        FakeFrame other;
+        OfferRecovery(other, opener);
+        EXPECT_EQ(other.questions.size(), 0u);
+        isSecond = true;
+    };
+    StartEditor();
+    EXPECT_TRUE(isSecond);
+}
+
+TEST_F(RecoveryOfferTest, ADamagedEndIsTold) {
+    LeaveJournal(u"text");
+    const std::u16string path = Folder + Journals()[0];
+    disk.Write(path, disk.Read(path) + "torn");
+    StartEditor();
+    ASSERT_EQ(user.questions.size(), 2u);
+    EXPECT_EQ(user.questions[1].text,
+              u"The journal of S:\\work\\file.txt is damaged: the last changes in it are missing.");
+    EXPECT_EQ(user.questions[1].kind, MessageKind::Warning);
+    EXPECT_EQ(TextOf(0), u"text");
+}
+
+TEST_F(RecoveryOfferTest, WhatHoldsNoChangeGoesAndOneOfANewerProgramStays) {
+    LeaveJournal(u"text");
+    const std::u16string path = Folder + Journals()[0];
+    const std::string whole = disk.Read(path);
+    for (const std::string& bytes : {std::string(), std::string("not one"), whole.substr(0, whole.size() - 1)}) {
+        disk.Write(path, bytes);
+        StartEditor();
+        EXPECT_EQ(user.questions.size(), 0u);
+        EXPECT_FALSE(disk.Has(path));
+    }
+    std::string newer = whole;
+    newer[8] = 2;
+    disk.Write(path, newer);
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 0u);
+    EXPECT_TRUE(disk.Has(path));
+}
+
+TEST_F(RecoveryOfferTest, ChangesOfAFileThatIsAnotherOneStay) {
+    std::string bytes;
+    while (bytes.size() <= TextJournal::LargeText) bytes += "a line of a large file\n";
+    disk.Write(Target, bytes);
+    {
+        TextDocument document;
+        ASSERT_TRUE(document->Load(Target, false));
+        ASSERT_TRUE(document->InsertText(0, u"new", 3));
+        ASSERT_TRUE(document->FlushJournal());
+        LeaveJournals();
+    }
+    const std::u16string path = Folder + Journals()[0];
+    disk.Write(Target, bytes);
+    StartEditor();
+    ASSERT_EQ(user.questions.size(), 2u);
+    EXPECT_EQ(user.questions[1].text,
+              u"S:\\work\\file.txt is not the file any more that was changed. The changes stay in " + path + u".");
+    EXPECT_EQ(documents.Count(), 0u);
+    EXPECT_TRUE(disk.Has(path));
+}
+
+TEST_F(RecoveryOfferTest, WhateverFailsTheChangesAreOpenOrOfferedAgain) {
+    for (const Case& tried : Cases) {
+        bool isReached = true;
+        for (uint64_t number = 1; isReached && number < 100; ++number) {
+            SCOPED_TRACE(std::string(tried.name) + " at call " + std::to_string(number));
+            Reset();
+            KeepJournals(true);
+            LeaveJournal(u"text");
+            disk.FailAt(number, tried.fault);
+            StartEditor();
+            isReached = disk.Calls() >= number;
+            disk.StopFailing();
+            LeaveJournals();
+            EndEditor();
+            disk.Restart(tried.unflushed);
+            StartEditor();
+            ASSERT_GE(documents.Count(), 1u);
+            for (uint32_t i = 0; i < documents.Count(); ++i) EXPECT_EQ(TextOf(i), u"text");
+            EXPECT_EQ(disk.Read(Target), "old");
+            EndEditor();
+        }
+    }
+}
+
+TEST_F(RecoveryOfferTest, TheJournalsOfAllDocumentsAreFlushedAsLongAsOneIsModified) {
+    EXPECT_FALSE(FlushJournals(documents));
+    opener.OpenNew();
+    opener.OpenNew();
+    EXPECT_FALSE(FlushJournals(documents));
+    auto& second = static_cast<TextBuffer&>(*documents.At(1));
+    ASSERT_TRUE(second.InsertText(0, u"text", 4));
+    EXPECT_TRUE(FlushJournals(documents));
+    EXPECT_EQ(Journals().size(), 1u);
+    ASSERT_TRUE(second.Undo());
+    EXPECT_FALSE(FlushJournals(documents));
+    EXPECT_EQ(Journals().size(), 0u);
+}
+
+} // namespace
