@@ -12,15 +12,18 @@ class UserKeptOut : public testing::Environment {
 public:
     void SetUp() override {
         settings = new files::SavedSettings;
+        recovery = new files::SavedRecovery;
         keyboard = new input::OnlyOurs;
     }
     void TearDown() override {
         delete keyboard;
+        delete recovery;
         delete settings;
     }
 
 private:
     files::SavedSettings* settings = nullptr;
+    files::SavedRecovery* recovery = nullptr;
     input::OnlyOurs* keyboard = nullptr;
 };
 
@@ -31,6 +34,8 @@ private:
 void AppTest::SetUp() {
     DeleteFileW(files::SettingsPath().c_str());
     DeleteFileW(files::ShippedSettingsPath().c_str());
+    // An editor that a test before ended with unsaved changes has left its journals.
+    files::EmptyRecovery();
     // A window that comes up under the pointer would take over the state of the real keyboard.
     input::MoveMouse({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});
 }

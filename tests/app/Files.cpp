@@ -145,4 +145,31 @@ SavedSettings::~SavedSettings() {
     }
 }
 
+std::wstring RecoveryPath() {
+    wchar_t folder[MAX_PATH] = {};
+    SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
+    return std::wstring(folder) + L"\\Orvane\\Recovery";
+}
+
+std::vector<std::wstring> RecoveryFiles(const std::wstring& inside) {
+    std::vector<std::wstring> names;
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW((RecoveryPath() + L"\\" + inside + L"\\*").c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return names;
+    do {
+        if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) names.emplace_back(entry.cFileName);
+    } while (FindNextFileW(search, &entry));
+    FindClose(search);
+    return names;
+}
+
+void EmptyRecovery() { RemoveFolder(RecoveryPath()); }
+
+SavedRecovery::SavedRecovery() { MoveFileW(RecoveryPath().c_str(), BackupPath(RecoveryPath()).c_str()); }
+
+SavedRecovery::~SavedRecovery() {
+    EmptyRecovery();
+    MoveFileW(BackupPath(RecoveryPath()).c_str(), RecoveryPath().c_str());
+}
+
 } // namespace files

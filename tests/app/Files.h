@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 // Files of a test: a folder of its own, bytes in and out, and the settings file of the user.
 namespace files {
@@ -47,6 +48,21 @@ public:
     ~SavedSettings();
     SavedSettings(const SavedSettings&) = delete;
     SavedSettings& operator=(const SavedSettings&) = delete;
+};
+
+// Where the editor keeps what a failure must not cost the user.
+std::wstring RecoveryPath();
+// The names of the files in a folder inside it, in no order.
+std::vector<std::wstring> RecoveryFiles(const std::wstring& inside);
+void EmptyRecovery();
+
+// Moves that folder away while it lives, and removes what the tests left.
+class SavedRecovery {
+public:
+    SavedRecovery();
+    ~SavedRecovery();
+    SavedRecovery(const SavedRecovery&) = delete;
+    SavedRecovery& operator=(const SavedRecovery&) = delete;
 };
 
 } // namespace files
