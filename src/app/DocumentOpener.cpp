@@ -62,6 +62,22 @@ Document* DocumentOpener::OpenRecovered(DecodedText& text, const Char* title) {
     return ShowOpened(document) ? document : nullptr;
 }
 
+RecoveryResult DocumentOpener::OpenRecoveredBytes(JournalReader& journal, Document*& opened) {
+    const Char* const path = journal.Name().Text();
+    auto* const document = documents.FindByName(path) ? nullptr : new BinaryDocument;
+    if (!document) return RecoveryResult::Failed;
+    document->AddRef();
+    RecoveryResult result = document->Open(path) ? document->Recover(journal) : RecoveryResult::FileChanged;
+    const bool isGood = result == RecoveryResult::Whole || result == RecoveryResult::Cut;
+    if (!isGood || !document->CreateView(nullptr)) {
+        document->Release();
+        return isGood ? RecoveryResult::Failed : result;
+    }
+    if (!ShowOpened(document)) return RecoveryResult::Failed;
+    opened = document;
+    return result;
+}
+
 // The document of a file that is open already, text or bytes; null without one.
 Document* DocumentOpener::ShowOpenFile(const Char* fullPath) {
     Document* const known = documents.FindByName(fullPath);

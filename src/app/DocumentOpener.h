@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/OpenFailures.h"
+#include "base/Journal.h"
 
 class Document;
 class DocumentDisplay;
@@ -26,6 +27,9 @@ public:
     [[nodiscard]] bool OpenBinary(const Char* path);
     // Opens a text that is in no file, modified, under a title. Null when that is not possible.
     Document* OpenRecovered(struct DecodedText& text, const Char* title);
+    // Opens the bytes of a file with the changes of a journal, whose header was read, unless the file is open already.
+    // `opened` becomes the document when there is one.
+    RecoveryResult OpenRecoveredBytes(JournalReader& journal, Document*& opened);
 
     // At the end of a batch: what could not be opened in its course.
     void ReportFailures();

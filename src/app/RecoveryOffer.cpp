@@ -38,8 +38,9 @@ RecoveryResult OpenText(DocumentOpener& opener, const LeftJournals::Entry& entry
 RecoveryResult Open(DocumentOpener& opener, LeftJournals::Entry& entry) {
     JournalReader journal(entry.file);
     Document* opened = nullptr;
-    if (journal.ReadHeader() != JournalReader::State::Readable || entry.isOfBytes) return RecoveryResult::Failed;
-    const RecoveryResult result = OpenText(opener, entry, journal, opened);
+    if (journal.ReadHeader() != JournalReader::State::Readable) return RecoveryResult::Failed;
+    const RecoveryResult result =
+        entry.isOfBytes ? opener.OpenRecoveredBytes(journal, opened) : OpenText(opener, entry, journal, opened);
     // Not before what it holds is in the journal of the new document.
     if (opened && opened->FlushJournal()) LeftJournals::Remove(entry);
     return result;

@@ -52,8 +52,45 @@ bool BinaryDocument::Open(const Char* fileName) {
 
 void BinaryDocument::Close() {
     history.Clear();
+    journal.Discard();
     file.Close();
     content.ForgetPages();
+}
+
+RecoveryResult BinaryDocument::Recover(JournalReader& changes) {
+    // First whether a save had begun, which is said at the end.
+    bool isSaving = false;
+    JournalChange change;
+    while (changes.Next(change) && changes.Pass()) isSaving = change.start == ByteJournal::SaveMark.start;
+    const bool isThere = changes.Subject().fileSize == FileSize();
+    RecoveryResult result = isThere ? RecoveryResult::Failed : RecoveryResult::FileChanged;
+    if (isThere && !changes.HasFailed() && changes.ReadHeader() == JournalReader::State::Readable)
+        result = TakeChanges(changes, isSaving);
+    const bool isGood = result == RecoveryResult::Whole || result == RecoveryResult::Cut;
+    if (isGood)
+        history.MarkPartlySaved();
+    else
+        Close();
+    return result;
+}
+
+RecoveryResult BinaryDocument::TakeChanges(JournalReader& changes, bool isSaving) {
+    uint8_t page[PageSize];
+    uint32_t valid = 0;
+    JournalChange change;
+    while (changes.Next(change)) {
+        if (change.start == ByteJournal::SaveMark.start && change.length == 0 && changes.Pass()) continue;
+        if (change.start % PageSize != 0 || change.start >= FileSize() || change.length != file.PageBytes(change.start))
+            break;
+        Checksum sum;
+        if (!content.ReadPage(page, change.start, true, valid)) return RecoveryResult::Failed;
+        sum.Add(page, valid);
+        if (!isSaving && sum.Value() != change.detail) return RecoveryResult::FileChanged;
+        if (!changes.Read(page)) break;
+        if (!WriteBytes(change.start, page, static_cast<size_t>(change.length))) return RecoveryResult::Failed;
+    }
+    if (changes.HasFailed()) return RecoveryResult::Failed;
+    return changes.IsAtEnd() ? RecoveryResult::Whole : RecoveryResult::Cut;
 }
 
 bool BinaryDocument::Save(const Char*, Encoding, LineEnding) {
@@ -62,6 +99,7 @@ bool BinaryDocument::Save(const Char*, Encoding, LineEnding) {
     if (saved) {
         content.ForgetPages();
         history.MarkSaved();
+        journal.Discard();
     }
     NotifyModified();
     RepaintAll();
@@ -69,9 +107,12 @@ bool BinaryDocument::Save(const Char*, Encoding, LineEnding) {
 }
 
 bool BinaryDocument::WriteToFile() {
+    journal.SaveBegins();
     const PagedContent::WriteResult result = content.WritePages();
     if (result != PagedContent::WriteResult::NothingWritten) history.MarkPartlySaved();
-    return result == PagedContent::WriteResult::Done && file.Flush();
+    const bool isWritten = result == PagedContent::WriteResult::Done && file.Flush();
+    if (!isWritten) journal.SaveFailed();
+    return isWritten;
 }
 
 // Edits.
@@ -106,6 +147,7 @@ bool BinaryDocument::Perform(ByteEdit& edit, bool undoing) {
         view->SetCaret(undoing ? edit.state.before : edit.state.after);
         view->MakeCaretVisible();
     }
+    journal.Changed();
     RepaintAll();
     return true;
 }

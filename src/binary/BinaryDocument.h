@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binary/ByteJournal.h"
 #include "binary/ByteSearch.h"
 #include "binary/EditHistory.h"
 #include "binary/FileWindow.h"
@@ -36,11 +37,14 @@ public:
     bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override {}
     LineEnding GetLineEnding() const override { return LineEnding::None; }
-    bool FlushJournal() override { return true; }
+    bool FlushJournal() override { return journal.Flush(); }
 
     // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
     // is closed. That its first bytes cannot be read is no failure: others may be.
     [[nodiscard]] bool Open(const Char* fileName);
+    // After Open of the file that a journal, whose header was read, is of: makes its changes, which cannot be undone.
+    // Unless they are Whole or Cut, the document is closed.
+    [[nodiscard]] RecoveryResult Recover(JournalReader& changes);
     bool IsReadOnly() const { return file.IsReadOnly(); }
     // As it was when the file was opened.
     uint64_t FileSize() const { return file.Size(); }
@@ -84,6 +88,7 @@ private:
 
     void Close();
     bool WriteToFile();
+    RecoveryResult TakeChanges(JournalReader& changes, bool isSaving);
     bool Perform(ByteEdit& edit, bool undoing);
     HexDocumentView* Shown(HexDocumentView* view) const;
     void RepaintAll();
@@ -92,5 +97,6 @@ private:
     FileWindow file;
     PagedContent content{file};
     EditHistory history;
+    ByteJournal journal{*this, content};
     bool searchFailed = false;
 };

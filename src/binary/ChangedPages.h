@@ -11,6 +11,7 @@ struct ChangedPage : HeapObject {
     ChangedPage* next = nullptr;
     ChangedPage* previous = nullptr;
     ChangedPage* nextInBucket = nullptr;
+    bool isInJournal = false; // as it is now
     uint8_t data[PageSize] = {};
 };
 

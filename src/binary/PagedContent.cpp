@@ -71,7 +71,9 @@ bool PagedContent::WriteBytes(uint64_t offset, const uint8_t* source, size_t cou
     while (count) {
         const auto inPage = static_cast<uint32_t>(offset % PageSize);
         const size_t part = std::min<size_t>(count, PageSize - inPage);
-        std::memcpy(pages.Find(offset / PageSize)->data + inPage, source, part);
+        ChangedPage* const page = pages.Find(offset / PageSize);
+        std::memcpy(page->data + inPage, source, part);
+        page->isInJournal = false;
         offset += part;
         source += part;
         count -= part;

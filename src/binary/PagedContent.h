@@ -30,6 +30,11 @@ public:
     [[nodiscard]] WriteResult WritePages();
     void ForgetPages() { pages.Clear(); }
     size_t PageCount() const { return pages.Count(); }
+    // The changed pages, in the order they were first changed.
+    ChangedPage* FirstPage() { return pages.Head(); }
+    // See FileWindow.
+    uint64_t FileSize() const { return file.Size(); }
+    uint32_t PageBytes(uint64_t pageStart) const { return file.PageBytes(pageStart); }
 
 private:
     ChangedPage* MakePage(uint64_t index);

@@ -89,6 +89,26 @@ TEST_F(RecoveryTest, TheJournalOfARunningEditorIsLeftAlone) {
     EXPECT_TRUE(WaitForNoJournal());
 }
 
+TEST_F(RecoveryTest, ChangedBytesComeBackOverTheirFile) {
+    ASSERT_TRUE(files::Write(Path(L"a.txt"), "bytes"));
+    {
+        Editor killed;
+        ASSERT_TRUE(killed.Start(L"-b a.txt", scratch.Folder()));
+        ASSERT_TRUE(killed.WaitForTitle(Path(L"a.txt") + L" - Orvane"));
+        ASSERT_TRUE(killed.Type(L"41"));
+        ASSERT_TRUE(window::WaitFor([] { return JournalSize() > 0; }));
+        const uint64_t before = JournalSize();
+        ASSERT_TRUE(killed.Type(L"42"));
+        ASSERT_TRUE(window::WaitFor([=] { return JournalSize() > before; }));
+    }
+    ASSERT_TRUE(Start());
+    ASSERT_TRUE(editor.Answer(Question(), L"Yes"));
+    ASSERT_TRUE(WaitForFile(L"a.txt", true));
+    EXPECT_EQ(files::Read(Path(L"a.txt")), "bytes");
+    EXPECT_EQ(SaveAndRead(L"a.txt").substr(0, 1), "A");
+    EXPECT_TRUE(WaitForNoJournal());
+}
+
 TEST_F(RecoveryTest, ASaveThatDidNotComeToItsEndIsTold) {
     const std::wstring target = Path(L"a.txt");
     ASSERT_TRUE(files::Write(target, "half"));

@@ -32,13 +32,14 @@ void FakeDisk::Restart(Unflushed unflushed) {
         Content& content = *file->second;
         if (unflushed == Unflushed::Lost) content.bytes = content.flushed;
         if (unflushed == Unflushed::Zeros) {
-            // What stands before everything that was written since is on the disk.
-            const size_t same = std::min(content.bytes.size(), content.flushed.size());
-            const auto first =
-                std::mismatch(content.bytes.begin(), content.bytes.begin() + static_cast<std::ptrdiff_t>(same),
-                              content.flushed.begin())
-                    .first;
-            std::fill(first, content.bytes.end(), '\0');
+            size_t first = content.bytes.size();
+            size_t end = 0;
+            for (size_t i = 0; i < content.bytes.size(); ++i) {
+                if (i < content.flushed.size() && content.bytes[i] == content.flushed[i]) continue;
+                first = std::min(first, i);
+                end = i + 1;
+            }
+            for (size_t i = first; i < end; ++i) content.bytes[i] = '\0';
         }
         const bool isLost = unflushed == Unflushed::Lost && !content.isDurable;
         file = isLost ? files.erase(file) : std::next(file);

@@ -1,0 +1,43 @@
+#include "binary/ByteJournal.h"
+
+#include "document/Document.h"
+
+void ByteJournal::SaveBegins() {
+    if (!Flush() || !Writable()) return;
+    JournalFile& journal = *Writable();
+    Written(journal.Begin(SaveMark) && journal.End() && journal.Flush());
+}
+
+bool ByteJournal::WriteAll(JournalFile& made) {
+    WString name;
+    JournalSubject subject;
+    subject.kind = JournalSubject::Bytes;
+    subject.hasFile = 1;
+    subject.isOverFile = 1;
+    subject.fileSize = content.FileSize();
+    return name.Assign(Owner().GetName()) && made.Make(subject, name) && PutPages(made, true);
+}
+
+bool ByteJournal::WriteRest(JournalFile& journal) {
+    const bool isWritten = PutPages(journal, false);
+    Written(isWritten);
+    return isWritten;
+}
+
+bool ByteJournal::PutPages(JournalFile& journal, bool all) {
+    for (ChangedPage* page = content.FirstPage(); page; page = page->next)
+        if ((all || !page->isInJournal) && !PutPage(journal, *page)) return false;
+    return true;
+}
+
+bool ByteJournal::PutPage(JournalFile& journal, ChangedPage& page) {
+    uint8_t inFile[PageSize];
+    uint32_t valid = 0;
+    const uint64_t start = page.index * PageSize;
+    if (!content.ReadPage(inFile, start, true, valid)) return false;
+    Checksum sum;
+    sum.Add(inFile, valid);
+    page.isInJournal = journal.Begin({start, sum.Value(), content.PageBytes(start)}) &&
+                       journal.Put(page.data, content.PageBytes(start)) && journal.End();
+    return page.isInJournal;
+}
