@@ -3,9 +3,46 @@
 #include "base/Text.h"
 #include "base/WString.h"
 
+namespace {
+
+bool IsDrive(const Char* path) { return Text::IsAsciiLetter(path[0]) && path[1] == u':'; }
+
+bool StartsShare(const Char* path) { return path[0] == u'\\' && path[1] == u'\\'; }
+
+// "\\?\" or "\\.\".
+bool StartsDevice(const Char* path) {
+    return StartsShare(path) && (path[2] == u'?' || path[2] == u'.') && path[3] == u'\\';
+}
+
+bool StartsUnc(const Char* path) {
+    for (const Char* expected = u"UNC\\"; *expected; ++expected, ++path)
+        if (Text::FoldCase(*path) != Text::FoldCase(*expected)) return false;
+    return true;
+}
+
+// Up to the backslash of that number, or the end.
+uint32_t LengthOfParts(const Char* path, uint32_t parts) {
+    uint32_t length = 0;
+    for (; path[length]; ++length)
+        if (path[length] == u'\\' && --parts == 0) break;
+    return length;
+}
+
+} // namespace
+
+Path::Volume Path::VolumeOf(const Char* path) {
+    const bool isDevice = StartsDevice(path);
+    if (isDevice) path += 4;
+    if (IsDrive(path)) return {path, 2, false};
+    const bool isShare = isDevice ? StartsUnc(path) : StartsShare(path);
+    if (isShare) path += isDevice ? 4 : 2;
+    const uint32_t parts = isShare ? 2 : 1;
+    return {path, isShare || isDevice ? LengthOfParts(path, parts) : 0, isShare};
+}
+
 const Char* Path::FileName(const Char* path) {
     const Char* name = path;
-    if (Text::IsAsciiLetter(path[0]) && path[1] == u':') name = path + 2;
+    if (IsDrive(path)) name = path + 2;
     for (const Char* at = name; *at; ++at)
         if (*at == u'\\' || *at == u'/') name = at + 1;
     return name;
@@ -23,7 +60,7 @@ void Path::RemoveLastComponent(WString& path) {
     const Char* const text = path.Text();
     // Nothing of a root is ever cut: "C:\", "C:", "\" or the "\\" of a share.
     uint32_t root = 0;
-    if (Text::IsAsciiLetter(text[0]) && text[1] == u':') root = 2;
+    if (IsDrive(text)) root = 2;
     if (text[root] == u'\\') ++root;
     if (root == 1 && text[1] == u'\\') root = 2;
 

@@ -7,6 +7,15 @@ class WString;
 // Pure text operations on Windows path names; nothing here asks the file system.
 namespace Path {
 
+// What a full path names first: a drive ("C:"), the server and the share of a network path ("server\share"), or
+// another name of a volume. What says how the rest is read ("\\?\", "\\.\" and "UNC\" after these) is no part of it.
+struct Volume {
+    const Char* name; // in the path
+    uint32_t length;  // 0: the path names none
+    bool isShare;
+};
+Volume VolumeOf(const Char* path);
+
 // What follows the last backslash (or slash, or the colon of a drive); the whole text without one.
 const Char* FileName(const Char* path);
 // The last full stop of the file name and what follows; points at the terminator when there is none.

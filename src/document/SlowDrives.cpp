@@ -1,5 +1,6 @@
 #include "document/SlowDrives.h"
 
+#include "base/Path.h"
 #include "base/Text.h"
 
 #include <algorithm>
@@ -8,18 +9,10 @@ namespace {
 
 constexpr uint64_t Rest = 60'000;
 
-// The letter of the drive with its colon, or the path up to the fourth backslash: the server and the share.
-uint32_t DriveLength(const Char* path) {
-    if (Text::IsAsciiLetter(path[0]) && path[1] == u':') return 2;
-    uint32_t length = 0;
-    for (uint32_t separators = 0; path[length]; ++length)
-        if (path[length] == u'\\' && ++separators == 4) break;
-    return length;
-}
-
 uint64_t DriveName(const Char* path) {
     uint64_t hash = 0xCBF29CE484222325u;
-    for (uint32_t i = DriveLength(path); i--;) hash = (hash ^ Text::FoldCase(path[i])) * 0x100000001B3u;
+    const Path::Volume volume = Path::VolumeOf(path);
+    for (uint32_t i = volume.length; i--;) hash = (hash ^ Text::FoldCase(volume.name[i])) * 0x100000001B3u;
     return hash;
 }
 

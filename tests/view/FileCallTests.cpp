@@ -96,6 +96,17 @@ private:
 
 } // namespace
 
+TEST_F(FileCallTest, ADriveIsRemoteWhenTheSystemSaysSoAndAShareAlways) {
+    for (const UINT kind : {UINT{DRIVE_FIXED}, UINT{DRIVE_REMOTE}}) {
+        kindOfDrive = kind;
+        for (const Char* path : {u"C:\\a", u"\\\\?\\C:\\a", u"\\\\.\\C:\\a"})
+            EXPECT_EQ(Platform::IsRemote(path), kind == DRIVE_REMOTE) << testing::PrintToString(std::u16string(path));
+        EXPECT_TRUE(Platform::IsRemote(u"\\\\server\\share\\a"));
+        EXPECT_TRUE(Platform::IsRemote(u"\\\\?\\UNC\\server\\share\\a"));
+        EXPECT_FALSE(Platform::IsRemote(u"\\\\?\\Volume{1-2}\\a")) << "the system mounts volumes of this machine";
+    }
+}
+
 TEST_F(FileCallTest, HiddenAndSystemFilesAreSavedAndStayWhatTheyAre) {
     for (const DWORD attribute : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM}) {
         const std::u16string path = folder.Write("file.txt", "much longer than the new text");

@@ -1,14 +1,16 @@
 #include "base/Platform.h"
+#include "base/Path.h"
 #include "base/SystemClock.h"
-#include "base/Text.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
 #include <utility>
 
 bool Platform::IsRemote(const Char* path) {
-    if (!Text::IsAsciiLetter(path[0]) || path[1] != u':') return path[0] == u'\\' && path[1] == u'\\';
-    const Char root[] = {path[0], u':', u'\\', 0};
+    const Path::Volume volume = Path::VolumeOf(path);
+    const bool isDrive = volume.length == 2 && volume.name[1] == u':';
+    if (!isDrive) return volume.isShare;
+    const Char root[] = {volume.name[0], u':', u'\\', 0};
     return GetDriveTypeW(Wide(root)) == DRIVE_REMOTE;
 }
 

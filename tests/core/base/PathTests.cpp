@@ -27,6 +27,34 @@ std::u16string Joined(const Char* path, const Char* name) {
 
 } // namespace
 
+TEST(Path, AVolumeIsADriveOrAShareHoweverThePathIsWritten) {
+    struct Case {
+        std::u16string path;
+        std::u16string name;
+        bool isShare;
+    };
+    const Case cases[] = {
+        {u"C:\\dir\\a.c", u"C:", false},
+        {u"c:", u"c:", false},
+        {u"\\\\?\\C:\\dir", u"C:", false},
+        {u"\\\\.\\C:\\dir", u"C:", false},
+        {u"\\\\server\\share\\dir\\a.c", u"server\\share", true},
+        {u"\\\\server\\share", u"server\\share", true},
+        {u"\\\\server", u"server", true},
+        {u"\\\\?\\UNC\\server\\share\\a.c", u"server\\share", true},
+        {u"\\\\.\\unc\\server\\share\\a.c", u"server\\share", true},
+        {u"\\\\?\\Volume{1-2}\\dir", u"Volume{1-2}", false},
+        {u"\\dir\\a.c", u"", false},
+        {u"a.c", u"", false},
+        {u"", u"", false},
+    };
+    for (const Case& expected : cases) {
+        const Path::Volume volume = Path::VolumeOf(expected.path.c_str());
+        EXPECT_EQ(std::u16string(volume.name, volume.length), expected.name);
+        EXPECT_EQ(volume.isShare, expected.isShare) << testing::PrintToString(expected.path);
+    }
+}
+
 TEST(Path, FileNameFollowsTheLastSeparator) {
     EXPECT_EQ(std::u16string(Path::FileName(u"C:\\dir\\a.c")), u"a.c");
     EXPECT_EQ(std::u16string(Path::FileName(u"C:\\dir/b.c")), u"b.c");

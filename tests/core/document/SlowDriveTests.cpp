@@ -74,8 +74,14 @@ TEST(SlowDrives, OneThatAnswersFastAgainIsAskedEveryTime) {
 }
 
 TEST(SlowDrives, EachDriveAndShareRestsOnItsOwn) {
-    const std::vector<std::u16string> paths = {u"X:\\a", u"Y:\\a", u"\\\\one\\share\\a", u"\\\\one\\other\\a",
-                                               u"\\\\two\\share\\a"};
+    const std::vector<std::u16string> paths = {u"X:\\a",
+                                               u"Y:\\a",
+                                               u"\\\\one\\share\\a",
+                                               u"\\\\one\\other\\a",
+                                               u"\\\\two\\share\\a",
+                                               u"\\\\?\\UNC\\three\\share\\a",
+                                               u"\\\\?\\UNC\\three\\other\\a",
+                                               u"\\\\?\\Z:\\a"};
     for (const std::u16string& slow : paths) {
         SlowDrives drives;
         drives.Answered(slow.c_str(), true, 0);
@@ -87,6 +93,8 @@ TEST(SlowDrives, EachDriveAndShareRestsOnItsOwn) {
     SlowDrives drives;
     drives.Answered(u"\\\\Server\\Share\\a", true, 0);
     EXPECT_FALSE(drives.MayAsk(u"\\\\server\\SHARE\\b", &drives, 1)) << "in whatever case";
+    EXPECT_FALSE(drives.MayAsk(u"\\\\?\\UNC\\server\\share\\b", &drives, 1)) << "however it is written";
+    EXPECT_TRUE(drives.MayAsk(u"\\\\?\\UNC\\server\\other\\b", &drives, 1));
 }
 
 TEST(SlowDrives, MoreDrivesAndFilesThanThereIsRoomForDoNoHarm) {
