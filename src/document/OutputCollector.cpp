@@ -54,7 +54,7 @@ bool OutputCollector::Start(const Char* command, const Char* directory) {
 }
 
 const Char* OutputCollector::Failure() const {
-    return run.failure.IsEmpty() ? u"The system is out of memory or of something else." : run.failure.Text();
+    return run.failure.IsEmpty() ? u"There is not enough memory." : run.failure.Text();
 }
 
 bool OutputCollector::Poll() {

@@ -157,6 +157,32 @@ TEST_F(CommandStartTest, WhyACommandWasNotStartedIsKnown) {
     EXPECT_TRUE(reason(u"one").starts_with(u"The file for its output cannot be made"));
 }
 
+TEST_F(CommandStartTest, WithoutTheListOfItsHandlesACommandIsNotStartedAndThatIsSaid) {
+    const auto refuse = [](LPPROC_THREAD_ATTRIBUTE_LIST, DWORD, DWORD_PTR, PVOID, SIZE_T, PVOID, PSIZE_T) -> BOOL {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return FALSE;
+    };
+    const ReplacedImport update("UpdateProcThreadAttribute",
+                                reinterpret_cast<void*>(static_cast<decltype(&UpdateProcThreadAttribute)>(refuse)));
+    ASSERT_TRUE(update.IsImported());
+    const ProcessRecorder recorder;
+    EXPECT_FALSE(document->RunCommand(u"one", nullptr));
+    EXPECT_TRUE(recorder.Calls().empty());
+    wchar_t words[200] = {};
+    ASSERT_NE(FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM, nullptr, ERROR_ACCESS_DENIED, 0, words, 200, nullptr), 0u);
+    const std::u16string reason = document->Output().Failure();
+    EXPECT_TRUE(reason.starts_with(u"The command interpreter cannot be started: ")) << testing::PrintToString(reason);
+    EXPECT_NE(reason.find(std::u16string(words, words + 6)), std::u16string::npos);
+}
+
+TEST_F(CommandStartTest, WithoutMemoryThatIsWhyACommandWasNotStarted) {
+    const ProcessRecorder recorder;
+    Heap::SetFailureHook([] { return true; });
+    EXPECT_FALSE(document->RunCommand(u"one", nullptr));
+    Heap::SetFailureHook(nullptr);
+    EXPECT_EQ(std::u16string(document->Output().Failure()), u"There is not enough memory.");
+}
+
 TEST_F(CommandStartTest, TheProcessHasTheFileAsItsThreeStandardHandles) {
     const ProcessRecorder recorder;
     ASSERT_TRUE(document->RunCommand(u"one", nullptr));

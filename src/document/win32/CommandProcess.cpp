@@ -100,25 +100,28 @@ public:
         SIZE_T size = 0;
         InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
         list = static_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(Heap::Allocate(size));
-        if (!list || !InitializeProcThreadAttributeList(list, 1, 0, &size)) return;
-        ready = UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles, sizeof(handles), nullptr,
-                                          nullptr) != 0;
-        if (!ready) DeleteProcThreadAttributeList(list);
+        initialised = list && InitializeProcThreadAttributeList(list, 1, 0, &size);
+        ready = initialised && UpdateProcThreadAttribute(list, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles,
+                                                         sizeof(handles), nullptr, nullptr);
+        if (!ready) error = list ? GetLastError() : ERROR_NOT_ENOUGH_MEMORY;
     }
     ~InheritedHandles() {
-        if (ready) DeleteProcThreadAttributeList(list);
+        if (initialised) DeleteProcThreadAttributeList(list);
         Heap::Free(list);
     }
     InheritedHandles(const InheritedHandles&) = delete;
     InheritedHandles& operator=(const InheritedHandles&) = delete;
 
     bool IsReady() const { return ready; }
+    DWORD Error() const { return error; } // of one that is not ready
     LPPROC_THREAD_ATTRIBUTE_LIST Get() const { return list; }
 
 private:
     HANDLE handles[2];
     LPPROC_THREAD_ATTRIBUTE_LIST list = nullptr;
+    bool initialised = false;
     bool ready = false;
+    DWORD error = ERROR_SUCCESS;
 };
 
 // Another process that is started later must not keep the temporary file alive.
@@ -157,7 +160,7 @@ bool CommandProcess::Start(OutputRun& run, const Char* command) {
     WString line;
     if (!BuildCommandLine(run, command, line)) return false;
     const InheritedHandles inherited(run);
-    if (!inherited.IsReady()) return false;
+    if (!inherited.IsReady()) return Fail(run, Failure::NoProcess, inherited.Error());
     STARTUPINFOEXW startup = {};
     startup.StartupInfo.cb = sizeof(startup);
     startup.StartupInfo.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
