@@ -2,6 +2,7 @@
 
 #include "app/CommandLanguage.h"
 #include "resource.h"
+#include "settings/ToolList.h"
 #include "view/OwnFrameTest.h"
 #include "view/ProcessRecorder.h"
 
@@ -56,6 +57,20 @@ TEST_F(FrameFocusTest, TheConsoleKeepsItInTheCommandWindow) {
     SetFocus(pane);
     ExecuteCommandLine(*main, u"opened");
     EXPECT_EQ(GetFocus(), pane);
+}
+
+TEST_F(FrameFocusTest, TheConsoleKeepsItFromAToolOfTheMenuToo) {
+    const ProcessRecorder recorder;
+    auto* const tool = new ToolRecord;
+    ASSERT_TRUE(tool->command.Assign(u"one"));
+    tool->redirectOutput = 1;
+    toolList.tools.Append(tool);
+    main->commands.console = true;
+    Command(IDM_COMMAND_WINDOW);
+    ASSERT_EQ(GetFocus(), CommandLine());
+    Command(IDM_FIRST_TOOL);
+    EXPECT_EQ(recorder.Calls().size(), 1u);
+    EXPECT_EQ(GetFocus(), CommandLine());
 }
 
 TEST_F(FrameFocusTest, SwitchingEndsWithTheFirstMessageAfterCtrlIsUp) {

@@ -226,8 +226,10 @@ bool MenuCommands::Execute(uint32_t number) {
         return true;
     }
     ToolRecord* const tool = number >= IDM_FIRST_TOOL ? toolList.At(number - IDM_FIRST_TOOL) : nullptr;
-    if (tool) parts.tools.Run(*tool);
-    return tool != nullptr;
+    if (!tool) return false;
+    const ConsoleFocus focus(parts.commandWindow, parts.context.commands.console);
+    parts.tools.Run(*tool);
+    return true;
 }
 
 bool MenuCommands::IsEnabled(uint32_t number) const {
