@@ -2,9 +2,7 @@
 
 #include "document/Document.h"
 #include "settings/win32/DrawingObjects.h"
-#include "viewbase/ViewMetrics.h"
 #include "viewbase/win32/View.h"
-#include "viewbase/win32/ViewFont.h"
 
 namespace {
 
@@ -32,13 +30,12 @@ DocumentView* DocumentSide(View& view) {
 
 PaneArea AreaOf(SIZE size) { return {static_cast<uint32_t>(size.cx), static_cast<uint32_t>(size.cy)}; }
 
-// A pane's frame and scroll bars, the margin and one character.
-PaneRoom RoomIn(SIZE area) {
+// A pane's frame and scroll bars, what the view shows before its text, and one character.
+PaneRoom RoomIn(SIZE area, const View& view) {
     const UINT dpi = DrawingObjects::Dpi();
     const int frame = GetSystemMetricsForDpi(SM_CXEDGE, dpi) * 2;
     return {AreaOf(area),
-            frame + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + MarginPixels(ViewFont::Metrics()) +
-                DrawingObjects::AverageWidth(),
+            frame + GetSystemMetricsForDpi(SM_CXVSCROLL, dpi) + view.TextLeft() + DrawingObjects::AverageWidth(),
             frame + GetSystemMetricsForDpi(SM_CYHSCROLL, dpi) + DrawingObjects::LineHeight()};
 }
 
@@ -82,7 +79,7 @@ Pane* PaneWindows::AddFirst() {
 }
 
 bool PaneWindows::Split(Pane& pane, bool vertical, View& view) {
-    Pane* made = layout.MakeHalf(pane, vertical, RoomIn(shownArea));
+    Pane* made = layout.MakeHalf(pane, vertical, RoomIn(shownArea, view));
     if (!made) return false;
     if (!MakeWindow(*made)) {
         delete made;

@@ -25,6 +25,7 @@ public:
     Document* Attach(HWND newWindow) override;
     void Detach() override;
     Document* GetDocument() const override { return editor.GetBinaryDocument(); }
+    int32_t TextLeft() const override { return editor.Viewport().TextLeft(); }
     bool IsCommandEnabled(ViewCommand command) const override { return input.IsCommandEnabled(command); }
     bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }
     bool FindNext(bool backward, uint32_t) override { return HexFind::FindNext(editor, backward); }

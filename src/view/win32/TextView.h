@@ -23,6 +23,7 @@ public:
 
     // View.
     Document* GetDocument() const override { return editor.GetTextBuffer(); }
+    int32_t TextLeft() const override { return editor.Viewport().TextLeft(); }
     void GoToLine(uint32_t line, bool selectLine) override { editor.GoToLine(line, selectLine); }
     bool IsCommandEnabled(ViewCommand command) const override { return input.IsCommandEnabled(command); }
     bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }

@@ -51,6 +51,8 @@ public:
     // Odd on purpose: docs/oddities.md.
     virtual void OnKeyUp(uint32_t, uint32_t, uint32_t) {}
     virtual void OnChar(Char character, uint32_t repeat, uint32_t flags) = 0;
+    // How far from the window's left edge the text begins, in pixels, when it is not scrolled.
+    virtual int32_t TextLeft() const = 0;
 
     ViewHost* Host() const { return host; }
 
