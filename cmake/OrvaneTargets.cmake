@@ -35,6 +35,10 @@ target_compile_definitions(orvane_options INTERFACE $<${checked}:ORVANE_ASSERTIO
 if(ORVANE_FUZZ)
     target_compile_options(orvane_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+if(ORVANE_COVERAGE)
+    target_compile_options(orvane_options INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+    target_link_options(orvane_options INTERFACE -fprofile-instr-generate)
+endif()
 
 # Adds orvane_NAME (portable) and orvane_NAME_platform. The portable half is linked with the platform
 # half, which answers the seams that it declares.
