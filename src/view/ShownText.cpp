@@ -2,6 +2,8 @@
 
 #include "document/TextBuffer.h"
 
+#include <algorithm>
+
 void ShownText::Show(TextBuffer* shown) {
     document = shown;
     states.TextChanged(0);
@@ -40,6 +42,35 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
         if (offset > start) offset -= document->EditLineGrowth(); // the store does not know of the edit
     }
     return document->OffsetToLineColumn(offset);
+}
+
+Char ShownText::CharacterAt(uint32_t offset) const {
+    if (!document || !document->Content()) return 0;
+    if (document->HasPendingEdit() && offset >= document->EditLineStart()) {
+        const uint32_t column = offset - document->EditLineStart();
+        if (column < document->EditLine().Length()) return document->EditLine()[column];
+        offset -= document->EditLineGrowth(); // the store does not know of the edit
+    }
+    return document->Content()[offset];
+}
+
+void ShownText::Copy(TextRange range, Char* out) const {
+    if (!document || !document->Content() || range.IsEmpty()) return;
+    const Char* content = document->Content();
+    if (!document->HasPendingEdit()) {
+        std::copy(content + range.start, content + range.end, out);
+        return;
+    }
+    // Before, in and after the open line, the end of which may be the text's terminator.
+    const uint32_t open = document->EditLineStart();
+    const uint32_t openEnd = open + document->EditLine().Length();
+    const Char* line = document->EditLine().Text();
+    const auto before = std::min(range.end, std::max(range.start, open));
+    const auto inside = std::min(range.end, std::max(range.start, openEnd));
+    out = std::copy(content + range.start, content + before, out);
+    if (inside > before) out = std::copy(line + (before - open), line + (inside - open), out);
+    const uint32_t stored = inside - document->EditLineGrowth();
+    if (range.end > inside) std::copy(content + stored, content + stored + (range.end - inside), out);
 }
 
 // The states that are remembered are those of the store; the open line is scanned in between.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/TextPosition.h"
+#include "document/TextRange.h"
 #include "view/LineStates.h"
 #include "view/TextSpan.h"
 
@@ -26,6 +27,10 @@ public:
     uint32_t LineStart(uint32_t line) const;
     TextPosition PositionOf(uint32_t offset) const;
     uint32_t LineOf(uint32_t offset) const { return PositionOf(offset).line; }
+    // Line feeds are characters like others. NUL at the text's end, which is as far as `offset` may be.
+    Char CharacterAt(uint32_t offset) const;
+    // Copies the characters of `range`, which is inside the text, to `out`, which has room for them.
+    void Copy(TextRange range, Char* out) const;
     // The syntax engine's state at the start of a line, as scanning from the text's start would give it.
     uint32_t StateAt(uint32_t line);
     // The characters from `offset` on are others now, or coloured otherwise.

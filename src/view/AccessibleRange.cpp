@@ -1,0 +1,107 @@
+#include "view/AccessibleRange.h"
+
+#include "base/Scan.h"
+#include "base/WString.h"
+#include "document/TextBuffer.h"
+#include "view/ShownText.h"
+
+#include <algorithm>
+
+namespace {
+
+// Where the characters are in the document's content; null when they are not there, since some of them are pending.
+const Char* InContent(const ShownText& text, TextRange part) {
+    const TextBuffer* document = text.Document();
+    if (!document || !document->Content() || document->HasPendingEdit()) return nullptr;
+    return document->Content() + part.start;
+}
+
+size_t FindIn(const Char* text, size_t count, const AccessibleRange::Wanted& wanted) {
+    const Scan::Pattern pattern = {wanted.text, wanted.count, wanted.matchCase};
+    return wanted.backward ? Scan::FindBackward(text, count, {0, count}, pattern)
+                           : Scan::FindForward(text, count, {0, count}, pattern);
+}
+
+} // namespace
+
+TextRange AccessibleRange::Within(const ShownText& text) const {
+    const uint32_t end = std::min(range.end, text.Length());
+    return {std::min(range.start, end), end};
+}
+
+int32_t AccessibleRange::Compare(const ShownText& text, RangeEnd own, const AccessibleRange& other,
+                                 RangeEnd otherEnd) const {
+    const uint32_t left = Of(Within(text), own);
+    const uint32_t right = Of(other.Within(text), otherEnd);
+    return (left > right) - (left < right);
+}
+
+void AccessibleRange::Expand(const ShownText& text, AccessibleUnit unit) {
+    int32_t moved = 0;
+    range.start = AccessibleUnits::StartOf(text, unit, Within(text).start);
+    range.end = AccessibleUnits::Move(text, unit, range.start, 1, moved);
+}
+
+int32_t AccessibleRange::Move(const ShownText& text, AccessibleUnit unit, int32_t count) {
+    range = Within(text);
+    int32_t moved = 0;
+    if (range.IsEmpty()) {
+        range.start = range.end = AccessibleUnits::Move(text, unit, range.start, count, moved);
+        return moved;
+    }
+    const uint32_t from = AccessibleUnits::StartOf(text, unit, range.start);
+    range.start = AccessibleUnits::Move(text, unit, from, count, moved);
+    // No unit but an empty line starts at the text's end.
+    const uint32_t last = AccessibleUnits::LastStart(text, unit);
+    if (moved > 0 && range.start > last) {
+        range.start = last;
+        --moved;
+    }
+    range.end = range.start;
+    Expand(text, unit);
+    return moved;
+}
+
+int32_t AccessibleRange::MoveEnd(const ShownText& text, RangeEnd end, AccessibleUnit unit, int32_t count) {
+    const TextRange clamped = Within(text);
+    int32_t moved = 0;
+    Place(clamped, end, AccessibleUnits::Move(text, unit, Of(clamped, end), count, moved));
+    return moved;
+}
+
+void AccessibleRange::MoveEndTo(const ShownText& text, RangeEnd end, const AccessibleRange& other, RangeEnd otherEnd) {
+    Place(Within(text), end, Of(other.Within(text), otherEnd));
+}
+
+void AccessibleRange::Place(TextRange clamped, RangeEnd end, uint32_t offset) {
+    if (end == RangeEnd::Start) {
+        range = {offset, std::max(offset, clamped.end)};
+    } else {
+        range = {std::min(offset, clamped.start), offset};
+    }
+}
+
+bool AccessibleRange::Find(const ShownText& text, const Wanted& wanted, uint32_t& found) const {
+    found = NoOffset;
+    const TextRange part = Within(text);
+    if (wanted.count == 0 || wanted.count > part.Length()) return true;
+    // Nothing is written back for a search: whoever listens edits nothing.
+    WString copy;
+    const Char* searched = InContent(text, part);
+    if (!searched) {
+        if (!copy.Reserve(part.Length())) return false;
+        text.Copy(part, copy.Data());
+        searched = copy.Data();
+    }
+    const size_t at = FindIn(searched, part.Length(), wanted);
+    if (at != Scan::NotFound) found = part.start + static_cast<uint32_t>(at);
+    return true;
+}
+
+TextRange AccessibleRange::Readable(const ShownText& text, int32_t limit) const {
+    TextRange part = Within(text);
+    if (limit < 0 || static_cast<uint32_t>(limit) >= part.Length()) return part;
+    const uint32_t cut = part.start + static_cast<uint32_t>(limit);
+    const uint32_t whole = AccessibleUnits::StartOf(text, AccessibleUnit::Character, cut);
+    return {part.start, std::max(whole, part.start)};
+}
