@@ -48,6 +48,7 @@ void TextEditor::FollowChange(const TextChange& change) {
 }
 
 void TextEditor::EditFinished() {
+    ++editCount;
     if (!matchDue) return;
     const DocumentView* active = GetTextBuffer()->ActiveView();
     if (active && active->HasFocus()) return MatchBrackets();

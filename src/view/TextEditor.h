@@ -46,6 +46,8 @@ public:
     void PlaceTopLine(uint32_t line) override { viewport.ScrollTo(line); }
     void FollowChange(const TextChange& change) override;
     void EditFinished() override;
+    // Grows with every edit of the document, by whichever view.
+    uint32_t EditCount() const { return editCount; }
     TextPosition CaretPosition() const override { return caret.Position(); }
     TextSelection Selection() const override { return caret.Selection(); }
     uint32_t TopLine() const override { return viewport.TopLine(); }
@@ -98,6 +100,7 @@ private:
     ShownText text;
     TextCaret caret;
     TextViewport viewport{surface, textSurface, text, redraw};
+    uint32_t editCount = 0;
     bool matchDue = false; // an edit has moved the caret
     StatusFields status;
     bool overwrite = false;

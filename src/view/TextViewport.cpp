@@ -150,3 +150,21 @@ TextPosition TextViewport::PositionAt(ClientPoint point) const {
     const auto line = static_cast<uint32_t>(std::clamp<int64_t>(at, 0, UINT32_MAX));
     return {line, Layout().ColumnAt(text.Line(line), int64_t(horizontalScroll) + point.x - TextLeft())};
 }
+
+// Reads no further than the window's right edge: the line may be 100 million characters long.
+bool TextViewport::ColumnsSeen(uint32_t line, ColumnRange columns, int32_t& left, int32_t& right) const {
+    const TextSpan shown = text.Line(line);
+    const LinePlace known = PlaceLeftOfWindow(text.LineStart(line));
+    const int64_t rightEdge = int64_t(horizontalScroll) + surface.Size().width - TextLeft();
+    const uint32_t lastSeen = Layout().ColumnsWithin(shown, rightEdge, known);
+    const auto inWindow = [&](uint32_t column) {
+        const uint32_t placed = std::clamp(column, known.column, std::max(lastSeen, known.column));
+        const int64_t feed = column > shown.length && lastSeen == shown.length ? surface.Metrics().averageWidth : 0;
+        const int64_t x = Layout().PositionOf(shown, placed, known) + feed;
+        return Saturate(TextLeft() + std::clamp<int64_t>(x, horizontalScroll, rightEdge) - horizontalScroll);
+    };
+    if (rightEdge <= horizontalScroll) return false;
+    left = inWindow(columns.start);
+    right = inWindow(columns.end);
+    return left < right;
+}

@@ -1,0 +1,247 @@
+// How the ranges that screen readers hold move through the text, compared with a plain model.
+#include "AccessibleModel.h"
+#include "base/WString.h"
+#include "support/FailureInjection.h"
+#include "support/Random.h"
+#include "support/ViewTest.h"
+#include "view/AccessibleText.h"
+
+#include <climits>
+
+namespace {
+
+constexpr AccessibleUnit Units[] = {AccessibleUnit::Character, AccessibleUnit::Format,    AccessibleUnit::Word,
+                                    AccessibleUnit::Line,      AccessibleUnit::Paragraph, AccessibleUnit::Page,
+                                    AccessibleUnit::Document};
+
+class AccessibleRangeTest : public ViewTest {
+protected:
+    const ShownText& Shown() const { return view().Text(); }
+    AccessibleRange Range(uint32_t start, uint32_t end) const { return AccessibleRange({start, end}); }
+    TextRange Expanded(AccessibleUnit unit, uint32_t offset) const {
+        AccessibleRange range = Range(offset, offset);
+        range.Expand(Shown(), unit);
+        return range.Within(Shown());
+    }
+    std::string Read(const AccessibleRange& range, int32_t limit = -1) const {
+        const TextRange part = range.Readable(Shown(), limit);
+        std::u16string text(part.Length(), u'?');
+        Shown().Copy(part, text.data());
+        return Plain(text);
+    }
+    // All units of a text in turn, as a reader goes through it.
+    std::vector<std::string> Walked(AccessibleUnit unit) const {
+        AccessibleRange range;
+        range.Expand(Shown(), unit);
+        std::vector<std::string> units = {Read(range)};
+        while (range.Move(Shown(), unit, 1) == 1) units.push_back(Read(range));
+        return units;
+    }
+    uint32_t Find(const AccessibleRange& range, const std::u16string& wanted, bool backward, bool matchCase) const {
+        uint32_t found = 0;
+        EXPECT_TRUE(
+            range.Find(Shown(), {wanted.data(), static_cast<uint32_t>(wanted.size()), backward, matchCase}, found));
+        return found;
+    }
+};
+
+using Parts = std::vector<std::string>;
+
+TEST_F(AccessibleRangeTest, WordsHaveTheBlanksBeforeThem) {
+    Fill(u"  if (a == b)  \n\tx");
+    EXPECT_EQ(Walked(AccessibleUnit::Word), (Parts{"  if", " (", "a", " ==", " b", ")", "  ", "\n", "\\tx"}));
+    EXPECT_EQ(Walked(AccessibleUnit::Format), Walked(AccessibleUnit::Word));
+}
+
+TEST_F(AccessibleRangeTest, WordsAreThoseOfAnyScript) {
+    Fill(u"Za\u017C\u00F3\u0142\u0107, \u044F\u0437\u044B\u043A\u3000\u6F22\u5B57\u3002\u201Cq\u201D");
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 3), (TextRange{0, 6}));
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 6), (TextRange{6, 7}));
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 8), (TextRange{7, 12}));
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 13), (TextRange{12, 15})); // an ideographic space is a blank
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 17), (TextRange{17, 18})); // between quotation marks
+}
+
+// Wherever Ctrl+Right leaves the caret, the word there is what comes next and not what was passed.
+TEST_F(AccessibleRangeTest, AWordStartsAtEveryStopOfTheWordKeys) {
+    Fill(u"if (a == foo_bar) return;\n  x += 12;");
+    for (uint32_t before = UINT32_MAX; view().CaretOffset() != before; Ctrl(ViewKey::Right)) {
+        before = view().CaretOffset();
+        const uint32_t start = Expanded(AccessibleUnit::Word, before).start;
+        for (uint32_t at = start; at < before; ++at)
+            EXPECT_TRUE(AccessibleModel::IsBlank(Shown().CharacterAt(at))) << "from " << start << " to " << before;
+    }
+}
+
+TEST_F(AccessibleRangeTest, LinesHaveTheirLineFeedsAndTheLastMayBeEmpty) {
+    Fill(u"one\n\ntwo\n");
+    EXPECT_EQ(Walked(AccessibleUnit::Line), (Parts{"one\n", "\n", "two\n", ""}));
+    EXPECT_EQ(Walked(AccessibleUnit::Paragraph), Walked(AccessibleUnit::Line));
+    EXPECT_EQ(Walked(AccessibleUnit::Page), (Parts{"one\n\ntwo\n"}));
+    EXPECT_EQ(Walked(AccessibleUnit::Document), (Parts{"one\n\ntwo\n"}));
+}
+
+TEST_F(AccessibleRangeTest, ACharacterIsAWholePair) {
+    Fill(u"a\xD83D\xDE00\xDC00");
+    EXPECT_EQ(Expanded(AccessibleUnit::Character, 2), (TextRange{1, 3}));
+    EXPECT_EQ(Expanded(AccessibleUnit::Character, 3), (TextRange{3, 4})); // a half of nothing
+    EXPECT_EQ(Range(0, 4).Readable(Shown(), 2), (TextRange{0, 1}));
+    EXPECT_EQ(Range(0, 4).Readable(Shown(), 3), (TextRange{0, 3}));
+    EXPECT_EQ(Range(1, 4).Readable(Shown(), 1), (TextRange{1, 1}));
+}
+
+TEST_F(AccessibleRangeTest, AnEmptyTextHasOneEmptyUnit) {
+    for (const AccessibleUnit unit : Units) {
+        EXPECT_EQ(Walked(unit), (Parts{""}));
+        AccessibleRange range = Range(0, 0);
+        EXPECT_EQ(range.Move(Shown(), unit, -1), 0);
+        EXPECT_EQ(range.MoveEnd(Shown(), RangeEnd::End, unit, 5), 0);
+        EXPECT_EQ(range.Within(Shown()), (TextRange{0, 0}));
+    }
+    // So has a view whose document was taken away.
+    view().SetDocument(nullptr);
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 7), (TextRange{0, 0}));
+    EXPECT_EQ(Find(Range(0, 9), u"x", false, false), NoOffset);
+}
+
+TEST_F(AccessibleRangeTest, TheLargestCountsGoToTheEnds) {
+    Fill(u"one two\nthree");
+    AccessibleRange range = Range(5, 5);
+    EXPECT_EQ(range.Move(Shown(), AccessibleUnit::Line, INT_MAX), 2);
+    EXPECT_EQ(range.Within(Shown()), (TextRange{13, 13}));
+    EXPECT_EQ(range.Move(Shown(), AccessibleUnit::Line, INT_MIN), -2);
+    EXPECT_EQ(range.Within(Shown()), (TextRange{0, 0}));
+    EXPECT_EQ(range.MoveEnd(Shown(), RangeEnd::End, AccessibleUnit::Word, INT_MAX), 4);
+    EXPECT_EQ(range.MoveEnd(Shown(), RangeEnd::End, AccessibleUnit::Character, INT_MIN), -13);
+}
+
+TEST_F(AccessibleRangeTest, WhatLiesOutsideTheTextIsAtItsEnd) {
+    Fill(u"abc");
+    EXPECT_EQ(Range(7, UINT32_MAX).Within(Shown()), (TextRange{3, 3}));
+    EXPECT_EQ(Range(1, 9).Within(Shown()), (TextRange{1, 3}));
+    EXPECT_EQ(Range(5, 2).Within(Shown()), (TextRange{2, 2})); // upside down
+    EXPECT_EQ(Range(9, 9).Compare(Shown(), RangeEnd::Start, Range(0, 3), RangeEnd::End), 0);
+    AccessibleRange range = Range(8, 9);
+    EXPECT_EQ(range.Move(Shown(), AccessibleUnit::Character, -1), -1);
+    EXPECT_EQ(range.Within(Shown()), (TextRange{2, 2}));
+}
+
+TEST_F(AccessibleRangeTest, AnEndPushesTheOther) {
+    Fill(u"abcdef");
+    AccessibleRange range = Range(1, 3);
+    range.MoveEndTo(Shown(), RangeEnd::Start, Range(5, 6), RangeEnd::Start);
+    EXPECT_EQ(range.Within(Shown()), (TextRange{5, 5}));
+    range.MoveEndTo(Shown(), RangeEnd::End, Range(2, 6), RangeEnd::Start);
+    EXPECT_EQ(range.Within(Shown()), (TextRange{2, 2}));
+    EXPECT_EQ(range.Compare(Shown(), RangeEnd::End, Range(3, 3), RangeEnd::Start), -1);
+    EXPECT_EQ(Range(3, 4).Compare(Shown(), RangeEnd::End, range, RangeEnd::Start), 1);
+}
+
+TEST_F(AccessibleRangeTest, FindsInsideOnly) {
+    Fill(u"one ONE one");
+    EXPECT_EQ(Find(Range(0, 11), u"one", false, true), 0u);
+    EXPECT_EQ(Find(Range(1, 11), u"one", false, true), 8u);
+    EXPECT_EQ(Find(Range(1, 11), u"one", false, false), 4u);
+    EXPECT_EQ(Find(Range(0, 11), u"one", true, true), 8u);
+    EXPECT_EQ(Find(Range(0, 10), u"one", true, true), 0u);
+    EXPECT_EQ(Find(Range(1, 6), u"one", true, false), NoOffset);
+    EXPECT_EQ(Find(Range(0, 11), u"", false, true), NoOffset);
+}
+
+// What was typed is found before it is written back, and finding does not write it back.
+TEST_F(AccessibleRangeTest, FindsWhatIsPending) {
+    Show(u"one\ntw|\nthree");
+    Type(u"o");
+    ASSERT_TRUE(buffer().HasPendingEdit());
+    EXPECT_EQ(Find(Range(0, 13), u"two\nth", false, true), 4u);
+    EXPECT_EQ(Find(Range(0, 13), u"e\nt", true, true), 2u);
+    EXPECT_EQ(Read(Range(2, 9)), "e\ntwo\nt");
+    EXPECT_TRUE(buffer().HasPendingEdit());
+    FailEachAllocation([&] {
+        uint32_t found = 0;
+        const bool done = Range(0, 13).Find(Shown(), {u"two", 3, false, true}, found);
+        EXPECT_EQ(found, done ? 4u : NoOffset);
+        return done;
+    });
+}
+
+// Offsets far outside, and edits in between, pending ones too.
+class AccessibleRandomTest : public AccessibleRangeTest {
+protected:
+    uint32_t Offset() { return random.OneIn(10) ? UINT32_MAX - random.Below(3) : random.Below(model.text.size() + 3); }
+    int32_t Count() {
+        if (random.OneIn(20)) return random.OneIn(2) ? INT_MAX : INT_MIN;
+        return static_cast<int32_t>(random.Below(11)) - 5;
+    }
+    void Edit() {
+        constexpr Char Characters[] = {u'a', u'Z', u'_', u'.', u'(', u' ', u'\t', u'\n', 0x144, 0xD83D, 0xDE00};
+        view().MoveCaretToOffset(random.Below(model.text.size() + 1), false);
+        if (model.text.size() > 60 || random.OneIn(4)) {
+            Press(ViewKey::Delete);
+        } else {
+            const Char c = random.Pick(Characters);
+            input().OnChar(c == u'\n' ? u'\r' : c);
+        }
+        model.text = Text();
+    }
+    void Compare(const AccessibleRange& moved, TextRange expected) {
+        ASSERT_EQ(moved.Within(Shown()), expected) << Plain(model.text);
+    }
+    void Step();
+
+    Random random{20};
+    AccessibleModel model;
+    AccessibleRange range;
+    AccessibleRange other;
+};
+
+void AccessibleRandomTest::Step() {
+    const AccessibleUnit unit = random.Pick(Units);
+    const auto end = static_cast<RangeEnd>(random.Below(2));
+    const TextRange before = range.Within(Shown());
+    const int32_t count = Count();
+    int moved = 0;
+    switch (random.Below(6)) {
+    case 0: {
+        const uint32_t start = Offset();
+        range = Range(start, Offset());
+        break;
+    }
+    case 1:
+        range.Expand(Shown(), unit);
+        return Compare(range, model.Expand(unit, before.start));
+    case 2: {
+        const TextRange expected = model.Move(before, unit, count, moved);
+        ASSERT_EQ(range.Move(Shown(), unit, count), moved) << Plain(model.text) << " " << before.start;
+        return Compare(range, expected);
+    }
+    case 3: {
+        const size_t at = model.Walk(unit, end == RangeEnd::Start ? before.start : before.end, count, moved);
+        ASSERT_EQ(range.MoveEnd(Shown(), end, unit, count), moved) << Plain(model.text);
+        return Compare(range, model.Place(before, end, at));
+    }
+    case 4: {
+        const TextRange held = other.Within(Shown());
+        range.MoveEndTo(Shown(), end, other, RangeEnd::Start);
+        Compare(range, model.Place(before, end, held.start));
+        other = Range(before.start, before.end);
+        return;
+    }
+    default:
+        return Edit();
+    }
+}
+
+TEST_F(AccessibleRandomTest, TheModelAgrees) {
+    Fill(u"");
+    for (int step = 0; step < 40000; ++step) {
+        ASSERT_NO_FATAL_FAILURE(Step()) << step;
+        std::u16string copy(model.text.size(), u'?');
+        Shown().Copy({0, static_cast<uint32_t>(copy.size())}, copy.data());
+        ASSERT_EQ(copy, model.text) << step;
+        const uint32_t at = random.Below(copy.size() + 1);
+        ASSERT_EQ(Shown().CharacterAt(at), at < copy.size() ? copy[at] : u'\0') << step;
+    }
+}
+
+} // namespace
