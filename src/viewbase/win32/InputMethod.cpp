@@ -1,22 +1,11 @@
 #include "viewbase/win32/InputMethod.h"
 
 #include "base/win32/Handles.h"
+#include "base/win32/SystemLibrary.h"
 
-#include <algorithm>
 #include <imm.h>
-#include <iterator>
 
 namespace {
-
-// By its full name, so that no other library of that name is ever loaded.
-HMODULE LoadFromSystem() {
-    constexpr wchar_t Name[] = L"\\imm32.dll";
-    wchar_t path[MAX_PATH];
-    const UINT length = GetSystemDirectoryW(path, MAX_PATH);
-    if (length == 0 || length + std::size(Name) > MAX_PATH) return nullptr;
-    std::copy(std::begin(Name), std::end(Name), path + length);
-    return LoadLibraryW(path);
-}
 
 // The library and its functions, which are there once it is loaded.
 struct Library {
@@ -29,9 +18,7 @@ struct Library {
 
     bool Load();
     template <class Function> bool Find(Function& function, const char* name) const {
-        // Through void*: the system hands every function out under one type.
-        function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module.Get(), name)));
-        return function != nullptr;
+        return SystemLibrary::Find(module.Get(), function, name);
     }
 };
 
@@ -39,7 +26,7 @@ Library library;
 
 bool Library::Load() {
     if (module.IsValid()) return true;
-    module.Reset(LoadFromSystem());
+    module.Reset(SystemLibrary::Load(L"\\imm32.dll"));
     if (!module.IsValid()) return false;
     if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
         Find(associateContext, "ImmAssociateContext") && Find(setCompositionWindow, "ImmSetCompositionWindow") &&
