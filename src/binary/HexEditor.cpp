@@ -20,6 +20,7 @@ void HexEditor::SetDocument(BinaryDocument* newDocument) {
 void HexEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
 
 void HexEditor::ContentChanged() {
+    ++changeCount;
     page.Forget();
     Invalidate();
 }

@@ -54,6 +54,9 @@ public:
     void SuspendRedraw() { redraw.Suspend(); }
     void ResumeRedraw() { static_cast<void>(redraw.Resume()); }
 
+    // Grows whenever the bytes may be others.
+    uint32_t ChangeCount() const { return changeCount; }
+
     // Tells the user that this document is not to be edited.
     void ReportReadOnly();
 
@@ -87,6 +90,7 @@ private:
     HexPage page;
     uint64_t caret = 0;
     uint64_t anchor = 0;
+    uint32_t changeCount = 0;
     bool lowNibble = false; // the caret is on the low nibble of its byte
     // What the frame was told last.
     bool statusSent = false;
