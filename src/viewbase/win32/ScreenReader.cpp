@@ -1,0 +1,93 @@
+#include "viewbase/win32/ScreenReader.h"
+
+#include "viewbase/win32/AccessibleLibraries.h"
+#include "viewbase/win32/ViewAccessible.h"
+
+namespace {
+
+constexpr DWORD TextSelectionChanged = 0x8014; // EVENT_OBJECT_TEXTSELECTIONCHANGED
+
+} // namespace
+
+ViewProvider* ScreenReader::Provider(HWND window) {
+    if (!provider.IsValid()) provider.Reset(new ViewProvider(window, source));
+    return provider.Get();
+}
+
+LRESULT ScreenReader::Answer(HWND window, WPARAM wparam, LPARAM lparam) {
+    // The number is a signed one of 32 bits, which not every sender extends.
+    const auto object = static_cast<LONG>(lparam);
+    if (object != Uia::RootObject && object != static_cast<LONG>(OBJID_CLIENT)) return 0;
+    isAsked = true;
+    if (!provider.IsValid()) changes.Skip(source.Accessible().State()); // it reads that by itself
+    if (!Provider(window)) return 0;
+    if (object == static_cast<LONG>(OBJID_CLIENT)) return AnswerClassic(window, wparam);
+    const auto* automation = AccessibleLibraries::GetAutomation();
+    return automation ? automation->returnProvider(window, wparam, object, provider.Get()) : 0;
+}
+
+LRESULT ScreenReader::AnswerClassic(HWND window, WPARAM wparam) {
+    const auto* classic = AccessibleLibraries::GetClassic();
+    if (!classic) return 0;
+    void* standard = nullptr;
+    if (FAILED(classic->standardObject(window, OBJID_CLIENT, __uuidof(IAccessible), &standard))) standard = nullptr;
+    const ComReference<IAccessible> ofSystem(static_cast<IAccessible*>(standard));
+    const ComReference<IAccessible> object(new ViewAccessible(*provider.Get(), ofSystem.Get()));
+    return object.IsValid() ? classic->resultFromObject(__uuidof(IAccessible), wparam, object.Get()) : 0;
+}
+
+void ScreenReader::Shown(HWND window) {
+    if (!isAsked) return;
+    changes.DocumentShown();
+    Changed(window);
+}
+
+void ScreenReader::StartTimer(HWND window) { timerSet = timer.Set(window, TimerNumber, Delay); }
+
+void ScreenReader::OnTimer(HWND window) {
+    timer.Stop();
+    timerSet = false;
+    const AccessibleState now = source.Accessible().State();
+    if (GetFocus() != window) return changes.Skip(now);
+    Tell(window, changes.Take(now));
+}
+
+void ScreenReader::Tell(HWND window, const AccessibleEvents& events) {
+    if (events.focus) NotifyWinEvent(EVENT_OBJECT_FOCUS, window, OBJID_CLIENT, CHILDID_SELF);
+    if (events.value) NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
+    if (events.selection) NotifyWinEvent(TextSelectionChanged, window, OBJID_CLIENT, CHILDID_SELF);
+    const auto* automation = AccessibleLibraries::LoadedAutomation();
+    if (automation && automation->areClientsListening() && Provider(window)) TellAutomation(events);
+}
+
+// The value last: a client may read what the events before it have announced.
+void ScreenReader::TellAutomation(const AccessibleEvents& events) {
+    const auto* automation = AccessibleLibraries::LoadedAutomation();
+    // A client that is told may have the window closed before the next event.
+    ComReference<ViewProvider> told;
+    told.Share(provider.Get());
+    const bool hasText = told->Element().HasText();
+    if (events.focus) automation->raiseEvent(told.Get(), Uia::FocusChanged);
+    if (events.text && hasText) automation->raiseEvent(told.Get(), Uia::TextChanged);
+    if (events.selection && hasText) automation->raiseEvent(told.Get(), Uia::SelectionChanged);
+    if (!events.value || told->IsCut()) return;
+    VARIANT before = {};
+    VARIANT now = {};
+    if (AccessibleTexts::GetValue(told->Element(), now.bstrVal) != S_OK) return;
+    const AccessibleLibraries::HeldText value(now.bstrVal);
+    now.vt = VT_BSTR;
+    automation->raisePropertyChange(told.Get(), UIA_ValueValuePropertyId, before, now);
+}
+
+void ScreenReader::Leave() {
+    timer.Stop();
+    timerSet = false;
+    if (!provider.IsValid()) return;
+    provider->Cut();
+    if (const auto* automation = AccessibleLibraries::LoadedAutomation()) {
+        // Both let go of what clients still hold: of the window's and of the element's.
+        automation->returnProvider(provider->Window(), 0, 0, nullptr);
+        automation->disconnect(provider.Get());
+    }
+    provider.Reset();
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "viewbase/AccessibleChanges.h"
+#include "viewbase/win32/ViewProvider.h"
+
+// What a window has to do with screen readers: answers them, and tells them of changes. Nothing is loaded, made or told
+// before one has asked a window of the process.
+//
+// Changes are told by the window that has the focus, of all kinds together, and no sooner than a timer after the first
+// of them: a reader hears of them when the user has paused, or some thirty times a second, and not once for each of
+// 10,000 lines.
+class ScreenReader : Guard {
+public:
+    static constexpr UINT Delay = 30; // milliseconds
+
+    explicit ScreenReader(AccessibleWindow& shower) : source(shower) {}
+    ~ScreenReader() { Leave(); }
+
+    // WM_GETOBJECT: the answer, or 0 when it is the system's to answer.
+    LRESULT Answer(HWND window, WPARAM wparam, LPARAM lparam);
+    // The window shows the view from now on, without a change of the focus, which it had already.
+    void Shown(HWND window);
+    // Something may be different: the caret has moved, or something is painted again.
+    void Changed(HWND window) {
+        if (isAsked && !timerSet) StartTimer(window);
+    }
+    // WM_TIMER of the number below.
+    static constexpr UINT_PTR TimerNumber = 2;
+    void OnTimer(HWND window);
+    // The window, which is still there, shows the view no more.
+    void Leave();
+
+private:
+    // Null without memory.
+    ViewProvider* Provider(HWND window);
+    void StartTimer(HWND window);
+    LRESULT AnswerClassic(HWND window, WPARAM wparam);
+    void Tell(HWND window, const AccessibleEvents& events);
+    void TellAutomation(const AccessibleEvents& events);
+
+    static inline bool isAsked = false; // by whomever, any window of the process
+
+    AccessibleWindow& source;
+    ComReference<ViewProvider> provider;
+    AccessibleChanges changes;
+    WindowTimer timer;
+    bool timerSet = false;
+};

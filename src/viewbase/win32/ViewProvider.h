@@ -1,0 +1,55 @@
+#pragma once
+
+#include "viewbase/AccessibleElement.h"
+#include "viewbase/win32/AccessibleInterfaces.h"
+#include "viewbase/win32/ComObject.h"
+
+class ViewProvider;
+
+// A window that can tell screen readers what it shows.
+class AccessibleWindow {
+public:
+    virtual AccessibleElement& Accessible() = 0;
+    // The text pattern of what is shown, with a reference for the caller. Null without memory, and when nothing is read
+    // as a text.
+    virtual IUnknown* MakeTextPattern(ViewProvider& provider) = 0;
+
+protected:
+    ~AccessibleWindow() = default;
+};
+
+// What UI Automation gets to know of a view's window: an element with a name, a value and perhaps a text. It is also
+// the link that all other objects for clients hold to the view. A client may keep them longer than there is a window:
+// the view cuts the link (Cut), and whatever is called from then on answers that the element is not available.
+//
+// Every call comes on the thread of the window, here and in all objects that are had from here. The element asks for it
+// (ProviderOptions_UseComThreading), and the thread is a single-threaded apartment (ProcessSetup). Nothing is locked.
+class ViewProvider final : public ComObject<IRawElementProviderSimple> {
+public:
+    ViewProvider(HWND shown, AccessibleWindow& shower) : window(shown), source(&shower) {}
+
+    // The window is gone, or shows another view.
+    void Cut() { source = nullptr; }
+    bool IsCut() const { return source == nullptr; }
+    // The rest is for as long as the link is not cut.
+    HWND Window() const { return window; }
+    AccessibleElement& Element() const { return source->Accessible(); }
+    bool HasFocus() const { return GetFocus() == window; }
+
+    // IRawElementProviderSimple.
+    HRESULT STDMETHODCALLTYPE get_ProviderOptions(ProviderOptions* out) override;
+    HRESULT STDMETHODCALLTYPE GetPatternProvider(PATTERNID pattern, IUnknown** out) override;
+    HRESULT STDMETHODCALLTYPE GetPropertyValue(PROPERTYID property, VARIANT* out) override;
+    HRESULT STDMETHODCALLTYPE get_HostRawElementProvider(IRawElementProviderSimple** out) override;
+
+private:
+    HWND window;
+    AccessibleWindow* source;
+};
+
+// Sets the value of an out parameter for a client. The texts of elements, as clients get them: E_OUTOFMEMORY without
+// memory.
+namespace AccessibleTexts {
+HRESULT GetName(const AccessibleElement& element, BSTR& out);
+HRESULT GetValue(AccessibleElement& element, BSTR& out);
+} // namespace AccessibleTexts
