@@ -1,5 +1,6 @@
 #pragma once
 
+#include "binary/HexAccessible.h"
 #include "binary/HexFind.h"
 #include "binary/HexInput.h"
 #include "binary/HexRows.h"
@@ -30,6 +31,9 @@ public:
     bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }
     bool FindNext(bool backward, uint32_t) override { return HexFind::FindNext(editor, backward); }
 
+    // AccessibleWindow.
+    AccessibleElement& Accessible() override { return accessible; }
+
     // EditorSurface.
     void ShowFindDialog() override;
     void ShowGoToDialog() override;
@@ -40,6 +44,7 @@ protected:
 private:
     HexEditor editor{*this};
     HexInput input{editor};
+    HexAccessible accessible{editor};
     HexRows rows;
     InputMethod::SwitchedOff noComposition; // hex digits are keys
 };

@@ -3,6 +3,7 @@
 #include "settings/win32/DrawingObjects.h"
 #include "view/win32/GoToLineDialog.h"
 #include "view/win32/ReplaceDialog.h"
+#include "view/win32/TextPattern.h"
 #include "viewbase/win32/FindDialog.h"
 #include "viewbase/win32/InputMethod.h"
 #include "viewbase/win32/TextPainter.h"
@@ -35,6 +36,8 @@ LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
 void TextView::PaintRows(HDC target, int top, int bottom) {
     if (plan.Begin(editor, top, bottom)) Draw(target, plan);
 }
+
+IUnknown* TextView::MakeTextPattern(ViewProvider& provider) { return new TextPattern(provider, accessible); }
 
 CharWidths& TextView::Widths() { return ViewFont::Widths(); }
 

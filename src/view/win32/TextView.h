@@ -1,5 +1,6 @@
 #pragma once
 
+#include "view/AccessibleText.h"
 #include "view/EditorFind.h"
 #include "view/RowPlan.h"
 #include "view/TextInput.h"
@@ -35,6 +36,10 @@ public:
     void ShowFindDialog() override;
     void ShowGoToDialog() override;
 
+    // AccessibleWindow.
+    AccessibleElement& Accessible() override { return accessible; }
+    IUnknown* MakeTextPattern(ViewProvider& provider) override;
+
     // TextSurface.
     CharWidths& Widths() override;
     void ScrollPicture(int32_t pixels) override;
@@ -48,5 +53,6 @@ protected:
 private:
     TextEditor editor{*this, *this};
     TextInput input{editor};
+    AccessibleText accessible{editor};
     RowPlan plan;
 };

@@ -37,11 +37,13 @@ void EditorWindow::DestroyView() {
 Document* EditorWindow::Attach(HWND newWindow) {
     Document* document = View::Attach(newWindow);
     Input().OnAttached();
+    if (focused) reader.Shown(window);
     return document;
 }
 
 void EditorWindow::Detach() {
     EndDrag(); // the window, still ours, gets the message that it has lost the mouse
+    reader.Leave();
     View::Detach();
 }
 
@@ -69,21 +71,22 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         return 1;
     case WM_TIMER:
         if (wparam == DragTimerNumber) Input().Drag().OnTimer();
+        if (wparam == ScreenReader::TimerNumber) reader.OnTimer(window);
         return 0;
+    case WM_GETOBJECT:
+        if (const LRESULT answer = reader.Answer(window, wparam, lparam)) return answer;
+        break;
     case WM_HSCROLL:
         OnScrollMessage(ScrollAxis::Horizontal, LOWORD(wparam));
         return 0;
     case WM_VSCROLL:
         OnScrollMessage(ScrollAxis::Vertical, LOWORD(wparam));
         return 0;
-    case WM_MOUSEWHEEL:
-        OnWheel(wparam);
-        return 0;
-    case WM_MOUSEHWHEEL:
-        OnSidewaysWheel(wparam);
-        return 0;
     case WM_CONTEXTMENU:
         if (OnContextMenu(lparam)) return 0;
+        break;
+    case WM_DESTROY:
+        reader.Leave();
         break;
     case WM_NCDESTROY:
         // The system does not say so.
@@ -111,6 +114,12 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CAPTURECHANGED:
         dragTimer.Stop();
         Input().Drag().OnCaptureLost();
+        return true;
+    case WM_MOUSEWHEEL:
+        OnWheel(wparam);
+        return true;
+    case WM_MOUSEHWHEEL:
+        OnSidewaysWheel(wparam);
         return true;
     default:
         return false;
@@ -173,7 +182,9 @@ ClientSize EditorWindow::Size() const {
 const ViewMetrics& EditorWindow::Metrics() const { return ViewFont::Metrics(); }
 
 void EditorWindow::InvalidateAll() {
-    if (window) InvalidateRect(window, nullptr, TRUE);
+    if (!window) return;
+    InvalidateRect(window, nullptr, TRUE);
+    reader.Changed(window);
 }
 
 void EditorWindow::InvalidateStrip(int32_t top, int32_t bottom) {
@@ -183,10 +194,13 @@ void EditorWindow::InvalidateStrip(int32_t top, int32_t bottom) {
     strip.top = top;
     strip.bottom = bottom;
     InvalidateRect(window, &strip, TRUE);
+    reader.Changed(window);
 }
 
 void EditorWindow::ShowCaretAt(ClientPoint point) {
-    if (window) View::ShowCaretAt({point.x, point.y}, Metrics());
+    if (!window) return;
+    View::ShowCaretAt({point.x, point.y}, Metrics());
+    reader.Changed(window);
 }
 
 void EditorWindow::RenewCaret() {

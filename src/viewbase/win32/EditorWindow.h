@@ -2,11 +2,12 @@
 
 #include "viewbase/EditorInput.h"
 #include "viewbase/RowPicture.h"
+#include "viewbase/win32/ScreenReader.h"
 #include "viewbase/win32/View.h"
 
 // The window half that the text view and the hex view have in common: routes messages to an editor,
 // which decides everything, and shows what it answers. DestroyView destroys it and takes it out of its document.
-class EditorWindow : public View, public EditorSurface {
+class EditorWindow : public View, public EditorSurface, public AccessibleWindow {
 public:
     // Draws the rows that the client pixels [top, bottom) touch, all rows when that is empty.
     virtual void PaintRows(HDC target, int top, int bottom) = 0;
@@ -46,6 +47,9 @@ public:
     View* AsView() override { return this; }
     void DestroyView() override;
 
+    // AccessibleWindow.
+    IUnknown* MakeTextPattern(ViewProvider&) override { return nullptr; }
+
 protected:
     virtual EditorInput& Input() = 0;
     // Makes a window inside `parent` and attaches it; none when that is null. False on failure.
@@ -62,6 +66,7 @@ private:
     void OnSidewaysWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
 
+    ScreenReader reader{*this};
     MouseCapture capture;               // while dragging
     WindowTimer dragTimer;              // while dragging
     HCURSOR cursorBeforeWait = nullptr; // the pointer may be over a dialog

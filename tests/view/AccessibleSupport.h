@@ -1,0 +1,120 @@
+#pragma once
+
+#include "CallCounter.h"
+#include "TextViewTest.h"
+#include "viewbase/win32/AccessibleLibraries.h"
+
+#include <utility>
+
+// What the automation library was called with. Its functions are found once in a process, so that these are put in
+// their places before, for all tests.
+class AutomationCalls {
+public:
+    struct Event {
+        IRawElementProviderSimple* provider;
+        int number; // of the event, or of the property
+        std::u16string value;
+    };
+
+    static bool Install() {
+        static const bool installed = [] {
+            const ReplacedImport find("GetProcAddress", reinterpret_cast<void*>(Find));
+            real = reinterpret_cast<decltype(real)>(find.Original());
+            return find.IsImported() && AccessibleLibraries::GetAutomation() && AccessibleLibraries::GetClassic();
+        }();
+        return installed && returnProvider && disconnect;
+    }
+
+    static inline IRawElementProviderSimple* returned = nullptr; // to the last WM_GETOBJECT; not counted
+    static inline std::vector<IRawElementProviderSimple*> disconnected;
+    static inline std::vector<Event> events;
+    static inline bool isListening = true;
+
+private:
+    static FARPROC WINAPI Find(HMODULE library, const char* name) {
+        const FARPROC found = real(library, name);
+        const std::string wanted = name;
+        const auto replace = [&](auto& original, auto* replacement) {
+            original = reinterpret_cast<std::remove_reference_t<decltype(original)>>(reinterpret_cast<void*>(found));
+            return reinterpret_cast<FARPROC>(reinterpret_cast<void*>(replacement));
+        };
+        if (wanted == "UiaReturnRawElementProvider") return replace(returnProvider, Return);
+        if (wanted == "UiaDisconnectProvider") return replace(disconnect, Disconnect);
+        if (wanted == "UiaRaiseAutomationEvent") return replace(raiseEvent, Raise);
+        if (wanted == "UiaRaiseAutomationPropertyChangedEvent") return replace(raiseChange, RaiseChange);
+        if (wanted == "UiaClientsAreListening") return replace(listening, IsListening);
+        return found;
+    }
+    static LRESULT WINAPI Return(HWND window, WPARAM wparam, LPARAM lparam, IRawElementProviderSimple* provider) {
+        returned = provider;
+        return returnProvider(window, wparam, lparam, provider);
+    }
+    static HRESULT WINAPI Disconnect(IRawElementProviderSimple* provider) {
+        disconnected.push_back(provider);
+        return disconnect(provider);
+    }
+    static HRESULT WINAPI Raise(IRawElementProviderSimple* provider, EVENTID event) {
+        events.push_back({provider, event, u""});
+        return raiseEvent(provider, event);
+    }
+    static HRESULT WINAPI RaiseChange(IRawElementProviderSimple* provider, PROPERTYID property, VARIANT before,
+                                      VARIANT after) {
+        events.push_back({provider, property, FromWide(after.bstrVal)});
+        return raiseChange(provider, property, before, after);
+    }
+    static BOOL WINAPI IsListening() { return isListening; }
+
+    static inline FARPROC(WINAPI* real)(HMODULE, const char*) = nullptr;
+    static inline decltype(AccessibleLibraries::Automation::returnProvider) returnProvider = nullptr;
+    static inline decltype(AccessibleLibraries::Automation::disconnect) disconnect = nullptr;
+    static inline decltype(AccessibleLibraries::Automation::raiseEvent) raiseEvent = nullptr;
+    static inline decltype(AccessibleLibraries::Automation::raisePropertyChange) raiseChange = nullptr;
+    static inline decltype(AccessibleLibraries::Automation::areClientsListening) listening = nullptr;
+};
+
+// A text that a client was given, freed.
+inline std::u16string Taken(BSTR text) {
+    std::u16string out(text ? FromWide(text) : u"<none>", text ? SysStringLen(text) : 6);
+    SysFreeString(text);
+    return out;
+}
+
+// A text view that screen readers ask.
+class AccessibleViewTest : public TextViewTest {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
+        ASSERT_TRUE(AutomationCalls::Install());
+        AutomationCalls::events.clear();
+        AutomationCalls::disconnected.clear();
+        AutomationCalls::isListening = true;
+        ASSERT_NO_FATAL_FAILURE(TextViewTest::SetUp());
+    }
+    void TearDown() override {
+        TextViewTest::TearDown();
+        OleUninitialize();
+    }
+    HWND Window() const { return view->GetWindow(); }
+    void FocusView() const {
+        SetForegroundWindow(frame);
+        SetFocus(Window());
+        ASSERT_EQ(GetFocus(), Window());
+    }
+    // The element that the window answers with, counted for the caller.
+    IRawElementProviderSimple* Ask() const {
+        AutomationCalls::returned = nullptr;
+        SendMessageW(Window(), WM_GETOBJECT, 0, Uia::RootObject);
+        if (AutomationCalls::returned) AutomationCalls::returned->AddRef();
+        return AutomationCalls::returned;
+    }
+    // Null when the element has no such pattern.
+    template <class Pattern> static Pattern* PatternOf(IRawElementProviderSimple* element, PATTERNID number) {
+        IUnknown* made = nullptr;
+        EXPECT_EQ(element->GetPatternProvider(number, &made), S_OK);
+        void* pattern = nullptr;
+        if (!made) return nullptr;
+        EXPECT_EQ(made->QueryInterface(__uuidof(Pattern), &pattern), S_OK);
+        made->Release();
+        return static_cast<Pattern*>(pattern);
+    }
+};
