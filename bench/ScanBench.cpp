@@ -2,6 +2,7 @@
 #include "SampleText.h"
 
 #include "base/Scan.h"
+#include "base/ScanUtf8.h"
 
 #include <cstring>
 #include <string>
@@ -16,6 +17,7 @@ namespace {
 constexpr double ForCounting = 1.25;
 constexpr double ForFinding = 2.0;
 constexpr double ForFindingAnyCase = 2.5;
+constexpr double ForChinese = 5.0; // for 0.2
 
 struct Sample {
     std::u16string text;
@@ -93,6 +95,34 @@ void CompareFinding(Sample& sample, bool matchCase) {
     sample.text.replace(0, unique.size(), unique.size(), u' ');
 }
 
+// Bytes of a text in UTF-8 against copying them.
+void CompareValidity(const char* name, const std::string& text, double wanted) {
+    const auto* const bytes = reinterpret_cast<const uint8_t*>(text.data());
+    const size_t count = text.size();
+    std::vector<char> copy(count);
+    Bench::Check(Scan::ValidUtf8(bytes, count) == count, "valid UTF-8");
+    const auto copyAll = [&] {
+        std::memcpy(copy.data(), text.data(), count);
+        Bench::Keep(copy);
+    };
+    Bench::Compare(
+        name, [=] { Bench::Keep(Scan::ValidUtf8(bytes, count)); }, copyAll, wanted);
+}
+
+std::string Ascii(std::string text) {
+    for (char& c : text) c = static_cast<char>(c & 0x7F);
+    return text;
+}
+
+std::string Chinese(size_t size) {
+    std::string text;
+    while (text.size() < size) {
+        for (int i = 0; i < 30; ++i) text += i % 2 ? "\xE4\xB8\xAD" : "\xE6\x96\x87";
+        text += "\xE3\x80\x82\n";
+    }
+    return text;
+}
+
 } // namespace
 
 int main() {
@@ -100,5 +130,7 @@ int main() {
     CompareCounting(sample);
     CompareFinding(sample, true);
     CompareFinding(sample, false);
+    CompareValidity("ValidUtf8, ASCII", Ascii(Bench::SampleBytes()), ForFinding);
+    CompareValidity("ValidUtf8, Chinese", Chinese(Bench::SampleSize), ForChinese);
     return Bench::ExitStatus();
 }

@@ -1,5 +1,7 @@
 #include "base/CodePage.h"
+#include "base/ScanUtf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -31,6 +33,23 @@ std::vector<uint8_t> Encode(const Char* text, size_t count) {
     return bytes;
 }
 
+// What is valid is just what comes back; it is converted as the plain rules say.
+void CheckValidity(const uint8_t* data, size_t size, const std::vector<Char>& text, const std::vector<uint8_t>& back) {
+    const size_t valid = Scan::ValidUtf8(data, size);
+    Require(valid == Scan::Reference::ValidUtf8(data, size));
+    Require((valid == size) == (back.size() == size && std::equal(back.begin(), back.end(), data)));
+    if (valid < size) return;
+    std::vector<Char> plain = text;
+    for (Char& c : plain)
+        if (c == 0) c = u' ';
+    Scan::BreakCounts wanted;
+    plain.resize(Scan::CopyWithLineFeeds(plain.data(), plain.size(), plain.data(), wanted).written);
+    std::vector<Char> fast(size);
+    Scan::BreakCounts breaks;
+    fast.resize(Scan::WidenUtf8(data, size, fast.data(), breaks).written);
+    Require(fast == plain && breaks.lineFeeds == wanted.lineFeeds && breaks.returns == wanted.returns);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -38,6 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::vector<uint8_t> bytes = Encode(text.data(), text.size());
     Require(Decode(bytes.data(), bytes.size()) == text);
     Require(WholeCharacters(CodePage::Utf8, data, size) <= size);
+    CheckValidity(data, size, text, bytes);
 
     // The same bytes as UTF-16, lone surrogates and all.
     std::vector<Char> units(size / 2);
