@@ -3,6 +3,7 @@
 #include "app/DocumentDisplay.h"
 #include "app/DocumentHold.h"
 #include "app/DocumentList.h"
+#include "app/SaveEncodings.h"
 #include "app/SaveQuestions.h"
 #include "app/ScreenBatch.h"
 #include "app/UserPrompt.h"
@@ -19,8 +20,7 @@ void DocumentSaver::SaveAll() {
 }
 
 bool DocumentSaver::Choose(Document& document, bool askForName, SaveChoice& choice) {
-    const Char* const* names = nullptr;
-    if (!document.GetEncoding(choice.encoding, names)) choice.encoding = Encoding::Keep;
+    choice.encoding = EncodingToSave(document);
     return askForName ? saveDialog.AskSave(document, choice) : choice.path.Assign(document.GetName());
 }
 

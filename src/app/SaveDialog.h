@@ -13,7 +13,7 @@ struct SaveChoice {
 // Asks where and how to save. Messages are handled meanwhile.
 class SaveDialog {
 public:
-    // False when cancelled; `choice` may have changed.
+    // `choice` comes with the encoding that is to be chosen at first. False when cancelled; `choice` may have changed.
     [[nodiscard]] virtual bool AskSave(const Document& document, SaveChoice& choice) = 0;
 
 protected:

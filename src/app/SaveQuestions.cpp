@@ -1,9 +1,9 @@
 #include "app/SaveQuestions.h"
 
 #include "app/SaveDialog.h"
+#include "app/SaveEncodings.h"
 #include "app/UserPrompt.h"
 #include "base/Platform.h"
-#include "base/RoundTrip.h"
 #include "base/TextFormat.h"
 #include "document/TextBuffer.h"
 
@@ -14,14 +14,6 @@ TextBuffer* AsText(Document& document) {
     Encoding encoding = Encoding::Ansi;
     const Char* const* names = nullptr;
     return document.GetEncoding(encoding, names) ? static_cast<TextBuffer*>(&document) : nullptr;
-}
-
-// Whether a file in that encoding would hold every character.
-bool CanHold(Encoding encoding, TextBuffer& text) {
-    if (encoding == Encoding::Unicode || encoding == Encoding::UnicodeBigEndian) return true;
-    // Without memory for the line that is being typed the save fails as well, and says so.
-    if (!text.CommitEdit()) return true;
-    return KeepsText(encoding == Encoding::Utf8 ? CodePage::Utf8 : CodePage::Ansi, text.Content(), text.Length());
 }
 
 bool IsOwnFile(const Document& document, const Char* path) {

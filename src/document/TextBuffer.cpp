@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr const Char* EncodingNames[EncodingCount] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
+constexpr const Char* EncodingNames[EncodingCount] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8",
+                                                      u"UTF8 without signature"};
 
 TextViewFactory viewFactory = nullptr;
 const PollTimer* timer = nullptr;
@@ -52,8 +53,9 @@ uint32_t TextBuffer::Release() {
 
 // The content as a whole.
 
-bool TextBuffer::MakeEmpty(bool isNew) {
-    if (isNew && additionalSettings.UnixNewFiles) lineEnding = LineEnding::Unix;
+bool TextBuffer::MakeEmpty(bool asNew) {
+    isNew = asNew;
+    if (asNew && additionalSettings.UnixNewFiles) lineEnding = LineEnding::Unix;
     parts.store.Release();
     parts.editLine.Release();
     pipeline.TellReplaced();
@@ -96,9 +98,8 @@ bool TextBuffer::EmptyAndResetUndo() {
 bool TextBuffer::Load(const Char* fileName, bool createNew) {
     if (createNew) return MakeNew(fileName);
     Clear(false);
-    Platform::ByteBlock file;
     DecodedText decoded;
-    if (!Platform::ReadWholeFile(fileName, file, &fileTime) || !DecodeText(file, decoded)) return false;
+    if (!ReadTextFile(fileName, decoded, fileTime)) return false;
     // Before the text is taken over, so that a failed load leaves none.
     if (decoded.text && !SetPath(fileName)) return false;
     encoding = decoded.encoding;
@@ -113,6 +114,7 @@ void TextBuffer::TakeText(DecodedText& decoded) {
     encoding = decoded.encoding;
     lineEnding = decoded.style;
     losesBytes = decoded.losesBytes;
+    isNew = false;
     parts.store.Take(decoded.text, decoded.capacity, {decoded.length, decoded.lineCount - 1});
     decoded.text = nullptr;
     pipeline.Views().LineCountChanged();
@@ -128,10 +130,9 @@ void TextBuffer::TakeRecovered(DecodedText& recovered) {
 
 // Read before the old text goes: a file that was deleted or locked meanwhile must not cost it.
 bool TextBuffer::Reload() {
-    Platform::ByteBlock file;
     DecodedText decoded;
     Platform::FileTime time = 0;
-    if (!Platform::ReadWholeFile(path.Text(), file, &time) || !DecodeText(file, decoded) || !decoded.text) return false;
+    if (!ReadTextFile(path.Text(), decoded, time) || !decoded.text) return false;
     const EditPipeline::Operation operation(pipeline);
     Clear(false);
     fileTime = time;
@@ -151,7 +152,7 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     if (saved || Platform::CompareNames(file, path.Text()) == 0) fileTime = time;
     if (saved) {
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
-        losesBytes = false;
+        losesBytes = isNew = false;
         pipeline.History().MarkSaved();
         pipeline.Journal().IsInFile(TextJournal::Origin::Saved, fileTime);
         NotifyModified();

@@ -40,7 +40,7 @@ public:
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
     // A new document is the user's and not yet in any file: it gets the line ends that those are to have.
-    [[nodiscard]] bool MakeEmpty(bool isNew = false);
+    [[nodiscard]] bool MakeEmpty(bool asNew = false);
     [[nodiscard]] bool MakeNew(const Char* name);
     // With `createNew` a new, empty document of that name, else the file's content.
     [[nodiscard]] bool Load(const Char* fileName, bool createNew);

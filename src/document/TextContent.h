@@ -17,6 +17,8 @@ public:
     // Whether saving over the file that was loaded would change bytes that nobody has edited, beside line breaks: not
     // all of them have become characters that become them again.
     bool LosesBytes() const { return losesBytes; }
+    // Whether it was made as a new document and is in no file yet.
+    bool IsNew() const { return isNew; }
 
     // A line past the end yields the start of the last one; no column is clamped.
     uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
@@ -63,6 +65,7 @@ protected:
     TextParts parts;
     bool readOnly = false;
     bool losesBytes = false;
+    bool isNew = false;
     SyntaxEngine* engine = nullptr;
 };
 

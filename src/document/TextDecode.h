@@ -1,26 +1,8 @@
 #pragma once
 
-#include "base/Heap.h"
 #include "base/Platform.h"
-#include "document/Encoding.h"
+#include "document/DecodedText.h"
 
-// The content of a file as a document holds it: line feeds only, followed by a NUL that is not counted.
-struct DecodedText {
-    Char* text = nullptr; // owned; null when the code page could not convert the file
-    uint32_t capacity = 0;
-    uint32_t length = 0;
-    uint32_t lineCount = 1;
-    LineEnding style = LineEnding::Dos;
-    Encoding encoding = Encoding::Ansi;
-    // Written back in the same encoding, the text does not give the file's bytes, line breaks aside.
-    bool losesBytes = false;
-
-    DecodedText() = default;
-    ~DecodedText() { Heap::Free(text); }
-    DecodedText(const DecodedText&) = delete;
-    DecodedText& operator=(const DecodedText&) = delete;
-};
-
-// Decodes the bytes of a whole file, which it may change and take over. `out` is a fresh one. False when
-// memory runs out.
-bool DecodeText(Platform::ByteBlock& file, DecodedText& out);
+// Reads and decodes a file of at most Platform::LargestWholeFile bytes, in pieces. `out` is a fresh one; `time` gets
+// the time of the file's last write. False when the file cannot be read, or without memory; `time` is then as it was.
+[[nodiscard]] bool ReadTextFile(const Char* name, DecodedText& out, Platform::FileTime& time);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/CodePage.h"
 #include "document/Encoding.h"
 
 // The first bytes of a file in an encoding.
@@ -8,10 +9,12 @@ struct Signature {
     uint8_t count;
 };
 constexpr Signature Signatures[EncodingCount] = {
-    {{}, 0},
-    {{0xFF, 0xFE}, 2},
-    {{0xFE, 0xFF}, 2},
-    {{0xEF, 0xBB, 0xBF}, 3},
+    {{}, 0}, {{0xFF, 0xFE}, 2}, {{0xFE, 0xFF}, 2}, {{0xEF, 0xBB, 0xBF}, 3}, {{}, 0},
 };
 
 constexpr const Signature& SignatureOf(Encoding encoding) { return Signatures[static_cast<uint32_t>(encoding)]; }
+
+// Of an encoding that is not one of UTF-16: what its files are written in.
+constexpr CodePage PageOf(Encoding encoding) {
+    return encoding == Encoding::Utf8 || encoding == Encoding::PlainUtf8 ? CodePage::Utf8 : CodePage::Ansi;
+}

@@ -76,10 +76,9 @@ private:
 
 bool ReadFile(const JournalReader& journal, DecodedText& out) {
     const JournalSubject& subject = journal.Subject();
-    Platform::ByteBlock file;
     Platform::FileTime time = 0;
-    return Platform::ReadWholeFile(journal.Name().Text(), file, &time) && time == subject.fileTime &&
-           file.size == subject.fileSize && DecodeText(file, out) && out.text;
+    return ReadTextFile(journal.Name().Text(), out, time) && time == subject.fileTime &&
+           out.fileSize == subject.fileSize && out.text;
 }
 
 // False when there is no further change that is good.

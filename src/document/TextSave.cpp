@@ -72,7 +72,7 @@ private:
             Scan::SwapBytes(chunk, count, characters);
             return out.Take(characters, count * sizeof(Char));
         }
-        return GiveConverted(encoding == Encoding::Utf8 ? CodePage::Utf8 : CodePage::Ansi, chunk, count, out);
+        return GiveConverted(PageOf(encoding), chunk, count, out);
     }
 
     // In halves when the bytes of the whole have no room.

@@ -75,6 +75,24 @@ TEST_F(FrameSaveTest, WhatIsChosenIsWritten) {
     EXPECT_EQ(WindowItems(), Names{L"&1 " + Path(L"4.txt")});
 }
 
+TEST_F(FrameSaveTest, WithUtf8SetTheListHasTheOneWithoutASignatureToo) {
+    ASSERT_TRUE(files::Write(files::SettingsPath(), "[General]\r\nUtf8=1\r\n"));
+    ASSERT_TRUE(OpenFile(L"a.txt", "\xC5\x82\nb"));
+    ASSERT_TRUE(OpenSaveAs());
+    EXPECT_EQ(ListItems(EncodingList),
+              (Names{L"ANSI", L"Unicode", L"Unicode Big Endian", L"UTF8", L"UTF8 without signature"}));
+    EXPECT_EQ(Selected(EncodingList), 4);
+    ASSERT_TRUE(Choose(EncodingList, L"UTF8"));
+    ASSERT_TRUE(TypeFileName(Path(L"b.txt")));
+    EXPECT_TRUE(WaitForFile(L"b.txt"));
+    EXPECT_EQ(files::Read(Path(L"b.txt")), "\xEF\xBB\xBF\xC5\x82\nb");
+    ASSERT_TRUE(OpenSaveAs());
+    ASSERT_TRUE(Choose(EncodingList, L"UTF8 without signature"));
+    ASSERT_TRUE(TypeFileName(Path(L"c.txt")));
+    EXPECT_TRUE(WaitForFile(L"c.txt"));
+    EXPECT_EQ(files::Read(Path(L"c.txt")), "\xC5\x82\nb");
+}
+
 TEST_F(FrameSaveTest, AnExistingFileIsReplacedOnYesOnly) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     ASSERT_TRUE(files::Write(Path(L"b.txt"), "old"));

@@ -1,12 +1,13 @@
 #include "document/TextBuffer.h"
+#include "settings/AdditionalSettings.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <unistd.h>
 
-// The first byte chooses encoding and style, the rest is the content of a file. It is loaded, saved and
-// loaded again; what comes back must be the text that was there, as far as the encoding can hold it.
+// The first byte chooses encoding and style, and its top bit turns UTF-8 on; the rest is the content of a file. It is
+// loaded, saved and loaded again; what comes back must be the text that was there, as far as the encoding can hold it.
 
 namespace {
 
@@ -45,6 +46,18 @@ Encoding EncodingOf(const Held& document) {
     return current;
 }
 
+// Whether a text is one that saving in UTF-8 and loading keeps. Without a signature its first bytes may be one.
+bool SurvivesUtf8(const std::u16string& text, Encoding encoding) {
+    if (encoding != Encoding::Utf8 && encoding != Encoding::PlainUtf8) return false;
+    if (encoding == Encoding::PlainUtf8 && !text.empty() && text[0] == u'\uFEFF') return false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if ((text[i] & 0xF800) != 0xD800) continue;
+        if (text[i] >= 0xDC00 || i + 1 == text.size() || (text[i + 1] & 0xFC00) != 0xDC00) return false;
+        ++i;
+    }
+    return true;
+}
+
 // What must hold of every loaded text.
 void CheckLoaded(const Held& document) {
     const std::u16string text = document.Text();
@@ -65,8 +78,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const std::u16string in = PathOf(inName);
     static const std::u16string out = PathOf(outName);
     if (size == 0) return 0;
-    const auto encoding = static_cast<Encoding>(data[0] % EncodingCount);
-    const LineEnding style = data[0] / EncodingCount % 2 ? LineEnding::Dos : LineEnding::Unix;
+    const uint8_t choice = data[0] & 0x7F;
+    additionalSettings.Utf8 = data[0] >> 7;
+    const auto encoding = static_cast<Encoding>(choice % EncodingCount);
+    const LineEnding style = choice / EncodingCount % 2 ? LineEnding::Dos : LineEnding::Unix;
     std::FILE* file = std::fopen(inName.c_str(), "wb");
     Require(file && std::fwrite(data + 1, 1, size - 1, file) == size - 1 && std::fclose(file) == 0);
 
@@ -75,14 +90,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CheckLoaded(loaded);
     const Encoding oldEncoding = EncodingOf(loaded);
     const bool saved = loaded->Save(out.c_str(), encoding, style);
-    Require(saved || encoding == Encoding::Utf8); // the one that can need more bytes than a chunk has
+    // The ones that can need more bytes than a chunk has.
+    Require(saved || encoding == Encoding::Utf8 || encoding == Encoding::PlainUtf8);
     if (!saved) return 0;
 
     Held again;
     Require(again->Load(out.c_str(), false));
     CheckLoaded(again);
-    // A text that begins with the bytes of a signature is read as what they say.
-    if (encoding == Encoding::Ansi && EncodingOf(again) != Encoding::Ansi) return 0;
+    if (additionalSettings.Utf8 && SurvivesUtf8(loaded.Text(), encoding)) Require(again.Text() == loaded.Text());
+    // A file without a signature may be taken for another one, by the bytes that it begins with or as a whole.
+    const bool hasSignature = encoding != Encoding::Ansi && encoding != Encoding::PlainUtf8;
+    if (!hasSignature && EncodingOf(again) != encoding) return 0;
     Require(EncodingOf(again) == encoding);
     Require(again->GetLineEnding() == (again->GetLineCount() > 1 ? style : LineEnding::Dos));
     const bool isUtf16 = encoding == Encoding::Unicode || encoding == Encoding::UnicodeBigEndian;

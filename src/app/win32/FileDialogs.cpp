@@ -2,6 +2,7 @@
 
 #include "app/DocumentList.h"
 #include "app/FileDialogText.h"
+#include "app/SaveEncodings.h"
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "document/Document.h"
@@ -24,16 +25,17 @@ struct SaveLists {
 
 void AddItem(HWND combo, const Char* text) { SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)); }
 
-void FillLists(HWND dialog, const Document& document) {
+void FillLists(HWND dialog, const Document& document, Encoding chosen) {
     const HWND encodings = GetDlgItem(dialog, IDC_ENCODING);
     auto current = Encoding::Ansi;
     const Char* const* names = nullptr;
     if (document.GetEncoding(current, names)) {
-        for (uint32_t i = 0; i < EncodingCount; ++i) AddItem(encodings, names[i]);
+        for (uint32_t i = 0; i < OfferedEncodings(chosen); ++i) AddItem(encodings, names[i]);
+        SendMessageW(encodings, CB_SETCURSEL, static_cast<WPARAM>(chosen), 0);
     } else {
         AddItem(encodings, u"None");
+        SendMessageW(encodings, CB_SETCURSEL, 0, 0);
     }
-    SendMessageW(encodings, CB_SETCURSEL, static_cast<WPARAM>(current), 0);
     const HWND endings = GetDlgItem(dialog, IDC_LINE_ENDING);
     AddItem(endings, u"Unix");
     AddItem(endings, u"Dos");
@@ -51,7 +53,8 @@ UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
     if (message == WM_INITDIALOG) {
         const auto* request = reinterpret_cast<const OPENFILENAMEW*>(lparam);
         SetWindowLongPtrW(dialog, GWLP_USERDATA, static_cast<LONG_PTR>(request->lCustData));
-        FillLists(dialog, *reinterpret_cast<SaveLists*>(request->lCustData)->document);
+        const auto* lists = reinterpret_cast<SaveLists*>(request->lCustData);
+        FillLists(dialog, *lists->document, lists->choice->encoding);
     } else if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lparam)->code == CDN_FILEOK) {
         const auto* lists = reinterpret_cast<SaveLists*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
         ReadLists(dialog, *lists->choice);

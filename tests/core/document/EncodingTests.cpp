@@ -32,7 +32,7 @@ TEST(EncodingNames, AreOfferedInOrder) {
     const Char* const* names = nullptr;
     ASSERT_TRUE(document->GetEncoding(current, names));
     EXPECT_EQ(current, Encoding::Ansi);
-    const std::u16string expected[] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8"};
+    const std::u16string expected[] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8", u"UTF8 without signature"};
     for (uint32_t i = 0; i < EncodingCount; ++i) EXPECT_EQ(names[i], expected[i]);
 }
 

@@ -1,0 +1,270 @@
+// Files in UTF-8 with the additional setting on: how they are recognised, read, kept and saved.
+
+#include "LoadSaveSupport.h"
+#include "support/FailureInjection.h"
+#include "support/Random.h"
+#include "support/WithAdditional.h"
+
+namespace {
+
+constexpr size_t Piece = 65536; // what is read at a time
+
+// The plain rules, apart from the program's conversions.
+std::string PlainUtf8(const std::u16string& text) {
+    std::string bytes;
+    for (size_t i = 0; i < text.size(); ++i) {
+        uint32_t point = text[i];
+        if (point >= 0xD800 && point < 0xDC00 && i + 1 < text.size())
+            point = 0x10000 + ((point - 0xD800) << 10) + (text[++i] - 0xDC00u);
+        const auto put = [&](uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
+        if (point < 0x80) {
+            put(point);
+        } else if (point < 0x800) {
+            put(0xC0 | point >> 6);
+            put(0x80 | (point & 0x3F));
+        } else if (point < 0x10000) {
+            put(0xE0 | point >> 12);
+            put(0x80 | (point >> 6 & 0x3F));
+            put(0x80 | (point & 0x3F));
+        } else {
+            put(0xF0 | point >> 18);
+            put(0x80 | (point >> 12 & 0x3F));
+            put(0x80 | (point >> 6 & 0x3F));
+            put(0x80 | (point & 0x3F));
+        }
+    }
+    return bytes;
+}
+
+// What a file with these characters holds; of Windows-1252 only those of Latin-1 and the euro.
+std::string PlainFile(const std::u16string& text, Encoding encoding) {
+    switch (encoding) {
+    case Encoding::Unicode:
+        return "\xFF\xFE" + LittleEndian(text);
+    case Encoding::UnicodeBigEndian:
+        return "\xFE\xFF" + BigEndian(text);
+    case Encoding::Utf8:
+        return "\xEF\xBB\xBF" + PlainUtf8(text);
+    case Encoding::PlainUtf8:
+        return PlainUtf8(text);
+    default:
+        break;
+    }
+    std::string bytes;
+    for (const char16_t c : text) bytes.push_back(static_cast<char>(c == u'\u20AC' ? 0x80 : c));
+    return bytes;
+}
+
+struct Utf8Load : testing::Test {
+    Utf8Load() { on->Utf8 = 1; }
+
+    static void ExpectUtf8(const std::string& bytes, const std::u16string& text) {
+        LoadedDocument document(bytes);
+        EXPECT_EQ(EncodingOf(*document), Encoding::PlainUtf8);
+        EXPECT_TRUE(document.Store() == text);
+        EXPECT_FALSE(document->LosesBytes());
+        EXPECT_EQ(document->GetLineCount(), LinesOf(text));
+        EXPECT_EQ(TextBufferProbe::Capacity(*document), text.size() + 1);
+        if (bytes.find('\r') == bytes.npos) {
+            EXPECT_TRUE(document.Saved(Encoding::Keep, LineEnding::Unix) == bytes);
+        }
+    }
+    static void ExpectAnsi(const std::string& bytes) {
+        LoadedDocument document(bytes);
+        EXPECT_EQ(EncodingOf(*document), Encoding::Ansi);
+        EXPECT_TRUE(document.Store() == WithLineFeeds(Decoded(CodePage::Ansi, bytes)));
+        EXPECT_EQ(document->GetLineCount(), LinesOf(document.Store()));
+        EXPECT_EQ(TextBufferProbe::Capacity(*document), document->Length() + 1);
+    }
+
+    const WithAdditional on;
+};
+
+const std::string invalid[] = {"\x80",         "\xC3",         "\xE2\x82",         "\xF0\x9F\x98", "\xC0\xAF",
+                               "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF",         "\xE2\x28\xA1"};
+
+} // namespace
+
+TEST_F(Utf8Load, AFileWithTheSignatureIsDecoded) {
+    LoadedDocument document("\xEF\xBB\xBFna\xC3\xAFve \xF0\x9F\x98\x80\n");
+    EXPECT_EQ(EncodingOf(*document), Encoding::Utf8);
+    EXPECT_EQ(document.Store(), u"na\u00EFve \U0001F600\n");
+    EXPECT_FALSE(document->LosesBytes());
+    EXPECT_EQ(document.Saved(), "\xEF\xBB\xBFna\xC3\xAFve \xF0\x9F\x98\x80\n");
+}
+
+TEST_F(Utf8Load, AFileWithoutOneThatIsValidIsDecodedAndSavedWithoutOne) {
+    ExpectUtf8("na\xC3\xAFve \xE2\x82\xAC \xF0\x9F\x98\x80\n", u"na\u00EFve \u20AC \U0001F600\n");
+    ExpectUtf8("\xC3\xA9", u"\u00E9");
+    ExpectUtf8("a\xC2\x85z", u"a\u0085z");
+}
+
+TEST_F(Utf8Load, PlainAsciiIsAnsi) {
+    ExpectAnsi("plain\r\ntext\n");
+    ExpectAnsi("");
+    ExpectAnsi(std::string(3 * Piece, 'x'));
+}
+
+TEST_F(Utf8Load, WithTheSettingOffNothingIsGuessed) {
+    on->Utf8 = 0;
+    ExpectAnsi("na\xC3\xAFve");
+    LoadedDocument document("\xEF\xBB\xBFna\xC3\xAFve");
+    EXPECT_EQ(document.Store(), Decoded(CodePage::Ansi, "na\xC3\xAFve"));
+    EXPECT_TRUE(document->LosesBytes());
+}
+
+TEST_F(Utf8Load, OneInvalidByteMakesItAnsi) {
+    for (const std::string& bytes : invalid) {
+        ExpectAnsi(bytes);
+        ExpectAnsi("na\xC3\xAFve " + bytes + " text\r\nmore");
+        ExpectAnsi("na\xC3\xAFve " + bytes);
+    }
+}
+
+TEST_F(Utf8Load, AFileThatTurnsInvalidInItsLastByteIsReadAgain) {
+    for (const size_t size : {Piece - 1, Piece, Piece + 1, 3 * Piece, 3 * Piece + 17}) {
+        std::string bytes = "plain\r\nfirst\n\xC3\xA9\r\n";
+        while (bytes.size() < size) bytes += bytes.size() % 7 ? "a" : "\r\n";
+        bytes.resize(size);
+        bytes.back() = '\xFF';
+        ExpectAnsi(bytes);
+        // Also when it begins with pieces of ASCII.
+        ExpectAnsi(std::string(2 * Piece + 5, '\n') + bytes);
+        // A sequence that the end cuts off.
+        bytes.back() = '\xC3';
+        ExpectAnsi(bytes);
+    }
+}
+
+TEST_F(Utf8Load, SequencesAreWholeAtEveryBorderOfAPiece) {
+    for (const std::string& letter :
+         {std::string("\xC3\xA9"), std::string("\xE2\x82\xAC"), std::string("\xF0\x9F\x98\x80"), std::string("\r\n")}) {
+        const std::u16string wide = Decoded(CodePage::Utf8, letter);
+        for (size_t back = 0; back <= letter.size(); ++back) {
+            for (const size_t border : {Piece, 2 * Piece}) {
+                const std::string before = "\xC3\xA9" + std::string(border - back - 2, 'x');
+                std::u16string text = u"\u00E9" + std::u16string(border - back - 2, u'x') + wide + u"end";
+                ExpectUtf8(before + letter + "end", WithLineFeeds(text));
+                text.resize(text.size() - 3);
+                ExpectUtf8(before + letter, WithLineFeeds(text));
+            }
+        }
+    }
+}
+
+TEST_F(Utf8Load, SequencesMayFollowOneAnotherWithoutABorder) {
+    for (size_t shift = 0; shift < 4; ++shift) {
+        std::string bytes(shift, 'x');
+        std::u16string text(shift, u'x');
+        for (size_t i = 0; i < Piece; ++i) {
+            bytes += "\xE4\xB8\xAD\xF0\x9F\x98\x80";
+            text += u"\u4E2D\U0001F600";
+        }
+        ExpectUtf8(bytes, text);
+    }
+}
+
+TEST_F(Utf8Load, InvalidBytesAtTheBorderOfAPieceAreFound) {
+    for (const std::string& bytes : invalid)
+        for (size_t back = 0; back <= bytes.size(); ++back)
+            ExpectAnsi("\xC3\xA9" + std::string(Piece - back - 2, 'x') + bytes + "end");
+}
+
+TEST_F(Utf8Load, ZeroBytesAreSpacesAndAskedAbout) {
+    LoadedDocument plain(Bytes("\xC3\xA9\0b\0"));
+    EXPECT_EQ(EncodingOf(*plain), Encoding::PlainUtf8);
+    EXPECT_EQ(plain.Store(), u"\u00E9 b ");
+    EXPECT_TRUE(plain->LosesBytes());
+    LoadedDocument marked(Bytes("\xEF\xBB\xBF\0\xC3\xA9"));
+    EXPECT_EQ(marked.Store(), u" \u00E9");
+    EXPECT_TRUE(marked->LosesBytes());
+}
+
+TEST_F(Utf8Load, WhatIsInvalidAfterASignatureIsReplacedAndAskedAbout) {
+    for (const std::string& bytes : invalid) {
+        const std::string file = "ab\r\n\xC3\xA9" + bytes + "z\n\xC3\xA9";
+        LoadedDocument document("\xEF\xBB\xBF" + file);
+        EXPECT_EQ(EncodingOf(*document), Encoding::Utf8);
+        EXPECT_EQ(document.Store(), WithLineFeeds(Decoded(CodePage::Utf8, file)));
+        EXPECT_NE(document.Store().find(u'\uFFFD'), std::u16string::npos);
+        EXPECT_TRUE(document->LosesBytes());
+    }
+    // What is replaced already has bytes of its own.
+    EXPECT_FALSE(LoadedDocument("\xEF\xBB\xBF\xEF\xBF\xBD")->LosesBytes());
+}
+
+TEST_F(Utf8Load, RandomTextsEqualTheirConversionAtOnce) {
+    Random random(77);
+    for (int round = 0; round < 120; ++round) {
+        const size_t length = random.OneIn(3) ? Piece - 40 + random.Below(80) : random.Below(3 * Piece);
+        const uint32_t plain = 1 + random.Below(60);
+        std::u16string text = random.OneIn(2) ? u"\u0142" : u"x";
+        while (text.size() < length) {
+            static constexpr const Char* Others[] = {u"\u00E9", u"\u20AC", u"\U0001F600", u"\r\n", u"\r", u"\n"};
+            if (random.Below(plain))
+                text += static_cast<Char>(u'a' + random.Below(26));
+            else
+                text += Others[random.Below(6)];
+        }
+        std::string bytes = PlainUtf8(text);
+        const bool isUtf8 = bytes.size() != text.size();
+        if (random.OneIn(3)) {
+            const size_t at = random.Below(static_cast<uint32_t>(bytes.size()));
+            bytes[at] = '\xFF';
+            ExpectAnsi(bytes);
+        } else if (isUtf8) {
+            ExpectUtf8(bytes, WithLineFeeds(text));
+            LoadedDocument document(bytes);
+            EXPECT_EQ(document->GetLineEnding(), StyleOf(text));
+        }
+        ASSERT_FALSE(HasFailure()) << round;
+    }
+}
+
+TEST_F(Utf8Load, EveryEncodingGoesToEveryOtherAndIsSavedTheSameTwice) {
+    constexpr Encoding All[] = {Encoding::Ansi, Encoding::Unicode, Encoding::UnicodeBigEndian, Encoding::Utf8,
+                                Encoding::PlainUtf8};
+    const std::u16string latin = u"na\u00EFve \u20AC 100\nsecond\n";
+    const std::u16string all = latin + u"\u0142\u4E2D \U0001F600\uFEFF\u0085\n";
+    for (const Encoding from : All) {
+        for (const Encoding to : All) {
+            const bool isAnsi = from == Encoding::Ansi || to == Encoding::Ansi;
+            const std::u16string text = isAnsi ? latin : all;
+            LoadedDocument first(PlainFile(text, from));
+            ASSERT_EQ(EncodingOf(*first), from);
+            ASSERT_EQ(first.Store(), text);
+            EXPECT_EQ(first.Saved(to), PlainFile(text, to));
+            EXPECT_EQ(first.Saved(), PlainFile(text, to)) << "again, in the encoding that it has now";
+            LoadedDocument second(PlainFile(text, to));
+            EXPECT_EQ(EncodingOf(*second), to);
+            EXPECT_EQ(second.Store(), text);
+            EXPECT_EQ(second.Saved(Encoding::Keep, LineEnding::Dos), PlainFile(WithReturns(text), to));
+        }
+    }
+}
+
+TEST_F(Utf8Load, EveryAllocationAndFileCallFailsInTurn) {
+    std::string bytes = "\xC3\xA9" + std::string(2 * Piece, 'x');
+    for (const char last : {'y', '\xFF'}) { // the second is read again from the start
+        bytes.back() = last;
+        ScratchFolder folder;
+        const std::u16string path = folder.Write("file.txt", bytes);
+        const std::u16string expected = LoadedDocument(bytes).Store();
+        const auto load = [&] {
+            auto pause = std::make_unique<FailurePause>();
+            TextDocument document(u"before\nit");
+            pause.reset();
+            const bool loaded = document->Load(path.c_str(), false);
+            const FailurePause checking;
+            if (loaded) {
+                EXPECT_TRUE(document.Store() == expected);
+            } else {
+                ExpectNoStore(*document);
+            }
+            return loaded;
+        };
+        EXPECT_GT(FailEachAllocation(load), 3u);
+        EXPECT_EQ(FailEachFileCall(load), last == 'y' ? 6u : 10u)
+            << "opened, sized, dated, read; sought and read again";
+    }
+}
