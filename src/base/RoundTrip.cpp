@@ -1,6 +1,7 @@
 #include "base/RoundTrip.h"
 
 #include "base/Scan.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,12 +11,10 @@ namespace {
 constexpr size_t PieceCharacters = 4096;
 constexpr size_t PieceBytes = PieceCharacters * MaxCharacterBytes;
 
-bool IsPair(const Char* at) { return (at[0] & 0xFC00) == 0xD800 && (at[1] & 0xFC00) == 0xDC00; }
-
 // The next piece ends between two characters.
 size_t PieceLength(const Char* text, size_t left) {
     if (left <= PieceCharacters) return left;
-    return PieceCharacters - (IsPair(text + PieceCharacters - 1) ? 1 : 0);
+    return PieceCharacters - (Text::SplitsPair(text, left, PieceCharacters) ? 1 : 0);
 }
 
 } // namespace

@@ -4,18 +4,13 @@
 #include "base/SafeSave.h"
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
+#include "base/Text.h"
 #include "document/TextFile.h"
 
 namespace {
 
 constexpr size_t ChunkCharacters = 32768;
 constexpr size_t ChunkBytes = 65536;
-
-bool IsHighSurrogate(Char c) { return (c & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(Char c) { return (c & 0xFC00) == 0xDC00; }
-
-// Whether a cut before `at`, which is not the first character, would split a pair of surrogates.
-bool IsInsidePair(const Char* at) { return IsHighSurrogate(at[-1]) && IsLowSurrogate(at[0]); }
 
 // The bytes of a text in an encoding, made chunk by chunk.
 class EncodedText final : public ByteSource {
@@ -62,7 +57,7 @@ private:
     // Gives the chunk made of rest[0, taken). A pair of surrogates that the chunk's end would cut
     // goes into the next one: each half alone has no bytes of its own in most encodings.
     size_t GiveWhole(const Char* chunk, size_t count, const Char* rest, size_t taken, size_t left, ByteSink& out) {
-        const size_t cut = taken < left && IsInsidePair(rest + taken) ? 1 : 0;
+        const size_t cut = Text::SplitsPair(rest, left, taken) ? 1 : 0;
         return GiveChunk(chunk, count - cut, out) ? taken - cut : 0;
     }
 
@@ -80,7 +75,7 @@ private:
         const size_t converted = FromUtf16(page, chunk, count, bytes, ChunkBytes);
         if (converted) return out.Take(bytes, converted);
         size_t half = count / 2;
-        if (half && IsInsidePair(chunk + half)) --half;
+        if (Text::SplitsPair(chunk, count, half)) --half;
         return half && GiveConverted(page, chunk, half, out) && GiveConverted(page, chunk + half, count - half, out);
     }
 

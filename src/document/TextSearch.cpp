@@ -1,6 +1,7 @@
 #include "document/TextSearch.h"
 
 #include "base/Text.h"
+#include "settings/AdditionalSettings.h"
 
 #include <algorithm>
 
@@ -15,6 +16,13 @@ bool TextSearch::IsWholeWord(const Char* text, uint32_t length, TextRange range)
     if (range.start >= length) return false;
     if (range.start > 0 && Text::IsWordChar(text[range.start - 1])) return false;
     return range.end >= length || !Text::IsWordChar(text[range.end]);
+}
+
+bool TextSearch::Accepts(uint32_t at) const {
+    const TextRange match = {at, at + query.length};
+    const bool isWhole = !additionalSettings.WholeCharacters ||
+                         (!Text::SplitsPair(text, length, match.start) && !Text::SplitsPair(text, length, match.end));
+    return isWhole && (!query.wholeWord || IsWholeWord(text, length, match));
 }
 
 bool TextSearch::Find(SearchWay way, SearchHit& hit, SearchProgress* progress) const {

@@ -29,7 +29,8 @@ struct SearchWay {
     bool backward = false;
 };
 
-// Finds matches of a query in `length` characters at `content`, which it does not own.
+// Finds matches of a query in `length` characters at `content`, which it does not own. With the additional setting
+// WholeCharacters no match begins or ends inside of a pair of surrogates.
 class TextSearch {
 public:
     TextSearch(const Char* content, uint32_t contentLength, const SearchQuery& wanted)
@@ -49,7 +50,7 @@ private:
     // One round, slice by slice, to `end` also backwards. False when `progress` stops it.
     bool Search(SearchWay way, uint32_t& found, SearchProgress* progress) const;
     Scan::Pattern Pattern() const { return {query.text, query.length, query.matchCase}; }
-    bool Accepts(uint32_t at) const { return !query.wholeWord || IsWholeWord(text, length, {at, at + query.length}); }
+    bool Accepts(uint32_t at) const;
 
     const Char* text;
     uint32_t length;

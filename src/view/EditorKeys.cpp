@@ -1,6 +1,7 @@
 #include "view/EditorKeys.h"
 
 #include "document/Document.h"
+#include "view/CaretStops.h"
 #include "view/EditorClipboard.h"
 #include "view/EditorCommands.h"
 #include "view/EditorFind.h"
@@ -22,7 +23,7 @@ struct KeyPress {
 
     void Move(uint32_t toLine, uint32_t toColumn) const {
         if (!shift) editor.CollapseSelection();
-        editor.MoveCaret({toLine, toColumn}, shift);
+        editor.MoveCaret({toLine, toColumn}, shift, true);
         editor.GetTextSurface().UpdateNow();
     }
     uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
@@ -35,7 +36,7 @@ void ToPreviousLineEnd(const KeyPress& press) {
 
 void Left(const KeyPress& press) {
     if (press.column == 0) return ToPreviousLineEnd(press);
-    press.Move(press.line, press.column - 1);
+    press.Move(press.line, CaretStops::Before(press.text, press.column));
 }
 
 void WordLeft(const KeyPress& press) {
@@ -44,14 +45,14 @@ void WordLeft(const KeyPress& press) {
 }
 
 void Right(const KeyPress& press) {
-    if (press.column < press.text.length) return press.Move(press.line, press.column + 1);
+    if (press.column < press.text.length) return press.Move(press.line, CaretStops::After(press.text, press.column));
     if (press.line + 1 < press.editor.Text().LineCount()) return press.Move(press.line + 1, 0);
     press.Move(press.line, press.column);
 }
 
 void WordRight(const KeyPress& press) {
     if (press.column >= press.text.length) return Right(press);
-    press.Move(press.line, Words::EndAfter(press.text, press.column));
+    press.Move(press.line, CaretStops::AtOrAfter(press.text, Words::EndAfter(press.text, press.column)));
 }
 
 void Up(const KeyPress& press) { press.Move(press.line ? press.line - 1 : 0, press.editor.Caret().PreferredColumn()); }
@@ -65,7 +66,7 @@ void ScrollUp(const KeyPress& press) {
     if (top == 0) return;
     editor.SetTopLine(top - 1);
     if (press.line > 0 && press.line + 1 == uint64_t(top) + press.Rows()) {
-        editor.MoveCaret({press.line - 1, editor.Caret().PreferredColumn()}, false);
+        editor.MoveCaret({press.line - 1, editor.Caret().PreferredColumn()}, false, true);
     } else {
         editor.UpdateCaret(false);
     }
@@ -77,7 +78,7 @@ void ScrollDown(const KeyPress& press) {
     if (uint64_t(top) + press.Rows() >= editor.Text().LineCount()) return;
     editor.SetTopLine(top + 1);
     if (press.line == top) {
-        editor.MoveCaret({press.line + 1, editor.Caret().PreferredColumn()}, false);
+        editor.MoveCaret({press.line + 1, editor.Caret().PreferredColumn()}, false, true);
     } else {
         editor.UpdateCaret(false);
     }

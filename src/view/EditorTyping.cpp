@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "settings/AdditionalSettings.h"
 #include "settings/Settings.h"
+#include "view/CaretStops.h"
 #include "view/EditorIndent.h"
 #include "view/EditorNavigation.h"
 #include "view/TextEditor.h"
@@ -20,14 +21,42 @@ bool SpansLines(const TextEditor& editor) {
     return editor.Text().LineOf(caret.SelectionStart()) != editor.Text().LineOf(caret.SelectionEnd());
 }
 
-// How many spaces a backspace takes at `column`.
+// How many characters a backspace takes at `column`: spaces back to a tab stop, or else a whole character, but of
+// combining marks only the last.
 uint32_t BackToTabStop(TextSpan line, uint32_t column) {
-    if (!settings.ReplaceTabs) return 1;
+    const uint32_t single = column - CaretStops::OutsidePair(line, column - 1);
+    if (!settings.ReplaceTabs) return single;
     for (uint32_t i = 0; i < column; ++i) {
-        if (line.text[i] != u' ') return 1;
+        if (line.text[i] != u' ') return single;
     }
     const uint32_t beyond = column % TabSize();
     return beyond ? beyond : TabSize();
+}
+
+// In one step.
+void TypeOverPair(TextEditor& editor, Char character) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    const uint32_t column = editor.CaretColumn();
+    if (!document.BeginGroup()) return;
+    if (document.DeleteInEditLine(&editor, {column, column + 2}) &&
+        document.TypeChar(&editor, character, column, true, false) && document.EndGroup())
+        return;
+    document.AbandonGroup();
+}
+
+// The second half of a pair that is typed overwrites nothing more, and the first half the whole of a pair.
+void TypeAtCaret(TextEditor& editor, Char character) {
+    TextBuffer& document = *editor.GetTextBuffer();
+    const uint32_t column = editor.CaretColumn();
+    const TextSpan line = editor.Text().Line(editor.CaretLine());
+    bool overwrites = editor.IsOverwriting();
+    if (overwrites && additionalSettings.WholeCharacters) {
+        const bool isSecondHalf = column > 0 && Text::IsPair(line.text[column - 1], character);
+        if (!isSecondHalf && Text::SplitsPair(line.text, line.length, column + 1))
+            return TypeOverPair(editor, character);
+        overwrites = !isSecondHalf;
+    }
+    document.TypeChar(&editor, character, column, true, overwrites);
 }
 
 // A tab before the caret counts as a whole tab width, not up to its stop.
@@ -60,7 +89,7 @@ void EditorTyping::Type(TextEditor& editor, Char character) {
     if (character == u'\t' && settings.ReplaceTabs) {
         InsertTabAsSpaces(editor);
     } else {
-        document.TypeChar(&editor, character, editor.CaretColumn(), true, editor.IsOverwriting());
+        TypeAtCaret(editor, character);
     }
 }
 
@@ -74,7 +103,8 @@ void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
     const TextSpan line = editor.Text().Line(editor.CaretLine());
     const bool atTextEnd = column >= line.length && editor.CaretLine() + 1 >= editor.Text().LineCount();
     if (atTextEnd) return;
-    const uint32_t count = word && column < line.length ? Words::EndAfter(line, column) - column : 1;
+    const uint32_t end = word ? Words::EndAfter(line, column) : column + 1;
+    const uint32_t count = column < line.length ? CaretStops::AtOrAfter(line, end) - column : 1;
     editor.PrepareEdit();
     if (editor.GetTextBuffer()->DeleteInEditLine(&editor, {column, column + count}))
         editor.MoveCaret({editor.CaretLine(), column}, false);
@@ -88,7 +118,9 @@ void EditorTyping::DeleteBack(TextEditor& editor, bool word) {
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.Text().Line(editor.CaretLine());
     uint32_t count = 1;
-    if (column > 0) count = word ? column - Words::StartBefore(line, column) : BackToTabStop(line, column);
+    if (column > 0)
+        count = word ? column - CaretStops::AtOrBefore(line, Words::StartBefore(line, column))
+                     : BackToTabStop(line, column);
     const uint32_t offset = editor.CaretOffset();
     if (offset < count || !editor.GetTextBuffer()->CommitEdit()) return;
     editor.GetTextBuffer()->DeleteText({offset - count, offset});

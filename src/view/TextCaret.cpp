@@ -1,20 +1,36 @@
 #include "view/TextCaret.h"
 
 #include "document/TextChange.h"
+#include "settings/AdditionalSettings.h"
+#include "view/CaretStops.h"
 #include "view/ShownText.h"
 
 #include <algorithm>
 
-void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend) {
+void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove) {
     preferredColumn = place.column;
     const uint32_t last = text.LineCount() ? text.LineCount() - 1 : 0;
     position.line = std::min(place.line, last);
-    position.column = std::min(place.column, text.Line(position.line).length);
+    const TextSpan line = text.Line(position.line);
+    const uint32_t column = std::min(place.column, line.length);
+    position.column = isUsersMove ? CaretStops::AtOrBefore(line, column) : CaretStops::OutsidePair(line, column);
     offset = text.LineStart(position.line) + position.column;
     if (!extend) anchor = offset;
 }
 
-void TextCaret::SetAnchor(const ShownText& text, uint32_t newAnchor) { anchor = std::min(newAnchor, text.Length()); }
+namespace {
+
+uint32_t OutsidePair(const ShownText& text, uint32_t offset) {
+    if (!additionalSettings.WholeCharacters) return offset;
+    const TextPosition place = text.PositionOf(offset);
+    return offset - place.column + CaretStops::OutsidePair(text.Line(place.line), place.column);
+}
+
+} // namespace
+
+void TextCaret::SetAnchor(const ShownText& text, uint32_t newAnchor) {
+    anchor = OutsidePair(text, std::min(newAnchor, text.Length()));
+}
 
 // Looks nothing up unless lines come or go: a key must not walk the text to a far caret.
 void TextCaret::Follow(const ShownText& text, const TextChange& change) {
@@ -26,4 +42,17 @@ void TextCaret::Follow(const ShownText& text, const TextChange& change) {
         position.column += moved - offset; // modulo 2^32
     }
     offset = moved;
+    LeavePair(text, change);
+}
+
+void TextCaret::LeavePair(const ShownText& text, const TextChange& change) {
+    const auto isTouched = [&](uint32_t place) {
+        return place >= change.start && place <= change.start + change.inserted.characters;
+    };
+    if (!additionalSettings.WholeCharacters) return;
+    if (isTouched(anchor)) anchor = OutsidePair(text, anchor);
+    if (!isTouched(offset)) return;
+    const uint32_t outside = OutsidePair(text, offset);
+    position.column -= offset - outside;
+    offset = outside;
 }

@@ -22,9 +22,10 @@ public:
     uint32_t SelectionStart() const { return anchor < offset ? anchor : offset; }
     uint32_t SelectionEnd() const { return anchor < offset ? offset : anchor; }
 
-    // Clamps the place to the text. Extending leaves the anchor where it is.
-    void MoveTo(const ShownText& text, TextPosition place, bool extend);
-    // Moves the other end of the selection, clamped to the text.
+    // Clamps the place to the text, and to where the caret may stop (CaretStops.h): for a user's move, outside of whole
+    // characters, else outside of pairs. Extending leaves the anchor where it is.
+    void MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove = false);
+    // Moves the other end of the selection, clamped to the text and to the outside of pairs.
     void SetAnchor(const ShownText& text, uint32_t newAnchor);
     // Empties the selection at the caret.
     void Collapse() { anchor = offset; }
@@ -32,6 +33,9 @@ public:
     void Follow(const ShownText& text, const TextChange& change);
 
 private:
+    // The change may have made a pair around a place that it touches.
+    void LeavePair(const ShownText& text, const TextChange& change);
+
     TextPosition position;
     uint32_t offset = 0;
     uint32_t anchor = 0;

@@ -104,17 +104,17 @@ void TextEditor::OpenCaretLine() {
     if (TextBuffer* document = GetTextBuffer()) document->LoadEditLine(caret.Line());
 }
 
-void TextEditor::MoveCaret(TextPosition place, bool extend) {
+void TextEditor::MoveCaret(TextPosition place, bool extend, bool isUsersMove) {
     TextBuffer* document = GetTextBuffer();
     if (!document) return;
     if (document->ActiveView() == this) document->LoadEditLine(place.line);
-    SetCaret(place, extend);
+    SetCaret(place, extend, isUsersMove);
     MatchBrackets();
 }
 
-void TextEditor::SetCaret(TextPosition place, bool extend) {
+void TextEditor::SetCaret(TextPosition place, bool extend, bool isUsersMove) {
     const TextCaret old = caret;
-    caret.MoveTo(text, place, extend);
+    caret.MoveTo(text, place, extend, isUsersMove);
     if (extend) {
         // Only what lies between the old and the new caret becomes selected or ceases to be.
         if (caret.Offset() != old.Offset()) InvalidateLines({old.Line(), caret.Line()});

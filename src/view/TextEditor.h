@@ -66,8 +66,9 @@ public:
     void SuspendRedraw() { redraw.Suspend(); }
     void ResumeRedraw();
 
-    // Caret and selection. They clamp to the text. Extending leaves the anchor where it is.
-    void MoveCaret(TextPosition place, bool extend = false);
+    // Caret and selection. They clamp to the text and to where the caret may stop, which depends on whether it is the
+    // user who moves it there. Extending leaves the anchor where it is.
+    void MoveCaret(TextPosition place, bool extend = false, bool isUsersMove = false);
     void MoveCaretToOffset(uint32_t offset, bool extend);
     void SelectRange(TextSelection selection);
     // Empties the selection at the caret.
@@ -89,7 +90,7 @@ public:
 
 private:
     // As MoveCaret, but neither opens the line nor matches brackets.
-    void SetCaret(TextPosition place, bool extend);
+    void SetCaret(TextPosition place, bool extend, bool isUsersMove = false);
     void SetSelection(uint32_t anchor);
     void MatchBrackets();
     void RepaintBrackets(const BracketPair& pair);

@@ -3,6 +3,7 @@
 #include "document/TextBuffer.h"
 #include "document/TextChange.h"
 #include "settings/Settings.h"
+#include "view/CaretStops.h"
 #include "view/ShownText.h"
 #include "view/TextCaret.h"
 
@@ -148,7 +149,14 @@ TextPosition TextViewport::PositionAt(ClientPoint point) const {
     const int32_t lineHeight = surface.Metrics().lineHeight;
     const int64_t at = int64_t(topLine) + (lineHeight > 0 ? point.y / lineHeight : 0);
     const auto line = static_cast<uint32_t>(std::clamp<int64_t>(at, 0, UINT32_MAX));
-    return {line, Layout().ColumnAt(text.Line(line), int64_t(horizontalScroll) + point.x - TextLeft())};
+    const TextSpan span = text.Line(line);
+    const int64_t target = int64_t(horizontalScroll) + point.x - TextLeft();
+    const uint32_t column = Layout().ColumnAt(span, target);
+    const uint32_t start = CaretStops::AtOrBefore(span, column);
+    if (start == column) return {line, column};
+    const uint32_t end = CaretStops::AtOrAfter(span, column);
+    const int64_t toStart = target - Layout().PositionOf(span, start);
+    return {line, toStart <= Layout().PositionOf(span, end) - target ? start : end};
 }
 
 // Reads no further than the window's right edge: the line may be 100 million characters long.

@@ -56,7 +56,7 @@ public:
     int64_t CaretX(const TextCaret& caret);
     // Shows the window's caret there, or hides it when it is left of the text area.
     void ShowCaret(const TextCaret& caret, int64_t caretX);
-    // The line is not clamped to the document.
+    // Where a click there puts the caret: at the nearer end of a character. The line is not clamped to the document.
     TextPosition PositionAt(ClientPoint point) const;
     // Where columns of a line are in the window, cut off at the edges of the text area; the line feed is as wide as an
     // average character, what comes after it has no place. False when nothing of them is seen.
