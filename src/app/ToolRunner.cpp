@@ -1,6 +1,7 @@
 #include "app/ToolRunner.h"
 
 #include "app/CommandContext.h"
+#include "app/DocumentHold.h"
 #include "app/OutputDocuments.h"
 #include "app/ToolVariables.h"
 #include "base/Text.h"
@@ -55,6 +56,21 @@ bool ToolRunner::Start(TextBuffer& output, const Char* line, const Char* directo
                            output.Output().Failure()))
         static_cast<void>(output.AppendOutputText(text.Data())); // without memory it stays unsaid
     return false;
+}
+
+void ToolRunner::Stop(TextBuffer& output) {
+    const DocumentHold hold(output);
+    const OutputCollector& collector = output.Output();
+    const bool wasAsked = collector.WasAskedToClose();
+    const uint32_t process = collector.Run().processId;
+    output.StopProcess();
+    WString question;
+    if (!wasAsked || !Text::AppendFormat(question, u"%s is still running.\nEnd it with everything it has started?",
+                                         output.GetName()))
+        return;
+    const Answer answer = context.AskUser(question.Text(), MessageKind::YesNo);
+    // While the question was open the command may have ended, and another one may run.
+    if (answer == Answer::Yes && collector.Run().processId == process) collector.EndAll();
 }
 
 void ToolRunner::Tell(const Char* format, const Char* name) {

@@ -33,6 +33,9 @@ public:
     // the current one. False when the run was not started. Why is reported, but for a blank command; what
     // the document shows of a run that is not over yet is left alone.
     bool RunCaptured(const Char* command, const Char* startDirectory);
+    // Asks the command that runs into a document to close its windows. When it was asked before, the user is asked
+    // whether to end it with everything it has started.
+    void Stop(TextBuffer& output);
 
 private:
     bool Capture(const Char* command, const Char* startDirectory);

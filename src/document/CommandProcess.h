@@ -14,6 +14,7 @@ constexpr uint32_t MostCharacters = 32766;
 // Why a run could not be started, for the user; the system may add its own words.
 namespace Failure {
 constexpr Char NoFile[] = u"The file for its output cannot be made";
+constexpr Char NoRoom[] = u"The disk that its output would go to is full.";
 constexpr Char NoProcess[] = u"The command interpreter cannot be started";
 } // namespace Failure
 
@@ -32,6 +33,11 @@ bool ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t co
 
 // Asks the windows of the process to close; the process itself is left alone.
 void AskToClose(const OutputRun& run);
+// Ends the process with everything that it has started, and that has started in turn, but for programs that were
+// started to live on their own. To be done at the user's word only.
+void EndAll(const OutputRun& run);
+// Whether the disk that the output goes to takes more. True also where that cannot be found out.
+bool HasRoom(const OutputRun& run);
 // Closes whatever is open; the temporary file goes with its last handle.
 void Close(OutputRun& run);
 

@@ -5,6 +5,7 @@
 #include "base/Platform.h"
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
+#include "base/Text.h"
 #include "document/CommandProcess.h"
 #include "settings/AdditionalSettings.h"
 
@@ -46,7 +47,11 @@ bool OutputCollector::Open() {
     // One run is of one page, whatever is set meanwhile: a character may lie in two polls.
     run.page = FindCodePage(additionalSettings.OutputCodePage);
     run.readBuffer = Heap::AllocateArray<uint8_t>(ReadBufferSize);
-    return run.readBuffer && CommandProcess::OpenOutput(run);
+    if (!run.readBuffer || !CommandProcess::OpenOutput(run)) return false;
+    // The file itself takes no room; the command would just be unable to print.
+    if (!Platform::FileCallShouldFail() && HasRoom()) return true;
+    static_cast<void>(run.failure.Assign(CommandProcess::Failure::NoRoom)); // without memory it stays unsaid
+    return false;
 }
 
 bool OutputCollector::Start(const Char* command, const Char* directory) {
@@ -71,6 +76,7 @@ bool OutputCollector::Poll() {
     if (result == Appending::Failed && ++run.failedEnds < MostFailedEnds) return false;
     // A character that was left for its rest to come does not get any.
     if (run.size - run.consumed < MaxCharacterBytes) AppendFromFile(run.size - run.consumed, true);
+    if (!HasRoom()) AppendNote(u"The disk is full: output of the command may be missing.\n");
     return true;
 }
 
@@ -114,8 +120,25 @@ bool OutputCollector::AppendChunk(uint32_t count, bool isRest) {
     return converted;
 }
 
+// On a line of its own. Without memory it stays unsaid.
+void OutputCollector::AppendNote(const Char* note) {
+    const uint32_t count = Text::Length(note);
+    if (!store.EnsureCapacity(uint64_t{store.Length()} + count + 1)) return;
+    Char* end = store.Data() + store.Length();
+    const bool inLine = store.Length() > 0 && end[-1] != u'\n';
+    if (inLine) *end++ = u'\n';
+    std::copy_n(note, count, end);
+    store.Appended({count + inLine, 1u + inLine});
+}
+
 void OutputCollector::AskToClose() {
-    if (run.process) CommandProcess::AskToClose(run);
+    if (!run.process) return;
+    CommandProcess::AskToClose(run);
+    run.wasAskedToClose = true;
+}
+
+void OutputCollector::EndAll() const {
+    if (run.process) CommandProcess::EndAll(run);
 }
 
 void OutputCollector::Close() {
@@ -123,7 +146,7 @@ void OutputCollector::Close() {
     Heap::Free(run.readBuffer);
     run.readBuffer = nullptr;
     run.consumed = run.size = 0;
-    run.hasEnded = run.sizeIsFinal = false;
+    run.hasEnded = run.sizeIsFinal = run.wasAskedToClose = false;
     run.failedEnds = 0;
     run.pollTimer = 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/CommandProcess.h"
 #include "document/OutputRun.h"
 #include "document/TextStore.h"
 
@@ -30,6 +31,11 @@ public:
     void SetPeriod(uint32_t milliseconds) { run.pollTimer = milliseconds; }
     // Asks the windows of the process to close; the process itself is left alone.
     void AskToClose();
+    bool WasAskedToClose() const { return run.wasAskedToClose; }
+    // See CommandProcess. Nothing happens unless a command runs.
+    void EndAll() const;
+    // Whether the file of the output could grow.
+    bool HasRoom() const { return CommandProcess::HasRoom(run); }
     // Releases everything of a run; its process goes on without it.
     void Close();
 
@@ -40,6 +46,7 @@ private:
     // Appends up to `count` bytes of the output. An unfinished character at their end is left alone unless this
     // `isRest`, after which nothing comes.
     Appending AppendFromFile(uint64_t count, bool isRest);
+    void AppendNote(const Char* note);
     bool AppendChunk(uint32_t count, bool isRest);
 
     TextStore& store;

@@ -8,6 +8,8 @@
 struct OutputRun {
     void* process = nullptr; // null when none runs
     uint32_t processId = 0;
+    void* job = nullptr; // holds the process and what it starts; null where the system has no such thing
+    bool wasAskedToClose = false;
     intptr_t outputRead = -1;  // all ones when closed
     intptr_t outputWrite = -1; // the handle given to the process; all ones when closed
     uint32_t pollTimer = 0;    // milliseconds between the polls while the timer is set, else 0

@@ -14,6 +14,8 @@
 //     close             closes its standard output
 //     child SCRIPT      starts a speaker that it does not wait for
 //     probe HANDLE      prints whether it has a handle (on Windows) of that value: "open" or "closed"
+//     leave SCRIPT      the same, as a program that lives on its own: it leaves the job, or the group, of this one
+//     hold FILE         keeps the file open for itself alone until it ends
 //     window TITLE      has a window with this title, out of sight, until it is closed
 //     startup FILE      writes into the file how its window (on Windows) is to be shown: "hidden" or "normal"
 //     exit N            ends with this code
@@ -30,6 +32,8 @@
 #include <fcntl.h>
 #include <io.h>
 #else
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 #endif
 
@@ -80,13 +84,16 @@ void WaitFor(const std::string& file, const std::string& script) {
 }
 
 #ifdef _WIN32
-void StartChild(const std::string& program, const std::string& script) {
+void StartChild(const std::string& program, const std::string& script, bool leaves = false) {
     std::string line = "\"" + program + "\" " + script;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION started = {};
-    CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started);
+    CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, leaves ? CREATE_BREAKAWAY_FROM_JOB : 0, nullptr,
+                   nullptr, &startup, &started);
 }
+
+void Hold(const std::string& file) { CreateFileA(file.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS, 0, nullptr); }
 
 bool IsOpen(const std::string& handle) {
     DWORD flags = 0;
@@ -126,9 +133,12 @@ void OpenUntilClosed(const std::string& title) {
     while (GetMessageA(&message, nullptr, 0, 0) > 0) DispatchMessageA(&message);
 }
 #else
-void StartChild(const std::string& program, const std::string& script) {
-    if (std::system(("'" + program + "' '" + script + "' &").c_str()) != 0) std::exit(3);
+void StartChild(const std::string& program, const std::string& script, bool leaves = false) {
+    const std::string start = leaves ? "setsid '" : "'";
+    if (std::system((start + program + "' '" + script + "' &").c_str()) != 0) std::exit(3);
 }
+
+void Hold(const std::string& file) { flock(open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666), LOCK_EX); }
 
 bool IsOpen(const std::string&) { return false; }
 void TellStartup(const std::string&) {}
@@ -161,6 +171,8 @@ struct Speaker {
         if (word == "feed") Feed(Unescaped(rest));
         if (word == "close") std::fclose(stdout);
         if (word == "child") StartChild(arguments[0], rest);
+        if (word == "leave") StartChild(arguments[0], rest, true);
+        if (word == "hold") Hold(rest);
         if (word == "probe") Print(IsOpen(rest) ? "open\n" : "closed\n");
         if (word == "startup") TellStartup(rest);
         if (word == "window") OpenUntilClosed(rest);

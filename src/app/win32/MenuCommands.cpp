@@ -60,7 +60,7 @@ void QuickOpen(FrameParts& frame) {
 void StopTool(FrameParts& frame) {
     Document* const document = frame.display.Active();
     bool running = false;
-    if (document && document->GetOutputState(running) && running) document->StopProcess();
+    if (document && document->GetOutputState(running) && running) frame.tools.Stop(static_cast<TextBuffer&>(*document));
 }
 
 void RecordMacro(FrameParts& frame) {

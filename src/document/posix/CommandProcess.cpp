@@ -5,11 +5,13 @@
 #include "base/posix/NativeText.h"
 #include "document/OutputRun.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <spawn.h>
 #include <string.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -108,6 +110,14 @@ bool CommandProcess::ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* 
 
 void CommandProcess::AskToClose(const OutputRun&) {
     // No process has windows here.
+}
+
+// The process leads a group of its own, which what it starts belongs to.
+void CommandProcess::EndAll(const OutputRun& run) { kill(-static_cast<pid_t>(run.processId), SIGKILL); }
+
+bool CommandProcess::HasRoom(const OutputRun& run) {
+    struct statvfs disk;
+    return fstatvfs(Descriptor(run.outputRead), &disk) != 0 || disk.f_bavail > 0;
 }
 
 void CommandProcess::Close(OutputRun& run) {

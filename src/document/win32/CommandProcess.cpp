@@ -130,6 +130,24 @@ void KeepFromOthers(const OutputRun& run) {
     SetHandleInformation(AsHandle(run.outputWrite), HANDLE_FLAG_INHERIT, 0);
 }
 
+// A job that holds the command, so that all it starts can be ended with it when the user says so. It never ends
+// anything by itself: its last handle may be closed while the command goes on. Nobody but the command is in it: tools
+// that are started detached are children of this process, which is not. Programs that are to live on their own may
+// leave it.
+HANDLE MakeJob() {
+    KernelHandle job(CreateJobObjectW(nullptr, nullptr));
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_BREAKAWAY_OK;
+    if (!SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof(limits))) return nullptr;
+    return job.Detach();
+}
+
+// Before the process runs, so that nothing it starts is missed. Without a job it runs all the same.
+void PutIntoJob(OutputRun& run) {
+    KernelHandle job(MakeJob());
+    if (job.Get() && AssignProcessToJobObject(job.Get(), run.process)) run.job = job.Detach();
+}
+
 BOOL CALLBACK AskWindow(HWND window, LPARAM processId) {
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
@@ -171,13 +189,15 @@ bool CommandProcess::Start(OutputRun& run, const Char* command) {
     PROCESS_INFORMATION started = {};
     const wchar_t* const directory = run.startDir.IsEmpty() ? nullptr : Wide(run.startDir.Text());
     if (!CreateProcessW(nullptr, Wide(line.Data()), nullptr, nullptr, TRUE,
-                        CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT, nullptr, directory,
+                        CREATE_NEW_PROCESS_GROUP | CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT, nullptr, directory,
                         &startup.StartupInfo, &started))
         return Fail(run, Failure::NoProcess, GetLastError());
     const KernelHandle thread(started.hThread);
     KeepFromOthers(run);
     run.process = started.hProcess;
     run.processId = started.dwProcessId;
+    PutIntoJob(run);
+    ResumeThread(thread.Get());
     return true;
 }
 
@@ -204,11 +224,28 @@ bool CommandProcess::ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* 
 
 void CommandProcess::AskToClose(const OutputRun& run) { EnumWindows(AskWindow, static_cast<LPARAM>(run.processId)); }
 
+void CommandProcess::EndAll(const OutputRun& run) {
+    constexpr UINT Ended = 1;
+    if (run.job)
+        TerminateJobObject(run.job, Ended);
+    else
+        TerminateProcess(run.process, Ended);
+}
+
+bool CommandProcess::HasRoom(const OutputRun&) {
+    wchar_t directory[MAX_PATH];
+    ULARGE_INTEGER left = {};
+    const DWORD length = GetTempPathW(MAX_PATH, directory);
+    return length == 0 || length >= MAX_PATH || !GetDiskFreeSpaceExW(directory, &left, nullptr, nullptr) ||
+           left.QuadPart > 0;
+}
+
 void CommandProcess::Close(OutputRun& run) {
     const KernelHandle process(run.process);
+    const KernelHandle job(run.job);
     const KernelHandle read(AsHandle(run.outputRead));
     const KernelHandle write(AsHandle(run.outputWrite));
-    run.process = nullptr;
+    run.process = run.job = nullptr;
     run.processId = 0;
     run.outputRead = run.outputWrite = -1;
 }

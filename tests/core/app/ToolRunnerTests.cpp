@@ -135,4 +135,59 @@ TEST_F(ToolRunnerTest, ARunThatCannotStartSaysWhyInItsDocument) {
     EXPECT_EQ(documents.Count(), 2u);
 }
 
+// A command that goes on until it is ended.
+class StopToolTest : public ToolRunnerTest {
+protected:
+    void Run() {
+        ASSERT_TRUE(runner.RunCaptured((speaker.Command(speaker.WaitFor("end"))).c_str(), u""));
+        ASSERT_TRUE(IsRunning());
+    }
+    bool IsRunning() const { return Output().Output().IsRunning(); }
+    bool PollToTheEnd() {
+        return SpeakerScripts::Eventually([this] { return (Output().PollOutput(), !IsRunning()); });
+    }
+};
+
+TEST_F(StopToolTest, TheFirstStopAsksNobodyAndEndsNothing) {
+    Run();
+    runner.Stop(Output());
+    EXPECT_TRUE(frame.questions.empty());
+    EXPECT_TRUE(IsRunning());
+    speaker.Give("end");
+    EXPECT_TRUE(PollToTheEnd());
+}
+
+TEST_F(StopToolTest, TheSecondStopAsksWhetherToEndIt) {
+    Run();
+    runner.Stop(Output());
+    frame.answers = {Answer::No};
+    runner.Stop(Output());
+    ASSERT_EQ(frame.questions.size(), 1u);
+    EXPECT_EQ(frame.questions[0].text,
+              Str(Output().GetName()) + u" is still running.\nEnd it with everything it has started?");
+    EXPECT_EQ(frame.questions[0].kind, MessageKind::YesNo);
+    EXPECT_TRUE(IsRunning());
+    frame.answers = {Answer::Yes};
+    runner.Stop(Output());
+    EXPECT_TRUE(PollToTheEnd());
+}
+
+TEST_F(StopToolTest, ANewRunIsNotEndedByAnOldQuestion) {
+    Run();
+    runner.Stop(Output());
+    frame.answers = {Answer::Yes};
+    frame.whileAsking = [this] {
+        speaker.Give("end");
+        EXPECT_TRUE(PollToTheEnd());
+        std::filesystem::remove(speaker.File("end"));
+        EXPECT_TRUE(Output().RunCommand(speaker.Command(speaker.WaitFor("end")).c_str(), u""));
+    };
+    runner.Stop(Output());
+    frame.whileAsking = nullptr;
+    EXPECT_EQ(frame.questions.size(), 1u);
+    EXPECT_TRUE(IsRunning());
+    speaker.Give("end");
+    EXPECT_TRUE(PollToTheEnd());
+}
+
 } // namespace

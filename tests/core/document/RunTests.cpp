@@ -239,15 +239,18 @@ TEST_F(RunTest, FailingAllocationsFailTheStart) {
 }
 
 TEST_F(RunTest, FailingFileCallsFailTheStart) {
+    std::u16string reason;
     const uint64_t failures = FailEachFileCall([&] {
         TextDocument document(u"text");
         const bool started = Run(*document, "say more");
         const FailurePause pause;
+        if (!started) reason = document->Output().Failure();
         EXPECT_EQ(document->IsOutput(), started);
         ExpectRunOfMore(document, started);
         return started;
     });
-    EXPECT_EQ(failures, 2u);
+    EXPECT_EQ(failures, 3u); // both sides of the file, and the room on its disk
+    EXPECT_EQ(reason, u"The disk that its output would go to is full.");
 }
 
 TEST_F(RunTest, WhatIsPrintedBetweenTheLastReadAndTheEndIsNotShown) {
