@@ -124,3 +124,26 @@ TEST_F(RecoveryTest, ASaveThatDidNotComeToItsEndIsTold) {
     EXPECT_EQ(files::Read(target), "half");
     EXPECT_TRUE(files::RecoveryFiles(L"Copies").empty());
 }
+
+TEST_F(RecoveryTest, AfterACrashTheUserIsToldWhereTheChangesAre) {
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    ASSERT_TRUE(Modify(L"a.txt"));
+    ASSERT_TRUE(window::WaitFor([] { return JournalSize() > 0; }));
+    const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, editor.Process());
+    // No code is there.
+    auto* const nowhere = reinterpret_cast<LPTHREAD_START_ROUTINE>(uintptr_t{16});
+    CloseHandle(CreateRemoteThread(process, nullptr, 0, nowhere, nullptr, 0, nullptr));
+    CloseHandle(process);
+    const std::wstring folder = files::RecoveryPath() + L"\\Journals";
+    ASSERT_TRUE(editor.Answer(L"Orvane has come upon an error and has to end.\nWhat was not saved is in " + folder +
+                                  L". The next start offers it.\nWhat happened is described in " + folder +
+                                  L"\\Orvane.dmp.",
+                              L"OK"));
+    DWORD code = 0;
+    EXPECT_TRUE(editor.WaitForEnd(code));
+    EXPECT_EQ(code, EXCEPTION_ACCESS_VIOLATION);
+    EXPECT_EQ(files::Read(folder + L"\\Orvane.dmp").substr(0, 4), "MDMP");
+    Editor next;
+    ASSERT_TRUE(next.Start(L"", scratch.Folder()));
+    EXPECT_TRUE(next.Answer(Question(), L"No"));
+}

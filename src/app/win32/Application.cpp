@@ -1,6 +1,7 @@
 #include "app/win32/Application.h"
 
 #include "app/StartArguments.h"
+#include "app/win32/CrashReport.h"
 #include "app/win32/MainFrame.h"
 #include "app/win32/ProcessSetup.h"
 #include "app/win32/SettingsStore.h"
@@ -45,12 +46,9 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
     delete frame;
 }
 
-} // namespace
-
-int Application::Run(HINSTANCE instance, const Char* commandLine) {
-    const ProcessSetup setup;
-    const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
-    Heap::Start();
+// Everything that needs the heap.
+void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators) {
+    const CrashReport crashes;
     DrawingObjects::Start();
     SettingsStore store;
     KeepJournals(true);
@@ -65,6 +63,15 @@ int Application::Run(HINSTANCE instance, const Char* commandLine) {
     findState.Release();
     LeaveSaveCopies();
     store.Free();
+}
+
+} // namespace
+
+int Application::Run(HINSTANCE instance, const Char* commandLine) {
+    const ProcessSetup setup;
+    const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
+    Heap::Start();
+    RunEditor(instance, commandLine, accelerators);
     Heap::Stop();
     return 0;
 }

@@ -1,0 +1,99 @@
+#include "app/win32/CrashReport.h"
+
+#include "base/Journal.h"
+#include "base/Path.h"
+#include "base/Platform.h"
+#include "base/TextFormat.h"
+#include "base/win32/Handles.h"
+#include "base/win32/SystemText.h"
+
+#include <dbghelp.h>
+
+namespace {
+
+// How long the thread that reports may take to begin: in a process that is damaged enough it never does.
+constexpr DWORD MostWaiting = 5000; // milliseconds
+// What is left of an overflown stack for the filter.
+constexpr ULONG StackLeft = 0x8000;
+
+// What the filter uses: made at start, since after a crash there may be no memory to be had.
+struct Prepared {
+    WString library; // of the system, by its full name
+    WString folder;  // of the journals
+    WString dump;    // one for all crashes: the last one counts
+    WString told;    // what the user is told
+    WString toldWithDump;
+};
+Prepared prepared;
+
+// The thread that has crashed, and what happened to it.
+struct Crash {
+    EXCEPTION_POINTERS* pointers;
+    DWORD thread;
+    HANDLE hasBegun;
+};
+
+bool Prepare() {
+    const auto systemFolder = [](wchar_t* out, DWORD size) { return GetSystemDirectoryW(out, size); };
+    return FillFromSystem(prepared.library, systemFolder) && Path::Join(prepared.library, u"dbghelp.dll") &&
+           Platform::RecoveryPath(JournalFolder, prepared.folder) && prepared.dump.Assign(prepared.folder) &&
+           Path::Join(prepared.dump, u"Orvane.dmp") &&
+           Text::AppendFormat(prepared.told,
+                              u"Orvane has come upon an error and has to end.\n"
+                              u"What was not saved is in %s. The next start offers it.",
+                              prepared.folder.Text()) &&
+           Text::AppendFormat(prepared.toldWithDump, u"%s\nWhat happened is described in %s.", prepared.told.Text(),
+                              prepared.dump.Text());
+}
+
+bool WriteDump(const Crash& crash) {
+    const HMODULE library = LoadLibraryW(Wide(prepared.library.Text()));
+    const auto write = reinterpret_cast<decltype(&MiniDumpWriteDump)>(
+        reinterpret_cast<void*>(library ? GetProcAddress(library, "MiniDumpWriteDump") : nullptr));
+    if (!write) return false;
+    SHCreateDirectoryExW(nullptr, Wide(prepared.folder.Text()), nullptr);
+    const KernelHandle file(
+        CreateFileW(Wide(prepared.dump.Text()), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    MINIDUMP_EXCEPTION_INFORMATION exception = {crash.thread, crash.pointers, FALSE};
+    return file.IsValid() &&
+           write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal, &exception, nullptr, nullptr);
+}
+
+// On a thread of its own: the messages that a box handles would lead into what has crashed.
+DWORD WINAPI Report(void* parameter) {
+    const Crash& crash = *static_cast<const Crash*>(parameter);
+    SetEvent(crash.hasBegun);
+    const WString& text = WriteDump(crash) ? prepared.toldWithDump : prepared.told;
+    MessageBoxW(nullptr, Wide(text.Text()), L"Orvane", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+    return 0;
+}
+
+LONG WINAPI OnException(EXCEPTION_POINTERS* pointers) {
+    // Another thread that crashes meanwhile, or the report itself, waits for the end of the process.
+    static LONG crashes = 0;
+    if (InterlockedIncrement(&crashes) > 1) {
+        Sleep(INFINITE);
+        return EXCEPTION_EXECUTE_HANDLER;
+    }
+    const KernelHandle hasBegun(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    Crash crash = {pointers, GetCurrentThreadId(), hasBegun.Get()};
+    const KernelHandle thread(CreateThread(nullptr, 0, Report, &crash, 0, nullptr));
+    if (thread.IsValid() && WaitForSingleObject(hasBegun.Get(), MostWaiting) == WAIT_OBJECT_0)
+        WaitForSingleObject(thread.Get(), INFINITE);
+    // Not by way of the libraries, whose ends might touch what is damaged; and not one journal is removed.
+    TerminateProcess(GetCurrentProcess(), pointers->ExceptionRecord->ExceptionCode);
+    return EXCEPTION_EXECUTE_HANDLER;
+}
+
+} // namespace
+
+CrashReport::CrashReport() : before(nullptr) {
+    ULONG left = StackLeft;
+    SetThreadStackGuarantee(&left);
+    if (Prepare()) before = SetUnhandledExceptionFilter(OnException);
+}
+
+CrashReport::~CrashReport() {
+    SetUnhandledExceptionFilter(before);
+    prepared = Prepared();
+}
