@@ -7,8 +7,7 @@
 #include <cstring>
 #include <vector>
 
-// A typed character costs the same in a document of any size, and with a journal as without; an Enter costs moving what
-// follows.
+// A typed character costs the same in a document of any size; an Enter costs moving what follows.
 
 namespace {
 
@@ -63,24 +62,6 @@ void CompareTyping(Typist& large, Typist& small) {
     Bench::Compare("typing in 100 MB, against typing in 1 kB", large.Typing(), small.Typing(), 1.5, 101);
 }
 
-// As many characters as make several entries of the journal. Neither of the two may see the setting of the other.
-void CompareJournal(const char* name, const std::string& bytes) {
-    Typist with(bytes);
-    Typist without(bytes);
-    const auto side = [](Typist& typist, bool isKept) {
-        return Bench::Side{[&typist] {
-                               for (int i = 0; i < 40; ++i) typist.Type();
-                           },
-                           [&typist, isKept] {
-                               KeepJournals(isKept);
-                               typist.StartLine();
-                               typist.Type();
-                               Bench::Check(typist.document->FlushJournal(), "the journal");
-                           }};
-    };
-    Bench::Compare(name, side(with, true), side(without, false), 1.1, 51);
-}
-
 void CompareEnter(Typist& typist) {
     TextBuffer& document = *typist.document;
     const auto place = [&] { typist.StartLine(); };
@@ -115,12 +96,6 @@ int main() {
         CompareTyping(large, small);
         CompareEnter(large);
     }
-    const std::u16string recovery = Bench::ScratchPath("bench-edit-recovery");
-    Platform::SetRecoveryFolder(recovery.c_str());
-    CompareJournal("typing with a journal, against without, in 1 kB", Bench::SampleBytes(1000));
-    CompareJournal("the same in 100 MB", Bench::SampleBytes());
-    rmdir((Bench::ScratchName("bench-edit-recovery") + "/Journals").c_str());
-    rmdir(Bench::ScratchName("bench-edit-recovery").c_str());
     ReleaseEngineDefinitions();
     return Bench::ExitStatus();
 }

@@ -6,14 +6,14 @@
 #include <algorithm>
 #include <string>
 
-// Saving 100 MB of C++ text against narrowing it and writing it in one call, twice: a save writes its bytes to a copy
-// first. Each time the system is asked to have the bytes on the disk.
+// Saving 100 MB of C++ text against narrowing it and writing it in one call. Both end with what the system needs to
+// have the bytes on the disk. A save makes and writes its bytes twice, to a copy and then in place, and adds them up:
+// that no byte is lost is worth more than the ratio, which misses the mark where the bytes take long to make.
 
 namespace {
 
 constexpr char In[] = "bench-save-in.txt";
 constexpr char Out[] = "bench-save-out.txt";
-constexpr char Copy[] = "bench-save-copy.txt";
 constexpr char Recovery[] = "bench-save-recovery";
 
 void NarrowAndWrite(const Char* text, size_t count, const std::string& name) {
@@ -45,17 +45,12 @@ int main() {
     Bench::Check(document->Load(Bench::ScratchPath(In).c_str(), false), "the sample does not load");
     const std::u16string path = Bench::ScratchPath(Out);
     const std::string name = Bench::ScratchName(Out);
-    const std::string copy = Bench::ScratchName(Copy);
     const std::u16string recovery = Bench::ScratchPath(Recovery);
     Platform::SetRecoveryFolder(recovery.c_str());
 
     const auto measure = [&](const char* title, Encoding encoding, LineEnding style) {
         const auto save = [&] { Bench::Check(document->Save(path.c_str(), encoding, style), "a save fails"); };
-        const auto reference = [&] {
-            NarrowAndWrite(document->Content(), document->Length(), copy);
-            NarrowAndWrite(document->Content(), document->Length(), name);
-            unlink(copy.c_str());
-        };
+        const auto reference = [&] { NarrowAndWrite(document->Content(), document->Length(), name); };
         save();
         std::string saved = ReadAll(name);
         if (encoding == Encoding::Utf8) saved.erase(0, 3);
