@@ -2,6 +2,7 @@
 
 #include "view/OptionsTest.h"
 
+#include "settings/SystemColours.h"
 #include "support/FailureInjection.h"
 
 #include <optional>
@@ -45,6 +46,17 @@ TEST_F(OptionsTest, OkSavesAllSettingsByteForByte) {
     EXPECT_EQ(settings.SpacesPerTab, 8u);
     EXPECT_EQ(Saved(), GeneralSection());
     EXPECT_NE(Saved().find("FontSize=12\r\n"), std::string::npos);
+}
+
+// They are there for as long as High Contrast is on, and nobody has chosen them.
+TEST_F(OptionsTest, OkDoesNotSaveTheColoursOfHighContrast) {
+    const std::string before = GeneralSection();
+    const SystemColours colours = {0x000000, 0xFFFFFF, 0x00FFFF, 0x000080, 0x3FF23F, 0x80FF00};
+    ShowSystemColours(&colours);
+    ASSERT_TRUE(Open([](HWND options) { dialog::Ok(options); }));
+    EXPECT_EQ(Saved(), before);
+    EXPECT_EQ(settings.TextFg, 0xFFFFFFu);
+    ForgetSystemColours();
 }
 
 TEST_F(OptionsTest, OkWritesTheDefaultsOfAllSettingsByteForByte) {

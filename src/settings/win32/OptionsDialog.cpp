@@ -2,6 +2,7 @@
 
 #include "resource.h"
 #include "settings/IniFile.h"
+#include "settings/SystemColours.h"
 #include "settings/win32/OptionsPages.h"
 
 namespace {
@@ -133,5 +134,6 @@ OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& chan
     OptionsDialog dialog;
     if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return OptionsOutcome::Cancelled;
     changes = AdoptSettings(dialog.Copy());
+    const OwnColours own; // the system's are not stored
     return StoreSettingsToFile(file) ? OptionsOutcome::Stored : OptionsOutcome::Unstored;
 }

@@ -1,0 +1,99 @@
+#include "settings/SystemColours.h"
+
+#include "base/Text.h"
+
+namespace {
+
+using Cell = uint32_t SettingsRecord::*;
+
+// The settings that are neither text nor background.
+struct Role {
+    Cell cell;
+    Colour SystemColours::*colour;
+};
+
+constexpr Role Roles[] = {
+    {&SettingsRecord::SelFg, &SystemColours::selectionText},
+    {&SettingsRecord::SelBg, &SystemColours::selectionBackground},
+    {&SettingsRecord::BraceMatchFg, &SystemColours::selectionText},
+    {&SettingsRecord::BraceMatchBg, &SystemColours::selectionBackground},
+    {&SettingsRecord::MarginColor, &SystemColours::background},
+    {&SettingsRecord::BookmarkColor, &SystemColours::link},
+    {&SettingsRecord::SpaceColor, &SystemColours::faint},
+    {&SettingsRecord::GuideColor, &SystemColours::faint},
+};
+
+// The colours that were put into the live record, by row; nothing while there are none.
+bool areShown = false;
+Colour shownColours[SettingCount] = {};
+
+template <class Visitor> void ForEachColour(Visitor visit) {
+    for (uint32_t i = 0; i < generalSettings.count; ++i)
+        if (generalSettings.rows[i].type == SettingType::Colour) visit(generalSettings.rows[i], i);
+}
+
+Colour DefaultOf(const SettingDef& row, const SettingsRecord& record) {
+    return row.fallback ? record.*row.fallback : row.initial.number;
+}
+
+bool IsBackground(const SettingDef& row) {
+    const uint32_t length = Text::Length(row.key);
+    return length > 2 && Text::Equal(row.key + length - 2, u"Bg");
+}
+
+Colour ColourOf(const SettingDef& row, const SystemColours& colours) {
+    for (const Role& role : Roles)
+        if (role.cell == row.cell.number) return colours.*role.colour;
+    return IsBackground(row) ? colours.background : colours.text;
+}
+
+// A colour that was set meanwhile is another one than was put there. The order of the table has fallbacks first.
+void TakeBack(SettingsRecord& record) {
+    if (!areShown) return;
+    ForEachColour([&](const SettingDef& row, uint32_t i) {
+        Colour& cell = record.*row.cell.number;
+        if (cell == shownColours[i]) cell = DefaultOf(row, record);
+    });
+}
+
+bool AreDefaults(const SettingsRecord& record) {
+    bool defaults = true;
+    ForEachColour([&](const SettingDef& row, uint32_t) {
+        defaults = defaults && record.*row.cell.number == DefaultOf(row, record);
+    });
+    return defaults;
+}
+
+} // namespace
+
+SettingsChanges ShowSystemColours(const SystemColours* colours) {
+    const SettingsRecord before = settings;
+    TakeBack(settings);
+    areShown = colours && AreDefaults(settings);
+    if (areShown) {
+        ForEachColour([&](const SettingDef& row, uint32_t i) {
+            settings.*row.cell.number = shownColours[i] = ColourOf(row, *colours);
+        });
+    }
+    const SettingsChanges changes = CompareSettings(before, settings);
+    ForEachColour([&](const SettingDef& row, uint32_t) {
+        if (changes.Holds(row) && row.onChange) row.onChange();
+    });
+    return changes;
+}
+
+void ForgetSystemColours() { areShown = false; }
+
+OwnColours::OwnColours() : shown(settings) { TakeBack(settings); }
+
+OwnColours::~OwnColours() {
+    ForEachColour([&](const SettingDef& row, uint32_t) { settings.*row.cell.number = shown.*row.cell.number; });
+}
+
+// The weights of the eye for red, green and blue.
+bool IsDark(Colour background) {
+    const uint32_t red = background & 0xFF;
+    const uint32_t green = background >> 8 & 0xFF;
+    const uint32_t blue = background >> 16 & 0xFF;
+    return 299 * red + 587 * green + 114 * blue < 1000 * 128;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "settings/Settings.h"
+
+// What the system draws windows in, for users of High Contrast.
+struct SystemColours {
+    Colour background = 0;
+    Colour text = 0;
+    Colour selectionBackground = 0;
+    Colour selectionText = 0;
+    Colour faint = 0; // of text that is not available
+    Colour link = 0;
+};
+
+// The live record holds these in the place of the user's colours as long as all of those are the defaults: somebody who
+// has set a colour wants to see it. The record alone changes; what is stored is the user's (OwnColours).
+
+// Has them shown, or, when `colours` is null, the user's own again. To be called whenever the system's or the user's
+// colours have changed. Runs the handlers of what has changed, and returns it.
+SettingsChanges ShowSystemColours(const SystemColours* colours);
+// The record was read from a file: what it holds is the user's.
+void ForgetSystemColours();
+
+// While one lives, the live record holds the user's colours. No handler runs.
+class OwnColours {
+public:
+    OwnColours();
+    ~OwnColours();
+    OwnColours(const OwnColours&) = delete;
+    OwnColours& operator=(const OwnColours&) = delete;
+
+private:
+    SettingsRecord shown; // its strings are the live record's
+};
+
+// Whether light text is read on it more easily than dark text.
+bool IsDark(Colour background);
