@@ -3,6 +3,8 @@
 #include "app/CommandContext.h"
 #include "app/PaneViews.h"
 #include "base/win32/WindowText.h"
+#include "settings/Settings.h"
+#include "settings/win32/DrawingObjects.h"
 
 bool CommandWindow::Create(HWND frame, HINSTANCE instance) {
     // Screen readers call a field by the label before it, also by one that is not seen.
@@ -46,6 +48,12 @@ void CommandWindow::OnTextChanged() {
 bool CommandWindow::GetText(WString& out) const { return TextOfWindow(window, out); }
 
 void CommandWindow::ApplyFont() { font.Apply(window, &NONCLIENTMETRICSW::lfMessageFont); }
+
+HBRUSH CommandWindow::ApplyColours(HDC target) const {
+    SetTextColor(target, settings.TextFg);
+    SetBkColor(target, settings.TextBg);
+    return DrawingObjects::BackgroundBrush();
+}
 
 int CommandWindow::Height() const {
     const WindowDc dc(window);

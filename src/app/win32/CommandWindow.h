@@ -21,6 +21,10 @@ public:
     // For the control's EN_CHANGE.
     void OnTextChanged();
     bool GetText(WString& out) const;
+    // In the colours of the text, which the frame is asked for (WM_CTLCOLOREDIT): sets those of `target` and returns
+    // the background's brush.
+    HBRUSH ApplyColours(HDC target) const;
+    void Invalidate() { InvalidateRect(window, nullptr, TRUE); }
     // Makes the font follow the system's interface font for the frame's DPI.
     void ApplyFont();
     // The height of the font plus twice the system's border width.

@@ -8,8 +8,10 @@
 #include "document/TextBuffer.h"
 #include "settings/Settings.h"
 #include "settings/win32/DrawingObjects.h"
+#include "settings/win32/HighContrast.h"
 
 void FrameSettings::Reapply(const SettingsChanges& changes) {
+    if (changes.HoldsColour()) HighContrast::Follow();
     // Engines have colours of their own; making them again costs every document its line states.
     if (!changes.HoldsColour()) return Apply(SettingsChanged::Layout);
     // The only drawing object without a change handler of its own. Without memory the old one stays.
@@ -29,10 +31,18 @@ void FrameSettings::Reload() {
 
 void FrameSettings::Apply(SettingsChanged kind) {
     commandWindow.ApplyFont();
+    commandWindow.Invalidate();
+    titleBar.Follow(frame);
     for (const DocumentList::Node* node = documents.Head(); node; node = node->next)
         node->document->OnSettingsChanged(kind);
     screen.LayOut();
     LayOutViews(kind);
+}
+
+void FrameSettings::FollowSystemColours() {
+    const SettingsChanges changes = HighContrast::Follow();
+    titleBar.Follow(frame); // High Contrast alone may change it
+    if (changes.HoldsColour()) Reapply(changes);
 }
 
 void FrameSettings::OnMetricsChanged() { LayOutViews(SettingsChanged::Layout); }

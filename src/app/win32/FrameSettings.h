@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/win32/TitleBar.h"
 #include "base/win32/Windows.h"
 #include "document/SettingsChanged.h"
 
@@ -17,12 +18,17 @@ public:
     FrameSettings(const FrameSettings&) = delete;
     FrameSettings& operator=(const FrameSettings&) = delete;
 
-    void SetFrame(HWND window) { frame = window; }
+    void SetFrame(HWND window) {
+        frame = window;
+        titleBar.Follow(frame);
+    }
     // The settings record has changed.
     void Reapply(const SettingsChanges& changes);
     // Reads the settings file again.
     void Reload();
     void Apply(SettingsChanged kind);
+    // The system's colours, or High Contrast, may be others.
+    void FollowSystemColours();
     // The font was rebuilt.
     void OnMetricsChanged();
 
@@ -35,4 +41,5 @@ private:
     CommandWindow& commandWindow;
     ScreenBatch& screen;
     HWND frame = nullptr;
+    TitleBar titleBar;
 };

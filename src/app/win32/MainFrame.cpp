@@ -101,18 +101,15 @@ LRESULT MainFrame::OnMessage(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_ACTIVATEAPP:
         OnApplicationActivated(wparam != 0);
         break;
-    case WM_DPICHANGED:
-    case WM_SETTINGCHANGE:
-    case WM_SYSCOLORCHANGE:
-        OnSystemChanged(message, wparam, lparam);
-        break;
+    case WM_CTLCOLOREDIT:
+        return reinterpret_cast<LRESULT>(parts.commandWindow.ApplyColours(reinterpret_cast<HDC>(wparam)));
     case WM_QUERYENDSESSION:
         return parts.leaving.QueryEndSession();
     case WM_HELP:
         menu.Execute(IDM_ONLINE_HELP);
         return TRUE;
     default:
-        break;
+        OnSystemChanged(message, wparam, lparam);
     }
     return DefWindowProcW(parts.window, message, wparam, lparam);
 }
@@ -220,9 +217,13 @@ void MainFrame::OnSystemChanged(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_DPICHANGED:
         return OnDpiChanged(wparam, lparam);
     case WM_SETTINGCHANGE:
+        parts.settings.FollowSystemColours(); // High Contrast is a setting as well
         return FollowSystemFonts();
-    default: // the colours
-        SendToChildren(parts.window, message, wparam, lparam);
+    case WM_SYSCOLORCHANGE:
+        parts.settings.FollowSystemColours();
+        return SendToChildren(parts.window, message, wparam, lparam);
+    default:
+        break;
     }
 }
 

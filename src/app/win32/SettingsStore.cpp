@@ -5,6 +5,7 @@
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "settings/ToolList.h"
+#include "settings/win32/HighContrast.h"
 #include "syntax/EngineDefinition.h"
 
 namespace {
@@ -33,6 +34,8 @@ bool SettingsStore::Load() {
     const bool isRead = !LocateSettingsFile(path) || ini->Load(path.Text());
     known = {!isRead && !ini->StoppedLine(), ini->StoppedLine()};
     LoadSettings(*ini);
+    ForgetSystemColours();
+    HighContrast::Follow();
     RebuildToolAccelerators();
     LoadEngineDefinitions(*ini);
     return true;
