@@ -1,5 +1,6 @@
 #include "FaultTest.h"
 #include "base/SaveCopy.h"
+#include "support/FailureInjection.h"
 
 namespace {
 
@@ -118,6 +119,31 @@ TEST_F(SaveRecoveryTest, WithoutRoomTheCopyItselfIsNamedAndStays) {
     EXPECT_EQ(disk.FilesBeside({path}), std::vector<std::u16string>{});
     disk.StopFailing();
     EXPECT_EQ(StartAgain().named, CopyOfTarget);
+}
+
+TEST_F(SaveRecoveryTest, EveryAllocationThatFailsLeavesTheBytes) {
+    const uint64_t failures = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            Reset();
+            disk.Write(Target, "half");
+            LeaveCopy();
+        }
+        bool isTold = false;
+        {
+            SaveRecovery recovery;
+            recovery.Look();
+            WString message;
+            isTold = !recovery.IsEmpty() && recovery.AppendMessage(message);
+        }
+        // Nothing was forgotten: the next start tells it.
+        const FailurePause pause;
+        EXPECT_TRUE(disk.Holds(StartAgain().named, "new bytes"));
+        EXPECT_EQ(disk.Read(Target), "half");
+        EXPECT_EQ(disk.OpenFiles(), 0u);
+        return isTold;
+    });
+    EXPECT_GT(failures, 5u);
 }
 
 TEST_F(SaveRecoveryTest, EveryCallThatFailsLeavesTheBytes) {
