@@ -6,10 +6,14 @@
 
 namespace {
 
-// The second half of a pair counts as a mark as well.
+bool IsSecondHalf(Char c) { return (c & 0xFC00) == 0xDC00; }
+
+// Half a pair alone is no mark of the character before it.
 bool IsInside(TextSpan line, uint32_t column) {
-    return column > 0 && column < line.length &&
-           TextDirection::KindOf(line.text[column]) == TextDirection::Kind::Combining;
+    if (column == 0 || column >= line.length) return false;
+    const Char next = line.text[column];
+    return IsSecondHalf(next) ? Text::SplitsPair(line.text, line.length, column)
+                              : TextDirection::KindOf(next) == TextDirection::Kind::Combining;
 }
 
 } // namespace

@@ -58,6 +58,8 @@ TEST_F(WholeCharacterTest, TheArrowsPassPairsAndMarks) {
 TEST_F(WholeCharacterTest, AMarkWithoutALetterAndHalfAPairAreStops) {
     Fill(std::u16string(u"\u0301a") + HighHalf + u"b" + HighHalf + HighHalf + u"z");
     EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 1, 2, 3, 4, 5, 6, 7}));
+    Fill({u'a', LowHalf, LowHalf, u'b'});
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 1, 2, 3, 4}));
 }
 
 TEST_F(WholeCharacterTest, ShiftSelectsWholeCharacters) {
@@ -216,8 +218,8 @@ TEST_F(WholeCharacterTest, AnotherViewsCaretLeavesAPairThatAnEditMakes) {
     second->input.OnSize(false);
     second->input.OnAttached();
     second->editor.SelectRange({2, 3});
-    PutAt(0, 3);
-    Press(ViewKey::Backspace);
+    PutAt(0, 2);
+    Press(ViewKey::Delete);
     EXPECT_EQ(Text(), (std::u16string{u'a', HighHalf, LowHalf, u'b'}));
     EXPECT_EQ(Column(), 1u);
     EXPECT_EQ(second->editor.CaretOffset(), 1u);
