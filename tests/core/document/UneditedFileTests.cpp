@@ -2,6 +2,7 @@
 #include "LoadSaveSupport.h"
 #include "base/RoundTrip.h"
 #include "support/Random.h"
+#include "support/WithAdditional.h"
 
 // What loading a file and saving it again does to its bytes: docs/guarantees.md has the table.
 
@@ -124,6 +125,21 @@ TEST(UneditedFile, WhereUtf8IsTheSystemsPageIllegalBytesAreAskedAbout) {
 
 // Under whatever page the system has: the tests are run in several.
 TEST(UneditedFile, ItIsAskedExactlyWhereBytesWouldChange) { ExpectAskedOnlyWhereBytesChange(1); }
+
+TEST(UneditedFile, Utf8IsIdenticalWhenThatIsSet) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    ExpectIdentical("\xC3\xA4\xE6\xBC\xA2 \xF0\x9F\x98\x80\n");
+    ExpectIdentical("\xEF\xBB\xBF\xC3\xA4\xE6\xBC\xA2 \xF0\x9F\x98\x80\n");
+    ExpectIdentical("\xC3\xA4\xFF\n");
+}
+
+TEST(UneditedFile, WithUtf8SetItIsAskedExactlyThenAsWell) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    ExpectAsked("\xEF\xBB\xBF\xC3\xA4\xFF", "\xEF\xBB\xBF\xC3\xA4\xEF\xBF\xBD");
+    ExpectAskedOnlyWhereBytesChange(2);
+}
 
 TEST(UneditedFile, AReloadLooksAgain) {
     LoadedDocument document("plain");
