@@ -112,11 +112,16 @@ TEST_F(RecoveryTest, ChangedBytesComeBackOverTheirFile) {
 TEST_F(RecoveryTest, ASaveThatDidNotComeToItsEndIsTold) {
     const std::wstring target = Path(L"a.txt");
     ASSERT_TRUE(files::Write(target, "half"));
+    const std::wstring folder = files::RecoveryPath();
+    Heap::Start(); // the copy is made by this process
+    Platform::SetRecoveryFolder(reinterpret_cast<const Char*>(folder.c_str()));
     {
         BlockSource source("new bytes", 9);
         SaveCopy left;
         ASSERT_EQ(left.Make(reinterpret_cast<const Char*>(target.c_str()), source), SaveCopy::Outcome::Made);
     }
+    Platform::SetRecoveryFolder(nullptr);
+    ASSERT_EQ(files::RecoveryFiles(L"Copies").size(), 1u);
     ASSERT_TRUE(Start());
     const std::wstring bytes = files::RecoveryPath() + L"\\a.txt";
     ASSERT_TRUE(editor.Answer(target + L" was not saved completely.\nIts new contents are in " + bytes + L".", L"OK"));
