@@ -41,9 +41,12 @@ void ExpectAsked(const std::string& bytes, const std::string& saved) {
 }
 
 bool IsWindows1252() {
-    const uint8_t euro = 0x80;
+    const uint8_t euro = 0x80; // of some pages of two bytes as well
+    const uint8_t umlaut = 0xE4;
     Char c = 0;
-    return ToUtf16(CodePage::Ansi, &euro, 1, &c, 1) == 1 && c == 0x20AC;
+    Char d = 0;
+    return ToUtf16(CodePage::Ansi, &euro, 1, &c, 1) == 1 && c == 0x20AC &&
+           ToUtf16(CodePage::Ansi, &umlaut, 1, &d, 1) == 1 && d == 0x00E4;
 }
 
 // The question that is asked is right for whatever bytes: it is asked when they would change, and only then.
@@ -121,6 +124,22 @@ TEST(UneditedFile, WhereUtf8IsTheSystemsPageIllegalBytesAreAskedAbout) {
     ExpectAsked("a\xFFz", "a\xEF\xBF\xBDz");
     ExpectAsked("\xC3", "\xEF\xBF\xBD");
     ExpectAskedOnlyWhereBytesChange(3);
+}
+
+// In Japanese, Chinese and Korean; ./test runs this in each.
+TEST(UneditedFile, TextInAPageOfTwoBytesIsIdentical) {
+    bool isSuchAPage = false;
+    for (const auto& [bytes, text] :
+         {std::pair<std::string, std::u16string>{"\x93\xFA\x96\x7B\x8C\xEA", u"\u65E5\u672C\u8A9E"},
+          {"\xBA\xBA\xD7\xD6", u"\u6C49\u5B57"},
+          {"\xC7\xD1\xB1\xDB", u"\uD55C\uAE00"}}) {
+        if (LoadedDocument(bytes).Store() != text) continue;
+        isSuchAPage = true;
+        std::string all;
+        for (int i = 0; i < 5000; ++i) all += bytes + (i % 7 ? "x" : "\r\n");
+        ExpectIdentical(all);
+    }
+    if (!isSuchAPage) GTEST_SKIP() << "the system's page is another one";
 }
 
 // Under whatever page the system has: the tests are run in several.
