@@ -1,5 +1,6 @@
 #pragma once
 
+#include "../tests/support/TestServices.h"
 #include "base/WString.h"
 #include "view/TextInput.h"
 #include "viewbase/EditorSurface.h"
@@ -73,7 +74,7 @@ public:
     explicit ShownDocument(TextBuffer& document) {
         static ShownDocument* made;
         made = this;
-        SetTextViewFactory([](TextBuffer&, NativeWindow) -> TextDocumentView* { return &made->editor; });
+        textServices.makeView = [](TextBuffer&, NativeWindow) -> TextDocumentView* { return &made->editor; };
         editor.SetDocument(&document);
         document.CreateView(nullptr);
         input.OnSize(false);

@@ -1,3 +1,4 @@
+#include "../tests/support/TestServices.h"
 #include "PlainFile.h"
 #include "Ratio.h"
 #include "SampleText.h"
@@ -28,7 +29,7 @@ public:
     BinaryDocument* operator->() const { return document; }
 
 private:
-    BinaryDocument* document = new BinaryDocument;
+    BinaryDocument* document = new BinaryDocument(hexServices);
 };
 
 void MakeLargeFile() {

@@ -1,3 +1,4 @@
+#include "../tests/support/TestServices.h"
 #include "PeakMemory.h"
 #include "PlainFile.h"
 #include "Ratio.h"
@@ -25,7 +26,7 @@ public:
     TextBuffer* operator->() const { return document; }
 
 private:
-    TextBuffer* document = new TextBuffer;
+    TextBuffer* document = new TextBuffer(textServices);
 };
 
 size_t referenceLines = 0;

@@ -1,3 +1,4 @@
+#include "../tests/support/TestServices.h"
 #include "BytesInUse.h"
 #include "Ratio.h"
 #include "SampleText.h"
@@ -17,7 +18,7 @@ void Measure(const char* name, const std::string& bytes) {
     Bench::WriteScratch(In, bytes.data(), bytes.size());
     const std::u16string path = Bench::ScratchPath(In);
     const size_t before = Bench::BytesInUse();
-    TextBuffer* document = new TextBuffer;
+    TextBuffer* document = new TextBuffer(textServices);
     document->AddRef();
     Bench::Check(document->Load(path.c_str(), false), "the file does not load");
     const double used = static_cast<double>(Bench::BytesInUse() - before);

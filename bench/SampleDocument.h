@@ -3,6 +3,7 @@
 #include "Ratio.h"
 #include "SampleText.h"
 
+#include "../tests/support/TestServices.h"
 #include "document/TextBuffer.h"
 
 #include <string>
@@ -13,7 +14,7 @@ namespace Bench {
 // A document with the given bytes, loaded from a file that is gone again.
 class SampleDocument {
 public:
-    explicit SampleDocument(const std::string& bytes) : document(new TextBuffer) {
+    explicit SampleDocument(const std::string& bytes) : document(new TextBuffer(textServices)) {
         constexpr char Name[] = "bench-document.cpp";
         WriteScratch(Name, bytes.data(), bytes.size());
         document->AddRef();

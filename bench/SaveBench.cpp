@@ -1,3 +1,4 @@
+#include "../tests/support/TestServices.h"
 #include "PlainFile.h"
 #include "Ratio.h"
 #include "SampleText.h"
@@ -40,7 +41,7 @@ int main() {
     for (char& c : sample)
         if (c < 0) c = '?';
     Bench::WriteScratch(In, sample.data(), sample.size());
-    TextBuffer* document = new TextBuffer;
+    TextBuffer* document = new TextBuffer(textServices);
     document->AddRef();
     Bench::Check(document->Load(Bench::ScratchPath(In).c_str(), false), "the sample does not load");
     const std::u16string path = Bench::ScratchPath(Out);

@@ -1,4 +1,5 @@
 // What painting costs, against bare text-outs of the same rows with given advances.
+#include "../tests/support/TestServices.h"
 #include "Ratio.h"
 #include "base/win32/Windows.h"
 #include "settings/IniFile.h"
@@ -36,12 +37,12 @@ public:
         static_cast<void>(file.Parse(text.data()));
         LoadSettings(file);
         LoadEngineDefinitions(file);
-        SetTextViewFactory(TextView::Create);
+        textServices.makeView = TextView::Create;
         const int width = 7 * DrawingObjects::AverageWidth() + 20 + Columns * DrawingObjects::AverageWidth() + 20;
         const int height = Rows * DrawingObjects::LineHeight() + 20;
         frame = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, width, height, nullptr,
                                 nullptr, instance, nullptr);
-        document = new TextBuffer;
+        document = new TextBuffer(textServices);
         document->AddRef();
         static_cast<void>(document->MakeNew(u"C:\\bench.cpp"));
         std::u16string content;

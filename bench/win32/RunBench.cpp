@@ -4,6 +4,7 @@
 //     RunBench lines|blocks|endless|silence
 // It prints 100 MB line by line, in large blocks or as a single line, or nothing; tells that it has; and waits
 // until it may end.
+#include "../tests/support/TestServices.h"
 #include "Ratio.h"
 #include "base/win32/Handles.h"
 #include "document/win32/WindowPollTimer.h"
@@ -102,8 +103,8 @@ public:
         const HINSTANCE instance = GetModuleHandleW(nullptr);
         frame = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 900, 700, nullptr, nullptr,
                                 instance, nullptr);
-        PollOnWindow(frame);
-        document = new TextBuffer;
+        textServices.timer = &PollOnWindow(frame);
+        document = new TextBuffer(textServices);
         document->AddRef();
         static_cast<void>(document->MakeEmpty());
         document->ResetSyntaxEngine();
@@ -245,7 +246,7 @@ int main(int count, char** words) {
     const IniFile file;
     LoadSettings(file);
     LoadEngineDefinitions(file);
-    SetTextViewFactory(TextView::Create);
+    textServices.makeView = TextView::Create;
     Report(CompareWithFile(L"lines", "100 MB in lines"));
     Report(CompareWithFile(L"blocks", "100 MB in blocks"));
     Report(CompareWithFile(L"endless", "100 MB in one line"));

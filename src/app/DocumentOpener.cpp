@@ -14,7 +14,7 @@ void DocumentOpener::OpenNew() {
     WString title;
     // Without a pane nothing is made, so that no number is used up.
     if (!display.TargetPane() || !documents.UntitledTitle(title)) return;
-    TextBuffer* const document = MakeTitledText(title.Text(), true);
+    TextBuffer* const document = MakeTitledText(services.text, title.Text(), true);
     if (!document || !AdoptDocument(documents, document)) return;
     documents.CountUntitled();
     if (!display.ShowNew(*document)) documents.Remove(document);
@@ -27,7 +27,7 @@ bool DocumentOpener::OpenText(const Char* path, int32_t line, bool isNew) {
         MoveToLine(*known, line);
         return true;
     }
-    auto* const document = new TextBuffer;
+    auto* const document = new TextBuffer(services.text);
     if (!document) return false;
     document->AddRef();
     if (!document->CreateView(nullptr) || !document->Load(fullPath.Text(), isNew)) {
@@ -44,7 +44,7 @@ bool DocumentOpener::OpenBinary(const Char* path) {
     WString fullPath;
     if (!Platform::FullPath(path, fullPath)) return false;
     if (ShowOpenFile(fullPath.Text())) return true;
-    auto* const document = new BinaryDocument;
+    auto* const document = new BinaryDocument(services.hex);
     if (!document) return false;
     document->AddRef();
     if (!document->Open(fullPath.Text()) || !document->CreateView(nullptr)) {
@@ -56,7 +56,7 @@ bool DocumentOpener::OpenBinary(const Char* path) {
 }
 
 Document* DocumentOpener::OpenRecovered(DecodedText& text, const Char* title) {
-    TextBuffer* const document = MakeTitledText(title);
+    TextBuffer* const document = MakeTitledText(services.text, title);
     if (!document) return nullptr;
     document->TakeRecovered(text);
     return ShowOpened(document) ? document : nullptr;
@@ -64,7 +64,7 @@ Document* DocumentOpener::OpenRecovered(DecodedText& text, const Char* title) {
 
 RecoveryResult DocumentOpener::OpenRecoveredBytes(JournalReader& journal, Document*& opened) {
     const Char* const path = journal.Name().Text();
-    auto* const document = documents.FindByName(path) ? nullptr : new BinaryDocument;
+    auto* const document = documents.FindByName(path) ? nullptr : new BinaryDocument(services.hex);
     if (!document) return RecoveryResult::Failed;
     document->AddRef();
     RecoveryResult result = document->Open(path) ? document->Recover(journal) : RecoveryResult::FileChanged;

@@ -6,6 +6,7 @@
 class Document;
 class DocumentDisplay;
 class DocumentList;
+struct DocumentServices;
 class PaneViews;
 class ScreenBatch;
 class UserPrompt;
@@ -13,9 +14,9 @@ class UserPrompt;
 // Makes new documents and opens files, each of them once, and shows them in the target pane.
 class DocumentOpener {
 public:
-    DocumentOpener(DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes, ScreenBatch& batch,
-                   UserPrompt& user)
-        : documents(allDocuments), display(shown), panes(allPanes), screen(batch), prompt(user) {}
+    DocumentOpener(DocumentServices& around, DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes,
+                   ScreenBatch& batch, UserPrompt& user)
+        : services(around), documents(allDocuments), display(shown), panes(allPanes), screen(batch), prompt(user) {}
     DocumentOpener(const DocumentOpener&) = delete;
     DocumentOpener& operator=(const DocumentOpener&) = delete;
 
@@ -40,6 +41,7 @@ private:
     void MoveToLine(const Document& document, int32_t line);
     void Report(const Char* path);
 
+    DocumentServices& services;
     DocumentList& documents;
     DocumentDisplay& display;
     PaneViews& panes;

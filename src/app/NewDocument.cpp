@@ -3,8 +3,8 @@
 #include "app/DocumentList.h"
 #include "document/TextBuffer.h"
 
-TextBuffer* MakeTitledText(const Char* title, bool isNew) {
-    auto* const document = new TextBuffer;
+TextBuffer* MakeTitledText(TextServices& services, const Char* title, bool isNew) {
+    auto* const document = new TextBuffer(services);
     if (!document) return nullptr;
     document->AddRef();
     if (!document->MakeEmpty(isNew) || !document->SetTitle(title) || !document->CreateView(nullptr)) {

@@ -40,7 +40,7 @@ void OutputDocuments::Forget(const Document& document) {
 }
 
 TextBuffer* OutputDocuments::Make(const Char* title) {
-    TextBuffer* const document = MakeTitledText(title);
+    TextBuffer* const document = MakeTitledText(services, title);
     if (!document) return nullptr;
     if (!document->MarkAsOutput()) {
         document->Release();

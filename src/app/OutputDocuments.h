@@ -7,13 +7,14 @@ class DocumentDisplay;
 class DocumentList;
 class PaneViews;
 class TextBuffer;
+struct TextServices;
 
 // The documents that collect output: the shared one, which the console mode and some commands write to,
 // and one for each command.
 class OutputDocuments {
 public:
-    OutputDocuments(DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes)
-        : documents(allDocuments), display(shown), panes(allPanes) {}
+    OutputDocuments(TextServices& around, DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes)
+        : services(around), documents(allDocuments), display(shown), panes(allPanes) {}
     OutputDocuments(const OutputDocuments&) = delete;
     OutputDocuments& operator=(const OutputDocuments&) = delete;
 
@@ -32,6 +33,7 @@ public:
 private:
     TextBuffer* Make(const Char* title);
 
+    TextServices& services;
     DocumentList& documents;
     DocumentDisplay& display;
     PaneViews& panes;

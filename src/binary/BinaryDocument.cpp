@@ -4,19 +4,11 @@
 
 #include <cstring>
 
-namespace {
-
-HexViewFactory viewFactory = nullptr;
-
-} // namespace
-
-void SetHexViewFactory(HexViewFactory factory) { viewFactory = factory; }
-
 // Views.
 
 DocumentView* BinaryDocument::CreateView(NativeWindow parent) {
-    if (!viewFactory) return nullptr;
-    return AddView([this, parent] { return viewFactory(*this, parent); });
+    if (!services.makeView) return nullptr;
+    return AddView([this, parent] { return services.makeView(*this, parent); });
 }
 
 // A record remembers its view, which may have been closed since.

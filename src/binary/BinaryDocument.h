@@ -12,7 +12,7 @@
 // window of the file and the changed pages is held in memory.
 class BinaryDocument final : public DocumentBase {
 public:
-    BinaryDocument() = default;
+    explicit BinaryDocument(const HexServices& around) : services(around) {}
     BinaryDocument(const BinaryDocument&) = delete;
     BinaryDocument& operator=(const BinaryDocument&) = delete;
 
@@ -94,6 +94,7 @@ private:
     void RepaintAll();
 
     // What all documents have comes first, in DocumentBase.
+    const HexServices& services;
     FileWindow file;
     PagedContent content{file};
     EditHistory history;

@@ -27,7 +27,11 @@ protected:
     ~HexDocumentView() = default;
 };
 
-// Makes the views of binary documents; installed once at start-up by the half that has windows. `parent` may be
-// null: the view is then made without a window. Returns null on failure.
+// Makes the views of binary documents. `parent` may be null: the view is then made without a window. Returns null on
+// failure.
 using HexViewFactory = HexDocumentView* (*)(BinaryDocument& document, NativeWindow parent);
-void SetHexViewFactory(HexViewFactory factory);
+
+// What binary documents need of the program around them. Owned by whoever makes the documents; outlives them.
+struct HexServices {
+    HexViewFactory makeView = nullptr; // null: no view can be made
+};

@@ -39,7 +39,7 @@ void DocumentJournal::Discard() {
 }
 
 void DocumentJournal::CountEdit() {
-    if (journalsAreKept && ++edits >= MostEdits) Write();
+    if (journalsAreKept && ++edits >= MaxEdits) Write();
 }
 
 bool DocumentJournal::Flush() {

@@ -15,7 +15,7 @@ void LeaveJournals();
 // journal holds is said by the classes derived from this.
 class DocumentJournal {
 public:
-    static constexpr uint32_t MostEdits = 200;
+    static constexpr uint32_t MaxEdits = 200;
 
     explicit DocumentJournal(const Document& document) : owner(document) {}
     DocumentJournal(const DocumentJournal&) = delete;
@@ -34,7 +34,7 @@ protected:
     const Document& Owner() const { return owner; }
     // The file, as long as it can be gone on with; else null.
     JournalFile* Writable() const { return isIncomplete ? nullptr : file; }
-    // An edit was made. After MostEdits of them they are written.
+    // An edit was made. After MaxEdits of them they are written.
     void CountEdit();
     // The file cannot be gone on with: the next time another one is made.
     void MakeAnewNext() { isIncomplete = true; }

@@ -4,14 +4,10 @@
 
 class TextBuffer;
 
-// What has PollOutput called on the documents that commands run into; installed once at start-up by
-// whoever has a message loop.
+// What has PollOutput called on the documents that commands run into; made by whoever has a message loop.
 struct PollTimer {
     // From now on every `milliseconds`, which replaces what was set for the document before. False leaves
     // it as it was.
     bool (*set)(TextBuffer& document, uint32_t milliseconds);
     void (*stop)(TextBuffer& document);
 };
-
-// `timer` has to outlive every run.
-void SetPollTimer(const PollTimer& timer);

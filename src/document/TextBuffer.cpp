@@ -4,7 +4,6 @@
 #include "base/TextFormat.h"
 #include "document/FileTimeCheck.h"
 #include "document/LineEdit.h"
-#include "document/PollTimer.h"
 #include "document/TextDecode.h"
 #include "document/TextSave.h"
 #include "settings/AdditionalSettings.h"
@@ -17,10 +16,8 @@ namespace {
 constexpr const Char* EncodingNames[EncodingCount] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8",
                                                       u"UTF8 without signature"};
 
-TextViewFactory viewFactory = nullptr;
-const PollTimer* timer = nullptr;
-
-bool SetPeriod(TextBuffer& document, OutputCollector& output) {
+// Polls as often as the output wants. False when the timer refuses, and without one.
+bool SetPeriod(const PollTimer* timer, TextBuffer& document, OutputCollector& output) {
     const uint32_t wanted = output.WantedPeriod();
     if (output.Period() == wanted) return true;
     if (!timer || !timer->set(document, wanted)) return false;
@@ -36,9 +33,6 @@ template <class Record> UndoRecord* Checked(Record* record, bool isSetUp) {
 }
 
 } // namespace
-
-void SetTextViewFactory(TextViewFactory factory) { viewFactory = factory; }
-void SetPollTimer(const PollTimer& installed) { timer = &installed; }
 
 TextBuffer::~TextBuffer() {
     Clear(true);
@@ -167,7 +161,7 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
 bool TextBuffer::IsChangedOnDisk() {
     if (IsOutput() || !title.IsEmpty()) return false;
     Platform::FileTime written = 0;
-    return ReadTimeToCheck(path.Text(), this, written) && fileTime < written;
+    return ReadTimeToCheck(services.slowDrives, path.Text(), this, written) && fileTime < written;
 }
 
 void TextBuffer::MarkFileTimeNow() {
@@ -341,8 +335,8 @@ void TextBuffer::ClearBookmarks() {
 // Views and colouring.
 
 DocumentView* TextBuffer::CreateView(NativeWindow parent) {
-    if (!viewFactory) return nullptr;
-    return AddView([this, parent] { return viewFactory(*this, parent); });
+    if (!services.makeView) return nullptr;
+    return AddView([this, parent] { return services.makeView(*this, parent); });
 }
 
 void TextBuffer::ForgetView(DocumentView* view) {
@@ -415,7 +409,7 @@ bool TextBuffer::AppendOutputText(Char* added) {
 bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
     if (output.IsRunning()) return false;
     const bool started = output.Open() && parts.store.EnsureCapacity(Length()) && MarkAsOutput() &&
-                         output.Start(command, startDirectory) && SetPeriod(*this, output);
+                         output.Start(command, startDirectory) && SetPeriod(services.timer, *this, output);
     if (started) {
         TellRunState(true);
     } else {
@@ -430,7 +424,7 @@ void TextBuffer::PollOutput() {
     const TextPosition oldEnd = {GetLineCount() - 1, from - parts.store.LastLineStart()};
     const bool isOver = output.Poll();
     if (Length() > from) pipeline.TellAppended(from, oldEnd);
-    SetPeriod(*this, output);
+    SetPeriod(services.timer, *this, output);
     if (isOver) EndRun();
 }
 
@@ -439,7 +433,7 @@ void TextBuffer::TellRunState(bool running) {
 }
 
 void TextBuffer::EndRun() {
-    if (output.Period()) timer->stop(*this);
+    if (output.Period()) services.timer->stop(*this);
     output.Close();
     TellRunState(false);
 }

@@ -8,12 +8,14 @@
 #include "document/OutputCollector.h"
 #include "document/SearchProgress.h"
 #include "document/TextContent.h"
+#include "document/TextServices.h"
 
 // The text document: reading is TextContent's, the way of an edit is EditPipeline's, and what commands print comes
 // from the OutputCollector. Here is what is typed and done to the document as a whole.
 class TextBuffer final : public DocumentBase, public TextContent {
 public:
-    TextBuffer() : pipeline(*this, *this, parts, TextViews(views)), output(parts.store) {}
+    explicit TextBuffer(TextServices& around)
+        : services(around), pipeline(*this, *this, parts, TextViews(views)), output(parts.store) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
@@ -142,6 +144,7 @@ private:
     void TakeText(struct DecodedText& decoded);
 
     // What all documents have comes first, in DocumentBase, then the content.
+    TextServices& services;
     EditPipeline pipeline;
     OutputCollector output;
     bool isOutput = false;

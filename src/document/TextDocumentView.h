@@ -85,7 +85,6 @@ inline bool TextViews::Holds(const DocumentView* view) const {
     return false;
 }
 
-// Makes the views of text documents; installed once at start-up by whoever has windows. `parent` may be
-// null: the view is then made without a window. Returns null on failure.
+// Makes the views of text documents. `parent` may be null: the view is then made without a window. Returns null on
+// failure.
 using TextViewFactory = TextDocumentView* (*)(TextBuffer& document, NativeWindow parent);
-void SetTextViewFactory(TextViewFactory factory);

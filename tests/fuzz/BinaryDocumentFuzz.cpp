@@ -6,6 +6,7 @@
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "support/TestHexView.h"
+#include "support/TestServices.h"
 #include "viewbase/FindState.h"
 #include "viewbase/ViewKey.h"
 
@@ -119,7 +120,7 @@ private:
     void Check();
 
     Input& in;
-    BinaryDocument* document = new BinaryDocument;
+    BinaryDocument* document = new BinaryDocument(hexServices);
     TestHexView* shown = nullptr;
     HexRows rows;
     std::string content; // what has to be there; no longer known once the file is damaged

@@ -1,5 +1,6 @@
 #include "document/TextBuffer.h"
 #include "settings/AdditionalSettings.h"
+#include "support/TestServices.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,7 +37,7 @@ public:
     std::u16string Text() const { return {document->Content(), document->Length()}; }
 
 private:
-    TextBuffer* document = new TextBuffer;
+    TextBuffer* document = new TextBuffer(textServices);
 };
 
 Encoding EncodingOf(const Held& document) {

@@ -2,6 +2,7 @@
 #include "document/TextBuffer.h"
 
 #include "support/FakeView.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 
 #include <cstdlib>
@@ -178,7 +179,7 @@ private:
         }
     }
 
-    TextBuffer* document = new TextBuffer;
+    TextBuffer* document = new TextBuffer(textServices);
     FakeView* views[2] = {};
     size_t active = 0;
     int groups = 0;

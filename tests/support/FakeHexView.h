@@ -1,6 +1,7 @@
 #pragma once
 
 #include "binary/BinaryDocument.h"
+#include "support/TestServices.h"
 
 // A view of a binary document without a window: it records what the document asks of it.
 //
@@ -13,9 +14,9 @@ public:
 
     // Makes a view through BinaryDocument::CreateView; null when that fails.
     static FakeHexView* Create(BinaryDocument& document) {
-        SetHexViewFactory([](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
+        hexServices.makeView = [](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
             return failNext ? (failNext = false, nullptr) : new FakeHexView(shown);
-        });
+        };
         return static_cast<FakeHexView*>(document.CreateView(nullptr));
     }
     static inline bool failNext = false; // the next Create fails

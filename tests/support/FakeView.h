@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestServices.h"
 #include "document/TextBuffer.h"
 
 #include <algorithm>
@@ -22,9 +23,9 @@ public:
 
     // Makes a view through TextBuffer::CreateView; null when that fails.
     static FakeView* Create(TextBuffer& document, bool withWindow = true) {
-        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> TextDocumentView* {
+        textServices.makeView = [](TextBuffer& shown, NativeWindow) -> TextDocumentView* {
             return failNext ? (failNext = false, nullptr) : new FakeView(shown);
-        });
+        };
         auto* view = static_cast<FakeView*>(document.CreateView(nullptr));
         if (view) view->window = withWindow;
         return view;

@@ -2,6 +2,7 @@
 
 #include "binary/HexInput.h"
 #include "support/FakeSurface.h"
+#include "support/TestServices.h"
 
 // A window and its hex editor, as a document makes and destroys them.
 struct TestHexView {
@@ -20,11 +21,11 @@ struct TestHexView {
     // In the document's list of views, which owns it.
     static TestHexView* Create(BinaryDocument& document) {
         static TestHexView* made;
-        SetHexViewFactory([](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
+        hexServices.makeView = [](BinaryDocument& shown, NativeWindow) -> HexDocumentView* {
             made = new TestHexView;
             made->editor.SetDocument(&shown);
             return &made->editor;
-        });
+        };
         return document.CreateView(nullptr) ? made : nullptr;
     }
 };

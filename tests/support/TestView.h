@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/FakeSurface.h"
+#include "support/TestServices.h"
 #include "view/TextInput.h"
 
 // What a text view also asks of its window. Every character is as wide as the average one unless a test says
@@ -64,11 +65,11 @@ struct TestView {
     // In the document's list of views, which owns it.
     static TestView* Create(TextBuffer& document) {
         static TestView* made;
-        SetTextViewFactory([](TextBuffer& shown, NativeWindow) -> TextDocumentView* {
+        textServices.makeView = [](TextBuffer& shown, NativeWindow) -> TextDocumentView* {
             made = new TestView;
             made->editor.SetDocument(&shown);
             return &made->editor;
-        });
+        };
         return document.CreateView(nullptr) ? made : nullptr;
     }
 };

@@ -2,6 +2,7 @@
 
 #include "base/Scan.h"
 #include "document/TextBuffer.h"
+#include "support/TestServices.h"
 
 #include <string>
 #include <vector>
@@ -39,7 +40,7 @@ inline SearchQuery Query(const std::u16string& text, bool matchCase = true, bool
 // A document that the test owns.
 class TextDocument {
 public:
-    explicit TextDocument(const std::u16string& text = u"") : buffer(new TextBuffer) {
+    explicit TextDocument(const std::u16string& text = u"") : buffer(new TextBuffer(textServices)) {
         buffer->AddRef();
         TextBufferProbe::Fill(*buffer, text);
     }

@@ -5,6 +5,7 @@
 #include "document/win32/WindowPollTimer.h"
 #include "support/FakeView.h"
 #include "support/Speaker.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +34,7 @@ class CommandProcessTest : public testing::Test {
 protected:
     CommandProcessTest()
         : window(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr)) {
-        PollOnWindow(window);
+        textServices.timer = &PollOnWindow(window);
     }
     ~CommandProcessTest() override {
         EndRun();

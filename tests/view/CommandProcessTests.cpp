@@ -5,6 +5,7 @@
 
 #include "base/win32/Handles.h"
 #include "document/CommandProcess.h"
+#include "support/TestServices.h"
 
 #include <aclapi.h>
 
@@ -187,11 +188,11 @@ TEST_F(CommandProcessTest, AFolderThatRefusesEveryNameFailsTheStart) {
 TEST_F(CommandProcessTest, WithoutATimerTheStartFails) {
     const HWND gone = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     DestroyWindow(gone);
-    PollOnWindow(gone);
+    textServices.timer = &PollOnWindow(gone);
     EXPECT_FALSE(Run("say text"));
     EXPECT_FALSE(IsRunning());
     EXPECT_EQ(State().outputWrite, -1);
-    PollOnWindow(window);
+    textServices.timer = &PollOnWindow(window);
     ASSERT_TRUE(Run("say text"));
     EXPECT_TRUE(DispatchToTheEnd());
     EXPECT_EQ(document.Text(), u"text");

@@ -9,10 +9,7 @@ namespace {
 
 class FrameSplitTest : public OwnFrameTest {
 protected:
-    void SetUp() override {
-        ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
-        SetHexViewFactory(HexView::Create);
-    }
+    void SetUp() override { ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp()); }
 
     std::vector<LONG> PaneWidths() const {
         std::vector<LONG> widths;

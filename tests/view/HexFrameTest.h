@@ -16,7 +16,6 @@ protected:
 
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
-        SetHexViewFactory(HexView::Create);
         messages.clear();
     }
 

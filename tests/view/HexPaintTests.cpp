@@ -3,6 +3,7 @@
 #include "binary/HexTyping.h"
 #include "binary/win32/HexView.h"
 #include "support/ScratchFolder.h"
+#include "support/TestServices.h"
 
 namespace {
 
@@ -25,8 +26,8 @@ protected:
     }
     void ShowFile(const std::string& bytes) {
         Close();
-        SetHexViewFactory(HexView::Create);
-        file = new BinaryDocument;
+        hexServices.makeView = HexView::Create;
+        file = new BinaryDocument(hexServices);
         file->AddRef();
         ASSERT_TRUE(file->Open(folder.Write("file.bin", bytes).c_str()));
         DocumentView* made = file->CreateView(frame);

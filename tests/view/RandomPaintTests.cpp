@@ -33,7 +33,6 @@ protected:
     void BeforeFrame() override { ASSERT_TRUE(store.Load()); }
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
-        SetHexViewFactory(HexView::Create);
         ShowWindow(frame, SW_HIDE);
         SetForegroundWindow(main->Window());
     }

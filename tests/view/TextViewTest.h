@@ -4,6 +4,7 @@
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "settings/win32/DrawingObjects.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
 #include "view/win32/TextView.h"
@@ -76,7 +77,7 @@ protected:
         DrawingObjects::Start();
         DrawingObjects::RebuildForDpi(96);
         UseSettings(u"");
-        SetTextViewFactory(TextView::Create);
+        textServices.makeView = TextView::Create;
         frame = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, WindowWidth, WindowHeight,
                                 nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
         ASSERT_NE(frame, nullptr);

@@ -7,11 +7,9 @@
 #include "app/win32/SettingsStore.h"
 #include "base/Heap.h"
 #include "base/SafeSave.h"
-#include "binary/win32/HexView.h"
 #include "document/DocumentJournal.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
-#include "view/win32/TextView.h"
 #include "viewbase/FindState.h"
 #include "viewbase/win32/ViewFont.h"
 
@@ -53,8 +51,6 @@ void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators)
     SettingsStore store;
     KeepJournals(true);
     if (store.Load() && ViewClass::Register(instance)) {
-        SetTextViewFactory(TextView::Create);
-        SetHexViewFactory(HexView::Create);
         RunFrame(instance, commandLine, store, accelerators);
         ViewFont::Release();
         DrawingObjects::Release();

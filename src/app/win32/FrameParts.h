@@ -9,6 +9,7 @@
 #include "app/DocumentSaver.h"
 #include "app/LeaveRequests.h"
 #include "app/Macros.h"
+#include "app/NewDocument.h"
 #include "app/OutputDocuments.h"
 #include "app/win32/CommandWindow.h"
 #include "app/win32/FileDialogs.h"
@@ -20,6 +21,8 @@
 #include "app/win32/PaneWindows.h"
 #include "app/win32/SettingsStore.h"
 #include "app/win32/SystemToolStarter.h"
+#include "binary/win32/HexView.h"
+#include "view/win32/TextView.h"
 
 // What the frame consists of, and who knows whom. Each part refers only to those before it and to the
 // interfaces that the frame itself implements.
@@ -34,6 +37,7 @@ struct FrameParts {
     HWND window = nullptr;
     CommandContext& context;
     SettingsStore& store;
+    DocumentServices services{{TextView::Create, nullptr, {}}, {HexView::Create}}; // before what it outlives
     DocumentList documents;
     Macros macros;
 
@@ -46,8 +50,8 @@ struct FrameParts {
 
     DocumentDisplay display{documents, panes, batch};
     ActiveText activeText{panes};
-    OutputDocuments outputs{documents, display, panes};
-    DocumentOpener opener{documents, display, panes, batch, messages};
+    OutputDocuments outputs{services.text, documents, display, panes};
+    DocumentOpener opener{services, documents, display, panes, batch, messages};
     DocumentSaver saver{documents, display, fileDialogs, messages, batch};
     DocumentCloser closer{documents, display, panes, outputs, batch};
 

@@ -167,7 +167,7 @@ bool MainFrame::OnMouse(UINT message, LPARAM lparam) {
 }
 
 bool MainFrame::OnCreate() {
-    PollOnWindow(parts.window);
+    parts.services.text.timer = &PollOnWindow(parts.window);
     RebuildToolMenu(GetMenu(parts.window));
     const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parts.window, GWLP_HINSTANCE));
     return parts.Create(parts.window, instance);

@@ -14,7 +14,7 @@ public:
     ~HexView() override;
 
     // A view of `document` in a window inside `parent`, or without a window when that is null. Null on
-    // failure. Installed as the view factory of binary documents.
+    // failure. A HexViewFactory.
     static HexDocumentView* Create(BinaryDocument& document, NativeWindow parent);
 
     HexEditor& Editor() { return editor; }

@@ -23,6 +23,7 @@ private:
     Array<const TextBuffer*> documents;
 };
 
+// Of the whole process: a tick brings nothing along but a window and a number.
 TimedDocuments timed;
 
 size_t TimedDocuments::IndexOf(const TextBuffer* document) const {
@@ -62,7 +63,7 @@ constexpr PollTimer WindowTimer = {Set, Stop};
 
 } // namespace
 
-void PollOnWindow(NativeWindow window) {
+const PollTimer& PollOnWindow(NativeWindow window) {
     timed.SetOwner(static_cast<HWND>(window));
-    SetPollTimer(WindowTimer);
+    return WindowTimer;
 }

@@ -2,6 +2,8 @@
 
 #include "base/Types.h"
 
-// Installs the poll timer that runs on the message loop of a window. To be called once, before any
-// command is run; runs have to end before the window goes.
-void PollOnWindow(NativeWindow window);
+struct PollTimer;
+
+// The poll timer, from now on on the message loop of that window. There is one for the whole process; runs have to end
+// before the window goes.
+const PollTimer& PollOnWindow(NativeWindow window);

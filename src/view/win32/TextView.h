@@ -14,7 +14,7 @@ public:
     ~TextView() override;
 
     // A view of `document` in a window inside `parent`, or without a window when that is null. Null on
-    // failure. Installed as the document's view factory.
+    // failure. A TextViewFactory.
     static TextDocumentView* Create(TextBuffer& document, NativeWindow parent);
 
     TextEditor& Editor() { return editor; }

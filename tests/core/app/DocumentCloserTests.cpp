@@ -7,7 +7,7 @@ namespace {
 
 class DocumentCloserTest : public PaneDocumentsTest {
 protected:
-    OutputDocuments outputs{documents, display, panes};
+    OutputDocuments outputs{services.text, documents, display, panes};
     DocumentCloser closer{documents, display, panes, outputs, batch};
 };
 

@@ -13,7 +13,7 @@ protected:
 
     ScratchFolder folder;
     FakeFrame user; // answers questions
-    DocumentOpener opener{documents, display, panes, batch, user};
+    DocumentOpener opener{services, documents, display, panes, batch, user};
 };
 
 TEST_F(DocumentOpenerTest, NewDocumentsAreNumberedAndNumbersAreNotUsedAgain) {

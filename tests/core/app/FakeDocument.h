@@ -11,13 +11,11 @@ class CaretView final : public TextDocumentView {
 public:
     explicit CaretView(Document* viewed = nullptr) : document(viewed) {}
 
-    // The views of text documents from now on.
-    static void InstallForTexts() {
-        SetTextViewFactory([](TextBuffer& text, NativeWindow) -> TextDocumentView* {
-            auto* const view = new CaretView(&text);
-            view->deletesItself = true;
-            return view;
-        });
+    // A TextViewFactory.
+    static TextDocumentView* Make(TextBuffer& text, NativeWindow) {
+        auto* const view = new CaretView(&text);
+        view->deletesItself = true;
+        return view;
     }
 
     bool HasWindow() const override { return false; }

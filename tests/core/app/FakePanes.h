@@ -2,6 +2,7 @@
 
 #include "app/DocumentDisplay.h"
 #include "app/DocumentList.h"
+#include "app/NewDocument.h"
 #include "app/PaneViews.h"
 #include "app/ScreenBatch.h"
 #include "core/app/FakeDocument.h"
@@ -94,9 +95,6 @@ public:
 // Documents in panes.
 class PaneDocumentsTest : public ::testing::Test {
 protected:
-    void SetUp() override { CaretView::InstallForTexts(); }
-    void TearDown() override { SetTextViewFactory(nullptr); }
-
     FakeDocument& AddFile(const std::u16string& path) {
         auto* const document = FakeDocument::WithFile(path);
         EXPECT_TRUE(documents.Add(document));
@@ -115,6 +113,7 @@ protected:
         return *pane;
     }
 
+    DocumentServices services{{CaretView::Make, nullptr, {}}, {}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;

@@ -112,7 +112,7 @@ TEST_F(FullDiskTest, AJournalIsWrittenOnceThereIsRoom) {
 
 TEST_F(FullDiskTest, ACommandIsNotStartedAndTheUserIsToldWhy) {
     static constexpr PollTimer None = {[](TextBuffer&, uint32_t) { return true; }, [](TextBuffer&) {}};
-    SetPollTimer(None);
+    textServices.timer = &None;
     if (std::filesystem::temp_directory_path() != disk) GTEST_SKIP() << "temporary files are elsewhere";
     TextDocument document;
     EXPECT_FALSE(document->RunCommand(u"echo told", u""));

@@ -10,7 +10,7 @@ class OutputDocumentsTest : public PaneDocumentsTest {
 protected:
     static std::u16string TextOf(const TextBuffer& document) { return {document.Content(), document.Length()}; }
 
-    OutputDocuments outputs{documents, display, panes};
+    OutputDocuments outputs{services.text, documents, display, panes};
 };
 
 TEST_F(OutputDocumentsTest, TheSharedOneIsMadeOnceAndShownInTheActivePane) {

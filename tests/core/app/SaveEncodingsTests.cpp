@@ -33,17 +33,17 @@ protected:
     SaveEncodings() { dialog.path = folder.Path("new.txt"); }
 
     TextBuffer& New(const std::u16string& text) {
-        TextBuffer* const document = MakeTitledText(u"Untitled1", true);
+        TextBuffer* const document = MakeTitledText(services.text, u"Untitled1", true);
         return Filled(document, text);
     }
     TextBuffer& NewWithPath(const std::u16string& text) {
-        auto* const document = new TextBuffer;
+        auto* const document = new TextBuffer(services.text);
         document->AddRef();
         EXPECT_TRUE(document->Load(folder.Path("new.txt").c_str(), true));
         return Filled(document, text);
     }
     TextBuffer& Open(const std::string& bytes) {
-        auto* const document = new TextBuffer;
+        auto* const document = new TextBuffer(services.text);
         document->AddRef();
         EXPECT_TRUE(document->Load(folder.Write("new.txt", bytes).c_str(), false));
         return Filled(document, u"");

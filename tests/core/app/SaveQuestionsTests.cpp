@@ -6,6 +6,7 @@
 #include "core/app/FakePanes.h"
 #include "document/TextBuffer.h"
 #include "support/ScratchFolder.h"
+#include "support/TestServices.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ public:
 class SaveQuestionsTest : public PaneDocumentsTest {
 protected:
     TextBuffer& Open(const std::string& bytes) {
-        auto* const document = new TextBuffer;
+        auto* const document = new TextBuffer(textServices);
         document->AddRef();
         EXPECT_TRUE(document->Load(folder.Write("file.txt", bytes).c_str(), false));
         EXPECT_TRUE(documents.Add(document));

@@ -27,19 +27,18 @@ public:
 class ToolRunnerTest : public PaneDocumentsTest {
 protected:
     void SetUp() override {
-        PaneDocumentsTest::SetUp();
         frame.activeName = u"C:\\work\\a.c";
         ASSERT_TRUE(tool.command.Assign(u"cc %FILE%") && tool.startDir.Assign(u"%DIR%"));
         // Nothing is polled but by the test.
         static constexpr PollTimer None = {[](TextBuffer&, uint32_t) { return true; }, [](TextBuffer&) {}};
-        SetPollTimer(None);
+        services.text.timer = &None;
     }
     TextBuffer& Output() const { return static_cast<TextBuffer&>(*documents.At(documents.Count() - 1)); }
     std::u16string Text() const { return {Output().Content(), Output().Length()}; }
 
     FakeFrame frame;
     FakeStarter starter;
-    OutputDocuments outputs{documents, display, panes};
+    OutputDocuments outputs{services.text, documents, display, panes};
     ToolRunner runner{frame, outputs, starter};
     ToolRecord tool;
     SpeakerScripts speaker;

@@ -3,6 +3,7 @@
 #include "binary/BinaryDocument.h"
 #include "support/FakeHexView.h"
 #include "support/ScratchFolder.h"
+#include "support/TestServices.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +27,7 @@ inline std::string Slice(const std::string& bytes, size_t offset, size_t count) 
 // A binary document that the test owns, with a file in a folder of its own.
 class OpenedFile {
 public:
-    explicit OpenedFile(const std::string& content) : document(new BinaryDocument) {
+    explicit OpenedFile(const std::string& content) : document(new BinaryDocument(hexServices)) {
         document->AddRef();
         path = folder.Write("file.bin", content);
         EXPECT_TRUE(document->Open(path.c_str()));

@@ -2,6 +2,7 @@
 
 #include "support/FakeView.h"
 #include "support/Random.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 
 #include <gtest/gtest.h>
@@ -132,7 +133,7 @@ TEST(FindText, SeesWhatIsPendingInTheEditLine) {
 }
 
 TEST(FindText, FindsNothingWithoutAStore) {
-    auto* document = new TextBuffer;
+    auto* document = new TextBuffer(textServices);
     document->AddRef();
     EXPECT_EQ(Find(*document, u"", 0, 0).at, NoOffset);
     EXPECT_EQ(Find(*document, u"a", 0, 5, Backward).at, NoOffset);

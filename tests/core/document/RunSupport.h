@@ -4,6 +4,7 @@
 #include "document/PollTimer.h"
 #include "support/FakeView.h"
 #include "support/Speaker.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,7 @@ protected:
         static constexpr PollTimer Fake = {SetTimer, StopTimer};
         timers.clear();
         timerFails = false;
-        SetPollTimer(Fake);
+        textServices.timer = &Fake;
     }
 
     bool Run(TextBuffer& document, const std::string& script) {

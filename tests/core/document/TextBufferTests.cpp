@@ -3,6 +3,7 @@
 #include "settings/IniFile.h"
 #include "support/FakeEngine.h"
 #include "support/FakeView.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 #include "syntax/EngineDefinition.h"
 
@@ -11,7 +12,7 @@
 namespace {
 
 TextBuffer* NewDocument() {
-    auto* document = new TextBuffer;
+    auto* document = new TextBuffer(textServices);
     document->AddRef();
     return document;
 }
@@ -30,7 +31,7 @@ std::u16string EndOf(const Char* text, size_t count) {
 } // namespace
 
 TEST(TextBuffer, AFreshDocumentHasTheInitialValues) {
-    auto* document = new TextBuffer;
+    auto* document = new TextBuffer(textServices);
     EXPECT_EQ(document->AddRef(), 1u) << "no reference is held before";
     EXPECT_EQ(document->GetLineEnding(), LineEnding::Dos);
     EXPECT_EQ(document->EditLineNumber(), NoLine);
@@ -96,7 +97,7 @@ TEST(TextBuffer, AViewThatCannotBeMadeLeavesNoTrace) {
     ViewNode* next = nullptr;
     document->EnumViews(nullptr, next);
     EXPECT_EQ(next, nullptr);
-    SetTextViewFactory(nullptr);
+    textServices.makeView = nullptr;
     EXPECT_EQ(document->CreateView(nullptr), nullptr) << "there is no factory of views";
 }
 

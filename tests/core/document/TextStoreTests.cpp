@@ -1,6 +1,7 @@
 #include "document/TextBuffer.h"
 
 #include "support/Random.h"
+#include "support/TestServices.h"
 #include "support/TextDocument.h"
 
 #include <gtest/gtest.h>
@@ -42,7 +43,7 @@ TEST(TextStore, AnEmptyDocumentHasLengthZeroAndOneLine) {
 }
 
 TEST(TextStore, ADocumentWithoutAStoreAnswersForTheStart) {
-    auto* document = new TextBuffer;
+    auto* document = new TextBuffer(textServices);
     document->AddRef();
     bool isLast = false;
     EXPECT_EQ(document->Content(), nullptr);

@@ -5,6 +5,7 @@
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
 #include "support/FailureInjection.h"
+#include "support/TestServices.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ protected:
 
     void Open() {
         Close();
-        document = new BinaryDocument;
+        document = new BinaryDocument(hexServices);
         document->AddRef();
         ASSERT_TRUE(document->Open(Target));
     }
@@ -48,7 +49,7 @@ protected:
         {
             const FailurePause pause;
             Close();
-            document = new BinaryDocument;
+            document = new BinaryDocument(hexServices);
             document->AddRef();
         }
         disk.Write(Path, bytes);
@@ -102,7 +103,7 @@ TEST_F(ByteJournalTest, ItGoesWithASaveAndWithTheDocument) {
 
 TEST_F(ByteJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
     Open();
-    for (uint32_t i = 0; i < DocumentJournal::MostEdits - 1; ++i) ASSERT_TRUE(Edit(i, "x"));
+    for (uint32_t i = 0; i < DocumentJournal::MaxEdits - 1; ++i) ASSERT_TRUE(Edit(i, "x"));
     EXPECT_EQ(Journals().size(), 0u);
     ASSERT_TRUE(Edit(0, "y"));
     EXPECT_EQ(Journals().size(), 1u);
@@ -241,13 +242,14 @@ TEST_F(ByteJournalTest, OfAFileThatIsOpenAlreadyTheChangesStay) {
     ASSERT_TRUE(Edit(10, "first"));
     ASSERT_TRUE(document->FlushJournal());
     Kill();
+    DocumentServices services{{CaretView::Make, nullptr, {}}, {}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;
     ScreenBatch batch{screen};
     DocumentDisplay display{documents, panes, batch};
     FakeFrame user;
-    DocumentOpener opener{documents, display, panes, batch, user};
+    DocumentOpener opener{services, documents, display, panes, batch, user};
     ASSERT_TRUE(documents.Add(FakeDocument::WithFile(Target)));
     user.answers = {Answer::Yes};
     OfferRecovery(user, opener);

@@ -24,9 +24,6 @@ private:
 
 class SaveAsFaultTest : public FaultTest {
 protected:
-    SaveAsFaultTest() { CaretView::InstallForTexts(); }
-    ~SaveAsFaultTest() override { SetTextViewFactory(nullptr); }
-
     void Prepare() {
         user.questions.clear();
         document = std::make_unique<TextDocument>();

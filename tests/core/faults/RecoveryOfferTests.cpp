@@ -10,11 +10,7 @@ namespace {
 // A start of the editor, after another one has left something.
 class RecoveryOfferTest : public JournalTest {
 protected:
-    RecoveryOfferTest() { CaretView::InstallForTexts(); }
-    ~RecoveryOfferTest() override {
-        EndEditor();
-        SetTextViewFactory(nullptr);
-    }
+    ~RecoveryOfferTest() override { EndEditor(); }
 
     // Leaves a journal as a kill does.
     void LeaveJournal(const std::u16string& text, const Char* title = nullptr) {
@@ -50,13 +46,14 @@ protected:
         return {text.Content(), text.Length()};
     }
 
+    DocumentServices services{{CaretView::Make, nullptr, {}}, {}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;
     ScreenBatch batch{screen};
     DocumentDisplay display{documents, panes, batch};
     FakeFrame user;
-    DocumentOpener opener{documents, display, panes, batch, user};
+    DocumentOpener opener{services, documents, display, panes, batch, user};
 };
 
 TEST_F(RecoveryOfferTest, NothingIsTheUsualThing) {

@@ -100,7 +100,7 @@ TEST_F(TextJournalTest, ATextWithoutAFileIsKnownByItsTitle) {
 
 TEST_F(TextJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
     TextDocument document;
-    CaretView::InstallForTexts();
+    textServices.makeView = CaretView::Make;
     ASSERT_TRUE(document->CreateView(nullptr));
     document->LoadEditLine(0);
     uint32_t behind = 0;
@@ -110,7 +110,7 @@ TEST_F(TextJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
         const auto held = bytes.empty() ? 0 : static_cast<uint32_t>(Recover(bytes).text.size());
         behind = std::max(behind, i - held);
     }
-    EXPECT_EQ(behind, TextJournal::MostEdits - 1);
+    EXPECT_EQ(behind, TextJournal::MaxEdits - 1);
     EXPECT_TRUE(document->HasPendingEdit());
 }
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "document/PollTimer.h"
+#include "document/SlowDrives.h"
+#include "document/TextDocumentView.h"
+
+// What text documents need of the program around them. Owned by whoever makes the documents; outlives them.
+struct TextServices {
+    TextViewFactory makeView = nullptr; // null: no view can be made
+    const PollTimer* timer = nullptr;   // null: no command can be run
+    SlowDrives slowDrives;
+};
