@@ -2,7 +2,6 @@
 
 #include "binary/HexClipboard.h"
 #include "binary/HexEditor.h"
-#include "viewbase/CommandRows.h"
 
 namespace {
 
@@ -11,8 +10,10 @@ bool Always(const HexEditor&) { return true; }
 bool Never(const HexEditor&) { return false; }
 void Nothing(HexEditor&) {}
 
+} // namespace
+
 // The frame decides about going to an offset itself.
-constexpr CommandRows<HexEditor> Commands = {{
+constexpr CommandRows<HexEditor> HexCommands::Rows = {{
     {Never, Nothing}, // bytes are not taken out of a file
     {WithSelection, HexClipboard::Copy},
     {HexClipboard::CanPaste, HexClipboard::Paste},
@@ -24,12 +25,4 @@ constexpr CommandRows<HexEditor> Commands = {{
     {Never, Nothing}, // there are no bookmarks
     {Never, Nothing},
 }};
-static_assert(Commands.IsComplete());
-
-} // namespace
-
-bool HexCommands::IsEnabled(const HexEditor& editor, ViewCommand command) {
-    return Commands.IsEnabled(editor, command);
-}
-
-void HexCommands::Execute(HexEditor& editor, ViewCommand command) { Commands.Execute(editor, command); }
+static_assert(HexCommands::Rows.IsComplete());

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "viewbase/ViewCommand.h"
+#include "viewbase/CommandRows.h"
 
 class HexEditor;
 
 // The numbered commands of a hex view that shows a document.
 namespace HexCommands {
 
-// What is not known is not enabled, and does nothing.
-bool IsEnabled(const HexEditor& editor, ViewCommand command);
-void Execute(HexEditor& editor, ViewCommand command);
+extern const CommandRows<HexEditor> Rows;
 
 } // namespace HexCommands

@@ -35,6 +35,6 @@ bool HexFind::FindNext(HexEditor& editor, bool backward) {
         return false;
     }
     editor.SelectBytes({hit.offset + hit.length, hit.offset});
-    if (hit.wrapped) HostCalls::ShowStatus(editor.Surface(), u"Passed end of file");
+    HostCalls::SearchSucceeded(editor.Surface(), hit.wrapped);
     return true;
 }

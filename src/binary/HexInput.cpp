@@ -1,6 +1,5 @@
 #include "binary/HexInput.h"
 
-#include "binary/HexCommands.h"
 #include "binary/HexKeys.h"
 #include "binary/HexTyping.h"
 
@@ -37,14 +36,4 @@ bool HexInput::BeginSelection(ClientPoint point, bool extend) {
 void HexInput::ExtendSelection(ClientPoint point) {
     const uint64_t offset = editor.OffsetAt(point);
     if (offset != editor.Caret()) editor.MoveTo(offset, true);
-}
-
-bool HexInput::IsCommandEnabled(ViewCommand command) const {
-    return editor.GetBinaryDocument() && HexCommands::IsEnabled(editor, command);
-}
-
-bool HexInput::ExecuteCommand(ViewCommand command) {
-    if (!IsKnown(command)) return false;
-    if (editor.GetBinaryDocument()) HexCommands::Execute(editor, command);
-    return true;
 }

@@ -3,6 +3,7 @@
 #include "binary/HexClipboard.h"
 #include "binary/HexEditor.h"
 #include "binary/HexFind.h"
+#include "viewbase/KeyBindings.h"
 #include "viewbase/ViewKey.h"
 
 #include <algorithm>
@@ -51,32 +52,26 @@ template <DocumentCommand Kind> void Document(const KeyPress& press) {
     press.editor.GetBinaryDocument()->DoCommand(Kind);
 }
 
-struct KeyBinding {
-    uint32_t key;
-    bool needsCtrl; // else it works with and without
-    void (*handle)(const KeyPress& press);
-};
-
-constexpr KeyBinding Bindings[] = {
-    {ViewKey::PageUp, false, [](const KeyPress& press) { MoveUp(press, press.PageRows()); }},
-    {ViewKey::PageDown, false, [](const KeyPress& press) { MoveDown(press, press.PageRows()); }},
-    {ViewKey::End, false, RowEnd},
-    {ViewKey::Home, false, [](const KeyPress& press) { press.Move(press.RowStart()); }},
-    {ViewKey::Left, false, [](const KeyPress& press) { press.Move(press.caret ? press.caret - 1 : 0); }},
-    {ViewKey::Up, false, [](const KeyPress& press) { MoveUp(press, 1); }},
-    {ViewKey::Right, false, [](const KeyPress& press) { press.Move(press.caret + 1); }},
-    {ViewKey::Down, false, [](const KeyPress& press) { MoveDown(press, 1); }},
-    {ViewKey::F3, false, [](const KeyPress& press) { HexFind::FindNext(press.editor, press.shift); }},
-    {u'A', true, [](const KeyPress& press) { press.editor.SelectAll(); }},
-    {u'C', true, [](const KeyPress& press) { HexClipboard::Copy(press.editor); }},
-    {u'F', true, [](const KeyPress& press) { press.editor.Surface().ShowFindDialog(); }},
-    {u'G', true,
+constexpr KeyBinding<KeyPress> Bindings[] = {
+    {ViewKey::PageUp, CtrlKey::Either, [](const KeyPress& press) { MoveUp(press, press.PageRows()); }},
+    {ViewKey::PageDown, CtrlKey::Either, [](const KeyPress& press) { MoveDown(press, press.PageRows()); }},
+    {ViewKey::End, CtrlKey::Either, RowEnd},
+    {ViewKey::Home, CtrlKey::Either, [](const KeyPress& press) { press.Move(press.RowStart()); }},
+    {ViewKey::Left, CtrlKey::Either, [](const KeyPress& press) { press.Move(press.caret ? press.caret - 1 : 0); }},
+    {ViewKey::Up, CtrlKey::Either, [](const KeyPress& press) { MoveUp(press, 1); }},
+    {ViewKey::Right, CtrlKey::Either, [](const KeyPress& press) { press.Move(press.caret + 1); }},
+    {ViewKey::Down, CtrlKey::Either, [](const KeyPress& press) { MoveDown(press, 1); }},
+    {ViewKey::F3, CtrlKey::Either, [](const KeyPress& press) { HexFind::FindNext(press.editor, press.shift); }},
+    {u'A', CtrlKey::Down, [](const KeyPress& press) { press.editor.SelectAll(); }},
+    {u'C', CtrlKey::Down, [](const KeyPress& press) { HexClipboard::Copy(press.editor); }},
+    {u'F', CtrlKey::Down, [](const KeyPress& press) { press.editor.Surface().ShowFindDialog(); }},
+    {u'G', CtrlKey::Down,
      [](const KeyPress& press) {
          if (!press.shift) press.editor.Surface().ShowGoToDialog();
      }},
-    {u'V', true, [](const KeyPress& press) { HexClipboard::Paste(press.editor); }},
-    {u'Y', true, Document<DocumentCommand::Redo>},
-    {u'Z', true, Document<DocumentCommand::Undo>},
+    {u'V', CtrlKey::Down, [](const KeyPress& press) { HexClipboard::Paste(press.editor); }},
+    {u'Y', CtrlKey::Down, Document<DocumentCommand::Redo>},
+    {u'Z', CtrlKey::Down, Document<DocumentCommand::Undo>},
 };
 
 // 1 to 6 on the keypad have the codes of the letters a to f, and have always counted as digits here, the
@@ -89,14 +84,8 @@ bool IsDigitKey(uint32_t key) {
 
 void HexKeys::Press(HexEditor& editor, uint32_t key) {
     const EditorSurface& surface = editor.Surface();
-    const bool ctrl = surface.IsCtrlDown();
     const bool shift = surface.IsShiftDown();
-    if (!IsDigitKey(key) || ctrl || shift) editor.ToHighNibble();
-    // AltGr, which arrives as both, is on its way to a character.
-    const bool runsCommands = ctrl && !surface.IsAltDown();
-    for (const KeyBinding& binding : Bindings) {
-        if (binding.key != key || (binding.needsCtrl && !runsCommands)) continue;
-        binding.handle({editor, shift, editor.Caret(), editor.FileSize()});
-        return;
-    }
+    if (!IsDigitKey(key) || surface.IsCtrlDown() || shift) editor.ToHighNibble();
+    if (const auto handle = HandlerOf(Bindings, surface, key))
+        handle({editor, shift, editor.Caret(), editor.FileSize()});
 }

@@ -4,7 +4,6 @@
 #include "view/EditorFind.h"
 #include "view/EditorNavigation.h"
 #include "view/TextEditor.h"
-#include "viewbase/CommandRows.h"
 
 namespace {
 
@@ -13,7 +12,9 @@ bool Always(const TextEditor&) { return true; }
 bool Never(const TextEditor&) { return false; } // the frame decides
 bool WhenWritable(const TextEditor& editor) { return !editor.GetTextBuffer()->IsReadOnly(); }
 
-constexpr CommandRows<TextEditor> Commands = {{
+} // namespace
+
+constexpr CommandRows<TextEditor> EditorCommands::Rows = {{
     {WithSelection, EditorClipboard::Cut},
     {WithSelection, EditorClipboard::Copy},
     {Never, EditorClipboard::Paste},
@@ -25,12 +26,4 @@ constexpr CommandRows<TextEditor> Commands = {{
     {Always, [](TextEditor& editor) { editor.ToggleBookmark(NoLine); }},
     {WithSelection, EditorClipboard::CopyColoured},
 }};
-static_assert(Commands.IsComplete());
-
-} // namespace
-
-bool EditorCommands::IsEnabled(const TextEditor& editor, ViewCommand command) {
-    return Commands.IsEnabled(editor, command);
-}
-
-void EditorCommands::Execute(TextEditor& editor, ViewCommand command) { Commands.Execute(editor, command); }
+static_assert(EditorCommands::Rows.IsComplete());

@@ -1,14 +1,12 @@
 #pragma once
 
-#include "viewbase/ViewCommand.h"
+#include "viewbase/CommandRows.h"
 
 class TextEditor;
 
 // The numbered commands of a text view that shows a document.
 namespace EditorCommands {
 
-// What is not known is not enabled, and does nothing.
-bool IsEnabled(const TextEditor& editor, ViewCommand command);
-void Execute(TextEditor& editor, ViewCommand command);
+extern const CommandRows<TextEditor> Rows;
 
 } // namespace EditorCommands

@@ -60,7 +60,7 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
         return false;
     }
     editor.SelectRange({hit.offset, hit.offset + findState.searchHistory.Newest().Length()});
-    if (hit.wrapped) HostCalls::ShowStatus(surface, u"Passed end of file");
+    HostCalls::SearchSucceeded(surface, hit.wrapped);
     return true;
 }
 

@@ -9,6 +9,7 @@
 #include "view/EditorTyping.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
+#include "viewbase/KeyBindings.h"
 #include "viewbase/ViewKey.h"
 
 namespace {
@@ -131,70 +132,59 @@ void GoToDialog(const KeyPress& press) {
     if (!press.shift) press.editor.Surface().ShowGoToDialog();
 }
 
-template <ViewCommand Command> void Execute(const KeyPress& press) { EditorCommands::Execute(press.editor, Command); }
+template <ViewCommand Command> void Execute(const KeyPress& press) {
+    EditorCommands::Rows.Execute(press.editor, Command);
+}
 
 template <DocumentCommand Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
 
-struct KeyBinding {
-    uint32_t key;
-    bool ctrl;
-    void (*handle)(const KeyPress& press);
-};
-
-constexpr KeyBinding Bindings[] = {
-    {ViewKey::Left, false, Left},
-    {ViewKey::Left, true, WordLeft},
-    {ViewKey::Right, false, Right},
-    {ViewKey::Right, true, WordRight},
-    {ViewKey::Up, false, Up},
-    {ViewKey::Up, true, ScrollUp},
-    {ViewKey::Down, false, Down},
-    {ViewKey::Down, true, ScrollDown},
-    {ViewKey::PageUp, false, PageUp},
-    {ViewKey::PageUp, true, PageUp},
-    {ViewKey::PageDown, false, PageDown},
-    {ViewKey::PageDown, true, PageDown},
-    {ViewKey::Home, false, SmartHome},
-    {ViewKey::Home, true, DocumentStart},
-    {ViewKey::End, false, LineEnd},
-    {ViewKey::End, true, DocumentEnd},
-    {ViewKey::Escape, false, Escape},
-    {ViewKey::Escape, true, Escape},
-    {ViewKey::Insert, false, Insert},
-    {ViewKey::Insert, true, [](const KeyPress& press) { EditorClipboard::Copy(press.editor); }},
-    {ViewKey::Delete, false, Delete},
-    {ViewKey::Delete, true, [](const KeyPress& press) { EditorTyping::DeleteForward(press.editor, true); }},
-    {ViewKey::Backspace, false, [](const KeyPress& press) { EditorTyping::DeleteBack(press.editor, false); }},
-    {ViewKey::Backspace, true, [](const KeyPress& press) { EditorTyping::DeleteBack(press.editor, true); }},
-    {ViewKey::F2, false, [](const KeyPress& press) { EditorNavigation::GoToBookmark(press.editor, press.shift); }},
-    {ViewKey::F2, true, CtrlF2},
-    {ViewKey::F3, false, [](const KeyPress& press) { EditorFind::FindNext(press.editor, press.shift); }},
-    {ViewKey::F3, true, [](const KeyPress& press) { EditorFind::QuickSearch(press.editor, press.shift); }},
-    {u'A', true, Execute<ViewCommand::SelectAll>},
-    {u'C', true, Execute<ViewCommand::Copy>},
-    {u'F', true, Execute<ViewCommand::Find>},
-    {u'G', true, GoToDialog},
-    {u'H', true, Execute<ViewCommand::Replace>},
-    {u'T', true, CaretLineToTop},
-    {u'V', true, Execute<ViewCommand::Paste>},
-    {u'W', true, [](const KeyPress& press) { EditorNavigation::SelectWord(press.editor, true); }},
-    {u'X', true, Execute<ViewCommand::Cut>},
-    {u'Y', true, Document<DocumentCommand::Redo>},
-    {u'Z', true, Document<DocumentCommand::Undo>},
-    {ViewKey::CloseBracket, true,
+constexpr KeyBinding<KeyPress> Bindings[] = {
+    {ViewKey::Left, CtrlKey::Up, Left},
+    {ViewKey::Left, CtrlKey::Down, WordLeft},
+    {ViewKey::Right, CtrlKey::Up, Right},
+    {ViewKey::Right, CtrlKey::Down, WordRight},
+    {ViewKey::Up, CtrlKey::Up, Up},
+    {ViewKey::Up, CtrlKey::Down, ScrollUp},
+    {ViewKey::Down, CtrlKey::Up, Down},
+    {ViewKey::Down, CtrlKey::Down, ScrollDown},
+    {ViewKey::PageUp, CtrlKey::Either, PageUp},
+    {ViewKey::PageDown, CtrlKey::Either, PageDown},
+    {ViewKey::Home, CtrlKey::Up, SmartHome},
+    {ViewKey::Home, CtrlKey::Down, DocumentStart},
+    {ViewKey::End, CtrlKey::Up, LineEnd},
+    {ViewKey::End, CtrlKey::Down, DocumentEnd},
+    {ViewKey::Escape, CtrlKey::Either, Escape},
+    {ViewKey::Insert, CtrlKey::Up, Insert},
+    {ViewKey::Insert, CtrlKey::Down, [](const KeyPress& press) { EditorClipboard::Copy(press.editor); }},
+    {ViewKey::Delete, CtrlKey::Up, Delete},
+    {ViewKey::Delete, CtrlKey::Down, [](const KeyPress& press) { EditorTyping::DeleteForward(press.editor, true); }},
+    {ViewKey::Backspace, CtrlKey::Up, [](const KeyPress& press) { EditorTyping::DeleteBack(press.editor, false); }},
+    {ViewKey::Backspace, CtrlKey::Down, [](const KeyPress& press) { EditorTyping::DeleteBack(press.editor, true); }},
+    {ViewKey::F2, CtrlKey::Up,
+     [](const KeyPress& press) { EditorNavigation::GoToBookmark(press.editor, press.shift); }},
+    {ViewKey::F2, CtrlKey::Down, CtrlF2},
+    {ViewKey::F3, CtrlKey::Up, [](const KeyPress& press) { EditorFind::FindNext(press.editor, press.shift); }},
+    {ViewKey::F3, CtrlKey::Down, [](const KeyPress& press) { EditorFind::QuickSearch(press.editor, press.shift); }},
+    {u'A', CtrlKey::Down, Execute<ViewCommand::SelectAll>},
+    {u'C', CtrlKey::Down, Execute<ViewCommand::Copy>},
+    {u'F', CtrlKey::Down, Execute<ViewCommand::Find>},
+    {u'G', CtrlKey::Down, GoToDialog},
+    {u'H', CtrlKey::Down, Execute<ViewCommand::Replace>},
+    {u'T', CtrlKey::Down, CaretLineToTop},
+    {u'V', CtrlKey::Down, Execute<ViewCommand::Paste>},
+    {u'W', CtrlKey::Down, [](const KeyPress& press) { EditorNavigation::SelectWord(press.editor, true); }},
+    {u'X', CtrlKey::Down, Execute<ViewCommand::Cut>},
+    {u'Y', CtrlKey::Down, Document<DocumentCommand::Redo>},
+    {u'Z', CtrlKey::Down, Document<DocumentCommand::Undo>},
+    {ViewKey::CloseBracket, CtrlKey::Down,
      [](const KeyPress& press) { EditorNavigation::GoToPartner(press.editor, press.shift); }},
 };
 
 } // namespace
 
 void EditorKeys::Press(TextEditor& editor, uint32_t key) {
-    // AltGr, which arrives as both, is on its way to a character: the key is no command of Ctrl then.
-    const bool ctrl = editor.Surface().IsCtrlDown() && !editor.Surface().IsAltDown();
-    for (const KeyBinding& binding : Bindings) {
-        if (binding.key != key || binding.ctrl != ctrl) continue;
-        const TextPosition caret = editor.Caret().Position();
-        binding.handle(
-            {editor, editor.Surface().IsShiftDown(), caret.line, caret.column, editor.Text().Line(caret.line)});
-        return;
-    }
+    const auto handle = HandlerOf(Bindings, editor.Surface(), key);
+    if (!handle) return;
+    const TextPosition caret = editor.Caret().Position();
+    handle({editor, editor.Surface().IsShiftDown(), caret.line, caret.column, editor.Text().Line(caret.line)});
 }

@@ -22,6 +22,7 @@ public:
     // Shows a document from its start; null takes it away.
     void SetDocument(TextBuffer* newDocument);
     TextBuffer* GetTextBuffer() const { return text.Document(); }
+    bool HasDocument() const { return text.Document() != nullptr; }
 
     // Its parts.
     EditorSurface& Surface() const { return surface; }

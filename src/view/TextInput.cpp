@@ -1,6 +1,5 @@
 #include "view/TextInput.h"
 
-#include "view/EditorCommands.h"
 #include "view/EditorKeys.h"
 #include "view/EditorNavigation.h"
 #include "view/EditorTyping.h"
@@ -73,14 +72,4 @@ void TextInput::OnDoubleClick() {
     } else {
         EditorNavigation::SelectWord(editor, false);
     }
-}
-
-bool TextInput::IsCommandEnabled(ViewCommand command) const {
-    return editor.GetTextBuffer() && EditorCommands::IsEnabled(editor, command);
-}
-
-bool TextInput::ExecuteCommand(ViewCommand command) {
-    if (!IsKnown(command)) return false;
-    if (editor.GetTextBuffer()) EditorCommands::Execute(editor, command);
-    return true;
 }

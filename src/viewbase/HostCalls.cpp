@@ -16,3 +16,7 @@ void HostCalls::SearchFailed(const EditorSurface& surface) {
     ViewHost* host = surface.Host();
     if (host && host->GetMacroState() == MacroState::Playing) host->StopMacroPlayback();
 }
+
+void HostCalls::SearchSucceeded(const EditorSurface& surface, bool wrapped) {
+    if (wrapped) ShowStatus(surface, u"Passed end of file");
+}

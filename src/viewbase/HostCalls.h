@@ -12,5 +12,7 @@ void Warn(const EditorSurface& surface, const Char* text);
 void DocumentChanged(const EditorSurface& surface, Document* document);
 // A search found nothing: a macro that is being played does not go on without its match.
 void SearchFailed(const EditorSurface& surface);
+// A search has found what is selected now. To be called after selecting it, which clears the message field.
+void SearchSucceeded(const EditorSurface& surface, bool wrapped);
 
 } // namespace HostCalls

@@ -36,12 +36,7 @@ private:
 } // namespace
 
 HexDocumentView* HexView::Create(BinaryDocument& document, NativeWindow parent) {
-    HexView* view = new HexView;
-    if (!view) return nullptr;
-    view->editor.SetDocument(&document);
-    if (view->CreateIn(parent)) return &view->editor;
-    delete view;
-    return nullptr;
+    return MakeView<HexView>(document, parent);
 }
 
 HexView::~HexView() {

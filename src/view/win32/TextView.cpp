@@ -10,12 +10,7 @@
 #include "viewbase/win32/ViewFont.h"
 
 TextDocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
-    TextView* view = new TextView;
-    if (!view) return nullptr;
-    view->editor.SetDocument(&document);
-    if (view->CreateIn(parent)) return &view->editor;
-    delete view;
-    return nullptr;
+    return MakeView<TextView>(document, parent);
 }
 
 TextView::~TextView() {

@@ -52,6 +52,17 @@ public:
 
 protected:
     virtual EditorInput& Input() = 0;
+    // What the factory of a kind of views does: makes a `Window` that shows `document` inside `parent`, or has no
+    // window when that is null. Its editor, or null on failure.
+    template <class Window, class Shown> static auto MakeView(Shown& document, NativeWindow parent) {
+        Window* const view = new Window;
+        auto* editor = view ? &view->Editor() : nullptr;
+        if (!view) return editor;
+        editor->SetDocument(&document);
+        if (view->CreateIn(parent)) return editor;
+        delete view;
+        return editor = nullptr;
+    }
     // Makes a window inside `parent` and attaches it; none when that is null. False on failure.
     bool CreateIn(NativeWindow parent);
     // Draws all of `rows`, whose paint has begun.

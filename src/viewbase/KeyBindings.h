@@ -1,0 +1,25 @@
+#pragma once
+
+#include "viewbase/EditorSurface.h"
+
+// Whether a key is bound with Ctrl held, without, or both ways.
+enum class CtrlKey : uint8_t { Up, Down, Either };
+
+// What a key, a virtual-key code, does. A `Press` says what it works on.
+template <class Press> struct KeyBinding {
+    uint32_t key;
+    CtrlKey ctrl;
+    void (*handle)(const Press& press);
+};
+
+// What a key does with Ctrl as it is held now; null for one that is not bound. AltGr arrives as Ctrl and Alt and is on
+// its way to a character: the key is none with Ctrl then.
+template <class Press, size_t Count>
+auto HandlerOf(const KeyBinding<Press> (&bindings)[Count], const EditorSurface& surface, uint32_t key)
+    -> void (*)(const Press&) {
+    const CtrlKey held = surface.IsCtrlDown() && !surface.IsAltDown() ? CtrlKey::Down : CtrlKey::Up;
+    for (const KeyBinding<Press>& binding : bindings) {
+        if (binding.key == key && (binding.ctrl == held || binding.ctrl == CtrlKey::Either)) return binding.handle;
+    }
+    return nullptr;
+}
