@@ -35,7 +35,7 @@ bool ReadScript(const Char* file, WString& text) {
         size -= sizeof Signature;
     }
     const size_t most = MaxCharacters(CodePage::Utf8, size);
-    if (most > WString::MostCharacters || !text.Reserve(static_cast<uint32_t>(most))) return false;
+    if (most > WString::MaxCharacters || !text.Reserve(static_cast<uint32_t>(most))) return false;
     if (size != 0 && ToUtf16(CodePage::Utf8, bytes, size, text.Data(), most) == 0) return false;
     // The fresh buffer is zero-filled, so the text is terminated; its length is not needed.
     if (text.Data()) NormaliseLineEnds(text.Data());

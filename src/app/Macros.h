@@ -45,7 +45,7 @@ public:
     bool IsPlaying() const { return playing; }
     MacroState State() const;
 
-    // Makes `slot` (0 when it is none of the ten) the current one.
+    // Selects a slot; slot 0 when there is none of that number.
     void SelectSlot(uint32_t slot);
     // "Macro %u selected" for the current slot. False without memory.
     [[nodiscard]] bool SelectedText(WString& out) const;
@@ -60,7 +60,7 @@ public:
     // from FirstEvent on are to be sent, in order, as long as IsPlaying; then StopPlayback.
     [[nodiscard]] bool BeginPlayback();
     const MacroEvent* FirstEvent() const { return slots[current].head; }
-    // Breaks a playback off; also its regular end.
+    // Ends a playback, whether all of it was sent or not.
     void StopPlayback() { playing = false; }
 
 private:

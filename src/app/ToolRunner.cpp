@@ -35,7 +35,7 @@ bool ToolRunner::Capture(const Char* command, const Char* startDirectory) {
     if (!ExpandToolVariables(context, command, line) || !ExpandStartDirectory(context, startDirectory, directory))
         return false;
     if (!InterpreterRunsIn(directory.Text())) {
-        Tell(u"The command interpreter cannot run in this directory: %s", directory.Text());
+        Report(u"The command interpreter cannot run in this directory: %s", directory.Text());
         return false;
     }
     TextBuffer* const output = context.commands.console ? outputs.ShowShared() : outputs.ShowNamed(line.Text());
@@ -44,9 +44,9 @@ bool ToolRunner::Capture(const Char* command, const Char* startDirectory) {
 
 bool ToolRunner::Start(TextBuffer& output, const Char* line, const Char* directory) {
     if (output.Output().IsRunning()) {
-        Tell(context.commands.console ? u"A command is still running in the document %s."
-                                      : u"This command is still running: %s",
-             output.GetName());
+        Report(context.commands.console ? u"A command is still running in the document %s."
+                                        : u"This command is still running: %s",
+               output.GetName());
         return false;
     }
     if (output.RunCommand(line, directory)) return true;
@@ -73,7 +73,7 @@ void ToolRunner::Stop(TextBuffer& output) {
     if (answer == Answer::Yes && collector.Run().processId == process) collector.EndAll();
 }
 
-void ToolRunner::Tell(const Char* format, const Char* name) {
+void ToolRunner::Report(const Char* format, const Char* name) {
     WString message;
     if (Text::AppendFormat(message, format, name)) context.AskUser(message.Text(), MessageKind::Warning);
 }

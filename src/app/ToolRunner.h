@@ -40,7 +40,7 @@ public:
 private:
     bool Capture(const Char* command, const Char* startDirectory);
     bool Start(TextBuffer& output, const Char* line, const Char* directory);
-    void Tell(const Char* format, const Char* name);
+    void Report(const Char* format, const Char* name);
 
     CommandContext& context;
     OutputDocuments& outputs;

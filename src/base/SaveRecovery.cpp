@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr uint32_t MostNames = 100;
+constexpr uint32_t MaxNames = 100;
 
 // Not asked of another machine, which may keep a start waiting: a path in a copy may name any.
 bool HasContent(const SaveCopyContent& content) {
@@ -24,7 +24,7 @@ bool HasContent(const SaveCopyContent& content) {
 // Makes a new file in the recovery folder that is called like the one that was saved, with a number when there is one.
 bool MakeNamed(const Char* target, Platform::File& file, WString& path) {
     const Char* const wanted = Path::FileName(target);
-    for (uint32_t number = 1; number <= MostNames; ++number) {
+    for (uint32_t number = 1; number <= MaxNames; ++number) {
         WString name;
         const bool isNamed = number == 1 ? name.Assign(wanted) : Text::AppendFormat(name, u"%u %s", number, wanted);
         if (!isNamed || !Platform::RecoveryFolder(u"", path) || !Path::Join(path, name.Text())) return false;

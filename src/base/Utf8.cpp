@@ -70,13 +70,13 @@ size_t EncodeUtf8(uint32_t codePoint, uint8_t (&bytes)[4]) {
 
 // What the two directions differ in. CopyAscii takes a leading run of ASCII at once.
 struct Utf8ToUtf16 {
-    static constexpr size_t MostUnits = 2;
+    static constexpr size_t MaxUnits = 2;
     static constexpr auto Decode = DecodeUtf8;
     static constexpr auto Encode = EncodeUtf16;
     static constexpr auto CopyAscii = Scan::WidenAscii;
 };
 struct Utf16ToUtf8 {
-    static constexpr size_t MostUnits = 4;
+    static constexpr size_t MaxUnits = 4;
     static constexpr auto Decode = DecodeUtf16;
     static constexpr auto Encode = EncodeUtf8;
     static constexpr auto CopyAscii = Scan::NarrowAscii;
@@ -93,7 +93,7 @@ template <class Direction, class In, class Out> size_t Convert(const In* in, siz
             written += run;
             if (run) continue;
         }
-        Out units[Direction::MostUnits];
+        Out units[Direction::MaxUnits];
         const Decoded decoded = Direction::Decode(in + at, count - at);
         const size_t length = Direction::Encode(decoded.codePoint, units);
         if (out) {

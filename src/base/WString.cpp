@@ -70,7 +70,7 @@ bool WString::Insert(uint32_t position, const Char* text, uint32_t count) {
 bool WString::Splice(uint32_t position, uint32_t removed, const Char* text, uint64_t count, uint64_t needed) {
     ORVANE_ASSERT(position <= length && removed <= length - position);
     const uint64_t newLength = uint64_t{length} - removed + count;
-    if (needed > MostCharacters || newLength > MostCharacters) return false;
+    if (needed > MaxCharacters || newLength > MaxCharacters) return false;
     if (needed == 0 && !buffer) return true;
 
     const bool grows = !buffer || needed + 1 > capacity;
@@ -83,7 +83,7 @@ bool WString::Splice(uint32_t position, uint32_t removed, const Char* text, uint
     if (needsBlock) {
         if (grows)
             newCapacity = static_cast<uint32_t>(
-                std::min<uint64_t>(std::max(uint64_t{capacity} * 2, needed + 1), uint64_t{MostCharacters} + 1));
+                std::min<uint64_t>(std::max(uint64_t{capacity} * 2, needed + 1), uint64_t{MaxCharacters} + 1));
         target = Heap::AllocateArray<Char>(newCapacity);
         if (!target) return false;
         Copy(target, buffer, position);

@@ -9,7 +9,7 @@
 class WString {
 public:
     // A longer string is refused like one without memory, so that every length is below UINT32_MAX.
-    static constexpr uint32_t MostCharacters = UINT32_MAX - 1;
+    static constexpr uint32_t MaxCharacters = UINT32_MAX - 1;
 
     WString() = default;
     ~WString() { Release(); }

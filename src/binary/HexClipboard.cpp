@@ -15,7 +15,7 @@ bool AppendSelection(HexEditor& editor, WString& out) {
     constexpr uint32_t Batch = 256; // bytes appended at a time
     Char text[Batch * PerByte];
     const uint64_t end = editor.SelectionEnd();
-    if (end - editor.SelectionStart() > WString::MostCharacters / PerByte) return false;
+    if (end - editor.SelectionStart() > WString::MaxCharacters / PerByte) return false;
     const uint64_t length = (end - editor.SelectionStart()) * PerByte;
     if (!out.Reserve(static_cast<uint32_t>(length))) return false;
     for (uint64_t offset = editor.SelectionStart(); offset < end;) {

@@ -9,7 +9,7 @@ namespace CommandProcess {
 
 // How long the command line of a new process may be. Not every system refuses a longer one: Wine runs what
 // is left of it when its length is cut to 16 bits.
-constexpr uint32_t MostCharacters = 32766;
+constexpr uint32_t MaxCharacters = 32766;
 
 // Why a run could not be started, for the user; the system may add its own words.
 namespace Failure {

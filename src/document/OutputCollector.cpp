@@ -19,7 +19,7 @@ constexpr uint32_t ReadSize = ReadBufferSize - 1;
 // A poll that has more to read than can be taken in this time goes on after the messages that wait.
 constexpr uint32_t SliceTime = 30; // milliseconds
 constexpr uint32_t SlicePause = 1;
-constexpr uint32_t MostFailedEnds = 20;
+constexpr uint32_t MaxFailedEnds = 20;
 
 // Takes out what is not shown and returns how many bytes are left; they end at the first zero.
 uint32_t Shown(uint8_t* bytes, uint32_t count) {
@@ -73,7 +73,7 @@ bool OutputCollector::Poll() {
     // What comes between the look at the size and the process's end is not read any more.
     if (!run.hasEnded || readsOn) return false;
     // Nothing is lost to a failure that passes; one that lasts does not keep the run for ever.
-    if (result == Appending::Failed && ++run.failedEnds < MostFailedEnds) return false;
+    if (result == Appending::Failed && ++run.failedEnds < MaxFailedEnds) return false;
     // A character that was left for its rest to come does not get any.
     if (run.size - run.consumed < MaxCharacterBytes) AppendFromFile(run.size - run.consumed, true);
     if (!HasRoom()) AppendNote(u"The disk is full: output of the command may be missing.\n");

@@ -23,7 +23,7 @@ bool SlowDrives::Drive::IsWaiting(const void* file) const {
 }
 
 void SlowDrives::Drive::Enqueue(const void* file) {
-    if (waitingCount < MostWaiting && !IsWaiting(file)) waiting[waitingCount++] = file;
+    if (waitingCount < MaxWaiting && !IsWaiting(file)) waiting[waitingCount++] = file;
 }
 
 void SlowDrives::Drive::DropFirst() {
@@ -34,7 +34,7 @@ void SlowDrives::Drive::DropFirst() {
 }
 
 SlowDrives::Drive* SlowDrives::Find(uint64_t name) {
-    Drive* const end = drives + MostDrives;
+    Drive* const end = drives + MaxDrives;
     Drive* const drive = std::find_if(drives, end, [=](const Drive& known) { return known.name == name; });
     return drive == end ? nullptr : drive;
 }
@@ -64,7 +64,7 @@ void SlowDrives::Answered(const Char* path, bool slowly, uint64_t now) {
     if (!drive) {
         // In the place of the one that is asked again first: of none, if there is a free one.
         const auto earlier = [](const Drive& left, const Drive& right) { return left.restsUntil < right.restsUntil; };
-        drive = std::min_element(drives, drives + MostDrives, earlier);
+        drive = std::min_element(drives, drives + MaxDrives, earlier);
         *drive = {};
         drive->name = name;
     }

@@ -13,13 +13,13 @@ public:
     void Answered(const Char* path, bool slowly, uint64_t now);
 
 private:
-    static constexpr uint32_t MostDrives = 8;
-    static constexpr uint32_t MostWaiting = 64; // files beyond these wait without a place
+    static constexpr uint32_t MaxDrives = 8;
+    static constexpr uint32_t MaxWaiting = 64; // files beyond these wait without a place
 
     struct Drive {
         uint64_t name;       // hash of its letter, or of the server and the share; 0: none
         uint64_t restsUntil; // may be asked from then on
-        const void* waiting[MostWaiting];
+        const void* waiting[MaxWaiting];
         uint32_t waitingCount;
         uint32_t refusals; // since the rest ended or the first in the queue changed
 
@@ -30,5 +30,5 @@ private:
 
     Drive* Find(uint64_t name);
 
-    Drive drives[MostDrives] = {};
+    Drive drives[MaxDrives] = {};
 };

@@ -6,10 +6,10 @@
 #include <algorithm>
 
 uint32_t SearchQuery::Slice() const {
-    constexpr uint32_t Most = 1u << 20;
-    constexpr uint32_t Least = 32;
+    constexpr uint32_t Max = 1u << 20;
+    constexpr uint32_t Min = 32;
     constexpr uint32_t Comparisons = 1u << 26;
-    return std::clamp(Comparisons / (length + 1), Least, Most);
+    return std::clamp(Comparisons / (length + 1), Min, Max);
 }
 
 bool TextSearch::IsWholeWord(const Char* text, uint32_t length, TextRange range) {

@@ -15,7 +15,7 @@ bool ReadText(const Char* path, WString& text) {
     Platform::ByteBlock block;
     if (!Platform::ReadWholeFile(path, block)) return false;
     const size_t most = MaxCharacters(CodePage::Utf8, block.size);
-    if (most > WString::MostCharacters || !text.Reserve(static_cast<uint32_t>(most))) return false;
+    if (most > WString::MaxCharacters || !text.Reserve(static_cast<uint32_t>(most))) return false;
     // The terminator is there already: the buffer is zero-filled and has room for one.
     return block.size == 0 || ToUtf16(CodePage::Utf8, block.bytes, block.size, text.Data(), most) != 0;
 }

@@ -6,7 +6,7 @@
 class CharSearchSet {
 public:
     // More than an engine can ask for: six markers in both cases and two quotes.
-    static constexpr uint32_t Most = 16;
+    static constexpr uint32_t Max = 16;
 
     void Clear() { count = 0; }
     // Adding a member again changes nothing.
@@ -19,5 +19,5 @@ private:
     static constexpr uint32_t Lanes = 8;
 
     uint32_t count = 0;
-    Char members[Most][Lanes] = {}; // each repeated over a whole register
+    Char members[Max][Lanes] = {}; // each repeated over a whole register
 };

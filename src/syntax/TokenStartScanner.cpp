@@ -64,7 +64,7 @@ private:
         // Characters beyond a byte become 255 or 0: never a word character, never a stop.
         const __m128i bytes = _mm_packus_epi16(low, high);
         __m128i stopBytes = _mm_setzero_si128();
-        for (uint32_t i = 0; i < MostStops; ++i) {
+        for (uint32_t i = 0; i < MaxStops; ++i) {
             stopBytes = _mm_or_si128(stopBytes, _mm_cmpeq_epi8(bytes, Load(scanner.stops[i])));
         }
         return {static_cast<uint32_t>(_mm_movemask_epi8(IsWord(bytes))),
@@ -75,11 +75,11 @@ private:
 };
 
 void TokenStartScanner::AddStop(Char c) {
-    if (stopCount == MostStops) {
+    if (stopCount == MaxStops) {
         everywhere = true;
         return;
     }
-    for (uint32_t i = stopCount; i < MostStops; ++i) std::fill_n(stops[i], Lanes, static_cast<uint8_t>(c));
+    for (uint32_t i = stopCount; i < MaxStops; ++i) std::fill_n(stops[i], Lanes, static_cast<uint8_t>(c));
     ++stopCount;
 }
 

@@ -24,14 +24,14 @@ public:
     void Map(const Char* at, const Char* end, bool allStops, TokenMap& map) const;
 
 private:
-    static constexpr uint32_t MostStops = 4;
+    static constexpr uint32_t MaxStops = 4;
     static constexpr uint32_t Lanes = 16;
 
     class Bits;
 
-    bool everywhere = false; // also when there are more stops than MostStops
+    bool everywhere = false; // also when there are more stops than MaxStops
     uint32_t stopCount = 0;
     // Each repeated over a whole register. All places are always compared; those that are not needed
     // repeat the last stop.
-    uint8_t stops[MostStops][Lanes] = {};
+    uint8_t stops[MaxStops][Lanes] = {};
 };

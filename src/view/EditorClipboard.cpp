@@ -11,7 +11,7 @@ namespace {
 // Appends the characters in `range` of a text with each line feed as CR LF.
 bool AppendWithLineBreaks(WString& out, const Char* text, TextRange range) {
     const uint64_t count = uint64_t{range.Length()} + Scan::CountLineFeeds(text + range.start, range.Length());
-    if (count > WString::MostCharacters || !out.Reserve(static_cast<uint32_t>(count))) return false;
+    if (count > WString::MaxCharacters || !out.Reserve(static_cast<uint32_t>(count))) return false;
     uint32_t from = range.start;
     while (from < range.end) {
         const auto feed = from + static_cast<uint32_t>(Scan::FindLineFeed(text + from, range.end - from));

@@ -6,7 +6,7 @@ namespace {
 
 // A font may give some characters no width at all. A row holds no more characters than this, so that a
 // long line of such characters still costs no more than any other.
-constexpr size_t MostCharacters = 1u << 16;
+constexpr size_t MaxCharacters = 1u << 16;
 
 } // namespace
 
@@ -119,7 +119,7 @@ bool LineRuns::AddTab(const Piece& piece) {
 }
 
 bool LineRuns::Append(Char shown, int32_t width, const Piece& piece, RunKind kind) {
-    if (characters.Count() >= MostCharacters) return true;
+    if (characters.Count() >= MaxCharacters) return true;
     DrawRun* run = RunFor(piece, kind);
     if (!run || !characters.Reserve(characters.Count() + 1) || !advances.Append(width)) return false;
     characters.AppendReserved(shown);

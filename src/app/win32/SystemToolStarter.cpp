@@ -35,7 +35,7 @@ bool SystemToolStarter::AskArguments(ToolRecord& tool) {
 }
 
 void SystemToolStarter::StartDetached(WString& commandLine, const WString& directory) {
-    if (commandLine.Length() > CommandProcess::MostCharacters) return;
+    if (commandLine.Length() > CommandProcess::MaxCharacters) return;
     STARTUPINFOW startup = {};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;

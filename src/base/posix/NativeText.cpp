@@ -20,7 +20,7 @@ NativeText::NativeText(const Char* text, Kind kind) {
 bool FromNativeText(const char* text, NativeText::Kind kind, WString& out) {
     const size_t length = std::strlen(text);
     WString converted;
-    if (length > WString::MostCharacters || !converted.Reserve(static_cast<uint32_t>(length))) return false;
+    if (length > WString::MaxCharacters || !converted.Reserve(static_cast<uint32_t>(length))) return false;
     Char* const units = converted.Data();
     const size_t count = ToUtf16(CodePage::Utf8, reinterpret_cast<const uint8_t*>(text), length, units, length);
     if (!converted.Assign(units, static_cast<int64_t>(count))) return false;

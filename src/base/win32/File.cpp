@@ -33,7 +33,7 @@ constexpr size_t LargestTransfer = size_t{1} << 30;
 
 // How long a file may be in use before a save fails, in milliseconds. Virus scanners, indexers and the like open a
 // file right after it was written, for a moment.
-constexpr uint32_t MostWaiting = 1000;
+constexpr uint32_t MaxWaiting = 1000;
 constexpr uint32_t OneWait = 50;
 
 bool IsNoRoom(DWORD error) {
@@ -51,7 +51,7 @@ template <class Call> bool CallWhileInUse(Call call) {
     for (uint32_t waited = 0; !call(); waited += OneWait) {
         const DWORD error = GetLastError();
         const bool isInUse = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
-        if (!isInUse || waited >= MostWaiting) return false;
+        if (!isInUse || waited >= MaxWaiting) return false;
         Platform::Wait(OneWait);
     }
     return true;

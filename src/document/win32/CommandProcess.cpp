@@ -12,7 +12,7 @@ namespace {
 // a stretch of taken ones, and not all of them: a directory that refuses every name should not take long.
 constexpr uint32_t NameCount = 0xFFFF;
 constexpr uint32_t NameStep = 7919;
-constexpr uint32_t MostTries = 500;
+constexpr uint32_t MaxTries = 500;
 
 HANDLE AsHandle(intptr_t value) { return reinterpret_cast<HANDLE>(value); }
 
@@ -70,7 +70,7 @@ HANDLE CreateTemporaryFile(const wchar_t* directory, wchar_t (&name)[MAX_PATH]) 
     SECURITY_ATTRIBUTES security = {sizeof(security), user.Descriptor(), TRUE};
     const uint64_t first = Platform::Now() >> 16; // so that names differ from one run to the next
     HANDLE file = INVALID_HANDLE_VALUE;
-    for (uint32_t i = 0; i < MostTries && file == INVALID_HANDLE_VALUE; ++i) {
+    for (uint32_t i = 0; i < MaxTries && file == INVALID_HANDLE_VALUE; ++i) {
         // Given a number, it only puts the name together.
         const UINT number = static_cast<UINT>((first + uint64_t{i} * NameStep) % NameCount + 1);
         if (!GetTempFileNameW(directory, L"Orvane", number, name)) break;
@@ -88,7 +88,7 @@ bool BuildCommandLine(OutputRun& run, const Char* command, WString& line) {
         return false;
     }
     if (!line.Append(u" /c ") || (command && !line.Append(command))) return false;
-    if (line.Length() <= CommandProcess::MostCharacters) return true;
+    if (line.Length() <= CommandProcess::MaxCharacters) return true;
     static_cast<void>(run.failure.Assign(u"The command line is too long."));
     return false;
 }

@@ -43,7 +43,7 @@ PutResult Put(const ClipboardItem& item) {
 bool TakeText(const Char* data, size_t capacity, WString& text) {
     size_t length = 0;
     while (length < capacity && data[length]) ++length;
-    return length <= WString::MostCharacters && text.Assign(data, static_cast<int64_t>(length));
+    return length <= WString::MaxCharacters && text.Assign(data, static_cast<int64_t>(length));
 }
 
 } // namespace
