@@ -7,6 +7,11 @@
 
 #include <algorithm>
 
+bool TextCaret::IsIn(const ShownText& text) const {
+    return position.line < text.LineCount() && position.column <= text.Line(position.line).length &&
+           offset == text.LineStart(position.line) + position.column && anchor <= text.Length();
+}
+
 void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove) {
     preferredColumn = place.column;
     const uint32_t last = text.LineCount() ? text.LineCount() - 1 : 0;

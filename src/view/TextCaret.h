@@ -22,6 +22,8 @@ public:
     uint32_t SelectionStart() const { return anchor < offset ? anchor : offset; }
     uint32_t SelectionEnd() const { return anchor < offset ? offset : anchor; }
 
+    // Whether line, column and offset are one place of the text, and the anchor is in it.
+    bool IsIn(const ShownText& text) const;
     // Clamps the place to the text, and to where the caret may stop (CaretStops.h): for a user's move, outside of whole
     // characters, else outside of pairs. Extending leaves the anchor where it is.
     void MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove = false);

@@ -1,5 +1,6 @@
 #include "view/TextEditor.h"
 
+#include "base/Assert.h"
 #include "document/TextChange.h"
 #include "viewbase/HostCalls.h"
 
@@ -48,6 +49,8 @@ void TextEditor::FollowChange(const TextChange& change) {
 }
 
 void TextEditor::EditFinished() {
+    // Whichever way the change came, and whichever view it was made in.
+    ORVANE_ASSERT(caret.IsIn(text) && TopLine() < text.LineCount());
     ++editCount;
     if (!matchDue) return;
     const DocumentView* active = GetTextBuffer()->ActiveView();
