@@ -7,7 +7,9 @@
 
 namespace {
 
-// The copies of saves that have failed after their file was touched. Each is held open, for it belongs to this editor.
+// The copies of saves that have failed after their file was touched. Each is held open, for it belongs to this editor:
+// to the process, as texts, settings and the session are saved by objects that have nothing else in common, and what
+// one of them left is discarded when any of them saves that file at last.
 List<SaveCopy> leftCopies;
 
 void DiscardLeftCopies(const Char* target) {

@@ -4,6 +4,8 @@ SettingsRecord settings;
 
 namespace {
 
+// One for the process, like the record: the rows of the table, whose handlers call it, are constants that belong to no
+// object.
 DrawingRebuilder drawingRebuilder = nullptr;
 
 template <SettingChange Change> bool Rebuild() { return drawingRebuilder ? drawingRebuilder(Change) : true; }

@@ -19,6 +19,8 @@ public:
     bool Continue(uint64_t done, uint64_t total) override;
 
 private:
+    // Of the process: it has one thread, and who asks (whether the frame may be left) knows nothing of the editors that
+    // search.
     static inline uint32_t running = 0;
 
     EditorSurface& surface;

@@ -35,6 +35,7 @@ struct alignas(64) LargeBlock {
 };
 
 HANDLE processHeap = nullptr;
+// One list for the process, as the heap is: a block that is freed says nothing but its address.
 List<LargeBlock> largeBlocks;
 
 // Objects of static life allocate before the start and free after the end.
