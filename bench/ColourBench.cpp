@@ -4,8 +4,8 @@
 #include "base/Scan.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
+#include "syntax/EngineChoice.h"
 #include "syntax/EngineDefinition.h"
-#include "syntax/SyntaxEngine.h"
 
 #include <algorithm>
 #include <chrono>

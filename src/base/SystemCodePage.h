@@ -1,6 +1,8 @@
 #pragma once
 
-#include "base/CodePage.h"
+#include "base/Types.h"
+
+enum class CodePage : uint32_t; // in CodePage.h, which is above this seam
 
 // The conversions of the pages other than UTF-8, with the rules of CodePage.h; answered by base/win32
 // and base/posix.

@@ -7,6 +7,7 @@
 #include "document/TextDecode.h"
 #include "document/TextSave.h"
 #include "settings/AdditionalSettings.h"
+#include "syntax/EngineChoice.h"
 
 #include <algorithm>
 #include <cstring>

@@ -5,16 +5,21 @@
 #include "syntax/HtmlEngine.h"
 #include "syntax/PlainEngine.h"
 
+namespace {
+
+// Makes the engine of the definition that lists `name`, or a plain one; null when memory runs out.
 SyntaxEngine* MakeEngine(const Char* name, uint32_t htmlDepth) {
     const EngineDefinition* definition = FindEngineDefinition(name);
     if (definition && definition->treatAs) definition = definition->treatAs;
     if (definition && definition->html && htmlDepth < HtmlEngine::MaxDepth) {
-        return new HtmlEngine(*definition, htmlDepth);
+        return new HtmlEngine(*definition, htmlDepth, MakeEngine);
     }
     // Without keywords there is nothing to colour: see docs/oddities.md.
     if (definition && !definition->html && definition->Keywords()) return new CLikeEngine(*definition);
     return new PlainEngine(definition);
 }
+
+} // namespace
 
 SyntaxEngine* ChooseEngine(const Char* name, const Char* path) {
     if (!name || !*name) name = path ? Path::FileName(path) : u"";

@@ -2,6 +2,10 @@
 
 #include "syntax/SyntaxEngine.h"
 
-// Makes the engine of the definition that lists `name`, or a plain one; null when memory runs out.
-// `htmlDepth` is how many HTML engines the new one is nested in.
-SyntaxEngine* MakeEngine(const Char* name, uint32_t htmlDepth);
+// Chooses an engine by `name` or, when that is null or empty, by the file name of `path`. Returns a new
+// engine with one reference, which the caller takes over; null when memory runs out.
+SyntaxEngine* ChooseEngine(const Char* name, const Char* path);
+
+// Chooses the engine of a document: by its engine name, else by the extension of its path, else by the
+// file name. Either may be null or empty; the result is that of ChooseEngine.
+SyntaxEngine* ChooseEngineForFile(const Char* engineName, const Char* path);

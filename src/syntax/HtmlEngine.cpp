@@ -1,7 +1,6 @@
 #include "syntax/HtmlEngine.h"
 
 #include "base/Scan.h"
-#include "syntax/EngineChoice.h"
 #include "syntax/HtmlMachine.h"
 
 #include <iterator>
@@ -152,8 +151,8 @@ private:
     HtmlEngine& engine;
 };
 
-HtmlEngine::HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth)
-    : definition(engineDefinition), depth(htmlDepth) {
+HtmlEngine::HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth, EngineMaker innerEngines)
+    : definition(engineDefinition), depth(htmlDepth), makeEngine(innerEngines) {
     tagStart.Add(u'<');
 }
 
@@ -165,7 +164,7 @@ HtmlEngine::~HtmlEngine() {
 SyntaxEngine* HtmlEngine::InnerEngine(uint32_t state) {
     SyntaxEngine*& inner = IsPhp(state) ? php : script;
     if (inner) return inner;
-    SyntaxEngine* made = MakeEngine(IsPhp(state) ? u"phps" : u"js", depth + 1);
+    SyntaxEngine* made = makeEngine(IsPhp(state) ? u"phps" : u"js", depth + 1);
     if (!made) return nullptr;
     if (made->SetEndMarker(IsPhp(state) ? PhpEnd : ScriptEnd))
         inner = made;

@@ -5,6 +5,10 @@
 #include "syntax/HtmlState.h"
 #include "syntax/RunList.h"
 
+// Makes the engine of a language for the code in a page; null when memory runs out. `htmlDepth` is how many HTML
+// engines it is nested in.
+using EngineMaker = SyntaxEngine* (*)(const Char* language, uint32_t htmlDepth);
+
 // Colours markup, and hands the content of script elements and php blocks to engines of their own.
 class HtmlEngine final : public EngineBase {
 public:
@@ -13,7 +17,7 @@ public:
     static constexpr uint32_t MaxDepth = 4;
 
     // `engineDefinition` must outlive the engine.
-    HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth);
+    HtmlEngine(const EngineDefinition& engineDefinition, uint32_t htmlDepth, EngineMaker innerEngines);
 
     uint32_t ColourLine(uint32_t offset, const Char* text, uint32_t length, uint32_t& state,
                         ColouredLine& line) override;
@@ -43,5 +47,6 @@ private:
     SyntaxEngine* script = nullptr;
     SyntaxEngine* php = nullptr;
     uint32_t depth; // how many HTML engines it is nested in
+    EngineMaker makeEngine;
     CharSearchSet tagStart;
 };

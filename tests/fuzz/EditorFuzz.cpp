@@ -6,6 +6,7 @@
 #include "settings/Settings.h"
 #include "support/TestView.h"
 #include "support/TextDocument.h"
+#include "syntax/EngineChoice.h"
 #include "syntax/EngineDefinition.h"
 #include "view/EditorFind.h"
 #include "view/RowPlan.h"

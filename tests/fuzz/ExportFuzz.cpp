@@ -4,6 +4,7 @@
 #include "settings/Settings.h"
 #include "support/ColouredReaders.h"
 #include "support/TextDocument.h"
+#include "syntax/EngineChoice.h"
 #include "syntax/EngineDefinition.h"
 #include "view/HtmlExport.h"
 #include "view/RichTextExport.h"

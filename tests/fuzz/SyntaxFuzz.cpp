@@ -1,8 +1,8 @@
 #include "base/Heap.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
+#include "syntax/EngineChoice.h"
 #include "syntax/EngineDefinition.h"
-#include "syntax/SyntaxEngine.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 #include "support/TestView.h"
 #include "support/TextDocument.h"
+#include "syntax/EngineChoice.h"
 #include "syntax/EngineDefinition.h"
 #include "viewbase/FindState.h"
 #include "viewbase/ViewKey.h"

@@ -1,5 +1,7 @@
 #include "base/SystemCodePage.h"
 
+#include "base/CodePage.h"
+
 #include "base/Scan.h"
 #include "base/posix/BestFit1252.h"
 

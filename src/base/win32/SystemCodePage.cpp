@@ -1,5 +1,7 @@
 #include "base/SystemCodePage.h"
 
+#include "base/CodePage.h"
+
 #include "base/Utf8.h"
 #include "base/win32/Windows.h"
 

@@ -1,6 +1,7 @@
 #include "SyntaxTestSupport.h"
 
 #include "support/FailureInjection.h"
+#include "syntax/EngineChoice.h"
 
 namespace {
 

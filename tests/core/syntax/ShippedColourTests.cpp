@@ -6,6 +6,7 @@
 // last letter.
 
 #include "ShippedFileTest.h"
+#include "syntax/EngineChoice.h"
 
 #include <cstdlib>
 

@@ -3,8 +3,8 @@
 #include "base/Text.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
+#include "syntax/EngineChoice.h"
 #include "syntax/EngineDefinition.h"
-#include "syntax/SyntaxEngine.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 #include "support/Random.h"
 #include "support/ViewTest.h"
 
+#include "syntax/EngineChoice.h"
 #include "view/LineStates.h"
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "support/Random.h"
 #include "support/ViewTest.h"
 
+#include "syntax/EngineChoice.h"
 #include "view/LineStates.h"
 #include "view/RowPlan.h"
 #include <vector>
