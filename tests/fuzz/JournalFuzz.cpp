@@ -1,10 +1,12 @@
 // Reads the bytes as a journal, as they are and as changes in one with checksums that fit: a text comes out of it that
-// a plain model gives as well, or none.
+// a plain model gives as well, or none; and pages of a file, which stays as it is.
 
 #include "base/RecoveryFile.h"
+#include "binary/BinaryDocument.h"
 #include "document/TextRecovery.h"
 #include "support/ScratchFolder.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -51,6 +53,14 @@ bool Apply(std::u16string& text, const Piece& piece, const uint8_t* bytes) {
     return true;
 }
 
+// The only journal beside the first one.
+std::u16string MadeJournal(const ScratchFolder& scratch) {
+    for (const auto& entry : std::filesystem::directory_iterator(scratch.File("Recovery/Journals")))
+        if (entry.path().filename() != "1.journal")
+            return scratch.Path("Recovery/Journals/" + entry.path().filename().string());
+    return {};
+}
+
 void TryChanges(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
     auto* const journal = new JournalFile;
     WString name;
@@ -76,12 +86,49 @@ void TryChanges(const ScratchFolder& scratch, const uint8_t* data, size_t size) 
     }
     delete journal;
     bool isText = false;
-    for (const auto& entry : std::filesystem::directory_iterator(scratch.File("Recovery/Journals")))
-        if (entry.path().filename() != "1.journal") {
-            const std::u16string text =
-                TextOf(scratch.Path("Recovery/Journals/" + entry.path().filename().string()), isText);
-            Require(isText == hasText && text == (hasText ? expected : u""));
-        }
+    const std::u16string text = TextOf(MadeJournal(scratch), isText);
+    Require(isText == hasText && text == (hasText ? expected : u""));
+}
+
+// Each piece of the data is a change: where it starts, and pages that begin with what follows.
+void TryPages(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
+    constexpr size_t FileBytes = 2 * PageSize + 100;
+    const std::string bytes(FileBytes, 'f');
+    const std::u16string target = scratch.Write("file.bin", bytes);
+    auto* const journal = new JournalFile;
+    WString name;
+    JournalSubject subject;
+    subject.kind = JournalSubject::Bytes;
+    subject.fileSize = size && data[0] == 255 ? FileBytes + 1 : FileBytes;
+    Require(name.Assign(target.c_str()) && journal->Make(subject, name));
+    for (size_t at = 0; at + 2 <= size; at += 2) {
+        const uint64_t start = data[at] % 4 * uint64_t{PageSize} + data[at] / 64;
+        const uint64_t last = FileBytes - 2 * PageSize;
+        const uint64_t length = (data[at] % 4 == 2 ? last : PageSize) + data[at + 1] / 128;
+        Checksum sum;
+        const std::string old(data[at] % 4 == 2 ? last : PageSize, 'f');
+        sum.Add(old.data(), old.size());
+        const std::string page(static_cast<size_t>(length), static_cast<char>(data[at + 1]));
+        const bool isMark = data[at] == 9;
+        const JournalChange change =
+            isMark ? ByteJournal::SaveMark : JournalChange{start, sum.Value() + (data[at + 1] == 7), length};
+        Require(journal->Begin(change) && (isMark || journal->Put(page.data(), page.size())) && journal->End());
+    }
+    delete journal;
+    Platform::File file;
+    Require(file.Open(MadeJournal(scratch).c_str(), Platform::File::Mode::Alone));
+    JournalReader reader(file);
+    Require(reader.ReadHeader() == JournalReader::State::Readable);
+    auto* const document = new BinaryDocument;
+    document->AddRef();
+    Require(document->Open(target.c_str()));
+    const RecoveryResult result = document->Recover(reader);
+    const bool isGood = result == RecoveryResult::Whole || result == RecoveryResult::Cut;
+    Require(document->IsModified() == isGood && document->FileSize() == (isGood ? FileBytes : 0));
+    std::string content(FileBytes, 0);
+    Require(document->ReadBytes(0, reinterpret_cast<uint8_t*>(content.data()), content.size()) == isGood);
+    document->Release();
+    Require(scratch.Read("file.bin") == bytes);
 }
 
 } // namespace
@@ -96,5 +143,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     bool isText = false;
     TextOf(scratch.Write("Recovery/Journals/1.journal", std::string(data, data + size)), isText);
     TryChanges(scratch, data, size);
+    Require(Platform::RemoveFile(MadeJournal(scratch).c_str()));
+    TryPages(scratch, data, size);
     return 0;
 }
