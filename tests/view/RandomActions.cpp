@@ -33,7 +33,7 @@ constexpr uint32_t Keys[] = {ViewKey::Left,
                              ViewKey::CloseBracket,
                              ViewKey::Escape,
                              ViewKey::Insert,
-                             u'A',
+                             u'Z',
                              u'C',
                              u'T',
                              u'V',
@@ -81,11 +81,12 @@ std::string RandomActions::Next() {
         uint32_t weight;
     };
     static constexpr Row Rows[] = {
-        {&RandomActions::Type, 24},         {&RandomActions::PressKey, 36},         {&RandomActions::Scroll, 8},
-        {&RandomActions::TurnWheel, 5},     {&RandomActions::UseMouse, 12},         {&RandomActions::ChooseCommand, 10},
-        {&RandomActions::ChangePanes, 8},   {&RandomActions::ChangeSetting, 5},     {&RandomActions::EnterLine, 4},
-        {&RandomActions::EditElsewhere, 5}, {&RandomActions::ReplaceEverywhere, 1}, {&RandomActions::MoveFocus, 3},
-        {&RandomActions::Resize, 1},        {&RandomActions::DragGap, 3},           {&RandomActions::WhileSuspended, 3},
+        {&RandomActions::Type, 22},          {&RandomActions::PressKey, 32},     {&RandomActions::MoveToBracket, 8},
+        {&RandomActions::Scroll, 8},         {&RandomActions::TurnWheel, 5},     {&RandomActions::UseMouse, 12},
+        {&RandomActions::ChooseCommand, 10}, {&RandomActions::ChangePanes, 8},   {&RandomActions::ChangeSetting, 5},
+        {&RandomActions::EnterLine, 4},      {&RandomActions::EditElsewhere, 5}, {&RandomActions::ReplaceEverywhere, 1},
+        {&RandomActions::MoveFocus, 3},      {&RandomActions::Resize, 1},        {&RandomActions::DragGap, 3},
+        {&RandomActions::WhileSuspended, 3},
     };
     uint32_t sum = 0;
     for (const Row& row : Rows) sum += row.weight;
@@ -120,6 +121,18 @@ std::string RandomActions::PressKey() {
     SendMessageW(GetFocus(), WM_KEYDOWN, key, 1);
     Hold(false, false);
     return "press " + std::to_string(key) + (shift ? " shift" : "") + (ctrl ? " ctrl" : "");
+}
+
+// Where its partner is marked in every pane that shows it.
+std::string RandomActions::MoveToBracket() {
+    TextBuffer* const text = ActiveText();
+    auto* const editor = text ? static_cast<TextEditor*>(text->ActiveView()) : nullptr;
+    if (!editor || !text->CommitEdit()) return "no bracket";
+    const std::u16string content(text->Content(), text->Length());
+    const size_t at = content.find_first_of(u"({[", random.Below(content.size() + 1));
+    if (at == content.npos) return "no bracket";
+    editor->MoveCaretToOffset(static_cast<uint32_t>(at), random.OneIn(4));
+    return "to the bracket at " + std::to_string(at);
 }
 
 std::string RandomActions::Scroll() {
@@ -159,14 +172,16 @@ std::string RandomActions::UseMouse() {
 std::string RandomActions::ChooseCommand() {
     const UINT command = random.Pick(Commands);
     // Views that are suspended do not get back what goes with their document.
-    if (command == IDM_CLOSE && (suspended || !random.OneIn(4))) return Choose(IDM_SELECT_ALL);
+    if (command == IDM_CLOSE && (suspended || !random.OneIn(4))) return Choose(IDM_UNDO);
     return Choose(command);
 }
 
 std::string RandomActions::ChangePanes() {
     const UINT command = random.Pick(PaneCommands);
+    const size_t count = PanesOf(frame.Window()).size();
     const bool splits = command == IDM_SPLIT_VERTICALLY || command == IDM_SPLIT_HORIZONTALLY;
-    return Choose(splits && PanesOf(frame.Window()).size() > 2 ? IDM_CLOSE_PANE : command);
+    if (splits && count > 2) return Choose(IDM_CLOSE_PANE);
+    return Choose(command == IDM_CLOSE_PANE && count == 1 ? IDM_SPLIT_VERTICALLY : command);
 }
 
 std::string RandomActions::ChangeSetting() {

@@ -21,6 +21,7 @@ public:
 private:
     std::string Type();
     std::string PressKey();
+    std::string MoveToBracket();
     std::string Scroll();
     std::string TurnWheel();
     std::string UseMouse();

@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr uint32_t StepsPerSeed = 300;
+constexpr uint32_t StepsPerSeed = 150;
 
 constexpr Char SettingsText[] = u"[General]\nFontName=Courier New\nFontSize=10\n"
                                 u"[Engine_Cpp]\nExtensions=cpp c\nKeywords=int if return a\nCommentStart=//\n"
