@@ -63,6 +63,7 @@ void EditorIndent::IndentBlock(TextEditor& editor, bool unindent) {
     Array<ReplacedRange> changes;
     WString unit;
     if (!GatherLines(document, {start, lastLine}, unindent, changes) || (!unindent && !MakeUnit(unit))) return;
+    if (changes.IsEmpty()) return;
     uint32_t newEnd = end + static_cast<uint32_t>(changes.Count()) * unit.Length();
     for (size_t i = 0; i < changes.Count(); ++i) newEnd -= changes[i].removed;
     const SuspendedRedraw suspended(editor);

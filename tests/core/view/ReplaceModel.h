@@ -52,6 +52,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
     uint32_t end = view.Caret().SelectionEnd();
     const uint32_t lastLine = document.OffsetToLine(end, lineStart);
     const std::u16string unit = spaces ? std::u16string(size, u' ') : std::u16string(u"\t");
+    bool changed = false;
     view.SuspendRedraw();
     static_cast<void>(document.BeginGroup());
     for (uint32_t line = firstLine; line < lastLine; ++line) {
@@ -65,13 +66,15 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
             }
             if (removed) document.DeleteText({at, at + removed});
             end -= removed;
+            changed = changed || removed > 0;
         } else if (text.find_first_not_of(u" \t") != text.npos) {
             document.InsertText(at, unit.data(), static_cast<uint32_t>(unit.size()));
             end += static_cast<uint32_t>(unit.size());
+            changed = true;
         }
     }
     static_cast<void>(document.EndGroup());
-    view.SelectRange({start, end});
+    if (changed) view.SelectRange({start, end});
     view.ResumeRedraw();
 }
 

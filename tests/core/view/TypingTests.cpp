@@ -282,6 +282,13 @@ TEST_F(TypingTest, UnindentOfTwoSpacesAndATabTakesAllThree) {
 
 TEST_F(TypingTest, UnindentAlsoTakesFromBlankLines) { EXPECT_EQ(AfterTab(u"^  \n\n|", true), "^\n\n|"); }
 
+TEST_F(TypingTest, WhereNothingIsIndentedTheSelectionStaysAsItWas) {
+    EXPECT_EQ(AfterTab(u"a^b\nc|d", true), "a^b\nc|d");
+    EXPECT_EQ(AfterTab(u"a|b\nc^d", true), "a|b\nc^d");
+    EXPECT_EQ(AfterTab(u" ^ \nc|d"), " ^ \nc|d");
+    EXPECT_FALSE(buffer().IsModified());
+}
+
 TEST_F(TypingTest, IndentingIsOneUndoStep) {
     Show(u"a^a\nb\nc|");
     Type(u"\t");
