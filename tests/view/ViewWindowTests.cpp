@@ -138,6 +138,21 @@ TEST_F(ContextMenuTest, KeysOpenItInsideTheViewWhenTheCaretIsOutOfSight) {
     ExpectMenuAt(TextLeft(), 0);
 }
 
+// What was chosen from it is an event of the macro of its own, and nobody is there to choose.
+TEST_F(ContextMenuTest, NoneIsOpenedWhileAMacroIsPlayed) {
+    FakeHost host;
+    Show(u"abc");
+    view->SetHost(&host);
+    FocusView();
+    for (const MacroState state : {MacroState::Playing, MacroState::Recording, MacroState::Idle}) {
+        shownMenus.clear();
+        host.macroState = state;
+        SendMessageW(Window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(Window()), -1);
+        EXPECT_EQ(shownMenus.size(), state == MacroState::Playing ? 0u : 1u);
+    }
+    view->SetHost(nullptr);
+}
+
 TEST_F(ContextMenuTest, TheScrollBarsHaveTheirOwn) {
     Show(Lines(500));
     RECT client = {};

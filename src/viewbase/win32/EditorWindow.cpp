@@ -238,6 +238,8 @@ void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
 // Asked for by a click, `place` is a point of the screen; by a key it is -1, and the menu opens below the caret. The
 // menu's commands go to the active view, which this one becomes first.
 bool EditorWindow::OnContextMenu(LPARAM place) {
+    // The command that was chosen from it was recorded, too.
+    if (host && host->GetMacroState() == MacroState::Playing) return true;
     RECT client = {};
     GetClientRect(window, &client);
     POINT point = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
