@@ -15,7 +15,7 @@ public:
 
     Surface() {
         widths.SetSource(
-            [](void*, Char, int32_t* out) {
+            [](void*, uint32_t, int32_t* out) {
                 for (uint32_t i = 0; i < CharWidths::PageSize; ++i) out[i] = 8;
                 return true;
             },

@@ -1,5 +1,7 @@
 #include "view/LineLayout.h"
 
+#include "base/Text.h"
+
 // Printable characters that are equally wide are skipped as a whole: a line may be 100 million characters
 // long, and the caret may be at its end.
 
@@ -8,7 +10,7 @@ int64_t LineLayout::PositionOf(TextSpan line, uint32_t column, LinePlace from) c
     int64_t position = from.position;
     for (uint32_t i = from.column; i < count; ++i) {
         i += SkipPrintable(line.text + i, count - i, INT64_MAX, position);
-        if (i < count) position += WidthAt(line.text[i], position);
+        if (i < count) position += WidthAt(line, i, position);
     }
     return position;
 }
@@ -19,7 +21,7 @@ uint32_t LineLayout::ColumnAt(TextSpan line, int64_t target) const {
     while (column < line.length && position < target && line.text[column] != 0) {
         column += SkipPrintable(line.text + column, line.length - column, target - position, position);
         if (column == line.length || position >= target || line.text[column] == 0) break;
-        const int32_t width = WidthAt(line.text[column], position);
+        const int32_t width = WidthAt(line, column, position);
         if (position + width / 2 > target) break;
         position += width;
         ++column;
@@ -32,9 +34,22 @@ uint32_t LineLayout::ColumnsWithin(TextSpan line, int64_t limit, LinePlace from)
     uint32_t column = from.column;
     while (column < line.length && position < limit) {
         column += SkipPrintable(line.text + column, line.length - column, limit - position, position);
-        if (column < line.length && position < limit) position += WidthAt(line.text[column++], position);
+        if (column == line.length || position >= limit) break;
+        position += WidthAt(line, column, position);
+        ++column;
     }
     return column;
+}
+
+int32_t LineLayout::HalfWidth(TextSpan line, uint32_t column) const {
+    const Char* const at = line.text + column;
+    if (column + 1 < line.length && Text::IsPair(at[0], at[1]))
+        return CharWidths::FirstShare(widths.OfPair(at[0], at[1]));
+    if (column > 0 && Text::IsPair(at[-1], at[0])) {
+        const int32_t both = widths.OfPair(at[-1], at[0]);
+        return both - CharWidths::FirstShare(both);
+    }
+    return widths.Of(*at);
 }
 
 uint32_t LineLayout::SkipPrintable(const Char* text, uint32_t count, int64_t room, int64_t& position) const {

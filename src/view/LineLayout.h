@@ -11,13 +11,16 @@ struct LinePlace {
 };
 
 // Where the characters of a line are, in pixels from the line's start. A tab reaches to the next multiple
-// of the tab width, every other character is as wide as it is alone.
+// of the tab width, every other character is as wide as it is alone. The halves of a pair of surrogates share the
+// width of what the pair shows.
 class LineLayout {
 public:
     LineLayout(const ViewMetrics& metrics, CharWidths& charWidths) : widths(charWidths), tabWidth(TabWidth(metrics)) {}
 
-    // The width of one character that starts at pixel `position`.
-    int32_t WidthAt(Char character, int64_t position) const {
+    // The width of the character in that column, which starts at pixel `position`.
+    int32_t WidthAt(TextSpan line, uint32_t column, int64_t position) const {
+        const Char character = line.text[column];
+        if (Surrogates::IsHalf(character)) return HalfWidth(line, column);
         if (character != u'\t') return widths.Of(character);
         return static_cast<int32_t>(tabWidth - position % tabWidth);
     }
@@ -30,6 +33,7 @@ public:
     uint32_t ColumnsWithin(TextSpan line, int64_t limit, LinePlace from = {}) const;
 
 private:
+    int32_t HalfWidth(TextSpan line, uint32_t column) const;
     // Skips the characters that PrintableWithin counts. Returns how many there are.
     uint32_t SkipPrintable(const Char* text, uint32_t count, int64_t room, int64_t& position) const;
 

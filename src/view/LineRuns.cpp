@@ -1,6 +1,9 @@
 #include "view/LineRuns.h"
 
+#include "base/Text.h"
 #include "viewbase/TextDirection.h"
+
+#include <utility>
 
 namespace {
 
@@ -23,7 +26,7 @@ bool LineRuns::Build(const Char* text, uint32_t offset, const ColourSpan* spans,
     advances.Clear();
     runs.Clear();
     position = from.position;
-    mayMerge = inLetter = false;
+    mayMerge = inLetter = hasSecond = false;
     bool done = true;
     for (uint32_t i = 0; i < spanCount && position < clipRight && done; ++i) {
         ColourSpan span = spans[i];
@@ -52,8 +55,11 @@ bool LineRuns::AddSpan(const Char* text, uint32_t offset, const ColourSpan& span
            AddPiece(text + to, span.length - to, plain);
 }
 
+// A pair of surrogates has the colours of its first half, as neither of them is drawn without the other. Reading on
+// behind the piece is safe: a line feed or NUL ends the line.
 bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
     for (uint32_t i = 0; i < count && position < clipRight && text[i] != 0; ++i) {
+        if (std::exchange(hasSecond, false)) continue;
         i += SkipHidden(text + i, count - i);
         if (i == count || text[i] == 0) break;
         Char shown = text[i];
@@ -67,20 +73,25 @@ bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
         } else if (shown == u' ' && style.showWhitespace) {
             kind = RunKind::VisibleSpace;
         }
-        if (!AddCharacter(shown, piece, kind)) return false;
+        hasSecond = Text::IsPair(shown, text[i + 1]);
+        if (!AddCharacter(shown, hasSecond ? text[i + 1] : Char{0}, piece, kind)) return false;
     }
     return true;
 }
 
-bool LineRuns::AddCharacter(Char shown, const Piece& piece, RunKind kind) {
+bool LineRuns::AddCharacter(Char shown, Char second, const Piece& piece, RunKind kind) {
     using TextDirection::Kind;
     const Kind direction = TextDirection::KindOf(shown);
     const bool control = direction == Kind::Control;
     const Char drawn = control ? TextDirection::MarkOf(shown) : shown;
     const Piece reversed = {piece.background, piece.foreground};
     if (direction == Kind::Letter || (inLetter && direction != Kind::Combining)) mayMerge = false;
-    const int32_t width = widths->Of(drawn);
-    if (IsVisible(width) && !Append(drawn, width, control ? reversed : piece, kind)) return false;
+    const int32_t width = second ? widths->OfPair(drawn, second) : widths->Of(drawn);
+    const int32_t share = second ? CharWidths::FirstShare(width) : width;
+    if (second && !runs.IsEmpty() && runs.Last().count + 2 > MaxRun) mayMerge = false;
+    if (IsVisible(width) && (!Append(drawn, share, control ? reversed : piece, kind) ||
+                             (second && !Append(second, width - share, piece, kind))))
+        return false;
     if (direction != Kind::Combining) inLetter = direction == Kind::Letter;
     position += width;
     return true;

@@ -56,7 +56,8 @@ private:
     bool AddSpan(const Char* text, uint32_t offset, const ColourSpan& span);
     bool AddPiece(const Char* text, uint32_t count, const Piece& piece);
     bool AddTab(const Piece& piece);
-    bool AddCharacter(Char shown, const Piece& piece, RunKind kind);
+    // `second` is the other half of a pair of surrogates, else 0.
+    bool AddCharacter(Char shown, Char second, const Piece& piece, RunKind kind);
     bool Append(Char shown, int32_t width, const Piece& piece, RunKind kind);
     DrawRun* RunFor(const Piece& piece, RunKind kind);
     // Skips characters to the left of what is seen; returns how many.
@@ -75,6 +76,7 @@ private:
     int64_t position = 0; // likewise, of the next character
     int32_t spaceWidth = 1;
     int32_t end = 0;
-    bool mayMerge = false; // the last run takes further text of its colours
-    bool inLetter = false; // of which only what is drawn over its letter, which runs from right to left
+    bool hasSecond = false; // the next character is the second half of a pair, which was added with its first
+    bool mayMerge = false;  // the last run takes further text of its colours
+    bool inLetter = false;  // of which only what is drawn over its letter, which runs from right to left
 };

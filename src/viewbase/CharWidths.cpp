@@ -43,17 +43,17 @@ uint32_t CharWidths::PrintableWithin(const Char* text, uint32_t count, int64_t r
     return static_cast<uint32_t>(Scan::FindUnprintable(text, fitting < count ? static_cast<size_t>(fitting) : count));
 }
 
-int32_t CharWidths::Load(Char character) {
-    const auto first = static_cast<Char>(character & 0xFF00);
+int32_t CharWidths::Load(uint32_t character) {
+    const uint32_t first = character - character % PageSize;
     int32_t fetched[PageSize] = {};
     if (!fetch || !fetch(context, first, fetched)) return 0;
-    for (uint32_t i = 0; i < PageSize; ++i) {
+    for (uint32_t i = 0; i < PageSize && first <= 0xFFFF; ++i) {
         const auto drawn = static_cast<Char>(first + i);
         if (TextDirection::KindOf(drawn) == TextDirection::Kind::Control) fetched[i] = Of(TextDirection::MarkOf(drawn));
     }
     if (uint16_t* page = Heap::AllocateArray<uint16_t>(PageSize)) {
         for (uint32_t i = 0; i < PageSize; ++i) page[i] = Narrow(fetched[i]);
-        pages[character >> 8] = page;
+        pages[character / PageSize] = page;
     }
-    return Narrow(fetched[character & 0xFF]);
+    return Narrow(fetched[character % PageSize]);
 }

@@ -1,15 +1,16 @@
 #pragma once
 
-#include "base/Types.h"
+#include "base/Surrogates.h"
 
 // The widths of single characters in one font, as they are shown (see TextDirection). They are fetched 256 at a time
 // when first asked for; after that a look-up is two loads. Pages are freed with the cache or when the source changes.
 class CharWidths {
 public:
     static constexpr uint32_t PageSize = 256;
-    // Puts the pixel widths of the 256 characters from `first` on into `widths`. False when the font
-    // cannot say; the characters are then 0 wide until asked again.
-    using Fetch = bool (*)(void* context, Char first, int32_t* widths);
+    // Puts the pixel widths of the 256 characters from the code point `first` on into `widths`; halves of pairs of
+    // surrogates stand for themselves. False when the font cannot say; the characters are then 0 wide until asked
+    // again.
+    using Fetch = bool (*)(void* context, uint32_t first, int32_t* widths);
 
     CharWidths() = default;
     ~CharWidths() { Clear(); }
@@ -20,10 +21,11 @@ public:
     void SetSource(Fetch newFetch, void* newContext);
     void Clear();
 
-    int32_t Of(Char character) {
-        const uint16_t* page = pages[character >> 8];
-        return page ? page[character & 255] : Load(character);
-    }
+    int32_t Of(Char character) { return OfCodePoint(character); }
+    // The two halves together, as they are drawn.
+    int32_t OfPair(Char first, Char second) { return OfCodePoint(Surrogates::CodePoint(first, second)); }
+    // What the first half counts of that, the second having the rest.
+    static constexpr int32_t FirstShare(int32_t both) { return both - both / 2; }
 
     // The width of the printable ASCII characters, U+0020 to U+007E, in a font that makes them all alike;
     // else 0.
@@ -34,12 +36,17 @@ public:
 
 private:
     static constexpr int32_t NotKnown = -1;
+    static constexpr uint32_t PageCount = 0x110000 / PageSize;
 
+    int32_t OfCodePoint(uint32_t character) {
+        const uint16_t* page = pages[character / PageSize];
+        return page ? page[character % PageSize] : Load(character);
+    }
     // Without memory for a page the width is fetched every time: slow, but the same picture.
-    int32_t Load(Char character);
+    int32_t Load(uint32_t character);
 
     Fetch fetch = nullptr;
     void* context = nullptr;
-    uint16_t* pages[256] = {};
+    uint16_t* pages[PageCount] = {};
     int32_t printable = NotKnown;
 };

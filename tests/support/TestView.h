@@ -10,17 +10,18 @@ class FakeTextSurface final : public FakeSurface, public TextSurface {
 public:
     FakeTextSurface() { SetFont({16, 8, 8}); }
 
-    // Every character is as wide as the average one, but for those in `special`.
-    void SetFont(const ViewMetrics& font, std::map<Char, int32_t> special = {}) {
+    // Every character is as wide as the average one, a pair of surrogates as two, but for those in `special`.
+    void SetFont(const ViewMetrics& font, std::map<uint32_t, int32_t> special = {}) {
         FakeSurface::SetFont(font);
         specialWidths = std::move(special);
         widths.SetSource(
-            [](void* context, Char first, int32_t* out) {
+            [](void* context, uint32_t first, int32_t* out) {
                 const auto& surface = *static_cast<FakeTextSurface*>(context);
                 ++surface.widthFetches;
                 for (uint32_t i = 0; i < CharWidths::PageSize; ++i) {
-                    const auto found = surface.specialWidths.find(static_cast<Char>(first + i));
-                    out[i] = found == surface.specialWidths.end() ? surface.metrics.averageWidth : found->second;
+                    const auto found = surface.specialWidths.find(first + i);
+                    const int32_t usual = surface.metrics.averageWidth * (first > 0xFFFF ? 2 : 1);
+                    out[i] = found == surface.specialWidths.end() ? usual : found->second;
                 }
                 if (first == 0 && !surface.specialWidths.count(u' ')) out[u' '] = surface.metrics.spaceWidth;
                 return true;
@@ -39,7 +40,7 @@ public:
     void HideCaret() override { caretShown = false; }
     void ShowReplaceDialog(bool multiLine) override { dialogs.emplace_back(multiLine ? "replace many" : "replace"); }
 
-    std::map<Char, int32_t> specialWidths;
+    std::map<uint32_t, int32_t> specialWidths;
     mutable int widthFetches = 0;
     int updates = 0;
     std::vector<int32_t> scrolls;

@@ -20,6 +20,8 @@ BOOL WINAPI MeasureLinked(HDC, LPCWSTR text, int count, LPSIZE size) {
     return TRUE;
 }
 
+BOOL WINAPI MeasureNothing(HDC, LPCWSTR, int, LPSIZE) { return FALSE; }
+
 DWORD WINAPI KnowNothing(HDC, LPCWSTR, int, LPWORD, DWORD) { return GDI_ERROR; }
 
 BOOL WINAPI NineWide(HDC, UINT first, UINT last, LPINT widths) {
@@ -55,6 +57,16 @@ TEST_F(FontWidthTest, WhatCannotBeMeasuredHasTheFontsWidth) {
     const ReplacedImport unknown{"GetGlyphIndicesW", reinterpret_cast<void*>(KnowNothing)};
     ViewFont::Refresh();
     EXPECT_EQ(ViewFont::Widths().Of(FirstMissing), 9);
+}
+
+TEST_F(FontWidthTest, APairOfSurrogatesIsMeasuredAsOneCharacter) {
+    EXPECT_EQ(ViewFont::Widths().OfPair(0xD83D, 0xDE00), 2 * LinkedWidth) << "by the two code units in one call";
+    Show(u"a\U0001F600b");
+    Editor().MoveCaret({0, 3}, false);
+    EXPECT_EQ(Editor().Viewport().CaretX(Editor().Caret()), 9 + 2 * LinkedWidth);
+    const ReplacedImport unknown{"GetTextExtentPoint32W", reinterpret_cast<void*>(MeasureNothing)};
+    ViewFont::Refresh();
+    EXPECT_EQ(ViewFont::Widths().OfPair(0xD83D, 0xDE00), Average());
 }
 
 TEST_F(FontWidthTest, TheCaretIsAfterWhatIsDrawn) {

@@ -33,12 +33,27 @@ void MeasureMissing(HDC dc, Char first, INT (&fetched)[CharWidths::PageSize]) {
     }
 }
 
-bool FetchWidths(void*, Char first, int32_t* out) {
+// Each pair of surrogates is one character, of this font or another.
+void MeasurePairs(HDC dc, uint32_t first, INT (&fetched)[CharWidths::PageSize]) {
+    for (uint32_t i = 0; i < CharWidths::PageSize; ++i) {
+        const Char pair[] = {Surrogates::FirstOf(first + i), Surrogates::SecondOf(first + i)};
+        SIZE size = {};
+        const bool known = GetTextExtentPoint32W(dc, Wide(pair), 2, &size) != 0;
+        fetched[i] = known ? size.cx : measured.metrics.averageWidth;
+    }
+}
+
+bool FetchWidths(void*, uint32_t first, int32_t* out) {
     if (!measured.dc.IsValid()) measured.dc.Reset(CreateCompatibleDC(nullptr));
-    const SelectedObject font(measured.dc.Get(), DrawingObjects::EditorFont());
+    const HDC dc = measured.dc.Get();
+    const SelectedObject font(dc, DrawingObjects::EditorFont());
     INT fetched[CharWidths::PageSize];
-    if (!GetCharWidth32W(measured.dc.Get(), first, first + CharWidths::PageSize - 1, fetched)) return false;
-    MeasureMissing(measured.dc.Get(), first, fetched);
+    if (first > 0xFFFF) {
+        MeasurePairs(dc, first, fetched);
+    } else {
+        if (!GetCharWidth32W(dc, first, first + CharWidths::PageSize - 1, fetched)) return false;
+        MeasureMissing(dc, static_cast<Char>(first), fetched);
+    }
     std::copy(std::begin(fetched), std::end(fetched), out);
     return true;
 }

@@ -114,7 +114,7 @@ TEST_F(LineLayoutTest, AHundredThousandTabsAreOneWalk) {
 
 // Against adding up one character after the other, in fonts that make the printable ones alike or not.
 TEST_F(LineLayoutTest, LongLinesAreMeasuredAsIfCharacterByCharacter) {
-    const Char others[] = {u'\t', u'i', u'm', 0x4E2D, 0x7F, u' '};
+    const Char others[] = {u'\t', u'i', u'm', 0x4E2D, 0x7F, u' ', 0xD83D, 0xDE00};
     Random random(7);
     for (int font = 0; font < 3; ++font) {
         if (font == 1) surface().SetFont({16, 7, 4}, {{u'i', 3}, {u'm', 12}});
@@ -124,7 +124,8 @@ TEST_F(LineLayoutTest, LongLinesAreMeasuredAsIfCharacterByCharacter) {
             for (Char& unit : text)
                 if (random.OneIn(20)) unit = random.Pick(others);
             std::vector<int64_t> starts = {0};
-            for (const Char unit : text) starts.push_back(starts.back() + Layout().WidthAt(unit, starts.back()));
+            for (uint32_t i = 0; i < text.size(); ++i)
+                starts.push_back(starts.back() + Layout().WidthAt(Span(text), i, starts.back()));
             const auto target = static_cast<int64_t>(random.Below(static_cast<uint32_t>(starts.back()) + 20));
             uint32_t within = 0;
             while (within < text.size() && starts[within] < target) ++within;
@@ -142,8 +143,19 @@ TEST_F(LineLayoutTest, LongLinesAreMeasuredAsIfCharacterByCharacter) {
 
 TEST_F(LineLayoutTest, LoneSurrogatesAndControlCharactersHaveWidthsOfTheirOwn) {
     surface().SetFont({16, 8, 8}, {{0xD800, 5}, {0xDC00, 6}, {1, 0}});
-    const std::u16string text = {0xD800, 0xDC00, 1, u'a'};
+    const std::u16string text = {0xDC00, 0xD800, 1, u'a'};
     EXPECT_EQ(Layout().PositionOf(Span(text), 4), 5 + 6 + 0 + 8);
+}
+
+TEST_F(LineLayoutTest, APairOfSurrogatesIsAsWideAsWhatItShows) {
+    surface().SetFont({16, 8, 8}, {{0xD83D, 5}, {0xDE00, 6}, {0x1F600, 21}});
+    const std::u16string text = u"a\U0001F600b\xD83D";
+    EXPECT_EQ(Layout().PositionOf(Span(text), 2), 8 + 11); // half of it, rounded up
+    EXPECT_EQ(Layout().PositionOf(Span(text), 3), 8 + 21);
+    EXPECT_EQ(Layout().PositionOf(Span(text), 5), 8 + 21 + 8 + 5);
+    EXPECT_EQ(Layout().PositionOf({text.data(), 2}, 2), 8 + 5) << "a line that ends between the halves";
+    EXPECT_EQ(Layout().ColumnAt(Span(text), 8 + 21), 3u);
+    EXPECT_EQ(Layout().ColumnsWithin(Span(text), 8 + 21), 3u);
 }
 
 TEST(CharWidthsTest, FetchesAPageOnceAndKeepsIt) {
@@ -152,7 +164,7 @@ TEST(CharWidthsTest, FetchesAPageOnceAndKeepsIt) {
     } source;
     CharWidths widths;
     widths.SetSource(
-        [](void* context, Char first, int32_t* out) {
+        [](void* context, uint32_t first, int32_t* out) {
             static_cast<Source*>(context)->fetched.push_back(first);
             for (uint32_t i = 0; i < CharWidths::PageSize; ++i) out[i] = static_cast<int32_t>(first / 256 + i);
             return true;
@@ -167,7 +179,7 @@ TEST(CharWidthsTest, FetchesAPageOnceAndKeepsIt) {
 
 TEST(CharWidthsTest, AnotherSourceForgetsTheOldWidths) {
     CharWidths widths;
-    const auto constant = [](void* context, Char, int32_t* out) {
+    const auto constant = [](void* context, uint32_t, int32_t* out) {
         for (uint32_t i = 0; i < CharWidths::PageSize; ++i) out[i] = *static_cast<int32_t*>(context);
         return true;
     };
@@ -183,7 +195,7 @@ TEST(CharWidthsTest, WidthsThatNoPictureCanHaveAreHeldWithinBounds) {
     CharWidths widths;
     EXPECT_EQ(widths.Of(u'x'), 0); // no source yet
     widths.SetSource(
-        [](void*, Char, int32_t* out) {
+        [](void*, uint32_t, int32_t* out) {
             out[u'a'] = -3;
             out[u'b'] = 1 << 20;
             return true;
@@ -191,7 +203,7 @@ TEST(CharWidthsTest, WidthsThatNoPictureCanHaveAreHeldWithinBounds) {
         nullptr);
     EXPECT_EQ(widths.Of(u'a'), 0);
     EXPECT_EQ(widths.Of(u'b'), 0xFFFF);
-    widths.SetSource([](void*, Char, int32_t*) { return false; }, nullptr);
+    widths.SetSource([](void*, uint32_t, int32_t*) { return false; }, nullptr);
     EXPECT_EQ(widths.Of(u'a'), 0);
 }
 
@@ -200,7 +212,7 @@ TEST(CharWidthsTest, WithoutMemoryEveryLookUpStillAnswers) {
     const uint64_t failures = FailEachAllocation([&] {
         CharWidths widths;
         widths.SetSource(
-            [](void* context, Char, int32_t* out) {
+            [](void* context, uint32_t, int32_t* out) {
                 ++*static_cast<int*>(context);
                 for (uint32_t i = 0; i < CharWidths::PageSize; ++i) out[i] = 7;
                 return true;

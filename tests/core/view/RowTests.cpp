@@ -128,13 +128,14 @@ TEST_F(RowTest, WhatReordersTextIsShownAsAMarkInReversedColours) {
 }
 
 TEST_F(RowTest, EveryCharacterIsDrawnWhereTheCaretLooksForIt) {
-    constexpr Char Some[] = u"ab \u05D0\u05B8\u0645\u0661\u202E\u2069\u4E00\u0301\u200F";
-    surface().SetFont({16, 8, 8}, {{0x05B8, 0}, {0x4E00, 16}, {u'<', 5}, {u'|', 3}, {u'b', 6}, {0x0645, 11}});
+    constexpr Char Some[] = u"ab \u05D0\u05B8\u0645\u0661\u202E\u2069\u4E00\u0301\u200F\xD83D\xDE00\xD802";
     Random random(7);
     for (int i = 0; i < 200; ++i) {
         std::u16string text;
         for (int k = 0; k < 30; ++k) text += Some[random.Below(std::size(Some) - 1)];
         Fill(text);
+        surface().SetFont({16, 8, 8},
+                          {{0x05B8, 0}, {0x4E00, 16}, {u'<', 5}, {u'|', 3}, {u'b', 6}, {0x0645, 11}, {0x1F600, 17}});
         view().SelectRange({random.Below(30), random.Below(30)});
         const Row row = Rows()[0];
         const LineLayout layout(surface().metrics, surface().Widths());
@@ -148,6 +149,35 @@ TEST_F(RowTest, EveryCharacterIsDrawnWhereTheCaretLooksForIt) {
         }
         ASSERT_EQ(column, 30u);
     }
+}
+
+TEST_F(RowTest, APairOfSurrogatesIsDrawnWholeOrNotAtAll) {
+    Fill(u"abcd\U0001F600e");
+    surface().SetFont({16, 8, 8}, {{0x1F600, 16}});
+    surface().SetSize(36, 160); // the pair is seen by 4 pixels
+    EXPECT_EQ(FirstRow(), "text(abcd?\?)@0+48");
+    view().Viewport().SetHorizontalScroll(32 + 12);
+    EXPECT_EQ(FirstRow(), "text(?\?e)@-12+24");
+    view().Viewport().SetHorizontalScroll(32 + 16);
+    EXPECT_EQ(FirstRow(), "text(e)@0+8");
+}
+
+TEST_F(RowTest, APairOfSurrogatesHasTheColoursOfItsFirstHalf) {
+    Fill(u"a\U0001F600b");
+    view().SelectRange({0, 2});
+    EXPECT_EQ(FirstRow(), "sel(a?\?)@0+24 text(b)@24+8");
+    view().SelectRange({2, 4});
+    EXPECT_EQ(FirstRow(), "text(a?\?)@0+24 sel(b)@24+8");
+}
+
+TEST_F(RowTest, TheLongestRunEndsBeforeAPairOfSurrogatesThatWouldNotFit) {
+    Fill(std::u16string(LineRuns::MaxRun - 1, u'a') + u"\U0001F600b");
+    surface().SetFont({16, 1, 1});
+    surface().SetSize(5000, 160);
+    const Row row = Rows()[0];
+    ASSERT_EQ(row.draw.size(), 2u);
+    EXPECT_EQ(row.draw[0].count, LineRuns::MaxRun - 1);
+    EXPECT_EQ(row.draw[1].count, 3u);
 }
 
 TEST_F(RowTest, TheEnginesFillCoversTheRestOfTheRow) {
