@@ -166,11 +166,11 @@ size_t Scan::FindNul(const Char* text, size_t count) {
 size_t Scan::FindZeroByte(const uint8_t* bytes, size_t count) {
     const __m128i zero = _mm_setzero_si128();
     size_t at = 0;
-    for (; at + 32 <= count; at += 32) {
-        const __m128i a = _mm_cmpeq_epi8(Load(bytes + at), zero);
-        const __m128i b = _mm_cmpeq_epi8(Load(bytes + at + 16), zero);
-        const uint32_t mask = ByteMask(a) | ByteMask(b) << 16;
-        if (mask) return at + FirstBit(mask);
+    // The smallest of four bytes each is a zero when one of them is.
+    for (; at + 64 <= count; at += 64) {
+        const __m128i low = _mm_min_epu8(Load(bytes + at), Load(bytes + at + 16));
+        const __m128i high = _mm_min_epu8(Load(bytes + at + 32), Load(bytes + at + 48));
+        if (ByteMask(_mm_cmpeq_epi8(_mm_min_epu8(low, high), zero))) break;
     }
     return at + Reference::FindZeroByte(bytes + at, count - at);
 }
