@@ -120,6 +120,7 @@ void TextBuffer::TakeText(DecodedText& decoded) {
 void TextBuffer::TakeRecovered(DecodedText& recovered) {
     Clear(false);
     TakeText(recovered);
+    isNew = true;
     pipeline.History().MarkUnsaved();
 }
 

@@ -17,7 +17,7 @@ public:
     // Whether saving over the file that was loaded would change bytes that nobody has edited, beside line breaks: not
     // all of them have become characters that become them again.
     bool LosesBytes() const { return losesBytes; }
-    // Whether it was made as a new document and is in no file yet.
+    // Whether it was made as a new document, or recovered, and is in no file yet.
     bool IsNew() const { return isNew; }
 
     // A line past the end yields the start of the last one; no column is clamped.

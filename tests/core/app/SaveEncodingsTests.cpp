@@ -5,6 +5,7 @@
 #include "app/SaveDialog.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
+#include "document/DecodedText.h"
 #include "document/TextBuffer.h"
 #include "support/ScratchFolder.h"
 #include "support/WithAdditional.h"
@@ -100,6 +101,20 @@ TEST_F(SaveEncodings, ANewDocumentWithANameIsSavedSoWithoutADialog) {
     EXPECT_EQ(user.questions.size(), 0u);
     EXPECT_TRUE(dialog.offered.empty());
     EXPECT_EQ(folder.Read("new.txt"), ChineseBytes);
+}
+
+TEST_F(SaveEncodings, WhatWasRecoveredIsInNoFileEitherAndSavedLikeANewDocument) {
+    on->Utf8 = 1;
+    TextBuffer* const document = MakeTitledText(services.text, u"a.txt (recovered)");
+    DecodedText text;
+    text.text = Heap::AllocateArray<Char>(2);
+    ASSERT_NE(text.text, nullptr);
+    text.text[0] = Chinese[0];
+    text.capacity = 2;
+    text.length = 1;
+    document->TakeRecovered(text);
+    ASSERT_TRUE(documents.Add(document));
+    EXPECT_EQ(EncodingToSave(*document), Encoding::PlainUtf8);
 }
 
 TEST_F(SaveEncodings, WhatAnsiHoldsStaysAnsi) {
