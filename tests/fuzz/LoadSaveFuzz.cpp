@@ -105,8 +105,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Require(EncodingOf(again) == encoding);
     Require(again->GetLineEnding() == (again->GetLineCount() > 1 ? style : LineEnding::Dos));
     const bool isUtf16 = encoding == Encoding::Unicode || encoding == Encoding::UnicodeBigEndian;
-    const bool holdsAll = isUtf16 || (encoding == Encoding::Ansi && oldEncoding != Encoding::Unicode &&
-                                      oldEncoding != Encoding::UnicodeBigEndian);
+    // All characters of a text are of the ANSI page when it was read with that.
+    const bool isOfAnsi = oldEncoding == Encoding::Ansi || (oldEncoding == Encoding::Utf8 && !additionalSettings.Utf8);
+    const bool holdsAll = isUtf16 || (encoding == Encoding::Ansi && isOfAnsi);
     if (holdsAll) Require(again.Text() == loaded.Text());
     Require(again->GetLineCount() == loaded->GetLineCount());
     return 0;
