@@ -1,6 +1,7 @@
 #include "view/EditorNavigation.h"
 
 #include "view/Brackets.h"
+#include "view/CaretStops.h"
 #include "view/FilePosition.h"
 #include "view/TextEditor.h"
 #include "view/Words.h"
@@ -42,9 +43,12 @@ void EditorNavigation::GoToPartner(TextEditor& editor, bool extend) {
 void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange({0, editor.Text().Length()}); }
 
 void EditorNavigation::SelectWord(TextEditor& editor, bool evenIfEmpty) {
-    const TextRange word = Words::WordAt(editor.Text().Line(editor.CaretLine()), editor.CaretColumn());
+    const TextSpan line = editor.Text().Line(editor.CaretLine());
+    const TextRange word = Words::WordAt(line, editor.CaretColumn());
     const uint32_t lineStart = editor.Text().LineStart(editor.CaretLine());
-    if (evenIfEmpty || !word.IsEmpty()) editor.SelectRange({lineStart + word.start, lineStart + word.end});
+    const uint32_t start = CaretStops::AtOrBefore(line, word.start);
+    const uint32_t end = CaretStops::AtOrAfter(line, word.end);
+    if (evenIfEmpty || !word.IsEmpty()) editor.SelectRange({lineStart + start, lineStart + end});
 }
 
 void EditorNavigation::OpenNamedFile(TextEditor& editor) {

@@ -96,6 +96,13 @@ TEST_F(WholeCharacterTest, WordsTakeTheirMarksWithThem) {
     EXPECT_EQ(Text(), u" x");
 }
 
+TEST_F(WholeCharacterTest, ASelectedWordHasItsMarks) {
+    Fill(u"cafe\u0301 x");
+    PutAt(0, 1);
+    input().OnDoubleClick();
+    EXPECT_EQ(view().Selection().Range(), (TextRange{0, 5}));
+}
+
 TEST_F(WholeCharacterTest, BackspaceTakesAPairAndTheLastOfSeveralMarks) {
     Fill(u"ae\u0301\u0302\U0001F600");
     PutAt(0, 6);
