@@ -198,9 +198,12 @@ void TextEditor::MatchBrackets() {
     if (!document || !document->Engine() || !document->Content() || !surface.HasFocus()) return;
     // Perhaps another view's, which shows it as well.
     const BracketPair old = BracketMatch::Highlighted(text);
+    const bool isAtBracket = BracketMatch::IsAtBracket(text, caret);
+    // After nearly every key: there is nothing to be looked for and nothing to be taken back.
+    if (!isAtBracket && old == BracketPair()) return;
     // The partner is looked for in the document's content, which has to be complete.
     bool complete = true;
-    if (document->HasPendingEdit() && BracketMatch::IsAtBracket(text, caret)) {
+    if (isAtBracket && document->HasPendingEdit()) {
         complete = document->CommitEdit();
         if (complete) OpenCaretLine();
     }
