@@ -96,18 +96,22 @@ TEST_F(EditFlowTest, TypingGoesOnInItsLineWhileAnotherViewIsTheActiveOne) {
     EXPECT_EQ(document.Store(), u"one   \ntwo\nthree");
 }
 
-// A copy of the line made again would come from the store, without the mark.
+// A copy of the line made again would come from the store: without the mark, or written back with it before.
 TEST_F(EditFlowTest, KeysWorkOnTheOneCopyOfTheirLine) {
     view->PutCaret(2, 0);
     TextBufferProbe::MarkEditLine(*document, 4, u'#');
+    const auto expectCopy = [&](const std::u16string& line, const char* after) {
+        EXPECT_EQ(document.EditLine().substr(0, line.size()), line) << after;
+        EXPECT_EQ(document.Store(), u"one   \ntwo\nthree") << after;
+    };
     document->TypeChar(view, u'x', 0, true, false);
-    EXPECT_EQ(document.EditLine().substr(0, 6), u"xthre#") << "the first key of a run";
+    expectCopy(u"xthre#", "the first key of a run");
     document->TypeChar(view, u'y', 1, true, false);
-    EXPECT_EQ(document.EditLine().substr(0, 7), u"xythre#") << "one that extends it";
+    expectCopy(u"xythre#", "one that extends it");
     document->TypeChar(view, u'z', 0, true, true);
-    EXPECT_EQ(document.EditLine().substr(0, 7), u"zythre#") << "one that overwrites";
+    expectCopy(u"zythre#", "one that overwrites");
     document->DeleteInEditLine(view, {0, 1});
-    EXPECT_EQ(document.EditLine().substr(0, 6), u"ythre#");
+    expectCopy(u"ythre#", "one that deletes");
 }
 
 TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotReported) {
