@@ -24,6 +24,7 @@ bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_
 bool BulkEdit::Redo() {
     const uint64_t newLength = target.content.Length() + static_cast<uint64_t>(growth);
     if (!target.parts.store.EnsureCapacity(newLength)) return false;
+    // Both count lines in the old text; for Undo, which moves the marks last, that is the text it leads to.
     if (!performed) MapTopLines();
     MoveMarks(false);
     ChangeText(false);

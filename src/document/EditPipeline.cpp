@@ -27,6 +27,7 @@ bool EditPipeline::CommitEdit() {
     if (target.content.IsReadOnly() || !parts.editLine.IsPending() || !parts.editLine.IsOpen()) return true;
     ORVANE_ASSERT(!notifier.IsTelling());
     if (!parts.editLine.WriteBack(parts.store)) return false;
+    // From now on what was typed is undone in the store, and states after the line are to be scanned again.
     history.MarkCommitted();
     notifier.TextChanged(parts.editLine.Start());
     return true;
@@ -54,6 +55,7 @@ bool EditPipeline::ExtendTyping(LineEdit& typed, TextDocumentView* view, Char ch
     const Operation operation(*this);
     EditLine& line = target.parts.editLine;
     bool affects = notifyEngine && target.content.EditLineAffectsFollowingLines();
+    // Room in the record first: once the line has changed nothing may fail.
     if (!typed.MakeRoom() || !line.Insert(column, &character, 1)) return false;
     typed.Extend(character);
     // Only a step undone while memory was short can be left here; it does not fit the line any more.
@@ -79,10 +81,12 @@ bool EditPipeline::Step(bool undoing) {
     TextParts& parts = target.parts;
     if (committed && !parts.store.EnsureCapacity(history.PeakOfStep(parts.store.Length(), undoing))) return false;
 
+    // Undoing meets the end of a group first.
     const UndoRecord::State opens = undoing ? UndoRecord::State::GroupEnd : UndoRecord::State::GroupBegin;
     const UndoRecord::State closes = undoing ? UndoRecord::State::GroupBegin : UndoRecord::State::GroupEnd;
     int64_t depth = 0;
     while (UndoRecord* record = undoing ? history.UndoHead() : history.RedoHead()) {
+        // The store is about to change under the open line.
         if (record->state != UndoRecord::State::InEditLine) parts.editLine.Close();
         if (record->state == opens) ++depth;
         if (record->state == closes) --depth;
@@ -138,7 +142,7 @@ void EditPipeline::TellChange(const TextChange& change) {
 
 void EditPipeline::TellReplaced() {
     const ViewNotifier::Telling telling(notifier);
-    edited = operations != 0;
+    edited = operations != 0; // outside of one, as in a load, nothing would take the flag back
     journal.Replaced();
     notifier.TextChanged(0);
     notifier.LineCountChanged();

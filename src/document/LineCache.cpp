@@ -43,6 +43,7 @@ LineCacheEntry* LineCache::TakeEntry() {
         --count;
         return oldest;
     }
+    // Before fresh ones: of those there are only as many as can be in use.
     if (LineCacheEntry* entry = unused.TakeHead()) return entry;
     ORVANE_ASSERT(taken < Limit);
     return &storage[taken++];

@@ -7,7 +7,7 @@ bool LineEdit::SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Ch
     column = atColumn;
     replaced = overwritten;
     if (!SetUpEdit(target.content.EditLineStart() + atColumn, changed, length)) return false;
-    if (replaced) growth = 0;
+    if (replaced) growth = 0; // the character takes the place of another
     return true;
 }
 

@@ -61,6 +61,7 @@ void LineMarks::LinesDeleted(LinesAfter lines) {
     const uint64_t lastDeleted = uint64_t{lines.line} + count;
     for (LineMark *mark = FirstAfter(lines.line), *next; mark; mark = next) {
         next = mark->next;
+        // The mark before has moved already. One that would meet it gives way: a line has one mark.
         const bool survives =
             mark->line > lastDeleted && (!mark->previous || mark->line - count > mark->previous->line);
         if (survives) {

@@ -69,7 +69,7 @@ bool TextBuffer::MakeNew(const Char* name) {
 
 void TextBuffer::Clear(bool destroyViews) {
     if (destroyViews) DestroyViews();
-    if (output.IsRunning()) EndRun();
+    if (output.IsRunning()) EndRun(); // or it would go on appending, to another text
     parts.marks.Clear();
     pipeline.History().Clear();
     parts.store.Release();
@@ -272,6 +272,7 @@ bool TextBuffer::DeleteInEditLine(TextDocumentView* view, ColumnRange columns) {
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length(); // of its line feed, or of the terminator on the last line
     const Char* line = EditLine().Text();
+    // May take the line feed along, which the edit line cannot lose.
     if (columns.start <= end && line[end] == u'\n') return CommitEdit() && DeleteText(parts.editLine.RangeOf(columns));
     const uint32_t removedEnd = std::min(columns.end, end);
     if (columns.start >= removedEnd) return false;
@@ -288,6 +289,7 @@ bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t coun
     auto* record = new InsertEdit(pipeline.Target());
     UndoRecord* checked = Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count));
     if (!checked) return false;
+    // Only now: where memory runs out before, the line stays open.
     parts.editLine.Close();
     return PerformAndPush(checked);
 }

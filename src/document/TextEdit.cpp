@@ -75,6 +75,7 @@ bool TextEdit::ChangeStore(bool remove) {
     } else if (!parts.store.Insert(position, text.Text(), extent)) {
         return false;
     }
+    // The same before and after the change, which leaves alone what is before `position`.
     uint32_t lineStart = 0;
     const uint32_t line = target.content.OffsetToLine(position, lineStart);
     change = remove ? TextChange{position, line, extent, {}} : TextChange{position, line, {}, extent};

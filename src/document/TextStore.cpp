@@ -48,6 +48,7 @@ bool TextStore::Insert(uint32_t offset, const Char* inserted, TextExtent extent)
     ORVANE_ASSERT(offset <= length);
     ORVANE_ASSERT(Scan::CountLineFeeds(inserted, extent.characters) == extent.lineFeeds);
     const uint32_t count = extent.characters;
+    // May move the array: `inserted` is never a part of it.
     if (!EnsureCapacity(uint64_t{length} + count)) return false;
     std::memmove(text + offset + count, text + offset, (size_t{length} - offset) * sizeof(Char));
     std::memcpy(text + offset, inserted, count * sizeof(Char));
@@ -81,6 +82,8 @@ bool TextStore::ReplaceLine(TextRange old, const Char* newText, uint32_t newCoun
     // follows then.
     const size_t tail = length > old.end ? length - old.end : 0;
     std::memmove(text + offset + newCount, text + old.end, tail * sizeof(Char));
+    // An entry for the start of this line, which may be `offset`, stays: what comes in counts as after it, and what
+    // goes as after the new text.
     if (newCount > oldCount) lineCache.Inserted(offset, {newCount - oldCount, 0});
     if (newCount < oldCount) lineCache.Deleted(offset + newCount, {oldCount - newCount, 0});
     std::memcpy(text + offset, newText, newCount * sizeof(Char));
@@ -102,6 +105,7 @@ void TextStore::Rewritten(TextExtent whole) {
 void TextStore::Appended(TextExtent added) {
     ORVANE_ASSERT(added.characters < capacity - length);
     ORVANE_ASSERT(Scan::CountLineFeeds(text + length, added.characters) == added.lineFeeds);
+    // While `length` is the old one still: the last line begins where it did, or after one of the new line feeds.
     lastLineStart = added.lineFeeds
                         ? length + static_cast<uint32_t>(Scan::FindLineStart(text + length, added.characters))
                         : LastLineStart();
@@ -133,6 +137,7 @@ uint32_t TextStore::LineToOffset(uint32_t line) {
         start = Scan::SkipLinesBack(text, from, fromLine - line, passed);
         reached -= static_cast<uint32_t>(passed);
     }
+    // A line past the end leads to one that is known already; adding that again would push out another.
     if (!near || reached != fromLine) lineCache.Add({reached, static_cast<uint32_t>(start)});
     return static_cast<uint32_t>(start);
 }

@@ -55,6 +55,7 @@ void UndoHistory::MoveHead(bool undone) {
     to = record;
 }
 
+// Within a step the text may become longer than it is before or after it.
 uint64_t UndoHistory::PeakOfStep(uint64_t length, bool undoing) const {
     uint64_t peak = length;
     int64_t depth = 0;
@@ -78,6 +79,7 @@ void UndoHistory::MarkCommitted() {
     MarkCommitted(stashedRedo);
 }
 
+// Only the first records can be of the edit line: a change of the store has it committed.
 void UndoHistory::MarkCommitted(UndoRecord* head) {
     for (UndoRecord* record = head; record && record->state != UndoRecord::State::InStore; record = record->next) {
         if (record->state == UndoRecord::State::InEditLine) record->state = UndoRecord::State::InStore;
