@@ -85,6 +85,8 @@ bool LineRuns::AddCharacter(Char shown, Char second, const Piece& piece, RunKind
     const bool control = direction == Kind::Control;
     const Char drawn = control ? TextDirection::MarkOf(shown) : shown;
     const Piece reversed = {piece.background, piece.foreground};
+    // A letter that runs to the left is drawn with nothing but what combines with it: the system would put in its own
+    // order what one call draws.
     if (direction == Kind::Letter || (inLetter && direction != Kind::Combining)) mayMerge = false;
     const int32_t width = second ? widths->OfPair(drawn, second) : widths->Of(drawn);
     const int32_t share = second ? CharWidths::FirstShare(width) : width;

@@ -13,12 +13,14 @@ LineStates::Entry LineStates::NearestBefore(uint32_t offset) const {
             high = middle;
         }
     }
+    // Painting asks for one line after the other: the place asked for last is often nearer than any entry.
     const Entry found = low ? entries[low - 1] : Entry();
     return last.offset <= offset && last.offset > found.offset ? last : found;
 }
 
 uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset) {
     Entry at = NearestBefore(offset);
+    // The engine is that of all views, and carries on from whatever line was coloured last.
     engine.SetCarriedState(at.carried);
     while (offset - at.offset > Step) {
         const uint32_t from = at.offset + Step;
@@ -28,7 +30,8 @@ uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset)
         at.state = engine.ScanLines(text + at.offset, next - at.offset, at.state);
         at.carried = engine.CarriedState();
         at.offset = next;
-        // Without memory nothing is remembered, and the next question takes longer.
+        // Entries ascend: between those that there are none is added. Without memory nothing is remembered, and the
+        // next question takes longer.
         if (entries.IsEmpty() || entries.Last().offset < next) static_cast<void>(entries.Append(at));
     }
     at.state = engine.ScanLines(text + at.offset, offset - at.offset, at.state);

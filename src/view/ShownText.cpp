@@ -37,6 +37,7 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
     if (!document) return {};
     if (document->HasPendingEdit()) {
         const uint32_t start = document->EditLineStart();
+        // Up to and with the place before its line feed, which the copy has as well.
         if (offset >= start && offset - start < document->EditLine().Length())
             return {document->EditLineNumber(), offset - start};
         if (offset > start) offset -= document->EditLineGrowth(); // the store does not know of the edit

@@ -43,8 +43,8 @@ void TextCaret::Follow(const ShownText& text, const TextChange& change) {
     anchor = change.Moved(anchor);
     if (change.ChangesLines()) {
         position = text.PositionOf(moved);
-    } else if (position.line == change.startLine) {
-        position.column += moved - offset; // modulo 2^32
+    } else if (position.line == change.startLine) { // elsewhere only the offset moves
+        position.column += moved - offset;          // modulo 2^32
     }
     offset = moved;
     LeavePair(text, change);

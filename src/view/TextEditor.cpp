@@ -77,7 +77,7 @@ void TextEditor::WindowAttached() {
 }
 
 void TextEditor::LayOut(bool coloursChanged) {
-    if (coloursChanged) text.TextChanged(0);
+    if (coloursChanged) text.TextChanged(0); // states of other engines mean something else
     viewport.Measure();
     if (!surface.HasWindow()) return;
     surface.RenewCaret();
@@ -91,7 +91,7 @@ void TextEditor::FocusGained() {
     TextBuffer* document = GetTextBuffer();
     if (!document) return;
     document->SetActiveView(this);
-    status.Forget();
+    status.Forget(); // the fields show what the view before has sent
     OpenCaretLine();
     UpdateCaret(false);
     MatchBrackets();
@@ -159,6 +159,7 @@ void TextEditor::GoToLine(uint32_t line, bool selectLine) {
 
 void TextEditor::UpdateCaret(bool scrollIntoView) {
     if (redraw.DefersCaret() || !GetTextBuffer()) return;
+    // Made up for in LayOut, once it is known how many lines are seen.
     if (!surface.HasWindow()) {
         owesScroll = owesScroll || scrollIntoView;
         return;
@@ -205,7 +206,7 @@ void TextEditor::MatchBrackets() {
     bool complete = true;
     if (isAtBracket && document->HasPendingEdit()) {
         complete = document->CommitEdit();
-        if (complete) OpenCaretLine();
+        if (complete) OpenCaretLine(); // committing has closed it
     }
     if (complete) {
         BracketMatch::Update(text, caret);

@@ -29,7 +29,7 @@ void CharWidths::Clear() {
 int32_t CharWidths::PrintableWidth() {
     if (printable != NotKnown) return printable;
     const int32_t width = Of(u' ');
-    if (!pages[0]) return 0;
+    if (!pages[0]) return 0; // no memory for the page: asked again the next time
     const uint16_t* const page = pages[0];
     const bool alike = std::all_of(page + u' ', page + u'~' + 1, [=](uint16_t other) { return other == width; });
     printable = alike ? width : 0;
@@ -49,6 +49,7 @@ int32_t CharWidths::Load(uint32_t character) {
     if (!fetch || !fetch(context, first, fetched)) return 0;
     for (uint32_t i = 0; i < PageSize && first <= 0xFFFF; ++i) {
         const auto drawn = static_cast<Char>(first + i);
+        // A mark is no control itself, so that this leads to one more page at most.
         if (TextDirection::KindOf(drawn) == TextDirection::Kind::Control) fetched[i] = Of(TextDirection::MarkOf(drawn));
     }
     if (uint16_t* page = Heap::AllocateArray<uint16_t>(PageSize)) {
