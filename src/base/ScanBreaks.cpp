@@ -125,6 +125,7 @@ Copied Scan::CopyWithLineFeeds(const Char* text, size_t count, Char* out, BreakC
 Copied Scan::CopyWithReturns(const Char* text, size_t count, Char* out, size_t capacity) {
     const __m128i lineFeed = _mm_set1_epi16(u'\n');
     Copied done;
+    // One place more than the block has: its line feed becomes two characters.
     while (done.taken + Characters <= count && done.written + Characters < capacity) {
         const __m128i block = Load(text + done.taken);
         Store(out + done.written, block);

@@ -65,7 +65,7 @@ bool AppendAll(WString& out, const Char* format, const Text::FormatArgument* arg
             done = out.Append(format, rest - format);
         else if (conversion.letter == u'%')
             done = out.AppendChar(u'%');
-        else if (arguments != end)
+        else if (arguments != end) // without one left the conversion is left out
             done = AppendArgument(out, conversion, *arguments++);
         if (!done) return false;
         format = rest;
