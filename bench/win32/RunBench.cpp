@@ -108,7 +108,7 @@ public:
         document->AddRef();
         static_cast<void>(document->MakeEmpty());
         document->ResetSyntaxEngine();
-        view = document->CreateView(frame);
+        view = static_cast<TextDocumentView*>(document->CreateView(frame));
         Bench::Check(view != nullptr, "the view");
         SetForegroundWindow(frame);
         SetFocus(view->AsView()->GetWindow());
@@ -152,7 +152,7 @@ public:
     const KernelHandle mayEnd{MayEnd()};
     HWND frame;
     TextBuffer* document;
-    DocumentView* view;
+    TextDocumentView* view;
 };
 
 // Asks a window of this thread again and again for an answer, as the system does, and keeps the longest wait.
