@@ -113,7 +113,8 @@ TEST_F(CommandStartTest, TheInterpreterIsStartedHiddenInAGroupOfItsOwn) {
     EXPECT_FALSE(call.namesProgram);
     EXPECT_EQ(call.line, L"C:\\an interpreter.exe /c one && two");
     EXPECT_EQ(call.directory, L"C:\\some folder");
-    EXPECT_EQ(call.flags, DWORD{CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT});
+    // It does not run before it is in its job.
+    EXPECT_EQ(call.flags, DWORD{CREATE_NEW_PROCESS_GROUP | CREATE_SUSPENDED | EXTENDED_STARTUPINFO_PRESENT});
     EXPECT_FALSE(call.hasSecurity);
     EXPECT_FALSE(call.hasEnvironment);
     EXPECT_EQ(call.startup.dwFlags, DWORD{STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES});
