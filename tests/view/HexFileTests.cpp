@@ -2,6 +2,7 @@
 // takes bytes in the middle of a save, or has been deleted.
 
 #include "HexFrameTest.h"
+#include "support/NoRecoveryFolder.h"
 #include "viewbase/win32/Clipboard.h"
 
 namespace {
@@ -84,6 +85,7 @@ protected:
 
     const std::string before = std::string(Pages * PageSize - 100, '.');
     std::string after = before;
+    const NoRecoveryFolder noJournal; // whose writes would be counted, too
 };
 
 } // namespace
