@@ -29,14 +29,15 @@ bool HexAccessible::AppendValue(WString& out) {
     Char digits[PerRow * PerByte];
     Char characters[PerRow];
     for (uint32_t i = 0; i < count; ++i) {
-        digits[i * PerByte] = u' ';
-        HexText::PutDigits(digits + i * PerByte + 1, bytes[i], 2);
+        Char* const at = digits + size_t{i} * PerByte;
+        at[0] = u' ';
+        HexText::PutDigits(at + 1, bytes[i], 2);
         characters[i] = HexText::ShownAs(bytes[i]);
     }
     WString value;
     if (!HexText::AppendOffset(value, row)) return false;
-    if (count > 0 && !(value.AppendChar(u' ') && value.Append(digits, count * PerByte) && value.Append(u"  ") &&
-                       value.Append(characters, count)))
+    if (count > 0 && !(value.AppendChar(u' ') && value.Append(digits, int64_t{count} * PerByte) &&
+                       value.Append(u"  ") && value.Append(characters, count)))
         return false;
     return out.Append(value);
 }

@@ -3,6 +3,7 @@
 
 #include "base/RecoveryFile.h"
 #include "binary/BinaryDocument.h"
+#include "binary/HexDocumentView.h"
 #include "document/TextRecovery.h"
 #include "support/ScratchFolder.h"
 
@@ -119,7 +120,8 @@ void TryPages(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
     Require(file.Open(MadeJournal(scratch).c_str(), Platform::File::Mode::Alone));
     JournalReader reader(file);
     Require(reader.ReadHeader() == JournalReader::State::Readable);
-    auto* const document = new BinaryDocument;
+    HexServices services;
+    auto* const document = new BinaryDocument(services);
     document->AddRef();
     Require(document->Open(target.c_str()));
     const RecoveryResult result = document->Recover(reader);

@@ -58,6 +58,7 @@ TEST_F(HexAccessibleTest, TheNameIsTheFiles) {
     EXPECT_EQ(std::u16string(Accessible().Name()), u"");
     EXPECT_TRUE(Accessible().IsReadOnly());
     EXPECT_EQ(Value(), "");
+    delete shown; // no document owns it any more
 }
 
 TEST_F(HexAccessibleTest, WithoutMemoryNothingIsAppended) {

@@ -102,6 +102,7 @@ TEST_F(AccessibleRangeTest, AnEmptyTextHasOneEmptyUnit) {
     view().SetDocument(nullptr);
     EXPECT_EQ(Expanded(AccessibleUnit::Word, 7), (TextRange{0, 0}));
     EXPECT_EQ(Find(Range(0, 9), u"x", false, false), NoOffset);
+    delete shown; // no document owns it any more
 }
 
 TEST_F(AccessibleRangeTest, TheLargestCountsGoToTheEnds) {

@@ -53,6 +53,7 @@ TEST_F(AccessibleTextTest, TheNameIsTheDocuments) {
     EXPECT_STREQ(Plain(Accessible().Name()).c_str(), "");
     EXPECT_EQ(Value(), "");
     EXPECT_TRUE(Accessible().IsReadOnly());
+    delete shown; // no document owns it any more
 }
 
 TEST_F(AccessibleTextTest, EveryEditChangesTheState) {
