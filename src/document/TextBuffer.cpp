@@ -359,8 +359,12 @@ void TextBuffer::RepaintLines(LineRange lines) {
 }
 
 void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
+    // Marked brackets stay marked, also across a time without an engine.
+    for (uint32_t i = 0; engine && i < MarkCount; ++i) marks[i] = engine->Highlight(i);
     if (engine) engine->Release();
     engine = newEngine;
+    for (uint32_t i = 0; engine && i < MarkCount; ++i)
+        engine->SetHighlight(i, marks[i].start == HighlightRange::Nowhere ? nullptr : &marks[i]);
     pipeline.Views().TextChanged(0);
 }
 

@@ -110,7 +110,8 @@ public:
     void RepaintAll();
     void RepaintLines(LineRange lines);
 
-    // Colouring. The document takes over one reference and releases the engine it had.
+    // Colouring. The document takes over one reference and releases the engine it had; what that highlights, the
+    // new one highlights, too.
     void AttachEngine(SyntaxEngine* newEngine);
     // From now on the engine of that name, whatever the path (empty: by the path again), and repaints. False
     // without memory.
@@ -144,6 +145,7 @@ private:
     void TakeText(struct DecodedText& decoded);
 
     // What all documents have comes first, in DocumentBase, then the content.
+    static constexpr uint32_t MarkCount = 2; // a bracket and its partner
     TextServices& services;
     EditPipeline pipeline;
     OutputCollector output;
@@ -151,4 +153,5 @@ private:
     Platform::FileTime fileTime = 0;
     Encoding encoding = Encoding::Ansi;
     LineEnding lineEnding = LineEnding::Dos;
+    HighlightRange marks[MarkCount]; // those of the engine that was attached last
 };

@@ -288,14 +288,18 @@ TEST_F(CaretTest, EveryViewOfTheDocumentRepaintsTheMarks) {
     EXPECT_EQ(surface().strips, (Strips{{0, 16}, {32, 48}}));
 }
 
-TEST_F(CaretTest, MarksComeBackWithTheFocusAndAfterTheEngineWasReplaced) {
+TEST_F(CaretTest, MarksStayWhenTheEngineIsReplaced) {
     ShowBraces(u"()", 0, 0);
     buffer().AttachEngine(new HighlightEngine);
-    EXPECT_EQ(Match(), NoMatch);
+    EXPECT_EQ(Match(), (Pair{0, 1}));
     input().OnSize(true); // as when colours were chosen
     EXPECT_EQ(Match(), (Pair{0, 1}));
-    buffer().AttachEngine(new HighlightEngine);
+    // Without the focus, as when a setting is changed in the command window, and in two steps.
     surface().focus = false;
+    buffer().AttachEngine(nullptr);
+    buffer().AttachEngine(new HighlightEngine);
+    input().OnSize(true);
+    EXPECT_EQ(Match(), (Pair{0, 1}));
     surface().TakeFocus();
     EXPECT_EQ(Match(), (Pair{0, 1}));
 }
