@@ -34,9 +34,11 @@ bool OpenNew(const Opening& opening, const Char* path) {
     return Open(opening, Path::FileName(path), isNew);
 }
 
+// Only in a name: the folders before it may begin with "\\?\".
 bool HasWildcard(const Char* path) {
-    while (*path && *path != u'*' && *path != u'?') ++path;
-    return *path != 0;
+    const Char* at = Path::FileName(path);
+    while (*at && *at != u'*' && *at != u'?') ++at;
+    return *at != 0;
 }
 
 // A directory that is named itself fails like any path that cannot be read.

@@ -82,6 +82,15 @@ TEST_F(OpenFilesTest, ADirectoryThatIsNamedIsTried) {
     EXPECT_EQ(frame.calls, Calls{u"text sub.c"});
 }
 
+TEST_F(OpenFilesTest, AQuestionMarkInFrontOfTheNameIsNoWildcard) {
+    std::error_code refused;
+    std::filesystem::create_directories(folder.File("q?/sub.c"), refused);
+    if (refused) GTEST_SKIP() << "the system has no such names";
+    frame.failingName = u"q?\\sub.c";
+    EXPECT_FALSE(OpenFileArgument(frame, u"q?\\sub.c", -1, true, false));
+    EXPECT_EQ(frame.calls, Calls{u"text q?\\sub.c"});
+}
+
 TEST_F(OpenFilesTest, AWildcardOfAThousandFilesIsOneBatch) {
     for (int i = 0; i < 1000; ++i) folder.Write(std::to_string(i) + ".txt", "");
     EXPECT_TRUE(OpenFileArgument(frame, u"*.txt", -1, true, false));
