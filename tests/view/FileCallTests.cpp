@@ -26,15 +26,16 @@ class FileCallTest : public testing::Test {
 protected:
     FileCallTest()
         : create("CreateFileW", reinterpret_cast<void*>(Create)), write("WriteFile", reinterpret_cast<void*>(Write)),
-          flush("FlushFileBuffers", reinterpret_cast<void*>(Flush)),
+          flush("FlushFileBuffers", reinterpret_cast<void*>(Flush)), cut("SetEndOfFile", reinterpret_cast<void*>(Cut)),
           driveType("GetDriveTypeW", reinterpret_cast<void*>(DriveType)) {
-        EXPECT_TRUE(create.IsImported() && write.IsImported() && flush.IsImported());
+        EXPECT_TRUE(create.IsImported() && write.IsImported() && flush.IsImported() && cut.IsImported());
         realCreate = reinterpret_cast<decltype(&CreateFileW)>(create.Original());
         realWrite = reinterpret_cast<decltype(&WriteFile)>(write.Original());
         realFlush = reinterpret_cast<decltype(&FlushFileBuffers)>(flush.Original());
+        realCut = reinterpret_cast<decltype(&SetEndOfFile)>(cut.Original());
         opens.clear();
         openError = writeError = flushError = ERROR_SUCCESS;
-        failingOpens = failingWrites = 0;
+        failingOpens = failingWrites = failingCuts = 0;
         answerTime = 0;
         kindOfDrive = DRIVE_FIXED;
         now += 600'000;
@@ -52,6 +53,7 @@ protected:
     static inline int failingOpens; // so many fail with openError
     static inline DWORD writeError;
     static inline int failingWrites;
+    static inline int failingCuts;     // as of a file that is mapped
     static inline DWORD flushError;    // of every flush; none when 0
     static inline uint64_t answerTime; // milliseconds that opening takes
     static inline UINT kindOfDrive;
@@ -83,14 +85,21 @@ private:
         SetLastError(flushError);
         return FALSE;
     }
+    static BOOL WINAPI Cut(HANDLE file) {
+        if (failingCuts-- <= 0) return realCut(file);
+        SetLastError(ERROR_USER_MAPPED_FILE);
+        return FALSE;
+    }
     static UINT WINAPI DriveType(LPCWSTR) { return kindOfDrive; }
 
     static inline decltype(&CreateFileW) realCreate;
     static inline decltype(&WriteFile) realWrite;
     static inline decltype(&FlushFileBuffers) realFlush;
+    static inline decltype(&SetEndOfFile) realCut;
     const ReplacedImport create;
     const ReplacedImport write;
     const ReplacedImport flush;
+    const ReplacedImport cut;
     const ReplacedImport driveType;
 };
 
@@ -148,6 +157,36 @@ TEST_F(FileCallTest, AFilePartOfWhichIsLockedForAMomentIsSaved) {
     EXPECT_EQ(folder.Read("file.txt"), "written");
     EXPECT_GT(now, begun);
     EXPECT_LT(now, begun + 1000);
+}
+
+// While a file is mapped into memory it can grow, but not shrink.
+TEST_F(FileCallTest, AFileThatIsMappedForAMomentIsSaved) {
+    folder.Write("file.txt", "much longer than the new text");
+    const uint64_t begun = now;
+    failingCuts = 2;
+    EXPECT_TRUE(SaveAs("file.txt", u"new"));
+    EXPECT_EQ(folder.Read("file.txt"), "new");
+    EXPECT_GT(now, begun);
+    EXPECT_LT(now, begun + 1000);
+}
+
+TEST_F(FileCallTest, AFileThatIsMappedForAMomentIsEmptiedToBeMade) {
+    const std::u16string path = folder.Write("file.txt", "old");
+    failingCuts = 2;
+    File file;
+    ASSERT_TRUE(file.Open(path.c_str(), File::Mode::Create));
+    EXPECT_TRUE(file.Write("a", 1));
+    file.Close();
+    EXPECT_EQ(folder.Read("file.txt"), "a");
+}
+
+TEST_F(FileCallTest, AFileThatStaysMappedFailsTheSaveAfterAboutASecond) {
+    folder.Write("file.txt", "much longer than the new text");
+    const uint64_t begun = now;
+    failingCuts = 1'000'000;
+    EXPECT_FALSE(SaveAs("file.txt", u"new"));
+    EXPECT_GE(now, begun + 800);
+    EXPECT_LE(now, begun + 1500);
 }
 
 TEST_F(FileCallTest, AFileThatStaysInUseFailsTheSaveAfterAboutASecond) {

@@ -50,11 +50,17 @@ DWORD TransferSize(size_t count) { return static_cast<DWORD>(std::min(count, Lar
 template <class Call> bool CallWhileInUse(Call call) {
     for (uint32_t waited = 0; !call(); waited += OneWait) {
         const DWORD error = GetLastError();
-        const bool isInUse = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+        const bool isInUse =
+            error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_USER_MAPPED_FILE;
         if (!isInUse || waited >= MaxWaiting) return false;
         Platform::Wait(OneWait);
     }
     return true;
+}
+
+// A file that is mapped into memory cannot be made shorter, and scanners may map it still when they have closed it.
+bool CutAtPlace(HANDLE file) {
+    return CallWhileInUse([file] { return SetEndOfFile(file) != 0; });
 }
 
 } // namespace
@@ -73,7 +79,7 @@ bool Platform::File::Open(const Char* name, Mode mode) {
     if (!(isWorthWaiting ? CallWhileInUse(open) : open())) return false;
     // Directories fail by themselves; the console and other devices do not.
     const bool isFile = GetFileType(Native(handle)) == FILE_TYPE_DISK;
-    if (!isFile || (mode == Mode::Create && !SetEndOfFile(Native(handle)))) Close();
+    if (!isFile || (mode == Mode::Create && !CutAtPlace(Native(handle)))) Close();
     return IsOpen();
 }
 
@@ -186,4 +192,4 @@ bool Platform::File::Reserve(uint64_t length) {
     return !IsNoRoom(GetLastError());
 }
 
-bool Platform::File::CutHere() { return !FileCallShouldFail() && SetEndOfFile(Native(handle)); }
+bool Platform::File::CutHere() { return !FileCallShouldFail() && CutAtPlace(Native(handle)); }
