@@ -48,6 +48,22 @@ protected:
         return document->Save(folder.Path(name).c_str(), Encoding::Keep, LineEnding::Keep);
     }
 
+    // The bytes were put into the file that was there: one that is replaced loses its alternate streams.
+    static void ExpectWrittenInPlace() {
+        size_t writing = 0;
+        for (const OpenCall& call : opens) {
+            EXPECT_NE(call.creation, DWORD{CREATE_ALWAYS});
+            EXPECT_NE(call.creation, DWORD{TRUNCATE_EXISTING});
+            // An attempt to make the file fails with the one that is there.
+            if (!(call.access & GENERIC_WRITE) || call.creation == CREATE_NEW) continue;
+            ++writing;
+            EXPECT_EQ(call.creation, DWORD{OPEN_ALWAYS});
+            EXPECT_EQ(call.sharing, 0u);
+            EXPECT_EQ(call.attributes, DWORD{FILE_ATTRIBUTE_ARCHIVE});
+        }
+        EXPECT_EQ(writing, 1u);
+    }
+
     static inline std::vector<OpenCall> opens;
     static inline DWORD openError;
     static inline int failingOpens; // so many fail with openError
@@ -120,13 +136,22 @@ TEST_F(FileCallTest, HiddenAndSystemFilesAreSavedAndStayWhatTheyAre) {
     for (const DWORD attribute : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM}) {
         const std::u16string path = folder.Write("file.txt", "much longer than the new text");
         ASSERT_TRUE(SetFileAttributesW(Wide(path.c_str()), attribute));
+        opens.clear();
         EXPECT_TRUE(SaveAs("file.txt", u"new"));
+        ExpectWrittenInPlace();
         EXPECT_EQ(folder.Read("file.txt"), "new");
         const DWORD after = GetFileAttributesW(Wide(path.c_str()));
         EXPECT_EQ(after & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM), attribute);
         EXPECT_TRUE(SetFileAttributesW(Wide(path.c_str()), FILE_ATTRIBUTE_NORMAL));
         EXPECT_TRUE(DeleteFileW(Wide(path.c_str())));
     }
+}
+
+TEST_F(FileCallTest, AFileThatExistsIsWrittenInPlace) {
+    folder.Write("file.txt", "much longer than the new text");
+    EXPECT_TRUE(SaveAs("file.txt", u"new"));
+    EXPECT_EQ(folder.Read("file.txt"), "new");
+    ExpectWrittenInPlace();
 }
 
 TEST_F(FileCallTest, ANewFileGetsTheArchiveAttributeAndIsNotShared) {
