@@ -1,6 +1,8 @@
-// Two panes of one frame that show one document.
+// Two panes of one frame, and which of them commands are for.
+#include "CallCounter.h"
 #include "resource.h"
 #include "view/OwnFrameTest.h"
+#include "viewbase/win32/Clipboard.h"
 
 namespace {
 
@@ -92,4 +94,75 @@ TEST_F(FramePaneTest, TheNewPaneTakesTypingOnceItHasTheFocus) {
     EditorOf(true)->MoveCaret({0, 0}, false);
     Type(L"two ");
     EXPECT_EQ(Content(), u"two one");
+}
+
+namespace {
+
+// The user chooses Cut from every context menu.
+class PaneMenuTest : public FramePaneTest {
+protected:
+    TextBuffer* OtherText() const { return static_cast<TextBuffer*>(main->Documents().At(1)); }
+    static TextEditor* OnlyEditorOf(TextBuffer* text) {
+        ViewNode* next = nullptr;
+        auto* const editor = static_cast<TextEditor*>(text->EnumViews(next, next));
+        EXPECT_EQ(next, nullptr);
+        return editor;
+    }
+    // The window of the pane without the focus.
+    HWND OtherPane() const {
+        HWND pane = nullptr;
+        do pane = FindWindowExW(main->Window(), pane, L"OrvaneVWnd", nullptr);
+        while (pane && pane == GetFocus());
+        return pane;
+    }
+    static std::u16string Content(TextBuffer* text) {
+        EXPECT_TRUE(text->CommitEdit());
+        return {text->Content(), text->Length()};
+    }
+
+private:
+    static BOOL WINAPI ChooseCut(HMENU, UINT, int, int, int, HWND owner, const RECT*) {
+        SendMessageW(owner, WM_COMMAND, IDM_CUT, 0);
+        return TRUE;
+    }
+    const ReplacedImport track{"TrackPopupMenu", reinterpret_cast<void*>(ChooseCut)};
+};
+
+} // namespace
+
+TEST_F(PaneMenuTest, WhatIsChosenIsForThePaneThatWasClicked) {
+    Command(IDM_SPLIT_VERTICALLY);
+    main->NewDocument(); // takes one of the panes
+    ASSERT_EQ(main->Documents().Count(), 2u);
+    for (TextBuffer* const text : {Text(), OtherText()}) {
+        ASSERT_TRUE(text->InsertText(0, u"one two", 7));
+        TextEditor* const editor = OnlyEditorOf(text);
+        ASSERT_NE(editor, nullptr);
+        editor->MoveCaret({0, 0}, false);
+        editor->MoveCaret({0, 4}, true);
+    }
+    const bool isFirst = !OnlyEditorOf(Text())->HasFocus();
+    TextBuffer* const clicked = isFirst ? Text() : OtherText();
+    TextBuffer* const active = isFirst ? OtherText() : Text();
+    ASSERT_TRUE(OnlyEditorOf(active)->HasFocus());
+    const HWND pane = OtherPane();
+    POINT inside = {2, 2};
+    ClientToScreen(pane, &inside);
+    SendMessageW(pane, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(pane), MAKELPARAM(inside.x, inside.y));
+    EXPECT_EQ(Content(clicked), u"two");
+    EXPECT_EQ(Content(active), u"one two");
+    EXPECT_EQ(GetFocus(), pane);
+}
+
+TEST_F(FramePaneTest, TheMenuOffersNoChangesOfAReadOnlyText) {
+    const ClipboardItem item = {ClipboardFormat::UnicodeText, u"words", 6 * sizeof(Char)};
+    ASSERT_TRUE(Clipboard::Write(nullptr, &item, 1));
+    const auto isEnabled = [this](UINT number) {
+        const HMENU edit = GetSubMenu(GetMenu(main->Window()), 1);
+        SendMessageW(main->Window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(edit), 1);
+        return (GetMenuState(edit, number, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
+    };
+    for (const UINT number : {IDM_CUT, IDM_PASTE}) EXPECT_TRUE(isEnabled(number)) << number;
+    ASSERT_TRUE(Text()->MarkAsOutput());
+    for (const UINT number : {IDM_CUT, IDM_PASTE}) EXPECT_FALSE(isEnabled(number)) << number;
 }
