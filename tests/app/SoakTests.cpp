@@ -60,7 +60,13 @@ protected:
         done++;
     }
     void RunLine(const std::wstring& line) {
-        ASSERT_TRUE(editor.RunCommandLine(line)) << testing::PrintToString(line);
+        // Output that comes late takes the focus while the line is typed: then it is typed once more.
+        if (!editor.RunCommandLine(line)) {
+            if (editor.CommandWindow() && editor.Focus() == editor.CommandWindow()) {
+                ASSERT_NO_FATAL_FAILURE(Strike(L"Escape"));
+            }
+            ASSERT_TRUE(editor.RunCommandLine(line)) << testing::PrintToString(line);
+        }
         done += static_cast<unsigned>(line.size());
     }
     bool WaitForName(const std::wstring& part) {
@@ -223,7 +229,8 @@ void SoakTest::ChangeSetting() {
 
 void SoakTest::RunTool() {
     ASSERT_NO_FATAL_FAILURE(RunLine(L"cmd /c dir"));
-    ASSERT_TRUE(editor.Settle());
+    // Its document comes to the front with its first output, unless the user was faster.
+    window::WaitFor([&] { return editor.Title() == L"cmd /c dir - Orvane"; }, 3000);
     ASSERT_NO_FATAL_FAILURE(Strike(L"Ctrl+Home Down Escape"));
     if (Chance(50)) {
         editor.Command(IDM_CLOSE_OUTPUT_WINDOWS);
