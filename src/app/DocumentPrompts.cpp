@@ -47,7 +47,7 @@ void ExternalChangePrompt::Run(CommandContext& frame) {
     running = true;
     const DocumentList& documents = frame.Documents();
     for (uint32_t i = 0; Document* const document = documents.At(i); ++i)
-        if (document->IsChangedOnDisk()) AskToReopen(frame, *document);
+        if (document->MayCheckDisk() && document->IsChangedOnDisk()) AskToReopen(frame, *document);
     running = false;
     frame.RefreshTitle();
 }

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
+    bool MayCheckDisk() override { return false; }
     void MarkFileTimeNow() override {}
     bool Reload() override { return false; }
     void StopProcess() override {}

@@ -31,6 +31,7 @@ public:
     virtual DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const = 0;
     // False unless output of a command is collected here; `running` tells whether it still runs.
     virtual bool GetOutputState(bool& running) const = 0;
+    // Whether another program has written the file. Asks its drive, however slow that is; false when it cannot tell.
     virtual bool IsChangedOnDisk() = 0;
     // Changes of the file until now are not asked about any more.
     virtual void MarkFileTimeNow() = 0;
@@ -50,6 +51,9 @@ public:
     // Brings the document's journal up to date; to be called at least every two seconds. False when a modified document
     // has none that is complete.
     virtual bool FlushJournal() = 0;
+    // To be called before a check for changes that the user has not asked for: whether IsChangedOnDisk may be called
+    // now. A true answer uses up the document's turn at a slow drive.
+    virtual bool MayCheckDisk() = 0;
 
 protected:
     ~Document() = default;

@@ -8,9 +8,8 @@ constexpr uint64_t SlowAnswer = 250; // milliseconds
 
 } // namespace
 
-bool ReadTimeToCheck(SlowDrives& drives, const Char* path, const void* document, Platform::FileTime& time) {
+bool ReadTimeToCheck(SlowDrives& drives, const Char* path, Platform::FileTime& time) {
     const uint64_t asked = Platform::Ticks();
-    if (!drives.MayAsk(path, document, asked)) return false;
     const bool isRead = Platform::ReadTime(path, time);
     const uint64_t answered = Platform::Ticks();
     drives.Answered(path, answered - asked >= SlowAnswer && Platform::IsRemote(path), answered);

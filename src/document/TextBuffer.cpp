@@ -33,6 +33,9 @@ template <class Record> UndoRecord* Checked(Record* record, bool isSetUp) {
     return nullptr;
 }
 
+// Not the output of commands, nor a document that has only a title.
+bool IsInFile(const TextBuffer& document) { return !document.IsOutput() && *document.GetTitle() == 0; }
+
 } // namespace
 
 TextBuffer::~TextBuffer() {
@@ -160,10 +163,13 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     return saved;
 }
 
+bool TextBuffer::MayCheckDisk() {
+    return IsInFile(*this) && services.slowDrives.MayAsk(path.Text(), this, Platform::Ticks());
+}
+
 bool TextBuffer::IsChangedOnDisk() {
-    if (IsOutput() || !title.IsEmpty()) return false;
     Platform::FileTime written = 0;
-    return ReadTimeToCheck(services.slowDrives, path.Text(), this, written) && fileTime < written;
+    return IsInFile(*this) && ReadTimeToCheck(services.slowDrives, path.Text(), written) && fileTime < written;
 }
 
 void TextBuffer::MarkFileTimeNow() {

@@ -25,7 +25,6 @@ public:
     bool IsModified() const override { return !pipeline.History().IsSaved(); }
     [[nodiscard]] bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool& running) const override;
-    // False also when the file is on a remote drive that answered slowly within the last minute.
     bool IsChangedOnDisk() override;
     void MarkFileTimeNow() override;
     [[nodiscard]] bool Reload() override;
@@ -39,6 +38,8 @@ public:
     void ResetSyntaxEngine() override;
     LineEnding GetLineEnding() const override { return lineEnding; }
     bool FlushJournal() override { return pipeline.Journal().Flush(); }
+    // False while the file's remote drive rests after a slow answer, and when there is no file to check.
+    bool MayCheckDisk() override;
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
     // A new document is the user's and not yet in any file: it gets the line ends that those are to have.

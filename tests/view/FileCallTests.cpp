@@ -307,7 +307,8 @@ protected:
     // How often the drive was asked while all documents were checked.
     size_t Check() {
         opens.clear();
-        for (const TextDocument& document : documents) EXPECT_FALSE(document->IsChangedOnDisk());
+        for (const TextDocument& document : documents)
+            EXPECT_FALSE(document->MayCheckDisk() && document->IsChangedOnDisk());
         return opens.size();
     }
 
@@ -327,6 +328,20 @@ TEST_F(DriveTest, ARemoteDriveThatAnsweredSlowlyIsAskedOnceAMinute) {
     now = answered + 60'000;
     EXPECT_EQ(Check(), 1u);
     EXPECT_EQ(Check(), 0u);
+}
+
+TEST_F(DriveTest, ADriveThatRestsIsAskedBeforeASaveAndRestsOn) {
+    kindOfDrive = DRIVE_REMOTE;
+    answerTime = 2000;
+    EXPECT_EQ(Check(), 1u);
+    now += 30'000;
+    opens.clear();
+    EXPECT_FALSE(documents[0]->IsChangedOnDisk());
+    EXPECT_EQ(opens.size(), 1u);
+    now += 59'999;
+    EXPECT_EQ(Check(), 0u) << "for a minute after the last slow answer";
+    now += 1;
+    EXPECT_EQ(Check(), 1u);
 }
 
 TEST_F(DriveTest, ARemoteDriveThatAnswersAtOnceIsAskedEveryTime) {

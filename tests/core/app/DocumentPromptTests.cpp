@@ -145,6 +145,16 @@ TEST_F(DocumentPromptTest, CancelAcceptsTheChangeToo) {
     EXPECT_EQ(frame.questions.size(), 1u);
 }
 
+TEST_F(DocumentPromptTest, ADriveThatRestsIsNotAsked) {
+    FakeDocument& a = AddChanged(u"C:\\a");
+    FakeDocument& b = AddChanged(u"D:\\b");
+    a.mayCheckDisk = false;
+    ExternalChangePrompt().Run(frame);
+    EXPECT_EQ(a.changeChecks, 0);
+    EXPECT_EQ(b.changeChecks, 1);
+    EXPECT_EQ(frame.questions.size(), 1u);
+}
+
 TEST_F(DocumentPromptTest, TheCheckDoesNotRunInsideItself) {
     FakeDocument& a = AddChanged(u"C:\\a");
     ExternalChangePrompt prompt;

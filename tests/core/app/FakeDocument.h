@@ -130,6 +130,7 @@ public:
     void ResetSyntaxEngine() override {}
     LineEnding GetLineEnding() const override { return LineEnding::None; }
     bool FlushJournal() override { return true; }
+    bool MayCheckDisk() override { return mayCheckDisk; }
 
     std::u16string path;
     std::u16string title;
@@ -145,6 +146,7 @@ public:
     bool isOutput = false;
     bool running = false;
     bool changedOnDisk = false;
+    bool mayCheckDisk = true;
     bool reloadingWorks = true;
     int changeChecks = 0;
     int acceptedChanges = 0;

@@ -130,6 +130,18 @@ TEST_F(SaveQuestionsTest, AFileThatHasChangedOnDiskIsAskedAbout) {
     EXPECT_EQ(user.questions.size(), 2u);
 }
 
+TEST_F(SaveQuestionsTest, AFileThatHasChangedOnADriveThatRestsIsAskedAboutToo) {
+    TextBuffer& document = Open("text");
+    WriteOutside("theirs");
+    textServices.slowDrives.Answered(document.GetName(), true, Platform::Ticks());
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(folder.Read("file.txt"), "theirs");
+    // No drive rests for the tests after this one.
+    textServices.slowDrives.Answered(document.GetName(), false, Platform::Ticks());
+}
+
 TEST_F(SaveQuestionsTest, AnotherFileIsNotAskedAbout) {
     TextBuffer& document = Open(std::string("te\0xt", 5));
     WriteOutside("theirs");
