@@ -168,16 +168,12 @@ bool TextBuffer::MayCheckDisk() {
 }
 
 bool TextBuffer::IsChangedOnDisk() {
-    Platform::FileTime written = 0;
-    return IsInFile(*this) && ReadTimeToCheck(services.slowDrives, path.Text(), written) && fileTime < written;
+    seenTime = 0;
+    return IsInFile(*this) && ReadTimeToCheck(services.slowDrives, path.Text(), seenTime) && fileTime < seenTime;
 }
 
-void TextBuffer::MarkFileTimeNow() {
-    fileTime = Platform::Now();
-    // The clock of who wrote the file may be ahead of ours.
-    Platform::FileTime written = 0;
-    if (Platform::ReadTime(path.Text(), written) && written > fileTime) fileTime = written;
-}
+// The clock of who wrote the file may be ahead of ours.
+void TextBuffer::MarkFileTimeNow() { fileTime = std::max(Platform::Now(), seenTime); }
 
 bool TextBuffer::GetEncoding(Encoding& current, const Char* const*& names) const {
     current = encoding;
