@@ -32,7 +32,7 @@ void Finish(DecodedText& out, uint32_t length, const Scan::BreakCounts& breaks) 
     out.capacity = needed;
 }
 
-// Reads the units on behind those in out.text[0, units), in place.
+// Reads the units after those in out.text[0, units), in place.
 bool ReadUnits(FilePieces& pieces, Char* to, size_t& units, DecodedText& out) {
     size_t read = 0;
     if (!pieces.ReadInto(to, FilePieces::Most, read)) return false;

@@ -37,7 +37,7 @@ public:
         gap = at;
         return items + gap;
     }
-    // What was put there takes the place of the `removed` characters behind it.
+    // What was put there takes the place of the `removed` characters after it.
     bool Replace(size_t removed, size_t count) {
         if (removed > Length() - gap) return false;
         gap += count;

@@ -56,7 +56,7 @@ bool LineRuns::AddSpan(const Char* text, uint32_t offset, const ColourSpan& span
 }
 
 // A pair of surrogates has the colours of its first half, as neither of them is drawn without the other. Reading on
-// behind the piece is safe: a line feed or NUL ends the line.
+// after the piece is safe: a line feed or NUL ends the line.
 bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
     for (uint32_t i = 0; i < count && position < clipRight && text[i] != 0; ++i) {
         if (std::exchange(hasSecond, false)) continue;
