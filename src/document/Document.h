@@ -33,8 +33,7 @@ public:
     virtual bool GetOutputState(bool& running) const = 0;
     // Whether another program has written the file. Asks its drive, however slow that is; false when it cannot tell.
     virtual bool IsChangedOnDisk() = 0;
-    // Changes of the file until now, and the one that IsChangedOnDisk has just seen, are not asked about any more. Does
-    // not go to the file's drive.
+    // Changes of the file until now are not asked about any more.
     virtual void MarkFileTimeNow() = 0;
     // False leaves the document as it was.
     [[nodiscard]] virtual bool Reload() = 0;

@@ -33,9 +33,6 @@ template <class Record> UndoRecord* Checked(Record* record, bool isSetUp) {
     return nullptr;
 }
 
-// Not the output of commands, nor a document that has only a title.
-bool IsInFile(const TextBuffer& document) { return !document.IsOutput() && *document.GetTitle() == 0; }
-
 } // namespace
 
 TextBuffer::~TextBuffer() {
@@ -164,16 +161,20 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
 }
 
 bool TextBuffer::MayCheckDisk() {
-    return IsInFile(*this) && services.slowDrives.MayAsk(path.Text(), this, Platform::Ticks());
+    return !IsOutput() && title.IsEmpty() && services.slowDrives.MayAsk(path.Text(), this, Platform::Ticks());
 }
 
 bool TextBuffer::IsChangedOnDisk() {
-    seenTime = 0;
-    return IsInFile(*this) && ReadTimeToCheck(services.slowDrives, path.Text(), seenTime) && fileTime < seenTime;
+    Platform::FileTime written = 0;
+    return !IsOutput() && title.IsEmpty() && ReadTimeToCheck(services.slowDrives, path.Text(), written) &&
+           fileTime < written;
 }
 
-// The clock of who wrote the file may be ahead of ours.
-void TextBuffer::MarkFileTimeNow() { fileTime = std::max(Platform::Now(), seenTime); }
+void TextBuffer::MarkFileTimeNow() {
+    // The clock of who wrote the file may be ahead of ours.
+    Platform::FileTime written = 0;
+    fileTime = std::max(Platform::Now(), Platform::ReadTime(path.Text(), written) ? written : 0);
+}
 
 bool TextBuffer::GetEncoding(Encoding& current, const Char* const*& names) const {
     current = encoding;

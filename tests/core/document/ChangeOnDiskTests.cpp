@@ -103,24 +103,6 @@ TEST(ChangeOnDisk, AMarkedTimeAheadOfTheClockIsNotAskedAboutAgain) {
     EXPECT_TRUE(document->IsChangedOnDisk());
 }
 
-TEST(ChangeOnDisk, MarkingTakesTheTimeThatWasSeenWithoutAskingAgain) {
-    LoadedDocument document("text");
-    Touch(document.folder, 60s);
-    static uint64_t calls;
-    calls = 0;
-    Platform::SetFileFailureHook([] {
-        ++calls;
-        return false;
-    });
-    EXPECT_TRUE(document->IsChangedOnDisk());
-    const uint64_t callsOfCheck = calls;
-    EXPECT_GT(callsOfCheck, 0u);
-    document->MarkFileTimeNow();
-    EXPECT_EQ(calls, callsOfCheck);
-    Platform::SetFileFailureHook(nullptr);
-    EXPECT_FALSE(document->IsChangedOnDisk());
-}
-
 TEST(ChangeOnDisk, SavingTakesTheNewTime) {
     LoadedDocument document("text");
     Touch(document.folder, 60s);
