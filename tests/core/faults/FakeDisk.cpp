@@ -35,7 +35,7 @@ void FakeDisk::Restart(Unflushed unflushed) {
             size_t first = content.bytes.size();
             size_t end = 0;
             for (size_t i = 0; i < content.bytes.size(); ++i) {
-                if (i < content.flushed.size() && content.bytes[i] == content.flushed[i]) continue;
+                if (i < content.kept && content.bytes[i] == content.flushed[i]) continue;
                 first = std::min(first, i);
                 end = i + 1;
             }
@@ -47,7 +47,7 @@ void FakeDisk::Restart(Unflushed unflushed) {
 }
 
 void FakeDisk::Write(const std::u16string& path, const std::string& bytes) {
-    files[path] = std::make_shared<Content>(Content{bytes, bytes, true, Tick()});
+    files[path] = std::make_shared<Content>(Content{bytes, bytes, bytes.size(), true, Tick()});
 }
 
 std::string FakeDisk::Read(const std::u16string& path) const {
@@ -115,8 +115,8 @@ intptr_t FakeDisk::Open(const std::u16string& path, Platform::File::Mode mode) {
     if (makes && !denied.empty() && path.rfind(denied, 0) == 0) return -1;
     if (Has(path) ? mode == Mode::CreateNew : !makes) return -1;
     std::shared_ptr<Content>& content = files[path];
-    if (!content) content = std::make_shared<Content>(Content{"", "", false, Tick()});
-    if (mode == Mode::Create) content->bytes.clear();
+    if (!content) content = std::make_shared<Content>(Content{"", "", 0, false, Tick()});
+    if (mode == Mode::Create) content->Cut(0);
     handles.push_back({path, content, 0, isAlone});
     return static_cast<intptr_t>(handles.size() - 1);
 }
@@ -227,6 +227,7 @@ bool Platform::File::Flush() {
     FakeDisk::Handle* const file = Begin(handle, Call::Other);
     if (!file) return false;
     file->content->flushed = file->content->bytes;
+    file->content->kept = file->content->bytes.size();
     file->content->isDurable = true;
     return true;
 }
@@ -240,7 +241,7 @@ bool Platform::File::Reserve(uint64_t length) {
 
 bool Platform::File::CutHere() {
     FakeDisk::Handle* const file = Begin(handle, Call::Other);
-    if (file) file->content->bytes.resize(static_cast<size_t>(file->position));
+    if (file) file->content->Cut(static_cast<size_t>(file->position));
     return file != nullptr;
 }
 

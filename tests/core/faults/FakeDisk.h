@@ -2,6 +2,7 @@
 
 #include "base/Platform.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -61,8 +62,14 @@ public:
     struct Content {
         std::string bytes;
         std::string flushed;
+        size_t kept = 0;        // bytes of `flushed` that have not been cut off since
         bool isDurable = false; // its name would survive a power cut
         Platform::FileTime time = 0;
+
+        void Cut(size_t length) {
+            bytes.resize(length);
+            kept = std::min(kept, length);
+        }
     };
     struct Handle {
         std::u16string path;
