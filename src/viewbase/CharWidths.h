@@ -7,9 +7,8 @@
 class CharWidths {
 public:
     static constexpr uint32_t PageSize = 256;
-    // Puts the pixel widths of the 256 characters from the code point `first` on into `widths`; halves of pairs of
-    // surrogates stand for themselves. False when the font cannot say; the characters are then 0 wide until asked
-    // again.
+    // Puts the pixel widths of the 256 characters from the code point `first` on into `widths`; each half of
+    // a surrogate pair by itself. False when the font cannot say; the characters are then 0 wide until asked again.
     using Fetch = bool (*)(void* context, uint32_t first, int32_t* widths);
 
     CharWidths() = default;
