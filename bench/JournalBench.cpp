@@ -4,7 +4,8 @@
 
 // Typing with a journal against typing without one. What a journal costs are the calls of the system that write it, one
 // for 200 characters: some 20 ns a character. That can be measured only because this is the bare insertion; a key in
-// the program also lays out, colours and paints its line, which takes a thousand times as long.
+// the program also lays out, colours and paints its line, which takes a thousand times as long. The bound is what would
+// be lost in the noise; 1.18 to 1.23 is what it takes.
 
 namespace {
 
@@ -45,7 +46,7 @@ private:
 void Compare(const char* name, const std::string& bytes) {
     Typist with(bytes, true);
     Typist without(bytes, false);
-    Bench::Compare(name, with.Typing(), without.Typing(), 1.3, 15);
+    Bench::Compare(name, with.Typing(), without.Typing(), 1.1, 15);
 }
 
 } // namespace
