@@ -23,16 +23,17 @@ void CharWidths::Clear() {
         Heap::Free(page);
         page = nullptr;
     }
-    printable = NotKnown;
+    printableKnown = false;
 }
 
 int32_t CharWidths::PrintableWidth() {
-    if (printable != NotKnown) return printable;
+    if (printableKnown) return printable;
     const int32_t width = Of(u' ');
     if (!pages[0]) return 0; // no memory for the page: asked again the next time
     const uint16_t* const page = pages[0];
     const bool alike = std::all_of(page + u' ', page + u'~' + 1, [=](uint16_t other) { return other == width; });
     printable = alike ? width : 0;
+    printableKnown = true;
     return printable;
 }
 

@@ -34,7 +34,6 @@ public:
     uint32_t PrintableWithin(const Char* text, uint32_t count, int64_t room);
 
 private:
-    static constexpr int32_t NotKnown = -1;
     static constexpr uint32_t PageCount = 0x110000 / PageSize;
 
     int32_t OfCodePoint(uint32_t character) {
@@ -46,6 +45,8 @@ private:
 
     Fetch fetch = nullptr;
     void* context = nullptr;
+    // All zeros at first: a global one would otherwise take up 34 KB of the program's file.
     uint16_t* pages[PageCount] = {};
-    int32_t printable = NotKnown;
+    bool printableKnown = false;
+    int32_t printable = 0;
 };

@@ -13,11 +13,11 @@ namespace {
 struct Measured {
     MemoryDc dc; // made when first needed
     ViewMetrics metrics;
-    CharWidths widths;
     uint32_t generation = 0; // of the font that was measured
 };
 
 Measured measured;
+CharWidths widths; // all zeros at first, unlike the record above, which would put it into the program's file
 
 // A character that the font lacks is drawn in another one, with the width that it has there. The others are not
 // measured one by one, which takes the system far longer than a whole page does.
@@ -72,7 +72,7 @@ void ViewFont::Refresh() {
     measured.metrics.averageWidth = DrawingObjects::AverageWidth();
     measured.metrics.spaceWidth = DrawingObjects::SpaceWidth();
     measured.metrics.dpi = static_cast<int32_t>(DrawingObjects::Dpi());
-    measured.widths.SetSource(FetchWidths, nullptr);
+    widths.SetSource(FetchWidths, nullptr);
 }
 
 const ViewMetrics& ViewFont::Metrics() {
@@ -82,11 +82,11 @@ const ViewMetrics& ViewFont::Metrics() {
 
 CharWidths& ViewFont::Widths() {
     FollowFont();
-    return measured.widths;
+    return widths;
 }
 
 void ViewFont::Release() {
-    measured.widths.Clear();
+    widths.Clear();
     measured.dc.Reset();
     measured.generation = 0;
 }
