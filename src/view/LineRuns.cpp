@@ -58,11 +58,18 @@ bool LineRuns::AddSpan(const Char* text, uint32_t offset, const ColourSpan& span
 // A pair of surrogates has the colours of its first half, as neither of them is drawn without the other. Reading on
 // after the piece is safe: a line feed or NUL ends the line.
 bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
-    for (uint32_t i = 0; i < count && position < clipRight && text[i] != 0; ++i) {
-        if (std::exchange(hasSecond, false)) continue;
+    for (uint32_t i = 0; i < count && position < clipRight && text[i] != 0;) {
+        if (std::exchange(hasSecond, false)) {
+            ++i;
+            continue;
+        }
         i += SkipHidden(text + i, count - i);
         if (i == count || text[i] == 0) break;
-        Char shown = text[i];
+        if (const uint32_t added = AddPlain(text + i, count - i, piece)) {
+            i += added;
+            continue;
+        }
+        Char shown = text[i++];
         RunKind kind = RunKind::Text;
         if (shown == u'\t') {
             if (!AddTab(piece)) return false;
@@ -73,10 +80,34 @@ bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
         } else if (shown == u' ' && style.showWhitespace) {
             kind = RunKind::VisibleSpace;
         }
-        hasSecond = Text::IsPair(shown, text[i + 1]);
-        if (!AddCharacter(shown, hasSecond ? text[i + 1] : Char{0}, piece, kind)) return false;
+        hasSecond = Text::IsPair(shown, text[i]);
+        if (!AddCharacter(shown, hasSecond ? text[i] : Char{0}, piece, kind)) return false;
     }
     return true;
+}
+
+// Most of what is drawn is letters and signs about which nothing has to be asked one by one: they are no controls,
+// pairs or marks and run to the right.
+uint32_t LineRuns::AddPlain(const Char* text, uint32_t count, const Piece& piece) {
+    const Char first = style.showWhitespace ? u'!' : u' ';
+    const auto isPlain = [first](Char c) { return c >= first && c < TextDirection::FirstToAsk; };
+    // What is only partly seen, or follows a letter that runs to the left, goes the longer way.
+    if (!isPlain(*text) || position < clipLeft || inLetter || characters.Count() + MaxRun > MaxCharacters) return 0;
+    DrawRun* const run = RunFor(piece, RunKind::Text);
+    if (!run) return 0;
+    const uint32_t room = MaxRun - run->count < count ? MaxRun - run->count : count;
+    if (!characters.Reserve(characters.Count() + room) || !advances.Reserve(advances.Count() + room)) return 0;
+    const int64_t start = position;
+    uint32_t added = 0;
+    for (; added < room && position < clipRight && isPlain(text[added]); ++added) {
+        const int32_t width = widths->Of(text[added]);
+        characters.AppendReserved(text[added]);
+        advances.AppendReserved(width);
+        position += width;
+    }
+    run->count += added;
+    run->width += static_cast<int32_t>(position - start);
+    return added;
 }
 
 bool LineRuns::AddCharacter(Char shown, Char second, const Piece& piece, RunKind kind) {

@@ -14,8 +14,10 @@ enum class Kind : uint8_t {
     Control,   // reorders the text after it; never drawn itself
 };
 
+// All characters before it are Plain.
+constexpr Char FirstToAsk = 0x300;
 Kind Find(Char character);
-inline Kind KindOf(Char character) { return character < 0x300 ? Kind::Plain : Find(character); }
+inline Kind KindOf(Char character) { return character < FirstToAsk ? Kind::Plain : Find(character); }
 
 // What is shown instead of a Control: which way it points, or that it ends one.
 Char MarkOf(Char control);
