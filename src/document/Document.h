@@ -33,7 +33,8 @@ public:
     virtual bool GetOutputState(bool& running) const = 0;
     // Whether another program has written the file. Asks its drive, however slow that is; false when it cannot tell.
     virtual bool IsChangedOnDisk() = 0;
-    // Changes of the file until now are not asked about any more.
+    // Changes of the file until now are not asked about any more; where its drive answered IsChangedOnDisk slowly,
+    // those until then.
     virtual void MarkFileTimeNow() = 0;
     // False leaves the document as it was.
     [[nodiscard]] virtual bool Reload() = 0;

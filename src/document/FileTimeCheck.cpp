@@ -15,3 +15,7 @@ bool ReadTimeToCheck(SlowDrives& drives, const Char* path, Platform::FileTime& t
     drives.Answered(path, answered - asked >= SlowAnswer && Platform::IsRemote(path), answered);
     return isRead;
 }
+
+void ReadTimeAgain(SlowDrives& drives, const Char* path, Platform::FileTime& time) {
+    if (!drives.Rests(path, Platform::Ticks())) ReadTimeToCheck(drives, path, time);
+}

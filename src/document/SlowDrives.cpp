@@ -33,9 +33,9 @@ void SlowDrives::Drive::DropFirst() {
     --waitingCount;
 }
 
-SlowDrives::Drive* SlowDrives::Find(uint64_t name) {
-    Drive* const end = drives + MaxDrives;
-    Drive* const drive = std::find_if(drives, end, [=](const Drive& known) { return known.name == name; });
+const SlowDrives::Drive* SlowDrives::Find(uint64_t name) const {
+    const Drive* const end = drives + MaxDrives;
+    const Drive* const drive = std::find_if(drives, end, [=](const Drive& known) { return known.name == name; });
     return drive == end ? nullptr : drive;
 }
 
@@ -52,6 +52,11 @@ bool SlowDrives::MayAsk(const Char* path, const void* file, uint64_t now) {
     // been closed.
     if (!rests && ++drive->refusals >= drive->waitingCount) drive->DropFirst();
     return false;
+}
+
+bool SlowDrives::Rests(const Char* path, uint64_t now) const {
+    const Drive* const drive = Find(DriveName(path));
+    return drive && now < drive->restsUntil;
 }
 
 void SlowDrives::Answered(const Char* path, bool slowly, uint64_t now) {

@@ -9,6 +9,8 @@ class SlowDrives {
 public:
     // Whether the drive may be asked about the file now. `file` is any address that stays the file's own.
     bool MayAsk(const Char* path, const void* file, uint64_t now);
+    // Whether the drive has answered slowly less than a minute ago.
+    bool Rests(const Char* path, uint64_t now) const;
     // The drive has just answered, slowly or not.
     void Answered(const Char* path, bool slowly, uint64_t now);
 
@@ -28,7 +30,8 @@ private:
         void DropFirst();
     };
 
-    Drive* Find(uint64_t name);
+    const Drive* Find(uint64_t name) const;
+    Drive* Find(uint64_t name) { return const_cast<Drive*>(static_cast<const SlowDrives*>(this)->Find(name)); }
 
     Drive drives[MaxDrives] = {};
 };

@@ -165,15 +165,14 @@ bool TextBuffer::MayCheckDisk() {
 }
 
 bool TextBuffer::IsChangedOnDisk() {
-    Platform::FileTime written = 0;
-    return !IsOutput() && title.IsEmpty() && ReadTimeToCheck(services.slowDrives, path.Text(), written) &&
-           fileTime < written;
+    seenTime = 0;
+    return !IsOutput() && title.IsEmpty() && ReadTimeToCheck(services.slowDrives, path.Text(), seenTime) &&
+           fileTime < seenTime;
 }
 
 void TextBuffer::MarkFileTimeNow() {
-    // The clock of who wrote the file may be ahead of ours.
-    Platform::FileTime written = 0;
-    fileTime = std::max(Platform::Now(), Platform::ReadTime(path.Text(), written) ? written : 0);
+    ReadTimeAgain(services.slowDrives, path.Text(), seenTime);
+    fileTime = std::max(Platform::Now(), seenTime); // the clock of who wrote the file may be ahead of ours
 }
 
 bool TextBuffer::GetEncoding(Encoding& current, const Char* const*& names) const {

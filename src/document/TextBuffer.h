@@ -152,6 +152,7 @@ private:
     OutputCollector output;
     bool isOutput = false;
     Platform::FileTime fileTime = 0;
+    Platform::FileTime seenTime = 0; // the file's when its drive was last asked; 0: it could not be read
     Encoding encoding = Encoding::Ansi;
     LineEnding lineEnding = LineEnding::Dos;
     HighlightRange marks[MarkCount]; // those of the engine that was attached last

@@ -8,6 +8,7 @@
 #include "support/ScratchFolder.h"
 #include "support/TextDocument.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -328,6 +329,30 @@ TEST_F(DriveTest, ARemoteDriveThatAnsweredSlowlyIsAskedOnceAMinute) {
     now = answered + 60'000;
     EXPECT_EQ(Check(), 1u);
     EXPECT_EQ(Check(), 0u);
+}
+
+TEST_F(DriveTest, ASlowDriveIsNotAskedAgainWhenAChangeIsAccepted) {
+    kindOfDrive = DRIVE_REMOTE;
+    answerTime = 2000;
+    const auto ahead = std::filesystem::file_time_type::clock::now() + std::chrono::seconds(60);
+    std::filesystem::last_write_time(folder.File("a.txt"), ahead);
+    opens.clear();
+    EXPECT_TRUE(documents[0]->IsChangedOnDisk());
+    documents[0]->MarkFileTimeNow();
+    EXPECT_EQ(opens.size(), 1u);
+    now += 60'000;
+    EXPECT_FALSE(documents[0]->IsChangedOnDisk()) << "although its clock is ahead";
+}
+
+TEST_F(DriveTest, AChangeDuringTheQuestionIsAcceptedWhereTheDriveAnswersAtOnce) {
+    kindOfDrive = DRIVE_REMOTE;
+    answerTime = 10;
+    const auto ahead = std::filesystem::file_time_type::clock::now() + std::chrono::seconds(60);
+    std::filesystem::last_write_time(folder.File("a.txt"), ahead);
+    EXPECT_TRUE(documents[0]->IsChangedOnDisk());
+    std::filesystem::last_write_time(folder.File("a.txt"), ahead + std::chrono::seconds(10));
+    documents[0]->MarkFileTimeNow();
+    EXPECT_FALSE(documents[0]->IsChangedOnDisk());
 }
 
 TEST_F(DriveTest, ADriveThatRestsIsAskedBeforeASaveAndRestsOn) {
