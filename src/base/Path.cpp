@@ -14,11 +14,14 @@ bool StartsDevice(const Char* path) {
     return StartsShare(path) && (path[2] == u'?' || path[2] == u'.') && path[3] == u'\\';
 }
 
-bool StartsUnc(const Char* path) {
-    for (const Char* expected = u"UNC\\"; *expected; ++expected, ++path)
+// In letters of either case.
+bool StartsWith(const Char* path, const Char* expected) {
+    for (; *expected; ++expected, ++path)
         if (Text::FoldCase(*path) != Text::FoldCase(*expected)) return false;
     return true;
 }
+
+bool StartsUnc(const Char* path) { return StartsWith(path, u"UNC\\"); }
 
 // Up to the backslash of that number, or the end.
 uint32_t LengthOfParts(const Char* path, uint32_t parts) {
@@ -38,6 +41,14 @@ Path::Volume Path::VolumeOf(const Char* path) {
     if (isShare) path += isDevice ? 4 : 2;
     const uint32_t parts = isShare ? 2 : 1;
     return {path, isShare || isDevice ? LengthOfParts(path, parts) : 0, isShare};
+}
+
+bool Path::IsDevice(const Char* path) {
+    if (!StartsDevice(path)) return false;
+    path += 4;
+    if (StartsUnc(path)) return false;
+    const bool isVolume = IsDrive(path) || StartsWith(path, u"Volume{");
+    return !isVolume || path[LengthOfParts(path, 1)] == 0;
 }
 
 const Char* Path::FileName(const Char* path) {

@@ -15,6 +15,8 @@ struct Volume {
     bool isShare;
 };
 Volume VolumeOf(const Char* path);
+// Whether a full path names a device or a whole volume: "\\.\NUL", "\\.\PhysicalDrive0", "\\?\C:".
+bool IsDevice(const Char* path);
 
 // What follows the last backslash (or slash, or the colon of a drive); the whole text without one.
 const Char* FileName(const Char* path);

@@ -2,6 +2,7 @@
 
 #include "base/FileBytes.h"
 #include "base/List.h"
+#include "base/Path.h"
 #include "base/PreviousFile.h"
 #include "base/SaveCopy.h"
 
@@ -36,6 +37,11 @@ bool OpenWithRoom(Platform::File& file, const Char* target, uint64_t length, boo
     return false;
 }
 
+// False for a device, which is not even opened: that may start it.
+bool FindTarget(const Char* name, WString& target) {
+    return Platform::FullPath(name, target) && !Path::IsDevice(target.Text());
+}
+
 // Cut also after a failure: what follows are old bytes in a place that is not theirs.
 bool WriteInPlace(Platform::File& file, ByteSource& source) {
     FileSink sink(file);
@@ -60,7 +66,7 @@ bool SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& i
 SaveResult SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
     WString target;
     auto* const copy = new SaveCopy;
-    if (!copy || !Platform::FullPath(name, target) || copy->Make(target.Text(), source) == SaveCopy::Outcome::NoBytes) {
+    if (!copy || !FindTarget(name, target) || copy->Make(target.Text(), source) == SaveCopy::Outcome::NoBytes) {
         delete copy;
         return SaveResult::Untouched;
     }

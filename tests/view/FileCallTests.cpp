@@ -281,9 +281,21 @@ TEST_F(FileCallTest, ReadingATimeBlocksNoOtherProgram) {
 }
 
 TEST_F(FileCallTest, DevicesAreNoFilesToSaveTo) {
-    for (const char16_t* device : {u"nul", u"NUL", u"con", u"com1", u"C:\\nul"}) {
+    // Not even opened: that may wait for what a serial port is connected to, or rewind a tape.
+    for (const char16_t* device : {u"nul", u"NUL", u"con", u"com1", u"C:\\nul", u"\\\\.\\PhysicalDrive0", u"\\\\.\\C:",
+                                   u"\\\\?\\C:", u"\\\\?\\PhysicalDrive0", u"\\\\.\\pipe\\name"}) {
         TextDocument document(u"text");
+        opens.clear();
         EXPECT_FALSE(document->Save(device, Encoding::Keep, LineEnding::Keep)) << std::filesystem::path(device);
+        EXPECT_TRUE(opens.empty()) << std::filesystem::path(device);
+    }
+}
+
+TEST_F(FileCallTest, AFileMayBeNamedAsDevicesAre) {
+    for (const char16_t* prefix : {u"\\\\?\\", u"\\\\.\\"}) {
+        TextDocument document(u"text");
+        EXPECT_TRUE(document->Save((prefix + folder.Path("file.txt")).c_str(), Encoding::Keep, LineEnding::Keep));
+        EXPECT_EQ(folder.Read("file.txt"), "text");
     }
 }
 

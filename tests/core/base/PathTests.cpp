@@ -55,6 +55,17 @@ TEST(Path, AVolumeIsADriveOrAShareHoweverThePathIsWritten) {
     }
 }
 
+TEST(Path, ADeviceIsWhatIsNoFileOfAVolume) {
+    for (const Char* path :
+         {u"\\\\.\\nul", u"\\\\.\\COM1", u"\\\\.\\PhysicalDrive0", u"\\\\?\\PhysicalDrive0", u"\\\\.\\C:", u"\\\\?\\c:",
+          u"\\\\?\\Volume{1-2}", u"\\\\.\\pipe\\name", u"\\\\?\\GLOBALROOT\\Device\\Harddisk0\\Partition1"})
+        EXPECT_TRUE(Path::IsDevice(path)) << testing::PrintToString(std::u16string(path));
+    for (const Char* path :
+         {u"", u"a", u"C:\\a", u"C:", u"\\a", u"\\\\server\\share\\a", u"\\\\.\\C:\\a", u"\\\\?\\C:\\dir\\a",
+          u"\\\\?\\UNC\\server\\share\\a", u"\\\\.\\unc\\server\\share\\a", u"\\\\?\\volume{1-2}\\a"})
+        EXPECT_FALSE(Path::IsDevice(path)) << testing::PrintToString(std::u16string(path));
+}
+
 TEST(Path, FileNameFollowsTheLastSeparator) {
     EXPECT_EQ(std::u16string(Path::FileName(u"C:\\dir\\a.c")), u"a.c");
     EXPECT_EQ(std::u16string(Path::FileName(u"C:\\dir/b.c")), u"b.c");
