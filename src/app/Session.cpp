@@ -27,7 +27,9 @@ bool Encode(const WString& text, Platform::ByteBlock& out) {
 // However it is named.
 bool IsSessionFile(const CommandState& state, const Char* file) {
     WString path;
-    return Platform::FullPath(file, path) && Platform::CompareNames(state.sessionFile.Text(), path.Text()) == 0;
+    const Char* const own = state.sessionFile.Text();
+    return (Platform::FullPath(file, path) && Platform::CompareNames(own, path.Text()) == 0) ||
+           Platform::IsSameFile(own, file);
 }
 
 // Only the present session's own file is replaced without a question.

@@ -110,6 +110,8 @@ private:
 
 enum class Entry { Missing, File, Directory };
 [[nodiscard]] Entry EntryKind(const Char* path);
+// Whether two paths lead to the same file. False also where the system does not say.
+[[nodiscard]] bool IsSameFile(const Char* left, const Char* right);
 // False when there is no such file, or it cannot be removed.
 bool RemoveFile(const Char* path);
 // Makes a folder and those it is in; a success also when it is there already.

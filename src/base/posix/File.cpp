@@ -44,7 +44,20 @@ bool MakeReady(int file, Platform::File::Mode mode) {
     return mode != Platform::File::Mode::Create || ftruncate(file, 0) == 0;
 }
 
+bool AreSame(const struct stat& left, const struct stat& right) {
+    return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
 } // namespace
+
+bool Platform::IsSameFile(const Char* left, const Char* right) {
+    const NativeText one(left, NativeText::Kind::Path);
+    const NativeText other(right, NativeText::Kind::Path);
+    struct stat first;
+    struct stat second;
+    return one.Text() && other.Text() && stat(one.Text(), &first) == 0 && stat(other.Text(), &second) == 0 &&
+           AreSame(first, second);
+}
 
 bool Platform::File::Open(const Char* name, Mode mode) {
     Close();
@@ -85,7 +98,7 @@ bool Platform::File::IsAt(const Char* name) const {
     struct stat there;
     if (!path.Text() || fstat(static_cast<int>(handle), &mine) != 0) return true;
     if (stat(path.Text(), &there) != 0) return errno != ENOENT && errno != ENOTDIR;
-    return mine.st_dev == there.st_dev && mine.st_ino == there.st_ino;
+    return AreSame(mine, there);
 }
 
 bool Platform::File::Seek(uint64_t offset) {

@@ -63,7 +63,29 @@ bool CutAtPlace(HANDLE file) {
     return CallWhileInUse([file] { return SetEndOfFile(file) != 0; });
 }
 
+// What a path leads to. False when there is nothing, or it cannot be asked.
+bool Identify(const Char* name, BY_HANDLE_FILE_INFORMATION& found) {
+    const SystemPath path(name);
+    if (!path.Text()) return false;
+    const KernelHandle file(
+        CreateFileW(path.Text(), FILE_READ_ATTRIBUTES, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    return file.IsValid() && GetFileInformationByHandle(file.Get(), &found);
+}
+
+bool AreSame(const BY_HANDLE_FILE_INFORMATION& left, const BY_HANDLE_FILE_INFORMATION& right) {
+    return left.dwVolumeSerialNumber == right.dwVolumeSerialNumber && left.nFileIndexHigh == right.nFileIndexHigh &&
+           left.nFileIndexLow == right.nFileIndexLow;
+}
+
 } // namespace
+
+bool Platform::IsSameFile(const Char* left, const Char* right) {
+    BY_HANDLE_FILE_INFORMATION first{};
+    BY_HANDLE_FILE_INFORMATION second{};
+    if (!Identify(left, first) || !Identify(right, second)) return false;
+    // A file system that does not number its files has 0 for all of them.
+    return (first.nFileIndexHigh || first.nFileIndexLow) && AreSame(first, second);
+}
 
 bool Platform::File::Open(const Char* name, Mode mode) {
     Close();
@@ -120,8 +142,7 @@ bool Platform::File::IsAt(const Char* name) const {
         return error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND;
     }
     if (!GetFileInformationByHandle(found.Get(), &there)) return true;
-    return mine.dwVolumeSerialNumber == there.dwVolumeSerialNumber && mine.nFileIndexHigh == there.nFileIndexHigh &&
-           mine.nFileIndexLow == there.nFileIndexLow;
+    return AreSame(mine, there);
 }
 
 bool Platform::File::Seek(uint64_t offset) {

@@ -96,6 +96,15 @@ TEST_F(SessionTest, AnotherWayToNameTheCurrentSessionFileDoesNotAsk) {
     EXPECT_TRUE(frame.questions.empty());
 }
 
+// As one has that was given a short name, a prefix for long paths or a link.
+TEST_F(SessionTest, AnotherNameOfTheCurrentSessionFileDoesNotAsk) {
+    SetSessionFile(folder.Write("session.ses", "old"));
+    std::filesystem::create_hard_link(folder.File("session.ses"), folder.File("SESSIO~1.SES"));
+    Save(folder.Path("SESSIO~1.SES"));
+    EXPECT_EQ(folder.Read("session.ses"), "sessionfile\r\n");
+    EXPECT_TRUE(frame.questions.empty());
+}
+
 TEST_F(SessionTest, ASessionRunByARelativeNameIsSavedToItsFileFromElsewhere) {
     folder.Write("s.ses", "sessionfile\r\n");
     std::filesystem::create_directory(folder.File("sub"));

@@ -358,6 +358,19 @@ TEST(File, TellsWhetherAPathLeadsToIt) {
     EXPECT_TRUE(file.IsAt(folder.Path("f").c_str()));
 }
 
+TEST(File, TwoPathsAreTheSameFileHoweverItIsNamed) {
+    const ScratchFolder folder;
+    const std::u16string file = folder.Write("f", "content");
+    const std::u16string other = folder.Write("other", "content");
+    std::filesystem::create_hard_link(folder.File("f"), folder.File("linked"));
+    EXPECT_TRUE(Platform::IsSameFile(file.c_str(), file.c_str()));
+    EXPECT_TRUE(Platform::IsSameFile(file.c_str(), folder.Path("linked").c_str()));
+    EXPECT_FALSE(Platform::IsSameFile(file.c_str(), other.c_str()));
+    EXPECT_FALSE(Platform::IsSameFile(file.c_str(), folder.Path("missing").c_str()));
+    EXPECT_FALSE(Platform::IsSameFile(folder.Path("missing").c_str(), folder.Path("missing").c_str()));
+    EXPECT_FALSE(Platform::IsSameFile(u"", file.c_str()));
+}
+
 TEST(File, ReadAtFailsWhereBytesWereMadeUnreadable) {
     const ScratchFolder folder;
     folder.Write("f", "0123456789");

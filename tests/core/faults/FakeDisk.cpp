@@ -180,6 +180,7 @@ bool Platform::File::GetTime(FileTime& time) {
     return file != nullptr;
 }
 
+bool Platform::IsSameFile(const Char* left, const Char* right) { return CompareNames(left, right) == 0; }
 bool Platform::File::IsDeleted() const { return false; }
 bool Platform::File::IsAt(const Char*) const { return true; }
 
