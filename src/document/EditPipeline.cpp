@@ -161,7 +161,7 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     notifier.TextChanged(from);
     const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
     for (TextDocumentView* view : target.views) {
-        if (view->CaretPosition() == oldEnd) view->PlaceCaret(end);
+        if (view->CaretPosition() == oldEnd) view->FollowEnd(end);
     }
     // The views are told the count only now: a scroll bar, which is slow to set, is then set once.
     notifier.LineCountChanged();

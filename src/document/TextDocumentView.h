@@ -30,6 +30,9 @@ public:
     // An edit that moves no caret of this view was made: caret, anchor and top line stay at their places in
     // the text.
     virtual void FollowChange(const TextChange& change) = 0;
+    // Output has been appended, and the caret, which was at the end of the text, goes to the new one. As nobody has
+    // moved it there, a message in the status bar stays.
+    virtual void FollowEnd(TextPosition end) = 0;
     // The operation is over, with the active view's caret line open again. The view may use the document.
     virtual void EditFinished() = 0;
     virtual TextPosition CaretPosition() const = 0;

@@ -48,6 +48,12 @@ void TextEditor::FollowChange(const TextChange& change) {
     viewport.Follow(change);
 }
 
+void TextEditor::FollowEnd(TextPosition end) {
+    caret.MoveTo(text, end, false, false);
+    UpdateCaret(true);
+    matchDue = true;
+}
+
 void TextEditor::EditFinished() {
     // Whichever way the change came, and whichever view it was made in.
     ORVANE_ASSERT(caret.IsIn(text) && TopLine() < text.LineCount());

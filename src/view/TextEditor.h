@@ -46,6 +46,7 @@ public:
     void PlaceSelection(TextSelection selection) override;
     void PlaceTopLine(uint32_t line) override { viewport.ScrollTo(line); }
     void FollowChange(const TextChange& change) override;
+    void FollowEnd(TextPosition end) override;
     void EditFinished() override;
     // Grows with every edit of the document, by whichever view.
     uint32_t EditCount() const { return editCount; }

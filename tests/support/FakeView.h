@@ -97,6 +97,7 @@ public:
         caret = moved;
         topLine = change.MovedLine(topLine);
     }
+    void FollowEnd(TextPosition end) override { PlaceCaret(end); }
     TextPosition CaretPosition() const override { return place; }
     TextSelection Selection() const override { return {anchor, caret}; }
     uint32_t TopLine() const override { return topLine; }

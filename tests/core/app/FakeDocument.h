@@ -28,6 +28,7 @@ public:
     void PlaceSelection(TextSelection) override {}
     void PlaceTopLine(uint32_t) override {}
     void FollowChange(const TextChange&) override {}
+    void FollowEnd(TextPosition) override {}
     void EditFinished() override {}
     TextPosition CaretPosition() const override { return {caretLine, 0}; }
     TextSelection Selection() const override { return {}; }

@@ -286,6 +286,19 @@ TEST_F(ScrollingTest, ATextThatGoesOnWithoutAWindowIsFollowed) {
     EXPECT_EQ(view().TopLine(), 990u);
 }
 
+TEST_F(ScrollingTest, AMessageStaysWhenOutputTakesTheCaretAlong) {
+    EXPECT_TRUE(buffer().MarkAsOutput());
+    view().MoveCaret({99, 0});
+    host().status[StatusField::Message] = u"said";
+    std::u16string more = u"more\nand more";
+    ASSERT_TRUE(buffer().AppendOutputText(more.data()));
+    EXPECT_EQ(view().CaretPosition(), (TextPosition{100, 8}));
+    EXPECT_EQ(host().status[StatusField::Line], u"\tLn 101");
+    EXPECT_EQ(host().status[StatusField::Message], u"said");
+    Press(ViewKey::Left);
+    EXPECT_EQ(host().status[StatusField::Message], u"");
+}
+
 TEST_F(ScrollingTest, ATextEmptiedWithoutAWindowIsShownFromItsStart) {
     view().MoveCaret({99, 0});
     LoseWindow();
