@@ -72,8 +72,9 @@ void EditorClipboard::Cut(TextEditor& editor) {
     }
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Content()) return;
-    const SuspendedRedraw suspended(editor);
     const TextRange line = CaretLineRange(editor);
+    if (line.Length() == 0) return CopyRange(editor, line, true); // nothing to move, select or repaint for
+    const SuspendedRedraw suspended(editor);
     editor.SelectRange({line.start, line.end});
     CopyRange(editor, line, true);
     editor.DeleteSelection();

@@ -76,6 +76,24 @@ TEST_F(ClipboardTest, CutTakesTheSelectionOrTheWholeLine) {
     EXPECT_EQ(surface().written[0].second, Bytes(u"ad\r\n"));
 }
 
+TEST_F(ClipboardTest, CuttingAnEmptyLastLineChangesNothingOnScreen) {
+    for (const char16_t* text : {u"", u"a\n|"}) {
+        Show(text);
+        Resize(80, 10);
+        host().status[StatusField::Message] = u"said";
+        surface().ForgetCalls();
+        surface().clipboard = u"old";
+        const std::string before = Marked();
+        Ctrl(u'X');
+        EXPECT_EQ(Marked(), before);
+        EXPECT_EQ(Status(StatusField::Message), "said");
+        EXPECT_EQ(surface().allInvalidations, 0);
+        EXPECT_TRUE(surface().strips.empty());
+        EXPECT_EQ(surface().clipboard, u"") << "it is copied all the same";
+        EXPECT_EQ(document->UndoSteps(), 0u);
+    }
+}
+
 TEST_F(ClipboardTest, CuttingALineRepaintsOnce) {
     Show(u"a|b\nc");
     Ctrl(u'X');
