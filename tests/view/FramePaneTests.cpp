@@ -162,7 +162,10 @@ TEST_F(FramePaneTest, TheMenuOffersNoChangesOfAReadOnlyText) {
         SendMessageW(main->Window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(edit), 1);
         return (GetMenuState(edit, number, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED)) == 0;
     };
-    for (const UINT number : {IDM_CUT, IDM_PASTE}) EXPECT_TRUE(isEnabled(number)) << number;
+    ASSERT_TRUE(Text()->InsertText(0, u"words", 5));
+    Command(IDM_SELECT_ALL);
+    for (const UINT number : {IDM_CUT, IDM_PASTE, IDM_DELETE, IDM_COPY}) EXPECT_TRUE(isEnabled(number)) << number;
     ASSERT_TRUE(Text()->MarkAsOutput());
-    for (const UINT number : {IDM_CUT, IDM_PASTE}) EXPECT_FALSE(isEnabled(number)) << number;
+    for (const UINT number : {IDM_CUT, IDM_PASTE, IDM_DELETE}) EXPECT_FALSE(isEnabled(number)) << number;
+    EXPECT_TRUE(isEnabled(IDM_COPY));
 }

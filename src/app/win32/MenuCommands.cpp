@@ -139,8 +139,8 @@ constexpr Command Commands[] = {
     {IDM_ABOUT, [](FrameParts& frame) { AboutDialog(frame.messages).Run(IDD_ABOUT, frame.window); }, Enabled::Always},
 };
 
-// The menu's edit commands go to the active view, under the view's own numbers. A text says whether it can be cut
-// from or pasted into; everything else the view knows.
+// The menu's edit commands go to the active view, under the view's own numbers. A text says whether it can be changed
+// or pasted into; everything else the view knows.
 struct ViewItem {
     uint32_t number;
     ViewCommand viewCommand;
@@ -207,6 +207,7 @@ bool IsViewItemEnabled(const ViewItem& item, const FrameParts& frame) {
     if (document->IsBinary()) return enabled;
     if (item.number == IDM_PASTE) return document->CanDo(DocumentCommand::Paste);
     if (item.number == IDM_CUT) return document->CanDo(DocumentCommand::Edit);
+    if (item.number == IDM_DELETE) return enabled && document->CanDo(DocumentCommand::Edit);
     return enabled;
 }
 
