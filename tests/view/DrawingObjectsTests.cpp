@@ -1,5 +1,6 @@
 #include "settings/win32/DrawingObjects.h"
 
+#include "CallCounter.h"
 #include "base/win32/Handles.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
@@ -168,6 +169,23 @@ TEST_F(DrawingObjectsTest, AnotherScreenResolutionRebuildsTheFontOnly) {
     EXPECT_TRUE(DrawingObjects::RebuildForDpi(0));
     EXPECT_EQ(notified, 1u);
     EXPECT_EQ(DrawingObjects::Dpi(), 144u);
+}
+
+TEST_F(DrawingObjectsTest, AFontThatCouldNotBeMadeIsTriedAgain) {
+    const auto fail = [](const LOGFONTW*) -> HFONT { return nullptr; };
+    {
+        const ReplacedImport import("CreateFontIndirectW",
+                                    reinterpret_cast<void*>(static_cast<decltype(&CreateFontIndirectW)>(fail)));
+        ASSERT_TRUE(import.IsImported());
+        EXPECT_FALSE(DrawingObjects::RebuildForDpi(144));
+        EXPECT_EQ(Font().lfHeight, -13);
+        EXPECT_FALSE(DrawingObjects::RebuildForDpi(144));
+    }
+    EXPECT_TRUE(DrawingObjects::RebuildForDpi(144));
+    EXPECT_EQ(Font().lfHeight, -20);
+    EXPECT_EQ(notified, 1u);
+    EXPECT_TRUE(DrawingObjects::RebuildForDpi(144));
+    EXPECT_EQ(notified, 1u);
 }
 
 TEST_F(DrawingObjectsTest, ReleaseDestroysAndTheNextLoadBuildsAgain) {

@@ -217,7 +217,8 @@ void MainFrame::OnSystemChanged(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_DPICHANGED:
         return OnDpiChanged(wparam, lparam);
     case WM_SETTINGCHANGE:
-        parts.settings.FollowSystemColours(); // High Contrast is a setting as well
+        parts.settings.FollowSystemColours();                 // High Contrast is a setting as well
+        DrawingObjects::RebuildForDpi(DrawingObjects::Dpi()); // if that has failed
         return FollowSystemFonts();
     case WM_SYSCOLORCHANGE:
         parts.settings.FollowSystemColours();

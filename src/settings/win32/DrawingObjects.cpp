@@ -32,7 +32,8 @@ struct Drawing {
     TEXTMETRICW metrics = {};
     int spaceWidth = 0;
     uint32_t fontGeneration = 0;
-    uint32_t dpi = 0; // 0 until first needed
+    uint32_t dpi = 0;       // 0 until first needed
+    bool isFontDue = false; // it is not what was asked for last
     void (*metricsListener)() = nullptr;
 };
 
@@ -79,7 +80,8 @@ bool RebuildSpaceDot(HDC screen, HDC memory) {
 }
 
 bool RebuildFont() {
-    if (!Replace(drawing.font, MakeFont())) return false;
+    drawing.isFontDue = !Replace(drawing.font, MakeFont());
+    if (drawing.isFontDue) return false;
     const WindowDc screen(nullptr);
     const MemoryDc memory(screen.Get());
     Measure(memory.Get());
@@ -109,7 +111,7 @@ void DrawingObjects::Release() {
 }
 
 bool DrawingObjects::RebuildForDpi(uint32_t dpi) {
-    if (dpi == 0 || dpi == Dpi()) return true;
+    if (dpi == 0 || (dpi == Dpi() && !drawing.isFontDue)) return true;
     drawing.dpi = dpi;
     return RebuildFont();
 }

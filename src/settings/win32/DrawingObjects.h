@@ -13,7 +13,7 @@ void Start();
 void Release();
 
 // Rebuilds the font for a screen of `dpi` pixels an inch (the system's until this is called); nothing
-// happens when it has that already. False when the font could not be made.
+// happens when it has that already. False when the font could not be made; the next call tries it again.
 bool RebuildForDpi(uint32_t dpi);
 uint32_t Dpi();
 
