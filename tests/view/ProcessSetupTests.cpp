@@ -2,6 +2,7 @@
 
 #include "CallCounter.h"
 #include "app/win32/Application.h"
+#include "app/win32/CrashReport.h"
 #include "base/Heap.h"
 #include "viewbase/win32/InputMethod.h"
 
@@ -52,6 +53,20 @@ HMODULE WINAPI TakeName(LPCWSTR name) {
     return nullptr;
 }
 
+// Of a crash: nothing is loaded, shown or ended.
+HMODULE WINAPI LoadNoLibrary(LPCWSTR) {
+    calls.push_back("library");
+    return nullptr;
+}
+int WINAPI TakeBox(HWND, LPCWSTR, LPCWSTR, UINT) {
+    calls.push_back("box");
+    return IDOK;
+}
+BOOL WINAPI EndNothing(HANDLE, UINT) {
+    calls.push_back("end");
+    return TRUE;
+}
+
 ATOM WINAPI RegisterNothing(const WNDCLASSEXW*) { return 0; }
 
 } // namespace
@@ -81,6 +96,26 @@ TEST(ProcessSetup, ComesBeforeEverythingElse) {
                                                "shell",
                                                "ole ends"};
     EXPECT_EQ(calls, expected);
+}
+
+// The mode is each thread's own, and the library may be on a disk that is gone.
+TEST(ProcessSetup, TheThreadThatReportsACrashHasNoBoxesEither) {
+    const ReplacedImport replaced[] = {
+        {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
+        {"LoadLibraryW", reinterpret_cast<void*>(LoadNoLibrary)},
+        {"MessageBoxW", reinterpret_cast<void*>(TakeBox)},
+        {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
+    };
+    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
+    const CrashReport report;
+    const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
+    ASSERT_TRUE(filter);
+    EXCEPTION_RECORD record = {};
+    CONTEXT context = {};
+    EXCEPTION_POINTERS pointers = {&record, &context};
+    calls.clear();
+    filter(&pointers);
+    EXPECT_EQ(calls, (std::vector<std::string>{"no boxes", "library", "box", "end"}));
 }
 
 TEST(ProcessSetup, TheInputMethodLibraryIsThatOfTheSystem) {

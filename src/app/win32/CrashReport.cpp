@@ -63,6 +63,7 @@ bool WriteDump(const Crash& crash) {
 DWORD WINAPI Report(void* parameter) {
     const Crash& crash = *static_cast<const Crash*>(parameter);
     SetEvent(crash.hasBegun);
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS, nullptr); // its own: other threads' do not count
     const WString& text = WriteDump(crash) ? prepared.toldWithDump : prepared.told;
     MessageBoxW(nullptr, Wide(text.Text()), L"Orvane", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
     return 0;
