@@ -3,6 +3,7 @@
 #include "app/CommandLanguage.h"
 #include "resource.h"
 #include "settings/ToolList.h"
+#include "support/ScratchFolder.h"
 #include "view/OwnFrameTest.h"
 #include "view/ProcessRecorder.h"
 
@@ -71,6 +72,22 @@ TEST_F(FrameFocusTest, TheConsoleKeepsItFromAToolOfTheMenuToo) {
     Command(IDM_FIRST_TOOL);
     EXPECT_EQ(recorder.Calls().size(), 1u);
     EXPECT_EQ(GetFocus(), CommandLine());
+}
+
+// Like any other file: editing is what the user has asked for.
+TEST_F(FrameFocusTest, AFileThatIsEditedGetsItFromTheConsoleAlsoWhenItsPaneIsTheActiveOne) {
+    const ScratchFolder folder;
+    const std::u16string shown = u"edit " + folder.Write("shown.txt", "text");
+    const std::u16string other = u"edit " + folder.Write("other.txt", "text");
+    for (const std::u16string& line : {shown, other, shown, shown}) {
+        main->commands.console = true;
+        Command(IDM_COMMAND_WINDOW);
+        ASSERT_EQ(GetFocus(), CommandLine());
+        ExecuteCommandLine(*main, line.c_str());
+        EXPECT_EQ(GetFocus(), FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr)) << line.size();
+        EXPECT_TRUE(IsWindowVisible(CommandLine()));
+        Command(IDM_COMMAND_WINDOW);
+    }
 }
 
 TEST_F(FrameFocusTest, SwitchingEndsWithTheFirstMessageAfterCtrlIsUp) {
