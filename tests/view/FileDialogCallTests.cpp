@@ -7,8 +7,10 @@
 #include "support/ScratchFolder.h"
 #include "support/TextDocument.h"
 
+#include <dlgs.h>
 #include <gtest/gtest.h>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -35,7 +37,56 @@ BOOL WINAPI TakeRequest(LPOPENFILENAMEW request) {
     return FALSE;
 }
 
+// A dialog that the system has opened in a folder: what it is asked and told.
+std::wstring shownFolder;
+std::vector<std::wstring> told;
+LRESULT CALLBACK FileDialogProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (message == CDM_GETFOLDERPATH) {
+        wcscpy(reinterpret_cast<wchar_t*>(lparam), shownFolder.c_str());
+        return static_cast<LRESULT>(shownFolder.size() + 1);
+    }
+    if (message == CDM_SETCONTROLTEXT) {
+        EXPECT_EQ(wparam, WPARAM{edt1});
+        told.push_back(reinterpret_cast<const wchar_t*>(lparam));
+    }
+    if (message == WM_COMMAND && wparam == IDOK) told.push_back(L"OK");
+    return DefWindowProcW(window, message, wparam, lparam);
+}
+BOOL WINAPI OpenInFolder(LPOPENFILENAMEW request) {
+    const HWND dialog = CreateWindowW(WC_STATICW, L"", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FileDialogProc));
+    const HWND extras = CreateWindowW(WC_STATICW, L"", WS_CHILD, 0, 0, 9, 9, dialog, nullptr, nullptr, nullptr);
+    OFNOTIFYW notice = {};
+    notice.hdr.code = static_cast<UINT>(CDN_INITDONE);
+    request->lpfnHook(extras, WM_INITDIALOG, 0, reinterpret_cast<LPARAM>(request));
+    request->lpfnHook(extras, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+    DestroyWindow(dialog);
+    return FALSE;
+}
+
 } // namespace
+
+// Windows takes the folder that was used last when it is told the same directory as the first time.
+TEST(FileDialogs, SaveAsGoesToTheCurrentDirectoryWhenTheSystemOpensItElsewhere) {
+    const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(OpenInFolder));
+    ASSERT_TRUE(save.IsImported());
+    FileDialogs dialogs;
+    SaveChoice choice;
+    TextDocument document;
+    for (const std::wstring& name : {std::wstring(), std::wstring(L"away.txt")}) {
+        if (!name.empty()) {
+            ASSERT_TRUE(document->SetPath(u"C:\\far\\away.txt"));
+        }
+        shownFolder = L"C:\\used\\last";
+        told.clear();
+        EXPECT_FALSE(dialogs.AskSave(*document, choice));
+        EXPECT_EQ(told, (std::vector<std::wstring>{CurrentDirectory(), L"OK", name}));
+        shownFolder = CurrentDirectory();
+        told.clear();
+        EXPECT_FALSE(dialogs.AskSave(*document, choice));
+        EXPECT_TRUE(told.empty());
+    }
+}
 
 // A path in the name wins over the directory that the dialog is told to start in, so it has to be that one.
 TEST(FileDialogs, SaveAsStartsInTheCurrentDirectory) {

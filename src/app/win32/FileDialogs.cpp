@@ -11,16 +11,19 @@
 
 #include <cderr.h>
 #include <cstring>
+#include <dlgs.h>
 
 namespace {
 
 constexpr uint32_t OpenBufferSize = 1040;
 constexpr uint32_t SaveBufferSize = 260;
 
-// What the Save As dialog's two lists show and give back.
+// What the Save As dialog's hook works with: what its two lists show and give back, and where it is to start.
 struct SaveLists {
     const Document* document;
     SaveChoice* choice;
+    const WString* directory;
+    const Char* name; // offered
 };
 
 void AddItem(HWND combo, const Char* text) { SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text)); }
@@ -49,15 +52,34 @@ void ReadLists(HWND dialog, SaveChoice& choice) {
     choice.lineEnding = ending == 0 ? LineEnding::Unix : LineEnding::Dos;
 }
 
+bool ShowsFolder(HWND fileDialog, const Char* directory) {
+    wchar_t shown[MAX_PATH] = {};
+    // Negative for a place that is no folder of a disk.
+    const LRESULT size = SendMessageW(fileDialog, CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(shown));
+    return size > 0 && size <= MAX_PATH && Platform::CompareNames(FromWide(shown), directory) == 0;
+}
+
+// Told the same directory as the first time, the system takes the last one that the user has chosen from instead. The
+// name of a folder that is confirmed in the dialog makes it go there, and it stays open.
+void GoToFolder(HWND fileDialog, const SaveLists& lists) {
+    if (ShowsFolder(fileDialog, lists.directory->Text())) return;
+    const WPARAM field = GetDlgItem(fileDialog, cmb13) ? cmb13 : edt1; // by the look of the dialog
+    SendMessageW(fileDialog, CDM_SETCONTROLTEXT, field, reinterpret_cast<LPARAM>(lists.directory->Text()));
+    SendMessageW(fileDialog, WM_COMMAND, IDOK, 0);
+    SendMessageW(fileDialog, CDM_SETCONTROLTEXT, field, reinterpret_cast<LPARAM>(lists.name));
+}
+
 UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
     if (message == WM_INITDIALOG) {
         const auto* request = reinterpret_cast<const OPENFILENAMEW*>(lparam);
         SetWindowLongPtrW(dialog, GWLP_USERDATA, static_cast<LONG_PTR>(request->lCustData));
         const auto* lists = reinterpret_cast<SaveLists*>(request->lCustData);
         FillLists(dialog, *lists->document, lists->choice->encoding);
-    } else if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lparam)->code == CDN_FILEOK) {
+    } else if (message == WM_NOTIFY) {
         const auto* lists = reinterpret_cast<SaveLists*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
-        ReadLists(dialog, *lists->choice);
+        const UINT code = reinterpret_cast<const NMHDR*>(lparam)->code;
+        if (code == CDN_INITDONE) GoToFolder(GetParent(dialog), *lists);
+        if (code == CDN_FILEOK) ReadLists(dialog, *lists->choice);
     }
     return 0;
 }
@@ -115,12 +137,13 @@ bool FileDialogs::AskSave(const Document& document, SaveChoice& choice) {
     WString filter;
     WString directory;
     Char buffer[SaveBufferSize] = {};
-    SaveLists lists = {&document, &choice};
+    SaveLists lists = {&document, &choice, &directory, u""};
     if (!Prepare(request, owner, filter, directory)) return false;
     const DirectoryKeeper keeper(directory);
     WString offered;
     if (!OfferedName(document, directory, offered)) return false;
     if (offered.Length() < SaveBufferSize) memcpy(buffer, offered.Text(), offered.Length() * sizeof(Char));
+    lists.name = Path::FileName(buffer);
     request.lpstrFile = Wide(buffer);
     request.nMaxFile = SaveBufferSize;
     request.lCustData = reinterpret_cast<LPARAM>(&lists);
