@@ -119,6 +119,14 @@ void ExpectPixelsApart(const TestLayout& layout, uint32_t width, uint32_t height
     }
 }
 
+// A window in which none of the panes is too small to be dragged: 32 pixels are the least.
+uint32_t WindowFor(const Places& places) {
+    const bool areLarge = std::all_of(places.begin(), places.end(), [](const Fraction& place) {
+        return std::min(place.width, place.height) >= Whole / 16;
+    });
+    return areLarge ? 1024 : 8192;
+}
+
 class PaneRandomTest : public ::testing::TestWithParam<unsigned> {
 protected:
     uint32_t Random(uint32_t below) { return std::uniform_int_distribution<uint32_t>(0, below - 1)(random); }
@@ -148,6 +156,7 @@ protected:
         ASSERT_EQ(layout.Close(PaneAt(layout, index), heir), !only);
         if (only) return;
         ++closes[reason];
+        if (reason != Covers) uncovered = Uncovered(layout.Places());
         ASSERT_NO_FATAL_FAILURE(CheckHeirs(closed, heirs, heir, reason));
         ASSERT_NO_FATAL_FAILURE(Check());
     }
@@ -197,9 +206,26 @@ protected:
         for (const uint32_t size : {0u, 1u, 2u, 3u, 64u})
             ASSERT_NO_FATAL_FAILURE(ExpectPixelsApart(layout, size, size));
     }
+    // Those that a rule has left do not grow, and they can be dragged shut.
+    void CheckHoles() {
+        const Places places = layout.Places();
+        if (Holes(places).empty()) {
+            rule = Covers;
+            uncovered = Uncovered(places);
+            return;
+        }
+        ++holesSeen;
+        ASSERT_LE(Uncovered(places), uncovered + 2 * Sliver * uint64_t{Whole}) << rule;
+        ASSERT_TRUE(DragShut(WindowFor(places))) << ::testing::PrintToString(places);
+        ASSERT_FALSE(AnyOverlap(layout.Places())) << ::testing::PrintToString(places);
+        if (Random(4) == 0) return;
+        layout.Set(places);
+        uncovered = Uncovered(places);
+    }
     void StartOver() {
         layout.Set({{0, 0, Whole, Whole}});
         rule = Covers;
+        uncovered = 0;
     }
 
     // Cuts most panes in two, one way or the other, which leaves some without a neighbour of their length.
@@ -261,6 +287,8 @@ protected:
     TestLayout layout;
     Places model;
     const char* rule = Covers; // why the area may not be covered now
+    int holesSeen = 0;
+    uint64_t uncovered = 0; // before the step, or what a rule has just left
     std::map<std::string, int> closes;
 };
 
@@ -280,10 +308,13 @@ TEST_P(PaneRandomTest, SplitsClosesAndDragsCoverTheWholeArea) {
             ASSERT_NO_FATAL_FAILURE(Close()) << "step " << step;
         else
             ASSERT_NO_FATAL_FAILURE(Drag()) << "step " << step;
-        if (rule == SomeAreBuried || (rule != Covers && Random(4) == 0 && !DragShut(1024))) StartOver();
-        if (Holes(layout.Places()).empty()) rule = Covers;
+        if (rule == SomeAreBuried)
+            StartOver();
+        else
+            ASSERT_NO_FATAL_FAILURE(CheckHoles()) << "step " << step;
     }
     EXPECT_GT(closes[Covers], 500);
+    EXPECT_GT(holesSeen, 5);
 }
 
 // Panes that lie in any way: each rule that forbids covering the area comes up by name.
