@@ -129,34 +129,44 @@ bool BinaryDocument::EditBytes(uint64_t offset, const uint8_t* newBytes, size_t 
         return false;
     }
     history.Add(edit);
-    NotifyModified();
+    ShowChange(view);
     return true;
 }
 
 bool BinaryDocument::Perform(ByteEdit& edit, bool undoing) {
     if (!WriteBytes(edit.offset, undoing ? edit.Old() : edit.New(), edit.count)) return false;
-    if (HexDocumentView* view = Shown(edit.view)) {
-        view->SetCaret(undoing ? edit.state.before : edit.state.after);
-        view->MakeCaretVisible();
-    }
+    if (HexDocumentView* view = Shown(edit.view)) view->SetCaret(undoing ? edit.state.before : edit.state.after);
+    return true;
+}
+
+void BinaryDocument::ShowChange(HexDocumentView* view) {
+    if (Shown(view)) view->MakeCaretVisible();
     journal.Changed();
     RepaintAll();
+    NotifyModified();
+}
+
+bool BinaryDocument::Step(bool undoing) {
+    HexDocumentView* view = nullptr; // of the last edit
+    size_t count = 0;
+    do {
+        ByteEdit* edit = undoing ? history.Undoable() : history.Redoable();
+        if (!edit || !StepEdit(undoing)) {
+            // The pages of these are in memory, so that this cannot fail.
+            for (; count; --count) StepEdit(!undoing);
+            return false;
+        }
+        view = edit->view;
+        ++count;
+    } while (history.IsInsideStep());
+    ShowChange(view);
     return true;
 }
 
-bool BinaryDocument::Undo() {
-    ByteEdit* edit = history.Undoable();
-    if (!edit || !Perform(*edit, true)) return false;
-    history.MoveToRedo();
-    NotifyModified();
-    return true;
-}
-
-bool BinaryDocument::Redo() {
-    ByteEdit* edit = history.Redoable();
-    if (!edit || !Perform(*edit, false)) return false;
-    history.MoveToUndo();
-    NotifyModified();
+// One edit back or forth, of a step that may have more.
+bool BinaryDocument::StepEdit(bool undoing) {
+    if (!Perform(undoing ? *history.Undoable() : *history.Redoable(), undoing)) return false;
+    undoing ? history.MoveToRedo() : history.MoveToUndo();
     return true;
 }
 

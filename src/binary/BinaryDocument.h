@@ -27,6 +27,7 @@ public:
     bool GetOutputState(bool&) const override { return false; }
     bool IsChangedOnDisk() override { return false; }
     bool MayCheckDisk() override { return false; }
+    void JoinSteps(uint32_t after) override { history.JoinSteps(after); }
     void MarkFileTimeNow() override {}
     bool Reload() override { return false; }
     void StopProcess() override {}
@@ -71,9 +72,9 @@ public:
     // which may be null, gets the caret that `state` gives it.
     [[nodiscard]] bool EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
                                  const HexViewState& state);
-    // One record back or forth; false when there is none, or when its pages cannot be read.
-    bool Undo();
-    bool Redo();
+    // One step back or forth; false, with nothing changed, when there is none, or when its pages cannot be read.
+    bool Undo() { return Step(true); }
+    bool Redo() { return Step(false); }
 
     // Searches the file, without what is not saved yet, from `query.from` up to `query.end` (backwards: below
     // `query.from`) and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page (what
@@ -91,6 +92,9 @@ private:
     bool WriteToFile();
     RecoveryResult TakeChanges(JournalReader& changes, bool isSaving);
     bool Perform(ByteEdit& edit, bool undoing);
+    bool Step(bool undoing);
+    bool StepEdit(bool undoing);
+    void ShowChange(HexDocumentView* view);
     HexDocumentView* Shown(HexDocumentView* view) const;
     void RepaintAll();
 

@@ -9,8 +9,8 @@ struct HexViewState {
     HexCaret after;
 };
 
-// One undo step of a binary document: bytes of the file and what they become. Records form singly linked
-// lists, most recent first.
+// One edit of a binary document: bytes of the file and what they become. Records form singly linked lists, most recent
+// first.
 struct ByteEdit : HeapObject {
     // One byte is held inline, several in a buffer of their own.
     union Bytes {
@@ -47,5 +47,6 @@ struct ByteEdit : HeapObject {
     ByteEdit* next = nullptr;
     HexDocumentView* view = nullptr; // may be gone
     HexViewState state;
-    uint32_t serial = 0; // counted up for every record of a document
+    uint32_t serial = 0; // of StepSerial
+    bool joined = false; // to the edit made before it: they are one step
 };

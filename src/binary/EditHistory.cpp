@@ -1,10 +1,17 @@
 #include "binary/EditHistory.h"
 
+#include "document/StepSerial.h"
+
 void EditHistory::Add(ByteEdit* edit) {
     Free(redoHead);
-    edit->serial = ++lastSerial;
+    edit->serial = StepSerial::Next();
     edit->next = undoHead;
     undoHead = edit;
+}
+
+void EditHistory::JoinSteps(uint32_t after) {
+    for (ByteEdit* edit = undoHead; edit && edit->next && edit->next->serial > after; edit = edit->next)
+        edit->joined = true;
 }
 
 void EditHistory::MoveToRedo() {

@@ -15,6 +15,10 @@ public:
     ByteEdit* Redoable() const { return redoHead; }
     // Takes an edit over that was just made. What was undone before can no longer be redone.
     void Add(ByteEdit* edit);
+    // The edits after the serial `after` are one step from now on.
+    void JoinSteps(uint32_t after);
+    // Whether what could be undone and what could be redone next belong to the same step.
+    bool IsInsideStep() const { return redoHead && redoHead->joined; }
     // The next edit was undone, or made again.
     void MoveToRedo();
     void MoveToUndo();
@@ -37,5 +41,4 @@ private:
     // Of the undo head at the last save, 0 for an empty list. A serial is never used again, unlike the address of
     // a freed edit.
     uint32_t savedSerial = 0;
-    uint32_t lastSerial = 0;
 };

@@ -55,6 +55,9 @@ public:
     // To be called before a check for changes that the user has not asked for: whether IsChangedOnDisk may be called
     // now. A true answer uses up the document's turn at a slow drive.
     virtual bool MayCheckDisk() = 0;
+    // What was done after the moment `after`, a serial of StepSerial, is undone in one step, and what is typed next is
+    // a step of its own. Without memory the steps stay what they are.
+    virtual void JoinSteps(uint32_t after) = 0;
 
 protected:
     ~Document() = default;

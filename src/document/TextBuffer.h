@@ -40,6 +40,10 @@ public:
     bool FlushJournal() override { return pipeline.Journal().Flush(); }
     // False while the file's remote drive rests after a slow answer, and when there is no file to check.
     bool MayCheckDisk() override;
+    void JoinSteps(uint32_t after) override {
+        EndTyping();
+        pipeline.History().JoinSteps(after);
+    }
 
     // Life of the content. Each leaves the document consistent on failure: empty and without a store.
     // A new document is the user's and not yet in any file: it gets the line ends that those are to have.

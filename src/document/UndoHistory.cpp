@@ -45,6 +45,23 @@ void UndoHistory::GroupAbandoned() {
     redoHead = std::exchange(stashedRedo, nullptr);
 }
 
+void UndoHistory::JoinSteps(uint32_t after) {
+    ORVANE_ASSERT(!openGroups);
+    UndoRecord** earlier = &undoHead;
+    while (*earlier && (*earlier)->serial > after) earlier = &(*earlier)->next;
+    if (earlier == &undoHead) return;
+    auto* begin = new GroupMarker(UndoRecord::State::GroupBegin);
+    const bool isSaved = IsSaved();
+    if (!begin || !PushMarker(UndoRecord::State::GroupEnd)) {
+        delete begin;
+        return;
+    }
+    // The head is now the marker that ends the step, which is no other state of the text.
+    if (isSaved) MarkSaved();
+    begin->next = *earlier;
+    *earlier = begin;
+}
+
 void UndoHistory::MoveHead(bool undone) {
     UndoRecord*& from = undone ? undoHead : redoHead;
     UndoRecord*& to = undone ? redoHead : undoHead;

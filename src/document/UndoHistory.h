@@ -23,6 +23,9 @@ public:
     // that began it. With no group left open, what could be redone before the first change can be redone again.
     UndoRecord* TakeLatest();
     void GroupAbandoned();
+    // What was recorded after the serial `after`, outside of groups, is one step from now on. Without memory the steps
+    // stay what they are.
+    void JoinSteps(uint32_t after);
     // Frees what could be redone.
     void ForgetRedo() { Free(redoHead); }
     // The latest record, undone, becomes the first that can be redone; and the other way round.

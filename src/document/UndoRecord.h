@@ -22,7 +22,7 @@ public:
     bool IsMarker() const { return state == State::GroupBegin || state == State::GroupEnd; }
 
     State state;
-    uint32_t serial; // process-wide, counted up for every record made
+    uint32_t serial; // of StepSerial
     UndoRecord* next = nullptr;
     int64_t growth = 0; // characters that the text gains by Redo and loses by Undo
 

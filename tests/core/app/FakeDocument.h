@@ -132,6 +132,7 @@ public:
     LineEnding GetLineEnding() const override { return LineEnding::None; }
     bool FlushJournal() override { return true; }
     bool MayCheckDisk() override { return mayCheckDisk; }
+    void JoinSteps(uint32_t) override {}
 
     std::u16string path;
     std::u16string title;

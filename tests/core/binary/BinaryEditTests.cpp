@@ -1,4 +1,5 @@
 #include "BinarySupport.h"
+#include "document/StepSerial.h"
 #include "support/FailureInjection.h"
 
 TEST(BinaryPages, AreFoundAmongManyAndKeepTheirOrder) {
@@ -190,6 +191,55 @@ TEST(BinaryUndo, WhosePageCannotBeReadStaysAStep) {
     EXPECT_TRUE(file->Undo());
     EXPECT_EQ(file.Content(), content);
     EXPECT_TRUE(file->IsModified());
+}
+
+TEST(BinaryUndo, JoinedEditsAreOneStep) {
+    OpenedFile file("abcdef");
+    FakeHexView* view = FakeHexView::Create(*file);
+    ASSERT_TRUE(file.Edit(0, "A", view, {{0, false}, {1, false}}));
+    const uint32_t moment = StepSerial::Latest();
+    ASSERT_TRUE(file.Edit(1, "BC", view, {{1, false}, {3, false}}));
+    ASSERT_TRUE(file.Edit(3, "D", view, {{3, false}, {4, false}}));
+    file->JoinSteps(moment);
+    ASSERT_TRUE(file.Edit(4, "E", view, {{4, false}, {5, false}}));
+    ASSERT_TRUE(file->Undo());
+    EXPECT_EQ(file.Content(), "ABCDef");
+    view->ForgetCalls();
+    ASSERT_TRUE(file->Undo());
+    EXPECT_EQ(file.Content(), "Abcdef");
+    EXPECT_EQ(view->caret, (HexCaret{1, false}));
+    EXPECT_EQ(view->documentChanges, 1) << "told once for the step";
+    EXPECT_EQ(view->contentChanges, 1);
+    EXPECT_EQ(view->madeVisible, 1);
+    ASSERT_TRUE(file->Redo());
+    EXPECT_EQ(file.Content(), "ABCDef");
+    EXPECT_EQ(view->caret, (HexCaret{4, false}));
+    ASSERT_TRUE(file->Undo());
+    ASSERT_TRUE(file->Undo());
+    EXPECT_EQ(file.Content(), "abcdef");
+    EXPECT_FALSE(file->IsModified());
+}
+
+// The last edit is the first to be undone, and is made again.
+TEST(BinaryUndo, AStepOfWhichOnePageCannotBeReadIsNotUndoneAtAll) {
+    const std::string content = Pattern(100000);
+    OpenedFile file(content);
+    const uint32_t moment = StepSerial::Latest();
+    ASSERT_TRUE(file.Edit(20000, "x"));
+    ASSERT_TRUE(file.Edit(80000, "y"));
+    file->JoinSteps(moment);
+    const std::string changed = file.Content();
+    ASSERT_TRUE(file.Save());
+    {
+        const Damage damage(16384, 16385);
+        EXPECT_FALSE(file->Undo());
+    }
+    EXPECT_EQ(file.Content(), changed);
+    EXPECT_FALSE(file->IsModified());
+    EXPECT_FALSE(file->CanDo(DocumentCommand::Redo));
+    EXPECT_TRUE(file->Undo());
+    EXPECT_EQ(file.Content(), content);
+    EXPECT_FALSE(file->CanDo(DocumentCommand::Undo));
 }
 
 TEST(BinaryRandom, OperationsMatchAVectorOfBytes) {

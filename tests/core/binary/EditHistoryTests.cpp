@@ -1,4 +1,5 @@
 #include "binary/EditHistory.h"
+#include "document/StepSerial.h"
 
 #include <gtest/gtest.h>
 
@@ -78,6 +79,39 @@ TEST_F(EditHistoryTest, ClearedItIsAsNew) {
     EXPECT_EQ(history.Undoable(), nullptr);
     EXPECT_EQ(history.Redoable(), nullptr);
     EXPECT_FALSE(history.IsModified());
+}
+
+TEST_F(EditHistoryTest, JoinedEditsAreOneStep) {
+    Add();
+    const uint32_t moment = StepSerial::Latest();
+    Add();
+    Add();
+    history.JoinSteps(moment);
+    Add();
+    history.MoveToRedo();
+    EXPECT_FALSE(history.IsInsideStep()) << "it was made later";
+    history.MoveToRedo();
+    EXPECT_TRUE(history.IsInsideStep());
+    history.MoveToRedo();
+    EXPECT_FALSE(history.IsInsideStep()) << "the first of the step is undone, too";
+    history.MoveToRedo();
+    EXPECT_FALSE(history.IsInsideStep());
+    history.MoveToUndo();
+    EXPECT_FALSE(history.IsInsideStep());
+    history.MoveToUndo();
+    EXPECT_TRUE(history.IsInsideStep());
+    history.MoveToUndo();
+    EXPECT_FALSE(history.IsInsideStep());
+}
+
+TEST_F(EditHistoryTest, OneEditJoinsNoneBeforeIt) {
+    Add();
+    const uint32_t moment = StepSerial::Latest();
+    history.JoinSteps(moment);
+    Add();
+    history.JoinSteps(moment);
+    history.MoveToRedo();
+    EXPECT_FALSE(history.IsInsideStep());
 }
 
 } // namespace

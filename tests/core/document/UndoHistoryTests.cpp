@@ -1,6 +1,10 @@
 #include "document/UndoHistory.h"
 
+#include "document/StepSerial.h"
+#include "support/FailureInjection.h"
+
 #include <gtest/gtest.h>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -120,4 +124,75 @@ TEST_F(UndoHistoryTest, ThePeakOfAStepIsTheLongestTextOnTheWay) {
     ASSERT_TRUE(history.EndGroup());
     EXPECT_EQ(history.PeakOfStep(100, true), 170u) << "the deletion comes back before the insertion goes";
     EXPECT_EQ(history.PeakOfStep(100, false), 100u) << "nothing to redo";
+}
+
+TEST_F(UndoHistoryTest, JoinedStepsAreOne) {
+    Push();
+    const uint32_t moment = StepSerial::Latest();
+    Push();
+    ASSERT_TRUE(history.BeginGroup());
+    Push();
+    ASSERT_TRUE(history.EndGroup());
+    history.JoinSteps(moment);
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{1, 1, 2, 0, 2, 0, 2}));
+    history.JoinSteps(StepSerial::Latest());
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{1, 1, 2, 0, 2, 0, 2})) << "nothing was done since";
+}
+
+TEST_F(UndoHistoryTest, JoiningLeavesWhatCanBeRedone) {
+    const uint32_t moment = StepSerial::Latest();
+    Push();
+    Push();
+    history.MoveHead(true);
+    history.JoinSteps(moment);
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{1, 2, 0}));
+    EXPECT_EQ(StatesOf(history.RedoHead()), (States{2}));
+}
+
+// What was recorded before the moment is no part of the step, also when it was undone and redone since.
+TEST_F(UndoHistoryTest, OnlyWhatIsNewerIsJoined) {
+    Push();
+    Push();
+    const uint32_t moment = StepSerial::Latest();
+    history.MoveHead(true);
+    history.MoveHead(true);
+    history.JoinSteps(moment);
+    EXPECT_EQ(history.UndoHead(), nullptr);
+    history.MoveHead(false);
+    history.JoinSteps(moment);
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{2}));
+    Push();
+    history.JoinSteps(moment);
+    EXPECT_EQ(StatesOf(history.UndoHead()), (States{1, 2, 0, 2}));
+}
+
+TEST_F(UndoHistoryTest, AJoinedStepIsSavedAfterItsLastRecordOnly) {
+    Push();
+    const uint32_t moment = StepSerial::Latest();
+    Push();
+    history.MarkSaved();
+    history.JoinSteps(moment);
+    EXPECT_TRUE(history.IsSaved());
+    const uint32_t second = StepSerial::Latest();
+    Push();
+    history.MarkSaved();
+    Push();
+    history.JoinSteps(second);
+    EXPECT_FALSE(history.IsSaved()) << "saved in the middle";
+}
+
+TEST_F(UndoHistoryTest, WithoutMemoryTheStepsAreNotJoined) {
+    const uint64_t failures = FailEachAllocation([&] {
+        auto pause = std::make_unique<FailurePause>();
+        const uint32_t moment = StepSerial::Latest();
+        Push();
+        Push();
+        pause.reset();
+        history.JoinSteps(moment);
+        const States states = StatesOf(history.UndoHead());
+        EXPECT_TRUE(states == (States{1, 2, 2, 0}) || states == (States{2, 2}));
+        history.Clear();
+        return states.size() == 4;
+    });
+    EXPECT_EQ(failures, 2u);
 }

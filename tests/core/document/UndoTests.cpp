@@ -1,5 +1,6 @@
 #include "document/TextBuffer.h"
 
+#include "document/StepSerial.h"
 #include "support/FailureInjection.h"
 #include "support/FakeView.h"
 #include "support/TextDocument.h"
@@ -129,6 +130,35 @@ TEST_F(UndoTest, AnEmptyGroupIsAStep) {
     EXPECT_EQ(document.Store(), u"xa");
     document->Undo();
     EXPECT_EQ(document.Store(), u"a");
+}
+
+// Typing before, pending typing at the end, and a group in between.
+TEST_F(UndoTest, WhatWasDoneAfterAMomentIsJoinedToOneStep) {
+    Start(u"one\n");
+    Type(u"ab");
+    const uint32_t moment = StepSerial::Latest();
+    document->JoinSteps(moment);
+    Type(u"cd"); // would go on with the word before
+    EXPECT_TRUE(document->BeginGroup());
+    Insert(0, u"x\n");
+    document->DeleteText({0, 1});
+    EXPECT_TRUE(document->EndGroup());
+    Type(u"ef");
+    document->JoinSteps(moment);
+    Type(u"g");
+    EXPECT_EQ(document.Text(), u"efg\nabcdone\n");
+    document->Undo();
+    EXPECT_EQ(document.Text(), u"ef\nabcdone\n");
+    document->Undo();
+    EXPECT_EQ(document.Text(), u"abone\n");
+    EXPECT_EQ(view->CaretColumn(), 2u);
+    EXPECT_TRUE(document->IsModified());
+    document->Redo();
+    EXPECT_EQ(document.Text(), u"ef\nabcdone\n");
+    document->Undo();
+    document->Undo();
+    EXPECT_EQ(document.Text(), u"one\n");
+    EXPECT_FALSE(document->IsModified());
 }
 
 TEST_F(UndoTest, ATypedCharacterEmptiesTheRedoListButAMarkerDoesNot) {
