@@ -6,6 +6,7 @@
 class Document;
 class DocumentList;
 class SettingsChanges;
+enum class RepeatResult : uint32_t;
 
 // What the command language remembers from one line to the next. Nothing of it is saved.
 struct CommandState {
@@ -47,6 +48,9 @@ public:
     // Append to `out`; false only without memory. Without a word (or selection) nothing is appended.
     virtual bool AppendWordAtCaret(WString& out) const = 0;
     virtual bool AppendSelection(WString& out) const = 0; // empty selection: the word at the caret
+
+    // Plays the current macro into the active pane's view; see MacroPlayer.
+    virtual RepeatResult RepeatMacro(uint32_t count) = 0;
 
     // The shared output document: emptied if it exists; made if needed, shown and appended to.
     virtual void ClearOutput() = 0;

@@ -2,6 +2,7 @@
 
 #include "app/CommandContext.h"
 #include "app/DocumentList.h"
+#include "app/MacroPlayer.h"
 #include "app/OpenFiles.h"
 #include "app/Session.h"
 #include "base/Platform.h"
@@ -90,6 +91,36 @@ void SetSessionFile(CommandContext& frame, const Char*) {
 
 void Comment(CommandContext&, const Char*) {}
 
+// 0 unless the argument is a number of times, and no more than anybody would wait for.
+uint32_t TimesOf(const Char* argument) {
+    constexpr uint32_t MostTimes = 1000000;
+    uint32_t times = 0;
+    for (; Text::IsDigit(*argument); ++argument) {
+        times = times * 10 + (*argument - u'0');
+        if (times > MostTimes) return 0;
+    }
+    return Text::IsBlankText(argument) ? times : 0;
+}
+
+// Null when the macro was played; while one is played the command does nothing.
+const Char* WhyNotRepeated(RepeatResult result) {
+    if (result == RepeatResult::IsEmpty) return u"There is no macro to repeat.";
+    return result == RepeatResult::IsRecording ? u"A macro is being recorded." : nullptr;
+}
+
+void RepeatMacro(CommandContext& frame, const Char* argument) {
+    const uint32_t times = TimesOf(argument);
+    const Char* const problem =
+        times ? WhyNotRepeated(frame.RepeatMacro(times)) : u"Please specify a number from 1 to 1000000.";
+    if (problem) frame.AskUser(problem, MessageKind::Information);
+}
+
+const CommandRow* FindIn(const CommandRow* rows, uint32_t count, const Char* word) {
+    for (const CommandRow* row = rows; row != rows + count; ++row)
+        if (Text::Equal(word, row->longName) || (row->shortName && Text::Equal(word, row->shortName))) return row;
+    return nullptr;
+}
+
 constexpr uint32_t Keep = CommandFlag::KeepCommandWindow;
 
 } // namespace
@@ -118,8 +149,11 @@ const CommandRow commandTable[CommandCount] = {
     {u"#", nullptr, Comment, CompletionKind::Nothing, 0},
 };
 
+const CommandRow additionalCommands[AdditionalCommandCount] = {
+    {u"repeat", nullptr, RepeatMacro, CompletionKind::Nothing, 0},
+};
+
 const CommandRow* FindCommand(const Char* word) {
-    for (const CommandRow& row : commandTable)
-        if (Text::Equal(word, row.longName) || (row.shortName && Text::Equal(word, row.shortName))) return &row;
-    return nullptr;
+    const CommandRow* const row = FindIn(commandTable, CommandCount, word);
+    return row ? row : FindIn(additionalCommands, AdditionalCommandCount, word);
 }

@@ -26,5 +26,9 @@ struct CommandRow {
 constexpr uint32_t CommandCount = 20;
 extern const CommandRow commandTable[CommandCount];
 
-// The first row whose long or short name equals `word` exactly; null when there is none.
+// Command words beside those, in a table of their own.
+constexpr uint32_t AdditionalCommandCount = 1;
+extern const CommandRow additionalCommands[AdditionalCommandCount];
+
+// The first row of either whose long or short name equals `word` exactly; null when there is none.
 const CommandRow* FindCommand(const Char* word);

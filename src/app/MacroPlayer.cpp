@@ -1,19 +1,36 @@
 #include "app/MacroPlayer.h"
 
 #include "app/Macros.h"
+#include "document/StepSerial.h"
 
 bool MacroPlayer::Play() {
     if (!macros.BeginPlayback()) return false;
+    SendTimes(1);
+    return true;
+}
+
+RepeatResult MacroPlayer::Repeat(uint32_t count) {
+    if (macros.IsRecording()) return RepeatResult::IsRecording;
+    if (!macros.FirstEvent()) return RepeatResult::IsEmpty;
+    if (!macros.BeginPlayback()) return RepeatResult::IsPlaying;
+    // Before the macro as well: what it types first does not go on with what the user has typed.
+    const uint32_t start = StepSerial::Latest();
+    stage.JoinSteps(start);
+    SendTimes(count);
+    stage.JoinSteps(start);
+    return RepeatResult::Played;
+}
+
+void MacroPlayer::SendTimes(uint32_t count) {
     stage.SuspendRedraw();
     const uint32_t saved = stage.HeldModifiers();
     dialogClosed = false;
-    SendEvents();
+    for (; count && macros.IsPlaying(); --count) SendEvents();
     // The release of keys that were held waits in the queue, unless a dialog of the macro has taken it out or it
     // went with the Escape that ended the macro.
     stage.SetModifiers(dialogClosed || !macros.IsPlaying() ? stage.PhysicalModifiers() : saved);
     stage.ResumeRedraw();
     macros.StopPlayback();
-    return true;
 }
 
 void MacroPlayer::SendEvents() {

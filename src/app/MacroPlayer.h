@@ -20,10 +20,15 @@ public:
     // Sends the event's message to its window, after the frame has looked at it. An event without a window is
     // skipped.
     virtual void Send(const MacroEvent& event) = 0;
+    // In every document; see Document.
+    virtual void JoinSteps(uint32_t after) = 0;
 
 protected:
     ~MacroStage() = default;
 };
+
+// What became of a wish to play a macro several times.
+enum class RepeatResult : uint32_t { Played, IsEmpty, IsRecording, IsPlaying };
 
 // Plays the current slot.
 class MacroPlayer {
@@ -34,10 +39,14 @@ public:
 
     // While recording it only ends that. False when nothing was played.
     bool Play();
+    // Plays it `count` times, or until something ends the playback, as one step of undo in each document. Refused while
+    // a macro is recorded, which goes on.
+    RepeatResult Repeat(uint32_t count);
     // A dialog was closed, maybe one that the macro has opened.
     void DialogClosed() { dialogClosed = true; }
 
 private:
+    void SendTimes(uint32_t count);
     void SendEvents();
 
     Macros& macros;

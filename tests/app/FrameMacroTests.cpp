@@ -19,6 +19,11 @@ protected:
                editor.WaitForTitle(L"Recording - " + TitleOf(name, true)) && StopRecording(name);
     }
     bool Play() { return editor.Keys(L"Ctrl+Shift+P"); }
+    // Waits until the command window has gone: the macro was played.
+    bool Repeat(const std::wstring& times) {
+        return editor.RunCommandLine(L"repeat " + times) &&
+               window::WaitFor([this] { return !editor.CommandWindow() && editor.Focus() == Panes()[0]; });
+    }
     bool OpenText(const std::string& text) { return OpenFile(L"a.txt", text); }
 };
 
@@ -277,4 +282,109 @@ TEST_F(FrameMacroTest, EscapeBreaksOffWhateverWasTypedBeforeIt) {
     // Once only.
     ASSERT_TRUE(Play());
     EXPECT_EQ(SaveAndRead(L"a.txt"), "xtxext");
+}
+
+TEST_F(FrameMacroTest, RepeatedOverManyLinesItIsOneStep) {
+    std::string lines;
+    std::string commented;
+    for (int i = 0; i < 50; ++i) {
+        const std::string line = "line " + std::to_string(i) + "\r\n";
+        lines += line;
+        commented += "//" + line;
+    }
+    ASSERT_TRUE(OpenText(lines));
+    ASSERT_TRUE(StartRecording(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"Home"));
+    ASSERT_TRUE(editor.Type(L"//"));
+    ASSERT_TRUE(editor.WaitForTitle(L"Recording - " + TitleOf(L"a.txt", true)));
+    ASSERT_TRUE(editor.Keys(L"Down"));
+    ASSERT_TRUE(StopRecording(L"a.txt"));
+    ASSERT_TRUE(Repeat(L"49"));
+    EXPECT_TRUE(editor.WaitForStatus(2, L"\tLn 51"));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), commented);
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
+    ASSERT_TRUE(WaitForFile(L"a.txt", true));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "//" + lines);
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Y"));
+    ASSERT_TRUE(WaitForFile(L"a.txt", true));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), commented);
+}
+
+TEST_F(FrameMacroTest, RepeatedInSeveralDocumentsItIsOneStepInEach) {
+    ASSERT_TRUE(OpenFiles({L"a.txt", L"b.txt"}));
+    ASSERT_TRUE(StartRecording(L"b.txt"));
+    ASSERT_TRUE(editor.Type(L"x"));
+    ASSERT_TRUE(editor.WaitForTitle(L"Recording - " + TitleOf(L"b.txt", true)));
+    editor.Command(IDM_NEXT_FILE);
+    ASSERT_TRUE(editor.WaitForTitle(L"Recording - " + TitleOf(L"a.txt")));
+    ASSERT_TRUE(StopRecording(L"a.txt", false));
+    ASSERT_TRUE(Repeat(L"4"));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "xxa.txt");
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
+    ASSERT_TRUE(WaitForFile(L"a.txt", true));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "a.txt");
+    ASSERT_TRUE(editor.Keys(L"Ctrl+2"));
+    ASSERT_TRUE(WaitForFile(L"b.txt", true));
+    EXPECT_EQ(SaveAndRead(L"b.txt"), "xxxb.txt");
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
+    ASSERT_TRUE(WaitForFile(L"b.txt", true));
+    EXPECT_EQ(SaveAndRead(L"b.txt"), "xb.txt");
+}
+
+TEST_F(FrameMacroTest, RepeatedInBytesItIsOneStep) {
+    ASSERT_TRUE(OpenFile(L"a.txt", "0123456789", L"-b "));
+    ASSERT_TRUE(Record(L"a.txt", L"4142"));
+    ASSERT_TRUE(Repeat(L"3"));
+    ASSERT_TRUE(editor.WaitForStatus(2, L"0000000008"));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "ABABABAB89");
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Z"));
+    ASSERT_TRUE(WaitForFile(L"a.txt", true));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "AB23456789");
+}
+
+TEST_F(FrameMacroTest, ASearchThatFailsEndsARepetition) {
+    ASSERT_TRUE(OpenText("a-b-c-d"));
+    ASSERT_TRUE(editor.Keys(L"Ctrl+F"));
+    ASSERT_TRUE(editor.WaitForDialog());
+    ASSERT_TRUE(editor.Type(L"-"));
+    ASSERT_TRUE(editor.Keys(L"Enter"));
+    ASSERT_TRUE(editor.WaitForNoDialog());
+    ASSERT_TRUE(editor.Keys(L"Ctrl+Home"));
+    ASSERT_TRUE(StartRecording(L"a.txt"));
+    ASSERT_TRUE(editor.Keys(L"F3"));
+    ASSERT_TRUE(editor.Type(L"+"));
+    ASSERT_TRUE(editor.WaitForTitle(L"Recording - " + TitleOf(L"a.txt", true)));
+    ASSERT_TRUE(StopRecording(L"a.txt"));
+    ASSERT_TRUE(Repeat(L"1000000"));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "a+b+c+d");
+}
+
+TEST_F(FrameMacroTest, PanesAndDocumentsMayGoWhileItIsRepeated) {
+    ASSERT_TRUE(OpenFiles({L"a.txt", L"b.txt", L"c.txt"}));
+    ASSERT_TRUE(StartRecording(L"c.txt"));
+    for (const UINT command : {IDM_SPLIT_VERTICALLY, IDM_CLOSE_PANE, IDM_CLOSE}) editor.Command(command);
+    ASSERT_TRUE(editor.WaitForTitle(L"Recording - " + TitleOf(L"b.txt")));
+    ASSERT_TRUE(StopRecording(L"b.txt", false));
+    ASSERT_TRUE(editor.RunCommandLine(L"repeat 5"));
+    EXPECT_TRUE(editor.WaitForTitle(L"Orvane"));
+    EXPECT_TRUE(WaitForPaneCount(0));
+}
+
+TEST_F(FrameMacroTest, WithoutAMacroRepeatSaysSo) {
+    ASSERT_TRUE(OpenText("text"));
+    ASSERT_TRUE(editor.RunCommandLine(L"repeat 2"));
+    EXPECT_TRUE(editor.Answer(L"There is no macro to repeat.", L"OK"));
+    ASSERT_TRUE(StartRecording(L"a.txt"));
+    ASSERT_TRUE(editor.RunCommandLine(L"repeat 2"));
+    EXPECT_TRUE(editor.Answer(L"A macro is being recorded.", L"OK"));
+    EXPECT_EQ(editor.Title(), L"Recording - " + TitleOf(L"a.txt"));
+}
+
+TEST_F(FrameMacroTest, TheConsoleKeepsTheKeyboardAfterARepetition) {
+    ASSERT_TRUE(OpenText("text"));
+    ASSERT_TRUE(Record(L"a.txt", L"x"));
+    ASSERT_TRUE(editor.RunCommandLine(L"console 1"));
+    ASSERT_TRUE(editor.RunCommandLine(L"repeat 2"));
+    EXPECT_TRUE(WaitForFocus(editor.CommandWindow()));
+    EXPECT_EQ(SaveAndRead(L"a.txt"), "xxxtext");
 }

@@ -54,3 +54,7 @@ void MacroWindows::Send(const MacroEvent& event) {
     message.lParam = static_cast<LPARAM>(event.secondParameter);
     if (!keys.PreDispatch(message)) SendMessageW(target, message.message, message.wParam, message.lParam);
 }
+
+void MacroWindows::JoinSteps(uint32_t after) {
+    for (const DocumentList::Node* node = documents.Head(); node; node = node->next) node->document->JoinSteps(after);
+}

@@ -25,6 +25,7 @@ public:
     void SetModifiers(uint32_t modifiers) override;
     bool TakeEscape() override;
     void Send(const MacroEvent& event) override;
+    void JoinSteps(uint32_t after) override;
 
 private:
     const DocumentList& documents;

@@ -318,6 +318,13 @@ void MainFrame::ToggleBookmark(uint32_t line) {
     if (View* const view = parts.panes.ActiveView()) view->ToggleBookmark(line);
 }
 
+RepeatResult MainFrame::RepeatMacro(uint32_t count) {
+    const ConsoleFocus focus(parts.commandWindow, commands.console);
+    // The keys are a view's, which has the focus when they come from the user.
+    if (const Pane* const pane = parts.panes.Active()) parts.panes.Focus(*pane);
+    return parts.player.Repeat(count);
+}
+
 bool MainFrame::AppendOutput(const Char* text) {
     const ConsoleFocus focus(parts.commandWindow, commands.console);
     return parts.outputs.Append(text);

@@ -52,6 +52,7 @@ public:
     void ToggleBookmark(uint32_t line) override;
     bool AppendWordAtCaret(WString& out) const override { return parts.activeText.AppendWordAtCaret(out); }
     bool AppendSelection(WString& out) const override { return parts.activeText.AppendSelection(out); }
+    RepeatResult RepeatMacro(uint32_t count) override;
     void ClearOutput() override { parts.outputs.Clear(); }
     bool AppendOutput(const Char* text) override;
     bool RunCapturedCommand(const Char* command, const Char* startDirectory) override;

@@ -63,6 +63,17 @@ TEST_F(CommandTableTest, HasTheTwentyRowsInOrder) {
     }
 }
 
+TEST_F(CommandTableTest, HasRepeatInATableOfItsOwn) {
+    ASSERT_EQ(AdditionalCommandCount, 1u);
+    const CommandRow& repeat = additionalCommands[0];
+    EXPECT_EQ(Str(repeat.longName), u"repeat");
+    EXPECT_EQ(repeat.shortName, nullptr);
+    EXPECT_EQ(repeat.completion, CompletionKind::Nothing);
+    EXPECT_EQ(repeat.flags, 0u);
+    EXPECT_EQ(FindCommand(u"repeat"), &repeat);
+    EXPECT_EQ(CallsOf(u"!repeat 3"), Calls{u"external [repeat 3]"}) << "a program of that name";
+}
+
 TEST_F(CommandTableTest, FindsWordsByCaseAndAsAWhole) {
     for (const Char* word : {u"", u"Edit", u"EDIT", u"edi", u"edits", u"E", u"quit!!", u"##", u"\"edit\""})
         EXPECT_EQ(FindCommand(word), nullptr) << Str(word).size();
@@ -187,6 +198,41 @@ TEST_F(CommandTableTest, BookmarkTakesALineOrTheCarets) {
     EXPECT_EQ(CallsOf(u"bm 0"), Calls{u"bookmark caret"});
     EXPECT_EQ(CallsOf(u"bm x"), Calls{u"bookmark caret"});
     EXPECT_EQ(frame.hides, 0);
+}
+
+TEST_F(CommandTableTest, RepeatPlaysTheMacroThatManyTimes) {
+    EXPECT_EQ(CallsOf(u"repeat 1"), Calls{u"repeat 1"});
+    EXPECT_EQ(CallsOf(u"repeat 49"), Calls{u"repeat 49"});
+    EXPECT_EQ(CallsOf(u"repeat  007 "), Calls{u"repeat 7"});
+    EXPECT_EQ(CallsOf(u"repeat 1000000"), Calls{u"repeat 1000000"});
+    EXPECT_TRUE(frame.questions.empty());
+    EXPECT_EQ(frame.hides, 4) << "the command window is left";
+}
+
+TEST_F(CommandTableTest, RepeatWantsANumberOfTimes) {
+    for (const Char* line :
+         {u"repeat", u"repeat 0", u"repeat -1", u"repeat +1", u"repeat x", u"repeat 5x", u"repeat 5 6", u"repeat 1.5",
+          u"repeat 1000001", u"repeat 4294967298", u"repeat 18446744073709551617"}) {
+        SCOPED_TRACE(testing::PrintToString(Str(line)));
+        frame.questions.clear();
+        EXPECT_EQ(CallsOf(line), Calls{});
+        ASSERT_EQ(frame.questions.size(), 1u);
+        EXPECT_EQ(frame.questions[0].text, u"Please specify a number from 1 to 1000000.");
+        EXPECT_EQ(frame.questions[0].kind, MessageKind::Information);
+    }
+}
+
+TEST_F(CommandTableTest, RepeatSaysWhyNothingIsPlayed) {
+    frame.repeatResult = RepeatResult::IsEmpty;
+    Execute(u"repeat 2");
+    frame.repeatResult = RepeatResult::IsRecording;
+    Execute(u"repeat 2");
+    frame.repeatResult = RepeatResult::IsPlaying;
+    Execute(u"repeat 2");
+    ASSERT_EQ(frame.questions.size(), 2u) << "within a macro it does nothing";
+    EXPECT_EQ(frame.questions[0].text, u"There is no macro to repeat.");
+    EXPECT_EQ(frame.questions[1].text, u"A macro is being recorded.");
+    EXPECT_EQ(frame.questions[1].kind, MessageKind::Information);
 }
 
 TEST_F(CommandTableTest, ConsoleSetsOrInvertsTheFlag) {

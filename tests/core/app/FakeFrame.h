@@ -3,6 +3,7 @@
 #include "app/CommandContext.h"
 #include "app/CommandLanguage.h"
 #include "app/DocumentList.h"
+#include "app/MacroPlayer.h"
 #include "core/app/FakeDocument.h"
 #include "settings/Settings.h"
 
@@ -63,6 +64,11 @@ public:
         return out.Append(selection.empty() ? word.c_str() : selection.c_str());
     }
 
+    RepeatResult RepeatMacro(uint32_t count) override {
+        Note(u"repeat " + Decimal(count));
+        return repeatResult;
+    }
+
     void ClearOutput() override { Note(u"clear output"); }
     bool AppendOutput(const Char* text) override {
         Note(u"output " + Str(text));
@@ -114,6 +120,7 @@ public:
     std::u16string selection;
     bool hasPane = true;
     bool savingWorks = true;
+    RepeatResult repeatResult = RepeatResult::Played;
     std::u16string failingName; // what ends with it cannot be opened
     bool addsDocuments = false; // an open puts a document into the list
     int batchDepth = 0;

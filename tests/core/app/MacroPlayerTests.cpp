@@ -1,5 +1,6 @@
 #include "app/MacroPlayer.h"
 #include "app/Macros.h"
+#include "document/StepSerial.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -21,6 +22,7 @@ public:
         calls.push_back("send " + std::to_string(event.firstParameter));
         if (whileSending) whileSending();
     }
+    void JoinSteps(uint32_t after) override { calls.push_back("join " + std::to_string(after)); }
 
     std::vector<std::string> calls;
     std::function<void()> whileSending;
@@ -86,6 +88,63 @@ TEST_F(MacroPlayerTest, AfterADialogTheKeysAreThoseThatAreDown) {
     stage.whileSending = [&] { player.DialogClosed(); };
     EXPECT_TRUE(player.Play());
     EXPECT_EQ(stage.calls, (Calls{"suspend", "send 10", "modifiers 4", "resume"}));
+}
+
+TEST_F(MacroPlayerTest, RepeatedItIsPlayedThatOftenWithRedrawSuspendedOnce) {
+    Record({10, 20});
+    const std::string join = "join " + std::to_string(StepSerial::Latest());
+    stage.whileSending = [] { StepSerial::Next(); }; // it edits
+    EXPECT_EQ(player.Repeat(3), RepeatResult::Played);
+    EXPECT_EQ(stage.calls, (Calls{join, "suspend", "send 10", "send 20", "send 10", "send 20", "send 10", "send 20",
+                                  "modifiers 2", "resume", join}));
+    EXPECT_FALSE(macros.IsPlaying());
+}
+
+TEST_F(MacroPlayerTest, PlayedOnceWithoutRepeatItsStepsStayWhatTheyAre) {
+    Record({10});
+    EXPECT_TRUE(player.Play());
+    EXPECT_EQ(stage.calls, (Calls{"suspend", "send 10", "modifiers 2", "resume"}));
+}
+
+TEST_F(MacroPlayerTest, WhatEndsThePlaybackEndsAllRepetitions) {
+    Record({10, 20});
+    int sent = 0;
+    stage.whileSending = [&] {
+        if (++sent == 3) macros.StopPlayback();
+    };
+    EXPECT_EQ(player.Repeat(5), RepeatResult::Played);
+    EXPECT_EQ(sent, 3);
+    stage.whileSending = nullptr;
+    stage.calls.clear();
+    stage.escapeBefore = 4;
+    EXPECT_EQ(player.Repeat(1000000), RepeatResult::Played);
+    EXPECT_EQ(stage.calls.size(), 3u + 5u) << "what was done until then is one step as well";
+    EXPECT_EQ(stage.calls.back(), stage.calls.front());
+    EXPECT_FALSE(macros.IsPlaying());
+}
+
+TEST_F(MacroPlayerTest, NeitherRepeatNorPlayRunsInsideARepetition) {
+    Record({10});
+    stage.whileSending = [&] {
+        EXPECT_EQ(player.Repeat(2), RepeatResult::IsPlaying);
+        EXPECT_FALSE(player.Play());
+    };
+    EXPECT_EQ(player.Repeat(2), RepeatResult::Played);
+    EXPECT_EQ(stage.calls.size(), 7u);
+}
+
+TEST_F(MacroPlayerTest, WithoutAMacroNothingIsRepeated) {
+    EXPECT_EQ(player.Repeat(2), RepeatResult::IsEmpty);
+    EXPECT_TRUE(stage.calls.empty());
+    EXPECT_FALSE(macros.IsPlaying());
+}
+
+TEST_F(MacroPlayerTest, ARecordingGoesOnWhenAMacroIsToBeRepeated) {
+    EXPECT_TRUE(macros.ToggleRecording());
+    macros.RecordMessage(false, MacroMessage::KeyDown, 10, 0, 0);
+    EXPECT_EQ(player.Repeat(2), RepeatResult::IsRecording);
+    EXPECT_TRUE(macros.IsRecording());
+    EXPECT_TRUE(stage.calls.empty());
 }
 
 } // namespace
