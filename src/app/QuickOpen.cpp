@@ -26,6 +26,6 @@ bool FileNameAtCaret(const Char* text, uint32_t length, uint32_t caret, WString&
 bool FindAlongQuickOpenPath(const Char* name, WString& found) {
     if (*name == 0) return false;
     WString path;
-    if (!Platform::ExpandEnvironment(settings.QuickOpenPath ? settings.QuickOpenPath : u"", path)) return false;
+    if (!Platform::ExpandEnvironment(settings.QuickOpenPath.OrEmpty(), path)) return false;
     return Platform::SearchAlong(path.Text(), name, found);
 }

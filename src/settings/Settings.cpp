@@ -1,6 +1,5 @@
 #include "settings/Settings.h"
 
-#include "base/Heap.h"
 #include "base/Text.h"
 #include "base/TextFormat.h"
 #include "settings/AdditionalSettings.h"
@@ -13,26 +12,6 @@ template <class Visitor> void ForEachRow(Visitor visit) {
     for (uint32_t i = 0; i < generalSettings.count; ++i) visit(generalSettings.rows[i]);
 }
 
-template <class Visitor> void ForEachString(Visitor visit) {
-    ForEachRow([&](const SettingDef& row) {
-        if (row.type == SettingType::String) visit(row.cell.string);
-    });
-}
-
-Char* CopyText(const Char* text) {
-    const size_t length = Text::Length(text);
-    Char* copy = Heap::AllocateArray<Char>(length + 1);
-    for (size_t i = 0; copy && i < length; ++i) copy[i] = text[i];
-    return copy;
-}
-
-// Whether a cell of the live record other than `cell` holds `string`.
-bool IsLiveElsewhere(const Char* string, const Char* const* cell) {
-    bool found = false;
-    ForEachString([&](auto live) { found |= &(settings.*live) != cell && settings.*live == string; });
-    return found;
-}
-
 uint32_t Digit(Char c) {
     if (Text::IsDigit(c)) return c - u'0';
     const Char folded = Text::FoldCase(c);
@@ -41,7 +20,7 @@ uint32_t Digit(Char c) {
 
 void StoreDefault(const SettingDef& row, SettingsRecord& record) {
     if (row.type == SettingType::String) {
-        ReplaceString(record.*row.cell.string, row.initial.string);
+        (record.*row.cell.string).Set(row.initial.string);
     } else {
         record.*row.cell.number = row.fallback ? record.*row.fallback : row.initial.number;
     }
@@ -49,7 +28,7 @@ void StoreDefault(const SettingDef& row, SettingsRecord& record) {
 
 void StoreText(const SettingDef& row, const Char* text, SettingsRecord& record) {
     if (row.type == SettingType::String) {
-        ReplaceString(record.*row.cell.string, text);
+        (record.*row.cell.string).Set(text);
     } else {
         const Char* number = text ? text : u"";
         record.*row.cell.number = row.type == SettingType::Int ? Text::ParseDecimal(number) : ParseColour(number);
@@ -58,18 +37,9 @@ void StoreText(const SettingDef& row, const Char* text, SettingsRecord& record) 
 
 bool IsSame(const SettingDef& row, const SettingsRecord& left, const SettingsRecord& right) {
     if (row.type != SettingType::String) return left.*row.cell.number == right.*row.cell.number;
-    const Char* const a = left.*row.cell.string;
-    const Char* const b = right.*row.cell.string;
+    const Char* const a = (left.*row.cell.string).Text();
+    const Char* const b = (right.*row.cell.string).Text();
     return a && b ? Text::Equal(a, b) : a == b;
-}
-
-// Makes a copy live: frees the strings that only the live record holds.
-void MakeLive(const SettingsRecord& copy) {
-    const SettingsRecord adopted = copy; // which may be the live record itself
-    ForEachString([&](auto cell) {
-        if (settings.*cell != adopted.*cell) Heap::Free(settings.*cell);
-    });
-    settings = adopted;
 }
 
 bool AppendText(WString& out, const SettingDef& row) {
@@ -81,7 +51,7 @@ bool AppendText(WString& out, const SettingDef& row) {
     case SettingType::String:
         break;
     }
-    const Char* const text = settings.*row.cell.string;
+    const Char* const text = (settings.*row.cell.string).Text();
     return !text || out.Append(text);
 }
 
@@ -162,7 +132,7 @@ SettingsChanges SetOption(const Char* section, const Char* key, const Char* valu
     SettingsRecord edited = settings;
     StoreText(*row, value, edited);
     const SettingsChanges changes = CompareSettings(settings, edited);
-    MakeLive(edited);
+    settings = edited;
     RunHandler(*row);
     return changes;
 }
@@ -198,33 +168,16 @@ void SetFontSize(uint32_t size) {
     RunHandler(*FindSetting(u"FontSize"));
 }
 
-void CopySettings(SettingsRecord& copy) { copy = settings; }
-
-bool ReplaceString(Char*& cell, const Char* text) {
-    Char* old = cell;
-    cell = text ? CopyText(text) : nullptr; // before the old one is freed: `text` may be in it
-    if (old && !IsLiveElsewhere(old, &cell)) Heap::Free(old);
-    return cell || !text;
-}
-
-SettingsChanges AdoptSettings(const SettingsRecord& copy) {
-    const SettingsChanges changes = CompareSettings(settings, copy);
-    MakeLive(copy);
+SettingsChanges AdoptSettings(const SettingsRecord& edited) {
+    const SettingsChanges changes = CompareSettings(settings, edited);
+    settings = edited;
     ForEachRow(RunHandler);
     return changes;
 }
 
-void DropSettings(SettingsRecord& copy) {
-    ForEachString([&](auto cell) {
-        if (copy.*cell != settings.*cell) Heap::Free(copy.*cell);
-        copy.*cell = nullptr;
-    });
-}
-
 void ReleaseSettings() {
-    ForEachString([](auto cell) {
-        Heap::Free(settings.*cell);
-        settings.*cell = nullptr;
+    ForEachRow([](const SettingDef& row) {
+        if (row.type == SettingType::String) (settings.*row.cell.string).Set(nullptr);
     });
     toolList.Clear();
 }

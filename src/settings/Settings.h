@@ -1,21 +1,18 @@
 #pragma once
 
-#include "base/Types.h"
 #include "base/WString.h"
+#include "settings/SettingText.h"
 
 class IniFile;
 
-// The live preferences, in the order of the record. A string cell is null when absent; the strings of
-// the process-wide record are its own, those of a copy are explained at CopySettings.
+// The live preferences, in the order of the record. A record is a value: it is copied and assigned as any other.
 //
 // Nothing validates a cell: it holds what was written, so 0 and 4294967295 are ordinary values of
 // every number. Readers guard themselves: the views with viewbase/ViewMetrics.h, FontHeight for the font.
 struct SettingsRecord {
     uint32_t ReplaceTabs = 0, SpacesPerTab = 0, ShowWhitespace = 0, PasteKeepSelection = 0, ColumnGuide = 0;
     uint32_t IndentGuide = 0;
-    Char* QuickOpenPath = nullptr;
-    Char* TextFileTypes = nullptr;
-    Char* FontName = nullptr;
+    SettingText QuickOpenPath, TextFileTypes, FontName;
     uint32_t FontSize = 0, FontBold = 0, MarginWidth = 0, CaretWidth = 0, ShowLineNumbers = 0;
     uint32_t VarWidthLineNumbers = 0, RenderType = 0;
     Colour TextFg = 0, TextBg = 0, SelFg = 0, SelBg = 0, LineNumFg = 0, LineNumBg = 0;
@@ -41,8 +38,8 @@ enum class SettingChange : uint32_t { Font, MarginBrush, BookmarkBrush, Backgrou
 
 // One cell of any record: the member of the row's type, the other is null.
 struct SettingCell {
-    uint32_t SettingsRecord::*number; // of Int and Colour rows
-    Char* SettingsRecord::*string;    // of String rows
+    uint32_t SettingsRecord::*number;    // of Int and Colour rows
+    SettingText SettingsRecord::*string; // of String rows
 };
 
 // A default, by type.
@@ -122,25 +119,11 @@ uint32_t ListDistinctColours(Colour* out, uint32_t capacity);
 // Stores the size and rebuilds the font; the file is not written.
 void SetFontSize(uint32_t size);
 
-// A copy of the live record, edited by a dialog and then adopted or not:
-//     CopySettings(copy);                     shares the live strings
-//     ReplaceString(copy.X, text);     any number of times
-//     AdoptSettings(copy);                    only on OK
-//     DropSettings(copy);                     always, at the end
-// A string belongs to the live record when that holds it, else to the copy, so every one is freed
-// once whichever way the dialog ends. The live strings must not change while a copy exists; modal
-// dialogs see to that.
-void CopySettings(SettingsRecord& copy);
-// Replaces one string cell, of a copy or of the live record, by a copy of `text` (which may be the
-// old string); null makes it absent. False without memory: the cell is then absent.
-bool ReplaceString(Char*& cell, const Char* text);
-// Makes the values of `copy` live and runs every row's handler in table order. Strings of the live
-// record that `copy` does not share are freed. Returns what has changed.
-SettingsChanges AdoptSettings(const SettingsRecord& copy);
-// Frees the strings that only `copy` holds; its string cells are absent afterwards.
-void DropSettings(SettingsRecord& copy);
+// Makes the values of `edited`, a copy that a dialog has changed, live and runs every row's handler in table order.
+// Returns what has changed.
+SettingsChanges AdoptSettings(const SettingsRecord& edited);
 
-// Frees every string cell and the tool list. The drawing objects are the windowed half's to destroy.
+// Makes every string cell absent and empties the tool list. The drawing objects are the windowed half's to destroy.
 void ReleaseSettings();
 
 // The height that asks the system for a font of `size` points on a screen of `dpi` pixels an inch:

@@ -20,7 +20,7 @@ constexpr auto SelectionBrush = Rebuild<SettingChange::SelectionBrush>;
 constexpr Colour Hex(uint32_t written) { return Rgb(written >> 16, written >> 8 & 0xFF, written & 0xFF); }
 
 using NumberCell = uint32_t SettingsRecord::*;
-using StringCell = Char* SettingsRecord::*;
+using StringCell = SettingText SettingsRecord::*;
 
 constexpr SettingDef Number(const Char* key, NumberCell cell, uint32_t value, bool (*onChange)() = nullptr) {
     return {key, SettingType::Int, {cell, nullptr}, {value, nullptr}, nullptr, onChange};

@@ -30,7 +30,7 @@ public:
     OwnColours& operator=(const OwnColours&) = delete;
 
 private:
-    SettingsRecord shown; // its strings are the live record's
+    const SettingsRecord shown;
 };
 
 // Whether light text is read on it more easily than dark text.

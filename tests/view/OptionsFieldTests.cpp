@@ -145,9 +145,9 @@ TEST_F(OptionsTest, TextsShowAndSetTheirSettings) {
         dialog::SetText(FontsPage(options), IDC_FONT_NAME, L"No Such Font");
         dialog::Ok(options);
     }));
-    EXPECT_EQ(std::u16string(settings.QuickOpenPath), u"C:\\one;..\\two");
-    EXPECT_EQ(std::u16string(settings.TextFileTypes), u"");
-    EXPECT_EQ(std::u16string(settings.FontName), u"No Such Font");
+    EXPECT_EQ(std::u16string(settings.QuickOpenPath.Text()), u"C:\\one;..\\two");
+    EXPECT_EQ(std::u16string(settings.TextFileTypes.Text()), u"");
+    EXPECT_EQ(std::u16string(settings.FontName.Text()), u"No Such Font");
     Open([](HWND options) {
         EXPECT_EQ(dialog::TextOf(FontsPage(options), IDC_FONT_NAME), L"No Such Font");
         const std::vector<std::wstring> names = dialog::ListItems(FontsPage(options), IDC_FONT_NAME);

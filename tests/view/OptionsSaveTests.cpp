@@ -27,7 +27,7 @@ std::string GeneralSection() {
         text += Narrow(row.key) + "=";
         if (row.type == SettingType::Int) text += std::to_string(settings.*row.cell.number);
         if (row.type == SettingType::Colour) text += Hex(settings.*row.cell.number);
-        if (row.type == SettingType::String) text += Narrow(settings.*row.cell.string);
+        if (row.type == SettingType::String) text += Narrow((settings.*row.cell.string).Text());
         text += "\r\n";
     }
     return text;
@@ -95,9 +95,9 @@ TEST_F(OptionsTest, TextsAreReadAgainAsTheyWereTyped) {
     IniFile read;
     ASSERT_TRUE(read.Load(folder.Path("orvane.ini").c_str()));
     ApplySettingsFromFile(read);
-    EXPECT_EQ(std::u16string(settings.QuickOpenPath), u" ;=[C:\\\u00E4 b\\\u20AC] ");
-    EXPECT_EQ(std::u16string(settings.TextFileTypes), u"");
-    EXPECT_EQ(std::u16string(settings.FontName), u"; Mono");
+    EXPECT_EQ(std::u16string(settings.QuickOpenPath.Text()), u" ;=[C:\\\u00E4 b\\\u20AC] ");
+    EXPECT_EQ(std::u16string(settings.TextFileTypes.Text()), u"");
+    EXPECT_EQ(std::u16string(settings.FontName.Text()), u"; Mono");
 }
 
 TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {
@@ -163,12 +163,12 @@ TEST_F(OptionsTest, AFileThatIsBeingReadStaysAndTheSettingsHold) {
 }
 
 TEST_F(OptionsTest, AFieldThatFindsNoMemoryKeepsItsSettingOrLosesItsText) {
-    const std::vector<Char* SettingsRecord::*> texts = {&SettingsRecord::QuickOpenPath, &SettingsRecord::TextFileTypes,
-                                                        &SettingsRecord::FontName};
+    const std::vector<SettingText SettingsRecord::*> texts = {
+        &SettingsRecord::QuickOpenPath, &SettingsRecord::TextFileTypes, &SettingsRecord::FontName};
     const uint64_t failures = FailEachAllocation([&] {
         std::optional<FailurePause> pause(std::in_place);
         settings.FontSize = 9;
-        for (const auto text : texts) ReplaceString(settings.*text, u"old");
+        for (const auto text : texts) (settings.*text).Set(u"old");
         file.Clear();
         EXPECT_TRUE(Open([&](HWND options) {
             dialog::SetText(GeneralPage(options), IDC_QUICK_OPEN_PATH, L"new");
@@ -182,8 +182,8 @@ TEST_F(OptionsTest, AFieldThatFindsNoMemoryKeepsItsSettingOrLosesItsText) {
         bool all = settings.FontSize == 12;
         EXPECT_TRUE(all || settings.FontSize == 9);
         for (const auto text : texts) {
-            const std::string now = Narrow(settings.*text);
-            EXPECT_TRUE(now == "new" || now == "old" || !(settings.*text)) << now;
+            const std::string now = Narrow((settings.*text).Text());
+            EXPECT_TRUE(now == "new" || now == "old" || !(settings.*text).Text()) << now;
             all = all && now == "new";
         }
         EXPECT_EQ(Saved(), GeneralSection());

@@ -86,7 +86,7 @@ UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
 
 // What both dialogs have in common. `filter`, `directory` and `buffer` must outlive the dialog.
 bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& directory) {
-    if (!MakeDialogFilter(settings.TextFileTypes ? settings.TextFileTypes : u"", filter)) return false;
+    if (!MakeDialogFilter(settings.TextFileTypes.OrEmpty(), filter)) return false;
     if (!Platform::CurrentDirectory(directory)) return false;
     request.lStructSize = sizeof(request);
     request.hwndOwner = owner;

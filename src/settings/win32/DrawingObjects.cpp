@@ -59,7 +59,7 @@ HFONT MakeFont() {
     request.lfQuality = PROOF_QUALITY;
     request.lfPitchAndFamily = DEFAULT_PITCH | FF_DONTCARE;
     // The system has room for 31 characters of a name; an absent name leaves the choice to it.
-    if (settings.FontName) lstrcpynW(request.lfFaceName, Wide(settings.FontName), LF_FACESIZE);
+    if (const Char* const name = settings.FontName.Text()) lstrcpynW(request.lfFaceName, Wide(name), LF_FACESIZE);
     return CreateFontIndirectW(&request);
 }
 

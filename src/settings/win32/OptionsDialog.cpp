@@ -13,9 +13,6 @@ uint32_t lastPage = 0;        // shown again the next time
 
 class OptionsDialog final : public DialogBase {
 public:
-    OptionsDialog() { CopySettings(copy); }
-    ~OptionsDialog() { DropSettings(copy); }
-
     void Init() override {
         MakePages();
         MakeTree();
@@ -120,7 +117,7 @@ private:
         lastPage = index;
     }
 
-    SettingsRecord copy = {};
+    SettingsRecord copy = settings;
     GeneralPage general{copy};
     FontsPage fonts{copy};
     ColoursPage colours{copy};

@@ -15,7 +15,7 @@ struct NumberSetting {
 
 struct TextSetting {
     int control;
-    Char* SettingsRecord::*cell;
+    SettingText SettingsRecord::*cell;
 };
 
 constexpr NumberSetting GeneralChecks[] = {
@@ -67,11 +67,11 @@ template <size_t Count> void ApplyNumbers(HWND page, SettingsRecord& copy, const
     }
 }
 
-void FillText(HWND page, int control, const Char* text) { SetDlgItemTextW(page, control, Wide(text ? text : u"")); }
+void FillText(HWND page, int control, const SettingText& cell) { SetDlgItemTextW(page, control, Wide(cell.OrEmpty())); }
 
-void ApplyText(HWND page, int control, Char*& cell) {
+void ApplyText(HWND page, int control, SettingText& cell) {
     WString text;
-    if (TextOfWindow(GetDlgItem(page, control), text)) ReplaceString(cell, text.Text());
+    if (TextOfWindow(GetDlgItem(page, control), text)) cell.Set(text.Text());
 }
 
 int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM combo) {

@@ -69,7 +69,7 @@ TEST_F(SetOptionTest, ConvertsByType) {
     SetOption(nullptr, u"QuickOpenPath", u"a;b");
     EXPECT_EQ(settings.CaretWidth, 3u);
     EXPECT_EQ(settings.KeywordFg, 0xFF0000u);
-    EXPECT_EQ(Str(settings.QuickOpenPath), u"a;b");
+    EXPECT_EQ(Str(settings.QuickOpenPath.Text()), u"a;b");
     SetOption(nullptr, u"KeywordFg", u"0000ff");
     EXPECT_EQ(settings.KeywordFg, 0u);
 }
@@ -78,16 +78,16 @@ TEST_F(SetOptionTest, NullValueMakesAStringAbsentAndANumberZero) {
     SetOption(nullptr, u"FontName", nullptr);
     SetOption(nullptr, u"FontSize", nullptr);
     SetOption(nullptr, u"SelFg", nullptr);
-    EXPECT_EQ(settings.FontName, nullptr);
+    EXPECT_EQ(settings.FontName.Text(), nullptr);
     EXPECT_EQ(settings.FontSize, 0u);
     EXPECT_EQ(settings.SelFg, 0u);
 }
 
 TEST_F(SetOptionTest, AcceptsTheLiveStringItself) {
-    SetOption(nullptr, u"FontName", settings.FontName);
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
-    SetOption(nullptr, u"FontName", settings.FontName + 8);
-    EXPECT_EQ(Str(settings.FontName), u"New");
+    SetOption(nullptr, u"FontName", settings.FontName.Text());
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
+    SetOption(nullptr, u"FontName", settings.FontName.Text() + 8);
+    EXPECT_EQ(Str(settings.FontName.Text()), u"New");
 }
 
 TEST_F(SetOptionTest, ChangesNoOtherCellNotEvenOnesThatFallBack) {
@@ -100,8 +100,8 @@ TEST_F(SetOptionTest, FailingAllocationLeavesTheStringAbsent) {
     FailEachAllocation([] {
         SetOption(nullptr, u"FontName", u"Another");
         const FailurePause pause;
-        if (!settings.FontName) return false;
-        EXPECT_EQ(Str(settings.FontName), u"Another");
+        if (!settings.FontName.Text()) return false;
+        EXPECT_EQ(Str(settings.FontName.Text()), u"Another");
         return true;
     });
 }
@@ -154,19 +154,19 @@ TEST_F(SetOptionCommand, SkipsSpacesAndTabsBeforeEachWord) {
 
 TEST_F(SetOptionCommand, ValueEndsAtASpaceAndTheRestIsIgnored) {
     Execute(u"FontName Lucida Console");
-    EXPECT_EQ(Str(settings.FontName), u"Lucida");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Lucida");
 }
 
 TEST_F(SetOptionCommand, TabDoesNotEndAWord) {
     Execute(u"FontName a\tb c");
-    EXPECT_EQ(Str(settings.FontName), u"a\tb");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"a\tb");
     Execute(u"FontSize\t14");
     EXPECT_EQ(settings.FontSize, 10u);
 }
 
 TEST_F(SetOptionCommand, QuotedWordsHoldSpaces) {
     Execute(u"FontName \"Lucida Console\" rest");
-    EXPECT_EQ(Str(settings.FontName), u"Lucida Console");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Lucida Console");
     Execute(u"\"FontSize\" \"14\"");
     EXPECT_EQ(settings.FontSize, 14u);
 }
@@ -178,12 +178,12 @@ TEST_F(SetOptionCommand, ValueMayFollowAClosingQuoteDirectly) {
 
 TEST_F(SetOptionCommand, QuotesInsideAWordAreOrdinary) {
     Execute(u"FontName a\"b\"c");
-    EXPECT_EQ(Str(settings.FontName), u"a\"b\"c");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"a\"b\"c");
 }
 
 TEST_F(SetOptionCommand, UnclosedQuotedValueRunsToTheEnd) {
     Execute(u"FontName \"Lucida Console");
-    EXPECT_EQ(Str(settings.FontName), u"Lucida Console");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Lucida Console");
 }
 
 TEST_F(SetOptionCommand, UnclosedKeyDoesNothing) {
@@ -200,12 +200,12 @@ TEST_F(SetOptionCommand, KeyAndASpaceAloneSetTheEmptyValue) {
     Execute(u"LineNumBg  ");
     EXPECT_EQ(settings.LineNumBg, 0u);
     Execute(u"FontName ");
-    ASSERT_NE(settings.FontName, nullptr);
-    EXPECT_EQ(Str(settings.FontName), u"");
+    ASSERT_NE(settings.FontName.Text(), nullptr);
+    EXPECT_EQ(Str(settings.FontName.Text()), u"");
     Execute(u"\"QuickOpenPath\"");
-    EXPECT_EQ(Str(settings.QuickOpenPath), u"");
+    EXPECT_EQ(Str(settings.QuickOpenPath.Text()), u"");
     Execute(u"TextFileTypes \"\"");
-    EXPECT_EQ(Str(settings.TextFileTypes), u"");
+    EXPECT_EQ(Str(settings.TextFileTypes.Text()), u"");
 }
 
 TEST_F(SetOptionCommand, UnknownKeyDoesNothing) {
@@ -222,11 +222,11 @@ TEST_F(SetOptionCommand, FailingAllocationLeavesTheSettingOrMakesItAbsent) {
         }
         Execute(u"FontName After");
         const FailurePause pause;
-        const std::u16string now = Str(settings.FontName);
+        const std::u16string now = Str(settings.FontName.Text());
         EXPECT_TRUE(now == u"Before" || now == u"After" || now == u"(null)");
         return now == u"After";
     });
-    EXPECT_EQ(failures, 3u);
+    EXPECT_EQ(failures, 4u);
 }
 
 } // namespace

@@ -21,7 +21,7 @@ protected:
 };
 
 TEST_F(SettingsApply, WithoutAFileEveryCellHasItsDefault) {
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(settings.FontBold, 0u);
     EXPECT_EQ(settings.CaretWidth, 2u);
@@ -35,8 +35,8 @@ TEST_F(SettingsApply, WithoutAFileEveryCellHasItsDefault) {
     EXPECT_EQ(settings.BookmarkColor, 0xFFFF00u);
     EXPECT_EQ(settings.ColumnGuide, 80u);
     EXPECT_EQ(settings.IndentGuide, 1u);
-    EXPECT_EQ(Str(settings.QuickOpenPath), u".;%INCLUDE%");
-    EXPECT_EQ(Str(settings.TextFileTypes).substr(0, 40), u"C++ Files (*.cpp;*.c;*.cxx;*.h;*.hxx)|*.");
+    EXPECT_EQ(Str(settings.QuickOpenPath.Text()), u".;%INCLUDE%");
+    EXPECT_EQ(Str(settings.TextFileTypes.Text()).substr(0, 40), u"C++ Files (*.cpp;*.c;*.cxx;*.h;*.hxx)|*.");
     EXPECT_EQ(settings.ShowLineNumbers, 1u);
     EXPECT_EQ(settings.VarWidthLineNumbers, 0u);
     EXPECT_EQ(settings.RenderType, 0u);
@@ -99,14 +99,14 @@ TEST_F(SettingsApply, NumbersReadLeadingDigitsOnly) {
 
 TEST_F(SettingsApply, StringsAreTakenAsTheyAre) {
     Apply(u"[General]\nFontName= My Font \nQuickOpenPath=\n");
-    EXPECT_EQ(Str(settings.FontName), u" My Font ");
-    EXPECT_EQ(Str(settings.QuickOpenPath), u"");
+    EXPECT_EQ(Str(settings.FontName.Text()), u" My Font ");
+    EXPECT_EQ(Str(settings.QuickOpenPath.Text()), u"");
 }
 
 TEST_F(SettingsApply, ReplacesEarlierValues) {
     Apply(u"[General]\nFontName=One\nFontSize=12\nTextBg=#000000\n");
     Apply(u"");
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(settings.CommentBg, 0xFFFFFFu);
 }
@@ -146,12 +146,12 @@ TEST_F(SettingsApply, ReleaseFreesTheStringsAndTheTools) {
     ASSERT_TRUE(ParseText(file, u"[Tool]\nCommand=x\n"));
     LoadSettings(file);
     ReleaseSettings();
-    EXPECT_EQ(settings.FontName, nullptr);
-    EXPECT_EQ(settings.QuickOpenPath, nullptr);
-    EXPECT_EQ(settings.TextFileTypes, nullptr);
+    EXPECT_EQ(settings.FontName.Text(), nullptr);
+    EXPECT_EQ(settings.QuickOpenPath.Text(), nullptr);
+    EXPECT_EQ(settings.TextFileTypes.Text(), nullptr);
     EXPECT_EQ(toolList.Count(), 0u);
     LoadSettings(file);
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
 }
 
 TEST_F(SettingsApply, StoreWritesAllRowsInTableOrder) {
@@ -237,9 +237,10 @@ TEST_F(SettingsApply, EveryFailingAllocationOfALoadLeavesAnAbsentStringOrNoTools
         LoadSettings(file);
         const FailurePause pause;
         EXPECT_EQ(settings.FontSize, 11u);
-        const bool complete = settings.FontName && settings.QuickOpenPath && settings.TextFileTypes;
-        if (settings.FontName) {
-            EXPECT_EQ(Str(settings.FontName), u"F");
+        const bool complete =
+            settings.FontName.Text() && settings.QuickOpenPath.Text() && settings.TextFileTypes.Text();
+        if (settings.FontName.Text()) {
+            EXPECT_EQ(Str(settings.FontName.Text()), u"F");
         }
         EXPECT_LE(toolList.Count(), 1u);
         return complete && toolList.Count() == 1;

@@ -8,7 +8,7 @@ class SettingsCopy : public SettingsTest {
 protected:
     void SetUp() override {
         SettingsTest::SetUp();
-        CopySettings(copy);
+        copy = settings;
     }
     SettingsRecord copy;
 };
@@ -18,7 +18,7 @@ TEST_F(SettingsCopy, HoldsEveryCell) {
         const SettingDef& row = generalSettings.rows[i];
         SCOPED_TRACE(testing::PrintToString(Str(row.key)));
         if (row.type == SettingType::String) {
-            EXPECT_EQ(copy.*row.cell.string, settings.*row.cell.string);
+            EXPECT_EQ(Str((copy.*row.cell.string).Text()), Str((settings.*row.cell.string).Text()));
         } else {
             EXPECT_EQ(copy.*row.cell.number, settings.*row.cell.number);
         }
@@ -28,39 +28,46 @@ TEST_F(SettingsCopy, HoldsEveryCell) {
 TEST_F(SettingsCopy, CancelChangesNothing) {
     copy.FontSize = 33;
     copy.TextFg = 0x123456;
-    EXPECT_TRUE(ReplaceString(copy.FontName, u"Other"));
-    DropSettings(copy);
+    copy.FontName.Set(u"Other");
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(settings.TextFg, 0u);
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
     EXPECT_TRUE(changes.empty());
-    EXPECT_EQ(copy.FontName, nullptr);
+}
+
+TEST_F(SettingsCopy, StringsOutliveTheLiveRecordThatTheyCameFrom) {
+    settings.FontName.Set(u"Other");
+    settings.QuickOpenPath.Set(nullptr);
+    EXPECT_EQ(Str(copy.FontName.Text()), u"Courier New");
+    SettingsRecord second = copy;
+    copy = SettingsRecord();
+    second = *&second;
+    EXPECT_EQ(Str(second.FontName.Text()), u"Courier New");
+    EXPECT_EQ(Str(second.QuickOpenPath.Text()), u".;%INCLUDE%");
 }
 
 TEST_F(SettingsCopy, CancelOfAnUntouchedCopyKeepsTheLiveStrings) {
-    DropSettings(copy);
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
-    EXPECT_EQ(Str(settings.QuickOpenPath), u".;%INCLUDE%");
+    copy = SettingsRecord();
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
+    EXPECT_EQ(Str(settings.QuickOpenPath.Text()), u".;%INCLUDE%");
 }
 
 TEST_F(SettingsCopy, OkMakesTheCopyLive) {
     copy.FontSize = 33;
     copy.BinBg = 0x123456;
-    EXPECT_TRUE(ReplaceString(copy.FontName, u"Other"));
-    EXPECT_TRUE(ReplaceString(copy.QuickOpenPath, u"path"));
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    copy.FontName.Set(u"Other");
+    copy.QuickOpenPath.Set(u"path");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
     AdoptSettings(copy);
-    DropSettings(copy);
     EXPECT_EQ(settings.FontSize, 33u);
     EXPECT_EQ(settings.BinBg, 0x123456u);
-    EXPECT_EQ(Str(settings.FontName), u"Other");
-    EXPECT_EQ(Str(settings.QuickOpenPath), u"path");
-    EXPECT_EQ(Str(settings.TextFileTypes).substr(0, 9), u"C++ Files");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Other");
+    EXPECT_EQ(Str(settings.QuickOpenPath.Text()), u"path");
+    EXPECT_EQ(Str(settings.TextFileTypes.Text()).substr(0, 9), u"C++ Files");
 }
 
 TEST_F(SettingsCopy, OkRunsEveryHandlerInTableOrder) {
     AdoptSettings(copy);
-    DropSettings(copy);
     const std::vector<SettingChange> expected = {SettingChange::Font,          SettingChange::Font,
                                                  SettingChange::Font,          SettingChange::MarginBrush,
                                                  SettingChange::BookmarkBrush, SettingChange::BackgroundBrush,
@@ -78,7 +85,6 @@ TEST_F(SettingsCopy, HandlersSeeTheWholeNewRecord) {
     copy.FontSize = 33;
     copy.BinBg = 5;
     AdoptSettings(copy);
-    DropSettings(copy);
     EXPECT_TRUE(complete);
 }
 
@@ -90,53 +96,47 @@ TEST_F(SettingsCopy, FailingHandlerDoesNotStopTheOthers) {
         return false;
     });
     AdoptSettings(copy);
-    DropSettings(copy);
     EXPECT_EQ(calls, 7u);
 }
 
 TEST_F(SettingsCopy, StringsMayBeReplacedAgainAndAgain) {
     for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(ReplaceString(copy.FontName, u"first"));
-        EXPECT_TRUE(ReplaceString(copy.FontName, copy.FontName + 1));
-        EXPECT_EQ(Str(copy.FontName), u"irst");
+        copy.FontName.Set(u"first");
+        copy.FontName.Set(copy.FontName.Text() + 1);
+        EXPECT_EQ(Str(copy.FontName.Text()), u"irst");
     }
     AdoptSettings(copy);
-    EXPECT_TRUE(ReplaceString(copy.FontName, u"after")); // the live record holds the old one now
-    EXPECT_EQ(Str(settings.FontName), u"irst");
+    copy.FontName.Set(u"after"); // the live record holds the old one now
+    EXPECT_EQ(Str(settings.FontName.Text()), u"irst");
     AdoptSettings(copy);
-    DropSettings(copy);
-    EXPECT_EQ(Str(settings.FontName), u"after");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"after");
 }
 
 TEST_F(SettingsCopy, NullMakesACellAbsent) {
-    EXPECT_TRUE(ReplaceString(copy.FontName, nullptr));
-    EXPECT_EQ(copy.FontName, nullptr);
-    EXPECT_TRUE(ReplaceString(copy.QuickOpenPath, u"x"));
-    EXPECT_TRUE(ReplaceString(copy.QuickOpenPath, nullptr));
+    copy.FontName.Set(nullptr);
+    EXPECT_EQ(copy.FontName.Text(), nullptr);
+    copy.QuickOpenPath.Set(u"x");
+    copy.QuickOpenPath.Set(nullptr);
     AdoptSettings(copy);
-    DropSettings(copy);
-    EXPECT_EQ(settings.FontName, nullptr);
-    EXPECT_EQ(settings.QuickOpenPath, nullptr);
+    EXPECT_EQ(settings.FontName.Text(), nullptr);
+    EXPECT_EQ(settings.QuickOpenPath.Text(), nullptr);
 }
 
 TEST_F(SettingsCopy, FailingAllocationLeavesTheCellAbsentAndTheLiveString) {
-    DropSettings(copy);
     const uint64_t failures = FailEachAllocation([] {
-        SettingsRecord attempt;
-        CopySettings(attempt);
-        const bool done = ReplaceString(attempt.FontName, u"new");
-        EXPECT_EQ(done, attempt.FontName != nullptr);
-        EXPECT_NE(settings.FontName, nullptr);
-        DropSettings(attempt);
-        return done;
+        SettingsRecord attempt = settings;
+        attempt.FontName.Set(u"new");
+        const Char* const now = attempt.FontName.Text();
+        EXPECT_TRUE(!now || Str(now) == u"new");
+        EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
+        return now != nullptr;
     });
-    EXPECT_EQ(failures, 1u);
+    EXPECT_EQ(failures, 2u);
 }
 
 TEST_F(SettingsCopy, AdoptingTheLiveRecordItselfKeepsIt) {
-    DropSettings(copy);
     AdoptSettings(settings);
-    EXPECT_EQ(Str(settings.FontName), u"Courier New");
+    EXPECT_EQ(Str(settings.FontName.Text()), u"Courier New");
 }
 
 std::vector<std::u16string> KeysOf(const SettingsChanges& changes) {
@@ -153,40 +153,34 @@ TEST_F(SettingsCopy, EveryCellThatDiffersIsAChange) {
     for (uint32_t i = 0; i < SettingCount; ++i) {
         const SettingDef& row = generalSettings.rows[i];
         SettingsRecord other = copy;
-        std::u16string text = u"other";
         if (row.type == SettingType::String)
-            other.*row.cell.string = text.data();
+            (other.*row.cell.string).Set(u"other");
         else
             ++(other.*row.cell.number);
         EXPECT_EQ(KeysOf(CompareSettings(settings, other)), Keys{Str(row.key)});
         EXPECT_EQ(CompareSettings(settings, other).HoldsColour(), row.type == SettingType::Colour);
     }
-    DropSettings(copy);
 }
 
 TEST_F(SettingsCopy, StringsAreComparedByWhatTheySay) {
-    std::u16string same = u"Courier New";
-    std::u16string empty;
     SettingsRecord other = copy;
-    other.FontName = same.data();
+    other.FontName.Set(u"Courier New");
     EXPECT_EQ(KeysOf(CompareSettings(settings, other)), Keys());
-    other.FontName = nullptr;
+    other.FontName.Set(nullptr);
     EXPECT_EQ(KeysOf(CompareSettings(settings, other)), Keys{u"FontName"});
     SettingsRecord absent = other;
     EXPECT_EQ(KeysOf(CompareSettings(absent, other)), Keys());
-    other.FontName = empty.data();
+    other.FontName.Set(u"");
     EXPECT_EQ(KeysOf(CompareSettings(absent, other)), Keys{u"FontName"});
-    DropSettings(copy);
 }
 
 TEST_F(SettingsCopy, OkSaysWhatHasChanged) {
     copy.FontSize = 33;
     copy.BinBg = 0x123456;
-    EXPECT_TRUE(ReplaceString(copy.QuickOpenPath, u"path"));
-    EXPECT_TRUE(ReplaceString(copy.FontName, u"Courier New"));
+    copy.QuickOpenPath.Set(u"path");
+    copy.FontName.Set(u"Courier New");
     EXPECT_EQ(KeysOf(AdoptSettings(copy)), (Keys{u"FontSize", u"QuickOpenPath", u"BinBg"}));
     EXPECT_EQ(KeysOf(AdoptSettings(copy)), Keys());
-    DropSettings(copy);
 }
 
 } // namespace
