@@ -1,18 +1,18 @@
 #include "app/MessageText.h"
 
+#include "base/Surrogates.h"
+
 #include <utility>
 
 namespace {
 
 bool IsBreak(Char c) { return c == u' ' || c == u'\t' || c == u'\n'; }
 
-bool IsSecondOfPair(Char c) { return c >= 0xDC00 && c <= 0xDFFF; }
-
 bool BreakLongWords(const Char* message, WString& out) {
     uint32_t length = 0; // of the word up to here
     for (; *message; ++message) {
         length = IsBreak(*message) ? 0 : length + 1;
-        if (length > MaxMessageWord && !IsSecondOfPair(*message)) {
+        if (length > MaxMessageWord && !Surrogates::IsSecond(*message)) {
             if (!out.AppendChar(u'\n')) return false;
             length = 1;
         }

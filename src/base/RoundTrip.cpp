@@ -1,7 +1,7 @@
 #include "base/RoundTrip.h"
 
 #include "base/Scan.h"
-#include "base/Text.h"
+#include "base/Surrogates.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,7 +14,7 @@ constexpr size_t PieceBytes = PieceCharacters * MaxCharacterBytes;
 // The next piece ends between two characters.
 size_t PieceLength(const Char* text, size_t left) {
     if (left <= PieceCharacters) return left;
-    return PieceCharacters - (Text::SplitsPair(text, left, PieceCharacters) ? 1 : 0);
+    return PieceCharacters - (Surrogates::SplitsPair(text, left, PieceCharacters) ? 1 : 0);
 }
 
 } // namespace

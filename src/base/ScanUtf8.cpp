@@ -1,6 +1,7 @@
 #include "base/ScanUtf8.h"
 
 #include "base/ScanVector.h"
+#include "base/Surrogates.h"
 
 using namespace Scan::Vector;
 
@@ -99,8 +100,8 @@ void WidenSequence(const uint8_t*& at, Char*& out) {
         return;
     }
     const uint32_t codePoint = (lead & 0x07) << 18 | second << 12 | third << 6 | (at[3] & 0x3Fu);
-    *out++ = static_cast<Char>(0xD7C0 + (codePoint >> 10)); // 0xD800 - (0x10000 >> 10)
-    *out++ = static_cast<Char>(0xDC00 | (codePoint & 0x3FF));
+    *out++ = Surrogates::FirstOf(codePoint);
+    *out++ = Surrogates::SecondOf(codePoint);
     at += 4;
 }
 

@@ -17,12 +17,6 @@ constexpr bool IsBlankText(const Char* text) {
 }
 // The word characters of searching, typing, keywords and caret moves.
 constexpr bool IsWordChar(Char c) { return IsDigit(c) || IsAsciiLetter(c) || c == u'_' || c == u'#'; }
-// Whether the two are one character above U+FFFF.
-constexpr bool IsPair(Char first, Char second) { return (first & 0xFC00) == 0xD800 && (second & 0xFC00) == 0xDC00; }
-// Whether a cut of text[0, length) at `at` would divide such a character.
-constexpr bool SplitsPair(const Char* text, size_t length, size_t at) {
-    return at > 0 && at < length && IsPair(text[at - 1], text[at]);
-}
 constexpr Char FoldCase(Char c) { return c >= u'A' && c <= u'Z' ? static_cast<Char>(c + 32) : c; }
 
 // Characters before the terminator, at most 2^32 - 1.

@@ -1,6 +1,7 @@
 #include "base/Utf8.h"
 
 #include "base/Scan.h"
+#include "base/Surrogates.h"
 
 namespace {
 
@@ -43,11 +44,9 @@ Decoded DecodeUtf8(const uint8_t* bytes, size_t count) {
 }
 
 Decoded DecodeUtf16(const Char* text, size_t count) {
-    const Char first = text[0];
-    if (first < 0xD800 || first > 0xDFFF) return {first, 1};
-    const bool isPair = first < 0xDC00 && count > 1 && text[1] >= 0xDC00 && text[1] <= 0xDFFF;
-    if (!isPair) return {Replacement, 1};
-    return {0x10000 + ((first & 0x3FFu) << 10 | (text[1] & 0x3FFu)), 2};
+    if (!Surrogates::IsHalf(text[0])) return {text[0], 1};
+    if (count == 1 || !Surrogates::IsPair(text[0], text[1])) return {Replacement, 1};
+    return {Surrogates::CodePoint(text[0], text[1]), 2};
 }
 
 size_t EncodeUtf16(uint32_t codePoint, Char (&units)[2]) {
@@ -55,8 +54,8 @@ size_t EncodeUtf16(uint32_t codePoint, Char (&units)[2]) {
         units[0] = static_cast<Char>(codePoint);
         return 1;
     }
-    units[0] = static_cast<Char>(0xD7C0 + (codePoint >> 10)); // 0xD800 - (0x10000 >> 10)
-    units[1] = static_cast<Char>(0xDC00 | (codePoint & 0x3FF));
+    units[0] = Surrogates::FirstOf(codePoint);
+    units[1] = Surrogates::SecondOf(codePoint);
     return 2;
 }
 

@@ -4,7 +4,7 @@
 #include "base/SafeSave.h"
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
-#include "base/Text.h"
+#include "base/Surrogates.h"
 #include "document/TextFile.h"
 
 namespace {
@@ -57,7 +57,7 @@ private:
     // Gives the chunk made of rest[0, taken). A pair of surrogates that the chunk's end would cut
     // goes into the next one: each half alone has no bytes of its own in most encodings.
     size_t GiveWhole(const Char* chunk, size_t count, const Char* rest, size_t taken, size_t left, ByteSink& out) {
-        const size_t cut = Text::SplitsPair(rest, left, taken) ? 1 : 0;
+        const size_t cut = Surrogates::SplitsPair(rest, left, taken) ? 1 : 0;
         return GiveChunk(chunk, count - cut, out) ? taken - cut : 0;
     }
 
@@ -75,7 +75,7 @@ private:
         const size_t converted = FromUtf16(page, chunk, count, bytes, ChunkBytes);
         if (converted) return out.Take(bytes, converted);
         size_t half = count / 2;
-        if (Text::SplitsPair(chunk, count, half)) --half;
+        if (Surrogates::SplitsPair(chunk, count, half)) --half;
         return half && GiveConverted(page, chunk, half, out) && GiveConverted(page, chunk + half, count - half, out);
     }
 

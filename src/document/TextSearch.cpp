@@ -1,5 +1,6 @@
 #include "document/TextSearch.h"
 
+#include "base/Surrogates.h"
 #include "base/Text.h"
 #include "settings/AdditionalSettings.h"
 
@@ -20,8 +21,8 @@ bool TextSearch::IsWholeWord(const Char* text, uint32_t length, TextRange range)
 
 bool TextSearch::Accepts(uint32_t at) const {
     const TextRange match = {at, at + query.length};
-    const bool isWhole = !additionalSettings.WholeCharacters ||
-                         (!Text::SplitsPair(text, length, match.start) && !Text::SplitsPair(text, length, match.end));
+    const bool isWhole = !additionalSettings.WholeCharacters || (!Surrogates::SplitsPair(text, length, match.start) &&
+                                                                 !Surrogates::SplitsPair(text, length, match.end));
     return isWhole && (!query.wholeWord || IsWholeWord(text, length, match));
 }
 

@@ -1,5 +1,6 @@
 #include "view/AccessibleUnits.h"
 
+#include "base/Surrogates.h"
 #include "base/Text.h"
 #include "view/ShownText.h"
 
@@ -45,10 +46,6 @@ Kind KindOf(Char c) {
     return IsLetter(c) ? Kind::Letter : Kind::Mark;
 }
 
-bool SplitsPair(Char before, Char after) {
-    return IsBetween(before, 0xD800, 0xDBFF) && IsBetween(after, 0xDC00, 0xDFFF);
-}
-
 bool IsWordStart(Char before, Char after) {
     const Kind left = KindOf(before);
     const Kind right = KindOf(after);
@@ -60,7 +57,7 @@ bool IsWordStart(Char before, Char after) {
 bool IsStart(const ShownText& text, Piece piece, uint32_t offset) {
     const Char before = text.CharacterAt(offset - 1);
     const Char after = text.CharacterAt(offset);
-    return piece == Piece::Word ? IsWordStart(before, after) : !SplitsPair(before, after);
+    return piece == Piece::Word ? IsWordStart(before, after) : !Surrogates::IsPair(before, after);
 }
 
 uint32_t NextStart(const ShownText& text, Piece piece, uint32_t offset, uint32_t end) {

@@ -1,25 +1,23 @@
 #include "view/CaretStops.h"
 
-#include "base/Text.h"
+#include "base/Surrogates.h"
 #include "settings/AdditionalSettings.h"
 #include "viewbase/TextDirection.h"
 
 namespace {
 
-bool IsSecondHalf(Char c) { return (c & 0xFC00) == 0xDC00; }
-
 // Half a pair alone is no mark of the character before it.
 bool IsInside(TextSpan line, uint32_t column) {
     if (column == 0 || column >= line.length) return false;
     const Char next = line.text[column];
-    return IsSecondHalf(next) ? Text::SplitsPair(line.text, line.length, column)
-                              : TextDirection::KindOf(next) == TextDirection::Kind::Combining;
+    return Surrogates::IsSecond(next) ? Surrogates::SplitsPair(line.text, line.length, column)
+                                      : TextDirection::KindOf(next) == TextDirection::Kind::Combining;
 }
 
 } // namespace
 
 uint32_t CaretStops::OutsidePair(TextSpan line, uint32_t column) {
-    const bool splits = additionalSettings.WholeCharacters && Text::SplitsPair(line.text, line.length, column);
+    const bool splits = additionalSettings.WholeCharacters && Surrogates::SplitsPair(line.text, line.length, column);
     return splits ? column - 1 : column;
 }
 

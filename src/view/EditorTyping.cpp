@@ -1,6 +1,6 @@
 #include "view/EditorTyping.h"
 
-#include "base/Text.h"
+#include "base/Surrogates.h"
 #include "settings/AdditionalSettings.h"
 #include "settings/Settings.h"
 #include "view/CaretStops.h"
@@ -51,8 +51,8 @@ void TypeAtCaret(TextEditor& editor, Char character) {
     const TextSpan line = editor.Text().Line(editor.CaretLine());
     bool overwrites = editor.IsOverwriting();
     if (overwrites && additionalSettings.WholeCharacters) {
-        const bool isSecondHalf = column > 0 && Text::IsPair(line.text[column - 1], character);
-        if (!isSecondHalf && Text::SplitsPair(line.text, line.length, column + 1))
+        const bool isSecondHalf = column > 0 && Surrogates::IsPair(line.text[column - 1], character);
+        if (!isSecondHalf && Surrogates::SplitsPair(line.text, line.length, column + 1))
             return TypeOverPair(editor, character);
         overwrites = !isSecondHalf;
     }

@@ -1,6 +1,6 @@
 #include "view/LineLayout.h"
 
-#include "base/Text.h"
+#include "base/Surrogates.h"
 
 // Printable characters that are equally wide are skipped as a whole: a line may be 100 million characters
 // long, and the caret may be at its end.
@@ -43,9 +43,9 @@ uint32_t LineLayout::ColumnsWithin(TextSpan line, int64_t limit, LinePlace from)
 
 int32_t LineLayout::HalfWidth(TextSpan line, uint32_t column) const {
     const Char* const at = line.text + column;
-    if (column + 1 < line.length && Text::IsPair(at[0], at[1]))
+    if (column + 1 < line.length && Surrogates::IsPair(at[0], at[1]))
         return CharWidths::FirstShare(widths.OfPair(at[0], at[1]));
-    if (column > 0 && Text::IsPair(at[-1], at[0])) {
+    if (column > 0 && Surrogates::IsPair(at[-1], at[0])) {
         const int32_t both = widths.OfPair(at[-1], at[0]);
         return both - CharWidths::FirstShare(both);
     }

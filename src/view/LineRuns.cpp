@@ -1,6 +1,6 @@
 #include "view/LineRuns.h"
 
-#include "base/Text.h"
+#include "base/Surrogates.h"
 #include "viewbase/TextDirection.h"
 
 #include <utility>
@@ -80,7 +80,7 @@ bool LineRuns::AddPiece(const Char* text, uint32_t count, const Piece& piece) {
         } else if (shown == u' ' && style.showWhitespace) {
             kind = RunKind::VisibleSpace;
         }
-        hasSecond = Text::IsPair(shown, text[i]);
+        hasSecond = Surrogates::IsPair(shown, text[i]);
         if (!AddCharacter(shown, hasSecond ? text[i] : Char{0}, piece, kind)) return false;
     }
     return true;

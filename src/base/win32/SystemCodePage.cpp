@@ -1,6 +1,7 @@
 #include "base/SystemCodePage.h"
 
 #include "base/CodePage.h"
+#include "base/Surrogates.h"
 
 #include "base/Utf8.h"
 #include "base/win32/Windows.h"
@@ -43,8 +44,7 @@ size_t PieceLength(const uint8_t* bytes, size_t count) {
 
 size_t PieceLength(const Char* text, size_t count) {
     if (count <= LargestPiece) return count;
-    const bool splitsPair = (text[LargestPiece - 1] & 0xFC00) == 0xD800;
-    return LargestPiece - (splitsPair ? 1 : 0);
+    return LargestPiece - (Surrogates::IsFirst(text[LargestPiece - 1]) ? 1 : 0);
 }
 
 int ConvertPiece(UINT page, const uint8_t* bytes, size_t count, Char* out, size_t room) {

@@ -1,5 +1,6 @@
 // With the additional setting WholeCharacters on: nothing stops inside of what is seen as one character.
 
+#include "base/Surrogates.h"
 #include "support/FailureInjection.h"
 #include "support/Random.h"
 #include "support/ViewTest.h"
@@ -283,7 +284,7 @@ TEST_F(WholeCharacterTest, RandomStepsNeverStopInsideAPair) {
                 const std::u16string now = Text();
                 for (const uint32_t offset : {editor->CaretOffset(), editor->SelectionAnchor()}) {
                     ASSERT_LE(offset, now.size());
-                    ASSERT_FALSE(::Text::SplitsPair(now.data(), now.size(), offset)) << round << ' ' << step;
+                    ASSERT_FALSE(Surrogates::SplitsPair(now.data(), now.size(), offset)) << round << ' ' << step;
                 }
                 ASSERT_EQ(editor->Text().LineStart(editor->CaretLine()) + editor->CaretColumn(), editor->CaretOffset());
             }
