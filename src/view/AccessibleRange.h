@@ -36,8 +36,8 @@ public:
         bool matchCase = false;
     };
     [[nodiscard]] bool Find(const ShownText& text, const Wanted& wanted, uint32_t& found) const;
-    // The part to be read when at most `limit` characters are asked for, all of it when that is negative. A surrogate
-    // pair is not split.
+    // The part to be read when at most `limit` characters are asked for, all of it when that is negative. No
+    // character is split.
     TextRange Readable(const ShownText& text, int32_t limit) const;
 
 private:

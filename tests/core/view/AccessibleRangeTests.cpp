@@ -90,6 +90,17 @@ TEST_F(AccessibleRangeTest, ACharacterIsAWholePair) {
     EXPECT_EQ(Range(1, 4).Readable(Shown(), 1), (TextRange{1, 1}));
 }
 
+TEST_F(AccessibleRangeTest, ACharacterHasItsMarks) {
+    Fill(u"e\u0301\u0302x\n\u0301\u0915\u093F\U00011347\u200D");
+    EXPECT_EQ(Expanded(AccessibleUnit::Character, 2), (TextRange{0, 3}));
+    EXPECT_EQ(Expanded(AccessibleUnit::Character, 4), (TextRange{4, 5})) << "a line feed has none";
+    EXPECT_EQ(Expanded(AccessibleUnit::Character, 5), (TextRange{5, 6})) << "nor has a mark without a letter a letter";
+    EXPECT_EQ(Expanded(AccessibleUnit::Character, 9), (TextRange{6, 10})) << "a mark may be a pair";
+    EXPECT_EQ(Range(0, 4).Readable(Shown(), 2), (TextRange{0, 0}));
+    Fill(u"-\u0335 a");
+    EXPECT_EQ(Expanded(AccessibleUnit::Word, 1), (TextRange{0, 2})) << "no word begins inside a character";
+}
+
 TEST_F(AccessibleRangeTest, AnEmptyTextHasOneEmptyUnit) {
     for (const AccessibleUnit unit : Units) {
         EXPECT_EQ(Walked(unit), (Parts{""}));
@@ -175,7 +186,7 @@ protected:
         return static_cast<int32_t>(random.Below(11)) - 5;
     }
     void Edit() {
-        constexpr Char Characters[] = {u'a', u'Z', u'_', u'.', u'(', u' ', u'\t', u'\n', 0x144, 0xD83D, 0xDE00};
+        constexpr Char Characters[] = {u'a', u'Z', u'_', u'.', u'(', u' ', u'\t', u'\n', 0x144, 0x301, 0xD83D, 0xDE00};
         view().MoveCaretToOffset(random.Below(model.text.size() + 1), false);
         if (model.text.size() > 60 || random.OneIn(4)) {
             Press(ViewKey::Delete);

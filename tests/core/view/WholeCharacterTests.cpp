@@ -56,6 +56,26 @@ TEST_F(WholeCharacterTest, TheArrowsPassPairsAndMarks) {
     EXPECT_EQ(Stops(ViewKey::Left), (Columns{7, 6, 3, 1, 0}));
 }
 
+// Vowel signs and the like of every script, also those beyond U+FFFF.
+TEST_F(WholeCharacterTest, TheArrowsPassTheMarksOfEveryScript) {
+    Fill(u"\u0939\u093F\u0928\u094D\u0926\u0940"); // Devanagari
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 2, 4, 6}));
+    Fill(u"\u0E17\u0E35\u0E48\u0E44"); // Thai
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 3, 4}));
+    Fill(u"\u0F56\u0F66\u0F90\u0F71"); // Tibetan
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 1, 4}));
+    Fill(u"\u1781\u17D2\u1798\u17C2"); // Khmer
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 2, 4}));
+    Fill(u"\u304B\u3099\u304D"); // Japanese
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 2, 3}));
+    Fill(u"\U0001E922\U0001E944\u845B\U000E0100x"); // Adlam, and an ideograph's variant
+    EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 4, 7, 8}));
+    EXPECT_EQ(Stops(ViewKey::Left), (Columns{8, 7, 4, 0}));
+    PutAt(0, 4);
+    Press(ViewKey::Backspace);
+    EXPECT_EQ(Text(), u"\U0001E922\u845B\U000E0100x");
+}
+
 TEST_F(WholeCharacterTest, AMarkWithoutALetterAndHalfAPairAreStops) {
     Fill(std::u16string(u"\u0301a") + HighHalf + u"b" + HighHalf + HighHalf + u"z");
     EXPECT_EQ(Stops(ViewKey::Right), (Columns{0, 1, 2, 3, 4, 5, 6, 7}));
