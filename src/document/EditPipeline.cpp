@@ -132,6 +132,7 @@ void EditPipeline::Tell(UndoRecord& record, bool undone) {
 void EditPipeline::TellChange(const TextChange& change) {
     edited = true;
     journal.Changed(change);
+    notifier.TextEdited(change);
     if (!change.inEditLine) {
         notifier.TextChanged(change.start);
         notifier.LineCountChanged();
@@ -158,6 +159,7 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     change.start = from;
     change.inserted.characters = store.Length() - from;
     journal.Changed(change);
+    notifier.TextEdited(change);
     notifier.TextChanged(from);
     const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
     for (TextDocumentView* view : target.views) {

@@ -11,14 +11,17 @@ struct TextChange;
 // What a text document knows of a view beyond what every document does. Lines and columns are 0-based; offsets
 // are absolute.
 //
-// An edit is told once it is made and recorded: TextChanged, LineCountChanged, where the view goes, and what
-// to repaint. Until EditFinished a view only looks at the document; it opens no line, writes nothing back and
+// An edit is told once it is made and recorded: TextEdited, TextChanged, LineCountChanged, where the view goes, and
+// what to repaint. Until EditFinished a view only looks at the document; it opens no line, writes nothing back and
 // edits nothing.
 class TextDocumentView : public DocumentView {
 public:
     // Repaints these lines.
     virtual void InvalidateLines(LineRange lines) = 0;
     virtual void LineCountChanged() = 0;
+    // An edit was made, in this view or another one. Sent first; what else it means for the view is told by the
+    // operations below.
+    virtual void TextEdited(const TextChange& change) = 0;
     // The store from `offset` on holds other text than before, or the edit line that starts there may
     // change how later lines colour, or (offset 0) the engine is another one. Sent before any of the
     // operations below, so that a view never uses a syntax state it remembers from after `offset`.

@@ -2,6 +2,10 @@
 
 #include "document/TextChange.h"
 
+void ViewNotifier::TextEdited(const TextChange& change) const {
+    for (TextDocumentView* view : views) view->TextEdited(change);
+}
+
 void ViewNotifier::TextChanged(uint32_t offset) const {
     for (TextDocumentView* view : views) view->TextChanged(offset);
 }

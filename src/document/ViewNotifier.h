@@ -25,6 +25,7 @@ public:
     };
     bool IsTelling() const { return telling; }
 
+    void TextEdited(const TextChange& change) const;
     void TextChanged(uint32_t offset) const;
     void LineCountChanged() const;
     void MoveToStart() const;

@@ -3,6 +3,7 @@
 #include "base/Scan.h"
 #include "base/WString.h"
 #include "document/TextBuffer.h"
+#include "document/TextChange.h"
 #include "view/ShownText.h"
 
 #include <algorithm>
@@ -23,6 +24,12 @@ size_t FindIn(const Char* text, size_t count, const AccessibleRange::Wanted& wan
 }
 
 } // namespace
+
+void AccessibleRange::Follow(const TextChange& change) {
+    const bool isBefore = change.start == range.start && change.removed.characters == 0 && !range.IsEmpty();
+    range.start = isBefore ? range.start + change.inserted.characters : change.Moved(range.start);
+    range.end = change.Moved(range.end);
+}
 
 TextRange AccessibleRange::Within(const ShownText& text) const {
     const uint32_t end = std::min(range.end, text.Length());

@@ -3,15 +3,22 @@
 #include "document/TextRange.h"
 #include "view/AccessibleUnits.h"
 
+struct TextChange;
+
 // One end of a range. The numbers are the system's.
 enum class RangeEnd : uint32_t { Start = 0, End = 1 };
 
-// A piece of a text that a screen reader holds on to, and moves. It does not hear of edits: what lies outside the text
-// by then is moved to its end, by every operation and before anything else. Offsets count the text as it is shown.
+// A piece of a text that a screen reader holds on to, and moves. What lies outside the text is moved to its end, by
+// every operation and before anything else: an edit that it was not told of may have shortened the text. Offsets count
+// the text as it is shown.
 class AccessibleRange {
 public:
     AccessibleRange() = default;
     explicit AccessibleRange(TextRange covered) : range(covered) {}
+
+    // Stays on its characters. What is inserted at its ends does not become part of it; of what takes the place of some
+    // of them it has as many characters as before, if there are that many.
+    void Follow(const TextChange& change);
 
     // Inside the text, from the first to the last.
     TextRange Within(const ShownText& text) const;

@@ -26,6 +26,8 @@ AccessibleState AccessibleText::State() const {
 
 const ShownText& AccessibleText::Text() const { return editor.Text(); }
 
+HeldRanges& AccessibleText::Held() const { return editor.Held(); }
+
 bool AccessibleText::HasFocus() const { return editor.HasFocus(); }
 
 TextRange AccessibleText::All() const { return {0, Text().Length()}; }

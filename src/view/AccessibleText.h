@@ -5,6 +5,7 @@
 #include "viewbase/AccessibleElement.h"
 #include "viewbase/EditorSurface.h"
 
+class HeldRanges;
 class TextEditor;
 
 // A rectangle of the client area, in pixels, without its right and bottom edges.
@@ -32,6 +33,7 @@ public:
     AccessibleState State() const override;
 
     const ShownText& Text() const;
+    HeldRanges& Held() const;
     bool HasFocus() const;
     // All of the text, what is selected (empty at the caret), the caret, and the lines that are seen, if only in part.
     TextRange All() const;

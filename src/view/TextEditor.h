@@ -2,6 +2,7 @@
 
 #include "document/TextBuffer.h"
 #include "view/BracketMatch.h"
+#include "view/HeldRanges.h"
 #include "view/ShownText.h"
 #include "view/StatusFields.h"
 #include "view/TextCaret.h"
@@ -30,6 +31,7 @@ public:
     const ShownText& Text() const { return text; }
     const TextCaret& Caret() const { return caret; }
     TextViewport& Viewport() { return viewport; }
+    HeldRanges& Held() { return heldRanges; }
     const TextViewport& Viewport() const { return viewport; }
     // In any view of the document.
     BracketPair MatchedBrackets() const { return BracketMatch::Highlighted(text); }
@@ -41,6 +43,7 @@ public:
     void Invalidate() override { redraw.InvalidateAll(); }
     void InvalidateLines(LineRange lines) override;
     void LineCountChanged() override;
+    void TextEdited(const TextChange& change) override { heldRanges.Follow(change); }
     void TextChanged(uint32_t offset) override;
     void PlaceCaret(TextPosition place) override;
     void PlaceSelection(TextSelection selection) override;
@@ -104,6 +107,7 @@ private:
     TextCaret caret;
     TextViewport viewport{surface, textSurface, text, redraw};
     uint32_t editCount = 0;
+    HeldRanges heldRanges;
     bool matchDue = false; // an edit has moved the caret
     StatusFields status;
     bool overwrite = false;

@@ -63,6 +63,7 @@ public:
     void Invalidate() override { ++invalidations; }
     void InvalidateLines(LineRange lines) override { invalidatedLines.push_back(lines); }
     void LineCountChanged() override { ++lineCountChanges; }
+    void TextEdited(const TextChange&) override {}
     void TextChanged(uint32_t offset) override {
         textChanges.push_back(offset);
         movesBeforeChange = caretMoves;

@@ -287,6 +287,22 @@ TEST_F(TextPatternTest, AttributesAndElements) {
     EXPECT_EQ(pattern->RangeFromAnnotation(element.Get(), &found), E_INVALIDARG);
 }
 
+TEST_F(TextPatternTest, RangesStayOnTheirCharacters) {
+    ShowText(u"one two three");
+    const Range two(Part(4, 7));
+    ITextRangeProvider* copy = nullptr;
+    ASSERT_EQ(two->Clone(&copy), S_OK);
+    Range clone(copy);
+    (*document)->InsertText(0, u"zero ", 5);
+    EXPECT_EQ(Read(two.Get()), u"two");
+    EXPECT_EQ(Read(clone.Get()), u"two");
+    clone.Reset();
+    (*document)->DeleteText({0, 7});
+    EXPECT_EQ(Read(two.Get()), u"two");
+    SendMessageW(Window(), WM_CHAR, L'x', 1);
+    EXPECT_EQ(Read(two.Get()), u"two");
+}
+
 // A range that was made for a longer text.
 TEST_F(TextPatternTest, OffsetsOutsideTheTextAreAtItsEnd) {
     ShowText(u"one two three");

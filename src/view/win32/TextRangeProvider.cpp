@@ -59,7 +59,7 @@ HRESULT TextRangeProvider::Open(ITextRangeProvider* other, ComReference<TextRang
 HRESULT TextRangeProvider::Clone(ITextRangeProvider** out) {
     if (!out) return E_INVALIDARG;
     *out = nullptr;
-    return provider->IsCut() ? Uia::NotAvailable : Return(range, out);
+    return provider->IsCut() ? Uia::NotAvailable : Return(held.range, out);
 }
 
 HRESULT TextRangeProvider::Compare(ITextRangeProvider* other, BOOL* out) {
@@ -67,7 +67,7 @@ HRESULT TextRangeProvider::Compare(ITextRangeProvider* other, BOOL* out) {
     *out = FALSE;
     ComReference<TextRangeProvider> own;
     const HRESULT result = Open(other, own);
-    if (result == S_OK) *out = range.Within(text.Text()) == own->range.Within(text.Text());
+    if (result == S_OK) *out = held.range.Within(text.Text()) == own->held.range.Within(text.Text());
     return result;
 }
 
@@ -77,13 +77,13 @@ HRESULT TextRangeProvider::CompareEndpoints(TextPatternRangeEndpoint end, ITextR
     *out = 0;
     ComReference<TextRangeProvider> own;
     const HRESULT result = Open(other, own);
-    if (result == S_OK) *out = range.Compare(text.Text(), EndOf(end), own->range, EndOf(otherEnd));
+    if (result == S_OK) *out = held.range.Compare(text.Text(), EndOf(end), own->held.range, EndOf(otherEnd));
     return result;
 }
 
 HRESULT TextRangeProvider::ExpandToEnclosingUnit(TextUnit unit) {
     if (provider->IsCut()) return Uia::NotAvailable;
-    range.Expand(text.Text(), UnitOf(unit));
+    held.range.Expand(text.Text(), UnitOf(unit));
     return S_OK;
 }
 
@@ -102,7 +102,7 @@ HRESULT TextRangeProvider::FindText(BSTR wanted, BOOL backward, BOOL ignoreCase,
     const AccessibleRange::Wanted query = {FromWide(wanted), AccessibleLibraries::LengthOf(wanted), backward != FALSE,
                                            ignoreCase == FALSE};
     uint32_t found = 0;
-    if (!range.Find(text.Text(), query, found)) return E_OUTOFMEMORY;
+    if (!held.range.Find(text.Text(), query, found)) return E_OUTOFMEMORY;
     return found == NoOffset ? S_OK : Return(AccessibleRange({found, found + query.count}), out);
 }
 
@@ -127,7 +127,7 @@ HRESULT TextRangeProvider::GetBoundingRectangles(SAFEARRAY** out) {
     *out = nullptr;
     if (provider->IsCut()) return Uia::NotAvailable;
     Array<ClientRectangle> seen;
-    if (text.AppendRectangles(range, seen)) *out = MakeRectangles(provider->Window(), seen);
+    if (text.AppendRectangles(held.range, seen)) *out = MakeRectangles(provider->Window(), seen);
     return *out ? S_OK : E_OUTOFMEMORY;
 }
 
@@ -144,7 +144,7 @@ HRESULT TextRangeProvider::GetText(int limit, BSTR* out) {
     if (!out || limit < -1) return E_INVALIDARG;
     *out = nullptr;
     if (provider->IsCut()) return Uia::NotAvailable;
-    const TextRange part = range.Readable(text.Text(), limit);
+    const TextRange part = held.range.Readable(text.Text(), limit);
     *out = AccessibleLibraries::MakeText(nullptr, part.Length());
     if (!*out) return E_OUTOFMEMORY;
     text.Text().Copy(part, FromWide(*out));
@@ -155,7 +155,7 @@ HRESULT TextRangeProvider::Move(TextUnit unit, int count, int* out) {
     if (!out) return E_INVALIDARG;
     *out = 0;
     if (provider->IsCut()) return Uia::NotAvailable;
-    *out = range.Move(text.Text(), UnitOf(unit), count);
+    *out = held.range.Move(text.Text(), UnitOf(unit), count);
     return S_OK;
 }
 
@@ -163,7 +163,7 @@ HRESULT TextRangeProvider::MoveEndpointByUnit(TextPatternRangeEndpoint end, Text
     if (!out) return E_INVALIDARG;
     *out = 0;
     if (provider->IsCut()) return Uia::NotAvailable;
-    *out = range.MoveEnd(text.Text(), EndOf(end), UnitOf(unit), count);
+    *out = held.range.MoveEnd(text.Text(), EndOf(end), UnitOf(unit), count);
     return S_OK;
 }
 
@@ -171,13 +171,13 @@ HRESULT TextRangeProvider::MoveEndpointByRange(TextPatternRangeEndpoint end, ITe
                                                TextPatternRangeEndpoint otherEnd) {
     ComReference<TextRangeProvider> own;
     const HRESULT result = Open(other, own);
-    if (result == S_OK) range.MoveEndTo(text.Text(), EndOf(end), own->range, EndOf(otherEnd));
+    if (result == S_OK) held.range.MoveEndTo(text.Text(), EndOf(end), own->held.range, EndOf(otherEnd));
     return result;
 }
 
 HRESULT TextRangeProvider::Select() {
     if (provider->IsCut()) return Uia::NotAvailable;
-    text.Select(range);
+    text.Select(held.range);
     return S_OK;
 }
 
@@ -188,7 +188,7 @@ HRESULT TextRangeProvider::RemoveFromSelection() { return AddToSelection(); }
 
 HRESULT TextRangeProvider::ScrollIntoView(BOOL toTop) {
     if (provider->IsCut()) return Uia::NotAvailable;
-    text.ScrollTo(range, toTop != FALSE);
+    text.ScrollTo(held.range, toTop != FALSE);
     return S_OK;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/AccessibleText.h"
+#include "view/HeldRanges.h"
 #include "viewbase/win32/ViewProvider.h"
 
 // A piece of the text, for screen readers; AccessibleRange decides everything about it. `shown` is the view's, for as
@@ -8,7 +9,7 @@
 class TextRangeProvider final : public ComObject<ITextRangeProvider> {
 public:
     TextRangeProvider(ViewProvider& element, AccessibleText& shown, const AccessibleRange& covered)
-        : text(shown), range(covered) {
+        : text(shown), held(shown.Held(), covered) {
         provider.Share(&element);
     }
 
@@ -46,5 +47,5 @@ private:
 
     ComReference<ViewProvider> provider;
     AccessibleText& text;
-    AccessibleRange range;
+    HeldRange held;
 };

@@ -23,6 +23,7 @@ public:
     void Invalidate() override {}
     void InvalidateLines(LineRange) override {}
     void LineCountChanged() override {}
+    void TextEdited(const TextChange&) override {}
     void TextChanged(uint32_t) override {}
     void PlaceCaret(TextPosition place) override { caretLine = place.line; }
     void PlaceSelection(TextSelection) override {}
