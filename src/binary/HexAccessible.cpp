@@ -50,5 +50,5 @@ bool HexAccessible::IsReadOnly() const {
 AccessibleState HexAccessible::State() const {
     // Both nibbles of a byte are places of their own.
     const uint64_t nibble = editor.IsOnLowNibble() ? 1 : 0;
-    return {editor.Anchor() * 2, editor.Caret() * 2 + nibble, editor.Caret() / PerRow, editor.ChangeCount()};
+    return {editor.Anchor() * 2, editor.Caret() * 2 + nibble, editor.Caret() / PerRow, editor.ChangeCount(), NameSum()};
 }

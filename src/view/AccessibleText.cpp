@@ -21,7 +21,7 @@ bool AccessibleText::IsReadOnly() const {
 }
 
 AccessibleState AccessibleText::State() const {
-    return {editor.SelectionAnchor(), editor.CaretOffset(), editor.CaretLine(), editor.EditCount()};
+    return {editor.SelectionAnchor(), editor.CaretOffset(), editor.CaretLine(), editor.EditCount(), NameSum()};
 }
 
 const ShownText& AccessibleText::Text() const { return editor.Text(); }

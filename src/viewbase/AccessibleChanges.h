@@ -7,6 +7,7 @@ struct AccessibleEvents {
     bool focus = false;     // another document has come under the focus
     bool text = false;      // it was edited
     bool value = false;     // the value is another one
+    bool name = false;      // the document is called otherwise
     bool selection = false; // the caret or the selection has moved
 
     bool operator==(const AccessibleEvents&) const = default;

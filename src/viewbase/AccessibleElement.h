@@ -11,6 +11,7 @@ struct AccessibleState {
     uint64_t caret = 0;
     uint64_t line = 0;  // of the caret; the row of a hex view
     uint64_t edits = 0; // grows with every edit
+    uint64_t name = 0;  // another one for another name
 
     bool operator==(const AccessibleState&) const = default;
 };
@@ -32,4 +33,7 @@ public:
 
 protected:
     ~AccessibleElement() = default;
+
+    // For the state.
+    uint64_t NameSum() const;
 };

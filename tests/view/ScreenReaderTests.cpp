@@ -70,6 +70,7 @@ protected:
 using Numbers = std::vector<int>;
 using WinNumbers = std::vector<DWORD>;
 
+constexpr DWORD NameChange = 0x800C;
 constexpr DWORD ValueChange = 0x800E;
 constexpr DWORD SelectionChange = 0x8014;
 constexpr DWORD FocusChange = 0x8005;
@@ -222,6 +223,19 @@ TEST_F(ScreenReaderTest, AMoveOfTheCaretIsToldAlone) {
     ASSERT_TRUE(WaitForEvents());
     EXPECT_EQ(TakeWinEvents(), (WinNumbers{ValueChange, SelectionChange}));
     EXPECT_TRUE(TakeEvents().empty());
+}
+
+TEST_F(ScreenReaderTest, AnotherNameIsTold) {
+    Show(u"one");
+    FocusView();
+    const ComReference<IRawElementProviderSimple> element(Ask());
+    ASSERT_TRUE((*document)->SetTitle(u"other"));
+    Editor().UpdateCaret(false);
+    ASSERT_TRUE(WaitForEvents());
+    EXPECT_EQ(TakeWinEvents(), (WinNumbers{NameChange}));
+    ASSERT_EQ(AutomationCalls::events.size(), 1u);
+    EXPECT_EQ(AutomationCalls::events[0].value, u"other");
+    EXPECT_EQ(TakeEvents(), (Numbers{UIA_NamePropertyId}));
 }
 
 TEST_F(ScreenReaderTest, AViewWithoutTheFocusTellsNothing) {

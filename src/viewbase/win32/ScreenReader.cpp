@@ -54,6 +54,7 @@ void ScreenReader::OnTimer(HWND window) {
 
 void ScreenReader::Tell(HWND window, const AccessibleEvents& events) {
     if (events.focus) NotifyWinEvent(EVENT_OBJECT_FOCUS, window, OBJID_CLIENT, CHILDID_SELF);
+    if (events.name) NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
     if (events.value) NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
     if (events.selection) NotifyWinEvent(TextSelectionChanged, window, OBJID_CLIENT, CHILDID_SELF);
     const auto* automation = AccessibleLibraries::LoadedAutomation();
@@ -70,13 +71,21 @@ void ScreenReader::TellAutomation(const AccessibleEvents& events) {
     if (events.focus) automation->raiseEvent(told.Get(), Uia::FocusChanged);
     if (events.text && hasText) automation->raiseEvent(told.Get(), Uia::TextChanged);
     if (events.selection && hasText) automation->raiseEvent(told.Get(), Uia::SelectionChanged);
-    if (!events.value || told->IsCut()) return;
-    VARIANT before = {};
+    BSTR text = nullptr;
+    if (events.name && !told->IsCut() && AccessibleTexts::GetName(told->Element(), text) == S_OK)
+        TellText(*told.Get(), UIA_NamePropertyId, text);
+    if (events.value && !told->IsCut() && AccessibleTexts::GetValue(told->Element(), text) == S_OK)
+        TellText(*told.Get(), UIA_ValueValuePropertyId, text);
+}
+
+// Takes the text over.
+void ScreenReader::TellText(ViewProvider& told, PROPERTYID property, BSTR text) {
+    const AccessibleLibraries::HeldText held(text);
+    const VARIANT before = {};
     VARIANT now = {};
-    if (AccessibleTexts::GetValue(told->Element(), now.bstrVal) != S_OK) return;
-    const AccessibleLibraries::HeldText value(now.bstrVal);
     now.vt = VT_BSTR;
-    automation->raisePropertyChange(told.Get(), UIA_ValueValuePropertyId, before, now);
+    now.bstrVal = text;
+    AccessibleLibraries::LoadedAutomation()->raisePropertyChange(&told, property, before, now);
 }
 
 void ScreenReader::Leave() {

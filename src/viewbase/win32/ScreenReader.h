@@ -37,6 +37,7 @@ private:
     LRESULT AnswerClassic(HWND window, WPARAM wparam);
     void Tell(HWND window, const AccessibleEvents& events);
     void TellAutomation(const AccessibleEvents& events);
+    static void TellText(ViewProvider& told, PROPERTYID property, BSTR text);
 
     static inline bool isAsked = false; // by whomever, any window of the process
 

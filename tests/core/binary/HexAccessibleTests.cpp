@@ -40,9 +40,9 @@ TEST_F(HexAccessibleTest, AfterTheLastFullRowThereIsOnlyAnOffset) {
 TEST_F(HexAccessibleTest, StateTellsNibblesRowsAndEdits) {
     Show(std::string(40, 'x'));
     const AccessibleState start = Accessible().State();
-    EXPECT_EQ(start, (AccessibleState{0, 0, 0, start.edits}));
+    EXPECT_EQ(start, (AccessibleState{0, 0, 0, start.edits, start.name}));
     view().GoTo(17);
-    EXPECT_EQ(Accessible().State(), (AccessibleState{34, 34, 1, start.edits}));
+    EXPECT_EQ(Accessible().State(), (AccessibleState{34, 34, 1, start.edits, start.name}));
     input().OnChar(u'A');
     EXPECT_TRUE(view().IsOnLowNibble());
     EXPECT_EQ(Accessible().State().caret, 35u);

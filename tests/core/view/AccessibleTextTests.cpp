@@ -56,12 +56,23 @@ TEST_F(AccessibleTextTest, TheNameIsTheDocuments) {
     delete shown; // no document owns it any more
 }
 
+TEST_F(AccessibleTextTest, AnotherNameChangesTheState) {
+    ShowIn(u"");
+    ASSERT_TRUE(buffer().SetTitle(u"New 1"));
+    const AccessibleState before = Accessible().State();
+    EXPECT_EQ(Accessible().State(), before);
+    ASSERT_TRUE(buffer().SetTitle(u"New 2"));
+    EXPECT_NE(Accessible().State().name, before.name);
+    ASSERT_TRUE(buffer().SetTitle(u"New 1"));
+    EXPECT_EQ(Accessible().State(), before);
+}
+
 TEST_F(AccessibleTextTest, EveryEditChangesTheState) {
     ShowIn(u"one\n|two");
     AccessibleState before = Accessible().State();
-    EXPECT_EQ(before, (AccessibleState{4, 4, 1, before.edits}));
+    EXPECT_EQ(before, (AccessibleState{4, 4, 1, before.edits, before.name}));
     Press(ViewKey::Left, false, true);
-    EXPECT_EQ(Accessible().State(), (AccessibleState{4, 3, 0, before.edits}));
+    EXPECT_EQ(Accessible().State(), (AccessibleState{4, 3, 0, before.edits, before.name}));
     // Typing in the open line, which the store does not see yet, as well as what is written back at once.
     Type(u"x");
     EXPECT_GT(Accessible().State().edits, before.edits);

@@ -4,7 +4,9 @@
 
 namespace {
 
-AccessibleEvents Events(bool focus, bool text, bool value, bool selection) { return {focus, text, value, selection}; }
+AccessibleEvents Events(bool focus, bool text, bool value, bool selection) {
+    return {focus, text, value, false, selection};
+}
 
 TEST(AccessibleChangesTest, NothingIsToldTwice) {
     AccessibleChanges changes;
@@ -28,6 +30,18 @@ TEST(AccessibleChangesTest, AnotherLineIsAnotherValue) {
     EXPECT_EQ(changes.Take({8, 20, 2, 0}), Events(false, false, true, true));
     // An edit elsewhere moves no caret.
     EXPECT_EQ(changes.Take({8, 20, 2, 1}), Events(false, true, true, false));
+}
+
+TEST(AccessibleChangesTest, AnotherNameIsToldUnlessTheDocumentIsAnother) {
+    AccessibleChanges changes;
+    changes.Skip({3, 3, 1, 9, 1});
+    AccessibleEvents named;
+    named.name = true;
+    EXPECT_EQ(changes.Take({3, 3, 1, 9, 2}), named);
+    EXPECT_EQ(changes.Take({3, 3, 1, 9, 2}), AccessibleEvents());
+    changes.DocumentShown();
+    EXPECT_FALSE(changes.Take({3, 3, 1, 9, 4}).name);
+    EXPECT_EQ(changes.Take({3, 3, 1, 9, 4}), AccessibleEvents());
 }
 
 TEST(AccessibleChangesTest, AnotherDocumentIsToldOnceWithItsCaret) {

@@ -1,0 +1,11 @@
+#include "viewbase/AccessibleElement.h"
+
+#include "base/Checksum.h"
+#include "base/Text.h"
+
+uint64_t AccessibleElement::NameSum() const {
+    const Char* const name = Name();
+    Checksum sum;
+    sum.Add(name, size_t{Text::Length(name)} * sizeof(Char));
+    return sum.Value();
+}
