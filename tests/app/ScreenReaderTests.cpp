@@ -22,9 +22,10 @@ protected:
         if (pane) pane->Release();
         OleUninitialize();
     }
-    void Ask() {
+    void Ask() { Ask(editor.Panes().at(0)); }
+    void Ask(HWND window) {
         void* object = nullptr;
-        ASSERT_EQ(find(editor.Panes().at(0), static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible), &object), S_OK);
+        ASSERT_EQ(find(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible), &object), S_OK);
         pane = static_cast<IAccessible*>(object);
     }
     static VARIANT Self() {
@@ -63,6 +64,15 @@ TEST_F(ScreenReaderTest, APaneSaysItsNameAndTheLineOfItsCaret) {
     ASSERT_TRUE(editor.Type(L"x"));
     ASSERT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));
     EXPECT_EQ(Value(), L"xtwo");
+}
+
+// Its message, which is its first part, is none.
+TEST_F(ScreenReaderTest, TheStatusBarHasAName) {
+    ASSERT_TRUE(OpenFile(L"a.txt", "one"));
+    ASSERT_NO_FATAL_FAILURE(Ask(window::Children(editor.Main(), STATUSCLASSNAMEW).at(0)));
+    EXPECT_EQ(Name(), L"Status");
+    ASSERT_TRUE(editor.Keys(L"Ctrl+End"));
+    ASSERT_TRUE(editor.WaitForStatus(3, L"\tCol 4")) << "the parts are as before";
 }
 
 TEST_F(ScreenReaderTest, TheEditorEndsWhoeverStillAsks) {

@@ -1,5 +1,8 @@
 #include "app/win32/StatusBar.h"
 
+#include <algorithm>
+#include <climits>
+
 namespace {
 
 constexpr int PartCount = 5;
@@ -9,13 +12,26 @@ constexpr WPARAM PartOfField[PartCount] = {0, 2, 3, 4, 1};
 constexpr int GripWidth = 20;
 constexpr int PartWidths[PartCount] = {0, 50, 80, 80, 30}; // part 0 takes the rest
 
+// What screen readers call the bar is its window's text. The control would give them that of its first part, which is
+// most often none; the parts are read with messages of their own.
+constexpr wchar_t Name[] = L"Status";
+
+LRESULT CALLBACK NameProc(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+    if (message == WM_GETTEXTLENGTH) return lstrlenW(Name);
+    if (message != WM_GETTEXT) return DefSubclassProc(bar, message, wparam, lparam);
+    auto* const out = reinterpret_cast<wchar_t*>(lparam);
+    if (wparam == 0 || !lstrcpynW(out, Name, static_cast<int>(std::min<WPARAM>(wparam, INT_MAX)))) return 0;
+    return lstrlenW(out);
+}
+
 } // namespace
 
 bool StatusBar::Create(HWND parent, HINSTANCE instance) {
     window = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0, 0,
                              0, 0, parent, nullptr, instance, nullptr);
-    if (window) ApplyFont();
-    return window != nullptr;
+    if (!window) return false;
+    ApplyFont();
+    return SetWindowSubclass(window, NameProc, 0, 0) != 0;
 }
 
 void StatusBar::ApplyFont() { font.Apply(window, &NONCLIENTMETRICSW::lfStatusFont); }
