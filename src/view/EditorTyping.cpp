@@ -34,18 +34,19 @@ uint32_t BackToTabStop(TextSpan line, uint32_t column) {
 }
 
 // In one step.
-void TypeOverPair(TextEditor& editor, Char character) {
+bool TypeOverPair(TextEditor& editor, Char character) {
     TextBuffer& document = *editor.GetTextBuffer();
     const uint32_t column = editor.CaretColumn();
-    if (!document.BeginGroup()) return;
+    if (!document.BeginGroup()) return false;
     if (document.DeleteInEditLine(&editor, {column, column + 2}) &&
         document.TypeChar(&editor, character, column, true, false) && document.EndGroup())
-        return;
+        return true;
     document.AbandonGroup();
+    return false;
 }
 
 // The second half of a pair that is typed overwrites nothing more, and the first half the whole of a pair.
-void TypeAtCaret(TextEditor& editor, Char character) {
+bool TypeAtCaret(TextEditor& editor, Char character) {
     TextBuffer& document = *editor.GetTextBuffer();
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.Text().Line(editor.CaretLine());
@@ -56,7 +57,21 @@ void TypeAtCaret(TextEditor& editor, Char character) {
             return TypeOverPair(editor, character);
         overwrites = !isSecondHalf;
     }
-    document.TypeChar(&editor, character, column, true, overwrites);
+    return document.TypeChar(&editor, character, column, true, overwrites);
+}
+
+// Whether it is text, and not typed with Ctrl held.
+bool IsTyped(const EditorSurface& surface, Char character) {
+    const bool isText = character == u'\r' || character == u'\n' || character == u'\t' || character >= 32;
+    return isText && (!surface.IsCtrlDown() || (character >= 32 && IsAltGrDown(surface)));
+}
+
+// Whether something can be typed at the caret now.
+bool PrepareTyping(TextEditor& editor) {
+    if (editor.GetTextBuffer()->IsReadOnly()) return false; // nor scroll to where nothing will be typed
+    if (editor.Caret().HasSelection() && !editor.DeleteSelection()) return false;
+    editor.PrepareEdit();
+    return true;
 }
 
 // A tab before the caret counts as a whole tab width, not up to its stop.
@@ -75,22 +90,24 @@ void InsertTabAsSpaces(TextEditor& editor) {
 } // namespace
 
 void EditorTyping::Type(TextEditor& editor, Char character) {
-    const bool isText = character == u'\r' || character == u'\n' || character == u'\t' || character >= 32;
     const EditorSurface& surface = editor.Surface();
-    if (!isText || (surface.IsCtrlDown() && !(character >= 32 && IsAltGrDown(surface)))) return;
-    TextBuffer& document = *editor.GetTextBuffer();
-    const bool replaces = editor.Caret().HasSelection();
-    if (character == u'\t' && replaces && SpansLines(editor))
+    if (!IsTyped(surface, character)) return;
+    if (character == u'\t' && editor.Caret().HasSelection() && SpansLines(editor))
         return EditorIndent::IndentBlock(editor, surface.IsShiftDown());
-    if (character == u'\r' && document.IsOutput()) return EditorNavigation::OpenNamedFile(editor);
-    if (document.IsReadOnly()) return; // nor scroll to where nothing will be typed
-    if (replaces && !editor.DeleteSelection()) return;
-    editor.PrepareEdit();
+    if (character == u'\r' && editor.GetTextBuffer()->IsOutput()) return EditorNavigation::OpenNamedFile(editor);
+    if (!PrepareTyping(editor)) return;
     if (character == u'\t' && settings.ReplaceTabs) {
         InsertTabAsSpaces(editor);
     } else {
         TypeAtCaret(editor, character);
     }
+}
+
+void EditorTyping::TypePair(TextEditor& editor, Char first, Char second) {
+    if (!IsTyped(editor.Surface(), first) || !PrepareTyping(editor)) return;
+    TextBuffer& document = *editor.GetTextBuffer();
+    if (!document.BeginGroup()) return;
+    if (!TypeAtCaret(editor, first) || !TypeAtCaret(editor, second) || !document.EndGroup()) document.AbandonGroup();
 }
 
 void EditorTyping::DeleteForward(TextEditor& editor, bool word) {

@@ -11,6 +11,8 @@ namespace EditorTyping {
 // Types a character over the selection; what is no text, and anything with Ctrl held, is ignored, save a character
 // typed with Ctrl and Alt when the additional setting AltGr is on.
 void Type(TextEditor& editor, Char character);
+// The two halves of a character, in one step: all of it or nothing.
+void TypePair(TextEditor& editor, Char first, Char second);
 // Deletes the selection; without one (and for `word` in any case) the character at the caret or up to
 // the end of the word, which at the end of a line is the line feed.
 void DeleteForward(TextEditor& editor, bool word);

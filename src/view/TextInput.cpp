@@ -1,10 +1,13 @@
 #include "view/TextInput.h"
 
+#include "base/Surrogates.h"
+#include "settings/AdditionalSettings.h"
 #include "view/EditorKeys.h"
 #include "view/EditorNavigation.h"
 #include "view/EditorTyping.h"
 
 #include <algorithm>
+#include <utility>
 
 void TextInput::OnKeyDown(uint32_t key) {
     const TextBuffer* document = editor.GetTextBuffer();
@@ -14,7 +17,14 @@ void TextInput::OnKeyDown(uint32_t key) {
 }
 
 void TextInput::OnChar(Char character) {
-    if (editor.GetTextBuffer()) EditorTyping::Type(editor, character);
+    if (!editor.GetTextBuffer()) return;
+    const Char first = std::exchange(firstHalf, Char{0});
+    if (Surrogates::IsPair(first, character)) return EditorTyping::TypePair(editor, first, character);
+    if (first) EditorTyping::Type(editor, first);
+    if (additionalSettings.WholeCharacters && Surrogates::IsFirst(character))
+        firstHalf = character;
+    else
+        EditorTyping::Type(editor, character);
 }
 
 void TextInput::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) {

@@ -28,4 +28,5 @@ private:
     void ExtendSelection(ClientPoint point) override;
 
     MouseWheel sidewaysWheel;
+    Char firstHalf = 0; // of a pair whose second half is to be typed next; 0 for none
 };

@@ -224,6 +224,88 @@ TEST_F(WholeCharacterTest, APairIsTypedByItsHalvesAndOverwrittenAsOne) {
     EXPECT_EQ(Text(), u"\U0001F600b") << "each is one step";
 }
 
+// Its halves come one by one.
+TEST_F(WholeCharacterTest, APairIsTypedInOneStep) {
+    Show(u"a|()", u"a.c"); // at a bracket, whose partner is looked for in between
+    Type(Smile);
+    EXPECT_EQ(Text(), u"a\U0001F600()");
+    EXPECT_TRUE(buffer().Undo());
+    EXPECT_EQ(Text(), u"a()");
+    EXPECT_TRUE(buffer().Redo());
+    EXPECT_EQ(Text(), u"a\U0001F600()");
+    Show(u"|ab");
+    view().ToggleOverwrite();
+    Type(Smile);
+    EXPECT_EQ(Text(), u"\U0001F600b");
+    EXPECT_TRUE(buffer().Undo());
+    EXPECT_EQ(Text(), u"ab");
+    view().ToggleOverwrite();
+    Show(u"a^bc|d");
+    Type(Smile);
+    EXPECT_EQ(Text(), u"a\U0001F600d");
+    EXPECT_TRUE(buffer().Undo());
+    EXPECT_EQ(Text(), u"ad") << "a deleted selection is a step of its own";
+}
+
+TEST_F(WholeCharacterTest, ATypedPairPaintsItsLine) {
+    Show(u"a\nb|c\nd");
+    Type(Smile);
+    EXPECT_EQ(surface().allInvalidations, 0);
+    ASSERT_FALSE(surface().strips.empty());
+    for (const auto& strip : surface().strips) EXPECT_EQ(strip, (std::pair<int32_t, int32_t>(16, 32)));
+}
+
+TEST_F(WholeCharacterTest, HalvesAloneAreTypedAsTheyCome) {
+    Fill(u"ab");
+    PutAt(0, 1);
+    Type({LowHalf});
+    EXPECT_EQ(Text(), (std::u16string{u'a', LowHalf, u'b'}));
+    Type({HighHalf});
+    Press(ViewKey::Home);
+    Type(u"x");
+    EXPECT_EQ(Text(), (std::u16string{HighHalf, u'x', u'a', LowHalf, u'b'})) << "there is no pair to wait for";
+    Type({HighHalf, HighHalf, LowHalf});
+    EXPECT_EQ(Text(), (std::u16string{HighHalf, u'x', HighHalf, HighHalf, LowHalf, u'a', LowHalf, u'b'}));
+}
+
+TEST_F(WholeCharacterTest, ByDefaultEachHalfIsTypedAtOnce) {
+    on->WholeCharacters = 0;
+    Fill(u"ab");
+    Type({HighHalf});
+    EXPECT_EQ(Text(), (std::u16string{HighHalf, u'a', u'b'}));
+    Press(ViewKey::Right);
+    Type({LowHalf});
+    EXPECT_EQ(Text(), (std::u16string{HighHalf, u'a', LowHalf, u'b'}));
+}
+
+TEST_F(WholeCharacterTest, NoPairIsTypedWhereNothingIs) {
+    Fill(u"ab");
+    surface().ctrl = true;
+    Type(Smile);
+    surface().ctrl = false;
+    ASSERT_TRUE(buffer().MarkAsOutput());
+    Type(Smile);
+    EXPECT_EQ(Text(), u"ab");
+    EXPECT_FALSE(buffer().CanDo(DocumentCommand::Undo));
+}
+
+TEST_F(WholeCharacterTest, APairIsTypedAsAWholeOrNotAtAll) {
+    for (const bool overwrites : {false, true}) {
+        FailEachAllocation([&] {
+            auto pause = std::make_unique<FailurePause>();
+            Fill(u"\U0001F468b");
+            if (overwrites) view().ToggleOverwrite();
+            pause.reset();
+            Type(Smile);
+            const FailurePause checking;
+            const std::u16string text = Text();
+            const std::u16string typed = overwrites ? u"\U0001F600b" : u"\U0001F600\U0001F468b";
+            EXPECT_TRUE(text == u"\U0001F468b" || text == typed) << Plain(text);
+            return text == typed;
+        });
+    }
+}
+
 TEST_F(WholeCharacterTest, OverwritingAPairFailsAsAWhole) {
     FailEachAllocation([this] {
         auto pause = std::make_unique<FailurePause>();
