@@ -23,6 +23,7 @@ public:
     decltype(&ImmGetContext) getContext = Find<decltype(ImmGetContext)>("ImmGetContext");
     decltype(&ImmReleaseContext) releaseContext = Find<decltype(ImmReleaseContext)>("ImmReleaseContext");
     decltype(&ImmGetCompositionWindow) getWindow = Find<decltype(ImmGetCompositionWindow)>("ImmGetCompositionWindow");
+    decltype(&ImmGetCandidateWindow) getCandidates = Find<decltype(ImmGetCandidateWindow)>("ImmGetCandidateWindow");
     decltype(&ImmGetCompositionFontW) getFont = Find<decltype(ImmGetCompositionFontW)>("ImmGetCompositionFontW");
 
     bool TakesText(HWND window) const {

@@ -19,8 +19,11 @@ TextView::~TextView() {
 }
 
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_IME_STARTCOMPOSITION)
-        InputMethod::PlaceComposition(window, CaretPlace(), DrawingObjects::EditorFont());
+    if (message == WM_IME_STARTCOMPOSITION) {
+        composing = true;
+        PlaceComposition();
+    }
+    if (message == WM_IME_ENDCOMPOSITION) composing = false;
     if (message == WM_LBUTTONDBLCLK) {
         input.OnDoubleClick();
         return 0;
@@ -30,6 +33,16 @@ LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
 
 void TextView::PaintRows(HDC target, int top, int bottom) {
     if (plan.Begin(editor, top, bottom)) Draw(target, plan);
+}
+
+// A composition may go on while what it has composed is typed, the text scrolls or the font is another one.
+void TextView::ShowCaretAt(ClientPoint point) {
+    EditorWindow::ShowCaretAt(point);
+    if (composing) PlaceComposition();
+}
+
+void TextView::PlaceComposition() const {
+    InputMethod::PlaceComposition(window, CaretPlace(), Metrics().lineHeight, DrawingObjects::EditorFont());
 }
 
 IUnknown* TextView::MakeTextPattern(ViewProvider& provider) { return new TextPattern(provider, accessible); }

@@ -33,6 +33,7 @@ public:
     LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;
 
     // EditorSurface.
+    void ShowCaretAt(ClientPoint point) override;
     void ShowFindDialog() override;
     void ShowGoToDialog() override;
 
@@ -51,8 +52,11 @@ protected:
     EditorInput& Input() override { return input; }
 
 private:
+    void PlaceComposition() const;
+
     TextEditor editor{*this, *this};
     TextInput input{editor};
     AccessibleText accessible{editor};
     RowPlan plan;
+    bool composing = false; // an input method is, at the caret
 };

@@ -14,6 +14,7 @@ struct Library {
     decltype(&ImmReleaseContext) releaseContext = nullptr;
     decltype(&ImmAssociateContext) associateContext = nullptr;
     decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
+    decltype(&ImmSetCandidateWindow) setCandidateWindow = nullptr;
     decltype(&ImmSetCompositionFontW) setCompositionFont = nullptr;
 
     bool Load();
@@ -30,7 +31,7 @@ bool Library::Load() {
     if (!module.IsValid()) return false;
     if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
         Find(associateContext, "ImmAssociateContext") && Find(setCompositionWindow, "ImmSetCompositionWindow") &&
-        Find(setCompositionFont, "ImmSetCompositionFontW"))
+        Find(setCandidateWindow, "ImmSetCandidateWindow") && Find(setCompositionFont, "ImmSetCompositionFontW"))
         return true;
     module.Reset();
     return false;
@@ -52,7 +53,7 @@ private:
 
 } // namespace
 
-void InputMethod::PlaceComposition(HWND window, POINT point, HFONT font) {
+void InputMethod::PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font) {
     if (!library.Load()) return;
     const InputContext context(window);
     if (!context.Get()) return;
@@ -60,6 +61,11 @@ void InputMethod::PlaceComposition(HWND window, POINT point, HFONT font) {
     form.dwStyle = CFS_POINT;
     form.ptCurrentPos = point;
     library.setCompositionWindow(context.Get(), &form);
+    CANDIDATEFORM candidates = {};
+    candidates.dwStyle = CFS_EXCLUDE;
+    candidates.ptCurrentPos = point;
+    candidates.rcArea = {point.x, point.y, point.x, point.y + lineHeight};
+    library.setCandidateWindow(context.Get(), &candidates);
     LOGFONTW description = {};
     if (GetObjectW(font, sizeof(description), &description)) library.setCompositionFont(context.Get(), &description);
 }

@@ -6,8 +6,9 @@
 // does nothing when the library or one of its functions is missing (loading is tried again next time).
 namespace InputMethod {
 
-// Puts the composition window at a client point of `window` and has it write in `font`.
-void PlaceComposition(HWND window, POINT point, HFONT font);
+// Puts the composition window at a client point of `window`, where a line of `lineHeight` pixels begins, and has it
+// write in `font`. The window with the candidates leaves that line free.
+void PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font);
 void Unload();
 
 // Keeps input methods away from a window: what is typed there are keys, not text.

@@ -1,5 +1,6 @@
 #include "viewbase/win32/View.h"
 
+#include "base/Surrogates.h"
 #include "viewbase/win32/InputMethod.h"
 
 namespace {
@@ -14,6 +15,18 @@ struct Registration {
 Registration registration;
 
 View* ViewOf(HWND window) { return reinterpret_cast<View*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
+
+// WM_UNICHAR, with which input tools send what no key has: answers whether it is understood, and has what keys make
+// posted, so that a macro records it. The system would do that, too, but cut what is beyond U+FFFF.
+LRESULT OnCodePoint(HWND window, WPARAM codePoint, LPARAM flags) {
+    if (codePoint == UNICODE_NOCHAR) return TRUE;
+    if (codePoint > 0x10FFFF) return FALSE;
+    const auto character = static_cast<uint32_t>(codePoint);
+    const bool isPair = character > 0xFFFF;
+    PostMessageW(window, WM_CHAR, isPair ? Surrogates::FirstOf(character) : codePoint, flags);
+    if (isPair) PostMessageW(window, WM_CHAR, Surrogates::SecondOf(character), flags);
+    return FALSE;
+}
 
 // Serves both the windows of class OrvaneView and the pane windows that a view has taken over.
 LRESULT CALLBACK ViewWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
@@ -101,6 +114,8 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_CHAR:
         OnChar(static_cast<Char>(wparam), LOWORD(lparam), HIWORD(lparam));
         return 0;
+    case WM_UNICHAR:
+        return OnCodePoint(window, wparam, lparam);
     case WM_SIZE:
         OnSize(SettingsChanged::Layout);
         return 0;
