@@ -41,6 +41,9 @@ orvane_use_speaker(core_app_tests)
 foreach(name syntax app)
     target_compile_definitions(core_${name}_tests PRIVATE ORVANE_SOURCE="${CMAKE_SOURCE_DIR}")
 endforeach()
+set_source_files_properties("${CMAKE_SOURCE_DIR}/tests/core/view/ScriptTests.cpp"
+                            "${CMAKE_SOURCE_DIR}/tests/app/ScriptTests.cpp"
+                            PROPERTIES COMPILE_DEFINITIONS "ORVANE_SOURCE=\"${CMAKE_SOURCE_DIR}\"")
 
 if(WIN32)
     # In-process tests of windows, and tests that drive the built program.

@@ -3,6 +3,7 @@
 #include "base/CodePage.h"
 #include "document/TextBuffer.h"
 #include "support/NoRecoveryFolder.h"
+#include "support/PlainEncoding.h"
 #include "support/ScratchFolder.h"
 #include "support/TextDocument.h"
 
@@ -22,23 +23,8 @@ inline Encoding EncodingOf(const TextBuffer& document) {
     return current;
 }
 
-// The bytes as UTF-16 units, two a unit.
-inline std::string LittleEndian(const std::u16string& text) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes.push_back(static_cast<char>(unit & 0xFF));
-        bytes.push_back(static_cast<char>(unit >> 8));
-    }
-    return bytes;
-}
-inline std::string BigEndian(const std::u16string& text) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes.push_back(static_cast<char>(unit >> 8));
-        bytes.push_back(static_cast<char>(unit & 0xFF));
-    }
-    return bytes;
-}
+using PlainEncoding::BigEndian;
+using PlainEncoding::LittleEndian;
 
 // What the page makes of the bytes, converted at once.
 inline std::u16string Decoded(CodePage page, const std::string& bytes) {

@@ -2,6 +2,7 @@
 
 #include "LoadSaveSupport.h"
 #include "support/FailureInjection.h"
+#include "support/PlainEncoding.h"
 #include "support/Random.h"
 #include "support/WithAdditional.h"
 
@@ -9,51 +10,8 @@ namespace {
 
 constexpr size_t Piece = 65536; // what is read at a time
 
-// The plain rules, apart from the program's conversions.
-std::string PlainUtf8(const std::u16string& text) {
-    std::string bytes;
-    for (size_t i = 0; i < text.size(); ++i) {
-        uint32_t point = text[i];
-        if (point >= 0xD800 && point < 0xDC00 && i + 1 < text.size())
-            point = 0x10000 + ((point - 0xD800) << 10) + (text[++i] - 0xDC00u);
-        const auto put = [&](uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
-        if (point < 0x80) {
-            put(point);
-        } else if (point < 0x800) {
-            put(0xC0 | point >> 6);
-            put(0x80 | (point & 0x3F));
-        } else if (point < 0x10000) {
-            put(0xE0 | point >> 12);
-            put(0x80 | (point >> 6 & 0x3F));
-            put(0x80 | (point & 0x3F));
-        } else {
-            put(0xF0 | point >> 18);
-            put(0x80 | (point >> 12 & 0x3F));
-            put(0x80 | (point >> 6 & 0x3F));
-            put(0x80 | (point & 0x3F));
-        }
-    }
-    return bytes;
-}
-
-// What a file with these characters holds; of Windows-1252 only those of Latin-1 and the euro.
-std::string PlainFile(const std::u16string& text, Encoding encoding) {
-    switch (encoding) {
-    case Encoding::Unicode:
-        return "\xFF\xFE" + LittleEndian(text);
-    case Encoding::UnicodeBigEndian:
-        return "\xFE\xFF" + BigEndian(text);
-    case Encoding::Utf8:
-        return "\xEF\xBB\xBF" + PlainUtf8(text);
-    case Encoding::PlainUtf8:
-        return PlainUtf8(text);
-    default:
-        break;
-    }
-    std::string bytes;
-    for (const char16_t c : text) bytes.push_back(static_cast<char>(c == u'\u20AC' ? 0x80 : c));
-    return bytes;
-}
+using PlainEncoding::FileOf;
+using PlainEncoding::ToUtf8;
 
 struct Utf8Load : testing::Test {
     Utf8Load() { on->Utf8 = 1; }
@@ -206,7 +164,7 @@ TEST_F(Utf8Load, RandomTextsEqualTheirConversionAtOnce) {
             else
                 text += Others[random.Below(6)];
         }
-        std::string bytes = PlainUtf8(text);
+        std::string bytes = ToUtf8(text);
         const bool isUtf8 = bytes.size() != text.size();
         if (random.OneIn(3)) {
             const size_t at = random.Below(static_cast<uint32_t>(bytes.size()));
@@ -230,16 +188,40 @@ TEST_F(Utf8Load, EveryEncodingGoesToEveryOtherAndIsSavedTheSameTwice) {
         for (const Encoding to : All) {
             const bool isAnsi = from == Encoding::Ansi || to == Encoding::Ansi;
             const std::u16string text = isAnsi ? latin : all;
-            LoadedDocument first(PlainFile(text, from));
+            LoadedDocument first(FileOf(text, from));
             ASSERT_EQ(EncodingOf(*first), from);
             ASSERT_EQ(first.Store(), text);
-            EXPECT_EQ(first.Saved(to), PlainFile(text, to));
-            EXPECT_EQ(first.Saved(), PlainFile(text, to)) << "again, in the encoding that it has now";
-            LoadedDocument second(PlainFile(text, to));
+            EXPECT_EQ(first.Saved(to), FileOf(text, to));
+            EXPECT_EQ(first.Saved(), FileOf(text, to)) << "again, in the encoding that it has now";
+            LoadedDocument second(FileOf(text, to));
             EXPECT_EQ(EncodingOf(*second), to);
             EXPECT_EQ(second.Store(), text);
-            EXPECT_EQ(second.Saved(Encoding::Keep, LineEnding::Dos), PlainFile(WithReturns(text), to));
+            EXPECT_EQ(second.Saved(Encoding::Keep, LineEnding::Dos), FileOf(WithReturns(text), to));
         }
+    }
+}
+
+// Longer than what is read or written at once, with characters of every length at every border.
+TEST_F(Utf8Load, LongTextsGoFromEveryEncodingToEveryOther) {
+    constexpr Encoding All[] = {Encoding::Unicode, Encoding::UnicodeBigEndian, Encoding::Utf8, Encoding::PlainUtf8};
+    Random random(1504);
+    for (int round = 0; round < 30; ++round) {
+        const size_t length = Piece - 20 + random.Below(Piece + 40);
+        std::u16string text = u"\u00E9";
+        while (text.size() < length) {
+            static constexpr const Char* Others[] = {u"\u00E9", u"\u20AC", u"\U0001F600", u"\n", u"\uFFFD", u"\u0080"};
+            if (random.OneIn(3))
+                text += Others[random.Below(6)];
+            else
+                text += static_cast<Char>(u' ' + random.Below(95));
+        }
+        const Encoding from = random.Pick(All);
+        const Encoding to = random.Pick(All);
+        LoadedDocument document(FileOf(text, from));
+        ASSERT_TRUE(document.Store() == text) << round;
+        ASSERT_TRUE(document.Saved(to, LineEnding::Unix) == FileOf(text, to)) << round;
+        ASSERT_TRUE(document.Saved() == FileOf(text, to)) << round;
+        ASSERT_TRUE(document.Saved(Encoding::Keep, LineEnding::Dos) == FileOf(WithReturns(text), to)) << round;
     }
 }
 
