@@ -1,6 +1,10 @@
 // The text of a view as UI Automation's clients read it, by calling its interfaces directly.
 #include "AccessibleSupport.h"
+#include "support/Random.h"
 #include "viewbase/win32/ScreenReader.h"
+
+#include <climits>
+#include <limits>
 
 namespace {
 
@@ -320,6 +324,119 @@ TEST_F(TextPatternTest, OffsetsOutsideTheTextAreAtItsEnd) {
     EXPECT_EQ(all->Select(), S_OK);
     EXPECT_EQ(Editor().Selection(), (TextSelection{0, 3}));
     EXPECT_EQ(all->ScrollIntoView(FALSE), S_OK);
+}
+
+// A client may send any number, and hold ranges while the text is edited under them.
+class AnyCallTest : public TextPatternTest {
+protected:
+    int Number() {
+        constexpr int Far[] = {INT_MIN, INT_MIN + 1, -1000, INT_MAX - 1, INT_MAX, 1 << 24};
+        return random.OneIn(3) ? random.Pick(Far) : static_cast<int>(random.Below(21)) - 10;
+    }
+    double Coordinate() {
+        constexpr double Far[] = {-1e300, 1e300, std::numeric_limits<double>::infinity(),
+                                  std::numeric_limits<double>::quiet_NaN()};
+        return random.OneIn(3) ? random.Pick(Far) : static_cast<double>(Number());
+    }
+    TextUnit Unit() { return static_cast<TextUnit>(random.OneIn(5) ? Number() : static_cast<int>(random.Below(7))); }
+    TextPatternRangeEndpoint End() {
+        return static_cast<TextPatternRangeEndpoint>(random.OneIn(5) ? Number() : static_cast<int>(random.Below(2)));
+    }
+    Range& Any() { return ranges[random.Below(std::size(ranges))]; }
+    void Edit();
+    void Replace(Range& range);
+    void Call(Range& range);
+
+    Random random{31};
+    Range ranges[4];
+};
+
+void AnyCallTest::Edit() {
+    const uint32_t length = (*document)->Length();
+    if (random.OneIn(3) && (*document)->CommitEdit()) {
+        const uint32_t start = random.Below(length + 1);
+        (*document)->DeleteText({start, start + random.Below(length - start + 1)});
+    } else {
+        SendMessageW(Window(), WM_CHAR, random.Pick(u"ab .\r\u0301\xD83D\xDE00"), 1);
+    }
+}
+
+void AnyCallTest::Replace(Range& range) {
+    ITextRangeProvider* made = nullptr;
+    switch (random.Below(3)) {
+    case 0:
+        made = All();
+        break;
+    case 1:
+        EXPECT_EQ(pattern->RangeFromPoint({Coordinate(), Coordinate()}, &made), S_OK);
+        break;
+    default:
+        EXPECT_EQ(Any()->Clone(&made), S_OK);
+    }
+    range.Reset(made);
+}
+
+void AnyCallTest::Call(Range& range) {
+    int number = 0;
+    BOOL same = FALSE;
+    ITextRangeProvider* found = nullptr;
+    const AccessibleLibraries::HeldText wanted(SysAllocString(L"a"));
+    switch (random.Below(12)) {
+    case 0:
+        EXPECT_EQ(range->ExpandToEnclosingUnit(Unit()), S_OK);
+        break;
+    case 1:
+        EXPECT_EQ(range->Move(Unit(), Number(), &number), S_OK);
+        break;
+    case 2:
+        EXPECT_EQ(range->MoveEndpointByUnit(End(), Unit(), Number(), &number), S_OK);
+        break;
+    case 3:
+        EXPECT_EQ(range->MoveEndpointByRange(End(), Any().Get(), End()), S_OK);
+        break;
+    case 4:
+        EXPECT_EQ(range->CompareEndpoints(End(), Any().Get(), End(), &number), S_OK);
+        break;
+    case 5:
+        EXPECT_EQ(range->Compare(Any().Get(), &same), S_OK);
+        break;
+    case 6:
+        EXPECT_EQ(range->FindText(wanted.Get(), random.OneIn(2), random.OneIn(2), &found), S_OK);
+        if (found) Any().Reset(found);
+        break;
+    case 7:
+        EXPECT_EQ(range->Select(), S_OK);
+        break;
+    case 8:
+        EXPECT_EQ(range->ScrollIntoView(random.OneIn(2)), S_OK);
+        break;
+    case 9:
+        EXPECT_EQ(Rectangles(range.Get()).size() % 4, 0u);
+        break;
+    case 10:
+        Replace(range);
+        break;
+    default:
+        Edit();
+    }
+}
+
+TEST_F(AnyCallTest, LeavesEveryRangeInTheText) {
+    ShowText(u"one two\nthree \xD83D\xDE00 four\n");
+    FocusView();
+    for (Range& range : ranges) range.Reset(All());
+    for (int step = 0; step < 5000; ++step) {
+        Call(Any());
+        for (const Range& range : ranges) {
+            const std::u16string text = Read(range.Get());
+            ASSERT_NE(document->Text().find(text), std::u16string::npos) << step;
+            BSTR limited = nullptr;
+            const int limit = static_cast<int>(random.Below(20)) - 1;
+            ASSERT_EQ(range->GetText(limit, &limited), S_OK);
+            ASSERT_TRUE(limit < 0 || static_cast<int>(SysStringLen(limited)) <= limit) << step;
+            SysFreeString(limited);
+        }
+    }
 }
 
 TEST_F(TextPatternTest, AClientMayKeepItLongerThanTheView) {
