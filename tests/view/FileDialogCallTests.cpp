@@ -60,11 +60,53 @@ BOOL WINAPI OpenInFolder(LPOPENFILENAMEW request) {
     notice.hdr.code = static_cast<UINT>(CDN_INITDONE);
     request->lpfnHook(extras, WM_INITDIALOG, 0, reinterpret_cast<LPARAM>(request));
     request->lpfnHook(extras, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notice));
+    EXPECT_TRUE(told.empty()) << "not before the dialog is ready";
+    MSG message;
+    while (PeekMessageW(&message, extras, WM_APP, 0xBFFF, PM_REMOVE))
+        request->lpfnHook(extras, message.message, message.wParam, message.lParam);
     DestroyWindow(dialog);
     return FALSE;
 }
 
+// The system's dialog, told another folder than it was; it is cancelled once it is ready.
+LPOFNHOOKPROC hook;
+std::wstring finallyShown;
+std::wstring finallyOffered;
+UINT_PTR CALLBACK WatchHook(HWND extras, UINT message, WPARAM wparam, LPARAM lparam) {
+    const UINT_PTR result = hook(extras, message, wparam, lparam);
+    if (message != WM_APP) return result;
+    wchar_t text[MAX_PATH] = {};
+    SendMessageW(GetParent(extras), CDM_GETFOLDERPATH, MAX_PATH, reinterpret_cast<LPARAM>(text));
+    finallyShown = text;
+    SendMessageW(GetParent(extras), CDM_GETSPEC, MAX_PATH, reinterpret_cast<LPARAM>(text));
+    finallyOffered = text;
+    PostMessageW(GetParent(extras), WM_COMMAND, IDCANCEL, 0);
+    return result;
+}
+decltype(&GetSaveFileNameW) showSaveAs;
+BOOL WINAPI ShowElsewhere(LPOPENFILENAMEW request) {
+    request->lpstrInitialDir = elsewhere.c_str();
+    hook = request->lpfnHook;
+    request->lpfnHook = WatchHook;
+    return showSaveAs(request);
+}
+
 } // namespace
+
+TEST(FileDialogs, SaveAsOfANewDocumentComesBackFromAnotherFolder) {
+    const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(ShowElsewhere));
+    ASSERT_TRUE(save.IsImported());
+    showSaveAs = reinterpret_cast<decltype(&GetSaveFileNameW)>(save.Original());
+    const ScratchFolder folder;
+    elsewhere = folder.File("x").parent_path().wstring();
+    ASSERT_NE(CurrentDirectory(), elsewhere);
+    FileDialogs dialogs;
+    SaveChoice choice;
+    const TextDocument unnamed;
+    EXPECT_FALSE(dialogs.AskSave(*unnamed, choice));
+    EXPECT_EQ(finallyShown, CurrentDirectory());
+    EXPECT_EQ(finallyOffered, L"");
+}
 
 // Windows takes the folder that was used last when it is told the same directory as the first time.
 TEST(FileDialogs, SaveAsGoesToTheCurrentDirectoryWhenTheSystemOpensItElsewhere) {

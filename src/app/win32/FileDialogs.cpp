@@ -18,6 +18,10 @@ namespace {
 constexpr uint32_t OpenBufferSize = 1040;
 constexpr uint32_t SaveBufferSize = 260;
 
+// Posted by the Save As dialog's hook to itself: the dialog may open its first folder after it has said that it is
+// done.
+constexpr UINT IsReady = WM_APP;
+
 // What the Save As dialog's hook works with: what its two lists show and give back, and where it is to start.
 struct SaveLists {
     const Document* document;
@@ -75,12 +79,14 @@ UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
         SetWindowLongPtrW(dialog, GWLP_USERDATA, static_cast<LONG_PTR>(request->lCustData));
         const auto* lists = reinterpret_cast<SaveLists*>(request->lCustData);
         FillLists(dialog, *lists->document, lists->choice->encoding);
-    } else if (message == WM_NOTIFY) {
-        const auto* lists = reinterpret_cast<SaveLists*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
-        const UINT code = reinterpret_cast<const NMHDR*>(lparam)->code;
-        if (code == CDN_INITDONE) GoToFolder(GetParent(dialog), *lists);
-        if (code == CDN_FILEOK) ReadLists(dialog, *lists->choice);
+        return 0;
     }
+    const auto* lists = reinterpret_cast<SaveLists*>(GetWindowLongPtrW(dialog, GWLP_USERDATA));
+    if (message == IsReady) GoToFolder(GetParent(dialog), *lists);
+    if (message != WM_NOTIFY) return 0;
+    const UINT code = reinterpret_cast<const NMHDR*>(lparam)->code;
+    if (code == CDN_INITDONE) PostMessageW(dialog, IsReady, 0, 0);
+    if (code == CDN_FILEOK) ReadLists(dialog, *lists->choice);
     return 0;
 }
 
@@ -156,5 +162,6 @@ bool FileDialogs::AskSave(const Document& document, SaveChoice& choice) {
     if (CommDlgExtendedError() != FNERR_INVALIDFILENAME) return false;
     // The dialog does not come up with a name that no file can have, and the document could not be saved.
     buffer[0] = 0;
+    lists.name = buffer;
     return GetSaveFileNameW(&request) && choice.path.Assign(buffer);
 }
