@@ -71,7 +71,7 @@ Document* DocumentList::Previous(const Document* document) const {
 Document* DocumentList::NextInMru(const Document* document) const {
     const Node* const node = Find(document);
     if (!node) return nullptr;
-    return (node->nextInMru ? node->nextInMru : mostRecent)->document;
+    return node->nextInMru ? node->nextInMru->document : MostRecent();
 }
 
 Document* DocumentList::PreviousInMru(const Document* document) const {

@@ -49,6 +49,7 @@ public:
     // Use order.
     Document* NextInMru(const Document* document) const;
     Document* PreviousInMru(const Document* document) const;
+    // Null when there is none.
     Document* MostRecent() const { return mostRecent ? mostRecent->document : nullptr; }
 
     // The document of that full path, whatever its letter case; the first output document without a file

@@ -53,9 +53,7 @@ public:
 
     // The window of the file; see FileWindow.
     bool EnsureWindow(uint64_t offset, uint32_t count) { return file.Ensure(offset, count); }
-    const uint8_t* Window() const { return file.Bytes(); }
-    uint64_t WindowStart() const { return file.Start(); }
-    uint32_t WindowValid() const { return file.Valid(); }
+    const FileWindow& Window() const { return file; }
 
     // The current content; see PagedContent. WriteBytes makes no undo record.
     bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid) {

@@ -2,9 +2,8 @@
 
 #include "base/Types.h"
 
-// Of no line, no column.
+// Of no line.
 constexpr uint32_t NoLine = UINT32_MAX;
-constexpr uint32_t NoColumn = UINT32_MAX;
 
 // A place in a text, both 0-based. The column counts characters; a tab counts as one.
 struct TextPosition {

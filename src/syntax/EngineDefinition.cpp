@@ -173,7 +173,7 @@ void ReleaseEngineDefinitions() {
 const EngineDefinition* FindEngineDefinition(const Char* name) {
     const uint32_t length = Text::Length(name);
     if (length == 0) return nullptr;
-    const EngineDefinition* definition = definitions.tail;
+    const EngineDefinition* definition = NewestEngineDefinition();
     while (definition && !ListHolds(definition->extensions.Text(), name, length)) definition = definition->previous;
     return definition;
 }

@@ -98,9 +98,7 @@ void KeywordSet::SortIntoBuckets() {
 bool KeywordSet::CanBegin(Char c) const {
     const Char first = Fold(c);
     if (first < FirstPrintable) return false;
-    const uint32_t bucket = BucketOf(first);
-    const Entry* low = entries + buckets[bucket].first;
-    const Entry* high = entries + buckets[bucket + 1].first;
+    auto [low, high] = InBucket(BucketOf(first));
     low = FirstNotBelow(low, high, 0, first);
     return low < high && low->text[0] == first;
 }
@@ -122,9 +120,7 @@ uint32_t KeywordSet::Find(const Char* at, const Char* end, size_t wordLength) co
     constexpr ptrdiff_t Few = 16;
     const Char first = Fold(*at);
     if (first < FirstPrintable || !MayMatchAt(at, wordLength)) return 0;
-    const uint32_t bucket = BucketOf(first);
-    const Entry* low = entries + buckets[bucket].first;
-    const Entry* high = entries + buckets[bucket + 1].first;
+    auto [low, high] = InBucket(BucketOf(first));
     const auto available = static_cast<size_t>(end - at);
     // Many words are narrowed down to those that agree with the text so far.
     for (uint32_t depth = 0; high - low > Few; ++depth) {

@@ -43,9 +43,14 @@ public:
     // beyond ASCII are one.
     bool HoldsAfterFirst(Char c) const { return held[InnerIndex(c) / 64] >> (InnerIndex(c) % 64) & 1; }
 
-    // The entries of one bucket, in ascending order.
-    uint32_t EntryCount(uint32_t bucket) const { return buckets[bucket + 1].first - buckets[bucket].first; }
-    const Entry& EntryAt(uint32_t bucket, uint32_t index) const { return entries[buckets[bucket].first + index]; }
+    // The entries [low, high) of one bucket, in ascending order.
+    struct Range {
+        const Entry* low;
+        const Entry* high;
+    };
+    Range InBucket(uint32_t bucket) const {
+        return {entries + buckets[bucket].first, entries + buckets[bucket + 1].first};
+    }
     // The bucket of a word by its first character (33 or more), already folded when the set folds.
     static uint32_t BucketOf(Char first) { return (first - 32u) % BucketCount; }
 

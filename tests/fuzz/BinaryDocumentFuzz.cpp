@@ -221,7 +221,7 @@ void Session::Damage() {
 void Session::Check() {
     Require(document->FileSize() == content.size());
     Require(shown->editor.Caret() <= content.size() && shown->editor.Anchor() <= content.size());
-    Require(document->WindowValid() <= FileWindow::Capacity);
+    Require(document->Window().Valid() <= FileWindow::Capacity);
     Require(isDamaged || Content() == content);
     Require(ReadFile() == onDisk);
 }

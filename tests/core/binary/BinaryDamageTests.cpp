@@ -6,7 +6,7 @@
 namespace {
 
 std::string WindowOf(const BinaryDocument& document) {
-    return {reinterpret_cast<const char*>(document.Window()), document.WindowValid()};
+    return {reinterpret_cast<const char*>(document.Window().Bytes()), document.Window().Valid()};
 }
 
 // What a page has of the bytes before `end`: nothing of the sector that holds the first one missing.
@@ -46,7 +46,7 @@ TEST(BinaryDamage, TheWindowHoldsWhatIsBeforeIt) {
     EXPECT_EQ(WindowOf(*file), content.substr(40000, 11200));
     EXPECT_FALSE(file->EnsureWindow(40000, 11201));
     EXPECT_FALSE(file->EnsureWindow(51250, 10));
-    EXPECT_EQ(file->WindowValid(), 0u);
+    EXPECT_EQ(file->Window().Valid(), 0u);
 }
 
 TEST(BinaryDamage, TheWindowMovesBackwardsToARangeBeforeIt) {
@@ -55,7 +55,7 @@ TEST(BinaryDamage, TheWindowMovesBackwardsToARangeBeforeIt) {
     ASSERT_TRUE(file->EnsureWindow(99000, 1000));
     const Damage damage(51200, 51300);
     EXPECT_TRUE(file->EnsureWindow(60000, 1000)); // without the page before
-    EXPECT_EQ(file->WindowStart(), 60000u);
+    EXPECT_EQ(file->Window().Start(), 60000u);
     EXPECT_EQ(WindowOf(*file), content.substr(60000, 32768));
     EXPECT_FALSE(file->EnsureWindow(51000, 1000));
 }

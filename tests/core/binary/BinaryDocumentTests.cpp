@@ -5,7 +5,7 @@
 namespace {
 
 std::string WindowOf(const BinaryDocument& document) {
-    return {reinterpret_cast<const char*>(document.Window()), document.WindowValid()};
+    return {reinterpret_cast<const char*>(document.Window().Bytes()), document.Window().Valid()};
 }
 
 } // namespace
@@ -17,7 +17,7 @@ TEST(BinaryOpen, FilesOfEveryBorderSizeShowTheirBytes) {
         EXPECT_EQ(file->FileSize(), size);
         EXPECT_FALSE(file->IsReadOnly());
         EXPECT_FALSE(file->IsModified());
-        EXPECT_EQ(file->WindowStart(), 0u);
+        EXPECT_EQ(file->Window().Start(), 0u);
         EXPECT_EQ(WindowOf(*file), Slice(content, 0, 32768));
         EXPECT_EQ(file.Content(), content);
     }
@@ -35,7 +35,7 @@ TEST(BinaryOpen, RefusesWhatIsNoFile) {
         OpenedFile file("before");
         EXPECT_FALSE(file->Open(path.c_str()));
         EXPECT_EQ(file->FileSize(), 0u);
-        EXPECT_EQ(file->Window(), nullptr);
+        EXPECT_EQ(file->Window().Bytes(), nullptr);
         uint8_t byte = 0;
         EXPECT_FALSE(file->ReadBytes(0, &byte, 1));
         EXPECT_FALSE(file->EditBytes(0, &byte, 1, nullptr, {}));
@@ -75,7 +75,7 @@ TEST(BinaryOpen, EveryAllocationAndFileCallFailsInTurn) {
     const auto open = [&] {
         const bool opened = file->Open(file.path.c_str());
         EXPECT_EQ(file->FileSize(), opened ? 7u : 0u);
-        EXPECT_EQ(file->Window() != nullptr, opened);
+        EXPECT_EQ(file->Window().Bytes() != nullptr, opened);
         return opened;
     };
     EXPECT_GE(FailEachAllocation(open), 2u);
@@ -89,17 +89,17 @@ TEST(BinaryWindow, StaysWhenItHoldsTheRange) {
     EXPECT_TRUE(file->EnsureWindow(16384, 16384));
     EXPECT_TRUE(file->EnsureWindow(32767, 1));
     EXPECT_EQ(calls.Count(), 0u);
-    EXPECT_EQ(file->WindowStart(), 0u);
+    EXPECT_EQ(file->Window().Start(), 0u);
 }
 
 TEST(BinaryWindow, MovesForwardsToTheOffset) {
     const std::string content = Pattern(100000);
     OpenedFile file(content);
     EXPECT_TRUE(file->EnsureWindow(16385, 16384));
-    EXPECT_EQ(file->WindowStart(), 16385u);
+    EXPECT_EQ(file->Window().Start(), 16385u);
     EXPECT_EQ(WindowOf(*file), Slice(content, 16385, 32768));
     EXPECT_TRUE(file->EnsureWindow(90000, 16384));
-    EXPECT_EQ(file->WindowStart(), 90000u);
+    EXPECT_EQ(file->Window().Start(), 90000u);
     EXPECT_EQ(WindowOf(*file), Slice(content, 90000, 10000));
 }
 
@@ -108,10 +108,10 @@ TEST(BinaryWindow, MovesBackwardsWithThePageBefore) {
     OpenedFile file(content);
     ASSERT_TRUE(file->EnsureWindow(90000, 16384));
     EXPECT_TRUE(file->EnsureWindow(60000, 16384));
-    EXPECT_EQ(file->WindowStart(), 60000u - 16384u);
+    EXPECT_EQ(file->Window().Start(), 60000u - 16384u);
     EXPECT_EQ(WindowOf(*file), Slice(content, 60000 - 16384, 32768));
     EXPECT_TRUE(file->EnsureWindow(10000, 100));
-    EXPECT_EQ(file->WindowStart(), 0u);
+    EXPECT_EQ(file->Window().Start(), 0u);
 }
 
 TEST(BinaryWindow, MovesBackwardsWithLessBeforeALongRange) {
@@ -120,9 +120,9 @@ TEST(BinaryWindow, MovesBackwardsWithLessBeforeALongRange) {
     for (const uint32_t count : {16385u, 20000u, 32767u, 32768u}) {
         ASSERT_TRUE(file->EnsureWindow(150000, 100));
         EXPECT_TRUE(file->EnsureWindow(60000, count));
-        ASSERT_LE(file->WindowStart(), 60000u);
-        EXPECT_GE(file->WindowStart() + file->WindowValid(), 60000u + count);
-        EXPECT_EQ(WindowOf(*file), Slice(content, static_cast<size_t>(file->WindowStart()), 32768));
+        ASSERT_LE(file->Window().Start(), 60000u);
+        EXPECT_GE(file->Window().Start() + file->Window().Valid(), 60000u + count);
+        EXPECT_EQ(WindowOf(*file), Slice(content, static_cast<size_t>(file->Window().Start()), 32768));
     }
 }
 
@@ -130,7 +130,7 @@ TEST(BinaryWindow, PastTheEndItHoldsTheLastBytes) {
     const std::string content = Pattern(100000);
     OpenedFile file(content);
     EXPECT_TRUE(file->EnsureWindow(100000, 16384));
-    EXPECT_EQ(file->WindowStart(), 100000u - 32768u);
+    EXPECT_EQ(file->Window().Start(), 100000u - 32768u);
     EXPECT_EQ(WindowOf(*file), Slice(content, 100000 - 32768, 32768));
     {
         FileCalls calls;
@@ -138,10 +138,10 @@ TEST(BinaryWindow, PastTheEndItHoldsTheLastBytes) {
         EXPECT_TRUE(file->EnsureWindow(100001, 0));
         EXPECT_EQ(calls.Count(), 0u); // it is there already
     }
-    EXPECT_EQ(file->WindowStart(), 100000u - 32768u);
+    EXPECT_EQ(file->Window().Start(), 100000u - 32768u);
     OpenedFile small("abc");
     EXPECT_TRUE(small->EnsureWindow(1000, 16384));
-    EXPECT_EQ(small->WindowStart(), 0u);
+    EXPECT_EQ(small->Window().Start(), 0u);
 }
 
 TEST(BinaryWindow, ARandomReadCostsOneSystemRead) {
@@ -195,8 +195,8 @@ TEST(BinaryRead, LeavesTheBookkeepingOfTheWindow) {
     Bytes out(20000);
     ASSERT_TRUE(file->ReadBytes(70000, out.data(), out.size()));
     EXPECT_EQ(std::string(out.begin(), out.end()), Slice(content, 70000, 20000));
-    EXPECT_EQ(file->WindowStart(), 40000u);
-    EXPECT_EQ(file->WindowValid(), 32768u);
+    EXPECT_EQ(file->Window().Start(), 40000u);
+    EXPECT_EQ(file->Window().Valid(), 32768u);
 }
 
 TEST(BinaryRead, OnlyWhatLiesInTheFile) {

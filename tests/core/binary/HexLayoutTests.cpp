@@ -123,7 +123,7 @@ TEST_F(HexLayout, WithoutADocumentNothingHappens) {
 
 // The status bar.
 
-TEST_F(HexLayout, TheStatusBarShowsTheOffsetAndNoColumn) {
+TEST_F(HexLayout, TheStatusBarShowsTheOffsetAndUINT32_MAX) {
     Show(std::string(100, 'x'));
     host().status[StatusField::Column] = u"\tCol 7";
     host().status[StatusField::Overwrite] = u"\tINS";

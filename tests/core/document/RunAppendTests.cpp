@@ -237,7 +237,7 @@ TEST_F(AppendTest, RandomOutputComesOutAsTheRulesSay) {
         }
         const bool follows = random.OneIn(2);
         const uint32_t line = random.Below(document->GetLineCount());
-        follows ? view->PutCaret(document->GetLineCount() - 1, NoColumn) : view->PutCaret(line, 0);
+        follows ? view->PutCaret(document->GetLineCount() - 1, UINT32_MAX) : view->PutCaret(line, 0);
         PrintAndPoll(bytes);
         std::u16string added = Appended(bytes);
         std::replace(added.begin(), added.end(), u'\x80', u'\u20AC');

@@ -9,9 +9,8 @@ std::u16string Str(const WString& text) { return {text.Text(), text.Length()}; }
 std::u16string AllKeywords(const KeywordSet& set, uint32_t& count) {
     std::u16string all;
     for (uint32_t bucket = 0; bucket < KeywordSet::BucketCount; ++bucket) {
-        for (uint32_t i = 0; i < set.EntryCount(bucket); ++i, ++count) {
-            all.append(set.EntryAt(bucket, i).text).append(u" ");
-        }
+        const auto [low, high] = set.InBucket(bucket);
+        for (const KeywordSet::Entry* entry = low; entry < high; ++entry, ++count) all.append(entry->text).append(u" ");
     }
     return all;
 }

@@ -67,7 +67,7 @@ TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
     EXPECT_GE(surface().allInvalidations, 1);
 }
 
-TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndNoColumns) {
+TEST_F(LayoutTest, ZeroFontSizesGiveNoLinesAndUINT32_MAXs) {
     surface().SetFont({0, 0, 0});
     surface().SetSize(100, 100);
     input().OnSize(false);

@@ -109,7 +109,7 @@ TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
     Fill(std::u16string(3 * Long, u'a'));
     surface().SetFont({16, 65535, 65535});
     input().OnSize(false);
-    view().MoveCaret({0, NoColumn}, false);
+    view().MoveCaret({0, UINT32_MAX}, false);
     EXPECT_EQ(view().Viewport().HorizontalScroll(), MeasuredLine::FarthestScroll);
     EXPECT_NE(Painted(), "");
     ExpectPicture();
@@ -143,7 +143,7 @@ TEST_F(MeasuredLineTest, NoPlaceIsAfterATabOrANul) {
 
 TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
     Random random(11);
-    const auto atEnd = [&] { view().MoveCaret({1, NoColumn}, false); };
+    const auto atEnd = [&] { view().MoveCaret({1, UINT32_MAX}, false); };
     for (int i = 0; i < 2000; ++i) {
         if (i % 20 == 0) {
             Fill(u"first\n" + LongLine(random, Long) + u"\nlast");
@@ -185,10 +185,10 @@ TEST_F(MeasuredLineTest, WhatIsTypedCountsAtOnce) {
     Fill(std::u16string(Long, u'a'));
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
     input().OnSize(false);
-    view().MoveCaret({0, NoColumn}, false);
+    view().MoveCaret({0, UINT32_MAX}, false);
     view().MoveCaret({0, 10}, false);
     Type(u"ii");
-    view().MoveCaret({0, NoColumn}, false);
+    view().MoveCaret({0, UINT32_MAX}, false);
     EXPECT_TRUE(buffer().HasPendingEdit());
     ExpectCaret();
     ExpectPicture();
@@ -196,10 +196,10 @@ TEST_F(MeasuredLineTest, WhatIsTypedCountsAtOnce) {
 
 TEST_F(MeasuredLineTest, AnotherFontMeasuresAgain) {
     Fill(std::u16string(Long, u'i'));
-    view().MoveCaret({0, NoColumn}, false);
+    view().MoveCaret({0, UINT32_MAX}, false);
     surface().SetFont({16, 7, 4}, {{u'i', 3}});
     input().OnSize(false);
-    view().MoveCaret({0, NoColumn}, false);
+    view().MoveCaret({0, UINT32_MAX}, false);
     EXPECT_EQ(surface().caretX,
               int64_t{Long} * 3 - view().Viewport().HorizontalScroll() + view().Viewport().TextLeft());
 }
