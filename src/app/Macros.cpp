@@ -39,19 +39,13 @@ bool Macros::ToggleRecording() {
     return true;
 }
 
-bool Macros::RecordMessage(bool toFrame, uint32_t message, uint32_t firstParameter, uint32_t secondParameter,
-                           uint32_t modifiers) {
+bool Macros::RecordMessage(const MacroInput& input) {
     if (!recording) return false;
     // The mouse is locked out, so that keys alone replay what was done.
-    if (message >= MacroMessage::FirstMouse && message <= MacroMessage::LastMouse) return true;
-    if (!IsRecorded(message)) return false;
-    auto* const event = new MacroEvent;
+    if (input.message >= MacroMessage::FirstMouse && input.message <= MacroMessage::LastMouse) return true;
+    if (!IsRecorded(input.message)) return false;
+    auto* const event = new MacroEvent(input);
     if (!event) return false;
-    event->toFrame = toFrame;
-    event->message = message;
-    event->firstParameter = firstParameter;
-    event->secondParameter = secondParameter;
-    event->modifiers = modifiers;
     Slot& slot = slots[current];
     (slot.tail ? slot.tail->next : slot.head) = event;
     slot.tail = event;

@@ -21,13 +21,17 @@ constexpr uint32_t FirstMouse = 512;
 constexpr uint32_t LastMouse = 525;
 } // namespace MacroMessage
 
-// One recorded message.
-struct MacroEvent : HeapObject {
+// A message as it is recorded and played.
+struct MacroInput {
     uint32_t toFrame = 0; // 1: addressed to the frame's window, 0: to the active view's
     uint32_t message = 0;
     uint32_t firstParameter = 0;
     uint32_t secondParameter = 0;
     uint32_t modifiers = 0; // MacroModifier bits held down
+};
+
+struct MacroEvent : HeapObject, MacroInput {
+    explicit MacroEvent(const MacroInput& input) : MacroInput(input) {}
     MacroEvent* next = nullptr;
 };
 
@@ -52,9 +56,8 @@ public:
 
     // Starts a recording into the emptied slot, or ends it. False when nothing changed (while playing).
     bool ToggleRecording();
-    // Records an event, if it is one to record. True: the message is to be swallowed.
-    bool RecordMessage(bool toFrame, uint32_t message, uint32_t firstParameter, uint32_t secondParameter,
-                       uint32_t modifiers);
+    // Records a message, if it is one to record. True: it is to be swallowed.
+    bool RecordMessage(const MacroInput& input);
 
     // The Play command. While recording it only ends that (docs/oddities.md): false, as while playing. True: the events
     // from FirstEvent on are to be sent, in order, as long as IsPlaying; then StopPlayback.

@@ -4,9 +4,9 @@
 #include <cstring>
 
 bool FilePieces::Fill() {
-    if (!piece) piece = Heap::AllocateArray<uint8_t>(Most);
+    if (!piece) piece = Heap::AllocateArray<uint8_t>(MaxBytes);
     size_t read = 0;
-    if (!piece || !ReadInto(piece + count, Most - count, read)) return false;
+    if (!piece || !ReadInto(piece + count, MaxBytes - count, read)) return false;
     count += read;
     return true;
 }

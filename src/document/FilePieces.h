@@ -6,7 +6,7 @@
 // The bytes that are not done with stay at the start of the next piece.
 class FilePieces {
 public:
-    static constexpr size_t Most = 65536; // bytes in a piece
+    static constexpr size_t MaxBytes = 65536; // bytes in a piece
 
     // Of `opened`, which must outlive this, the first `size` bytes are read, fewer when it has become shorter.
     FilePieces(Platform::File& opened, uint64_t size) : file(opened), wholeSize(size), left(size) {}

@@ -143,7 +143,7 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     const LineEnding wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
     const LineEnding style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
     Platform::FileTime time = fileTime;
-    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), fileEncoding, style, time);
+    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), {fileEncoding, style}, time);
     // The name is still the old one after a failure: the time of another file says nothing about it.
     if (saved || Platform::CompareNames(file, path.Text()) == 0) fileTime = time;
     if (saved) {

@@ -35,7 +35,7 @@ void Finish(DecodedText& out, uint32_t length, const Scan::BreakCounts& breaks) 
 // Reads the units after those in out.text[0, units), in place.
 bool ReadUnits(FilePieces& pieces, Char* to, size_t& units, DecodedText& out) {
     size_t read = 0;
-    if (!pieces.ReadInto(to, FilePieces::Most, read)) return false;
+    if (!pieces.ReadInto(to, FilePieces::MaxBytes, read)) return false;
     // A byte too many is the file's last.
     out.losesBytes = out.losesBytes || read % sizeof(Char) != 0;
     units = read / sizeof(Char);

@@ -15,8 +15,8 @@ constexpr size_t ChunkBytes = 65536;
 // The bytes of a text in an encoding, made chunk by chunk.
 class EncodedText final : public ByteSource {
 public:
-    EncodedText(const Char* whole, size_t count, Encoding fileEncoding, bool expandsLineFeeds)
-        : text(whole), length(count), encoding(fileEncoding), withReturns(expandsLineFeeds) {}
+    EncodedText(const Char* whole, size_t count, TextFileForm form)
+        : text(whole), length(count), encoding(form.encoding), withReturns(form.lineEnding == LineEnding::Dos) {}
     ~EncodedText() {
         Heap::Free(characters);
         Heap::Free(bytes);
@@ -35,30 +35,29 @@ public:
         const Signature& signature = SignatureOf(encoding);
         if (signature.count && !out.Take(signature.bytes, signature.count)) return false;
         for (size_t at = 0; at < length;) {
-            const size_t taken =
-                withReturns ? GiveExpanded(text + at, length - at, out) : GiveAsIs(text + at, length - at, out);
-            if (!taken) return false;
-            at += taken;
+            const Chunk chunk = ChunkAt(text + at, length - at);
+            if (!GiveChunk(chunk.characters, chunk.count, out)) return false;
+            at += chunk.taken;
         }
         return true;
     }
 
 private:
-    // Both give the beginning of the rest and return how many of its characters that took; 0 on failure.
-    size_t GiveAsIs(const Char* rest, size_t left, ByteSink& out) {
-        const size_t taken = left < ChunkCharacters ? left : ChunkCharacters;
-        return GiveWhole(rest, taken, rest, taken, left, out);
-    }
-    size_t GiveExpanded(const Char* rest, size_t left, ByteSink& out) {
-        const Scan::Copied copied = Scan::CopyWithReturns(rest, left, characters, ChunkCharacters);
-        return GiveWhole(characters, copied.written, rest, copied.taken, left, out);
-    }
+    // What the first `taken` characters of the rest of the text are in the file.
+    struct Chunk {
+        const Char* characters;
+        size_t count;
+        size_t taken;
+    };
 
-    // Gives the chunk made of rest[0, taken). A pair of surrogates that the chunk's end would cut
-    // goes into the next one: each half alone has no bytes of its own in most encodings.
-    size_t GiveWhole(const Char* chunk, size_t count, const Char* rest, size_t taken, size_t left, ByteSink& out) {
-        const size_t cut = Surrogates::SplitsPair(rest, left, taken) ? 1 : 0;
-        return GiveChunk(chunk, count - cut, out) ? taken - cut : 0;
+    // A pair of surrogates that the chunk's end would cut goes into the next one: each half alone has no bytes of its
+    // own in most encodings.
+    Chunk ChunkAt(const Char* rest, size_t left) const {
+        const size_t most = left < ChunkCharacters ? left : ChunkCharacters;
+        Scan::Copied copied = {most, most};
+        if (withReturns) copied = Scan::CopyWithReturns(rest, left, characters, ChunkCharacters);
+        const size_t cut = Surrogates::SplitsPair(rest, left, copied.taken) ? 1 : 0;
+        return {withReturns ? characters : rest, copied.written - cut, copied.taken - cut};
     }
 
     bool GiveChunk(const Char* chunk, size_t count, ByteSink& out) {
@@ -72,11 +71,20 @@ private:
 
     // In halves when the bytes of the whole have no room.
     bool GiveConverted(CodePage page, const Char* chunk, size_t count, ByteSink& out) {
-        const size_t converted = FromUtf16(page, chunk, count, bytes, ChunkBytes);
-        if (converted) return out.Take(bytes, converted);
-        size_t half = count / 2;
-        if (Surrogates::SplitsPair(chunk, count, half)) --half;
-        return half && GiveConverted(page, chunk, half, out) && GiveConverted(page, chunk + half, count - half, out);
+        while (count) {
+            size_t part = count;
+            size_t converted = FromUtf16(page, chunk, part, bytes, ChunkBytes);
+            while (!converted) {
+                part /= 2;
+                if (Surrogates::SplitsPair(chunk, count, part)) --part;
+                if (!part) return false;
+                converted = FromUtf16(page, chunk, part, bytes, ChunkBytes);
+            }
+            if (!out.Take(bytes, converted)) return false;
+            chunk += part;
+            count -= part;
+        }
+        return true;
     }
 
     const Char* text;
@@ -89,9 +97,8 @@ private:
 
 } // namespace
 
-bool WriteTextFile(const Char* name, const Char* text, uint32_t length, Encoding encoding, LineEnding style,
-                   Platform::FileTime& time) {
-    EncodedText source(text, length, encoding, style == LineEnding::Dos);
+bool WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form, Platform::FileTime& time) {
+    EncodedText source(text, length, form);
     if (!source.Prepare()) return false;
     const SaveResult result = SaveSafely(name, source);
     // Of a file that was not touched it may be the time of another program's write.

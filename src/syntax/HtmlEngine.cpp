@@ -61,6 +61,13 @@ template <class Output> bool EndOfCode(HtmlMachine<Output>& machine, Output& out
     return true;
 }
 
+// What a scan makes of a run: nothing.
+struct NoRuns {
+    static bool Start(uint32_t) { return true; }
+    static uint32_t Kind() { return RunList::NoKind; }
+    static void Take(size_t) {}
+};
+
 } // namespace
 
 // Makes the runs of a line.
@@ -97,16 +104,12 @@ private:
 };
 
 // Carries the state through text of any number of lines.
-class HtmlEngine::Scanning {
+class HtmlEngine::Scanning : public NoRuns {
 public:
     static constexpr bool TagNameEndsAtLineFeed = true;
 
     Scanning(HtmlEngine& owner, const Char* wholeText, uint32_t wholeLength)
         : engine(owner), text(wholeText), length(wholeLength) {}
-
-    bool Start(uint32_t) { return true; }
-    uint32_t Kind() const { return RunList::NoKind; }
-    void Take(size_t) {}
 
     bool Embedded(HtmlMachine<Scanning>& machine) {
         SyntaxEngine* inner = engine.InnerEngine(machine.state);
@@ -126,15 +129,11 @@ private:
 };
 
 // Carries the state through one line as colouring does.
-class HtmlEngine::LineScanning {
+class HtmlEngine::LineScanning : public NoRuns {
 public:
     static constexpr bool TagNameEndsAtLineFeed = false;
 
     explicit LineScanning(HtmlEngine& owner) : engine(owner) {}
-
-    bool Start(uint32_t) { return true; }
-    uint32_t Kind() const { return RunList::NoKind; }
-    void Take(size_t) {}
 
     bool Embedded(HtmlMachine<LineScanning>& machine) {
         SyntaxEngine* inner = engine.InnerEngine(machine.state);
@@ -178,7 +177,7 @@ uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t leng
     runs.Clear();
     line = {};
     Colouring output(*this, text, offset);
-    HtmlMachine<Colouring> machine(output, tagStart, text, text + length, KnownState(state), returnState);
+    HtmlMachine<Colouring> machine(output, tagStart, text, text + length, {KnownState(state), returnState});
     if (!machine.Run()) return 0;
     state = machine.state;
     returnState = machine.returnState;
@@ -192,7 +191,7 @@ uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start
     const bool startsOver = start > length;
     Scanning output(*this, text, length);
     HtmlMachine<Scanning> machine(output, tagStart, text + (startsOver ? 0 : start), text + length,
-                                  startsOver ? Between : KnownState(state), Tag);
+                                  {startsOver ? Between : KnownState(state), Tag});
     machine.Run();
     stopped = static_cast<uint32_t>(machine.at - text);
     return machine.state;
@@ -205,8 +204,9 @@ uint32_t HtmlEngine::ScanLinesToEnd(const Char* text, uint32_t length, uint32_t 
     while (at < end) {
         const Char* lineEnd = at + Scan::FindLineFeed(at, static_cast<size_t>(end - at));
         if (lineEnd < end) ++lineEnd;
+        // Line by line, and not as ScanState: a tag's name ends at a line feed there, and not when a line is coloured.
         LineScanning output(*this);
-        HtmlMachine<LineScanning> machine(output, tagStart, at, lineEnd, state, returnState);
+        HtmlMachine<LineScanning> machine(output, tagStart, at, lineEnd, {state, returnState});
         const bool done = machine.Run();
         at = machine.at;
         state = machine.state;

@@ -4,6 +4,12 @@
 #include "syntax/CharSearchSet.h"
 #include "syntax/HtmlState.h"
 
+// The states that a machine begins with, or goes on with.
+struct HtmlStart {
+    uint32_t state;
+    uint32_t returnState;
+};
+
 // The state machine that reads markup, for colouring and for scanning. `Output` has
 //   bool Start(uint32_t kind)    begins a run; false without memory
 //   uint32_t Kind()              the kind of the current run
@@ -13,9 +19,8 @@
 template <class Output> class HtmlMachine {
 public:
     // `tagStops` finds `<`.
-    HtmlMachine(Output& output, const CharSearchSet& tagStops, const Char* text, const Char* textEnd,
-                uint32_t startState, uint32_t startReturnState)
-        : at(text), end(textEnd), state(startState), returnState(startReturnState), out(output), tagStart(tagStops) {}
+    HtmlMachine(Output& output, const CharSearchSet& tagStops, const Char* text, const Char* textEnd, HtmlStart start)
+        : at(text), end(textEnd), state(start.state), returnState(start.returnState), out(output), tagStart(tagStops) {}
 
     // Goes on to the end of the text; false without memory.
     bool Run() {

@@ -12,7 +12,7 @@
 namespace {
 
 // How long the thread that reports may take to begin: in a process that is damaged enough it never does.
-constexpr DWORD MostWaiting = 5000; // milliseconds
+constexpr DWORD MaxWait = 5000; // milliseconds
 // What is left of an overflown stack for the filter.
 constexpr ULONG StackLeft = 0x8000;
 
@@ -79,7 +79,7 @@ LONG WINAPI OnException(EXCEPTION_POINTERS* pointers) {
     const KernelHandle hasBegun(CreateEventW(nullptr, TRUE, FALSE, nullptr));
     Crash crash = {pointers, GetCurrentThreadId(), hasBegun.Get()};
     const KernelHandle thread(CreateThread(nullptr, 0, Report, &crash, 0, nullptr));
-    if (thread.IsValid() && WaitForSingleObject(hasBegun.Get(), MostWaiting) == WAIT_OBJECT_0)
+    if (thread.IsValid() && WaitForSingleObject(hasBegun.Get(), MaxWait) == WAIT_OBJECT_0)
         WaitForSingleObject(thread.Get(), INFINITE);
     // Not by way of the libraries, whose ends might touch what is damaged; and not one journal is removed.
     TerminateProcess(GetCurrentProcess(), pointers->ExceptionRecord->ExceptionCode);

@@ -36,8 +36,8 @@ bool FrameKeys::PreDispatch(const MSG& message) {
     const bool acted = CarryOut(decision);
     if (decision.swallow == Swallow::Yes || (decision.swallow == Swallow::IfActed && acted)) return true;
     return macros.IsRecording() &&
-           macros.RecordMessage(message.hwnd == frame, message.message, static_cast<uint32_t>(message.wParam),
-                                static_cast<uint32_t>(message.lParam), HeldModifiers());
+           macros.RecordMessage({message.hwnd == frame, message.message, static_cast<uint32_t>(message.wParam),
+                                 static_cast<uint32_t>(message.lParam), HeldModifiers()});
 }
 
 bool FrameKeys::CarryOut(const KeyDecision& decision) {
