@@ -66,7 +66,7 @@ void DocumentDisplay::SplitActive(bool vertical) {
     if (panes.Split(*panes.Active(), vertical, *view->AsView()))
         screen.LayOut();
     else
-        view->Destroy();
+        view->Destroy(); // it would follow every edit unseen
 }
 
 void DocumentDisplay::CloseActivePane() {
@@ -101,7 +101,7 @@ void DocumentDisplay::ViewActivated(const View* view) {
 
 void DocumentDisplay::SwitchInMru(bool next) {
     const Document* const document = Active();
-    switching = true;
+    switching = true; // first: what is shown now must not come to the front of the order it is walked in
     ShowInActive(next ? documents.NextInMru(document) : documents.PreviousInMru(document));
 }
 

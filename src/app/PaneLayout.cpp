@@ -23,6 +23,7 @@ void ExtendOverSliver(Pane* head, const PaneAxis& axis, Pane& pane, bool high) {
 
 int32_t Scaled(uint32_t fraction, uint32_t pixels) { return static_cast<int32_t>(uint64_t{fraction} * pixels >> 16); }
 
+// Pixels are left between panes: the gap that the mouse takes hold of. A pane as long as the area has none.
 int32_t PixelStart(uint32_t start, uint32_t pixels) { return Scaled(start, pixels) + (start != 0); }
 
 int32_t PixelSize(uint32_t size, uint32_t pixels) {
@@ -70,6 +71,7 @@ Pane* PaneLayout::MakeHalf(const Pane& pane, bool vertical, const PaneRoom& room
 
 void PaneLayout::Adopt(Pane* made, Pane* halved, bool vertical) {
     UnmarkEdges();
+    // Only now: until the half had its window, the pane was to keep its size.
     if (halved) halved->*(vertical ? PaneAxisX : PaneAxisY).size /= 2;
     panes.Append(made);
 }
@@ -82,6 +84,7 @@ bool PaneLayout::Close(Pane* pane, Pane*& heir) {
     heir = GiveAreaAway(panes.head, *pane);
     panes.Remove(pane);
     delete pane;
+    // Whatever halving and dragging have rounded off, nobody else is there to have it.
     if (panes.head == panes.tail) FillArea(*panes.head);
     return true;
 }

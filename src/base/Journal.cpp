@@ -40,6 +40,8 @@ bool JournalFile::Make(const JournalSubject& subject, const WString& name) {
            Write(name.Text(), name.Length() * sizeof(Char)) && WriteGathered();
 }
 
+// The sum goes on from the change before. A change that is missing, or the rest of an older file that had the same
+// place on the disk, would otherwise be good by itself.
 bool JournalFile::Begin(const JournalChange& change) {
     sum = Checksum();
     sum.Add(&chain, sizeof(chain));
@@ -58,6 +60,7 @@ bool JournalFile::End() {
 
 bool JournalFile::Write(const void* bytes, size_t count) {
     size += count;
+    // What was gathered first: the file only grows, in the order of the calls.
     if (count > sizeof(gather) - gathered && !WriteGathered()) return false;
     if (count > sizeof(gather)) return file.Write(bytes, count);
     if (count) std::memcpy(gather + gathered, bytes, count);
@@ -79,11 +82,13 @@ void JournalFile::Discard() {
 
 JournalReader::State JournalReader::ReadHeader() {
     Header header = {};
+    // What cannot be read now may be good: only what was read and is wrong is Damaged.
     if (!file.GetSize(size) || !file.Seek(0)) return State::Unknown;
     if (size < sizeof(header)) return State::Damaged;
     if (!ReadAll(&header, sizeof(header))) return State::Unknown;
     if (std::memcmp(header.magic, Magic, sizeof(Magic)) != 0) return State::Damaged;
-    if (header.version > Version) return State::Unknown;
+    if (header.version > Version) return State::Unknown; // a newer editor knows what it says
+    // No checksum speaks for the lengths before what they measure was read; the file's size bounds them.
     const uint64_t nameBytes = header.nameLength * sizeof(Char);
     if (header.nameLength > LongestName || nameBytes > size - sizeof(header)) return State::Damaged;
     WString read;

@@ -72,11 +72,13 @@ void SaveRecovery::LookAt(const Char* copy) {
     const SaveCopyState state = ReadSaveCopy(node->file, content);
     const bool isWanted = state == SaveCopyState::Complete && !HasContent(content);
     if (isWanted && node->target.Assign(content.target)) {
+        // Where that fails the user is told of the copy itself, which then stays (Forget).
         static_cast<void>(PutIntoFile(node->file, content, node->bytes));
         found.Append(node);
         return;
     }
     node->file.Close();
+    // What cannot be read now is kept for a start that can.
     if (!isWanted && state != SaveCopyState::Unknown) Platform::RemoveFile(copy);
     delete node;
 }

@@ -19,6 +19,7 @@ bool PagedContent::ReadPage(uint8_t* destination, uint64_t pageStart, bool fromF
 
 bool PagedContent::ReadBytes(uint64_t offset, uint8_t* destination, size_t count) {
     uint8_t* const scratch = file.Bytes();
+    // Not offset + count, which may wrap around.
     if (offset > file.Size() || count > file.Size() - offset || !scratch) return false;
     while (count) {
         const auto inPage = static_cast<uint32_t>(offset % PageSize);
@@ -67,6 +68,7 @@ bool PagedContent::MakePages(uint64_t offset, size_t count) {
 
 bool PagedContent::WriteBytes(uint64_t offset, const uint8_t* source, size_t count) {
     if (offset > file.Size() || count > file.Size() - offset) return false;
+    // All pages first: nothing may fail once a byte has changed.
     if (count && !MakePages(offset, count)) return false;
     while (count) {
         const auto inPage = static_cast<uint32_t>(offset % PageSize);

@@ -8,6 +8,7 @@ bool EditLine::Open(TextStore& store, uint32_t line) {
     ORVANE_ASSERT(!IsOpen() || !pending); // what was typed would be lost
     const uint32_t lineStart = store.LineToOffset(line);
     bool isLast = false;
+    // With its line feed, or the terminator after the last line: engines look at what ends a line.
     const uint32_t count = store.LineLength(lineStart, isLast) + 1;
     if (!text.Assign(store.Text() + lineStart, count)) return false;
     number = line;

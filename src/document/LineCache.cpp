@@ -51,6 +51,7 @@ LineCacheEntry* LineCache::TakeEntry() {
 
 void LineCache::Inserted(uint32_t position, TextExtent inserted) {
     for (LineCacheEntry* entry = entries.head; entry; entry = entry->next) {
+        // What comes in at a line's start belongs to that line, which begins where it did.
         if (entry->offset <= position) continue;
         entry->offset += inserted.characters;
         entry->line += inserted.lineFeeds;
@@ -62,6 +63,7 @@ void LineCache::Deleted(uint32_t position, TextExtent deleted) {
     for (LineCacheEntry *entry = entries.head, *next; entry; entry = next) {
         next = entry->next;
         if (entry->offset < position) continue;
+        // Not at the end itself: the line feed that made a line begin there is gone.
         if (entry->offset > end) {
             entry->line = FloorSubtract(entry->line, deleted.lineFeeds);
             entry->offset = FloorSubtract(entry->offset, deleted.characters);

@@ -20,6 +20,7 @@ void LineEdit::Extend(Char character) {
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
     if (state != State::InEditLine || closed || isDelete || replaced || text.IsEmpty()) return false;
+    // Words and what is between them are steps of their own.
     return uint64_t{column} + text.Length() == atColumn &&
            Text::IsWordChar(typed) == Text::IsWordChar(text[text.Length() - 1]);
 }
@@ -35,6 +36,7 @@ bool LineEdit::ChangeCommitted(bool back) {
 bool LineEdit::ChangeEditLine(bool back) {
     EditLine& line = target.parts.editLine;
     const bool removes = back != isDelete;
+    // Asked before and after: a comment that is closed by the change was open before it.
     const bool affectedBefore = target.content.EditLineAffectsFollowingLines();
     if (replaced) {
         line.Set(column, back ? replaced : text[0]);

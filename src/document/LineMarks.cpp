@@ -58,7 +58,7 @@ void LineMarks::LinesInserted(LinesAfter lines) {
 
 void LineMarks::LinesDeleted(LinesAfter lines) {
     const uint32_t count = lines.count;
-    const uint64_t lastDeleted = uint64_t{lines.line} + count;
+    const uint64_t lastDeleted = uint64_t{lines.line} + count; // 64 bits: both may be near the largest number
     for (LineMark *mark = FirstAfter(lines.line), *next; mark; mark = next) {
         next = mark->next;
         // The mark before has moved already. One that would meet it gives way: a line has one mark.
@@ -75,7 +75,7 @@ void LineMarks::LinesDeleted(LinesAfter lines) {
 
 void LineMarks::LinesTakenBack(LinesAfter lines) {
     for (LineMark *mark = FirstAfter(lines.line), *next; mark; mark = next) {
-        next = mark->next;
+        next = mark->next; // before the mark may be freed below
         mark->line = mark->line > lines.count ? mark->line - lines.count : 0;
         LineMark* before = mark->previous;
         // A mark on one of the lines that go away lands above `lines.line`, maybe among the marks there.
@@ -97,6 +97,7 @@ void LineMarks::Clear() {
     while (LineMark* mark = marks.TakeHead()) delete mark;
 }
 
+// Frees the mark when its line has one already, which then takes its flags: it is not to be touched afterwards.
 void LineMarks::InsertInOrder(LineMark* mark, LineMark* before) {
     while (before && before->line > mark->line) before = before->previous;
     if (before && before->line == mark->line) {

@@ -67,9 +67,10 @@ public:
 
     // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was.
     // `column` counts in the caret line of `view`, which is made the edit line first; null for the line that is open.
-    // Typing makes a LineEdit, or extends the latest one where it goes on a word or a gap there. Then the
-    // views repaint, and colour what follows again, only with `notifyEngine`. With `overwrite` the character takes
-    // the place of the one at `column`, as a step of its own.
+    // Typing makes a LineEdit, or extends the latest one where it goes on a word or a gap there: it changes the edit
+    // line, and the store only once that is committed. A line break is NewLine's. Then the views are told where they go
+    // (TextDocumentView); they repaint, and colour what follows again, only with `notifyEngine`. With `overwrite` the
+    // character takes the place of the one at `column`, as a step of its own.
     bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
     bool NewLine(TextDocumentView* view, uint32_t column);
     bool DeleteInEditLine(TextDocumentView* view, ColumnRange columns);

@@ -25,6 +25,7 @@ bool TextEdit::SetUpEdit(uint32_t offset, const Char* changed, uint32_t length) 
 bool TextEdit::CaptureViews() {
     ViewState* viewState = &views;
     for (TextDocumentView* view : target.views) {
+        // The first is a part of the record: with one view, as nearly always, nothing is allocated.
         if (viewState->view) {
             viewState->next = new ViewState;
             viewState = viewState->next;
@@ -51,6 +52,8 @@ void TextEdit::CaptureView(ViewState& viewState, TextDocumentView* view) const {
         viewState.after.anchor = viewState.after.caret = isDelete ? position : static_cast<uint32_t>(end);
     }
 
+    // A window that begins after the change goes on showing what it shows; one that begins inside of it has nothing
+    // left to hold on to but the change itself.
     const uint32_t topStart = target.content.LineToOffset(viewState.topLineBefore);
     if (topStart < position) return;
     if (topStart < end) {
@@ -94,6 +97,7 @@ bool TextEdit::ChangeStore(bool remove) {
 void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
     for (const ViewState* viewState = &views; viewState; viewState = viewState->next) {
+        // The record may be older than a view, and outlive another: only the pointer is left of that.
         if (!target.views.Holds(viewState->view)) continue;
         viewState->view->PlaceTopLine(undone ? viewState->topLineBefore : viewState->topLineAfter);
         viewState->view->PlaceSelection(undone ? viewState->before : TextSelection{caret, caret});

@@ -8,7 +8,7 @@
 
 uint32_t SearchQuery::Slice() const {
     constexpr uint32_t Max = 1u << 20;
-    constexpr uint32_t Min = 32;
+    constexpr uint32_t Min = 32; // however long the query: a search has to get on
     constexpr uint32_t Comparisons = 1u << 26;
     return std::clamp(Comparisons / (length + 1), Min, Max);
 }
@@ -33,7 +33,8 @@ bool TextSearch::Find(SearchWay way, SearchHit& hit, SearchProgress* progress) c
     bool wrapped = false;
     if (!Search({from, way.backward ? 0 : end, way.backward}, found, progress)) return false;
     if (found == NoOffset) {
-        // The second round leaves out what the first has gone through.
+        // The second round leaves out what the first has gone through. It ends at the place and not at the end of a
+        // match there, so that the only match of a text is found again from its own end.
         wrapped = true;
         const SearchWay rest = {way.backward ? length : 0, way.backward ? from : std::min(from, end), way.backward};
         if (!Search(rest, found, progress)) return false;
@@ -45,6 +46,7 @@ bool TextSearch::Find(SearchWay way, SearchHit& hit, SearchProgress* progress) c
 }
 
 bool TextSearch::Search(SearchWay way, uint32_t& found, SearchProgress* progress) const {
+    // A slice says where a match may start. It may end in the next one, so that none is missed in between.
     const uint32_t slice = query.Slice();
     uint32_t from = way.from;
     while (way.backward ? from > way.end : from < way.end) {
@@ -66,7 +68,7 @@ uint32_t TextSearch::FindFrom(TextRange area) const {
         if (at == Scan::NotFound) break;
         const auto candidate = static_cast<uint32_t>(at);
         if (Accepts(candidate)) return candidate;
-        from = candidate + 1;
+        from = candidate + 1; // not its end: a match that counts may overlap with one that does not
     }
     return NoOffset;
 }

@@ -13,6 +13,7 @@ void UndoHistory::Push(UndoRecord* record) {
     Free(redoHead);
 }
 
+// Not by Push: a group in which nothing is done leaves what can be redone.
 bool UndoHistory::PushMarker(UndoRecord::State state) {
     auto* marker = new GroupMarker(state);
     if (!marker) return false;
@@ -33,6 +34,7 @@ bool UndoHistory::EndGroup() {
     return true;
 }
 
+// For abandoning only: the record goes to neither list, as if it had never been made.
 UndoRecord* UndoHistory::TakeLatest() {
     UndoRecord* record = undoHead;
     if (record) undoHead = record->next;
@@ -82,6 +84,7 @@ uint64_t UndoHistory::PeakOfStep(uint64_t length, bool undoing) const {
         } else if (record->state == UndoRecord::State::GroupEnd) {
             depth += undoing ? 1 : -1;
         } else {
+            // What is negative wraps around, and the sum is right again: no text gets shorter than nothing.
             length += static_cast<uint64_t>(undoing ? -record->growth : record->growth);
             peak = length > peak ? length : peak;
         }

@@ -21,6 +21,7 @@ uint32_t Position(const ShownText& text, const TextCaret& caret) {
     return NoOffset;
 }
 
+// The text must be whole: a bracket is found in the line as it is seen, and its partner in the store.
 BracketPair Find(const ShownText& text, const TextCaret& caret) {
     const TextBuffer& document = *text.Document();
     const uint32_t offset = Position(text, caret);

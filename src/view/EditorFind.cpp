@@ -48,7 +48,7 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
     const WString& wanted = findState.searchText;
     const bool searchable = !wanted.IsEmpty() && Text::Length(wanted.Text()) == wanted.Length();
     {
-        LongOperation progress(surface);
+        LongOperation progress(surface); // gone before a message is shown: it owns the cursor and the status bar
         const TextCaret& caret = editor.Caret();
         const uint32_t from = backward ? caret.SelectionStart() : caret.SelectionEnd();
         success = searchable && findState.searchHistory.Add(wanted) &&
@@ -88,6 +88,7 @@ bool EditorFind::ReplaceAll(TextEditor& editor, const Char* replacement, uint32_
                                 {start, end}, {replacement, length}, progress);
     }
     const auto count = static_cast<uint32_t>(matches.changes.Count());
+    // 64 bits: a replacement may be long, and matches are many.
     const uint64_t newEnd = end - matches.RemovedCount() + uint64_t{length} * count;
     const bool fits = result != MatchResult::Done || document->Length() - end + newEnd < TextStore::LengthLimit;
     const bool done =

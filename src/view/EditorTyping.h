@@ -8,8 +8,9 @@ class TextEditor;
 // read-only document or because there is nothing to delete, changes nothing on screen either.
 namespace EditorTyping {
 
-// Types a character over the selection; what is no text, and anything with Ctrl held, is ignored, save a character
-// typed with Ctrl and Alt when the additional setting AltGr is on.
+// Types a character over the selection: TextBuffer::TypeChar takes it for the line of the caret, which is scrolled into
+// view and opened before. What is no text, and anything with Ctrl held, is ignored, save a character typed with Ctrl
+// and Alt when the additional setting AltGr is on.
 void Type(TextEditor& editor, Char character);
 // The two halves of a character, in one step: all of it or nothing.
 void TypePair(TextEditor& editor, Char first, Char second);

@@ -34,6 +34,8 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     const auto rowOf = [&](int32_t y) { return topLine + static_cast<uint32_t>(y > 0 ? y / lineHeight : 0); };
     nextLine = all ? topLine : rowOf(updateTop);
     lastLine = all ? topLine + static_cast<uint32_t>(editor->VisibleLines()) : rowOf(updateBottom - 1);
+    // After the open line these differ by what was typed in it. Characters come from the store, but colours and the
+    // selection are in offsets of the text as it is seen.
     storeStart = document->LineToOffset(nextLine);
     lineStart = editor->Text().LineStart(nextLine);
     state = nextLine < editor->Text().LineCount() ? editor->StateAt(nextLine) : 0;

@@ -4,8 +4,8 @@
 #include "view/TextEditor.h"
 #include "viewbase/InputBase.h"
 
-// What the user does to a text view: routes keys, characters, the mouse and commands to the files Editor*.h, which
-// work on the editor. Without a document there is nothing to be done.
+// What the user does to a text view: routes keys (EditorKeys), characters (EditorTyping), commands (EditorCommands) and
+// the mouse to the files Editor*.h, which work on the editor. Without a document there is nothing to be done.
 class TextInput final : public InputBase<TextEditor> {
 public:
     explicit TextInput(TextEditor& shown) : InputBase(shown, EditorCommands::Rows) {}

@@ -37,7 +37,9 @@ protected:
         ASSERT_TRUE(Text()->InsertText(0, u"one\ntwo ", 8));
         EditorOf(true)->MoveCaret({1, 4}, false);
     }
-    // A new view has its caret in the first line: another one than where the focus is.
+    // A new view has its caret in the first line: another one than where the focus is. Two rules keep a word one step.
+    // The view with the focus is the active one: broken, the first check fails. A line that is typed in stays open
+    // (EditFlowTest.TypingGoesOnInItsLineWhileAnotherViewIsTheActiveOne): only with both broken is each key a step.
     void ExpectTypingIsOneUndoStep() {
         EXPECT_EQ(Text()->ActiveView(), EditorOf(true));
         Type(L"hello");

@@ -40,6 +40,8 @@ void TextPainter::DrawAll() {
 void TextPainter::Draw(const RowPicture& row) {
     const bool buffered = surface != window;
     rowTop = buffered ? 0 : row.top;
+    // In this order: the runs of a row that is scrolled begin left of the text, and the number and the margin go over
+    // them.
     DrawRuns(row);
     Fill(RowRect(row.fillLeft, width), row.fill);
     DrawNumber(row);
