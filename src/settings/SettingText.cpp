@@ -9,7 +9,7 @@ struct SettingText::Shared : HeapObject {
 };
 
 SettingText& SettingText::operator=(const SettingText& other) {
-    if (shared == other.shared) return *this;
+    if (this == &other) return *this;
     Release();
     shared = other.shared;
     Share();

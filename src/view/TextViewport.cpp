@@ -166,6 +166,7 @@ bool TextViewport::ColumnsSeen(uint32_t line, ColumnRange columns, int32_t& left
     const int64_t rightEdge = int64_t(horizontalScroll) + surface.Size().width - TextLeft();
     const uint32_t lastSeen = Layout().ColumnsWithin(shown, rightEdge, known);
     const auto inWindow = [&](uint32_t column) {
+        // Beside the window any place will do, since it is clamped; the way there may be long.
         const uint32_t placed = std::clamp(column, known.column, std::max(lastSeen, known.column));
         const int64_t feed = column > shown.length && lastSeen == shown.length ? surface.Metrics().averageWidth : 0;
         const int64_t x = Layout().PositionOf(shown, placed, known) + feed;
