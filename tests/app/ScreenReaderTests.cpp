@@ -1,13 +1,29 @@
 // What another program hears of a pane, by way of the system's own client for screen readers.
-#include "app/AppTest.h"
+#include "app/FileDialogTest.h"
 
 #include <ole2.h>
 
 #include <oleacc.h>
 
+#include <algorithm>
+
 namespace {
 
-class ScreenReaderTest : public AppTest {
+// The windows of the program that have said that their name is another one.
+std::vector<HWND> renamed;
+
+void CALLBACK TakeRenamed(HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG, DWORD, DWORD) {
+    if (object == OBJID_CLIENT) renamed.push_back(window);
+}
+
+// Whether a window has said so by now.
+bool IsRenamed(HWND window) {
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    return std::find(renamed.begin(), renamed.end(), window) != renamed.end();
+}
+
+class ScreenReaderTest : public FileDialogTest {
 protected:
     void SetUp() override {
         ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
@@ -15,10 +31,10 @@ protected:
         find = reinterpret_cast<LPFNACCESSIBLEOBJECTFROMWINDOW>(
             reinterpret_cast<void*>(GetProcAddress(library, "AccessibleObjectFromWindow")));
         ASSERT_NE(find, nullptr);
-        AppTest::SetUp();
+        FileDialogTest::SetUp();
     }
     void TearDown() override {
-        AppTest::TearDown();
+        FileDialogTest::TearDown();
         if (pane) pane->Release();
         OleUninitialize();
     }
@@ -64,6 +80,23 @@ TEST_F(ScreenReaderTest, APaneSaysItsNameAndTheLineOfItsCaret) {
     ASSERT_TRUE(editor.Type(L"x"));
     ASSERT_TRUE(editor.WaitForTitle(Path(L"a.txt") + L"* - Orvane"));
     EXPECT_EQ(Value(), L"xtwo");
+}
+
+TEST_F(ScreenReaderTest, APaneSaysThatItsNameIsAnotherOne) {
+    ASSERT_TRUE(OpenFile(L"a.txt", "one"));
+    ASSERT_NO_FATAL_FAILURE(Ask());
+    EXPECT_EQ(Name(), Path(L"a.txt"));
+    renamed.clear();
+    const HWINEVENTHOOK hook = SetWinEventHook(EVENT_OBJECT_NAMECHANGE, EVENT_OBJECT_NAMECHANGE, nullptr, TakeRenamed,
+                                               editor.Process(), 0, WINEVENT_OUTOFCONTEXT);
+    ASSERT_NE(hook, nullptr);
+    editor.Command(IDM_SAVE_AS);
+    ASSERT_TRUE(WaitForDialogTitled(L"Save As"));
+    ASSERT_TRUE(TypeFileName(Path(L"b.txt")));
+    const HWND shown = editor.Panes().at(0);
+    EXPECT_TRUE(window::WaitFor([&] { return IsRenamed(shown); }));
+    EXPECT_EQ(Name(), Path(L"b.txt"));
+    UnhookWinEvent(hook);
 }
 
 // Its message, which is its first part, is none.
