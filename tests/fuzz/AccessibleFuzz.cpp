@@ -1,6 +1,6 @@
-// Ranges of a text that is edited meanwhile, with offsets and counts far outside, as a screen reader may hold and move
-// them. What is checked: nothing reads or writes where it must not, every range is inside the text and not upside
-// down, and moving says how far it went.
+// Ranges of a text that is edited meanwhile and that follow it, with offsets and counts far outside, as a screen reader
+// may hold and move them. What is checked: nothing reads or writes where it must not, every range is inside the text
+// and not upside down, and moving says how far it went.
 
 #include "base/WString.h"
 #include "settings/IniFile.h"
@@ -8,6 +8,7 @@
 #include "support/TestView.h"
 #include "support/TextDocument.h"
 #include "view/AccessibleText.h"
+#include "view/HeldRanges.h"
 #include "viewbase/ViewKey.h"
 
 #include <climits>
@@ -40,7 +41,8 @@ void Require(bool holds) {
     if (!holds) std::abort();
 }
 
-constexpr Char Characters[] = {u'a', u'Z', u'_', u'.', u'(', u' ', u'\t', u'\r', 0xE4, 0x3000, 0xD83D, 0xDE00, 0xFFFF};
+constexpr Char Characters[] = {u'a',  u'Z', u'_',   u'.',  u'(',   u' ',   u'\t',
+                               u'\r', 0xE4, 0x3000, 0x301, 0xD83D, 0xDE00, 0xFFFF};
 
 void Edit(TestView& view, Input& in) {
     const uint32_t what = in.Byte();
@@ -100,10 +102,10 @@ void Show(AccessibleText& accessible, const AccessibleRange& range, Input& in) {
     }
 }
 
-void Step(TestView& view, AccessibleText& accessible, AccessibleRange (&ranges)[2], Input& in) {
+void Step(TestView& view, AccessibleText& accessible, HeldRange (&ranges)[2], Input& in) {
     const ShownText& text = accessible.Text();
     const uint32_t what = in.Byte();
-    AccessibleRange& range = ranges[what & 1];
+    AccessibleRange& range = ranges[what & 1].range;
     switch (what / 2 % 8) {
     case 0: {
         const uint32_t start = in.Offset();
@@ -117,7 +119,7 @@ void Step(TestView& view, AccessibleText& accessible, AccessibleRange (&ranges)[
         MoveIt(text, range, in);
         break;
     case 3:
-        range.MoveEndTo(text, static_cast<RangeEnd>(in.Byte() % 2), ranges[in.Byte() & 1], RangeEnd::End);
+        range.MoveEndTo(text, static_cast<RangeEnd>(in.Byte() % 2), ranges[in.Byte() & 1].range, RangeEnd::End);
         break;
     case 4:
         Read(text, range, in);
@@ -155,7 +157,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         view->input.OnAttached();
         view->surface.TakeFocus();
         AccessibleText accessible(view->editor);
-        AccessibleRange ranges[2];
+        HeldRange ranges[] = {{accessible.Held(), {}}, {accessible.Held(), {}}};
         for (uint32_t steps = 0; in.Left() && steps < 300; ++steps) Step(*view, accessible, ranges, in);
         WString value;
         Require(accessible.AppendValue(value) && value.Length() <= AccessibleElement::LongestValue);
