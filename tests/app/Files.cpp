@@ -128,6 +128,8 @@ std::wstring ShippedSettingsPath() {
     return path.substr(0, path.rfind(L'\\') + 1) + L"orvane.ini";
 }
 
+std::string ShippedSettings() { return Read(BackupPath(ShippedSettingsPath())); }
+
 SavedSettings::SavedSettings() {
     for (const std::wstring& path : {SettingsPath(), ShippedSettingsPath()}) {
         // A file that an interrupted run moved away is the user's; the present one is then the tests'.

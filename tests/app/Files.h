@@ -40,6 +40,8 @@ std::wstring SettingsPath();
 std::wstring ProgramPath();
 // The orvane.ini beside the program, which serves when the documents folder has none.
 std::wstring ShippedSettingsPath();
+// What that file held before SavedSettings moved it away. Empty when there was none.
+std::string ShippedSettings();
 
 // Moves the settings files of both places away while it lives, and removes those that the tests left.
 class SavedSettings {
