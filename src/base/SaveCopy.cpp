@@ -72,6 +72,7 @@ bool SaveCopy::WriteHeader() {
 
 SaveCopy::Outcome SaveCopy::Make(const Char* targetPath, ByteSource& source) {
     if (!target.Assign(targetPath)) return Outcome::NoBytes; // nothing at all can be done without memory
+    // The header is written last: until then nobody takes the file for a copy.
     const Header nothing = {};
     const bool isBegun = target.Length() <= LongestPath && MakeRecoveryFile(SaveCopyFolder, u".save", file, path) &&
                          file.Write(&nothing, sizeof(nothing)) &&
@@ -93,6 +94,7 @@ void SaveCopy::Discard() {
 SaveCopyState ReadSaveCopy(Platform::File& copy, SaveCopyContent& content) {
     Header header = {};
     uint64_t size = 0;
+    // What cannot be read now may be good: only what was read and is wrong is Damaged, and is removed.
     if (!copy.GetSize(size)) return SaveCopyState::Unknown;
     if (size < sizeof(header)) return SaveCopyState::Damaged;
     if (!ReadAll(copy, &header, sizeof(header))) return SaveCopyState::Unknown;

@@ -3,6 +3,7 @@
 #include "document/Document.h"
 
 void ByteJournal::SaveBegins() {
+    // Only after every page, and on the disk: from the mark on they count, whatever the file has.
     if (!Flush() || !Writable()) return;
     JournalFile& journal = *Writable();
     Written(journal.Begin(SaveMark) && journal.End() && journal.Flush());
@@ -35,6 +36,7 @@ bool ByteJournal::PutPage(JournalFile& journal, ChangedPage& page) {
     uint32_t valid = 0;
     const uint64_t start = page.index * PageSize;
     if (!content.ReadPage(inFile, start, true, valid)) return false;
+    // A page is only put back over what it was made from: the file may be another program's by then.
     Checksum sum;
     sum.Add(inFile, valid);
     page.isInJournal = journal.Begin({start, sum.Value(), content.PageBytes(start)}) &&

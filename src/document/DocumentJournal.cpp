@@ -55,7 +55,7 @@ bool DocumentJournal::Flush() {
 }
 
 bool DocumentJournal::Write() {
-    edits = 0;
+    edits = 0; // also when it fails: tried again after as many edits, not with each
     if (!Writable() || file->Size() > SmallJournal + TimesWhole * WholeSize()) return MakeAnew();
     return WriteRest(*file);
 }

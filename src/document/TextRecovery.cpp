@@ -102,7 +102,9 @@ RecoveryResult RecoverText(JournalReader& journal, DecodedText& out) {
     GapText text;
     if (!IsKnown(subject)) return RecoveryResult::Failed;
     if (subject.isOverFile && !ReadFile(journal, out)) return RecoveryResult::FileChanged;
+    // Whatever the changes add is in the journal, so that its size is room enough for all of them.
     if (!text.Take(out, journal.Size() / sizeof(Char)) || !Apply(journal, text)) return RecoveryResult::Failed;
+    // Size and time may be the same by chance. Only this shows that the file is the one that was edited.
     if (subject.isOverFile && text.Value() != subject.value) return RecoveryResult::FileChanged;
     while (Apply(journal, text)) {
     }

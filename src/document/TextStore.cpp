@@ -109,6 +109,7 @@ void TextStore::Appended(TextExtent added) {
     lastLineStart = added.lineFeeds
                         ? length + static_cast<uint32_t>(Scan::FindLineStart(text + length, added.characters))
                         : LastLineStart();
+    // The cache stays: the lines that it knows begin before.
     length += added.characters;
     text[length] = 0;
     lineCount += added.lineFeeds;

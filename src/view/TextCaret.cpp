@@ -13,7 +13,7 @@ bool TextCaret::IsIn(const ShownText& text) const {
 }
 
 void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove) {
-    preferredColumn = place.column;
+    preferredColumn = place.column; // not as it is clamped: beyond a short line the caret goes back there
     const uint32_t last = text.LineCount() ? text.LineCount() - 1 : 0;
     position.line = std::min(place.line, last);
     const TextSpan line = text.Line(position.line);
