@@ -1,5 +1,6 @@
 #include "base/Journal.h"
 
+#include "base/Assert.h"
 #include "base/RecoveryFile.h"
 
 #include <cstring>
@@ -36,16 +37,19 @@ bool JournalFile::Make(const JournalSubject& subject, const WString& name) {
     header.subject = subject;
     if (name.Length() > LongestName) return false;
     chain = header.check = CheckOf(header, name.Text());
-    return MakeRecoveryFile(JournalFolder, u".journal", file, path) && Write(&header, sizeof(header)) &&
-           Write(name.Text(), name.Length() * sizeof(Char)) && WriteGathered();
+    if (!MakeRecoveryFile(JournalFolder, u".journal", file, path)) return false;
+    Gather(&header, sizeof(header));
+    return Write(name.Text(), name.Length() * sizeof(Char)) && WriteGathered();
 }
 
 // The sum goes on from the change before. A change that is missing, or the rest of an older file that had the same
 // place on the disk, would otherwise be good by itself.
-bool JournalFile::Begin(const JournalChange& change) {
+void JournalFile::Begin(const JournalChange& change) {
+    ORVANE_ASSERT(gathered == 0); // the change before has ended
     sum = Checksum();
     sum.Add(&chain, sizeof(chain));
-    return Put(&change, sizeof(change));
+    sum.Add(&change, sizeof(change));
+    Gather(&change, sizeof(change));
 }
 
 bool JournalFile::Put(const void* bytes, size_t count) {
@@ -59,13 +63,21 @@ bool JournalFile::End() {
 }
 
 bool JournalFile::Write(const void* bytes, size_t count) {
-    size += count;
     // What was gathered first: the file only grows, in the order of the calls.
     if (count > sizeof(gather) - gathered && !WriteGathered()) return false;
-    if (count > sizeof(gather)) return file.Write(bytes, count);
+    if (count <= sizeof(gather)) {
+        Gather(bytes, count);
+        return true;
+    }
+    size += count;
+    return file.Write(bytes, count);
+}
+
+void JournalFile::Gather(const void* bytes, size_t count) {
+    ORVANE_ASSERT(count <= sizeof(gather) - gathered);
+    size += count;
     if (count) std::memcpy(gather + gathered, bytes, count);
     gathered += static_cast<uint32_t>(count);
-    return true;
 }
 
 bool JournalFile::WriteGathered() {

@@ -45,7 +45,7 @@ public:
     [[nodiscard]] bool Make(const JournalSubject& subject, const WString& name);
     // A change, its bytes in as many pieces as wanted (`length` of them in all), and its end. Not before that end does
     // it reach the file as a whole.
-    [[nodiscard]] bool Begin(const JournalChange& change);
+    void Begin(const JournalChange& change);
     [[nodiscard]] bool Put(const void* bytes, size_t count);
     [[nodiscard]] bool End();
     // Has the system write all of it to the disk.
@@ -56,6 +56,7 @@ public:
 
 private:
     bool Write(const void* bytes, size_t count);
+    void Gather(const void* bytes, size_t count);
     bool WriteGathered();
 
     Platform::File file;

@@ -6,7 +6,8 @@ void ByteJournal::SaveBegins() {
     // Only after every page, and on the disk: from the mark on they count, whatever the file has.
     if (!Flush() || !Writable()) return;
     JournalFile& journal = *Writable();
-    Written(journal.Begin(SaveMark) && journal.End() && journal.Flush());
+    journal.Begin(SaveMark);
+    Written(journal.End() && journal.Flush());
 }
 
 bool ByteJournal::WriteAll(JournalFile& made) {
@@ -39,7 +40,7 @@ bool ByteJournal::PutPage(JournalFile& journal, ChangedPage& page) {
     // A page is only put back over what it was made from: the file may be another program's by then.
     Checksum sum;
     sum.Add(inFile, valid);
-    page.isInJournal = journal.Begin({start, sum.Value(), content.PageBytes(start)}) &&
-                       journal.Put(page.data, content.PageBytes(start)) && journal.End();
+    journal.Begin({start, sum.Value(), content.PageBytes(start)});
+    page.isInJournal = journal.Put(page.data, content.PageBytes(start)) && journal.End();
     return page.isInJournal;
 }

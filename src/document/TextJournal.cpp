@@ -102,5 +102,6 @@ bool TextJournal::Append(JournalFile& journal, uint32_t at) {
 bool TextJournal::PutText(JournalFile& journal, const JournalChange& change, uint32_t from) const {
     const auto count = static_cast<uint32_t>(change.length / sizeof(Char));
     const auto put = [&](const Char* piece, size_t part) { return journal.Put(piece, part * sizeof(Char)); };
-    return journal.Begin(change) && content.ForEachPiece(from, count, put) && journal.End();
+    journal.Begin(change);
+    return content.ForEachPiece(from, count, put) && journal.End();
 }

@@ -42,7 +42,8 @@ struct Piece {
 
 bool Put(JournalFile& journal, const Piece& piece, const uint8_t* text) {
     const uint64_t length = piece.flags & 1 ? piece.count : piece.count * sizeof(Char); // odd ones are damage
-    return journal.Begin({piece.start, piece.removed, length}) && journal.Put(text, length) && journal.End();
+    journal.Begin({piece.start, piece.removed, length});
+    return journal.Put(text, length) && journal.End();
 }
 
 bool Apply(std::u16string& text, const Piece& piece, const uint8_t* bytes) {
