@@ -1,5 +1,6 @@
 #include "document/ByteDecoder.h"
 
+#include "base/Assert.h"
 #include "base/CodePage.h"
 #include "base/RoundTrip.h"
 #include "base/Scan.h"
@@ -58,7 +59,7 @@ bool ByteDecoder::Run() {
             continue;
         }
         pieces.Drop(usable);
-        if (pieces.IsLast() && !pieces.Count()) break;
+        if (pieces.IsLast()) break;
         if (!pieces.Fill()) return false;
     }
     if (form == Form::GuessedUtf8 && beforeGuess.isSet) out.encoding = Encoding::PlainUtf8;
@@ -70,11 +71,13 @@ size_t ByteDecoder::UsableBytes() {
     const uint8_t* const bytes = pieces.Bytes();
     const size_t count = pieces.Count();
     if (pieces.IsLast()) return count;
+    ORVANE_ASSERT(count > NearEnd); // the piece is full but for a signature
     // Nearly always there is a border near the end. To find out where characters end is slow in some pages.
-    for (size_t end = count; end && count - end < NearEnd; --end)
+    for (size_t end = count; count - end < NearEnd; --end)
         if (IsBorder(bytes[end - 1])) return end;
     const size_t whole = WholeCharacters(form == Form::Ansi ? CodePage::Ansi : CodePage::Utf8, bytes, count);
-    return whole && bytes[whole - 1] == '\r' ? whole - 1 : whole;
+    ORVANE_ASSERT(whole); // or nothing would ever be decoded
+    return bytes[whole - 1] == '\r' ? whole - 1 : whole;
 }
 
 // Room for so many more characters and the terminator. The first piece says how many characters the file will give, so

@@ -1,5 +1,6 @@
 #include "document/TextDecode.h"
 
+#include "base/Assert.h"
 #include "base/Scan.h"
 #include "document/ByteDecoder.h"
 #include "document/LineBreaks.h"
@@ -37,7 +38,7 @@ bool ReadUnits(FilePieces& pieces, Char* to, size_t& units, DecodedText& out) {
     size_t read = 0;
     if (!pieces.ReadInto(to, FilePieces::MaxBytes, read)) return false;
     // A byte too many is the file's last.
-    out.losesBytes = out.losesBytes || read % sizeof(Char) != 0;
+    out.losesBytes = read % sizeof(Char) != 0;
     units = read / sizeof(Char);
     return true;
 }
@@ -58,7 +59,8 @@ bool DecodeUnits(FilePieces& pieces, DecodedText& out) {
         Char* const from = out.text + length;
         if (swaps) Scan::SwapBytes(from + waiting, units, from + waiting);
         units += waiting;
-        waiting = !pieces.IsLast() && units && from[units - 1] == u'\r' ? 1 : 0;
+        ORVANE_ASSERT(pieces.IsLast() || units); // a piece that is not the last is full
+        waiting = !pieces.IsLast() && from[units - 1] == u'\r' ? 1 : 0;
         const Scan::Copied copied = Scan::CopyWithLineFeeds(from, units - waiting, from, breaks);
         length += copied.written;
         if (copied.taken < units - waiting) out.losesBytes = true;

@@ -1,7 +1,9 @@
 #include "document/TextRecovery.h"
 
+#include "base/Assert.h"
 #include "base/Scan.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -28,9 +30,9 @@ public:
     }
     size_t Length() const { return capacity - 1 - (gapEnd - gap); }
 
-    // Room of `count` characters before `at`, or null: to be filled, and nothing has changed before Replace.
+    // Room of `count` characters before `at`: to be filled, and nothing has changed before Replace.
     Char* RoomAt(size_t at, size_t count) {
-        if (at > Length() || count > gapEnd - gap) return nullptr;
+        ORVANE_ASSERT(at <= Length() && count <= gapEnd - gap);
         if (at < gap) std::memmove(items + gapEnd - (gap - at), items + at, (gap - at) * sizeof(Char));
         if (at > gap) std::memmove(items + gap, items + gapEnd, (at - gap) * sizeof(Char));
         gapEnd = gapEnd - gap + at;
@@ -38,11 +40,10 @@ public:
         return items + gap;
     }
     // What was put there takes the place of the `removed` characters after it.
-    bool Replace(size_t removed, size_t count) {
-        if (removed > Length() - gap) return false;
+    void Replace(size_t removed, size_t count) {
+        ORVANE_ASSERT(removed <= Length() - gap);
         gap += count;
         gapEnd += removed;
-        return true;
     }
 
     uint64_t Value() const {
@@ -59,7 +60,7 @@ public:
         RoomAt(length, 0);
         void* const exact = Heap::Resize(items, capacity * sizeof(Char), (length + 1) * sizeof(Char));
         out.text = exact ? static_cast<Char*>(exact) : items;
-        out.capacity = static_cast<uint32_t>(exact ? length + 1 : capacity < UINT32_MAX ? capacity : UINT32_MAX);
+        out.capacity = static_cast<uint32_t>(exact ? length + 1 : std::min<size_t>(capacity, UINT32_MAX));
         items = nullptr;
         out.text[length] = 0;
         out.length = static_cast<uint32_t>(length);
@@ -87,8 +88,10 @@ bool Apply(JournalReader& journal, GapText& text) {
     if (!journal.Next(change) || change.length % sizeof(Char) != 0) return false;
     const auto count = static_cast<size_t>(change.length / sizeof(Char));
     if (change.start > text.Length() || change.detail > text.Length() - change.start) return false;
-    Char* const room = text.RoomAt(static_cast<size_t>(change.start), count);
-    return room && journal.Read(room) && text.Replace(static_cast<size_t>(change.detail), count);
+    // All changes together have fewer bytes than the journal, for which there is room.
+    if (!journal.Read(text.RoomAt(static_cast<size_t>(change.start), count))) return false;
+    text.Replace(static_cast<size_t>(change.detail), count);
+    return true;
 }
 
 bool IsKnown(const JournalSubject& subject) {
