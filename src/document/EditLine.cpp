@@ -21,9 +21,14 @@ bool EditLine::Open(TextStore& store, uint32_t line) {
 bool EditLine::WriteBack(TextStore& store) {
     ORVANE_ASSERT(IsOpen());
     if (!store.ReplaceLine({start, start + storeLength}, text.Text(), text.Length())) return false;
-    Close();
     pending = false;
+    Close();
     return true;
+}
+
+void EditLine::Close() {
+    ORVANE_ASSERT(!pending); // what was typed would be lost
+    number = NoLine;
 }
 
 void EditLine::Release() {

@@ -33,7 +33,7 @@ public:
     // Puts a pending line into the store and closes it. False without memory: everything then stays pending.
     [[nodiscard]] bool WriteBack(TextStore& store);
     // Closes the line; what the store holds counts.
-    void Close() { number = NoLine; }
+    void Close();
     // Closes the line, forgets what is pending, and frees the copy.
     void Release();
 

@@ -24,7 +24,7 @@ bool EditPipeline::LoadEditLine(uint32_t line) {
 
 bool EditPipeline::CommitEdit() {
     TextParts& parts = target.parts;
-    if (target.content.IsReadOnly() || !parts.editLine.IsPending() || !parts.editLine.IsOpen()) return true;
+    if (target.content.IsReadOnly() || !parts.editLine.IsPending()) return true;
     ORVANE_ASSERT(!notifier.IsTelling());
     if (!parts.editLine.WriteBack(parts.store)) return false;
     // From now on what was typed is undone in the store, and states after the line are to be scanned again.
@@ -90,7 +90,8 @@ bool EditPipeline::Step(bool undoing) {
         if (record->state != UndoRecord::State::InEditLine) parts.editLine.Close();
         if (record->state == opens) ++depth;
         if (record->state == closes) --depth;
-        if (!(undoing ? record->Undo() : record->Redo())) return false;
+        const bool isDone = undoing ? record->Undo() : record->Redo();
+        ORVANE_ASSERT(isDone);
         history.MoveHead(undoing);
         Tell(*record, undoing);
         if (depth == 0) break;

@@ -1,5 +1,6 @@
 #include "document/LineEdit.h"
 
+#include "base/Assert.h"
 #include "base/Text.h"
 #include "document/EditTarget.h"
 
@@ -18,8 +19,9 @@ void LineEdit::Extend(Char character) {
 }
 
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
+    ORVANE_ASSERT(state == State::InEditLine && !text.IsEmpty());
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
-    if (state != State::InEditLine || closed || isDelete || replaced || text.IsEmpty()) return false;
+    if (closed || isDelete || replaced) return false;
     // Words and what is between them are steps of their own.
     return uint64_t{column} + text.Length() == atColumn &&
            Text::IsWordChar(typed) == Text::IsWordChar(text[text.Length() - 1]);

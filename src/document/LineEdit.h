@@ -13,7 +13,7 @@ public:
     // Room for another character, and that character typed after the others.
     bool MakeRoom() { return text.Reserve(text.Length() + 1); }
     void Extend(Char character);
-    // Whether a character typed at `atColumn` belongs to the same run of typing.
+    // Whether a character typed at `atColumn` belongs to the same run of typing, which is pending still.
     bool Continues(Char typed, uint32_t atColumn) const;
 
     uint32_t column = 0;
