@@ -20,6 +20,8 @@ bool Platform::RemoveFile(const Char* path) {
     return native.Text() && !FileCallShouldFail() && unlink(native.Text()) == 0;
 }
 
+bool Platform::IsRemote(const Char*) { return false; } // nothing needs it here
+
 bool SystemFolders::Make(const Char* path) {
     const NativeText native(path, NativeText::Kind::Path);
     return native.Text() && mkdir(native.Text(), 0700) == 0;

@@ -61,8 +61,6 @@ bool ReadVariable(const Char* name, bool& isKnown, WString& out) {
 
 } // namespace
 
-bool Platform::IsRemote(const Char*) { return false; } // nothing needs it here
-
 bool Platform::FullPath(const Char* path, WString& out) {
     WString given;
     WString full;

@@ -1,3 +1,4 @@
+#include "base/Path.h"
 #include "base/Platform.h"
 #include "base/SystemFolders.h"
 #include "base/win32/SystemText.h"
@@ -16,6 +17,14 @@ Platform::Entry Platform::EntryKind(const Char* path) {
 bool Platform::RemoveFile(const Char* path) {
     const SystemPath system(path);
     return system.Text() && !FileCallShouldFail() && DeleteFileW(system.Text());
+}
+
+bool Platform::IsRemote(const Char* path) {
+    const Path::Volume volume = Path::VolumeOf(path);
+    const bool isDrive = volume.length == 2 && volume.name[1] == u':';
+    if (!isDrive) return volume.isShare;
+    const Char root[] = {volume.name[0], u':', u'\\', 0};
+    return GetDriveTypeW(Wide(root)) == DRIVE_REMOTE;
 }
 
 bool SystemFolders::Make(const Char* path) {

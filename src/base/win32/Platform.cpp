@@ -1,18 +1,9 @@
 #include "base/Platform.h"
-#include "base/Path.h"
 #include "base/SystemClock.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
 #include <utility>
-
-bool Platform::IsRemote(const Char* path) {
-    const Path::Volume volume = Path::VolumeOf(path);
-    const bool isDrive = volume.length == 2 && volume.name[1] == u':';
-    if (!isDrive) return volume.isShare;
-    const Char root[] = {volume.name[0], u':', u'\\', 0};
-    return GetDriveTypeW(Wide(root)) == DRIVE_REMOTE;
-}
 
 bool Platform::FullPath(const Char* path, WString& out) {
     WString given;
