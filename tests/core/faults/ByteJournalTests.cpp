@@ -62,6 +62,8 @@ protected:
         return document->Open(Target) ? document->Recover(journal) : RecoveryResult::FileChanged;
     }
 
+    void FailWhileEditing(bool hasJournal);
+
     std::string old;
     BinaryDocument* document = nullptr;
 };
@@ -175,6 +177,70 @@ TEST_F(ByteJournalTest, WhereverASaveStopsTheNewBytesAreThere) {
             EXPECT_TRUE(Content() == changed);
         }
     }
+}
+
+// Changes bytes, over an earlier journal or without one, while each call fails in turn, in every way.
+void ByteJournalTest::FailWhileEditing(bool hasJournal) {
+    for (const Case& tried : Cases) {
+        bool isReached = true;
+        for (uint64_t number = 1; isReached && number < 100; ++number) {
+            SCOPED_TRACE(std::string(tried.name) + " at call " + std::to_string(number));
+            Close();
+            Reset();
+            KeepJournals(true);
+            disk.Write(Target, old);
+            Open();
+            ASSERT_TRUE(Edit(10, "first"));
+            ASSERT_TRUE(!hasJournal || document->FlushJournal());
+            const std::string before = Content();
+            ASSERT_TRUE(Edit(2 * PageSize, "second")); // in one page, which is one change
+            const std::string after = Content();
+            disk.FailAt(number, tried.fault);
+            bool isFlushed = document->FlushJournal();
+            EXPECT_TRUE(isFlushed || disk.HasFailed());
+            clock += 30001; // it is not tried again before
+            isFlushed = document->FlushJournal() || isFlushed;
+            isReached = disk.Calls() >= number;
+            disk.StopFailing();
+            LeaveJournals();
+            Close();
+            disk.Restart(tried.unflushed);
+            bool isThere = !hasJournal && !isFlushed;
+            for (const std::u16string& name : Journals()) {
+                const RecoveryResult result = RecoverBytes(disk.Read(Folder + name));
+                ASSERT_NE(result, RecoveryResult::FileChanged);
+                if (result == RecoveryResult::Failed) continue;
+                const bool isAfter = Content() == after;
+                EXPECT_TRUE(isAfter || Content() == before || Content() == old);
+                isThere = isThere || isAfter || (Content() == before && !isFlushed);
+            }
+            EXPECT_TRUE(isThere);
+        }
+    }
+}
+
+TEST_F(ByteJournalTest, WhateverFailsTheBytesBeforeOrAfterAreThere) {
+    FailWhileEditing(true);
+    FailWhileEditing(false);
+}
+
+TEST_F(ByteJournalTest, WithoutMemoryNothingIsWritten) {
+    const uint64_t failures = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            Close();
+            Reset();
+            disk.Write(Target, old);
+            Open();
+            EXPECT_TRUE(Edit(10, "first"));
+        }
+        const bool isFlushed = document->FlushJournal();
+        const FailurePause pause;
+        EXPECT_EQ(Journals().size(), isFlushed ? 1u : 0u);
+        EXPECT_TRUE(document->IsModified());
+        return isFlushed;
+    });
+    EXPECT_GT(failures, 3u);
 }
 
 TEST_F(ByteJournalTest, AfterAFailedSaveTheNextJournalIsOfTheFileAsItIsNow) {

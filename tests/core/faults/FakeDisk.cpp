@@ -82,6 +82,8 @@ bool FakeDisk::Decide(Call call, const std::u16string& path) const {
         return isThere && call == Call::Open;
     case Fault::ShortWrite:
         return isThere && (call == Call::Write || call == Call::GrowingWrite);
+    case Fault::Shortened:
+        return isThere && call == Call::Read;
     case Fault::Full:
         return isReached && (call == Call::GrowingWrite || call == Call::Reserve);
     case Fault::Gone:
@@ -97,6 +99,7 @@ bool FakeDisk::Fails(Call call, const std::u16string& path) {
     ++calls;
     const bool fails = Decide(call, path);
     tearsWrite = fails && fault == Fault::ShortWrite;
+    cutsRead = fails && fault == Fault::Shortened;
     hasFailed = hasFailed || fails;
     return fails;
 }
@@ -192,7 +195,12 @@ bool Platform::File::Seek(uint64_t offset) {
 
 bool Platform::File::Read(void* out, size_t count, size_t& read) {
     read = 0;
-    FakeDisk::Handle* const file = Begin(handle, Call::Other);
+    FakeDisk& disk = FakeDisk::Get();
+    FakeDisk::Handle* file = Begin(handle, Call::Read);
+    if (!file && disk.CutsRead()) {
+        file = &disk.At(handle);
+        file->content->Cut(std::min(file->content->bytes.size(), static_cast<size_t>(file->position) + count / 2));
+    }
     if (!file) return false;
     const std::string& bytes = file->content->bytes;
     const size_t at = std::min(static_cast<size_t>(file->position), bytes.size());
@@ -253,6 +261,9 @@ Platform::Entry Platform::EntryKind(const Char* path) {
 }
 
 bool Platform::RemoveFile(const Char* path) { return FakeDisk::Get().Remove(path); }
+
+// Drives are of this machine, whatever they are called.
+bool Platform::IsRemote(const Char* path) { return path[0] == u'\\' && path[1] == u'\\'; }
 
 bool SystemFolders::Make(const Char* path) { return FakeDisk::Get().MakeFolder(path); }
 

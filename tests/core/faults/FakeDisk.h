@@ -19,6 +19,7 @@ public:
         Denied,     // that call fails
         InUse,      // that call fails if it opens a file
         ShortWrite, // that call fails if it writes, after half of the bytes
+        Shortened,  // that call finds the file cut in the middle of what it reads, as by another program
         Full,       // from there on nothing can grow
         Gone,       // from there on everything under Share fails
         Killed,     // from there on everything fails; what was written stays
@@ -77,11 +78,12 @@ public:
         uint64_t position = 0;
         bool isAlone = false;
     };
-    enum class Call { Open, Write, GrowingWrite, Reserve, Other };
+    enum class Call { Open, Read, Write, GrowingWrite, Reserve, Other };
 
     // Whether the next call fails; it is counted. `path` is what it is about.
     bool Fails(Call call, const std::u16string& path);
     bool TearsWrite() const { return tearsWrite; }
+    bool CutsRead() const { return cutsRead; }
     intptr_t Open(const std::u16string& path, Platform::File::Mode mode);
     Handle& At(intptr_t handle) { return handles[static_cast<size_t>(handle)]; }
     void Close(intptr_t handle) { At(handle).content = nullptr; }
@@ -107,4 +109,5 @@ private:
     bool isStopped = false;
     bool hasFailed = false;
     bool tearsWrite = false;
+    bool cutsRead = false;
 };

@@ -68,18 +68,18 @@ TEST_F(SaveAsFaultTest, SavingUnderANewNameLosesNothing) {
 class LoadFaultTest : public FaultTest {
 protected:
     // Every call fails in turn in every way, until the loading runs through.
-    template <class Load> void FailEveryCall(Load load) {
+    template <class Load> void FailEveryCall(Load load, const std::string& bytes = "one\r\ntwo\r\n") {
         for (const Case& tried : Cases) {
             bool isReached = true;
             for (uint64_t number = 1; isReached && number < 100; ++number) {
                 SCOPED_TRACE(std::string(tried.name) + " at call " + std::to_string(number));
                 Reset();
-                disk.Write(Target, "one\r\ntwo\r\n");
+                disk.Write(Target, bytes);
                 load(number, tried.fault);
                 isReached = disk.Calls() >= number;
                 disk.StopFailing();
                 disk.Restart(tried.unflushed);
-                EXPECT_EQ(disk.Read(Target).substr(0, 3), "one");
+                EXPECT_EQ(disk.Read(Target).substr(0, 3), bytes.substr(0, 3));
                 EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{}) << "stray files";
                 EXPECT_EQ(disk.OpenFiles(), 0u);
             }
@@ -96,6 +96,25 @@ TEST_F(LoadFaultTest, AFileIsLoadedAsAWholeOrNotAtAll) {
         EXPECT_FALSE(document->IsModified());
         EXPECT_EQ(document->Content() ? document.Store() : u"(none)", isLoaded ? u"one\ntwo\n" : u"(none)");
     });
+}
+
+TEST_F(LoadFaultTest, AFileOfSeveralPiecesIsLoadedAsAWholeOrNotAtAll) {
+    std::string utf16 = "\xFF\xFE";
+    for (int i = 0; i < 100000; ++i) utf16 += std::string("x\0", 2);
+    const std::string ansi(200000, 'x');
+    for (const std::string& bytes : {utf16, ansi}) {
+        const size_t length = bytes == ansi ? ansi.size() : 100000;
+        FailEveryCall(
+            [&](uint64_t number, FakeDisk::Fault fault) {
+                TextDocument document;
+                disk.FailAt(number, fault);
+                const bool isLoaded = document->Load(Target, false);
+                EXPECT_EQ(isLoaded, !disk.HasFailed());
+                EXPECT_EQ(document->Length(), isLoaded ? length : 0);
+                EXPECT_EQ(document->Content() != nullptr, isLoaded);
+            },
+            bytes);
+    }
 }
 
 TEST_F(LoadFaultTest, AFailedReloadKeepsTheTextAndItsUndo) {

@@ -96,6 +96,40 @@ TEST_F(TextFaultTest, TheNextSaveThatSucceedsLeavesNoCopy) {
     EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{});
 }
 
+TEST_F(TextFaultTest, ASaveOfAnotherFileLeavesTheCopy) {
+    const Saving saving = Over(true);
+    disk.Write(Target, saving.before);
+    saving.prepare();
+    disk.FailAt(16, FakeDisk::Fault::Killed);
+    ASSERT_FALSE(saving.save());
+    disk.StopFailing();
+    BlockSource source("bytes", 5);
+    ASSERT_EQ(SaveSafely(u"S:\\work\\other.txt", source), SaveResult::Saved);
+    disk.Restart();
+    LeaveSaveCopies();
+    EXPECT_TRUE(disk.Holds(StartAgain().named, saving.after));
+}
+
+// Three bytes a character: the bytes of a chunk have no room at once.
+TEST_F(TextFaultTest, AChunkThatIsWrittenInPiecesLosesNothing) {
+    const std::u16string text(40000, u'\u6F22');
+    std::string bytes = "\xEF\xBB\xBF";
+    for (size_t i = 0; i < text.size(); ++i) bytes += "\xE6\xBC\xA2";
+    FailEverything({.prepare =
+                        [&] {
+                            document = std::make_unique<TextDocument>();
+                            ASSERT_TRUE((*document)->InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
+                        },
+                    .save = [&] { return (*document)->Save(Target, Encoding::Utf8, LineEnding::Unix); },
+                    .inspect =
+                        [&](bool isSaved) {
+                            EXPECT_EQ((*document)->IsModified(), !isSaved);
+                            EXPECT_TRUE(document->Store() == text);
+                        },
+                    .before = OldText,
+                    .after = bytes});
+}
+
 TEST_F(TextFaultTest, WithoutACopyTheFileIsWrittenAllTheSame) {
     const Saving saving = Over(true);
     disk.Write(Target, saving.before);

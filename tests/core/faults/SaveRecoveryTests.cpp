@@ -2,9 +2,22 @@
 #include "base/SaveCopy.h"
 #include "support/FailureInjection.h"
 
+#include <cstddef>
+#include <cstring>
+
 namespace {
 
 constexpr const Char* CopyOfTarget = u"C:\\Recovery\\file.txt";
+
+// What a copy begins with; the target follows.
+struct CopyHeader {
+    char magic[8];
+    uint32_t version;
+    uint32_t pathLength;
+    uint64_t length;
+    uint64_t value;
+    uint64_t check;
+};
 
 // Leaves the copy of a save that an editor did not bring to its end.
 class SaveRecoveryTest : public FaultTest {
@@ -111,6 +124,56 @@ TEST_F(SaveRecoveryTest, WhatIsNoCompleteCopyGoes) {
     EXPECT_EQ(StartAgain().message, u"");
 }
 
+TEST_F(SaveRecoveryTest, ACopyForNoFileIsNone) {
+    LeaveCopy();
+    const std::u16string path = TheCopy();
+    const std::string whole = disk.Read(path);
+    CopyHeader header;
+    std::memcpy(&header, whole.data(), sizeof(header));
+    const std::string bytes = whole.substr(sizeof(header) + header.pathLength * sizeof(Char));
+    header.pathLength = 0;
+    Checksum sum;
+    sum.Add(&header, offsetof(CopyHeader, check));
+    header.check = sum.Value();
+    disk.Write(path, std::string(reinterpret_cast<const char*>(&header), sizeof(header)) + bytes);
+    EXPECT_EQ(StartAgain().message, u"");
+    EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
+}
+
+TEST_F(SaveRecoveryTest, ForAPathThatNoFileCanHaveThereIsNoCopy) {
+    BlockSource source("bytes", 5);
+    SaveCopy copy;
+    EXPECT_EQ(copy.Make(std::u16string(0x8000, u'n').c_str(), source), SaveCopy::Outcome::NoCopy);
+    EXPECT_FALSE(copy.IsMade());
+    EXPECT_EQ(copy.Length(), 5u); // the sum is wanted all the same
+    EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
+}
+
+TEST_F(SaveRecoveryTest, ACopyThatIsCutWhileItIsReadIsNotTold) {
+    const std::string bytes(100000, 'n');
+    for (const uint64_t call : {3u, 4u, 5u}) { // those that read the header, the path and the bytes
+        Reset();
+        LeaveCopy(Target, bytes);
+        const std::u16string path = TheCopy();
+        disk.FailAt(call, FakeDisk::Fault::Shortened);
+        EXPECT_EQ(StartAgain().message, u"") << call;
+        EXPECT_TRUE(disk.HasFailed());
+        EXPECT_EQ(disk.Has(path), call < 5) << "what cannot be read may be read the next time";
+        disk.StopFailing();
+        EXPECT_EQ(StartAgain().message, u"") << call;
+        EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
+    }
+}
+
+TEST_F(SaveRecoveryTest, AFileOnAnotherMachineIsNotAskedFor) {
+    constexpr const Char* Remote = u"\\\\server\\share\\file.txt";
+    disk.Write(Remote, "new bytes");
+    LeaveCopy(Remote);
+    const std::u16string message = StartAgain().message;
+    EXPECT_NE(message.find(std::u16string(Remote) + u" was not saved completely.\n"), std::u16string::npos);
+    EXPECT_EQ(disk.Read(CopyOfTarget), "new bytes");
+}
+
 TEST_F(SaveRecoveryTest, WithoutRoomTheCopyItselfIsNamedAndStays) {
     LeaveCopy();
     const std::u16string path = TheCopy();
@@ -122,12 +185,14 @@ TEST_F(SaveRecoveryTest, WithoutRoomTheCopyItselfIsNamedAndStays) {
 }
 
 TEST_F(SaveRecoveryTest, EveryAllocationThatFailsLeavesTheBytes) {
+    // Longer than the names of copies, which then have no room for it.
+    const std::u16string target = u"S:\\work\\" + std::u16string(100, u'n') + u".txt";
     const uint64_t failures = FailEachAllocation([&] {
         {
             const FailurePause pause;
             Reset();
-            disk.Write(Target, "half");
-            LeaveCopy();
+            disk.Write(target, "half");
+            LeaveCopy(target);
         }
         bool isTold = false;
         {
@@ -139,7 +204,7 @@ TEST_F(SaveRecoveryTest, EveryAllocationThatFailsLeavesTheBytes) {
         // Nothing was forgotten: the next start tells it.
         const FailurePause pause;
         EXPECT_TRUE(disk.Holds(StartAgain().named, "new bytes"));
-        EXPECT_EQ(disk.Read(Target), "half");
+        EXPECT_EQ(disk.Read(target), "half");
         EXPECT_EQ(disk.OpenFiles(), 0u);
         return isTold;
     });

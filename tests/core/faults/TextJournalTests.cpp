@@ -18,6 +18,8 @@ protected:
         while (bytes.size() < TextJournal::LargeText + 100000) bytes += "a line of a large file, one of many\n";
         return bytes;
     }
+    void FailWhileAdding(const std::u16string& added);
+    void FailWhileReading(const std::string& bytes, FakeDisk::Fault fault);
 };
 
 TEST_F(TextJournalTest, AModifiedTextHasOneAndLosesItWhenItIsSaved) {
@@ -349,7 +351,8 @@ TEST_F(TextJournalTest, WithAnyBitFlippedItIsAnEarlierTextThatSaysSoOrNone) {
     EXPECT_EQ(cut, 8 * (sizeof(JournalChange) + 4 * sizeof(Char) + sizeof(uint64_t))); // all of the second change
 }
 
-TEST_F(TextJournalTest, WhateverFailsTheTextBeforeOrAfterIsThere) {
+// Adds a text while each call fails in turn, in every way.
+void TextJournalTest::FailWhileAdding(const std::u16string& added) {
     for (const Case& tried : Cases) {
         bool isReached = true;
         for (uint64_t number = 1; isReached && number < 100; ++number) {
@@ -360,7 +363,7 @@ TEST_F(TextJournalTest, WhateverFailsTheTextBeforeOrAfterIsThere) {
             ASSERT_TRUE(document->FlushJournal());
             const std::u16string before = document.Text();
             disk.FailAt(number, tried.fault);
-            Insert(document, 0, u"two ");
+            Insert(document, 0, added);
             const bool isFlushed = document->FlushJournal();
             clock += 30001; // it is not tried again before
             const bool isFlushedLater = document->FlushJournal();
@@ -368,7 +371,7 @@ TEST_F(TextJournalTest, WhateverFailsTheTextBeforeOrAfterIsThere) {
             EXPECT_TRUE(isFlushed || disk.HasFailed());
             disk.StopFailing();
             const std::u16string after = document.Text();
-            EXPECT_EQ(after, u"two one text");
+            EXPECT_EQ(after, added + u"one text");
             LeaveJournals();
             disk.Restart(tried.unflushed);
             bool isThere = false;
@@ -381,6 +384,11 @@ TEST_F(TextJournalTest, WhateverFailsTheTextBeforeOrAfterIsThere) {
             KeepJournals(true);
         }
     }
+}
+
+TEST_F(TextJournalTest, WhateverFailsTheTextBeforeOrAfterIsThere) {
+    FailWhileAdding(u"two ");
+    FailWhileAdding(std::u16string(5000, u'2')); // written in more than one call
 }
 
 TEST_F(TextJournalTest, WithoutMemoryNothingChangesForTheDocument) {
@@ -423,18 +431,13 @@ TEST_F(TextJournalTest, WithoutMemoryNothingIsReadButTheJournalIsGoodStill) {
     EXPECT_GT(failures, 3u);
 }
 
-TEST_F(TextJournalTest, ADiskThatDoesNotDeliverIsNoDamage) {
-    TextDocument document(u"text");
-    for (int i = 0; i < 3; ++i) {
-        Insert(document, 0, u"one ");
-        ASSERT_TRUE(document->FlushJournal());
-    }
-    const std::string bytes = TheJournal();
+// Reads a good journal while each call fails in turn.
+void TextJournalTest::FailWhileReading(const std::string& bytes, FakeDisk::Fault fault) {
     bool isReached = true;
     for (uint64_t number = 2; isReached && number < 100; ++number) { // the first call opens it
         disk.Write(u"C:\\read", bytes);
         Platform::File file;
-        disk.FailAt(number, FakeDisk::Fault::Denied);
+        disk.FailAt(number, fault);
         EXPECT_TRUE(file.Open(u"C:\\read", Platform::File::Mode::Alone));
         JournalReader journal(file);
         const JournalReader::State state = journal.ReadHeader();
@@ -443,9 +446,21 @@ TEST_F(TextJournalTest, ADiskThatDoesNotDeliverIsNoDamage) {
         const RecoveryResult result =
             state == JournalReader::State::Readable ? RecoverText(journal, text) : RecoveryResult::Failed;
         isReached = disk.Calls() >= number;
-        EXPECT_EQ(result, isReached ? RecoveryResult::Failed : RecoveryResult::Whole) << number;
+        EXPECT_EQ(result, disk.HasFailed() ? RecoveryResult::Failed : RecoveryResult::Whole) << number;
+        EXPECT_TRUE(disk.HasFailed() || fault == FakeDisk::Fault::Shortened || !isReached);
         disk.StopFailing();
     }
+}
+
+TEST_F(TextJournalTest, ADiskThatDoesNotDeliverIsNoDamage) {
+    TextDocument document(u"text");
+    for (int i = 0; i < 3; ++i) {
+        Insert(document, 0, u"one ");
+        ASSERT_TRUE(document->FlushJournal());
+    }
+    const std::string bytes = TheJournal();
+    FailWhileReading(bytes, FakeDisk::Fault::Denied);
+    FailWhileReading(bytes, FakeDisk::Fault::Shortened);
 }
 
 } // namespace
