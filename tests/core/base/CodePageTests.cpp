@@ -48,6 +48,10 @@ TEST(CodePage, EveryAnsiByteSurvivesTheWayThereAndBack) {
     }
 }
 
+TEST(CodePage, WhatFollowsAHalfOfAPairIsACharacterOfItsOwn) {
+    EXPECT_EQ(EncodeUtf8(u"\xD800\xDBFF\xE000\xDC00"), "\xEF\xBF\xBD\xEF\xBF\xBD\xEE\x80\x80\xEF\xBF\xBD");
+}
+
 TEST(CodePage, AnAnsiCharacterOfTwoBytesIsWholeWithBoth) {
     if (Decode(CodePage::Ansi, "\x93\xFA") != u"\u65E5") GTEST_SKIP() << "the system's page is not the Japanese one";
     const std::string bytes = "a\x93\xFA\xB1\x93\x5C";

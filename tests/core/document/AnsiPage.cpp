@@ -6,9 +6,12 @@
 #include "base/SystemCodePage.h"
 #include "base/Utf8.h"
 
+#include <algorithm>
+
 namespace {
 
 bool utf8IsAnsi = false;
+bool pageRefuses = false;
 
 bool IsUtf8(CodePage page) { return page == CodePage::Utf8 || (page == CodePage::Ansi && utf8IsAnsi); }
 
@@ -16,6 +19,8 @@ bool IsUtf8(CodePage page) { return page == CodePage::Utf8 || (page == CodePage:
 
 Utf8IsAnsi::Utf8IsAnsi() { utf8IsAnsi = true; }
 Utf8IsAnsi::~Utf8IsAnsi() { utf8IsAnsi = false; }
+RefusingAnsiPage::RefusingAnsiPage() { pageRefuses = true; }
+RefusingAnsiPage::~RefusingAnsiPage() { pageRefuses = false; }
 
 CodePage FindCodePage(uint32_t number) {
     const auto page = static_cast<CodePage>(number);
@@ -29,13 +34,17 @@ size_t MaxBytes(CodePage page, size_t count) {
 }
 
 size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, size_t capacity) {
-    return (IsUtf8(page) ? Utf8::ToUtf16(bytes, count, out, capacity)
-                         : SystemCodePage::ToUtf16(page, bytes, count, out, capacity));
+    if (IsUtf8(page)) return Utf8::ToUtf16(bytes, count, out, capacity);
+    if (pageRefuses && std::count(bytes, bytes + count, 0xFF)) return 0;
+    const size_t converted = SystemCodePage::ToUtf16(page, bytes, count, out, capacity);
+    if (pageRefuses && out) std::replace(out, out + converted, u'\u00FE', u'\0');
+    return converted;
 }
 
 size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity) {
-    return (IsUtf8(page) ? Utf8::FromUtf16(text, count, out, capacity)
-                         : SystemCodePage::FromUtf16(page, text, count, out, capacity));
+    if (IsUtf8(page)) return Utf8::FromUtf16(text, count, out, capacity);
+    if (pageRefuses && std::count(text, text + count, u'\uFFFF')) return 0;
+    return SystemCodePage::FromUtf16(page, text, count, out, capacity);
 }
 
 size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {

@@ -8,3 +8,12 @@ struct Utf8IsAnsi {
     Utf8IsAnsi(const Utf8IsAnsi&) = delete;
     Utf8IsAnsi& operator=(const Utf8IsAnsi&) = delete;
 };
+
+// While one of these lives, the system's page makes a NUL of the byte FE, refuses bytes with an FF, and a text with a
+// U+FFFF: some pages of real systems do such things.
+struct RefusingAnsiPage {
+    RefusingAnsiPage();
+    ~RefusingAnsiPage();
+    RefusingAnsiPage(const RefusingAnsiPage&) = delete;
+    RefusingAnsiPage& operator=(const RefusingAnsiPage&) = delete;
+};

@@ -1,5 +1,7 @@
 #include "LoadSaveSupport.h"
+#include "base/Journal.h"
 #include "core/document/AnsiPage.h"
+#include "document/TextRecovery.h"
 #include "support/FailureInjection.h"
 #include "support/FakeView.h"
 
@@ -87,6 +89,12 @@ TEST(Load, AnOddTrailingByteOfUtf16IsIgnored) {
     EXPECT_EQ(LoadedDocument(Bytes("\xFF\xFE") + LittleEndian(u"ab") + "c").Store(), u"ab");
     EXPECT_EQ(LoadedDocument(Bytes("\xFE\xFF") + BigEndian(u"ab") + "c").Store(), u"ab");
     EXPECT_EQ(LoadedDocument("\xFF\xFEx").Store(), u"");
+    const std::u16string longText(70000, u'x');
+    for (const char* last : {"", "c"}) {
+        LoadedDocument document(Bytes("\xFF\xFE") + LittleEndian(longText) + last);
+        EXPECT_TRUE(document.Store() == longText);
+        EXPECT_EQ(document->LosesBytes(), *last != 0);
+    }
 }
 
 TEST(Load, LineBreaksBecomeLineFeedsAndTheirStyleIsKept) {
@@ -313,6 +321,66 @@ TEST(Load, ATextOfOnlyHighBytesOrReturnsHasNoBorderToStopAt) {
     EXPECT_EQ(LoadedDocument(std::string(10000, '\xE9')).Store(), Decoded(CodePage::Ansi, std::string(10000, '\xE9')));
     const std::string returns = "\xE9" + std::string(10000, '\r') + "\n";
     EXPECT_EQ(LoadedDocument(returns).Store(), Decoded(CodePage::Ansi, "\xE9") + std::u16string(10000, u'\n'));
+}
+
+TEST(Load, ACrLfStaysTogetherWhereWhatIsReadOrConvertedAtOnceEnds) {
+    for (const size_t most : {4096u, 65536u}) { // a stretch, a piece
+        for (size_t before = most - 4; before < most + 3; ++before) {
+            const std::string high(before, '\xE9');
+            LoadedDocument document(high + "\r\n" + high);
+            const std::u16string line = Decoded(CodePage::Ansi, high);
+            EXPECT_TRUE(document.Store() == line + u"\n" + line) << before;
+            EXPECT_EQ(document->GetLineCount(), 2u);
+        }
+    }
+}
+
+TEST(Load, ANulThatThePageMakesEndsTheText) {
+    const RefusingAnsiPage page;
+    LoadedDocument document("ab\xE9\xFE"
+                            "cd\xE9");
+    EXPECT_EQ(document.Store(), u"ab\u00E9");
+    EXPECT_TRUE(document->LosesBytes());
+}
+
+TEST(Load, BytesThatThePageRefusesGiveNoText) {
+    const RefusingAnsiPage page;
+    ExpectNoStore(*LoadedDocument("ab\xE9\xFF"));
+    LoadedDocument document("ab");
+    document.folder.Write("file.txt", "cd\xFF");
+    EXPECT_FALSE(document->Reload());
+    EXPECT_EQ(document.Store(), u"ab");
+}
+
+TEST(Load, AJournalOverAFileThatThePageRefusesGivesNoText) {
+    const ScratchFolder folder;
+    const std::u16string path = folder.Write("file.txt", "ab\xFF");
+    const std::u16string recovery = folder.Path("recovery");
+    const Char* const before = Platform::SetRecoveryFolder(recovery.c_str());
+    WString name;
+    JournalSubject subject;
+    subject.hasFile = subject.isOverFile = 1;
+    subject.fileSize = 3;
+    subject.value = Checksum().Value(); // of no text
+    ASSERT_TRUE(name.Assign(path.c_str()) && Platform::ReadTime(path.c_str(), subject.fileTime));
+    WString journalPath;
+    {
+        JournalFile journal;
+        ASSERT_TRUE(journal.Make(subject, name));
+        journal.Begin({0, 0, 0});
+        ASSERT_TRUE(journal.End());
+        Platform::FileSearch search;
+        ASSERT_TRUE(search.First((recovery + u"\\Journals\\*.journal").c_str()));
+        ASSERT_TRUE(journalPath.Assign((recovery + u"\\Journals\\" + search.Name()).c_str()));
+    }
+    Platform::SetRecoveryFolder(before);
+    const RefusingAnsiPage page;
+    Platform::File file;
+    ASSERT_TRUE(file.Open(journalPath.Text(), Platform::File::Mode::Alone));
+    JournalReader reader(file);
+    ASSERT_EQ(reader.ReadHeader(), JournalReader::State::Readable);
+    DecodedText text;
+    EXPECT_EQ(RecoverText(reader, text), RecoveryResult::FileChanged);
 }
 
 TEST(Load, ALongTextInAPageOfSeveralBytesIsCutAtCharactersOnly) {

@@ -1,4 +1,5 @@
 #include "LoadSaveSupport.h"
+#include "core/document/AnsiPage.h"
 #include "support/FailureInjection.h"
 #include "support/FakeView.h"
 #include "support/NoRecoveryFolder.h"
@@ -202,6 +203,19 @@ TEST(Save, AChunkThatNeedsMoreThan65536BytesIsWrittenInSmallerPieces) {
     for (int i = 0; i < 1384; ++i) text.insert(static_cast<size_t>(16380 + i % 2), u"\U0001F600");
     for (size_t before = 0; before < 4; ++before, text.insert(0, u"x"))
         EXPECT_EQ(SavedBytes(text, Encoding::Utf8, LineEnding::Unix), "\xEF\xBB\xBF" + Encoded(CodePage::Utf8, text));
+}
+
+TEST(Save, ACharacterThatThePageRefusesFailsTheSaveAndLeavesTheFile) {
+    const RefusingAnsiPage page;
+    LoadedDocument document("old");
+    ASSERT_TRUE(document->InsertText(1, u"\uFFFF", 1));
+    const std::u16string recovery = document.folder.Path("recovery");
+    const Char* const before = Platform::SetRecoveryFolder(recovery.c_str());
+    EXPECT_FALSE(document->Save(document.folder.Path("file.txt").c_str(), Encoding::Ansi, LineEnding::Keep));
+    Platform::SetRecoveryFolder(before);
+    EXPECT_TRUE(document->IsModified());
+    EXPECT_EQ(document.Store(), u"o\uFFFFld");
+    EXPECT_EQ(document.folder.Read("file.txt"), "old");
 }
 
 TEST(Save, AFailedSaveLeavesTheDocumentModifiedAndItsUndoIntact) {

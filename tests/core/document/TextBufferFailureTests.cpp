@@ -238,6 +238,17 @@ TEST(TextBufferFailure, UndoingAndRedoing) {
     FailInTurn(Nothing, [](Scene& scene) { return scene.document->Redo(); });
 }
 
+TEST(TextBufferFailure, WithAnUnwrittenLineOnlyWhatIsInItIsUndone) {
+    const Action overSelection = [](Scene& scene) {
+        scene.view->PutCaret(3, 0);
+        return scene.document->BeginGroup() && scene.document->DeleteText({0, 1}) &&
+               Type(scene, u"abcdefghijklmnopqrstuvwxyz") && scene.document->EndGroup();
+    };
+    EXPECT_GE(FailInTurn(overSelection, [](Scene& scene) { return scene.document->Undo(); }), 1u);
+    const Action typed = [](Scene& scene) { return Type(scene, u"abcdefghijklmnopqrstuvwxyz"); };
+    EXPECT_GE(FailInTurn(typed, [](Scene& scene) { return scene.document->Redo(); }), 1u);
+}
+
 TEST(TextBufferFailure, GroupMarkers) {
     EXPECT_EQ(FailInTurn(Nothing, [](Scene& scene) { return scene.document->BeginGroup(); }), 1u);
     EXPECT_EQ(FailInTurn(Nothing, [](Scene& scene) { return scene.document->EndGroup(); }), 1u);

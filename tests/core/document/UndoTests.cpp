@@ -369,6 +369,21 @@ TEST_F(UndoTest, AnEditWithinALineLeavesTheBookmarks) {
 
 // What a group that fails half-way leaves.
 
+TEST_F(UndoTest, AGroupWhoseRecordsAreForgottenCanBeAbandoned) {
+    Start(u"one");
+    EXPECT_TRUE(document->BeginGroup());
+    Insert(0, u"x");
+    document->EmptyAndResetUndo();
+    document->AbandonGroup();
+    EXPECT_EQ(document.Store(), u"");
+    EXPECT_FALSE(document->IsModified());
+    Insert(0, u"y");
+    document->Undo();
+    document->AbandonGroup();
+    document->Redo();
+    EXPECT_EQ(document.Store(), u"y");
+}
+
 TEST_F(UndoTest, AnAbandonedGroupLeavesNoTrace) {
     Start(u"one\ntwo");
     Insert(0, u"x");
