@@ -112,6 +112,27 @@ TEST_F(CommandTest, ReloadoptionsChoosesTheEnginesAgain) {
     EXPECT_TRUE(editor.WaitForStatus(3, L"\tCol 5"));
 }
 
+// Which are in no dialog; absent they are off.
+TEST_F(CommandTest, AdditionalSettingsAreSetAndLoadedAgain) {
+    ASSERT_TRUE(files::Write(files::SettingsPath(), "[General]\r\nFontSize=10\r\n"));
+    ASSERT_TRUE(OpenFile(L"a.txt", "\xFF\xFE" + files::Utf16(L"\xD83D\xDE00")));
+    const auto passes = [&](const std::wstring& column) {
+        return editor.Keys(L"Home Right") && editor.WaitForStatus(3, L"\tCol " + column);
+    };
+    EXPECT_TRUE(passes(L"2"));
+    ASSERT_TRUE(Run(L"setopt WholeCharacters 1"));
+    EXPECT_TRUE(passes(L"3"));
+    ASSERT_TRUE(Run(L"setopt wholecharacters 0"));
+    EXPECT_TRUE(passes(L"2"));
+    ASSERT_TRUE(Run(L"setopt WholeCharacters 1"));
+    EXPECT_TRUE(passes(L"3"));
+    ASSERT_TRUE(Run(L"reloadoptions"));
+    EXPECT_TRUE(passes(L"2"));
+    ASSERT_TRUE(files::Write(files::SettingsPath(), "[General]\r\nFontSize=10\r\nWholeCharacters=1\r\n"));
+    ASSERT_TRUE(Run(L"reloadoptions"));
+    EXPECT_TRUE(passes(L"3"));
+}
+
 TEST_F(CommandTest, ASettingsFileInTheCurrentFolderServesWhereThereIsNoOther) {
     ASSERT_TRUE(files::Write(Path(L"orvane.ini"), "[General]\r\nReplaceTabs=1\r\nSpacesPerTab=2\r\n"));
     ASSERT_TRUE(OpenFile(L"a.txt", "x"));
