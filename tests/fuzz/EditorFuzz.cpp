@@ -1,7 +1,9 @@
 // Random keys, characters, clicks and commands in a text view with an engine, painting in between. What
-// is checked: nothing reads or writes where it must not, the caret stays inside the text, and undoing
-// everything gives the text back.
+// is checked: nothing reads or writes where it must not, the caret stays inside the text and, with WholeCharacters,
+// outside of pairs, and undoing everything gives the text back.
 
+#include "base/Surrogates.h"
+#include "settings/AdditionalSettings.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "support/TestView.h"
@@ -59,8 +61,9 @@ constexpr uint32_t Keys[] = {ViewKey::Left,
                              u'Z',
                              u'G'};
 
-constexpr Char Characters[] = {u'a',  u'B', u'0', u'_', u'#', u' ',  u'\t', u'\r', u'(', u')',   u'{',   u'}',   u'"',
-                               u'\'', u'/', u'*', u'<', u'>', u'\\', u'-',  0x7F,  0xE4, 0xD800, 0xDC00, 0xFFFF, u'\n'};
+constexpr Char Characters[] = {u'a',  u'B', u'0', u'_', u'#',  u' ',   u'\t',  u'\r',  u'(',
+                               u')',  u'{', u'}', u'"', u'\'', u'/',   u'*',   u'<',   u'>',
+                               u'\\', u'-', 0x7F, 0xE4, 0x301, 0xD800, 0xDC00, 0xFFFF, u'\n'};
 
 void ChangeSetting(Input& in) {
     uint32_t* const numbers[] = {&settings.SpacesPerTab, &settings.ReplaceTabs,     &settings.ShowWhitespace,
@@ -164,6 +167,10 @@ void Check(const TextDocument& document, const TextEditor& view) {
     Require(view.CaretOffset() <= length && view.SelectionAnchor() <= length);
     Require(view.CaretLine() < view.Text().LineCount());
     Require(view.Text().LineStart(view.CaretLine()) + view.CaretColumn() == view.CaretOffset());
+    if (!additionalSettings.WholeCharacters) return;
+    const std::u16string text = document.Text();
+    for (const uint32_t offset : {view.CaretOffset(), view.SelectionAnchor()})
+        Require(!Surrogates::SplitsPair(text.data(), text.size(), offset));
 }
 
 } // namespace
@@ -180,7 +187,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     {
         TextDocument document(initial);
         constexpr const Char* Engines[] = {u"cpp", u"html", u"txt"};
-        document->AttachEngine(ChooseEngine(Engines[in.Byte() % 3], nullptr));
+        const uint32_t kind = in.Byte();
+        additionalSettings.WholeCharacters = kind >> 7;
+        document->AttachEngine(ChooseEngine(Engines[kind % 3], nullptr));
         TestView* shown = TestView::Create(*document);
         shown->surface.SetSize(400, 80);
         shown->input.OnSize(false);
