@@ -8,6 +8,31 @@
 
 #include <utility>
 
+namespace {
+
+bool IsPlain(Char c) { return Text::IsDigit(c) || Text::IsAsciiLetter(c); }
+
+// Whether two names differ in what is an ASCII letter or digit in both and has nothing but ASCII after it: so they do
+// in every language. The end of a name is where those of a folder differ.
+bool DifferPlainly(const Char* left, const Char* right) {
+    const Char* leftEnd = left + Text::Length(left);
+    const Char* rightEnd = right + Text::Length(right);
+    while (leftEnd != left && rightEnd != right) {
+        const Char one = Text::FoldCase(*--leftEnd);
+        const Char other = Text::FoldCase(*--rightEnd);
+        if (one != other) return IsPlain(one) && IsPlain(other);
+        if (one >= 0x80) return false;
+    }
+    return false;
+}
+
+// The system's comparison is slow, and whoever opens thousands of files compares each with all others.
+bool IsName(const Char* left, const Char* right) {
+    return !DifferPlainly(left, right) && Platform::CompareNames(left, right) == 0;
+}
+
+} // namespace
+
 bool HasFile(const Document& document) {
     // A document that got a file by being saved may keep the title it had before.
     const Char* const name = document.GetName();
@@ -83,8 +108,7 @@ Document* DocumentList::PreviousInMru(const Document* document) const {
 Document* DocumentList::FindByName(const Char* fullPath) const {
     // An output document may carry a command's path as its title.
     for (const Node* node = documents.head; node; node = node->next)
-        if (Platform::CompareNames(node->document->GetName(), fullPath) == 0 && HasFile(*node->document))
-            return node->document;
+        if (IsName(node->document->GetName(), fullPath) && HasFile(*node->document)) return node->document;
     return nullptr;
 }
 

@@ -115,6 +115,21 @@ TEST_F(DocumentListTest, FindsAFileWhateverItsLetterCase) {
     EXPECT_EQ(list->FindByName(u"C:\\src\\tool.exe"), nullptr); // a title is no file
 }
 
+// Whatever the names have in common from their ends on.
+TEST_F(DocumentListTest, FindsTheFileAmongNamesThatAreAlike) {
+    FakeDocument* first = AddFile(u"C:\\Straße\\Äpfel 1.txt");
+    FakeDocument* second = AddFile(u"C:\\straße\\äpfel 2.txt");
+    FakeDocument* short1 = AddFile(u"1.txt");
+    FakeDocument* other = AddFile(u"C:\\Straße\\Apfel 1.txt");
+    EXPECT_EQ(list->FindByName(u"C:\\straße\\äpfel 1.TXT"), first);
+    EXPECT_EQ(list->FindByName(u"C:\\STRAßE\\ÄPFEL 2.txt"), second);
+    EXPECT_EQ(list->FindByName(u"1.TXT"), short1);
+    EXPECT_EQ(list->FindByName(u"c:\\straße\\apfel 1.txt"), other);
+    EXPECT_EQ(list->FindByName(u"C:\\Straße\\Äpfel 3.txt"), nullptr);
+    EXPECT_EQ(list->FindByName(u"C:\\Straße\\Äpfel_1.txt"), nullptr);
+    EXPECT_EQ(list->FindByName(u"11.txt"), nullptr);
+}
+
 TEST_F(DocumentListTest, FindsAnOutputDocumentByItsTitle) {
     FakeDocument* file = AddFile(u"make all");
     file->title = u"stale";
