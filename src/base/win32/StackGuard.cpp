@@ -1,0 +1,30 @@
+#include "base/win32/Windows.h"
+
+#include <ntsecapi.h>
+
+// What the compiler's stack protector reads and calls. Its own library takes the number from the system's cryptographic
+// providers, and so loads three libraries at every start.
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the compiler's names
+extern "C" {
+
+uintptr_t __stack_chk_guard = 0;
+
+// An exception, which the crash report hears of.
+[[noreturn]] void __stack_chk_fail() { __builtin_trap(); }
+
+} // extern "C"
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace {
+
+// Before anything else of the program runs: a function that had begun with another number could not end.
+__attribute__((constructor, no_stack_protector)) void MakeGuard() {
+    uintptr_t number = 0;
+    // Where the system has no random number, at least one that is another at each start.
+    if (!RtlGenRandom(&number, sizeof(number))) number = reinterpret_cast<uintptr_t>(&number) ^ GetTickCount64();
+    // A byte of zero, at which the copying of a string ends.
+    __stack_chk_guard = number & ~uintptr_t{0xFF};
+}
+
+} // namespace
