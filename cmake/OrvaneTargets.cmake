@@ -98,11 +98,29 @@ function(orvane_resources)
         ORVANE_VERSION_MINOR=${PROJECT_VERSION_MINOR} ORVANE_VERSION_PATCH=${PROJECT_VERSION_PATCH})
 endfunction()
 
+# Libraries of the system that the program needs for some of its work only: each is loaded when one of the functions
+# that res/delay/NAME.def lists is called first. This is of the program's own link only: tests replace what they import.
+function(orvane_load_late target)
+    foreach(name ${ARGN})
+        set(library "${CMAKE_BINARY_DIR}/libdelay_${name}.a")
+        add_custom_command(OUTPUT "${library}" DEPENDS "${CMAKE_SOURCE_DIR}/res/delay/${name}.def"
+            COMMAND ${CMAKE_DLLTOOL} -d "${CMAKE_SOURCE_DIR}/res/delay/${name}.def" -y "${library}" -D ${name}.dll)
+        list(APPEND libraries "${library}")
+    endforeach()
+    add_custom_target(${target}_late DEPENDS ${libraries})
+    add_dependencies(${target} ${target}_late)
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS "${libraries}")
+    # Whole, so that the ordinary libraries of these names find nothing left to do.
+    target_link_options(${target} PRIVATE LINKER:--whole-archive ${libraries} LINKER:--no-whole-archive)
+    target_link_libraries(${target} PRIVATE delayimp)
+endfunction()
+
 function(orvane_program)
     add_executable(orvane WIN32 src/app/win32/Main.cpp $<TARGET_OBJECTS:orvane_resources>)
     target_include_directories(orvane PRIVATE "${CMAKE_SOURCE_DIR}/res")
     target_link_libraries(orvane PRIVATE orvane_app orvane_app_platform)
     orvane_protect(orvane)
+    orvane_load_late(orvane comdlg32 ole32)
     # -municode: the entry is wWinMain. The versions say that Windows 10 is needed; scripts/check-header reads them back.
     # Without the time of the build in it, the same sources give the same program.
     target_link_options(orvane PRIVATE -municode LINKER:--no-insert-timestamp $<$<CONFIG:Release>:-s>

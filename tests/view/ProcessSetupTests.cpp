@@ -1,8 +1,12 @@
 // What the program asks of the system when it starts.
 
 #include "CallCounter.h"
+#include "app/UserPrompt.h"
 #include "app/win32/Application.h"
 #include "app/win32/CrashReport.h"
+#include "app/win32/FileDialogs.h"
+#include "app/win32/HelpPage.h"
+#include "app/win32/ProcessSetup.h"
 #include "base/Heap.h"
 #include "viewbase/win32/InputMethod.h"
 
@@ -42,6 +46,21 @@ HRESULT WINAPI Initialize(LPVOID) {
     return S_OK;
 }
 void WINAPI Uninitialize() { calls.push_back("ole ends"); }
+BOOL WINAPI AskForFile(LPOPENFILENAMEW) {
+    calls.push_back("dialog");
+    return FALSE;
+}
+HINSTANCE WINAPI ShowPage(HWND, LPCWSTR, LPCWSTR, LPCWSTR, LPCWSTR, INT) {
+    calls.push_back("page");
+    return reinterpret_cast<HINSTANCE>(INT_PTR{33});
+}
+DWORD WINAPI FindPage(LPCWSTR) { return FILE_ATTRIBUTE_NORMAL; }
+
+class NoPrompt final : public UserPrompt {
+public:
+    Answer AskUser(const Char*, MessageKind) override { return Answer::Ok; }
+};
+
 HRESULT WINAPI FindFolder(HWND, int, HANDLE, DWORD, LPWSTR) {
     calls.push_back("shell");
     return E_FAIL;
@@ -78,8 +97,6 @@ TEST(ProcessSetup, ComesBeforeEverythingElse) {
         {"SetDllDirectoryW", reinterpret_cast<void*>(SetDirectory)},
         {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
         {"SetUserObjectInformationW", reinterpret_cast<void*>(SetInformation)},
-        {"OleInitialize", reinterpret_cast<void*>(Initialize)},
-        {"OleUninitialize", reinterpret_cast<void*>(Uninitialize)},
         {"SHGetFolderPathW", reinterpret_cast<void*>(FindFolder)},
         {"RegisterClassExW", reinterpret_cast<void*>(RegisterNothing)}, // so that no window comes up
     };
@@ -87,15 +104,42 @@ TEST(ProcessSetup, ComesBeforeEverythingElse) {
     calls.clear();
     ::Application::Run(GetModuleHandleW(nullptr), u"orvane.exe");
     Heap::Start(); // for the tests that follow
-    const std::vector<std::string> expected = {"damaged heaps end it",
-                                               "libraries of the system",
-                                               "no other folder",
-                                               "no boxes",
-                                               "exceptions seen",
-                                               "ole begins",
-                                               "shell",
-                                               "ole ends"};
+    const std::vector<std::string> expected = {
+        "damaged heaps end it", "libraries of the system", "no other folder", "no boxes", "exceptions seen", "shell"};
     EXPECT_EQ(calls, expected);
+}
+
+TEST(ProcessSetup, OleIsThereForTheShellFromTheFirstCallThatNeedsItOn) {
+    const ReplacedImport replaced[] = {
+        {"OleInitialize", reinterpret_cast<void*>(Initialize)},
+        {"OleUninitialize", reinterpret_cast<void*>(Uninitialize)},
+        {"GetOpenFileNameW", reinterpret_cast<void*>(AskForFile)},
+        {"ShellExecuteW", reinterpret_cast<void*>(ShowPage)},
+        {"GetFileAttributesW", reinterpret_cast<void*>(FindPage)},
+    };
+    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
+    WString chosen;
+    bool tooMany = false;
+    calls.clear();
+    {
+        const ProcessSetup setup;
+        EXPECT_TRUE(calls.empty());
+        EXPECT_FALSE(FileDialogs().AskOpen(chosen, tooMany));
+        EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "dialog"}));
+        EXPECT_FALSE(FileDialogs().AskOpen(chosen, tooMany));
+        EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "dialog", "dialog"}));
+    }
+    EXPECT_EQ(calls.back(), "ole ends");
+    calls.clear();
+    {
+        const ProcessSetup setup;
+        NoPrompt prompt;
+        OpenHelpPage(nullptr, prompt);
+    }
+    EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "page", "ole ends"}));
+    calls.clear();
+    { const ProcessSetup setup; }
+    EXPECT_TRUE(calls.empty());
 }
 
 // The mode is each thread's own, and the library may be on a disk that is gone.

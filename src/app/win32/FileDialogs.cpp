@@ -3,6 +3,7 @@
 #include "app/DocumentList.h"
 #include "app/FileDialogText.h"
 #include "app/SaveEncodings.h"
+#include "app/win32/ProcessSetup.h"
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "document/Document.h"
@@ -94,6 +95,7 @@ UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
 bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& directory) {
     if (!MakeDialogFilter(settings.TextFileTypes.OrEmpty(), filter)) return false;
     if (!Platform::CurrentDirectory(directory)) return false;
+    ProcessSetup::UseOle();
     request.lStructSize = sizeof(request);
     request.hwndOwner = owner;
     request.lpstrFilter = Wide(filter.Text());

@@ -1,6 +1,7 @@
 #include "app/win32/HelpPage.h"
 
 #include "app/UserPrompt.h"
+#include "app/win32/ProcessSetup.h"
 #include "base/Array.h"
 #include "base/Path.h"
 #include "base/Platform.h"
@@ -34,6 +35,7 @@ void OpenHelpPage(HWND owner, UserPrompt& prompt) {
     if (!FindPage(path)) return;
     if (Platform::EntryKind(path.Text()) != Platform::Entry::File)
         return Warn(prompt, u"The manual is missing: %s", path);
+    ProcessSetup::UseOle();
     const HINSTANCE result = ShellExecuteW(owner, L"open", Wide(path.Text()), nullptr, nullptr, SW_SHOWNORMAL);
     // Anything above is no handle, but success.
     constexpr INT_PTR LastError = 32;

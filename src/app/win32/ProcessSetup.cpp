@@ -2,6 +2,8 @@
 
 #include <ole2.h>
 
+bool ProcessSetup::hasOle = false;
+
 // Each of these makes the process safer; none is missed where the system refuses it.
 ProcessSetup::ProcessSetup() {
     HeapSetInformation(nullptr, HeapEnableTerminationOnCorruption, nullptr, 0);
@@ -13,9 +15,13 @@ ProcessSetup::ProcessSetup() {
     BOOL suppresses = FALSE;
     SetUserObjectInformationW(GetCurrentProcess(), UOI_TIMERPROC_EXCEPTION_SUPPRESSION, &suppresses,
                               sizeof(suppresses));
-    hasOle = SUCCEEDED(OleInitialize(nullptr));
 }
 
 ProcessSetup::~ProcessSetup() {
     if (hasOle) OleUninitialize();
+    hasOle = false;
+}
+
+void ProcessSetup::UseOle() {
+    if (!hasOle) hasOle = SUCCEEDED(OleInitialize(nullptr));
 }

@@ -4,8 +4,7 @@
 
 // What the process asks of the system before it does anything else: a damaged heap ends it, libraries come from the
 // system's own folders only, a drive without its disk raises no box of the system, and an exception in a timer
-// procedure ends the process instead of being swallowed. OLE, which the calls of the shell need, is there while the
-// object lives.
+// procedure ends the process instead of being swallowed.
 class ProcessSetup {
 public:
     ProcessSetup();
@@ -13,6 +12,10 @@ public:
     ProcessSetup(const ProcessSetup&) = delete;
     ProcessSetup& operator=(const ProcessSetup&) = delete;
 
+    // To be called before a call of the shell that may need OLE, by the thread of the windows. From the first time on
+    // OLE is there until the object goes: to have it from the start would make each start longer.
+    static void UseOle();
+
 private:
-    bool hasOle;
+    static bool hasOle;
 };
