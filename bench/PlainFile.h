@@ -1,14 +1,13 @@
 #pragma once
 
-#include "base/Types.h"
+#include "PlainText.h"
 
 #include <cstdlib>
-#include <emmintrin.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-// The plain way to do what the product does with files: what it is measured against.
+// The plain way to read a file: what the product is measured against.
 namespace Bench {
 
 // Memory that nobody has touched yet.
@@ -31,44 +30,6 @@ inline bool ReadPlain(const char* name, void* out, size_t size) {
     const bool whole = file != -1 && read(file, out, size) == static_cast<ssize_t>(size);
     if (file != -1) close(file);
     return whole;
-}
-
-inline void WidenPlain(const uint8_t* bytes, size_t count, Char* out) {
-    size_t at = 0;
-    for (; at + 16 <= count; at += 16) {
-        const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + at));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + at), _mm_unpacklo_epi8(block, _mm_setzero_si128()));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + at + 8), _mm_unpackhi_epi8(block, _mm_setzero_si128()));
-    }
-    for (; at < count; ++at) out[at] = bytes[at];
-}
-
-inline void NarrowPlain(const Char* text, size_t count, uint8_t* out) {
-    size_t at = 0;
-    for (; at + 16 <= count; at += 16) {
-        const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
-        const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at + 8));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(out + at), _mm_packus_epi16(low, high));
-    }
-    for (; at < count; ++at) out[at] = static_cast<uint8_t>(text[at]);
-}
-
-inline size_t CountLineFeedsPlain(const Char* text, size_t count) {
-    const __m128i lineFeed = _mm_set1_epi16('\n');
-    size_t found = 0;
-    size_t at = 0;
-    while (at + 8 <= count) {
-        __m128i counts = _mm_setzero_si128();
-        for (size_t step = 0; step < 0x7FFF && at + 8 <= count; ++step, at += 8) {
-            const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
-            counts = _mm_sub_epi16(counts, _mm_cmpeq_epi16(block, lineFeed));
-        }
-        alignas(16) uint16_t lanes[8];
-        _mm_store_si128(reinterpret_cast<__m128i*>(lanes), counts);
-        for (const uint16_t lane : lanes) found += lane;
-    }
-    for (; at < count; ++at) found += text[at] == u'\n';
-    return found;
 }
 
 } // namespace Bench
