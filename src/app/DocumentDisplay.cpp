@@ -39,7 +39,9 @@ bool DocumentDisplay::ShowNew(const Document& document) {
     if (!view || !pane) return false;
     panes.SetView(*pane, *view->AsView());
     panes.SetActive(pane);
-    panes.FocusFrame();
+    // In a batch a pane that has the focus keeps it: to lose it and get it back for each file takes the system longer
+    // than the file.
+    if (!screen.IsOpen()) panes.FocusFrame();
     panes.Focus(*pane);
     // Without the system's focus (the window is hidden or in the background) no message says so.
     ViewActivated(view->AsView());

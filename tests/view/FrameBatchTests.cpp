@@ -4,6 +4,7 @@
 #include "app/StartArguments.h"
 #include "base/Heap.h"
 #include "support/ScratchFolder.h"
+#include "view/CallCounter.h"
 #include "view/OwnFrameTest.h"
 
 #include <functional>
@@ -24,6 +25,7 @@ protected:
         ASSERT_TRUE(SetWindowSubclass(bar, Count<SB_SETPARTS>, 1, reinterpret_cast<DWORD_PTR>(&layouts)));
         ASSERT_TRUE(
             SetWindowSubclass(main->Window(), Count<WM_SETTEXT>, 1, reinterpret_cast<DWORD_PTR>(&titleChanges)));
+        ASSERT_TRUE(SetWindowSubclass(main->Window(), Count<WM_SETFOCUS>, 2, reinterpret_cast<DWORD_PTR>(&focusMoves)));
         for (int i = 0; i < FileCount; ++i) names.push_back(folder.Write(std::to_string(1000 + i) + ".txt", "text"));
     }
 
@@ -35,13 +37,19 @@ protected:
     }
 
     void ExpectOneLayout(const std::function<void()>& open) {
-        layouts = titleChanges = 0;
+        layouts = titleChanges = focusMoves = windowMoves = 0;
+        const ReplacedImport move("SetWindowPos", reinterpret_cast<void*>(MoveWindowCounted));
+        ASSERT_TRUE(move.IsImported());
         open();
         EXPECT_EQ(main->Documents().Count(), static_cast<uint32_t>(FileCount));
         // One for the first pane, which must have its place before a caret can be scrolled into view, and one at
         // the end.
         EXPECT_LE(layouts, 2);
         EXPECT_EQ(titleChanges, 1);
+        // The one pane keeps the focus, and has no other above it.
+        EXPECT_LE(focusMoves, 1);
+        EXPECT_LT(windowMoves, 10);
+        EXPECT_EQ(GetFocus(), FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr));
         // Nothing was drawn meanwhile; now all is again.
         for (const wchar_t* name : {L"OrvaneVWnd", STATUSCLASSNAMEW}) {
             const HWND child = FindWindowExW(main->Window(), nullptr, name, nullptr);
@@ -50,10 +58,18 @@ protected:
         }
     }
 
+    static BOOL WINAPI MoveWindowCounted(HWND window, HWND after, int x, int y, int width, int height, UINT flags) {
+        ++windowMoves;
+        const HDWP moves = DeferWindowPos(BeginDeferWindowPos(1), window, after, x, y, width, height, flags);
+        return EndDeferWindowPos(moves);
+    }
+
     ScratchFolder folder;
     std::vector<std::u16string> names;
+    static inline int windowMoves = 0;
     int layouts = 0;
     int titleChanges = 0;
+    int focusMoves = 0; // to the frame
 };
 
 } // namespace

@@ -139,7 +139,8 @@ void PaneWindows::GoToLine(const Pane& pane, uint32_t line) { pane.view->GoToLin
 void PaneWindows::Focus(const Pane& pane) {
     const HWND window = static_cast<HWND>(pane.window);
     // A close may leave panes that overlap.
-    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    if (layout.Next(pane) != &pane)
+        SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     if (GetFocus() != window) SetFocus(window);
 }
 
