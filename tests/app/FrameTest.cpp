@@ -70,16 +70,18 @@ HWND FrameTest::OpenDialog(UINT command) const {
     return dialog && window::WaitFor([&] { return IsChild(dialog, editor.Focus()); }) ? dialog : nullptr;
 }
 
-bool FrameTest::IsCentred(HWND dialog) const {
-    RECT outer = {};
-    RECT inner = {};
-    RECT place = {};
-    GetClientRect(editor.Main(), &outer);
-    GetClientRect(dialog, &inner);
-    GetWindowRect(dialog, &place);
-    POINT corner = {(outer.right - inner.right) / 2, (outer.bottom - inner.bottom) / 2};
-    ClientToScreen(editor.Main(), &corner);
-    return place.left == corner.x && place.top == corner.y;
+bool FrameTest::WaitUntilCentred(HWND dialog) const {
+    return window::WaitFor([&] {
+        RECT outer = {};
+        RECT inner = {};
+        RECT place = {};
+        GetClientRect(editor.Main(), &outer);
+        GetClientRect(dialog, &inner);
+        GetWindowRect(dialog, &place);
+        POINT corner = {(outer.right - inner.right) / 2, (outer.bottom - inner.bottom) / 2};
+        ClientToScreen(editor.Main(), &corner);
+        return place.left == corner.x && place.top == corner.y;
+    });
 }
 
 bool FrameTest::SetClientSize(int width, int height) {

@@ -59,8 +59,9 @@ protected:
     HWND OpenDialog(UINT command) const;
     // A dialog writes the settings once it has gone. Until then the file may not be read: it could not be written.
     bool WaitUntilSaved() const { return editor.WaitForNoDialog() && editor.Settle(); }
-    // Whether a dialog is in the middle of the main window's client area, by client sizes.
-    bool IsCentred(HWND dialog) const;
+    // Waits until a dialog is in the middle of the main window's client area, by client sizes. The window manager may
+    // still be placing it when it has the focus.
+    bool WaitUntilCentred(HWND dialog) const;
     // Gives the main window a client area of this size.
     bool SetClientSize(int width, int height);
 

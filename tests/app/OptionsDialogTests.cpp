@@ -223,7 +223,7 @@ TEST_F(OptionsDialogTest, EscapeClosesTheListOfFontsBeforeTheDialog) {
 TEST_F(OptionsDialogTest, IsInTheMiddleOfTheFrame) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     Open();
-    EXPECT_TRUE(IsCentred(dialog));
+    EXPECT_TRUE(WaitUntilCentred(dialog));
     ASSERT_TRUE(editor.Keys(L"Escape"));
     EXPECT_TRUE(editor.WaitForNoDialog());
 }

@@ -129,12 +129,12 @@ TEST_F(ToolsDialogTest, CancelLeavesTheFileAsItIs) {
 
 TEST_F(ToolsDialogTest, ItsDialogsAreCentredOverTheFrame) {
     Open("[Tool]\nDisplayName=One\nCommand=one\nPromptArgs=1\n");
-    EXPECT_TRUE(IsCentred(dialog));
+    EXPECT_TRUE(WaitUntilCentred(dialog));
     ASSERT_TRUE(editor.Keys(L"Escape"));
     ASSERT_TRUE(editor.WaitForNoDialog());
     dialog = OpenDialog(IDM_FIRST_TOOL);
     ASSERT_TRUE(dialog);
-    EXPECT_TRUE(IsCentred(dialog));
+    EXPECT_TRUE(WaitUntilCentred(dialog));
     ASSERT_TRUE(editor.Keys(L"Escape"));
     EXPECT_TRUE(editor.WaitForNoDialog());
 }
