@@ -63,6 +63,29 @@ protected:
     }
 
     void FailWhileEditing(bool hasJournal);
+    // The first page of the file becomes this one.
+    JournalChange PageChange(const std::string& page) const {
+        Checksum sum;
+        sum.Add(old.data(), PageSize);
+        return {0, sum.Value(), page.size()};
+    }
+    // The journal that has these changes, of this page or of its beginning.
+    std::string Written(const std::vector<JournalChange>& changes, const std::string& page) {
+        WString name;
+        JournalFile journal;
+        JournalSubject subject;
+        subject.kind = JournalSubject::Bytes;
+        subject.hasFile = subject.isOverFile = 1;
+        subject.fileSize = old.size();
+        EXPECT_TRUE(name.Assign(Target) && journal.Make(subject, name));
+        for (const JournalChange& change : changes) {
+            journal.Begin(change);
+            EXPECT_TRUE(journal.Put(page.data(), static_cast<size_t>(change.length)) && journal.End());
+        }
+        const std::string bytes = TheJournal();
+        journal.Discard();
+        return bytes;
+    }
 
     std::string old;
     BinaryDocument* document = nullptr;
@@ -283,6 +306,40 @@ TEST_F(ByteJournalTest, DamagedItIsAnEarlierStateThatSaysSoOrNone) {
         EXPECT_TRUE(Content() == first || (Content() == old && result == RecoveryResult::Cut));
     }
     EXPECT_TRUE(disk.Read(Target) == old);
+}
+
+TEST_F(ByteJournalTest, AChangeThatIsNoPageOfTheFileEndsTheChanges) {
+    const std::string page(PageSize, 'n');
+    const uint64_t no = ByteJournal::SaveMark.start;
+    const JournalChange bad[] = {
+        {1, 0, PageSize}, {4 * PageSize, 0, PageSize}, {PageSize, 0, PageSize - 1}, {no, 0, 8}};
+    for (const JournalChange& change : bad) {
+        const std::string result = page + old.substr(PageSize);
+        EXPECT_EQ(RecoverBytes(Written({PageChange(page), change}, page)), RecoveryResult::Cut) << change.start;
+        EXPECT_TRUE(Content() == result);
+        EXPECT_TRUE(document->IsModified());
+    }
+}
+
+TEST_F(ByteJournalTest, ADiskThatDoesNotDeliverIsNoDamage) {
+    using Fault = FakeDisk::Fault;
+    const std::string page(PageSize, 'n');
+    const std::string journal = Written({PageChange(page), ByteJournal::SaveMark, PageChange(page)}, page);
+    for (const Fault fault : {Fault::Denied, Fault::Gone}) {
+        bool isReached = true;
+        for (uint64_t number = 2; isReached && number < 100; ++number) { // the first call opens the journal
+            SCOPED_TRACE(number);
+            disk.Write(Target, old);
+            disk.FailAt(number, fault);
+            const RecoveryResult result = RecoverBytes(journal);
+            isReached = disk.Calls() >= number;
+            EXPECT_TRUE(result == RecoveryResult::Whole || disk.HasFailed());
+            EXPECT_NE(result, RecoveryResult::Cut);
+            disk.StopFailing();
+            EXPECT_EQ(document->IsModified(), result == RecoveryResult::Whole);
+            EXPECT_TRUE(result != RecoveryResult::Whole || Content() == page + old.substr(PageSize));
+        }
+    }
 }
 
 TEST_F(ByteJournalTest, WithoutMemoryNothingChanges) {
