@@ -79,6 +79,8 @@ protected:
     }
     // Every choice of what draws once: the system keeps what it drew each dialog and control with.
     void DoEverything();
+    void Act(DWORD milliseconds);
+    bool IsFlat(const ProcessCounts& before, const ProcessCounts& after) const;
     bool WaitForName(const std::wstring& part) {
         return window::WaitFor([&] { return editor.Title().find(part) != std::wstring::npos; });
     }
@@ -330,6 +332,24 @@ void SoakTest::DoEverything() {
     for (const Action action : Actions) ASSERT_NO_FATAL_FAILURE((this->*action)());
 }
 
+// Whatever comes to mind for so long, then all is closed again.
+void SoakTest::Act(DWORD milliseconds) {
+    const DWORD start = GetTickCount();
+    while (GetTickCount() - start < milliseconds) {
+        const size_t chosen = Random(std::size(Actions));
+        ASSERT_NO_FATAL_FAILURE((this->*Actions[chosen])()) << "action " << chosen << " after " << done;
+        ASSERT_TRUE(editor.IsRunning());
+    }
+    ASSERT_NO_FATAL_FAILURE(CloseAllButModel());
+    ASSERT_NO_FATAL_FAILURE(CompareText());
+}
+
+// The undo records of the model's document stay.
+bool SoakTest::IsFlat(const ProcessCounts& before, const ProcessCounts& after) const {
+    return after.windows <= before.windows && after.drawingObjects <= before.drawingObjects + 8 &&
+           after.handles <= before.handles + 8 && after.memory <= before.memory + (8u << 20) + done * 200u;
+}
+
 TEST_F(SoakTest, HoldsNoMoreThanAfterItsFirstRounds) {
     const unsigned seed = FromEnvironment("ORVANE_SOAK_SEED", GetTickCount());
     const DWORD length = FromEnvironment("ORVANE_SOAK_SECONDS", 60) * 1000;
@@ -348,23 +368,18 @@ TEST_F(SoakTest, HoldsNoMoreThanAfterItsFirstRounds) {
         ASSERT_NO_FATAL_FAILURE(DoEverything());
         ASSERT_NO_FATAL_FAILURE(CloseAllButModel());
     }
-    const ProcessCounts before = CountsOf(editor.Process());
-    const DWORD start = GetTickCount();
-    done = 0;
-    while (GetTickCount() - start < length) {
-        const size_t chosen = Random(std::size(Actions));
-        ASSERT_NO_FATAL_FAILURE((this->*Actions[chosen])()) << "action " << chosen << " after " << done;
-        ASSERT_TRUE(editor.IsRunning());
+    ProcessCounts before = CountsOf(editor.Process());
+    ProcessCounts after = before;
+    // The system keeps what it has drawn a state of a control with, whenever that first comes up. So what has grown
+    // once may not grow on: a leak grows as much every time.
+    for (int period = 1; period <= 3 && (period == 1 || !IsFlat(before, after)); period++) {
+        before = after;
+        done = 0;
+        ASSERT_NO_FATAL_FAILURE(Act(length));
+        after = CountsOf(editor.Process());
+        std::cout << done << " actions, seed " << seed << "; before: " << before << "; after: " << after << '\n';
     }
-    ASSERT_NO_FATAL_FAILURE(CloseAllButModel());
-    ASSERT_NO_FATAL_FAILURE(CompareText());
-    const ProcessCounts after = CountsOf(editor.Process());
-    std::cout << done << " actions, seed " << seed << "; before: " << before << "; after: " << after << '\n';
-    EXPECT_LE(after.windows, before.windows);
-    EXPECT_LE(after.drawingObjects, before.drawingObjects + 8);
-    EXPECT_LE(after.handles, before.handles + 8);
-    // The undo records of the model's document stay.
-    EXPECT_LE(after.memory, before.memory + (8u << 20) + done * 200u);
+    EXPECT_TRUE(IsFlat(before, after));
 }
 
 } // namespace
