@@ -99,19 +99,24 @@ function(orvane_resources)
 endfunction()
 
 # Libraries of the system that the program needs for some of its work only: each is loaded when one of the functions
-# that res/delay/NAME.def lists is called first. This is of the program's own link only: tests replace what they import.
+# that res/delay/NAME.def lists is called first. The libraries are named without their folder: their symbols are made of
+# the name, the linker sorts the imports by it, and the program must be the same wherever it is built. This is of the
+# program's own link only: tests replace what they import.
 function(orvane_load_late target)
     foreach(name ${ARGN})
         set(library "${CMAKE_BINARY_DIR}/libdelay_${name}.a")
         add_custom_command(OUTPUT "${library}" DEPENDS "${CMAKE_SOURCE_DIR}/res/delay/${name}.def"
-            COMMAND ${CMAKE_DLLTOOL} -d "${CMAKE_SOURCE_DIR}/res/delay/${name}.def" -y "${library}" -D ${name}.dll)
+            COMMAND ${CMAKE_DLLTOOL} --deterministic-libraries -d "${CMAKE_SOURCE_DIR}/res/delay/${name}.def"
+                -y "libdelay_${name}.a" -D ${name}.dll
+            WORKING_DIRECTORY "${CMAKE_BINARY_DIR}")
         list(APPEND libraries "${library}")
+        list(APPEND names "libdelay_${name}.a")
     endforeach()
     add_custom_target(${target}_late DEPENDS ${libraries})
     add_dependencies(${target} ${target}_late)
     set_target_properties(${target} PROPERTIES LINK_DEPENDS "${libraries}")
     # Whole, so that the ordinary libraries of these names find nothing left to do.
-    target_link_options(${target} PRIVATE LINKER:--whole-archive ${libraries} LINKER:--no-whole-archive)
+    target_link_options(${target} PRIVATE LINKER:--whole-archive ${names} LINKER:--no-whole-archive)
     target_link_libraries(${target} PRIVATE delayimp)
 endfunction()
 
