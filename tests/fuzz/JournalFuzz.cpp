@@ -114,7 +114,8 @@ void TryPages(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
         const bool isMark = data[at] == 9;
         const JournalChange change =
             isMark ? ByteJournal::SaveMark : JournalChange{start, sum.Value() + (data[at + 1] == 7), length};
-        Require(journal->Begin(change) && (isMark || journal->Put(page.data(), page.size())) && journal->End());
+        journal->Begin(change);
+        Require((isMark || journal->Put(page.data(), page.size())) && journal->End());
     }
     delete journal;
     Platform::File file;
