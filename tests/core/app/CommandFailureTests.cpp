@@ -110,7 +110,8 @@ TEST_F(CommandFailureTest, EveryWordOfTheTable) {
         failures += FailInTurn(word + u" " + arguments[i]);
     }
     failures += FailInTurn(u"an external command");
-    EXPECT_GT(failures, 60u);
+    // How many there are is the system's affair as well.
+    EXPECT_GT(failures, 2u * CommandCount);
 }
 
 } // namespace
