@@ -112,7 +112,7 @@ void GoingToTheEnd(Bench::ShownDocument& shown, TextBuffer& document) {
     };
     const auto goHome = [&] {
         shown.Press(ViewKey::Home, true);
-        shown.editor.TextChanged(0); // nothing is known any more
+        shown.editor.ForgetAfter(0); // nothing is known any more
     };
     uint32_t stopped = 0;
     const auto scan = [&] {

@@ -6,17 +6,17 @@
 #include <cstring>
 
 bool BulkEdit::SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length) {
-    changes.TakeAll(places);
+    ranges.TakeAll(places);
     uint64_t removed = 0;
-    for (size_t i = 0; i < changes.Count(); ++i) removed += changes[i].removed;
-    const uint64_t added = uint64_t{length} * changes.Count();
+    for (size_t i = 0; i < ranges.Count(); ++i) removed += ranges[i].removed;
+    const uint64_t added = uint64_t{length} * ranges.Count();
     if (target.content.Length() - removed + added >= TextStore::LengthLimit) return false;
-    if (!SetUpEdit(changes[0].offset, inserted, length)) return false;
+    if (!SetUpEdit(ranges[0].offset, inserted, length)) return false;
     growth = static_cast<int64_t>(added) - static_cast<int64_t>(removed);
 
     if (!removedText.Reserve(static_cast<uint32_t>(removed))) return false;
-    for (size_t i = 0; i < changes.Count(); ++i)
-        if (!removedText.Append(target.content.Content() + changes[i].offset, changes[i].removed)) return false;
+    for (size_t i = 0; i < ranges.Count(); ++i)
+        if (!removedText.Append(target.content.Content() + ranges[i].offset, ranges[i].removed)) return false;
     removedLines = static_cast<uint32_t>(Scan::CountLineFeeds(removedText.Text(), removedText.Length()));
     return true;
 }
@@ -35,9 +35,9 @@ bool BulkEdit::Redo() {
 void BulkEdit::MoveViews(bool undone) {
     if (HasOtherViews()) CountChangedLines(undone);
     if (undone) return TextEdit::MoveViews(true);
-    const size_t end = changes.Count() - 1;
-    const uint32_t last = NewOffset(end, removedText.Length() - changes[end].removed) + count;
-    for (ViewState* viewState = &views; viewState; viewState = viewState->next) {
+    const size_t end = ranges.Count() - 1;
+    const uint32_t last = NewOffset(end, removedText.Length() - ranges[end].removed) + count;
+    for (ViewState* viewState = &viewStates; viewState; viewState = viewState->next) {
         if (target.views.Holds(viewState->view)) MoveView(*viewState, last);
     }
     performed = true;
@@ -51,7 +51,7 @@ void BulkEdit::MoveView(ViewState& viewState, uint32_t last) {
     if (performed) {
         view.PlaceTopLine(viewState.topLineAfter);
     } else {
-        const uint32_t first = changes[0].removed ? changes[0].offset : changes[0].offset + count;
+        const uint32_t first = ranges[0].removed ? ranges[0].offset : ranges[0].offset + count;
         view.PlaceTopLine(LineAfter(viewState.topLineAfter));
         view.PlaceSelection({first, first});
     }
@@ -61,18 +61,18 @@ void BulkEdit::MoveView(ViewState& viewState, uint32_t last) {
 
 // As one change from the first place to the end of the last.
 void BulkEdit::RecordChange(bool back) {
-    const size_t end = changes.Count() - 1;
-    const uint32_t newEnd = NewOffset(end, removedText.Length() - changes[end].removed) + count;
-    const uint32_t oldEnd = changes[end].offset + changes[end].removed;
+    const size_t end = ranges.Count() - 1;
+    const uint32_t newEnd = NewOffset(end, removedText.Length() - ranges[end].removed) + count;
+    const uint32_t oldEnd = ranges[end].offset + ranges[end].removed;
     change = TextChange();
-    change.start = changes[0].offset;
+    change.start = ranges[0].offset;
     change.removed.characters = (back ? newEnd : oldEnd) - change.start;
     change.inserted.characters = (back ? oldEnd : newEnd) - change.start;
 }
 
 // Costs a pass over the change, which only views that the record does not know are worth.
 void BulkEdit::CountChangedLines(bool back) {
-    const auto addedLines = newLines * static_cast<uint32_t>(changes.Count());
+    const auto addedLines = lineFeeds * static_cast<uint32_t>(ranges.Count());
     const uint32_t linesNow = LinesIn({change.start, change.start + change.inserted.characters});
     change.startLine = LineAfter(change.start);
     change.removed.lineFeeds = back ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
@@ -88,26 +88,26 @@ bool BulkEdit::Undo() {
 }
 
 uint32_t BulkEdit::NewOffset(size_t index, uint32_t removedBefore) const {
-    return changes[index].offset + static_cast<uint32_t>(index) * count - removedBefore;
+    return ranges[index].offset + static_cast<uint32_t>(index) * count - removedBefore;
 }
 
 // `topLineAfter` becomes the offset, in the new text, of a place on the line that the view then begins
 // with. A top line that starts inside what changes gives way to the line of the change.
 void BulkEdit::MapTopLines() {
-    for (ViewState* viewState = &views; viewState && viewState->view; viewState = viewState->next) {
+    for (ViewState* viewState = &viewStates; viewState && viewState->view; viewState = viewState->next) {
         uint32_t top = target.content.LineToOffset(viewState->topLineBefore);
         uint32_t shift = 0; // modulo 2^32
-        for (size_t i = 0; i < changes.Count(); ++i) {
-            const uint32_t place = changes[i].offset + shift;
+        for (size_t i = 0; i < ranges.Count(); ++i) {
+            const uint32_t place = ranges[i].offset + shift;
             if (top < place) break;
-            const bool inside = top < place + changes[i].removed;
-            top = inside ? place : top - changes[i].removed;
+            const bool inside = top < place + ranges[i].removed;
+            top = inside ? place : top - ranges[i].removed;
             if (inside || top < place + count) {
                 top = place;
                 break;
             }
             top += count;
-            shift += count - changes[i].removed;
+            shift += count - ranges[i].removed;
         }
         viewState->topLineAfter = top;
     }
@@ -126,7 +126,7 @@ void BulkEdit::ChangeText(bool back) {
     } else {
         CloseUp(back);
     }
-    const uint32_t addedLines = newLines * static_cast<uint32_t>(changes.Count());
+    const uint32_t addedLines = lineFeeds * static_cast<uint32_t>(ranges.Count());
     TextStore& store = target.parts.store;
     const uint32_t gained = back ? removedLines - addedLines : addedLines - removedLines; // modulo 2^32
     store.Rewritten({newLength, store.LineCount() - 1 + gained});
@@ -138,8 +138,8 @@ void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
     uint32_t from = target.content.Length();
     uint32_t to = newLength;
     uint32_t removedBefore = removedText.Length();
-    for (size_t i = changes.Count(); i-- > 0;) {
-        removedBefore -= changes[i].removed;
+    for (size_t i = ranges.Count(); i-- > 0;) {
+        removedBefore -= ranges[i].removed;
         const Place place = PlaceOf(i, removedBefore, back);
         const uint32_t end = place.offset + place.oldLength;
         to -= from - end;
@@ -153,12 +153,12 @@ void BulkEdit::SpreadOut(bool back, uint32_t newLength) {
 // From the start to the end: everything moves to the left or stays.
 void BulkEdit::CloseUp(bool back) {
     Char* const content = target.parts.store.Data();
-    uint32_t from = changes[0].offset;
+    uint32_t from = ranges[0].offset;
     uint32_t to = from;
     uint32_t removedBefore = 0;
-    for (size_t i = 0; i < changes.Count(); ++i) {
+    for (size_t i = 0; i < ranges.Count(); ++i) {
         const Place place = PlaceOf(i, removedBefore, back);
-        removedBefore += changes[i].removed;
+        removedBefore += ranges[i].removed;
         std::memmove(content + to, content + from, (place.offset - from) * sizeof(Char));
         to += place.offset - from;
         std::memcpy(content + to, place.newText, place.newLength * sizeof(Char));
@@ -169,39 +169,39 @@ void BulkEdit::CloseUp(bool back) {
 }
 
 BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool back) const {
-    const ReplacedRange& range = changes[index];
+    const ReplacedRange& range = ranges[index];
     if (!back) return {range.offset, range.removed, count, text.Text()};
     return {NewOffset(index, removedBefore), count, range.removed, removedText.Text() + removedBefore};
 }
 
 // As every single change would move them. The store holds the old text.
 void BulkEdit::MoveMarks(bool back) {
-    if ((newLines == 0 && removedLines == 0) || !target.parts.marks.Head()) return;
-    const size_t places = changes.Count();
-    uint32_t before = LinesIn({0, changes[back ? places - 1 : 0].offset}); // old line of the place
-    uint32_t removedBefore = back ? removedLines : 0;                      // line feeds removed at the places before
+    if ((lineFeeds == 0 && removedLines == 0) || !target.parts.marks.Head()) return;
+    const size_t places = ranges.Count();
+    uint32_t before = LinesIn({0, ranges[back ? places - 1 : 0].offset}); // old line of the place
+    uint32_t removedBefore = back ? removedLines : 0;                     // line feeds removed at the places before
     for (size_t step = 0; step < places; ++step) {
         const size_t i = back ? places - 1 - step : step;
-        const ReplacedRange& range = changes[i];
+        const ReplacedRange& range = ranges[i];
         const uint32_t removed = LinesIn({range.offset, range.offset + range.removed});
         if (back) removedBefore -= removed;
         // The line once all earlier places have changed.
-        MoveMarksAt({before - removedBefore + static_cast<uint32_t>(i) * newLines, removed}, back);
+        MoveMarksAt({before - removedBefore + static_cast<uint32_t>(i) * lineFeeds, removed}, back);
         if (back) {
-            before -= i ? LinesIn({changes[i - 1].offset, range.offset}) : 0;
+            before -= i ? LinesIn({ranges[i - 1].offset, range.offset}) : 0;
         } else {
             removedBefore += removed;
-            before += i + 1 < places ? LinesIn({range.offset, changes[i + 1].offset}) : 0;
+            before += i + 1 < places ? LinesIn({range.offset, ranges[i + 1].offset}) : 0;
         }
     }
 }
 
 void BulkEdit::MoveMarksAt(LinesAfter removed, bool back) {
     LineMarks& marks = target.parts.marks;
-    const LinesAfter added = {removed.line, newLines};
+    const LinesAfter added = {removed.line, lineFeeds};
     if (removed.count && !back) marks.LinesDeleted(removed);
-    if (newLines && !back) marks.LinesInserted(added);
-    if (newLines && back) marks.LinesTakenBack(added);
+    if (lineFeeds && !back) marks.LinesInserted(added);
+    if (lineFeeds && back) marks.LinesTakenBack(added);
     if (removed.count && back) marks.LinesInserted(removed);
 }
 

@@ -34,7 +34,7 @@ private:
 
     void RecordChange(bool back);
     void CountChangedLines(bool back);
-    bool Grows() const { return changes[0].removed <= count; }
+    bool Grows() const { return ranges[0].removed <= count; }
     // Of a place in the new text; `removedBefore` characters were removed at earlier places.
     uint32_t NewOffset(size_t index, uint32_t removedBefore) const;
     Place PlaceOf(size_t index, uint32_t removedBefore, bool back) const;
@@ -48,7 +48,7 @@ private:
     void MapTopLines();
     void MoveView(ViewState& viewState, uint32_t last);
 
-    Array<ReplacedRange> changes;
+    Array<ReplacedRange> ranges;
     WString removedText;       // all that was removed, in order
     uint32_t removedLines = 0; // line feeds in it
     bool performed = false;    // the views' states after the change are known

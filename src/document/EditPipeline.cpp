@@ -29,7 +29,7 @@ bool EditPipeline::CommitEdit() {
     if (!parts.editLine.WriteBack(parts.store)) return false;
     // From now on what was typed is undone in the store, and states after the line are to be scanned again.
     history.MarkCommitted();
-    notifier.TextChanged(parts.editLine.Start());
+    notifier.ForgetAfter(parts.editLine.Start());
     return true;
 }
 
@@ -135,10 +135,10 @@ void EditPipeline::TellChange(const TextChange& change) {
     journal.Changed(change);
     notifier.TextEdited(change);
     if (!change.inEditLine) {
-        notifier.TextChanged(change.start);
+        notifier.ForgetAfter(change.start);
         notifier.LineCountChanged();
     } else if (change.affectsFollowingLines) {
-        notifier.TextChanged(target.content.EditLineStart());
+        notifier.ForgetAfter(target.content.EditLineStart());
     }
 }
 
@@ -146,7 +146,7 @@ void EditPipeline::TellReplaced() {
     const ViewNotifier::Telling telling(notifier);
     edited = operations != 0; // outside of one, as in a load, nothing would take the flag back
     journal.Replaced();
-    notifier.TextChanged(0);
+    notifier.ForgetAfter(0);
     notifier.LineCountChanged();
     notifier.MoveToStart();
 }
@@ -161,7 +161,7 @@ void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
     change.inserted.characters = store.Length() - from;
     journal.Changed(change);
     notifier.TextEdited(change);
-    notifier.TextChanged(from);
+    notifier.ForgetAfter(from);
     const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
     for (TextDocumentView* view : target.views) {
         if (view->CaretPosition() == oldEnd) view->FollowEnd(end);

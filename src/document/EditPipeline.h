@@ -42,7 +42,7 @@ public:
     const EditTarget& Target() const { return target; }
     UndoHistory& History() { return history; }
     const UndoHistory& History() const { return history; }
-    const ViewNotifier& Views() const { return notifier; }
+    const ViewNotifier& Notifier() const { return notifier; }
     TextJournal& Journal() { return journal; }
     // The view whose caret line is open for editing.
     TextDocumentView* ActiveView() const { return activeView; }

@@ -21,7 +21,7 @@ void LineEdit::Extend(Char character) {
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
     ORVANE_ASSERT(state == State::InEditLine && !text.IsEmpty());
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
-    if (closed || isDelete || replaced) return false;
+    if (runHasEnded || isDelete || replaced) return false;
     // Words and what is between them are steps of their own.
     return uint64_t{column} + text.Length() == atColumn &&
            Text::IsWordChar(typed) == Text::IsWordChar(text[text.Length() - 1]);

@@ -15,10 +15,8 @@ public:
     void Extend(Char character);
     // Whether a character typed at `atColumn` belongs to the same run of typing, which is pending still.
     bool Continues(Char typed, uint32_t atColumn) const;
-
-    uint32_t column = 0;
-    Char replaced = 0;   // what an overwriting keystroke replaced; 0 when it inserted
-    bool closed = false; // takes no further characters
+    // Nothing typed later belongs to it.
+    void EndRun() { runHasEnded = true; }
 
     void MoveViews(bool undone) override;
 
@@ -26,4 +24,8 @@ private:
     // Forwards, or `back`, where the change lives.
     bool ChangeCommitted(bool back);
     bool ChangeEditLine(bool back);
+
+    uint32_t column = 0;
+    Char replaced = 0; // what an overwriting keystroke replaced; 0 when it inserted
+    bool runHasEnded = false;
 };

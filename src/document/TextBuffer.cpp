@@ -86,7 +86,7 @@ bool TextBuffer::EmptyAndResetUndo() {
     parts.editLine.Release();
     parts.store.Empty();
     pipeline.TellReplaced();
-    pipeline.Views().Invalidate();
+    pipeline.Notifier().Invalidate();
     return true;
 }
 
@@ -112,7 +112,7 @@ void TextBuffer::TakeText(DecodedText& decoded) {
     isNew = false;
     parts.store.Take(decoded.text, decoded.capacity, {decoded.length, decoded.lineCount - 1});
     decoded.text = nullptr;
-    pipeline.Views().LineCountChanged();
+    pipeline.Notifier().LineCountChanged();
     OnSettingsChanged(SettingsChanged::Engine);
     pipeline.History().MarkSaved();
 }
@@ -134,7 +134,7 @@ bool TextBuffer::Reload() {
     fileTime = time;
     TakeText(decoded);
     pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, fileTime);
-    pipeline.Views().Invalidate();
+    pipeline.Notifier().Invalidate();
     return true;
 }
 
@@ -235,7 +235,7 @@ bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool
         auto& typed = static_cast<LineEdit&>(*latest);
         if (typed.Continues(ch, column)) return pipeline.ExtendTyping(typed, view, ch, column, notifyEngine);
     }
-    const Char replaced = overwrite && column < end ? EditLine()[column] : u'\0';
+    const Char replaced = overwrite && column < end ? EditLineText()[column] : u'\0';
     auto* record = new LineEdit(pipeline.Target(), false);
     UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced));
     return checked && PerformAndPush(checked);
@@ -246,7 +246,7 @@ bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length();
     column = std::min(column, end);
-    const Char* line = EditLine().Text();
+    const Char* line = EditLineText().Text();
     const ColumnRange rest = {column, end};
     uint32_t indent = 0;
     while (indent < column && Text::IsBlank(line[indent])) ++indent;
@@ -273,7 +273,7 @@ bool TextBuffer::DeleteInEditLine(TextDocumentView* view, ColumnRange columns) {
     if (readOnly) return true;
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length(); // of its line feed, or of the terminator on the last line
-    const Char* line = EditLine().Text();
+    const Char* line = EditLineText().Text();
     // May take the line feed along, which the edit line cannot lose.
     if (columns.start <= end && line[end] == u'\n') return CommitEdit() && DeleteText(parts.editLine.RangeOf(columns));
     const uint32_t removedEnd = std::min(columns.end, end);
@@ -320,7 +320,7 @@ bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserte
 
 void TextBuffer::EndTyping() {
     UndoRecord* latest = History().UndoHead();
-    if (latest && latest->state == UndoRecord::State::InEditLine) static_cast<LineEdit*>(latest)->closed = true;
+    if (latest && latest->state == UndoRecord::State::InEditLine) static_cast<LineEdit*>(latest)->EndRun();
 }
 
 bool TextBuffer::FindText(const SearchQuery& query, SearchWay way, SearchHit& hit, SearchProgress* progress) {
@@ -351,12 +351,12 @@ void TextBuffer::ForgetView(DocumentView* view) {
 }
 
 void TextBuffer::RepaintAll() {
-    pipeline.Views().Invalidate();
+    pipeline.Notifier().Invalidate();
     pipeline.OpenActiveLine();
 }
 
 void TextBuffer::RepaintLines(LineRange lines) {
-    pipeline.Views().InvalidateLines(lines);
+    pipeline.Notifier().InvalidateLines(lines);
     if (ActiveView() && lines.Holds(ActiveView()->CaretLine())) pipeline.OpenActiveLine();
 }
 
@@ -367,7 +367,7 @@ void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
     engine = newEngine;
     for (uint32_t i = 0; engine && i < MarkCount; ++i)
         engine->SetHighlight(i, marks[i].start == HighlightRange::Nowhere ? nullptr : &marks[i]);
-    pipeline.Views().TextChanged(0);
+    pipeline.Notifier().ForgetAfter(0);
 }
 
 bool TextBuffer::SetEngineName(const Char* name) {

@@ -7,7 +7,7 @@ TextPosition TextContent::OffsetToLineColumn(uint32_t offset) {
 }
 
 bool TextContent::EditLineAffectsFollowingLines() const {
-    return engine && engine->MayChangeState(EditLine().Text(), EditLine().Length());
+    return engine && engine->MayChangeState(EditLineText().Text(), EditLineText().Length());
 }
 
 bool TextContent::IsWholeWordAt(TextRange range) const { return TextSearch::IsWholeWord(Content(), Length(), range); }

@@ -30,7 +30,7 @@ public:
 
     // The edit line: a copy of one line with its line feed (or terminator), NoLine when there is none.
     uint32_t EditLineNumber() const { return parts.editLine.Number(); }
-    const WString& EditLine() const { return parts.editLine.Text(); }
+    const WString& EditLineText() const { return parts.editLine.Text(); }
     uint32_t EditLineStart() const { return parts.editLine.Start(); }
     // How many characters of the store the edit line replaces.
     uint32_t EditLineStoreLength() const { return parts.editLine.StoreLength(); }
@@ -72,7 +72,7 @@ protected:
 template <class Take> bool TextContent::ForEachPiece(uint32_t from, uint32_t count, Take take) const {
     const bool isPending = HasPendingEdit();
     const uint32_t start = isPending ? EditLineStart() : Length();
-    const uint32_t lineLength = isPending ? EditLine().Length() : 0;
+    const uint32_t lineLength = isPending ? EditLineText().Length() : 0;
     // The terminator of the last line, which nothing follows, is not asked for.
     const struct {
         const Char* text;
@@ -80,7 +80,7 @@ template <class Take> bool TextContent::ForEachPiece(uint32_t from, uint32_t cou
         uint64_t end;
     } pieces[] = {
         {Content(), 0, start},
-        {EditLine().Text(), start, uint64_t{start} + lineLength},
+        {EditLineText().Text(), start, uint64_t{start} + lineLength},
         {Content() + start + (isPending ? EditLineStoreLength() : 0), uint64_t{start} + lineLength, UINT64_MAX}};
     const uint64_t end = uint64_t{from} + count;
     for (const auto& piece : pieces) {

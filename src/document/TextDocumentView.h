@@ -11,7 +11,7 @@ struct TextChange;
 // What a text document knows of a view beyond what every document does. Lines and columns are 0-based; offsets
 // are absolute.
 //
-// An edit is told once it is made and recorded: TextEdited, TextChanged, LineCountChanged, where the view goes, and
+// An edit is told once it is made and recorded: TextEdited, ForgetAfter, LineCountChanged, where the view goes, and
 // what to repaint. Until EditFinished a view only looks at the document; it opens no line, writes nothing back and
 // edits nothing.
 class TextDocumentView : public DocumentView {
@@ -25,7 +25,7 @@ public:
     // The store from `offset` on holds other text than before, or the edit line that starts there may
     // change how later lines colour, or (offset 0) the engine is another one. Sent before any of the
     // operations below, so that a view never uses a syntax state it remembers from after `offset`.
-    virtual void TextChanged(uint32_t offset) = 0;
+    virtual void ForgetAfter(uint32_t offset) = 0;
     // Puts the caret there, clamped to the text, and collapses the selection to it.
     virtual void PlaceCaret(TextPosition place) = 0;
     virtual void PlaceSelection(TextSelection selection) = 0;

@@ -7,8 +7,8 @@ TextEdit::TextEdit(EditTarget& changed, State initialState, bool deletes)
     : UndoRecord(initialState), target(changed), isDelete(deletes) {}
 
 TextEdit::~TextEdit() {
-    while (ViewState* further = views.next) {
-        views.next = further->next;
+    while (ViewState* further = viewStates.next) {
+        viewStates.next = further->next;
         delete further;
     }
 }
@@ -18,12 +18,12 @@ bool TextEdit::SetUpEdit(uint32_t offset, const Char* changed, uint32_t length) 
     position = offset;
     count = length;
     growth = isDelete ? -int64_t{length} : int64_t{length};
-    newLines = static_cast<uint32_t>(Scan::CountLineFeeds(changed, length));
+    lineFeeds = static_cast<uint32_t>(Scan::CountLineFeeds(changed, length));
     return CaptureViews();
 }
 
 bool TextEdit::CaptureViews() {
-    ViewState* viewState = &views;
+    ViewState* viewState = &viewStates;
     for (TextDocumentView* view : target.views) {
         // The first is a part of the record: with one view, as nearly always, nothing is allocated.
         if (viewState->view) {
@@ -60,9 +60,9 @@ void TextEdit::CaptureView(ViewState& viewState, TextDocumentView* view) const {
         uint32_t lineStart = 0;
         viewState.topLineAfter = target.content.OffsetToLine(position, lineStart);
     } else if (!isDelete) {
-        viewState.topLineAfter += newLines;
+        viewState.topLineAfter += lineFeeds;
     } else {
-        viewState.topLineAfter -= newLines < viewState.topLineAfter ? newLines : viewState.topLineAfter;
+        viewState.topLineAfter -= lineFeeds < viewState.topLineAfter ? lineFeeds : viewState.topLineAfter;
     }
 }
 
@@ -72,7 +72,7 @@ bool TextEdit::Redo() { return ChangeStore(isDelete); }
 
 bool TextEdit::ChangeStore(bool remove) {
     TextParts& parts = target.parts;
-    const TextExtent extent = {count, newLines};
+    const TextExtent extent = {count, lineFeeds};
     if (remove) {
         parts.store.Delete(position, extent);
     } else if (!parts.store.Insert(position, text.Text(), extent)) {
@@ -82,13 +82,13 @@ bool TextEdit::ChangeStore(bool remove) {
     uint32_t lineStart = 0;
     const uint32_t line = target.content.OffsetToLine(position, lineStart);
     change = remove ? TextChange{position, line, extent, {}} : TextChange{position, line, {}, extent};
-    if (newLines == 0) return true;
+    if (lineFeeds == 0) return true;
     if (!remove) {
-        parts.marks.LinesInserted({line, newLines});
+        parts.marks.LinesInserted({line, lineFeeds});
     } else if (isDelete) {
-        parts.marks.LinesDeleted({line, newLines});
+        parts.marks.LinesDeleted({line, lineFeeds});
     } else {
-        parts.marks.LinesTakenBack({line, newLines});
+        parts.marks.LinesTakenBack({line, lineFeeds});
     }
     return true;
 }
@@ -96,7 +96,7 @@ bool TextEdit::ChangeStore(bool remove) {
 // Puts every view's caret at the change. See docs/oddities.md.
 void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
-    for (const ViewState* viewState = &views; viewState; viewState = viewState->next) {
+    for (const ViewState* viewState = &viewStates; viewState; viewState = viewState->next) {
         // The record may be older than a view, and outlive another: only the pointer is left of that.
         if (!target.views.Holds(viewState->view)) continue;
         viewState->view->PlaceTopLine(undone ? viewState->topLineBefore : viewState->topLineAfter);
@@ -106,7 +106,7 @@ void TextEdit::MoveViews(bool undone) {
 }
 
 bool TextEdit::Holds(const TextDocumentView* view) const {
-    const ViewState* viewState = &views;
+    const ViewState* viewState = &viewStates;
     while (viewState && viewState->view != view) viewState = viewState->next;
     return viewState != nullptr;
 }

@@ -35,8 +35,8 @@ public:
     WString text; // inserted or removed
     uint32_t position = 0;
     uint32_t count = 0;
-    uint32_t newLines = 0; // line feeds in `text` when the record was set up
-    ViewState views;       // the first entry; further ones are chained and owned
+    uint32_t lineFeeds = 0; // line feeds in `text` when the record was set up
+    ViewState viewStates;   // the first entry; further ones are chained and owned
 
 protected:
     TextEdit(EditTarget& changed, State initialState, bool deletes);

@@ -6,8 +6,8 @@ void ViewNotifier::TextEdited(const TextChange& change) const {
     for (TextDocumentView* view : views) view->TextEdited(change);
 }
 
-void ViewNotifier::TextChanged(uint32_t offset) const {
-    for (TextDocumentView* view : views) view->TextChanged(offset);
+void ViewNotifier::ForgetAfter(uint32_t offset) const {
+    for (TextDocumentView* view : views) view->ForgetAfter(offset);
 }
 
 void ViewNotifier::LineCountChanged() const {

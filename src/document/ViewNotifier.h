@@ -26,7 +26,7 @@ public:
     bool IsTelling() const { return telling; }
 
     void TextEdited(const TextChange& change) const;
-    void TextChanged(uint32_t offset) const;
+    void ForgetAfter(uint32_t offset) const;
     void LineCountChanged() const;
     void MoveToStart() const;
     // The views but `except` (null: all) keep their places in the text.

@@ -41,7 +41,7 @@ uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset)
     return at.state;
 }
 
-void LineStates::TextChanged(uint32_t offset) {
+void LineStates::ForgetAfter(uint32_t offset) {
     // A line that starts at `offset` itself keeps its state: that depends on the text before it.
     size_t kept = entries.Count();
     while (kept && entries[kept - 1].offset > offset) --kept;

@@ -18,7 +18,7 @@ public:
     // The state at the line that starts at `offset` of `text`. The engine is ready to colour that line.
     uint32_t At(SyntaxEngine& engine, const Char* text, uint32_t offset);
     // The characters from `offset` on are others now.
-    void TextChanged(uint32_t offset);
+    void ForgetAfter(uint32_t offset);
 
 private:
     struct Entry {

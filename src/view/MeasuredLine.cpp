@@ -28,6 +28,6 @@ void MeasuredLine::MoveTo(uint32_t column, LinePlace from, const LineLayout& lay
     }
 }
 
-void MeasuredLine::TextChanged(uint32_t offset) {
+void MeasuredLine::ForgetAfter(uint32_t offset) {
     if (start != NoOffset && offset < uint64_t{start} + place.column) Forget();
 }

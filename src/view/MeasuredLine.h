@@ -30,7 +30,7 @@ public:
     // Where column `column` of a long line starts; the line is measured from the place on, which moves along.
     int64_t PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column);
     // The text is another one from `offset` on.
-    void TextChanged(uint32_t offset);
+    void ForgetAfter(uint32_t offset);
     // The widths are others.
     void Forget() { start = NoOffset; }
 

@@ -6,7 +6,7 @@
 
 void ShownText::Show(TextBuffer* shown) {
     document = shown;
-    states.TextChanged(0);
+    states.ForgetAfter(0);
 }
 
 uint32_t ShownText::Length() const { return document ? document->Length() + document->EditLineGrowth() : 0; }
@@ -17,7 +17,7 @@ TextSpan ShownText::Line(uint32_t line) const {
     if (!document || !document->Content()) return {u"", 0};
     if (line >= document->GetLineCount()) line = document->GetLineCount() - 1;
     if (line == document->EditLineNumber()) {
-        const WString& open = document->EditLine();
+        const WString& open = document->EditLineText();
         return {open.Text(), open.IsEmpty() ? 0 : open.Length() - 1};
     }
     const uint32_t start = document->LineToOffset(line);
@@ -38,7 +38,7 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
     if (document->HasPendingEdit()) {
         const uint32_t start = document->EditLineStart();
         // Up to and with the place before its line feed, which the copy has as well.
-        if (offset >= start && offset - start < document->EditLine().Length())
+        if (offset >= start && offset - start < document->EditLineText().Length())
             return {document->EditLineNumber(), offset - start};
         if (offset > start) offset -= document->EditLineGrowth(); // the store does not know of the edit
     }
@@ -49,7 +49,7 @@ Char ShownText::CharacterAt(uint32_t offset) const {
     if (!document || !document->Content()) return 0;
     if (document->HasPendingEdit() && offset >= document->EditLineStart()) {
         const uint32_t column = offset - document->EditLineStart();
-        if (column < document->EditLine().Length()) return document->EditLine()[column];
+        if (column < document->EditLineText().Length()) return document->EditLineText()[column];
         offset -= document->EditLineGrowth(); // the store does not know of the edit
     }
     return document->Content()[offset];
@@ -64,8 +64,8 @@ void ShownText::Copy(TextRange range, Char* out) const {
     }
     // Before, in and after the open line, the end of which may be the text's terminator.
     const uint32_t open = document->EditLineStart();
-    const uint32_t openEnd = open + document->EditLine().Length();
-    const Char* line = document->EditLine().Text();
+    const uint32_t openEnd = open + document->EditLineText().Length();
+    const Char* line = document->EditLineText().Text();
     const auto before = std::min(range.end, std::max(range.start, open));
     const auto inside = std::min(range.end, std::max(range.start, openEnd));
     out = std::copy(content + range.start, content + before, out);
@@ -82,7 +82,7 @@ uint32_t ShownText::StateAt(uint32_t line) {
     const uint32_t start = document->LineToOffset(line);
     if (!document->HasPendingEdit() || start <= document->EditLineStart()) return states.At(engine, text, start);
 
-    const WString& open = document->EditLine();
+    const WString& open = document->EditLineText();
     const uint32_t after = document->EditLineStart() + document->EditLineStoreLength();
     uint32_t state = states.At(engine, text, document->EditLineStart());
     state = engine.ScanLines(open.Text(), open.Length(), state);

@@ -34,7 +34,7 @@ public:
     // The syntax engine's state at the start of a line, as scanning from the text's start would give it.
     uint32_t StateAt(uint32_t line);
     // The characters from `offset` on are others now, or coloured otherwise.
-    void TextChanged(uint32_t offset) { states.TextChanged(offset); }
+    void ForgetAfter(uint32_t offset) { states.ForgetAfter(offset); }
 
 private:
     TextBuffer* document = nullptr;

@@ -26,10 +26,10 @@ void TextEditor::LineCountChanged() {
     if (!redraw.DefersCaret()) viewport.UpdateScrollBars();
 }
 
-void TextEditor::TextChanged(uint32_t offset) {
+void TextEditor::ForgetAfter(uint32_t offset) {
     matchDue = true; // the brackets may be elsewhere
-    text.TextChanged(offset);
-    viewport.TextChanged(offset);
+    text.ForgetAfter(offset);
+    viewport.ForgetAfter(offset);
 }
 
 void TextEditor::PlaceCaret(TextPosition place) {
@@ -83,7 +83,7 @@ void TextEditor::WindowAttached() {
 }
 
 void TextEditor::LayOut(bool coloursChanged) {
-    if (coloursChanged) text.TextChanged(0); // states of other engines mean something else
+    if (coloursChanged) text.ForgetAfter(0); // states of other engines mean something else
     viewport.Measure();
     if (!surface.HasWindow()) return;
     surface.RenewCaret();

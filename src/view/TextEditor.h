@@ -44,7 +44,7 @@ public:
     void InvalidateLines(LineRange lines) override;
     void LineCountChanged() override;
     void TextEdited(const TextChange& change) override { heldRanges.Follow(change); }
-    void TextChanged(uint32_t offset) override;
+    void ForgetAfter(uint32_t offset) override;
     void PlaceCaret(TextPosition place) override;
     void PlaceSelection(TextSelection selection) override;
     void PlaceTopLine(uint32_t line) override { viewport.ScrollTo(line); }

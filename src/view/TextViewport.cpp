@@ -21,7 +21,7 @@ int32_t Saturate(int64_t value) { return static_cast<int32_t>(std::clamp<int64_t
 void TextViewport::Reset() {
     topLine = 0;
     horizontalScroll = 0;
-    measured.TextChanged(0);
+    measured.ForgetAfter(0);
     if (!text.Document()) return;
     CountDigits();
     CountColumns();

@@ -27,7 +27,7 @@ public:
     // The number of lines changed. True when the gutter has another width now.
     [[nodiscard]] bool UpdateGutter();
     // The text is another one from `offset` on.
-    void TextChanged(uint32_t offset) { measured.TextChanged(offset); }
+    void ForgetAfter(uint32_t offset) { measured.ForgetAfter(offset); }
     // The top line stays the same line after an edit that was not made here.
     void Follow(const TextChange& change);
 

@@ -64,7 +64,7 @@ public:
     void InvalidateLines(LineRange lines) override { invalidatedLines.push_back(lines); }
     void LineCountChanged() override { ++lineCountChanges; }
     void TextEdited(const TextChange&) override {}
-    void TextChanged(uint32_t offset) override {
+    void ForgetAfter(uint32_t offset) override {
         textChanges.push_back(offset);
         movesBeforeChange = caretMoves;
     }
@@ -135,7 +135,7 @@ private:
     ~FakeView() { --alive; }
 
     uint32_t PendingGrowth() const {
-        return document.HasPendingEdit() ? document.EditLine().Length() - document.EditLineStoreLength() : 0;
+        return document.HasPendingEdit() ? document.EditLineText().Length() - document.EditLineStoreLength() : 0;
     }
     uint32_t TextLength() const { return document.Length() + PendingGrowth(); }
     void Open(uint32_t line) {
@@ -146,7 +146,7 @@ private:
         const bool open = document.EditLineNumber() == place.line;
         bool isLast = false;
         uint32_t start = document.LineToOffset(place.line);
-        const uint32_t lineLength = open ? document.EditLine().Length() - 1 : document.LineLength(start, isLast);
+        const uint32_t lineLength = open ? document.EditLineText().Length() - 1 : document.LineLength(start, isLast);
         if (place.line > document.EditLineNumber()) start += PendingGrowth();
         place.column = std::min(wanted.column, lineLength);
         caret = start + place.column;

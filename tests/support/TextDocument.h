@@ -26,7 +26,7 @@ struct TextBufferProbe {
     static OutputRun& Run(TextBuffer& document) { return const_cast<OutputRun&>(document.Output().Run()); }
     // In the copy alone, which does not count as an edit.
     static void MarkEditLine(TextBuffer& document, uint32_t column, Char mark) {
-        const_cast<WString&>(document.EditLine()).Set(column, mark);
+        const_cast<WString&>(document.EditLineText()).Set(column, mark);
     }
     static void MarkSaved(TextBuffer& document) { const_cast<UndoHistory&>(document.History()).MarkSaved(); }
 };
@@ -57,7 +57,7 @@ public:
     std::u16string Text() const {
         std::u16string text = Store();
         if (buffer->HasPendingEdit()) {
-            std::u16string line = EditLine();
+            std::u16string line = EditLineText();
             // The terminator that ends the edit line of the last line is no part of the text.
             const bool isLast = buffer->EditLineNumber() + 1 == buffer->GetLineCount();
             if (isLast) line.pop_back();
@@ -66,7 +66,7 @@ public:
         return text;
     }
     // With its line feed or terminator.
-    std::u16string EditLine() const { return {buffer->EditLine().Text(), buffer->EditLine().Length()}; }
+    std::u16string EditLineText() const { return {buffer->EditLineText().Text(), buffer->EditLineText().Length()}; }
     // The states of the undo (redo) records, most recent first: 0 and 1 markers, 2 store, 3 pending.
     std::vector<uint32_t> UndoStates(size_t most = SIZE_MAX) const {
         return States(TextBufferProbe::UndoHead(*buffer), most);

@@ -24,7 +24,7 @@ public:
     void InvalidateLines(LineRange) override {}
     void LineCountChanged() override {}
     void TextEdited(const TextChange&) override {}
-    void TextChanged(uint32_t) override {}
+    void ForgetAfter(uint32_t) override {}
     void PlaceCaret(TextPosition place) override { caretLine = place.line; }
     void PlaceSelection(TextSelection) override {}
     void PlaceTopLine(uint32_t) override {}

@@ -101,7 +101,7 @@ TEST_F(EditFlowTest, KeysWorkOnTheOneCopyOfTheirLine) {
     view->PutCaret(2, 0);
     TextBufferProbe::MarkEditLine(*document, 4, u'#');
     const auto expectCopy = [&](const std::u16string& line, const char* after) {
-        EXPECT_EQ(document.EditLine().substr(0, line.size()), line) << after;
+        EXPECT_EQ(document.EditLineText().substr(0, line.size()), line) << after;
         EXPECT_EQ(document.Store(), u"one   \ntwo\nthree") << after;
     };
     document->TypeChar(view, u'x', 0, true, false);

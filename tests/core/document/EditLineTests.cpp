@@ -36,7 +36,7 @@ protected:
 TEST_F(EditLineTest, HoldsTheLineWithItsLineFeed) {
     Start(u"one\ntwo\nthree");
     document->LoadEditLine(1);
-    EXPECT_EQ(document.EditLine(), u"two\n");
+    EXPECT_EQ(document.EditLineText(), u"two\n");
     EXPECT_EQ(document->EditLineNumber(), 1u);
     EXPECT_EQ(document->EditLineStart(), 4u);
     EXPECT_EQ(document->EditLineStoreLength(), 4u);
@@ -46,14 +46,14 @@ TEST_F(EditLineTest, HoldsTheLineWithItsLineFeed) {
 TEST_F(EditLineTest, HoldsTheLastLineWithTheTerminator) {
     Start(u"one\ntwo");
     document->LoadEditLine(1);
-    EXPECT_EQ(document.EditLine(), std::u16string(u"two\0", 4));
+    EXPECT_EQ(document.EditLineText(), std::u16string(u"two\0", 4));
     EXPECT_EQ(document->EditLineStoreLength(), 4u);
 }
 
 TEST_F(EditLineTest, OfAFileEndingInALineFeedTheLastLineHoldsOnlyTheTerminator) {
     Start(u"one\n");
     document->LoadEditLine(1);
-    EXPECT_EQ(document.EditLine(), std::u16string(u"\0", 1));
+    EXPECT_EQ(document.EditLineText(), std::u16string(u"\0", 1));
     EXPECT_EQ(document->EditLineStart(), 4u);
 }
 
@@ -61,14 +61,14 @@ TEST_F(EditLineTest, ALinePastTheEndOpensTheLastOne) {
     Start(u"one\ntwo");
     document->LoadEditLine(100);
     EXPECT_EQ(document->EditLineNumber(), 1u);
-    EXPECT_EQ(document.EditLine(), std::u16string(u"two\0", 4));
+    EXPECT_EQ(document.EditLineText(), std::u16string(u"two\0", 4));
 }
 
 TEST_F(EditLineTest, TypingTouchesOnlyTheCopy) {
     Start(u"one\ntwo\n");
     Type(u"ab");
     EXPECT_EQ(document.Store(), u"one\ntwo\n");
-    EXPECT_EQ(document.EditLine(), u"abone\n");
+    EXPECT_EQ(document.EditLineText(), u"abone\n");
     EXPECT_TRUE(document->HasPendingEdit());
     EXPECT_EQ(document.Text(), u"abone\ntwo\n");
     EXPECT_EQ(view->CaretColumn(), 2u);
@@ -79,7 +79,7 @@ TEST_F(EditLineTest, LoadingTheLineThatIsOpenKeepsWhatIsPending) {
     Start(u"one\ntwo\n");
     Type(u"x");
     EXPECT_TRUE(document->LoadEditLine(0));
-    EXPECT_EQ(document.EditLine(), u"xone\n");
+    EXPECT_EQ(document.EditLineText(), u"xone\n");
     EXPECT_TRUE(document->HasPendingEdit());
 }
 
@@ -88,7 +88,7 @@ TEST_F(EditLineTest, LoadingAnotherLineWritesBackFirst) {
     Type(u"x");
     EXPECT_TRUE(document->LoadEditLine(1));
     EXPECT_EQ(document.Store(), u"xone\ntwo\n");
-    EXPECT_EQ(document.EditLine(), u"two\n");
+    EXPECT_EQ(document.EditLineText(), u"two\n");
     EXPECT_EQ(document->EditLineStart(), 5u);
     EXPECT_FALSE(document->HasPendingEdit());
     EXPECT_EQ(document.UndoStates(), (States{2}));
@@ -395,5 +395,5 @@ TEST_F(EditLineTest, TheEditLineFollowsTheCaretOfTheActiveView) {
     document->InsertText(0, u"x\n", 2); // the caret follows to line 1
     EXPECT_EQ(view->CaretLine(), 1u);
     EXPECT_EQ(document->EditLineNumber(), 1u);
-    EXPECT_EQ(document.EditLine(), u"one\n");
+    EXPECT_EQ(document.EditLineText(), u"one\n");
 }

@@ -438,7 +438,7 @@ TEST(Reload, ReadsTheFileAgainAndKeepsTheViews) {
     EXPECT_EQ(view->CaretColumn(), 0u);
     EXPECT_GE(view->invalidations, 1);
     EXPECT_GE(view->lineCountChanges, 1);
-    EXPECT_EQ(document.EditLine(), u"new\n"); // the active view's caret line
+    EXPECT_EQ(document.EditLineText(), u"new\n"); // the active view's caret line
     EXPECT_FALSE(document->IsModified());
     EXPECT_FALSE(document->CanDo(DocumentCommand::Undo));
     EXPECT_TRUE(document.MarkedLines().empty());
@@ -453,14 +453,14 @@ TEST(Reload, KeepsTheTextWhenTheFileIsGone) {
     ASSERT_TRUE(document->TypeChar(view, u'x', 2, false, false));
     std::filesystem::remove(document.folder.File("file.txt"));
     EXPECT_FALSE(document->Reload());
-    EXPECT_EQ(document.EditLine(), std::u16string(u"twxo\0", 5));
+    EXPECT_EQ(document.EditLineText(), std::u16string(u"twxo\0", 5));
     EXPECT_TRUE(document->IsModified());
     EXPECT_EQ(view->CaretLine(), 1u);
     EXPECT_TRUE(document->CanDo(DocumentCommand::Undo));
     // As little when a directory has taken its place.
     std::filesystem::create_directory(document.folder.File("file.txt"));
     EXPECT_FALSE(document->Reload());
-    EXPECT_EQ(document.EditLine(), std::u16string(u"twxo\0", 5));
+    EXPECT_EQ(document.EditLineText(), std::u16string(u"twxo\0", 5));
     std::filesystem::remove(document.folder.File("file.txt"));
     EXPECT_EQ(std::u16string(document->GetName()), document.folder.Path("file.txt"));
     document.folder.Write("file.txt", "back");

@@ -80,7 +80,7 @@ private:
         if (document->EditLineNumber() == NoLine) return;
         std::u16string line = model.Line(document->EditLineNumber());
         line += document->EditLineNumber() + 1 < model.LineCount() ? u'\n' : u'\0';
-        ASSERT_EQ(document.EditLine(), line);
+        ASSERT_EQ(document.EditLineText(), line);
         ASSERT_EQ(document->EditLineStart(), model.LineStart(document->EditLineNumber()));
     }
 

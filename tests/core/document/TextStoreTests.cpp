@@ -38,7 +38,7 @@ TEST(TextStore, AnEmptyDocumentHasLengthZeroAndOneLine) {
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 1u);
     EXPECT_EQ(document->LineToOffset(5), 0u);
     EXPECT_EQ(LineAt(*document, 0), 0u);
-    EXPECT_TRUE(document->EditLine().IsEmpty());
+    EXPECT_TRUE(document->EditLineText().IsEmpty());
     EXPECT_EQ(document->EditLineNumber(), NoLine);
 }
 

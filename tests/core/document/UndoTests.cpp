@@ -206,7 +206,7 @@ TEST_F(UndoTest, ARecordHoldsItsTextItsPlaceAndItsLines) {
     EXPECT_EQ(std::u16string(record->text.Text()), u"e\ntwo\nt");
     EXPECT_EQ(record->position, 2u);
     EXPECT_EQ(record->count, 7u);
-    EXPECT_EQ(record->newLines, 2u);
+    EXPECT_EQ(record->lineFeeds, 2u);
 }
 
 // Typed text, pending and written back.
@@ -250,14 +250,14 @@ TEST_F(UndoTest, APendingWordIsUndoneInTheEditLineWithoutTouchingTheStore) {
         EXPECT_TRUE(document->Undo());
     }
     EXPECT_EQ(document.Store(), u"one\n");
-    EXPECT_EQ(document.EditLine(), u"ab one\n");
+    EXPECT_EQ(document.EditLineText(), u"ab one\n");
     EXPECT_EQ(view->CaretColumn(), 3u);
     EXPECT_EQ(document.UndoStates(), (States{3, 3}));
     EXPECT_EQ(document.RedoStates(), (States{3}));
     {
         NoMemory noMemory;
         EXPECT_TRUE(document->Redo());
-        EXPECT_EQ(document.EditLine(), u"ab cdone\n");
+        EXPECT_EQ(document.EditLineText(), u"ab cdone\n");
         EXPECT_EQ(view->CaretColumn(), 5u);
         EXPECT_TRUE(document->Undo());
     }

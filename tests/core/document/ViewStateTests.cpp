@@ -35,7 +35,9 @@ protected:
         view->SelectRange(place.anchor, place.caret);
         view->SetTopLine(place.topLine);
     }
-    const ViewState& Captured() { return static_cast<const TextEdit*>(TextBufferProbe::UndoHead(*document))->views; }
+    const ViewState& Captured() {
+        return static_cast<const TextEdit*>(TextBufferProbe::UndoHead(*document))->viewStates;
+    }
 
     TextDocument document;
     FakeView* view;

@@ -107,7 +107,7 @@ TEST_F(TextJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
     document->LoadEditLine(0);
     uint32_t behind = 0;
     for (uint32_t i = 1; i <= 1000; ++i) {
-        ASSERT_TRUE(document->TypeChar(nullptr, u'x', document->EditLine().Length() - 1, false, false));
+        ASSERT_TRUE(document->TypeChar(nullptr, u'x', document->EditLineText().Length() - 1, false, false));
         const std::string bytes = TheJournal();
         const auto held = bytes.empty() ? 0 : static_cast<uint32_t>(Recover(bytes).text.size());
         behind = std::max(behind, i - held);

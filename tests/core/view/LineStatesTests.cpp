@@ -58,7 +58,7 @@ TEST_F(LineStatesTest, AnyOrderOfQuestionsGivesTheStateOfAScanFromTheTop) {
         if (!random.OneIn(4)) continue;
         const uint32_t changed = random.Below(static_cast<uint32_t>(text.size()));
         text.insert(changed, random.OneIn(2) ? u"/*\n" : u"*/");
-        states.TextChanged(changed);
+        states.ForgetAfter(changed);
     }
 }
 
@@ -85,11 +85,11 @@ TEST_F(LineStatesTest, AChangeKeepsWhatIsBeforeIt) {
     const auto end = static_cast<uint32_t>(text.size());
     LineStates states;
     states.At(engine, text.data(), end);
-    states.TextChanged(end - 64);
+    states.ForgetAfter(end - 64);
     engine.scanned = 0;
     EXPECT_EQ(states.At(engine, text.data(), end), end / 32);
     EXPECT_LE(engine.scanned, LineStates::Step + 32);
-    states.TextChanged(0);
+    states.ForgetAfter(0);
     engine.scanned = 0;
     states.At(engine, text.data(), end);
     EXPECT_EQ(engine.scanned, end);

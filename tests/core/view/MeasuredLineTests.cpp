@@ -122,9 +122,9 @@ TEST_F(MeasuredLineTest, APlaceGoesWithTheTextBeforeIt) {
     const uint32_t column = measured.PlaceIn({100}).column;
     EXPECT_GT(column, 0u);
     EXPECT_EQ(measured.PlaceIn({101}).column, 0u) << "of another line";
-    measured.TextChanged(100 + column);
+    measured.ForgetAfter(100 + column);
     EXPECT_EQ(measured.PlaceIn({100}).column, column);
-    measured.TextChanged(100 + column - 1);
+    measured.ForgetAfter(100 + column - 1);
     EXPECT_EQ(measured.PlaceIn({100}).column, 0u);
     measured.PositionOf(Layout(), 100, Span(text), Long);
     measured.Forget();
