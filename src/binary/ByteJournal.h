@@ -17,7 +17,7 @@ public:
     // safe until they are written.
     void SaveBegins();
     // They were not, or not all: the file may be another one now.
-    void SaveFailed() { MakeAnewNext(); }
+    void SaveFailed() { MakeAgainNext(); }
 
     // The change that says that a save has begun: no page, and no bytes.
     static constexpr JournalChange SaveMark = {UINT64_MAX, 0, 0};

@@ -56,7 +56,7 @@ bool DocumentJournal::Flush() {
 
 bool DocumentJournal::Write() {
     edits = 0; // also when it fails: tried again after as many edits, not with each
-    if (!Writable() || file->Size() > SmallJournal + TimesWhole * WholeSize()) return MakeAnew();
+    if (!Writable() || file->Size() > SmallJournal + TimesWhole * WholeSize()) return MakeAgain();
     return WriteRest(*file);
 }
 
@@ -66,7 +66,7 @@ void DocumentJournal::Written(bool isGood) {
 }
 
 // The file before stays until this one is complete: an older state is better than none.
-bool DocumentJournal::MakeAnew() {
+bool DocumentJournal::MakeAgain() {
     if (retryAt && Platform::Ticks() < retryAt) return false;
     auto* const made = new JournalFile;
     if (!made || !WriteAll(*made) || !made->Flush()) {

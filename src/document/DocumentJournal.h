@@ -37,7 +37,7 @@ protected:
     // An edit was made. After MaxEdits of them they are written.
     void CountEdit();
     // The file cannot be gone on with: the next time another one is made.
-    void MakeAnewNext() { isIncomplete = true; }
+    void MakeAgainNext() { isIncomplete = true; }
     // To be told of all that goes into the file.
     void Written(bool isGood);
 
@@ -50,7 +50,7 @@ protected:
 
 private:
     bool Write();
-    bool MakeAnew();
+    bool MakeAgain();
     void Remove();
 
     const Document& owner;

@@ -17,7 +17,7 @@ void TextJournal::Changed(const TextChange& change) {
     if (!AreJournalsKept()) {
         // How the text differs from its file and its journal is not known any more.
         hasOrigin = false;
-        return MakeAnewNext();
+        return MakeAgainNext();
     }
     // What was not written yet is where it was, or that far after it.
     if (Writable() && !unwritten.IsEmpty() && !unwritten.IsNear(change, Gap)) {
