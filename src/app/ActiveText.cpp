@@ -42,7 +42,7 @@ bool ActiveText::AppendWordAtCaret(WString& out) const {
     const TextEditor* const editor = Editor();
     if (!editor) return true;
     const TextSpan line = editor->Text().Line(editor->CaretLine());
-    const TextRange word = Words::WordAt(line, editor->CaretColumn());
+    const ColumnRange word = Words::WordAt(line, editor->CaretColumn());
     if (word.IsEmpty() || !Text::IsWordChar(line.text[word.start])) return true;
     return out.Append(line.text + word.start, word.Length());
 }

@@ -31,7 +31,7 @@ void EditorFind::ShowReplace(TextEditor& editor) {
 void EditorFind::QuickSearch(TextEditor& editor, bool backward) {
     if (!TakeTextFromSelection(editor)) {
         const TextSpan line = editor.Text().Line(editor.CaretLine());
-        const TextRange word = Words::WordAt(line, editor.CaretColumn());
+        const ColumnRange word = Words::WordAt(line, editor.CaretColumn());
         if (word.IsEmpty() || !findState.searchText.Assign(line.text + word.start, word.Length())) return;
     }
     FindNext(editor, backward);

@@ -44,7 +44,7 @@ void EditorNavigation::SelectAll(TextEditor& editor) { editor.SelectRange({0, ed
 
 void EditorNavigation::SelectWord(TextEditor& editor, bool evenIfEmpty) {
     const TextSpan line = editor.Text().Line(editor.CaretLine());
-    const TextRange word = Words::WordAt(line, editor.CaretColumn());
+    const ColumnRange word = Words::WordAt(line, editor.CaretColumn());
     const uint32_t lineStart = editor.Text().LineStart(editor.CaretLine());
     const uint32_t start = CaretStops::AtOrBefore(line, word.start);
     const uint32_t end = CaretStops::AtOrAfter(line, word.end);

@@ -15,7 +15,7 @@ uint32_t Words::EndAfter(TextSpan line, uint32_t column) {
     return column;
 }
 
-TextRange Words::WordAt(TextSpan line, uint32_t column) {
+ColumnRange Words::WordAt(TextSpan line, uint32_t column) {
     const bool afterWord = column > 0 && Text::IsWordChar(line.text[column - 1]);
     const uint32_t start = afterWord ? StartBefore(line, column) : column;
     return {start, EndAfter(line, start)};

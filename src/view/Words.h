@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/TextRange.h"
+#include "document/TextPosition.h"
 #include "view/TextSpan.h"
 
 // Word boundaries of caret moves within one line. Word characters are ASCII letters and digits, "_" and
@@ -12,9 +12,9 @@ namespace Words {
 uint32_t StartBefore(TextSpan line, uint32_t column);
 // Where the word or the gap at `column` ends; at most the line's length.
 uint32_t EndAfter(TextSpan line, uint32_t column);
-// What a word selection takes, as columns: from the start of the word that ends at or continues after `column` (from
+// What a word selection takes: from the start of the word that ends at or continues after `column` (from
 // `column` itself when none does) to the end of the word or gap there. Empty only at the line's end.
-TextRange WordAt(TextSpan line, uint32_t column);
+ColumnRange WordAt(TextSpan line, uint32_t column);
 // The first column that is neither space nor tab; the length of a blank line.
 uint32_t FirstNonBlank(TextSpan line);
 

@@ -13,7 +13,7 @@ uint32_t StartBefore(const std::u16string& text, uint32_t column) { return Words
 uint32_t EndAfter(const std::u16string& text, uint32_t column) { return Words::EndAfter(Span(text), column); }
 
 std::pair<uint32_t, uint32_t> WordAt(const std::u16string& text, uint32_t column) {
-    const TextRange word = Words::WordAt(Span(text), column);
+    const ColumnRange word = Words::WordAt(Span(text), column);
     return {word.start, word.end};
 }
 
