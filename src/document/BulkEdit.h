@@ -12,7 +12,8 @@ struct ReplacedRange {
 
 // The same text put in many places at once, each time instead of what was there. For the text, the
 // bookmarks and the views it is as if each place had been changed by a deletion and an insertion of its
-// own, from the first to the last, but it costs one pass over the text and 8 bytes a place.
+// own, from the first to the last, but it costs one pass over the text and 8 bytes a place. Of the fields of TextEdit,
+// `text` is what comes into each place, and `position` is the first of them.
 class BulkEdit final : public TextEdit {
 public:
     explicit BulkEdit(EditTarget& changed) : TextEdit(changed, State::InStore, false) {}

@@ -2,11 +2,11 @@
 
 #include "document/TextChange.h"
 
-// Which part of a text is another one than at some moment: what lies before and after it is what it was then.
+// Which part of a text has changed since some moment: what lies before and after it is as it was then.
 class ChangedSpan {
 public:
     bool IsEmpty() const { return isEmpty; }
-    // From now on, since now.
+    // The moment is now.
     void Clear() { isEmpty = true; }
 
     // Takes in the change that has just made the text `length` characters long.
@@ -23,7 +23,7 @@ public:
         if (length - end < after) after = length - end;
     }
 
-    // At `Start` this many characters made way for this many.
+    // At `Start`, so many characters of the old text made way for so many of the new one.
     uint32_t Start() const { return before; }
     uint32_t Removed() const { return oldLength - before - after; }
     uint32_t Inserted() const { return newLength - before - after; }
@@ -36,7 +36,7 @@ public:
 
 private:
     bool isEmpty = true;
-    uint32_t before = 0; // characters there
+    uint32_t before = 0; // characters before the span, and after it
     uint32_t after = 0;
     uint32_t oldLength = 0;
     uint32_t newLength = 0;

@@ -11,7 +11,7 @@
 // Kinds of CanDo and DoCommand; both are false for others.
 enum class DocumentCommand : uint32_t { Edit = 0, Undo = 1, Redo = 2, Paste = 3 };
 
-// Every document, text or binary. Shared by reference; the order of the operations is fixed.
+// Every document, text or binary. References keep it; the order of the operations is fixed.
 class Document : public HeapObject {
 public:
     virtual uint32_t AddRef() = 0;
@@ -75,7 +75,9 @@ public:
     // Unlinks a view that is going away; the document does not touch it afterwards.
     virtual void ForgetView(DocumentView* view);
     bool HasView(const DocumentView* view) const { return FindView(view) != nullptr; }
-    // Tells the frame, through the first view, that IsModified may answer otherwise now.
+    // Tells the frame, through the first view, that IsModified may answer otherwise now. Called after every edit that
+    // was recorded, undone or taken back, once the views know of it, and after a save. A character that goes on with a
+    // record is not one: its document is as modified as before.
     void NotifyModified();
 
 protected:

@@ -32,11 +32,11 @@ protected:
     ~DocumentJournal() { delete file; }
 
     const Document& Owner() const { return owner; }
-    // The file, as long as it can be gone on with; else null.
+    // The file, as long as more can be appended to it; else null.
     JournalFile* Writable() const { return isIncomplete ? nullptr : file; }
     // An edit was made. After MaxEdits of them they are written.
     void CountEdit();
-    // The file cannot be gone on with: the next time another one is made.
+    // Nothing more can be appended to the file: the next time another one is made.
     void MakeAgainNext() { isIncomplete = true; }
     // To be told of all that goes into the file.
     void Written(bool isGood);

@@ -5,7 +5,9 @@
 #include "document/TextStore.h"
 
 // The line that is being typed in: a copy of one line of a TextStore with its line feed (of the last line: with
-// the terminator). Keys change the copy; it goes back into the store when another line is opened.
+// the terminator). Keys change the copy, so that each of them costs the same however long the text is. EditPipeline
+// opens the line of the caret, and writes it back when another line is opened or somebody needs all of the text in the
+// store. A line that is open stays open while it is changed, and is closed by being written back.
 class EditLine {
 public:
     EditLine() = default;
@@ -14,29 +16,31 @@ public:
 
     bool IsOpen() const { return number != NoLine; }
     uint32_t Number() const { return number; } // NoLine while none is open
-    // Offset in the store. Like StoreLength it is kept when the line is closed, and counts while one is open.
+    // The copy, with the line feed or the terminator as its last character. This and the two below are kept when the
+    // line is closed, but mean something only while one is open.
+    const WString& Text() const { return text; }
+    // Where the line begins in the store, and how many characters of it the copy replaces, the last one included.
     uint32_t Start() const { return start; }
+    uint32_t StoreLength() const { return storeLength; }
+    // Characters before the line feed or the terminator: the columns there are.
+    uint32_t Length() const { return text.IsEmpty() ? 0 : text.Length() - 1; }
     // Where columns of the line are in a store that has it as it is now; an end beyond 32 bits is the greatest offset.
     TextRange RangeOf(ColumnRange columns) const;
-    // Characters of the store that the line replaces.
-    uint32_t StoreLength() const { return storeLength; }
-    const WString& Text() const { return text; }
-    // Characters before the line feed or the terminator.
-    uint32_t Length() const { return text.IsEmpty() ? 0 : text.Length() - 1; }
-    // Whether the line differs from the store.
+    // Whether the copy was changed and is not written back.
     bool IsPending() const { return pending; }
-    // Characters (modulo 2^32) that the text has more than the store.
+    // Characters (modulo 2^32) that the text as the user sees it has more than the store.
     uint32_t Growth() const { return pending ? text.Length() - storeLength : 0; }
 
-    // Copies the line. False without memory; what was open is then open still.
+    // Copies the line. Nothing may be pending. False without memory; what was open is then open still.
     [[nodiscard]] bool Open(TextStore& store, uint32_t line);
     // Puts a pending line into the store and closes it. False without memory: everything then stays pending.
     [[nodiscard]] bool WriteBack(TextStore& store);
-    // Closes the line; what the store holds counts.
+    // Closes the line, in which nothing may be pending.
     void Close();
     // Closes the line, forgets what is pending, and frees the copy.
     void Release();
 
+    // Change the open line. Columns are at most Length(). Only an insertion can fail, without memory.
     [[nodiscard]] bool Insert(uint32_t column, const Char* inserted, uint32_t count);
     void Erase(ColumnRange columns);
     void Set(uint32_t column, Char character);

@@ -9,9 +9,12 @@
 
 class LineEdit;
 
-// The way of every edit of a text document: a record changes the text, is recorded, and only then the views are
-// told. When the whole operation is over, the caret line of the active view is opened again and the views hear
-// of that. Nothing that is told edits.
+// The way of every edit of a text document: a record changes the text, is recorded, and only then the views are told,
+// in the order that TextDocumentView gives. When the outermost operation is over and something was edited, the caret
+// line of the active view is opened, if no line is open, and the views are told EditFinished. Nothing that is told
+// edits.
+//
+// Owned by the TextBuffer, which makes the records; what is typed and done comes through that.
 class EditPipeline {
 public:
     // `parts` are those of `text`.
@@ -20,7 +23,7 @@ public:
     EditPipeline(const EditPipeline&) = delete;
     EditPipeline& operator=(const EditPipeline&) = delete;
 
-    // Everything that an operation calls while one lives is part of it.
+    // While one lives, everything that is called is part of one operation; they nest.
     class Operation {
     public:
         explicit Operation(EditPipeline& owner) : pipeline(owner) {
@@ -37,46 +40,55 @@ public:
         EditPipeline& pipeline;
     };
 
-    // What records are made for.
+    // Its parts. The target is what records are made for.
     EditTarget& Target() { return target; }
     const EditTarget& Target() const { return target; }
     UndoHistory& History() { return history; }
     const UndoHistory& History() const { return history; }
     const ViewNotifier& Notifier() const { return notifier; }
     TextJournal& Journal() { return journal; }
-    // The view whose caret line is open for editing.
+
+    // The view whose caret line is open for editing: the one that got the focus last, or was put into a window while no
+    // view had it. Null for none.
     TextDocumentView* ActiveView() const { return activeView; }
     void SetActiveView(TextDocumentView* view) { activeView = view; }
     // The view with the focus; `view` when none of the document has it.
     void SetActiveViewByFocus(TextDocumentView* view);
 
-    // The edit line goes back into the store when another line is opened, and for whatever needs the whole text in the
-    // store: an edit beyond the line, a search, saving. Typing in the line leaves it open. False without memory: the
-    // line that was open then still is, with what is pending.
+    // The edit line. It goes back into the store (is committed) when another line is opened, and for whatever needs the
+    // whole text in the store: a change of the store, undo, a search, saving, looking for the partner of a bracket.
+    // Typing in the line leaves it open. False without memory: the line that was open then still is, with what is
+    // pending. A line past the end is the last one; a read-only document has no edit line, which is a success.
     [[nodiscard]] bool LoadEditLine(uint32_t line);
-    // After this no line is open if something was pending.
+    // If something was pending no line is open after this; otherwise the line stays open.
     [[nodiscard]] bool CommitEdit();
     void OpenActiveLine();
 
-    // Takes the record over, performs and records it, and tells the views. False without memory; nothing has
-    // changed then.
+    // Edits. Takes the record over, also on failure, performs and records it, and tells the views. False without
+    // memory; nothing has changed then.
     [[nodiscard]] bool Perform(UndoRecord* record);
-    // Types a character into the edit line that belongs to the pending record `typed`.
+    // For a character of which the pending record `typed` says that it Continues: types it at `column` of the edit line
+    // and into the record. The views are told as by Perform, but only the caret of `view` (null for none) moves.
+    // There is no new record: the serial stays, and whether the document is modified. For `notifyEngine` see
+    // TextBuffer::TypeChar. False without memory; nothing has changed then.
     [[nodiscard]] bool ExtendTyping(LineEdit& typed, TextDocumentView* view, Char character, uint32_t column,
                                     bool notifyEngine);
-    // One step back or forth. False without memory.
+    // One step back or forth, a record or a group. Commits first. False without memory; no step is made then.
     [[nodiscard]] bool Step(bool undoing);
     // Takes back and forgets what was done since the innermost open BeginGroup. Needs no memory.
     void AbandonGroup();
 
-    // The text is another one: tells so, and puts every view at its start.
+    // For changes that are not recorded, after they were made. The text is another one: every view goes to its start.
     void TellReplaced();
     // Text was appended at `oldEnd`, the offset `from`: carets that were there follow to the new end.
     void TellAppended(uint32_t from, TextPosition oldEnd);
 
 private:
+    // Tells the change of a record; nothing for a marker.
     void Tell(UndoRecord& record, bool undone);
+    // What is told before the views are moved.
     void TellChange(const TextChange& change);
+    // The end of the outermost operation.
     void Finish();
 
     DocumentBase& document;

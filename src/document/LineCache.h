@@ -9,13 +9,13 @@ struct LineStart {
     uint32_t offset = 0;
 };
 
-// Remembers where a few lines start, so that a look-up near an earlier one walks a short way. Most
-// recently added first, at most five entries.
 struct LineCacheEntry : LineStart {
     LineCacheEntry* next;
     LineCacheEntry* previous;
 };
 
+// Remembers where a few lines of a text start, so that a look-up near an earlier one walks a short way. Most recently
+// added first. The TextStore that has it tells it of every change.
 class LineCache {
 public:
     static constexpr uint32_t Limit = 5;

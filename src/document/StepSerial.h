@@ -2,8 +2,8 @@
 
 #include "base/Types.h"
 
-// Numbers for the records of undo lists, which tell them apart and the later from the earlier. They count for all
-// documents together, so that a moment is one number for all of them.
+// Numbers for the records of undo lists, which tell them apart and the later from the earlier. All documents share one
+// count, so that a moment is the same number for each of them.
 namespace StepSerial {
 
 // At least 1, and never the same again.

@@ -238,7 +238,7 @@ bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool
     const Char replaced = overwrite && column < end ? EditLineText()[column] : u'\0';
     auto* record = new LineEdit(pipeline.Target(), false);
     UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced));
-    return checked && PerformAndPush(checked);
+    return checked && pipeline.Perform(checked);
 }
 
 bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
@@ -282,7 +282,7 @@ bool TextBuffer::DeleteInEditLine(TextDocumentView* view, ColumnRange columns) {
     const Char* removed = line + columns.start;
     UndoRecord* checked =
         Checked(record, record && record->SetUp(columns.start, removed, removedEnd - columns.start, u'\0'));
-    return checked && PerformAndPush(checked);
+    return checked && pipeline.Perform(checked);
 }
 
 bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t count) {
@@ -293,7 +293,7 @@ bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t coun
     if (!checked) return false;
     // Only now: where memory runs out before, the line stays open.
     parts.editLine.Close();
-    return PerformAndPush(checked);
+    return pipeline.Perform(checked);
 }
 
 bool TextBuffer::DeleteText(TextRange range) {
@@ -305,7 +305,7 @@ bool TextBuffer::DeleteText(TextRange range) {
     UndoRecord* checked = Checked(record, record && record->SetUp(range));
     if (!checked) return false;
     parts.editLine.Close();
-    return PerformAndPush(checked);
+    return pipeline.Perform(checked);
 }
 
 bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count) {
@@ -315,7 +315,7 @@ bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserte
     UndoRecord* checked = Checked(record, record && record->SetUp(ranges, inserted, count));
     if (!checked) return false;
     parts.editLine.Close();
-    return PerformAndPush(checked);
+    return pipeline.Perform(checked);
 }
 
 void TextBuffer::EndTyping() {

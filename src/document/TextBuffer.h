@@ -11,9 +11,13 @@
 #include "document/TextServices.h"
 
 // The text document: reading is TextContent's, the way of an edit is EditPipeline's, and what commands print comes
-// from the OutputCollector. Here is what is typed and done to the document as a whole.
+// from the OutputCollector. Here is what its views have typed, and what is done to the document as a whole.
+//
+// Whoever makes one adds a reference and has it make its content (MakeEmpty, MakeNew, Load or TakeRecovered); it lives
+// until the last reference is released. Offsets count the store, as in TextContent; columns count the edit line.
 class TextBuffer final : public DocumentBase, public TextContent {
 public:
+    // `around` outlives the document.
     explicit TextBuffer(TextServices& around)
         : services(around), pipeline(*this, *this, parts, TextViews(views)), output(parts.store) {}
     TextBuffer(const TextBuffer&) = delete;
@@ -60,31 +64,38 @@ public:
     // True always.
     bool EmptyAndResetUndo();
 
-    // Makes a line the edit line. A read-only document never has one: that is then a success without effect.
+    // The edit line, see EditPipeline.
     bool LoadEditLine(uint32_t line) { return pipeline.LoadEditLine(line); }
-    // Writes the edit line back. False when memory runs out; everything then stays pending.
     bool CommitEdit() { return pipeline.CommitEdit(); }
 
-    // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was.
-    // `column` counts in the caret line of `view`, which is made the edit line first; null for the line that is open.
-    // Typing makes a LineEdit, or extends the latest one where it goes on a word or a gap there: it changes the edit
-    // line, and the store only once that is committed. A line break is NewLine's. Then the views are told where they go
-    // (TextDocumentView); they repaint, and colour what follows again, only with `notifyEngine`. With `overwrite` the
-    // character takes the place of the one at `column`, as a step of its own.
+    // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was. When one returns,
+    // all views have been told.
+
+    // In the edit line: `column` counts in the caret line of `view`, which is made the edit line first; with null, in
+    // the line that is open. Past the end of the line it is the end.
+    //
+    // Types a character: it changes the edit line, and the store only once that is committed. Where it goes on with the
+    // latest LineEdit, that is extended; else it makes a new one. A line break goes to NewLine. With `overwrite` the
+    // character takes the place of the one at `column`, as a step of its own. Without `notifyEngine` a character that
+    // extends a record is not repainted, and lines below keep their colours, as if they were sure to have them still.
     bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
+    // Breaks the line, which is a change of the store. The new line begins with the blanks that the old one begins with
+    // before `column`; blanks from there on are removed when nothing else is there.
     bool NewLine(TextDocumentView* view, uint32_t column);
+    // The column at the end of a line is its line feed, which may be removed as well: in every line but the last this
+    // is a change of the store, in the last one a LineEdit. False also when there is nothing to remove in the last
+    // line.
     bool DeleteInEditLine(TextDocumentView* view, ColumnRange columns);
+
+    // In the store. What is pending is committed first; offsets past the end are the end.
     bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
     bool DeleteText(TextRange range);
     // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
     [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
 
-    // Undo.
-    // Performs and records; takes ownership, also on failure.
-    bool PerformAndPush(UndoRecord* record) { return pipeline.Perform(record); }
-    // What is pushed between the two is one step. A group that could not be begun must not be ended. On a
-    // read-only document both succeed and push nothing.
+    // Undo. What is recorded between the first two is one step. A group that could not be begun must not be ended. On a
+    // read-only document both succeed and record nothing.
     [[nodiscard]] bool BeginGroup() { return readOnly || pipeline.History().BeginGroup(); }
     [[nodiscard]] bool EndGroup() { return readOnly || pipeline.History().EndGroup(); }
     // Instead of EndGroup, when a part of the step has failed: takes back and forgets what was done since
@@ -150,7 +161,6 @@ private:
     // Takes over the text of a file after Clear.
     void TakeText(struct DecodedText& decoded);
 
-    // What all documents have comes first, in DocumentBase, then the content.
     static constexpr uint32_t MarkCount = 2; // a bracket and its partner
     TextServices& services;
     EditPipeline pipeline;

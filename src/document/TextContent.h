@@ -5,22 +5,21 @@
 #include "document/TextSearch.h"
 #include "syntax/SyntaxEngine.h"
 
-// The text of a document as others read it: the content in the store, where its lines are, the line that is open
-// for editing, the marks, and the engine that colours it. Offsets count the store, which does not have what is
-// pending in the edit line.
+// The text of a document as others read it: views, undo records, journal and searches. It is a part of TextBuffer,
+// which alone derives from it and fills it. What is changed by edits is in `parts`.
+//
+// Offsets count the store, which does not have what is pending in the edit line; view/ShownText.h is the text with it.
+// To have everything in the store, call TextBuffer::CommitEdit first. Pointers hold until the next edit.
 class TextContent {
 public:
-    const Char* Content() const { return parts.store.Text(); } // null when there is no store
+    // The store. Without one, as before a load and after one that failed, the text is null and has one empty line.
+    const Char* Content() const { return parts.store.Text(); }
     uint32_t Length() const { return parts.store.Length(); }
     uint32_t GetLineCount() const { return parts.store.LineCount(); }
-    bool IsReadOnly() const { return readOnly; }
-    // Whether saving over the file that was loaded would change bytes that nobody has edited, beside line breaks: not
-    // all of them have become characters that become them again.
-    bool LosesBytes() const { return losesBytes; }
-    // Whether it was made as a new document, or recovered, and is in no file yet.
-    bool IsNew() const { return isNew; }
+    const TextParts& Parts() const { return parts; }
 
-    // A line past the end yields the start of the last one; no column is clamped.
+    // Lines in the store. Looking them up fills a cache, so it is not const. A line past the end is the last one, an
+    // offset past the end is the end; no column is clamped.
     uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
     uint32_t LineToOffsetPlus(TextPosition place) { return LineToOffset(place.line) + place.column; }
     uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart) { return parts.store.OffsetToLine(offset, lineStart); }
@@ -28,21 +27,29 @@ public:
     // Characters from `start` up to the line feed or the terminator; `isLast` when it was the latter.
     uint32_t LineLength(uint32_t start, bool& isLast) const { return parts.store.LineLength(start, isLast); }
 
-    // The edit line: a copy of one line with its line feed (or terminator), NoLine when there is none.
-    uint32_t EditLineNumber() const { return parts.editLine.Number(); }
+    // The file.
+    bool IsReadOnly() const { return readOnly; }
+    // Whether saving over the file that was loaded would change bytes that nobody has edited, beside line breaks: not
+    // all of them have become characters that become them again.
+    bool LosesBytes() const { return losesBytes; }
+    // Whether it was made as a new document, or recovered, and is in no file yet.
+    bool IsNew() const { return isNew; }
+
+    // The edit line, see EditLine.h. Text, start and length mean something only while a line is open; there is nothing
+    // pending otherwise.
+    uint32_t EditLineNumber() const { return parts.editLine.Number(); } // NoLine while none is open
     const WString& EditLineText() const { return parts.editLine.Text(); }
     uint32_t EditLineStart() const { return parts.editLine.Start(); }
-    // How many characters of the store the edit line replaces.
     uint32_t EditLineStoreLength() const { return parts.editLine.StoreLength(); }
     bool HasPendingEdit() const { return parts.editLine.IsPending(); }
-    // Characters (modulo 2^32) that the text as the user sees it has more than the store.
     uint32_t EditLineGrowth() const { return parts.editLine.Growth(); }
-    // Passes [from, from + count) of the text as the user sees it to `take(const Char*, size_t)`, in up to three
-    // pieces. False as soon as that says so.
-    template <class Take> bool ForEachPiece(uint32_t from, uint32_t count, Take take) const;
     // Whether the edit line as it is now may change the colouring of the lines below.
     bool EditLineAffectsFollowingLines() const;
+    // Passes [from, from + count) of the text as the user sees it to `take(const Char*, size_t)`, in up to three
+    // pieces: from the store, from the edit line, and from the store again. False as soon as that says so.
+    template <class Take> bool ForEachPiece(uint32_t from, uint32_t count, Take take) const;
 
+    // Marked lines: see LineMarks.
     LineMark* NextMark(uint32_t line, LineMark::Flags mask, bool inclusive) const {
         return parts.marks.Next(line, mask, inclusive);
     }
@@ -51,13 +58,14 @@ public:
     }
     LineMark* FindMark(uint32_t line) const { return parts.marks.Find(line); }
 
+    // What colours the text; null for none.
     SyntaxEngine* Engine() const { return engine; }
-    // Whether the characters of a range of the store, which ends with the text at the latest, are whole words.
-    bool IsWholeWordAt(TextRange range) const;
-    // The first match that starts in `area` of the store; NoOffset without one.
-    uint32_t FindFrom(const SearchQuery& query, TextRange area) const;
 
-    const TextParts& Parts() const { return parts; }
+    // Searches in the store. Whether the characters of a range, which ends with the text at the latest, are whole
+    // words.
+    bool IsWholeWordAt(TextRange range) const;
+    // The first match that starts in `area`; NoOffset without one.
+    uint32_t FindFrom(const SearchQuery& query, TextRange area) const;
 
 protected:
     ~TextContent() = default;

@@ -8,47 +8,56 @@
 class TextBuffer;
 struct TextChange;
 
-// What a text document knows of a view beyond what every document does. Lines and columns are 0-based; offsets
-// are absolute.
+// What a text document knows of a view beyond what every document does. Lines and columns are 0-based; offsets count
+// the text as the user sees it, with the edit line in its edited form.
 //
-// An edit is told once it is made and recorded: TextEdited, ForgetAfter, LineCountChanged, where the view goes, and
-// what to repaint. Until EditFinished a view only looks at the document; it opens no line, writes nothing back and
-// edits nothing.
+// Once an edit is made and recorded, the views are told of it in the order of the declarations below; EditFinished
+// follows when the whole operation is over. Until then a view only looks at the document: it opens no line, writes
+// nothing back and edits nothing.
 class TextDocumentView : public DocumentView {
 public:
-    // Repaints these lines.
-    virtual void InvalidateLines(LineRange lines) = 0;
-    virtual void LineCountChanged() = 0;
-    // An edit was made, in this view or another one. Sent first; what else it means for the view is told by the
-    // operations below.
+    // Every edit, made in this view or in another one. What it means for the view is told by what follows. Not sent
+    // when the text becomes another one altogether, by loading.
     virtual void TextEdited(const TextChange& change) = 0;
-    // The store from `offset` on holds other text than before, or the edit line that starts there may
-    // change how later lines colour, or (offset 0) the engine is another one. Sent before any of the
-    // operations below, so that a view never uses a syntax state it remembers from after `offset`.
+    // What is remembered of the text after `offset`, above all syntax states, does not hold any more: the store was
+    // changed there, the edit line that starts there may colour later lines differently now or has been written back,
+    // or (offset 0) the engine is another one. Not sent for an edit of the edit line that leaves later lines alone.
     virtual void ForgetAfter(uint32_t offset) = 0;
-    // Puts the caret there, clamped to the text, and collapses the selection to it.
+    // The store was changed, and with it perhaps the number of its lines. For appended output it comes after FollowEnd.
+    virtual void LineCountChanged() = 0;
+
+    // Where the view goes after the edit; places are clamped to the text. The caret goes there, and the selection
+    // collapses to it.
     virtual void PlaceCaret(TextPosition place) = 0;
     virtual void PlaceSelection(TextSelection selection) = 0;
     virtual void PlaceTopLine(uint32_t line) = 0;
-    // An edit that moves no caret of this view was made: caret, anchor and top line stay at their places in
-    // the text.
+    // Caret, anchor and top line stay at their places in the text. A character that goes on with a run of typing tells
+    // this to all views but the one typed in, a deletion in the edit line to all of them, a change of the store to
+    // those that its record does not know.
     virtual void FollowChange(const TextChange& change) = 0;
-    // Output has been appended, and the caret, which was at the end of the text, goes to the new one. As nobody has
-    // moved it there, a message in the status bar stays.
+    // Output was appended, and the caret, which was at the end of the text, goes to the new one. As nobody has moved it
+    // there, a message in the status bar stays.
     virtual void FollowEnd(TextPosition end) = 0;
-    // The operation is over, with the active view's caret line open again. The view may use the document.
+
+    // Repaints these lines; Invalidate repaints all of them.
+    virtual void InvalidateLines(LineRange lines) = 0;
+    // Once for an operation, however many edits it was made of. The caret line of the active view is open again, and
+    // the view may use the document.
     virtual void EditFinished() = 0;
+
+    // Where the view is now.
     virtual TextPosition CaretPosition() const = 0;
     virtual TextSelection Selection() const = 0;
     virtual uint32_t TopLine() const = 0;
-    virtual void RefreshStatus() = 0;
-    // Passed on to the frame that holds the view.
-    virtual void RunStateChanged(Document* document, bool running) = 0;
-
     uint32_t CaretLine() const { return CaretPosition().line; }
     uint32_t CaretColumn() const { return CaretPosition().column; }
     uint32_t SelectionAnchor() const { return Selection().anchor; }
     uint32_t CaretOffset() const { return Selection().caret; }
+
+    // The status bar shows something else about the document now.
+    virtual void RefreshStatus() = 0;
+    // Passed on to the frame that holds the view.
+    virtual void RunStateChanged(Document* document, bool running) = 0;
 
 protected:
     ~TextDocumentView() = default;

@@ -7,44 +7,49 @@
 class TextDocumentView;
 struct EditTarget;
 
-// Where a view was before a change and where it goes after it.
+// Where one view of the text was when a change was recorded, and where the change moves it.
 struct ViewState : HeapObject {
-    TextDocumentView* view = nullptr;
+    TextDocumentView* view = nullptr; // may be gone by now: used only while it is still a view of the document
     TextSelection before;
-    TextSelection after;
+    TextSelection after; // recorded only: TextEdit::MoveViews puts the caret at the change instead
     uint32_t topLineBefore = 0;
     uint32_t topLineAfter = 0;
     ViewState* next = nullptr;
 };
 
-// An insertion into, or a deletion from, the store.
+// A record that changes the text: what came or went, at which place, and where the views were. As it is here, it is one
+// insertion into the store or one deletion from it; LineEdit and BulkEdit replace what differs.
+//
+// TextBuffer makes a record and calls the SetUp of its class, while the text is still the old one. EditPipeline then
+// calls Redo, which makes the change; gives the record to UndoHistory, which owns it from then on; tells the views
+// Change(); and calls MoveViews. Every step back or forth is again Undo or Redo, Change() and MoveViews.
 class TextEdit : public UndoRecord {
 public:
     ~TextEdit() override;
     bool Undo() override;
     bool Redo() override;
-
     // What the last Undo or Redo did to the text.
     const TextChange& Change() const { return change; }
-    // Once the change is made and recorded: puts the views where they belong after it, or after it was
-    // `undone`.
+    // Puts the views where they belong after the change, or after it was `undone`.
     virtual void MoveViews(bool undone);
 
     EditTarget& target; // outlives the record
     bool isDelete;
-    WString text; // inserted or removed
+    // What was inserted or removed, and the offset in the store where that was. In an edit line that is not written
+    // back, the offset is where the text will be once it is.
+    WString text;
     uint32_t position = 0;
-    uint32_t count = 0;
-    uint32_t lineFeeds = 0; // line feeds in `text` when the record was set up
-    ViewState viewStates;   // the first entry; further ones are chained and owned
+    uint32_t count = 0;     // characters of `text`
+    uint32_t lineFeeds = 0; // in `text`
+    ViewState viewStates;   // the first view's; those of further views are chained and owned
 
 protected:
     TextEdit(EditTarget& changed, State initialState, bool deletes);
-    // Records the text and the place, then every view. False without memory.
+    // The part of SetUp that all have: copies the text, and captures the views. False without memory.
     bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
-    // Puts `text` into the store, or takes it out again, and moves the bookmarks. Only an insertion can fail.
+    // Puts `text` into the store, or takes it out, and moves the bookmarks. Only putting it in can fail.
     bool ChangeStore(bool remove);
-    // For views that the record knows nothing of, because they were made after it.
+    // Views that were made after the record, which it knows nothing of: they stay at their places in the text.
     bool HasOtherViews() const;
     void MoveOtherViews();
 
@@ -56,15 +61,18 @@ private:
     bool Holds(const TextDocumentView* view) const;
 };
 
+// Text that is put into the store in one place.
 class InsertEdit final : public TextEdit {
 public:
     explicit InsertEdit(EditTarget& changed) : TextEdit(changed, State::InStore, false) {}
-    // Copies the text and captures the views; false without memory.
+    // `offset` is at most the store's length. False without memory, here and below.
     bool SetUp(uint32_t offset, const Char* inserted, uint32_t length);
 };
 
+// Text that is taken out of the store in one place.
 class DeleteEdit final : public TextEdit {
 public:
     explicit DeleteEdit(EditTarget& changed) : TextEdit(changed, State::InStore, true) {}
+    // `range` is inside the store.
     bool SetUp(TextRange range);
 };

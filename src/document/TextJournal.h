@@ -8,8 +8,8 @@
 // and goes on with what has changed since its last entry. An edit only widens a span; the characters are read when the
 // span is written. So typing costs the same with a journal as without.
 //
-// The whole text is simplest to be sure of, since nothing else has to be as it was; but of a large one it would be
-// felt. What is over a file is checked as a whole when it is read: the right text or none.
+// A journal with the whole text needs nothing else to be as it was, but writing a large text would be felt. One over a
+// file is checked as a whole when it is read: it gives the right text or none.
 class TextJournal final : public DocumentJournal {
 public:
     // A text of more characters is written as a change of its file where that can be.

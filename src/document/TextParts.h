@@ -4,7 +4,7 @@
 #include "document/LineMarks.h"
 #include "document/TextStore.h"
 
-// What the undo records of a document change.
+// What the undo records of a document change; TextContent has it for reading, EditTarget for changing.
 struct TextParts {
     TextStore store;
     EditLine editLine;

@@ -32,21 +32,24 @@ public:
     // Room for `characters` and their terminator. False without memory; nothing has changed then.
     [[nodiscard]] bool EnsureCapacity(uint64_t characters);
 
-    // Only an insertion can fail.
+    // Changes in one place. The caller has counted the line feeds. Only what makes the text longer can fail, without
+    // memory; nothing has changed then.
     [[nodiscard]] bool Insert(uint32_t offset, const Char* inserted, TextExtent extent);
     void Delete(uint32_t offset, TextExtent extent);
     // Another text for these characters, which are the rest of a line and may reach to just after the terminator.
     // The number of lines stays.
     [[nodiscard]] bool ReplaceLine(TextRange old, const Char* newText, uint32_t newCount);
+    // Neither the old nor the new character is a line feed.
     void SetCharacter(uint32_t offset, Char character) { text[offset] = character; }
 
-    // For changes in many places: writing in place, and how much the whole text then is. The room was made before.
+    // Changes by writing into Data(), in room that EnsureCapacity has made before, after which the store is told what
+    // there is now: a text rewritten in many places, or characters after the end of the old one.
     Char* Data() { return text; }
     void Rewritten(TextExtent whole);
-    // Counts characters that were written after the end.
     void Appended(TextExtent added);
 
-    // A line past the end yields the start of the last one.
+    // Lines; looking them up fills the cache. A line past the end yields the start of the last one, an offset past the
+    // end counts as the end.
     uint32_t LineToOffset(uint32_t line);
     uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart);
     // Characters from `start` up to the line feed or the terminator; `isLast` when it was the latter.

@@ -7,22 +7,24 @@
 // recent first.
 class UndoRecord : public HeapObject {
 public:
+    // A marker, or where the change is.
     enum class State : uint32_t {
         GroupBegin = 0,
         GroupEnd = 1,
-        InStore = 2,    // the change lives in the store
-        InEditLine = 3, // the change lives only in the edit line, not yet written back
+        InStore = 2,
+        InEditLine = 3, // only there: the edit line is not written back
     };
 
     virtual ~UndoRecord() = default;
-    // A record is made before its change, which the first Redo makes. Both change the text and the marks; the views are
-    // told by whoever calls. False only without memory; nothing has changed then.
+    // A record is made before its change, which the first Redo makes. Both change the store, with the bookmarks, or
+    // the edit line, which has one line and moves none; a marker changes nothing. The views are told by whoever calls.
+    // False only without memory; nothing has changed then.
     virtual bool Undo() { return true; }
     virtual bool Redo() { return true; }
     bool IsMarker() const { return state == State::GroupBegin || state == State::GroupEnd; }
 
     State state;
-    uint32_t serial; // of StepSerial
+    uint32_t serial; // of StepSerial, given once: a record that grows keeps it
     UndoRecord* next = nullptr;
     int64_t growth = 0; // characters that the text gains by Redo and loses by Undo
 

@@ -3,7 +3,8 @@
 #include "base/Assert.h"
 #include "document/TextDocumentView.h"
 
-// Tells all views of a text document what has happened to it. While a Telling lives, nothing may edit.
+// Tells all views of a text document what has happened to it; TextDocumentView says what each telling means. While a
+// Telling lives, nothing may edit.
 class ViewNotifier {
 public:
     explicit ViewNotifier(const TextViews& all) : views(all) {}
@@ -29,13 +30,14 @@ public:
     void ForgetAfter(uint32_t offset) const;
     void LineCountChanged() const;
     void MoveToStart() const;
-    // The views but `except` (null: all) keep their places in the text.
+    // FollowChange to all views but `except` (null: all).
     void Follow(const TextChange& change, const DocumentView* except) const;
-    void EditFinished() const;
+    // Only views with a window are told to repaint.
     void Invalidate() const;
     void InvalidateLines(LineRange lines) const;
-    // Repaints what a change may have altered on the screen.
+    // What a change may have altered on the screen: the edit line, or everything.
     void InvalidateChange(const TextChange& change) const;
+    void EditFinished() const;
 
 private:
     TextViews views;

@@ -25,12 +25,16 @@ struct BracketPair {
 // the focus says which.
 namespace BracketMatch {
 
-// Whether a bracket is at the caret that Update would look for the partner of.
+// Whether there is a bracket at the caret of which Update would look for the partner: an opening one after the caret,
+// or a closing one before it.
 bool IsAtBracket(const ShownText& text, const TextCaret& caret);
 // As it was found last, whoever looked; none after the engine was replaced.
 BracketPair Highlighted(const ShownText& text);
-// Highlights the bracket at the caret and its partner, or nothing without both. No edit may be pending.
+// Highlights the bracket at the caret and its partner, or nothing without both. The partner is looked for in the store:
+// the caller commits a pending edit first where IsAtBracket says that there is something to look for. So while somebody
+// types beside a bracket each key goes to the store, elsewhere none does.
 void Update(const ShownText& text, const TextCaret& caret);
+// Highlights nothing.
 void Clear(const ShownText& text);
 
 } // namespace BracketMatch

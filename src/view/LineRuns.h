@@ -12,7 +12,7 @@ struct RowStyle {
     int32_t textLeft = 0;  // left edge of the text area: gutter and margin lie left of it
     int32_t textRight = 0; // right edge of the window
     int32_t scroll = 0;    // how far the text is shifted left of textLeft
-    TextRange selection;   // of the document
+    TextRange selection;   // offsets of the text as the user sees it
     Colour selectionForeground = 0;
     Colour selectionBackground = 0;
     bool showWhitespace = false;
@@ -35,7 +35,7 @@ public:
     LineRuns& operator=(const LineRuns&) = delete;
 
     void Begin(const RowStyle& rowStyle, CharWidths& charWidths);
-    // Lays out one line that starts at document offset `offset`: `spans` cover its characters, the line
+    // Lays out one line that starts at `offset` of the text as the user sees it: `spans` cover its characters, the line
     // feed included. What comes before `from`, a place left of the window, is skipped. False without
     // memory; the runs then end early.
     bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount, LinePlace from = {});

@@ -3,15 +3,16 @@
 #include "document/TextRange.h"
 #include "view/LineLayout.h"
 
-// How far out a line is looked at: no further than pixel `position`. `start` is the line's offset in the document.
+// How far out a line is looked at: no further than pixel `position`. `start` is the line's offset in the text as the
+// user sees it.
 struct LineReach {
     uint32_t start = 0;
     int64_t position = INT64_MAX;
 };
 
 // Remembers a place far out in one long line, so that a caret that follows a growing line is not measured from
-// the line's start each time. There is only printable ASCII before it. `lineStart` is the line's offset in
-// the document.
+// the line's start each time. There is only printable ASCII before it. `lineStart` is the line's offset in the text as
+// the user sees it; while an edit is pending the owner asks nothing.
 class MeasuredLine {
 public:
     // Lines no longer than this are soon measured.

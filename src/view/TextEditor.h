@@ -9,8 +9,9 @@
 #include "view/TextViewport.h"
 
 // The text view without its window: keeps its parts (the text as it is shown, the caret, the viewport) together, and
-// in step with the document. What the user does comes through a TextInput; what keys and commands do is built on the
-// operations here, in the files Editor*.h. One per view; the document is not owned.
+// in step with the document. One per view; the document is not owned, and calls what TextDocumentView declares. What
+// the user does comes through a TextInput; what keys and commands do is built on the operations here, in the files
+// Editor*.h.
 //
 // Offsets count the text as the user sees it (see ShownText).
 class TextEditor final : public TextDocumentView {
@@ -31,38 +32,44 @@ public:
     const ShownText& Text() const { return text; }
     const TextCaret& Caret() const { return caret; }
     TextViewport& Viewport() { return viewport; }
-    HeldRanges& Held() { return heldRanges; }
     const TextViewport& Viewport() const { return viewport; }
-    // In any view of the document.
-    BracketPair MatchedBrackets() const { return BracketMatch::Highlighted(text); }
+    HeldRanges& Held() { return heldRanges; }
+    // See ShownText.
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
+    // The pair that is highlighted, whichever view has found it.
+    BracketPair MatchedBrackets() const { return BracketMatch::Highlighted(text); }
+    // Grows with every operation that edits the document, in whichever view.
+    uint32_t EditCount() const { return editCount; }
 
-    // DocumentView and TextDocumentView.
+    // DocumentView.
     bool HasWindow() const override { return surface.HasWindow(); }
     bool HasFocus() const override { return surface.HasFocus(); }
     void Invalidate() override { redraw.InvalidateAll(); }
-    void InvalidateLines(LineRange lines) override;
-    void LineCountChanged() override;
+    void DocumentChanged(Document* changed) override;
+    View* AsView() override { return surface.AsView(); }
+    void Destroy() override { surface.DestroyView(); }
+
+    // TextDocumentView: what the document tells.
     void TextEdited(const TextChange& change) override { heldRanges.Follow(change); }
     void ForgetAfter(uint32_t offset) override;
+    void LineCountChanged() override;
     void PlaceCaret(TextPosition place) override;
     void PlaceSelection(TextSelection selection) override;
     void PlaceTopLine(uint32_t line) override { viewport.ScrollTo(line); }
     void FollowChange(const TextChange& change) override;
     void FollowEnd(TextPosition end) override;
+    void InvalidateLines(LineRange lines) override;
+    // Counts the operation. If it has placed the caret or told ForgetAfter, the pair of brackets at the caret of the
+    // view with the focus is highlighted; none when no view of the document has it.
     void EditFinished() override;
-    // Grows with every edit of the document, by whichever view.
-    uint32_t EditCount() const { return editCount; }
+    void RefreshStatus() override;
+    void RunStateChanged(Document* changed, bool running) override;
+    // And what it asks.
     TextPosition CaretPosition() const override { return caret.Position(); }
     TextSelection Selection() const override { return caret.Selection(); }
     uint32_t TopLine() const override { return viewport.TopLine(); }
-    void RefreshStatus() override;
-    void DocumentChanged(Document* changed) override;
-    void RunStateChanged(Document* changed, bool running) override;
-    View* AsView() override { return surface.AsView(); }
-    void Destroy() override { surface.DestroyView(); }
 
-    // The window. What it passes on is in EditorInput.h.
+    // The window. What it passes on is said in EditorInput.h.
     void WindowAttached();
     void LayOut(bool coloursChanged);
     void FocusGained();
@@ -94,9 +101,11 @@ public:
     void PrepareEdit();
 
 private:
-    // As MoveCaret, but neither opens the line nor matches brackets.
+    // As MoveCaret, but neither opens the line nor matches brackets: for what the document tells, and has the view do
+    // only looking.
     void SetCaret(TextPosition place, bool extend, bool isUsersMove = false);
     void SetSelection(uint32_t anchor);
+    // With the focus: highlights the pair at the caret, committing a pending edit if there may be one.
     void MatchBrackets();
     void RepaintBrackets(const BracketPair& pair);
 
@@ -108,7 +117,7 @@ private:
     TextViewport viewport{surface, textSurface, text, redraw};
     uint32_t editCount = 0;
     HeldRanges heldRanges;
-    bool matchDue = false; // an edit has moved the caret
+    bool matchDue = false; // EditFinished matches brackets: the caret was placed, or what is around it may be new
     StatusFields status;
     bool overwrite = false;
     bool owesScroll = false; // the caret was moved while there was no window to scroll it into
