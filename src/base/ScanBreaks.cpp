@@ -1,5 +1,6 @@
 #include "base/ScanBreaks.h"
 
+#include <algorithm>
 #include <bit>
 #include <emmintrin.h>
 
@@ -51,6 +52,51 @@ private:
     unsigned steps = 0;
 };
 
+void StoreWidened(Char* to, __m128i bytes) {
+    const __m128i zero = _mm_setzero_si128();
+    Store(to, _mm_unpacklo_epi8(bytes, zero));
+    Store(to + Characters, _mm_unpackhi_epi8(bytes, zero));
+}
+
+// As far as this, the next CR LF is expected near the one before.
+constexpr size_t NearPairs = 4096;
+
+// WidenText where lines end in CR LF, a vector a step whatever is in it: to stop at each pair would have the processor
+// guess wrongly where the lines end. Goes on as far as NearPairs, up to a vector that holds anything special but pairs.
+Copied WidenPairs(const uint8_t* bytes, size_t count, Char* out, Scan::BreakCounts& breaks) {
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i lineFeed = _mm_set1_epi8('\n');
+    const __m128i carriageReturn = _mm_set1_epi8('\r');
+    // What comes after a pair in the last byte is read as well.
+    const uint8_t* const end = bytes + std::min(count, NearPairs + Bytes + 1);
+    ByteSum lineFeeds; // those of pairs as well
+    const uint8_t* at = bytes;
+    Char* to = out;
+    for (; end - at > static_cast<ptrdiff_t>(2 * Bytes); at += Bytes) {
+        const __m128i block = Load(at);
+        const __m128i returns = _mm_cmpeq_epi8(block, carriageReturn);
+        const __m128i lone = _mm_andnot_si128(_mm_cmpeq_epi8(Load(at + 1), lineFeed), returns);
+        if (Mask(_mm_or_si128(block, _mm_or_si128(_mm_cmpeq_epi8(block, zero), lone)))) break;
+        lineFeeds.Add(_mm_cmpeq_epi8(block, lineFeed));
+        // What comes after the first return moves down by one; without a return, a vector too many is written.
+        unsigned dropped = Mask(returns);
+        const auto first = static_cast<size_t>(std::countr_zero(dropped | 1u << Bytes));
+        StoreWidened(to, block);
+        StoreWidened(to + first, Load(at + first + 1));
+        to += Bytes - 1 + first / Bytes; // compilers make no jump of this
+        for (dropped &= dropped - 1; dropped; dropped &= dropped - 1) {
+            const auto next = static_cast<size_t>(std::countr_zero(dropped));
+            StoreWidened(to + next - Bytes, Load(at + next + 1));
+            --to;
+        }
+    }
+    const Copied done = {static_cast<size_t>(at - bytes), static_cast<size_t>(to - out)};
+    const size_t pairs = done.taken - done.written;
+    breaks.lineFeeds += lineFeeds.Total() - pairs;
+    breaks.returns += pairs;
+    return done;
+}
+
 } // namespace
 
 Copied Scan::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCounts& breaks) {
@@ -65,8 +111,7 @@ Copied Scan::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCount
         if (Mask(block)) break;
         block = _mm_or_si128(block, _mm_and_si128(_mm_cmpeq_epi8(block, zero), space));
         // Fewer characters are written than bytes taken, so that whole vectors always have room.
-        Store(out + done.written, _mm_unpacklo_epi8(block, zero));
-        Store(out + done.written + Characters, _mm_unpackhi_epi8(block, zero));
+        StoreWidened(out + done.written, block);
         const __m128i feeds = _mm_cmpeq_epi8(block, lineFeed);
         const unsigned returns = Mask(_mm_cmpeq_epi8(block, carriageReturn));
         if (!returns) {
@@ -81,7 +126,11 @@ Copied Scan::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCount
         out[done.written + before] = u'\n';
         done.written += before + 1;
         done.taken += before + 1;
-        if (done.taken < count && bytes[done.taken] == '\n') ++done.taken;
+        if (done.taken == count || bytes[done.taken] != '\n') continue;
+        ++done.taken;
+        const Copied near = WidenPairs(bytes + done.taken, count - done.taken, out + done.written, breaks);
+        done.taken += near.taken;
+        done.written += near.written;
     }
     breaks.lineFeeds += lineFeeds.Total();
     const Copied rest = Reference::WidenText(bytes + done.taken, count - done.taken, out + done.written, breaks);

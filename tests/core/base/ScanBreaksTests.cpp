@@ -137,6 +137,25 @@ TEST(ScanBreaks, RandomTextsMatchTheReference) {
     }
 }
 
+// Lines that nearly all end in CR LF, many of them in a row, with little else among them.
+TEST(ScanBreaks, LinesOfPairsMatchTheReference) {
+    std::mt19937 random(3);
+    for (int round = 0; round < 4000; ++round) {
+        const auto lineLength = static_cast<unsigned>(1 + random() % 60);
+        const auto rarity = static_cast<unsigned>(1 + random() % 400);
+        std::string text;
+        const size_t length = random() % 6000;
+        while (text.size() < length) {
+            text.append(random() % lineLength, 'x');
+            text += "\r\n";
+            if (random() % rarity == 0) text.push_back("\r\n\0\x80"[random() % 4]);
+        }
+        text.resize(length);
+        const std::vector<uint8_t> bytes = Bytes(text);
+        ASSERT_EQ(Widen(Scan::WidenText, bytes), Widen(Scan::Reference::WidenText, bytes)) << round;
+    }
+}
+
 TEST(ScanBreaks, ReturnsAreDroppedAndNothingElse) {
     std::vector<uint8_t> bytes = Bytes("\rone\r\ntwo\r\r three \r0123456789 0123456789\r");
     bytes.resize(Scan::DropReturns(bytes.data(), bytes.size()));
