@@ -1,9 +1,14 @@
 #include "view/HeldRanges.h"
 
 HeldRanges::~HeldRanges() {
-    while (HeldRange* each = held.TakeHead()) each->owner = nullptr;
+    while (Entry* each = entries.TakeHead()) each->owner = nullptr;
+}
+
+void HeldRanges::Add(Entry& entry) {
+    entry.owner = this;
+    entries.Append(&entry);
 }
 
 void HeldRanges::Follow(const TextChange& change) {
-    for (HeldRange* each = held.head; each; each = each->next) each->range.Follow(change);
+    for (Entry* each = entries.head; each; each = each->next) each->range.Follow(change);
 }

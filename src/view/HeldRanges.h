@@ -4,42 +4,44 @@
 #include "view/AccessibleRange.h"
 
 struct TextChange;
-class HeldRange;
 
 // The ranges of a view's text that screen readers hold. They outlive it if they must.
 class HeldRanges {
 public:
+    // What is kept of a HeldRange.
+    struct Entry {
+        AccessibleRange range;
+        HeldRanges* owner = nullptr; // null once the text is gone
+        Entry* next = nullptr;
+        Entry* previous = nullptr;
+    };
+
     HeldRanges() = default;
     ~HeldRanges();
     HeldRanges(const HeldRanges&) = delete;
     HeldRanges& operator=(const HeldRanges&) = delete;
 
+    void Add(Entry& entry);
+    void Remove(Entry& entry) { entries.Remove(&entry); }
     // Keeps all of them on their characters.
     void Follow(const TextChange& change);
 
 private:
-    friend class HeldRange;
-
-    List<HeldRange> held;
+    List<Entry> entries;
 };
 
 // A range that follows the edits of its text for as long as it is there.
-class HeldRange {
+class HeldRange : private HeldRanges::Entry {
 public:
-    HeldRange(HeldRanges& all, const AccessibleRange& covered) : range(covered), owner(&all) { all.held.Append(this); }
+    HeldRange(HeldRanges& all, const AccessibleRange& covered) {
+        range = covered;
+        all.Add(*this);
+    }
     ~HeldRange() {
-        if (owner) owner->held.Remove(this);
+        if (owner) owner->Remove(*this);
     }
     HeldRange(const HeldRange&) = delete;
     HeldRange& operator=(const HeldRange&) = delete;
 
-    AccessibleRange range;
-
-private:
-    friend class HeldRanges;
-    friend struct List<HeldRange>;
-
-    HeldRanges* owner; // null once the text is gone
-    HeldRange* next = nullptr;
-    HeldRange* previous = nullptr;
+    using Entry::range;
 };
