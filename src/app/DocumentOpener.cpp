@@ -3,10 +3,8 @@
 #include "app/DocumentDisplay.h"
 #include "app/DocumentList.h"
 #include "app/NewDocument.h"
-#include "app/ScreenBatch.h"
-#include "app/UserPrompt.h"
+#include "app/OpenFailures.h"
 #include "base/Platform.h"
-#include "base/TextFormat.h"
 #include "binary/BinaryDocument.h"
 #include "document/TextBuffer.h"
 
@@ -32,7 +30,7 @@ bool DocumentOpener::OpenText(const Char* path, int32_t line, bool isNew) {
     document->AddRef();
     if (!document->CreateView(nullptr) || !document->Load(fullPath.Text(), isNew)) {
         document->Release();
-        Report(fullPath.Text());
+        failures.Report(fullPath.Text());
         return false;
     }
     if (!ShowOpened(document)) return false;
@@ -49,7 +47,7 @@ bool DocumentOpener::OpenBinary(const Char* path) {
     document->AddRef();
     if (!document->Open(fullPath.Text()) || !document->CreateView(nullptr)) {
         document->Release();
-        Report(fullPath.Text());
+        failures.Report(fullPath.Text());
         return false;
     }
     return ShowOpened(document);
@@ -100,19 +98,4 @@ bool DocumentOpener::ShowOpened(Document* document) {
 // Without memory for one more view the pane may still show another document, whose caret stays.
 void DocumentOpener::MoveToLine(const Document& document, int32_t line) {
     if (line != -1 && display.Active() == &document) panes.GoToLine(*panes.Active(), static_cast<uint32_t>(line));
-}
-
-void DocumentOpener::ReportFailures() {
-    if (failures.IsEmpty()) return;
-    const WString names = failures.Take();
-    Report(names.Text());
-}
-
-void DocumentOpener::Report(const Char* path) {
-    if (screen.IsOpen()) {
-        failures.Add(path);
-        return;
-    }
-    WString text;
-    if (Text::AppendFormat(text, u"Failed opening file: %s", path)) prompt.AskUser(text.Text(), MessageKind::Warning);
 }

@@ -1,29 +1,27 @@
 #pragma once
 
-#include "app/OpenFailures.h"
 #include "base/Journal.h"
 
 class Document;
 class DocumentDisplay;
 class DocumentList;
 struct DocumentServices;
+class OpenFailures;
 class PaneViews;
-class ScreenBatch;
-class UserPrompt;
 
 // Makes new documents and opens files, each of them once, and shows them in the target pane.
 class DocumentOpener {
 public:
     DocumentOpener(DocumentServices& around, DocumentList& allDocuments, DocumentDisplay& shown, PaneViews& allPanes,
-                   ScreenBatch& batch, UserPrompt& user)
-        : services(around), documents(allDocuments), display(shown), panes(allPanes), screen(batch), prompt(user) {}
+                   OpenFailures& told)
+        : services(around), documents(allDocuments), display(shown), panes(allPanes), failures(told) {}
     DocumentOpener(const DocumentOpener&) = delete;
     DocumentOpener& operator=(const DocumentOpener&) = delete;
 
     // An untitled document; nothing happens without memory.
     void OpenNew();
     // Opens a file, or shows it when it is open, and moves the caret to `line` (0-based, -1 for none).
-    // With `isNew` the file need not exist. A failure is reported.
+    // With `isNew` the file need not exist. A failure is reported to OpenFailures.
     [[nodiscard]] bool OpenText(const Char* path, int32_t line, bool isNew);
     [[nodiscard]] bool OpenBinary(const Char* path);
     // Opens a text that is in no file, modified, under a title. Null when that is not possible.
@@ -32,20 +30,14 @@ public:
     // `opened` becomes the document when there is one.
     RecoveryResult OpenRecoveredBytes(JournalReader& journal, Document*& opened);
 
-    // At the end of a batch: what could not be opened in its course.
-    void ReportFailures();
-
 private:
     Document* ShowOpenFile(const Char* fullPath);
     bool ShowOpened(Document* document);
     void MoveToLine(const Document& document, int32_t line);
-    void Report(const Char* path);
 
     DocumentServices& services;
     DocumentList& documents;
     DocumentDisplay& display;
     PaneViews& panes;
-    ScreenBatch& screen;
-    UserPrompt& prompt;
-    OpenFailures failures;
+    OpenFailures& failures;
 };

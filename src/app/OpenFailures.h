@@ -2,19 +2,30 @@
 
 #include "base/WString.h"
 
-// The names of files that could not be opened, gathered so that there is one message for many. Of very
-// many the first few are named and the rest counted.
+class ScreenBatch;
+class UserPrompt;
+
+// Tells the user which files could not be opened: one at a time at once, those of a batch in one message at its end. Of
+// very many the first few are named and the rest counted.
 class OpenFailures {
 public:
     static constexpr uint32_t MaxNames = 10;
 
+    OpenFailures(ScreenBatch& batch, UserPrompt& user) : screen(batch), prompt(user) {}
+    OpenFailures(const OpenFailures&) = delete;
+    OpenFailures& operator=(const OpenFailures&) = delete;
+
     // Without memory a name is left out.
-    void Add(const Char* path);
-    bool IsEmpty() const { return count == 0; }
-    // Takes the names out, one a line.
-    WString Take();
+    void Report(const Char* path);
+    // To be called when a batch has ended.
+    void BatchEnded();
 
 private:
-    WString names;
+    void Gather(const Char* path);
+    void Tell(const Char* files);
+
+    ScreenBatch& screen;
+    UserPrompt& prompt;
+    WString names; // one a line
     uint32_t count = 0;
 };

@@ -10,6 +10,7 @@
 #include "app/LeaveRequests.h"
 #include "app/Macros.h"
 #include "app/NewDocument.h"
+#include "app/OpenFailures.h"
 #include "app/OutputDocuments.h"
 #include "app/win32/CommandWindow.h"
 #include "app/win32/FileDialogs.h"
@@ -51,7 +52,8 @@ struct FrameParts {
     DocumentDisplay display{documents, panes, batch};
     ActiveText activeText{panes};
     OutputDocuments outputs{services.text, documents, display, panes};
-    DocumentOpener opener{services, documents, display, panes, batch, messages};
+    OpenFailures openFailures{batch, messages};
+    DocumentOpener opener{services, documents, display, panes, openFailures};
     DocumentSaver saver{documents, display, fileDialogs, messages, batch};
     DocumentCloser closer{documents, display, panes, outputs, batch};
 

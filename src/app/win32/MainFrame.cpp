@@ -302,7 +302,7 @@ bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
 }
 
 void MainFrame::EndBatch() {
-    if (parts.batch.End()) parts.opener.ReportFailures();
+    if (parts.batch.End()) parts.openFailures.BatchEnded();
 }
 
 const Char* MainFrame::ActiveDocumentName() const {

@@ -1,4 +1,6 @@
 #include "app/DocumentOpener.h"
+
+#include "app/OpenFailures.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
 #include "document/TextBuffer.h"
@@ -13,7 +15,8 @@ protected:
 
     ScratchFolder folder;
     FakeFrame user; // answers questions
-    DocumentOpener opener{services, documents, display, panes, batch, user};
+    OpenFailures failures{batch, user};
+    DocumentOpener opener{services, documents, display, panes, failures};
 };
 
 TEST_F(DocumentOpenerTest, NewDocumentsAreNumberedAndNumbersAreNotUsedAgain) {
@@ -123,10 +126,10 @@ TEST_F(DocumentOpenerTest, FailuresOfABatchAreReportedTogetherAtItsEnd) {
     }
     EXPECT_TRUE(user.questions.empty());
     batch.End();
-    opener.ReportFailures();
+    failures.BatchEnded();
     ASSERT_EQ(user.questions.size(), 1u);
     EXPECT_EQ(user.questions[0].text, u"Failed opening file: " + names);
-    opener.ReportFailures();
+    failures.BatchEnded();
     EXPECT_EQ(user.questions.size(), 1u);
 }
 
@@ -134,7 +137,7 @@ TEST_F(DocumentOpenerTest, OfVeryManyFailuresTheFirstAreNamed) {
     batch.Begin();
     for (int i = 0; i < 12; ++i) EXPECT_FALSE(opener.OpenText(folder.Path("x" + std::to_string(i)).c_str(), -1, false));
     batch.End();
-    opener.ReportFailures();
+    failures.BatchEnded();
     ASSERT_EQ(user.questions.size(), 1u);
     const std::u16string& text = user.questions[0].text;
     EXPECT_TRUE(text.ends_with(folder.Path("x9") + u"\n(and 2 more)"));

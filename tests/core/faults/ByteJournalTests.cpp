@@ -1,5 +1,6 @@
 #include "JournalTest.h"
 #include "app/DocumentOpener.h"
+#include "app/OpenFailures.h"
 #include "app/RecoveryOffer.h"
 #include "binary/BinaryDocument.h"
 #include "core/app/FakeFrame.h"
@@ -372,7 +373,8 @@ TEST_F(ByteJournalTest, OfAFileThatIsOpenAlreadyTheChangesStay) {
     ScreenBatch batch{screen};
     DocumentDisplay display{documents, panes, batch};
     FakeFrame user;
-    DocumentOpener opener{services, documents, display, panes, batch, user};
+    OpenFailures failures{batch, user};
+    DocumentOpener opener{services, documents, display, panes, failures};
     ASSERT_TRUE(documents.Add(FakeDocument::WithFile(Target)));
     user.answers = {Answer::Yes};
     OfferRecovery(user, opener);

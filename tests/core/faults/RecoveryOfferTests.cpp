@@ -1,5 +1,6 @@
 #include "JournalTest.h"
 #include "app/DocumentOpener.h"
+#include "app/OpenFailures.h"
 #include "app/RecoveryOffer.h"
 #include "base/SaveCopy.h"
 #include "core/app/FakeFrame.h"
@@ -53,7 +54,8 @@ protected:
     ScreenBatch batch{screen};
     DocumentDisplay display{documents, panes, batch};
     FakeFrame user;
-    DocumentOpener opener{services, documents, display, panes, batch, user};
+    OpenFailures failures{batch, user};
+    DocumentOpener opener{services, documents, display, panes, failures};
 };
 
 TEST_F(RecoveryOfferTest, NothingIsTheUsualThing) {
