@@ -77,7 +77,7 @@ public:
     // Types a character: it changes the edit line, and the store only once that is committed. Where it goes on with the
     // latest LineEdit, that is extended; else it makes a new one. A line break goes to NewLine. With `overwrite` the
     // character takes the place of the one at `column`, as a step of its own. Without `notifyEngine` a character that
-    // extends a record is not repainted, and lines below keep their colours, as if they were sure to have them still.
+    // extends a record is not repainted, nor are lines below that it may colour differently.
     bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
     // Breaks the line, which is a change of the store. The new line begins with the blanks that the old one begins with
     // before `column`; blanks from there on are removed when nothing else is there.

@@ -85,11 +85,13 @@ public:
     void SelectRange(TextSelection selection);
     // Empties the selection at the caret.
     void CollapseSelection();
+    // False without a selection, and without memory.
     bool DeleteSelection();
     // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
     void GoToLine(uint32_t line, bool selectLine);
     // Places the caret, the scroll bars and the status fields again.
     void UpdateCaret(bool scrollIntoView);
+    // Scrolls, for the user: commits a pending edit, which PlaceTopLine must not do.
     void SetTopLine(uint32_t line);
     void ToggleBookmark(uint32_t line); // NoLine: the caret line
     bool IsOverwriting() const { return overwrite; }
