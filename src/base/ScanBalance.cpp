@@ -37,6 +37,7 @@ bool EndsAt(Char character, Char self, Char partner, size_t& depth) {
     return character == 0 || (character == partner && --depth == 0);
 }
 
+// A NUL ends the search without an answer.
 size_t Answer(const Char* text, size_t at) { return text[at] != 0 ? at : Scan::NotFound; }
 
 } // namespace

@@ -108,6 +108,7 @@ Copied Scan::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCount
     Copied done;
     while (done.taken + Bytes <= count) {
         __m128i block = Load(bytes + done.taken);
+        // A byte beyond ASCII: whoever calls decodes from there. The plain version takes what is before it.
         if (Mask(block)) break;
         block = _mm_or_si128(block, _mm_and_si128(_mm_cmpeq_epi8(block, zero), space));
         // Fewer characters are written than bytes taken, so that whole vectors always have room.
@@ -184,6 +185,7 @@ Copied Scan::CopyWithReturns(const Char* text, size_t count, Char* out, size_t c
             done.written += Characters;
             continue;
         }
+        // More was stored than counts, which the next step writes over.
         const size_t before = FirstCharacter(feeds);
         out[done.written + before] = u'\r';
         out[done.written + before + 1] = u'\n';
@@ -201,6 +203,7 @@ size_t Scan::DropReturns(uint8_t* bytes, size_t count) {
     size_t at = 0;
     for (; at + Bytes <= count; at += Bytes) {
         const __m128i block = Load(bytes + at);
+        // `kept` is never ahead of `at`, so that only bytes are written over that were read.
         if (!Mask(_mm_cmpeq_epi8(block, carriageReturn))) {
             Store(bytes + kept, block);
             kept += Bytes;

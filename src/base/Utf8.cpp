@@ -33,8 +33,10 @@ Decoded DecodeUtf8(const uint8_t* bytes, size_t count) {
     if (bytes[0] < 0x80) return {bytes[0], 1};
     Lead lead = LeadOf(bytes[0]);
     if (lead.following == 0) return {Replacement, 1};
+    // What the lead byte has of it: 5, 4 or 3 bits, the fewer the more bytes follow.
     uint32_t codePoint = bytes[0] & (0x3Fu >> lead.following);
     for (size_t i = 1; i <= lead.following; ++i) {
+        // As far as a sequence is good it is replaced as a whole; what follows is looked at again.
         if (i == count || bytes[i] < lead.lowest || bytes[i] > lead.highest) return {Replacement, i};
         codePoint = codePoint << 6 | (bytes[i] & 0x3F);
         lead.lowest = 0x80;

@@ -77,6 +77,7 @@ RecoveryResult BinaryDocument::TakeChanges(JournalReader& changes, bool isSaving
         Checksum sum;
         if (!content.ReadPage(page, change.start, true, valid)) return RecoveryResult::Failed;
         sum.Add(page, valid);
+        // A save that was cut short may have written this page already, or a part of it.
         if (!isSaving && sum.Value() != change.detail) return RecoveryResult::FileChanged;
         if (!changes.Read(page)) break;
         if (!WriteBytes(change.start, page, static_cast<size_t>(change.length))) return RecoveryResult::Failed;
@@ -99,6 +100,7 @@ bool BinaryDocument::Save(const Char*, Encoding, LineEnding) {
 }
 
 bool BinaryDocument::WriteToFile() {
+    // Before the first byte: from then on the file may be none of the states that the journal knows.
     journal.SaveBegins();
     const PagedContent::WriteResult result = content.WritePages();
     if (result != PagedContent::WriteResult::NothingWritten) history.MarkPartlySaved();

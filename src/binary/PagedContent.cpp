@@ -27,6 +27,7 @@ bool PagedContent::ReadBytes(uint64_t offset, uint8_t* destination, size_t count
         const ChangedPage* page = pages.Find(offset / PageSize);
         if (!page) {
             uint32_t valid = 0;
+            // Through the memory of the window, whose bookkeeping stays: docs/oddities.md.
             ReadPage(scratch, offset - inPage, true, valid);
             if (inPage + part > valid) return false;
         }

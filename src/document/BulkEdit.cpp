@@ -73,6 +73,8 @@ void BulkEdit::RecordChange(bool back) {
 // Costs a pass over the change, which only views that the record does not know are worth.
 void BulkEdit::CountChangedLines(bool back) {
     const auto addedLines = lineFeeds * static_cast<uint32_t>(ranges.Count());
+    // The store holds the new text. Outside of the change the old one is the same, so that the number of its lines
+    // inside follows from the totals.
     const uint32_t linesNow = LinesIn({change.start, change.start + change.inserted.characters});
     change.startLine = LineAfter(change.start);
     change.removed.lineFeeds = back ? linesNow + addedLines - removedLines : linesNow + removedLines - addedLines;
@@ -98,6 +100,7 @@ void BulkEdit::MapTopLines() {
         uint32_t top = target.content.LineToOffset(viewState->topLineBefore);
         uint32_t shift = 0; // modulo 2^32
         for (size_t i = 0; i < ranges.Count(); ++i) {
+            // `top` and the place are those of the text with all earlier places changed.
             const uint32_t place = ranges[i].offset + shift;
             if (top < place) break;
             const bool inside = top < place + ranges[i].removed;
@@ -121,6 +124,8 @@ uint32_t BulkEdit::LineAfter(uint32_t offset) const {
 void BulkEdit::ChangeText(bool back) {
     const auto total = static_cast<uint32_t>(back ? -growth : growth); // modulo 2^32
     const uint32_t newLength = target.content.Length() + total;
+    // In place: nothing may be written over before it was moved. One direction does for all places, as either all of
+    // them grow or all shrink.
     if (Grows() != back) {
         SpreadOut(back, newLength);
     } else {
@@ -178,6 +183,8 @@ BulkEdit::Place BulkEdit::PlaceOf(size_t index, uint32_t removedBefore, bool bac
 void BulkEdit::MoveMarks(bool back) {
     if ((lineFeeds == 0 && removedLines == 0) || !target.parts.marks.Head()) return;
     const size_t places = ranges.Count();
+    // Undone from the last place to the first, as each move of marks expects the lines that the one before it has left.
+    // At each place those before it are changed then, and those after it are not, just as on the way there.
     uint32_t before = LinesIn({0, ranges[back ? places - 1 : 0].offset}); // old line of the place
     uint32_t removedBefore = back ? removedLines : 0;                     // line feeds removed at the places before
     for (size_t step = 0; step < places; ++step) {

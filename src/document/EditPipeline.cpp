@@ -90,11 +90,12 @@ bool EditPipeline::Step(bool undoing) {
         if (record->state != UndoRecord::State::InEditLine) parts.editLine.Close();
         if (record->state == opens) ++depth;
         if (record->state == closes) --depth;
+        // In the edit line there is room as well: its copy never gives room back while it is open.
         const bool isDone = undoing ? record->Undo() : record->Redo();
         ORVANE_ASSERT(isDone);
         history.MoveHead(undoing);
         Tell(*record, undoing);
-        if (depth == 0) break;
+        if (depth == 0) break; // at once after a record outside of groups
     }
     document.NotifyModified();
     return true;
@@ -130,6 +131,7 @@ void EditPipeline::Tell(UndoRecord& record, bool undone) {
     notifier.InvalidateChange(edit.Change());
 }
 
+// The journal has to hear of every change, once and in order: it counts offsets from one to the next.
 void EditPipeline::TellChange(const TextChange& change) {
     edited = true;
     journal.Changed(change);

@@ -59,6 +59,7 @@ bool LineEdit::ChangeEditLine(bool back) {
 
 // Typing puts every caret after the typed text, each in its own line. See docs/oddities.md.
 void LineEdit::MoveViews(bool undone) {
+    // Committed meanwhile: like any change of the store, and with the views as they were when it was typed.
     if (state != State::InEditLine) return TextEdit::MoveViews(undone);
     for (TextDocumentView* view : target.views) {
         if (isDelete) {

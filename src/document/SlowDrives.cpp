@@ -43,6 +43,7 @@ bool SlowDrives::MayAsk(const Char* path, const void* file, uint64_t now) {
     Drive* const drive = Find(DriveName(path));
     if (!drive) return true;
     const bool rests = now < drive->restsUntil;
+    // Whoever is let through asks the drive and calls Answered: it rests again, or is forgotten with its queue.
     if (!rests && (drive->waitingCount == 0 || drive->waiting[0] == file)) {
         drive->DropFirst();
         return true;

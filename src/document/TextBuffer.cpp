@@ -261,6 +261,7 @@ bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
 // An Enter that also removes the blanks after the caret.
 bool TextBuffer::BreakBeforeBlanks(TextDocumentView* view, ColumnRange blanks, const WString& inserted) {
     const EditPipeline::Operation operation(pipeline);
+    // Taken before the commit, which closes the line; what is before `offset` does not change.
     const uint32_t offset = EditLineStart() + blanks.start;
     if (!CommitEdit() || !BeginGroup()) return false;
     if (DeleteInEditLine(view, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
@@ -291,7 +292,7 @@ bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t coun
     auto* record = new InsertEdit(pipeline.Target());
     UndoRecord* checked = Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count));
     if (!checked) return false;
-    // Only now: where memory runs out before, the line stays open.
+    // Its copy would not be the line any more. Only now: where memory runs out before, it stays open.
     parts.editLine.Close();
     return pipeline.Perform(checked);
 }

@@ -93,12 +93,13 @@ bool TextEdit::ChangeStore(bool remove) {
     return true;
 }
 
-// Puts every view's caret at the change. See docs/oddities.md.
+// Puts the caret of every view that the record knows at the change. See docs/oddities.md.
 void TextEdit::MoveViews(bool undone) {
     const uint32_t caret = isDelete ? position : position + count;
     for (const ViewState* viewState = &viewStates; viewState; viewState = viewState->next) {
         // The record may be older than a view, and outlive another: only the pointer is left of that.
         if (!target.views.Holds(viewState->view)) continue;
+        // The top line first: placing the selection scrolls the caret into view from there.
         viewState->view->PlaceTopLine(undone ? viewState->topLineBefore : viewState->topLineAfter);
         viewState->view->PlaceSelection(undone ? viewState->before : TextSelection{caret, caret});
     }

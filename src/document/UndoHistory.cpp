@@ -42,8 +42,9 @@ UndoRecord* UndoHistory::TakeLatest() {
 }
 
 void UndoHistory::GroupAbandoned() {
+    // Nothing is stashed when there was nothing to redo, or nothing was recorded in the group.
     if (!openGroups || --openGroups || !stashedRedo) return;
-    Free(redoHead);
+    Free(redoHead); // what was undone within the group
     redoHead = std::exchange(stashedRedo, nullptr);
 }
 

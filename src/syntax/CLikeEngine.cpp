@@ -146,6 +146,7 @@ const Char* CLikeEngine::TakeText(Line& line, const Char* at, Token& next) const
         at += skipped;
         const uint32_t flags = table.Flags(*at);
         const Char* wordEnd = at + std::countr_one(words >> skipped);
+        // The map may end inside of the word, which is then followed character by character.
         if (wordEnd == line.map.end) wordEnd = SkipWhile(wordEnd, line.end, CharFlag::Word);
         const bool mayBegin =
             line.highlighted || (flags & CharFlag::NotKeyword) ||
@@ -177,6 +178,7 @@ bool CLikeEngine::TokenAt(Line& line, const Char* at, const Char* wordEnd, uint3
         return true;
     }
     if (flags & CharFlag::Digit) {
+        // Dots join words to one number, such as 1.5e3 or 0x1F.2.
         while (wordEnd < line.end && *wordEnd == u'.') wordEnd = SkipWhile(wordEnd + 1, line.end, CharFlag::Word);
         token = {wordEnd, definition.colours[ColourClassIndex::Number]};
         return true;
@@ -239,6 +241,7 @@ bool CLikeEngine::MayChangeState(const Char* text, uint32_t length) {
 }
 
 uint32_t CLikeEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
+    // A start past the end is the start of the text, in the normal state.
     const Char* at = start > length ? text : text + start;
     bool inComment = start <= length && state == InLongComment;
     Scan<false>(at, text + length, inComment);

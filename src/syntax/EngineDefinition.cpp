@@ -89,6 +89,7 @@ bool ReadLineComments(EngineDefinition& definition, const IniSection& section) {
     for (uint32_t i = 1; i < EngineDefinition::MaxLineComments; ++i) {
         WString key;
         if (!Text::AppendFormat(key, u"CommentStart_%u", i)) return false;
+        // The numbers have no gaps: the first one that is missing ends the list.
         const Char* marker = section.GetString(key.Text(), nullptr);
         if (!marker) break;
         if (!definition.SetLineComment(i, marker)) return false;

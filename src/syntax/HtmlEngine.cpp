@@ -165,6 +165,7 @@ SyntaxEngine* HtmlEngine::InnerEngine(uint32_t state) {
     if (inner) return inner;
     SyntaxEngine* made = makeEngine(IsPhp(state) ? u"phps" : u"js", depth + 1);
     if (!made) return nullptr;
+    // Without its end marker the engine would take all the rest of the page for its code.
     if (made->SetEndMarker(IsPhp(state) ? PhpEnd : ScriptEnd))
         inner = made;
     else
@@ -188,6 +189,7 @@ uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t leng
 }
 
 uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
+    // As in CLikeEngine: a start past the end is the start of the text, in the normal state.
     const bool startsOver = start > length;
     Scanning output(*this, text, length);
     HtmlMachine<Scanning> machine(output, tagStart, text + (startsOver ? 0 : start), text + length,

@@ -26,6 +26,7 @@ size_t FindIn(const Char* text, size_t count, const AccessibleRange::Wanted& wan
 } // namespace
 
 void AccessibleRange::Follow(const TextChange& change) {
+    // What comes in right before the first character pushes it on; Moved leaves a place at the start of a change alone.
     const bool isBefore = change.start == range.start && change.removed.characters == 0 && !range.IsEmpty();
     range.start = isBefore ? range.start + change.inserted.characters : change.Moved(range.start);
     range.end = change.Moved(range.end);
@@ -56,6 +57,7 @@ int32_t AccessibleRange::Move(const ShownText& text, AccessibleUnit unit, int32_
         range.start = range.end = AccessibleUnits::Move(text, unit, range.start, count, moved);
         return moved;
     }
+    // A range that is not empty moves as units do: from the start of the one it begins in, and becomes a whole one.
     const uint32_t from = AccessibleUnits::StartOf(text, unit, range.start);
     range.start = AccessibleUnits::Move(text, unit, from, count, moved);
     // No unit but an empty line starts at the text's end.

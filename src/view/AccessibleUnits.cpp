@@ -64,6 +64,7 @@ bool IsStart(const ShownText& text, Piece piece, uint32_t offset) {
     return piece == Piece::Character || IsWordStart(before, after);
 }
 
+// A start shows in the characters around it, so that either way nothing else has to be looked at.
 uint32_t NextStart(const ShownText& text, Piece piece, uint32_t offset, uint32_t end) {
     do ++offset;
     while (offset < end && !IsStart(text, piece, offset));
@@ -84,6 +85,7 @@ uint32_t MoveLinesOn(const ShownText& text, uint32_t offset, uint32_t count, uin
         moved = count;
         return text.LineStart(last - ahead + count);
     }
+    // The text's end is one more place to go to, unless the last line is empty and starts there.
     moved = ahead + (text.Length() > std::max(offset, text.LineStart(last)) ? 1 : 0);
     return text.Length();
 }

@@ -32,6 +32,7 @@ ExportResult WalkColouredText(TextBuffer& document, TextRange range, ColouredTex
         const uint32_t length = document.LineLength(lineStart, isLast) + 1;
         ColouredLine line;
         engine->ColourLine(lineStart, text + lineStart, length, state, line);
+        // Every line has a character, be it the terminator: no span means that the engine had no memory for it.
         if (line.count == 0) return ExportResult::NoColours;
         if (!sink.StartLine(first)) return ExportResult::NoMemory;
         uint32_t at = lineStart;

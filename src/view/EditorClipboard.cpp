@@ -45,6 +45,7 @@ bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool 
     const uint32_t length = text.Length();
     if (wholeLine) {
         if (!document.InsertText(editor.Text().LineStart(editor.CaretLine()), text.Text(), length)) return false;
+        // An insertion takes the caret along to its end; here it stays at its character.
         editor.MoveCaretToOffset(offset + length, false);
         return true;
     }

@@ -51,6 +51,7 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
         LongOperation progress(surface); // gone before a message is shown: it owns the cursor and the status bar
         const TextCaret& caret = editor.Caret();
         const uint32_t from = backward ? caret.SelectionStart() : caret.SelectionEnd();
+        // The length is that of the text as it is shown: the store's, once FindText has committed.
         success = searchable && findState.searchHistory.Add(wanted) &&
                   document->FindText({wanted.Text(), wanted.Length(), findState.matchCase, findState.wholeWord},
                                      {from, editor.Text().Length(), backward}, hit, &progress);

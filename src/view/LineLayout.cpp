@@ -45,6 +45,7 @@ int32_t LineLayout::HalfWidth(TextSpan line, uint32_t column) const {
     const Char* const at = line.text + column;
     if (column + 1 < line.length && Surrogates::IsPair(at[0], at[1]))
         return CharWidths::FirstShare(widths.OfPair(at[0], at[1]));
+    // What the first half has left, so that what comes after the pair is where it ends, to the pixel.
     if (column > 0 && Surrogates::IsPair(at[-1], at[0])) {
         const int32_t both = widths.OfPair(at[-1], at[0]);
         return both - CharWidths::FirstShare(both);

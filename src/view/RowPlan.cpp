@@ -33,6 +33,7 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     topLine = editor->TopLine();
     const auto rowOf = [&](int32_t y) { return topLine + static_cast<uint32_t>(y > 0 ? y / lineHeight : 0); };
     nextLine = all ? topLine : rowOf(updateTop);
+    // With a row more than fit in whole: it may be seen in part.
     lastLine = all ? topLine + static_cast<uint32_t>(editor->VisibleLines()) : rowOf(updateBottom - 1);
     // After the open line these differ by what was typed in it. Characters come from the store, but colours and the
     // selection are in offsets of the text as it is seen.
@@ -89,9 +90,10 @@ void RowPlan::AddText(RowPicture& row, TextSpan line) {
     const ColourSpan plain = {settings.TextFg, settings.TextBg, seen};
     ColouredLine coloured = {&plain, 1, NoFill};
     if (SyntaxEngine* engine = document->Engine()) {
+        // What the engine carries belongs to this place: the scan below starts here again.
         const uint32_t carried = engine->CarriedState();
         engine->ColourLine(lineStart, line.text, seen, state, coloured);
-        // Only a part was coloured: the next line needs the state at the end of all of it.
+        // Only a part was coloured: the next line, if one is painted, needs the state at the end of all of it.
         if (seen <= line.length && nextLine < lastLine) {
             engine->SetCarriedState(carried);
             state = engine->ScanLines(line.text, line.length + 1, entered);

@@ -23,6 +23,7 @@ void TextEditor::LineCountChanged() {
         Invalidate();
         UpdateCaret(false);
     }
+    // While redraw is suspended the caret is noted as due, and placing it sets the bars as well.
     if (!redraw.DefersCaret()) viewport.UpdateScrollBars();
 }
 

@@ -36,6 +36,8 @@ SAFEARRAY* MakeRectangles(HWND window, const Array<ClientRectangle>& seen) {
 
 } // namespace
 
+// Everything but this: a client may hold a range for longer than there is a view, and looks at what is returned even
+// after a failure. So the result is emptied first, and then the link to the view asked whether it is cut.
 HRESULT TextRangeProvider::QueryInterface(REFIID id, void** out) {
     if (!out || id != OwnClass) return ComObject::QueryInterface(id, out);
     AddRef();

@@ -27,6 +27,7 @@ bool EditorWindow::CreateIn(NativeWindow parent) {
 
 void EditorWindow::DestroyView() {
     const HWND doomed = window;
+    // A window that was made for a view has had it as its user data from the start; a pane's had none before.
     const bool ownWindow = doomed && previousProcedure && previousUserData;
     Detach();
     // Only a window that was made for this view goes with it; a pane's stays with its pane.
@@ -111,6 +112,7 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_LBUTTONUP:
         Input().Drag().OnLeftButtonUp();
         return true;
+    // However the capture has ended: EndDrag comes here as well.
     case WM_CAPTURECHANGED:
         dragTimer.Stop();
         Input().Drag().OnCaptureLost();
@@ -160,6 +162,7 @@ void EditorWindow::OnScrollMessage(ScrollAxis axis, WORD code) {
     if (code >= sizeof(Requests) / sizeof(Requests[0])) return; // the end of a scroll asks for nothing
     SCROLLINFO info = {};
     info.cbSize = sizeof(info);
+    // The message itself has only 16 bits of the position.
     info.fMask = SIF_TRACKPOS;
     GetScrollInfo(window, axis == ScrollAxis::Vertical ? SB_VERT : SB_HORZ, &info);
     Input().OnScroll(axis, Requests[code], info.nTrackPos);
@@ -213,6 +216,7 @@ void EditorWindow::SetScrollBar(ScrollAxis axis, const ScrollBar& bar) {
     if (!window) return;
     SCROLLINFO info = {};
     info.cbSize = sizeof(info);
+    // A bar that cannot scroll stays, disabled: without it the client area would be larger, and laid out again.
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
     info.nMax = bar.maximum;
     info.nPage = static_cast<UINT>(bar.page);

@@ -62,6 +62,7 @@ void InputMethod::PlaceComposition(HWND window, POINT point, int lineHeight, HFO
     form.ptCurrentPos = point;
     library.setCompositionWindow(context.Get(), &form);
     CANDIDATEFORM candidates = {};
+    // The list of candidates must not cover the line that is being typed in.
     candidates.dwStyle = CFS_EXCLUDE;
     candidates.ptCurrentPos = point;
     candidates.rcArea = {point.x, point.y, point.x, point.y + lineHeight};
@@ -78,6 +79,7 @@ void InputMethod::SwitchedOff::Take(HWND newWindow) {
 }
 
 void InputMethod::SwitchedOff::GiveBack() {
+    // The window may have been destroyed, with its association, before this object.
     if (window && IsWindow(window) && library.Load()) library.associateContext(window, before);
     window = nullptr;
 }
