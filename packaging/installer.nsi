@@ -1,6 +1,6 @@
 ; The installer: for the user who runs it, without administrator rights. /S installs without a question, /D=FOLDER (as the
 ; last option, without quotes) elsewhere; the uninstaller takes /S, too. Made by scripts/package, which gives VERSION,
-; FILES (the folder with what is installed), SETTINGS_SIZE (the size of its orvane.ini) and OUT.
+; FILES (the folder with what is installed), COLOURS (which deletes its colour sets), ICON and OUT.
 
 Target amd64-unicode
 SetCompressor /SOLID lzma
@@ -30,22 +30,39 @@ UninstPage instfiles
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Orvane"
 !define APPLICATION "Software\Classes\Applications\orvane.exe"
 
-; Puts the size of the settings beside the program into $1, 0 when there are none. A save of the dialogs changes it, since
-; it drops the comments.
-!macro SizeOfSettings
-    StrCpy $1 0
+!include LogicLib.nsh
+
+; Puts into $1 when the settings beside the program were written last, and nothing when there are none. Only as long as
+; that is the time at which they were installed are they not the user's own.
+!macro TimeOfSettings
     ClearErrors
-    FileOpen $0 "$INSTDIR\orvane.ini" r
-    ${IfNot} ${Errors}
-        FileSeek $0 0 END $1
-        FileClose $0
+    GetFileTime "$INSTDIR\orvane.ini" $0 $1
+    ${If} ${Errors}
+        StrCpy $1 ""
+    ${Else}
+        StrCpy $1 "$0 $1"
     ${EndIf}
 !macroend
 
-!include LogicLib.nsh
+; Ends here, with exit code 2 and before anything is changed, while the program runs: its file cannot be written then.
+!macro RequireClosed
+retry:
+    ClearErrors
+    ${If} ${FileExists} "$INSTDIR\orvane.exe"
+        FileOpen $0 "$INSTDIR\orvane.exe" a
+        FileClose $0
+    ${EndIf}
+    ${If} ${Errors}
+        MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
+            "Orvane is running, or $INSTDIR\orvane.exe is write-protected. Close Orvane and try again." \
+            /SD IDCANCEL IDRETRY retry
+        Abort
+    ${EndIf}
+!macroend
 
 Section
     SetRegView 64
+    !insertmacro RequireClosed
     SetOutPath "$INSTDIR\colours"
     File "${FILES}\colours\*.txt"
     SetOutPath "$INSTDIR"
@@ -54,15 +71,20 @@ Section
     File "${FILES}\CHANGES.txt"
     File "${FILES}\LICENSE.txt"
 
-    ; Settings that the user has saved beside the program stay; those of an earlier version are replaced.
-    !insertmacro SizeOfSettings
-    ReadRegDWORD $2 HKCU "${UNINSTALL}" "SettingsSize"
-    ${If} $1 = 0
-    ${OrIf} $1 = $2
+    ; Settings of the user's own stay, and the installed ones come beside them; those of an earlier version are replaced.
+    !insertmacro TimeOfSettings
+    ReadRegStr $2 HKCU "${UNINSTALL}" "SettingsTime"
+    ${If} $1 == ""
+    ${OrIf} $1 == $2
         File "${FILES}\orvane.ini"
-        WriteRegDWORD HKCU "${UNINSTALL}" "SettingsSize" ${SETTINGS_SIZE}
+        !insertmacro TimeOfSettings
+        WriteRegStr HKCU "${UNINSTALL}" "SettingsTime" $1
+    ${Else}
+        File "/oname=orvane.ini.original" "${FILES}\orvane.ini"
     ${EndIf}
 
+    ; The program starts in the output folder.
+    SetOutPath "$DOCUMENTS"
     CreateShortcut "$SMPROGRAMS\Orvane.lnk" "$INSTDIR\orvane.exe"
     WriteRegStr HKCU "Software\Microsoft\Windows\CurrentVersion\App Paths\orvane.exe" "" "$INSTDIR\orvane.exe"
     WriteRegStr HKCU "${APPLICATION}" "FriendlyAppName" "Orvane"
@@ -83,12 +105,14 @@ SectionEnd
 
 Section Uninstall
     SetRegView 64
-    ; What the user has put into the folder, and settings that were saved, stay.
-    !insertmacro SizeOfSettings
-    ReadRegDWORD $2 HKCU "${UNINSTALL}" "SettingsSize"
-    ${If} $1 = $2
+    !insertmacro RequireClosed
+    ; What the user has put into the folder, and settings of the user's own, stay.
+    !insertmacro TimeOfSettings
+    ReadRegStr $2 HKCU "${UNINSTALL}" "SettingsTime"
+    ${If} $1 == $2
         Delete "$INSTDIR\orvane.ini"
     ${EndIf}
+    Delete "$INSTDIR\orvane.ini.original"
     Delete "$INSTDIR\orvane.exe"
     Delete "$INSTDIR\orvane.html"
     Delete "$INSTDIR\CHANGES.txt"
