@@ -93,7 +93,7 @@ void PageUp(const KeyPress& press) {
 void PageDown(const KeyPress& press) { press.Move(press.line + press.Rows(), press.editor.Caret().PreferredColumn()); }
 
 void SmartHome(const KeyPress& press) {
-    const uint32_t first = Words::FirstNonBlank(press.text);
+    const uint32_t first = CaretStops::AtOrBefore(press.text, Words::FirstNonBlank(press.text));
     press.Move(press.line, press.column == first ? 0 : first);
 }
 

@@ -149,6 +149,17 @@ TEST_F(WholeCharacterTest, DeleteTakesAPairAndALetterWithItsMarks) {
     EXPECT_EQ(Text(), u"b");
 }
 
+TEST_F(WholeCharacterTest, HomeReachesColumnZeroPastALeadingMark) {
+    Fill(u"  \u0301x");
+    PutAt(0, 4);
+    Press(ViewKey::Home);
+    EXPECT_EQ(Column(), 1u) << "the mark stays on its blank";
+    Press(ViewKey::Home);
+    EXPECT_EQ(Column(), 0u);
+    Press(ViewKey::Home);
+    EXPECT_EQ(Column(), 1u);
+}
+
 TEST_F(WholeCharacterTest, SpacesBeforeTheCaretStillGoBackToATabStop) {
     Fill(u"        x");
     PutAt(0, 8);
