@@ -1,5 +1,6 @@
 #include "view/TextCaret.h"
 
+#include "base/Surrogates.h"
 #include "document/TextChange.h"
 #include "settings/AdditionalSettings.h"
 #include "view/CaretStops.h"
@@ -26,9 +27,8 @@ void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend, b
 namespace {
 
 uint32_t OutsidePair(const ShownText& text, uint32_t offset) {
-    if (!additionalSettings.WholeCharacters) return offset;
-    const TextPosition place = text.PositionOf(offset);
-    return offset - place.column + CaretStops::OutsidePair(text.Line(place.line), place.column);
+    if (!additionalSettings.WholeCharacters || offset == 0) return offset;
+    return Surrogates::IsPair(text.CharacterAt(offset - 1), text.CharacterAt(offset)) ? offset - 1 : offset;
 }
 
 } // namespace
@@ -47,16 +47,11 @@ void TextCaret::Follow(const ShownText& text, const TextChange& change) {
         position.column += moved - offset;          // modulo 2^32
     }
     offset = moved;
-    LeavePair(text, change);
+    LeavePairs(text); // the change may have made one
 }
 
-void TextCaret::LeavePair(const ShownText& text, const TextChange& change) {
-    const auto isTouched = [&](uint32_t place) {
-        return place >= change.start && place <= change.start + change.inserted.characters;
-    };
-    if (!additionalSettings.WholeCharacters) return;
-    if (isTouched(anchor)) anchor = OutsidePair(text, anchor);
-    if (!isTouched(offset)) return;
+void TextCaret::LeavePairs(const ShownText& text) {
+    anchor = OutsidePair(text, anchor);
     const uint32_t outside = OutsidePair(text, offset);
     position.column -= offset - outside;
     offset = outside;

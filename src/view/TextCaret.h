@@ -33,11 +33,10 @@ public:
     void Collapse() { anchor = offset; }
     // Stays at its place in the text, both ends of the selection alike, after an edit that was not made here.
     void Follow(const ShownText& text, const TextChange& change);
+    // Caret and anchor, to the outside of pairs: a setting may say so now.
+    void LeavePairs(const ShownText& text);
 
 private:
-    // The change may have made a pair around a place that it touches.
-    void LeavePair(const ShownText& text, const TextChange& change);
-
     TextPosition position;
     uint32_t offset = 0;
     uint32_t anchor = 0;

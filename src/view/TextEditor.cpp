@@ -84,6 +84,7 @@ void TextEditor::WindowAttached() {
 }
 
 void TextEditor::LayOut(bool coloursChanged) {
+    caret.LeavePairs(text);                  // WholeCharacters may be on now
     if (coloursChanged) text.ForgetAfter(0); // states of other engines mean something else
     viewport.Measure();
     if (!surface.HasWindow()) return;

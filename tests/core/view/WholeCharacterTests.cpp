@@ -196,6 +196,36 @@ TEST_F(WholeCharacterTest, NoPlaceOrSelectionIsInsideAPair) {
     EXPECT_EQ(view().CaretOffset(), 1u);
 }
 
+TEST_F(WholeCharacterTest, SwitchedOnItMovesCaretAndSelectionOutOfPairs) {
+    on->WholeCharacters = 0;
+    Fill(u"a\U0001F600b\nc\U0001F600d");
+    view().SelectRange({2, 7});
+    EXPECT_EQ(view().SelectionAnchor(), 2u);
+    EXPECT_EQ(view().CaretOffset(), 7u);
+    on->WholeCharacters = 1;
+    input().OnSize(false);
+    EXPECT_EQ(view().SelectionAnchor(), 1u);
+    EXPECT_EQ(view().CaretOffset(), 6u);
+    EXPECT_EQ(view().CaretPosition(), (TextPosition{1, 1}));
+    Press(ViewKey::Escape);
+    Press(ViewKey::Backspace);
+    EXPECT_EQ(Text(), u"a\U0001F600b\n\U0001F600d");
+}
+
+TEST_F(WholeCharacterTest, SwitchedOnItMovesTheCaretInALineThatIsTypedIn) {
+    on->WholeCharacters = 0;
+    Fill(u"x\ny");
+    PutAt(1, 0);
+    Type(Smile);
+    Press(ViewKey::Left);
+    ASSERT_EQ(Column(), 1u);
+    on->WholeCharacters = 1;
+    input().OnSize(false);
+    EXPECT_EQ(Column(), 0u);
+    EXPECT_EQ(view().CaretOffset(), 2u);
+    EXPECT_EQ(Text(), u"x\n\U0001F600y");
+}
+
 TEST_F(WholeCharacterTest, HalfACharacterIsNotFoundInAWholeOne) {
     for (const std::u16string& half : {std::u16string{HighHalf}, std::u16string{LowHalf},
                                        std::u16string{u'a', HighHalf}, std::u16string{LowHalf, u'b'}}) {
