@@ -3,6 +3,7 @@
 #include "app/OpenFiles.h"
 #include "app/StartArguments.h"
 #include "base/Heap.h"
+#include "resource.h"
 #include "support/ScratchFolder.h"
 #include "view/CallCounter.h"
 #include "view/OwnFrameTest.h"
@@ -40,6 +41,8 @@ protected:
         layouts = titleChanges = focusMoves = windowMoves = 0;
         const ReplacedImport move("SetWindowPos", reinterpret_cast<void*>(MoveWindowCounted));
         ASSERT_TRUE(move.IsImported());
+        CallCounter<0, decltype(CreateCompatibleBitmap)> buffers("CreateCompatibleBitmap");
+        ASSERT_TRUE(buffers.IsImported());
         open();
         EXPECT_EQ(main->Documents().Count(), static_cast<uint32_t>(FileCount));
         // One for the first pane, which must have its place before a caret can be scrolled into view, and one at
@@ -50,12 +53,22 @@ protected:
         EXPECT_LE(focusMoves, 1);
         EXPECT_LT(windowMoves, 10);
         EXPECT_EQ(GetFocus(), FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr));
+        // Only what is seen has a buffer to draw by way of.
+        EXPECT_LT(buffers.Take(), 10);
         // Nothing was drawn meanwhile; now all is again.
         for (const wchar_t* name : {L"OrvaneVWnd", STATUSCLASSNAMEW}) {
             const HWND child = FindWindowExW(main->Window(), nullptr, name, nullptr);
             EXPECT_TRUE(IsWindowVisible(child));
             EXPECT_TRUE(GetUpdateRect(child, nullptr, FALSE));
         }
+        ExpectKeysGoTo(FileCount - 1);
+    }
+
+    void ExpectKeysGoTo(uint32_t number) const {
+        const Document* const shown = main->Documents().At(number);
+        EXPECT_STREQ(Wide(main->ActiveDocumentName()), Wide(shown->GetName()));
+        SendMessageW(FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr), WM_CHAR, 'x', 1);
+        EXPECT_TRUE(shown->IsModified());
     }
 
     static BOOL WINAPI MoveWindowCounted(HWND window, HWND after, int x, int y, int width, int height, UINT flags) {
@@ -114,4 +127,54 @@ TEST_F(FrameBatchTest, AFileDialogsAnswerOfAThousandNames) {
         result += std::u16string(name.begin(), name.end()) + u'\0';
     }
     ExpectOneLayout([&] { OpenSelectedFiles(*main, result.c_str()); });
+}
+
+TEST_F(FrameBatchTest, AQuestionInTheMiddleIsAskedOverTheFilesSoFar) {
+    static decltype(this) test;
+    test = this;
+    const ReplacedImport box("MessageBoxW", reinterpret_cast<void*>(+[](HWND, LPCWSTR, LPCWSTR, UINT) {
+                                 test->ExpectKeysGoTo(1);
+                                 return IDNO;
+                             }));
+    const std::u16string line =
+        u"orvane \"" + names[0] + u"\" \"" + names[1] + u"\" \"" + folder.Path("missing") + u"\" \"" + names[2] + u"\"";
+    EXPECT_TRUE(ParseCommandLine(*main, line.c_str()));
+    EXPECT_EQ(main->Documents().Count(), 3u);
+    EXPECT_TRUE(main->Documents().At(1)->IsModified());
+    ExpectKeysGoTo(2);
+}
+
+TEST_F(FrameBatchTest, ALineOfAFileThatIsNotShownYetIsScrolledIntoView) {
+    std::string text;
+    for (int i = 0; i < 500; ++i) text += "line\r\n";
+    const std::u16string path = folder.Write("long.txt", text);
+    const std::string own(path.begin(), path.end());
+    const std::string other(names[0].begin(), names[0].end());
+    folder.Write("session", "e " + own + "\r\nl 400\r\nbm 390\r\ne " + other + "\r\n");
+    RunScript(*main, folder.Path("session").c_str());
+    Command(IDM_FIRST_DOCUMENT);
+    const HWND pane = FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr);
+    EXPECT_GT(GetScrollPos(pane, SB_VERT), 300);
+    EXPECT_LE(GetScrollPos(pane, SB_VERT), 399);
+    WString session;
+    ASSERT_TRUE(main->Documents().At(0)->GetSessionText(session));
+    EXPECT_EQ(std::u16string(session.Text()), u"e " + path + u"\r\nl 400\r\nbm 390\r\n");
+}
+
+TEST_F(FrameBatchTest, AScriptPlaysTheMacroInTheFileThatItHasJustOpened) {
+    Command(IDM_NEW);
+    Command(IDM_RECORD_MACRO);
+    MSG key = {};
+    key.hwnd = GetFocus();
+    key.message = WM_CHAR;
+    key.wParam = 'y';
+    ASSERT_FALSE(main->PreDispatchKey(key));
+    Command(IDM_RECORD_MACRO);
+    const std::string name(names[0].begin(), names[0].end());
+    folder.Write("script", "e " + name + "\r\nrepeat 3\r\n");
+    RunScript(*main, folder.Path("script").c_str());
+    Document* const opened = main->Documents().FindByName(names[0].c_str());
+    ASSERT_NE(opened, nullptr);
+    ASSERT_TRUE(main->SaveDocument(*opened));
+    EXPECT_EQ(folder.Read("1000.txt"), "yyytext");
 }

@@ -43,8 +43,8 @@ void MacroWindows::SetModifiers(uint32_t modifiers) {
 bool MacroWindows::TakeEscape() { return TakeQueuedEscape(); }
 
 void MacroWindows::Send(const MacroEvent& event) {
-    const Pane* const pane = panes.Active();
-    const HWND target = event.toFrame ? frame : pane ? static_cast<HWND>(pane->window) : nullptr;
+    const View* const view = panes.AttachedView();
+    const HWND target = event.toFrame ? frame : view ? view->GetWindow() : nullptr;
     if (!target) return;
     SetModifiers(event.modifiers);
     MSG message = {};

@@ -10,7 +10,7 @@ class PaneWindows;
 // The windows and the keyboard that a macro plays on.
 class MacroWindows final : public MacroStage {
 public:
-    MacroWindows(const DocumentList& allDocuments, const PaneWindows& allPanes, FrameKeys& frameKeys)
+    MacroWindows(const DocumentList& allDocuments, PaneWindows& allPanes, FrameKeys& frameKeys)
         : documents(allDocuments), panes(allPanes), keys(frameKeys) {}
     MacroWindows(const MacroWindows&) = delete;
     MacroWindows& operator=(const MacroWindows&) = delete;
@@ -29,7 +29,7 @@ public:
 
 private:
     const DocumentList& documents;
-    const PaneWindows& panes;
+    PaneWindows& panes;
     FrameKeys& keys;
     HWND frame = nullptr;
 };

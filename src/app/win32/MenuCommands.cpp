@@ -219,7 +219,7 @@ bool MenuCommands::Execute(uint32_t number) {
         return true;
     }
     if (const ViewItem* const item = FindRow(ViewItems, number)) {
-        if (View* const view = parts.panes.ActiveView()) view->ExecuteCommand(item->viewCommand);
+        if (View* const view = parts.panes.AttachedView()) view->ExecuteCommand(item->viewCommand);
         return true;
     }
     if (number >= IDM_FIRST_DOCUMENT && number < IDM_FIRST_TOOL) {

@@ -122,16 +122,28 @@ void PaneWindows::ReleaseView(Pane& pane) {
 
 void PaneWindows::SetView(Pane& pane, View& view) {
     if (pane.view == &view) return;
-    const HWND window = static_cast<HWND>(pane.window);
-    const bool focused = GetFocus() == window;
     ReleaseView(pane);
-    ResetScrollBars(window);
     pane.view = &view;
     view.SetHost(&host);
-    view.Attach(window);
+    // Of many files that are opened at once most are never seen, and to attach a view takes longer than its file.
+    if (drawing) AttachView(pane);
+}
+
+void PaneWindows::AttachView(const Pane& pane) {
+    View* const view = pane.view;
+    if (!view || view->GetWindow()) return;
+    const HWND window = static_cast<HWND>(pane.window);
+    ResetScrollBars(window);
+    view->Attach(window);
     // The focus stays with the window, so the system sends the new view no message.
-    if (focused) SendMessageW(window, WM_SETFOCUS, 0, 0);
-    view.Invalidate();
+    if (GetFocus() == window) SendMessageW(window, WM_SETFOCUS, 0, 0);
+    view->Invalidate();
+}
+
+View* PaneWindows::AttachedView() {
+    if (!active) return nullptr;
+    AttachView(*active);
+    return active->view;
 }
 
 void PaneWindows::GoToLine(const Pane& pane, uint32_t line) { pane.view->GoToLine(line, false); }
@@ -156,6 +168,7 @@ void PaneWindows::SetRedraw(bool on) {
     drawing = on;
     for (const Pane* pane = layout.Head(); pane; pane = pane->next) {
         const HWND window = static_cast<HWND>(pane->window);
+        if (on) AttachView(*pane);
         SendMessageW(window, WM_SETREDRAW, on, 0);
         if (on) RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME);
     }

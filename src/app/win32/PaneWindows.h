@@ -20,7 +20,10 @@ public:
 
     // Null without an active view.
     View* ActiveView() const { return active ? active->view : nullptr; }
-    // Whether the panes, and those that are still to be made, draw anything; on again they draw it all.
+    // The same, attached to its window: for what keys and menu items do.
+    View* AttachedView();
+    // Whether the panes, and those that are still to be made, draw anything; on again they draw it all. A view that is
+    // set meanwhile is attached only then, or by AttachedView.
     void SetRedraw(bool on);
     // Places all windows in an area that begins at the client's origin.
     void LayOut(SIZE area);
@@ -51,6 +54,8 @@ private:
     bool MakeWindow(Pane& pane);
     // A view that leaves a pane lives on with its document only when it is the document's last.
     static void ReleaseView(Pane& pane);
+    // Nothing for a pane whose view is attached already, and for one without a view.
+    static void AttachView(const Pane& pane);
 
     WindowClass windowClass;
     HWND parent = nullptr;
