@@ -1,4 +1,5 @@
 #include "base/Platform.h"
+#include "base/win32/FileInUse.h"
 #include "base/win32/Handles.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
@@ -31,11 +32,6 @@ constexpr OpenRule OpenRules[] = {
 // One call counts its bytes in 32 bits.
 constexpr size_t LargestTransfer = size_t{1} << 30;
 
-// How long a file may be in use before a save fails, in milliseconds. Virus scanners, indexers and the like open a
-// file right after it was written, for a moment.
-constexpr uint32_t MaxWaiting = 1000;
-constexpr uint32_t OneWait = 50;
-
 bool IsNoRoom(DWORD error) {
     constexpr DWORD DiskQuotaExceeded = 1295; // not every compiler's headers name it
     return error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL || error == ERROR_FILE_TOO_LARGE ||
@@ -45,18 +41,6 @@ bool IsNoRoom(DWORD error) {
 HANDLE Native(intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
 
 DWORD TransferSize(size_t count) { return static_cast<DWORD>(std::min(count, LargestTransfer)); }
-
-// Repeats a call of the system while others use the file. False, with the system's error, when it fails for good.
-template <class Call> bool CallWhileInUse(Call call) {
-    for (uint32_t waited = 0; !call(); waited += OneWait) {
-        const DWORD error = GetLastError();
-        const bool isInUse =
-            error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_USER_MAPPED_FILE;
-        if (!isInUse || waited >= MaxWaiting) return false;
-        Platform::Wait(OneWait);
-    }
-    return true;
-}
 
 // A file that is mapped into memory cannot be made shorter, and scanners may map it still when they have closed it.
 bool CutAtPlace(HANDLE file) {

@@ -1,6 +1,7 @@
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "base/SystemFolders.h"
+#include "base/win32/FileInUse.h"
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
@@ -16,7 +17,9 @@ Platform::Entry Platform::EntryKind(const Char* path) {
 
 bool Platform::RemoveFile(const Char* path) {
     const SystemPath system(path);
-    return system.Text() && !FileCallShouldFail() && DeleteFileW(system.Text());
+    // What was just closed is a journal or a copy: left behind, it would be offered as unsaved at the next start.
+    return system.Text() && !FileCallShouldFail() &&
+           CallWhileInUse([&system] { return DeleteFileW(system.Text()) != 0; });
 }
 
 bool Platform::IsRemote(const Char* path) {
