@@ -5,6 +5,7 @@
 #include "base/Path.h"
 #include "base/PreviousFile.h"
 #include "base/SaveCopy.h"
+#include "base/Text.h"
 
 namespace {
 
@@ -13,10 +14,15 @@ namespace {
 // one of them left is discarded when any of them saves that file at last.
 List<SaveCopy> leftCopies;
 
+// Not CompareNames, for which names of two files may be equal: the copy may be all that is left of its text.
+bool IsSameTarget(const Char* left, const Char* right) {
+    return Text::Equal(left, right) || Platform::IsSameFile(left, right);
+}
+
 void DiscardLeftCopies(const Char* target) {
     for (SaveCopy* copy = leftCopies.head; copy;) {
         SaveCopy* const following = copy->next;
-        if (Platform::CompareNames(copy->Target().Text(), target) == 0) {
+        if (IsSameTarget(copy->Target().Text(), target)) {
             leftCopies.Remove(copy);
             copy->Discard();
             delete copy;

@@ -1,5 +1,7 @@
 #include "FakeDisk.h"
 
+#include "base/Text.h"
+
 #include "base/Path.h"
 #include "base/SystemFolders.h"
 
@@ -183,7 +185,8 @@ bool Platform::File::GetTime(FileTime& time) {
     return file != nullptr;
 }
 
-bool Platform::IsSameFile(const Char* left, const Char* right) { return CompareNames(left, right) == 0; }
+// This disk tells upper from lower case.
+bool Platform::IsSameFile(const Char* left, const Char* right) { return Text::Equal(left, right); }
 bool Platform::File::IsDeleted() const { return false; }
 bool Platform::File::IsAt(const Char*) const { return true; }
 

@@ -96,6 +96,7 @@ TEST_F(TextFaultTest, TheNextSaveThatSucceedsLeavesNoCopy) {
     EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{});
 }
 
+// Also of one whose name the system's comparison takes for the same.
 TEST_F(TextFaultTest, ASaveOfAnotherFileLeavesTheCopy) {
     const Saving saving = Over(true);
     disk.Write(Target, saving.before);
@@ -105,6 +106,7 @@ TEST_F(TextFaultTest, ASaveOfAnotherFileLeavesTheCopy) {
     disk.StopFailing();
     BlockSource source("bytes", 5);
     ASSERT_EQ(SaveSafely(u"S:\\work\\other.txt", source), SaveResult::Saved);
+    ASSERT_EQ(SaveSafely(u"S:\\work\\FILE.txt", source), SaveResult::Saved);
     disk.Restart();
     LeaveSaveCopies();
     EXPECT_TRUE(disk.Holds(StartAgain().named, saving.after));
