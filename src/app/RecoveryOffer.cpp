@@ -55,10 +55,11 @@ bool AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult
         format = u"%sThe journal of %s is damaged: the last changes in it are missing.";
         break;
     case RecoveryResult::FileChanged:
-        format = u"%s%s is not the file any more that was changed. The changes stay in %s.";
+        format = u"%s%s is not the file any more that was changed. The changes stay in %s; delete it if you do not "
+                 u"need them.";
         break;
     case RecoveryResult::Failed:
-        format = u"%sThe changes of %s cannot be read. They stay in %s.";
+        format = u"%sThe changes of %s cannot be read. They stay in %s; delete it if you do not need them.";
         break;
     }
     return Text::AppendFormat(out, format, out.IsEmpty() ? u"" : u"\n", entry.name.Text(), entry.path.Text());
@@ -93,6 +94,7 @@ void OfferRecovery(UserPrompt& user, DocumentOpener& opener) {
     if ((saves.IsEmpty() && !isQuestion) || !saves.AppendMessage(message)) return;
     if (isQuestion && !AppendQuestion(message, journals)) return;
     const Answer answer = user.AskUser(message.Text(), isQuestion ? MessageKind::YesNo : MessageKind::Warning);
+    if (answer == Answer::Cancel) return; // neither box has it as a button: none could be shown
     saves.Forget();
     if (answer == Answer::Yes) OpenAll(user, opener, journals);
 }

@@ -56,7 +56,7 @@ void SaveRecovery::Look() {
     List<RecoveryFileName> names;
     ListRecoveryFiles(SaveCopyFolder, SaveCopyPattern, names);
     while (RecoveryFileName* const name = names.TakeHead()) {
-        LookAt(name->path.Text());
+        if (foundCount < MaxFound) LookAt(name->path.Text());
         delete name;
     }
 }
@@ -75,6 +75,7 @@ void SaveRecovery::LookAt(const Char* copy) {
         // Where that fails the user is told of the copy itself, which then stays (Forget).
         static_cast<void>(PutIntoFile(node->file, content, node->bytes));
         found.Append(node);
+        ++foundCount;
         return;
     }
     node->file.Close();

@@ -9,6 +9,8 @@
 // folder. Looked for at start; the copies of running editors are left alone.
 class SaveRecovery {
 public:
+    static constexpr uint32_t MaxFound = 5;
+
     SaveRecovery() = default;
     ~SaveRecovery();
     SaveRecovery(const SaveRecovery&) = delete;
@@ -16,6 +18,8 @@ public:
 
     // Finds the copies whose file does not hold their bytes, and puts those into files that the user can open, in the
     // recovery folder. Removes the other copies: nobody needs them. What cannot be read now is left for the next time.
+    // Looks for no more once MaxFound are found: a message box leaves lines out when there are many, and what it leaves
+    // out would be forgotten untold.
     void Look();
     bool IsEmpty() const { return found.IsEmpty(); }
     // Appends what the user is to know, for all that was found. False without memory.
@@ -36,4 +40,5 @@ private:
     void LookAt(const Char* copy);
 
     List<Found> found;
+    uint32_t foundCount = 0;
 };

@@ -271,6 +271,11 @@ void MainFrame::KeepUnsaved() {
     LeaveJournals();
 }
 
+void MainFrame::StartJournalTimer() {
+    // Setting it again would begin its period again.
+    if (!journalTimer.IsSet()) journalTimer.Set(parts.window, JournalTimer, JournalPeriod);
+}
+
 void MainFrame::OnJournalTimer() {
     if (!FlushJournals(parts.documents)) journalTimer.Stop();
 }
@@ -282,8 +287,7 @@ bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
 }
 
 void MainFrame::DocumentChanged(Document* document) {
-    // Setting it again would begin its period again.
-    if (!journalTimer.IsSet()) journalTimer.Set(parts.window, JournalTimer, JournalPeriod);
+    StartJournalTimer();
     if (parts.display.Active() == document) parts.batch.RefreshTitle();
 }
 

@@ -21,7 +21,11 @@ public:
     [[nodiscard]] bool Create(HINSTANCE instance);
     HWND Window() const { return parts.window; }
     // What an editor has left that did not come to its end.
-    void OfferRecovery() { ::OfferRecovery(parts.messages, parts.opener); }
+    // A journal that could not be made for what was recovered is tried again without waiting for an edit.
+    void OfferRecovery() {
+        ::OfferRecovery(parts.messages, parts.opener);
+        StartJournalTimer();
+    }
 
     // The main loop's hook, after the accelerators; true: the message is swallowed.
     bool PreDispatchKey(const MSG& message) { return parts.keys.PreDispatch(message); }
@@ -90,6 +94,7 @@ private:
     void FollowSystemFonts();
     void OnDropFiles(HDROP drop);
     static void OnMetricsChanged();
+    void StartJournalTimer();
     void OnJournalTimer();
 
     // LeavingFrame.

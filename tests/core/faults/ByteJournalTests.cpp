@@ -381,8 +381,8 @@ TEST_F(ByteJournalTest, OfAFileThatIsOpenAlreadyTheChangesStay) {
     EXPECT_EQ(documents.Count(), 1u);
     ASSERT_EQ(Journals().size(), 1u);
     ASSERT_EQ(user.questions.size(), 2u);
-    EXPECT_EQ(user.questions[1].text,
-              u"The changes of S:\\work\\file.txt cannot be read. They stay in " + (Folder + Journals()[0]) + u".");
+    EXPECT_EQ(user.questions[1].text, u"The changes of S:\\work\\file.txt cannot be read. They stay in " +
+                                          (Folder + Journals()[0]) + u"; delete it if you do not need them.");
 }
 
 } // namespace

@@ -77,6 +77,15 @@ TEST_F(RecoveryOfferTest, TheUserIsToldOfAnIncompleteSaveOnce) {
     EXPECT_EQ(user.questions.size(), 0u);
 }
 
+TEST_F(RecoveryOfferTest, WhatCouldNotBeShownIsToldAgain) {
+    LeaveCopy();
+    StartEditor(Answer::Cancel); // which neither box offers
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 1u);
+    StartEditor();
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
 TEST_F(RecoveryOfferTest, ChangesOpenAsUntitledModifiedDocuments) {
     LeaveJournal(u"of a file");
     LeaveJournal(u"of none\n", u"Untitled3");
@@ -210,7 +219,8 @@ TEST_F(RecoveryOfferTest, ChangesOfAFileThatIsAnotherOneStay) {
     StartEditor();
     ASSERT_EQ(user.questions.size(), 2u);
     EXPECT_EQ(user.questions[1].text,
-              u"S:\\work\\file.txt is not the file any more that was changed. The changes stay in " + path + u".");
+              u"S:\\work\\file.txt is not the file any more that was changed. The changes stay in " + path +
+                  u"; delete it if you do not need them.");
     EXPECT_EQ(documents.Count(), 0u);
     EXPECT_TRUE(disk.Has(path));
 }

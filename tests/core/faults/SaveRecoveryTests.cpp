@@ -77,6 +77,21 @@ TEST_F(SaveRecoveryTest, SeveralAreToldInOneMessage) {
     EXPECT_NE(message.find(u"\nS:\\work\\other.txt was not saved completely.\n"), std::u16string::npos);
 }
 
+// More than a message box shows would be forgotten without having been told.
+TEST_F(SaveRecoveryTest, OfManyAFewAreToldAtEachStart) {
+    for (int i = 0; i < 12; ++i) LeaveCopy((u"S:\\work\\" + std::u16string(1, static_cast<Char>(u'a' + i))).c_str());
+    std::u16string told;
+    for (const size_t expected : {5u, 5u, 2u, 0u}) {
+        const std::u16string message = StartAgain().message;
+        size_t count = 0;
+        for (size_t at = 0; (at = message.find(u"was not saved", at)) != std::u16string::npos; ++at) ++count;
+        EXPECT_EQ(count, expected);
+        told += message;
+    }
+    for (Char name = u'a'; name < u'a' + 12; ++name)
+        EXPECT_NE(told.find(u"S:\\work\\" + std::u16string(1, name) + u" was not"), std::u16string::npos);
+}
+
 TEST_F(SaveRecoveryTest, AFileThatHasTheNewBytesIsNotMentioned) {
     disk.Write(Target, "new bytes");
     LeaveCopy();
