@@ -77,6 +77,21 @@ HMODULE WINAPI LoadNoLibrary(LPCWSTR) {
     calls.push_back("library");
     return nullptr;
 }
+// What hangs does so until the test lets it go, which ends its thread.
+HANDLE endOfHang = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+HANDLE hungThread = nullptr;
+HMODULE WINAPI HangInLoading(LPCWSTR) {
+    calls.push_back("library");
+    DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &hungThread, SYNCHRONIZE, FALSE, 0);
+    constexpr DWORD Longer =
+        10000; // than any wait below, so that a report that is waited for ends the test all the same
+    if (WaitForSingleObjectEx(endOfHang, Longer, FALSE) == WAIT_OBJECT_0) ExitThread(0);
+    return nullptr;
+}
+DWORD WINAPI WaitLess(HANDLE object, DWORD milliseconds) {
+    const bool isLong = milliseconds > 5000 && milliseconds != INFINITE;
+    return WaitForSingleObjectEx(object, isLong ? 500 : milliseconds, FALSE);
+}
 int WINAPI TakeBox(HWND, LPCWSTR, LPCWSTR, UINT) {
     calls.push_back("box");
     return IDOK;
@@ -140,6 +155,29 @@ TEST(ProcessSetup, OleIsThereForTheShellFromTheFirstCallThatNeedsItOn) {
     calls.clear();
     { const ProcessSetup setup; }
     EXPECT_TRUE(calls.empty());
+}
+
+// A lock that the crashed thread holds may keep its report from ever being written. Without the box, the end.
+TEST(ProcessSetup, AReportThatHangsDoesNotKeepTheProcess) {
+    const ReplacedImport replaced[] = {
+        {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
+        {"LoadLibraryW", reinterpret_cast<void*>(HangInLoading)},
+        {"MessageBoxW", reinterpret_cast<void*>(TakeBox)},
+        {"WaitForSingleObject", reinterpret_cast<void*>(WaitLess)},
+        {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
+    };
+    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
+    const CrashReport report;
+    const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
+    ASSERT_TRUE(filter);
+    EXCEPTION_RECORD record = {};
+    CONTEXT context = {};
+    EXCEPTION_POINTERS pointers = {&record, &context};
+    calls.clear();
+    filter(&pointers);
+    EXPECT_EQ(calls, (std::vector<std::string>{"no boxes", "library", "end"}));
+    SetEvent(endOfHang);
+    WaitForSingleObjectEx(hungThread, INFINITE, FALSE);
 }
 
 // The mode is each thread's own, and the library may be on a disk that is gone.

@@ -11,8 +11,9 @@
 
 namespace {
 
-// How long the thread that reports may take to begin: in a process that is damaged enough it never does.
-constexpr DWORD MaxWait = 5000; // milliseconds
+// How long the thread that reports may take to begin, and then until it has written its dump, in milliseconds: in a
+// process that is damaged enough, or that crashed with a lock held, it never does.
+constexpr DWORD MaxWaits[] = {5000, 30000};
 // What is left of an overflown stack for the filter.
 constexpr ULONG StackLeft = 0x8000;
 
@@ -25,12 +26,13 @@ struct Prepared {
     WString toldWithDump;
 };
 Prepared prepared;
+LONG crashes = 0; // the first one is reported
 
 // The thread that has crashed, and what happened to it.
 struct Crash {
     EXCEPTION_POINTERS* pointers;
     DWORD thread;
-    HANDLE hasBegun;
+    HANDLE progress; // a semaphore: counted up when the report has begun, and again before its box comes up
 };
 
 bool Prepare() {
@@ -62,25 +64,31 @@ bool WriteDump(const Crash& crash) {
 // On a thread of its own: the messages that a box handles would lead into what has crashed.
 DWORD WINAPI Report(void* parameter) {
     const Crash& crash = *static_cast<const Crash*>(parameter);
-    SetEvent(crash.hasBegun);
+    ReleaseSemaphore(crash.progress, 1, nullptr);
     SetThreadErrorMode(SEM_FAILCRITICALERRORS, nullptr); // its own: other threads' do not count
     const WString& text = WriteDump(crash) ? prepared.toldWithDump : prepared.told;
+    ReleaseSemaphore(crash.progress, 1, nullptr);
     MessageBoxW(nullptr, Wide(text.Text()), L"Orvane", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
     return 0;
 }
 
+// Waits until the user has read the report, as long as it makes progress.
+void AwaitReport(HANDLE thread, HANDLE progress) {
+    for (const DWORD wait : MaxWaits)
+        if (WaitForSingleObject(progress, wait) != WAIT_OBJECT_0) return;
+    WaitForSingleObject(thread, INFINITE);
+}
+
 LONG WINAPI OnException(EXCEPTION_POINTERS* pointers) {
     // Another thread that crashes meanwhile, or the report itself, waits for the end of the process.
-    static LONG crashes = 0;
     if (InterlockedIncrement(&crashes) > 1) {
         Sleep(INFINITE);
         return EXCEPTION_EXECUTE_HANDLER;
     }
-    const KernelHandle hasBegun(CreateEventW(nullptr, TRUE, FALSE, nullptr));
-    Crash crash = {pointers, GetCurrentThreadId(), hasBegun.Get()};
+    const KernelHandle progress(CreateSemaphoreW(nullptr, 0, ARRAYSIZE(MaxWaits), nullptr));
+    Crash crash = {pointers, GetCurrentThreadId(), progress.Get()};
     const KernelHandle thread(CreateThread(nullptr, 0, Report, &crash, 0, nullptr));
-    if (thread.IsValid() && WaitForSingleObject(hasBegun.Get(), MaxWait) == WAIT_OBJECT_0)
-        WaitForSingleObject(thread.Get(), INFINITE);
+    if (thread.IsValid()) AwaitReport(thread.Get(), progress.Get());
     // Not by way of the libraries, whose ends might touch what is damaged; and not one journal is removed.
     TerminateProcess(GetCurrentProcess(), pointers->ExceptionRecord->ExceptionCode);
     return EXCEPTION_EXECUTE_HANDLER;
@@ -89,6 +97,7 @@ LONG WINAPI OnException(EXCEPTION_POINTERS* pointers) {
 } // namespace
 
 CrashReport::CrashReport() : before(nullptr) {
+    crashes = 0;
     ULONG left = StackLeft;
     SetThreadStackGuarantee(&left);
     if (Prepare()) before = SetUnhandledExceptionFilter(OnException);
