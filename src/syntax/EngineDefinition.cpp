@@ -110,6 +110,7 @@ bool ReadSection(EngineDefinition& definition, const IniSection& section) {
     ReadColours(definition, &section);
     definition.caseSensitive = section.GetInt(u"CaseSensitive", 1) != 0;
     if (!section.GetStringInto(definition.extensions, u"Extensions")) return false;
+    if (!section.GetStringInto(definition.fileNames, u"FileNames")) return false;
     if (const Char* target = section.GetString(u"TreatAs", nullptr)) {
         definition.treatAs = FindEngineDefinition(target);
         if (definition.treatAs) return true;
@@ -138,6 +139,15 @@ bool ListHolds(const Char* list, const Char* name, uint32_t nameLength) {
         if (*list) ++list;
     }
     return false;
+}
+
+// The newest definition that has `name` in one of its lists.
+const EngineDefinition* FindInList(WString EngineDefinition::*list, const Char* name) {
+    const uint32_t length = Text::Length(name);
+    if (length == 0) return nullptr;
+    const EngineDefinition* definition = NewestEngineDefinition();
+    while (definition && !ListHolds((definition->*list).Text(), name, length)) definition = definition->previous;
+    return definition;
 }
 
 } // namespace
@@ -172,11 +182,11 @@ void ReleaseEngineDefinitions() {
 }
 
 const EngineDefinition* FindEngineDefinition(const Char* name) {
-    const uint32_t length = Text::Length(name);
-    if (length == 0) return nullptr;
-    const EngineDefinition* definition = NewestEngineDefinition();
-    while (definition && !ListHolds(definition->extensions.Text(), name, length)) definition = definition->previous;
-    return definition;
+    return FindInList(&EngineDefinition::extensions, name);
+}
+
+const EngineDefinition* FindEngineDefinitionOfFile(const Char* fileName) {
+    return FindInList(&EngineDefinition::fileNames, fileName);
 }
 
 const EngineDefinition* NewestEngineDefinition() { return definitions.tail; }

@@ -50,6 +50,7 @@ struct EngineDefinition : HeapObject {
     static constexpr uint32_t MaxLineComments = 4;
 
     WString extensions; // names separated by single spaces
+    WString fileNames;  // the same, of files that go by their whole name though they have an extension
     WString keywordsText;
     bool caseSensitive = true;
     WString longCommentStart;
@@ -86,5 +87,7 @@ void ReleaseEngineDefinitions();
 
 // The newest definition that lists `name`, letter case ignored; null when there is none.
 const EngineDefinition* FindEngineDefinition(const Char* name);
+// The newest definition that lists `fileName`, which has no folder, as a whole name; null when there is none.
+const EngineDefinition* FindEngineDefinitionOfFile(const Char* fileName);
 // The newest definition; the others follow through `previous`. Null before anything was loaded.
 const EngineDefinition* NewestEngineDefinition();

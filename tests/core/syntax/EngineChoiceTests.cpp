@@ -53,6 +53,18 @@ TEST_F(EngineChoice, TheNameWinsOverThePath) {
     EXPECT_EQ(Kind(ForFile(nullptr, nullptr)), "plain");
 }
 
+TEST_F(EngineChoice, ASectionMayNameAFileThatHasAnExtension) {
+    Load(u"[Engine_A]\nExtensions=a\nFileNames=Lists.html b.txt\nKeywords=x\n"
+         u"[Engine_B]\nFileNames=b.txt c.txt\nTreatAs=htm\n");
+    EXPECT_EQ(Kind(ForFile(nullptr, u"C:\\src\\LISTS.html")), "c-like") << "before its extension";
+    EXPECT_EQ(Kind(ForFile(nullptr, u"b.txt")), "html") << "the last section gets it";
+    EXPECT_EQ(Kind(ForFile(nullptr, u"c.txt")), "html");
+    EXPECT_EQ(Kind(ForFile(nullptr, u"C:\\b.txt\\d.txt")), "plain");
+    EXPECT_EQ(Kind(ForFile(nullptr, u"other.html")), "html");
+    EXPECT_EQ(Kind(ForFile(u"txt", u"Lists.html")), "plain") << "a name that is given comes first";
+    EXPECT_EQ(Kind(Choose(u"b.txt")), "plain") << "it is the name of a file only";
+}
+
 TEST_F(EngineChoice, TheLastSectionThatListsAnExtensionWins) {
     Load(u"[Engine_A]\nExtensions=cpp\nKeywords=one\n[Engine_B]\nExtensions=cpp\nKeywords=two\n");
     EXPECT_EQ(Runs(*Choose(u"cpp"), u"one two"), "text(one ) keyword(two)");

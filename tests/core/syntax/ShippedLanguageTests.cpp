@@ -65,9 +65,9 @@ TEST_F(ShippedLanguages, ThereAreAtLeastForty) {
 }
 
 TEST_F(ShippedLanguages, EveryKeyIsReadAndOccursOnce) {
-    const std::set<std::string> known = {"Extensions",       "Keywords",       "CaseSensitive",  "HTML",
-                                         "CommentStart",     "CommentStart_1", "CommentStart_2", "CommentStart_3",
-                                         "LongCommentStart", "LongCommentEnd"};
+    const std::set<std::string> known = {"Extensions",     "FileNames",        "Keywords",       "CaseSensitive",
+                                         "HTML",           "CommentStart",     "CommentStart_1", "CommentStart_2",
+                                         "CommentStart_3", "LongCommentStart", "LongCommentEnd"};
     std::set<std::string> names;
     ForEachEngine([&](const IniSection& section) {
         EXPECT_TRUE(names.insert(LanguageOf(section)).second) << "two sections of one name";
@@ -105,13 +105,27 @@ TEST_F(ShippedLanguages, NoNameIsClaimedByTwo) {
     std::map<std::string, std::string> owners;
     ForEachEngine([&](const IniSection& section) {
         CheckList(Value(section, u"Extensions"), "Extensions");
-        for (const std::string& name : shipped::Words(Value(section, u"Extensions"))) {
+        if (section.FindKey(u"FileNames")) CheckList(Value(section, u"FileNames"), "FileNames");
+        for (const std::string& name :
+             shipped::Words(Value(section, u"Extensions") + ' ' + Value(section, u"FileNames"))) {
+            if (name.empty()) continue;
             std::string folded = name;
             for (char& c : folded) c = static_cast<char>(Text::FoldCase(static_cast<Char>(c)));
             const auto [owner, first] = owners.emplace(folded, LanguageOf(section));
             EXPECT_TRUE(first) << name << " is claimed by " << owner->second << " as well";
         }
     });
+}
+
+TEST_F(ShippedLanguages, BuildFilesGoByTheirName) {
+    for (const Char* name : {u"CMakeLists.txt", u"cmakelists.txt"})
+        EXPECT_EQ(FindEngineDefinitionOfFile(name), FindEngineDefinition(u"cmake"));
+    for (const Char* name : {u"Makefile.am", u"Makefile.in"})
+        EXPECT_EQ(FindEngineDefinitionOfFile(name), FindEngineDefinition(u"mak"));
+    // These have no extension.
+    EXPECT_EQ(FindEngineDefinition(u"Makefile"), FindEngineDefinition(u"mak"));
+    EXPECT_EQ(FindEngineDefinition(u"Dockerfile"), FindEngineDefinition(u"Containerfile"));
+    EXPECT_EQ(FindEngineDefinitionOfFile(u"lists.txt"), nullptr);
 }
 
 TEST_F(ShippedLanguages, EveryOneHasASampleThatItsNamesServe) {
