@@ -36,9 +36,12 @@ protected:
         const ToolRecord* const found = Find(tool);
         if (!found) return {};
         const std::string command = Narrow(Str(found->command));
-        const std::regex replacement("-replace '([^']*)','([^']*)'");
-        for (std::sregex_iterator at(command.begin(), command.end(), replacement), end; at != end; ++at)
-            line = std::regex_replace(line, std::regex(at->str(1), std::regex::icase), at->str(2));
+        const std::regex replacement("-replace '([^']*)',(?:'([^']*)'|\\$s\\b)");
+        for (std::sregex_iterator at(command.begin(), command.end(), replacement), end; at != end; ++at) {
+            // The short name of a folder is in a variable.
+            const std::string by = (*at)[2].matched ? at->str(2) : "C:\\PROGRA~2";
+            line = std::regex_replace(line, std::regex(at->str(1), std::regex::icase), by);
+        }
         return line;
     }
     // The position in such a line, as PATH:LINE; the line is 1-based.
@@ -113,4 +116,35 @@ TEST_F(ShippedToolTest, ErrorsOfScriptsAreFound) {
     EXPECT_EQ(Position(tool, "At C:\\a b\\x.ps1:5 char:1"), "C:\\a b\\x.ps1:5");
     EXPECT_EQ(Rewritten(tool, "    at node:internal/main:23:47"), "    at node:internal/main:23:47");
     EXPECT_EQ(Rewritten(tool, "look at me"), "look at me");
+}
+
+TEST_F(ShippedToolTest, PanicsOfRustAreFound) {
+    const auto* const tool = u"Run";
+    EXPECT_EQ(Position(tool, "thread 'main' panicked at C:\\a b\\main.rs:4:5:"), "C:\\a b\\main.rs:4");
+    EXPECT_EQ(Position(tool, "thread 'main' (4711) panicked at C:\\x\\main.rs:4:5:"), "C:\\x\\main.rs:4");
+    EXPECT_EQ(Position(tool, "thread 'a, C:\\b' panicked at C:\\main.rs:14:5:"), "C:\\main.rs:14");
+    // Compilers before 1.73 print the message first, which may have lines of its own.
+    EXPECT_EQ(Position(tool, "thread 'main' panicked at 'C:\\a, b: gone', C:\\x\\main.rs:4:5"), "C:\\x\\main.rs:4");
+    EXPECT_EQ(Position(tool, " right: `2`', C:\\a, b\\main.rs:7:9"), "C:\\a, b\\main.rs:7");
+    EXPECT_EQ(Rewritten(tool, "thread 'main' panicked at 'a:1:2'"), "thread 'main' panicked at 'a:1:2'");
+    EXPECT_EQ(Rewritten(tool, "at last, C:\\x.txt"), "at last, C:\\x.txt");
+}
+
+TEST_F(ShippedToolTest, HeadersInTheProgramFilesOf32BitsAreFound) {
+    const auto* const tool = u"Compile with MSVC";
+    const std::string header = "C:\\Program Files (x86)\\Windows Kits\\10\\include\\stdio.h";
+    EXPECT_EQ(Position(tool, header + "(12): note: see declaration"),
+              "C:\\PROGRA~2\\Windows Kits\\10\\include\\stdio.h:12");
+    EXPECT_EQ(Position(tool, "C:\\a b\\x.cpp(3): error C2065"), "C:\\a b\\x.cpp:3");
+    EXPECT_EQ(Position(tool, "C:\\a b\\x.cpp(3,7): error C2065"), "C:\\a b\\x.cpp:3");
+}
+
+// PowerShell itself may break lines at the width of a console.
+TEST_F(ShippedToolTest, LinesArePrintedWhole) {
+    for (uint32_t i = 0; const ToolRecord* const tool = tools.At(i); ++i) {
+        const std::string command = Narrow(Str(tool->command));
+        if (command.find("$input") == command.npos) continue;
+        const std::regex whole("foreach \\{ \\[Console\\]::WriteLine\\(\\(\\$_ -replace .*\\)\\) \\}\"");
+        EXPECT_TRUE(std::regex_search(command, whole)) << command;
+    }
 }
