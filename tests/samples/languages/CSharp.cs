@@ -15,3 +15,10 @@ public sealed record Corner(double X, double Y = 0.5)
     private static bool IsFar(Corner? c) => c is not null && c.X > 1_000m;
 }
 #endregion
+static class Corners
+{
+    extension<T>(T corner) where T : allows ref struct
+    {
+        public void Move() { }
+    }
+}

@@ -18,3 +18,4 @@ int main() {
     if (text[0] == '"' || text[1] == '\'') return static_cast<int>(1.5e3);
     co_return nullptr;
 }
+void Check(int n) { contract_assert(n > 0); }

@@ -17,3 +17,21 @@ END MODULE solver
 program main
     print *, "it's", 'a "norm"'
 end program
+submodule (solver) teams
+    use, non_intrinsic :: shapes
+contains
+    simple subroutine spread(a, t)
+        class(*), intent(inout) :: a(..)
+        doubleprecision :: local
+        change team (t)
+            event post (ready)
+            sync images (*)
+            sync memory
+        endteam
+        select rank (a)
+            rank default
+                fail image
+        end select
+        open (1, form="unformatted")
+    end subroutine
+endsubmodule

@@ -15,3 +15,5 @@ count text = case words text of
     let quote = '"'
     w <- ws
     if w == "it's \"x\"" then [] else return (Entry w 2)
+pattern Pair x y = (x, y)
+newtype Size = Size Int deriving stock Show deriving anyclass Store deriving Ord via Int

@@ -17,3 +17,7 @@ public final class Words implements Counter {
         return LIMIT;
     }
 }
+open module demo.words {
+    exports demo to demo.test;
+    provides Counter with demo.Words;
+}

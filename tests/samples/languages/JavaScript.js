@@ -11,3 +11,7 @@ export async function load(names, limit = 10) {
     }
     return typeof found === 'object' ? found : undefined;
 }
+class Box {
+    get size() { return 1; }
+    set size(to) { using file = open(to); }
+}

@@ -17,3 +17,4 @@ fun largest(entries: List<Entry>): Entry? {
     }
     return best
 }
+context(log: Log) fun note() = log.add("x")

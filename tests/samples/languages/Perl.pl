@@ -17,3 +17,5 @@ foreach my $file (@ARGV) {
     close $in;
 }
 print join("\n", sort keys %seen), "\n" if $# > 0x1F;
+mkdir $to or die; opendir my $d, $to; my @all = readdir $d; closedir $d;
+binmode STDOUT; printf "%o", hex(shift) + sqrt(2) + rand time; unlink $to; system "true";

@@ -20,3 +20,9 @@ fn main() -> Result<(), String> {
     }
     Ok(())
 }
+unsafe extern "C" {
+    safe fn tick();
+}
+gen fn count() {
+    let at = &raw const LIMIT;
+}

@@ -13,3 +13,6 @@ LEFT JOIN purchase o ON o.customer_id = c.id
 WHERE c.name LIKE 'A%' AND o.note <> "x"
 GROUP BY c.name ORDER BY 3 DESC;
 update customer set name = 'it''s' where id = 0;
+SELECT region, avg(price) FILTER (WHERE price > 0) FROM sale TABLESAMPLE system (10)
+GROUP BY GROUPING SETS (ROLLUP (region), CUBE (shop, day));
+SELECT rank() OVER (ORDER BY price ROWS BETWEEN UNBOUNDED PRECEDING AND 1 FOLLOWING) FROM sale;

@@ -16,3 +16,4 @@ final class Counter: Codable {
         return count
     }
 }
+macro stringify() = #externalMacro(module: "M", type: "S")

@@ -14,3 +14,7 @@ export const count = (layer: Layer<Shape>): number => {
 };
 
 declare const version: "1.0" | '2.0';
+class Box {
+    get size(): number { return 1; }
+    set size(to: number) {}
+}
