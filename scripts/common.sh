@@ -25,6 +25,8 @@ readonly WineNeeds='
 /usr/share/fonts/truetype/liberation/LiberationMono-Regular.ttf fonts-liberation'
 readonly PackageNeeds='
 makensis nsis'
+readonly ManifestNeeds='
+/usr/lib/python3/dist-packages/yaml python3-yaml'
 readonly ScreenNeeds='
 Xvfb xvfb
 openbox openbox
