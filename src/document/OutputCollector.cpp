@@ -141,6 +141,13 @@ void OutputCollector::EndAll() const {
     if (run.process) CommandProcess::EndAll(run);
 }
 
+bool OutputCollector::SetTimer(const PollTimer* timer, TextBuffer& document) {
+    if (run.pollTimer == wantedPeriod) return true;
+    if (!timer || !timer->set(document, wantedPeriod)) return false;
+    run.pollTimer = wantedPeriod;
+    return true;
+}
+
 void OutputCollector::Close() {
     CommandProcess::Close(run);
     Heap::Free(run.readBuffer);

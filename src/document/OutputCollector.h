@@ -2,6 +2,7 @@
 
 #include "document/CommandProcess.h"
 #include "document/OutputRun.h"
+#include "document/PollTimer.h"
 #include "document/TextStore.h"
 
 // Runs a command and appends what it prints to a TextStore. Whoever owns it polls, keeps the timer, and tells
@@ -25,10 +26,11 @@ public:
     // Appends what the output has grown by, as much as one slice of time is enough for. True when the run is
     // over: the process has ended and all that is to be read was.
     [[nodiscard]] bool Poll();
-    // Milliseconds until the next poll, and whether a timer of that time was set.
+    // Milliseconds until the next poll, and for how many a timer was set.
     uint32_t WantedPeriod() const { return wantedPeriod; }
     uint32_t Period() const { return run.pollTimer; }
-    void SetPeriod(uint32_t milliseconds) { run.pollTimer = milliseconds; }
+    // Has the timer poll `document` as often as the output wants. False when it refuses, and without one.
+    bool SetTimer(const PollTimer* timer, TextBuffer& document);
     // Asks the windows of the process to close; the process itself is left alone.
     void AskToClose();
     bool WasAskedToClose() const { return run.wasAskedToClose; }

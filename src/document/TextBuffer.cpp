@@ -17,15 +17,6 @@ namespace {
 constexpr const Char* EncodingNames[EncodingCount] = {u"ANSI", u"Unicode", u"Unicode Big Endian", u"UTF8",
                                                       u"UTF8 without signature"};
 
-// Polls as often as the output wants. False when the timer refuses, and without one.
-bool SetPeriod(const PollTimer* timer, TextBuffer& document, OutputCollector& output) {
-    const uint32_t wanted = output.WantedPeriod();
-    if (output.Period() == wanted) return true;
-    if (!timer || !timer->set(document, wanted)) return false;
-    output.SetPeriod(wanted);
-    return true;
-}
-
 // Null instead of a record that could not be made or set up.
 template <class Record> UndoRecord* Checked(Record* record, bool isSetUp) {
     if (isSetUp) return record;
@@ -420,7 +411,7 @@ bool TextBuffer::AppendOutputText(Char* added) {
 bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
     if (output.IsRunning()) return false;
     const bool started = output.Open() && parts.store.EnsureCapacity(Length()) && MarkAsOutput() &&
-                         output.Start(command, startDirectory) && SetPeriod(services.timer, *this, output);
+                         output.Start(command, startDirectory) && output.SetTimer(services.timer, *this);
     if (started) {
         TellRunState(true);
     } else {
@@ -435,7 +426,7 @@ void TextBuffer::PollOutput() {
     const TextPosition oldEnd = {GetLineCount() - 1, from - parts.store.LastLineStart()};
     const bool isOver = output.Poll();
     if (Length() > from) pipeline.TellAppended(from, oldEnd);
-    SetPeriod(services.timer, *this, output);
+    output.SetTimer(services.timer, *this);
     if (isOver) EndRun();
 }
 
