@@ -129,15 +129,25 @@ bool TextBuffer::Reload() {
     return true;
 }
 
+bool TextBuffer::IsOwnFile(const Char* file) const {
+    return Platform::CompareNames(file, path.Text()) == 0 || Platform::IsSameFile(file, path.Text());
+}
+
 bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLineEnding) {
     const Encoding fileEncoding = static_cast<uint32_t>(newEncoding) < EncodingCount ? newEncoding : encoding;
     const LineEnding wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
     const LineEnding style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
     Platform::FileTime time = fileTime;
-    const bool saved = CommitEdit() && WriteTextFile(file, Content(), Length(), {fileEncoding, style}, time);
-    // The name is still the old one after a failure: the time of another file says nothing about it.
-    if (saved || Platform::CompareNames(file, path.Text()) == 0) fileTime = time;
+    const SaveResult result =
+        CommitEdit() ? WriteTextFile(file, Content(), Length(), {fileEncoding, style}, time) : SaveResult::Untouched;
+    const bool saved = result == SaveResult::Saved;
+    if (result == SaveResult::Cut && IsOwnFile(file)) {
+        fileTime = time;
+        pipeline.History().MarkUnsaved(); // no state of the text is in the file now
+        NotifyModified();
+    }
     if (saved) {
+        fileTime = time;
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
         losesBytes = isNew = false;
         pipeline.History().MarkSaved();

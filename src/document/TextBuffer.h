@@ -158,6 +158,7 @@ private:
     void Clear(bool destroyViews);
     // Tells the frame, through the first view.
     void TellRunState(bool running);
+    bool IsOwnFile(const Char* file) const;
     // Takes over the text of a file after Clear.
     void TakeText(struct DecodedText& decoded);
 

@@ -1,7 +1,6 @@
 #include "document/TextSave.h"
 
 #include "base/CodePage.h"
-#include "base/SafeSave.h"
 #include "base/Scan.h"
 #include "base/ScanBreaks.h"
 #include "base/Surrogates.h"
@@ -97,11 +96,12 @@ private:
 
 } // namespace
 
-bool WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form, Platform::FileTime& time) {
+SaveResult WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form,
+                         Platform::FileTime& time) {
     EncodedText source(text, length, form);
-    if (!source.Prepare()) return false;
+    if (!source.Prepare()) return SaveResult::Untouched;
     const SaveResult result = SaveSafely(name, source);
     // Of a file that was not touched it may be the time of another program's write.
     if (result != SaveResult::Untouched) Platform::ReadTime(name, time);
-    return result == SaveResult::Saved;
+    return result;
 }

@@ -47,6 +47,11 @@ protected:
         EXPECT_TRUE(buffer.Undo());
         EXPECT_TRUE(before.empty() || buffer.Undo());
         EXPECT_EQ(document->Store(), before);
+        if (!before.empty()) ExpectModifiedUnlessFileHolds(OldText);
+    }
+
+    void ExpectModifiedUnlessFileHolds(const std::string& bytes) {
+        EXPECT_TRUE((*document)->IsModified() || disk.Read(Target) == bytes);
     }
 
     Saving Over(bool hasFile) {
@@ -68,7 +73,30 @@ TEST_F(TextFaultTest, ASaveUnderANewNameLosesNothing) { FailEverything(Over(fals
 TEST_F(TextFaultTest, AShorterTextLosesNothing) {
     Saving saving = Over(true);
     saving.before = std::string(200000, 'o');
+    saving.inspect = [this, &saving](bool isSaved) {
+        EXPECT_EQ((*document)->IsModified(), !isSaved);
+        EXPECT_TRUE((*document)->Undo() && (*document)->Undo());
+        ExpectModifiedUnlessFileHolds(saving.before);
+    };
     FailEverything(saving);
+}
+
+TEST_F(TextFaultTest, ATextWhoseFileWasCutIsModifiedAlsoWithoutAnEdit) {
+    std::string unixBytes;
+    std::string dosBytes;
+    for (int i = 0; i < 20000; ++i) {
+        unixBytes += "line\n";
+        dosBytes += "line\r\n";
+    }
+    FailEverything({.prepare =
+                        [&] {
+                            document = std::make_unique<TextDocument>();
+                            ASSERT_TRUE((*document)->Load(Target, false));
+                        },
+                    .save = [&] { return (*document)->Save(Target, Encoding::Keep, LineEnding::Dos); },
+                    .inspect = [&](bool isSaved) { ExpectModifiedUnlessFileHolds(isSaved ? dosBytes : unixBytes); },
+                    .before = unixBytes,
+                    .after = dosBytes});
 }
 
 TEST_F(TextFaultTest, AFullDiskCostsNothing) {
@@ -80,6 +108,8 @@ TEST_F(TextFaultTest, AFullDiskCostsNothing) {
         disk.FailAt(number, FakeDisk::Fault::Full);
         EXPECT_FALSE(saving.save());
         EXPECT_EQ(disk.Read(Target), saving.before) << number;
+        EXPECT_TRUE((*document)->Undo() && (*document)->Undo());
+        EXPECT_FALSE((*document)->IsModified()) << number;
     }
 }
 
