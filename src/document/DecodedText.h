@@ -2,6 +2,7 @@
 
 #include "base/Heap.h"
 #include "document/Encoding.h"
+#include "document/FileStamp.h"
 
 // The content of a file as a document holds it: line feeds only, followed by a NUL that is not counted.
 struct DecodedText {
@@ -13,7 +14,7 @@ struct DecodedText {
     Encoding encoding = Encoding::Ansi;
     // Written back in the same encoding, the text does not give the file's bytes, line breaks aside.
     bool losesBytes = false;
-    uint64_t fileSize = 0; // bytes of the file that it was read from
+    FileStamp file; // that it was read from
 
     DecodedText() = default;
     ~DecodedText() { Heap::Free(text); }

@@ -2,20 +2,28 @@
 
 #include "document/SlowDrives.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr uint64_t SlowAnswer = 250; // milliseconds
 
 } // namespace
 
-bool ReadTimeToCheck(SlowDrives& drives, const Char* path, Platform::FileTime& time) {
+bool FileTimeCheck::Ask(const Char* path) {
     const uint64_t asked = Platform::Ticks();
-    const bool isRead = Platform::ReadTime(path, time);
+    const bool isRead = ReadStamp(path, seen);
     const uint64_t answered = Platform::Ticks();
     drives.Answered(path, answered - asked >= SlowAnswer && Platform::IsRemote(path), answered);
     return isRead;
 }
 
-void ReadTimeAgain(SlowDrives& drives, const Char* path, Platform::FileTime& time) {
-    if (!drives.Rests(path, Platform::Ticks())) ReadTimeToCheck(drives, path, time);
+bool FileTimeCheck::IsWrittenLater(const Char* path) {
+    seen = {};
+    return Ask(path) && accepted < seen.time;
+}
+
+void FileTimeCheck::AcceptUntilNow(const Char* path) {
+    if (!drives.Rests(path, Platform::Ticks())) Ask(path);
+    accepted = std::max(Platform::Now(), seen.time); // the clock of who wrote the file may be ahead of ours
 }

@@ -1,12 +1,32 @@
 #pragma once
 
-#include "base/Platform.h"
+#include "document/FileStamp.h"
 
 class SlowDrives;
 
-// The time of a file's last write, for the check of a document for changes by others. False when it cannot be read.
-// The drive is asked also while it rests; `drives` learns how it answers.
-bool ReadTimeToCheck(SlowDrives& drives, const Char* path, Platform::FileTime& time);
+// What a text document knows of its file on the disk, and whether others have written it since. Paths are the file's.
+class FileTimeCheck {
+public:
+    // `slowDrives` learns how drives answer.
+    explicit FileTimeCheck(SlowDrives& slowDrives) : drives(slowDrives) {}
 
-// The same shortly after. Not from a drive that rests: `time` is then what it has just answered.
-void ReadTimeAgain(SlowDrives& drives, const Char* path, Platform::FileTime& time);
+    // The file was loaded or saved and was so then.
+    void Take(const FileStamp& stamp) {
+        taken = stamp;
+        accepted = stamp.time;
+    }
+    const FileStamp& Taken() const { return taken; }
+    // Whether it was written later than it was taken, and than what was accepted. The drive is asked also while it
+    // rests. False when it cannot tell.
+    bool IsWrittenLater(const Char* path);
+    // Accepts what was written until now; where the drive has just answered slowly, until then.
+    void AcceptUntilNow(const Char* path);
+
+private:
+    bool Ask(const Char* path);
+
+    SlowDrives& drives;
+    FileStamp taken;
+    FileStamp seen; // when the drive was last asked; no time: it could not be read
+    Platform::FileTime accepted = 0;
+};

@@ -2,7 +2,6 @@
 
 #include "base/Text.h"
 #include "base/TextFormat.h"
-#include "document/FileTimeCheck.h"
 #include "document/LineEdit.h"
 #include "document/TextDecode.h"
 #include "document/TextSave.h"
@@ -85,14 +84,15 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     if (createNew) return MakeNew(fileName);
     Clear(false);
     DecodedText decoded;
-    if (!ReadTextFile(fileName, decoded, fileTime)) return false;
+    if (!ReadTextFile(fileName, decoded)) return false;
     // Before the text is taken over, so that a failed load leaves none.
     if (decoded.text && !SetPath(fileName)) return false;
+    onDisk.Take(decoded.file);
     encoding = decoded.encoding;
     // Without a text the file was read, but the code page can make nothing of it.
     if (!decoded.text) return true;
     TakeText(decoded);
-    pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, fileTime);
+    pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, decoded.file);
     return true;
 }
 
@@ -118,13 +118,12 @@ void TextBuffer::TakeRecovered(DecodedText& recovered) {
 // Read before the old text goes: a file that was deleted or locked meanwhile must not cost it.
 bool TextBuffer::Reload() {
     DecodedText decoded;
-    Platform::FileTime time = 0;
-    if (!ReadTextFile(path.Text(), decoded, time) || !decoded.text) return false;
+    if (!ReadTextFile(path.Text(), decoded) || !decoded.text) return false;
     const EditPipeline::Operation operation(pipeline);
     Clear(false);
-    fileTime = time;
+    onDisk.Take(decoded.file);
     TakeText(decoded);
-    pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, fileTime);
+    pipeline.Journal().IsInFile(TextJournal::Origin::Loaded, decoded.file);
     pipeline.Notifier().Invalidate();
     return true;
 }
@@ -137,21 +136,21 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     const Encoding fileEncoding = static_cast<uint32_t>(newEncoding) < EncodingCount ? newEncoding : encoding;
     const LineEnding wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
     const LineEnding style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
-    Platform::FileTime time = fileTime;
+    FileStamp stamp;
     const SaveResult result =
-        CommitEdit() ? WriteTextFile(file, Content(), Length(), {fileEncoding, style}, time) : SaveResult::Untouched;
+        CommitEdit() ? WriteTextFile(file, Content(), Length(), {fileEncoding, style}, stamp) : SaveResult::Untouched;
     const bool saved = result == SaveResult::Saved;
-    if (result == SaveResult::Cut && IsOwnFile(file)) {
-        fileTime = time;
+    const bool cut = result == SaveResult::Cut && IsOwnFile(file);
+    if ((saved || cut) && stamp.time) onDisk.Take(stamp);
+    if (cut) {
         pipeline.History().MarkUnsaved(); // no state of the text is in the file now
         NotifyModified();
     }
     if (saved) {
-        fileTime = time;
         encoding = fileEncoding; // only now: the next save must not write an encoding that nobody has asked for
         losesBytes = isNew = false;
         pipeline.History().MarkSaved();
-        pipeline.Journal().IsInFile(TextJournal::Origin::Saved, fileTime);
+        pipeline.Journal().IsInFile(TextJournal::Origin::Saved, stamp);
         NotifyModified();
     }
     if (style != lineEnding) {
@@ -165,16 +164,9 @@ bool TextBuffer::MayCheckDisk() {
     return !IsOutput() && title.IsEmpty() && services.slowDrives.MayAsk(path.Text(), this, Platform::Ticks());
 }
 
-bool TextBuffer::IsChangedOnDisk() {
-    seenTime = 0;
-    return !IsOutput() && title.IsEmpty() && ReadTimeToCheck(services.slowDrives, path.Text(), seenTime) &&
-           fileTime < seenTime;
-}
+bool TextBuffer::IsChangedOnDisk() { return !IsOutput() && title.IsEmpty() && onDisk.IsWrittenLater(path.Text()); }
 
-void TextBuffer::MarkFileTimeNow() {
-    ReadTimeAgain(services.slowDrives, path.Text(), seenTime);
-    fileTime = std::max(Platform::Now(), seenTime); // the clock of who wrote the file may be ahead of ours
-}
+void TextBuffer::MarkFileTimeNow() { onDisk.AcceptUntilNow(path.Text()); }
 
 bool TextBuffer::GetEncoding(Encoding& current, const Char* const*& names) const {
     current = encoding;

@@ -4,6 +4,7 @@
 #include "document/BulkEdit.h"
 #include "document/Document.h"
 #include "document/EditPipeline.h"
+#include "document/FileTimeCheck.h"
 #include "document/LineBreaks.h"
 #include "document/OutputCollector.h"
 #include "document/SearchProgress.h"
@@ -19,7 +20,8 @@ class TextBuffer final : public DocumentBase, public TextContent {
 public:
     // `around` outlives the document.
     explicit TextBuffer(TextServices& around)
-        : services(around), pipeline(*this, *this, parts, TextViews(views)), output(parts.store) {}
+        : services(around), pipeline(*this, *this, parts, TextViews(views)), output(parts.store),
+          onDisk(around.slowDrives) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
@@ -167,8 +169,7 @@ private:
     EditPipeline pipeline;
     OutputCollector output;
     bool isOutput = false;
-    Platform::FileTime fileTime = 0;
-    Platform::FileTime seenTime = 0; // the file's when its drive was last asked; 0: it could not be read
+    FileTimeCheck onDisk;
     Encoding encoding = Encoding::Ansi;
     LineEnding lineEnding = LineEnding::Dos;
     HighlightRange marks[MarkCount]; // those of the engine that was attached last

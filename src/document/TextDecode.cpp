@@ -81,20 +81,14 @@ bool DecodeBytes(FilePieces& pieces, DecodedText& out) {
 
 } // namespace
 
-bool ReadTextFile(const Char* name, DecodedText& out, Platform::FileTime& time) {
+bool ReadTextFile(const Char* name, DecodedText& out) {
     Platform::File file;
-    uint64_t size = 0;
-    Platform::FileTime written = 0;
-    if (!file.Open(name, Platform::File::Mode::ReadShared) || !file.GetSize(size) || !file.GetTime(written))
-        return false;
-    if (size > Platform::LargestWholeFile) return false;
-    FilePieces pieces(file, size);
+    if (!file.Open(name, Platform::File::Mode::ReadShared) || !ReadStamp(file, out.file)) return false;
+    if (out.file.size > Platform::LargestWholeFile) return false;
+    FilePieces pieces(file, out.file.size);
     if (!pieces.Fill()) return false;
-    out.fileSize = size;
     out.encoding = DetectEncoding(pieces.Bytes(), pieces.Count());
     pieces.Drop(SignatureOf(out.encoding).count);
     const bool isUtf16 = out.encoding == Encoding::Unicode || out.encoding == Encoding::UnicodeBigEndian;
-    if (!(isUtf16 ? DecodeUnits(pieces, out) : DecodeBytes(pieces, out))) return false;
-    time = written;
-    return true;
+    return isUtf16 ? DecodeUnits(pieces, out) : DecodeBytes(pieces, out);
 }

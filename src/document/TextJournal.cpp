@@ -38,11 +38,11 @@ void TextJournal::Replaced() {
     hasOrigin = false;
 }
 
-void TextJournal::IsInFile(Origin how, Platform::FileTime time) {
+void TextJournal::IsInFile(Origin how, const FileStamp& stamp) {
     Replaced();
     hasOrigin = true;
     origin = how;
-    fileTime = time;
+    fileStamp = stamp;
 }
 
 bool TextJournal::WriteAll(JournalFile& made) {
@@ -65,12 +65,13 @@ bool TextJournal::WriteRest(JournalFile& journal) { return unwritten.IsEmpty() |
 
 // Only of a large text, whose file has not changed since and is not far away.
 bool TextJournal::IsOverFile(JournalSubject& subject) const {
-    Platform::File onDisk;
+    FileStamp onDisk;
     if (!hasOrigin || !subject.hasFile || sinceFile.IsEmpty() || TextLength() <= LargeText ||
-        Platform::IsRemote(Owner().GetName()) || !onDisk.Open(Owner().GetName(), Platform::File::Mode::Attributes) ||
-        !onDisk.GetTime(subject.fileTime) || !onDisk.GetSize(subject.fileSize) || subject.fileTime != fileTime ||
+        Platform::IsRemote(Owner().GetName()) || !ReadStamp(Owner().GetName(), onDisk) || onDisk != fileStamp ||
         !WouldComeBack())
         return false;
+    subject.fileTime = fileStamp.time;
+    subject.fileSize = fileStamp.size;
     Checksum sum;
     content.ForEachPiece(0, TextLength(), [&](const Char* piece, size_t count) {
         sum.Add(piece, count * sizeof(Char));

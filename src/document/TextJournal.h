@@ -2,6 +2,7 @@
 
 #include "document/ChangedSpan.h"
 #include "document/DocumentJournal.h"
+#include "document/FileStamp.h"
 #include "document/TextContent.h"
 
 // The journal of a text document. It begins with the whole text, or for a large text with how it differs from its file,
@@ -22,9 +23,9 @@ public:
     void Changed(const TextChange& change);
     // The text is another one, of no file that is known.
     void Replaced();
-    // The text is that of the document's file, written at `time`: as it was read, or as it was saved.
+    // The text is that of the document's file, as it was read, or as it was saved.
     enum class Origin { Loaded, Saved };
-    void IsInFile(Origin how, Platform::FileTime time);
+    void IsInFile(Origin how, const FileStamp& stamp);
 
 private:
     bool WriteAll(JournalFile& made) override;
@@ -42,5 +43,5 @@ private:
     ChangedSpan sinceFile; // while the text was that of its file
     bool hasOrigin = false;
     Origin origin = Origin::Loaded;
-    Platform::FileTime fileTime = 0;
+    FileStamp fileStamp;
 };

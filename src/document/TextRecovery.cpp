@@ -77,9 +77,8 @@ private:
 
 bool ReadFile(const JournalReader& journal, DecodedText& out) {
     const JournalSubject& subject = journal.Subject();
-    Platform::FileTime time = 0;
-    return ReadTextFile(journal.Name().Text(), out, time) && time == subject.fileTime &&
-           out.fileSize == subject.fileSize && out.text;
+    const FileStamp wanted = {subject.fileTime, subject.fileSize};
+    return ReadTextFile(journal.Name().Text(), out) && out.file == wanted && out.text;
 }
 
 // False when there is no further change that is good.

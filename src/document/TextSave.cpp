@@ -96,12 +96,11 @@ private:
 
 } // namespace
 
-SaveResult WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form,
-                         Platform::FileTime& time) {
+SaveResult WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form, FileStamp& stamp) {
     EncodedText source(text, length, form);
     if (!source.Prepare()) return SaveResult::Untouched;
     const SaveResult result = SaveSafely(name, source);
-    // Of a file that was not touched it may be the time of another program's write.
-    if (result != SaveResult::Untouched) Platform::ReadTime(name, time);
+    // That of a file that was not touched may come from another program's write.
+    if (result != SaveResult::Untouched) ReadStamp(name, stamp);
     return result;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "base/Platform.h"
 #include "base/SafeSave.h"
 #include "document/Encoding.h"
+#include "document/FileStamp.h"
 
 // What a text is in a file: its line ending is Unix or Dos.
 struct TextFileForm {
@@ -11,7 +11,7 @@ struct TextFileForm {
 };
 
 // Writes `length` characters as a new file: the signature of the encoding, then the text with each line feed
-// as the line ending wants it. `time` becomes the time of the file's last write when the file was
-// touched and that can be read.
+// as the line ending wants it. `stamp` becomes the file's when that was touched and can be
+// asked.
 [[nodiscard]] SaveResult WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form,
-                                       Platform::FileTime& time);
+                                       FileStamp& stamp);

@@ -20,8 +20,8 @@ uint64_t failingFileCall;
 bool CountFileCall() { return ++fileCalls == failingFileCall; }
 
 // Saves without a copy, with the n-th file call failing (0: none). The calls are: open as a new file, open as one that
-// is there, make room, one for each write, cut, flush, open again and read the time. The second is for a file that is
-// there.
+// is there, make room, one for each write, cut, flush, open again, read the time and the size. The second is for a file
+// that is there.
 bool SaveCounting(TextDocument& document, const std::u16string& path, Encoding encoding, LineEnding style,
                   uint64_t failing) {
     fileCalls = 0;
@@ -34,7 +34,7 @@ bool SaveCounting(TextDocument& document, const std::u16string& path, Encoding e
 }
 
 constexpr uint64_t CallsBeforeWrites = 3;
-constexpr uint64_t CallsBesideWrites = 7;
+constexpr uint64_t CallsBesideWrites = 8;
 
 } // namespace
 
