@@ -1,17 +1,20 @@
 #include "app/LeftJournals.h"
 
 #include "base/RecoveryFile.h"
+#include "binary/ByteJournal.h"
 
 namespace {
 
-// Reads up to the end of the first change, without which there is nothing to open.
+// Reads up to the end of the first change, and of those written together with it, without which there is nothing to
+// open.
 JournalReader::State StateOf(JournalReader& journal) {
     const JournalReader::State state = journal.ReadHeader();
     const uint32_t kind = journal.Subject().kind;
     if (state != JournalReader::State::Readable) return state;
     if (kind != JournalSubject::Text && kind != JournalSubject::Bytes) return JournalReader::State::Damaged;
     JournalChange change;
-    if (journal.Next(change) && journal.Pass()) return JournalReader::State::Readable;
+    while (journal.Next(change) && journal.Pass())
+        if (kind != JournalSubject::Bytes || !ByteJournal::HasMore(change)) return JournalReader::State::Readable;
     return journal.HasFailed() ? JournalReader::State::Unknown : JournalReader::State::Damaged;
 }
 

@@ -50,14 +50,13 @@ void BinaryDocument::Close() {
 }
 
 RecoveryResult BinaryDocument::Recover(JournalReader& changes) {
-    // First whether a save had begun, which is said at the end.
+    // First how many changes are good, and whether a save had begun, which is said at the end.
     bool isSaving = false;
-    JournalChange change;
-    while (changes.Next(change) && changes.Pass()) isSaving = change.start == ByteJournal::SaveMark.start;
+    const uint64_t count = CountChanges(changes, isSaving);
     const bool isThere = changes.Subject().fileSize == FileSize();
     RecoveryResult result = isThere ? RecoveryResult::Failed : RecoveryResult::FileChanged;
     if (isThere && !changes.HasFailed() && changes.ReadHeader() == JournalReader::State::Readable)
-        result = TakeChanges(changes, isSaving);
+        result = TakeChanges(changes, count, isSaving);
     const bool isGood = result == RecoveryResult::Whole || result == RecoveryResult::Cut;
     if (isGood)
         history.MarkPartlySaved();
@@ -66,23 +65,41 @@ RecoveryResult BinaryDocument::Recover(JournalReader& changes) {
     return result;
 }
 
-RecoveryResult BinaryDocument::TakeChanges(JournalReader& changes, bool isSaving) {
+// Of a page of the file, or the mark of a save.
+bool BinaryDocument::IsChange(const JournalChange& change) const {
+    if (ByteJournal::IsSaveMark(change)) return true;
+    const uint64_t start = ByteJournal::PageStart(change);
+    return start % PageSize == 0 && start < FileSize() && change.length == file.PageBytes(start);
+}
+
+// The changes up to the last one after which nothing is missing that was written together with it.
+uint64_t BinaryDocument::CountChanges(JournalReader& changes, bool& isSaving) const {
+    uint64_t complete = 0;
+    JournalChange change;
+    for (uint64_t count = 1; changes.Next(change) && IsChange(change) && changes.Pass(); ++count) {
+        if (ByteJournal::HasMore(change)) continue;
+        complete = count;
+        isSaving = ByteJournal::IsSaveMark(change);
+    }
+    return complete;
+}
+
+RecoveryResult BinaryDocument::TakeChanges(JournalReader& changes, uint64_t count, bool isSaving) {
     uint8_t page[PageSize];
+    uint8_t inFile[PageSize];
     uint32_t valid = 0;
     JournalChange change;
-    while (changes.Next(change)) {
-        if (change.start == ByteJournal::SaveMark.start && change.length == 0 && changes.Pass()) continue;
-        if (change.start % PageSize != 0 || change.start >= FileSize() || change.length != file.PageBytes(change.start))
-            break;
+    for (; count; --count) {
+        if (!changes.Next(change) || !IsChange(change) || !changes.Read(page)) return RecoveryResult::Failed;
+        if (ByteJournal::IsSaveMark(change)) continue;
+        const uint64_t start = ByteJournal::PageStart(change);
         Checksum sum;
-        if (!content.ReadPage(page, change.start, true, valid)) return RecoveryResult::Failed;
-        sum.Add(page, valid);
+        if (!content.ReadPage(inFile, start, true, valid)) return RecoveryResult::Failed;
+        sum.Add(inFile, valid);
         // A save that was cut short may have written this page already, or a part of it.
         if (!isSaving && sum.Value() != change.detail) return RecoveryResult::FileChanged;
-        if (!changes.Read(page)) break;
-        if (!WriteBytes(change.start, page, static_cast<size_t>(change.length))) return RecoveryResult::Failed;
+        if (!WriteBytes(start, page, static_cast<size_t>(change.length))) return RecoveryResult::Failed;
     }
-    if (changes.HasFailed()) return RecoveryResult::Failed;
     return changes.IsAtEnd() ? RecoveryResult::Whole : RecoveryResult::Cut;
 }
 

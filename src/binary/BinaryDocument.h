@@ -88,7 +88,9 @@ private:
 
     void Close();
     bool WriteToFile();
-    RecoveryResult TakeChanges(JournalReader& changes, bool isSaving);
+    bool IsChange(const JournalChange& change) const;
+    uint64_t CountChanges(JournalReader& changes, bool& isSaving) const;
+    RecoveryResult TakeChanges(JournalReader& changes, uint64_t count, bool isSaving);
     bool Perform(ByteEdit& edit, bool undoing);
     bool Step(bool undoing);
     bool StepEdit(bool undoing);

@@ -2,6 +2,16 @@
 
 #include "document/Document.h"
 
+namespace {
+
+// From `page` on the first one that is to be written.
+ChangedPage* NextPage(ChangedPage* page, bool all) {
+    while (page && !all && page->isInJournal) page = page->next;
+    return page;
+}
+
+} // namespace
+
 void ByteJournal::SaveBegins() {
     // Only after every page, and on the disk: from the mark on they count, whatever the file has.
     if (!Flush() || !Writable()) return;
@@ -27,12 +37,15 @@ bool ByteJournal::WriteRest(JournalFile& journal) {
 }
 
 bool ByteJournal::PutPages(JournalFile& journal, bool all) {
-    for (ChangedPage* page = content.FirstPage(); page; page = page->next)
-        if ((all || !page->isInJournal) && !PutPage(journal, *page)) return false;
+    for (ChangedPage* page = NextPage(content.FirstPage(), all); page;) {
+        ChangedPage* const following = NextPage(page->next, all);
+        if (!PutPage(journal, *page, following != nullptr)) return false;
+        page = following;
+    }
     return true;
 }
 
-bool ByteJournal::PutPage(JournalFile& journal, ChangedPage& page) {
+bool ByteJournal::PutPage(JournalFile& journal, ChangedPage& page, bool hasMore) {
     uint8_t inFile[PageSize];
     uint32_t valid = 0;
     const uint64_t start = page.index * PageSize;
@@ -40,7 +53,7 @@ bool ByteJournal::PutPage(JournalFile& journal, ChangedPage& page) {
     // A page is only put back over what it was made from: the file may be another program's by then.
     Checksum sum;
     sum.Add(inFile, valid);
-    journal.Begin({start, sum.Value(), content.PageBytes(start)});
+    journal.Begin({hasMore ? start | MoreFollow : start, sum.Value(), content.PageBytes(start)});
     page.isInJournal = journal.Put(page.data, content.PageBytes(start)) && journal.End();
     return page.isInJournal;
 }

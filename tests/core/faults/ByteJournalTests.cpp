@@ -1,5 +1,6 @@
 #include "JournalTest.h"
 #include "app/DocumentOpener.h"
+#include "app/LeftJournals.h"
 #include "app/OpenFailures.h"
 #include "app/RecoveryOffer.h"
 #include "binary/BinaryDocument.h"
@@ -217,7 +218,7 @@ void ByteJournalTest::FailWhileEditing(bool hasJournal) {
             ASSERT_TRUE(Edit(10, "first"));
             ASSERT_TRUE(!hasJournal || document->FlushJournal());
             const std::string before = Content();
-            ASSERT_TRUE(Edit(2 * PageSize, "second")); // in one page, which is one change
+            ASSERT_TRUE(Edit(2 * PageSize - 3, "second")); // over two pages
             const std::string after = Content();
             disk.FailAt(number, tried.fault);
             bool isFlushed = document->FlushJournal();
@@ -319,6 +320,40 @@ TEST_F(ByteJournalTest, AChangeThatIsNoPageOfTheFileEndsTheChanges) {
         EXPECT_EQ(RecoverBytes(Written({PageChange(page), change}, page)), RecoveryResult::Cut) << change.start;
         EXPECT_TRUE(Content() == result);
         EXPECT_TRUE(document->IsModified());
+    }
+}
+
+// Several edits, of which the later ones are in pages of the earlier ones: some of the pages alone never were together.
+TEST_F(ByteJournalTest, CutAnywhereItIsAStateThatWasWritten) {
+    Open();
+    ASSERT_TRUE(Edit(10, "first"));
+    ASSERT_TRUE(document->FlushJournal());
+    const std::string first = Content();
+    for (uint64_t page = 0; page < 3; ++page) ASSERT_TRUE(Edit(page * PageSize + 100, "second"));
+    ASSERT_TRUE(Edit(PageSize - 2, "both"));
+    ASSERT_TRUE(document->FlushJournal());
+    const std::string whole = TheJournal();
+    Kill();
+    for (size_t cut = 1; cut < whole.size(); cut += 997) {
+        const RecoveryResult result = RecoverBytes(whole.substr(0, whole.size() - cut));
+        if (!document->IsModified()) continue;
+        EXPECT_TRUE(Content() == first || (Content() == old && result == RecoveryResult::Cut));
+    }
+}
+
+TEST_F(ByteJournalTest, PagesOfWhichTheLastIsMissingAreNoneToOffer) {
+    Open();
+    ASSERT_TRUE(Edit(PageSize - 2, "both"));
+    ASSERT_TRUE(document->FlushJournal());
+    const std::string whole = TheJournal();
+    Kill();
+    for (const bool isWhole : {true, false}) {
+        const std::string bytes = isWhole ? whole : whole.substr(0, whole.size() - 1);
+        disk.Write(std::u16string(Folder) + u"7.journal", bytes);
+        LeftJournals journals;
+        journals.Look();
+        EXPECT_EQ(journals.First() != nullptr, isWhole);
+        if (isWhole) LeftJournals::Remove(*journals.First());
     }
 }
 
