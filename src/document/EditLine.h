@@ -40,7 +40,9 @@ public:
     // Closes the line, forgets what is pending, and frees the copy.
     void Release();
 
-    // Change the open line. Columns are at most Length(). Only an insertion can fail, without memory.
+    // Change the open line. Columns are at most Length(). Only making room and an insertion can fail, without memory.
+    // Room for so many characters more; an insertion that needs no other cannot fail.
+    [[nodiscard]] bool MakeRoom(uint32_t characters) { return text.Reserve(text.Length() + characters); }
     [[nodiscard]] bool Insert(uint32_t column, const Char* inserted, uint32_t count);
     void Erase(ColumnRange columns);
     void Set(uint32_t column, Char character);

@@ -55,8 +55,7 @@ bool EditPipeline::ExtendTyping(LineEdit& typed, TextDocumentView* view, Char ch
     const Operation operation(*this);
     EditLine& line = target.parts.editLine;
     bool affects = notifyEngine && target.content.EditLineAffectsFollowingLines();
-    // Room in the record first: once the line has changed nothing may fail.
-    if (!typed.MakeRoom() || !line.Insert(column, &character, 1)) return false;
+    if (!line.Insert(column, &character, 1)) return false;
     typed.Extend(character);
     // Only a step undone while memory was short can be left here; it does not fit the line any more.
     history.ForgetRedo();

@@ -67,10 +67,10 @@ public:
     // Edits. Takes the record over, also on failure, performs and records it, and tells the views. False without
     // memory; nothing has changed then.
     [[nodiscard]] bool Perform(UndoRecord* record);
-    // For a character of which the pending record `typed` says that it Continues: types it at `column` of the edit line
-    // and into the record. The views are told as by Perform, but only the caret of `view` (null for none) moves.
-    // There is no new record: the serial stays, and whether the document is modified. For `notifyEngine` see
-    // TextBuffer::TypeChar. False without memory; nothing has changed then.
+    // For a character of which the pending record `typed` says that it Continues, and for which it has room: types it
+    // at `column` of the edit line and into the record. The views are told as by Perform, but only the caret of `view`
+    // (null for none) moves. There is no new record: the serial stays, and whether the document is modified. For
+    // `notifyEngine` see TextBuffer::TypeChar. False without memory; nothing has changed then.
     [[nodiscard]] bool ExtendTyping(LineEdit& typed, TextDocumentView* view, Char character, uint32_t column,
                                     bool notifyEngine);
     // One step back or forth, a record or a group. Commits first. False without memory; no step is made then.

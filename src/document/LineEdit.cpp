@@ -13,7 +13,7 @@ bool LineEdit::SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Ch
 }
 
 void LineEdit::Extend(Char character) {
-    static_cast<void>(text.AppendChar(character)); // the caller has reserved room
+    static_cast<void>(text.AppendChar(character)); // the caller has made room
     ++count;
     ++growth;
 }

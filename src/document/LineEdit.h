@@ -20,8 +20,8 @@ public:
     // The next key of a run, in this order; EditPipeline::ExtendTyping has the edit line changed before Extend.
     // Of a pending record: whether a character typed at `atColumn` goes on with its word, or with what is between two.
     bool Continues(Char typed, uint32_t atColumn) const;
-    // Only this can fail, without memory.
-    bool MakeRoom() { return text.Reserve(text.Length() + 1); }
+    // For so many characters. Only this can fail, without memory.
+    [[nodiscard]] bool MakeRoom(uint32_t characters) { return text.Reserve(text.Length() + characters); }
     void Extend(Char character);
     // From now on nothing continues the record.
     void EndRun() { runHasEnded = true; }

@@ -214,23 +214,23 @@ bool TextBuffer::OpenCaretLine(const TextDocumentView* view) {
     return parts.editLine.IsOpen() && !parts.editLine.Text().IsEmpty();
 }
 
-bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite) {
+bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite,
+                          uint32_t room) {
     if (readOnly) return true;
     // A line feed typed as such breaks the line as well: the edit line never holds one inside.
     if (ch == u'\r' || ch == u'\n') return NewLine(view, column);
-    if (!OpenCaretLine(view)) return false;
-    if (uint64_t{Length() + EditLineGrowth()} + 1 >= TextStore::LengthLimit) return false;
-
-    const uint32_t end = parts.editLine.Length();
-    column = std::min(column, end);
+    if (uint64_t{Length() + EditLineGrowth()} + room >= TextStore::LengthLimit) return false;
+    if (!OpenCaretLine(view) || !parts.editLine.MakeRoom(room)) return false;
+    column = std::min(column, parts.editLine.Length());
     UndoRecord* latest = History().UndoHead();
     if (!overwrite && latest && latest->state == UndoRecord::State::InEditLine) {
         auto& typed = static_cast<LineEdit&>(*latest);
-        if (typed.Continues(ch, column)) return pipeline.ExtendTyping(typed, view, ch, column, notifyEngine);
+        if (typed.Continues(ch, column))
+            return typed.MakeRoom(room) && pipeline.ExtendTyping(typed, view, ch, column, notifyEngine);
     }
-    const Char replaced = overwrite && column < end ? EditLineText()[column] : u'\0';
+    const Char replaced = overwrite && column < parts.editLine.Length() ? EditLineText()[column] : u'\0';
     auto* record = new LineEdit(pipeline.Target(), false);
-    UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced));
+    UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced) && record->MakeRoom(room));
     return checked && pipeline.Perform(checked);
 }
 

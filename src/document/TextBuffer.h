@@ -80,7 +80,9 @@ public:
     // latest LineEdit, that is extended; else it makes a new one. A line break goes to NewLine. With `overwrite` the
     // character takes the place of the one at `column`, as a step of its own. Without `notifyEngine` a character that
     // extends a record is not repainted, nor are lines below that it may colour differently.
-    bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite);
+    // There is room then for `room` of them in all: the others of a run that is inserted here cannot fail.
+    bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite,
+                  uint32_t room = 1);
     // Breaks the line, which is a change of the store. The new line begins with the blanks that the old one begins with
     // before `column`; blanks from there on are removed when nothing else is there.
     bool NewLine(TextDocumentView* view, uint32_t column);

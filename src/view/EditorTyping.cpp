@@ -81,8 +81,9 @@ void InsertTabAsSpaces(TextEditor& editor) {
     const TextSpan line = editor.Text().Line(editor.CaretLine());
     uint64_t visual = 0;
     for (uint32_t i = 0; i < editor.CaretColumn() && i < line.length; ++i) visual += line.text[i] == u'\t' ? size : 1;
-    for (uint64_t count = size - visual % size; count; --count) {
-        if (!editor.GetTextBuffer()->TypeChar(&editor, u' ', editor.CaretColumn(), true, false)) return;
+    for (auto count = static_cast<uint32_t>(size - visual % size); count; --count) {
+        // Only the first can fail: it makes room for all of them.
+        if (!editor.GetTextBuffer()->TypeChar(&editor, u' ', editor.CaretColumn(), true, false, count)) return;
     }
     editor.GetTextBuffer()->EndTyping();
 }

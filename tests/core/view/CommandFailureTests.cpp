@@ -101,7 +101,7 @@ TEST_F(CommandFailureTest, EveryKey) {
 
 // Over a selection, which is removed by a step of its own.
 TEST_F(CommandFailureTest, EveryKindOfCharacter) {
-    settings.ReplaceTabs = 0; // the spaces of a tab are typed one after the other
+    settings.ReplaceTabs = 0;
     Select();
     ASSERT_TRUE(view().DeleteSelection());
     between = Text();
@@ -110,6 +110,21 @@ TEST_F(CommandFailureTest, EveryKindOfCharacter) {
         FailInTurn([&] { Type({character}); });
     }
     EXPECT_GT(failures, 50u);
+}
+
+// The spaces of a tab are typed one after the other, and are all there or none of them.
+TEST_F(CommandFailureTest, ATabOfManySpaces) {
+    settings.ReplaceTabs = 1;
+    settings.SpacesPerTab = 100;
+    const auto typeTab = [&] { Type({u'\t'}); };
+    FailInTurn(typeTab);
+    FailInTurn( // of the same step as a space before them
+        [&] {
+            TypeInLine();
+            Type(u" ");
+        },
+        typeTab);
+    EXPECT_GT(failures, 5u);
 }
 
 } // namespace
