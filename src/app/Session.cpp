@@ -32,13 +32,19 @@ bool IsSessionFile(const CommandState& state, const Char* file) {
            Platform::IsSameFile(own, file);
 }
 
-// Only the present session's own file is replaced without a question.
-bool MayReplace(CommandContext& frame, const Char* file) {
-    if (IsSessionFile(frame.commands, file)) return true;
-    if (Platform::EntryKind(file) == Platform::Entry::Missing) return true;
+enum class Permission { Given, Refused, Unknown };
+
+// Only the present session's own file is replaced without a question. Unknown without memory to find out or to ask.
+Permission MayReplace(CommandContext& frame, const Char* file) {
+    if (IsSessionFile(frame.commands, file)) return Permission::Given;
+    const Platform::Entry present = Platform::EntryKind(file);
+    if (present == Platform::Entry::Missing) return Permission::Given;
     WString question;
-    return Text::AppendFormat(question, u"%s already exists.\nWould you like to overwrite it?", file) &&
-           frame.AskUser(question.Text(), MessageKind::YesNoCancel) == Answer::Yes;
+    if (present == Platform::Entry::Unknown ||
+        !Text::AppendFormat(question, u"%s already exists.\nWould you like to overwrite it?", file))
+        return Permission::Unknown;
+    const bool isGiven = frame.AskUser(question.Text(), MessageKind::YesNoCancel) == Answer::Yes;
+    return isGiven ? Permission::Given : Permission::Refused;
 }
 
 void ReportFailure(CommandContext& frame, const Char* file) {
@@ -63,7 +69,9 @@ void SaveSession(CommandContext& frame, const Char* file) {
     WString text;
     Platform::ByteBlock bytes;
     if (!BuildSessionText(frame.Documents(), text) || !Encode(text, bytes)) return ReportFailure(frame, name.Text());
-    if (!MayReplace(frame, name.Text())) return;
+    const Permission permission = MayReplace(frame, name.Text());
+    if (permission == Permission::Unknown) return ReportFailure(frame, name.Text());
+    if (permission == Permission::Refused) return;
     BlockSource source(bytes.bytes, bytes.size);
     if (SaveSafely(name.Text(), source, Replaced::Kept) != SaveResult::Saved) ReportFailure(frame, name.Text());
 }

@@ -108,7 +108,8 @@ private:
     bool isDirectory = false;
 };
 
-enum class Entry { Missing, File, Directory };
+enum class Entry { Missing, File, Directory, Unknown };
+// Unknown without memory to find out.
 [[nodiscard]] Entry EntryKind(const Char* path);
 // Whether two paths lead to the same file. False also where the system does not say.
 [[nodiscard]] bool IsSameFile(const Char* left, const Char* right);

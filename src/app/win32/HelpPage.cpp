@@ -33,7 +33,8 @@ void Warn(UserPrompt& prompt, const Char* format, const WString& path) {
 void OpenHelpPage(HWND owner, UserPrompt& prompt) {
     WString path;
     if (!FindPage(path)) return;
-    if (Platform::EntryKind(path.Text()) != Platform::Entry::File)
+    const Platform::Entry kind = Platform::EntryKind(path.Text());
+    if (kind == Platform::Entry::Missing || kind == Platform::Entry::Directory)
         return Warn(prompt, u"The manual is missing: %s", path);
     ProcessSetup::UseOle();
     const HINSTANCE result = ShellExecuteW(owner, L"open", Wide(path.Text()), nullptr, nullptr, SW_SHOWNORMAL);

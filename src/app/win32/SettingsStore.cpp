@@ -12,26 +12,34 @@ namespace {
 
 constexpr const wchar_t* SettingsFileName = L"orvane.ini";
 
-} // namespace
-
-bool LocateSettingsFile(WString& path) {
+// The settings file's path: the documents folder first, then the system's search path. Missing when it is in neither;
+// the path of the documents folder is filled in all the same. Unknown without memory.
+Platform::Entry LocateSettingsFile(WString& path) {
     wchar_t folder[MAX_PATH];
-    if (SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder) == S_OK &&
-        path.Assign(FromWide(folder)) && path.AppendChar(u'\\') && path.Append(FromWide(SettingsFileName)) &&
-        Platform::EntryKind(path.Text()) == Platform::Entry::File)
-        return true;
+    if (SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, folder) == S_OK) {
+        if (!path.Assign(FromWide(folder)) || !path.AppendChar(u'\\') || !path.Append(FromWide(SettingsFileName)))
+            return Platform::Entry::Unknown;
+        const Platform::Entry kind = Platform::EntryKind(path.Text());
+        if (kind == Platform::Entry::File || kind == Platform::Entry::Unknown) return kind;
+    }
     wchar_t found[MAX_PATH];
     const DWORD length = SearchPathW(nullptr, SettingsFileName, nullptr, MAX_PATH, found, nullptr);
-    return length > 0 && length < MAX_PATH && path.Assign(FromWide(found));
+    if (length == 0 || length >= MAX_PATH) return Platform::Entry::Missing;
+    return path.Assign(FromWide(found)) ? Platform::Entry::File : Platform::Entry::Unknown;
 }
 
+} // namespace
+
 bool SettingsStore::Load() {
-    auto* const file = new IniFile;
+    WString located;
+    const Platform::Entry kind = LocateSettingsFile(located);
+    auto* const file = kind == Platform::Entry::Unknown ? nullptr : new IniFile;
     if (!file) return false;
     Free();
     ini = file;
+    path = static_cast<WString&&>(located);
     // What a malformed file held before its first bad line is used; there is no message until it is to be saved.
-    const bool isRead = !LocateSettingsFile(path) || ini->Load(path.Text());
+    const bool isRead = kind == Platform::Entry::Missing || ini->Load(path.Text());
     known = {!isRead && !ini->StoppedLine(), ini->StoppedLine()};
     LoadSettings(*ini);
     ForgetSystemColours();

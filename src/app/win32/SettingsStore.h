@@ -38,7 +38,3 @@ private:
     SettingsKnowledge known;
     AcceleratorTable toolAccelerators;
 };
-
-// The settings file's path: the documents folder first, then the system's search path. True when a file is
-// there; the path of the documents folder is filled in all the same.
-bool LocateSettingsFile(WString& path);

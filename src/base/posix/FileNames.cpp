@@ -11,7 +11,8 @@
 Platform::Entry Platform::EntryKind(const Char* path) {
     const NativeText native(path, NativeText::Kind::Path);
     struct stat status;
-    if (!native.Text() || stat(native.Text(), &status) != 0) return Entry::Missing;
+    if (!native.Text()) return Entry::Unknown;
+    if (stat(native.Text(), &status) != 0) return Entry::Missing;
     return S_ISDIR(status.st_mode) ? Entry::Directory : Entry::File;
 }
 

@@ -45,9 +45,10 @@ bool AppendComponents(WString& out, const Char* path) {
 // Looks for `name` in the directory list[0, length).
 bool FindIn(const Char* list, uint32_t length, const Char* name, WString& out) {
     WString candidate;
-    return candidate.Assign(list, length) && Path::Join(candidate, name) &&
-           Platform::EntryKind(candidate.Text()) != Platform::Entry::Missing &&
-           Platform::FullPath(candidate.Text(), out);
+    if (!candidate.Assign(list, length) || !Path::Join(candidate, name)) return false;
+    const Platform::Entry kind = Platform::EntryKind(candidate.Text());
+    const bool isThere = kind == Platform::Entry::File || kind == Platform::Entry::Directory;
+    return isThere && Platform::FullPath(candidate.Text(), out);
 }
 
 // False only when memory runs out; `out` is then, and without such a variable, as it was.

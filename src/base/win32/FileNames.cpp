@@ -10,7 +10,8 @@
 
 Platform::Entry Platform::EntryKind(const Char* path) {
     const SystemPath system(path);
-    const DWORD attributes = system.Text() ? GetFileAttributesW(system.Text()) : INVALID_FILE_ATTRIBUTES;
+    if (!system.Text()) return Entry::Unknown;
+    const DWORD attributes = GetFileAttributesW(system.Text());
     if (attributes == INVALID_FILE_ATTRIBUTES) return Entry::Missing;
     return attributes & FILE_ATTRIBUTE_DIRECTORY ? Entry::Directory : Entry::File;
 }

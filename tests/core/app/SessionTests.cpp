@@ -67,6 +67,22 @@ TEST_F(SessionTest, AnExistingFileIsReplacedOnlyOnYes) {
     EXPECT_EQ(frame.questions[0].kind, MessageKind::YesNoCancel);
 }
 
+TEST_F(SessionTest, WithoutMemoryNoFileIsReplacedUnasked) {
+    const std::u16string file = folder.Write("s", "old");
+    const uint64_t failures = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            frame.questions.clear();
+            frame.answers = {Answer::No};
+        }
+        Save(file);
+        const FailurePause pause;
+        EXPECT_EQ(folder.Read("s"), "old");
+        return !frame.questions.empty() && frame.questions[0].kind == MessageKind::YesNoCancel;
+    });
+    EXPECT_GT(failures, 3u);
+}
+
 TEST_F(SessionTest, TheCurrentSessionFileIsReplacedWithoutAQuestion) {
     const std::u16string file = folder.Write("session.ses", "old");
     SetSessionFile(file);
