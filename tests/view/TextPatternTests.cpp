@@ -277,7 +277,7 @@ TEST_F(TextPatternTest, AttributesAndElements) {
     VariantClear(&value);
     ITextRangeProvider* found = nullptr;
     EXPECT_EQ(all->FindAttribute(Uia::IsReadOnly, VARIANT(), FALSE, &found), S_OK);
-    EXPECT_EQ(found, nullptr);
+    EXPECT_EQ(found, nullptr) << "a value of another type";
     IRawElementProviderSimple* enclosing = nullptr;
     EXPECT_EQ(all->GetEnclosingElement(&enclosing), S_OK);
     EXPECT_EQ(enclosing, element.Get());
@@ -289,6 +289,35 @@ TEST_F(TextPatternTest, AttributesAndElements) {
     SafeArrayDestroy(children);
     EXPECT_EQ(pattern->RangeFromChild(element.Get(), &found), E_INVALIDARG);
     EXPECT_EQ(pattern->RangeFromAnnotation(element.Get(), &found), E_INVALIDARG);
+}
+
+TEST_F(TextPatternTest, APieceWithAnAttributeIsFound) {
+    ShowText(u"one two");
+    const Range two(Part(4, 7));
+    VARIANT value = {};
+    value.vt = VT_BOOL;
+    for (const TEXTATTRIBUTEID attribute : {Uia::IsReadOnly, Uia::IsHidden}) {
+        for (const BOOL backward : {FALSE, TRUE}) {
+            value.boolVal = VARIANT_FALSE;
+            ITextRangeProvider* found = nullptr;
+            EXPECT_EQ(two->FindAttribute(attribute, value, backward, &found), S_OK);
+            ASSERT_NE(found, nullptr);
+            EXPECT_NE(found, two.Get()) << "a range of the client's own";
+            const Range copy(found);
+            EXPECT_EQ(Read(copy.Get()), u"two");
+            value.boolVal = VARIANT_TRUE;
+            EXPECT_EQ(two->FindAttribute(attribute, value, backward, &found), S_OK);
+            EXPECT_EQ(found, nullptr);
+        }
+    }
+    ITextRangeProvider* found = nullptr;
+    EXPECT_EQ(two->FindAttribute(40005, value, FALSE, &found), S_OK); // the font: not told
+    EXPECT_EQ(found, nullptr);
+    // Whoever goes on after what was found comes to an end.
+    value.boolVal = VARIANT_FALSE;
+    const Range nothing(Part(7, 7));
+    EXPECT_EQ(nothing->FindAttribute(Uia::IsReadOnly, value, FALSE, &found), S_OK);
+    EXPECT_EQ(found, nullptr);
 }
 
 TEST_F(TextPatternTest, RangesStayOnTheirCharacters) {

@@ -89,11 +89,24 @@ HRESULT TextRangeProvider::ExpandToEnclosingUnit(TextUnit unit) {
     return S_OK;
 }
 
-// All of the text has the same attributes, so none of them begins anywhere.
-HRESULT TextRangeProvider::FindAttribute(TEXTATTRIBUTEID, VARIANT, BOOL, ITextRangeProvider** out) {
+bool TextRangeProvider::GetAttribute(TEXTATTRIBUTEID attribute, VARIANT& out) const {
+    if (attribute != Uia::IsReadOnly && attribute != Uia::IsHidden) return false;
+    out.vt = VT_BOOL;
+    out.boolVal = attribute == Uia::IsReadOnly && text.IsReadOnly() ? VARIANT_TRUE : VARIANT_FALSE;
+    return true;
+}
+
+// All of the text has the same attributes: what has a value is the whole range, or nothing. An empty one has nothing,
+// so that a client comes to an end that goes on after what it has found.
+HRESULT TextRangeProvider::FindAttribute(TEXTATTRIBUTEID attribute, VARIANT value, BOOL, ITextRangeProvider** out) {
     if (!out) return E_INVALIDARG;
     *out = nullptr;
-    return provider->IsCut() ? Uia::NotAvailable : S_OK;
+    if (provider->IsCut()) return Uia::NotAvailable;
+    VARIANT own = {};
+    const bool isFound = GetAttribute(attribute, own) && value.vt == VT_BOOL &&
+                         (value.boolVal != VARIANT_FALSE) == (own.boolVal != VARIANT_FALSE) &&
+                         !held.range.Within(text.Text()).IsEmpty();
+    return isFound ? Return(held.range, out) : S_OK;
 }
 
 HRESULT TextRangeProvider::FindText(BSTR wanted, BOOL backward, BOOL ignoreCase, ITextRangeProvider** out) {
@@ -112,11 +125,7 @@ HRESULT TextRangeProvider::GetAttributeValue(TEXTATTRIBUTEID attribute, VARIANT*
     if (!out) return E_INVALIDARG;
     *out = VARIANT();
     if (provider->IsCut()) return Uia::NotAvailable;
-    if (attribute == Uia::IsReadOnly || attribute == Uia::IsHidden) {
-        out->vt = VT_BOOL;
-        out->boolVal = attribute == Uia::IsReadOnly && text.IsReadOnly() ? VARIANT_TRUE : VARIANT_FALSE;
-        return S_OK;
-    }
+    if (GetAttribute(attribute, *out)) return S_OK;
     const auto* automation = AccessibleLibraries::GetAutomation();
     if (!automation) return E_FAIL;
     const HRESULT result = automation->notSupported(&out->punkVal);

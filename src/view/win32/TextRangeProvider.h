@@ -41,6 +41,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetChildren(SAFEARRAY** out) override;
 
 private:
+    // False for an attribute that is not told; `out` is as it was then.
+    bool GetAttribute(TEXTATTRIBUTEID attribute, VARIANT& out) const;
     HRESULT Return(const AccessibleRange& made, ITextRangeProvider** out) const;
     // E_INVALIDARG for a range of another text or of somebody else; `own` holds it otherwise.
     HRESULT Open(ITextRangeProvider* other, ComReference<TextRangeProvider>& own) const;
