@@ -2,6 +2,7 @@
 
 #include "CallCounter.h"
 #include "TextViewTest.h"
+#include "base/win32/Ole.h"
 #include "viewbase/win32/AccessibleLibraries.h"
 
 #include <utility>
@@ -79,11 +80,10 @@ inline std::u16string Taken(BSTR text) {
     return out;
 }
 
-// A text view that screen readers ask.
+// A text view that screen readers ask. The thread is in no apartment until they do.
 class AccessibleViewTest : public TextViewTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
         ASSERT_TRUE(AutomationCalls::Install());
         AutomationCalls::events.clear();
         AutomationCalls::disconnected.clear();
@@ -92,7 +92,7 @@ protected:
     }
     void TearDown() override {
         TextViewTest::TearDown();
-        OleUninitialize();
+        Ole::Leave();
     }
     HWND Window() const { return view->GetWindow(); }
     void FocusView() const {

@@ -7,13 +7,12 @@ namespace {
 class HexReaderTest : public HexFrameTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(SUCCEEDED(OleInitialize(nullptr)));
         ASSERT_TRUE(AutomationCalls::Install());
         ASSERT_NO_FATAL_FAILURE(HexFrameTest::SetUp());
     }
     void TearDown() override {
         HexFrameTest::TearDown();
-        OleUninitialize();
+        Ole::Leave();
     }
     static std::u16string ValueOf(IRawElementProviderSimple* element) {
         IUnknown* made = nullptr;

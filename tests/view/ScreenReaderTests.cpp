@@ -86,6 +86,49 @@ TEST_F(ScreenReaderTest, TheWindowAnswersBothWays) {
         EXPECT_EQ(SendMessageW(Window(), WM_GETOBJECT, 0, object), 0) << object;
 }
 
+bool IsInApartment() {
+    APTTYPE type = {};
+    APTTYPEQUALIFIER qualifier = {};
+    return CoGetApartmentType(&type, &qualifier) == S_OK && (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
+}
+
+decltype(&OleInitialize) enterApartment;
+int entered;
+
+HRESULT WINAPI Enter(LPVOID reserved) {
+    ++entered;
+    return enterApartment(reserved);
+}
+HRESULT WINAPI EnterNothing(LPVOID) { return RPC_E_CHANGED_MODE; }
+
+// Calls of what is handed out come on the window's thread only when it is in an apartment of its own. Input methods may
+// have entered one, which the program must not count on.
+TEST_F(ScreenReaderTest, TheThreadEntersAnApartmentForTheFirstQuestion) {
+    const ReplacedImport enter("OleInitialize", reinterpret_cast<void*>(Enter));
+    ASSERT_TRUE(enter.IsImported());
+    enterApartment = reinterpret_cast<decltype(enterApartment)>(enter.Original());
+    Show(u"abc");
+    for (const LONG object : {Uia::RootObject, LONG{OBJID_CLIENT}}) {
+        Ole::Leave();
+        entered = 0;
+        SendMessageW(Window(), WM_GETOBJECT, 0, LONG{OBJID_CARET});
+        EXPECT_EQ(entered, 0);
+        EXPECT_NE(SendMessageW(Window(), WM_GETOBJECT, 0, object), 0);
+        EXPECT_EQ(entered, 1);
+        EXPECT_TRUE(IsInApartment());
+        EXPECT_NE(SendMessageW(Window(), WM_GETOBJECT, 0, object), 0);
+        EXPECT_EQ(entered, 1);
+    }
+}
+
+TEST_F(ScreenReaderTest, WithoutAnApartmentNothingIsHandedOut) {
+    Show(u"abc");
+    const ReplacedImport enter("OleInitialize", reinterpret_cast<void*>(EnterNothing));
+    ASSERT_TRUE(enter.IsImported());
+    EXPECT_EQ(Ask(), nullptr);
+    EXPECT_EQ(SendMessageW(Window(), WM_GETOBJECT, 0, LONG{OBJID_CLIENT}), 0);
+}
+
 TEST_F(ScreenReaderTest, AnOlderClientSeesADocument) {
     Show(u"one\ntwo");
     (*document)->SetTitle(u"New 1");

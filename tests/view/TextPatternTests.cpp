@@ -463,6 +463,7 @@ TEST_F(AnyCallTest, LeavesEveryRangeInTheText) {
             const int limit = static_cast<int>(random.Below(20)) - 1;
             ASSERT_EQ(range->GetText(limit, &limited), S_OK);
             ASSERT_TRUE(limit < 0 || static_cast<int>(SysStringLen(limited)) <= limit) << step;
+            ASSERT_TRUE(limit == 0 || (SysStringLen(limited) == 0) == text.empty()) << step;
             SysFreeString(limited);
         }
     }

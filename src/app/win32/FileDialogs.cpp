@@ -3,9 +3,9 @@
 #include "app/DocumentList.h"
 #include "app/FileDialogText.h"
 #include "app/SaveEncodings.h"
-#include "app/win32/ProcessSetup.h"
 #include "base/Path.h"
 #include "base/Platform.h"
+#include "base/win32/Ole.h"
 #include "document/Document.h"
 #include "resource.h"
 #include "settings/Settings.h"
@@ -95,7 +95,7 @@ UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
 bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& directory) {
     if (!MakeDialogFilter(settings.TextFileTypes.OrEmpty(), filter)) return false;
     if (!Platform::CurrentDirectory(directory)) return false;
-    ProcessSetup::UseOle();
+    Ole::Use(); // for the shell, which shows a dialog without it as well
     request.lStructSize = sizeof(request);
     request.hwndOwner = owner;
     request.lpstrFilter = Wide(filter.Text());

@@ -1,12 +1,12 @@
 #include "app/win32/HelpPage.h"
 
 #include "app/UserPrompt.h"
-#include "app/win32/ProcessSetup.h"
 #include "base/Array.h"
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "base/TextFormat.h"
 #include "base/WString.h"
+#include "base/win32/Ole.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ void OpenHelpPage(HWND owner, UserPrompt& prompt) {
     const Platform::Entry kind = Platform::EntryKind(path.Text());
     if (kind == Platform::Entry::Missing || kind == Platform::Entry::Directory)
         return Warn(prompt, u"The manual is missing: %s", path);
-    ProcessSetup::UseOle();
+    Ole::Use(); // for the shell, which opens most pages without it as well
     const HINSTANCE result = ShellExecuteW(owner, L"open", Wide(path.Text()), nullptr, nullptr, SW_SHOWNORMAL);
     // Anything above is no handle, but success.
     constexpr INT_PTR LastError = 32;

@@ -1,8 +1,6 @@
 #include "app/win32/ProcessSetup.h"
 
-#include <ole2.h>
-
-bool ProcessSetup::hasOle = false;
+#include "base/win32/Ole.h"
 
 // Each of these makes the process safer; none is missed where the system refuses it.
 ProcessSetup::ProcessSetup() {
@@ -17,11 +15,4 @@ ProcessSetup::ProcessSetup() {
                               sizeof(suppresses));
 }
 
-ProcessSetup::~ProcessSetup() {
-    if (hasOle) OleUninitialize();
-    hasOle = false;
-}
-
-void ProcessSetup::UseOle() {
-    if (!hasOle) hasOle = SUCCEEDED(OleInitialize(nullptr));
-}
+ProcessSetup::~ProcessSetup() { Ole::Leave(); }

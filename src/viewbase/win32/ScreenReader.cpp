@@ -1,5 +1,6 @@
 #include "viewbase/win32/ScreenReader.h"
 
+#include "base/win32/Ole.h"
 #include "viewbase/win32/AccessibleLibraries.h"
 #include "viewbase/win32/ViewAccessible.h"
 
@@ -18,6 +19,8 @@ LRESULT ScreenReader::Answer(HWND window, WPARAM wparam, LPARAM lparam) {
     // The number is a signed one of 32 bits, which not every sender extends.
     const auto object = static_cast<LONG>(lparam);
     if (object != Uia::RootObject && object != static_cast<LONG>(OBJID_CLIENT)) return 0;
+    // Before the first object is made: in no apartment of this thread, others would call it on threads of theirs.
+    if (!Ole::Use()) return 0;
     isAsked = true;
     if (!provider.IsValid()) changes.Skip(source.Accessible().State()); // it reads that by itself
     if (!Provider(window)) return 0;

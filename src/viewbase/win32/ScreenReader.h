@@ -16,7 +16,7 @@ public:
     explicit ScreenReader(AccessibleWindow& shower) : source(shower) {}
     ~ScreenReader() { Leave(); }
 
-    // WM_GETOBJECT: the answer, or 0 when it is the system's to answer.
+    // WM_GETOBJECT: the answer, or 0 when it is the system's to answer, as it is when OLE is not there.
     LRESULT Answer(HWND window, WPARAM wparam, LPARAM lparam);
     // The window shows the view from now on, without a change of the focus, which it had already.
     void Shown(HWND window);

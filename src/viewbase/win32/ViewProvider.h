@@ -23,7 +23,8 @@ protected:
 // the view cuts the link (Cut), and whatever is called from then on answers that the element is not available.
 //
 // Every call comes on the thread of the window, here and in all objects that are had from here. The element asks for it
-// (ProviderOptions_UseComThreading), and the thread is a single-threaded apartment (ProcessSetup). Nothing is locked.
+// (ProviderOptions_UseComThreading), and the thread is a single-threaded apartment: ScreenReader enters it (Ole::Use)
+// before it makes the first object. Nothing is locked.
 class ViewProvider final : public ComObject<IRawElementProviderSimple> {
 public:
     ViewProvider(HWND shown, AccessibleWindow& shower) : window(shown), source(&shower) {}
