@@ -94,12 +94,6 @@ protected:
         TextViewTest::TearDown();
         Ole::Leave();
     }
-    HWND Window() const { return view->GetWindow(); }
-    void FocusView() const {
-        SetForegroundWindow(frame);
-        SetFocus(Window());
-        ASSERT_EQ(GetFocus(), Window());
-    }
     // The element that the window answers with, counted for the caller.
     IRawElementProviderSimple* Ask() const {
         AutomationCalls::returned = nullptr;

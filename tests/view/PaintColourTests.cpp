@@ -74,11 +74,6 @@ protected:
     int Right(const Picture& picture, const Place& place) {
         return place.right == ToTheEdge ? picture.width : ColumnX(place.right);
     }
-    void FocusView() {
-        SetForegroundWindow(frame);
-        SetFocus(view->GetWindow());
-        ASSERT_EQ(GetFocus(), view->GetWindow());
-    }
 };
 
 TEST_F(PaintColourTest, EveryColourShowsWhereItBelongs) {

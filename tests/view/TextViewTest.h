@@ -122,6 +122,13 @@ protected:
         return Picture(view->GetWindow());
     }
 
+    void FocusView() const {
+        SetForegroundWindow(frame);
+        SetFocus(Window());
+        ASSERT_EQ(GetFocus(), Window());
+    }
+
+    HWND Window() const { return view->GetWindow(); }
     TextEditor& Editor() const { return view->Editor(); }
     int LineHeight() const { return DrawingObjects::LineHeight(); }
     int Average() const { return DrawingObjects::AverageWidth(); }

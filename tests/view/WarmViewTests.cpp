@@ -49,14 +49,11 @@ protected:
         std::u16string text;
         for (int i = 0; i < 200; ++i) text += u"\t\tint x = 12; // \u00E9 \"s\"\n/* (a) */ if (x) \"t\"\n";
         Show(text, u"cpp");
-        SetForegroundWindow(frame);
-        SetFocus(view->GetWindow());
-        ASSERT_EQ(GetFocus(), view->GetWindow());
+        FocusView();
         Editor().ToggleBookmark(3);
         Editor().SelectRange({5, 60});
         Paint();
     }
-    HWND Window() const { return view->GetWindow(); }
     void Press(uint32_t key) { SendMessageW(Window(), WM_KEYDOWN, key, 1); }
     void PaintNow() {
         InvalidateRect(Window(), nullptr, TRUE);

@@ -1,0 +1,161 @@
+// What input methods, dead keys and input tools do to a text view.
+#include "CallCounter.h"
+#include "InputMethodLibrary.h"
+#include "TextViewTest.h"
+#include "viewbase/win32/InputMethod.h"
+
+namespace {
+
+using CompositionTest = TextViewTest;
+
+TEST_F(CompositionTest, TheCompositionIsAtTheCaretInTheViewsFont) {
+    UseSettings(u"FontSize=17\nFontBold=1");
+    Show(u"abcdef\nabcdef\nabcdef");
+    FocusView();
+    Editor().MoveCaret({2, 3}, false);
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    const InputMethodLibrary library;
+    const HIMC context = library.getContext(Window());
+    ASSERT_NE(context, nullptr);
+    COMPOSITIONFORM form = {};
+    EXPECT_TRUE(library.getWindow(context, &form));
+    EXPECT_EQ(form.dwStyle, static_cast<DWORD>(CFS_POINT));
+    EXPECT_EQ(form.ptCurrentPos.x, ColumnX(3));
+    EXPECT_EQ(form.ptCurrentPos.y, 2 * LineHeight());
+    LOGFONTW expected = {};
+    GetObjectW(DrawingObjects::EditorFont(), sizeof(expected), &expected);
+    LOGFONTW font = {};
+    EXPECT_TRUE(library.getFont(context, &font));
+    EXPECT_EQ(font.lfHeight, expected.lfHeight);
+    EXPECT_EQ(font.lfWeight, FW_BOLD);
+    EXPECT_STREQ(font.lfFaceName, expected.lfFaceName);
+    library.releaseContext(Window(), context);
+}
+
+// What an input method was told last of where to write, and in how high a font.
+struct Composition {
+    POINT place = {};
+    RECT line = {}; // that candidates leave free
+    LONG fontHeight = 0;
+
+    explicit Composition(HWND window) {
+        const InputMethodLibrary library;
+        const HIMC context = library.getContext(window);
+        COMPOSITIONFORM form = {};
+        CANDIDATEFORM candidates = {};
+        LOGFONTW font = {};
+        EXPECT_TRUE(library.getWindow(context, &form) && library.getFont(context, &font));
+        EXPECT_TRUE(library.getCandidates(context, 0, &candidates));
+        EXPECT_EQ(candidates.dwStyle, static_cast<DWORD>(CFS_EXCLUDE));
+        library.releaseContext(window, context);
+        place = form.ptCurrentPos;
+        line = candidates.rcArea;
+        fontHeight = font.lfHeight;
+    }
+    bool IsAt(int x, int y) const {
+        return place.x == x && place.y == y && line.left == x && line.top == y && line.bottom == y + LineHeight();
+    }
+    static int LineHeight() { return DrawingObjects::LineHeight(); }
+};
+
+// One that types goes on composing, at the new caret; and a pane's font may become another one meanwhile.
+TEST_F(CompositionTest, ACompositionFollowsTheCaretWhileItLasts) {
+    Show(u"abcdef" + std::u16string(39, u'\n'));
+    FocusView();
+    Editor().MoveCaret({2, 3}, false);
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 2 * LineHeight()));
+    SendMessageW(Window(), WM_CHAR, 0x3042, 1);
+    EXPECT_EQ(Composition(Window()).place.x, Editor().Viewport().TextLeft() + ViewFont::Widths().Of(0x3042));
+    SendMessageW(Window(), WM_CHAR, VK_RETURN, 1);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 3 * LineHeight()));
+    SendMessageW(Window(), WM_VSCROLL, SB_LINEDOWN, 0);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 2 * LineHeight()));
+
+    const int before = LineHeight();
+    DrawingObjects::RebuildForDpi(192);
+    view->OnSize(SettingsChanged::Layout);
+    EXPECT_GT(LineHeight(), before);
+    LOGFONTW font = {};
+    GetObjectW(DrawingObjects::EditorFont(), sizeof(font), &font);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 2 * LineHeight()));
+    EXPECT_EQ(Composition(Window()).fontHeight, font.lfHeight);
+
+    SendMessageW(Window(), WM_IME_ENDCOMPOSITION, 0, 0);
+    Editor().MoveCaret({4, 0}, false);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 2 * LineHeight())) << "nothing is told that nobody needs";
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 3 * LineHeight()));
+    DrawingObjects::RebuildForDpi(96);
+}
+
+// What keys make, and input tools send.
+
+class CharacterTest : public TextViewTest {
+protected:
+    // Has the posted characters typed.
+    void Pump() const {
+        MSG message;
+        while (PeekMessageW(&message, Window(), WM_CHAR, WM_CHAR, PM_REMOVE)) DispatchMessageW(&message);
+    }
+};
+
+TEST_F(CharacterTest, CodePointsAreTyped) {
+    Show(u"ab");
+    FocusView();
+    Editor().MoveCaret({0, 1}, false);
+    EXPECT_EQ(SendMessageW(Window(), WM_UNICHAR, UNICODE_NOCHAR, 0), TRUE) << "they are understood";
+    EXPECT_EQ(SendMessageW(Window(), WM_UNICHAR, 0x17C, 1), FALSE);
+    EXPECT_EQ(SendMessageW(Window(), WM_UNICHAR, 0x1F600, 1), FALSE);
+    EXPECT_EQ(SendMessageW(Window(), WM_UNICHAR, 0x110000, 1), FALSE);
+    Pump();
+    EXPECT_EQ(document->Text(), u"a\u017C\U0001F600b");
+    EXPECT_EQ(Editor().CaretColumn(), 4u);
+}
+
+TEST_F(CharacterTest, ACodePointIsOneStepAndOneStrip) {
+    Show(u"ab\ncd\nef");
+    FocusView();
+    Editor().MoveCaret({1, 1}, false);
+    UpdateWindow(Window());
+    SendMessageW(Window(), WM_UNICHAR, 0x1F600, 1);
+    Pump();
+    RECT dirty = {};
+    EXPECT_TRUE(GetUpdateRect(Window(), &dirty, FALSE));
+    EXPECT_EQ(dirty.top, LineHeight());
+    EXPECT_EQ(dirty.bottom, 2 * LineHeight());
+    EXPECT_TRUE((*document)->Undo());
+    EXPECT_EQ(document->Text(), u"ab\ncd\nef");
+}
+
+// The system makes one character of a dead key and the next one.
+TEST_F(CharacterTest, ADeadKeyLeavesNothingBehind) {
+    Show(u"");
+    FocusView();
+    SendMessageW(Window(), WM_DEADCHAR, 0xB4, 1);
+    EXPECT_EQ(document->Text(), u"");
+    EXPECT_EQ(Editor().CaretColumn(), 0u);
+    SendMessageW(Window(), WM_CHAR, 0xE9, 1);
+    EXPECT_EQ(document->Text(), u"\u00E9");
+    SendMessageW(Window(), WM_SYSDEADCHAR, 0xB4, 1);
+    EXPECT_EQ(document->Text(), u"\u00E9");
+}
+
+FARPROC WINAPI FindNothing(HMODULE, LPCSTR) { return nullptr; }
+
+TEST_F(CompositionTest, WithoutTheInputMethodsFunctionsTheViewWorksOn) {
+    Show(u"abc");
+    FocusView();
+    InputMethod::Unload();
+    {
+        const ReplacedImport missing("GetProcAddress", reinterpret_cast<void*>(FindNothing));
+        ASSERT_TRUE(missing.IsImported());
+        CallCounter<7, decltype(FreeLibrary)> released("FreeLibrary");
+        SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+        EXPECT_EQ(released.Take(), 1) << "the library is given back";
+    }
+    SendMessageW(Window(), WM_CHAR, 'x', 0);
+    EXPECT_EQ(document->Text(), u"xabc");
+}
+
+} // namespace
