@@ -35,8 +35,9 @@ TEST_F(CompositionTest, TheCompositionIsAtTheCaretInTheViewsFont) {
 // What an input method was told last of where to write, and in how high a font.
 struct Composition {
     POINT place = {};
-    RECT line = {}; // that candidates leave free
+    RECT line = {}; // the rest of it, that candidates leave free
     LONG fontHeight = 0;
+    RECT client = {};
 
     explicit Composition(HWND window) {
         const InputMethodLibrary library;
@@ -51,9 +52,11 @@ struct Composition {
         place = form.ptCurrentPos;
         line = candidates.rcArea;
         fontHeight = font.lfHeight;
+        GetClientRect(window, &client);
     }
     bool IsAt(int x, int y) const {
-        return place.x == x && place.y == y && line.left == x && line.top == y && line.bottom == y + LineHeight();
+        return place.x == x && place.y == y && line.left == x && line.top == y && line.right == client.right &&
+               line.bottom == y + LineHeight();
     }
     static int LineHeight() { return DrawingObjects::LineHeight(); }
 };

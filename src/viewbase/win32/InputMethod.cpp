@@ -3,6 +3,7 @@
 #include "base/win32/Handles.h"
 #include "base/win32/SystemLibrary.h"
 
+#include <algorithm>
 #include <imm.h>
 
 namespace {
@@ -62,10 +63,12 @@ void InputMethod::PlaceComposition(HWND window, POINT point, int lineHeight, HFO
     form.ptCurrentPos = point;
     library.setCompositionWindow(context.Get(), &form);
     CANDIDATEFORM candidates = {};
-    // The list of candidates must not cover the line that is being typed in.
+    // The list of candidates must not cover the line that is being typed in; an empty area would exclude nothing.
     candidates.dwStyle = CFS_EXCLUDE;
     candidates.ptCurrentPos = point;
-    candidates.rcArea = {point.x, point.y, point.x, point.y + lineHeight};
+    RECT client = {};
+    GetClientRect(window, &client);
+    candidates.rcArea = {point.x, point.y, std::max(client.right, point.x + 1), point.y + lineHeight};
     library.setCandidateWindow(context.Get(), &candidates);
     LOGFONTW description = {};
     if (GetObjectW(font, sizeof(description), &description)) library.setCompositionFont(context.Get(), &description);

@@ -6,8 +6,8 @@
 // does nothing when the library or one of its functions is missing (loading is tried again next time).
 namespace InputMethod {
 
-// Puts the composition window at a client point of `window`, where a line of `lineHeight` pixels begins, and has it
-// write in `font`. The window with the candidates leaves that line free.
+// Puts the composition window at a client point of `window`, in a line of `lineHeight` pixels, and has it write in
+// `font`. The window with the candidates leaves that line free from there on.
 void PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font);
 void Unload();
 
