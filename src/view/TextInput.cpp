@@ -83,3 +83,9 @@ void TextInput::OnDoubleClick() {
         EditorNavigation::SelectWord(editor, false);
     }
 }
+
+// Sideways as well, which a typed character sees to only after it was typed.
+void TextInput::OnComposition() {
+    const TextBuffer* document = editor.GetTextBuffer();
+    if (document && !document->IsReadOnly()) editor.UpdateCaret(true);
+}

@@ -21,6 +21,8 @@ public:
 
     // Opens the file that the line names in output, else selects the word.
     void OnDoubleClick();
+    // An input method begins to compose at the caret, which is scrolled into view if what it composes can be typed.
+    void OnComposition();
 
 private:
     // DragTarget.

@@ -92,6 +92,33 @@ TEST_F(CompositionTest, ACompositionFollowsTheCaretWhileItLasts) {
     DrawingObjects::RebuildForDpi(96);
 }
 
+TEST_F(CompositionTest, ACompositionBringsTheCaretIntoView) {
+    Show(std::u16string(40, u'x') + std::u16string(500, u'\n'));
+    FocusView();
+    Editor().MoveCaret({0, 40}, false);
+    for (int i = 0; i < 40; ++i)
+        SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
+    ASSERT_GT(Editor().TopLine(), 0u);
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    EXPECT_EQ(Editor().TopLine(), 0u);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(40), 0));
+    SendMessageW(Window(), WM_IME_ENDCOMPOSITION, 0, 0);
+
+    for (int i = 0; i < 50; ++i) SendMessageW(Window(), WM_HSCROLL, SB_LINERIGHT, 0);
+    ASSERT_EQ(Editor().Viewport().HorizontalScroll(), 50 * Average());
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(40), 0)) << "which scrolls all the way back";
+}
+
+TEST_F(CompositionTest, WhereNothingCanBeTypedACompositionScrollsNothing) {
+    Show(std::u16string(500, u'\n'));
+    FocusView();
+    ASSERT_TRUE((*document)->MarkAsOutput());
+    Editor().SetTopLine(100);
+    SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+    EXPECT_EQ(Editor().TopLine(), 100u);
+}
+
 // What keys make, and input tools send.
 
 class CharacterTest : public TextViewTest {

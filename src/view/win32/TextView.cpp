@@ -20,6 +20,7 @@ TextView::~TextView() {
 
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_IME_STARTCOMPOSITION) {
+        input.OnComposition();
         composing = true;
         PlaceComposition();
     }

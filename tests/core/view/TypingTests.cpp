@@ -75,6 +75,17 @@ TEST_F(TypingTest, WithAltGrOnCtrlAloneStillTypesNothing) {
     EXPECT_EQ(Text(), u"a\u00E9c");
 }
 
+TEST_F(TypingTest, ACompositionBringsTheCaretIntoView) {
+    Show(std::u16string(u"|x") + std::u16string(50, u'\n'));
+    view().SetTopLine(20);
+    input().OnComposition();
+    EXPECT_EQ(view().TopLine(), 0u);
+    ASSERT_TRUE(buffer().MarkAsOutput());
+    view().SetTopLine(20);
+    input().OnComposition();
+    EXPECT_EQ(view().TopLine(), 20u);
+}
+
 TEST_F(TypingTest, ASelectionIsReplaced) {
     EXPECT_EQ(AfterTyping(u"a^bc|d", u"x"), "ax|d");
     EXPECT_EQ(AfterTyping(u"a^b\nc|d", u"\r"), "a\n|d");
