@@ -60,10 +60,11 @@ bool TypeAtCaret(TextEditor& editor, Char character) {
     return document.TypeChar(&editor, character, column, true, overwrites);
 }
 
-// Whether it is text, and not typed with Ctrl held.
-bool IsTyped(const EditorSurface& surface, Char character) {
+// Whether it is text, and no key with Ctrl held. With Ctrl held an input method may have been told to commit.
+bool IsTyped(const EditorSurface& surface, Char character, TypedBy source) {
     const bool isText = character == u'\r' || character == u'\n' || character == u'\t' || character >= 32;
-    return isText && (!surface.IsCtrlDown() || (character >= 32 && IsAltGrDown(surface)));
+    if (!isText || source == TypedBy::InputMethod) return isText;
+    return !surface.IsCtrlDown() || (character >= 32 && IsAltGrDown(surface));
 }
 
 // Whether something can be typed at the caret now.
@@ -90,9 +91,9 @@ void InsertTabAsSpaces(TextEditor& editor) {
 
 } // namespace
 
-void EditorTyping::Type(TextEditor& editor, Char character) {
+void EditorTyping::Type(TextEditor& editor, Char character, TypedBy source) {
     const EditorSurface& surface = editor.Surface();
-    if (!IsTyped(surface, character)) return;
+    if (!IsTyped(surface, character, source)) return;
     if (character == u'\t' && editor.Caret().HasSelection() && SpansLines(editor))
         return EditorIndent::IndentBlock(editor, surface.IsShiftDown());
     if (character == u'\r' && editor.GetTextBuffer()->IsOutput()) return EditorNavigation::OpenNamedFile(editor);
@@ -104,8 +105,8 @@ void EditorTyping::Type(TextEditor& editor, Char character) {
     }
 }
 
-void EditorTyping::TypePair(TextEditor& editor, Char first, Char second) {
-    if (!IsTyped(editor.Surface(), first) || !PrepareTyping(editor)) return;
+void EditorTyping::TypePair(TextEditor& editor, Char first, Char second, TypedBy source) {
+    if (!IsTyped(editor.Surface(), first, source) || !PrepareTyping(editor)) return;
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.BeginGroup()) return;
     if (!TypeAtCaret(editor, first) || !TypeAtCaret(editor, second) || !document.EndGroup()) document.AbandonGroup();

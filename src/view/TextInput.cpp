@@ -4,7 +4,6 @@
 #include "settings/AdditionalSettings.h"
 #include "view/EditorKeys.h"
 #include "view/EditorNavigation.h"
-#include "view/EditorTyping.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,15 +15,15 @@ void TextInput::OnKeyDown(uint32_t key) {
     EditorKeys::Press(editor, key);
 }
 
-void TextInput::OnChar(Char character) {
+void TextInput::Take(Char character, TypedBy source) {
     if (!editor.GetTextBuffer()) return;
     const Char first = std::exchange(firstHalf, Char{0});
-    if (Surrogates::IsPair(first, character)) return EditorTyping::TypePair(editor, first, character);
-    if (first) EditorTyping::Type(editor, first);
+    if (Surrogates::IsPair(first, character)) return EditorTyping::TypePair(editor, first, character, source);
+    if (first) EditorTyping::Type(editor, first, source);
     if (additionalSettings.WholeCharacters && Surrogates::IsFirst(character))
         firstHalf = character;
     else
-        EditorTyping::Type(editor, character);
+        EditorTyping::Type(editor, character, source);
 }
 
 void TextInput::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "view/EditorCommands.h"
+#include "view/EditorTyping.h"
 #include "view/TextEditor.h"
 #include "viewbase/InputBase.h"
 
@@ -13,7 +14,7 @@ public:
     // EditorInput.
     void OnSize(bool coloursChanged) override { editor.LayOut(coloursChanged); }
     void OnKeyDown(uint32_t key) override;
-    void OnChar(Char character) override;
+    void OnChar(Char character) override { Take(character, TypedBy::Keys); }
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
     void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) override;
@@ -23,8 +24,12 @@ public:
     void OnDoubleClick();
     // An input method begins to compose at the caret, which is scrolled into view if what it composes can be typed.
     void OnComposition();
+    // What it has composed, character by character. Ctrl may be held: it has keys with Ctrl of its own.
+    void OnComposed(Char character) { Take(character, TypedBy::InputMethod); }
 
 private:
+    void Take(Char character, TypedBy source);
+
     // DragTarget.
     bool BeginSelection(ClientPoint point, bool extend) override;
     void ExtendSelection(ClientPoint point) override;

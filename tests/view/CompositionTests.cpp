@@ -126,9 +126,42 @@ protected:
     // Has the posted characters typed.
     void Pump() const {
         MSG message;
-        while (PeekMessageW(&message, Window(), WM_CHAR, WM_CHAR, PM_REMOVE)) DispatchMessageW(&message);
+        while (
+            PeekMessageW(&message, Window(), WM_CHAR, WM_CHAR, PM_REMOVE) ||
+            PeekMessageW(&message, Window(), InputMethod::ComposedCharacter, InputMethod::ComposedCharacter, PM_REMOVE))
+            DispatchMessageW(&message);
     }
+    // Sends the characters while the keys are held.
+    void SendHolding(std::initializer_list<int> keys, UINT message, const std::u16string& text) const {
+        BYTE before[256] = {};
+        ASSERT_TRUE(GetKeyboardState(before));
+        BYTE held[256] = {};
+        for (const int key : keys) held[key] = 0x80;
+        ASSERT_TRUE(SetKeyboardState(held));
+        for (const Char c : text) SendMessageW(Window(), message, c, 1);
+        Pump();
+        SetKeyboardState(before);
+    }
+    // What an input method has composed and commits with a key with Ctrl.
+    void Commit(const std::u16string& text) const { SendHolding({VK_CONTROL}, WM_IME_CHAR, text); }
 };
+
+TEST_F(CharacterTest, WhatIsComposedIsTypedAlsoWithCtrlHeld) {
+    Show(u"ab");
+    FocusView();
+    Editor().MoveCaret({0, 1}, false);
+    Commit(u"\u65E5\U00020BB7");
+    EXPECT_EQ(document->Text(), u"a\u65E5\U00020BB7b");
+    EXPECT_EQ(Editor().CaretColumn(), 4u);
+}
+
+TEST_F(CharacterTest, WhatIsComposedIsNotTypedIntoWhatCannotBeEdited) {
+    Show(u"ab");
+    FocusView();
+    ASSERT_TRUE((*document)->MarkAsOutput());
+    Commit(u"\u65E5");
+    EXPECT_EQ(document->Text(), u"ab");
+}
 
 TEST_F(CharacterTest, CodePointsAreTyped) {
     Show(u"ab");

@@ -1,6 +1,7 @@
 // Where the keyboard focus is after a line of the command window, and what the frame makes of Ctrl.
 
 #include "app/CommandLanguage.h"
+#include "document/TextBuffer.h"
 #include "resource.h"
 #include "settings/ToolList.h"
 #include "support/ScratchFolder.h"
@@ -107,6 +108,38 @@ TEST_F(FrameFocusTest, SwitchingEndsWithTheFirstMessageAfterCtrlIsUp) {
         EXPECT_FALSE(Offer(next.message, next.wparam));
         EXPECT_NE(MostRecent(), before) << next.message;
     }
+}
+
+class FrameTypingTest : public FrameFocusTest {
+protected:
+    void SetUp() override {
+        ASSERT_NO_FATAL_FAILURE(FrameFocusTest::SetUp());
+        SetFocus(Pane());
+    }
+    HWND Pane() const { return FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr); }
+    // What the message loop does with it.
+    void Take(const MSG& message) const {
+        if (!main->PreDispatchKey(message)) DispatchMessageW(&message);
+    }
+    std::u16string Text() const {
+        auto& text = static_cast<TextBuffer&>(*MostRecent());
+        EXPECT_TRUE(text.CommitEdit());
+        return text.Content();
+    }
+};
+
+// An input method may commit what it has composed with a key with Ctrl, which the macro does not hold.
+TEST_F(FrameTypingTest, WhatIsComposedIsRecordedAsTypedText) {
+    Command(IDM_RECORD_MACRO);
+    Hold(true);
+    for (const Char c : std::u16string(u"\u65E5\U00020BB7")) SendMessageW(Pane(), WM_IME_CHAR, c, 1);
+    MSG message;
+    while (PeekMessageW(&message, Pane(), WM_APP, 0xBFFF, PM_REMOVE)) Take(message);
+    Hold(false);
+    Command(IDM_RECORD_MACRO);
+    EXPECT_EQ(Text(), u"\u65E5\U00020BB7");
+    Command(IDM_PLAY_MACRO);
+    EXPECT_EQ(Text(), u"\u65E5\U00020BB7\u65E5\U00020BB7");
 }
 
 } // namespace

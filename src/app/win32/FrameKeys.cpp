@@ -7,6 +7,7 @@
 #include "app/win32/FrameScreen.h"
 #include "app/win32/PaneWindows.h"
 #include "viewbase/ViewHost.h"
+#include "viewbase/win32/InputMethod.h"
 
 namespace {
 
@@ -35,9 +36,15 @@ bool FrameKeys::PreDispatch(const MSG& message) {
     const KeyDecision decision = DecideKey(press);
     const bool acted = CarryOut(decision);
     if (decision.swallow == Swallow::Yes || (decision.swallow == Swallow::IfActed && acted)) return true;
-    return macros.IsRecording() &&
-           macros.RecordMessage({message.hwnd == frame, message.message, static_cast<uint32_t>(message.wParam),
-                                 static_cast<uint32_t>(message.lParam), HeldModifiers()});
+    return macros.IsRecording() && macros.RecordMessage(InputOf(message));
+}
+
+MacroInput FrameKeys::InputOf(const MSG& message) const {
+    const auto first = static_cast<uint32_t>(message.wParam);
+    const auto second = static_cast<uint32_t>(message.lParam);
+    // Played as typed text, without the keys that had it committed.
+    if (message.message == InputMethod::ComposedCharacter) return {0, MacroMessage::Character, first, second, 0};
+    return {message.hwnd == frame, message.message, first, second, HeldModifiers()};
 }
 
 bool FrameKeys::CarryOut(const KeyDecision& decision) {

@@ -8,6 +8,7 @@ class FrameScreen;
 class Macros;
 class PaneWindows;
 struct KeyDecision;
+struct MacroInput;
 
 // The keys that the frame takes before their windows, and the recording of macros.
 class FrameKeys {
@@ -23,6 +24,7 @@ public:
     bool PreDispatch(const MSG& message);
 
 private:
+    MacroInput InputOf(const MSG& message) const;
     bool CarryOut(const KeyDecision& decision);
     bool LeaveOutput();
 

@@ -19,15 +19,27 @@ TextView::~TextView() {
 }
 
 LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
-    if (message == WM_IME_STARTCOMPOSITION) {
+    switch (message) {
+    case WM_IME_STARTCOMPOSITION:
         input.OnComposition();
         composing = true;
         PlaceComposition();
-    }
-    if (message == WM_IME_ENDCOMPOSITION) composing = false;
-    if (message == WM_LBUTTONDBLCLK) {
+        break;
+    case WM_IME_ENDCOMPOSITION:
+        composing = false;
+        break;
+    case WM_IME_CHAR:
+        // Like what keys make, it comes in a message that can be recorded.
+        PostMessageW(window, InputMethod::ComposedCharacter, wparam, lparam);
+        return 0;
+    case InputMethod::ComposedCharacter:
+        input.OnComposed(static_cast<Char>(wparam));
+        return 0;
+    case WM_LBUTTONDBLCLK:
         input.OnDoubleClick();
         return 0;
+    default:
+        break;
     }
     return EditorWindow::WindowProc(message, wparam, lparam);
 }

@@ -6,6 +6,9 @@
 // does nothing when the library or one of its functions is missing (loading is tried again next time).
 namespace InputMethod {
 
+// What a text view posts to itself when an input method has composed a character, which is the wParam.
+constexpr UINT ComposedCharacter = WM_APP;
+
 // Puts the composition window at a client point of `window`, in a line of `lineHeight` pixels, and has it write in
 // `font`. The window with the candidates leaves that line free from there on.
 void PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font);

@@ -75,6 +75,28 @@ TEST_F(TypingTest, WithAltGrOnCtrlAloneStillTypesNothing) {
     EXPECT_EQ(Text(), u"a\u00E9c");
 }
 
+TEST_F(TypingTest, WhatIsComposedIsTypedAlsoWithCtrlHeld) {
+    Show(u"a^bc|d");
+    surface().ctrl = true;
+    for (const Char c : std::u16string(u"\b\u65E5\U00020BB7")) input().OnComposed(c);
+    EXPECT_EQ(Text(), u"a\u65E5\U00020BB7d");
+    ASSERT_TRUE(buffer().MarkAsOutput());
+    input().OnComposed(u'\u65E5');
+    EXPECT_EQ(Text(), u"a\u65E5\U00020BB7d") << "output is not edited";
+}
+
+TEST_F(TypingTest, AComposedPairIsOneStepWithWholeCharacters) {
+    const WithAdditional on;
+    on->WholeCharacters = 1;
+    Show(u"a|b");
+    surface().ctrl = true;
+    for (const Char c : std::u16string(u"\U00020BB7")) input().OnComposed(c);
+    surface().ctrl = false;
+    EXPECT_EQ(Text(), u"a\U00020BB7b");
+    Ctrl(u'Z');
+    EXPECT_EQ(Text(), u"ab");
+}
+
 TEST_F(TypingTest, ACompositionBringsTheCaretIntoView) {
     Show(std::u16string(u"|x") + std::u16string(50, u'\n'));
     view().SetTopLine(20);
