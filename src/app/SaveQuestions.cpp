@@ -33,12 +33,14 @@ Answer Ask(UserPrompt& user, const Char* format, const Char* name) {
 
 Answer AskBeforeSave(UserPrompt& user, Document& document, const SaveChoice& choice) {
     TextBuffer* const text = AsText(document);
-    const bool isOwnFile = IsOwnFile(document, choice.path.Text());
+    // Bytes go into their own file, whatever was chosen.
+    const Char* const path = text ? choice.path.Text() : document.GetName();
+    const bool isOwnFile = IsOwnFile(document, path);
     const struct {
         bool applies;
         const Char* format;
     } questions[] = {
-        {isOwnFile && document.IsChangedOnDisk(), u"%s has been modified by another program.\nSave over it?"},
+        {isOwnFile && document.HasOtherFile(), u"%s has been modified by another program.\nSave over it?"},
         {isOwnFile && text && text->LosesBytes(),
          u"%s contains bytes that cannot be saved as they were.\nSave over it?"},
         {text && !CanHold(choice.encoding, *text),
@@ -46,7 +48,7 @@ Answer AskBeforeSave(UserPrompt& user, Document& document, const SaveChoice& cho
     };
     for (const auto& question : questions) {
         if (!question.applies) continue;
-        const Answer answer = Ask(user, question.format, choice.path.Text());
+        const Answer answer = Ask(user, question.format, path);
         if (answer != Answer::Yes) return answer;
     }
     return Answer::Yes;

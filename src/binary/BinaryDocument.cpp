@@ -35,6 +35,7 @@ uint32_t BinaryDocument::Release() {
 bool BinaryDocument::Open(const Char* fileName) {
     Close();
     if (file.Open(fileName) && SetPath(fileName)) {
+        file.GetTime(fileTime);
         EnsureWindow(0, PageSize);
         return true;
     }
@@ -116,12 +117,18 @@ bool BinaryDocument::Save(const Char*, Encoding, LineEnding) {
     return saved;
 }
 
+bool BinaryDocument::HasOtherFile() {
+    Platform::FileTime now = 0;
+    return IsModified() && file.IsOpen() && file.GetTime(now) && now != fileTime;
+}
+
 bool BinaryDocument::WriteToFile() {
     // Before the first byte: from then on the file may be none of the states that the journal knows.
     journal.SaveBegins();
     const PagedContent::WriteResult result = content.WritePages();
     if (result != PagedContent::WriteResult::NothingWritten) history.MarkPartlySaved();
     const bool isWritten = result == PagedContent::WriteResult::Done && file.Flush();
+    if (result != PagedContent::WriteResult::NothingWritten) file.GetTime(fileTime);
     if (!isWritten) journal.SaveFailed();
     return isWritten;
 }

@@ -28,6 +28,8 @@ public:
     bool IsChangedOnDisk() override { return false; }
     bool MayCheckDisk() override { return false; }
     void JoinSteps(uint32_t after) override { history.JoinSteps(after); }
+    // An edit to a page would put back what others have changed in the rest of it. False when nothing is to be saved.
+    bool HasOtherFile() override;
     void MarkFileTimeNow() override {}
     bool Reload() override { return false; }
     void StopProcess() override {}
@@ -101,6 +103,7 @@ private:
     // What all documents have comes first, in DocumentBase.
     const HexServices& services;
     FileWindow file;
+    Platform::FileTime fileTime = 0; // when it was opened or saved last
     PagedContent content{file};
     EditHistory history;
     ByteJournal journal{*this, content};

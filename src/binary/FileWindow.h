@@ -28,6 +28,8 @@ public:
     // Whether the file still is what was opened, under that name and no shorter, so that writing changes nothing
     // but the bytes that are meant.
     bool MayBeWritten(const Char* fileName);
+    // Of the file's last write. On failure false, and `time` as it was.
+    bool GetTime(Platform::FileTime& time) { return file.GetTime(time); }
     // How many bytes of the file the page that starts there has.
     uint32_t PageBytes(uint64_t pageStart) const;
 

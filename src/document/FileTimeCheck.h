@@ -19,6 +19,8 @@ public:
     // Whether it was written later than it was taken, and than what was accepted. The drive is asked also while it
     // rests. False when it cannot tell.
     bool IsWrittenLater(const Char* path);
+    // Whether it is not as it was taken, by time or size. As IsWrittenLater otherwise.
+    bool IsAnother(const Char* path);
     // Accepts what was written until now; where the drive has just answered slowly, until then.
     void AcceptUntilNow(const Char* path);
 

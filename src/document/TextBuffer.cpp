@@ -166,6 +166,8 @@ bool TextBuffer::MayCheckDisk() {
 
 bool TextBuffer::IsChangedOnDisk() { return !IsOutput() && title.IsEmpty() && onDisk.IsWrittenLater(path.Text()); }
 
+bool TextBuffer::HasOtherFile() { return !IsOutput() && title.IsEmpty() && onDisk.IsAnother(path.Text()); }
+
 void TextBuffer::MarkFileTimeNow() { onDisk.AcceptUntilNow(path.Text()); }
 
 bool TextBuffer::GetEncoding(Encoding& current, const Char* const*& names) const {

@@ -32,6 +32,7 @@ public:
     [[nodiscard]] bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) override;
     bool GetOutputState(bool& running) const override;
     bool IsChangedOnDisk() override;
+    bool HasOtherFile() override;
     void MarkFileTimeNow() override;
     [[nodiscard]] bool Reload() override;
     void StopProcess() override { output.AskToClose(); }

@@ -113,6 +113,7 @@ public:
         ++changeChecks;
         return changedOnDisk;
     }
+    bool HasOtherFile() override { return changedOnDisk; }
     void MarkFileTimeNow() override {
         changedOnDisk = false;
         ++acceptedChanges;

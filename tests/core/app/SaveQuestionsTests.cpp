@@ -2,6 +2,7 @@
 
 #include "app/DocumentSaver.h"
 #include "app/SaveDialog.h"
+#include "binary/BinaryDocument.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
 #include "document/TextBuffer.h"
@@ -193,14 +194,79 @@ TEST_F(SaveQuestionsTest, ADocumentThatIsClosedMeanwhileIsNotSaved) {
     EXPECT_EQ(folder.Read("file.txt"), "theirs");
 }
 
-TEST_F(SaveQuestionsTest, BytesThatHaveChangedOnDiskAreAskedAboutAsWell) {
-    FakeDocument& bytes = AddFile(u"C:\\a.bin");
-    bytes.binary = true;
-    bytes.changedOnDisk = true;
+TEST_F(SaveQuestionsTest, AFileThatWasReplacedByAnOlderOneIsAskedAbout) {
+    TextBuffer& document = Open("text");
+    const auto loaded = std::filesystem::last_write_time(folder.File("file.txt"));
+    folder.Write("file.txt", "less");
+    std::filesystem::last_write_time(folder.File("file.txt"), loaded - std::chrono::hours(1));
+    EXPECT_FALSE(document.IsChangedOnDisk()) << "which is asked when the program is activated";
+    user.answers = {Answer::Cancel, Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(Question(), Name() + u" has been modified by another program.\nSave over it?");
+    // Of another size at the same time: not every disk counts in small steps.
+    folder.Write("file.txt", "longer");
+    std::filesystem::last_write_time(folder.File("file.txt"), loaded);
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 2u);
+    EXPECT_EQ(folder.Read("file.txt"), "longer");
+}
+
+TEST_F(SaveQuestionsTest, AFileThatWasNotReopenedIsAskedAboutWhateverTheClocksSay) {
+    TextBuffer& document = Open("text");
+    const auto loaded = std::filesystem::last_write_time(folder.File("file.txt"));
+    document.MarkFileTimeNow();
+    folder.Write("file.txt", "theirs");
+    std::filesystem::last_write_time(folder.File("file.txt"), loaded - std::chrono::seconds(30)); // a clock behind ours
+    user.answers = {Answer::Cancel, Answer::Yes};
+    EXPECT_FALSE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(user.questions.size(), 2u) << "the file is the document's own again";
+}
+
+// Saves bytes in a file that holds `old` at first.
+class SaveBytesQuestionTest : public SaveQuestionsTest {
+protected:
+    SaveBytesQuestionTest() {
+        bytes->AddRef();
+        EXPECT_TRUE(bytes->Open(folder.Write("file.txt", "old bytes").c_str()));
+        EXPECT_TRUE(documents.Add(bytes));
+    }
+    void Edit() { ASSERT_TRUE(bytes->EditBytes(0, reinterpret_cast<const uint8_t*>("X"), 1, nullptr, {})); }
+
+    BinaryDocument* const bytes = new BinaryDocument(hexServices);
+};
+
+TEST_F(SaveBytesQuestionTest, AFileThatHasChangedOnDiskIsAskedAbout) {
+    Edit();
+    WriteOutside("new bytes");
+    user.answers = {Answer::Cancel, Answer::Yes};
+    EXPECT_FALSE(saver.Save(*bytes));
+    EXPECT_EQ(Question(), Name() + u" has been modified by another program.\nSave over it?");
+    EXPECT_EQ(folder.Read("file.txt"), "new bytes");
+    EXPECT_TRUE(saver.Save(*bytes));
+    EXPECT_EQ(folder.Read("file.txt"), "Xld bytes");
+    Edit();
+    EXPECT_TRUE(saver.Save(*bytes));
+    EXPECT_EQ(user.questions.size(), 2u) << "what a save has written is no change by others";
+}
+
+TEST_F(SaveBytesQuestionTest, ItIsAskedWhateverNameIsChosen) {
+    Edit();
+    WriteOutside("new bytes");
+    dialog.names = {folder.Path("other.txt")};
     user.answers = {Answer::Cancel};
-    EXPECT_FALSE(saver.Save(bytes));
-    EXPECT_EQ(Question(), u"C:\\a.bin has been modified by another program.\nSave over it?");
-    EXPECT_EQ(bytes.savedTo, u"");
+    EXPECT_FALSE(saver.SaveAs(*bytes));
+    EXPECT_EQ(Question(), Name() + u" has been modified by another program.\nSave over it?");
+    EXPECT_EQ(folder.Read("file.txt"), "new bytes");
+}
+
+TEST_F(SaveBytesQuestionTest, NothingIsAskedWhereNothingIsWritten) {
+    WriteOutside("new bytes");
+    EXPECT_TRUE(saver.Save(*bytes));
+    EXPECT_EQ(user.questions.size(), 0u);
+    EXPECT_EQ(folder.Read("file.txt"), "new bytes");
 }
 
 } // namespace

@@ -139,7 +139,7 @@ TEST(BinarySave, EveryFileCallFailsInTurn) {
         EXPECT_TRUE(file->CanDo(DocumentCommand::Undo));
         return saved;
     });
-    EXPECT_EQ(failures, 6u); // sized, two pages sought and written, flushed
+    EXPECT_EQ(failures, 7u); // sized, two pages sought and written, flushed, dated
     EXPECT_EQ(file.OnDisk(), changed);
 }
 
