@@ -6,7 +6,6 @@
 #include "base/Scan.h"
 #include "base/ScanUtf8.h"
 #include "document/TextFile.h"
-#include "settings/AdditionalSettings.h"
 
 #include <algorithm>
 #include <cstring>
@@ -37,9 +36,9 @@ size_t StretchLength(const uint8_t* bytes, size_t count) {
 
 } // namespace
 
-ByteDecoder::ByteDecoder(FilePieces& source, DecodedText& target)
+ByteDecoder::ByteDecoder(FilePieces& source, bool recognisesUtf8, DecodedText& target)
     : pieces(source), out(target), form(Form::Ansi), savePage(PageOf(target.encoding)), firstByte(source.Offset()) {
-    if (additionalSettings.Utf8) form = savePage == CodePage::Utf8 ? Form::Utf8 : Form::GuessedUtf8;
+    if (recognisesUtf8) form = savePage == CodePage::Utf8 ? Form::Utf8 : Form::GuessedUtf8;
     mayLose = savePage == CodePage::Utf8 || !KeepsEveryByte(savePage);
 }
 

@@ -8,8 +8,9 @@
 // Decodes a file in the ANSI page or in UTF-8, piece by piece, into a text that grows as the file turns out.
 class ByteDecoder {
 public:
-    // `pieces` is at the first byte after the signature of `target.encoding`; both must outlive this.
-    ByteDecoder(FilePieces& source, DecodedText& target);
+    // `source` is at the first byte after the signature of `target.encoding`; both must outlive this. Without
+    // `recognisesUtf8` all is in the ANSI page.
+    ByteDecoder(FilePieces& source, bool recognisesUtf8, DecodedText& target);
 
     // Makes the text, with its line breaks normalised and counted, and settles the encoding. False when the file cannot
     // be read, and without memory; without a text when the code page can make nothing of the file.

@@ -48,6 +48,7 @@ bool DocumentJournal::Flush() {
         Discard();
         return true;
     }
+    if (Writable() && !IsStillGood()) MakeAgainNext();
     if (!Write()) return false;
     isIncomplete = !isFlushed && !file->Flush();
     isFlushed = true;

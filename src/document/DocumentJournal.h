@@ -45,6 +45,8 @@ protected:
     [[nodiscard]] virtual bool WriteAll(JournalFile& made) = 0;
     // Appends what is not in the file yet.
     [[nodiscard]] virtual bool WriteRest(JournalFile& journal) = 0;
+    // Whether what is in the file can be made use of still.
+    virtual bool IsStillGood() const { return true; }
     // About as many bytes as WriteAll writes.
     virtual uint64_t WholeSize() const = 0;
 

@@ -84,7 +84,7 @@ bool TextBuffer::Load(const Char* fileName, bool createNew) {
     if (createNew) return MakeNew(fileName);
     Clear(false);
     DecodedText decoded;
-    if (!ReadTextFile(fileName, decoded)) return false;
+    if (!ReadTextFile(fileName, additionalSettings.Utf8, decoded)) return false;
     // Before the text is taken over, so that a failed load leaves none.
     if (decoded.text && !SetPath(fileName)) return false;
     onDisk.Take(decoded.file);
@@ -118,7 +118,7 @@ void TextBuffer::TakeRecovered(DecodedText& recovered) {
 // Read before the old text goes: a file that was deleted or locked meanwhile must not cost it.
 bool TextBuffer::Reload() {
     DecodedText decoded;
-    if (!ReadTextFile(path.Text(), decoded) || !decoded.text) return false;
+    if (!ReadTextFile(path.Text(), additionalSettings.Utf8, decoded) || !decoded.text) return false;
     const EditPipeline::Operation operation(pipeline);
     Clear(false);
     onDisk.Take(decoded.file);

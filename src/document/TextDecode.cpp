@@ -72,8 +72,8 @@ bool DecodeUnits(FilePieces& pieces, DecodedText& out) {
     return true;
 }
 
-bool DecodeBytes(FilePieces& pieces, DecodedText& out) {
-    ByteDecoder decoder(pieces, out);
+bool DecodeBytes(FilePieces& pieces, bool recognisesUtf8, DecodedText& out) {
+    ByteDecoder decoder(pieces, recognisesUtf8, out);
     if (!decoder.Run()) return false;
     if (out.text) Finish(out, decoder.Length(), decoder.Breaks());
     return true;
@@ -81,7 +81,7 @@ bool DecodeBytes(FilePieces& pieces, DecodedText& out) {
 
 } // namespace
 
-bool ReadTextFile(const Char* name, DecodedText& out) {
+bool ReadTextFile(const Char* name, bool recognisesUtf8, DecodedText& out) {
     Platform::File file;
     if (!file.Open(name, Platform::File::Mode::ReadShared) || !ReadStamp(file, out.file)) return false;
     if (out.file.size > Platform::LargestWholeFile) return false;
@@ -90,5 +90,5 @@ bool ReadTextFile(const Char* name, DecodedText& out) {
     out.encoding = DetectEncoding(pieces.Bytes(), pieces.Count());
     pieces.Drop(SignatureOf(out.encoding).count);
     const bool isUtf16 = out.encoding == Encoding::Unicode || out.encoding == Encoding::UnicodeBigEndian;
-    return isUtf16 ? DecodeUnits(pieces, out) : DecodeBytes(pieces, out);
+    return isUtf16 ? DecodeUnits(pieces, out) : DecodeBytes(pieces, recognisesUtf8, out);
 }

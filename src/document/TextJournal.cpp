@@ -1,6 +1,7 @@
 #include "document/TextJournal.h"
 
 #include "document/Document.h"
+#include "settings/AdditionalSettings.h"
 
 namespace {
 
@@ -43,6 +44,7 @@ void TextJournal::IsInFile(Origin how, const FileStamp& stamp) {
     hasOrigin = true;
     origin = how;
     fileStamp = stamp;
+    recognisesUtf8 = additionalSettings.Utf8;
 }
 
 bool TextJournal::WriteAll(JournalFile& made) {
@@ -55,10 +57,16 @@ bool TextJournal::WriteAll(JournalFile& made) {
     subject.encoding = static_cast<uint32_t>(encoding);
     subject.lineEnding = static_cast<uint32_t>(Owner().GetLineEnding());
     subject.isOverFile = IsOverFile(subject);
+    isOverFile = subject.isOverFile;
     const JournalChange first = subject.isOverFile ? ChangeOf(sinceFile) : JournalChange{0, 0, WholeSize()};
     unwritten.Clear();
     return name.Assign(Owner().GetName()) && made.Make(subject, name) &&
            PutText(made, first, static_cast<uint32_t>(first.start));
+}
+
+bool TextJournal::IsStillGood() const {
+    FileStamp onDisk;
+    return !isOverFile || (ReadStamp(Owner().GetName(), onDisk) && onDisk == fileStamp);
 }
 
 bool TextJournal::WriteRest(JournalFile& journal) { return unwritten.IsEmpty() || Append(journal, unwritten.Start()); }
@@ -72,6 +80,7 @@ bool TextJournal::IsOverFile(JournalSubject& subject) const {
         return false;
     subject.fileTime = fileStamp.time;
     subject.fileSize = fileStamp.size;
+    subject.reading = recognisesUtf8 ? JournalSubject::WithUtf8 : JournalSubject::WithoutUtf8;
     Checksum sum;
     content.ForEachPiece(0, TextLength(), [&](const Char* piece, size_t count) {
         sum.Add(piece, count * sizeof(Char));

@@ -10,7 +10,8 @@
 // span is written. So typing costs the same with a journal as without.
 //
 // A journal with the whole text needs nothing else to be as it was, but writing a large text would be felt. One over a
-// file is checked as a whole when it is read: it gives the right text or none.
+// file is checked as a whole when it is read: it gives the right text or none. Once the file is another one, the next
+// Flush makes a journal with the whole text.
 class TextJournal final : public DocumentJournal {
 public:
     // A text of more characters is written as a change of its file where that can be.
@@ -30,6 +31,7 @@ public:
 private:
     bool WriteAll(JournalFile& made) override;
     bool WriteRest(JournalFile& journal) override;
+    bool IsStillGood() const override;
     uint64_t WholeSize() const override { return uint64_t{TextLength()} * sizeof(Char); }
 
     uint32_t TextLength() const { return content.Length() + content.EditLineGrowth(); }
@@ -44,4 +46,6 @@ private:
     bool hasOrigin = false;
     Origin origin = Origin::Loaded;
     FileStamp fileStamp;
+    bool recognisesUtf8 = false; // when the file was read
+    bool isOverFile = false;     // what is written
 };

@@ -2,6 +2,7 @@
 
 #include "base/Assert.h"
 #include "base/Scan.h"
+#include "settings/AdditionalSettings.h"
 
 #include <algorithm>
 #include <cstring>
@@ -77,8 +78,9 @@ private:
 
 bool ReadFile(const JournalReader& journal, DecodedText& out) {
     const JournalSubject& subject = journal.Subject();
-    const FileStamp wanted = {subject.fileTime, subject.fileSize};
-    return ReadTextFile(journal.Name().Text(), out) && out.file == wanted && out.text;
+    const bool recognisesUtf8 =
+        subject.reading ? subject.reading == JournalSubject::WithUtf8 : additionalSettings.Utf8 != 0;
+    return ReadTextFile(journal.Name().Text(), recognisesUtf8, out) && out.file.size == subject.fileSize && out.text;
 }
 
 // False when there is no further change that is good.
@@ -94,7 +96,8 @@ bool Apply(JournalReader& journal, GapText& text) {
 }
 
 bool IsKnown(const JournalSubject& subject) {
-    return subject.encoding < EncodingCount && subject.lineEnding <= static_cast<uint32_t>(LineEnding::Mixed);
+    return subject.reading <= JournalSubject::WithUtf8 && subject.encoding < EncodingCount &&
+           subject.lineEnding <= static_cast<uint32_t>(LineEnding::Mixed);
 }
 
 } // namespace
@@ -106,7 +109,8 @@ RecoveryResult RecoverText(JournalReader& journal, DecodedText& out) {
     if (subject.isOverFile && !ReadFile(journal, out)) return RecoveryResult::FileChanged;
     // Whatever the changes add is in the journal, so that its size is room enough for all of them.
     if (!text.Take(out, journal.Size() / sizeof(Char)) || !Apply(journal, text)) return RecoveryResult::Failed;
-    // Size and time may be the same by chance. Only this shows that the file is the one that was edited.
+    // The size may be the same by chance, and the time says nothing: only this shows that the file is the one that was
+    // edited.
     if (subject.isOverFile && text.Value() != subject.value) return RecoveryResult::FileChanged;
     while (Apply(journal, text)) {
     }

@@ -215,7 +215,7 @@ TEST_F(RecoveryOfferTest, ChangesOfAFileThatIsAnotherOneStay) {
         LeaveJournals();
     }
     const std::u16string path = Folder + Journals()[0];
-    disk.Write(Target, bytes);
+    disk.Write(Target, "b" + bytes.substr(1));
     StartEditor();
     ASSERT_EQ(user.questions.size(), 2u);
     EXPECT_EQ(user.questions[1].text,
