@@ -13,6 +13,7 @@ ChangedPage* NextPage(ChangedPage* page, bool all) {
 } // namespace
 
 void ByteJournal::SaveBegins() {
+    RetryNext();
     // Only after every page, and on the disk: from the mark on they count, whatever the file has.
     if (!Flush() || !Writable()) return;
     JournalFile& journal = *Writable();

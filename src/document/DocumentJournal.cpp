@@ -12,15 +12,18 @@ constexpr uint64_t RetryAfter = 30000;
 
 bool journalsAreKept = false;
 bool journalsAreLeft = false;
+bool journalsAreUrgent = false;
 
 } // namespace
 
 void KeepJournals(bool areKept) {
     journalsAreKept = areKept;
-    journalsAreLeft = false;
+    journalsAreLeft = journalsAreUrgent = false;
 }
 
 bool AreJournalsKept() { return journalsAreKept; }
+
+void HurryJournals() { journalsAreUrgent = true; }
 
 void LeaveJournals() { journalsAreLeft = true; }
 
@@ -68,7 +71,7 @@ void DocumentJournal::Written(bool isGood) {
 
 // The file before stays until this one is complete: an older state is better than none.
 bool DocumentJournal::MakeAgain() {
-    if (retryAt && Platform::Ticks() < retryAt) return false;
+    if (!journalsAreUrgent && retryAt && Platform::Ticks() < retryAt) return false;
     auto* const made = new JournalFile;
     if (!made || !WriteAll(*made) || !made->Flush()) {
         if (made) made->Discard();

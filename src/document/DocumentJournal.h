@@ -7,6 +7,8 @@ class Document;
 // Whether documents keep journals, in the whole program. Off at first; nothing is written then.
 void KeepJournals(bool areKept);
 bool AreJournalsKept();
+// From now on what could not be written is tried again at every Flush: when there may be no later one.
+void HurryJournals();
 // From now on the journals that there are stay where they are, for the next start: when the program has to end with
 // changes that nobody has decided about.
 void LeaveJournals();
@@ -36,6 +38,8 @@ protected:
     JournalFile* Writable() const { return isIncomplete ? nullptr : file; }
     // An edit was made. After MaxEdits of them they are written.
     void CountEdit();
+    // What could not be written is tried again at the next Flush, also when that has just failed.
+    void RetryNext() { retryAt = 0; }
     // Nothing more can be appended to the file: the next time another one is made.
     void MakeAgainNext() { isIncomplete = true; }
     // To be told of all that goes into the file.

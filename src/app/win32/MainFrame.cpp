@@ -267,6 +267,7 @@ void MainFrame::Leave() {
 }
 
 void MainFrame::KeepUnsaved() {
+    HurryJournals();
     static_cast<void>(FlushJournals(parts.documents));
     LeaveJournals();
 }

@@ -114,6 +114,26 @@ TEST_F(ByteJournalTest, ChangedPagesComeBack) {
     EXPECT_TRUE(disk.Read(Target) == changed);
 }
 
+TEST_F(ByteJournalTest, ASaveDoesNotWaitAfterAFailureToWriteIt) {
+    Open();
+    ASSERT_TRUE(Edit(10, "first"));
+    disk.FailAt(1, FakeDisk::Fault::Killed);
+    EXPECT_FALSE(document->FlushJournal());
+    disk.StopFailing();
+    const std::string changed = Content();
+    // Until the first write into the file was made.
+    for (uint64_t number = 1; disk.Read(Target) == old; ++number) {
+        ASSERT_LT(number, 100u);
+        disk.FailAt(number, FakeDisk::Fault::Gone);
+        EXPECT_FALSE(document->Save(u"", Encoding::Keep, LineEnding::Keep));
+        disk.StopFailing();
+    }
+    const std::string journal = TheJournal();
+    Kill();
+    EXPECT_EQ(RecoverBytes(journal), RecoveryResult::Whole);
+    EXPECT_TRUE(Content() == changed);
+}
+
 TEST_F(ByteJournalTest, ItGoesWithASaveAndWithTheDocument) {
     Open();
     ASSERT_TRUE(Edit(10, "first"));

@@ -42,6 +42,16 @@ protected:
     }
 };
 
+// The clock of the system may stand still for some milliseconds, in which many are made.
+TEST_F(JournalFileTest, NamesDifferAlsoWithoutTheTime) {
+    constexpr size_t TimeDigits = 16;
+    JournalFile journals[20];
+    for (JournalFile& journal : journals) ASSERT_TRUE(journal.Make({}, Name(1)));
+    std::set<std::u16string> withoutTime;
+    for (const std::u16string& name : Journals()) withoutTime.insert(name.substr(TimeDigits));
+    EXPECT_EQ(withoutTime.size(), std::size(journals));
+}
+
 TEST_F(JournalFileTest, PiecesOfEverySizeComeBack) {
     JournalFile journal;
     ASSERT_TRUE(journal.Make({}, Name(1500)));

@@ -116,6 +116,18 @@ TEST_F(TextJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
     EXPECT_TRUE(document->HasPendingEdit());
 }
 
+TEST_F(TextJournalTest, AtTheEndOfTheSessionAFailureBeforeDoesNotMakeItWait) {
+    TextDocument document(u"text");
+    Insert(document, 0, u"new ");
+    disk.FailAt(1, FakeDisk::Fault::Killed);
+    EXPECT_FALSE(document->FlushJournal());
+    disk.StopFailing();
+    EXPECT_FALSE(document->FlushJournal()) << "half a minute has to pass";
+    HurryJournals();
+    EXPECT_TRUE(document->FlushJournal());
+    ExpectJournalOf(document);
+}
+
 TEST_F(TextJournalTest, EditsFarFromEachOtherAreEntriesOfTheirOwn) {
     TextDocument document(std::u16string(1000000, u'x'));
     Insert(document, 500000, u"first");
