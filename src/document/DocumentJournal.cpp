@@ -42,7 +42,12 @@ void DocumentJournal::Discard() {
 }
 
 void DocumentJournal::CountEdit() {
-    if (journalsAreKept && ++edits >= MaxEdits) Write();
+    if (!journalsAreKept || ++edits < MaxEdits) return;
+    // What a command prints is no change of the user's.
+    if (owner.IsModified())
+        Write();
+    else
+        edits = 0;
 }
 
 bool DocumentJournal::Flush() {

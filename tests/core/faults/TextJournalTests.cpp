@@ -116,6 +116,18 @@ TEST_F(TextJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
     EXPECT_TRUE(document->HasPendingEdit());
 }
 
+TEST_F(TextJournalTest, OutputThatNobodyHasEditedHasNone) {
+    TextDocument document;
+    ASSERT_TRUE(document->MarkAsOutput());
+    for (uint32_t i = 0; i < 3 * TextJournal::MaxEdits; ++i) {
+        std::u16string line = u"printed\n";
+        ASSERT_TRUE(document->AppendOutputText(line.data()));
+        ASSERT_EQ(Journals().size(), 0u) << i;
+    }
+    EXPECT_TRUE(document->FlushJournal());
+    EXPECT_EQ(Journals().size(), 0u);
+}
+
 TEST_F(TextJournalTest, AtTheEndOfTheSessionAFailureBeforeDoesNotMakeItWait) {
     TextDocument document(u"text");
     Insert(document, 0, u"new ");
