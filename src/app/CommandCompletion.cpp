@@ -5,6 +5,7 @@
 #include "base/Path.h"
 #include "base/Platform.h"
 #include "base/Text.h"
+#include "settings/AdditionalSettings.h"
 #include "settings/Settings.h"
 
 #include <algorithm>
@@ -83,13 +84,17 @@ bool CommandCompletion::CollectKind(CompletionKind kind, const Char* argument) {
 }
 
 bool CommandCompletion::CollectSettings(const Char* argument) {
-    const uint32_t typed = Text::Length(argument);
-    for (uint32_t i = 0; i < generalSettings.count; ++i) {
-        const Char* const key = generalSettings.rows[i].key;
-        if (Text::Length(key) < typed || !Text::EqualCountNoCase(key, argument, typed)) continue;
-        if (!AddCandidate(u"", key)) return false;
-    }
+    for (uint32_t i = 0; i < generalSettings.count; ++i)
+        if (!AddSetting(generalSettings.rows[i].key, argument)) return false;
+    for (uint32_t i = 0; const Char* const key = AdditionalSettingKey(i); ++i)
+        if (!AddSetting(key, argument)) return false;
     return true;
+}
+
+bool CommandCompletion::AddSetting(const Char* key, const Char* argument) {
+    const uint32_t typed = Text::Length(argument);
+    if (Text::Length(key) < typed || !Text::EqualCountNoCase(key, argument, typed)) return true;
+    return AddCandidate(u"", key);
 }
 
 // Directories are offered among the files too, since they lead to files.

@@ -24,6 +24,8 @@ private:
     [[nodiscard]] bool Collect(const Char* text);
     [[nodiscard]] bool CollectKind(CompletionKind kind, const Char* argument);
     [[nodiscard]] bool CollectSettings(const Char* argument);
+    // Unless the argument is not how the key begins.
+    [[nodiscard]] bool AddSetting(const Char* key, const Char* argument);
     [[nodiscard]] bool CollectFiles(const Char* argument, bool directoriesOnly);
     [[nodiscard]] bool AddCandidate(const Char* directory, const Char* name);
 

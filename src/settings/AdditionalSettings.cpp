@@ -3,6 +3,8 @@
 #include "base/Text.h"
 #include "settings/IniSection.h"
 
+#include <iterator>
+
 AdditionalSettings additionalSettings;
 
 namespace {
@@ -43,3 +45,5 @@ bool SetAdditionalOption(const Char* key, const Char* value) {
     }
     return false;
 }
+
+const Char* AdditionalSettingKey(uint32_t place) { return place < std::size(Rows) ? Rows[place].key : nullptr; }

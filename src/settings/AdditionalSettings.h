@@ -26,3 +26,5 @@ void ApplyAdditionalSettings(const IniSection* general);
 [[nodiscard]] bool StoreAdditionalSettings(const IniSection* general, IniSection& stored);
 // Sets one by its name, matched without regard to case. False, with nothing changed, when there is none of that name.
 bool SetAdditionalOption(const Char* key, const Char* value);
+// The key of one by its place in the record, 0 for the first; null past the last.
+const Char* AdditionalSettingKey(uint32_t place);
