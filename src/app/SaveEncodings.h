@@ -12,3 +12,6 @@ Encoding EncodingToSave(Document& document);
 uint32_t OfferedEncodings(Encoding chosen);
 // Whether a file in that encoding would hold every character of the text.
 bool CanHold(Encoding encoding, class TextBuffer& text);
+// Whether a file in that encoding would be read as this text again, as far as the additional setting Utf8 has files
+// recognised by their bytes: in ANSI the text may be valid UTF-8, and without a signature it may begin like one.
+bool IsReadAgain(Encoding encoding, TextBuffer& text);

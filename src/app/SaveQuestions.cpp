@@ -45,6 +45,8 @@ Answer AskBeforeSave(UserPrompt& user, Document& document, const SaveChoice& cho
          u"%s contains bytes that cannot be saved as they were.\nSave over it?"},
         {text && !CanHold(choice.encoding, *text),
          u"%s contains characters that its encoding cannot hold.\nSave them as question marks?"},
+        {text && !IsReadAgain(choice.encoding, *text),
+         u"%s would be read in another encoding when it is opened again.\nSave it anyway?"},
     };
     for (const auto& question : questions) {
         if (!question.applies) continue;

@@ -7,17 +7,8 @@
 #include "document/TextFile.h"
 
 #include <cstring>
-#include <initializer_list>
 
 namespace {
-
-Encoding DetectEncoding(const uint8_t* bytes, size_t count) {
-    for (const Encoding encoding : {Encoding::Unicode, Encoding::UnicodeBigEndian, Encoding::Utf8}) {
-        const Signature& signature = SignatureOf(encoding);
-        if (count >= signature.count && std::memcmp(bytes, signature.bytes, signature.count) == 0) return encoding;
-    }
-    return Encoding::Ansi;
-}
 
 // Terminates the text and gives back what the line breaks and the encoding have saved.
 void Finish(DecodedText& out, uint32_t length, const Scan::BreakCounts& breaks) {
@@ -87,7 +78,7 @@ bool ReadTextFile(const Char* name, bool recognisesUtf8, DecodedText& out) {
     if (out.file.size > Platform::LargestWholeFile) return false;
     FilePieces pieces(file, out.file.size);
     if (!pieces.Fill()) return false;
-    out.encoding = DetectEncoding(pieces.Bytes(), pieces.Count());
+    out.encoding = SignedEncoding(pieces.Bytes(), pieces.Count());
     pieces.Drop(SignatureOf(out.encoding).count);
     const bool isUtf16 = out.encoding == Encoding::Unicode || out.encoding == Encoding::UnicodeBigEndian;
     return isUtf16 ? DecodeUnits(pieces, out) : DecodeBytes(pieces, recognisesUtf8, out);

@@ -8,6 +8,7 @@
 #include "document/TextBuffer.h"
 #include "support/ScratchFolder.h"
 #include "support/TestServices.h"
+#include "support/WithAdditional.h"
 
 namespace {
 
@@ -163,6 +164,82 @@ TEST_F(SaveQuestionsTest, BytesThatWouldChangeAreAskedAboutUntilTheyWereSaved) {
     EXPECT_EQ(user.questions.size(), 2u);
     EXPECT_TRUE(saver.Save(document));
     EXPECT_EQ(user.questions.size(), 2u) << "the file holds what was saved now";
+}
+
+TEST_F(SaveQuestionsTest, AnsiThatWouldBeReadAsUtf8IsAskedAbout) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    TextBuffer& document = Open("text");
+    Insert(document, u"\u00C3\u00A9");
+    user.answers = {Answer::Cancel};
+    EXPECT_FALSE(saver.Save(document));
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(Question(), Name() + u" would be read in another encoding when it is opened again.\nSave it anyway?");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::YesNoCancel);
+    EXPECT_EQ(folder.Read("file.txt"), "text");
+    user.answers = {Answer::No};
+    dialog.names = {Name()};
+    dialog.encoding = Encoding::PlainUtf8;
+    EXPECT_TRUE(saver.Save(document));
+    EXPECT_EQ(folder.Read("file.txt"), "\xC3\x83\xC2\xA9text");
+    EXPECT_EQ(user.questions.size(), 2u);
+}
+
+TEST_F(SaveQuestionsTest, WhatTheBytesSayIsAskedAboutOnlyWhereItIsLookedAt) {
+    TextBuffer& document = Open("text");
+    Insert(document, u"\u00C3\u00A9");
+    EXPECT_TRUE(saver.Save(document));
+    const WithAdditional on;
+    on->Utf8 = 1;
+    Insert(document, u"\u00E9");
+    EXPECT_TRUE(saver.Save(document)) << "that is no UTF-8";
+    EXPECT_EQ(folder.Read("file.txt"), "\xE9\xC3\xA9text");
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
+// Each of them beyond 4096 characters, where the next ones are looked at.
+TEST_F(SaveQuestionsTest, WhatLooksLikeUtf8IsLookedAtToItsEnd) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    for (const size_t before : {4093u, 4094u, 4095u, 4096u, 8191u}) {
+        const std::u16string blanks(before, u' ');
+        for (const auto& [end, isAsked] : {std::pair<std::u16string, bool>{u"\u00E2\u201A\u00AC", true},
+                                           {u"\u00E2\u201A\u00ACx\u00E9", false},
+                                           {u"\u00E2\u201A", false}}) {
+            TextBuffer& document = Open("");
+            Insert(document, blanks + end);
+            user.questions.clear();
+            user.answers = {Answer::Cancel};
+            EXPECT_EQ(saver.Save(document), !isAsked) << before;
+            EXPECT_EQ(user.questions.size(), isAsked ? 1u : 0u) << before;
+            documents.Remove(&document);
+        }
+    }
+}
+
+TEST_F(SaveQuestionsTest, ATextThatBeginsLikeASignatureIsAskedAbout) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    for (const auto& [start, encoding, isAsked] :
+         {std::tuple<std::u16string, Encoding, bool>{u"\uFEFF", Encoding::PlainUtf8, true},
+          {u"\u00EF\u00BB\u00BF", Encoding::Ansi, true},
+          {u"\u00FF\u00FE", Encoding::Ansi, true},
+          {u"\u00FE\u00FF", Encoding::Ansi, true},
+          {u"\u00EF\u00BB", Encoding::Ansi, false},
+          {u"a\uFEFF", Encoding::PlainUtf8, false},
+          {u"\uFEFF", Encoding::Utf8, false},
+          {u"\uFEFF", Encoding::Unicode, false},
+          {u"", Encoding::PlainUtf8, false}}) {
+        TextBuffer& document = Open("");
+        Insert(document, start);
+        user.questions.clear();
+        user.answers = {Answer::Cancel};
+        dialog.names = {Name()};
+        dialog.encoding = encoding;
+        EXPECT_EQ(saver.SaveAs(document), !isAsked) << start.size() << static_cast<int>(encoding);
+        EXPECT_EQ(user.questions.size(), isAsked ? 1u : 0u);
+        documents.Remove(&document);
+    }
 }
 
 TEST_F(SaveQuestionsTest, EachQuestionThatAppliesIsAsked) {
