@@ -2,6 +2,7 @@
 #include "core/app/FakeFrame.h"
 #include "support/FailureInjection.h"
 #include "support/ScratchFolder.h"
+#include "support/WithAdditional.h"
 
 #include <gtest/gtest.h>
 
@@ -116,6 +117,15 @@ TEST_F(CommandLanguageTest, ReadsScriptsAsUtf8WithOrWithoutSignature) {
                       "e \xE2\x82\xAC\n"),
               expected);
     EXPECT_EQ(RunText("a\xFFz"), Calls{u"external [a\uFFFDz]"});
+}
+
+TEST_F(CommandLanguageTest, TheSettingUtf8ChangesNothingInScripts) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    for (const char* script : {"a \xC3\xBC", "\xEF\xBB\xBF"
+                                             "a \xC3\xBC"})
+        EXPECT_EQ(RunText(script), Calls{u"external [a \u00FC]"});
+    EXPECT_EQ(RunText("a\xFFz \xC3\xBC"), Calls{u"external [a\uFFFDz \u00FC]"});
 }
 
 TEST_F(CommandLanguageTest, StoresTheScriptsNameAndKeepsIt) {

@@ -3,6 +3,7 @@
 #include "core/app/FakeFrame.h"
 #include "support/FailureInjection.h"
 #include "support/ScratchFolder.h"
+#include "support/WithAdditional.h"
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,14 @@ TEST_F(SessionTest, IsWrittenAsUtf8WithoutASignature) {
     AddFile(u"C:\\\u00FC \u20AC\U0001F600", u"e C:\\\u00FC \u20AC\U0001F600\r\n");
     Save(folder.Path("s"));
     EXPECT_EQ(folder.Read("s"), "sessionfile\r\ne C:\\\xC3\xBC \xE2\x82\xAC\xF0\x9F\x98\x80\r\n");
+}
+
+TEST_F(SessionTest, TheSettingUtf8ChangesNothingInIt) {
+    const WithAdditional on;
+    on->Utf8 = 1;
+    AddFile(u"C:\\\u00FC", u"e C:\\\u00FC\r\n");
+    Save(folder.Path("s"));
+    EXPECT_EQ(folder.Read("s"), "sessionfile\r\ne C:\\\xC3\xBC\r\n");
 }
 
 TEST_F(SessionTest, ADocumentSavedForTheFirstTimeIsPartOfIt) {

@@ -1,9 +1,11 @@
 // Files in UTF-8 with the additional setting on: how they are recognised, read, kept and saved.
 
 #include "LoadSaveSupport.h"
+#include "base/Surrogates.h"
 #include "support/FailureInjection.h"
 #include "support/PlainEncoding.h"
 #include "support/Random.h"
+#include "support/SparseFile.h"
 #include "support/WithAdditional.h"
 
 namespace {
@@ -40,6 +42,47 @@ struct Utf8Load : testing::Test {
 
 const std::string invalid[] = {"\x80",         "\xC3",         "\xE2\x82",         "\xF0\x9F\x98", "\xC0\xAF",
                                "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF",         "\xE2\x28\xA1"};
+
+// How many bytes of UTF-8 a valid sequence at `at` has; 0 for none.
+size_t SequenceAt(const std::string& bytes, size_t at) {
+    const auto byte = [&](size_t i) { return at + i < bytes.size() ? static_cast<uint8_t>(bytes[at + i]) : 0u; };
+    const auto follows = [&](size_t i) { return (byte(i) & 0xC0) == 0x80; };
+    const uint32_t first = byte(0);
+    if (first < 0x80) return 1;
+    if (first >= 0xC2 && first < 0xE0) return follows(1) ? 2 : 0;
+    if (first >= 0xE0 && first < 0xF0) {
+        const bool isUsed = (first != 0xE0 || byte(1) >= 0xA0) && (first != 0xED || byte(1) < 0xA0);
+        return isUsed && follows(1) && follows(2) ? 3 : 0;
+    }
+    const bool isUsed = (first != 0xF0 || byte(1) >= 0x90) && (first != 0xF4 || byte(1) < 0x90);
+    return first >= 0xF0 && first < 0xF5 && isUsed && follows(1) && follows(2) && follows(3) ? 4 : 0;
+}
+
+// Decoded byte by byte, by the definition of UTF-8, with one replacement character for all bytes in a row that are not
+// part of it: how many there are is the system's choice.
+std::u16string PlainlyDecoded(const std::string& bytes) {
+    std::u16string text;
+    for (size_t at = 0; at < bytes.size();) {
+        const size_t count = SequenceAt(bytes, at);
+        uint32_t code = count == 0   ? 0xFFFDu
+                        : count == 1 ? static_cast<uint8_t>(bytes[at])
+                                     : static_cast<uint8_t>(bytes[at]) & (0xFFu >> (count + 1));
+        for (size_t i = 1; i < count; ++i) code = code << 6 | (static_cast<uint8_t>(bytes[at + i]) & 0x3Fu);
+        at += count ? count : 1;
+        if (code >= 0x10000)
+            text += {Surrogates::FirstOf(code), Surrogates::SecondOf(code)};
+        else if (code != 0xFFFD || text.empty() || text.back() != u'\uFFFD')
+            text += static_cast<Char>(code);
+    }
+    return text;
+}
+
+std::u16string WithSingleReplacements(const std::u16string& text) {
+    std::u16string out;
+    for (const Char c : text)
+        if (c != u'\uFFFD' || out.empty() || out.back() != c) out += c;
+    return out;
+}
 
 } // namespace
 
@@ -149,6 +192,30 @@ TEST_F(Utf8Load, WhatIsInvalidAfterASignatureIsReplacedAndAskedAbout) {
     }
     // What is replaced already has bytes of its own.
     EXPECT_FALSE(LoadedDocument("\xEF\xBB\xBF\xEF\xBF\xBD")->LosesBytes());
+}
+
+TEST_F(Utf8Load, WhatIsInvalidAtTheBorderOfAPieceAfterASignatureIsReplacedAlone) {
+    for (const std::string& bytes : invalid) {
+        for (const size_t border : {Piece, 2 * Piece}) {
+            for (size_t back = 0; back <= bytes.size() + 1; ++back) {
+                const std::string file = "\xC3\xA9" + std::string(border - back - 5, 'x') + bytes +
+                                         "\xE4\xB8\xAD\xF0\x9F\x98\x80z\n" + std::string(Piece, 'y') + "\xC3\xA9";
+                LoadedDocument document("\xEF\xBB\xBF" + file);
+                EXPECT_TRUE(WithSingleReplacements(document.Store()) == PlainlyDecoded(file)) << border - back;
+                EXPECT_TRUE(document->LosesBytes());
+                EXPECT_EQ(document->GetLineCount(), 2u);
+            }
+        }
+    }
+}
+
+TEST_F(Utf8Load, MoreBytesThanATextMayHaveAreRefused) {
+    const ScratchFolder folder;
+    const std::u16string path = folder.Write("file.txt", "\xC3\xA9");
+    if (!ResizeSparsely(folder.File("file.txt"), UINT32_MAX)) GTEST_SKIP() << "no room for a sparse file";
+    TextDocument document(u"before");
+    EXPECT_FALSE(document->Load(path.c_str(), false));
+    ExpectNoStore(*document);
 }
 
 TEST_F(Utf8Load, RandomTextsEqualTheirConversionAtOnce) {

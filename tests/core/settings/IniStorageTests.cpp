@@ -1,5 +1,6 @@
 #include "SettingsTestSupport.h"
 #include "support/FailureInjection.h"
+#include "support/WithAdditional.h"
 
 #include <random>
 
@@ -78,6 +79,19 @@ TEST(IniLoad, ReadsUtf8) {
     ASSERT_TRUE(file.Load(disk.Name()));
     const Model expected = {{u"\u00E4", {{u"\u20AC", u"\U0001F600"}}}};
     EXPECT_EQ(ModelOf(file), expected);
+}
+
+// Settings and engines are in such files.
+TEST(IniLoad, TheSettingUtf8ChangesNothingInIt) {
+    const WithAdditional on;
+    const TemporaryFile disk;
+    disk.Write("[S]\na=\xC3\xA4\xFF\n");
+    for (const uint32_t setting : {0u, 1u}) {
+        on->Utf8 = setting;
+        IniFile file;
+        ASSERT_TRUE(file.Load(disk.Name()));
+        EXPECT_EQ(Str(file.FindSection(u"S")->GetString(u"a", u"")), u"\u00E4\uFFFD");
+    }
 }
 
 TEST(IniLoad, InvalidBytesBecomeTheReplacementCharacter) {
