@@ -43,6 +43,7 @@ foreach(name syntax app)
 endforeach()
 set_source_files_properties("${CMAKE_SOURCE_DIR}/tests/core/view/ScriptTests.cpp"
                             "${CMAKE_SOURCE_DIR}/tests/app/ScriptTests.cpp"
+                            "${CMAKE_SOURCE_DIR}/tests/view/ScriptPaintTests.cpp"
                             PROPERTIES COMPILE_DEFINITIONS "ORVANE_SOURCE=\"${CMAKE_SOURCE_DIR}\"")
 
 if(WIN32)

@@ -2,6 +2,7 @@
 #include "CallCounter.h"
 #include "InputMethodLibrary.h"
 #include "TextViewTest.h"
+#include "support/WithAdditional.h"
 #include "viewbase/win32/InputMethod.h"
 
 namespace {
@@ -161,6 +162,19 @@ TEST_F(CharacterTest, WhatIsComposedIsNotTypedIntoWhatCannotBeEdited) {
     ASSERT_TRUE((*document)->MarkAsOutput());
     Commit(u"\u65E5");
     EXPECT_EQ(document->Text(), u"ab");
+}
+
+TEST_F(CharacterTest, WhatAltGrTypesIsInsertedWhenThatIsSet) {
+    const WithAdditional on;
+    Show(u"ab");
+    FocusView();
+    SendHolding({VK_CONTROL, VK_MENU}, WM_CHAR, u"@");
+    EXPECT_EQ(document->Text(), u"ab");
+    on->AltGr = 1;
+    SendHolding({VK_CONTROL, VK_MENU}, WM_CHAR, u"@\u0142");
+    EXPECT_EQ(document->Text(), u"@\u0142ab");
+    SendHolding({VK_CONTROL}, WM_CHAR, u"x");
+    EXPECT_EQ(document->Text(), u"@\u0142ab");
 }
 
 TEST_F(CharacterTest, CodePointsAreTyped) {

@@ -5,6 +5,7 @@
 #include "resource.h"
 #include "settings/ToolList.h"
 #include "support/ScratchFolder.h"
+#include "support/WithAdditional.h"
 #include "view/OwnFrameTest.h"
 #include "view/ProcessRecorder.h"
 
@@ -26,10 +27,11 @@ protected:
     HWND CommandLine() const { return FindWindowExW(main->Window(), nullptr, WC_EDITW, nullptr); }
     Document* MostRecent() const { return main->Documents().MostRecent(); }
 
-    static void Hold(bool ctrl) {
+    static void Hold(bool ctrl, bool alt = false) {
         BYTE states[256] = {};
         GetKeyboardState(states);
         states[VK_CONTROL] = ctrl ? 0x80 : 0;
+        states[VK_MENU] = alt ? 0x80 : 0;
         SetKeyboardState(states);
     }
     bool Offer(UINT message, WPARAM wparam) const {
@@ -140,6 +142,27 @@ TEST_F(FrameTypingTest, WhatIsComposedIsRecordedAsTypedText) {
     EXPECT_EQ(Text(), u"\u65E5\U00020BB7");
     Command(IDM_PLAY_MACRO);
     EXPECT_EQ(Text(), u"\u65E5\U00020BB7\u65E5\U00020BB7");
+}
+
+TEST_F(FrameTypingTest, WhatAltGrTypesIsRecordedAndPlayed) {
+    const WithAdditional on;
+    on->AltGr = 1;
+    Command(IDM_RECORD_MACRO);
+    Hold(true, true);
+    MSG message = {};
+    message.hwnd = Pane();
+    message.message = WM_CHAR;
+    message.wParam = u'\u20AC';
+    message.lParam = 1;
+    Take(message);
+    Hold(false);
+    Command(IDM_RECORD_MACRO);
+    EXPECT_EQ(Text(), u"\u20AC");
+    Command(IDM_PLAY_MACRO);
+    EXPECT_EQ(Text(), u"\u20AC\u20AC");
+    on->AltGr = 0;
+    Command(IDM_PLAY_MACRO);
+    EXPECT_EQ(Text(), u"\u20AC\u20AC") << "as when it is typed";
 }
 
 } // namespace
