@@ -11,13 +11,19 @@
 
 namespace {
 
-bool ReadText(const Char* path, WString& text) {
+// `length` is that of all the file, which may have terminators inside.
+bool ReadText(const Char* path, WString& text, size_t& length) {
     Platform::ByteBlock block;
     if (!Platform::ReadWholeFile(path, block)) return false;
     const size_t most = MaxCharacters(CodePage::Utf8, block.size);
     if (most > WString::MaxCharacters || !text.Reserve(static_cast<uint32_t>(most))) return false;
     // The terminator is there already: the buffer is zero-filled and has room for one.
-    return block.size == 0 || ToUtf16(CodePage::Utf8, block.bytes, block.size, text.Data(), most) != 0;
+    length = block.size ? ToUtf16(CodePage::Utf8, block.bytes, block.size, text.Data(), most) : 0;
+    return block.size == 0 || length != 0;
+}
+
+uint32_t LineAt(const Char* text, const Char* place) {
+    return 1 + static_cast<uint32_t>(std::count<const Char*>(text, place, u'\n'));
 }
 
 bool AppendSectionText(WString& out, const IniSection& section) {
@@ -34,17 +40,22 @@ bool AppendSectionText(WString& out, const IniSection& section) {
 
 bool IniFile::Load(const Char* path) {
     WString text;
-    if (!ReadText(path, text)) return false;
+    size_t length = 0;
+    if (!ReadText(path, text, length)) return false;
     if (!text.Data()) return true;
+    const bool isWhole = Text::Length(text.Data()) == length;
     // Other programs put a byte-order mark before UTF-8. It is not written back.
     constexpr Char ByteOrderMark = 0xFEFF;
-    return Parse(text.Data() + (text[0] == ByteOrderMark ? 1 : 0));
+    Char* const start = text.Data() + (text[0] == ByteOrderMark ? 1 : 0);
+    if (!Parse(start)) return false;
+    if (!isWhole) stoppedLine = LineAt(start, start + Text::Length(start));
+    return isWhole;
 }
 
 bool IniFile::Parse(Char* text) {
     NormaliseLineEnds(text);
     const Char* const stopped = ParseSections(text, sections);
-    stoppedLine = stopped ? 1 + static_cast<uint32_t>(std::count<const Char*>(text, stopped, u'\n')) : 0;
+    stoppedLine = stopped ? LineAt(text, stopped) : 0;
     return !stopped;
 }
 

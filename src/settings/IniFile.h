@@ -14,7 +14,7 @@ public:
     IniFile& operator=(const IniFile&) = delete;
 
     // Appends what the file holds to the model. False when it cannot be read (model unchanged) or at
-    // the first malformed line (what came before it stays).
+    // the first malformed line or terminator inside (what came before it stays).
     [[nodiscard]] bool Load(const Char* path);
     // The same for text already decoded, up to its terminator; `text` is changed in place (line ends
     // become line feeds). Memory running out ends it like a malformed line.

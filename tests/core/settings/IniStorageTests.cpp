@@ -122,7 +122,7 @@ TEST(IniLoad, AByteOrderMarkIsPassedOver) {
 TEST(IniLoad, NamesTheLineThatStoppedIt) {
     const TemporaryFile disk;
     const struct {
-        const char* text;
+        std::string text;
         uint32_t line;
     } cases[] = {
         {"[S]\nk=v\n", 0},
@@ -130,6 +130,9 @@ TEST(IniLoad, NamesTheLineThatStoppedIt) {
         {"; comment\r\n\r\nk=v\r\n[S]\r\n", 3},
         {"[S]\nk=v\nno equals sign\nnor here\n", 3},
         {"[S]\nk=v\n[T\n", 3},
+        {std::string("[S]\r\nk=v\r\nn=\0m\r\n[T]\r\n", 21), 3},
+        {std::string("\xEF\xBB\xBF[S]\r\nk=v\r\n\0", 14), 3},
+        {std::string("\0[S]", 4), 1},
     };
     for (const auto& tried : cases) {
         disk.Write(tried.text);
