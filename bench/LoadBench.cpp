@@ -154,6 +154,27 @@ void MeasureUtf8(const char* name, const std::string& bytes) {
     unlink(other.c_str());
 }
 
+// ASCII costs nothing more when every file may be UTF-8.
+void MeasureLooking(const std::string& ascii) {
+    Bench::WriteScratch(Other, ascii.data(), ascii.size());
+    const std::u16string path = Bench::ScratchPath(Other);
+    const auto load = [&](uint32_t utf8) {
+        additionalSettings.Utf8 = utf8;
+        Held document;
+        Bench::Check(document->Load(path.c_str(), false), "the file does not load");
+        Bench::Check(document->Length() == ascii.size(), "another text");
+        Bench::Keep(document->Content());
+    };
+    Bench::Compare(
+        "load ASCII, looking for UTF-8, against not looking", [&] { load(1); }, [&] { load(0); }, 1.05);
+    unlink(Bench::ScratchName(Other).c_str());
+}
+
+std::string WithoutLetters(std::string text) {
+    std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    return text;
+}
+
 // The most that a load takes beyond two bytes a character, as a share of the 4 MB that it may take.
 void MeasurePeak(const char* name, const std::string& bytes) {
     Bench::WriteScratch(Other, bytes.data(), bytes.size());
@@ -181,6 +202,7 @@ int main() {
     Measure("load UTF-8", "\xEF\xBB\xBF" + sample, text, false);
     Measure("load UTF-16", Units(text, false), text, true);
     Measure("load UTF-16, big-endian", Units(text, true), text, true);
+    MeasureLooking(WithoutLetters(sample));
     additionalSettings.Utf8 = 1;
     Measure("load ANSI, looking for UTF-8", sample, text, false);
     const std::string letters = WithLetters(sample);
@@ -191,7 +213,10 @@ int main() {
     MeasurePeak("memory to load ANSI, of what it may take", sample);
     MeasurePeak("memory to load ANSI with CR LF", WithReturns(sample));
     MeasurePeak("memory to load UTF-16", Units(text, false));
+    MeasurePeak("memory to load UTF-16, big-endian", Units(text, true));
     MeasurePeak("memory to load UTF-8, a letter a line", letters);
     MeasurePeak("memory to load UTF-8, Chinese", Chinese(Bench::SampleSize));
+    MeasurePeak("memory to load ANSI that is read again, a letter a line", letters + '\xFF');
+    MeasurePeak("memory to load ANSI that is read again, Chinese", Chinese(Bench::SampleSize) + '\xFF');
     return Bench::ExitStatus();
 }
