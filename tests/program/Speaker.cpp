@@ -10,6 +10,7 @@
 //     wait FILE         goes on once there is such a file, and ends when its own script has gone
 //     where             prints the current directory and the arguments after the script, a line each
 //     read              prints "no input" once its standard input is read to the end
+//     copy              prints its standard input
 //     feed TEXT         prints it to its standard input
 //     close             closes its standard output
 //     child SCRIPT      starts a speaker that it does not wait for
@@ -74,6 +75,11 @@ void ReadToTheEnd() {
     while (std::getchar() != EOF) {
     }
     Print("no input");
+}
+
+void Copy() {
+    for (int c; (c = std::getchar()) != EOF;) std::putchar(c);
+    std::fflush(stdout);
 }
 
 void WaitFor(const std::string& file, const std::string& script) {
@@ -168,6 +174,7 @@ struct Speaker {
         if (word == "wait") WaitFor(rest, script);
         if (word == "where") Where();
         if (word == "read") ReadToTheEnd();
+        if (word == "copy") Copy();
         if (word == "feed") Feed(Unescaped(rest));
         if (word == "close") std::fclose(stdout);
         if (word == "child") StartChild(arguments[0], rest);
