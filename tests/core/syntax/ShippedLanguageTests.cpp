@@ -9,6 +9,7 @@
 
 #include <map>
 #include <set>
+#include <sstream>
 
 namespace {
 
@@ -187,4 +188,20 @@ TEST_F(ShippedLanguages, TheFileTurnsTheAdditionalSettingsOn) {
     EXPECT_EQ(additionalSettings.UnixNewFiles, 1u);
     ReleaseSettings();
     additionalSettings = {};
+}
+
+// The dialogs for opening and saving show the first group. Each is a description that ends with its patterns, and
+// those.
+TEST_F(ShippedLanguages, TheFileDialogsShowAllFilesFirst) {
+    LoadSettings(file);
+    const std::string types = shipped::Narrow(settings.TextFileTypes.OrEmpty());
+    EXPECT_TRUE(types.starts_with("All Files (*.*)|*.*|")) << types;
+    std::istringstream rest(types);
+    uint32_t groups = 0;
+    for (std::string description, patterns; std::getline(rest, description, '|'); ++groups) {
+        ASSERT_TRUE(std::getline(rest, patterns, '|')) << description << " has no patterns";
+        EXPECT_TRUE(description.ends_with(" (" + patterns + ")")) << description;
+    }
+    EXPECT_EQ(groups, 5u);
+    ReleaseSettings();
 }
