@@ -1,6 +1,7 @@
 #include "view/AccessibleRange.h"
 
 #include "base/Scan.h"
+#include "base/Surrogates.h"
 #include "base/WString.h"
 #include "document/TextBuffer.h"
 #include "document/TextChange.h"
@@ -110,7 +111,8 @@ bool AccessibleRange::Find(const ShownText& text, const Wanted& wanted, uint32_t
 TextRange AccessibleRange::Readable(const ShownText& text, int32_t limit) const {
     TextRange part = Within(text);
     if (limit < 0 || static_cast<uint32_t>(limit) >= part.Length()) return part;
-    const uint32_t cut = part.start + static_cast<uint32_t>(limit);
-    const uint32_t whole = AccessibleUnits::StartOf(text, AccessibleUnit::Character, cut);
-    return {part.start, std::max(whole, part.start)};
+    const uint32_t end = part.start + static_cast<uint32_t>(limit);
+    const bool splitsPair =
+        limit > 1 && Surrogates::IsFirst(text.CharacterAt(end - 1)) && Surrogates::IsSecond(text.CharacterAt(end));
+    return {part.start, splitsPair ? end - 1 : end};
 }

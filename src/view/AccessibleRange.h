@@ -43,8 +43,8 @@ public:
         bool matchCase = false;
     };
     [[nodiscard]] bool Find(const ShownText& text, const Wanted& wanted, uint32_t& found) const;
-    // The part to be read when at most `limit` characters are asked for, all of it when that is negative. No
-    // character is split.
+    // The part to be read when at most `limit` characters are asked for, all of it when that is negative. No pair of
+    // surrogates is split, but for a limit of one: nothing would be left then, which says that the range is empty.
     TextRange Readable(const ShownText& text, int32_t limit) const;
 
 private:

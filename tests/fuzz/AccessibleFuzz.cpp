@@ -57,6 +57,7 @@ void Read(const ShownText& text, const AccessibleRange& range, Input& in) {
     const TextRange part = range.Readable(text, limit);
     Require(part.start <= part.end && part.end <= text.Length());
     Require(limit < 0 || part.Length() <= static_cast<uint32_t>(limit));
+    Require(limit == 0 || part.IsEmpty() == range.Within(text).IsEmpty());
     std::u16string copy(part.Length(), u'?');
     text.Copy(part, copy.data());
     for (uint32_t i = 0; i < part.Length(); ++i) Require(text.CharacterAt(part.start + i) == copy[i]);

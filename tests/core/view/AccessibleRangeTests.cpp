@@ -87,7 +87,10 @@ TEST_F(AccessibleRangeTest, ACharacterIsAWholePair) {
     EXPECT_EQ(Expanded(AccessibleUnit::Character, 3), (TextRange{3, 4})); // a half of nothing
     EXPECT_EQ(Range(0, 4).Readable(Shown(), 2), (TextRange{0, 1}));
     EXPECT_EQ(Range(0, 4).Readable(Shown(), 3), (TextRange{0, 3}));
-    EXPECT_EQ(Range(1, 4).Readable(Shown(), 1), (TextRange{1, 1}));
+    // Whoever asks for one character wants to know whether there is any.
+    EXPECT_EQ(Range(1, 4).Readable(Shown(), 1), (TextRange{1, 2}));
+    EXPECT_EQ(Range(1, 4).Readable(Shown(), 0), (TextRange{1, 1}));
+    EXPECT_EQ(Range(1, 4).Readable(Shown(), 2), (TextRange{1, 3}));
 }
 
 TEST_F(AccessibleRangeTest, ACharacterHasItsMarks) {
@@ -96,7 +99,9 @@ TEST_F(AccessibleRangeTest, ACharacterHasItsMarks) {
     EXPECT_EQ(Expanded(AccessibleUnit::Character, 4), (TextRange{4, 5})) << "a line feed has none";
     EXPECT_EQ(Expanded(AccessibleUnit::Character, 5), (TextRange{5, 6})) << "nor has a mark without a letter a letter";
     EXPECT_EQ(Expanded(AccessibleUnit::Character, 9), (TextRange{6, 10})) << "a mark may be a pair";
-    EXPECT_EQ(Range(0, 4).Readable(Shown(), 2), (TextRange{0, 0}));
+    EXPECT_EQ(Range(0, 4).Readable(Shown(), 1), (TextRange{0, 1})) << "a letter is read without the rest of its marks";
+    EXPECT_EQ(Range(0, 4).Readable(Shown(), 2), (TextRange{0, 2}));
+    EXPECT_EQ(Range(6, 10).Readable(Shown(), 3), (TextRange{6, 8})) << "a mark that is a pair is not split";
     Fill(u"-\u0335 a");
     EXPECT_EQ(Expanded(AccessibleUnit::Word, 1), (TextRange{0, 2})) << "no word begins inside a character";
 }
