@@ -72,6 +72,7 @@ void AccessibleText::ScrollTo(const AccessibleRange& range, bool toTop) {
     // The last of the lines that fit in whole, and not the one that is cut off.
     if (!toTop) line -= std::min(line, above);
     editor.SetTopLine(line);
+    editor.Viewport().ShowSideways(Text().PositionOf(shown.start));
     editor.UpdateCaret(false);
 }
 

@@ -45,7 +45,8 @@ public:
 
     // The caret goes to the end of the range.
     void Select(const AccessibleRange& range);
-    // Makes the line of its start the first one that is seen, or that of its end the last one.
+    // Makes the line of its start the first one that is seen, or that of its end the last one, and brings the column of
+    // its start into the text area.
     void ScrollTo(const AccessibleRange& range, bool toTop);
     // Appends what is seen of a range, one rectangle for each line; nothing for an empty range. A line feed is as wide
     // as an average character. False without memory.

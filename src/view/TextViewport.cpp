@@ -93,19 +93,31 @@ void TextViewport::SetHorizontalScroll(int64_t pixels) {
     redraw.InvalidateAll();
 }
 
+// How far right in the text area a character can be seen. A margin wider than the window leaves nothing to show the
+// caret in; it must not jump back and forth.
+int32_t TextViewport::UsableWidth() const {
+    return std::max(surface.Size().width - surface.Metrics().averageWidth - TextLeft(), 0);
+}
+
 void TextViewport::ScrollIntoView(const TextCaret& caret, int64_t caretX) {
     if (caret.Line() < topLine) {
         ScrollTo(caret.Line());
     } else if (!Shows(caret.Line())) {
         ScrollTo(caret.Line() - RowsOrOne() + 1);
     }
-    // A margin wider than the window leaves nothing to show the caret in; it must not jump back and forth.
-    const int32_t usable = std::max(surface.Size().width - surface.Metrics().averageWidth - TextLeft(), 0);
+    const int32_t usable = UsableWidth();
     if (caretX > int64_t(horizontalScroll) + usable) {
         SetHorizontalScroll(caretX - usable);
     } else if (caretX < horizontalScroll) {
         SetHorizontalScroll(0); // all the way: see docs/oddities.md
     }
+}
+
+void TextViewport::ShowSideways(TextPosition place) {
+    const int64_t x = XOf(place);
+    const int32_t usable = UsableWidth();
+    if (x >= horizontalScroll && x <= int64_t(horizontalScroll) + usable) return;
+    SetHorizontalScroll(x <= usable ? 0 : x);
 }
 
 ScrollState TextViewport::Scrolled(ScrollAxis axis) const {
@@ -124,11 +136,13 @@ void TextViewport::UpdateScrollBars() {
 // Typing changes the open line without notice, so that what was measured of it does not hold.
 bool TextViewport::HasPendingEdit() const { return text.Document() && text.Document()->HasPendingEdit(); }
 
-int64_t TextViewport::CaretX(const TextCaret& caret) {
-    const TextSpan line = text.Line(caret.Line());
-    if (HasPendingEdit()) return Layout().PositionOf(line, caret.Column());
-    return measured.PositionOf(Layout(), text.LineStart(caret.Line()), line, caret.Column());
+int64_t TextViewport::XOf(TextPosition place) {
+    const TextSpan line = text.Line(place.line);
+    if (HasPendingEdit()) return Layout().PositionOf(line, place.column);
+    return measured.PositionOf(Layout(), text.LineStart(place.line), line, place.column);
 }
+
+int64_t TextViewport::CaretX(const TextCaret& caret) { return XOf(caret.Position()); }
 
 LinePlace TextViewport::PlaceLeftOfWindow(uint32_t lineStart) const {
     return HasPendingEdit() ? LinePlace() : measured.PlaceIn({lineStart, horizontalScroll});

@@ -47,6 +47,9 @@ public:
     void SetHorizontalScroll(int64_t pixels);
     // `caretX` is CaretX of the caret, as below.
     void ScrollIntoView(const TextCaret& caret, int64_t caretX);
+    // Scrolls sideways until the place is in the text area, if it is not: all the way to the left, or else so that the
+    // area begins with it. The line is one of the document's.
+    void ShowSideways(TextPosition place);
     ScrollState Scrolled(ScrollAxis axis) const;
     void UpdateScrollBars();
     // The window is another one, whose bars were never set.
@@ -68,6 +71,8 @@ private:
     LineLayout Layout() const { return {surface.Metrics(), textSurface.Widths()}; }
     uint32_t RowsOrOne() const { return static_cast<uint32_t>(visibleLines > 0 ? visibleLines : 1); }
     bool HasPendingEdit() const;
+    int64_t XOf(TextPosition place);
+    int32_t UsableWidth() const;
     void CountDigits();
     void CountColumns();
 

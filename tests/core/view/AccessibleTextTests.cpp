@@ -123,6 +123,42 @@ TEST_F(AccessibleTextTest, ScrollsToEitherEnd) {
     EXPECT_EQ(view().TopLine(), 7u);
 }
 
+TEST_F(AccessibleTextTest, ScrollsSidewaysToTheStart) {
+    ShowIn(u"short\n" + std::u16string(100, u'x') + u"\nlast");
+    const auto scroll = [&] { return view().Viewport().HorizontalScroll(); };
+    // The area begins with what was right of it, or left; 20 characters fit.
+    Accessible().ScrollTo(AccessibleRange({6 + 60, 6 + 70}), true);
+    EXPECT_EQ(view().TopLine(), 1u);
+    EXPECT_EQ(scroll(), 60 * 8);
+    EXPECT_EQ(Rectangles(6 + 60, 6 + 70), (::Rectangles{{0, 0, 80, 16}}));
+    Accessible().ScrollTo(AccessibleRange({6 + 40, 6 + 45}), false);
+    EXPECT_EQ(scroll(), 40 * 8);
+    // What is seen already is left where it is.
+    Accessible().ScrollTo(AccessibleRange({6 + 59, 6 + 99}), true);
+    EXPECT_EQ(scroll(), 40 * 8);
+    Accessible().ScrollTo(AccessibleRange({6 + 60, 6 + 60}), true);
+    EXPECT_EQ(scroll(), 60 * 8);
+    // All the way to the left where that shows it as well.
+    Accessible().ScrollTo(AccessibleRange({3, 5}), true);
+    EXPECT_EQ(scroll(), 0);
+}
+
+TEST_F(AccessibleTextTest, ScrollsSidewaysInALineThatIsTypedIn) {
+    ShowIn(std::u16string(60, u'x') + u"|");
+    Type(u"yz");
+    ASSERT_TRUE(buffer().HasPendingEdit());
+    view().Viewport().SetHorizontalScroll(0);
+    Accessible().ScrollTo(AccessibleRange({50, 62}), true);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 50 * 8);
+    // Nor may a window narrower than its margin make it go back and forth.
+    settings.MarginWidth = 500;
+    input().OnSize(false);
+    Accessible().ScrollTo(AccessibleRange({30, 31}), true);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 30 * 8);
+    Accessible().ScrollTo(AccessibleRange({30, 31}), true);
+    EXPECT_EQ(view().Viewport().HorizontalScroll(), 30 * 8);
+}
+
 TEST_F(AccessibleTextTest, APointIsTheNearestPlace) {
     ShowIn(u"abc\ndef");
     EXPECT_EQ(At(8, 0), 1u);
