@@ -3,6 +3,7 @@
 #include "base/Surrogates.h"
 #include "base/Text.h"
 #include "view/CaretStops.h"
+#include "view/Punctuation.h"
 #include "view/ShownText.h"
 
 #include <algorithm>
@@ -34,9 +35,7 @@ bool IsBetween(Char c, Char first, Char last) { return c >= first && c <= last; 
 // The caret's words are ASCII only; somebody who listens would hear "Za", "ż", "ółć".
 bool IsLetter(Char c) {
     if (c < 0xC0) return Text::IsWordChar(c) || c == 0xAA || c == 0xB5 || c == 0xBA;
-    // The blocks of punctuation and symbols, the signs among the letters, and full-width ASCII that is neither.
-    return c != 0xD7 && c != 0xF7 && !IsBetween(c, 0x2010, 0x2BFF) && !IsBetween(c, 0x3001, 0x3004) &&
-           !IsBetween(c, 0x3008, 0x3020) && !IsBetween(c, 0xFF01, 0xFF0F) && !IsBetween(c, 0xFF1A, 0xFF20);
+    return !Punctuation::Find(c);
 }
 
 bool IsBlank(Char c) { return Text::IsBlank(c) || c == 0xA0 || IsBetween(c, 0x2000, 0x200A) || c == 0x3000; }

@@ -62,6 +62,31 @@ TEST_F(AccessibleRangeTest, WordsAreThoseOfAnyScript) {
     EXPECT_EQ(Expanded(AccessibleUnit::Word, 17), (TextRange{17, 18})); // between quotation marks
 }
 
+// A letter and a punctuation mark of each script that has its own.
+TEST_F(AccessibleRangeTest, PunctuationOfEveryScriptIsNoPartOfAWord) {
+    constexpr Char Pairs[][2] = {
+        {0x03B1, 0x037E}, {0x03B1, 0x0387}, {0x0561, 0x055D}, {0x0561, 0x0589}, {0x05D0, 0x05BE}, {0x05D0, 0x05C3},
+        {0x0628, 0x060C}, {0x0628, 0x061B}, {0x0628, 0x061F}, {0x0661, 0x066B}, {0x0628, 0x066D}, {0x06A9, 0x06D4},
+        {0x0710, 0x0700}, {0x0710, 0x070D}, {0x0915, 0x0964}, {0x0915, 0x0965}, {0x0995, 0x0964}, {0x0C15, 0x0C77},
+        {0x0E01, 0x0E5A}, {0x0F40, 0x0F0D}, {0x1000, 0x104A}, {0x1000, 0x104B}, {0x10D0, 0x10FB}, {0x1200, 0x1361},
+        {0x1200, 0x1368}, {0x1780, 0x17D4}, {0x1820, 0x1802}, {0x1820, 0x1803}, {0x30A2, 0x30FB}, {0x6F22, 0x3002},
+        {0x6F22, 0xFF0C}, {0xFF21, 0xFF3B}, {0xFF21, 0xFF3E}, {0xFF21, 0xFF40}, {0xFF41, 0xFF5B}, {0xFF41, 0xFF5E},
+        {0xFF71, 0xFF61}, {0xFF71, 0xFF65}, {0xAC00, 0x3001}, {0x0430, 0x2014}, {0x0061, 0x2E2E}};
+    for (const auto& pair : Pairs) {
+        Fill({pair[0], pair[0], pair[1], pair[0]});
+        EXPECT_EQ(Expanded(AccessibleUnit::Word, 0), (TextRange{0, 2})) << std::hex << uint32_t{pair[1]};
+        EXPECT_EQ(Expanded(AccessibleUnit::Word, 2), (TextRange{2, 3})) << std::hex << uint32_t{pair[1]};
+    }
+    // Their neighbours are letters and digits.
+    constexpr Char Letters[] = {0x00C0, 0x00D6, 0x00D8, 0x00F6, 0x00F8, 0x037D, 0x0386, 0x0560, 0x0588, 0x0620,
+                                0x0669, 0x06D3, 0x0966, 0x0E50, 0x0F20, 0x1040, 0x1369, 0x17D7, 0x1810, 0x3005,
+                                0x30FC, 0xFF10, 0xFF19, 0xFF21, 0xFF3A, 0xFF41, 0xFF5A, 0xFF66, 0xFFDC};
+    for (const Char c : Letters) {
+        Fill({u'a', c, u'a'});
+        EXPECT_EQ(Expanded(AccessibleUnit::Word, 2), (TextRange{0, 3})) << std::hex << uint32_t{c};
+    }
+}
+
 // Wherever Ctrl+Right leaves the caret, the word there is what comes next and not what was passed.
 TEST_F(AccessibleRangeTest, AWordStartsAtEveryStopOfTheWordKeys) {
     Fill(u"if (a == foo_bar) return;\n  x += 12;");
