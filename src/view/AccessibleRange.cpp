@@ -2,6 +2,7 @@
 
 #include "base/Scan.h"
 #include "base/Surrogates.h"
+#include "base/SystemCase.h"
 #include "base/WString.h"
 #include "document/TextBuffer.h"
 #include "document/TextChange.h"
@@ -22,6 +23,18 @@ size_t FindIn(const Char* text, size_t count, const AccessibleRange::Wanted& wan
     const Scan::Pattern pattern = {wanted.text, wanted.count, wanted.matchCase};
     return wanted.backward ? Scan::FindBackward(text, count, {0, count}, pattern)
                            : Scan::FindForward(text, count, {0, count}, pattern);
+}
+
+bool NeedsFolding(const AccessibleRange::Wanted& wanted) {
+    constexpr Char LastAscii = 0x7F; // up to there the search folds by itself
+    const auto isOther = [](Char c) { return c > LastAscii; };
+    return !wanted.matchCase && std::any_of(wanted.text, wanted.text + wanted.count, isOther);
+}
+
+bool CopyText(const ShownText& text, TextRange part, WString& out) {
+    if (!out.Reserve(part.Length())) return false;
+    text.Copy(part, out.Data());
+    return true;
 }
 
 } // namespace
@@ -95,15 +108,23 @@ bool AccessibleRange::Find(const ShownText& text, const Wanted& wanted, uint32_t
     found = NoOffset;
     const TextRange part = Within(text);
     if (wanted.count == 0 || wanted.count > part.Length()) return true;
+    const bool folds = NeedsFolding(wanted);
     // Nothing is written back for a search: whoever listens edits nothing.
+    const Char* searched = folds ? nullptr : InContent(text, part);
     WString copy;
-    const Char* searched = InContent(text, part);
     if (!searched) {
-        if (!copy.Reserve(part.Length())) return false;
-        text.Copy(part, copy.Data());
+        if (!CopyText(text, part, copy)) return false;
         searched = copy.Data();
     }
-    const size_t at = FindIn(searched, part.Length(), wanted);
+    WString folded;
+    Wanted query = wanted;
+    if (folds) {
+        if (!folded.Assign(wanted.text, wanted.count) || !SystemCase::Fold(folded.Data(), wanted.count) ||
+            !SystemCase::Fold(copy.Data(), part.Length()))
+            return false;
+        query = {folded.Text(), wanted.count, wanted.backward, true};
+    }
+    const size_t at = FindIn(searched, part.Length(), query);
     if (at != Scan::NotFound) found = part.start + static_cast<uint32_t>(at);
     return true;
 }

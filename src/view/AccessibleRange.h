@@ -34,8 +34,9 @@ public:
     int32_t MoveEnd(const ShownText& text, RangeEnd end, AccessibleUnit unit, int32_t count);
     void MoveEndTo(const ShownText& text, RangeEnd end, const AccessibleRange& other, RangeEnd otherEnd);
 
-    // Finds `count` characters inside, from its start or its end; `found` is NoOffset when they are not there. Only
-    // the ASCII letters have another case. False without memory.
+    // Finds `count` characters inside, from its start or its end; `found` is NoOffset when they are not there. Without
+    // `matchCase` letters of any script are found in either case; when only ASCII is wanted, only that is folded. False
+    // without memory.
     struct Wanted {
         const Char* text = nullptr;
         uint32_t count = 0;

@@ -190,6 +190,24 @@ TEST_F(AccessibleRangeTest, FindsInsideOnly) {
     EXPECT_EQ(Find(Range(0, 11), u"", false, true), NoOffset);
 }
 
+TEST_F(AccessibleRangeTest, FindsTheLettersOfEveryScriptInEitherCase) {
+    Fill(u"\u017B\u00F3\u0142w. \u042F\u0437\u044B\u043A, \u039B\u039F\u0393\u039F\u03A3 \u017C\u00D3\u0141W");
+    const AccessibleRange all = Range(0, 23);
+    EXPECT_EQ(Find(all, u"\u017C\u00F3\u0142w", false, false), 0u);
+    EXPECT_EQ(Find(all, u"\u017C\u00F3\u0142w", true, false), 18u);
+    EXPECT_EQ(Find(all, u"\u017C\u00F3\u0142w", false, true), NoOffset);
+    EXPECT_EQ(Find(Range(1, 22), u"\u017B\u00D3\u0141", false, false), 18u);
+    EXPECT_EQ(Find(all, u"\u044F\u0417\u044B\u041A,", false, false), 6u);
+    EXPECT_EQ(Find(all, u"\u03BB\u03BF\u03B3\u03BF\u03C2", false, false), 12u) << "the sigma of a word's end";
+    EXPECT_EQ(Find(all, u"\u0142o", false, false), NoOffset);
+    FailEachAllocation([&] {
+        uint32_t found = 0;
+        const bool done = all.Find(Shown(), {u"\u044F", 1, false, false}, found);
+        EXPECT_EQ(found, done ? 6u : NoOffset);
+        return done;
+    });
+}
+
 // What was typed is found before it is written back, and finding does not write it back.
 TEST_F(AccessibleRangeTest, FindsWhatIsPending) {
     Show(u"one\ntw|\nthree");
