@@ -195,6 +195,26 @@ TEST_F(TextPatternTest, TextIsFound) {
     SysFreeString(wanted);
 }
 
+// The letters that differ in case are the system's to know.
+TEST_F(TextPatternTest, LettersOfOtherAlphabetsAreFoundInEitherCase) {
+    ShowText(u"a \u017B\u00F3\u0142w, \u042F\u0437\u044B\u043A, \u039B\u039F\u0393\u039F\u03A3");
+    const Range all(All());
+    const std::pair<const wchar_t*, const Char*> words[] = {
+        {L"\u017C\u00D3\u0142W", u"\u017B\u00F3\u0142w"},
+        {L"\u044F\u0417\u042B\u043A", u"\u042F\u0437\u044B\u043A"},
+        {L"\u03BB\u03BF\u03B3\u03BF\u03C2", u"\u039B\u039F\u0393\u039F\u03A3"}};
+    for (const auto& [wanted, expected] : words) {
+        const AccessibleLibraries::HeldText text(SysAllocString(wanted));
+        ITextRangeProvider* found = nullptr;
+        EXPECT_EQ(all->FindText(text.Get(), FALSE, FALSE, &found), S_OK);
+        EXPECT_EQ(found, nullptr);
+        EXPECT_EQ(all->FindText(text.Get(), FALSE, TRUE, &found), S_OK);
+        const Range match(found);
+        ASSERT_TRUE(match.IsValid());
+        EXPECT_EQ(Read(match.Get()), expected);
+    }
+}
+
 TEST_F(TextPatternTest, CaretAndSelectionAreRangesAndCanBeSet) {
     ShowText(u"one\ntwo");
     Editor().SelectRange({5, 2});
