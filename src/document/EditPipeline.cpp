@@ -39,6 +39,7 @@ void EditPipeline::OpenActiveLine() {
 }
 
 bool EditPipeline::Perform(UndoRecord* record) {
+    if (!record) return false;
     const Operation operation(*this);
     if (!record->Redo()) {
         delete record;

@@ -65,7 +65,7 @@ public:
     void OpenActiveLine();
 
     // Edits. Takes the record over, also on failure, performs and records it, and tells the views. False without
-    // memory; nothing has changed then.
+    // memory, also for the record, which is null then; nothing has changed.
     [[nodiscard]] bool Perform(UndoRecord* record);
     // For a character of which the pending record `typed` says that it Continues, and for which it has room: types it
     // at `column` of the edit line and into the record. The views are told as by Perform, but only the caret of `view`

@@ -23,6 +23,14 @@ template <class Record> UndoRecord* Checked(Record* record, bool isSetUp) {
     return nullptr;
 }
 
+// A change of the store, after a commit. Where nothing was pending the line is open still, and its copy would not be
+// the line any more. It is closed only here: where memory runs out before, it stays open.
+bool PerformInStore(EditPipeline& pipeline, UndoRecord* record) {
+    if (!record) return false;
+    pipeline.Target().parts.editLine.Close();
+    return pipeline.Perform(record);
+}
+
 } // namespace
 
 TextBuffer::~TextBuffer() {
@@ -232,8 +240,8 @@ bool TextBuffer::TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool
     }
     const Char replaced = overwrite && column < parts.editLine.Length() ? EditLineText()[column] : u'\0';
     auto* record = new LineEdit(pipeline.Target(), false);
-    UndoRecord* checked = Checked(record, record && record->SetUp(column, &ch, 1, replaced) && record->MakeRoom(room));
-    return checked && pipeline.Perform(checked);
+    return pipeline.Perform(
+        Checked(record, record && record->SetUp(column, &ch, 1, replaced) && record->MakeRoom(room)));
 }
 
 bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
@@ -275,21 +283,17 @@ bool TextBuffer::DeleteInEditLine(TextDocumentView* view, ColumnRange columns) {
     const uint32_t removedEnd = std::min(columns.end, end);
     if (columns.start >= removedEnd) return false;
     auto* record = new LineEdit(pipeline.Target(), true);
-    const Char* removed = line + columns.start;
-    UndoRecord* checked =
-        Checked(record, record && record->SetUp(columns.start, removed, removedEnd - columns.start, u'\0'));
-    return checked && pipeline.Perform(checked);
+    const uint32_t count = removedEnd - columns.start;
+    return pipeline.Perform(
+        Checked(record, record && record->SetUp(columns.start, line + columns.start, count, u'\0')));
 }
 
 bool TextBuffer::InsertText(uint32_t offset, const Char* inserted, uint32_t count) {
     if (readOnly || count == 0) return true;
     if (!CommitEdit() || uint64_t{Length()} + count >= TextStore::LengthLimit) return false;
     auto* record = new InsertEdit(pipeline.Target());
-    UndoRecord* checked = Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count));
-    if (!checked) return false;
-    // Its copy would not be the line any more. Only now: where memory runs out before, it stays open.
-    parts.editLine.Close();
-    return pipeline.Perform(checked);
+    return PerformInStore(pipeline,
+                          Checked(record, record && record->SetUp(std::min(offset, Length()), inserted, count)));
 }
 
 bool TextBuffer::DeleteText(TextRange range) {
@@ -298,20 +302,14 @@ bool TextBuffer::DeleteText(TextRange range) {
     range.end = std::min(range.end, Length());
     if (range.start >= range.end) return true;
     auto* record = new DeleteEdit(pipeline.Target());
-    UndoRecord* checked = Checked(record, record && record->SetUp(range));
-    if (!checked) return false;
-    parts.editLine.Close();
-    return pipeline.Perform(checked);
+    return PerformInStore(pipeline, Checked(record, record && record->SetUp(range)));
 }
 
 bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count) {
     if (readOnly || ranges.IsEmpty()) return true;
     if (!CommitEdit()) return false;
     auto* record = new BulkEdit(pipeline.Target());
-    UndoRecord* checked = Checked(record, record && record->SetUp(ranges, inserted, count));
-    if (!checked) return false;
-    parts.editLine.Close();
-    return pipeline.Perform(checked);
+    return PerformInStore(pipeline, Checked(record, record && record->SetUp(ranges, inserted, count)));
 }
 
 void TextBuffer::EndTyping() {
