@@ -57,6 +57,8 @@ HexRows::Colours HexRows::ColoursOf(uint64_t offset) const {
     return {settings.TextFg, settings.TextBg};
 }
 
+// Such as "41 42 0A" and, from TextColumn on, "AB.": a byte has two digits and a blank, which the last one of a row
+// does not take along into its colours.
 // A row lies within one page. What the file does not deliver is left out.
 void HexRows::AddBytes(RowPicture& row, uint64_t offset) {
     constexpr uint32_t PerByte = 3;

@@ -122,6 +122,7 @@ uint32_t TextStore::LastLineStart() {
 
 uint32_t TextStore::LineToOffset(uint32_t line) {
     if (!text) return 0;
+    // From the nearest line that is known, or the text's start, back or forth to the one wanted.
     const LineCacheEntry* near = lineCache.NearestLine(line);
     ORVANE_ASSERT(!near || near->offset == 0 || text[near->offset - 1] == u'\n');
     if (near && near->line == line) return near->offset;

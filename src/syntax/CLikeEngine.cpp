@@ -148,6 +148,7 @@ const Char* CLikeEngine::TakeText(Line& line, const Char* at, Token& next) const
         const Char* wordEnd = at + std::countr_one(words >> skipped);
         // The map may end inside of the word, which is then followed character by character.
         if (wordEnd == line.map.end) wordEnd = SkipWhile(wordEnd, line.end, CharFlag::Word);
+        // Nearly every word ends here: the tables say that it begins nothing.
         const bool mayBegin =
             line.highlighted || (flags & CharFlag::NotKeyword) ||
             ((flags & CharFlag::Keyword) && keywords.MayMatchAt(at, static_cast<size_t>(wordEnd - at)));

@@ -103,6 +103,7 @@ bool KeywordSet::CanBegin(Char c) const {
     return low < high && low->text[0] == first;
 }
 
+// Length, last and second character of a word, in one number that one comparison settles.
 uint64_t KeywordSet::KeyOf(const Char* at, size_t wordLength) const {
     const Char second = wordLength > 1 ? Fold(at[1]) : u'\0';
     const Char last = wordLength > 1 ? Fold(at[wordLength - 1]) : u'\0';

@@ -11,12 +11,15 @@
 void TextInput::OnKeyDown(uint32_t key) {
     const TextBuffer* document = editor.GetTextBuffer();
     if (!document) return;
+    // Another view may have had its own line opened, or memory was short when this one was due.
     if (document->EditLineNumber() != editor.CaretLine()) editor.OpenCaretLine();
     EditorKeys::Press(editor, key);
 }
 
 void TextInput::Take(Char character, TypedBy source) {
     if (!editor.GetTextBuffer()) return;
+    // The system sends the halves of a pair one by one. With WholeCharacters the first waits for the second, so that
+    // both are one step; before anything else it is typed alone.
     const Char first = std::exchange(firstHalf, Char{0});
     if (Surrogates::IsPair(first, character)) return EditorTyping::TypePair(editor, first, character, source);
     if (first) EditorTyping::Type(editor, first, source);
@@ -63,6 +66,7 @@ bool TextInput::BeginSelection(ClientPoint point, bool extend) {
     if (!document) return false;
     document->CommitEdit();
     editor.Surface().TakeFocus();
+    // With Shift the new selection reaches from the caret, not from where the old one began.
     editor.CollapseSelection();
     editor.MoveCaret(editor.Viewport().PositionAt(point), extend);
     return true;

@@ -17,6 +17,7 @@ constexpr UINT TextFlags = ETO_OPAQUE | ETO_CLIPPED | ETO_NUMERICSLATIN;
 
 HPEN MakeGuidePen() {
     const LOGBRUSH brush = {BS_SOLID, settings.GuideColor, 0};
+    // Every second pixel, which only a cosmetic pen made this way can be.
     return ExtCreatePen(PS_COSMETIC | PS_ALTERNATE, 1, &brush, 0, nullptr);
 }
 
