@@ -26,14 +26,16 @@ public:
     // The store was changed, and with it perhaps the number of its lines. For appended output it comes after FollowEnd.
     virtual void LineCountChanged() = 0;
 
-    // Where the view goes after the edit; places are clamped to the text. The caret goes there, and the selection
-    // collapses to it.
+    // Where the view goes after the edit; places are clamped to the text. A change of the store places the views that
+    // its record knows, by top line and selection; the others follow it. In the edit line, the first character of a run
+    // of typing places the carets of all views, each in its own line; one that goes on with the run places that of the
+    // view typed in, and the others follow; a deletion is followed by all.
+    //
+    // The caret goes there, and the selection collapses to it.
     virtual void PlaceCaret(TextPosition place) = 0;
     virtual void PlaceSelection(TextSelection selection) = 0;
     virtual void PlaceTopLine(uint32_t line) = 0;
-    // Caret, anchor and top line stay at their places in the text. A character that goes on with a run of typing tells
-    // this to all views but the one typed in, a deletion in the edit line to all of them, a change of the store to
-    // those that its record does not know.
+    // Caret, anchor and top line stay at their places in the text.
     virtual void FollowChange(const TextChange& change) = 0;
     // Output was appended, and the caret, which was at the end of the text, goes to the new one. As nobody has moved it
     // there, a message in the status bar stays.
@@ -42,7 +44,7 @@ public:
     // Repaints these lines; Invalidate repaints all of them.
     virtual void InvalidateLines(LineRange lines) = 0;
     // Once for an operation, however many edits it was made of. The caret line of the active view is open again, and
-    // the view may use the document.
+    // the view may do anything with the document.
     virtual void EditFinished() = 0;
 
     // Where the view is now.
