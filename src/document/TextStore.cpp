@@ -165,6 +165,7 @@ uint32_t TextStore::OffsetToLine(uint32_t offset, uint32_t& lineStart) {
 uint32_t TextStore::LineLength(uint32_t start, bool& isLast) const {
     isLast = true;
     if (start >= length) return 0;
+    // The last line of output that is appended to may be long: its end is known, and need not be looked for each time.
     if (start == lastLineStart) return length - start;
     const size_t rest = length - start;
     const size_t upToBreak = Scan::FindLineFeed(text + start, rest);

@@ -191,6 +191,7 @@ uint32_t HtmlEngine::ColourLine(uint32_t offset, const Char* text, uint32_t leng
 uint32_t HtmlEngine::ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) {
     // As in CLikeEngine: a start past the end is the start of the text, in the normal state.
     const bool startsOver = start > length;
+    // How a tag that is open at the start goes on after a value is not known here: as an ordinary one.
     Scanning output(*this, text, length);
     HtmlMachine<Scanning> machine(output, tagStart, text + (startsOver ? 0 : start), text + length,
                                   {startsOver ? Between : KnownState(state), Tag});

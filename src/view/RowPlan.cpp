@@ -70,6 +70,7 @@ TextSpan RowPlan::TakeLine() {
         return editor->Text().Line(nextLine);
     }
     bool isLast = false;
+    // Where it starts is known from the line before, and need not be looked up for each row.
     const TextSpan line = {document->Content() + storeStart, document->LineLength(storeStart, isLast)};
     storeStart += line.length + 1;
     return line;

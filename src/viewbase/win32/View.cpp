@@ -46,6 +46,7 @@ LRESULT CALLBACK ViewWindowProc(HWND window, UINT message, WPARAM wparam, LPARAM
 bool ViewClass::Register(HINSTANCE instance) {
     WNDCLASSEXW definition = {};
     definition.cbSize = sizeof(definition);
+    // Without CS_DBLCLKS there are no double clicks.
     definition.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
     definition.lpfnWndProc = ViewWindowProc;
     definition.hInstance = instance;
