@@ -70,6 +70,7 @@ protected:
 
 private:
     bool HandleMouse(UINT message, WPARAM wparam, LPARAM lparam);
+    // Has PaintRows draw what is invalid.
     void OnPaint();
     // False where a menu is not the view's to show.
     bool OnContextMenu(LPARAM place);

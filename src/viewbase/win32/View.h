@@ -46,7 +46,10 @@ public:
     // Selects the next match of the last search; false when there is none. The second argument is
     // ignored.
     virtual bool FindNext(bool backward, uint32_t ignored) = 0;
+    // The messages of the window. Derived classes take theirs and pass on the others; here those of keys become the
+    // operations below.
     virtual LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam);
+    // A virtual-key code. OnChar gets a unit of UTF-16: a character beyond U+FFFF comes as two.
     virtual void OnKeyDown(uint32_t key, uint32_t repeat, uint32_t flags) = 0;
     // Odd on purpose: docs/oddities.md.
     virtual void OnKeyUp(uint32_t, uint32_t, uint32_t) {}
