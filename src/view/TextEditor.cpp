@@ -210,7 +210,8 @@ void TextEditor::MatchBrackets() {
     const bool isAtBracket = BracketMatch::IsAtBracket(text, caret);
     // After nearly every key: there is nothing to be looked for and nothing to be taken back.
     if (!isAtBracket && old == BracketPair()) return;
-    // The partner is looked for in the document's content, which has to be complete.
+    // The partner is looked for in the document's content, which has to be complete: beside a bracket each key is a
+    // step of its own (docs/oddities.md).
     bool complete = true;
     if (isAtBracket && document->HasPendingEdit()) {
         complete = document->CommitEdit();

@@ -137,7 +137,7 @@ const ColoursPage::Entry ColoursPage::Entries[] = {
     {L"Keyword", PAIR(Keyword)},
     {L"Number", PAIR(Number)},
     {L"BraceMatch", PAIR(BraceMatch)},
-    {L"Modifed Binary", PAIR(Bin)},
+    {L"Modifed Binary", PAIR(Bin)}, // docs/oddities.md
     {L"Html Tag", PAIR(HtmlTag)},
     {L"Html Attribute", PAIR(HtmlAttr)},
     {L"Html Attribute Value", PAIR(HtmlAttrValue)},

@@ -107,8 +107,8 @@ void TextPainter::DrawNumber(const RowPicture& row) {
     ExtTextOutW(surface, 0, rowTop, TextFlags, &area, Wide(row.number), row.numberLength, row.numberAdvances);
 }
 
-// Unshifted even when drawing straight: the guides then all fall on the first row, which is how this
-// mode has always looked.
+// Unshifted even when drawing straight: the guides then all fall on the first row
+// (docs/oddities.md).
 void TextPainter::DrawGuides(const RowPicture& row) {
     for (uint32_t i = 0; i < row.guideCount; ++i) VerticalLine(row.guides[i], 0, lineHeight);
 }
