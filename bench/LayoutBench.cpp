@@ -3,6 +3,7 @@
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "syntax/EngineDefinition.h"
+#include "view/BracketMatch.h"
 #include "view/LineLayout.h"
 #include "view/RowPlan.h"
 #include "viewbase/ViewKey.h"
@@ -134,7 +135,8 @@ void MatchingABracket(std::string sample) {
         Bench::Keep(document.Engine()->ScanState(document.Content(), document.Length(), 0, 0, stopped));
     };
     move();
-    Bench::Check(shown.editor.MatchedBrackets().partner.offset == NoOffset, "the bracket has no partner");
+    Bench::Check(BracketMatch::Highlighted(shown.editor.Text()).partner.offset == NoOffset,
+                 "the bracket has no partner");
     Bench::Compare("a bracket without a partner against one state scan", move, scan, 1.5);
 }
 

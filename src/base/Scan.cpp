@@ -86,14 +86,6 @@ size_t Scan::FindLineFeed(const Char* text, size_t count) {
     return at + Reference::FindLineFeed(text + at, count - at);
 }
 
-size_t Scan::FindLineEnd(const Char* text, size_t count) {
-    const __m128i lineFeed = Fill(u'\n');
-    const __m128i zero = _mm_setzero_si128();
-    const size_t at = FindFirst(
-        text, count, [=](__m128i v) { return _mm_or_si128(_mm_cmpeq_epi16(v, lineFeed), _mm_cmpeq_epi16(v, zero)); });
-    return at + Reference::FindLineEnd(text + at, count - at);
-}
-
 size_t Scan::FindUnprintable(const Char* text, size_t count) {
     const __m128i first = Fill(u' ');
     const __m128i span = Fill(u'~' - u' ');
@@ -155,12 +147,6 @@ size_t Scan::SkipLinesBack(const Char* text, size_t count, size_t lines, size_t&
     if (const size_t start = WalkLinesBack(text, 0, at, wanted)) return start;
     passed = lines + 1 - wanted;
     return 0;
-}
-
-size_t Scan::FindNul(const Char* text, size_t count) {
-    const __m128i zero = _mm_setzero_si128();
-    const size_t at = FindFirst(text, count, [=](__m128i v) { return _mm_cmpeq_epi16(v, zero); });
-    return at + Reference::FindNul(text + at, count - at);
 }
 
 size_t Scan::FindZeroByte(const uint8_t* bytes, size_t count) {

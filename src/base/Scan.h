@@ -13,9 +13,6 @@ size_t CountLineFeeds(const Char* text, size_t count);
 // Index of the first line feed in text[0, count); `count` when there is none.
 size_t FindLineFeed(const Char* text, size_t count);
 
-// Index of the first character in text[0, count) that is a line feed or a NUL; `count` without one.
-size_t FindLineEnd(const Char* text, size_t count);
-
 // Index of the first character in text[0, count) outside U+0020 to U+007E; `count` without one.
 size_t FindUnprintable(const Char* text, size_t count);
 
@@ -31,8 +28,7 @@ size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
 // the line reached starts and in `passed` how many it went back.
 size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed);
 
-// Index of the first NUL in bytes or characters [0, count); `count` without one.
-size_t FindNul(const Char* text, size_t count);
+// Index of the first zero in bytes[0, count); `count` without one.
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
 
 // What is searched for: at least one character. Without `matchCase` the ASCII letters are folded on both sides.
@@ -71,12 +67,10 @@ void SwapBytes(const Char* in, size_t count, Char* out);
 namespace Reference {
 size_t CountLineFeeds(const Char* text, size_t count);
 size_t FindLineFeed(const Char* text, size_t count);
-size_t FindLineEnd(const Char* text, size_t count);
 size_t FindUnprintable(const Char* text, size_t count);
 size_t FindLineStart(const Char* text, size_t count);
 size_t SkipLines(const Char* text, size_t count, size_t lines, size_t& passed);
 size_t SkipLinesBack(const Char* text, size_t count, size_t lines, size_t& passed);
-size_t FindNul(const Char* text, size_t count);
 size_t FindZeroByte(const uint8_t* bytes, size_t count);
 size_t FindForward(const Char* text, size_t count, Positions at, const Pattern& pattern);
 size_t FindBackward(const Char* text, size_t count, Positions at, const Pattern& pattern);

@@ -36,7 +36,6 @@ public:
     // one.
     size_t First(const uint8_t* bytes, size_t count) const;
     size_t Last(const uint8_t* bytes, size_t count) const;
-    size_t Length() const { return n; }
 
 private:
     size_t FirstByProbes(const uint8_t* bytes, size_t end) const;

@@ -23,12 +23,6 @@ size_t Scan::Reference::FindLineFeed(const Char* text, size_t count) {
     return at;
 }
 
-size_t Scan::Reference::FindLineEnd(const Char* text, size_t count) {
-    size_t at = 0;
-    while (at < count && text[at] != u'\n' && text[at] != 0) ++at;
-    return at;
-}
-
 size_t Scan::Reference::FindUnprintable(const Char* text, size_t count) {
     size_t at = 0;
     while (at < count && text[at] >= u' ' && text[at] <= u'~') ++at;
@@ -60,12 +54,6 @@ size_t Scan::Reference::SkipLinesBack(const Char* text, size_t count, size_t lin
         ++passed;
     }
     return start;
-}
-
-size_t Scan::Reference::FindNul(const Char* text, size_t count) {
-    size_t at = 0;
-    while (at < count && text[at] != 0) ++at;
-    return at;
 }
 
 size_t Scan::Reference::FindZeroByte(const uint8_t* bytes, size_t count) {

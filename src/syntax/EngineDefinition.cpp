@@ -106,7 +106,6 @@ bool ReadLongComment(EngineDefinition& definition, const IniSection& section) {
 
 // Reads a section into a definition that is already linked in, so that it can name itself.
 bool ReadSection(EngineDefinition& definition, const IniSection& section) {
-    definition.userDefined = true;
     ReadColours(definition, &section);
     definition.caseSensitive = section.GetInt(u"CaseSensitive", 1) != 0;
     if (!section.GetStringInto(definition.extensions, u"Extensions")) return false;

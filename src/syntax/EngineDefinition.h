@@ -59,7 +59,6 @@ struct EngineDefinition : HeapObject {
     uint32_t lineCommentCount = 0;
     ColourScheme colours;
     bool html = false;
-    bool userDefined = false;
     EngineDefinition* next = nullptr;     // newer
     EngineDefinition* previous = nullptr; // older
     const EngineDefinition* treatAs = nullptr;

@@ -37,7 +37,6 @@ public:
     // See ShownText.
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
     // The pair that is highlighted, whichever view has found it.
-    BracketPair MatchedBrackets() const { return BracketMatch::Highlighted(text); }
     // Grows with every operation that edits the document, in whichever view.
     uint32_t EditCount() const { return editCount; }
 

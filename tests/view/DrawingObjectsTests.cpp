@@ -100,7 +100,6 @@ TEST_F(DrawingObjectsTest, MeasuresAreThoseOfTheFont) {
     const SelectedObject selected(memory.Get(), DrawingObjects::EditorFont());
     TEXTMETRICW metrics = {};
     GetTextMetricsW(memory.Get(), &metrics);
-    EXPECT_EQ(DrawingObjects::Metrics().tmAscent, metrics.tmAscent);
     EXPECT_EQ(DrawingObjects::LineHeight(), metrics.tmHeight);
     EXPECT_EQ(DrawingObjects::AverageWidth(), metrics.tmAveCharWidth);
     RECT space = {};

@@ -131,7 +131,6 @@ void DrawingObjects::SetMetricsListener(void (*listener)()) { drawing.metricsLis
 uint32_t DrawingObjects::FontGeneration() { return drawing.fontGeneration; }
 
 HFONT DrawingObjects::EditorFont() { return drawing.font.Get(); }
-const TEXTMETRICW& DrawingObjects::Metrics() { return drawing.metrics; }
 int DrawingObjects::LineHeight() { return AtLeastOne(drawing.metrics.tmHeight); }
 int DrawingObjects::AverageWidth() { return AtLeastOne(drawing.metrics.tmAveCharWidth); }
 int DrawingObjects::SpaceWidth() { return AtLeastOne(drawing.spaceWidth); }

@@ -27,7 +27,6 @@ void SetMetricsListener(void (*listener)());
 uint32_t FontGeneration();
 
 HFONT EditorFont();
-const TEXTMETRICW& Metrics();
 // In pixels, each at least 1.
 int LineHeight();
 int AverageWidth(); // unit of horizontal scrolling, of the line numbers and of the guides

@@ -71,7 +71,6 @@ TEST(Scan, HalvesOfACharacterAreNoLineFeeds) {
     const std::u16string other(100, u'\u0A00');
     EXPECT_EQ(Scan::CountLineFeeds(text.data(), 100), 0u);
     EXPECT_EQ(Scan::FindLineFeed(other.data(), 100), 100u);
-    EXPECT_EQ(Scan::FindNul(other.data(), 100), 100u);
 }
 
 TEST(Scan, FindLineFeedMatchesTheReference) {
@@ -80,15 +79,6 @@ TEST(Scan, FindLineFeedMatchesTheReference) {
                   Scan::Reference::FindLineFeed(text.Text(), text.Count()));
     });
     EXPECT_EQ(Scan::FindLineFeed(u"ab\n\n", 4), 2u);
-}
-
-TEST(Scan, FindLineEndMatchesTheReference) {
-    ForRandomTexts(std::u16string(u"\n\0", 2), [](const Exact& text) {
-        ASSERT_EQ(Scan::FindLineEnd(text.Text(), text.Count()),
-                  Scan::Reference::FindLineEnd(text.Text(), text.Count()));
-    });
-    EXPECT_EQ(Scan::FindLineEnd(u"ab\0\n", 4), 2u);
-    EXPECT_EQ(Scan::FindLineEnd(u"ab\n\0", 4), 2u);
 }
 
 TEST(Scan, FindUnprintableMatchesTheReference) {
@@ -165,12 +155,6 @@ TEST(Scan, SkipLinesBackMatchesTheReference) {
     EXPECT_EQ(passed, 2u);
     EXPECT_EQ(Scan::SkipLinesBack(u"a\nb\nc\n", 6, 9, passed), 0u);
     EXPECT_EQ(passed, 3u);
-}
-
-TEST(Scan, FindNulMatchesTheReference) {
-    ForRandomTexts(std::u16string(1, u'\0'), [](const Exact& text) {
-        ASSERT_EQ(Scan::FindNul(text.Text(), text.Count()), Scan::Reference::FindNul(text.Text(), text.Count()));
-    });
 }
 
 TEST(Scan, FindZeroByteMatchesTheReference) {

@@ -25,7 +25,6 @@ TEST_F(EngineDefinitions, BuiltInCpp) {
     EXPECT_EQ(Str(cpp->extensions), u"cpp h c cxx hxx inl hpp rc idl");
     EXPECT_TRUE(cpp->caseSensitive);
     EXPECT_FALSE(cpp->html);
-    EXPECT_FALSE(cpp->userDefined);
     EXPECT_EQ(Str(cpp->longCommentStart), u"/*");
     EXPECT_EQ(Str(cpp->longCommentEnd), u"*/");
     EXPECT_EQ(cpp->lineCommentCount, 1u);
@@ -80,7 +79,6 @@ TEST_F(EngineDefinitions, EverySectionWithThePrefixGivesOne) {
          u"[XEngine_]\nExtensions=four\n[Engine_One]\nExtensions=five\n");
     const EngineDefinition* five = NewestEngineDefinition();
     EXPECT_EQ(Str(five->extensions), u"five");
-    EXPECT_TRUE(five->userDefined);
     EXPECT_EQ(Str(five->previous->extensions), u"two");
     EXPECT_EQ(Str(five->previous->previous->extensions), u"one");
     EXPECT_TRUE(five->previous->previous->previous->html);
@@ -112,7 +110,6 @@ TEST_F(EngineDefinitions, ReadsEveryKey) {
 TEST_F(EngineDefinitions, DefaultsOfAnEmptySection) {
     Load(u"[Engine_Q]\n");
     const EngineDefinition* q = NewestEngineDefinition();
-    EXPECT_TRUE(q->userDefined);
     EXPECT_TRUE(q->extensions.IsEmpty());
     EXPECT_TRUE(q->caseSensitive);
     EXPECT_FALSE(q->html);
@@ -207,7 +204,6 @@ TEST_F(EngineDefinitions, TreatAsLooksAtTheNewestFirstAndAtItself) {
     Load(u"[Engine_A]\nExtensions=cpp\nKeywords=x\n[Engine_B]\nExtensions=b\nTreatAs=cpp\n"
          u"[Engine_C]\nExtensions=me\nTreatAs=me\n");
     EXPECT_EQ(FindEngineDefinition(u"b")->treatAs, FindEngineDefinition(u"cpp"));
-    EXPECT_TRUE(FindEngineDefinition(u"b")->treatAs->userDefined);
     EXPECT_EQ(FindEngineDefinition(u"me")->treatAs, FindEngineDefinition(u"me"));
 }
 

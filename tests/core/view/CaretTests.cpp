@@ -17,7 +17,10 @@ struct CaretTest : ViewTest {
         view().MoveCaret({line, column});
         surface().ForgetCalls();
     }
-    Pair Match() const { return {view().MatchedBrackets().bracket.offset, view().MatchedBrackets().partner.offset}; }
+    Pair Match() const {
+        return {BracketMatch::Highlighted(view().Text()).bracket.offset,
+                BracketMatch::Highlighted(view().Text()).partner.offset};
+    }
 
     HighlightEngine* engine = nullptr;
 };
@@ -284,7 +287,7 @@ TEST_F(CaretTest, EveryViewOfTheDocumentRepaintsTheMarks) {
     surface().focus = false;
     other->editor.MoveCaret({3, 0});
     other->surface.TakeFocus();
-    EXPECT_EQ(other->editor.MatchedBrackets(), BracketPair());
+    EXPECT_EQ(BracketMatch::Highlighted(other->editor.Text()), BracketPair());
     EXPECT_EQ(surface().strips, (Strips{{0, 16}, {32, 48}}));
 }
 
