@@ -23,9 +23,12 @@ constexpr Role Roles[] = {
     {&SettingsRecord::GuideColor, &SystemColours::faint},
 };
 
-// The colours that were put into the live record, by row; nothing while there are none.
-bool areShown = false;
-Colour shownColours[SettingCount] = {};
+// The colours that were put into the live record, which is the process's, by row.
+struct Shown {
+    bool any = false;
+    Colour colours[SettingCount] = {};
+};
+Shown shown;
 
 template <class Visitor> void ForEachColour(Visitor visit) {
     for (uint32_t i = 0; i < generalSettings.count; ++i)
@@ -49,10 +52,10 @@ Colour ColourOf(const SettingDef& row, const SystemColours& colours) {
 
 // A colour that was set meanwhile is another one than was put there. The order of the table has fallbacks first.
 void TakeBack(SettingsRecord& record) {
-    if (!areShown) return;
+    if (!shown.any) return;
     ForEachColour([&](const SettingDef& row, uint32_t i) {
         Colour& cell = record.*row.cell.number;
-        if (cell == shownColours[i]) cell = DefaultOf(row, record);
+        if (cell == shown.colours[i]) cell = DefaultOf(row, record);
     });
 }
 
@@ -69,10 +72,10 @@ bool AreDefaults(const SettingsRecord& record) {
 SettingsChanges ShowSystemColours(const SystemColours* colours) {
     const SettingsRecord before = settings;
     TakeBack(settings);
-    areShown = colours && AreDefaults(settings);
-    if (areShown) {
+    shown.any = colours && AreDefaults(settings);
+    if (shown.any) {
         ForEachColour([&](const SettingDef& row, uint32_t i) {
-            settings.*row.cell.number = shownColours[i] = ColourOf(row, *colours);
+            settings.*row.cell.number = shown.colours[i] = ColourOf(row, *colours);
         });
     }
     const SettingsChanges changes = CompareSettings(before, settings);
@@ -82,7 +85,7 @@ SettingsChanges ShowSystemColours(const SystemColours* colours) {
     return changes;
 }
 
-void ForgetSystemColours() { areShown = false; }
+void ForgetSystemColours() { shown.any = false; }
 
 OwnColours::OwnColours() : shown(settings) { TakeBack(settings); }
 

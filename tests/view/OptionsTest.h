@@ -23,10 +23,11 @@ protected:
     // Opens the dialog, which `drive` ends, and saves as the frame does. True when it was confirmed.
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
-        const OptionsOutcome outcome = RunOptionsDialog(owner, file, changes);
+        const OptionsOutcome outcome = RunOptionsDialog(owner, file, changes, pageShown);
         if (outcome == OptionsOutcome::Stored) static_cast<void>(file.Save(folder.Path("orvane.ini").c_str()));
         return outcome != OptionsOutcome::Cancelled;
     }
+    uint32_t pageShown = 0; // first, and then last
     std::string Saved() const { return folder.Read("orvane.ini"); }
 
     // The controls of the pages are not those of the dialog, which has them as grandchildren.

@@ -83,7 +83,7 @@ void ShowTools(FrameParts& frame) {
 
 void ShowOptions(FrameParts& frame) {
     SettingsChanges changes;
-    const OptionsOutcome outcome = RunOptionsDialog(frame.window, frame.store.Ini(), changes);
+    const OptionsOutcome outcome = RunOptionsDialog(frame.window, frame.store.Ini(), changes, frame.optionsPage);
     if (outcome == OptionsOutcome::Cancelled) return;
     frame.settings.Reapply(changes);
     if (outcome == OptionsOutcome::Stored) frame.store.Save(frame.messages);

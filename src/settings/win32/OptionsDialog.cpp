@@ -9,10 +9,11 @@ namespace {
 
 constexpr int PageCount = 3;
 constexpr int PageLeft = 170; // pixels at 96 DPI
-uint32_t lastPage = 0;        // shown again the next time
 
 class OptionsDialog final : public DialogBase {
 public:
+    explicit OptionsDialog(uint32_t& page) : shownPage(page) {}
+
     void Init() override {
         MakePages();
         MakeTree();
@@ -35,7 +36,7 @@ public:
         if (identifier == IDOK || identifier == IDCANCEL)
             DialogBase::Command(identifier);
         else
-            pages[lastPage]->Command(identifier);
+            pages[shownPage]->Command(identifier);
     }
 
     void Ok() override {
@@ -51,11 +52,11 @@ private:
         static constexpr uint16_t Resources[PageCount] = {IDD_OPTIONS_GENERAL, IDD_OPTIONS_FONTS, IDD_OPTIONS_COLORS};
         RECT area = {MulDiv(PageLeft, static_cast<int>(GetDpiForWindow(window)), 96), 0, 0, 0};
         for (int i = 0; i < PageCount; ++i) {
-            const HWND page = pages[i]->CreatePage(Resources[i], window);
-            if (!page) continue;
+            const HWND made = pages[i]->CreatePage(Resources[i], window);
+            if (!made) continue;
             // After the tree, before the buttons: the order of the windows is the order of the Tab key.
-            SetWindowPos(page, GetDlgItem(window, IDC_OPTIONS_TREE), area.left, area.top, 0, 0, SWP_NOSIZE);
-            GetWindowRect(page, &area);
+            SetWindowPos(made, GetDlgItem(window, IDC_OPTIONS_TREE), area.left, area.top, 0, 0, SWP_NOSIZE);
+            GetWindowRect(made, &area);
             MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&area), 2);
         }
         if (area.right) FitToPages(area.left, area.right);
@@ -97,26 +98,27 @@ private:
         HTREEITEM items[PageCount];
         for (int i = 0; i < PageCount; ++i) items[i] = AddItem(root, Names[i], i);
         SendMessageW(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(root));
-        SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(items[lastPage]));
-        ShowPage(lastPage);
+        SendMessageW(tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(items[shownPage]));
+        ShowPage(shownPage);
     }
 
-    HTREEITEM AddItem(HTREEITEM parent, const wchar_t* name, int page) {
+    HTREEITEM AddItem(HTREEITEM parent, const wchar_t* name, int index) {
         TVINSERTSTRUCTW item = {};
         item.hParent = parent;
         item.hInsertAfter = TVI_LAST;
         item.item.mask = TVIF_TEXT | TVIF_PARAM;
         item.item.pszText = const_cast<wchar_t*>(name);
-        item.item.lParam = page;
+        item.item.lParam = index;
         return reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
     }
 
     void ShowPage(uint32_t index) {
         if (index >= PageCount) return;
         for (uint32_t i = 0; i < PageCount; ++i) pages[i]->Show(i == index);
-        lastPage = index;
+        shownPage = index;
     }
 
+    uint32_t& shownPage;
     SettingsRecord copy = settings;
     GeneralPage general{copy};
     FontsPage fonts{copy};
@@ -127,8 +129,8 @@ private:
 
 } // namespace
 
-OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes) {
-    OptionsDialog dialog;
+OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes, uint32_t& page) {
+    OptionsDialog dialog(page);
     if (dialog.Run(IDD_OPTIONS, owner) != IDOK) return OptionsOutcome::Cancelled;
     changes = AdoptSettings(dialog.Copy());
     const OwnColours own; // the system's are not stored

@@ -12,5 +12,6 @@ enum class OptionsOutcome {
 };
 
 // Edits the settings on three pages. Once the user has confirmed, the settings are live, their handlers have run and
-// `changes` says what differs. Repainting and saving are the caller's.
-[[nodiscard]] OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes);
+// `changes` says what differs. Repainting and saving are the caller's. `page`, 0 to 2, is the page that is shown first,
+// and then the one that was shown last.
+[[nodiscard]] OptionsOutcome RunOptionsDialog(HWND owner, IniFile& file, SettingsChanges& changes, uint32_t& page);

@@ -12,74 +12,79 @@ struct Variants {
     decltype(&SafeArrayCreateVector) createVector = nullptr;
 };
 
-Variants variants;
-AccessibleLibraries::Automation automation;
-AccessibleLibraries::Classic classic;
-bool hasVariants = false;
-bool hasAutomation = false;
-bool hasClassic = false;
+// Of the process: each library is loaded once, when a client asks for the first time, and stays.
+struct Libraries {
+    Variants variants;
+    AccessibleLibraries::Automation automation;
+    AccessibleLibraries::Classic classic;
+    bool hasVariants = false;
+    bool hasAutomation = false;
+    bool hasClassic = false;
+};
+Libraries libraries;
 
 using SystemLibrary::Find;
 
 bool LoadVariants() {
-    if (hasVariants) return true;
+    if (libraries.hasVariants) return true;
     const HMODULE library = SystemLibrary::Load(L"\\oleaut32.dll");
-    hasVariants = library && Find(library, variants.allocateText, "SysAllocStringLen") &&
-                  Find(library, variants.freeText, "SysFreeString") &&
-                  Find(library, variants.lengthOf, "SysStringLen") &&
-                  Find(library, variants.createVector, "SafeArrayCreateVector");
-    return hasVariants;
+    libraries.hasVariants = library && Find(library, libraries.variants.allocateText, "SysAllocStringLen") &&
+                            Find(library, libraries.variants.freeText, "SysFreeString") &&
+                            Find(library, libraries.variants.lengthOf, "SysStringLen") &&
+                            Find(library, libraries.variants.createVector, "SafeArrayCreateVector");
+    return libraries.hasVariants;
 }
 
 bool LoadAutomation() {
-    if (hasAutomation) return true;
+    if (libraries.hasAutomation) return true;
     const HMODULE library = SystemLibrary::Load(L"\\uiautomationcore.dll");
-    hasAutomation = library && Find(library, automation.returnProvider, "UiaReturnRawElementProvider") &&
-                    Find(library, automation.hostProvider, "UiaHostProviderFromHwnd") &&
-                    Find(library, automation.raiseEvent, "UiaRaiseAutomationEvent") &&
-                    Find(library, automation.raisePropertyChange, "UiaRaiseAutomationPropertyChangedEvent") &&
-                    Find(library, automation.notSupported, "UiaGetReservedNotSupportedValue") &&
-                    Find(library, automation.areClientsListening, "UiaClientsAreListening") &&
-                    Find(library, automation.disconnect, "UiaDisconnectProvider");
-    return hasAutomation;
+    libraries.hasAutomation =
+        library && Find(library, libraries.automation.returnProvider, "UiaReturnRawElementProvider") &&
+        Find(library, libraries.automation.hostProvider, "UiaHostProviderFromHwnd") &&
+        Find(library, libraries.automation.raiseEvent, "UiaRaiseAutomationEvent") &&
+        Find(library, libraries.automation.raisePropertyChange, "UiaRaiseAutomationPropertyChangedEvent") &&
+        Find(library, libraries.automation.notSupported, "UiaGetReservedNotSupportedValue") &&
+        Find(library, libraries.automation.areClientsListening, "UiaClientsAreListening") &&
+        Find(library, libraries.automation.disconnect, "UiaDisconnectProvider");
+    return libraries.hasAutomation;
 }
 
 bool LoadClassic() {
-    if (hasClassic) return true;
+    if (libraries.hasClassic) return true;
     const HMODULE library = SystemLibrary::Load(L"\\oleacc.dll");
-    hasClassic = library && Find(library, classic.resultFromObject, "LresultFromObject") &&
-                 Find(library, classic.standardObject, "CreateStdAccessibleObject");
-    return hasClassic;
+    libraries.hasClassic = library && Find(library, libraries.classic.resultFromObject, "LresultFromObject") &&
+                           Find(library, libraries.classic.standardObject, "CreateStdAccessibleObject");
+    return libraries.hasClassic;
 }
 
 } // namespace
 
 const AccessibleLibraries::Automation* AccessibleLibraries::GetAutomation() {
-    return LoadVariants() && LoadAutomation() ? &automation : nullptr;
+    return LoadVariants() && LoadAutomation() ? &libraries.automation : nullptr;
 }
 
 const AccessibleLibraries::Classic* AccessibleLibraries::GetClassic() {
-    return LoadVariants() && LoadClassic() ? &classic : nullptr;
+    return LoadVariants() && LoadClassic() ? &libraries.classic : nullptr;
 }
 
 const AccessibleLibraries::Automation* AccessibleLibraries::LoadedAutomation() {
-    return hasAutomation ? &automation : nullptr;
+    return libraries.hasAutomation ? &libraries.automation : nullptr;
 }
 
 BSTR AccessibleLibraries::MakeText(const Char* text, uint32_t length) {
     constexpr uint32_t Most = INT32_MAX / sizeof(Char); // its size in bytes is in front of it
     if (length > Most) return nullptr;
-    return variants.allocateText(text ? Wide(text) : nullptr, length);
+    return libraries.variants.allocateText(text ? Wide(text) : nullptr, length);
 }
 
 BSTR AccessibleLibraries::MakeText(const WString& text) { return MakeText(text.Text(), text.Length()); }
 
-void AccessibleLibraries::FreeText(BSTR text) { variants.freeText(text); }
+void AccessibleLibraries::FreeText(BSTR text) { libraries.variants.freeText(text); }
 
-uint32_t AccessibleLibraries::LengthOf(BSTR text) { return variants.lengthOf(text); }
+uint32_t AccessibleLibraries::LengthOf(BSTR text) { return libraries.variants.lengthOf(text); }
 
 SAFEARRAY* AccessibleLibraries::MakeArray(VARTYPE type, ULONG count, void*& items) {
-    SAFEARRAY* const array = variants.createVector(type, 0, count);
+    SAFEARRAY* const array = libraries.variants.createVector(type, 0, count);
     // One that was just made is locked by nobody.
     if (array) items = array->pvData;
     return array;
