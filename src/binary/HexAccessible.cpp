@@ -44,7 +44,7 @@ bool HexAccessible::AppendValue(WString& out) {
 
 bool HexAccessible::IsReadOnly() const {
     const BinaryDocument* document = editor.GetBinaryDocument();
-    return !document || !document->CanDo(DocumentCommand::Edit);
+    return !document || document->IsReadOnly();
 }
 
 AccessibleState HexAccessible::State() const {

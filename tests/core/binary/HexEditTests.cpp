@@ -1,4 +1,5 @@
 #include "HexViewTest.h"
+#include "binary/HexAccessible.h"
 #include "support/FailureInjection.h"
 #include "support/Random.h"
 
@@ -90,7 +91,8 @@ TEST_F(HexEdit, TypingStopsAtTheEndOfTheFile) {
 TEST_F(HexEdit, AReadOnlyDocumentSaysThatItIgnoresTypingAndPasting) {
     Show("xyz");
     MakeReadOnly();
-    input().OnChar(u'g'); // which no file takes
+    EXPECT_TRUE(HexAccessible(view()).IsReadOnly()); // for screen readers
+    input().OnChar(u'g');                            // which no file takes
     EXPECT_EQ(Status(StatusField::Message), u"");
     Type(u"41");
     EXPECT_EQ(std::exchange(host().status[StatusField::Message], u""), u"The file can only be read");
