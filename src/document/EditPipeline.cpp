@@ -15,7 +15,7 @@ void EditPipeline::SetActiveViewByFocus(TextDocumentView* view) {
 bool EditPipeline::LoadEditLine(uint32_t line) {
     // Nothing is typed into a read-only document, whose last line may be long and go on growing.
     if (!target.content.Content() || target.content.IsReadOnly()) return true;
-    ORVANE_ASSERT(!notifier.IsTelling());
+    ORVANE_ASSERT(!notifier.IsNotifying());
     TextParts& parts = target.parts;
     line = std::min(line, parts.store.LineCount() - 1);
     if (line == parts.editLine.Number()) return true;
@@ -25,7 +25,7 @@ bool EditPipeline::LoadEditLine(uint32_t line) {
 bool EditPipeline::CommitEdit() {
     TextParts& parts = target.parts;
     if (target.content.IsReadOnly() || !parts.editLine.IsPending()) return true;
-    ORVANE_ASSERT(!notifier.IsTelling());
+    ORVANE_ASSERT(!notifier.IsNotifying());
     if (!parts.editLine.WriteBack(parts.store)) return false;
     // From now on what was typed is undone in the store, and states after the line are to be scanned again.
     history.MarkCommitted();
@@ -46,7 +46,7 @@ bool EditPipeline::Perform(UndoRecord* record) {
         return false;
     }
     history.Push(record);
-    Tell(*record, false);
+    Notify(*record, false);
     document.NotifyModified();
     return true;
 }
@@ -63,8 +63,8 @@ bool EditPipeline::ExtendTyping(LineEdit& typed, TextDocumentView* view, Char ch
     affects = affects || (notifyEngine && target.content.EditLineAffectsFollowingLines());
 
     const TextChange change = {line.Start() + column, line.Number(), {}, {1, 0}, true, affects};
-    const ViewNotifier::Telling telling(notifier);
-    TellChange(change);
+    const ViewNotifier::Notifying telling(notifier);
+    NotifyChange(change);
     notifier.Follow(change, view);
     if (view) view->PlaceCaret({view->CaretLine(), column + 1});
     if (notifyEngine) notifier.InvalidateChange(change);
@@ -94,7 +94,7 @@ bool EditPipeline::Step(bool undoing) {
         const bool isDone = undoing ? record->Undo() : record->Redo();
         ORVANE_ASSERT(isDone);
         history.MoveHead(undoing);
-        Tell(*record, undoing);
+        Notify(*record, undoing);
         if (depth == 0) break; // at once after a record outside of groups
     }
     document.NotifyModified();
@@ -115,24 +115,24 @@ void EditPipeline::AbandonGroup() {
             target.parts.editLine.Close();
         }
         static_cast<void>(record->Undo());
-        Tell(*record, true);
+        Notify(*record, true);
         delete record;
     }
     history.GroupAbandoned();
     document.NotifyModified();
 }
 
-void EditPipeline::Tell(UndoRecord& record, bool undone) {
+void EditPipeline::Notify(UndoRecord& record, bool undone) {
     if (record.IsMarker()) return;
     auto& edit = static_cast<TextEdit&>(record);
-    const ViewNotifier::Telling telling(notifier);
-    TellChange(edit.Change());
+    const ViewNotifier::Notifying telling(notifier);
+    NotifyChange(edit.Change());
     edit.MoveViews(undone);
     notifier.InvalidateChange(edit.Change());
 }
 
 // The journal has to hear of every change, once and in order: it counts offsets from one to the next.
-void EditPipeline::TellChange(const TextChange& change) {
+void EditPipeline::NotifyChange(const TextChange& change) {
     edited = true;
     journal.Changed(change);
     notifier.TextEdited(change);
@@ -144,8 +144,8 @@ void EditPipeline::TellChange(const TextChange& change) {
     }
 }
 
-void EditPipeline::TellReplaced() {
-    const ViewNotifier::Telling telling(notifier);
+void EditPipeline::NotifyReplaced() {
+    const ViewNotifier::Notifying telling(notifier);
     edited = operations != 0; // outside of one, as in a load, nothing would take the flag back
     journal.Replaced();
     notifier.ForgetAfter(0);
@@ -153,9 +153,9 @@ void EditPipeline::TellReplaced() {
     notifier.MoveToStart();
 }
 
-void EditPipeline::TellAppended(uint32_t from, TextPosition oldEnd) {
+void EditPipeline::NotifyAppended(uint32_t from, TextPosition oldEnd) {
     const Operation operation(*this);
-    const ViewNotifier::Telling telling(notifier);
+    const ViewNotifier::Notifying telling(notifier);
     edited = true;
     TextStore& store = target.parts.store;
     TextChange change;

@@ -27,7 +27,7 @@ public:
     class Operation {
     public:
         explicit Operation(EditPipeline& owner) : pipeline(owner) {
-            ORVANE_ASSERT(!pipeline.notifier.IsTelling());
+            ORVANE_ASSERT(!pipeline.notifier.IsNotifying());
             ++pipeline.operations;
         }
         ~Operation() {
@@ -79,15 +79,15 @@ public:
     void AbandonGroup();
 
     // For changes that are not recorded, after they were made. The text is another one: every view goes to its start.
-    void TellReplaced();
+    void NotifyReplaced();
     // Text was appended at `oldEnd`, the offset `from`: carets that were there follow to the new end.
-    void TellAppended(uint32_t from, TextPosition oldEnd);
+    void NotifyAppended(uint32_t from, TextPosition oldEnd);
 
 private:
     // Tells the change of a record; nothing for a marker.
-    void Tell(UndoRecord& record, bool undone);
+    void Notify(UndoRecord& record, bool undone);
     // What is told before the views are moved.
-    void TellChange(const TextChange& change);
+    void NotifyChange(const TextChange& change);
     // The end of the outermost operation.
     void Finish();
 

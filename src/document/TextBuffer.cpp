@@ -51,7 +51,7 @@ bool TextBuffer::MakeEmpty(bool asNew) {
     if (asNew && additionalSettings.UnixNewFiles) lineEnding = LineEnding::Unix;
     parts.store.Release();
     parts.editLine.Release();
-    pipeline.TellReplaced();
+    pipeline.NotifyReplaced();
     return parts.store.EnsureCapacity(0);
 }
 
@@ -74,7 +74,7 @@ void TextBuffer::Clear(bool destroyViews) {
     encoding = Encoding::Ansi;
     losesBytes = false;
     parts.editLine.Release();
-    pipeline.TellReplaced();
+    pipeline.NotifyReplaced();
 }
 
 bool TextBuffer::EmptyAndResetUndo() {
@@ -83,7 +83,7 @@ bool TextBuffer::EmptyAndResetUndo() {
     parts.marks.Clear();
     parts.editLine.Release();
     parts.store.Empty();
-    pipeline.TellReplaced();
+    pipeline.NotifyReplaced();
     pipeline.Notifier().Invalidate();
     return true;
 }
@@ -406,7 +406,7 @@ bool TextBuffer::AppendOutputText(Char* added) {
     const TextPosition oldEnd = {GetLineCount() - 1, from - store.LastLineStart()};
     std::memcpy(store.Data() + from, added, count * sizeof(Char));
     store.Appended({count, addedLines - 1});
-    pipeline.TellAppended(from, oldEnd);
+    pipeline.NotifyAppended(from, oldEnd);
     return true;
 }
 
@@ -415,7 +415,7 @@ bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
     const bool started = output.Open() && parts.store.EnsureCapacity(Length()) && MarkAsOutput() &&
                          output.Start(command, startDirectory) && output.SetTimer(services.timer, *this);
     if (started) {
-        TellRunState(true);
+        NotifyRunState(true);
     } else {
         EndRun();
     }
@@ -427,17 +427,17 @@ void TextBuffer::PollOutput() {
     const uint32_t from = Length();
     const TextPosition oldEnd = {GetLineCount() - 1, from - parts.store.LastLineStart()};
     const bool isOver = output.Poll();
-    if (Length() > from) pipeline.TellAppended(from, oldEnd);
+    if (Length() > from) pipeline.NotifyAppended(from, oldEnd);
     output.SetTimer(services.timer, *this);
     if (isOver) EndRun();
 }
 
-void TextBuffer::TellRunState(bool running) {
+void TextBuffer::NotifyRunState(bool running) {
     if (TextDocumentView* const first = pipeline.Target().views.First()) first->RunStateChanged(this, running);
 }
 
 void TextBuffer::EndRun() {
     if (output.Period()) services.timer->stop(*this);
     output.Close();
-    TellRunState(false);
+    NotifyRunState(false);
 }

@@ -162,7 +162,7 @@ private:
     // move to the start.
     void Clear(bool destroyViews);
     // Tells the frame, through the first view.
-    void TellRunState(bool running);
+    void NotifyRunState(bool running);
     bool IsOwnFile(const Char* file) const;
     // Takes over the text of a file after Clear.
     void TakeText(struct DecodedText& decoded);

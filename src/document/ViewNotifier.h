@@ -4,27 +4,27 @@
 #include "document/TextDocumentView.h"
 
 // Tells all views of a text document what has happened to it; TextDocumentView says what each telling means. While a
-// Telling lives, nothing may edit.
+// Notifying lives, nothing may edit.
 class ViewNotifier {
 public:
     explicit ViewNotifier(const TextViews& all) : views(all) {}
     ViewNotifier(const ViewNotifier&) = delete;
     ViewNotifier& operator=(const ViewNotifier&) = delete;
 
-    class Telling {
+    class Notifying {
     public:
-        explicit Telling(ViewNotifier& owner) : notifier(owner) {
-            ORVANE_ASSERT(!notifier.telling);
-            notifier.telling = true;
+        explicit Notifying(ViewNotifier& owner) : notifier(owner) {
+            ORVANE_ASSERT(!notifier.notifying);
+            notifier.notifying = true;
         }
-        ~Telling() { notifier.telling = false; }
-        Telling(const Telling&) = delete;
-        Telling& operator=(const Telling&) = delete;
+        ~Notifying() { notifier.notifying = false; }
+        Notifying(const Notifying&) = delete;
+        Notifying& operator=(const Notifying&) = delete;
 
     private:
         ViewNotifier& notifier;
     };
-    bool IsTelling() const { return telling; }
+    bool IsNotifying() const { return notifying; }
 
     void TextEdited(const TextChange& change) const;
     void ForgetAfter(uint32_t offset) const;
@@ -41,5 +41,5 @@ public:
 
 private:
     TextViews views;
-    bool telling = false;
+    bool notifying = false;
 };

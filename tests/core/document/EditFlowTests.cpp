@@ -131,11 +131,11 @@ TEST_F(EditFlowTest, AnEmptiedOutputIsOneOperation) {
 
 TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreNotified) {
     view->onMoved = [this] { document->InsertText(0, u"y", 1); };
-    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
+    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
     view->onMoved = [this] { document->Undo(); };
-    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
+    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
     view->onMoved = [this] { document->LoadEditLine(2); };
-    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsTelling");
+    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
 }
 
 #endif
