@@ -6,13 +6,13 @@
 #include "base/Platform.h"
 #include "base/Text.h"
 #include "base/TextFormat.h"
+#include "document/TextFile.h"
 #include "settings/LineReader.h"
 
+#include <cstring>
 #include <utility>
 
 namespace {
-
-constexpr uint8_t Signature[] = {0xEF, 0xBB, 0xBF};
 
 void CallHandler(CommandContext& frame, const CommandRow& row, const Char* argument) {
     if (!(row.flags & CommandFlag::StripQuotes)) {
@@ -30,9 +30,10 @@ bool ReadScript(const Char* file, WString& text) {
     if (!Platform::ReadWholeFile(file, block)) return false;
     const uint8_t* bytes = block.bytes;
     size_t size = block.size;
-    if (size >= sizeof Signature && bytes[0] == Signature[0] && bytes[1] == Signature[1] && bytes[2] == Signature[2]) {
-        bytes += sizeof Signature;
-        size -= sizeof Signature;
+    const Signature& signature = SignatureOf(Encoding::Utf8);
+    if (size >= signature.count && std::memcmp(bytes, signature.bytes, signature.count) == 0) {
+        bytes += signature.count;
+        size -= signature.count;
     }
     const size_t most = MaxCharacters(CodePage::Utf8, size);
     if (most > WString::MaxCharacters || !text.Reserve(static_cast<uint32_t>(most))) return false;

@@ -5,11 +5,7 @@
 
 #include <algorithm>
 
-namespace {
-
-int32_t Saturate(int64_t value) { return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); }
-
-} // namespace
+namespace {} // namespace
 
 void HexViewport::Reset(uint64_t size) {
     fileSize = size;

@@ -14,8 +14,6 @@ namespace {
 constexpr uint32_t FixedDigits = 7;
 constexpr uint64_t HorizontalRange = 16384; // pixels
 
-int32_t Saturate(int64_t value) { return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX)); }
-
 } // namespace
 
 void TextViewport::Reset() {

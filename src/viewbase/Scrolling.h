@@ -2,6 +2,13 @@
 
 #include "viewbase/EditorSurface.h"
 
+#include <algorithm>
+
+// Coordinates far outside of the window stay outside of it.
+inline int32_t Saturate(int64_t value) {
+    return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
+}
+
 // What a scroll bar asks for.
 enum class ScrollRequest : uint32_t { LineBack, LineForward, PageBack, PageForward, Track, Minimum, Maximum };
 

@@ -5,6 +5,7 @@
 #include "base/Platform.h"
 #include "base/TextFormat.h"
 #include "base/win32/Handles.h"
+#include "base/win32/SystemLibrary.h"
 #include "base/win32/SystemText.h"
 
 #include <dbghelp.h>
@@ -49,10 +50,10 @@ bool Prepare() {
 }
 
 bool WriteDump(const Crash& crash) {
+    // Never freed: the process ends here.
     const HMODULE library = LoadLibraryW(Wide(prepared.library.Text()));
-    const auto write = reinterpret_cast<decltype(&MiniDumpWriteDump)>(
-        reinterpret_cast<void*>(library ? GetProcAddress(library, "MiniDumpWriteDump") : nullptr));
-    if (!write) return false;
+    decltype(&MiniDumpWriteDump) write = nullptr;
+    if (!library || !SystemLibrary::Find(library, write, "MiniDumpWriteDump")) return false;
     SHCreateDirectoryExW(nullptr, Wide(prepared.folder.Text()), nullptr);
     const KernelHandle file(
         CreateFileW(Wide(prepared.dump.Text()), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));

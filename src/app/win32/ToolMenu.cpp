@@ -5,6 +5,8 @@
 
 namespace {
 
+static_assert(ToolCommandBase == IDM_FIRST_TOOL, "hot keys and the menu send the same commands");
+
 // The popup of the menu bar that holds the tools, and the position of the first of them.
 HMENU FindToolItems(HMENU bar, UINT& first) {
     for (int i = 0; const HMENU popup = GetSubMenu(bar, i); ++i) {
