@@ -1,11 +1,14 @@
 #include "app/ScreenBatch.h"
 
+#include "base/Assert.h"
+
 void ScreenBatch::Begin() {
     ++depth;
     SetRedraw(false);
 }
 
 bool ScreenBatch::End() {
+    ORVANE_ASSERT(depth > 0);
     if (--depth > 0) return false;
     CatchUp();
     return true;

@@ -28,7 +28,7 @@ struct ByteEdit : HeapObject {
     ByteEdit& operator=(const ByteEdit&) = delete;
 
     // Makes room for `size` bytes on both sides; false without memory.
-    bool Prepare(size_t size) {
+    [[nodiscard]] bool Prepare(size_t size) {
         count = size;
         if (size == 1) return true;
         multi = 1;

@@ -1,5 +1,6 @@
 #include "binary/EditHistory.h"
 
+#include "base/Assert.h"
 #include "document/StepSerial.h"
 
 void EditHistory::Add(ByteEdit* edit) {
@@ -15,6 +16,7 @@ void EditHistory::JoinSteps(uint32_t after) {
 }
 
 void EditHistory::MoveToRedo() {
+    ORVANE_ASSERT(undoHead);
     ByteEdit* edit = undoHead;
     undoHead = edit->next;
     edit->next = redoHead;
@@ -22,6 +24,7 @@ void EditHistory::MoveToRedo() {
 }
 
 void EditHistory::MoveToUndo() {
+    ORVANE_ASSERT(redoHead);
     ByteEdit* edit = redoHead;
     redoHead = edit->next;
     edit->next = undoHead;

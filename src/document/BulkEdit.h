@@ -19,7 +19,7 @@ public:
     explicit BulkEdit(EditTarget& changed) : TextEdit(changed, State::InStore, false) {}
     // Takes `places` over; they ascend and do not overlap, and either none of them gets shorter or none
     // gets longer. False without memory.
-    bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
+    [[nodiscard]] bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
     bool Undo() override;
     bool Redo() override;
     void MoveViews(bool undone) override;

@@ -11,7 +11,7 @@ public:
     // `changed` is what is typed at `atColumn` of the edit line, or what is to be deleted there: `length` characters
     // without a line feed. One character may take the place of another, `overwritten`; 0 for none. False without
     // memory.
-    bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
+    [[nodiscard]] bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
 
     bool Undo() override { return state == State::InEditLine ? ChangeEditLine(true) : ChangeCommitted(true); }
     bool Redo() override { return state == State::InEditLine ? ChangeEditLine(false) : ChangeCommitted(false); }

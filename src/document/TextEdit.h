@@ -46,7 +46,7 @@ public:
 protected:
     TextEdit(EditTarget& changed, State initialState, bool deletes);
     // The part of SetUp that all have: copies the text, and captures the views. False without memory.
-    bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
+    [[nodiscard]] bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
     // Puts `text` into the store, or takes it out, and moves the bookmarks. Only putting it in can fail.
     bool ChangeStore(bool remove);
     // Views that were made after the record, which it knows nothing of: they stay at their places in the text.
@@ -66,7 +66,7 @@ class InsertEdit final : public TextEdit {
 public:
     explicit InsertEdit(EditTarget& changed) : TextEdit(changed, State::InStore, false) {}
     // `offset` is at most the store's length. False without memory, here and below.
-    bool SetUp(uint32_t offset, const Char* inserted, uint32_t length);
+    [[nodiscard]] bool SetUp(uint32_t offset, const Char* inserted, uint32_t length);
 };
 
 // Text that is taken out of the store in one place.
@@ -74,5 +74,5 @@ class DeleteEdit final : public TextEdit {
 public:
     explicit DeleteEdit(EditTarget& changed) : TextEdit(changed, State::InStore, true) {}
     // `range` is inside the store.
-    bool SetUp(TextRange range);
+    [[nodiscard]] bool SetUp(TextRange range);
 };

@@ -63,7 +63,7 @@ void RunHandler(const SettingDef& row) {
 
 void LoadSettings(const IniFile& file) {
     ApplySettingsFromFile(file);
-    toolList.Load(file);
+    static_cast<void>(toolList.Load(file)); // without memory it stays as it was
     // Each handler once, although several rows share the one of the font.
     static constexpr const Char* owners[] = {u"FontName", u"MarginColor", u"BookmarkColor", u"TextBg", u"SelBg"};
     for (const Char* key : owners) RunHandler(*FindSetting(key));

@@ -98,7 +98,7 @@ void ApplySettingsFromFile(const IniFile& file);
 // Writes all rows into the first General section, made at the end when missing, and after them those of the additional
 // settings that are to be written; keys of neither stay.
 // False without memory, with the file as it was.
-bool StoreSettingsToFile(IniFile& file);
+[[nodiscard]] bool StoreSettingsToFile(IniFile& file);
 
 // Sets one cell by name and runs its handler, even for the value that it has already. Section (null:
 // General) and key are matched without regard to case; an unknown one does nothing. A null value makes

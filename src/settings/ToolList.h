@@ -55,16 +55,16 @@ public:
 
     // Replaces the list by the Tool sections of `file` whose command is not empty. False without
     // memory, with the list as it was.
-    bool Load(const IniFile& file);
+    [[nodiscard]] bool Load(const IniFile& file);
     // Removes every Tool section of `file` and appends one for each tool. False without memory, with
     // the file as it was.
-    bool Store(IniFile& file) const;
+    [[nodiscard]] bool Store(IniFile& file) const;
     // The tool at a 0-based position; null beyond the end.
     ToolRecord* At(uint32_t index) const;
     uint32_t Count() const;
     // Replaces `out` by one entry for each tool that has a hot key and a command number below
     // SystemCommandBase. False without memory, with `out` as it was.
-    bool Accelerators(Array<ToolAccelerator>& out) const;
+    [[nodiscard]] bool Accelerators(Array<ToolAccelerator>& out) const;
     void Clear();
 };
 

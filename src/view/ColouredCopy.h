@@ -17,7 +17,7 @@ public:
     ColouredCopy& operator=(const ColouredCopy&) = delete;
 
     // False without memory. A line that the engine cannot colour cuts the texts short.
-    bool Make(TextBuffer& document, TextRange range);
+    [[nodiscard]] bool Make(TextBuffer& document, TextRange range);
     // In clipboard order: the markup as plain text, RTF, HTML. Bytes include a terminator.
     const ClipboardItem* Items() const { return items; }
 

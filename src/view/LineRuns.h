@@ -38,7 +38,8 @@ public:
     // Lays out one line that starts at `offset` of the text as the user sees it: `spans` cover its characters, the line
     // feed included. What comes before `from`, a place left of the window, is skipped. False without
     // memory; the runs then end early.
-    bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount, LinePlace from = {});
+    [[nodiscard]] bool Build(const Char* text, uint32_t offset, const ColourSpan* spans, uint32_t spanCount,
+                             LinePlace from = {});
 
     const DrawRun* Runs() const { return runs.Items(); }
     uint32_t RunCount() const { return static_cast<uint32_t>(runs.Count()); }

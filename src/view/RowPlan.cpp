@@ -100,7 +100,7 @@ void RowPlan::AddText(RowPicture& row, TextSpan line) {
             state = engine->ScanLines(line.text, line.length + 1, entered);
         }
     }
-    runs.Build(line.text, lineStart, coloured.spans, coloured.count, from);
+    static_cast<void>(runs.Build(line.text, lineStart, coloured.spans, coloured.count, from)); // as far as it came
     row.runs = runs.Runs();
     row.runCount = runs.RunCount();
     row.text = runs.Text();

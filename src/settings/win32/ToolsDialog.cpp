@@ -153,8 +153,9 @@ private:
             tool->displayName = std::move(title);
             RenameItem(*tool);
         }
-        TextOfWindow(GetDlgItem(window, IDC_TOOLS_COMMAND), tool->command);
-        TextOfWindow(GetDlgItem(window, IDC_TOOLS_DIRECTORY), tool->startDir);
+        // Without memory each keeps what it was.
+        static_cast<void>(TextOfWindow(GetDlgItem(window, IDC_TOOLS_COMMAND), tool->command));
+        static_cast<void>(TextOfWindow(GetDlgItem(window, IDC_TOOLS_DIRECTORY), tool->startDir));
         tool->promptArgs = IsDlgButtonChecked(window, IDC_TOOLS_PROMPT) == BST_CHECKED;
         tool->redirectOutput = IsDlgButtonChecked(window, IDC_TOOLS_REDIRECT) == BST_CHECKED;
         StoreHotKey(*tool);
@@ -190,6 +191,6 @@ private:
 bool RunToolsDialog(HWND owner, IniFile& file) {
     ToolsDialog dialog;
     if (dialog.Run(IDD_TOOLS, owner) != IDOK || !dialog.edited.Store(file)) return false;
-    toolList.Load(file);
+    static_cast<void>(toolList.Load(file)); // without memory the next start has them
     return true;
 }
