@@ -110,6 +110,7 @@ std::string RandomActions::Type() {
     Hold(typed[0] == u'\t' && random.OneIn(2), false);
     const HWND focus = GetFocus();
     for (const char16_t c : typed) SendMessageW(focus, WM_CHAR, c, 1);
+    Hold(false, false);
     return "type U+" + std::to_string(static_cast<unsigned>(typed[0]));
 }
 
