@@ -33,7 +33,8 @@ public:
     virtual bool GetOutputState(bool& running) const = 0;
     // Whether another program has written the file. Asks its drive, however slow that is; false when it cannot tell.
     virtual bool IsChangedOnDisk() = 0;
-    // Whether the file is not as it was loaded or saved last, and saving over it would cost what others have written.
+    // Whether the file is not as it was loaded, saved or accepted last, and saving over it would cost what others have
+    // written unknown to the user.
     // Asks its drive; false when it cannot tell.
     virtual bool HasOtherFile() = 0;
     // Changes of the file until now are not asked about any more; where its drive answered IsChangedOnDisk slowly,

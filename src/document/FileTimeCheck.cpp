@@ -26,10 +26,11 @@ bool FileTimeCheck::IsWrittenLater(const Char* path) {
 // Earlier as well: another file may have been put in its place, and clocks are set back or differ.
 bool FileTimeCheck::IsAnother(const Char* path) {
     seen = {};
-    return Ask(path) && seen != taken;
+    return Ask(path) && seen != known;
 }
 
 void FileTimeCheck::AcceptUntilNow(const Char* path) {
     if (!drives.Rests(path, Platform::Ticks())) Ask(path);
+    if (seen.time) known = seen;
     accepted = std::max(Platform::Now(), seen.time); // the clock of who wrote the file may be ahead of ours
 }

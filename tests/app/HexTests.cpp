@@ -247,6 +247,7 @@ TEST_F(HexTest, AFileThatBecameShorterIsNotSaved) {
     EXPECT_TRUE(SetEndOfFile(file));
     CloseHandle(file);
     ASSERT_TRUE(editor.Keys(L"Ctrl+S"));
+    EXPECT_TRUE(editor.Answer(Path(L"data.bin") + L" has been modified by another program.\nSave over it?", L"Yes"));
     EXPECT_TRUE(AnswerNotSaved());
     EXPECT_TRUE(WaitForModified(true));
     EXPECT_EQ(files::Read(Path(L"data.bin")), Counting(10));

@@ -39,6 +39,18 @@ TEST(ChangeOnDisk, AWriteBeforeTheTimeWasMarkedIsNotAskedAbout) {
     EXPECT_FALSE(document->IsChangedOnDisk());
 }
 
+// A save over it then asks nothing: the user has seen that change.
+TEST(ChangeOnDisk, AFileThatWasAcceptedIsNoOtherOne) {
+    LoadedDocument document("text");
+    EXPECT_FALSE(document->HasOtherFile());
+    Touch(document.folder, -10s);
+    EXPECT_TRUE(document->HasOtherFile()) << "earlier counts as well";
+    document->MarkFileTimeNow();
+    EXPECT_FALSE(document->HasOtherFile());
+    Touch(document.folder, -5s);
+    EXPECT_TRUE(document->HasOtherFile());
+}
+
 TEST(ChangeOnDisk, AFailedSaveTakesTheNewTimeToo) {
     LoadedDocument document("text");
     Touch(document.folder, -60s);
