@@ -31,6 +31,6 @@ private:
     SlowDrives& drives;
     FileStamp taken;
     FileStamp known; // taken or accepted: that it is so now is nothing new to the user
-    FileStamp seen; // when the drive was last asked; no time: it could not be read
+    FileStamp seen;  // when the drive was last asked; no time: it could not be read
     Platform::FileTime accepted = 0;
 };
