@@ -18,7 +18,7 @@ Platform::Entry Platform::EntryKind(const Char* path) {
 
 bool Platform::RemoveFile(const Char* path) {
     const SystemPath system(path);
-    // What was just closed is a journal or a copy: left behind, it would be offered as unsaved at the next start.
+    // What was just closed is a journal or a copy: if it stayed, the next start would offer it as unsaved.
     return system.Text() && !FileCallShouldFail() &&
            CallWhileInUse([&system] { return DeleteFileW(system.Text()) != 0; });
 }

@@ -293,7 +293,7 @@ TEST_F(SaveQuestionsTest, AFileThatWasNotReopenedIsAskedAboutWhateverTheClocksSa
     const auto loaded = std::filesystem::last_write_time(folder.File("file.txt"));
     document.MarkFileTimeNow();
     folder.Write("file.txt", "theirs");
-    std::filesystem::last_write_time(folder.File("file.txt"), loaded - std::chrono::seconds(30)); // a clock behind ours
+    std::filesystem::last_write_time(folder.File("file.txt"), loaded - std::chrono::seconds(30)); // their clock is slow
     user.answers = {Answer::Cancel, Answer::Yes};
     EXPECT_FALSE(saver.Save(document));
     EXPECT_EQ(user.questions.size(), 1u);
