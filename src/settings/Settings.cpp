@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "base/TextFormat.h"
 #include "settings/AdditionalSettings.h"
+#include "settings/DefaultColours.h"
 #include "settings/IniFile.h"
 #include "settings/ToolList.h"
 
@@ -22,7 +23,9 @@ void StoreDefault(const SettingDef& row, SettingsRecord& record) {
     if (row.type == SettingType::String) {
         (record.*row.cell.string).Set(row.initial.string);
     } else {
-        record.*row.cell.number = row.fallback ? record.*row.fallback : row.initial.number;
+        const Char* const given = row.type == SettingType::Colour ? FindDefaultColour(row.key) : nullptr;
+        const uint32_t initial = row.fallback ? record.*row.fallback : row.initial.number;
+        record.*row.cell.number = given ? ParseColour(given) : initial;
     }
 }
 
@@ -70,6 +73,7 @@ void LoadSettings(const IniFile& file) {
 }
 
 void ApplySettingsFromFile(const IniFile& file) {
+    ReadDefaultColours(file);
     const IniSection* section = file.FindSection(generalSettings.name);
     ForEachRow([&](const SettingDef& row) {
         const IniKey* key = section ? section->FindKey(row.key) : nullptr;
@@ -179,6 +183,7 @@ void ReleaseSettings() {
     ForEachRow([](const SettingDef& row) {
         if (row.type == SettingType::String) (settings.*row.cell.string).Set(nullptr);
     });
+    ReleaseDefaultColours();
     toolList.Clear();
 }
 

@@ -1,6 +1,7 @@
 #include "settings/SystemColours.h"
 
 #include "base/Text.h"
+#include "settings/DefaultColours.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ template <class Visitor> void ForEachColour(Visitor visit) {
 }
 
 Colour DefaultOf(const SettingDef& row, const SettingsRecord& record) {
+    if (const Char* const given = FindDefaultColour(row.key)) return ParseColour(given);
     return row.fallback ? record.*row.fallback : row.initial.number;
 }
 

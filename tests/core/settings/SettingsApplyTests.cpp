@@ -75,6 +75,21 @@ TEST_F(SettingsApply, KeyOfTheFileWinsOverTheFallback) {
     EXPECT_EQ(settings.GuideColor, 0x030201u);
 }
 
+TEST_F(SettingsApply, AFileMayGiveTheDefaultColours) {
+    Apply(u"[DefaultColours]\nTextBg=#202020\nCommentBg=#112233\nGuideColor=#040506\nFontSize=12\n"
+          u"[General]\nKeywordFg=#010203\nGuideColor=#070809\n");
+    EXPECT_EQ(settings.TextBg, 0x202020u);
+    EXPECT_EQ(settings.CommentBg, 0x332211u) << "before the fallback";
+    EXPECT_EQ(settings.StringBg, 0x202020u) << "an unset background follows the text";
+    EXPECT_EQ(settings.GuideColor, 0x090807u) << "the key of General comes first";
+    EXPECT_EQ(settings.KeywordFg, 0x030201u);
+    EXPECT_EQ(settings.CommentFg, 0x008000u);
+    EXPECT_EQ(settings.FontSize, 10u) << "no colour";
+    Apply(u"");
+    EXPECT_EQ(settings.TextBg, 0xFFFFFFu) << "it was the other file's";
+    EXPECT_EQ(settings.GuideColor, 0xDCDCDCu);
+}
+
 TEST_F(SettingsApply, OnlyTheFirstGeneralSectionIsRead) {
     Apply(u"[general]\nFontSize=1\n[General]\nFontSize=12\nFontSize=13\n[General]\nFontSize=14\nCaretWidth=9\n");
     EXPECT_EQ(settings.FontSize, 12u);

@@ -61,6 +61,24 @@ TEST_F(SystemColoursTest, ASetColourKeepsThemAll) {
     EXPECT_TRUE(changes.empty());
 }
 
+// So that a file that gives the defaults is one in which nobody has set a colour yet.
+TEST_F(SystemColoursTest, DefaultsOfTheFileGiveWay) {
+    IniFile file;
+    ASSERT_TRUE(ParseText(file, u"[DefaultColours]\nTextFg=#010203\nCommentBg=#040506\n"));
+    LoadSettings(file);
+    const std::vector<Colour> before = Colours();
+    EXPECT_TRUE(ShowSystemColours(&Black).HoldsColour());
+    EXPECT_EQ(settings.TextFg, Black.text);
+    EXPECT_EQ(settings.CommentBg, Black.background);
+    ShowSystemColours(nullptr);
+    EXPECT_EQ(Colours(), before);
+    // A save writes them as any other value, which changes nothing.
+    ASSERT_TRUE(StoreSettingsToFile(file));
+    LoadSettings(file);
+    EXPECT_EQ(Colours(), before);
+    EXPECT_TRUE(ShowSystemColours(&Black).HoldsColour());
+}
+
 TEST_F(SystemColoursTest, TheyGoAgain) {
     const std::vector<Colour> before = Colours();
     ShowSystemColours(&Black);
