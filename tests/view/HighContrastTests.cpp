@@ -85,15 +85,16 @@ protected:
 using Bars = std::vector<BOOL>;
 
 TEST_F(HighContrastTest, TheSystemsColoursComeAndGo) {
-    const Colour before = settings.CommentFg;
+    const Colour text = settings.TextFg;
+    const Colour comment = settings.CommentFg;
     Switch(true);
     EXPECT_EQ(settings.TextFg, ForestText);
     EXPECT_EQ(settings.TextBg, ForestBack);
     EXPECT_EQ(settings.CommentFg, ForestText);
     Switch(false);
-    EXPECT_EQ(settings.TextFg, Rgb(0, 0, 0));
+    EXPECT_EQ(settings.TextFg, text);
     EXPECT_EQ(settings.TextBg, Rgb(255, 255, 255));
-    EXPECT_EQ(settings.CommentFg, before);
+    EXPECT_EQ(settings.CommentFg, comment);
     // The setting may be told without the colours.
     isHighContrast = true;
     SendMessageW(main->Window(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);

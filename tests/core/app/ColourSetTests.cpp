@@ -5,10 +5,12 @@
 #include "app/CommandLanguage.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
+#include "settings/SystemColours.h"
 #include "support/SourceTree.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace {
 
@@ -101,6 +103,33 @@ TEST_P(ColourSets, GuidesAndMarksShowOnEveryBackground) {
     }
     EXPECT_GE(Contrast(Cell("BookmarkColor"), Cell("MarginColor")), MarkContrast);
     EXPECT_GE(Contrast(Cell("SelBg"), Cell("TextBg")), 1.4) << "a selection has to be seen";
+}
+
+// A fresh start looks like the set, whose colours the tests above have measured.
+TEST(ShippedColours, AreThoseOfTheLightSet) {
+    FakeFrame frame;
+    IniFile file;
+    ASSERT_TRUE(file.Load(source::ProgramPath(source::Folder() / "ship" / "orvane.ini").c_str()));
+    LoadSettings(file);
+    std::map<std::string, Colour> shipped;
+    ForEachColour([&](const SettingDef& row) { shipped[KeyOf(row)] = settings.*row.cell.number; });
+    ForEachColour([](const SettingDef& row) { settings.*row.cell.number = NotSet; });
+    RunScript(frame, source::ProgramPath(source::Folder() / "ship" / "colours" / "light.txt").c_str());
+    ForEachColour([&](const SettingDef& row) { EXPECT_EQ(shipped[KeyOf(row)], Cell(KeyOf(row))) << KeyOf(row); });
+    ReleaseSettings();
+}
+
+TEST(ShippedColours, GiveWayToHighContrast) {
+    IniFile file;
+    ASSERT_TRUE(file.Load(source::ProgramPath(source::Folder() / "ship" / "orvane.ini").c_str()));
+    LoadSettings(file);
+    SystemColours system;
+    system.text = 0x123456;
+    EXPECT_TRUE(ShowSystemColours(&system).HoldsColour());
+    EXPECT_EQ(Cell("TextFg"), system.text);
+    EXPECT_EQ(Cell("KeywordFg"), system.text);
+    ForgetSystemColours();
+    ReleaseSettings();
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, ColourSets,
