@@ -10,7 +10,8 @@
 #include <string>
 #include <vector>
 
-// The binary document: opening, searching 1 GB, reading at random, editing many pages, memory.
+// The binary document: opening a file of 1 TB against one of 1 kB, searching 1 GB against reading it in pieces of 32
+// kB, reading at random against one read of the system each, editing many changed pages against few, and its memory.
 
 namespace {
 

@@ -7,7 +7,8 @@
 #include <cstring>
 #include <vector>
 
-// A typed character costs the same in a document of any size; an Enter costs moving what follows.
+// A typed character costs the same in a document of any size: typing in 100 MB against typing in 1 kB. An Enter costs
+// moving what follows, so it is compared with a bare move of those bytes.
 
 namespace {
 

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-// What a view works out for a paint, a key and a scroll, compared with colouring the same lines, with
-// painting everything, or with one scan of the text.
+// What a view works out for a paint, a key and a scroll, compared with colouring the same lines, with painting
+// everything, with one scan of the text, or with a copy of it (memcpy); each name says with which.
 
 namespace {
 

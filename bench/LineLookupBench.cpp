@@ -5,8 +5,8 @@
 #include <chrono>
 #include <vector>
 
-// Finding the start of a line and the line of an offset: near the last look-up in no time, far away at the
-// speed of one scan over what lies between.
+// Finding the start of a line and the line of an offset: near the last look-up against 100 ns, far away against one
+// scan for line feeds over what lies between.
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <unistd.h>
 
-// What an open document keeps in memory: two bytes a character and less than one in a hundred more.
+// What an open document keeps in memory, against two bytes for each character: less than one in a hundred more.
 
 namespace {
 

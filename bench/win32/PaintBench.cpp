@@ -1,4 +1,5 @@
-// What painting costs, against bare text-outs of the same rows with given advances.
+// What painting costs, against bare text-outs of the same rows with given advances; a typed character against a bare
+// window that moves its caret and draws the line.
 #include "../tests/support/TestServices.h"
 #include "Ratio.h"
 #include "base/win32/Windows.h"

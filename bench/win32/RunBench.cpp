@@ -1,6 +1,8 @@
 // What a command's output costs until it is all in its document, against the same command printing into a
 // file; and how long the window takes to answer meanwhile. These times are what a user waits, not what
-// the processor does. Called with a word it is that command itself:
+// the processor does.
+//
+// Called with a word it is that command itself:
 //     RunBench lines|blocks|endless|silence
 // It prints 100 MB line by line, in large blocks or as a single line, or nothing; tells that it has; and waits
 // until it may end.
@@ -190,12 +192,7 @@ private:
     std::thread thread;
 };
 
-struct Result {
-    double ratio;
-    double longestWait;
-};
-
-Result CompareWithFile(const wchar_t* how, const char* name) {
+void CompareWithFile(const wchar_t* how, const std::string& name) {
     double printed = 1e9;
     double shown = 1e9;
     double longest = 0;
@@ -208,14 +205,10 @@ Result CompareWithFile(const wchar_t* how, const char* name) {
         Bench::Check(stage.document->Length() == ExpectedLength(how), "nothing is shown twice");
         longest = std::max(longest, ping.LongestWait());
     }
-    std::printf("%s: into a file %.0f ms, into a document %.0f ms, longest wait for an answer %.1f ms\n", name, printed,
-                shown, longest);
-    return {shown / printed, longest};
-}
-
-void Report(const Result& result) {
-    Bench::Report("  document / file", result.ratio, 2.0);
-    Bench::Report("  longest wait / 100 ms", result.longestWait / 100, 1.0);
+    std::printf("%s: into a file %.0f ms, into a document %.0f ms, longest wait for an answer %.1f ms\n", name.c_str(),
+                printed, shown, longest);
+    Bench::Report((name + ": document / file").c_str(), shown / printed, 2.0);
+    Bench::Report((name + ": longest wait / 100 ms").c_str(), longest / 100, 1.0);
 }
 
 // What has nothing to show must not look at what is there.
@@ -247,9 +240,9 @@ int main(int count, char** words) {
     LoadSettings(file);
     LoadEngineDefinitions(file);
     textServices.makeView = TextView::Create;
-    Report(CompareWithFile(L"lines", "100 MB in lines"));
-    Report(CompareWithFile(L"blocks", "100 MB in blocks"));
-    Report(CompareWithFile(L"endless", "100 MB in one line"));
+    CompareWithFile(L"lines", "100 MB in lines");
+    CompareWithFile(L"blocks", "100 MB in blocks");
+    CompareWithFile(L"endless", "100 MB in one line");
     ComparePolls();
     return Bench::ExitStatus();
 }

@@ -1,6 +1,8 @@
 // From the start of the program until it waits for the user with its text painted, against a program that does nothing
 // but show a window of the same size with the same text; with a small file, with large ones and with many. These times
-// are what a user waits. Called with arguments it is that other program itself:
+// are what a user waits.
+//
+// Called with arguments it is that other program itself:
 //     StartBench LEFT TOP WIDTH HEIGHT FILE
 // It reads the file, makes UTF-16 of it and shows it.
 #include "PlainText.h"
