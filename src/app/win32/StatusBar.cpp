@@ -16,12 +16,22 @@ constexpr int PartWidths[PartCount] = {0, 50, 80, 80, 30}; // part 0 takes the r
 // most often none; the parts are read with messages of their own.
 constexpr wchar_t Name[] = L"Status";
 
-LRESULT CALLBACK NameProc(HWND bar, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+LRESULT CALLBACK NameProc(HWND bar, UINT message, WPARAM wparam, LPARAM lparam) {
     if (message == WM_GETTEXTLENGTH) return lstrlenW(Name);
-    if (message != WM_GETTEXT) return DefSubclassProc(bar, message, wparam, lparam);
+    if (message != WM_GETTEXT) {
+        const auto control = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(bar, GWLP_USERDATA));
+        return CallWindowProcW(control, bar, message, wparam, lparam);
+    }
     auto* const out = reinterpret_cast<wchar_t*>(lparam);
     if (wparam == 0 || !lstrcpynW(out, Name, static_cast<int>(std::min<WPARAM>(wparam, INT_MAX)))) return 0;
     return lstrlenW(out);
+}
+
+// Puts NameProc before the control's own procedure, which the bar keeps in its user data. SetWindowSubclass would look
+// up a property of the window at each of the bar's many messages.
+void NameBar(HWND bar) {
+    SetWindowLongPtrW(bar, GWLP_USERDATA, GetWindowLongPtrW(bar, GWLP_WNDPROC));
+    SetWindowLongPtrW(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(NameProc));
 }
 
 } // namespace
@@ -31,7 +41,8 @@ bool StatusBar::Create(HWND parent, HINSTANCE instance) {
                              0, 0, parent, nullptr, instance, nullptr);
     if (!window) return false;
     ApplyFont();
-    return SetWindowSubclass(window, NameProc, 0, 0) != 0;
+    NameBar(window);
+    return true;
 }
 
 void StatusBar::ApplyFont() { font.Apply(window, &NONCLIENTMETRICSW::lfStatusFont); }
