@@ -25,12 +25,15 @@ bool FrameKeys::PreDispatch(const MSG& message) {
     press.isDown = message.message == WM_KEYDOWN;
     press.isUp = message.message == WM_KEYUP;
     press.key = static_cast<uint32_t>(message.wParam);
-    press.shift = IsDown(VK_SHIFT);
-    press.ctrl = IsDown(VK_CONTROL);
-    press.alt = IsDown(VK_MENU);
     press.recording = macros.IsRecording();
     press.playing = macros.IsPlaying();
     press.switching = display.IsSwitching();
+    // The state of the keyboard takes longer to get than most messages to handle, and they have no use for it.
+    if (press.isDown || press.switching) {
+        press.shift = IsDown(VK_SHIFT);
+        press.ctrl = IsDown(VK_CONTROL);
+        press.alt = IsDown(VK_MENU);
+    }
     press.hasActivePane = panes.Active() != nullptr;
     if (EndsSwitching(press)) display.FinishSwitching();
     const KeyDecision decision = DecideKey(press);
