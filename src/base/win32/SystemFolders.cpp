@@ -3,7 +3,11 @@
 #include "base/win32/Windows.h"
 
 bool SystemFolders::LocalData(WString& out) {
-    wchar_t folder[MAX_PATH];
-    return SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder) == S_OK &&
-           out.Assign(FromWide(folder));
+    // Kept for the process: it is asked for several times at a start, and the shell reads the registry each time.
+    static wchar_t folder[MAX_PATH];
+    if (!folder[0] && SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder) != S_OK) {
+        folder[0] = 0;
+        return false;
+    }
+    return out.Assign(FromWide(folder));
 }
