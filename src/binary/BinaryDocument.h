@@ -35,7 +35,7 @@ public:
     void StopProcess() override {}
     bool CanDo(DocumentCommand kind) const override;
     bool DoCommand(DocumentCommand kind) override;
-    void OnSettingsChanged(SettingsChanged) override {}
+    void OnSettingsChanged(SettingsEffect) override {}
     bool GetEncoding(Encoding& current, const Char* const*& names) const override;
     bool IsBinary() const override { return true; }
     bool GetSessionText(WString& out) const override;

@@ -6,7 +6,7 @@
 #include "base/WString.h"
 #include "document/DocumentView.h"
 #include "document/Encoding.h"
-#include "document/SettingsChanged.h"
+#include "document/SettingsEffect.h"
 
 // Kinds of CanDo and DoCommand; both are false for others.
 enum class DocumentCommand : uint32_t { Edit = 0, Undo = 1, Redo = 2, Paste = 3 };
@@ -45,7 +45,7 @@ public:
     virtual void StopProcess() = 0;
     virtual bool CanDo(DocumentCommand kind) const = 0;
     virtual bool DoCommand(DocumentCommand kind) = 0;
-    virtual void OnSettingsChanged(SettingsChanged kind) = 0;
+    virtual void OnSettingsChanged(SettingsEffect kind) = 0;
     // False when the document has no encodings; else the current one and the EncodingCount names.
     virtual bool GetEncoding(Encoding& current, const Char* const*& names) const = 0;
     virtual bool IsBinary() const = 0;

@@ -61,7 +61,7 @@ bool TextBuffer::MakeNew(const Char* name) {
         parts.store.Release();
         return false;
     }
-    OnSettingsChanged(SettingsChanged::Engine);
+    OnSettingsChanged(SettingsEffect::Engine);
     return true;
 }
 
@@ -112,7 +112,7 @@ void TextBuffer::TakeText(DecodedText& decoded) {
     parts.store.Take(decoded.text, decoded.capacity, {decoded.length, decoded.lineCount - 1});
     decoded.text = nullptr;
     pipeline.Notifier().LineCountChanged();
-    OnSettingsChanged(SettingsChanged::Engine);
+    OnSettingsChanged(SettingsEffect::Engine);
     pipeline.History().MarkSaved();
 }
 
@@ -370,12 +370,12 @@ bool TextBuffer::SetEngineName(const Char* name) {
     return true;
 }
 
-void TextBuffer::OnSettingsChanged(SettingsChanged kind) {
-    if (kind == SettingsChanged::Engine) AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
+void TextBuffer::OnSettingsChanged(SettingsEffect kind) {
+    if (kind == SettingsEffect::Engine) AttachEngine(ChooseEngineForFile(engineName.Text(), path.Text()));
 }
 
 void TextBuffer::ResetSyntaxEngine() {
-    OnSettingsChanged(SettingsChanged::Engine);
+    OnSettingsChanged(SettingsEffect::Engine);
     RepaintAll();
 }
 

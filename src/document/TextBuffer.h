@@ -38,7 +38,7 @@ public:
     void StopProcess() override { output.AskToClose(); }
     bool CanDo(DocumentCommand kind) const override;
     bool DoCommand(DocumentCommand kind) override;
-    void OnSettingsChanged(SettingsChanged kind) override;
+    void OnSettingsChanged(SettingsEffect kind) override;
     bool GetEncoding(Encoding& current, const Char* const*& names) const override;
     bool IsBinary() const override { return false; }
     [[nodiscard]] bool GetSessionText(WString& out) const override;

@@ -21,6 +21,7 @@ public:
     // Lines in the store. Looking them up fills a cache, so it is not const. A line past the end is the last one, an
     // offset past the end is the end; no column is clamped.
     uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
+    // Without a use on purpose: docs/oddities.md.
     uint32_t LineToOffsetPlus(TextPosition place) { return LineToOffset(place.line) + place.column; }
     uint32_t OffsetToLine(uint32_t offset, uint32_t& lineStart) { return parts.store.OffsetToLine(offset, lineStart); }
     TextPosition OffsetToLineColumn(uint32_t offset);
@@ -56,6 +57,7 @@ public:
     LineMark* PrevMark(uint32_t line, LineMark::Flags mask, bool inclusive) const {
         return parts.marks.Previous(line, mask, inclusive);
     }
+    // Without a use on purpose: docs/oddities.md.
     LineMark* FindMark(uint32_t line) const { return parts.marks.Find(line); }
 
     // What colours the text; null for none.

@@ -1,5 +1,6 @@
 #include "settings/Settings.h"
 
+#include "base/Assert.h"
 #include "base/Text.h"
 #include "base/TextFormat.h"
 #include "settings/AdditionalSettings.h"
@@ -10,7 +11,7 @@
 namespace {
 
 template <class Visitor> void ForEachRow(Visitor visit) {
-    for (uint32_t i = 0; i < generalSettings.count; ++i) visit(generalSettings.rows[i]);
+    for (uint32_t i = 0; i < generalSettings.count; ++i) visit(generalSettings.rows[i], i);
 }
 
 uint32_t Digit(Char c) {
@@ -75,7 +76,7 @@ void LoadSettings(const IniFile& file) {
 void ApplySettingsFromFile(const IniFile& file) {
     ReadDefaultColours(file);
     const IniSection* section = file.FindSection(generalSettings.name);
-    ForEachRow([&](const SettingDef& row) {
+    ForEachRow([&](const SettingDef& row, uint32_t) {
         const IniKey* key = section ? section->FindKey(row.key) : nullptr;
         if (key) {
             StoreText(row, key->value.Text(), settings);
@@ -90,7 +91,7 @@ bool StoreSettingsToFile(IniFile& file) {
     IniSection stored; // complete before the file is touched
     bool complete = true;
     WString text;
-    ForEachRow([&](const SettingDef& row) {
+    ForEachRow([&](const SettingDef& row, uint32_t) {
         text.Clear();
         complete = complete && AppendText(text, row) && stored.SetString(row.key, text.Text());
     });
@@ -110,18 +111,24 @@ const SettingDef* FindSetting(const Char* key) {
 
 bool SettingsChanges::HoldsColour() const {
     bool found = false;
-    ForEachRow([&](const SettingDef& row) { found |= row.type == SettingType::Colour && Holds(row); });
+    ForEachRow([&](const SettingDef& row, uint32_t i) { found |= row.type == SettingType::Colour && Holds(i); });
     return found;
 }
 
-void SettingsChanges::Add(const SettingDef& row) { rows |= uint64_t{1} << (&row - generalSettings.rows); }
+void SettingsChanges::Add(uint32_t row) {
+    ORVANE_ASSERT(row < SettingCount);
+    rows |= uint64_t{1} << row;
+}
 
-bool SettingsChanges::Holds(const SettingDef& row) const { return rows >> (&row - generalSettings.rows) & 1; }
+bool SettingsChanges::Holds(uint32_t row) const {
+    ORVANE_ASSERT(row < SettingCount);
+    return rows >> row & 1;
+}
 
 SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsRecord& after) {
     SettingsChanges changes;
-    ForEachRow([&](const SettingDef& row) {
-        if (!IsSame(row, before, after)) changes.Add(row);
+    ForEachRow([&](const SettingDef& row, uint32_t i) {
+        if (!IsSame(row, before, after)) changes.Add(i);
     });
     return changes;
 }
@@ -157,7 +164,7 @@ bool AppendColour(WString& out, Colour colour) {
 
 uint32_t ListDistinctColours(Colour* out, uint32_t capacity) {
     uint32_t count = 0;
-    ForEachRow([&](const SettingDef& row) {
+    ForEachRow([&](const SettingDef& row, uint32_t) {
         if (row.type != SettingType::Colour || count == capacity) return;
         const Colour colour = settings.*row.cell.number;
         for (uint32_t i = 0; i < count; ++i)
@@ -175,12 +182,12 @@ void SetFontSize(uint32_t size) {
 SettingsChanges AdoptSettings(const SettingsRecord& edited) {
     const SettingsChanges changes = CompareSettings(settings, edited);
     settings = edited;
-    ForEachRow(RunHandler);
+    ForEachRow([](const SettingDef& row, uint32_t) { RunHandler(row); });
     return changes;
 }
 
 void ReleaseSettings() {
-    ForEachRow([](const SettingDef& row) {
+    ForEachRow([](const SettingDef& row, uint32_t) {
         if (row.type == SettingType::String) (settings.*row.cell.string).Set(nullptr);
     });
     ReleaseDefaultColours();

@@ -9,6 +9,8 @@ class IniFile;
 //
 // Nothing validates a cell: it holds what was written, so 0 and 4294967295 are ordinary values of
 // every number. Readers guard themselves: the views with viewbase/ViewMetrics.h, FontHeight for the font.
+//
+// A cell is called as its key in the file, also where that is spelt in another way: docs/oddities.md.
 struct SettingsRecord {
     uint32_t ReplaceTabs = 0, SpacesPerTab = 0, ShowWhitespace = 0, PasteKeepSelection = 0, ColumnGuide = 0;
     uint32_t IndentGuide = 0;
@@ -33,8 +35,8 @@ extern SettingsRecord settings;
 enum class SettingType : uint32_t { Int = 0, Colour = 1, String = 2 };
 #pragma GCC diagnostic pop
 
-// What a changed cell makes necessary beyond being read again; the drawing half carries it out.
-enum class SettingChange : uint32_t { Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };
+// What of the drawing has to be made again when a cell has changed; the windowed half does it.
+enum class DrawingResource : uint32_t { Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };
 
 // One cell of any record: the member of the row's type, the other is null.
 struct SettingCell {
@@ -68,11 +70,11 @@ constexpr uint32_t SettingCount = 52;
 // The only section of the table, in table order (the order of loading and storing).
 extern const SettingsSectionDef generalSettings;
 
-// A set of rows of the table: the settings that differ between two records.
+// A set of rows of the table, by their index: the settings that differ between two records.
 class SettingsChanges {
 public:
-    void Add(const SettingDef& row);
-    bool Holds(const SettingDef& row) const;
+    void Add(uint32_t row);
+    bool Holds(uint32_t row) const;
     // Whether a colour is among them, so that whatever keeps colours of its own has to be made again.
     bool HoldsColour() const;
 
@@ -86,7 +88,7 @@ SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsReco
 
 // The drawing objects derived from the settings belong to the windowed half, which installs this at
 // start-up; without one the change handlers do nothing and report success.
-using DrawingRebuilder = bool (*)(SettingChange change);
+using DrawingRebuilder = bool (*)(DrawingResource changed);
 void SetDrawingRebuilder(DrawingRebuilder rebuild);
 
 // Start-up and reload: the record from `file` (ApplySettingsFromFile), the tool list, then the font

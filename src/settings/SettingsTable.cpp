@@ -8,13 +8,13 @@ namespace {
 // object.
 DrawingRebuilder drawingRebuilder = nullptr;
 
-template <SettingChange Change> bool Rebuild() { return drawingRebuilder ? drawingRebuilder(Change) : true; }
+template <DrawingResource Changed> bool Rebuild() { return drawingRebuilder ? drawingRebuilder(Changed) : true; }
 
-constexpr auto Font = Rebuild<SettingChange::Font>;
-constexpr auto MarginBrush = Rebuild<SettingChange::MarginBrush>;
-constexpr auto BookmarkBrush = Rebuild<SettingChange::BookmarkBrush>;
-constexpr auto BackgroundBrush = Rebuild<SettingChange::BackgroundBrush>;
-constexpr auto SelectionBrush = Rebuild<SettingChange::SelectionBrush>;
+constexpr auto Font = Rebuild<DrawingResource::Font>;
+constexpr auto MarginBrush = Rebuild<DrawingResource::MarginBrush>;
+constexpr auto BookmarkBrush = Rebuild<DrawingResource::BookmarkBrush>;
+constexpr auto BackgroundBrush = Rebuild<DrawingResource::BackgroundBrush>;
+constexpr auto SelectionBrush = Rebuild<DrawingResource::SelectionBrush>;
 
 // Red, green and blue as they are written in the file.
 constexpr Colour Hex(uint32_t written) { return Rgb(written >> 16, written >> 8 & 0xFF, written & 0xFF); }

@@ -81,8 +81,8 @@ SettingsChanges ShowSystemColours(const SystemColours* colours) {
         });
     }
     const SettingsChanges changes = CompareSettings(before, settings);
-    ForEachColour([&](const SettingDef& row, uint32_t) {
-        if (changes.Holds(row) && row.onChange) row.onChange();
+    ForEachColour([&](const SettingDef& row, uint32_t i) {
+        if (changes.Holds(i) && row.onChange) row.onChange();
     });
     return changes;
 }

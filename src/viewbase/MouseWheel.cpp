@@ -19,7 +19,7 @@ void ChangeFontSize(ViewHost* host, bool larger) {
     if (!host) return;
     WString message;
     if (Text::AppendFormat(message, u"Font Size: %u", size)) host->SetStatusText(StatusField::Message, message.Text());
-    host->ApplySettings(SettingsChanged::Layout);
+    host->ApplySettings(SettingsEffect::Layout);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/SettingsChanged.h"
+#include "document/SettingsEffect.h"
 #include "document/TextPosition.h"
 #include "viewbase/MessageKind.h"
 
@@ -31,7 +31,7 @@ public:
     virtual MacroState GetMacroState() = 0;
     virtual void StopMacroPlayback() = 0;
     // Settings changed: every view recomputes its layout and repaints.
-    virtual void ApplySettings(SettingsChanged kind) = 0;
+    virtual void ApplySettings(SettingsEffect kind) = 0;
 
 protected:
     ~ViewHost() = default;

@@ -31,14 +31,14 @@ public:
     }
     MacroState GetMacroState() override { return macroState; }
     void StopMacroPlayback() override { ++macroStops; }
-    void ApplySettings(SettingsChanged kind) override { applied.push_back(kind); }
+    void ApplySettings(SettingsEffect kind) override { applied.push_back(kind); }
 
     std::map<StatusField, std::u16string> status; // what the fields show
     std::map<StatusField, int> statusCalls;
     std::vector<std::pair<std::u16string, uint32_t>> opened;
     std::vector<std::u16string> messages;
     std::vector<MessageKind> messageKinds;
-    std::vector<SettingsChanged> applied;
+    std::vector<SettingsEffect> applied;
     std::vector<bool> runStates;
     MacroState macroState = MacroState::Idle;
     int macroStops = 0;

@@ -78,7 +78,7 @@ TEST_F(CompositionTest, ACompositionFollowsTheCaretWhileItLasts) {
 
     const int before = LineHeight();
     DrawingObjects::RebuildForDpi(192);
-    view->OnSize(SettingsChanged::Layout);
+    view->OnSize(SettingsEffect::Layout);
     EXPECT_GT(LineHeight(), before);
     LOGFONTW font = {};
     GetObjectW(DrawingObjects::EditorFont(), sizeof(font), &font);

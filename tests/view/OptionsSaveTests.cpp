@@ -114,8 +114,8 @@ TEST_F(OptionsTest, OkKeepsOtherSectionsKeysAndPlaces) {
 
 TEST_F(OptionsTest, OkRunsTheChangeHandlersInTheOrderOfTheTable) {
     Open([](HWND options) { dialog::Ok(options); });
-    using enum SettingChange;
-    EXPECT_EQ(handled, std::vector<SettingChange>(
+    using enum DrawingResource;
+    EXPECT_EQ(handled, std::vector<DrawingResource>(
                            {Font, Font, Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush}));
 }
 

@@ -3,7 +3,7 @@
 OptionsTest::OptionsTest() {
     LoadSettings(file);
     handled.clear();
-    SetDrawingRebuilder([](SettingChange change) {
+    SetDrawingRebuilder([](DrawingResource change) {
         handled.push_back(change);
         return true;
     });

@@ -47,6 +47,6 @@ protected:
 
     ScratchFolder folder;
     IniFile file;
-    SettingsChanges changes;                          // by the last OK
-    static inline std::vector<SettingChange> handled; // by the change handlers that ran
+    SettingsChanges changes;                            // by the last OK
+    static inline std::vector<DrawingResource> handled; // by the change handlers that ran
 };

@@ -69,7 +69,7 @@ protected:
         ASSERT_TRUE(store.Ini().Parse(text.data()));
         LoadSettings(store.Ini());
         LoadEngineDefinitions(store.Ini());
-        main->ApplySettings(SettingsChanged::Engine);
+        main->ApplySettings(SettingsEffect::Engine);
         SetWindowPos(main->Window(), nullptr, 0, 0, 310, 240, SWP_NOZORDER);
         const ClipboardItem copied = {ClipboardFormat::UnicodeText, u"pasted (\ntext", 28};
         ASSERT_TRUE(Clipboard::Write(main->Window(), &copied, 1));

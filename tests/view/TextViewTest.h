@@ -101,8 +101,8 @@ protected:
         LoadSettings(file);
         LoadEngineDefinitions(file);
         if (document) {
-            (*document)->OnSettingsChanged(SettingsChanged::Engine);
-            view->OnSize(SettingsChanged::Engine);
+            (*document)->OnSettingsChanged(SettingsEffect::Engine);
+            view->OnSize(SettingsEffect::Engine);
             view->Invalidate();
         }
     }

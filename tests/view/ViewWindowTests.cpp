@@ -177,7 +177,7 @@ TEST_F(ViewWindowTest, AWindowThatIsDestroyedIsForgottenAndLayoutDoesNothing) {
     Show(u"abc");
     DestroyWindow(Window());
     EXPECT_EQ(Window(), nullptr);
-    view->OnSize(SettingsChanged::Engine);
+    view->OnSize(SettingsEffect::Engine);
     view->Invalidate();
     view->SuspendRedraw(false);
     view->SuspendRedraw(true);
@@ -319,7 +319,7 @@ TEST_F(ViewWindowTest, TheWheelTurnsTheFontWithCtrl) {
     EXPECT_EQ(settings.FontSize, size + 1);
     EXPECT_GE(LineHeight(), height);
     EXPECT_EQ(host.status[StatusField::Message], u"Font Size: 11");
-    EXPECT_EQ(host.applied, std::vector{SettingsChanged::Layout});
+    EXPECT_EQ(host.applied, std::vector{SettingsEffect::Layout});
     SendMessageW(Window(), WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-WHEEL_DELTA)), 0);
     UINT lines = 3;
     SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);

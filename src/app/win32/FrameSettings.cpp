@@ -13,12 +13,12 @@
 void FrameSettings::Reapply(const SettingsChanges& changes) {
     if (changes.HoldsColour()) HighContrast::Follow();
     // Engines have colours of their own; making them again costs every document its line states.
-    if (!changes.HoldsColour()) return Apply(SettingsChanged::Layout);
+    if (!changes.HoldsColour()) return Apply(SettingsEffect::Layout);
     // The only drawing object without a change handler of its own. Without memory the old one stays.
     static_cast<void>(DrawingObjects::RefreshSpaceDot());
     DetachEngines();
     store.ReloadEngineDefinitions();
-    Apply(SettingsChanged::Engine);
+    Apply(SettingsEffect::Engine);
 }
 
 void FrameSettings::Reload() {
@@ -26,10 +26,10 @@ void FrameSettings::Reload() {
     // Without memory the settings stay as they are, and the documents get their engines back.
     static_cast<void>(store.Load());
     RebuildToolMenu(GetMenu(frame));
-    Apply(SettingsChanged::Engine);
+    Apply(SettingsEffect::Engine);
 }
 
-void FrameSettings::Apply(SettingsChanged kind) {
+void FrameSettings::Apply(SettingsEffect kind) {
     commandWindow.ApplyFont();
     commandWindow.Invalidate();
     titleBar.Follow(frame);
@@ -45,9 +45,9 @@ void FrameSettings::FollowSystemColours() {
     if (changes.HoldsColour()) Reapply(changes);
 }
 
-void FrameSettings::OnMetricsChanged() { LayOutViews(SettingsChanged::Layout); }
+void FrameSettings::OnMetricsChanged() { LayOutViews(SettingsEffect::Layout); }
 
-void FrameSettings::LayOutViews(SettingsChanged kind) {
+void FrameSettings::LayOutViews(SettingsEffect kind) {
     ForEachView(documents, [kind](View& view) {
         view.OnSize(kind);
         view.Invalidate();

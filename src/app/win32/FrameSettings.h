@@ -2,7 +2,7 @@
 
 #include "app/win32/TitleBar.h"
 #include "base/win32/Windows.h"
-#include "document/SettingsChanged.h"
+#include "document/SettingsEffect.h"
 
 class CommandWindow;
 class DocumentList;
@@ -26,7 +26,7 @@ public:
     void Reapply(const SettingsChanges& changes);
     // Reads the settings file again.
     void Reload();
-    void Apply(SettingsChanged kind);
+    void Apply(SettingsEffect kind);
     // The system's colours, or High Contrast, may be others.
     void FollowSystemColours();
     // The font was rebuilt.
@@ -34,7 +34,7 @@ public:
 
 private:
     void DetachEngines();
-    void LayOutViews(SettingsChanged kind);
+    void LayOutViews(SettingsEffect kind);
 
     SettingsStore& store;
     const DocumentList& documents;

@@ -39,7 +39,7 @@ public:
     Answer ShowMessage(NativeWindow owner, const Char* text, MessageKind kind) override;
     MacroState GetMacroState() override { return parts.macros.State(); }
     void StopMacroPlayback() override { parts.macros.StopPlayback(); }
-    void ApplySettings(SettingsChanged kind) override { parts.settings.Apply(kind); }
+    void ApplySettings(SettingsEffect kind) override { parts.settings.Apply(kind); }
 
     // CommandContext.
     const DocumentList& Documents() const override { return parts.documents; }

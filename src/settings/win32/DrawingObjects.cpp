@@ -9,18 +9,18 @@ namespace {
 
 using DrawingObjects::SpaceDotSize;
 
-// One role of a brush: the setting that it shows and the change that rebuilds it.
+// One role of a brush: the setting that it shows.
 struct BrushRole {
-    SettingChange change;
+    DrawingResource resource;
     Colour SettingsRecord::*colour;
 };
 
 // In the order of Drawing::brushes.
 constexpr BrushRole BrushRoles[] = {
-    {SettingChange::MarginBrush, &SettingsRecord::MarginColor},
-    {SettingChange::BookmarkBrush, &SettingsRecord::BookmarkColor},
-    {SettingChange::BackgroundBrush, &SettingsRecord::TextBg},
-    {SettingChange::SelectionBrush, &SettingsRecord::SelBg},
+    {DrawingResource::MarginBrush, &SettingsRecord::MarginColor},
+    {DrawingResource::BookmarkBrush, &SettingsRecord::BookmarkColor},
+    {DrawingResource::BackgroundBrush, &SettingsRecord::TextBg},
+    {DrawingResource::SelectionBrush, &SettingsRecord::SelBg},
 };
 enum class Brush { Margin, Bookmark, Background, Selection };
 
@@ -91,11 +91,11 @@ bool RebuildFont() {
     return dotMade;
 }
 
-bool Rebuild(SettingChange change) {
-    if (change == SettingChange::Font) return RebuildFont();
+bool Rebuild(DrawingResource changed) {
+    if (changed == DrawingResource::Font) return RebuildFont();
     for (size_t i = 0; i < std::size(BrushRoles); ++i) {
         const BrushRole& role = BrushRoles[i];
-        if (role.change == change) return Replace(drawing.brushes[i], CreateSolidBrush(settings.*role.colour));
+        if (role.resource == changed) return Replace(drawing.brushes[i], CreateSolidBrush(settings.*role.colour));
     }
     return false;
 }

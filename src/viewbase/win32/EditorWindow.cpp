@@ -48,13 +48,13 @@ void EditorWindow::Detach() {
     View::Detach();
 }
 
-void EditorWindow::OnSize(SettingsChanged kind) {
+void EditorWindow::OnSize(SettingsEffect kind) {
     if (!window) return;
     RECT client = {};
     GetClientRect(window, &client);
     backBuffer.Rebuild(client.right, Metrics().lineHeight);
     LoadBeamCursor();
-    Input().OnSize(kind == SettingsChanged::Engine);
+    Input().OnSize(kind == SettingsEffect::Engine);
 }
 
 LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {

@@ -15,7 +15,7 @@ public:
     // View.
     Document* Attach(HWND newWindow) override;
     void Detach() override;
-    void OnSize(SettingsChanged kind) override;
+    void OnSize(SettingsEffect kind) override;
     void SuspendRedraw(bool resume) override { resume ? Input().ResumeRedraw() : Input().SuspendRedraw(); }
     void Invalidate() override { Input().Invalidate(); }
     LRESULT WindowProc(UINT message, WPARAM wparam, LPARAM lparam) override;

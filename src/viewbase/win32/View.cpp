@@ -83,7 +83,7 @@ Document* View::Attach(HWND newWindow) {
     previousProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ViewWindowProc)));
     focused = GetFocus() == window;
-    OnSize(SettingsChanged::Layout);
+    OnSize(SettingsEffect::Layout);
     return GetDocument();
 }
 
@@ -119,7 +119,7 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_UNICHAR:
         return OnCodePoint(window, wparam, lparam);
     case WM_SIZE:
-        OnSize(SettingsChanged::Layout);
+        OnSize(SettingsEffect::Layout);
         return 0;
     case WM_SETFOCUS:
         focused = true;

@@ -35,7 +35,7 @@ public:
     virtual bool ExecuteCommand(ViewCommand command) = 0;
     // Recomputes everything that depends on the window's size and the settings; when the engine may be another
     // one, also the syntax state of the top line.
-    virtual void OnSize(SettingsChanged kind) = 0;
+    virtual void OnSize(SettingsEffect kind) = 0;
     // False suspends redraw, true resumes it; calls nest.
     virtual void SuspendRedraw(bool resume) = 0;
     // Repaints everything, now or once redraw is resumed.

@@ -126,7 +126,7 @@ public:
     void StopProcess() override {}
     bool CanDo(DocumentCommand) const override { return false; }
     bool DoCommand(DocumentCommand) override { return false; }
-    void OnSettingsChanged(SettingsChanged) override {}
+    void OnSettingsChanged(SettingsEffect) override {}
     bool GetEncoding(Encoding&, const Char* const*&) const override { return false; }
     bool IsBinary() const override { return binary; }
     bool GetSessionText(WString& out) const override { return out.Append(sessionText.c_str()); }

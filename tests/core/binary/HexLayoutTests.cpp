@@ -253,7 +253,7 @@ TEST_F(HexLayout, TheWheelWithCtrlChangesTheFontSize) {
     input().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), u"Font Size: 11");
-    EXPECT_EQ(host().applied, std::vector{SettingsChanged::Layout});
+    EXPECT_EQ(host().applied, std::vector{SettingsEffect::Layout});
     EXPECT_EQ(view().Viewport().TopRow(), 0u);
 }
 

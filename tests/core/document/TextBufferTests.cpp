@@ -213,9 +213,9 @@ TEST(TextBuffer, OnlyTheSecondSettingsFlagRenewsTheEngine) {
     TextDocument document;
     auto* engine = new FakeEngine;
     document->AttachEngine(engine);
-    document->OnSettingsChanged(SettingsChanged::Layout);
+    document->OnSettingsChanged(SettingsEffect::Layout);
     EXPECT_EQ(document->Engine(), engine);
-    document->OnSettingsChanged(SettingsChanged::Engine);
+    document->OnSettingsChanged(SettingsEffect::Engine);
     EXPECT_NE(document->Engine(), engine);
     EXPECT_NE(document->Engine(), nullptr);
 }
@@ -240,7 +240,7 @@ TEST(TextBuffer, TheEngineIsChosenByItsNameOrElseByThePath) {
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]<>");
     ASSERT_TRUE(document->SetEngineName(u"cpp"));
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]");
-    document->OnSettingsChanged(SettingsChanged::Engine); // does not undo the choice
+    document->OnSettingsChanged(SettingsEffect::Engine); // does not undo the choice
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]");
     ASSERT_TRUE(document->SetEngineName(u""));
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]<>");

@@ -135,9 +135,9 @@ TEST_F(SettingsApply, LoadRunsFontAndBrushHandlersOnceEach) {
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[General]\nFontSize=12\n[Tool]\nCommand=x\n"));
     LoadSettings(file);
-    const std::vector<SettingChange> expected = {SettingChange::Font, SettingChange::MarginBrush,
-                                                 SettingChange::BookmarkBrush, SettingChange::BackgroundBrush,
-                                                 SettingChange::SelectionBrush};
+    const std::vector<DrawingResource> expected = {DrawingResource::Font, DrawingResource::MarginBrush,
+                                                   DrawingResource::BookmarkBrush, DrawingResource::BackgroundBrush,
+                                                   DrawingResource::SelectionBrush};
     EXPECT_EQ(changes, expected);
     EXPECT_EQ(settings.FontSize, 12u);
     EXPECT_EQ(toolList.Count(), 1u);
@@ -146,7 +146,7 @@ TEST_F(SettingsApply, LoadRunsFontAndBrushHandlersOnceEach) {
 TEST_F(SettingsApply, LoadHasTheToolsBeforeTheHandlersRun) {
     static uint32_t toolsSeen;
     toolsSeen = UINT32_MAX;
-    SetDrawingRebuilder([](SettingChange) {
+    SetDrawingRebuilder([](DrawingResource) {
         if (toolsSeen == UINT32_MAX) toolsSeen = toolList.Count();
         return true;
     });

@@ -68,17 +68,17 @@ TEST_F(SettingsCopy, OkMakesTheCopyLive) {
 
 TEST_F(SettingsCopy, OkRunsEveryHandlerInTableOrder) {
     AdoptSettings(copy);
-    const std::vector<SettingChange> expected = {SettingChange::Font,          SettingChange::Font,
-                                                 SettingChange::Font,          SettingChange::MarginBrush,
-                                                 SettingChange::BookmarkBrush, SettingChange::BackgroundBrush,
-                                                 SettingChange::SelectionBrush};
+    const std::vector<DrawingResource> expected = {DrawingResource::Font,          DrawingResource::Font,
+                                                   DrawingResource::Font,          DrawingResource::MarginBrush,
+                                                   DrawingResource::BookmarkBrush, DrawingResource::BackgroundBrush,
+                                                   DrawingResource::SelectionBrush};
     EXPECT_EQ(changes, expected);
 }
 
 TEST_F(SettingsCopy, HandlersSeeTheWholeNewRecord) {
     static bool complete;
     complete = true;
-    SetDrawingRebuilder([](SettingChange) {
+    SetDrawingRebuilder([](DrawingResource) {
         complete = complete && settings.FontSize == 33 && settings.BinBg == 5;
         return true;
     });
@@ -91,7 +91,7 @@ TEST_F(SettingsCopy, HandlersSeeTheWholeNewRecord) {
 TEST_F(SettingsCopy, FailingHandlerDoesNotStopTheOthers) {
     static uint32_t calls;
     calls = 0;
-    SetDrawingRebuilder([](SettingChange) {
+    SetDrawingRebuilder([](DrawingResource) {
         ++calls;
         return false;
     });
@@ -142,7 +142,7 @@ TEST_F(SettingsCopy, AdoptingTheLiveRecordItselfKeepsIt) {
 std::vector<std::u16string> KeysOf(const SettingsChanges& changes) {
     std::vector<std::u16string> keys;
     for (uint32_t i = 0; i < SettingCount; ++i)
-        if (changes.Holds(generalSettings.rows[i])) keys.push_back(Str(generalSettings.rows[i].key));
+        if (changes.Holds(i)) keys.push_back(Str(generalSettings.rows[i].key));
     return keys;
 }
 

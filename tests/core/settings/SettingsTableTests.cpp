@@ -187,9 +187,9 @@ TEST_F(SettingsHandlers, EachRowAsksForItsOwnChange) {
         SCOPED_TRACE(testing::PrintToString(Str(expected.key)));
         changes.clear();
         SetOption(nullptr, expected.key, u"1");
-        std::vector<SettingChange> wanted;
+        std::vector<DrawingResource> wanted;
         if (expected.handler != Handler::None) {
-            wanted = {static_cast<SettingChange>(static_cast<uint32_t>(expected.handler) - 1)};
+            wanted = {static_cast<DrawingResource>(static_cast<uint32_t>(expected.handler) - 1)};
         }
         EXPECT_EQ(changes, wanted);
     }
@@ -197,7 +197,7 @@ TEST_F(SettingsHandlers, EachRowAsksForItsOwnChange) {
 
 TEST_F(SettingsHandlers, ReportWhatTheDrawingHalfAnswers) {
     EXPECT_TRUE(FindSetting(u"FontName")->onChange());
-    SetDrawingRebuilder([](SettingChange) { return false; });
+    SetDrawingRebuilder([](DrawingResource) { return false; });
     EXPECT_FALSE(FindSetting(u"FontName")->onChange());
     SetDrawingRebuilder(nullptr);
     EXPECT_TRUE(FindSetting(u"FontName")->onChange());

@@ -103,10 +103,10 @@ protected:
     }
 
     // What the change handlers asked for, in order.
-    static inline std::vector<SettingChange> changes;
+    static inline std::vector<DrawingResource> changes;
 
 private:
-    static bool Record(SettingChange change) {
+    static bool Record(DrawingResource change) {
         changes.push_back(change);
         return true;
     }

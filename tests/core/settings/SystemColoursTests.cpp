@@ -49,8 +49,8 @@ TEST_F(SystemColoursTest, DefaultsGiveWay) {
     EXPECT_EQ(settings.SpaceColor, Black.faint);
     EXPECT_EQ(settings.GuideColor, Black.faint);
     // Each brush is made again, once.
-    EXPECT_EQ(changes, (std::vector{SettingChange::MarginBrush, SettingChange::BookmarkBrush,
-                                    SettingChange::BackgroundBrush, SettingChange::SelectionBrush}));
+    EXPECT_EQ(changes, (std::vector{DrawingResource::MarginBrush, DrawingResource::BookmarkBrush,
+                                    DrawingResource::BackgroundBrush, DrawingResource::SelectionBrush}));
 }
 
 TEST_F(SystemColoursTest, ASetColourKeepsThemAll) {

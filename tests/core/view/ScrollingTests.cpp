@@ -133,7 +133,7 @@ TEST_F(ScrollingTest, WithCtrlTheWheelChangesTheFontSize) {
     input().OnWheel({-120, 3, true});
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(Status(StatusField::Message), "Font Size: 11");
-    EXPECT_EQ(host().applied, std::vector{SettingsChanged::Layout});
+    EXPECT_EQ(host().applied, std::vector{SettingsEffect::Layout});
     input().OnWheel({240, 3, true}); // two notches are still one step
     EXPECT_EQ(settings.FontSize, 10u);
     EXPECT_EQ(view().TopLine(), 0u);

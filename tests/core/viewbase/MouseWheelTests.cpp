@@ -44,7 +44,7 @@ TEST_F(MouseWheelTest, WithCtrlItChangesTheFontByOnePoint) {
     EXPECT_EQ(Turn(-240, 3, true), 0);
     EXPECT_EQ(settings.FontSize, 11u);
     EXPECT_EQ(host.status[StatusField::Message], u"Font Size: 11");
-    EXPECT_EQ(host.applied, std::vector{SettingsChanged::Layout});
+    EXPECT_EQ(host.applied, std::vector{SettingsEffect::Layout});
     EXPECT_EQ(Turn(120, 3, true), 0);
     EXPECT_EQ(settings.FontSize, 10u);
 }
