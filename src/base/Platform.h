@@ -24,7 +24,7 @@ struct ByteBlock {
 
 // The most bytes that a file read as a whole may have: positions in it are counted in 32 bits, and the
 // largest number means none.
-constexpr uint64_t LargestWholeFile = 0xFFFFFFFEu;
+constexpr uint64_t LargestWholeFile = NoOffset - 1;
 
 // Opens the existing file with read, write and delete sharing and reads it in one call. `time`, when
 // not null, gets the time of its last write. Directories, devices and files that are larger or do not fit

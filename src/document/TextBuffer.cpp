@@ -355,12 +355,12 @@ void TextBuffer::RepaintLines(LineRange lines) {
 }
 
 void TextBuffer::AttachEngine(SyntaxEngine* newEngine) {
-    // Marked brackets stay marked, also across a time without an engine.
-    for (uint32_t i = 0; engine && i < MarkCount; ++i) marks[i] = engine->Highlight(i);
+    // Highlighted brackets stay highlighted, also across a time without an engine.
+    for (uint32_t i = 0; engine && i < SyntaxEngine::HighlightCount; ++i) highlights[i] = engine->Highlight(i);
     if (engine) engine->Release();
     engine = newEngine;
-    for (uint32_t i = 0; engine && i < MarkCount; ++i)
-        engine->SetHighlight(i, marks[i].start == HighlightRange::Nowhere ? nullptr : &marks[i]);
+    for (uint32_t i = 0; engine && i < SyntaxEngine::HighlightCount; ++i)
+        engine->SetHighlight(i, highlights[i].start == NoOffset ? nullptr : &highlights[i]);
     pipeline.Notifier().ForgetAfter(0);
 }
 

@@ -167,7 +167,6 @@ private:
     // Takes over the text of a file after Clear.
     void TakeText(struct DecodedText& decoded);
 
-    static constexpr uint32_t MarkCount = 2; // a bracket and its partner
     TextServices& services;
     EditPipeline pipeline;
     OutputCollector output;
@@ -175,5 +174,5 @@ private:
     FileTimeCheck onDisk;
     Encoding encoding = Encoding::Ansi;
     LineEnding lineEnding = LineEnding::Dos;
-    HighlightRange marks[MarkCount]; // those of the engine that was attached last
+    HighlightRange highlights[SyntaxEngine::HighlightCount]; // those of the engine that was attached last
 };

@@ -2,9 +2,6 @@
 
 #include "base/Types.h"
 
-// Of no line.
-constexpr uint32_t NoLine = UINT32_MAX;
-
 // A place in a text, both 0-based. The column counts characters; a tab counts as one.
 struct TextPosition {
     uint32_t line = 0;

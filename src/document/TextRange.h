@@ -2,9 +2,6 @@
 
 #include "base/Types.h"
 
-// Of no place in a text.
-constexpr uint32_t NoOffset = UINT32_MAX;
-
 // The characters [start, end) of a text.
 struct TextRange {
     uint32_t start = 0;

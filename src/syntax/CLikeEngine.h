@@ -19,12 +19,9 @@ public:
     bool MayChangeState(const Char* text, uint32_t length) override;
     void SetHighlight(uint32_t index, const HighlightRange* range) override;
     HighlightRange Highlight(uint32_t index) const override;
-    const Char* BraceCharacters() const override { return u"{}()[]"; }
     uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) override;
 
 private:
-    static constexpr uint32_t HighlightCount = 2;
-
     // The line that is being coloured.
     struct Line {
         const Char* text;

@@ -4,7 +4,7 @@
 #include "syntax/EngineDefinition.h"
 #include "syntax/SyntaxEngine.h"
 
-// What the engines have in common: the references to it and the end marker.
+// What the engines have in common: the references to it, the end marker, and the brackets unless one has more.
 class EngineBase : public SyntaxEngine {
 public:
     EngineBase(const EngineBase&) = delete;
@@ -21,6 +21,7 @@ public:
         EndMarkerChanged();
         return true;
     }
+    const Char* BraceCharacters() const override { return u"{}()[]"; }
 
 protected:
     EngineBase() = default;

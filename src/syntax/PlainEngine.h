@@ -16,7 +16,6 @@ public:
     uint32_t ScanState(const Char* text, uint32_t length, uint32_t start, uint32_t state, uint32_t& stopped) override;
     bool MayChangeState(const Char*, uint32_t) override { return false; }
     void SetHighlight(uint32_t, const HighlightRange*) override {}
-    const Char* BraceCharacters() const override { return u"{}()[]"; }
     uint32_t ScanLinesToEnd(const Char* text, uint32_t length, uint32_t state, uint32_t& stopped) override;
 
 private:

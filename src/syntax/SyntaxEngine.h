@@ -22,23 +22,23 @@ struct ColouredLine {
 };
 
 // Characters [start, end) of the document, in document offsets, painted in colours of their own. Both
-// ends are Nowhere when cleared.
+// ends are NoOffset when cleared.
 struct HighlightRange {
-    static constexpr uint32_t Nowhere = UINT32_MAX;
-
-    uint32_t start = Nowhere;
-    uint32_t end = Nowhere;
+    uint32_t start = NoOffset;
+    uint32_t end = NoOffset;
     Colour foreground = 0;
     Colour background = 0;
     // Kept for the view; engines do not read them.
     Colour fill = NoFill;
-    uint32_t line = Nowhere; // of the document
+    uint32_t line = NoLine; // of the document
 };
 
 // Colours the lines of one document and carries a state from line to line. State 0 is the normal one
 // and the state of the first line; the other values are the engine's own. Shared by reference.
 class SyntaxEngine : public HeapObject {
 public:
+    static constexpr uint32_t HighlightCount = 2; // a bracket and its partner
+
     virtual uint32_t AddRef() = 0;
     virtual uint32_t Release() = 0; // at zero the engine destroys itself
     // Colours the `length` characters at document offset `offset`, and moves `state` on to the
@@ -52,7 +52,8 @@ public:
                                uint32_t& stopped) = 0;
     // Whether a line with this text may change the states of the lines after it.
     virtual bool MayChangeState(const Char* text, uint32_t length) = 0;
-    // Sets highlight 0 or 1, or clears it when `range` is null; other indices are ignored.
+    // Sets a highlight, by its index below HighlightCount, or clears it when `range` is null; other indices are
+    // ignored.
     virtual void SetHighlight(uint32_t index, const HighlightRange* range) = 0;
     // As it was set; a cleared one where there is none.
     virtual HighlightRange Highlight(uint32_t) const { return {}; }

@@ -47,7 +47,7 @@ TEST_F(BracketMatchTest, ThePairIsHighlightedFromEitherEnd) {
     EXPECT_EQ(engine->ranges[1].start, 4u);
     EXPECT_EQ(engine->ranges[1].end, 5u);
     EXPECT_EQ(Match(0, 0), BracketPair());
-    EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
+    EXPECT_EQ(engine->ranges[0].start, NoOffset);
 }
 
 TEST_F(BracketMatchTest, TheOpenerAfterTheCaretComesFirst) {
@@ -59,7 +59,7 @@ TEST_F(BracketMatchTest, ClearedNothingIsHighlighted) {
     Match(0, 1);
     BracketMatch::Clear(text);
     EXPECT_EQ(BracketMatch::Highlighted(text), BracketPair());
-    EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
+    EXPECT_EQ(engine->ranges[0].start, NoOffset);
 }
 
 } // namespace

@@ -254,8 +254,8 @@ TEST_F(CaretTest, MovingAwayClearsTheHighlightsAndRepaintsTheirLines) {
     EXPECT_EQ(Match(), (Pair{2, 5}));
     view().MoveCaret({0, 0});
     EXPECT_EQ(Match(), NoMatch);
-    EXPECT_EQ(engine->ranges[0].start, HighlightRange::Nowhere);
-    EXPECT_EQ(engine->ranges[1].start, HighlightRange::Nowhere);
+    EXPECT_EQ(engine->ranges[0].start, NoOffset);
+    EXPECT_EQ(engine->ranges[1].start, NoOffset);
     EXPECT_EQ(surface().strips, (Strips{{16, 32}, {48, 64}}));
     EXPECT_EQ(surface().allInvalidations, 0);
 }
