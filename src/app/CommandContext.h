@@ -27,9 +27,9 @@ class CommandContext : public UserPrompt {
 public:
     CommandState commands;
 
-    // Documents. `path` is as the user gave it; it need not be absolute. `line` is 0-based, -1 for none.
+    // Documents. `path` is as the user gave it; it need not be absolute. `line` is 0-based, NoLine for none.
     virtual const DocumentList& Documents() const = 0;
-    virtual bool OpenText(const Char* path, int32_t line, bool isNew) = 0;
+    virtual bool OpenText(const Char* path, uint32_t line, bool isNew) = 0;
     virtual bool OpenBinary(const Char* path) = 0;
     // Makes an untitled document and shows it.
     virtual void NewDocument() = 0;

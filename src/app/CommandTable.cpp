@@ -16,7 +16,7 @@ void ShowCurrentDirectory(CommandContext& frame, const Char*) {
     if (Platform::CurrentDirectory(directory)) frame.SetCommandText(directory.Text());
 }
 
-void Edit(CommandContext& frame, const Char* argument) { OpenFileArgument(frame, argument, -1, true, false); }
+void Edit(CommandContext& frame, const Char* argument) { OpenFileArgument(frame, argument, NoLine, true, false); }
 
 void EditBinary(CommandContext& frame, const Char* argument) { OpenBinaryArgument(frame, argument); }
 

@@ -18,7 +18,7 @@ void DocumentOpener::OpenNew() {
     if (!display.ShowNew(*document)) documents.Remove(document);
 }
 
-bool DocumentOpener::OpenText(const Char* path, int32_t line, bool isNew) {
+bool DocumentOpener::OpenText(const Char* path, uint32_t line, bool isNew) {
     WString fullPath;
     if (!Platform::FullPath(path, fullPath)) return false;
     if (const Document* const known = isNew ? nullptr : ShowOpenFile(fullPath.Text())) {
@@ -94,8 +94,7 @@ bool DocumentOpener::ShowOpened(Document* document) {
     return false;
 }
 
-// Only -1 means no line: a line number beyond 2^31 has become another negative one, and leads to the last line.
 // Without memory for one more view the pane may still show another document, whose caret stays.
-void DocumentOpener::MoveToLine(const Document& document, int32_t line) {
-    if (line != -1 && display.Active() == &document) panes.GoToLine(*panes.Active(), static_cast<uint32_t>(line));
+void DocumentOpener::MoveToLine(const Document& document, uint32_t line) {
+    if (line != NoLine && display.Active() == &document) panes.GoToLine(*panes.Active(), line);
 }

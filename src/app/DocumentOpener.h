@@ -20,9 +20,9 @@ public:
 
     // An untitled document; nothing happens without memory.
     void OpenNew();
-    // Opens a file, or shows it when it is open, and moves the caret to `line` (0-based, -1 for none).
+    // Opens a file, or shows it when it is open, and moves the caret to `line` (0-based, NoLine for none).
     // With `isNew` the file need not exist. A failure is reported to OpenFailures.
-    [[nodiscard]] bool OpenText(const Char* path, int32_t line, bool isNew);
+    [[nodiscard]] bool OpenText(const Char* path, uint32_t line, bool isNew);
     [[nodiscard]] bool OpenBinary(const Char* path);
     // Opens a text that is in no file, modified, under a title. Null when that is not possible.
     Document* OpenRecovered(struct DecodedText& text, const Char* title);
@@ -33,7 +33,7 @@ public:
 private:
     Document* ShowOpenFile(const Char* fullPath);
     bool ShowOpened(Document* document);
-    void MoveToLine(const Document& document, int32_t line);
+    void MoveToLine(const Document& document, uint32_t line);
 
     DocumentServices& services;
     DocumentList& documents;

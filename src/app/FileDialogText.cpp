@@ -25,7 +25,7 @@ void OpenSelectedFiles(CommandContext& frame, const Char* result) {
     SelectedFiles files(result);
     WString path;
     frame.BeginBatch();
-    while (files.Next(path)) frame.OpenText(path.Text(), -1, false);
+    while (files.Next(path)) frame.OpenText(path.Text(), NoLine, false);
     frame.EndBatch();
 }
 

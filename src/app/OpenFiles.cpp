@@ -14,7 +14,7 @@ enum class Missing { Ask, TryFolder, TryFile };
 struct Opening {
     CommandContext& frame;
     WString directory; // of every match
-    int32_t line;
+    uint32_t line;
     bool binary;
 };
 
@@ -59,7 +59,7 @@ bool OpenMissing(const Opening& opening, const WString& path, Missing missing) {
     return Open(opening, tryFolder ? u"" : Path::FileName(path.Text()), false);
 }
 
-bool OpenArgument(CommandContext& frame, const Char* path, int32_t line, Missing missing, bool binary) {
+bool OpenArgument(CommandContext& frame, const Char* path, uint32_t line, Missing missing, bool binary) {
     WString plain;
     if (!plain.Assign(path)) return false;
     plain.StripQuotes();
@@ -76,10 +76,10 @@ bool OpenArgument(CommandContext& frame, const Char* path, int32_t line, Missing
 
 } // namespace
 
-bool OpenFileArgument(CommandContext& frame, const Char* path, int32_t line, bool askToCreate, bool binary) {
+bool OpenFileArgument(CommandContext& frame, const Char* path, uint32_t line, bool askToCreate, bool binary) {
     return OpenArgument(frame, path, line, askToCreate ? Missing::Ask : Missing::TryFolder, binary);
 }
 
 bool OpenBinaryArgument(CommandContext& frame, const Char* path) {
-    return OpenArgument(frame, path, -1, Missing::TryFile, true);
+    return OpenArgument(frame, path, NoLine, Missing::TryFile, true);
 }

@@ -12,16 +12,16 @@ namespace {
 struct Parser {
     CommandContext& frame;
     const Char* position;
-    int32_t pendingLine = -1;
+    uint32_t pendingLine = NoLine;
     bool inSubdirectories = false;
     bool binary = false;
 };
 
 void TakeLine(Parser& parser) {
-    // An empty token is used up as well and reads as 0, which means no line.
+    // An empty token is used up as well and reads as 0, and 0 - 1 is NoLine.
     WString number;
     NextArgument(parser.position, number);
-    parser.pendingLine = static_cast<int32_t>(Text::ParseDecimal(number.Text()) - 1);
+    parser.pendingLine = Text::ParseDecimal(number.Text()) - 1;
 }
 
 void TakeScript(Parser& parser) {
@@ -54,7 +54,7 @@ void OpenInSubdirectories(const Parser& parser, const Char* pattern) {
         if (!search.IsDirectory() || search.Name()[0] == u'.') continue;
         WString path;
         if (path.Assign(search.Name()) && Path::Join(path, pattern))
-            OpenFileArgument(parser.frame, path.Text(), -1, false, parser.binary);
+            OpenFileArgument(parser.frame, path.Text(), NoLine, false, parser.binary);
     }
 }
 
@@ -63,7 +63,7 @@ void TakeFile(Parser& parser, const Char* file) {
         OpenInSubdirectories(parser, file);
     else
         OpenFileArgument(parser.frame, file, parser.pendingLine, true, parser.binary);
-    parser.pendingLine = -1;
+    parser.pendingLine = NoLine;
 }
 
 } // namespace

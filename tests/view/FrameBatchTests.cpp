@@ -104,7 +104,7 @@ TEST_F(FrameBatchTest, ADropOfAThousandFiles) {
 }
 
 TEST_F(FrameBatchTest, AWildcardWithAThousandMatches) {
-    ExpectOneLayout([&] { OpenFileArgument(*main, folder.Path("*.txt").c_str(), -1, true, false); });
+    ExpectOneLayout([&] { OpenFileArgument(*main, folder.Path("*.txt").c_str(), NoLine, true, false); });
 }
 
 TEST_F(FrameBatchTest, ASessionOfAThousandFiles) {

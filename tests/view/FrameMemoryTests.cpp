@@ -11,7 +11,7 @@ using FrameMemoryTest = OwnFrameTest;
 TEST_F(FrameMemoryTest, OutputThatNothingCanReplaceInItsPaneStaysOpen) {
     ScratchFolder folder;
     for (const char* name : {"a.txt", "b.txt"})
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Write(name, "text").c_str(), -1, false, false));
+        ASSERT_TRUE(OpenFileArgument(*main, folder.Write(name, "text").c_str(), NoLine, false, false));
     main->MarkActiveAsOutput();
     Command(IDM_SPLIT_VERTICALLY);
     Command(IDM_FIRST_DOCUMENT);

@@ -144,7 +144,7 @@ TEST_F(HexSaveTest, AFileThatWasDeletedIsNotWritten) {
 
 TEST_F(HexSaveTest, SavingAllGoesOnAfterAFileThatFails) {
     const std::u16string other = folder.Write("other.txt", "text");
-    ASSERT_TRUE(OpenFileArgument(*main, other.c_str(), -1, false, false));
+    ASSERT_TRUE(OpenFileArgument(*main, other.c_str(), NoLine, false, false));
     Type(L"more ");
     {
         const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));

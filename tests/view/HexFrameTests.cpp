@@ -151,7 +151,7 @@ TEST_F(HexPanesTest, WhatWasTypedInAPaneThatIsClosedCanBeUndone) {
 }
 
 TEST_F(HexPanesTest, ADragEndsWhenItsPaneShowsAnotherFile) {
-    ASSERT_TRUE(OpenFileArgument(*main, folder.Write("a.txt", "a\nb\nc\nd").c_str(), -1, false, false));
+    ASSERT_TRUE(OpenFileArgument(*main, folder.Write("a.txt", "a\nb\nc\nd").c_str(), NoLine, false, false));
     const std::u16string name = folder.Write("data.bin", std::string(100, 'x'));
     ASSERT_TRUE(OpenBinaryArgument(*main, name.c_str()));
     file = static_cast<BinaryDocument*>(main->Documents().At(1));

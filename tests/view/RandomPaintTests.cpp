@@ -81,9 +81,9 @@ protected:
         std::string bytes;
         for (int i = 0; i < 1500; ++i) bytes += static_cast<char>(i * 7);
         folder.Write("data.bin", bytes);
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Path("b.html").c_str(), -1, false, false));
+        ASSERT_TRUE(OpenFileArgument(*main, folder.Path("b.html").c_str(), NoLine, false, false));
         ASSERT_TRUE(OpenBinaryArgument(*main, folder.Path("data.bin").c_str()));
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Path("a.cpp").c_str(), -1, false, false));
+        ASSERT_TRUE(OpenFileArgument(*main, folder.Path("a.cpp").c_str(), NoLine, false, false));
     }
 
     static void Repaint(HWND window) {

@@ -251,7 +251,7 @@ void MainFrame::OnDropFiles(HDROP drop) {
     BeginBatch();
     WString path;
     for (UINT i = 0; i < count; ++i)
-        if (DroppedName(drop, i, path)) OpenText(path.Text(), -1, false);
+        if (DroppedName(drop, i, path)) OpenText(path.Text(), NoLine, false);
     EndBatch();
 }
 
@@ -283,9 +283,7 @@ void MainFrame::OnJournalTimer() {
 
 bool MainFrame::IsInLongOperation() const { return LongOperation::IsRunning(); }
 
-bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) {
-    return OpenText(path, static_cast<int32_t>(line), false);
-}
+bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) { return OpenText(path, line, false); }
 
 void MainFrame::DocumentChanged(Document* document) {
     StartJournalTimer();
@@ -302,7 +300,7 @@ Answer MainFrame::ShowMessage(NativeWindow owner, const Char* text, MessageKind 
     return parts.messages.Show(static_cast<HWND>(owner), text, kind);
 }
 
-bool MainFrame::OpenText(const Char* path, int32_t line, bool isNew) {
+bool MainFrame::OpenText(const Char* path, uint32_t line, bool isNew) {
     return parts.opener.OpenText(path, line, isNew);
 }
 

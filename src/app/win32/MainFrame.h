@@ -43,7 +43,7 @@ public:
 
     // CommandContext.
     const DocumentList& Documents() const override { return parts.documents; }
-    bool OpenText(const Char* path, int32_t line, bool isNew) override;
+    bool OpenText(const Char* path, uint32_t line, bool isNew) override;
     bool OpenBinary(const Char* path) override { return parts.opener.OpenBinary(path); }
     void NewDocument() override { parts.opener.OpenNew(); }
     bool SaveDocument(Document& document) override { return parts.saver.Save(document); }

@@ -54,7 +54,7 @@ void QuickOpen(FrameParts& frame) {
     if (fromWindow ? !frame.commandWindow.GetText(name) : !frame.activeText.GetFileNameAtCaret(name)) return;
     WString found;
     if (name.IsEmpty() || !FindAlongQuickOpenPath(name.Text(), found)) return;
-    if (frame.opener.OpenText(found.Text(), -1, false) && fromWindow) frame.commandWindow.Show(false);
+    if (frame.opener.OpenText(found.Text(), NoLine, false) && fromWindow) frame.commandWindow.Show(false);
 }
 
 void StopTool(FrameParts& frame) {

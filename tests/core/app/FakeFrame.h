@@ -33,8 +33,8 @@ public:
     };
 
     const DocumentList& Documents() const override { return documents; }
-    bool OpenText(const Char* path, int32_t line, bool isNew) override {
-        Note(u"text " + Str(path) + (line == -1 ? u"" : u" at " + Decimal(line)) + (isNew ? u" new" : u""));
+    bool OpenText(const Char* path, uint32_t line, bool isNew) override {
+        Note(u"text " + Str(path) + (line == NoLine ? u"" : u" at " + Decimal(line)) + (isNew ? u" new" : u""));
         return Opened(path);
     }
     bool OpenBinary(const Char* path) override {

@@ -19,18 +19,18 @@ protected:
 };
 
 TEST_F(OpenFilesTest, AnEmptyPathFails) {
-    EXPECT_FALSE(OpenFileArgument(frame, u"", -1, true, false));
-    EXPECT_FALSE(OpenFileArgument(frame, u"\"\"", -1, true, false));
-    EXPECT_FALSE(OpenFileArgument(frame, u"\"", -1, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, u"", NoLine, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, u"\"\"", NoLine, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, u"\"", NoLine, true, false));
     EXPECT_TRUE(frame.calls.empty());
     EXPECT_TRUE(frame.questions.empty());
 }
 
 TEST_F(OpenFilesTest, DropsOneQuoteAtEachEnd) {
     folder.Write("a b", "");
-    EXPECT_TRUE(OpenFileArgument(frame, u"\"a b\"", -1, true, false));
-    EXPECT_TRUE(OpenFileArgument(frame, u"\"a b", -1, true, false));
-    EXPECT_TRUE(OpenFileArgument(frame, u"a b\"", -1, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"\"a b\"", NoLine, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"\"a b", NoLine, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"a b\"", NoLine, true, false));
     EXPECT_EQ(frame.calls, Calls(3, u"text a b"));
 }
 
@@ -38,7 +38,7 @@ TEST_F(OpenFilesTest, KeepsTheDirectoryPart) {
     std::filesystem::create_directory(folder.File("dir"));
     folder.Write("dir/a", "");
     EXPECT_TRUE(OpenFileArgument(frame, u"dir/a", 6, true, false));
-    EXPECT_TRUE(OpenFileArgument(frame, u".\\dir\\a", -1, true, true));
+    EXPECT_TRUE(OpenFileArgument(frame, u".\\dir\\a", NoLine, true, true));
     EXPECT_EQ(frame.calls, (Calls{u"text dir\\a at 6", u"binary .\\dir\\a"}));
 }
 
@@ -56,20 +56,20 @@ TEST_F(OpenFilesTest, TriesAllMatchesAndTellsOfAFailure) {
     for (const Char* failing : {u"a.c", u"b.c", u"c.c"}) {
         frame.failingName = failing;
         frame.calls.clear();
-        EXPECT_FALSE(OpenFileArgument(frame, u"*.c", -1, true, false));
+        EXPECT_FALSE(OpenFileArgument(frame, u"*.c", NoLine, true, false));
         EXPECT_EQ(frame.calls.size(), 3u);
     }
     frame.failingName.clear();
-    EXPECT_TRUE(OpenFileArgument(frame, u"*.c", -1, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"*.c", NoLine, true, false));
 }
 
 TEST_F(OpenFilesTest, AWildcardPassesOverDirectoriesSilently) {
     for (const char* name : {"sub.c", "other.c"}) std::filesystem::create_directory(folder.File(name));
     frame.failingName = u"sub.c";
-    EXPECT_TRUE(OpenFileArgument(frame, u"s*.c", -1, true, false)); // nothing else matches
+    EXPECT_TRUE(OpenFileArgument(frame, u"s*.c", NoLine, true, false)); // nothing else matches
     EXPECT_EQ(frame.calls, Calls{});
     folder.Write("some.c", "");
-    EXPECT_TRUE(OpenFileArgument(frame, u"?*.c", -1, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"?*.c", NoLine, true, false));
     EXPECT_TRUE(OpenBinaryArgument(frame, u"s*"));
     EXPECT_EQ(frame.calls, (Calls{u"text some.c", u"binary some.c"}));
     EXPECT_TRUE(frame.questions.empty());
@@ -78,7 +78,7 @@ TEST_F(OpenFilesTest, AWildcardPassesOverDirectoriesSilently) {
 TEST_F(OpenFilesTest, ADirectoryThatIsNamedIsTried) {
     std::filesystem::create_directory(folder.File("sub.c"));
     frame.failingName = u"sub.c";
-    EXPECT_FALSE(OpenFileArgument(frame, u"sub.c", -1, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, u"sub.c", NoLine, true, false));
     EXPECT_EQ(frame.calls, Calls{u"text sub.c"});
 }
 
@@ -87,13 +87,13 @@ TEST_F(OpenFilesTest, AQuestionMarkInFrontOfTheNameIsNoWildcard) {
     std::filesystem::create_directories(folder.File("q?/sub.c"), refused);
     if (refused) GTEST_SKIP() << "the system has no such names";
     frame.failingName = u"q?\\sub.c";
-    EXPECT_FALSE(OpenFileArgument(frame, u"q?\\sub.c", -1, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, u"q?\\sub.c", NoLine, true, false));
     EXPECT_EQ(frame.calls, Calls{u"text q?\\sub.c"});
 }
 
 TEST_F(OpenFilesTest, AWildcardOfAThousandFilesIsOneBatch) {
     for (int i = 0; i < 1000; ++i) folder.Write(std::to_string(i) + ".txt", "");
-    EXPECT_TRUE(OpenFileArgument(frame, u"*.txt", -1, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"*.txt", NoLine, true, false));
     EXPECT_EQ(frame.calls.size(), 1000u);
     EXPECT_EQ(frame.opensOutsideBatch, 0);
     EXPECT_EQ(frame.layouts, 0);
@@ -111,7 +111,7 @@ TEST_F(OpenFilesTest, AsksToCreateWhatIsMissing) {
 TEST_F(OpenFilesTest, AnythingButYesCreatesNothing) {
     for (const Answer answer : {Answer::No, Answer::Cancel, Answer::Ok}) {
         frame.answers = {answer};
-        EXPECT_FALSE(OpenFileArgument(frame, u"new.c", -1, true, false));
+        EXPECT_FALSE(OpenFileArgument(frame, u"new.c", NoLine, true, false));
     }
     EXPECT_TRUE(frame.calls.empty());
 }
@@ -119,22 +119,22 @@ TEST_F(OpenFilesTest, AnythingButYesCreatesNothing) {
 TEST_F(OpenFilesTest, AFileMadeDuringTheQuestionIsOpenedAsItIs) {
     frame.answers = {Answer::Yes};
     frame.whileAsking = [&] { folder.Write("a.c", "text"); };
-    EXPECT_TRUE(OpenFileArgument(frame, u"a.c", -1, true, false));
+    EXPECT_TRUE(OpenFileArgument(frame, u"a.c", NoLine, true, false));
     EXPECT_EQ(frame.calls, Calls{u"text a.c"});
 }
 
 TEST_F(OpenFilesTest, ADirectoryWithABackslashIsNotCreatedAsAFile) {
     std::filesystem::create_directory(folder.File("d"));
     frame.answers = {Answer::Yes};
-    OpenFileArgument(frame, u"d\\", -1, true, false);
+    OpenFileArgument(frame, u"d\\", NoLine, true, false);
     EXPECT_EQ(frame.calls, Calls{u"text d\\"});
 }
 
 TEST_F(OpenFilesTest, OddNamesReachTheQuestionWhole) {
     const std::u16string name = u"100% & %s %ls #.c";
-    EXPECT_FALSE(OpenFileArgument(frame, name.c_str(), -1, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, name.c_str(), NoLine, true, false));
     const std::u16string longName(32000, u'x');
-    EXPECT_FALSE(OpenFileArgument(frame, longName.c_str(), -1, true, false));
+    EXPECT_FALSE(OpenFileArgument(frame, longName.c_str(), NoLine, true, false));
     ASSERT_EQ(frame.questions.size(), 2u);
     EXPECT_EQ(frame.questions[0].text, u"Create file " + name + u"?");
     EXPECT_EQ(frame.questions[1].text, u"Create file " + longName + u"?");
@@ -171,8 +171,8 @@ TEST_F(OpenFilesTest, SurvivesEveryAllocationFailure) {
     const uint64_t failures = FailEachAllocation([&] {
         FakeFrame fresh;
         fresh.defaultAnswer = Answer::Yes;
-        const bool found = OpenFileArgument(fresh, u"a.c", -1, true, false);
-        const bool made = OpenFileArgument(fresh, u".\\b.c", -1, true, false);
+        const bool found = OpenFileArgument(fresh, u"a.c", NoLine, true, false);
+        const bool made = OpenFileArgument(fresh, u".\\b.c", NoLine, true, false);
         const FailurePause pause;
         EXPECT_EQ(fresh.batchDepth, 0);
         // A search that fails may look like a missing file, so a question for a.c is right.
