@@ -4,6 +4,11 @@
 
 // Where the caret may stop in a line. By default that is everywhere; with the additional setting WholeCharacters it is
 // not inside of a pair of surrogates, and a user who moves it does not stop between a letter and its combining marks.
+enum class CaretStop {
+    OutsidePairs,    // where the program puts it
+    WholeCharacters, // where the user moves it
+};
+
 namespace CaretStops {
 
 // Whether a place in a line is inside of a pair, or before a combining mark of the character before it. `second` is

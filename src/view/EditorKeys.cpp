@@ -24,7 +24,7 @@ struct KeyPress {
 
     void Move(uint32_t toLine, uint32_t toColumn) const {
         if (!shift) editor.CollapseSelection();
-        editor.MoveCaret({toLine, toColumn}, shift, true);
+        editor.MoveCaret({toLine, toColumn}, shift, CaretStop::WholeCharacters);
         editor.GetTextSurface().UpdateNow();
     }
     uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
@@ -67,7 +67,7 @@ void ScrollUp(const KeyPress& press) {
     if (top == 0) return;
     editor.SetTopLine(top - 1);
     if (press.line > 0 && press.line + 1 == uint64_t(top) + press.Rows()) {
-        editor.MoveCaret({press.line - 1, editor.Caret().PreferredColumn()}, false, true);
+        editor.MoveCaret({press.line - 1, editor.Caret().PreferredColumn()}, false, CaretStop::WholeCharacters);
     } else {
         editor.UpdateCaret(false);
     }
@@ -79,7 +79,7 @@ void ScrollDown(const KeyPress& press) {
     if (uint64_t(top) + press.Rows() >= editor.Text().LineCount()) return;
     editor.SetTopLine(top + 1);
     if (press.line == top) {
-        editor.MoveCaret({press.line + 1, editor.Caret().PreferredColumn()}, false, true);
+        editor.MoveCaret({press.line + 1, editor.Caret().PreferredColumn()}, false, CaretStop::WholeCharacters);
     } else {
         editor.UpdateCaret(false);
     }

@@ -3,7 +3,6 @@
 #include "base/Surrogates.h"
 #include "document/TextChange.h"
 #include "settings/AdditionalSettings.h"
-#include "view/CaretStops.h"
 #include "view/ShownText.h"
 
 #include <algorithm>
@@ -13,13 +12,14 @@ bool TextCaret::IsIn(const ShownText& text) const {
            offset == text.LineStart(position.line) + position.column && anchor <= text.Length();
 }
 
-void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove) {
+void TextCaret::MoveTo(const ShownText& text, TextPosition place, bool extend, CaretStop stop) {
     preferredColumn = place.column; // not as it is clamped: beyond a short line the caret goes back there
     const uint32_t last = text.LineCount() ? text.LineCount() - 1 : 0;
     position.line = std::min(place.line, last);
     const TextSpan line = text.Line(position.line);
     const uint32_t column = std::min(place.column, line.length);
-    position.column = isUsersMove ? CaretStops::AtOrBefore(line, column) : CaretStops::OutsidePair(line, column);
+    const bool isWhole = stop == CaretStop::WholeCharacters;
+    position.column = isWhole ? CaretStops::AtOrBefore(line, column) : CaretStops::OutsidePair(line, column);
     offset = text.LineStart(position.line) + position.column;
     if (!extend) anchor = offset;
 }

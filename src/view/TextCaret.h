@@ -2,6 +2,7 @@
 
 #include "document/TextPosition.h"
 #include "document/TextRange.h"
+#include "view/CaretStops.h"
 
 class ShownText;
 struct TextChange;
@@ -24,9 +25,8 @@ public:
 
     // Whether line, column and offset are one place of the text, and the anchor is in it.
     bool IsIn(const ShownText& text) const;
-    // Clamps the place to the text, and to where the caret may stop (CaretStops.h): for a user's move, outside of whole
-    // characters, else outside of pairs. Extending leaves the anchor where it is.
-    void MoveTo(const ShownText& text, TextPosition place, bool extend, bool isUsersMove = false);
+    // Clamps the place to the text, and to where the caret may stop. Extending leaves the anchor where it is.
+    void MoveTo(const ShownText& text, TextPosition place, bool extend, CaretStop stop = CaretStop::OutsidePairs);
     // Moves the other end of the selection, clamped to the text and to the outside of pairs.
     void SetAnchor(const ShownText& text, uint32_t newAnchor);
     // Empties the selection at the caret.

@@ -50,7 +50,7 @@ void TextEditor::FollowChange(const TextChange& change) {
 }
 
 void TextEditor::FollowEnd(TextPosition end) {
-    caret.MoveTo(text, end, false, false);
+    caret.MoveTo(text, end, false);
     UpdateCaret(true);
     matchDue = true;
 }
@@ -115,17 +115,17 @@ void TextEditor::OpenCaretLine() {
     if (TextBuffer* document = GetTextBuffer()) document->LoadEditLine(caret.Line());
 }
 
-void TextEditor::MoveCaret(TextPosition place, bool extend, bool isUsersMove) {
+void TextEditor::MoveCaret(TextPosition place, bool extend, CaretStop stop) {
     TextBuffer* document = GetTextBuffer();
     if (!document) return;
     if (document->ActiveView() == this) document->LoadEditLine(place.line);
-    SetCaret(place, extend, isUsersMove);
+    SetCaret(place, extend, stop);
     MatchBrackets();
 }
 
-void TextEditor::SetCaret(TextPosition place, bool extend, bool isUsersMove) {
+void TextEditor::SetCaret(TextPosition place, bool extend, CaretStop stop) {
     const TextCaret old = caret;
-    caret.MoveTo(text, place, extend, isUsersMove);
+    caret.MoveTo(text, place, extend, stop);
     if (extend) {
         // Only what lies between the old and the new caret becomes selected or ceases to be.
         if (caret.Offset() != old.Offset()) InvalidateLines({old.Line(), caret.Line()});

@@ -77,9 +77,9 @@ public:
     void SuspendRedraw() { redraw.Suspend(); }
     void ResumeRedraw();
 
-    // Caret and selection. They clamp to the text and to where the caret may stop, which depends on whether it is the
-    // user who moves it there. Extending leaves the anchor where it is.
-    void MoveCaret(TextPosition place, bool extend = false, bool isUsersMove = false);
+    // Caret and selection. They clamp to the text and to where the caret may stop. Extending leaves the anchor where it
+    // is.
+    void MoveCaret(TextPosition place, bool extend = false, CaretStop stop = CaretStop::OutsidePairs);
     void MoveCaretToOffset(uint32_t offset, bool extend);
     void SelectRange(TextSelection selection);
     // Empties the selection at the caret.
@@ -104,7 +104,7 @@ public:
 private:
     // As MoveCaret, but neither opens the line nor matches brackets: for what the document tells, and has the view do
     // only looking.
-    void SetCaret(TextPosition place, bool extend, bool isUsersMove = false);
+    void SetCaret(TextPosition place, bool extend, CaretStop stop = CaretStop::OutsidePairs);
     void SetSelection(uint32_t anchor);
     // With the focus: highlights the pair at the caret, committing a pending edit if there may be one.
     void MatchBrackets();
