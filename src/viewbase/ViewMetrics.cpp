@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr int64_t UnscaledDpi = 96;
-
 // Rounded to the nearest pixel, halves up.
 int32_t Scaled(uint32_t width, uint32_t most, const ViewMetrics& metrics) {
     const int64_t unscaled = width < most ? width : most;

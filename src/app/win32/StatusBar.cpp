@@ -9,6 +9,7 @@ constexpr int PartCount = 5;
 // Which part shows each field: the line, column, mode and line-ending fields are in another order
 // than their numbers.
 constexpr WPARAM PartOfField[PartCount] = {0, 2, 3, 4, 1};
+// In pixels at USER_DEFAULT_SCREEN_DPI.
 constexpr int GripWidth = 20;
 constexpr int PartWidths[PartCount] = {0, 50, 80, 80, 30}; // part 0 takes the rest
 
@@ -50,10 +51,10 @@ void StatusBar::ApplyFont() { font.Apply(window, &NONCLIENTMETRICSW::lfStatusFon
 void StatusBar::Layout(int clientWidth) {
     const int dpi = static_cast<int>(GetDpiForWindow(window));
     int edges[PartCount];
-    int edge = clientWidth - MulDiv(GripWidth, dpi, 96);
+    int edge = clientWidth - MulDiv(GripWidth, dpi, USER_DEFAULT_SCREEN_DPI);
     for (int part = PartCount - 1; part >= 0; --part) {
         edges[part] = edge > 0 ? edge : 0;
-        edge -= MulDiv(PartWidths[part], dpi, 96);
+        edge -= MulDiv(PartWidths[part], dpi, USER_DEFAULT_SCREEN_DPI);
     }
     SendMessageW(window, WM_SIZE, 0, 0);
     SendMessageW(window, SB_SETPARTS, PartCount, reinterpret_cast<LPARAM>(edges));

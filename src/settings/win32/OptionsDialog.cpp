@@ -8,7 +8,7 @@
 namespace {
 
 constexpr int PageCount = 3;
-constexpr int PageLeft = 170; // pixels at 96 DPI
+constexpr int PageLeft = 170; // pixels at USER_DEFAULT_SCREEN_DPI
 
 class OptionsDialog final : public DialogBase {
 public:
@@ -50,7 +50,8 @@ public:
 private:
     void MakePages() {
         static constexpr uint16_t Resources[PageCount] = {IDD_OPTIONS_GENERAL, IDD_OPTIONS_FONTS, IDD_OPTIONS_COLORS};
-        RECT area = {MulDiv(PageLeft, static_cast<int>(GetDpiForWindow(window)), 96), 0, 0, 0};
+        const int dpi = static_cast<int>(GetDpiForWindow(window));
+        RECT area = {MulDiv(PageLeft, dpi, USER_DEFAULT_SCREEN_DPI), 0, 0, 0};
         for (int i = 0; i < PageCount; ++i) {
             const HWND made = pages[i]->CreatePage(Resources[i], window);
             if (!made) continue;
