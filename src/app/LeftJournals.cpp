@@ -26,7 +26,7 @@ LeftJournals::~LeftJournals() {
 
 void LeftJournals::Look() {
     List<RecoveryFileName> names;
-    ListRecoveryFiles(JournalFolder, JournalPattern, names);
+    ListRecoveryFiles(JournalFolder, JournalExtension, names);
     while (RecoveryFileName* const name = names.TakeHead()) {
         LookAt(name->path.Text());
         delete name;

@@ -9,7 +9,6 @@ namespace {
 
 constexpr uint8_t Magic[8] = {'O', 'r', 'v', 'J', 'o', 'u', 'r', 0x1A};
 constexpr uint32_t Version = 1;
-constexpr uint32_t LongestName = 0x7FFF;
 
 // What a journal begins with. The name follows, in units of UTF-16.
 struct Header {
@@ -35,9 +34,9 @@ bool JournalFile::Make(const JournalSubject& subject, const WString& name) {
     header.version = Version;
     header.nameLength = name.Length();
     header.subject = subject;
-    if (name.Length() > LongestName) return false;
+    if (name.Length() > Platform::LongestPath) return false;
     chain = header.check = CheckOf(header, name.Text());
-    if (!MakeRecoveryFile(JournalFolder, u".journal", file, path)) return false;
+    if (!MakeRecoveryFile(JournalFolder, JournalExtension, file, path)) return false;
     Gather(&header, sizeof(header));
     return Write(name.Text(), name.Length() * sizeof(Char)) && WriteGathered();
 }
@@ -102,7 +101,7 @@ JournalReader::State JournalReader::ReadHeader() {
     if (header.version > Version) return State::Unknown; // a newer editor knows what it says
     // No checksum speaks for the lengths before what they measure was read; the file's size bounds them.
     const uint64_t nameBytes = header.nameLength * sizeof(Char);
-    if (header.nameLength > LongestName || nameBytes > size - sizeof(header)) return State::Damaged;
+    if (header.nameLength > Platform::LongestPath || nameBytes > size - sizeof(header)) return State::Damaged;
     WString read;
     if (!read.Reserve(header.nameLength) || !ReadAll(read.Data(), static_cast<size_t>(nameBytes)))
         return State::Unknown;

@@ -7,7 +7,7 @@
 
 // Where journals are inside the recovery folder, and how their names end.
 constexpr const Char* JournalFolder = u"Journals";
-constexpr const Char* JournalPattern = u"*.journal";
+constexpr const Char* JournalExtension = u".journal";
 
 // What a journal says about its document. Both this and JournalChange are written as they are.
 struct JournalSubject {

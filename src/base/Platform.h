@@ -11,6 +11,9 @@ namespace Platform {
 // A Windows FILETIME: 100 ns units since 1601.
 using FileTime = uint64_t;
 
+// The most characters that a path of the system has, without its terminator.
+constexpr uint32_t LongestPath = 0x7FFF;
+
 // A block of bytes read from a file; owns its memory.
 struct ByteBlock {
     uint8_t* bytes = nullptr;

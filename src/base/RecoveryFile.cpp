@@ -20,10 +20,12 @@ bool MakeRecoveryFile(const Char* folder, const Char* extension, Platform::File&
     return file.IsOpen();
 }
 
-void ListRecoveryFiles(const Char* folder, const Char* pattern, List<RecoveryFileName>& names) {
+void ListRecoveryFiles(const Char* folder, const Char* extension, List<RecoveryFileName>& names) {
     WString inside;
     WString wanted;
-    if (!Platform::RecoveryPath(folder, inside) || !wanted.Assign(inside) || !Path::Join(wanted, pattern)) return;
+    if (!Platform::RecoveryPath(folder, inside) || !wanted.Assign(inside) || !Path::Join(wanted, u"*") ||
+        !wanted.Append(extension))
+        return;
     Platform::FileSearch search;
     for (bool more = search.First(wanted.Text()); more; more = search.Next()) {
         auto* const name = new RecoveryFileName;

@@ -19,6 +19,6 @@ struct RecoveryFileName : HeapObject {
     RecoveryFileName* previous = nullptr;
 };
 
-// Appends the paths of all files of that pattern: all at once, since a search need not survive that some are removed.
-// Without memory the rest is left for the next start. The caller frees them.
-void ListRecoveryFiles(const Char* folder, const Char* pattern, List<RecoveryFileName>& names);
+// Appends the paths of all files that end with `extension`: all at once, since a search need not survive that some are
+// removed. Without memory the rest is left for the next start. The caller frees them.
+void ListRecoveryFiles(const Char* folder, const Char* extension, List<RecoveryFileName>& names);

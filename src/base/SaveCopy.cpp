@@ -9,7 +9,6 @@ namespace {
 
 constexpr uint8_t Magic[8] = {'O', 'r', 'v', 'S', 'a', 'v', 'e', 0x1A};
 constexpr uint32_t Version = 1;
-constexpr uint32_t LongestPath = 0x7FFF;
 
 // What a copy begins with. The path follows, in units of UTF-16, then the bytes.
 struct Header {
@@ -34,7 +33,7 @@ bool ReadAll(Platform::File& file, void* out, size_t count) {
 }
 
 bool IsSane(const Header& header, uint64_t size) {
-    if (header.pathLength == 0 || header.pathLength > LongestPath) return false;
+    if (header.pathLength == 0 || header.pathLength > Platform::LongestPath) return false;
     const uint64_t start = sizeof(Header) + header.pathLength * sizeof(Char);
     return start <= size && header.length == size - start;
 }
@@ -74,9 +73,9 @@ SaveCopy::Outcome SaveCopy::Make(const Char* targetPath, ByteSource& source) {
     if (!target.Assign(targetPath)) return Outcome::NoBytes; // nothing at all can be done without memory
     // The header is written last: until then nobody takes the file for a copy.
     const Header nothing = {};
-    const bool isBegun = target.Length() <= LongestPath && MakeRecoveryFile(SaveCopyFolder, u".save", file, path) &&
-                         file.Write(&nothing, sizeof(nothing)) &&
-                         file.Write(target.Text(), target.Length() * sizeof(Char));
+    const bool isBegun =
+        target.Length() <= Platform::LongestPath && MakeRecoveryFile(SaveCopyFolder, SaveCopyExtension, file, path) &&
+        file.Write(&nothing, sizeof(nothing)) && file.Write(target.Text(), target.Length() * sizeof(Char));
     if (!isBegun) Discard();
     ContentSink sink(file, content);
     const bool isGiven = source.GiveTo(sink);

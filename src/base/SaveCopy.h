@@ -8,7 +8,7 @@
 
 // Where copies are inside the recovery folder, and how their names end.
 constexpr const Char* SaveCopyFolder = u"Copies";
-constexpr const Char* SaveCopyPattern = u"*.save";
+constexpr const Char* SaveCopyExtension = u".save";
 
 // The bytes that are about to be written over a file, written and flushed beside it first, in the recovery folder. The
 // copy begins with a header that names the file; it is written last, so that a copy with a header is complete. While

@@ -54,7 +54,7 @@ SaveRecovery::~SaveRecovery() {
 
 void SaveRecovery::Look() {
     List<RecoveryFileName> names;
-    ListRecoveryFiles(SaveCopyFolder, SaveCopyPattern, names);
+    ListRecoveryFiles(SaveCopyFolder, SaveCopyExtension, names);
     while (RecoveryFileName* const name = names.TakeHead()) {
         if (foundCount < MaxFound) LookAt(name->path.Text());
         delete name;

@@ -11,14 +11,13 @@
 namespace {
 
 constexpr Char PageName[] = u"orvane.html";
-// No name of a file is longer.
-constexpr uint32_t LongestPath = 32768;
 
 bool FindPage(WString& path) {
-    if (!path.Reserve(LongestPath)) return false;
-    const DWORD length = GetModuleFileNameW(nullptr, Wide(path.Data()), LongestPath);
+    if (!path.Reserve(Platform::LongestPath)) return false;
+    constexpr uint32_t Room = Platform::LongestPath + 1; // with the terminator, for which Reserve has some as well
+    const DWORD length = GetModuleFileNameW(nullptr, Wide(path.Data()), Room);
     WString program;
-    if (length == 0 || length >= LongestPath || !program.Assign(path.Data(), length)) return false;
+    if (length == 0 || length >= Room || !program.Assign(path.Data(), length)) return false;
     Path::RemoveLastComponent(program);
     return path.Assign(program) && Path::Join(path, PageName);
 }
