@@ -9,12 +9,12 @@ namespace {
 // open.
 JournalReader::State StateOf(JournalReader& journal) {
     const JournalReader::State state = journal.ReadHeader();
-    const uint32_t kind = journal.Subject().kind;
+    const JournalSubject::Kind kind = journal.Subject().kind;
     if (state != JournalReader::State::Readable) return state;
-    if (kind != JournalSubject::Text && kind != JournalSubject::Bytes) return JournalReader::State::Damaged;
+    if (kind != JournalSubject::Kind::Text && kind != JournalSubject::Kind::Bytes) return JournalReader::State::Damaged;
     JournalChange change;
     while (journal.Next(change) && journal.Pass())
-        if (kind != JournalSubject::Bytes || !ByteJournal::HasMore(change)) return JournalReader::State::Readable;
+        if (kind != JournalSubject::Kind::Bytes || !ByteJournal::HasMore(change)) return JournalReader::State::Readable;
     return journal.HasFailed() ? JournalReader::State::Unknown : JournalReader::State::Damaged;
 }
 
@@ -41,7 +41,7 @@ void LeftJournals::LookAt(const Char* path) {
     }
     JournalReader journal(entry->file);
     const JournalReader::State state = StateOf(journal);
-    entry->isOfBytes = journal.Subject().kind == JournalSubject::Bytes;
+    entry->isOfBytes = journal.Subject().kind == JournalSubject::Kind::Bytes;
     entry->hasFile = journal.Subject().hasFile != 0;
     if (state == JournalReader::State::Readable && entry->name.Assign(journal.Name())) {
         found.Append(entry);

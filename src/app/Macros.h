@@ -21,9 +21,12 @@ constexpr uint32_t FirstMouse = 512;
 constexpr uint32_t LastMouse = 525;
 } // namespace MacroMessage
 
+// Whose window a message is addressed to.
+enum class MacroTarget : uint32_t { ActiveView = 0, Frame = 1 };
+
 // A message as it is recorded and played.
 struct MacroInput {
-    uint32_t toFrame = 0; // 1: addressed to the frame's window, 0: to the active view's
+    MacroTarget target = MacroTarget::ActiveView;
     uint32_t message = 0;
     uint32_t firstParameter = 0;
     uint32_t secondParameter = 0;

@@ -9,20 +9,27 @@
 constexpr const Char* JournalFolder = u"Journals";
 constexpr const Char* JournalExtension = u".journal";
 
-// What a journal says about its document. Both this and JournalChange are written as they are.
+// What a journal says about its document. Both this and JournalChange are written as they are, so that what was read
+// may have any value.
 struct JournalSubject {
-    static constexpr uint32_t Text = 1;        // the changes are of characters
-    static constexpr uint32_t Bytes = 2;       // the changes are pages of a file
-    static constexpr uint32_t WithoutUtf8 = 1; // UTF-8 was not recognised
-    static constexpr uint32_t WithUtf8 = 2;
+    enum class Kind : uint32_t {
+        Text = 1,  // the changes are of characters
+        Bytes = 2, // the changes are pages of a file
+    };
+    // Whether UTF-8 was recognised.
+    enum class Reading : uint32_t {
+        NotSaid = 0, // in older journals
+        WithoutUtf8 = 1,
+        WithUtf8 = 2,
+    };
 
-    uint32_t kind = Text;
+    Kind kind = Kind::Text;
     uint32_t hasFile = 0;    // 1: the name is a full path; 0: a title
     uint32_t isOverFile = 0; // 1: the first change is one of what the file holds; 0: of nothing
     uint32_t encoding = 0;   // of a text, as below
     uint32_t lineEnding = 0;
-    uint32_t reading = 0;  // of a text over a file: how that was read, as below; 0: not said, in older journals
-    uint64_t fileSize = 0; // of the file that the changes are over, as below
+    Reading reading = Reading::NotSaid; // of a text over a file: how that was read
+    uint64_t fileSize = 0;              // of the file that the changes are over, as below
     uint64_t fileTime = 0;
     uint64_t value = 0; // of a text over a file: its checksum after the first change
 };

@@ -31,7 +31,7 @@ struct ByteEdit : HeapObject {
     [[nodiscard]] bool Prepare(size_t size) {
         count = size;
         if (size == 1) return true;
-        multi = 1;
+        multi = true;
         oldBytes.several = Heap::AllocateArray<uint8_t>(size);
         newBytes.several = Heap::AllocateArray<uint8_t>(size);
         return oldBytes.several && newBytes.several;
@@ -39,7 +39,7 @@ struct ByteEdit : HeapObject {
     uint8_t* Old() { return multi ? oldBytes.several : &oldBytes.one; }
     uint8_t* New() { return multi ? newBytes.several : &newBytes.one; }
 
-    uint32_t multi = 0;
+    bool multi = false; // more than one byte
     uint64_t offset = 0;
     Bytes oldBytes = {.several = nullptr};
     Bytes newBytes = {.several = nullptr};

@@ -24,7 +24,7 @@ void ByteJournal::SaveBegins() {
 bool ByteJournal::WriteAll(JournalFile& made) {
     WString name;
     JournalSubject subject;
-    subject.kind = JournalSubject::Bytes;
+    subject.kind = JournalSubject::Kind::Bytes;
     subject.hasFile = 1;
     subject.isOverFile = 1;
     subject.fileSize = content.FileSize();

@@ -80,7 +80,7 @@ bool TextJournal::IsOverFile(JournalSubject& subject) const {
         return false;
     subject.fileTime = fileStamp.time;
     subject.fileSize = fileStamp.size;
-    subject.reading = recognisesUtf8 ? JournalSubject::WithUtf8 : JournalSubject::WithoutUtf8;
+    subject.reading = recognisesUtf8 ? JournalSubject::Reading::WithUtf8 : JournalSubject::Reading::WithoutUtf8;
     Checksum sum;
     content.ForEachPiece(0, TextLength(), [&](const Char* piece, size_t count) {
         sum.Add(piece, count * sizeof(Char));

@@ -78,8 +78,9 @@ private:
 
 bool ReadFile(const JournalReader& journal, DecodedText& out) {
     const JournalSubject& subject = journal.Subject();
+    using Reading = JournalSubject::Reading;
     const bool recognisesUtf8 =
-        subject.reading ? subject.reading == JournalSubject::WithUtf8 : additionalSettings.Utf8 != 0;
+        subject.reading == Reading::NotSaid ? additionalSettings.Utf8 != 0 : subject.reading == Reading::WithUtf8;
     return ReadTextFile(journal.Name().Text(), recognisesUtf8, out) && out.file.size == subject.fileSize && out.text;
 }
 
@@ -96,7 +97,7 @@ bool Apply(JournalReader& journal, GapText& text) {
 }
 
 bool IsKnown(const JournalSubject& subject) {
-    return subject.reading <= JournalSubject::WithUtf8 && subject.encoding < EncodingCount &&
+    return subject.reading <= JournalSubject::Reading::WithUtf8 && subject.encoding < EncodingCount &&
            subject.lineEnding <= static_cast<uint32_t>(LineEnding::Mixed);
 }
 

@@ -100,7 +100,7 @@ void TryPages(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
     auto* const journal = new JournalFile;
     WString name;
     JournalSubject subject;
-    subject.kind = JournalSubject::Bytes;
+    subject.kind = JournalSubject::Kind::Bytes;
     subject.fileSize = size && data[0] == 255 ? FileBytes + 1 : FileBytes;
     Require(name.Assign(target.c_str()) && journal->Make(subject, name));
     for (size_t at = 0; at + 2 <= size; at += 2) {

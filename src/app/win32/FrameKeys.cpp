@@ -46,8 +46,10 @@ MacroInput FrameKeys::InputOf(const MSG& message) const {
     const auto first = static_cast<uint32_t>(message.wParam);
     const auto second = static_cast<uint32_t>(message.lParam);
     // Played as typed text, without the keys that had it committed.
-    if (message.message == InputMethod::ComposedCharacter) return {0, MacroMessage::Character, first, second, 0};
-    return {message.hwnd == frame, message.message, first, second, HeldModifiers()};
+    if (message.message == InputMethod::ComposedCharacter)
+        return {MacroTarget::ActiveView, MacroMessage::Character, first, second, 0};
+    const MacroTarget target = message.hwnd == frame ? MacroTarget::Frame : MacroTarget::ActiveView;
+    return {target, message.message, first, second, HeldModifiers()};
 }
 
 bool FrameKeys::CarryOut(const KeyDecision& decision) {

@@ -44,7 +44,7 @@ bool MacroWindows::TakeEscape() { return TakeQueuedEscape(); }
 
 void MacroWindows::Send(const MacroEvent& event) {
     const View* const view = panes.AttachedView();
-    const HWND target = event.toFrame ? frame : view ? view->GetWindow() : nullptr;
+    const HWND target = event.target == MacroTarget::Frame ? frame : view ? view->GetWindow() : nullptr;
     if (!target) return;
     SetModifiers(event.modifiers);
     MSG message = {};

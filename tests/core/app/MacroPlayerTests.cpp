@@ -33,7 +33,8 @@ class MacroPlayerTest : public ::testing::Test {
 protected:
     void Record(std::initializer_list<uint32_t> keys) {
         EXPECT_TRUE(macros.ToggleRecording());
-        for (const uint32_t key : keys) macros.RecordMessage({0, MacroMessage::KeyDown, key, 0, 0});
+        for (const uint32_t key : keys)
+            macros.RecordMessage({MacroTarget::ActiveView, MacroMessage::KeyDown, key, 0, 0});
         EXPECT_TRUE(macros.ToggleRecording());
     }
     using Calls = std::vector<std::string>;
@@ -141,7 +142,7 @@ TEST_F(MacroPlayerTest, WithoutAMacroNothingIsRepeated) {
 
 TEST_F(MacroPlayerTest, ARecordingGoesOnWhenAMacroIsToBeRepeated) {
     EXPECT_TRUE(macros.ToggleRecording());
-    macros.RecordMessage({0, MacroMessage::KeyDown, 10, 0, 0});
+    macros.RecordMessage({MacroTarget::ActiveView, MacroMessage::KeyDown, 10, 0, 0});
     EXPECT_EQ(player.Repeat(2), RepeatResult::IsRecording);
     EXPECT_TRUE(macros.IsRecording());
     EXPECT_TRUE(stage.calls.empty());

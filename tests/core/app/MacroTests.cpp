@@ -27,7 +27,9 @@ std::u16string SlotText(const Macros& macros) {
     return text.Text();
 }
 
-void RecordKey(Macros& macros, uint32_t key) { EXPECT_FALSE(macros.RecordMessage({0, KeyDown, key, 0, 0})); }
+void RecordKey(Macros& macros, uint32_t key) {
+    EXPECT_FALSE(macros.RecordMessage({MacroTarget::ActiveView, KeyDown, key, 0, 0}));
+}
 
 TEST(Macros, StartIdleInSlotZero) {
     const Macros macros;
@@ -40,20 +42,21 @@ TEST(Macros, RecordEventsInOrderWithAllTheirFields) {
     Macros macros;
     EXPECT_TRUE(macros.ToggleRecording());
     EXPECT_EQ(macros.State(), MacroState::Recording);
-    EXPECT_FALSE(macros.RecordMessage({1, Command, 40012, 1, MacroModifier::Ctrl}));
-    EXPECT_FALSE(macros.RecordMessage({0, Character, u'x', 7, MacroModifier::Shift | MacroModifier::Alt}));
+    EXPECT_FALSE(macros.RecordMessage({MacroTarget::Frame, Command, 40012, 1, MacroModifier::Ctrl}));
+    EXPECT_FALSE(
+        macros.RecordMessage({MacroTarget::ActiveView, Character, u'x', 7, MacroModifier::Shift | MacroModifier::Alt}));
     EXPECT_TRUE(macros.ToggleRecording());
     EXPECT_EQ(macros.State(), MacroState::Idle);
     const MacroEvent* event = macros.FirstEvent();
     ASSERT_NE(event, nullptr);
-    EXPECT_EQ(event->toFrame, 1u);
+    EXPECT_EQ(event->target, MacroTarget::Frame);
     EXPECT_EQ(event->message, Command);
     EXPECT_EQ(event->firstParameter, 40012u);
     EXPECT_EQ(event->secondParameter, 1u);
     EXPECT_EQ(event->modifiers, 2u);
     event = event->next;
     ASSERT_NE(event, nullptr);
-    EXPECT_EQ(event->toFrame, 0u);
+    EXPECT_EQ(event->target, MacroTarget::ActiveView);
     EXPECT_EQ(event->message, Character);
     EXPECT_EQ(event->firstParameter, uint32_t{u'x'});
     EXPECT_EQ(event->secondParameter, 7u);
@@ -65,19 +68,19 @@ TEST(Macros, RecordKeysCharactersAndCommandsOnly) {
     Macros macros;
     macros.ToggleRecording();
     for (const uint32_t message : {KeyDown, KeyUp, Character, Command})
-        EXPECT_FALSE(macros.RecordMessage({0, message, message, 0, 0}));
+        EXPECT_FALSE(macros.RecordMessage({MacroTarget::ActiveView, message, message, 0, 0}));
     // Dead keys, system keys, timers and what lies around the mouse messages pass unrecorded.
     for (const uint32_t message : {0u, 15u, 255u, 259u, 260u, 272u, 274u, 275u, 511u, 526u, 1024u})
-        EXPECT_FALSE(macros.RecordMessage({0, message, message, 0, 0})) << message;
+        EXPECT_FALSE(macros.RecordMessage({MacroTarget::ActiveView, message, message, 0, 0})) << message;
     EXPECT_EQ(Recorded(macros), (std::vector<uint32_t>{KeyDown, KeyUp, Character, Command}));
 }
 
 TEST(Macros, MouseClicksDoNothingWhileRecording) {
     Macros macros;
-    EXPECT_FALSE(macros.RecordMessage({0, 513, 0, 0, 0})); // not recording yet
+    EXPECT_FALSE(macros.RecordMessage({MacroTarget::ActiveView, 513, 0, 0, 0})); // not recording yet
     macros.ToggleRecording();
     for (uint32_t message = 512; message <= 525; ++message)
-        EXPECT_TRUE(macros.RecordMessage({0, message, 0, 0, 0})) << message;
+        EXPECT_TRUE(macros.RecordMessage({MacroTarget::ActiveView, message, 0, 0, 0})) << message;
     EXPECT_TRUE(Recorded(macros).empty());
 }
 

@@ -59,7 +59,7 @@ protected:
         JournalReader journal(file);
         EXPECT_TRUE(file.Open(Path, Platform::File::Mode::Alone));
         if (journal.ReadHeader() != JournalReader::State::Readable) return RecoveryResult::Failed;
-        EXPECT_EQ(journal.Subject().kind, JournalSubject::Bytes);
+        EXPECT_EQ(journal.Subject().kind, JournalSubject::Kind::Bytes);
         EXPECT_EQ(Str(journal.Name()), Target);
         return document->Open(Target) ? document->Recover(journal) : RecoveryResult::FileChanged;
     }
@@ -76,7 +76,7 @@ protected:
         WString name;
         JournalFile journal;
         JournalSubject subject;
-        subject.kind = JournalSubject::Bytes;
+        subject.kind = JournalSubject::Kind::Bytes;
         subject.hasFile = subject.isOverFile = 1;
         subject.fileSize = old.size();
         EXPECT_TRUE(name.Assign(Target) && journal.Make(subject, name));

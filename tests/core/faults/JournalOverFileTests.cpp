@@ -31,7 +31,7 @@ protected:
         JournalReader journal(file);
         EXPECT_EQ(journal.ReadHeader(), JournalReader::State::Readable);
         JournalSubject subject = journal.Subject();
-        subject.reading = 0;
+        subject.reading = JournalSubject::Reading::NotSaid;
         JournalFile copy;
         EXPECT_TRUE(copy.Make(subject, journal.Name()));
         JournalChange change;
