@@ -2,6 +2,7 @@
 
 #include "../tests/support/TestServices.h"
 #include "base/WString.h"
+#include "view/RowPlan.h"
 #include "view/TextInput.h"
 #include "viewbase/EditorSurface.h"
 
@@ -93,5 +94,16 @@ public:
     TextEditor editor{surface, surface};
     TextInput input{editor};
 };
+
+// All rows in [top, bottom) of the window, or all; how many characters are drawn.
+inline uint64_t PaintRows(TextEditor& editor, RowPlan& plan, int32_t top = 0, int32_t bottom = 0) {
+    uint64_t drawn = 0;
+    if (!plan.Begin(editor, top, bottom)) return 0;
+    RowPicture row;
+    while (plan.Next(row)) {
+        for (uint32_t i = 0; i < row.runCount; ++i) drawn += row.runs[i].count;
+    }
+    return drawn;
+}
 
 } // namespace Bench

@@ -5,7 +5,6 @@
 #include "syntax/EngineDefinition.h"
 #include "view/BracketMatch.h"
 #include "view/LineLayout.h"
-#include "view/RowPlan.h"
 #include "viewbase/ViewKey.h"
 
 #include <cstring>
@@ -18,17 +17,6 @@
 namespace {
 
 constexpr int Paints = 200; // one is too short to be timed
-
-// All rows in [top, bottom) of the window, or all; how many characters are drawn.
-uint64_t PaintRows(TextEditor& editor, RowPlan& plan, int32_t top = 0, int32_t bottom = 0) {
-    uint64_t drawn = 0;
-    if (!plan.Begin(editor, top, bottom)) return 0;
-    RowPicture row;
-    while (plan.Next(row)) {
-        for (uint32_t i = 0; i < row.runCount; ++i) drawn += row.runs[i].count;
-    }
-    return drawn;
-}
 
 void MeasuringAWidth(const TextBuffer& document, Bench::Surface& surface) {
     const TextSpan text = {document.Content(), document.Length()};
@@ -48,7 +36,7 @@ void MeasuringAWidth(const TextBuffer& document, Bench::Surface& surface) {
 void Painting(Bench::ShownDocument& shown, TextBuffer& document) {
     RowPlan plan;
     shown.editor.SetTopLine(1000);
-    const uint64_t drawn = PaintRows(shown.editor, plan);
+    const uint64_t drawn = Bench::PaintRows(shown.editor, plan);
     Bench::Check(drawn > 500 && drawn < 61 * 121, "the characters of a window");
     const auto colour = [&] {
         for (int paint = 0; paint < Paints; ++paint) {
@@ -62,10 +50,10 @@ void Painting(Bench::ShownDocument& shown, TextBuffer& document) {
         }
     };
     const auto paintAll = [&] {
-        for (int paint = 0; paint < Paints; ++paint) Bench::Keep(PaintRows(shown.editor, plan));
+        for (int paint = 0; paint < Paints; ++paint) Bench::Keep(Bench::PaintRows(shown.editor, plan));
     };
     const auto paintOne = [&] {
-        for (int paint = 0; paint < Paints; ++paint) Bench::Keep(PaintRows(shown.editor, plan, 480, 496));
+        for (int paint = 0; paint < Paints; ++paint) Bench::Keep(Bench::PaintRows(shown.editor, plan, 480, 496));
     };
     Bench::Compare("planning a full paint against colouring its lines", paintAll, colour, 6.0);
     Bench::Compare("planning one row against planning 61", paintOne, paintAll, 1.0 / 20);
@@ -74,13 +62,13 @@ void Painting(Bench::ShownDocument& shown, TextBuffer& document) {
 void TypingAndScrolling(Bench::ShownDocument& shown, TextBuffer& document) {
     RowPlan plan;
     const auto paintAll = [&] {
-        for (int paint = 0; paint < Paints; ++paint) Bench::Keep(PaintRows(shown.editor, plan));
+        for (int paint = 0; paint < Paints; ++paint) Bench::Keep(Bench::PaintRows(shown.editor, plan));
     };
     const auto type = [&] {
         for (int key = 0; key < Paints; ++key) {
             shown.input.OnChar(u'x');
             const auto top = static_cast<int32_t>(shown.editor.CaretLine() - shown.editor.TopLine()) * 16;
-            Bench::Keep(PaintRows(shown.editor, plan, top, top + 16));
+            Bench::Keep(Bench::PaintRows(shown.editor, plan, top, top + 16));
         }
     };
     // Far down: what is above must not be walked.
@@ -95,11 +83,11 @@ void TypingAndScrolling(Bench::ShownDocument& shown, TextBuffer& document) {
     undoTyping();
 
     shown.editor.SetTopLine(document.GetLineCount() - 100);
-    PaintRows(shown.editor, plan);
+    Bench::PaintRows(shown.editor, plan);
     const auto scrollUp = [&] {
         for (int step = 0; step < Paints; ++step) {
             shown.editor.SetTopLine(shown.editor.TopLine() - 1);
-            Bench::Keep(PaintRows(shown.editor, plan, 0, 16));
+            Bench::Keep(Bench::PaintRows(shown.editor, plan, 0, 16));
         }
     };
     Bench::Compare("scrolling up by a line near the end against a full paint", scrollUp, paintAll, 3.0);
@@ -109,7 +97,7 @@ void GoingToTheEnd(Bench::ShownDocument& shown, TextBuffer& document) {
     RowPlan plan;
     const auto goToEnd = [&] {
         shown.Press(ViewKey::End, true);
-        Bench::Keep(PaintRows(shown.editor, plan));
+        Bench::Keep(Bench::PaintRows(shown.editor, plan));
     };
     const auto goHome = [&] {
         shown.Press(ViewKey::Home, true);
@@ -146,7 +134,7 @@ void LongLine(const std::string& sample) {
     Bench::SampleDocument document(line);
     Bench::ShownDocument shown(*document);
     RowPlan plan;
-    const uint64_t drawn = PaintRows(shown.editor, plan);
+    const uint64_t drawn = Bench::PaintRows(shown.editor, plan);
     Bench::Check(drawn > 80 && drawn <= 121, "the characters of one row");
     std::vector<Char> copy(document->Length());
     const auto memcpyText = [&] {
@@ -155,11 +143,12 @@ void LongLine(const std::string& sample) {
     };
     Bench::Compare(
         "painting the start of a line of 100 M characters against memcpy",
-        [&] { Bench::Keep(PaintRows(shown.editor, plan)); }, memcpyText, 1.0);
+        [&] { Bench::Keep(Bench::PaintRows(shown.editor, plan)); }, memcpyText, 1.0);
     shown.Press(ViewKey::End);
-    Bench::Check(PaintRows(shown.editor, plan) > 50, "the characters of its end");
+    Bench::Check(Bench::PaintRows(shown.editor, plan) > 50, "the characters of its end");
     Bench::Compare(
-        "painting its end against memcpy", [&] { Bench::Keep(PaintRows(shown.editor, plan)); }, memcpyText, 40.0, 3);
+        "painting its end against memcpy", [&] { Bench::Keep(Bench::PaintRows(shown.editor, plan)); }, memcpyText, 40.0,
+        3);
 }
 
 } // namespace
