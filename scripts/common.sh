@@ -174,6 +174,14 @@ start_screen() {
     xdotool mousemove 1279 899
 }
 
+# True once two pictures of the screen, taken one after the other, are the same. Keeps them in the folder $work.
+screen_stands_still() {
+    import -window root "$work/new.ppm" || return 1
+    if cmp -s "$work/new.ppm" "$work/old.ppm"; then return 0; fi
+    mv "$work/new.ppm" "$work/old.ppm"
+    return 1
+}
+
 stop_screen() {
     [ -z "${ScreenPids:-}" ] && return
     # What Wine still runs on this screen ends first; the prefix is used for virtual screens only.
