@@ -118,6 +118,9 @@ enum class Entry { Missing, File, Directory, Unknown };
 [[nodiscard]] bool IsSameFile(const Char* left, const Char* right);
 // False when there is no such file, or it cannot be removed.
 bool RemoveFile(const Char* path);
+// Gives a file another name in the same folder, also one that is taken: that file is gone then. The name leads to one
+// of the two at every moment. False, with both as they were, when the system does not do it.
+[[nodiscard]] bool MoveOver(const Char* from, const Char* to);
 // Makes a folder and those it is in; a success also when it is there already.
 [[nodiscard]] bool MakeFolder(const Char* path);
 // Where the program keeps what a failure must not cost the user: a folder of the user's own on this machine, or one
@@ -157,8 +160,8 @@ bool ClipboardHasText();
 void SetTestClock(uint64_t* ticks);
 // For tests: the recovery folder from now on, the system's own with null. Returns the one before.
 const Char* SetRecoveryFolder(const Char* path);
-// For tests: asked before every call that opens, sizes, dates, reads, writes, seeks, flushes, reserves room for, cuts
-// or removes a file; an answer of true makes that call fail.
+// For tests: asked before every call that opens, sizes, dates, reads, writes, seeks, flushes, reserves room for, cuts,
+// moves or removes a file; an answer of true makes that call fail.
 using FailureHook = bool (*)();
 void SetFileFailureHook(FailureHook hook);
 // For the platform halves: the answer of the hook, false without one.

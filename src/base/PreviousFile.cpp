@@ -18,6 +18,14 @@ uint32_t NumberOf(const Char* path) {
     return static_cast<uint32_t>(sum.Value());
 }
 
+// Closed at the end: an open file does not get another name.
+bool WriteWhole(const Char* path, Platform::File& from) {
+    Platform::File file;
+    if (!from.Seek(0) || !file.Open(path, Platform::File::Mode::Create)) return false;
+    FileSink sink(file);
+    return PassOn(from, sink) && file.Flush();
+}
+
 bool HasBytes(Platform::File& file, uint64_t length, uint64_t value) {
     Checksum sum;
     return AddUp(file, sum) && sum.Count() == length && sum.Value() == value;
@@ -38,9 +46,10 @@ bool KeepPreviousFile(const Char* target, uint64_t length, uint64_t value) {
         return Platform::EntryKind(target) == Platform::Entry::Missing;
     if (HasBytes(old, length, value)) return true;
     WString path;
-    Platform::File kept;
-    if (!PreviousFilePath(target, path) || !old.Seek(0) || !kept.Open(path.Text(), Platform::File::Mode::Create))
-        return false;
-    FileSink sink(kept);
-    return PassOn(old, sink) && kept.Flush();
+    WString fresh;
+    if (!PreviousFilePath(target, path) || !fresh.Assign(path) || !fresh.Append(u".new")) return false;
+    // What is kept already goes only once there is something whole in its place.
+    if (WriteWhole(fresh.Text(), old) && Platform::MoveOver(fresh.Text(), path.Text())) return true;
+    Platform::RemoveFile(fresh.Text());
+    return false;
 }

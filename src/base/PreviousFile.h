@@ -2,9 +2,10 @@
 
 #include "base/WString.h"
 
-// Keeps the bytes of a file in the recovery folder, in the place of those that were kept for it before. Nothing
-// happens when the file does not exist or holds `length` bytes with the checksum `value`: they would push out older
-// ones that are worth more. False when it should have been kept and could not be.
+// Keeps the bytes of a file in the recovery folder, in the place of those that were kept for it before: these
+// or those are there whatever fails. Nothing happens when the file does not exist or holds `length` bytes with the
+// checksum `value`: they would push out older ones that are worth more. False when it should have been kept and could
+// not be.
 bool KeepPreviousFile(const Char* target, uint64_t length, uint64_t value);
 
 // Where they are kept; the folder is made when it is missing.

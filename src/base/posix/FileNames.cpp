@@ -2,6 +2,8 @@
 #include "base/SystemFolders.h"
 #include "base/posix/NativeText.h"
 
+#include <cstdio>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,6 +21,12 @@ Platform::Entry Platform::EntryKind(const Char* path) {
 bool Platform::RemoveFile(const Char* path) {
     const NativeText native(path, NativeText::Kind::Path);
     return native.Text() && !FileCallShouldFail() && unlink(native.Text()) == 0;
+}
+
+bool Platform::MoveOver(const Char* from, const Char* to) {
+    const NativeText source(from, NativeText::Kind::Path);
+    const NativeText target(to, NativeText::Kind::Path);
+    return source.Text() && target.Text() && !FileCallShouldFail() && std::rename(source.Text(), target.Text()) == 0;
 }
 
 bool Platform::IsRemote(const Char*) { return false; } // nothing needs it here

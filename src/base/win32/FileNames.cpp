@@ -23,6 +23,14 @@ bool Platform::RemoveFile(const Char* path) {
            CallWhileInUse([&system] { return DeleteFileW(system.Text()) != 0; });
 }
 
+bool Platform::MoveOver(const Char* from, const Char* to) {
+    const SystemPath source(from);
+    const SystemPath target(to);
+    constexpr DWORD How = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    return source.Text() && target.Text() && !FileCallShouldFail() &&
+           CallWhileInUse([&] { return MoveFileExW(source.Text(), target.Text(), How) != 0; });
+}
+
 bool Platform::IsRemote(const Char* path) {
     const Path::Volume volume = Path::VolumeOf(path);
     const bool isDrive = volume.length == 2 && volume.name[1] == u':';

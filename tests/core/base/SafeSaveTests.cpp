@@ -201,6 +201,21 @@ TEST(RecoveryFolder, TheSystemsOwnIsTheUsersAndThePrograms) {
     EXPECT_TRUE(std::u16string(folder.Text()).ends_with(u"\\Orvane\\Recovery"));
 }
 
+TEST(MoveOver, TheFileUnderTheOtherNameIsTheMovedOne) {
+    const ScratchFolder folder;
+    const std::u16string from = folder.Path("new");
+    const std::u16string to = folder.Path("kept");
+    for (const char* before : {"", "the old one, which is longer"}) {
+        if (*before) folder.Write("kept", before);
+        folder.Write("new", "the new one");
+        EXPECT_TRUE(Platform::MoveOver(from.c_str(), to.c_str()));
+        EXPECT_EQ(folder.Read("kept"), "the new one");
+        EXPECT_EQ(Platform::EntryKind(from.c_str()), Platform::Entry::Missing);
+    }
+    EXPECT_FALSE(Platform::MoveOver(from.c_str(), to.c_str()));
+    EXPECT_EQ(folder.Read("kept"), "the new one");
+}
+
 TEST(RemoveFile, RemovesFilesOnly) {
     const ScratchFolder folder;
     folder.Write("f", "content");

@@ -22,13 +22,22 @@ void FakeDisk::FailAt(uint64_t number, Fault kind) {
     hasFailed = false;
 }
 
+void FakeDisk::BringBackNames() {
+    for (const auto& before : removed) {
+        if (before.second)
+            files[before.first] = before.second;
+        else
+            files.erase(before.first);
+    }
+}
+
 void FakeDisk::Restart(Unflushed unflushed) {
     const bool wasCut = hasFailed && fault == Fault::PowerCut;
     hasFailed = false;
     failAt = 0;
     for (Handle& handle : handles) handle.content = nullptr;
     if (!wasCut) return;
-    if (unflushed == Unflushed::Lost) files.merge(removed);
+    if (unflushed == Unflushed::Lost) BringBackNames();
     removed.clear();
     for (auto file = files.begin(); file != files.end();) {
         Content& content = *file->second;
@@ -120,7 +129,10 @@ intptr_t FakeDisk::Open(const std::u16string& path, Platform::File::Mode mode) {
     if (makes && !denied.empty() && path.rfind(denied, 0) == 0) return -1;
     if (Has(path) ? mode == Mode::CreateNew : !makes) return -1;
     std::shared_ptr<Content>& content = files[path];
-    if (!content) content = std::make_shared<Content>(Content{"", "", 0, false, Tick()});
+    if (!content) {
+        content = std::make_shared<Content>(Content{"", "", 0, false, Tick()});
+        removed.erase(path);
+    }
     if (mode == Mode::Create) content->Cut(0);
     handles.push_back({path, content, 0, isAlone});
     return static_cast<intptr_t>(handles.size() - 1);
@@ -130,6 +142,14 @@ bool FakeDisk::Remove(const std::u16string& path) {
     if (Fails(Call::Other, path) || !Has(path) || !MayOpen(path, true)) return false;
     removed[path] = files[path];
     files.erase(path);
+    return true;
+}
+
+bool FakeDisk::Move(const std::u16string& from, const std::u16string& to) {
+    if (Fails(Call::Other, from) || !Has(from) || !MayOpen(from, true) || !MayOpen(to, true)) return false;
+    removed[to] = Has(to) ? files[to] : nullptr;
+    files[to] = removed[from] = files[from];
+    files.erase(from);
     return true;
 }
 
@@ -264,6 +284,7 @@ Platform::Entry Platform::EntryKind(const Char* path) {
 }
 
 bool Platform::RemoveFile(const Char* path) { return FakeDisk::Get().Remove(path); }
+bool Platform::MoveOver(const Char* from, const Char* to) { return FakeDisk::Get().Move(from, to); }
 
 // Drives are of this machine, whatever they are called.
 bool Platform::IsRemote(const Char* path) { return path[0] == u'\\' && path[1] == u'\\'; }

@@ -88,17 +88,20 @@ public:
     Handle& At(intptr_t handle) { return handles[static_cast<size_t>(handle)]; }
     void Close(intptr_t handle) { At(handle).content = nullptr; }
     bool Remove(const std::u16string& path);
+    bool Move(const std::u16string& from, const std::u16string& to);
     bool IsFolder(const std::u16string& path) const { return folders.count(path) != 0; }
     bool MakeFolder(const std::u16string& path);
     std::vector<std::u16string> Names(const std::u16string& folder, const std::u16string& ending) const;
     Platform::FileTime Tick() { return ++clock; }
 
 private:
+    void BringBackNames();
     bool MayOpen(const std::u16string& path, bool alone) const;
     bool Decide(Call call, const std::u16string& path) const;
 
     std::map<std::u16string, std::shared_ptr<Content>> files;
-    std::map<std::u16string, std::shared_ptr<Content>> removed; // their removal is not durable yet
+    // Files that have lost their names, which is not durable yet; null: the name was free.
+    std::map<std::u16string, std::shared_ptr<Content>> removed;
     std::set<std::u16string> folders;
     std::vector<Handle> handles;
     std::u16string denied;

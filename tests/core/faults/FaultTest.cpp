@@ -1,10 +1,9 @@
 #include "FaultTest.h"
 
-#include "base/Path.h"
 #include "base/PreviousFile.h"
 
-std::u16string FaultTest::PreviousName() {
+std::u16string FaultTest::PreviousPath() {
     WString path;
     EXPECT_TRUE(PreviousFilePath(Target, path));
-    return Path::FileName(path.Text());
+    return path.Text();
 }

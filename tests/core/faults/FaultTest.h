@@ -77,6 +77,7 @@ protected:
         bool keepsPrevious = false;
     };
     static constexpr const char* Missing = "(missing)";
+    static constexpr const char* OlderGeneration = "what an earlier save has replaced";
 
     // Every call fails in turn in every way, until the save runs through.
     void FailEverything(const Saving& saving) {
@@ -95,6 +96,7 @@ protected:
     bool FailOnce(const Saving& saving, const Case& tried, uint64_t number) {
         Reset();
         if (saving.before != Missing) disk.Write(Target, saving.before);
+        if (saving.keepsPrevious) disk.Write(PreviousPath(), OlderGeneration);
         saving.prepare();
         disk.FailAt(number, tried.fault);
         const bool isSaved = saving.save();
@@ -104,11 +106,12 @@ protected:
         saving.inspect(isSaved);
         disk.Restart(tried.unflushed);
         LeaveSaveCopies();
-        ExpectBytes(saving, isSaved);
+        ExpectBytes(saving, isSaved,
+                    tried.fault == FakeDisk::Fault::Killed || tried.fault == FakeDisk::Fault::PowerCut);
         return isReached;
     }
 
-    void ExpectBytes(const Saving& saving, bool isSaved) {
+    void ExpectBytes(const Saving& saving, bool isSaved, bool hasStopped) {
         const Start start = StartAgain();
         const std::string held = disk.Read(Target);
         const bool isNamed = !start.named.empty() && disk.Holds(start.named, saving.after);
@@ -118,13 +121,19 @@ protected:
             EXPECT_TRUE(start.named.empty());
         }
         std::set<std::u16string> known{Target, start.named};
-        if (saving.keepsPrevious) known.insert(u"C:\\Recovery\\Previous\\" + PreviousName());
+        if (saving.keepsPrevious) {
+            const std::string kept = disk.Read(PreviousPath());
+            EXPECT_TRUE(kept == OlderGeneration || kept == saving.before) << "no whole generation: " << kept;
+            known.insert(PreviousPath());
+            if (hasStopped) known.insert(PreviousPath() + u".new");
+        }
         EXPECT_EQ(disk.FilesBeside(known), std::vector<std::u16string>{}) << "stray files";
         EXPECT_TRUE(StartAgain().named.empty()) << "told twice";
         EXPECT_EQ(disk.OpenFiles(), 0u);
     }
 
-    static std::u16string PreviousName();
+    // Where the generation of Target before the last save is kept.
+    static std::u16string PreviousPath();
 
     FakeDisk& disk = FakeDisk::Get();
     const Char* folderBefore;

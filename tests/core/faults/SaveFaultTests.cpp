@@ -217,7 +217,7 @@ TEST_F(SessionFaultTest, TheSessionThatWasReplacedIsKept) {
     disk.Write(Target, "the old one");
     SaveSession(frame, Target);
     EXPECT_EQ(disk.Read(Target), "sessionfile\r\n");
-    EXPECT_EQ(disk.Read(u"C:\\Recovery\\Previous\\" + PreviousName()), "the old one");
+    EXPECT_EQ(disk.Read(PreviousPath()), "the old one");
 }
 
 class SettingsFaultTest : public FaultTest {};
@@ -240,10 +240,10 @@ TEST_F(SettingsFaultTest, OnlyOtherBytesReplaceTheGenerationBefore) {
     ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
     disk.Write(Target, "the old ones");
     for (int i = 0; i < 3; ++i) ASSERT_TRUE(file.Save(Target));
-    EXPECT_EQ(disk.Read(u"C:\\Recovery\\Previous\\" + PreviousName()), "the old ones");
+    EXPECT_EQ(disk.Read(PreviousPath()), "the old ones");
     ASSERT_TRUE(section->SetInt(u"FontSize", 14));
     ASSERT_TRUE(file.Save(Target));
-    EXPECT_EQ(disk.Read(u"C:\\Recovery\\Previous\\" + PreviousName()), "[General]\r\nFontSize=12\r\n");
+    EXPECT_EQ(disk.Read(PreviousPath()), "[General]\r\nFontSize=12\r\n");
 }
 
 } // namespace
