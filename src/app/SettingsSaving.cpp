@@ -6,16 +6,28 @@
 
 namespace {
 
+// What is gone costs nobody anything.
+bool HasChanged(const Char* path, const FileStamp& known) {
+    FileStamp now;
+    return ReadStamp(path, now) && now != known;
+}
+
+// False without memory.
+bool WordQuestion(WString& question, const Char* path, const SettingsKnowledge& known) {
+    // First: what was not understood of the file as it was need not be in it any more.
+    if (HasChanged(path, known.file))
+        return Text::AppendFormat(question, u"%s has been modified by another program.\nSave over it?", path);
+    if (known.isUnreadable) return Text::AppendFormat(question, u"%s could not be read.\nSave over it?", path);
+    if (!known.stoppedLine) return true;
+    return Text::AppendFormat(question,
+                              u"The reading of %s stopped in line %u.\nWhat follows would be lost. Save over it?", path,
+                              known.stoppedLine);
+}
+
 bool MayOverwrite(UserPrompt& user, const Char* path, const SettingsKnowledge& known) {
-    if (!known.isUnreadable && !known.stoppedLine) return true;
     WString question;
-    const bool isWorded =
-        known.isUnreadable
-            ? Text::AppendFormat(question, u"%s could not be read.\nSave over it?", path)
-            : Text::AppendFormat(question,
-                                 u"The reading of %s stopped in line %u.\nWhat follows would be lost. Save over it?",
-                                 path, known.stoppedLine);
-    return isWorded && user.AskUser(question.Text(), MessageKind::YesNo) == Answer::Yes;
+    if (!WordQuestion(question, path, known)) return false; // what cannot be asked is not done
+    return question.IsEmpty() || user.AskUser(question.Text(), MessageKind::YesNo) == Answer::Yes;
 }
 
 } // namespace
@@ -24,6 +36,7 @@ void SaveSettingsFile(UserPrompt& user, const IniFile& settings, const Char* pat
     if (!MayOverwrite(user, path, known)) return;
     if (settings.Save(path)) {
         known = {};
+        ReadStamp(path, known.file);
         return;
     }
     WString message;

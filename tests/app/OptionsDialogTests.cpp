@@ -260,6 +260,51 @@ TEST_F(OptionsDialogTest, OkKeepsAllThatTheFileBesideTheProgramHolds) {
                                                              "\r\n[Engine_Y]\r\nExtensions=y\r\nHTML=1\r\n");
 }
 
+TEST_F(OptionsDialogTest, SettingsThatAnotherEditorHasSavedAreAskedAbout) {
+    ASSERT_TRUE(files::Write(files::SettingsPath(), "[General]\nColumnGuide=70\n"));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Editor other;
+    ASSERT_TRUE(other.Start(L"", scratch.Folder()));
+    other.Command(IDM_OPTIONS);
+    const HWND otherDialog = other.WaitForDialog();
+    ASSERT_TRUE(otherDialog);
+    PostMessageW(window::Control(otherDialog, IDC_SHOW_WHITESPACE), BM_CLICK, 0, 0);
+    ASSERT_TRUE(window::PressButton(otherDialog, L"OK"));
+    ASSERT_TRUE(other.WaitForNoDialog() && other.Settle());
+    const std::string ofOther = Saved();
+    ASSERT_NE(ofOther.find("ShowWhitespace=1\r\n"), std::string::npos);
+
+    const std::wstring question = files::SettingsPath() + L" has been modified by another program.\nSave over it?";
+    for (const wchar_t* const answer : {L"No", L"Yes"}) {
+        Open();
+        ASSERT_TRUE(window::PressButton(dialog, L"OK"));
+        ASSERT_TRUE(editor.Answer(question, answer));
+        ASSERT_TRUE(WaitUntilSaved());
+        EXPECT_EQ(Saved() == ofOther, std::wstring(answer) == L"No");
+    }
+    EXPECT_NE(Saved().find("ShowWhitespace=0\r\n"), std::string::npos);
+    Open();
+    Confirm(); // of what it has saved itself it does not ask
+}
+
+TEST_F(OptionsDialogTest, AFileThatWasNotUnderstoodIsAskedAboutUntilItWasRead) {
+    const std::string malformed = "[General]\nColumnGuide=70\n[Tool\n";
+    ASSERT_TRUE(files::Write(files::SettingsPath(), malformed));
+    ASSERT_TRUE(OpenFiles({L"a.txt"}));
+    Open();
+    ASSERT_TRUE(window::PressButton(dialog, L"OK"));
+    ASSERT_TRUE(editor.Answer(L"The reading of " + files::SettingsPath() +
+                                  L" stopped in line 3.\nWhat follows would be lost. Save over it?",
+                              L"No"));
+    ASSERT_TRUE(WaitUntilSaved());
+    EXPECT_EQ(Saved(), malformed);
+    ASSERT_TRUE(files::Write(files::SettingsPath(), "[General]\nColumnGuide=60\n"));
+    ASSERT_TRUE(editor.RunCommandLine(L"reloadoptions"));
+    Open();
+    Confirm();
+    EXPECT_NE(Saved().find("ColumnGuide=60\r\n"), std::string::npos);
+}
+
 TEST_F(OptionsDialogTest, CancelLeavesTheFileAsItIs) {
     const std::string before = "; a remark\n\n[General]\nReplaceTabs=0\n[Tool]\nDisplayName=x\nCommand=y";
     ASSERT_TRUE(files::Write(files::SettingsPath(), before));

@@ -38,9 +38,12 @@ bool SettingsStore::Load() {
     Free();
     ini = file;
     path = static_cast<WString&&>(located);
+    FileStamp stamp;
+    if (kind == Platform::Entry::File)
+        ReadStamp(path.Text(), stamp); // before the bytes: a later one would hide a change
     // What a malformed file held before its first bad line is used; there is no message until it is to be saved.
     const bool isRead = kind == Platform::Entry::Missing || ini->Load(path.Text());
-    known = {!isRead && !ini->StoppedLine(), ini->StoppedLine()};
+    known = {!isRead && !ini->StoppedLine(), ini->StoppedLine(), stamp};
     LoadSettings(*ini);
     ForgetSystemColours();
     HighContrast::Follow();

@@ -13,6 +13,7 @@ protected:
     void SetUp() override {
         IniSection* const section = ini.AddSection(u"General");
         ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
+        ASSERT_TRUE(ReadStamp(path.c_str(), known.file));
     }
     void Save() { SaveSettingsFile(user, ini, path.c_str(), known); }
 
@@ -53,6 +54,55 @@ TEST_F(SettingsSavingTest, AFileThatCouldNotBeReadIsAskedAbout) {
     ASSERT_EQ(user.questions.size(), 1u);
     EXPECT_EQ(user.questions[0].text, path + u" could not be read.\nSave over it?");
     EXPECT_EQ(folder.Read("orvane.ini"), "the old file");
+}
+
+TEST_F(SettingsSavingTest, AFileThatAnotherProgramHasChangedIsAskedAbout) {
+    folder.Write("orvane.ini", "what another editor has saved");
+    user.answers = {Answer::No, Answer::Yes};
+    Save();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, path + u" has been modified by another program.\nSave over it?");
+    EXPECT_EQ(user.questions[0].kind, MessageKind::YesNo);
+    EXPECT_EQ(folder.Read("orvane.ini"), "what another editor has saved");
+    Save();
+    EXPECT_EQ(folder.Read("orvane.ini"), Saved);
+    Save();
+    EXPECT_EQ(user.questions.size(), 2u) << "it is as this editor has written it";
+}
+
+// Of the same size, and of an earlier time.
+TEST_F(SettingsSavingTest, AFileThatWasPutInItsPlaceIsAskedAbout) {
+    folder.Write("orvane.ini", "the elder one");
+    known.file = {2, folder.Read("orvane.ini").size()};
+    user.answers = {Answer::No};
+    Save();
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(folder.Read("orvane.ini"), "the elder one");
+}
+
+TEST_F(SettingsSavingTest, AFileThatWasMadeMeanwhileIsAskedAbout) {
+    known = {};
+    user.answers = {Answer::No};
+    Save();
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(folder.Read("orvane.ini"), "the old file");
+}
+
+TEST_F(SettingsSavingTest, AFileThatIsGoneIsMadeInSilence) {
+    ASSERT_TRUE(Platform::RemoveFile(path.c_str()));
+    Save();
+    EXPECT_EQ(folder.Read("orvane.ini"), Saved);
+    EXPECT_EQ(user.questions.size(), 0u);
+}
+
+// What was not understood of it does not matter any more.
+TEST_F(SettingsSavingTest, AFileThatWasMendedMeanwhileIsAskedAboutOnce) {
+    known.stoppedLine = 7;
+    folder.Write("orvane.ini", "the file with line 7 mended");
+    user.answers = {Answer::No};
+    Save();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, path + u" has been modified by another program.\nSave over it?");
 }
 
 TEST_F(SettingsSavingTest, AFailureIsTold) {
