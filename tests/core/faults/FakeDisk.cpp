@@ -154,7 +154,7 @@ bool FakeDisk::Move(const std::u16string& from, const std::u16string& to) {
 }
 
 bool FakeDisk::MakeFolder(const std::u16string& path) {
-    if (!denied.empty() && path.rfind(denied, 0) == 0) return false;
+    if (Fails(Call::Reserve, path) || (!denied.empty() && path.rfind(denied, 0) == 0)) return false;
     return folders.insert(path).second;
 }
 
@@ -278,7 +278,8 @@ bool Platform::File::CutHere() {
 }
 
 Platform::Entry Platform::EntryKind(const Char* path) {
-    const FakeDisk& disk = FakeDisk::Get();
+    FakeDisk& disk = FakeDisk::Get();
+    if (disk.Fails(Call::Other, path)) return Entry::Unknown;
     if (disk.IsFolder(path)) return Entry::Directory;
     return disk.Has(path) ? Entry::File : Entry::Missing;
 }
@@ -305,7 +306,8 @@ bool Platform::FileSearch::First(const Char* pattern) {
 
 bool Platform::FileSearch::Next() {
     auto* const names = static_cast<std::vector<std::u16string>*>(state);
-    if (!names || names->empty() || !name.Assign(names->back().c_str())) {
+    const bool fails = FakeDisk::Get().Fails(Call::Other, name.Text());
+    if (fails || !names || names->empty() || !name.Assign(names->back().c_str())) {
         Close();
         return false;
     }

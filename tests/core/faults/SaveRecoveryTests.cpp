@@ -166,18 +166,22 @@ TEST_F(SaveRecoveryTest, ForAPathThatNoFileCanHaveThereIsNoCopy) {
 
 TEST_F(SaveRecoveryTest, ACopyThatIsCutWhileItIsReadIsNotTold) {
     const std::string bytes(100000, 'n');
-    for (const uint64_t call : {3u, 4u, 5u}) { // those that read the header, the path and the bytes
+    int reads = 0; // of the header, of the path, then of the bytes
+    for (uint64_t call = 1; reads < 3 && call < 50; ++call) {
         Reset();
         LeaveCopy(Target, bytes);
         const std::u16string path = TheCopy();
         disk.FailAt(call, FakeDisk::Fault::Shortened);
-        EXPECT_EQ(StartAgain().message, u"") << call;
-        EXPECT_TRUE(disk.HasFailed());
-        EXPECT_EQ(disk.Has(path), call < 5) << "what cannot be read may be read the next time";
+        const std::u16string message = StartAgain().message;
+        if (!disk.HasFailed()) continue;
+        ++reads;
+        EXPECT_EQ(message, u"") << call;
+        EXPECT_EQ(disk.Has(path), reads < 3) << "what cannot be read may be read the next time";
         disk.StopFailing();
         EXPECT_EQ(StartAgain().message, u"") << call;
         EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
     }
+    EXPECT_EQ(reads, 3);
 }
 
 TEST_F(SaveRecoveryTest, AFileOnAnotherMachineIsNotAskedFor) {
