@@ -65,7 +65,7 @@ RecoveryResult DocumentOpener::OpenRecoveredBytes(JournalReader& journal, Docume
     auto* const document = documents.FindByName(path) ? nullptr : new BinaryDocument(services.hex);
     if (!document) return RecoveryResult::Failed;
     document->AddRef();
-    RecoveryResult result = document->Open(path) ? document->Recover(journal) : RecoveryResult::FileChanged;
+    RecoveryResult result = document->Open(path) ? document->Recover(journal) : RecoveryResult::FileUnreadable;
     const bool isGood = result == RecoveryResult::Whole || result == RecoveryResult::Cut;
     if (!isGood || !document->CreateView(nullptr)) {
         document->Release();

@@ -30,7 +30,7 @@ RecoveryResult OpenText(DocumentOpener& opener, const LeftJournals::Entry& entry
     DecodedText text;
     WString title;
     const RecoveryResult result = RecoverText(journal, text);
-    if (result == RecoveryResult::FileChanged || result == RecoveryResult::Failed) return result;
+    if (result != RecoveryResult::Whole && result != RecoveryResult::Cut) return result;
     opened = MakeTitle(entry, title) ? opener.OpenRecovered(text, title.Text()) : nullptr;
     return opened ? result : RecoveryResult::Failed;
 }
@@ -57,6 +57,9 @@ bool AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult
     case RecoveryResult::FileChanged:
         format = u"%s%s is not the file any more that was changed. The changes stay in %s; delete it if you do not "
                  u"need them.";
+        break;
+    case RecoveryResult::FileUnreadable:
+        format = u"%s%s cannot be read. Its changes stay in %s and are offered again at the next start.";
         break;
     case RecoveryResult::Failed:
         format = u"%sThe changes of %s cannot be read. They stay in %s; delete it if you do not need them.";

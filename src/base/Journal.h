@@ -80,9 +80,10 @@ private:
 // What became of a document that was to be made again of its journal.
 enum class RecoveryResult {
     Whole,
-    Cut,         // as it was before the first change that is damaged
-    FileChanged, // it was over a file that is another one now, or cannot be read; nothing can be said of it
-    Failed,      // the journal cannot be read now, or there is no memory
+    Cut,            // as it was before the first change that is damaged
+    FileChanged,    // it was over a file that is another one now; nothing can be said of it
+    FileUnreadable, // it is over a file that cannot be read now: on a drive that is not there, for instance
+    Failed,         // the journal cannot be read now, or there is no memory
 };
 
 // Reads a journal; nothing in it is trusted.

@@ -81,7 +81,7 @@ bool ReadFile(const JournalReader& journal, DecodedText& out) {
     using Reading = JournalSubject::Reading;
     const bool recognisesUtf8 =
         subject.reading == Reading::NotSaid ? additionalSettings.Utf8 != 0 : subject.reading == Reading::WithUtf8;
-    return ReadTextFile(journal.Name().Text(), recognisesUtf8, out) && out.file.size == subject.fileSize && out.text;
+    return ReadTextFile(journal.Name().Text(), recognisesUtf8, out);
 }
 
 // False when there is no further change that is good.
@@ -107,7 +107,8 @@ RecoveryResult RecoverText(JournalReader& journal, DecodedText& out) {
     const JournalSubject& subject = journal.Subject();
     GapText text;
     if (!IsKnown(subject)) return RecoveryResult::Failed;
-    if (subject.isOverFile && !ReadFile(journal, out)) return RecoveryResult::FileChanged;
+    if (subject.isOverFile && !ReadFile(journal, out)) return RecoveryResult::FileUnreadable;
+    if (subject.isOverFile && (out.file.size != subject.fileSize || !out.text)) return RecoveryResult::FileChanged;
     // Whatever the changes add is in the journal, so that its size is room enough for all of them.
     if (!text.Take(out, journal.Size() / sizeof(Char)) || !Apply(journal, text)) return RecoveryResult::Failed;
     // The size may be the same by chance, and the time says nothing: only this shows that the file is the one that was

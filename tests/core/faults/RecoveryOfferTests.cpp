@@ -3,8 +3,10 @@
 #include "app/OpenFailures.h"
 #include "app/RecoveryOffer.h"
 #include "base/SaveCopy.h"
+#include "binary/BinaryDocument.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
+#include "support/TestServices.h"
 
 namespace {
 
@@ -26,6 +28,28 @@ protected:
         ASSERT_TRUE(document->InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
         ASSERT_TRUE(document->FlushJournal());
         LeaveJournals();
+    }
+    // Of a text that is kept as what differs from its file. Returns what the file holds.
+    std::string LeaveJournalOverFile() {
+        std::string bytes;
+        while (bytes.size() <= TextJournal::LargeText) bytes += "a line of a large file\n";
+        KeepJournals(true);
+        disk.Write(Target, bytes);
+        TextDocument document;
+        EXPECT_TRUE(document->Load(Target, false) && document->InsertText(0, u"new", 3) && document->FlushJournal());
+        LeaveJournals();
+        return bytes;
+    }
+    void LeaveJournalOfBytes() {
+        constexpr uint8_t Changed[] = {'T'};
+        KeepJournals(true);
+        disk.Write(Target, "the bytes of a file");
+        auto* const document = new BinaryDocument(hexServices);
+        document->AddRef();
+        EXPECT_TRUE(document->Open(Target) && document->EditBytes(0, Changed, 1, nullptr, {}) &&
+                    document->FlushJournal());
+        LeaveJournals();
+        document->Release();
     }
     void LeaveCopy() {
         BlockSource source("new bytes", 9);
@@ -204,16 +228,7 @@ TEST_F(RecoveryOfferTest, WhatHoldsNoChangeGoesAndOneOfANewerProgramStays) {
 }
 
 TEST_F(RecoveryOfferTest, ChangesOfAFileThatIsAnotherOneStay) {
-    std::string bytes;
-    while (bytes.size() <= TextJournal::LargeText) bytes += "a line of a large file\n";
-    disk.Write(Target, bytes);
-    {
-        TextDocument document;
-        ASSERT_TRUE(document->Load(Target, false));
-        ASSERT_TRUE(document->InsertText(0, u"new", 3));
-        ASSERT_TRUE(document->FlushJournal());
-        LeaveJournals();
-    }
+    const std::string bytes = LeaveJournalOverFile();
     const std::u16string path = Folder + Journals()[0];
     disk.Write(Target, "b" + bytes.substr(1));
     StartEditor();
@@ -223,6 +238,36 @@ TEST_F(RecoveryOfferTest, ChangesOfAFileThatIsAnotherOneStay) {
                   u"; delete it if you do not need them.");
     EXPECT_EQ(documents.Count(), 0u);
     EXPECT_TRUE(disk.Has(path));
+}
+
+// The drive may be one of a machine that does not answer: the start waits for it only when that was wanted.
+TEST_F(RecoveryOfferTest, FilesAreNotAskedForBeforeTheAnswer) {
+    LeaveJournalOverFile();
+    LeaveJournalOfBytes();
+    disk.FailAt(1, FakeDisk::Fault::Gone);
+    StartEditor(Answer::No);
+    EXPECT_EQ(user.questions.size(), 1u);
+    EXPECT_FALSE(disk.HasFailed()) << "something was asked of the drive";
+    StartEditor(Answer::Yes);
+    EXPECT_TRUE(disk.HasFailed());
+}
+
+TEST_F(RecoveryOfferTest, ChangesOfAFileThatCannotBeReadNowAreOfferedAgain) {
+    for (const bool isOfBytes : {false, true}) {
+        Reset();
+        isOfBytes ? LeaveJournalOfBytes() : static_cast<void>(LeaveJournalOverFile());
+        const std::u16string path = Folder + Journals()[0];
+        disk.FailAt(1, FakeDisk::Fault::Gone);
+        StartEditor();
+        disk.StopFailing();
+        ASSERT_EQ(user.questions.size(), 2u);
+        EXPECT_EQ(user.questions[1].text, u"S:\\work\\file.txt cannot be read. Its changes stay in " + path +
+                                              u" and are offered again at the next start.");
+        EXPECT_EQ(documents.Count(), 0u);
+        EXPECT_TRUE(disk.Has(path));
+        StartEditor(Answer::No);
+        EXPECT_EQ(user.questions.size(), 1u);
+    }
 }
 
 TEST_F(RecoveryOfferTest, WhateverFailsTheChangesAreOpenOrOfferedAgain) {

@@ -188,7 +188,7 @@ TEST_F(TextJournalTest, ALargeTextIsAChangeOfItsFile) {
     ASSERT_NE(disk.TimeOf(Target), time);
     EXPECT_EQ(Recover(journal).state, RecoveryResult::Whole);
     Platform::RemoveFile(Target);
-    EXPECT_EQ(Recover(journal).state, RecoveryResult::FileChanged);
+    EXPECT_EQ(Recover(journal).state, RecoveryResult::FileUnreadable);
 }
 
 TEST_F(TextJournalTest, AfterASaveALargeTextIsAChangeOnlyWhereItsBytesLeaveNoDoubt) {
