@@ -145,6 +145,7 @@ void EditPipeline::NotifyChange(const TextChange& change) {
 }
 
 void EditPipeline::NotifyReplaced() {
+    ORVANE_ASSERT(!notifier.IsNotifying());
     const ViewNotifier::Notifying telling(notifier);
     edited = operations != 0; // outside of one, as in a load, nothing would take the flag back
     journal.Replaced();

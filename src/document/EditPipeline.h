@@ -45,7 +45,7 @@ public:
     const EditTarget& Target() const { return target; }
     UndoHistory& History() { return history; }
     const UndoHistory& History() const { return history; }
-    const ViewNotifier& Notifier() const { return notifier; }
+    ViewNotifier& Notifier() { return notifier; }
     TextJournal& Journal() { return journal; }
 
     // The view whose caret line is open for editing: the one that got the focus last, or was put into a window while no

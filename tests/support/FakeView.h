@@ -65,6 +65,7 @@ public:
     void LineCountChanged() override { ++lineCountChanges; }
     void TextEdited(const TextChange&) override {}
     void ForgetAfter(uint32_t offset) override {
+        onForgotten();
         textChanges.push_back(offset);
         movesBeforeChange = caretMoves;
     }
@@ -113,7 +114,8 @@ public:
 
     bool window = true;
     bool focus = false;
-    std::function<void()> onMoved = [] {}; // called whenever an edit moves the caret
+    std::function<void()> onMoved = [] {};     // called whenever an edit moves the caret
+    std::function<void()> onForgotten = [] {}; // called whenever what is remembered does not hold any more
     // Calls since ForgetCalls.
     int invalidations = 0;
     int lineCountChanges = 0;
