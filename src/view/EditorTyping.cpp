@@ -126,8 +126,7 @@ void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
     const uint32_t count = column < line.length ? CaretStops::AtOrAfter(line, end) - column : 1;
     editor.PrepareEdit();
     // Deleting a word in the edit line leaves a selection where it is; it ends here.
-    if (editor.GetTextBuffer()->DeleteInEditLine(&editor, {column, column + count}))
-        editor.MoveCaret({editor.CaretLine(), column}, false);
+    if (editor.GetTextBuffer()->DeleteInEditLine(&editor, {column, column + count})) editor.PlaceAfterEdit(column);
 }
 
 void EditorTyping::DeleteBack(TextEditor& editor, bool word) {

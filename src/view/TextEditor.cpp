@@ -198,7 +198,11 @@ void TextEditor::ToggleOverwrite() {
 
 void TextEditor::PrepareEdit() {
     if (!viewport.Shows(caret.Line())) UpdateCaret(true);
-    OpenCaretLine();
+}
+
+void TextEditor::PlaceAfterEdit(uint32_t column) {
+    SetCaret({caret.Line(), column}, false);
+    MatchBrackets();
 }
 
 void TextEditor::MatchBrackets() {

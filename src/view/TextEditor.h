@@ -97,9 +97,12 @@ public:
     void ToggleOverwrite();
     // Makes the caret line the document's edit line.
     void OpenCaretLine();
-    // To be called before the caret line is edited: scrolls it into view and opens it. Scrolling in the
-    // middle of a change would be too late.
+    // To be called before the caret line is edited: scrolls it into view. In the middle of a change that would be too
+    // late.
     void PrepareEdit();
+    // To be called after an edit of the caret line that leaves the caret where it is: as MoveCaret, but in the line
+    // that is open.
+    void PlaceAfterEdit(uint32_t column);
 
 private:
     // As MoveCaret, but neither opens the line nor matches brackets: for what the document tells, and has the view do
