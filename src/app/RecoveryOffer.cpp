@@ -46,11 +46,12 @@ RecoveryResult Open(DocumentOpener& opener, LeftJournals::Entry& entry) {
     return result;
 }
 
-bool AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult result) {
+// Nothing for a whole one, and without memory: what was not opened is still there, and offered again.
+void AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult result) {
     const Char* format = u"";
     switch (result) {
     case RecoveryResult::Whole:
-        return true;
+        return;
     case RecoveryResult::Cut:
         format = u"%sThe journal of %s is damaged: the last changes in it are missing.";
         break;
@@ -65,14 +66,13 @@ bool AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult
         format = u"%sThe changes of %s cannot be read. They stay in %s; delete it if you do not need them.";
         break;
     }
-    return Text::AppendFormat(out, format, out.IsEmpty() ? u"" : u"\n", entry.name.Text(), entry.path.Text());
+    (void)Text::AppendFormat(out, format, out.IsEmpty() ? u"" : u"\n", entry.name.Text(), entry.path.Text());
 }
 
 void OpenAll(UserPrompt& user, DocumentOpener& opener, const LeftJournals& journals) {
     WString message;
-    bool isWhole = true;
     for (LeftJournals::Entry* entry = journals.First(); entry; entry = entry->next)
-        isWhole = AppendResult(message, *entry, Open(opener, *entry)) && isWhole;
+        AppendResult(message, *entry, Open(opener, *entry));
     if (!message.IsEmpty()) user.AskUser(message.Text(), MessageKind::Warning);
 }
 

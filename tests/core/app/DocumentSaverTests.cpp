@@ -73,6 +73,8 @@ TEST_F(DocumentSaverTest, SaveAllGoesOnAfterAFailureAndACancelledDialog) {
     FakeDocument& c = AddFile(u"C:\\c.txt");
     a.savingWorks = false;
     saver.SaveAll();
+    ASSERT_EQ(user.questions.size(), 1u);
+    EXPECT_EQ(user.questions[0].text, u"Failed saving file: C:\\a.txt");
     EXPECT_EQ(dialog.shown, 1);
     EXPECT_EQ(c.savedTo, u"C:\\c.txt");
 }

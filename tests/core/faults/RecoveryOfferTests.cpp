@@ -6,6 +6,7 @@
 #include "binary/BinaryDocument.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
+#include "support/FailureInjection.h"
 #include "support/TestServices.h"
 
 namespace {
@@ -160,6 +161,41 @@ TEST_F(RecoveryOfferTest, AfterAnotherKillItIsOfferedAgainUnderTheSameTitle) {
     ASSERT_EQ(documents.Count(), 1u);
     EXPECT_EQ(TextOf(0), u"text");
     EXPECT_EQ(Str(documents.At(0)->GetTitle()), u"file.txt (recovered)");
+}
+
+TEST_F(RecoveryOfferTest, ATitleThatSaysItWasRecoveredDoesNotSaySoTwice) {
+    LeaveJournal(u"a", u"A title of its own");
+    LeaveJournal(u"b", u" (recovered)");
+    LeaveJournal(u"c", u"(recovered)");
+    StartEditor();
+    ASSERT_EQ(documents.Count(), 3u);
+    EXPECT_EQ(Str(documents.At(0)->GetTitle()), u"A title of its own (recovered)");
+    EXPECT_EQ(Str(documents.At(1)->GetTitle()), u" (recovered)");
+    EXPECT_EQ(Str(documents.At(2)->GetTitle()), u"(recovered) (recovered)");
+}
+
+TEST_F(RecoveryOfferTest, WithoutMemoryNoQuestionIsAskedInPart) {
+    const std::u16string end = u"Open them now? With No they are offered again at the next start.";
+    const std::u16string copied = u"S:\\work\\file.txt was not saved completely.\n"
+                                  u"Its new contents are in C:\\Recovery\\file.txt.";
+    const uint64_t failed = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            Reset();
+            KeepJournals(true);
+            LeaveCopy();
+            LeaveJournal(u"text");
+        }
+        StartEditor(Answer::Cancel);
+        for (const FakeFrame::Question& asked : user.questions) {
+            if (asked.kind == MessageKind::YesNo)
+                EXPECT_TRUE(asked.text.ends_with(u"S:\\work\\file.txt\n" + end));
+            else
+                EXPECT_EQ(asked.text, copied);
+        }
+        return user.questions.size() == 1 && user.questions[0].text.starts_with(copied + u"\n\nChanges were not saved");
+    });
+    EXPECT_GT(failed, 5u);
 }
 
 TEST_F(RecoveryOfferTest, BothAreToldInOneQuestion) {
