@@ -22,6 +22,12 @@ protected:
         ASSERT_LT(TheJournal().size(), 1000u);
         ExpectJournalOf(document);
     }
+    // The same on an empty disk, over a file that is another text when it is read as UTF-8.
+    void PrepareUtf8(TextDocument& document, uint32_t isUtf8) {
+        Reset();
+        additionalSettings.Utf8 = isUtf8;
+        Prepare(document, LargeFile("gr\xC3\xBC\xC3\x9F\x65 of a large file\n"));
+    }
     // The same journal as a program has written it that said nothing about the reading of its file.
     std::string WithoutReading(const std::string& bytes) {
         constexpr const Char* Path = u"C:\\copied";
@@ -86,24 +92,18 @@ TEST_F(JournalOverFileTest, AFileThatOthersWriteLaterIsNotBuiltOnAnyMore) {
 }
 
 TEST_F(JournalOverFileTest, AFileIsReadAgainAsItWasWhateverIsSetByThen) {
-    const std::string utf8 = LargeFile("gr\xC3\xBC\xC3\x9F\x65 of a large file\n");
     for (const uint32_t isUtf8 : {0u, 1u}) {
-        Reset();
-        additionalSettings.Utf8 = isUtf8;
         TextDocument document;
-        Prepare(document, utf8);
+        PrepareUtf8(document, isUtf8);
         additionalSettings.Utf8 = !isUtf8;
         ExpectJournalOf(document);
     }
 }
 
 TEST_F(JournalOverFileTest, AnOlderJournalThatDoesNotSayHowIsReadAsIsSet) {
-    const std::string utf8 = LargeFile("gr\xC3\xBC\xC3\x9F\x65 of a large file\n");
     for (const uint32_t isUtf8 : {0u, 1u}) {
-        Reset();
-        additionalSettings.Utf8 = isUtf8;
         TextDocument document;
-        Prepare(document, utf8);
+        PrepareUtf8(document, isUtf8);
         const Result result = Recover(WithoutReading(TheJournal()));
         EXPECT_EQ(result.state, RecoveryResult::Whole);
         EXPECT_TRUE(result.text == document.Text());
