@@ -87,7 +87,7 @@ bool Editor::Settle() const {
     };
     const DWORD_PTR after = flag() == 0;
     PostMessageW(edits[0], EM_SETMODIFY, after, 0);
-    return window::WaitFor([&] { return flag() == after; });
+    return window::WaitFor([&] { return !IsRunning() || flag() == after; }) && IsRunning();
 }
 
 bool Editor::RunCommandLine(const std::wstring& line) {

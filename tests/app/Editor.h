@@ -56,7 +56,7 @@ public:
     // The window of the editor that has the keyboard focus, else null.
     HWND Focus() const;
 
-    // Waits until the editor has done everything posted before.
+    // Waits until the editor has done everything posted before. False as soon as it has ended.
     bool Settle() const;
     // A menu command, as if chosen.
     void Command(UINT command) const { PostMessageW(main, WM_COMMAND, command, 0); }
