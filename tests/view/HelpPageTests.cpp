@@ -7,6 +7,7 @@
 #include "app/win32/HelpPage.h"
 #include "base/win32/Windows.h"
 #include "resource.h"
+#include "support/FailureInjection.h"
 #include "support/ScratchFolder.h"
 #include "view/DialogDriver.h"
 
@@ -31,6 +32,8 @@ HINSTANCE WINAPI Show(HWND, LPCWSTR operation, LPCWSTR file, LPCWSTR, LPCWSTR, I
     shown = file;
     return reinterpret_cast<HINSTANCE>(showResult);
 }
+
+DWORD WINAPI IsThere(LPCWSTR) { return FILE_ATTRIBUTE_NORMAL; }
 
 class Prompt final : public UserPrompt {
 public:
@@ -73,6 +76,21 @@ TEST_F(HelpPageTest, IsSaidToBeMissing) {
     OpenHelpPage(nullptr, prompt);
     EXPECT_EQ(shown, L"");
     EXPECT_EQ(prompt.said, u"The manual is missing: " + folder.Path("orvane.html"));
+}
+
+// A path that is longer than the system takes it has to be copied first.
+TEST_F(HelpPageTest, IsNotSaidToBeMissingWithoutMemoryToLook) {
+    const std::wstring longFolder = L"C:\\" + std::wstring(MAX_PATH, L'n') + L"\\";
+    const ReplacedImport kind("GetFileAttributesW", reinterpret_cast<void*>(IsThere));
+    ASSERT_TRUE(kind.IsImported());
+    program = longFolder + L"orvane.exe";
+    const uint64_t failures = FailEachAllocation([&] {
+        shown = L"";
+        OpenHelpPage(nullptr, prompt);
+        return shown == longFolder + L"orvane.html";
+    });
+    EXPECT_GT(failures, 2u);
+    EXPECT_EQ(prompt.said, u"");
 }
 
 TEST_F(HelpPageTest, IsSaidNotToOpen) {

@@ -41,6 +41,10 @@ BOOL WINAPI SetInformation(HANDLE object, int index, PVOID value, DWORD size) {
     calls.push_back(isRight ? "exceptions seen" : "something else");
     return TRUE;
 }
+BOOL WINAPI GuaranteeStack(PULONG bytes) {
+    calls.push_back(*bytes >= 0x4000 ? "stack for a report" : "little stack");
+    return TRUE;
+}
 HRESULT WINAPI Initialize(LPVOID) {
     calls.push_back("ole begins");
     return S_OK;
@@ -101,6 +105,31 @@ BOOL WINAPI EndNothing(HANDLE, UINT) {
     return TRUE;
 }
 
+DWORD WINAPI WaitAsLong(HANDLE object, DWORD milliseconds) {
+    return WaitForSingleObjectEx(object, milliseconds, FALSE);
+}
+
+// Reports a crash of this thread with these in the place of LoadLibraryW and WaitForSingleObject. What is called is in
+// `calls`.
+void ReportCrash(HMODULE(WINAPI* load)(LPCWSTR), DWORD(WINAPI* wait)(HANDLE, DWORD)) {
+    const ReplacedImport replaced[] = {
+        {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
+        {"LoadLibraryW", reinterpret_cast<void*>(load)},
+        {"MessageBoxW", reinterpret_cast<void*>(TakeBox)},
+        {"WaitForSingleObject", reinterpret_cast<void*>(wait)},
+        {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
+    };
+    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
+    const CrashReport report;
+    const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
+    ASSERT_TRUE(filter);
+    EXCEPTION_RECORD record = {};
+    CONTEXT context = {};
+    EXCEPTION_POINTERS pointers = {&record, &context};
+    calls.clear();
+    filter(&pointers);
+}
+
 ATOM WINAPI RegisterNothing(const WNDCLASSEXW*) { return 0; }
 
 } // namespace
@@ -112,6 +141,7 @@ TEST(ProcessSetup, ComesBeforeEverythingElse) {
         {"SetDllDirectoryW", reinterpret_cast<void*>(SetDirectory)},
         {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
         {"SetUserObjectInformationW", reinterpret_cast<void*>(SetInformation)},
+        {"SetThreadStackGuarantee", reinterpret_cast<void*>(GuaranteeStack)},
         {"SHGetFolderPathW", reinterpret_cast<void*>(FindFolder)},
         {"RegisterClassExW", reinterpret_cast<void*>(RegisterNothing)}, // so that no window comes up
     };
@@ -119,8 +149,13 @@ TEST(ProcessSetup, ComesBeforeEverythingElse) {
     calls.clear();
     ::Application::Run(GetModuleHandleW(nullptr), u"orvane.exe");
     Heap::Start(); // for the tests that follow
-    const std::vector<std::string> expected = {
-        "damaged heaps end it", "libraries of the system", "no other folder", "no boxes", "exceptions seen", "shell"};
+    const std::vector<std::string> expected = {"damaged heaps end it",
+                                               "libraries of the system",
+                                               "no other folder",
+                                               "no boxes",
+                                               "exceptions seen",
+                                               "stack for a report",
+                                               "shell"};
     EXPECT_EQ(calls, expected);
 }
 
@@ -159,22 +194,7 @@ TEST(ProcessSetup, OleIsThereForTheShellFromTheFirstCallThatNeedsItOn) {
 
 // A lock that the crashed thread holds may keep its report from ever being written. Without the box, the end.
 TEST(ProcessSetup, AReportThatHangsDoesNotKeepTheProcess) {
-    const ReplacedImport replaced[] = {
-        {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
-        {"LoadLibraryW", reinterpret_cast<void*>(HangInLoading)},
-        {"MessageBoxW", reinterpret_cast<void*>(TakeBox)},
-        {"WaitForSingleObject", reinterpret_cast<void*>(WaitLess)},
-        {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
-    };
-    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
-    const CrashReport report;
-    const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
-    ASSERT_TRUE(filter);
-    EXCEPTION_RECORD record = {};
-    CONTEXT context = {};
-    EXCEPTION_POINTERS pointers = {&record, &context};
-    calls.clear();
-    filter(&pointers);
+    ASSERT_NO_FATAL_FAILURE(ReportCrash(HangInLoading, WaitLess));
     EXPECT_EQ(calls, (std::vector<std::string>{"no boxes", "library", "end"}));
     SetEvent(endOfHang);
     WaitForSingleObjectEx(hungThread, INFINITE, FALSE);
@@ -182,21 +202,7 @@ TEST(ProcessSetup, AReportThatHangsDoesNotKeepTheProcess) {
 
 // The mode is each thread's own, and the library may be on a disk that is gone.
 TEST(ProcessSetup, TheThreadThatReportsACrashHasNoBoxesEither) {
-    const ReplacedImport replaced[] = {
-        {"SetThreadErrorMode", reinterpret_cast<void*>(SetThreadMode)},
-        {"LoadLibraryW", reinterpret_cast<void*>(LoadNoLibrary)},
-        {"MessageBoxW", reinterpret_cast<void*>(TakeBox)},
-        {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
-    };
-    for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
-    const CrashReport report;
-    const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
-    ASSERT_TRUE(filter);
-    EXCEPTION_RECORD record = {};
-    CONTEXT context = {};
-    EXCEPTION_POINTERS pointers = {&record, &context};
-    calls.clear();
-    filter(&pointers);
+    ASSERT_NO_FATAL_FAILURE(ReportCrash(LoadNoLibrary, WaitAsLong));
     EXPECT_EQ(calls, (std::vector<std::string>{"no boxes", "library", "box", "end"}));
 }
 
