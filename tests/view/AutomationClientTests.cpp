@@ -66,6 +66,16 @@ protected:
         EXPECT_EQ(result, 0u);
         CloseHandle(thread);
     }
+    // The same with the element of the view's window.
+    void InNode(const std::function<void(Node)>& asking) const {
+        const HWND window = Window();
+        InClient([&] {
+            Node node = nullptr;
+            ASSERT_EQ(client.nodeFromHandle(window, &node), S_OK);
+            asking(node);
+            client.releaseNode(node);
+        });
+    }
     VARIANT Property(Node node, PROPERTYID property) const {
         VARIANT value = {};
         EXPECT_EQ(client.getProperty(node, property, &value), S_OK) << property;
@@ -84,16 +94,12 @@ TEST_F(AutomationClientTest, ReadsWhatTheElementIs) {
     Show(u"one\ntwo");
     (*document)->SetTitle(u"New 1");
     FocusView();
-    const HWND window = Window();
-    InClient([&] {
-        Node node = nullptr;
-        ASSERT_EQ(client.nodeFromHandle(window, &node), S_OK);
+    InNode([&](Node node) {
         const VARIANT name = Property(node, UIA_NamePropertyId);
         ASSERT_EQ(name.vt, VT_BSTR);
         EXPECT_EQ(Taken(name.bstrVal), u"New 1");
         EXPECT_EQ(Property(node, UIA_ControlTypePropertyId).lVal, Uia::DocumentControl);
         EXPECT_EQ(Property(node, UIA_HasKeyboardFocusPropertyId).boolVal, VARIANT_TRUE);
-        client.releaseNode(node);
     });
 }
 
@@ -101,26 +107,19 @@ TEST_F(AutomationClientTest, ReadsTheValue) {
     if (IsWine()) GTEST_SKIP() << "Wine's client has no properties of patterns";
     Show(u"one\ntwo three");
     Editor().MoveCaret({1, 0});
-    const HWND window = Window();
-    InClient([&] {
-        Node node = nullptr;
-        ASSERT_EQ(client.nodeFromHandle(window, &node), S_OK);
+    InNode([&](Node node) {
         const VARIANT value = Property(node, UIA_ValueValuePropertyId);
         ASSERT_EQ(value.vt, VT_BSTR);
         EXPECT_EQ(Taken(value.bstrVal), u"two three");
-        client.releaseNode(node);
     });
 }
 
 TEST_F(AutomationClientTest, ReadsTheText) {
     if (IsWine()) GTEST_SKIP() << "Wine's client has no text patterns";
     Show(u"one\ntwo three");
-    const HWND window = Window();
-    InClient([&] {
-        Node node = nullptr;
+    InNode([&](Node node) {
         Pattern pattern = nullptr;
         TextRangeHandle range = nullptr;
-        ASSERT_EQ(client.nodeFromHandle(window, &node), S_OK);
         ASSERT_EQ(client.getPattern(node, UIA_TextPatternId, &pattern), S_OK);
         ASSERT_EQ(client.getDocument(pattern, &range), S_OK);
         EXPECT_EQ(Read(range), u"one\ntwo three");
@@ -132,7 +131,6 @@ TEST_F(AutomationClientTest, ReadsTheText) {
         EXPECT_EQ(Read(range), u" three");
         client.releaseRange(range);
         client.releasePattern(pattern);
-        client.releaseNode(node);
     });
 }
 
