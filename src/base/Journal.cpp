@@ -7,35 +7,21 @@
 
 namespace {
 
-constexpr uint8_t Magic[8] = {'O', 'r', 'v', 'J', 'o', 'u', 'r', 0x1A};
-constexpr uint32_t Version = 1;
+constexpr RecoveryStart Start = {{'O', 'r', 'v', 'J', 'o', 'u', 'r', 0x1A}, 1, 0};
 
-// What a journal begins with. The name follows, in units of UTF-16.
 struct Header {
-    uint8_t magic[8];
-    uint32_t version;
-    uint32_t nameLength;
+    RecoveryStart start;
     JournalSubject subject;
-    uint64_t check; // of all before, and of the name
+    uint64_t check;
 };
-
-uint64_t CheckOf(const Header& header, const Char* name) {
-    Checksum sum;
-    sum.Add(&header, offsetof(Header, check));
-    sum.Add(name, header.nameLength * sizeof(Char));
-    return sum.Value();
-}
 
 } // namespace
 
 bool JournalFile::Make(const JournalSubject& subject, const WString& name) {
-    Header header = {};
-    std::memcpy(header.magic, Magic, sizeof(Magic));
-    header.version = Version;
-    header.nameLength = name.Length();
-    header.subject = subject;
     if (name.Length() > Platform::LongestPath) return false;
-    chain = header.check = CheckOf(header, name.Text());
+    Header header = {Start, subject, 0};
+    header.start.nameLength = name.Length();
+    chain = header.check = CheckOfHeader(&header, sizeof(header), name.Text());
     if (!MakeRecoveryFile(JournalFolder, JournalExtension, file, path)) return false;
     Gather(&header, sizeof(header));
     return Write(name.Text(), name.Length() * sizeof(Char)) && WriteGathered();
@@ -93,23 +79,15 @@ void JournalFile::Discard() {
 
 JournalReader::State JournalReader::ReadHeader() {
     Header header = {};
-    // What cannot be read now may be good: only what was read and is wrong is Damaged.
+    hasFailed = true;
     if (!file.GetSize(size) || !file.Seek(0)) return State::Unknown;
-    if (size < sizeof(header)) return State::Damaged;
-    if (!ReadAll(&header, sizeof(header))) return State::Unknown;
-    if (std::memcmp(header.magic, Magic, sizeof(Magic)) != 0) return State::Damaged;
-    if (header.version > Version) return State::Unknown; // a newer editor knows what it says
-    // No checksum speaks for the lengths before what they measure was read; the file's size bounds them.
-    const uint64_t nameBytes = header.nameLength * sizeof(Char);
-    if (header.nameLength > Platform::LongestPath || nameBytes > size - sizeof(header)) return State::Damaged;
-    WString read;
-    if (!read.Reserve(header.nameLength) || !ReadAll(read.Data(), static_cast<size_t>(nameBytes)))
-        return State::Unknown;
-    if (CheckOf(header, read.Data()) != header.check) return State::Damaged;
-    if (!name.Assign(read.Data())) return State::Unknown; // up to a terminator, if there should be one
+    const RecoveryHeader read = ReadRecoveryHeader(file, Start, &header, sizeof(header), name);
+    hasFailed = read == RecoveryHeader::Unknown;
+    if (hasFailed) return State::Unknown;
+    if (read == RecoveryHeader::Damaged) return State::Damaged;
     subject = header.subject;
     chain = header.check;
-    at = sizeof(header) + nameBytes;
+    at = sizeof(header) + header.start.nameLength * sizeof(Char);
     return State::Readable;
 }
 

@@ -1,14 +1,28 @@
 #include "base/RecoveryFile.h"
 
+#include "base/Checksum.h"
 #include "base/Path.h"
 #include "base/TextFormat.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr size_t CheckSize = sizeof(uint64_t);
+
+bool ReadAll(Platform::File& file, void* out, size_t count) {
+    size_t read = 0;
+    return file.Read(out, count, read) && read == count;
+}
+
+} // namespace
 
 // The name is made of the time, so that names are in the order of their making, and of a number for each try: the clock
 // may stand still for some milliseconds, and other editors use it as well.
 bool MakeRecoveryFile(const Char* folder, const Char* extension, Platform::File& file, WString& path) {
     WString inside;
     if (!Platform::RecoveryFolder(folder, inside)) return false;
-    static uint32_t number = 0;
+    static uint32_t number = 0; // of the process, as are the files it makes
     const Platform::FileTime now = Platform::Now();
     for (int tries = 0; tries < 8 && !file.IsOpen(); ++tries, ++number) {
         WString name;
@@ -18,6 +32,35 @@ bool MakeRecoveryFile(const Char* folder, const Char* extension, Platform::File&
         file.Open(path.Text(), Platform::File::Mode::CreateNew);
     }
     return file.IsOpen();
+}
+
+uint64_t CheckOfHeader(const void* header, size_t size, const Char* name) {
+    Checksum sum;
+    sum.Add(header, size - CheckSize);
+    sum.Add(name, static_cast<const RecoveryStart*>(header)->nameLength * sizeof(Char));
+    return sum.Value();
+}
+
+RecoveryHeader ReadRecoveryHeader(Platform::File& file, const RecoveryStart& expected, void* header, size_t size,
+                                  WString& name) {
+    const RecoveryStart& start = *static_cast<const RecoveryStart*>(header);
+    uint64_t fileSize = 0;
+    // What cannot be read now may be good: only what was read and is wrong is Damaged.
+    if (!file.GetSize(fileSize)) return RecoveryHeader::Unknown;
+    if (fileSize < size) return RecoveryHeader::Damaged;
+    if (!ReadAll(file, header, size)) return RecoveryHeader::Unknown;
+    if (std::memcmp(start.magic, expected.magic, sizeof(start.magic)) != 0) return RecoveryHeader::Damaged;
+    if (start.version > expected.version) return RecoveryHeader::Unknown; // a newer editor knows what it says
+    // No checksum speaks for the length before what it measures was read; the file's size bounds it.
+    const uint64_t nameBytes = start.nameLength * sizeof(Char);
+    if (start.nameLength > Platform::LongestPath || nameBytes > fileSize - size) return RecoveryHeader::Damaged;
+    WString read;
+    if (!read.Reserve(start.nameLength) || !ReadAll(file, read.Data(), static_cast<size_t>(nameBytes)))
+        return RecoveryHeader::Unknown;
+    uint64_t check = 0;
+    std::memcpy(&check, static_cast<const uint8_t*>(header) + size - CheckSize, CheckSize);
+    if (CheckOfHeader(header, size, read.Data()) != check) return RecoveryHeader::Damaged;
+    return name.Assign(read.Data()) ? RecoveryHeader::Good : RecoveryHeader::Unknown;
 }
 
 void ListRecoveryFiles(const Char* folder, const Char* extension, List<RecoveryFileName>& names) {
