@@ -11,13 +11,15 @@
 #include "document/Document.h"
 #include "document/TextRecovery.h"
 
+#include <iterator>
+
 namespace {
 
-constexpr const Char* TitleEnd = u" (recovered)";
+constexpr Char TitleEnd[] = u" (recovered)";
 
 // A text that was recovered before, and never saved, keeps its title.
 bool MakeTitle(const LeftJournals::Entry& entry, WString& title) {
-    constexpr uint32_t EndLength = 12;
+    constexpr uint32_t EndLength = std::size(TitleEnd) - 1; // without the terminator
     const uint32_t length = entry.name.Length();
     const bool hasEnd = length >= EndLength && Text::Equal(entry.name.Text() + length - EndLength, TitleEnd);
     const Char* const name = entry.hasFile ? Path::FileName(entry.name.Text()) : entry.name.Text();

@@ -165,7 +165,7 @@ void EditPipeline::NotifyAppended(uint32_t from, TextPosition oldEnd) {
     journal.Changed(change);
     notifier.TextEdited(change);
     notifier.ForgetAfter(from);
-    const TextPosition end = {store.LineCount() - 1, store.Length() - store.LastLineStart()};
+    const TextPosition end = store.End();
     for (TextDocumentView* view : target.views) {
         if (view->CaretPosition() == oldEnd) view->FollowEnd(end);
     }

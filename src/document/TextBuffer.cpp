@@ -403,7 +403,7 @@ bool TextBuffer::AppendOutputText(Char* added) {
     const uint32_t count = NormaliseLineBreaks(added, addedLines, style);
     if (!store.EnsureCapacity(uint64_t{Length()} + count)) return false;
     const uint32_t from = Length();
-    const TextPosition oldEnd = {GetLineCount() - 1, from - store.LastLineStart()};
+    const TextPosition oldEnd = store.End();
     std::memcpy(store.Data() + from, added, count * sizeof(Char));
     store.Appended({count, addedLines - 1});
     pipeline.NotifyAppended(from, oldEnd);
@@ -425,7 +425,7 @@ bool TextBuffer::RunCommand(const Char* command, const Char* startDirectory) {
 void TextBuffer::PollOutput() {
     if (!output.IsRunning()) return;
     const uint32_t from = Length();
-    const TextPosition oldEnd = {GetLineCount() - 1, from - parts.store.LastLineStart()};
+    const TextPosition oldEnd = parts.store.End();
     const bool isOver = output.Poll();
     if (Length() > from) pipeline.NotifyAppended(from, oldEnd);
     output.SetTimer(services.timer, *this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/LineCache.h"
+#include "document/TextPosition.h"
 
 // The text of a document: one flat array of UTF-16 in which line feed is the only line break, followed by a
 // NUL that is not counted. It may be absent, as before a load or after a failed one; it then has one line and
@@ -56,6 +57,8 @@ public:
     uint32_t LineLength(uint32_t start, bool& isLast) const;
     // Remembered until the text changes otherwise than by appending.
     uint32_t LastLineStart();
+    // Where the text ends.
+    TextPosition End() { return {lineCount - 1, length - LastLineStart()}; }
 
 private:
     Char* text = nullptr;

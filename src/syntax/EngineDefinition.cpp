@@ -6,6 +6,8 @@
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 
+#include <iterator>
+
 namespace {
 
 List<EngineDefinition> definitions; // oldest first
@@ -35,7 +37,7 @@ constexpr ColourRow ColourRows[ColourClassCount] = {
 };
 
 constexpr Char SectionPrefix[] = u"Engine_";
-constexpr uint32_t SectionPrefixLength = 7;
+constexpr uint32_t SectionPrefixLength = std::size(SectionPrefix) - 1; // without the terminator
 
 constexpr Char CppKeywords[] =
     u"#define #else #endif #elif #ifdef #include #undef #error #import #line #ifndef #pragma #if asm auto bad_cast "
