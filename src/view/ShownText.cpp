@@ -59,21 +59,10 @@ Char ShownText::CharacterAt(uint32_t offset) const {
 
 void ShownText::Copy(TextRange range, Char* out) const {
     if (!document || !document->Content() || range.IsEmpty()) return;
-    const Char* content = document->Content();
-    if (!document->HasPendingEdit()) {
-        std::copy(content + range.start, content + range.end, out);
-        return;
-    }
-    // Before, in and after the open line, the end of which may be the text's terminator.
-    const uint32_t open = document->EditLineStart();
-    const uint32_t openEnd = open + document->EditLineText().Length();
-    const Char* line = document->EditLineText().Text();
-    const auto before = std::min(range.end, std::max(range.start, open));
-    const auto inside = std::min(range.end, std::max(range.start, openEnd));
-    out = std::copy(content + range.start, content + before, out);
-    if (inside > before) out = std::copy(line + (before - open), line + (inside - open), out);
-    const uint32_t stored = inside - document->EditLineGrowth();
-    if (range.end > inside) std::copy(content + stored, content + stored + (range.end - inside), out);
+    document->ForEachPiece(range.start, range.Length(), [&out](const Char* piece, size_t count) {
+        out = std::copy(piece, piece + count, out);
+        return true;
+    });
 }
 
 // The states that are remembered are those of the store; the open line is scanned in between.

@@ -31,7 +31,9 @@ public:
     Char CharacterAt(uint32_t offset) const;
     // Copies the characters of `range`, which is inside the text, to `out`, which has room for them.
     void Copy(TextRange range, Char* out) const;
-    // The syntax engine's state at the start of a line, as scanning from the text's start would give it.
+    // The state in which the document's engine comes to a line, from which it can colour that line next: the one that
+    // it has after all lines before, the open one in its edited form. 0 without an engine or a text. Remembers states
+    // on the way, so it is not const.
     uint32_t StateAt(uint32_t line);
     // The characters from `offset` on are others now, or coloured otherwise.
     void ForgetAfter(uint32_t offset) { states.ForgetAfter(offset); }
