@@ -67,6 +67,9 @@ LRESULT CALLBACK CommandWindow::EditProc(HWND edit, UINT message, WPARAM wparam,
                                          DWORD_PTR data) {
     CommandWindow& self = *reinterpret_cast<CommandWindow*>(data);
     switch (message) {
+    case WM_NCDESTROY:
+        RemoveWindowSubclass(edit, EditProc, 0);
+        break;
     case WM_KEYDOWN:
         if (self.OnKeyDown(wparam)) return 0;
         break;

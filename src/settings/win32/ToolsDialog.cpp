@@ -31,6 +31,7 @@ bool IsExtended(uint32_t key) {
 // The hot-key control uses up a key that is typed with Alt, but its character is in the queue already and would be
 // a mnemonic of the dialog: Alt+D would delete the tool. Alt+Space stays the key of the window's menu.
 LRESULT CALLBACK HotKeyProcedure(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(control, HotKeyProcedure, 0);
     const LRESULT answer = DefSubclassProc(control, message, wparam, lparam);
     MSG character;
     if (message == WM_SYSKEYDOWN && wparam != VK_SPACE)
