@@ -1,5 +1,6 @@
 #include "app/DocumentList.h"
 
+#include "base/Assert.h"
 #include "base/Platform.h"
 #include "base/Text.h"
 #include "base/TextFormat.h"
@@ -55,6 +56,7 @@ bool DocumentList::Add(Document* document) {
     documents.Append(node);
     LinkLeastRecent(node);
     ++count;
+    ORVANE_ASSERT(HasBothOrders());
     return true;
 }
 
@@ -65,6 +67,7 @@ void DocumentList::Remove(Document* document) {
     UnlinkUse(node);
     delete node;
     --count;
+    ORVANE_ASSERT(HasBothOrders());
     document->Release();
 }
 
@@ -73,6 +76,7 @@ void DocumentList::Touch(Document* document) {
     if (!node || node == mostRecent) return;
     UnlinkUse(node);
     LinkMostRecent(node);
+    ORVANE_ASSERT(HasBothOrders());
 }
 
 Document* DocumentList::At(uint32_t index) const {
@@ -148,6 +152,17 @@ bool DocumentList::AppendOpened(WString& out, const Document& document) {
     // All views of a text are text views.
     const auto* const view = static_cast<const TextDocumentView*>(document.EnumViews(nullptr, next));
     return Text::AppendFormat(out, u"(%u)\n", view ? view->CaretLine() + 1 : 1);
+}
+
+// Whether each of the documents is in both orders once, linked in both directions.
+bool DocumentList::HasBothOrders() const {
+    uint32_t opened = 0;
+    uint32_t used = 0;
+    for (const Node* node = documents.head; node; node = node->next) ++opened;
+    const Node* before = nullptr;
+    for (const Node* node = mostRecent; node; before = node, node = node->nextInMru, ++used)
+        if (node->previousInMru != before || used == count) return false;
+    return opened == count && used == count && leastRecent == before;
 }
 
 DocumentList::Node* DocumentList::Find(const Document* document) const {

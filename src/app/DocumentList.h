@@ -66,6 +66,7 @@ public:
 
 private:
     static bool AppendOpened(WString& out, const Document& document);
+    bool HasBothOrders() const; // for assertions
     Node* Find(const Document* document) const;
     void LinkLeastRecent(Node* node);
     void LinkMostRecent(Node* node);

@@ -1,5 +1,6 @@
 #include "app/Macros.h"
 
+#include "base/Assert.h"
 #include "base/TextFormat.h"
 #include "viewbase/ViewHost.h"
 
@@ -19,6 +20,7 @@ Macros::~Macros() {
 }
 
 MacroState Macros::State() const {
+    ORVANE_ASSERT(!recording || !playing);
     if (recording) return MacroState::Recording;
     return playing ? MacroState::Playing : MacroState::Idle;
 }

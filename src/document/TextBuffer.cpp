@@ -39,6 +39,7 @@ TextBuffer::~TextBuffer() {
 }
 
 uint32_t TextBuffer::Release() {
+    ORVANE_ASSERT(refCount > 0);
     if (--refCount) return refCount;
     delete this;
     return 0;

@@ -1,5 +1,6 @@
 #include "settings/SettingText.h"
 
+#include "base/Assert.h"
 #include "base/Heap.h"
 #include "base/WString.h"
 
@@ -29,10 +30,12 @@ void SettingText::Set(const Char* text) {
 }
 
 void SettingText::Share() {
+    ORVANE_ASSERT(!shared || shared->owners > 0);
     if (shared) ++shared->owners;
 }
 
 void SettingText::Release() {
+    ORVANE_ASSERT(!shared || shared->owners > 0);
     if (shared && --shared->owners == 0) delete shared;
     shared = nullptr;
 }

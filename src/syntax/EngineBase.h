@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Assert.h"
 #include "base/WString.h"
 #include "syntax/EngineDefinition.h"
 #include "syntax/SyntaxEngine.h"
@@ -12,6 +13,7 @@ public:
 
     uint32_t AddRef() override { return ++refCount; }
     uint32_t Release() override {
+        ORVANE_ASSERT(refCount > 0);
         const uint32_t left = --refCount;
         if (left == 0) delete this;
         return left;

@@ -1,5 +1,7 @@
 #include "syntax/KeywordSet.h"
 
+#include "base/Assert.h"
+
 #include <algorithm>
 
 namespace {
@@ -74,6 +76,7 @@ bool KeywordSet::TakeWords(const Char* list, uint32_t wordCount) {
         }
         i += wordLength;
     }
+    ORVANE_ASSERT(entryCount <= wordCount);
     return true;
 }
 
@@ -93,6 +96,7 @@ void KeywordSet::SortIntoBuckets() {
         }
     }
     for (uint32_t bucket = 0; bucket < BucketCount; ++bucket) buckets[bucket + 1].first += buckets[bucket].first;
+    ORVANE_ASSERT(buckets[BucketCount].first == entryCount);
 }
 
 bool KeywordSet::CanBegin(Char c) const {

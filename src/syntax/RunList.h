@@ -17,6 +17,7 @@ public:
     uint32_t Kind() const { return kind; }
     // Appends a run from `from` to `to` (not empty). False without memory, as all below.
     bool Append(const ColourClass& colours, const Char* from, const Char* to) {
+        ORVANE_ASSERT(from < to);
         return spans.Append({colours.foreground, colours.background, static_cast<uint32_t>(to - from)});
     }
     // Begins a run of a kind, for Extend. A run that got no characters gives way to it.

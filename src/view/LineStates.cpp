@@ -1,5 +1,6 @@
 #include "view/LineStates.h"
 
+#include "base/Assert.h"
 #include "base/Scan.h"
 
 LineStates::Entry LineStates::NearestBefore(uint32_t offset) const {
@@ -20,6 +21,7 @@ LineStates::Entry LineStates::NearestBefore(uint32_t offset) const {
 
 uint32_t LineStates::At(SyntaxEngine& engine, const Char* text, uint32_t offset) {
     Entry at = NearestBefore(offset);
+    ORVANE_ASSERT(at.offset <= offset);
     // The engine is that of all views, and carries on from whatever line was coloured last.
     engine.SetCarriedState(at.carried);
     while (offset - at.offset > Step) {
