@@ -17,7 +17,7 @@ struct TestHooks {
     uint64_t unreadableTo = 0;
 };
 
-TestHooks hooks;
+TestHooks hooks; // of the process: they stand for its system
 
 } // namespace
 

@@ -4,7 +4,8 @@
 #include "base/Types.h"
 #include "base/WString.h"
 
-// The state of a command whose output a document collects.
+// The state of a command whose output a document collects. Its handles are plain, since only the platform half knows
+// what they are; OutputCollector owns them and has CommandProcess close them, at the latest when it goes.
 struct OutputRun {
     void* process = nullptr; // null when none runs
     uint32_t processId = 0;

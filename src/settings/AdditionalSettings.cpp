@@ -5,6 +5,7 @@
 
 #include <iterator>
 
+// Of the process, as is the record beside which they are read.
 AdditionalSettings additionalSettings;
 
 namespace {

@@ -3,6 +3,7 @@
 #include "base/Text.h"
 #include "settings/IniFile.h"
 
+// Of the process, as are the settings, which are loaded and released with it.
 ToolList toolList;
 
 namespace {

@@ -10,7 +10,8 @@
 
 namespace {
 
-List<EngineDefinition> definitions; // oldest first
+// Of the process, as are the settings that they take their colours from. Oldest first.
+List<EngineDefinition> definitions;
 
 struct ColourRow {
     const Char* foregroundKey;

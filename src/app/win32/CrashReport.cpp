@@ -26,8 +26,8 @@ struct Prepared {
     WString told;    // what the user is told
     WString toldWithDump;
 };
-Prepared prepared;
-LONG crashes = 0; // the first one is reported
+Prepared prepared; // of the process: the system calls the filter with nothing but the exception
+LONG crashes = 0;  // the first one is reported
 
 // The thread that has crashed, and what happened to it.
 struct Crash {

@@ -12,6 +12,7 @@
 
 #include <initializer_list>
 
+// Of the process, which has one: for those whom the system calls with nothing of ours.
 MainFrame* mainFrame = nullptr;
 
 namespace {

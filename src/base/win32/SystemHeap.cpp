@@ -34,6 +34,7 @@ struct alignas(64) LargeBlock {
     uint8_t* Content() { return reinterpret_cast<uint8_t*>(this + 1); }
 };
 
+// The system's own, one for the process.
 HANDLE processHeap = nullptr;
 // One list for the process, as the heap is: a block that is freed says nothing but its address.
 List<LargeBlock> largeBlocks;

@@ -24,7 +24,7 @@ constexpr BrushRole BrushRoles[] = {
 };
 enum class Brush { Margin, Bookmark, Background, Selection };
 
-// The one set for the process.
+// The one set for the process, as its settings are; all views paint with it.
 struct Drawing {
     GdiObject<HFONT> font;
     GdiObject<HBITMAP> spaceDot;
