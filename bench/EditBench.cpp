@@ -23,10 +23,10 @@ struct Typist {
         view->SetTopLine(middle - std::min(middle, 20u));
     }
     void StartLine() {
-        document->CommitEdit();
+        static_cast<void>(document->CommitEdit());
         Paint();
         view->PutCaret(middle, 0);
-        document->LoadEditLine(middle);
+        static_cast<void>(document->LoadEditLine(middle));
     }
     // What painting looks up.
     void Paint() { document->LineToOffset(view->TopLine()); }
@@ -38,7 +38,7 @@ struct Typist {
         const uint32_t start = document->LineToOffset(middle);
         const uint32_t length = document->Length();
         Type();
-        document->CommitEdit();
+        static_cast<void>(document->CommitEdit());
         Bench::Check(document->Length() == length + Typed.size(), "length after typing");
         Bench::Check(std::u16string(document->Content() + start, Typed.size()) == Typed, "typed text");
     }

@@ -25,7 +25,7 @@ public:
         return {[this] { Type(2000); },
                 [this] {
                     KeepJournals(isKept);
-                    document->CommitEdit();
+                    static_cast<void>(document->CommitEdit());
                     view->PutCaret(line, 0);
                     Bench::Check(document->LoadEditLine(line), "the line");
                     Type(100);
@@ -59,7 +59,7 @@ public:
                     shown.input.OnChar(u'\r');
                     const int64_t length = document->Length();
                     Type(100);
-                    document->CommitEdit();
+                    static_cast<void>(document->CommitEdit());
                     Bench::Check(document->Length() == length + 101 && drawn > 100, "the keys and their rows");
                     Bench::Check(document->FlushJournal(), "the journal");
                 }};

@@ -29,7 +29,8 @@ TextEditor* ActiveText::Editor() const {
 void ActiveText::SetEngine(const Char* name) {
     TextBuffer* const text = Document();
     // A name that no definition has would give a plain engine.
-    if (text && FindEngineDefinition(name)) text->SetEngineName(name);
+    // Without memory the text keeps the engine it has.
+    if (text && FindEngineDefinition(name)) static_cast<void>(text->SetEngineName(name));
 }
 
 void ActiveText::MarkAsOutput() {

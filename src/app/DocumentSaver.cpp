@@ -36,7 +36,8 @@ bool DocumentSaver::SaveChosen(Document& document, bool askForName) {
     // Bytes are always written back into their own file, whatever name was chosen.
     if (askForName && !document.IsBinary() && document.SetPath(choice.path.Text())) {
         document.SetTitle(u"");
-        static_cast<TextBuffer&>(document).SetEngineName(u"");
+        // By the new path; without memory the old engine stays.
+        static_cast<void>(static_cast<TextBuffer&>(document).SetEngineName(u""));
     }
     if (display.Active() == &document) screen.RefreshTitle();
     return true;

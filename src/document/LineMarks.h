@@ -28,7 +28,7 @@ public:
     LineMark* Next(uint32_t line, LineMark::Flags mask, bool inclusive) const;
     LineMark* Previous(uint32_t line, LineMark::Flags mask, bool inclusive) const;
     // False only without memory.
-    bool ToggleBookmark(uint32_t line);
+    [[nodiscard]] bool ToggleBookmark(uint32_t line);
     void ClearBookmarks();
     // These lines came in: the marks after them follow.
     void LinesInserted(LinesAfter lines);

@@ -68,8 +68,8 @@ public:
     bool EmptyAndResetUndo();
 
     // The edit line, see EditPipeline.
-    bool LoadEditLine(uint32_t line) { return pipeline.LoadEditLine(line); }
-    bool CommitEdit() { return pipeline.CommitEdit(); }
+    [[nodiscard]] bool LoadEditLine(uint32_t line) { return pipeline.LoadEditLine(line); }
+    [[nodiscard]] bool CommitEdit() { return pipeline.CommitEdit(); }
 
     // Editing. On a read-only document all succeed and do nothing; false leaves everything as it was. When one returns,
     // all views have been told.
@@ -137,7 +137,7 @@ public:
     void AttachEngine(SyntaxEngine* newEngine);
     // From now on the engine of that name, whatever the path (empty: by the path again), and repaints. False
     // without memory.
-    bool SetEngineName(const Char* name);
+    [[nodiscard]] bool SetEngineName(const Char* name);
 
     // Output of commands. Appends text as it is (line breaks normalised in place in `added`).
     [[nodiscard]] bool AppendOutputText(Char* added);

@@ -112,13 +112,14 @@ void TextEditor::ResumeRedraw() {
 // Caret and selection.
 
 void TextEditor::OpenCaretLine() {
-    if (TextBuffer* document = GetTextBuffer()) document->LoadEditLine(caret.Line());
+    // Here and in MoveCaret: without memory the line is opened when it is typed in.
+    if (TextBuffer* document = GetTextBuffer()) static_cast<void>(document->LoadEditLine(caret.Line()));
 }
 
 void TextEditor::MoveCaret(TextPosition place, bool extend, CaretStop stop) {
     TextBuffer* document = GetTextBuffer();
     if (!document) return;
-    if (document->ActiveView() == this) document->LoadEditLine(place.line);
+    if (document->ActiveView() == this) static_cast<void>(document->LoadEditLine(place.line));
     SetCaret(place, extend, stop);
     MatchBrackets();
 }
@@ -183,7 +184,8 @@ void TextEditor::UpdateCaret(bool scrollIntoView) {
 
 void TextEditor::SetTopLine(uint32_t line) {
     if (line == TopLine()) return;
-    if (TextBuffer* document = GetTextBuffer()) document->CommitEdit();
+    // Without memory what is pending stays so.
+    if (TextBuffer* document = GetTextBuffer()) static_cast<void>(document->CommitEdit());
     viewport.ScrollTo(line);
 }
 

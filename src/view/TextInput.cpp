@@ -64,7 +64,7 @@ void TextInput::OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) {
 bool TextInput::BeginSelection(ClientPoint point, bool extend) {
     TextBuffer* document = editor.GetTextBuffer();
     if (!document) return false;
-    document->CommitEdit();
+    static_cast<void>(document->CommitEdit()); // without memory the line stays open, which selecting does not mind
     editor.Surface().TakeFocus();
     // With Shift the new selection reaches from the caret, not from where the old one began.
     editor.CollapseSelection();

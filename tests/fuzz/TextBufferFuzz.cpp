@@ -74,7 +74,7 @@ public:
 
     // Line by line, and the line of each of its ends.
     void CheckLines() {
-        document->CommitEdit();
+        static_cast<void>(document->CommitEdit());
         uint32_t start = 0;
         for (uint32_t line = 0; line < document->GetLineCount(); ++line) {
             Require(document->LineToOffset(line) == start);
@@ -89,7 +89,7 @@ public:
 
     void CheckSteps() {
         CloseGroups();
-        document->CommitEdit();
+        static_cast<void>(document->CommitEdit());
         const std::u16string last = Text();
         while (document->CanDo(DocumentCommand::Undo)) document->Undo();
         Require(Text().empty());
@@ -138,7 +138,7 @@ private:
         Active()->PutCaret(line, input.Number());
     }
     void Select(Input& input) {
-        document->CommitEdit();
+        static_cast<void>(document->CommitEdit());
         const uint32_t anchor = input.Number();
         Active()->SelectRange(anchor, input.Number());
     }

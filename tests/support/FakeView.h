@@ -37,7 +37,7 @@ public:
     void Activate() {
         focus = true;
         document.SetActiveView(this);
-        document.LoadEditLine(place.line);
+        static_cast<void>(document.LoadEditLine(place.line));
     }
     // As the user would: with the line opened when this is the active view.
     void MoveCaret(uint32_t line, uint32_t column) {
@@ -141,7 +141,8 @@ private:
     }
     uint32_t TextLength() const { return document.Length() + PendingGrowth(); }
     void Open(uint32_t line) {
-        if (document.ActiveView() == this && document.EditLineNumber() != NoLine) document.LoadEditLine(line);
+        if (document.ActiveView() == this && document.EditLineNumber() != NoLine)
+            static_cast<void>(document.LoadEditLine(line));
     }
     void Place(TextPosition wanted) {
         place.line = std::min(wanted.line, document.GetLineCount() - 1);

@@ -108,7 +108,7 @@ protected:
     }
     void Show(const std::u16string& text, const Char* engine = nullptr) {
         document = std::make_unique<TextDocument>(text);
-        if (engine) (*document)->SetEngineName(engine);
+        if (engine) static_cast<void>((*document)->SetEngineName(engine));
         DocumentView* made = (*document)->CreateView(frame);
         ASSERT_NE(made, nullptr);
         view = static_cast<TextView*>(made->AsView());

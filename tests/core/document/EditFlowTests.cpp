@@ -134,13 +134,13 @@ TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreNotified) {
     EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
     view->onMoved = [this] { document->Undo(); };
     EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
-    view->onMoved = [this] { document->LoadEditLine(2); };
+    view->onMoved = [this] { static_cast<void>(document->LoadEditLine(2)); };
     EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
 }
 
 TEST_F(EditFlowTest, NorWhileTheyAreNotifiedOfWhatIsNoEdit) {
     document->TypeChar(view, u'x', 0, true, false);
-    view->onForgotten = [this] { document->LoadEditLine(1); };
+    view->onForgotten = [this] { static_cast<void>(document->LoadEditLine(1)); };
     EXPECT_DEATH(document->CommitEdit(), "IsNotifying") << "a line is written back";
     EXPECT_DEATH(document->AttachEngine(nullptr), "IsNotifying") << "the engine is another one";
 }

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(EditLineTest, HoldsTheLineWithItsLineFeed) {
     Start(u"one\ntwo\nthree");
-    document->LoadEditLine(1);
+    EXPECT_TRUE(document->LoadEditLine(1));
     EXPECT_EQ(document.EditLineText(), u"two\n");
     EXPECT_EQ(document->EditLineNumber(), 1u);
     EXPECT_EQ(document->EditLineStart(), 4u);
@@ -45,21 +45,21 @@ TEST_F(EditLineTest, HoldsTheLineWithItsLineFeed) {
 
 TEST_F(EditLineTest, HoldsTheLastLineWithTheTerminator) {
     Start(u"one\ntwo");
-    document->LoadEditLine(1);
+    EXPECT_TRUE(document->LoadEditLine(1));
     EXPECT_EQ(document.EditLineText(), std::u16string(u"two\0", 4));
     EXPECT_EQ(document->EditLineStoreLength(), 4u);
 }
 
 TEST_F(EditLineTest, OfAFileEndingInALineFeedTheLastLineHoldsOnlyTheTerminator) {
     Start(u"one\n");
-    document->LoadEditLine(1);
+    EXPECT_TRUE(document->LoadEditLine(1));
     EXPECT_EQ(document.EditLineText(), std::u16string(u"\0", 1));
     EXPECT_EQ(document->EditLineStart(), 4u);
 }
 
 TEST_F(EditLineTest, ALinePastTheEndOpensTheLastOne) {
     Start(u"one\ntwo");
-    document->LoadEditLine(100);
+    EXPECT_TRUE(document->LoadEditLine(100));
     EXPECT_EQ(document->EditLineNumber(), 1u);
     EXPECT_EQ(document.EditLineText(), std::u16string(u"two\0", 4));
 }
@@ -125,7 +125,7 @@ TEST_F(EditLineTest, CommitKeepsTheLinesBelowFindable) {
     for (uint32_t line = 0; line < 5; ++line) document->LineToOffset(line);
     view->PutCaret(1, 0);
     Type(u"xyz");
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     const uint32_t starts[] = {0, 2, 7, 9, 11};
     for (uint32_t line = 0; line < 5; ++line) EXPECT_EQ(document->LineToOffset(line), starts[line]);
     EXPECT_EQ(document->GetLineCount(), 5u);
@@ -134,17 +134,17 @@ TEST_F(EditLineTest, CommitKeepsTheLinesBelowFindable) {
 TEST_F(EditLineTest, CommitEndsWithExactlyTheRoomNeeded) {
     Start(u"abc");
     Type(u"defgh");
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 9u);
 }
 
 TEST_F(EditLineTest, TypingFollowsTheLineOfTheView) {
     Start(u"one\ntwo\n");
-    document->LoadEditLine(0);
+    EXPECT_TRUE(document->LoadEditLine(0));
     FakeView* other = FakeView::Create(*document);
     other->PutCaret(1, 3);
     EXPECT_TRUE(document->TypeChar(other, u'!', 3, true, false));
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(document.Store(), u"one\ntwo!\n");
 }
 
@@ -391,7 +391,7 @@ TEST_F(EditLineTest, TheEditLineFollowsTheCaretOfTheActiveView) {
     Start(u"one\ntwo\nthree");
     view->PutCaret(2, 1);
     EXPECT_EQ(document->EditLineNumber(), 2u);
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     document->InsertText(0, u"x\n", 2); // the caret follows to line 1
     EXPECT_EQ(view->CaretLine(), 1u);
     EXPECT_EQ(document->EditLineNumber(), 1u);

@@ -85,7 +85,7 @@ TEST(LineMarks, AMarkWithAnotherFlagStaysWhenItsBookmarkGoes) {
     LineMarks marks;
     Toggle(marks, {2, 4});
     marks.Find(2)->flags |= Other;
-    marks.ToggleBookmark(2);
+    ASSERT_TRUE(marks.ToggleBookmark(2));
     EXPECT_EQ(LinesOf(marks), (Lines{2, 4}));
     EXPECT_EQ(LineOf(marks.Next(0, LineMark::Bookmark, true)), 4u);
     marks.ClearBookmarks();
@@ -145,7 +145,7 @@ TEST(LineMarks, BehaveLikeAPlainSetOnRandomOperations) {
         std::set<uint32_t> next;
         switch (random.Below(8)) {
         default:
-            marks.ToggleBookmark(line);
+            ASSERT_TRUE(marks.ToggleBookmark(line));
             next = model;
             if (!next.erase(line)) next.insert(line);
             break;

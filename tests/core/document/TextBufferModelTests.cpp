@@ -160,7 +160,7 @@ private:
         model.MoveCaret(active, line, column);
     }
     void Select() {
-        document->CommitEdit(); // as every selecting command of a view does
+        EXPECT_TRUE(document->CommitEdit()); // as every selecting command of a view does
         model.Commit();
         const auto anchor = random.Below(model.text.size() + 1);
         const auto caret = random.Below(model.text.size() + 1);

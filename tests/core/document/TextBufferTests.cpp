@@ -145,7 +145,7 @@ TEST(TextBuffer, ClearingForANewTextKeepsTheViewsAndForgetsTheRest) {
     view->Activate();
     document->TypeChar(view, u'x', 2, true, false);
     document->ToggleBookmark(1);
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     TextBufferProbe::MarkSaved(*document);
     document->TypeChar(view, u'y', 3, true, false);
     document->LineToOffset(2);

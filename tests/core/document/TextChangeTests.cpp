@@ -49,7 +49,7 @@ TEST_F(TextChangeTest, TypingTellsNothingUntilItIsWrittenBack) {
     document->TypeChar(view, u'b', 1, true, false);
     EXPECT_EQ(view->textChanges, (Offsets{}));
     view->ForgetCalls();
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(Told(), (Offsets{4})) << "the start of the line";
 }
 
@@ -64,7 +64,7 @@ TEST_F(TextChangeTest, TypingThatReachesOnTellsTheStartOfItsLine) {
 
 TEST_F(TextChangeTest, OvertypedCharactersReportTheirOffsetOnceWrittenBack) {
     document->TypeChar(view, u'x', 2, true, true);
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     view->ForgetCalls();
     document->Undo();
     EXPECT_EQ(Told(), (Offsets{6}));

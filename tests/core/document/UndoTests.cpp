@@ -293,7 +293,7 @@ TEST_F(UndoTest, CommitPassesOverMarkersAndStopsAtAStoreRecord) {
     EXPECT_TRUE(document->BeginGroup());
     Type(u" ");
     EXPECT_EQ(document.UndoStates(), (States{3, 0, 3, 2}));
-    document->CommitEdit();
+    EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(document.UndoStates(), (States{2, 0, 2, 2}));
 }
 

@@ -104,7 +104,7 @@ TEST_F(TextJournalTest, WithoutATimerItIsAtMostTwoHundredEditsBehind) {
     TextDocument document;
     textServices.makeView = CaretView::Make;
     ASSERT_TRUE(document->CreateView(nullptr));
-    document->LoadEditLine(0);
+    static_cast<void>(document->LoadEditLine(0));
     uint32_t behind = 0;
     for (uint32_t i = 1; i <= 1000; ++i) {
         ASSERT_TRUE(document->TypeChar(nullptr, u'x', document->EditLineText().Length() - 1, false, false));
@@ -264,7 +264,7 @@ protected:
             Replace(buffer);
             break;
         case 6:
-            buffer.CommitEdit();
+            static_cast<void>(buffer.CommitEdit());
             break;
         case 9:
             Group(document);

@@ -20,8 +20,8 @@ struct KeyTest : ViewTest {
 
 TEST_F(KeyTest, OnEntryTheCaretLineIsOpened) {
     Show(u"ab\ncd|");
-    buffer().CommitEdit();
-    buffer().LoadEditLine(0);
+    EXPECT_TRUE(buffer().CommitEdit());
+    EXPECT_TRUE(buffer().LoadEditLine(0));
     Press(ViewKey::Escape);
     EXPECT_EQ(buffer().EditLineNumber(), 1u);
 }

@@ -17,7 +17,7 @@ struct Rules {
 inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, const std::u16string& replacement,
                            const Rules& rules, bool inSelection) {
     TextBuffer& document = *view.GetTextBuffer();
-    document.CommitEdit();
+    static_cast<void>(document.CommitEdit());
     const auto n = static_cast<uint32_t>(pattern.size());
     const auto r = static_cast<uint32_t>(replacement.size());
     const uint32_t start = inSelection ? view.Caret().SelectionStart() : 0;
@@ -45,7 +45,7 @@ inline bool IsBlank(char16_t c) { return c == u' ' || c == u'\t'; }
 
 inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) {
     TextBuffer& document = *view.GetTextBuffer();
-    document.CommitEdit();
+    static_cast<void>(document.CommitEdit());
     uint32_t start = 0;
     uint32_t lineStart = 0;
     const uint32_t firstLine = document.OffsetToLine(view.Caret().SelectionStart(), start);
@@ -81,7 +81,7 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
 // Of a text with line feeds only.
 inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, bool keepSelected) {
     TextBuffer& document = *view.GetTextBuffer();
-    document.CommitEdit();
+    static_cast<void>(document.CommitEdit());
     const auto length = static_cast<uint32_t>(text.size());
     const bool grouped = view.Caret().SelectionStart() != view.Caret().SelectionEnd();
     if (grouped) {

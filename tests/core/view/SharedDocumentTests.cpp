@@ -151,7 +151,7 @@ TEST_F(SharedDocumentTest, ViewsAgreeAfterATextMadeShorter) {
 TEST_F(SharedDocumentTest, AViewMadeAfterAStepFollowsWhenItIsUndone) {
     Show(u"one\n|two\nthree");
     Type(u"ab\rcd");
-    buffer().CommitEdit();
+    EXPECT_TRUE(buffer().CommitEdit());
     second = Open();
     second->editor.SelectRange({11, 15}); // in "three"
     for (int steps = 0; steps < 3; ++steps) {
