@@ -21,6 +21,7 @@ constexpr Row Rows[] = {
     {u"WholeCharacters", &AdditionalSettings::WholeCharacters},
     {u"OutputCodePage", &AdditionalSettings::OutputCodePage},
     {u"UnixNewFiles", &AdditionalSettings::UnixNewFiles},
+    {u"MarkActivePane", &AdditionalSettings::MarkActivePane},
 };
 
 } // namespace

@@ -13,6 +13,7 @@ struct AdditionalSettings {
     uint32_t WholeCharacters = 0; // nothing stops inside of what is seen as one character
     uint32_t OutputCodePage = 0;  // how the output of commands is decoded: a page's number as in CodePage
     uint32_t UnixNewFiles = 0;    // new documents have LF line ends
+    uint32_t MarkActivePane = 0;  // of several panes the active one has an edge in the highlight colour
 };
 
 // The process-wide values that everything reads.

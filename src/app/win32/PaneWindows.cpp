@@ -1,6 +1,7 @@
 #include "app/win32/PaneWindows.h"
 
 #include "document/Document.h"
+#include "settings/AdditionalSettings.h"
 #include "settings/win32/DrawingObjects.h"
 #include "viewbase/win32/View.h"
 
@@ -127,6 +128,7 @@ void PaneWindows::SetView(Pane& pane, View& view) {
     view.SetHost(&host);
     // Of many files that are opened at once most are never seen, and to attach a view takes longer than its file.
     if (drawing) AttachView(pane);
+    MarkActive();
 }
 
 void PaneWindows::AttachView(const Pane& pane) {
@@ -138,6 +140,18 @@ void PaneWindows::AttachView(const Pane& pane) {
     // The focus stays with the window, so the system sends the new view no message.
     if (GetFocus() == window) SendMessageW(window, WM_SETFOCUS, 0, 0);
     view->Invalidate();
+}
+
+void PaneWindows::SetActive(Pane* pane) {
+    active = pane;
+    MarkActive();
+}
+
+void PaneWindows::MarkActive() {
+    const Pane* const first = layout.Head();
+    const bool marks = additionalSettings.MarkActivePane && first && first->next;
+    for (const Pane* pane = first; pane; pane = pane->next)
+        if (pane->view) pane->view->SetMarked(marks && pane == active);
 }
 
 View* PaneWindows::AttachedView() {
@@ -176,6 +190,7 @@ void PaneWindows::SetRedraw(bool on) {
 
 void PaneWindows::LayOut(SIZE area) {
     shownArea = area;
+    MarkActive();
     const PaneArea filled = AreaOf({area.cx > 0 ? area.cx : 0, area.cy > 0 ? area.cy : 0});
     for (const Pane* pane = layout.Head(); pane; pane = pane->next) {
         const PixelRect place = PaneLayout::Rectangle(*pane, filled);

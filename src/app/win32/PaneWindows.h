@@ -25,12 +25,12 @@ public:
     // Whether the panes, and those that are still to be made, draw anything; on again they draw it all. A view that is
     // set meanwhile is attached only then, or by AttachedView.
     void SetRedraw(bool on);
-    // Places all windows in an area that begins at the client's origin.
+    // Places all windows in an area that begins at the client's origin, and follows the settings.
     void LayOut(SIZE area);
 
     // PaneViews.
     Pane* Active() const override { return active; }
-    void SetActive(Pane* pane) override { active = pane; }
+    void SetActive(Pane* pane) override;
     Pane* First() const override { return layout.Head(); }
     Pane* Next(const Pane& pane) const override { return layout.Next(pane); }
     Pane* PaneOf(const View* view) const override;
@@ -52,6 +52,8 @@ public:
 
 private:
     bool MakeWindow(Pane& pane);
+    // Of several panes the active one, if the additional setting MarkActivePane says so.
+    void MarkActive();
     // A view that leaves a pane lives on with its document only when it is the document's last.
     static void ReleaseView(Pane& pane);
     // Nothing for a pane whose view is attached already, and for one without a view.

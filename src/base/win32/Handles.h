@@ -113,13 +113,17 @@ private:
 // The device context of a window outside of painting: it is borrowed from a common store.
 class WindowDc : Guard {
 public:
-    explicit WindowDc(HWND owner) : window(owner), dc(GetDC(owner)) {}
+    explicit WindowDc(HWND owner) : WindowDc(owner, GetDC(owner)) {}
+    // Of all of the window, with its edge and scroll bars.
+    static WindowDc WithFrame(HWND owner) { return {owner, GetWindowDC(owner)}; }
     ~WindowDc() {
         if (dc) ReleaseDC(window, dc);
     }
     HDC Get() const { return dc; }
 
 private:
+    WindowDc(HWND owner, HDC borrowed) : window(owner), dc(borrowed) {}
+
     HWND window;
     HDC dc;
 };

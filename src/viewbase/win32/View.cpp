@@ -133,6 +133,8 @@ LRESULT View::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         return OnSetCursor(wparam, lparam);
     case WM_MOUSEACTIVATE:
         return OnMouseActivate(wparam, lparam);
+    case WM_NCPAINT:
+        return OnFramePaint(wparam, lparam);
     case WM_NCDESTROY: {
         const HWND dying = window;
         caret.Destroy();
@@ -159,6 +161,30 @@ LRESULT View::OnMouseActivate(WPARAM wparam, LPARAM lparam) {
     const HWND focus = GetFocus();
     if (focus != top && !IsChild(top, focus)) return MA_ACTIVATEANDEAT;
     return DefWindowProcW(window, WM_MOUSEACTIVATE, wparam, lparam);
+}
+
+void View::SetMarked(bool mark) {
+    if (mark == marked) return;
+    marked = mark;
+    if (window) RedrawWindow(window, nullptr, nullptr, RDW_FRAME | RDW_INVALIDATE);
+}
+
+// The system draws the scroll bars and an edge, over which the mark goes: it takes no room.
+LRESULT View::OnFramePaint(WPARAM wparam, LPARAM lparam) {
+    const LRESULT result = DefWindowProcW(window, WM_NCPAINT, wparam, lparam);
+    if (!marked) return result;
+    RECT frame = {};
+    POINT client = {};
+    GetWindowRect(window, &frame);
+    ClientToScreen(window, &client);
+    const LONG thickness = client.x - frame.left;
+    OffsetRect(&frame, -frame.left, -frame.top);
+    const WindowDc target = WindowDc::WithFrame(window);
+    for (LONG i = 0; i < thickness; ++i) {
+        FrameRect(target.Get(), &frame, GetSysColorBrush(COLOR_HIGHLIGHT));
+        InflateRect(&frame, -1, -1);
+    }
+    return result;
 }
 
 void View::LoadBeamCursor() {

@@ -58,6 +58,8 @@ public:
     virtual int32_t TextLeft() const = 0;
 
     ViewHost* Host() const { return host; }
+    // Whether the edge of the window is drawn in the system's highlight colour. It may be said without a window.
+    void SetMarked(bool mark);
 
 protected:
     HWND window = nullptr;
@@ -83,7 +85,9 @@ protected:
 private:
     LRESULT OnSetCursor(WPARAM wparam, LPARAM lparam);
     LRESULT OnMouseActivate(WPARAM wparam, LPARAM lparam);
+    LRESULT OnFramePaint(WPARAM wparam, LPARAM lparam);
 
+    bool marked = false;
     WindowCaret caret;
     POINT caretPlace = {};
     bool caretPlaced = false; // the caret is at that place

@@ -168,7 +168,7 @@ TEST_F(CompletionTest, SetoptIsOfferedTheKeysOfTheSettings) {
               (Calls{u"setopt FontBold", u"setopt FontName", u"setopt FontSize", u"setopt FontBold"}));
     EXPECT_EQ(Run(u"setopt FontSize", 2), Calls(2, u"setopt FontSize"));
     EXPECT_EQ(Run(u"setopt FontSize 1", 1), Calls{u"(null)"});
-    const Calls all = Run(u"setopt ", SettingCount + 5 + 1);
+    const Calls all = Run(u"setopt ", SettingCount + 6 + 1);
     EXPECT_EQ(all.front(), u"setopt AltGr");
     EXPECT_EQ(all.back(), all.front());
     EXPECT_EQ(std::count(all.begin(), all.end(), all.front()), 2);
@@ -176,7 +176,8 @@ TEST_F(CompletionTest, SetoptIsOfferedTheKeysOfTheSettings) {
 
 TEST_F(CompletionTest, SetoptIsOfferedTheAdditionalSettings) {
     EXPECT_EQ(Run(u"setopt u", 3), (Calls{u"setopt UnixNewFiles", u"setopt Utf8", u"setopt UnixNewFiles"}));
-    for (const Char* line : {u"setopt AltGr", u"setopt OutputCodePage", u"setopt WholeCharacters"})
+    for (const Char* line :
+         {u"setopt AltGr", u"setopt MarkActivePane", u"setopt OutputCodePage", u"setopt WholeCharacters"})
         EXPECT_EQ(Run(line, 1), Calls{line});
 }
 

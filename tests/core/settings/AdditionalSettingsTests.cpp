@@ -13,6 +13,7 @@ constexpr struct {
     {u"WholeCharacters", &AdditionalSettings::WholeCharacters},
     {u"OutputCodePage", &AdditionalSettings::OutputCodePage},
     {u"UnixNewFiles", &AdditionalSettings::UnixNewFiles},
+    {u"MarkActivePane", &AdditionalSettings::MarkActivePane},
 };
 
 class Additional : public SettingsTest {
@@ -50,12 +51,14 @@ TEST_F(Additional, AreNoRowsOfTheTable) {
 }
 
 TEST_F(Additional, AreReadFromTheFirstGeneralSection) {
-    Apply(u"[General]\nUtf8=1\nAltGr=2\nWholeCharacters=3\nOutputCodePage=65001\nUnixNewFiles=5\n[General]\nUtf8=9\n");
+    Apply(u"[General]\nUtf8=1\nAltGr=2\nWholeCharacters=3\nOutputCodePage=65001\nUnixNewFiles=5\nMarkActivePane=6\n"
+          u"[General]\nUtf8=9\n");
     EXPECT_EQ(additionalSettings.Utf8, 1u);
     EXPECT_EQ(additionalSettings.AltGr, 2u);
     EXPECT_EQ(additionalSettings.WholeCharacters, 3u);
     EXPECT_EQ(additionalSettings.OutputCodePage, 65001u);
     EXPECT_EQ(additionalSettings.UnixNewFiles, 5u);
+    EXPECT_EQ(additionalSettings.MarkActivePane, 6u);
 }
 
 TEST_F(Additional, AreReadLikeOtherNumbers) {

@@ -186,6 +186,7 @@ TEST_F(ShippedLanguages, TheFileTurnsTheAdditionalSettingsOn) {
     EXPECT_EQ(additionalSettings.WholeCharacters, 1u);
     EXPECT_EQ(additionalSettings.OutputCodePage, 1u);
     EXPECT_EQ(additionalSettings.UnixNewFiles, 1u);
+    EXPECT_EQ(additionalSettings.MarkActivePane, 1u);
     ReleaseSettings();
     additionalSettings = {};
 }
