@@ -69,7 +69,8 @@ void ReplaceAll(const std::string& original) {
     const std::u16string longer = pattern + u"Longer";
     Bench::SampleDocument document(sample);
     Bench::ShownDocument shown(*document);
-    findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
+    Bench::Check(findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size())),
+                 "the pattern is remembered");
     findState.matchCase = findState.wholeWord = true;
 
     const auto replace = [&] {

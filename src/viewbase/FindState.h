@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Assert.h"
 #include "base/Types.h"
 #include "base/WString.h"
 
@@ -10,11 +11,14 @@ public:
 
     // Moves an equal entry to the end or appends a copy; the oldest of 20 makes way. False without
     // memory, the history then being as it was.
-    bool Add(const Char* text, uint32_t length);
-    bool Add(const WString& text) { return Add(text.Text(), text.Length()); }
+    [[nodiscard]] bool Add(const Char* text, uint32_t length);
+    [[nodiscard]] bool Add(const WString& text) { return Add(text.Text(), text.Length()); }
     uint32_t Count() const { return count; }
-    const WString& operator[](uint32_t index) const { return entries[index]; }
-    const WString& Newest() const { return entries[count - 1]; }
+    const WString& operator[](uint32_t index) const {
+        ORVANE_ASSERT(index < count);
+        return entries[index];
+    }
+    const WString& Newest() const { return (*this)[count - 1]; } // of one that is not empty
     void Release();
 
 private:

@@ -78,7 +78,7 @@ void Replace(TextEditor& view, Input& in) {
     const Char replacement[] = {Characters[in.Byte() % 8], Characters[in.Byte() % 8], u'x', 0};
     findState.wholeWord = in.Byte() & 1;
     findState.matchCase = in.Byte() & 1;
-    findState.searchHistory.Add(pattern, 1 + in.Byte() % 2);
+    static_cast<void>(findState.searchHistory.Add(pattern, 1 + in.Byte() % 2));
     EditorFind::ReplaceAll(view, replacement, in.Byte() % 4, in.Byte() & 1);
 }
 

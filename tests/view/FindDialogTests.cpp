@@ -1,5 +1,6 @@
 #include "TextViewTest.h"
 #include "resource.h"
+#include "support/FailureInjection.h"
 #include "support/FakeSurface.h"
 #include "view/DialogDriver.h"
 #include "viewbase/FindState.h"
@@ -52,6 +53,33 @@ TEST_F(FindDialogsTest, AMatchIsSelectedWithoutAMessage) {
     EXPECT_TRUE(host.messages.empty());
     EXPECT_EQ(Editor().SelectionAnchor(), 1u);
     EXPECT_EQ(Editor().CaretOffset(), 3u);
+}
+
+// What is looked for is remembered first, and the newest entry is what is replaced.
+TEST_F(FindDialogsTest, WithoutMemoryNoOlderTextIsReplaced) {
+    ShowText(u"");
+    const uint64_t failures = FailEachAllocation([this] {
+        {
+            const FailurePause pause;
+            findState.Release();
+            EXPECT_TRUE(findState.searchHistory.Add(u"older", 5));
+            TextBuffer& buffer = *Editor().GetTextBuffer();
+            EXPECT_TRUE(buffer.Length() == 0 || buffer.DeleteText({0, buffer.Length()}));
+            EXPECT_TRUE(buffer.InsertText(0, u"older newer", 11));
+            dialog::WhenShown([](HWND window) {
+                dialog::SetText(window, IDC_FIND_WHAT, L"newer");
+                dialog::SetText(window, IDC_REPLACE_WITH, L"x");
+                dialog::Click(window, IDC_REPLACE_ALL);
+                dialog::Cancel(window);
+            });
+        }
+        view->ExecuteCommand(ViewCommand::Replace);
+        const FailurePause pause;
+        const std::u16string text(Editor().GetTextBuffer()->Content(), Editor().GetTextBuffer()->Length());
+        EXPECT_TRUE(text == u"older newer" || text == u"older x") << testing::PrintToString(text);
+        return text == u"older x";
+    });
+    EXPECT_GT(failures, 0u);
 }
 
 } // namespace

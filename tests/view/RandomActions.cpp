@@ -228,7 +228,7 @@ std::string RandomActions::ReplaceEverywhere() {
     if (!editor) return "replace nothing";
     const std::u16string pattern(1, random.OneIn(2) ? u'{' : u'a');
     const std::u16string by = random.OneIn(2) ? u"b" : u"\n(";
-    findState.searchHistory.Add(pattern.c_str(), 1);
+    static_cast<void>(findState.searchHistory.Add(pattern.c_str(), 1));
     const bool inSelection = random.OneIn(2);
     EditorFind::ReplaceAll(*editor, by.c_str(), static_cast<uint32_t>(by.size()), inSelection);
     return "replace all " + Plain(pattern) + " by " + Plain(by) + (inSelection ? " in selection" : "");

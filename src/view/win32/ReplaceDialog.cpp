@@ -54,9 +54,8 @@ private:
         if (!TextOfWindow(GetDlgItem(window, IDC_FIND_WHAT), findState.searchText) ||
             !TextOfWindow(GetDlgItem(window, IDC_REPLACE_WITH), findState.replaceText))
             return false;
-        findState.searchHistory.Add(findState.searchText);
-        findState.replaceHistory.Add(findState.replaceText);
-        return true;
+        // Without memory the newest entry is another text, which nobody wants to be replaced now.
+        return findState.searchHistory.Add(findState.searchText) && findState.replaceHistory.Add(findState.replaceText);
     }
 
     void StoreOptions() {
@@ -70,7 +69,9 @@ private:
     }
 
     void ReplaceOne() {
-        EditorFind::ReplaceSelection(editor, findState.replaceText.Text(), findState.replaceText.Length());
+        // Whatever comes of it, the next one is looked for: at first nothing is selected.
+        static_cast<void>(
+            EditorFind::ReplaceSelection(editor, findState.replaceText.Text(), findState.replaceText.Length()));
         FindNext();
     }
 

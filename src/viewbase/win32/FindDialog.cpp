@@ -26,7 +26,8 @@ public:
     void Ok() override {
         if (!TextOfWindow(GetDlgItem(window, IDC_FIND_WHAT), findState.searchText)) return;
         findState.hexPattern = hexPattern && IsDlgButtonChecked(window, IDC_HEX_PATTERN) == BST_CHECKED;
-        findState.searchHistory.Add(findState.searchText);
+        // Without memory the newest entry is another text, which nobody wants to find now.
+        if (!findState.searchHistory.Add(findState.searchText)) return;
         findState.wholeWord = IsDlgButtonChecked(window, IDC_WHOLE_WORD) == BST_CHECKED;
         findState.matchCase = IsDlgButtonChecked(window, IDC_MATCH_CASE) == BST_CHECKED;
         findState.searchUp = IsDlgButtonChecked(window, IDC_FIND_UP) == BST_CHECKED;

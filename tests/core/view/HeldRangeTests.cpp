@@ -67,7 +67,7 @@ TEST_F(HeldRangeTest, AReplacedWordKeepsItsPlace) {
     Show(u"one two three");
     const auto two = Hold(4, 7);
     const auto three = Hold(8, 13);
-    findState.searchHistory.Add(u"two", 3);
+    EXPECT_TRUE(findState.searchHistory.Add(u"two", 3));
     ASSERT_TRUE(EditorFind::ReplaceAll(view(), u"2", 1, false));
     EXPECT_EQ(Text(), u"one 2 three");
     EXPECT_EQ(Read(*two), "2");

@@ -10,7 +10,7 @@ struct ReplaceAllTest : ViewTest {
     std::string After(const std::u16string& text, const std::u16string& pattern, const std::u16string& replacement,
                       bool inSelection = false) {
         Show(text);
-        findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
+        static_cast<void>(findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size())));
         EditorFind::ReplaceAll(view(), replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
         return Marked();
     }
@@ -177,7 +177,7 @@ TEST_F(ReplaceAllTest, UndoBringsBackTheLettersThatStoodThere) {
 TEST_F(ReplaceAllTest, AReadOnlyDocumentStaysAsItIs) {
     Show(u"aaa");
     EXPECT_TRUE(buffer().MarkAsOutput());
-    findState.searchHistory.Add(u"a", 1);
+    EXPECT_TRUE(findState.searchHistory.Add(u"a", 1));
     EditorFind::ReplaceAll(view(), u"b", 1, false);
     EXPECT_EQ(Plain(Text()), "aaa");
     EXPECT_EQ(Message(), "0 occurences replaced");
@@ -185,7 +185,7 @@ TEST_F(ReplaceAllTest, AReadOnlyDocumentStaysAsItIs) {
 
 TEST_F(ReplaceAllTest, ATextThatWouldBecomeTooLongIsRefused) {
     Show(u"|" + std::u16string(5000, u'a'));
-    findState.searchHistory.Add(u"a", 1);
+    EXPECT_TRUE(findState.searchHistory.Add(u"a", 1));
     const std::u16string replacement(1000000, u'b');
     EXPECT_FALSE(EditorFind::ReplaceAll(view(), replacement.data(), 1000000, false));
     EXPECT_EQ(Text(), std::u16string(5000, u'a'));
@@ -197,7 +197,7 @@ TEST_F(ReplaceAllTest, ATextThatWouldBecomeTooLongIsRefused) {
 
 TEST_F(ReplaceAllTest, EscapeChangesNothing) {
     Fill(std::u16string((1u << 24) + 100, u'x') + u"ab");
-    findState.searchHistory.Add(u"x", 1);
+    EXPECT_TRUE(findState.searchHistory.Add(u"x", 1));
     surface().tickStep = 600;
     surface().escapePressed = true;
     EXPECT_FALSE(EditorFind::ReplaceAll(view(), u"y", 1, false));
@@ -213,7 +213,7 @@ TEST_F(ReplaceAllTest, WithoutMemoryNothingIsHalfReplaced) {
             FailurePause pause;
             Show(u"a|b ab ab");
             view().ToggleBookmark(0);
-            findState.searchHistory.Add(u"ab", 2);
+            static_cast<void>(findState.searchHistory.Add(u"ab", 2));
         }
         const bool done = EditorFind::ReplaceAll(view(), u"longer", 6, false);
         FailurePause pause;
@@ -260,7 +260,7 @@ TEST_F(ReplaceAllTest, OnePassGivesWhatOneByOneGives) {
                      (rules.wholeWord ? " word" : "") + (inSelection ? " selection" : ""));
         ASSERT_EQ(single.Look(), bulk.Look());
 
-        findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
+        static_cast<void>(findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size())));
         findState.matchCase = rules.matchCase;
         findState.wholeWord = rules.wholeWord;
         const uint32_t count = OneByOne::ReplaceAll(single.views[0]->editor, pattern, replacement, rules, inSelection);

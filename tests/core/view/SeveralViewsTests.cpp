@@ -134,14 +134,14 @@ struct SeveralViewsTest : EditorModelTest {
             model.text.replace(at, pattern.size(), replacement);
             end += replacement.size() - pattern.size();
         }
-        findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size()));
+        static_cast<void>(findState.searchHistory.Add(pattern.data(), static_cast<uint32_t>(pattern.size())));
         EditorFind::ReplaceAll(view(), replacement.data(), static_cast<uint32_t>(replacement.size()), inSelection);
         history.Add(model.text);
         return "replace all " + Plain(pattern) + " by " + Plain(replacement) + (inSelection ? " in selection" : "");
     }
     std::string ReplaceSelection(EditorModel& model, TextHistory& history) {
         if (model.Selected()) model.Replace(model.From(), model.To(), u"a\nb");
-        EditorFind::ReplaceSelection(view(), u"a\nb", 3);
+        static_cast<void>(EditorFind::ReplaceSelection(view(), u"a\nb", 3));
         history.Add(model.text);
         return "replace selection";
     }

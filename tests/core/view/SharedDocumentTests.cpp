@@ -178,7 +178,7 @@ TEST_F(SharedDocumentTest, ViewsWithoutAWindowAgreeAfterEmptying) {
 
 TEST_F(SharedDocumentTest, AViewMadeAfterAReplacementFollowsWhenItIsUndone) {
     Show(u"a\nbab\nc");
-    findState.searchHistory.Add(u"b", 1);
+    EXPECT_TRUE(findState.searchHistory.Add(u"b", 1));
     EditorFind::ReplaceAll(view(), u"x\nyz", 4, false);
     EXPECT_EQ(Plain(Text()), "a\nx\nyzax\nyz\nc");
     second = Open();
