@@ -9,7 +9,7 @@
 namespace {
 
 constexpr uint32_t PerRow = HexViewport::BytesPerRow;
-constexpr uint32_t PerByte = 3; // a blank and two digits
+using HexText::PerByte; // the blank comes first
 
 } // namespace
 

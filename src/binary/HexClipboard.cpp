@@ -11,7 +11,7 @@ namespace {
 
 // Two digits and a blank for each byte. False when that is too much, or a byte cannot be read.
 bool AppendSelection(HexEditor& editor, WString& out) {
-    constexpr uint32_t PerByte = 3;
+    using HexText::PerByte;
     constexpr uint32_t Batch = 256; // bytes appended at a time
     Char text[Batch * PerByte];
     const uint64_t end = editor.SelectionEnd();

@@ -16,7 +16,6 @@ public:
     void OnChar(Char character) override;
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
-    int32_t VisibleLines() const override { return editor.Viewport().VisibleRows(); }
 
 private:
     // DragTarget.

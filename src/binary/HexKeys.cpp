@@ -23,10 +23,7 @@ struct KeyPress {
     // The first byte of the caret's row.
     uint64_t RowStart() const { return caret - caret % RowBytes; }
     uint64_t LastByte() const { return fileSize ? fileSize - 1 : 0; }
-    uint32_t PageRows() const {
-        const int32_t rows = editor.Viewport().VisibleRows();
-        return static_cast<uint32_t>(rows > 0 ? rows : 1);
-    }
+    uint32_t PageRows() const { return editor.Viewport().Rows().CountOrOne(); }
 };
 
 // Up and down by rows, but not beyond the first and the last one; the column is kept where it can be.

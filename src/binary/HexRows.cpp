@@ -11,18 +11,16 @@ bool HexRows::Begin(HexEditor& hexEditor, int32_t updateTop, int32_t updateBotto
     lineHeight = editor->Surface().Metrics().lineHeight;
     if (!editor->GetBinaryDocument() || lineHeight <= 0) return false;
     std::fill_n(advances, RowCharacters, charWidth);
-    topRow = editor->Viewport().TopRow();
-    const bool all = updateBottom <= updateTop;
-    const auto rowAt = [this](int32_t y) { return topRow + static_cast<uint32_t>(std::max(y, 0) / lineHeight); };
-    nextRow = all ? topRow : rowAt(updateTop);
-    lastRow = all ? topRow + static_cast<uint32_t>(editor->Viewport().VisibleRows()) : rowAt(updateBottom - 1);
+    const RowRange painted = editor->Viewport().Rows().Touched(updateTop, updateBottom, lineHeight);
+    nextRow = painted.first;
+    lastRow = painted.last;
     return true;
 }
 
 bool HexRows::Next(RowPicture& row) {
     if (nextRow > lastRow) return false;
     row = RowPicture();
-    row.top = static_cast<int32_t>(nextRow - topRow) * lineHeight;
+    row.top = static_cast<int32_t>(nextRow - editor->Viewport().TopRow()) * lineHeight;
     row.fill = settings.TextBg;
     row.pastEnd = nextRow >= editor->Viewport().RowCount();
     if (!row.pastEnd) {
@@ -61,7 +59,7 @@ HexRows::Colours HexRows::ColoursOf(uint64_t offset) const {
 // does not take along into its colours.
 // A row lies within one page. What the file does not deliver is left out.
 void HexRows::AddBytes(RowPicture& row, uint64_t offset) {
-    constexpr uint32_t PerByte = 3;
+    using HexText::PerByte;
     uint32_t count = 0;
     const uint8_t* bytes = editor->Page().BytesAt(*editor->GetBinaryDocument(), offset, count);
     count = std::min(count, HexViewport::BytesPerRow);

@@ -21,7 +21,6 @@ private:
     static constexpr uint32_t RowCharacters = HexViewport::TextColumn + HexViewport::BytesPerRow;
     // Each byte at most one run in either column, and the gap between the columns.
     static constexpr uint32_t MaxRuns = 2 * HexViewport::BytesPerRow + 1;
-    static constexpr uint32_t NumberCapacity = 32;
 
     struct Colours {
         Colour foreground;
@@ -38,7 +37,6 @@ private:
     HexEditor* editor = nullptr;
     int32_t charWidth = 0;
     int32_t lineHeight = 0;
-    uint64_t topRow = 0;
     uint64_t nextRow = 0;
     uint64_t lastRow = 0;
     Char number[NumberCapacity] = {};

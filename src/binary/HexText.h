@@ -7,6 +7,8 @@ class WString;
 // Bytes and file offsets as hexadecimal text, digits in upper case.
 namespace HexText {
 
+// The characters of a byte among others: two digits and a blank.
+constexpr uint32_t PerByte = 3;
 constexpr uint32_t MinOffsetDigits = 10;
 constexpr uint32_t MaxOffsetDigits = 16;
 

@@ -1,20 +1,18 @@
 #pragma once
 
-#include "viewbase/Redraw.h"
-#include "viewbase/Scrolling.h"
+#include "binary/HexText.h"
+#include "viewbase/ViewportBase.h"
 
 // Which rows of its file a hex view shows and where in the window they are: from left to right the offset column, the
 // margin, the hex column and the text column. Widths are pixels.
-class HexViewport {
+class HexViewport final : public ViewportBase {
 public:
     static constexpr uint32_t BytesPerRow = 16;
     // Characters of a full row's hex column, and where its text column begins, counted from the hex column.
-    static constexpr uint32_t HexColumns = BytesPerRow * 3 - 1;
+    static constexpr uint32_t HexColumns = BytesPerRow * HexText::PerByte - 1;
     static constexpr uint32_t TextColumn = HexColumns + 2;
 
-    HexViewport(EditorSurface& window, Redraw& painted) : surface(window), redraw(painted), bars(window) {}
-    HexViewport(const HexViewport&) = delete;
-    HexViewport& operator=(const HexViewport&) = delete;
+    HexViewport(EditorSurface& window, Redraw& painted) : ViewportBase(window, painted) {}
 
     // To the start of another file of that size.
     void Reset(uint64_t size);
@@ -22,17 +20,15 @@ public:
     void Measure();
 
     uint64_t RowCount() const { return fileSize / BytesPerRow + (fileSize % BytesPerRow != 0); }
-    uint64_t TopRow() const { return topRow; }
-    int32_t VisibleRows() const { return visibleRows; } // that fit in whole
+    uint64_t TopRow() const { return rows.top; }
     // Width of the offset column in characters.
     uint32_t OffsetDigits() const { return offsetDigits; }
-    int32_t GutterWidth() const; // the offset column
-    int32_t TextLeft() const;    // offset column and margin
+    int32_t GutterWidth() const override; // the offset column
 
     // Makes a row the first one shown, the last one at most.
     void ScrollTo(uint64_t row);
     void ScrollIntoView(uint64_t offset);
-    ScrollState Scrolled() const { return {RowCount(), visibleRows, topRow}; }
+    ScrollState Scrolled() const { return {RowCount(), rows.count, rows.top}; }
     void UpdateScrollBar();
     // The window is another one, whose bars were never set.
     void ForgetScrollBars();
@@ -45,11 +41,6 @@ public:
     uint64_t OffsetAt(ClientPoint point, uint64_t withoutFont) const;
 
 private:
-    EditorSurface& surface;
-    Redraw& redraw;
-    ScrollBars bars;
     uint64_t fileSize = 0;
-    uint64_t topRow = 0;
-    int32_t visibleRows = 0; // client height / line height
     uint32_t offsetDigits = 2;
 };

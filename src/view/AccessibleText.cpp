@@ -68,7 +68,7 @@ void AccessibleText::Select(const AccessibleRange& range) {
 void AccessibleText::ScrollTo(const AccessibleRange& range, bool toTop) {
     const TextRange shown = range.Within(Text());
     uint32_t line = Text().LineOf(toTop ? shown.start : shown.end);
-    const auto above = static_cast<uint32_t>(std::max(editor.VisibleLines(), 1)) - 1;
+    const uint32_t above = editor.Viewport().Rows().CountOrOne() - 1;
     // The last of the lines that fit in whole, and not the one that is cut off.
     if (!toTop) line -= std::min(line, above);
     editor.SetTopLine(line);

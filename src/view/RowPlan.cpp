@@ -29,12 +29,10 @@ bool RowPlan::Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBot
     style.showWhitespace = settings.ShowWhitespace != 0;
     runs.Begin(style, editor->GetTextSurface().Widths());
 
-    const bool all = updateBottom <= updateTop;
     topLine = editor->TopLine();
-    const auto rowOf = [&](int32_t y) { return topLine + static_cast<uint32_t>(y > 0 ? y / lineHeight : 0); };
-    nextLine = all ? topLine : rowOf(updateTop);
-    // With a row more than fit in whole: it may be seen in part.
-    lastLine = all ? topLine + static_cast<uint32_t>(editor->VisibleLines()) : rowOf(updateBottom - 1);
+    const RowRange painted = editor->Viewport().Rows().Touched(updateTop, updateBottom, lineHeight);
+    nextLine = static_cast<uint32_t>(painted.first);
+    lastLine = static_cast<uint32_t>(painted.last);
     // After the open line these differ by what was typed in it. Characters come from the store, but colours and the
     // selection are in offsets of the text as it is seen.
     storeStart = document->LineToOffset(nextLine);

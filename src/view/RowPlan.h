@@ -24,8 +24,6 @@ public:
     int32_t MarginRight() const override { return style.textLeft; }
 
 private:
-    static constexpr uint32_t NumberCapacity = 32;
-
     TextSpan TakeLine();
     // How many characters of the line, its line feed included, have to be coloured.
     uint32_t SeenLength(TextSpan line, LinePlace from) const;

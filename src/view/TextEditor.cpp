@@ -199,7 +199,7 @@ void TextEditor::ToggleOverwrite() {
 }
 
 void TextEditor::PrepareEdit() {
-    if (!viewport.Shows(caret.Line())) UpdateCaret(true);
+    if (!viewport.Rows().Holds(caret.Line())) UpdateCaret(true);
 }
 
 void TextEditor::PlaceAfterEdit(uint32_t column) {

@@ -36,7 +36,6 @@ public:
     HeldRanges& Held() { return heldRanges; }
     // See ShownText.
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
-    // The pair that is highlighted, whichever view has found it.
     // Grows with every operation that edits the document, in whichever view.
     uint32_t EditCount() const { return editCount; }
 
@@ -72,7 +71,7 @@ public:
     void WindowAttached();
     void LayOut(bool coloursChanged);
     void FocusGained();
-    int32_t VisibleLines() const { return viewport.VisibleLines(); }
+    int32_t VisibleLines() const { return viewport.VisibleRows(); }
     // Until redraw is resumed nothing is invalidated; calls nest.
     void SuspendRedraw() { redraw.Suspend(); }
     void ResumeRedraw();

@@ -18,7 +18,6 @@ public:
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
     void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) override;
-    int32_t VisibleLines() const override { return editor.VisibleLines(); }
 
     // Opens the file that the line names in output, else selects the word.
     void OnDoubleClick();

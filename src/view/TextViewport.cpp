@@ -17,7 +17,7 @@ constexpr uint64_t HorizontalRange = 16384; // pixels
 } // namespace
 
 void TextViewport::Reset() {
-    topLine = 0;
+    rows.top = 0;
     horizontalScroll = 0;
     measured.ForgetAfter(0);
     if (!text.Document()) return;
@@ -28,8 +28,7 @@ void TextViewport::Reset() {
 void TextViewport::Measure() {
     measured.Forget(); // the font or the tabs may have changed
     if (!surface.HasWindow()) return;
-    const int32_t lineHeight = surface.Metrics().lineHeight;
-    visibleLines = lineHeight > 0 ? surface.Size().height / lineHeight : 0;
+    CountRows();
     CountDigits();
     CountColumns();
 }
@@ -43,7 +42,7 @@ bool TextViewport::UpdateGutter() {
 }
 
 void TextViewport::Follow(const TextChange& change) {
-    if (change.ChangesLines()) topLine = change.MovedLine(topLine);
+    if (change.ChangesLines()) rows.top = change.MovedLine(TopLine());
 }
 
 // One more than the decimal digits of the line count: the spare column separates the numbers from the
@@ -66,26 +65,24 @@ int32_t TextViewport::GutterWidth() const {
     return settings.ShowLineNumbers ? static_cast<int32_t>(lineNumberDigits) * surface.Metrics().averageWidth : 0;
 }
 
-int32_t TextViewport::TextLeft() const { return GutterWidth() + MarginPixels(surface.Metrics()); }
-
 // Scrolling.
 
 // The picture is moved when some of it stays in view; only what comes in is painted.
 void TextViewport::ScrollTo(uint32_t line) {
     line = std::min(line, text.LineCount() - 1);
-    if (line == topLine) return;
-    const int64_t rows = int64_t(line) - topLine;
-    topLine = line;
-    const int64_t moved = rows < 0 ? -rows : rows;
-    if (redraw.IsSuspended() || moved >= visibleLines) {
+    if (line == TopLine()) return;
+    const int64_t moved = int64_t(line) - TopLine();
+    rows.top = line;
+    const int64_t distance = moved < 0 ? -moved : moved;
+    if (redraw.IsSuspended() || distance >= rows.count) {
         redraw.InvalidateAll();
     } else {
-        textSurface.ScrollPicture(static_cast<int32_t>(-rows) * surface.Metrics().lineHeight);
+        textSurface.ScrollPicture(static_cast<int32_t>(-moved) * surface.Metrics().lineHeight);
     }
 }
 
 void TextViewport::SetHorizontalScroll(int64_t pixels) {
-    const auto scroll = static_cast<int32_t>(std::clamp<int64_t>(pixels, 0, INT32_MAX));
+    const auto scroll = static_cast<int32_t>(std::clamp<int64_t>(pixels, 0, MeasuredLine::FarthestScroll));
     if (scroll == horizontalScroll) return;
     horizontalScroll = scroll;
     redraw.InvalidateAll();
@@ -98,11 +95,8 @@ int32_t TextViewport::UsableWidth() const {
 }
 
 void TextViewport::ScrollIntoView(const TextCaret& caret, int64_t caretX) {
-    if (caret.Line() < topLine) {
-        ScrollTo(caret.Line());
-    } else if (!Shows(caret.Line())) {
-        ScrollTo(caret.Line() - RowsOrOne() + 1);
-    }
+    const uint64_t top = rows.TopToShow(caret.Line());
+    if (top != rows.top) ScrollTo(static_cast<uint32_t>(top));
     const int32_t usable = UsableWidth();
     if (caretX > int64_t(horizontalScroll) + usable) {
         SetHorizontalScroll(caretX - usable);
@@ -119,7 +113,7 @@ void TextViewport::ShowSideways(TextPosition place) {
 }
 
 ScrollState TextViewport::Scrolled(ScrollAxis axis) const {
-    if (axis == ScrollAxis::Vertical) return {text.LineCount(), visibleLines, topLine};
+    if (axis == ScrollAxis::Vertical) return {text.LineCount(), rows.count, rows.top};
     return {HorizontalRange, Saturate(int64_t(visibleColumns) * surface.Metrics().averageWidth),
             static_cast<uint32_t>(horizontalScroll)};
 }
@@ -149,7 +143,7 @@ LinePlace TextViewport::PlaceLeftOfWindow(uint32_t lineStart) const {
 void TextViewport::ShowCaret(const TextCaret& caret, int64_t caretX) {
     const int64_t left = TextLeft();
     const int64_t x = caretX + left - horizontalScroll;
-    const int64_t y = (int64_t(caret.Line()) - topLine) * surface.Metrics().lineHeight;
+    const int64_t y = (int64_t(caret.Line()) - TopLine()) * surface.Metrics().lineHeight;
     if (x >= left) {
         surface.ShowCaretAt({Saturate(x), Saturate(y)});
     } else {
@@ -159,7 +153,7 @@ void TextViewport::ShowCaret(const TextCaret& caret, int64_t caretX) {
 
 TextPosition TextViewport::PositionAt(ClientPoint point) const {
     const int32_t lineHeight = surface.Metrics().lineHeight;
-    const int64_t at = int64_t(topLine) + (lineHeight > 0 ? point.y / lineHeight : 0);
+    const int64_t at = int64_t(TopLine()) + (lineHeight > 0 ? point.y / lineHeight : 0);
     const auto line = static_cast<uint32_t>(std::clamp<int64_t>(at, 0, UINT32_MAX));
     const TextSpan span = text.Line(line);
     const int64_t target = int64_t(horizontalScroll) + point.x - TextLeft();

@@ -4,8 +4,7 @@
 #include "view/LineLayout.h"
 #include "view/MeasuredLine.h"
 #include "view/TextSurface.h"
-#include "viewbase/Redraw.h"
-#include "viewbase/Scrolling.h"
+#include "viewbase/ViewportBase.h"
 
 class ShownText;
 class TextCaret;
@@ -13,12 +12,10 @@ struct TextChange;
 
 // Which part of its text a view shows and where in the window it is: from left to right the gutter with the line
 // numbers, the margin, and the text, shifted by the horizontal scroll. Widths and heights are pixels.
-class TextViewport {
+class TextViewport final : public ViewportBase {
 public:
     TextViewport(EditorSurface& window, TextSurface& textWindow, const ShownText& shown, Redraw& painted)
-        : surface(window), textSurface(textWindow), text(shown), redraw(painted), bars(window) {}
-    TextViewport(const TextViewport&) = delete;
-    TextViewport& operator=(const TextViewport&) = delete;
+        : ViewportBase(window, painted), textSurface(textWindow), text(shown) {}
 
     // Back to the start of the text, which is another one.
     void Reset();
@@ -31,16 +28,11 @@ public:
     // The top line stays the same line after an edit that was not made here.
     void Follow(const TextChange& change);
 
-    uint32_t TopLine() const { return topLine; }
-    int32_t VisibleLines() const { return visibleLines; } // that fit in whole
+    uint32_t TopLine() const { return static_cast<uint32_t>(rows.top); }
     int32_t VisibleColumns() const { return visibleColumns; }
     int32_t HorizontalScroll() const { return horizontalScroll; }
     uint32_t LineNumberDigits() const { return lineNumberDigits; }
-    int32_t GutterWidth() const;
-    int32_t TextLeft() const; // gutter and margin
-    ShownRows Rows() const { return {topLine, visibleLines}; }
-    // Whether the line is seen in whole.
-    bool Shows(uint32_t line) const { return line >= topLine && line - topLine < RowsOrOne(); }
+    int32_t GutterWidth() const override;
 
     // Clamp, and move the picture or have it painted again.
     void ScrollTo(uint32_t line);
@@ -69,21 +61,15 @@ public:
 
 private:
     LineLayout Layout() const { return {surface.Metrics(), textSurface.Widths()}; }
-    uint32_t RowsOrOne() const { return static_cast<uint32_t>(visibleLines > 0 ? visibleLines : 1); }
     bool HasPendingEdit() const;
     int64_t XOf(TextPosition place);
     int32_t UsableWidth() const;
     void CountDigits();
     void CountColumns();
 
-    EditorSurface& surface;
     TextSurface& textSurface;
     const ShownText& text;
-    Redraw& redraw;
-    ScrollBars bars;
     MeasuredLine measured;
-    uint32_t topLine = 0;
-    int32_t visibleLines = 0; // client height / line height
     int32_t visibleColumns = 0;
     int32_t horizontalScroll = 0;
     uint32_t lineNumberDigits = 7;

@@ -14,6 +14,7 @@ public:
     void OnAttached() override { editor.WindowAttached(); }
     void OnFocus() override { editor.FocusGained(); }
     DragSelection& Drag() override { return drag; }
+    int32_t VisibleLines() const override { return editor.Viewport().VisibleRows(); }
     void Invalidate() override { editor.Invalidate(); }
     void SuspendRedraw() override { editor.SuspendRedraw(); }
     void ResumeRedraw() override { editor.ResumeRedraw(); }

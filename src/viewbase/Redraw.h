@@ -1,12 +1,7 @@
 #pragma once
 
 #include "viewbase/EditorSurface.h"
-
-// The rows that a window shows.
-struct ShownRows {
-    uint64_t top = 0;  // the first one
-    int32_t count = 0; // that fit in whole; one more may be seen in part
-};
+#include "viewbase/ShownRows.h"
 
 // What of a view is painted again. While redraw is suspended that is only noted, as is a caret that should be
 // placed.

@@ -44,6 +44,9 @@ struct RowPicture {
 // The rows of one paint, from top to bottom.
 class RowSource {
 public:
+    // More characters than any row's number has.
+    static constexpr uint32_t NumberCapacity = 32;
+
     // False after the last row.
     virtual bool Next(RowPicture& row) = 0;
     virtual int32_t GutterWidth() const = 0;

@@ -44,10 +44,10 @@ protected:
 };
 
 TEST_F(TextViewportTest, MeasuresTheWindow) {
-    EXPECT_EQ(viewport.VisibleLines(), 10);
+    EXPECT_EQ(viewport.VisibleRows(), 10);
     EXPECT_EQ(viewport.VisibleColumns(), 20);
-    EXPECT_TRUE(viewport.Shows(9));
-    EXPECT_FALSE(viewport.Shows(10));
+    EXPECT_TRUE(viewport.Rows().Holds(9));
+    EXPECT_FALSE(viewport.Rows().Holds(10));
 }
 
 TEST_F(TextViewportTest, ScrollsNoFartherThanTheLastLine) {
