@@ -22,43 +22,45 @@ struct KeyPress {
     uint32_t column;
     TextSpan text;
 
-    void Move(uint32_t toLine, uint32_t toColumn) const {
+    void Move(TextPosition place) const {
         if (!shift) editor.CollapseSelection();
-        editor.MoveCaret({toLine, toColumn}, shift, CaretStop::WholeCharacters);
+        editor.MoveCaret(place, shift, CaretStop::WholeCharacters);
         editor.GetTextSurface().UpdateNow();
     }
     uint32_t Rows() const { return static_cast<uint32_t>(editor.VisibleLines()); }
 };
 
 void ToPreviousLineEnd(const KeyPress& press) {
-    if (press.line == 0) return press.Move(0, 0);
-    press.Move(press.line - 1, press.editor.Text().Line(press.line - 1).length);
+    if (press.line == 0) return press.Move({0, 0});
+    press.Move({press.line - 1, press.editor.Text().Line(press.line - 1).length});
 }
 
 void Left(const KeyPress& press) {
     if (press.column == 0) return ToPreviousLineEnd(press);
-    press.Move(press.line, CaretStops::Before(press.text, press.column));
+    press.Move({press.line, CaretStops::Before(press.text, press.column)});
 }
 
 void WordLeft(const KeyPress& press) {
     if (press.column == 0) return ToPreviousLineEnd(press);
-    press.Move(press.line, Words::StartBefore(press.text, press.column));
+    press.Move({press.line, Words::StartBefore(press.text, press.column)});
 }
 
 void Right(const KeyPress& press) {
-    if (press.column < press.text.length) return press.Move(press.line, CaretStops::After(press.text, press.column));
-    if (press.line + 1 < press.editor.Text().LineCount()) return press.Move(press.line + 1, 0);
-    press.Move(press.line, press.column);
+    if (press.column < press.text.length) return press.Move({press.line, CaretStops::After(press.text, press.column)});
+    if (press.line + 1 < press.editor.Text().LineCount()) return press.Move({press.line + 1, 0});
+    press.Move({press.line, press.column});
 }
 
 void WordRight(const KeyPress& press) {
     if (press.column >= press.text.length) return Right(press);
-    press.Move(press.line, CaretStops::AtOrAfter(press.text, Words::EndAfter(press.text, press.column)));
+    press.Move({press.line, CaretStops::AtOrAfter(press.text, Words::EndAfter(press.text, press.column))});
 }
 
-void Up(const KeyPress& press) { press.Move(press.line ? press.line - 1 : 0, press.editor.Caret().PreferredColumn()); }
+void Up(const KeyPress& press) {
+    press.Move({press.line ? press.line - 1 : 0, press.editor.Caret().PreferredColumn()});
+}
 
-void Down(const KeyPress& press) { press.Move(press.line + 1, press.editor.Caret().PreferredColumn()); }
+void Down(const KeyPress& press) { press.Move({press.line + 1, press.editor.Caret().PreferredColumn()}); }
 
 // Scrolls by one line; the caret moves only when it would leave the view, and not when it is out of it.
 void ScrollUp(const KeyPress& press) {
@@ -87,26 +89,28 @@ void ScrollDown(const KeyPress& press) {
 
 void PageUp(const KeyPress& press) {
     const uint32_t rows = press.Rows();
-    press.Move(press.line > rows ? press.line - rows : 0, press.editor.Caret().PreferredColumn());
+    press.Move({press.line > rows ? press.line - rows : 0, press.editor.Caret().PreferredColumn()});
 }
 
-void PageDown(const KeyPress& press) { press.Move(press.line + press.Rows(), press.editor.Caret().PreferredColumn()); }
+void PageDown(const KeyPress& press) {
+    press.Move({press.line + press.Rows(), press.editor.Caret().PreferredColumn()});
+}
 
 void SmartHome(const KeyPress& press) {
     const uint32_t first = CaretStops::AtOrBefore(press.text, Words::FirstNonBlank(press.text));
-    press.Move(press.line, press.column == first ? 0 : first);
+    press.Move({press.line, press.column == first ? 0 : first});
 }
 
-void DocumentStart(const KeyPress& press) { press.Move(0, 0); }
+void DocumentStart(const KeyPress& press) { press.Move({0, 0}); }
 
-void LineEnd(const KeyPress& press) { press.Move(press.line, press.text.length); }
+void LineEnd(const KeyPress& press) { press.Move({press.line, press.text.length}); }
 
 void DocumentEnd(const KeyPress& press) {
     const uint32_t last = press.editor.Text().LineCount() - 1;
-    press.Move(last, press.editor.Text().Line(last).length);
+    press.Move({last, press.editor.Text().Line(last).length});
 }
 
-void Escape(const KeyPress& press) { press.Move(press.line, press.column); }
+void Escape(const KeyPress& press) { press.Move({press.line, press.column}); }
 
 void Insert(const KeyPress& press) {
     if (press.shift) return EditorClipboard::Paste(press.editor);

@@ -2,16 +2,17 @@
 
 #include "base/Scan.h"
 
-int64_t MeasuredLine::PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column) {
+int64_t MeasuredLine::PositionOf(const LineLayout& layout, TextSpan line, LineColumn wanted) {
+    const uint32_t column = wanted.column;
     if (column <= ShortLine) return layout.PositionOf(line, column);
-    LinePlace from = PlaceIn({lineStart});
+    LinePlace from = PlaceIn({wanted.start});
     if (from.column > column) return layout.PositionOf(line, column);
     const uint32_t next = column - Lead;
     // Tabs are painted by a rule of their own, and a NUL ends what is painted: no place is remembered after one.
     if (next > from.column &&
         Scan::FindUnprintable(line.text + from.column, next - from.column) == next - from.column) {
         MoveTo(next, from, layout, line);
-        start = lineStart;
+        start = wanted.start;
         from = place;
     }
     return layout.PositionOf(line, column, from);

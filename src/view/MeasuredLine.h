@@ -10,9 +10,15 @@ struct LineReach {
     int64_t position = INT64_MAX;
 };
 
+// A column of a line, whose offset `start` is as above.
+struct LineColumn {
+    uint32_t start = 0;
+    uint32_t column = 0;
+};
+
 // Remembers a place far out in one long line, so that a caret that follows a growing line is not measured from
-// the line's start each time. There is only printable ASCII before it. `lineStart` is the line's offset in the text as
-// the user sees it; while an edit is pending the owner asks nothing.
+// the line's start each time. There is only printable ASCII before it. While an edit is pending the owner asks
+// nothing.
 class MeasuredLine {
 public:
     // Lines no longer than this are soon measured.
@@ -28,8 +34,8 @@ public:
         if (line.start != start) return {};
         return place.position <= line.position ? place : inReach.position <= line.position ? inReach : LinePlace();
     }
-    // Where column `column` of a long line starts; the line is measured from the place on, which moves along.
-    int64_t PositionOf(const LineLayout& layout, uint32_t lineStart, TextSpan line, uint32_t column);
+    // Where a column of `line`, a long one, starts; the line is measured from the place on, which moves along.
+    int64_t PositionOf(const LineLayout& layout, TextSpan line, LineColumn wanted);
     // The text is another one from `offset` on.
     void ForgetAfter(uint32_t offset);
     // The widths are others.

@@ -131,7 +131,7 @@ bool TextViewport::HasPendingEdit() const { return text.Document() && text.Docum
 int64_t TextViewport::XOf(TextPosition place) {
     const TextSpan line = text.Line(place.line);
     if (HasPendingEdit()) return Layout().PositionOf(line, place.column);
-    return measured.PositionOf(Layout(), text.LineStart(place.line), line, place.column);
+    return measured.PositionOf(Layout(), line, {text.LineStart(place.line), place.column});
 }
 
 int64_t TextViewport::CaretX(const TextCaret& caret) { return XOf(caret.Position()); }

@@ -55,7 +55,7 @@ TEST_F(MeasuredLineTest, MeasuresFromAPlaceAsFromTheStart) {
     MeasuredLine measured;
     for (int i = 0; i < 200; ++i) {
         const uint32_t column = random.Below(3 * Long + 1);
-        ASSERT_EQ(measured.PositionOf(Layout(), 7, Span(text), column), Layout().PositionOf(Span(text), column));
+        ASSERT_EQ(measured.PositionOf(Layout(), Span(text), {7, column}), Layout().PositionOf(Span(text), column));
         const LinePlace place = measured.PlaceIn({7});
         ASSERT_EQ(place.position, Layout().PositionOf(Span(text), place.column));
         const int64_t limit = place.position + random.Below(5000);
@@ -67,10 +67,10 @@ TEST_F(MeasuredLineTest, APlaceIsKeptAheadOfAFollowingCaret) {
     const std::u16string text(4 * Long, u'a');
     MeasuredLine measured;
     for (uint32_t column = Long; column <= 4 * Long; column += Long) {
-        measured.PositionOf(Layout(), 0, Span(text), column);
+        measured.PositionOf(Layout(), Span(text), {0, column});
         EXPECT_EQ(measured.PlaceIn({0}).column, column - MeasuredLine::Lead);
     }
-    measured.PositionOf(Layout(), 0, Span(text), 10);
+    measured.PositionOf(Layout(), Span(text), {0, 10});
     EXPECT_EQ(measured.PlaceIn({0}).column, 4 * Long - MeasuredLine::Lead) << "short ways need no place";
 }
 
@@ -81,7 +81,7 @@ TEST_F(MeasuredLineTest, AWindowThatCanScrollNoFurtherHasAPlaceOfItsOwn) {
     for (const uint32_t step : {Long / 8, Long}) {
         MeasuredLine measured;
         for (uint32_t column = step; column <= 6 * Long; column += step) {
-            measured.PositionOf(Layout(), 0, Span(text), column);
+            measured.PositionOf(Layout(), Span(text), {0, column});
             const LinePlace place = measured.PlaceIn({0, MeasuredLine::FarthestScroll});
             if (column - MeasuredLine::Lead > Last) {
                 EXPECT_EQ(place.column, Last);
@@ -99,8 +99,8 @@ TEST_F(MeasuredLineTest, APlaceInReachIsOneOfItsOwnLine) {
     surface().SetFont({16, 65535, 65535});
     const std::u16string text(3 * Long, u'a');
     MeasuredLine measured;
-    measured.PositionOf(Layout(), 0, Span(text), 3 * Long);
-    measured.PositionOf(Layout(), 7, Span(text), Long);
+    measured.PositionOf(Layout(), Span(text), {0, 3 * Long});
+    measured.PositionOf(Layout(), Span(text), {7, Long});
     EXPECT_EQ(measured.PlaceIn({7, MeasuredLine::FarthestScroll}).column, Long - MeasuredLine::Lead);
     EXPECT_EQ(measured.PlaceIn({0, MeasuredLine::FarthestScroll}).column, 0u);
 }
@@ -118,7 +118,7 @@ TEST_F(MeasuredLineTest, APictureBeyondTheFarthestScrollIsTheSame) {
 TEST_F(MeasuredLineTest, APlaceGoesWithTheTextBeforeIt) {
     const std::u16string text(Long, u'a');
     MeasuredLine measured;
-    measured.PositionOf(Layout(), 100, Span(text), Long);
+    measured.PositionOf(Layout(), Span(text), {100, Long});
     const uint32_t column = measured.PlaceIn({100}).column;
     EXPECT_GT(column, 0u);
     EXPECT_EQ(measured.PlaceIn({101}).column, 0u) << "of another line";
@@ -126,7 +126,7 @@ TEST_F(MeasuredLineTest, APlaceGoesWithTheTextBeforeIt) {
     EXPECT_EQ(measured.PlaceIn({100}).column, column);
     measured.ForgetAfter(100 + column - 1);
     EXPECT_EQ(measured.PlaceIn({100}).column, 0u);
-    measured.PositionOf(Layout(), 100, Span(text), Long);
+    measured.PositionOf(Layout(), Span(text), {100, Long});
     measured.Forget();
     EXPECT_EQ(measured.PlaceIn({100}).column, 0u);
 }
@@ -136,7 +136,7 @@ TEST_F(MeasuredLineTest, NoPlaceIsAfterATabOrANul) {
         std::u16string text(Long, u'a');
         text[100] = other;
         MeasuredLine measured;
-        EXPECT_EQ(measured.PositionOf(Layout(), 0, Span(text), Long), Layout().PositionOf(Span(text), Long));
+        EXPECT_EQ(measured.PositionOf(Layout(), Span(text), {0, Long}), Layout().PositionOf(Span(text), Long));
         EXPECT_EQ(measured.PlaceIn({0}).column, 0u);
     }
 }
