@@ -50,7 +50,7 @@ bool ActiveText::AppendWordAtCaret(WString& out) const {
 
 bool ActiveText::AppendSelection(WString& out) const {
     const TextEditor* const editor = Editor();
-    if (!editor || !editor->Caret().HasSelection()) return AppendWordAtCaret(out);
+    if (!editor || !editor->HasSelection()) return AppendWordAtCaret(out);
     TextBuffer* const text = Document();
     if (!text->CommitEdit()) return false;
     const uint32_t start = editor->Caret().SelectionStart();

@@ -13,10 +13,7 @@ using HexText::PerByte; // the blank comes first
 
 } // namespace
 
-const Char* HexAccessible::Name() const {
-    const BinaryDocument* document = editor.GetBinaryDocument();
-    return document ? document->GetName() : u"";
-}
+const Document* HexAccessible::ShownDocument() const { return editor.GetDocument(); }
 
 // What the file does not deliver is left out, as on the screen.
 bool HexAccessible::AppendValue(WString& out) {

@@ -13,12 +13,12 @@ public:
     HexAccessible& operator=(const HexAccessible&) = delete;
 
     // AccessibleElement.
-    const Char* Name() const override;
     [[nodiscard]] bool AppendValue(WString& out) override;
     bool IsReadOnly() const override;
     bool HasText() const override { return false; }
     AccessibleState State() const override;
 
 private:
+    const Document* ShownDocument() const override;
     HexEditor& editor;
 };

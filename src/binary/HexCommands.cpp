@@ -5,24 +5,23 @@
 
 namespace {
 
-bool WithSelection(const HexEditor& editor) { return editor.HasSelection(); }
-bool Always(const HexEditor&) { return true; }
-bool Never(const HexEditor&) { return false; }
+using Commands = CommandRows<HexEditor>;
+
 void Nothing(HexEditor&) {}
 
 } // namespace
 
 // The frame decides about going to an offset itself.
 constexpr CommandRows<HexEditor> HexCommands::Rows = {{
-    {Never, Nothing}, // bytes are not taken out of a file
-    {WithSelection, HexClipboard::Copy},
+    {Commands::Never, Nothing}, // bytes are not taken out of a file
+    {Commands::WithSelection, HexClipboard::Copy},
     {HexClipboard::CanPaste, HexClipboard::Paste},
-    {Never, Nothing},
-    {Always, [](HexEditor& editor) { editor.SelectAll(); }},
-    {Always, [](HexEditor& editor) { editor.Surface().ShowFindDialog(); }},
-    {Never, Nothing},
-    {Never, [](HexEditor& editor) { editor.Surface().ShowGoToDialog(); }},
-    {Never, Nothing}, // there are no bookmarks
-    {Never, Nothing},
+    {Commands::Never, Nothing},
+    {Commands::Always, [](HexEditor& editor) { editor.SelectAll(); }},
+    {Commands::Always, [](HexEditor& editor) { editor.Surface().ShowFindDialog(); }},
+    {Commands::Never, Nothing},
+    {Commands::Never, [](HexEditor& editor) { editor.Surface().ShowGoToDialog(); }},
+    {Commands::Never, Nothing}, // there are no bookmarks
+    {Commands::Never, Nothing},
 }};
 static_assert(HexCommands::Rows.IsComplete());

@@ -26,6 +26,7 @@ public:
     // Shows a document from its start; null takes it away.
     void SetDocument(BinaryDocument* newDocument);
     BinaryDocument* GetBinaryDocument() const { return document; }
+    Document* GetDocument() const { return document; }
     bool HasDocument() const { return document != nullptr; }
     uint64_t FileSize() const { return document ? document->FileSize() : 0; }
 

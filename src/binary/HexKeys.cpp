@@ -45,10 +45,6 @@ void RowEnd(const KeyPress& press) {
     press.Move(std::min(press.RowStart() + RowBytes - 1, press.LastByte()));
 }
 
-template <DocumentCommand Kind> void Document(const KeyPress& press) {
-    press.editor.GetBinaryDocument()->DoCommand(Kind);
-}
-
 constexpr KeyBinding<KeyPress> Bindings[] = {
     {ViewKey::PageUp, CtrlKey::Either, [](const KeyPress& press) { MoveUp(press, press.PageRows()); }},
     {ViewKey::PageDown, CtrlKey::Either, [](const KeyPress& press) { MoveDown(press, press.PageRows()); }},
@@ -67,8 +63,8 @@ constexpr KeyBinding<KeyPress> Bindings[] = {
          if (!press.shift) press.editor.Surface().ShowGoToDialog();
      }},
     {u'V', CtrlKey::Down, [](const KeyPress& press) { HexClipboard::Paste(press.editor); }},
-    {u'Y', CtrlKey::Down, Document<DocumentCommand::Redo>},
-    {u'Z', CtrlKey::Down, Document<DocumentCommand::Undo>},
+    {u'Y', CtrlKey::Down, DoInDocument<DocumentCommand::Redo>},
+    {u'Z', CtrlKey::Down, DoInDocument<DocumentCommand::Undo>},
 };
 
 // 1 to 6 on the keypad have the codes of the letters a to f, and have always counted as digits here, the

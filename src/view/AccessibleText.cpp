@@ -5,10 +5,7 @@
 
 #include <algorithm>
 
-const Char* AccessibleText::Name() const {
-    const TextBuffer* document = editor.GetTextBuffer();
-    return document ? document->GetName() : u"";
-}
+const Document* AccessibleText::ShownDocument() const { return editor.GetDocument(); }
 
 bool AccessibleText::AppendValue(WString& out) {
     const TextSpan line = Text().Line(editor.CaretLine());

@@ -26,7 +26,6 @@ public:
     AccessibleText& operator=(const AccessibleText&) = delete;
 
     // AccessibleElement.
-    const Char* Name() const override;
     [[nodiscard]] bool AppendValue(WString& out) override;
     bool IsReadOnly() const override;
     bool HasText() const override { return true; }
@@ -53,6 +52,7 @@ public:
     [[nodiscard]] bool AppendRectangles(const AccessibleRange& range, Array<ClientRectangle>& out) const;
 
 private:
+    const Document* ShownDocument() const override;
     uint32_t LastSeenLine() const;
 
     TextEditor& editor;

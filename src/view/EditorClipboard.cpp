@@ -60,13 +60,13 @@ bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool 
 void EditorClipboard::Copy(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
     if (!document.CommitEdit() || !document.Content()) return;
-    const bool wholeLine = !editor.Caret().HasSelection();
+    const bool wholeLine = !editor.HasSelection();
     CopyRange(editor, wholeLine ? CaretLineRange(editor) : editor.Caret().Selection().Range(), wholeLine);
 }
 
 void EditorClipboard::Cut(TextEditor& editor) {
     if (editor.GetTextBuffer()->IsReadOnly()) return Copy(editor);
-    if (editor.Caret().HasSelection()) {
+    if (editor.HasSelection()) {
         Copy(editor);
         editor.DeleteSelection();
         return;
@@ -90,7 +90,7 @@ void EditorClipboard::Paste(TextEditor& editor) {
     LineEnding style = LineEnding::None;
     if (!text.IsEmpty()) text.Truncate(NormaliseLineBreaks(text.Data(), lines, style));
 
-    const bool replaces = editor.Caret().HasSelection();
+    const bool replaces = editor.HasSelection();
     if (!replaces) {
         InsertPasted(editor, text, lines, wholeLine);
         return;
@@ -103,7 +103,7 @@ void EditorClipboard::Paste(TextEditor& editor) {
 
 void EditorClipboard::CopyColoured(TextEditor& editor) {
     TextBuffer& document = *editor.GetTextBuffer();
-    if (!editor.Caret().HasSelection() || !document.CommitEdit()) return;
+    if (!editor.HasSelection() || !document.CommitEdit()) return;
     ColouredCopy copy;
     if (!copy.Make(document, editor.Caret().Selection().Range())) return;
     editor.Surface().WriteClipboard(copy.Items(), ColouredCopy::ItemCount);

@@ -7,23 +7,22 @@
 
 namespace {
 
-bool WithSelection(const TextEditor& editor) { return editor.Caret().HasSelection(); }
-bool Always(const TextEditor&) { return true; }
-bool Never(const TextEditor&) { return false; } // the frame decides
+using Commands = CommandRows<TextEditor>;
+
 bool WhenWritable(const TextEditor& editor) { return !editor.GetTextBuffer()->IsReadOnly(); }
 
 } // namespace
 
 constexpr CommandRows<TextEditor> EditorCommands::Rows = {{
-    {WithSelection, EditorClipboard::Cut},
-    {WithSelection, EditorClipboard::Copy},
-    {Never, EditorClipboard::Paste},
-    {WithSelection, [](TextEditor& editor) { editor.DeleteSelection(); }},
-    {Always, EditorNavigation::SelectAll},
-    {Always, EditorFind::ShowFind},
+    {Commands::WithSelection, EditorClipboard::Cut},
+    {Commands::WithSelection, EditorClipboard::Copy},
+    {Commands::Never, EditorClipboard::Paste},
+    {Commands::WithSelection, [](TextEditor& editor) { editor.DeleteSelection(); }},
+    {Commands::Always, EditorNavigation::SelectAll},
+    {Commands::Always, EditorFind::ShowFind},
     {WhenWritable, EditorFind::ShowReplace},
-    {Never, [](TextEditor& editor) { editor.Surface().ShowGoToDialog(); }},
-    {Always, [](TextEditor& editor) { editor.ToggleBookmark(NoLine); }},
-    {WithSelection, EditorClipboard::CopyColoured},
+    {Commands::Never, [](TextEditor& editor) { editor.Surface().ShowGoToDialog(); }},
+    {Commands::Always, [](TextEditor& editor) { editor.ToggleBookmark(NoLine); }},
+    {Commands::WithSelection, EditorClipboard::CopyColoured},
 }};
 static_assert(EditorCommands::Rows.IsComplete());

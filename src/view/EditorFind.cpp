@@ -67,7 +67,7 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
 
 bool EditorFind::ReplaceSelection(TextEditor& editor, const Char* text, uint32_t length) {
     TextBuffer* document = editor.GetTextBuffer();
-    if (!document || document->IsReadOnly() || !editor.Caret().HasSelection() || !document->BeginGroup()) return false;
+    if (!document || document->IsReadOnly() || !editor.HasSelection() || !document->BeginGroup()) return false;
     const uint32_t start = editor.Caret().SelectionStart();
     if (editor.DeleteSelection() && document->InsertText(start, text, length) && document->EndGroup()) return true;
     document->AbandonGroup();

@@ -1,6 +1,5 @@
 #include "view/EditorKeys.h"
 
-#include "document/Document.h"
 #include "view/CaretStops.h"
 #include "view/EditorClipboard.h"
 #include "view/EditorCommands.h"
@@ -140,8 +139,6 @@ template <ViewCommand Command> void Execute(const KeyPress& press) {
     EditorCommands::Rows.Execute(press.editor, Command);
 }
 
-template <DocumentCommand Kind> void Document(const KeyPress& press) { press.editor.GetTextBuffer()->DoCommand(Kind); }
-
 constexpr KeyBinding<KeyPress> Bindings[] = {
     {ViewKey::Left, CtrlKey::Up, Left},
     {ViewKey::Left, CtrlKey::Down, WordLeft},
@@ -178,8 +175,8 @@ constexpr KeyBinding<KeyPress> Bindings[] = {
     {u'V', CtrlKey::Down, Execute<ViewCommand::Paste>},
     {u'W', CtrlKey::Down, [](const KeyPress& press) { EditorNavigation::SelectWord(press.editor, true); }},
     {u'X', CtrlKey::Down, Execute<ViewCommand::Cut>},
-    {u'Y', CtrlKey::Down, Document<DocumentCommand::Redo>},
-    {u'Z', CtrlKey::Down, Document<DocumentCommand::Undo>},
+    {u'Y', CtrlKey::Down, DoInDocument<DocumentCommand::Redo>},
+    {u'Z', CtrlKey::Down, DoInDocument<DocumentCommand::Undo>},
     {ViewKey::CloseBracket, CtrlKey::Down,
      [](const KeyPress& press) { EditorNavigation::GoToPartner(press.editor, press.shift); }},
 };

@@ -70,7 +70,7 @@ bool IsTyped(const EditorSurface& surface, Char character, TypedBy source) {
 // Whether something can be typed at the caret now.
 bool PrepareTyping(TextEditor& editor) {
     if (editor.GetTextBuffer()->IsReadOnly()) return false; // nor scroll to where nothing will be typed
-    if (editor.Caret().HasSelection() && !editor.DeleteSelection()) return false;
+    if (editor.HasSelection() && !editor.DeleteSelection()) return false;
     editor.PrepareEdit();
     return true;
 }
@@ -94,7 +94,7 @@ void InsertTabAsSpaces(TextEditor& editor) {
 void EditorTyping::Type(TextEditor& editor, Char character, TypedBy source) {
     const EditorSurface& surface = editor.Surface();
     if (!IsTyped(surface, character, source)) return;
-    if (character == u'\t' && editor.Caret().HasSelection() && SpansLines(editor))
+    if (character == u'\t' && editor.HasSelection() && SpansLines(editor))
         return EditorIndent::IndentBlock(editor, surface.IsShiftDown());
     if (character == u'\r' && editor.GetTextBuffer()->IsOutput()) return EditorNavigation::OpenNamedFile(editor);
     if (!PrepareTyping(editor)) return;
@@ -114,7 +114,7 @@ void EditorTyping::TypePair(TextEditor& editor, Char first, Char second, TypedBy
 
 void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
     if (editor.GetTextBuffer()->IsReadOnly()) return;
-    if (!word && editor.Caret().HasSelection()) {
+    if (!word && editor.HasSelection()) {
         editor.DeleteSelection();
         return;
     }
@@ -130,7 +130,7 @@ void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
 }
 
 void EditorTyping::DeleteBack(TextEditor& editor, bool word) {
-    if (!word && editor.Caret().HasSelection()) {
+    if (!word && editor.HasSelection()) {
         editor.DeleteSelection();
         return;
     }

@@ -24,6 +24,7 @@ public:
     // Shows a document from its start; null takes it away.
     void SetDocument(TextBuffer* newDocument);
     TextBuffer* GetTextBuffer() const { return text.Document(); }
+    Document* GetDocument() const { return text.Document(); }
     bool HasDocument() const { return text.Document() != nullptr; }
 
     // Its parts.
@@ -81,6 +82,7 @@ public:
     void MoveCaret(TextPosition place, bool extend = false, CaretStop stop = CaretStop::OutsidePairs);
     void MoveCaretToOffset(uint32_t offset, bool extend);
     void SelectRange(TextSelection selection);
+    bool HasSelection() const { return caret.HasSelection(); }
     // Empties the selection at the caret.
     void CollapseSelection();
     // False without a selection, and without memory.

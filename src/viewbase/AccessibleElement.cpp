@@ -2,6 +2,12 @@
 
 #include "base/Checksum.h"
 #include "base/Text.h"
+#include "document/Document.h"
+
+const Char* AccessibleElement::Name() const {
+    const Document* const document = ShownDocument();
+    return document ? document->GetName() : u"";
+}
 
 uint64_t AccessibleElement::NameSum() const {
     const Char* const name = Name();

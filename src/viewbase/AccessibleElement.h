@@ -2,6 +2,7 @@
 
 #include "base/Types.h"
 
+class Document;
 class WString;
 
 // Where a view's caret is and what is selected, in characters or bytes; whatever of it a screen reader has to hear of
@@ -23,7 +24,7 @@ public:
     static constexpr uint32_t LongestValue = 1024;
 
     // The name of the document that is shown; empty without one.
-    virtual const Char* Name() const = 0;
+    const Char* Name() const;
     // Appends the line, or row, that the caret is in, up to LongestValue characters. False without memory.
     [[nodiscard]] virtual bool AppendValue(WString& out) = 0;
     virtual bool IsReadOnly() const = 0;
@@ -34,6 +35,8 @@ public:
 protected:
     ~AccessibleElement() = default;
 
+    // What is shown; null for nothing.
+    virtual const Document* ShownDocument() const = 0;
     // For the state.
     uint64_t NameSum() const;
 };

@@ -11,6 +11,11 @@ template <class Editor> struct CommandRows {
 
     Row rows[ViewCommandCount];
 
+    // When commands are enabled.
+    static bool Always(const Editor&) { return true; }
+    static bool Never(const Editor&) { return false; } // not by the view: some the frame decides about
+    static bool WithSelection(const Editor& editor) { return editor.HasSelection(); }
+
     bool IsEnabled(const Editor& editor, ViewCommand command) const {
         return IsKnown(command) && RowOf(command).isEnabled(editor);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/Document.h"
 #include "viewbase/EditorSurface.h"
 
 // Whether a key is bound with Ctrl held, without, or both ways.
@@ -11,6 +12,11 @@ template <class Press> struct KeyBinding {
     CtrlKey ctrl;
     void (*handle)(const Press& press);
 };
+
+// Has the document of the editor that a key was pressed in do a command of its own.
+template <DocumentCommand Kind, class Press> void DoInDocument(const Press& press) {
+    press.editor.GetDocument()->DoCommand(Kind);
+}
 
 // What a key does with Ctrl as it is held now; null for one that is not bound. AltGr arrives as Ctrl and Alt and is on
 // its way to a character: the key is none with Ctrl then.

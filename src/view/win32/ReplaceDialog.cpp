@@ -19,8 +19,8 @@ public:
         FindDialog::FillHistory(GetDlgItem(window, IDC_REPLACE_WITH), findState.replaceHistory, findState.replaceText);
         CheckDlgButton(window, IDC_WHOLE_WORD, findState.wholeWord);
         CheckDlgButton(window, IDC_MATCH_CASE, findState.matchCase);
-        const bool inSelection = editor.Caret().HasSelection() && multiLineSelection;
-        if (!editor.Caret().HasSelection()) EnableWindow(GetDlgItem(window, IDC_IN_SELECTION), FALSE);
+        const bool inSelection = editor.HasSelection() && multiLineSelection;
+        if (!editor.HasSelection()) EnableWindow(GetDlgItem(window, IDC_IN_SELECTION), FALSE);
         CheckRadioButton(window, IDC_IN_SELECTION, IDC_IN_WHOLE_FILE,
                          inSelection ? IDC_IN_SELECTION : IDC_IN_WHOLE_FILE);
         if (inSelection) OfferReplaceAllOnly();
