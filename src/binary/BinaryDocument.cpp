@@ -36,7 +36,7 @@ bool BinaryDocument::Open(const Char* fileName) {
     Close();
     if (file.Open(fileName) && SetPath(fileName)) {
         file.GetTime(fileTime);
-        EnsureWindow(0, PageSize);
+        static_cast<void>(EnsureWindow(0, PageSize)); // later bytes may be read
         return true;
     }
     Close();
@@ -179,7 +179,7 @@ bool BinaryDocument::Step(bool undoing) {
         ByteEdit* edit = undoing ? history.Undoable() : history.Redoable();
         if (!edit || !StepEdit(undoing)) {
             // The pages of these are in memory, so that this cannot fail.
-            for (; count; --count) StepEdit(!undoing);
+            for (; count; --count) static_cast<void>(StepEdit(!undoing));
             return false;
         }
         view = edit->view;

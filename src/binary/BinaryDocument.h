@@ -54,14 +54,14 @@ public:
     uint64_t FileSize() const { return file.Size(); }
 
     // The window of the file; see FileWindow.
-    bool EnsureWindow(uint64_t offset, uint32_t count) { return file.Ensure(offset, count); }
+    [[nodiscard]] bool EnsureWindow(uint64_t offset, uint32_t count) { return file.Ensure(offset, count); }
     const FileWindow& Window() const { return file; }
 
     // The current content; see PagedContent. WriteBytes makes no undo record.
-    bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid) {
+    [[nodiscard]] bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid) {
         return content.ReadPage(destination, pageStart, fromFile, valid);
     }
-    bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count) {
+    [[nodiscard]] bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count) {
         return content.ReadBytes(offset, destination, count);
     }
     [[nodiscard]] bool WriteBytes(uint64_t offset, const uint8_t* source, size_t count) {
@@ -73,15 +73,16 @@ public:
     [[nodiscard]] bool EditBytes(uint64_t offset, const uint8_t* newBytes, size_t count, HexDocumentView* view,
                                  const HexViewState& state);
     // One step back or forth; false, with nothing changed, when there is none, or when its pages cannot be read.
-    bool Undo() { return Step(true); }
-    bool Redo() { return Step(false); }
+    [[nodiscard]] bool Undo() { return Step(true); }
+    [[nodiscard]] bool Redo() { return Step(false); }
 
     // Searches the file, without what is not saved yet, from `query.from` up to `query.end` (backwards: below
     // `query.from`) and then once around. The pattern is hex digits (see HexPattern.h) or text in the ANSI page (what
     // that cannot express is not found); only text without `matchCase` has its ASCII letters folded. Matches longer
     // than the window are not found, nor is anything once `progress` has cancelled the search, or it has met bytes
     // that cannot be read.
-    bool FindBytes(const WString& pattern, const ByteQuery& query, ByteHit& hit, SearchProgress* progress = nullptr);
+    [[nodiscard]] bool FindBytes(const WString& pattern, const ByteQuery& query, ByteHit& hit,
+                                 SearchProgress* progress = nullptr);
     // Whether the last search met bytes that cannot be read: that it found nothing then proves nothing.
     bool SearchFailed() const { return searchFailed; }
 
@@ -89,13 +90,13 @@ private:
     ~BinaryDocument();
 
     void Close();
-    bool WriteToFile();
+    [[nodiscard]] bool WriteToFile();
     bool IsChange(const JournalChange& change) const;
     uint64_t CountChanges(JournalReader& changes, bool& isSaving) const;
     RecoveryResult TakeChanges(JournalReader& changes, uint64_t count, bool isSaving);
-    bool Perform(ByteEdit& edit, bool undoing);
-    bool Step(bool undoing);
-    bool StepEdit(bool undoing);
+    [[nodiscard]] bool Perform(ByteEdit& edit, bool undoing);
+    [[nodiscard]] bool Step(bool undoing);
+    [[nodiscard]] bool StepEdit(bool undoing);
     void ShowChange(HexDocumentView* view);
     HexDocumentView* Shown(HexDocumentView* view) const;
     void RepaintAll();

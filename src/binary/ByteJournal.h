@@ -36,8 +36,8 @@ private:
     bool WriteAll(JournalFile& made) override;
     bool WriteRest(JournalFile& journal) override;
     uint64_t WholeSize() const override { return content.PageCount() * uint64_t{PageSize}; }
-    bool PutPages(JournalFile& journal, bool all);
-    bool PutPage(JournalFile& journal, ChangedPage& page, bool hasMore);
+    [[nodiscard]] bool PutPages(JournalFile& journal, bool all);
+    [[nodiscard]] bool PutPage(JournalFile& journal, ChangedPage& page, bool hasMore);
 
     PagedContent& content;
 };

@@ -31,17 +31,17 @@ public:
     ByteSearch& operator=(const ByteSearch&) = delete;
 
     // See BinaryDocument::FindBytes.
-    bool Find(const WString& pattern, ByteHit& hit);
+    [[nodiscard]] bool Find(const WString& pattern, ByteHit& hit);
     // Whether bytes were met that cannot be read: that nothing was found then proves nothing.
     bool HasFailed() const { return unreadable; }
 
 private:
     static constexpr uint32_t SystemPage = 4096;
 
-    bool FindAround(ByteHit& hit);
-    bool FindForward(uint64_t from, uint64_t end, uint64_t& found);
-    bool FindBackward(uint64_t from, uint64_t lowest, uint64_t& found);
-    bool PreviousWindow(uint64_t headEnd);
+    [[nodiscard]] bool FindAround(ByteHit& hit);
+    [[nodiscard]] bool FindForward(uint64_t from, uint64_t end, uint64_t& found);
+    [[nodiscard]] bool FindBackward(uint64_t from, uint64_t lowest, uint64_t& found);
+    [[nodiscard]] bool PreviousWindow(uint64_t headEnd);
     bool IsAt(uint64_t offset);
     bool MayContinue(uint64_t bytes);
     // One past the last position where the pattern fits into the file.

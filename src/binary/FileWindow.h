@@ -27,7 +27,7 @@ public:
     uint64_t Size() const { return size; }
     // Whether the file still is what was opened, under that name and no shorter, so that writing changes nothing
     // but the bytes that are meant.
-    bool MayBeWritten(const Char* fileName);
+    [[nodiscard]] bool MayBeWritten(const Char* fileName);
     // Of the file's last write. On failure false, and `time` as it was.
     bool GetTime(Platform::FileTime& time) { return file.GetTime(time); }
     // How many bytes of the file the page that starts there has.
@@ -36,10 +36,10 @@ public:
     // Makes the window hold [offset, offset + count), as far as the file goes; `count` is at most Capacity.
     // Bytes that it holds already are not read again. A file that has become shorter is a success, with a
     // window that ends earlier. On failure the window ends with the last byte before those that cannot be read.
-    bool Ensure(uint64_t offset, uint32_t count);
+    [[nodiscard]] bool Ensure(uint64_t offset, uint32_t count);
     // Moves on to what follows the window, with its last `kept` bytes, at most Room, in front of the new one.
     // False when nothing can be read there.
-    bool Advance(uint32_t kept);
+    [[nodiscard]] bool Advance(uint32_t kept);
     // The next Ensure reads in any case: the file may have been written, or the window used for something else.
     void Forget() { valid = 0; }
     uint8_t* Bytes() { return window; }
@@ -50,17 +50,17 @@ public:
 
     // Reads without the window, as far as the file goes. On failure `read` says how many bytes there are before those
     // that cannot be read.
-    bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
+    [[nodiscard]] bool ReadAt(uint64_t offset, uint8_t* destination, uint32_t count, uint32_t& read);
     // Writing goes on where the last seek or write ended.
     [[nodiscard]] bool SeekTo(uint64_t offset) { return file.Seek(offset); }
     [[nodiscard]] bool Write(const uint8_t* source, uint32_t count) { return file.Write(source, count); }
     [[nodiscard]] bool Flush() { return file.Flush(); }
 
 private:
-    bool AllocateWindow();
-    bool ReadSectors(uint64_t offset, uint8_t* destination, size_t count, size_t& read);
+    [[nodiscard]] bool AllocateWindow();
+    [[nodiscard]] bool ReadSectors(uint64_t offset, uint8_t* destination, size_t count, size_t& read);
     bool Holds(uint64_t offset, uint32_t count) const;
-    bool Fill(uint64_t newStart);
+    [[nodiscard]] bool Fill(uint64_t newStart);
 
     Platform::File file;
     uint64_t size = 0;

@@ -8,8 +8,8 @@ const uint8_t* HexPage::BytesAt(BinaryDocument& document, uint64_t offset, uint3
     if (index != pageIndex) {
         pageIndex = index;
         // A call that fails still says how many bytes there are.
-        document.ReadPage(pageBuffer, index * PageSize, false, valid);
-        document.ReadPage(filePageBuffer, index * PageSize, true, fileValid);
+        static_cast<void>(document.ReadPage(pageBuffer, index * PageSize, false, valid));
+        static_cast<void>(document.ReadPage(filePageBuffer, index * PageSize, true, fileValid));
     }
     count = inPage < valid ? valid - inPage : 0;
     return pageBuffer + inPage;

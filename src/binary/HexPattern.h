@@ -11,7 +11,7 @@ enum class Result { Bytes, Invalid, OutOfMemory };
 
 // Replaces `out` by the bytes of text[0, length). An odd digit or any other character makes the pattern
 // invalid, and a text without digits has no bytes; `out` is then empty.
-Result Parse(const Char* text, uint32_t length, Array<uint8_t>& out);
+[[nodiscard]] Result Parse(const Char* text, uint32_t length, Array<uint8_t>& out);
 
 constexpr uint32_t NoDigit = UINT32_MAX;
 // 0 to 15, or NoDigit.

@@ -12,7 +12,7 @@ public:
 
     // Starts a paint of the client rows [updateTop, updateBottom), or of all when that is empty. False
     // when there is nothing to paint (no document, no font).
-    bool Begin(HexEditor& hexEditor, int32_t updateTop, int32_t updateBottom);
+    [[nodiscard]] bool Begin(HexEditor& hexEditor, int32_t updateTop, int32_t updateBottom);
     bool Next(RowPicture& row) override;
     int32_t GutterWidth() const override { return editor->Viewport().GutterWidth(); }
     int32_t MarginRight() const override { return editor->Viewport().TextLeft(); }

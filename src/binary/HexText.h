@@ -17,10 +17,10 @@ uint32_t CountDigits(uint64_t number);
 // Writes the last `count` digits of a number, with leading zeros.
 void PutDigits(Char* out, uint64_t number, uint32_t count);
 // Appends all of an offset, with at least MinOffsetDigits. False without memory.
-bool AppendOffset(WString& out, uint64_t offset);
+[[nodiscard]] bool AppendOffset(WString& out, uint64_t offset);
 // Reads an offset as a user writes it: digits of either case, "0x" before and blanks around them
 // allowed. One that needs more than 64 bits gives the largest. False for any other text.
-bool ParseOffset(const Char* text, uint32_t length, uint64_t& offset);
+[[nodiscard]] bool ParseOffset(const Char* text, uint32_t length, uint64_t& offset);
 // How a byte looks as a character: itself in 32..126, else a dot.
 constexpr Char ShownAs(uint8_t byte) { return byte >= 32 && byte <= 126 ? byte : u'.'; }
 

@@ -1,5 +1,7 @@
 #include "binary/PagedContent.h"
 
+#include "base/Assert.h"
+
 #include <algorithm>
 #include <cstring>
 #include <xmmintrin.h>
@@ -28,7 +30,7 @@ bool PagedContent::ReadBytes(uint64_t offset, uint8_t* destination, size_t count
         if (!page) {
             uint32_t valid = 0;
             // Through the memory of the window, whose bookkeeping stays: docs/oddities.md.
-            ReadPage(scratch, offset - inPage, true, valid);
+            static_cast<void>(ReadPage(scratch, offset - inPage, true, valid)); // what there is may do
             if (inPage + part > valid) return false;
         }
         std::memcpy(destination, (page ? page->data : scratch) + inPage, part);
@@ -75,6 +77,7 @@ bool PagedContent::WriteBytes(uint64_t offset, const uint8_t* source, size_t cou
         const auto inPage = static_cast<uint32_t>(offset % PageSize);
         const size_t part = std::min<size_t>(count, PageSize - inPage);
         ChangedPage* const page = pages.Find(offset / PageSize);
+        ORVANE_ASSERT(page);
         std::memcpy(page->data + inPage, source, part);
         page->isInJournal = false;
         offset += part;

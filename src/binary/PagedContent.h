@@ -14,11 +14,11 @@ public:
     // Fills PageSize bytes with the page that starts at `pageStart`: its changed content unless `fromFile`
     // is set, else the file's. `valid` is how many of them there are; the rest is zero. On failure there are
     // those before the first one that cannot be read.
-    bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid);
+    [[nodiscard]] bool ReadPage(uint8_t* destination, uint64_t pageStart, bool fromFile, uint32_t& valid);
     // Reads the current content; false unless all of it is there. The file's window serves as scratch space for
     // pages of the file, yet what it says of itself stays as it is: who needs the window itself reads it again
     // (docs/oddities.md).
-    bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count);
+    [[nodiscard]] bool ReadBytes(uint64_t offset, uint8_t* destination, size_t count);
     // False, with nothing changed, when the bytes do not all lie in the file, a page cannot be read or memory
     // runs out.
     [[nodiscard]] bool WriteBytes(uint64_t offset, const uint8_t* source, size_t count);
@@ -38,7 +38,7 @@ public:
 
 private:
     ChangedPage* MakePage(uint64_t index);
-    bool MakePages(uint64_t offset, size_t count);
+    [[nodiscard]] bool MakePages(uint64_t offset, size_t count);
 
     FileWindow& file;
     ChangedPages pages;

@@ -16,9 +16,9 @@ enum class ExportResult : uint32_t {
 // Receives the spans of a range of text in order. False means that memory ran out.
 class ColouredTextSink {
 public:
-    virtual bool StartLine(bool first) = 0;
+    [[nodiscard]] virtual bool StartLine(bool first) = 0;
     // `text` is empty for a span that lies outside the range on one of its lines.
-    virtual bool AddSpan(const ColourSpan& span, const Char* text, uint32_t length) = 0;
+    [[nodiscard]] virtual bool AddSpan(const ColourSpan& span, const Char* text, uint32_t length) = 0;
 
 protected:
     ~ColouredTextSink() = default;
@@ -29,5 +29,5 @@ protected:
 ExportResult WalkColouredText(TextBuffer& document, TextRange range, ColouredTextSink& sink);
 
 // Appends text, each character of `special` through `replacement` of the same index.
-bool AppendEscaped(WString& out, const Char* text, uint32_t length, const Char* special,
-                   const Char* const* replacements);
+[[nodiscard]] bool AppendEscaped(WString& out, const Char* text, uint32_t length, const Char* special,
+                                 const Char* const* replacements);

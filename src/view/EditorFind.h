@@ -17,7 +17,7 @@ void QuickSearch(TextEditor& editor, bool backward);
 // Selects the next match. False without one.
 bool FindNext(TextEditor& editor, bool backward);
 // False when nothing was replaced: there is no selection, the document is read-only, or memory ran out.
-bool ReplaceSelection(TextEditor& editor, const Char* text, uint32_t length);
+[[nodiscard]] bool ReplaceSelection(TextEditor& editor, const Char* text, uint32_t length);
 // Returns false when it changed nothing although something was to be replaced; the user knows why.
 bool ReplaceAll(TextEditor& editor, const Char* replacement, uint32_t length, bool inSelection);
 

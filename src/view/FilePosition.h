@@ -10,5 +10,5 @@ struct FilePosition {
     uint32_t line = NoLine; // 0-based; NoLine when no number followed
 
     // False when the line names no path, or without memory.
-    bool Parse(TextSpan text);
+    [[nodiscard]] bool Parse(TextSpan text);
 };

@@ -11,15 +11,15 @@ class MatchList {
 public:
     // Finds every match in `area`, each searched for after the text that replaced the one before.
     // None reaches over its end. On failure the list is empty.
-    MatchResult Gather(const TextBuffer& document, const SearchQuery& search, TextRange area, TextSpan replacement,
-                       SearchProgress& progress);
+    [[nodiscard]] MatchResult Gather(const TextBuffer& document, const SearchQuery& search, TextRange area,
+                                     TextSpan replacement, SearchProgress& progress);
     // How many characters the matches remove.
     uint64_t RemovedCount() const { return removed; }
 
     Array<ReplacedRange> changes;
 
 private:
-    MatchResult Fail(MatchResult result);
+    [[nodiscard]] MatchResult Fail(MatchResult result);
     bool Accepts(const TextBuffer& document, const SearchQuery& search, uint32_t at) const;
 
     uint64_t removed = 0;

@@ -18,7 +18,7 @@ public:
 
     // Starts a paint of the client rows [updateTop, updateBottom), or of all when that is empty. False
     // when there is nothing to paint (no document, no text, no line height).
-    bool Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBottom);
+    [[nodiscard]] bool Begin(TextEditor& textEditor, int32_t updateTop, int32_t updateBottom);
     bool Next(RowPicture& row) override;
     int32_t GutterWidth() const override { return gutter; }
     int32_t MarginRight() const override { return style.textLeft; }

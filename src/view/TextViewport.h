@@ -55,7 +55,7 @@ public:
     TextPosition PositionAt(ClientPoint point) const;
     // Where columns of a line are in the window, cut off at the edges of the text area; the line feed is as wide as an
     // average character, what comes after it has no place. False when nothing of them is seen.
-    bool ColumnsSeen(uint32_t line, ColumnRange columns, int32_t& left, int32_t& right) const;
+    [[nodiscard]] bool ColumnsSeen(uint32_t line, ColumnRange columns, int32_t& left, int32_t& right) const;
     // A place of the line that starts at `lineStart`, at or left of the window's left edge: the farthest known.
     LinePlace PlaceLeftOfWindow(uint32_t lineStart) const;
 

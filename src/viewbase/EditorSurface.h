@@ -71,7 +71,7 @@ public:
 
     // False without Unicode text (or memory). `text` ends at its first NUL, `wholeLine` tells whether
     // it was copied as a whole line.
-    virtual bool ReadClipboard(WString& text, bool& wholeLine) = 0;
+    [[nodiscard]] virtual bool ReadClipboard(WString& text, bool& wholeLine) = 0;
     // Puts the formats on the clipboard in one opening, and reports failures to the user itself.
     virtual void WriteClipboard(const ClipboardItem* items, uint32_t count) = 0;
 
@@ -83,7 +83,7 @@ public:
     // Escape since the last call (other input stays queued).
     virtual uint64_t Ticks() const = 0;
     virtual void SetWaitCursor(bool wait) = 0;
-    virtual bool TakeEscape() = 0;
+    [[nodiscard]] virtual bool TakeEscape() = 0;
 
     virtual ViewHost* Host() const = 0; // null until the view is placed in a frame
     virtual View* AsView() = 0;

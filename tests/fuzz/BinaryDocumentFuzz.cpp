@@ -232,7 +232,7 @@ void Session::Step() {
                                   &Session::Find, &Session::Keyboard, &Session::Paint, &Session::Damage};
     const uint32_t choice = in.Byte();
     if (choice & 0x80)
-        document->EnsureWindow(in.Word(), in.Word() % FileWindow::Capacity);
+        static_cast<void>(document->EnsureWindow(in.Word(), in.Word() % FileWindow::Capacity));
     else
         (this->*Actions[choice % std::size(Actions)])();
     Check();

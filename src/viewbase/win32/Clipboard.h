@@ -8,10 +8,10 @@ namespace Clipboard {
 
 // Reads Unicode text, up to its first NUL or the end of the block that another program put there,
 // whichever comes first. False without text, without memory or when the clipboard cannot be opened.
-bool Read(HWND owner, WString& text, bool& wholeLine);
+[[nodiscard]] bool Read(HWND owner, WString& text, bool& wholeLine);
 
 // Empties the clipboard and puts the formats on it in one opening. False when the system refused to
 // take a block; failing to open or empty the clipboard copies nothing and is no failure.
-bool Write(HWND owner, const ClipboardItem* items, uint32_t count);
+[[nodiscard]] bool Write(HWND owner, const ClipboardItem* items, uint32_t count);
 
 } // namespace Clipboard

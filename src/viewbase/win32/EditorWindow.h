@@ -64,7 +64,7 @@ protected:
         return editor = nullptr;
     }
     // Makes a window inside `parent` and attaches it; none when that is null. False on failure.
-    bool CreateIn(NativeWindow parent);
+    [[nodiscard]] bool CreateIn(NativeWindow parent);
     // Draws all of `rows`, whose paint has begun.
     void Draw(HDC target, RowSource& rows);
 

@@ -36,7 +36,7 @@ public:
     // Recomputes everything that depends on the window's size and the settings; when the engine may be another
     // one, also the syntax state of the top line.
     virtual void OnSize(SettingsEffect kind) = 0;
-    // False suspends redraw, true resumes it; calls nest.
+    // False suspends redraw, true resumes it; calls nest. Odd on purpose: docs/oddities.md.
     virtual void SuspendRedraw(bool resume) = 0;
     // Repaints everything, now or once redraw is resumed.
     virtual void Invalidate() = 0;
@@ -101,7 +101,7 @@ namespace ViewClass {
 constexpr wchar_t Name[] = L"OrvaneView";
 
 // Registers class OrvaneView and the clipboard format orvane_singleline. False when the system refuses.
-bool Register(HINSTANCE instance);
+[[nodiscard]] bool Register(HINSTANCE instance);
 // Unregisters the class and unloads the input-method library if it was loaded.
 void Unregister();
 // Marks clipboard text as a copied whole line.

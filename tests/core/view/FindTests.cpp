@@ -201,7 +201,7 @@ TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
 TEST_F(FindTest, AReadOnlyTextIsNotReplaced) {
     Show(u"a^bc|d");
     EXPECT_TRUE((*document)->MarkAsOutput());
-    EditorFind::ReplaceSelection(view(), u"xyz", 3);
+    EXPECT_FALSE(EditorFind::ReplaceSelection(view(), u"xyz", 3));
     EXPECT_EQ(Marked(), "a^bc|d");
     EXPECT_FALSE((*document)->IsModified());
     EXPECT_FALSE((*document)->CanDo(DocumentCommand::Undo));
