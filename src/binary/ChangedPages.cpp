@@ -1,5 +1,7 @@
 #include "binary/ChangedPages.h"
 
+#include "base/Assert.h"
+
 ChangedPage* ChangedPages::Find(uint64_t index) const {
     const Bucket& bucket = BucketOf(index);
     if (!bucket.first || bucket.index == index) return bucket.first;
@@ -9,6 +11,7 @@ ChangedPage* ChangedPages::Find(uint64_t index) const {
 }
 
 void ChangedPages::Append(ChangedPage* page) {
+    ORVANE_ASSERT(page && !Find(page->index));
     if (count >= BucketCount() / 2) Grow();
     pages.Append(page);
     PutIntoBucket(page);
@@ -39,11 +42,13 @@ void ChangedPages::RemoveAfter(const ChangedPage* last) {
     while (ChangedPage* page = pages.tail) {
         if (page == last) return;
         // The page put in last is the first of its bucket, also in a grown table.
+        ORVANE_ASSERT(BucketOf(page->index).first == page);
         SetFirst(BucketOf(page->index), page->nextInBucket);
         pages.Remove(page);
         delete page;
         --count;
     }
+    ORVANE_ASSERT(!last && count == 0);
 }
 
 void ChangedPages::Clear() {

@@ -1,5 +1,6 @@
 #include "binary/FileWindow.h"
 
+#include "base/Assert.h"
 #include "base/Heap.h"
 
 #include <algorithm>
@@ -81,6 +82,7 @@ bool FileWindow::Fill(uint64_t newStart) {
 }
 
 bool FileWindow::Ensure(uint64_t offset, uint32_t count) {
+    ORVANE_ASSERT(count <= Capacity);
     const uint64_t first = std::min(offset, size);
     count = static_cast<uint32_t>(std::min<uint64_t>(count, size - first));
     if (Holds(first, count)) return true;
@@ -99,6 +101,7 @@ bool FileWindow::Ensure(uint64_t offset, uint32_t count) {
 }
 
 bool FileWindow::Advance(uint32_t kept) {
+    ORVANE_ASSERT(kept <= Room);
     std::memmove(window - kept, window + valid - kept, kept);
     return Ensure(End(), 1);
 }

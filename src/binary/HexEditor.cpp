@@ -1,5 +1,6 @@
 #include "binary/HexEditor.h"
 
+#include "base/Assert.h"
 #include "binary/HexText.h"
 #include "viewbase/HostCalls.h"
 
@@ -98,6 +99,7 @@ void HexEditor::ToHighNibble() {
 }
 
 void HexEditor::UpdateCaret(bool scrollIntoView) {
+    ORVANE_ASSERT(caret <= FileSize() && anchor <= FileSize());
     if (!document || !surface.HasWindow()) return;
     if (scrollIntoView) viewport.ScrollIntoView(caret);
     if (surface.HasFocus()) {

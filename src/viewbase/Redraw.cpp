@@ -1,5 +1,7 @@
 #include "viewbase/Redraw.h"
 
+#include "base/Assert.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -22,6 +24,7 @@ void Redraw::InvalidateRows(uint64_t first, uint64_t second, const ShownRows& sh
         invalidateLater = true;
         return;
     }
+    ORVANE_ASSERT(shown.count >= 0);
     const uint64_t lastShown = shown.top + static_cast<uint32_t>(shown.count);
     const uint64_t low = std::max(std::min(first, second), shown.top);
     const uint64_t high = std::min(std::max(first, second), lastShown);

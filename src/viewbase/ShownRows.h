@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Assert.h"
 #include "base/Types.h"
 
 // Rows from one to the other, both included.
@@ -27,6 +28,7 @@ struct ShownRows {
     // The rows that the client pixels [from, to) touch, all that are seen when that is empty. `height` of a row is
     // above 0.
     RowRange Touched(int32_t from, int32_t to, int32_t height) const {
+        ORVANE_ASSERT(height > 0);
         if (to <= from) return {top, top + static_cast<uint32_t>(count)};
         return {RowAt(from, height), RowAt(to - 1, height)};
     }
