@@ -8,7 +8,7 @@
 
 namespace {
 
-// The library and its functions, which are there once it is loaded.
+// The library and its functions, which are there once it is loaded: of the process, since any view may need it first.
 struct Library {
     LoadedLibrary module;
     decltype(&ImmGetContext) getContext = nullptr;

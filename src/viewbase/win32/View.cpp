@@ -5,7 +5,7 @@
 
 namespace {
 
-// What the views of the process share while their class is registered.
+// What the views of the process share while their class is registered: the system has classes and formats by process.
 struct Registration {
     HINSTANCE instance = nullptr;
     UINT singleLineFormat = 0;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The font as the views know it.
+// The font as the views know it: one of the process, as that of DrawingObjects is.
 struct Measured {
     MemoryDc dc; // made when first needed
     ViewMetrics metrics;
