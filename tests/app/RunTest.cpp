@@ -53,3 +53,10 @@ std::wstring RunTest::Text() {
     if (!editor.Keys(L"Insert") || !editor.WaitForStatus(4, L"\tINS")) return L"no copy";
     return clipboard::Text();
 }
+
+void ShippedSettingsTest::SetUp() {
+    RunTest::SetUp();
+    const std::string settings = files::ShippedSettings();
+    ASSERT_FALSE(settings.empty());
+    ASSERT_TRUE(files::Write(files::ShippedSettingsPath(), settings));
+}

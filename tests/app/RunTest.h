@@ -57,3 +57,9 @@ private:
     };
     std::vector<Variable> before;
 };
+
+// The same with the settings that come with the program.
+class ShippedSettingsTest : public RunTest {
+protected:
+    void SetUp() override;
+};

@@ -19,13 +19,10 @@ constexpr UINT RunFile = IDM_FIRST_TOOL + 3;
 constexpr UINT Format = IDM_FIRST_TOOL + 4;
 constexpr UINT CompareWith = IDM_FIRST_TOOL + 5;
 
-class ShippedToolTest : public RunTest {
+class ShippedToolTest : public ShippedSettingsTest {
 protected:
     void SetUp() override {
-        RunTest::SetUp();
-        const std::string settings = files::ShippedSettings();
-        ASSERT_FALSE(settings.empty());
-        ASSERT_TRUE(files::Write(files::ShippedSettingsPath(), settings));
+        ASSERT_NO_FATAL_FAILURE(ShippedSettingsTest::SetUp());
         for (const char* const program :
              {"findstr", "g++", "py", "node", "rustc", "rustfmt", "gofmt", "clang-format", "fc"})
             StandIn(program, "@echo " + Called(program, "%*") + "]\r\n@echo [error of " + program + "] 1>&2\r\n");

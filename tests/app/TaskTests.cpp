@@ -7,14 +7,8 @@
 
 namespace {
 
-class TaskTest : public RunTest {
+class TaskTest : public ShippedSettingsTest {
 protected:
-    void SetUp() override {
-        RunTest::SetUp();
-        const std::string settings = files::ShippedSettings();
-        ASSERT_FALSE(settings.empty());
-        ASSERT_TRUE(files::Write(files::ShippedSettingsPath(), settings));
-    }
     bool Write(const std::wstring& name, const std::string& bytes) const { return files::Write(Path(name), bytes); }
     // A command line after which the command window goes.
     bool Run(const std::wstring& line) {
