@@ -192,6 +192,28 @@ TEST_F(OptionsTest, AFieldThatFindsNoMemoryKeepsItsSettingOrLosesItsText) {
     EXPECT_GE(failures, 6u) << "at least two for each text";
 }
 
+TEST_F(OptionsTest, WithoutMemoryToOpenItNothingChanges) {
+    const std::string before = GeneralSection();
+    folder.Write("orvane.ini", "as it was");
+    FailEachAllocation([&] {
+        std::optional<FailurePause> pause(std::in_place);
+        bool isWhole = false;
+        dialog::WhenShown([&](HWND options) {
+            pause.emplace();
+            isWhole = GeneralPage(options) && FontsPage(options) && ColorsPage(options);
+            dialog::Cancel(options);
+        });
+        pause.reset();
+        const OptionsOutcome outcome = RunOptionsDialog(nullptr, file, changes, pageShown);
+        pause.emplace();
+        EXPECT_EQ(outcome, OptionsOutcome::Cancelled);
+        EXPECT_EQ(GeneralSection(), before);
+        return isWhole;
+    });
+    EXPECT_EQ(file.sections.head, nullptr);
+    EXPECT_EQ(Saved(), "as it was");
+}
+
 TEST_F(OptionsTest, WithoutMemoryForTheModelTheFileIsNotWritten) {
     folder.Write("orvane.ini", "as it was");
     EXPECT_TRUE(Open([](HWND options) {

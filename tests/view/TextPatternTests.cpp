@@ -1,5 +1,6 @@
 // The text of a view as UI Automation's clients read it, by calling its interfaces directly.
 #include "AccessibleSupport.h"
+#include "support/FailureInjection.h"
 #include "support/Random.h"
 #include "viewbase/win32/ScreenReader.h"
 
@@ -62,6 +63,23 @@ protected:
     ComReference<IRawElementProviderSimple> element;
     ComReference<ITextProvider2> pattern;
 };
+
+TEST_F(TextPatternTest, WithoutMemoryAClientGetsTheWholeTextOrAnError) {
+    ShowText(u"one\ntwo three");
+    const uint64_t failures = FailEachAllocation([&] {
+        ITextRangeProvider* made = nullptr;
+        const HRESULT result = pattern->get_DocumentRange(&made);
+        EXPECT_EQ(SUCCEEDED(result), made != nullptr);
+        if (!made) return false;
+        const Range range(made);
+        BSTR text = nullptr;
+        const bool isRead = SUCCEEDED(range->GetText(-1, &text));
+        const FailurePause pause;
+        EXPECT_EQ(Taken(text), isRead ? u"one\ntwo three" : u"<none>");
+        return isRead;
+    });
+    EXPECT_GT(failures, 0u);
+}
 
 TEST_F(TextPatternTest, TheElementIsADocument) {
     ShowText(u"one\ntwo");
