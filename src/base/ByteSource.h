@@ -12,8 +12,8 @@ protected:
     ~ByteSink() = default;
 };
 
-// The bytes of a file to be: as often as it is asked, and the same each time, so that they need not be held in
-// memory all at once.
+// Produces the bytes that a file will have. It can be asked repeatedly and gives the same bytes each time, so that they
+// need not be in memory all at once.
 class ByteSource {
 public:
     // Gives all bytes in their order. False when it could not make them, or `out` not take them.

@@ -6,12 +6,12 @@
 namespace {
 
 // With both ends. Characters that are not assigned do not end a stretch.
-struct Stretch {
+struct CodeRange {
     uint16_t first;
     uint16_t last;
 };
 
-constexpr Stretch FirstPlane[] = {
+constexpr CodeRange FirstPlane[] = {
     {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x05BF, 0x05BF}, {0x05C1, 0x05C2}, {0x05C4, 0x05C5},
     {0x05C7, 0x05C7}, {0x0610, 0x061A}, {0x064B, 0x065F}, {0x0670, 0x0670}, {0x06D6, 0x06DC}, {0x06DF, 0x06E4},
     {0x06E7, 0x06E8}, {0x06EA, 0x06ED}, {0x0711, 0x0711}, {0x0730, 0x074A}, {0x07A6, 0x07B0}, {0x07EB, 0x07F3},
@@ -42,7 +42,7 @@ constexpr Stretch FirstPlane[] = {
 };
 
 // From U+10000 on.
-constexpr Stretch SecondPlane[] = {
+constexpr CodeRange SecondPlane[] = {
     {0x01FD, 0x01FD}, {0x02E0, 0x02E0}, {0x0376, 0x037A}, {0x0A01, 0x0A0F}, {0x0A38, 0x0A3F}, {0x0AE5, 0x0AE6},
     {0x0D24, 0x0D27}, {0x0EAB, 0x0EAC}, {0x0F46, 0x0F50}, {0x0F82, 0x0F85}, {0x1000, 0x1002}, {0x1038, 0x1046},
     {0x1070, 0x1070}, {0x1073, 0x1074}, {0x107F, 0x1082}, {0x10B0, 0x10BA}, {0x10C2, 0x10C2}, {0x1100, 0x1102},
@@ -59,10 +59,10 @@ constexpr Stretch SecondPlane[] = {
     {0xE130, 0xE136}, {0xE2AE, 0xE2AE}, {0xE2EC, 0xE2EF}, {0xE8D0, 0xE8D6}, {0xE944, 0xE94A},
 };
 
-template <size_t Count> bool IsIn(const Stretch (&stretches)[Count], uint32_t character) {
-    const auto* const end = std::end(stretches);
-    const auto* const at = std::lower_bound(std::begin(stretches), end, character,
-                                            [](const Stretch& each, uint32_t wanted) { return each.last < wanted; });
+template <size_t Count> bool IsIn(const CodeRange (&ranges)[Count], uint32_t character) {
+    const auto* const end = std::end(ranges);
+    const auto* const at = std::lower_bound(std::begin(ranges), end, character,
+                                            [](const CodeRange& each, uint32_t wanted) { return each.last < wanted; });
     return at != end && at->first <= character;
 }
 

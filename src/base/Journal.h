@@ -42,8 +42,8 @@ struct JournalChange {
 };
 
 // A file of changes that only grows. It begins with a header, and each change ends with a checksum that covers all
-// before it as well: what has arrived of a journal is either a row of changes from the first on, or seen not to be one.
-// While an object of this class lives, no other editor can open the file; it stays when the object goes.
+// before it as well: what has reached the disk is either a valid sequence of changes from the first on, or recognisably
+// damaged. While an object of this class lives, no other editor can open the file; it stays when the object goes.
 class JournalFile : public HeapObject {
 public:
     JournalFile() = default;
@@ -77,11 +77,11 @@ private:
     uint8_t gather[2048] = {}; // most changes are small, and one call of the system each
 };
 
-// What became of a document that was to be made again of its journal.
+// The result of recovering a document from its journal.
 enum class RecoveryResult {
     Whole,
     Cut,            // as it was before the first change that is damaged
-    FileChanged,    // it was over a file that is another one now; nothing can be said of it
+    FileChanged,    // it was over a file that has changed; nothing can be said of it
     FileUnreadable, // it is over a file that cannot be read now: on a drive that is not there, for instance
     Failed,         // the journal cannot be read now, or there is no memory
 };

@@ -4,8 +4,8 @@
 #include "base/Types.h"
 #include "base/WString.h"
 
-// What the portable code needs of the operating system. One header, answered by base/win32 and by
-// base/posix; the build picks one. Paths are written with backslashes on both.
+// What the portable code needs of the operating system. One header, implemented by base/win32 and by base/posix; the
+// build picks one. Paths are written with backslashes on both.
 namespace Platform {
 
 // A Windows FILETIME: 100 ns units since 1601.
@@ -34,15 +34,15 @@ constexpr uint64_t LargestWholeFile = NoOffset - 1;
 // into memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
 [[nodiscard]] bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
 
-// Reads the time of a file's last write, without standing in anybody's way and whoever uses the file. On failure
-// false, and `time` as it was.
+// Reads the time of a file's last write. Blocks no other user of the file and is blocked by none. False on failure,
+// with `time` unchanged.
 bool ReadTime(const Char* name, FileTime& time);
 
 // An open file; closed by its destructor. Only regular files open, neither folders nor devices.
 class File {
 public:
     enum class Mode {
-        Attributes, // existing, to be asked about itself only; others may do anything
+        Attributes, // existing, for its attributes only; shared with everybody
         ReadShared, // existing, others may read, write and delete
         ReadWrite,  // existing, others may read, write and delete
         // For writing, not shared: new with the archive attribute, or emptied with its attributes and streams kept.
@@ -65,8 +65,7 @@ public:
     bool GetTime(FileTime& time);
     // Whether it was deleted meanwhile: what is written to it will be gone with its last user.
     bool IsDeleted() const;
-    // Whether a path leads to this file still, and not to none or another one. True also where the system does
-    // not let that be found out.
+    // Whether the path still leads to this file. True also when that cannot be found out.
     bool IsAt(const Char* name) const;
     [[nodiscard]] bool Seek(uint64_t offset);
     // Reads up to `count` bytes; the end of the file is a success with fewer (or 0) bytes.
@@ -124,7 +123,7 @@ bool RemoveFile(const Char* path);
 // Makes a folder and those it is in; a success also when it is there already.
 [[nodiscard]] bool MakeFolder(const Char* path);
 // Where the program keeps what a failure must not cost the user: a folder of the user's own on this machine, or one
-// inside it (`inside` may be empty). The first only says which it is, the second makes it when it is missing.
+// inside it (`inside` may be empty). Both give its path; only the second creates it when it is missing.
 [[nodiscard]] bool RecoveryPath(const Char* inside, WString& out);
 [[nodiscard]] bool RecoveryFolder(const Char* inside, WString& out);
 

@@ -5,8 +5,8 @@
 #include "base/Platform.h"
 #include "base/WString.h"
 
-// What saves that have not come to their end, in an editor that is not running any more, have left in the recovery
-// folder. Looked for at start; the copies of running editors are left alone.
+// What interrupted saves of editors that no longer run have left in the recovery folder. Looked for at start; the
+// copies of running editors are left alone.
 class SaveRecovery {
 public:
     static constexpr uint32_t MaxFound = 5;

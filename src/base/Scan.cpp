@@ -122,6 +122,7 @@ size_t Scan::SkipLines(const Char* text, size_t count, size_t lines, size_t& pas
         passed += lineFeeds;
     }
     lineStart = WalkLines(text, at, std::min(count, at + Stretch), lines, passed);
+    // Without a feed in the stretch walked last, the last one passed lies before `at`.
     return lineStart || passed == 0 ? lineStart : FindLineStart(text, at);
 }
 

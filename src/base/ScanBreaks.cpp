@@ -61,8 +61,8 @@ void StoreWidened(Char* to, __m128i bytes) {
 // As far as this, the next CR LF is expected near the one before.
 constexpr size_t NearPairs = 4096;
 
-// WidenText where lines end in CR LF, a vector a step whatever is in it: to stop at each pair would have the processor
-// guess wrongly where the lines end. Goes on as far as NearPairs, up to a vector that holds anything special but pairs.
+// WidenText where lines end in CR LF, a vector a step whatever is in it: stopping at each pair would cost a
+// mispredicted branch per line. Goes on as far as NearPairs, up to a vector that holds anything special but pairs.
 Copied WidenPairs(const uint8_t* bytes, size_t count, Char* out, Scan::BreakCounts& breaks) {
     const __m128i zero = _mm_setzero_si128();
     const __m128i lineFeed = _mm_set1_epi8('\n');
@@ -108,7 +108,7 @@ Copied Scan::WidenText(const uint8_t* bytes, size_t count, Char* out, BreakCount
     Copied done;
     while (done.taken + Bytes <= count) {
         __m128i block = Load(bytes + done.taken);
-        // A byte beyond ASCII: whoever calls decodes from there. The plain version takes what is before it.
+        // A byte beyond ASCII: the caller decodes from there. The plain version takes what is before it.
         if (Mask(block)) break;
         block = _mm_or_si128(block, _mm_and_si128(_mm_cmpeq_epi8(block, zero), space));
         // Fewer characters are written than bytes taken, so that whole vectors always have room.

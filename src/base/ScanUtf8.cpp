@@ -114,6 +114,7 @@ size_t Scan::ValidUtf8(const uint8_t* bytes, size_t count) {
         const bool goesOn = at > 0 && bytes[at - 1] >= 0x80;
         if ((goesOn || !IsStepAscii(bytes + at)) && !IsStepValid(bytes + at, at == 0)) break;
     }
+    // The plain version takes the sequence that the last good step may have cut, and finds the exact place of an error.
     at = LastSequence(bytes, at);
     return at + Reference::ValidUtf8(bytes + at, count - at);
 }

@@ -2,7 +2,7 @@
 
 #include "base/Types.h"
 
-// The clock of Platform, with the rules of the operations that have the same names; answered by base/win32 and
+// The clock of Platform, with the rules of the operations that have the same names; implemented by base/win32 and
 // base/posix.
 namespace SystemClock {
 

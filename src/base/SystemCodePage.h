@@ -4,8 +4,8 @@
 
 enum class CodePage : uint32_t; // in CodePage.h, which is above this seam
 
-// The conversions of the pages other than UTF-8, with the rules of CodePage.h; answered by base/win32
-// and base/posix.
+// The conversions of the pages other than UTF-8, with the rules of CodePage.h; implemented by base/win32 and
+// base/posix.
 namespace SystemCodePage {
 
 // Whether the system has the page, and its characters are of one byte, of one or two, or those of GB 18030.

@@ -2,7 +2,7 @@
 
 #include "base/WString.h"
 
-// What the recovery folder needs of the system; answered by base/win32 and base/posix.
+// What the recovery folder needs of the system; implemented by base/win32 and base/posix.
 namespace SystemFolders {
 
 // The folder of the user's data that stays on this machine. False when the system names none.

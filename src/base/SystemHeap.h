@@ -2,8 +2,8 @@
 
 #include "base/Types.h"
 
-// What Heap takes from the system; answered by base/win32 and base/posix. The rules are those of the
-// operations of Heap that have the same names.
+// What Heap takes from the system; implemented by base/win32 and base/posix. The rules are those of the operations of
+// Heap that have the same names.
 namespace SystemHeap {
 
 void Start();

@@ -75,7 +75,8 @@ bool WString::Splice(uint32_t position, uint32_t removed, const Char* text, uint
 
     const bool grows = !buffer || needed + 1 > capacity;
     const bool isOwnText = text >= buffer && text < buffer + capacity;
-    // Text of our own that would move under our hands is read from the old block instead.
+    // Text of our own that would move under our hands is read from the old block instead. With `removed` above 0 it
+    // only comes from Assign, which leaves no tail: nothing moves before it is copied.
     const bool needsBlock = grows || (isOwnText && position < length && removed == 0);
     const uint32_t tail = length - position - removed;
     uint32_t newCapacity = capacity;

@@ -59,7 +59,7 @@ public:
     void StripQuotes();
     // Empties the string and keeps its buffer.
     void Clear() { Truncate(0); }
-    // Frees the buffer and zeroes all three members.
+    // Frees the buffer; the string is then empty.
     void Release();
 
 private:

@@ -5,8 +5,8 @@
 #include "base/win32/SystemText.h"
 #include "base/win32/Windows.h"
 
-// What is done to files by their names. Apart from Platform.cpp, so that tests can put a disk of their own in the
-// place of this file and of File.cpp and FileSearch.cpp.
+// File operations by name. Separate from Platform.cpp, so that tests can link a disk of their own in place of this
+// file, File.cpp and FileSearch.cpp.
 
 Platform::Entry Platform::EntryKind(const Char* path) {
     const SystemPath system(path);

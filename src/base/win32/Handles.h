@@ -38,8 +38,8 @@ private:
     Handle handle = nullptr;
 };
 
-// These have a name of their own because the system's functions return what nobody wants, and may not be
-// arguments of a template.
+// Wrappers with the signature that Held needs: the system's functions return values that nobody wants, and an imported
+// function cannot be the argument of a template.
 namespace GiveBack {
 inline void Kernel(HANDLE handle) { CloseHandle(handle); }
 inline void Search(HANDLE search) { FindClose(search); }

@@ -15,7 +15,7 @@ bool NextKey(MSG& message) { return PeekMessageW(&message, nullptr, WM_KEYDOWN, 
 bool TakeQueuedEscape() {
     MSG message;
     if (!NextKey(message)) return false;
-    // Only the first key of the queue can be looked at. With Escape held down it has to be in there.
+    // Only the first key of the queue can be peeked at. If Escape is held down, it must be somewhere in the queue.
     if (!IsEscape(message) && (GetAsyncKeyState(VK_ESCAPE) >= 0 || !HasForeground())) return false;
     bool escape = false;
     while (PeekMessageW(&message, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {

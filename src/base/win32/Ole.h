@@ -1,7 +1,7 @@
 #pragma once
 
 // OLE for the thread of the windows, and with it a single-threaded apartment of COM: whatever others call of its
-// objects arrives on that thread. To have it from the start would make each start longer.
+// objects arrives on that thread. Initialised on first use, because it would slow down every start.
 namespace Ole {
 
 // To be called by that thread before anything that needs it. From the first success on OLE is there until Leave. False

@@ -18,7 +18,7 @@ uintptr_t __stack_chk_guard = 0;
 
 namespace {
 
-// Before anything else of the program runs: a function that had begun with another number could not end.
+// Runs before any other code: a function entered with one guard value and left with another would trap.
 __attribute__((constructor, no_stack_protector)) void MakeGuard() {
     uintptr_t number = 0;
     // Where the system has no random number, at least one that is another at each start.

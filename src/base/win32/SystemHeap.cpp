@@ -69,6 +69,7 @@ void* AllocateLarge(size_t bytes, bool isOutgrown) {
     const size_t needed = RoundUp(bytes + sizeof(LargeBlock));
     size_t reserved = RangeOf(needed, isOutgrown);
     AddressRange range(Reserve(reserved));
+    // Where addresses are short a smaller reservation may still succeed: halves it, down to what is needed.
     while (!range.IsValid() && reserved > needed) {
         reserved = std::max(RoundUp(reserved / 2), needed);
         range.Reset(Reserve(reserved));
