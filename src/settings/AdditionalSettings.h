@@ -4,13 +4,13 @@
 
 class IniSection;
 
-// The additional settings: what changes habits that are kept otherwise. All are numbers and 0 unless the settings
-// file says otherwise; they live in its General section beside those of SettingsRecord, and the dialogs do not show
-// them. Nothing validates a value.
+// The additional settings: opt-in changes of long-standing behaviour. All are numbers and 0 unless the settings file
+// says otherwise; they live in its General section next to those of SettingsRecord, and the dialogs do not show them.
+// Nothing validates a value.
 struct AdditionalSettings {
     uint32_t Utf8 = 0;            // files in UTF-8 are recognised and decoded as such
     uint32_t AltGr = 0;           // characters typed with Ctrl and Alt down are inserted
-    uint32_t WholeCharacters = 0; // nothing stops inside of what is seen as one character
+    uint32_t WholeCharacters = 0; // caret and matches never split what is seen as one character
     uint32_t OutputCodePage = 0;  // how the output of commands is decoded: a page's number as in CodePage
     uint32_t UnixNewFiles = 0;    // new documents have LF line ends
     uint32_t MarkActivePane = 0;  // of several panes the active one has an edge in the highlight colour

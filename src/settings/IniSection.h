@@ -11,8 +11,7 @@ struct IniKey : HeapObject {
     IniKey* previous = nullptr;
 };
 
-// A section with its keys in file order. Duplicate names are kept; every look-up is exact and returns
-// the first match.
+// A section with its keys in file order. Duplicate names are kept; every lookup is exact and returns the first match.
 class IniSection : public HeapObject {
 public:
     WString name;

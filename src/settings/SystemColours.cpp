@@ -52,7 +52,7 @@ Colour ColourOf(const SettingDef& row, const SystemColours& colours) {
     return IsBackground(row) ? colours.background : colours.text;
 }
 
-// A colour that was set meanwhile is another one than was put there. The order of the table has fallbacks first.
+// A colour that was set meanwhile differs from the one put there, and is kept. Fallbacks come first in the table.
 void TakeBack(SettingsRecord& record) {
     if (!shown.any) return;
     ForEachColour([&](const SettingDef& row, uint32_t i) {

@@ -136,7 +136,8 @@ const Char* CLikeEngine::TakeText(Line& line, const Char* at, Token& next) const
         if (at >= line.map.end) scanner.Map(at, line.end, line.highlighted, line.map);
         const auto passed = at - line.map.start;
         const uint64_t words = line.map.words >> passed;
-        // Nothing begins inside a word: it is text as a whole.
+        // Nothing begins inside a word: it is text as a whole. The bits before `at` are shifted out, so that what a
+        // token has left of a word counts as a word of its own.
         const uint64_t candidates = (words & ~(words << 1)) | line.map.stops >> passed;
         if (candidates == 0) {
             at = line.map.end;
@@ -146,7 +147,7 @@ const Char* CLikeEngine::TakeText(Line& line, const Char* at, Token& next) const
         at += skipped;
         const uint32_t flags = table.Flags(*at);
         const Char* wordEnd = at + std::countr_one(words >> skipped);
-        // The map may end inside of the word, which is then followed character by character.
+        // The map may end inside the word, which is then followed character by character.
         if (wordEnd == line.map.end) wordEnd = SkipWhile(wordEnd, line.end, CharFlag::Word);
         // Nearly every word ends here: the tables say that it begins nothing.
         const bool mayBegin =

@@ -13,8 +13,8 @@ public:
     struct Entry {
         const Char* text; // terminated; in lower case unless the set is case-sensitive
         uint32_t length;
-        // What a text must have to agree, where words begin with some word characters: how many, their
-        // second one and their last one.
+        // Of the word characters that the keyword begins with: how many there are, the second one and the last one. A
+        // text whose key differs cannot match.
         uint64_t key;
     };
 

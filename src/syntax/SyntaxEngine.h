@@ -72,9 +72,9 @@ public:
         return ScanLinesToEnd(text, length, state, stopped);
     }
 
-    // What the last line that was coloured or scanned leaves to the next one beside the state: 0, or for
-    // markup where a tag goes on after a value. ColourLine and ScanLines go on from it, so who does not go
-    // on where the engine was sets it first.
+    // What the last coloured or scanned line carries over to the next one in addition to the state: 0, or in markup the
+    // state after an attribute value. ColourLine and ScanLines continue from it, so a caller that jumps to another line
+    // sets it first.
     virtual uint32_t CarriedState() const { return 0; }
     virtual void SetCarriedState(uint32_t) {}
 
