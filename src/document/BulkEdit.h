@@ -22,7 +22,7 @@ public:
     [[nodiscard]] bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
     bool Undo() override;
     bool Redo() override;
-    void MoveViews(bool undone) override;
+    void MoveViews(bool undoing) override;
 
 private:
     // A place in the text as it is now, and what comes there instead.
@@ -33,24 +33,28 @@ private:
         const Char* newText;
     };
 
-    void RecordChange(bool back);
-    void CountChangedLines(bool back);
+    void RecordChange(bool undoing);
+    // Only for views that the record does not know: it walks the change.
+    void CountChangedLines(bool undoing);
     bool Grows() const { return ranges[0].removed <= count; }
     // Of a place in the new text; `removedBefore` characters were removed at earlier places.
     uint32_t NewOffset(size_t index, uint32_t removedBefore) const;
-    Place PlaceOf(size_t index, uint32_t removedBefore, bool back) const;
-    void ChangeText(bool back);
-    void SpreadOut(bool back, uint32_t newLength);
-    void CloseUp(bool back);
-    void MoveMarks(bool back);
-    void MoveMarksAt(LinesAfter removed, bool back);
+    Place PlaceOf(size_t index, uint32_t removedBefore, bool undoing) const;
+    void ChangeText(bool undoing);
+    // Move the text in place: from the end when the places grow, from the start when they shrink.
+    void SpreadOut(bool undoing, uint32_t newLength);
+    void CloseUp(bool undoing);
+    void MoveMarks(bool undoing);
+    void MoveMarksAt(LinesAfter removed, bool undoing);
     uint32_t LinesIn(TextRange range) const;
-    uint32_t LineAfter(uint32_t offset) const;
+    // The line of an offset of the store as it is now.
+    uint32_t LineAt(uint32_t offset) const;
+    // Before the change: fills topLineAfter, with an offset.
     void MapTopLines();
     void MoveView(ViewState& viewState, uint32_t last);
 
     Array<ReplacedRange> ranges;
     WString removedText;       // all that was removed, in order
     uint32_t removedLines = 0; // line feeds in it
-    bool performed = false;    // the views' states after the change are known
+    bool hasRun = false;       // the views' states after the change are known
 };

@@ -92,6 +92,7 @@ bool ByteDecoder::MakeRoom(size_t characters) {
     }
     const auto capacity = static_cast<size_t>(std::max<uint64_t>(wanted, needed));
     // A resized block is filled with zeros where it has grown; a fresh one of this size is not, it has never been used.
+    // As long as no more than a piece was decoded, copying that costs less.
     const bool isFresh = length <= FilePieces::MaxBytes;
     void* const room = isFresh ? Heap::Allocate(capacity * sizeof(Char))
                                : Heap::Resize(out.text, out.capacity * sizeof(Char), capacity * sizeof(Char));

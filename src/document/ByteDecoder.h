@@ -13,7 +13,7 @@ public:
     ByteDecoder(FilePieces& source, bool recognisesUtf8, DecodedText& target);
 
     // Makes the text, with its line breaks normalised and counted, and settles the encoding. False when the file cannot
-    // be read, and without memory; without a text when the code page can make nothing of the file.
+    // be read, and without memory. True, but without a text, when the code page cannot convert the file.
     [[nodiscard]] bool Run();
     uint32_t Length() const { return static_cast<uint32_t>(length); }
     const Scan::BreakCounts& Breaks() const { return breaks; }

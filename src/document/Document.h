@@ -11,7 +11,7 @@
 // Kinds of CanDo and DoCommand; both are false for others.
 enum class DocumentCommand : uint32_t { Edit = 0, Undo = 1, Redo = 2, Paste = 3 };
 
-// Every document, text or binary. References keep it; the order of the operations is fixed.
+// Every document, text or binary. Reference-counted; the order of the operations is fixed.
 class Document : public HeapObject {
 public:
     virtual uint32_t AddRef() = 0;
@@ -33,12 +33,10 @@ public:
     virtual bool GetOutputState(bool& running) const = 0;
     // Whether another program has written the file. Asks its drive, however slow that is; false when it cannot tell.
     virtual bool IsChangedOnDisk() = 0;
-    // Whether the file is not as it was loaded, saved or accepted last, and saving over it would cost what others have
-    // written unknown to the user.
-    // Asks its drive; false when it cannot tell.
+    // Whether the file differs from how it was last loaded, saved or accepted, so that saving would overwrite another
+    // program's changes that the user does not know of. Asks its drive; false when it cannot tell.
     virtual bool HasOtherFile() = 0;
-    // Changes of the file until now are not asked about any more; where its drive answered IsChangedOnDisk slowly,
-    // those until then.
+    // Accepts the file's changes up to now; on a drive that has just answered slowly, up to the last IsChangedOnDisk.
     virtual void MarkFileTimeNow() = 0;
     // False leaves the document as it was.
     [[nodiscard]] virtual bool Reload() = 0;
@@ -79,9 +77,9 @@ public:
     // Unlinks a view that is going away; the document does not touch it afterwards.
     virtual void ForgetView(DocumentView* view);
     bool HasView(const DocumentView* view) const { return FindView(view) != nullptr; }
-    // Tells the frame, through the first view, that IsModified may answer otherwise now. Called after every edit that
-    // was recorded, undone or taken back, once the views know of it, and after a save. A character that goes on with a
-    // record is not one: its document is as modified as before.
+    // Tells the frame, through the first view, that IsModified may answer otherwise now. Called by EditPipeline, and by
+    // binary documents themselves, after every edit that was recorded, undone or taken back, once the views know of it,
+    // and after a save. Not called for a character that extends a record: IsModified has not changed.
     void NotifyModified();
 
 protected:

@@ -4,7 +4,7 @@
 
 namespace {
 
-// A journal is made again when it has become so many times as large as that would make it, and larger than this.
+// A journal is rewritten once it is larger than SmallJournal plus this many times the size of a new one.
 constexpr uint64_t TimesWhole = 2;
 constexpr uint64_t SmallJournal = 0x1000000;
 // Milliseconds until a journal is tried again that could not be written.

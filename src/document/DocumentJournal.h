@@ -7,10 +7,10 @@ class Document;
 // Whether documents keep journals, in the whole program. Off at first; nothing is written then.
 void KeepJournals(bool areKept);
 bool AreJournalsKept();
-// From now on what could not be written is tried again at every Flush: when there may be no later one.
+// From now on every Flush tries at once again what could not be written, because there may be no later one.
 void HurryJournals();
-// From now on the journals that there are stay where they are, for the next start: when the program has to end with
-// changes that nobody has decided about.
+// From now on journals are kept for the next start, because the program must end with changes that nobody has decided
+// about.
 void LeaveJournals();
 
 // The journal of a document that is modified: what has to be written when, and what happens when that fails. What a

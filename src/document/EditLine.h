@@ -4,10 +4,10 @@
 #include "document/TextPosition.h"
 #include "document/TextStore.h"
 
-// The line that is being typed in: a copy of one line of a TextStore with its line feed (of the last line: with
-// the terminator). Keys change the copy, so that each of them costs the same however long the text is. EditPipeline
-// opens the line of the caret, and writes it back when another line is opened or somebody needs all of the text in the
-// store. A line that is open stays open while it is changed, and is closed by being written back.
+// The line that is being typed in: a copy of one line of a TextStore with its line feed (of the last line: with the
+// terminator). Keys change the copy, so that each of them costs the same however long the text is. EditPipeline opens
+// the line of the caret, and writes it back when another line is opened or all of the text is needed in the store. A
+// line that is open stays open while it is changed, and is closed by being written back.
 class EditLine {
 public:
     EditLine() = default;
@@ -16,8 +16,8 @@ public:
 
     bool IsOpen() const { return number != NoLine; }
     uint32_t Number() const { return number; } // NoLine while none is open
-    // The copy, with the line feed or the terminator as its last character. This and the two below are kept when the
-    // line is closed, but mean something only while one is open.
+    // The copy, with the line feed or the terminator as its last character. These three keep their values when the line
+    // is closed: Start() is then where the line was written back, until another one is opened.
     const WString& Text() const { return text; }
     // Where the line begins in the store, and how many characters of it the copy replaces, the last one included.
     uint32_t Start() const { return start; }
@@ -41,6 +41,7 @@ public:
     void Release();
 
     // Change the open line. Columns are at most Length(). Only making room and an insertion can fail, without memory.
+    //
     // Room for so many characters more; an insertion that needs no other cannot fail.
     [[nodiscard]] bool MakeRoom(uint32_t characters) { return text.Reserve(text.Length() + characters); }
     [[nodiscard]] bool Insert(uint32_t column, const Char* inserted, uint32_t count);

@@ -29,6 +29,7 @@ bool EditPipeline::CommitEdit() {
     if (!parts.editLine.WriteBack(parts.store)) return false;
     // From now on what was typed is undone in the store, and states after the line are to be scanned again.
     history.MarkCommitted();
+    // The line is closed, but Start() is kept.
     notifier.ForgetAfter(parts.editLine.Start());
     return true;
 }

@@ -11,8 +11,8 @@ class LineEdit;
 
 // The way of every edit of a text document: a record changes the text, is recorded, and only then the views are told,
 // in the order that TextDocumentView gives. When the outermost operation is over and something was edited, the caret
-// line of the active view is opened, if no line is open, and the views are told EditFinished. Nothing that is told
-// edits.
+// line of the active view is opened, if no line is open, and the views are told EditFinished. While the views are told
+// of a change none of them may edit; in EditFinished they may.
 //
 // Owned by the TextBuffer, which makes the records; what is typed and done comes through that.
 class EditPipeline {
@@ -57,15 +57,19 @@ public:
 
     // The edit line. It goes back into the store (is committed) when another line is opened, and for whatever needs the
     // whole text in the store: a change of the store, undo, a search, saving, looking for the partner of a bracket.
-    // Typing in the line leaves it open. False without memory: the line that was open then still is, with what is
-    // pending. A line past the end is the last one; a read-only document has no edit line, which is a success.
+    // Typing in the line leaves it open.
+    //
+    // Opens the edit line. A line past the end is the last one. False without memory: the line that was open then still
+    // is, with what is pending. A document without a store, or a read-only one, has no edit line: that is a success.
     [[nodiscard]] bool LoadEditLine(uint32_t line);
     // If something was pending no line is open after this; otherwise the line stays open.
     [[nodiscard]] bool CommitEdit();
     void OpenActiveLine();
 
-    // Edits. Takes the record over, also on failure, performs and records it, and tells the views. False without
-    // memory, also for the record, which is null then; nothing has changed.
+    // Edits.
+    //
+    // Takes the record over, also on failure, performs and records it, and tells the views. False without memory, also
+    // for the record, which is null then; nothing has changed.
     [[nodiscard]] bool Perform(UndoRecord* record);
     // For a character of which the pending record `typed` says that it Continues, and for which it has room: types it
     // at `column` of the edit line and into the record. The views are told as by Perform, but only the caret of `view`
@@ -78,7 +82,9 @@ public:
     // Takes back and forgets what was done since the innermost open BeginGroup. Needs no memory.
     void AbandonGroup();
 
-    // For changes that are not recorded, after they were made. The text is another one: every view goes to its start.
+    // For changes that are not recorded, after they were made.
+    //
+    // The text was replaced: every view goes to its start.
     void NotifyReplaced();
     // Text was appended at `oldEnd`, the offset `from`: carets that were there follow to the new end.
     void NotifyAppended(uint32_t from, TextPosition oldEnd);

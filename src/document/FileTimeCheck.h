@@ -12,15 +12,13 @@ public:
 
     // The file was loaded or saved and was so then.
     void Take(const FileStamp& stamp) {
-        taken = known = stamp;
+        known = stamp;
         accepted = stamp.time;
     }
-    const FileStamp& Taken() const { return taken; }
     // Whether it was written later than it was taken, and than what was accepted. The drive is asked also while it
     // rests. False when it cannot tell.
     bool IsWrittenLater(const Char* path);
-    // Whether it is neither as it was taken nor as it was when it was accepted, by time or size. As IsWrittenLater
-    // otherwise.
+    // Whether it differs, in time or size, from what was last taken or accepted. As IsWrittenLater otherwise.
     bool IsAnother(const Char* path);
     // Accepts what was written until now; where the drive has just answered slowly, until then.
     void AcceptUntilNow(const Char* path);
@@ -29,7 +27,6 @@ private:
     bool Ask(const Char* path);
 
     SlowDrives& drives;
-    FileStamp taken;
     FileStamp known; // taken or accepted: that it is so now is nothing new to the user
     FileStamp seen;  // when the drive was last asked; no time: it could not be read
     Platform::FileTime accepted = 0;

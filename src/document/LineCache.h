@@ -14,7 +14,7 @@ struct LineCacheEntry : LineStart {
     LineCacheEntry* previous;
 };
 
-// Remembers where a few lines of a text start, so that a look-up near an earlier one walks a short way. Most recently
+// Remembers where a few lines of a text start, so that a lookup near an earlier one walks a short way. Most recently
 // added first. The TextStore that has it tells it of every change.
 class LineCache {
 public:
@@ -41,7 +41,7 @@ public:
 private:
     LineCacheEntry* TakeEntry();
 
-    // The entries live inside the object: a look-up must not fail without memory.
+    // The entries live inside the object: a lookup must not fail without memory.
     LineCacheEntry storage[Limit] = {};
     List<LineCacheEntry> entries;
     List<LineCacheEntry> unused; // given back by Deleted

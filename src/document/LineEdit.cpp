@@ -21,27 +21,27 @@ void LineEdit::Extend(Char character) {
 bool LineEdit::Continues(Char typed, uint32_t atColumn) const {
     ORVANE_ASSERT(state == State::InEditLine && !text.IsEmpty());
     // What was removed or typed over has to stay apart: this record's undo could not bring it back.
-    if (runHasEnded || isDelete || replaced) return false;
+    if (typingHasEnded || isDelete || replaced) return false;
     // Words and what is between them are steps of their own.
     return uint64_t{column} + text.Length() == atColumn &&
            Text::IsWordChar(typed) == Text::IsWordChar(text[text.Length() - 1]);
 }
 
-bool LineEdit::ChangeCommitted(bool back) {
-    if (!replaced) return ChangeStore(back != isDelete);
-    target.parts.store.SetCharacter(position, back ? replaced : text[0]);
+bool LineEdit::ChangeInStore(bool undoing) {
+    if (!replaced) return ChangeStore(undoing != isDelete);
+    target.parts.store.SetCharacter(position, undoing ? replaced : text[0]);
     uint32_t lineStart = 0;
     change = {position, target.content.OffsetToLine(position, lineStart), {1, 0}, {1, 0}};
     return true;
 }
 
-bool LineEdit::ChangeEditLine(bool back) {
+bool LineEdit::ChangeEditLine(bool undoing) {
     EditLine& line = target.parts.editLine;
-    const bool removes = back != isDelete;
+    const bool removes = undoing != isDelete;
     // Asked before and after: a comment that is closed by the change was open before it.
     const bool affectedBefore = target.content.EditLineAffectsFollowingLines();
     if (replaced) {
-        line.Set(column, back ? replaced : text[0]);
+        line.Set(column, undoing ? replaced : text[0]);
     } else if (removes) {
         line.Erase({column, column + count});
     } else if (!line.Insert(column, text.Text(), count)) {

@@ -13,25 +13,28 @@ public:
     // memory.
     [[nodiscard]] bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
 
-    bool Undo() override { return state == State::InEditLine ? ChangeEditLine(true) : ChangeCommitted(true); }
-    bool Redo() override { return state == State::InEditLine ? ChangeEditLine(false) : ChangeCommitted(false); }
+    bool Undo() override { return state == State::InEditLine ? ChangeEditLine(true) : ChangeInStore(true); }
+    bool Redo() override { return state == State::InEditLine ? ChangeEditLine(false) : ChangeInStore(false); }
     void MoveViews(bool undone) override;
 
-    // The next key of a run, in this order; EditPipeline::ExtendTyping has the edit line changed before Extend.
-    // Of a pending record: whether a character typed at `atColumn` goes on with its word, or with what is between two.
+    // A run of typing is extended in this order: Continues, MakeRoom, the change of the edit line (by
+    // EditPipeline::ExtendTyping), Extend.
+    //
+    // Whether a character typed at `atColumn` extends this pending record: the same word, or the same gap between
+    // words.
     bool Continues(Char typed, uint32_t atColumn) const;
     // For so many characters. Only this can fail, without memory.
     [[nodiscard]] bool MakeRoom(uint32_t characters) { return text.Reserve(text.Length() + characters); }
     void Extend(Char character);
     // From now on nothing continues the record.
-    void EndRun() { runHasEnded = true; }
+    void EndTyping() { typingHasEnded = true; }
 
 private:
-    // Make the change, or take it `back`: in the store, or in the edit line.
-    bool ChangeCommitted(bool back);
-    bool ChangeEditLine(bool back);
+    // Make the change, or undo it: in the store, or in the edit line.
+    bool ChangeInStore(bool undoing);
+    bool ChangeEditLine(bool undoing);
 
-    uint32_t column = 0; // of the edit line, where `text` begins
+    uint32_t column = 0; // where `text` begins in the edit line
     Char replaced = 0;   // what a typed character took the place of; 0 for none
-    bool runHasEnded = false;
+    bool typingHasEnded = false;
 };

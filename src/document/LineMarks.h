@@ -5,7 +5,7 @@
 #include "document/TextPosition.h"
 
 struct LineMark : HeapObject {
-    // The kinds of marks that a line has, as bits. Not a plain number, which a line could be mistaken for.
+    // The kinds of marks of a line, as bits. A type of its own, so that a line number cannot be passed by mistake.
     enum Flags : uint32_t { Bookmark = 1 };
 
     uint32_t line = 0;

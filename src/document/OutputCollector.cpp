@@ -66,7 +66,7 @@ bool OutputCollector::Poll() {
     const uint64_t before = run.consumed;
     const Appending result = AppendNew();
     run.hasEnded = run.hasEnded || CommandProcess::HasEnded(run);
-    // Between slices nothing may get lost: only one that finds next to nothing new has caught up.
+    // Only a slice that finds next to nothing new has caught up; ending the run before that would lose output.
     const bool hasMore = run.pollTimer == SlicePause && run.consumed > before + ReadSize;
     const bool readsOn = result == Appending::OutOfTime || hasMore;
     wantedPeriod = readsOn ? SlicePause : PollPeriod;

@@ -49,8 +49,8 @@ bool SlowDrives::MayAsk(const Char* path, const void* file, uint64_t now) {
         return true;
     }
     drive->Enqueue(file);
-    // After as many refusals as there are files one has come twice, and the first in the queue not at all: it has
-    // been closed.
+    // After as many refusals as there are waiting files, some file has asked twice and the first in the queue not at
+    // all: its document was closed.
     if (!rests && ++drive->refusals >= drive->waitingCount) drive->DropFirst();
     return false;
 }

@@ -78,7 +78,7 @@ void TextBuffer::Clear(bool destroyViews) {
     pipeline.NotifyReplaced();
 }
 
-bool TextBuffer::EmptyAndResetUndo() {
+void TextBuffer::EmptyAndResetUndo() {
     const EditPipeline::Operation operation(pipeline);
     pipeline.History().Clear();
     parts.marks.Clear();
@@ -86,7 +86,6 @@ bool TextBuffer::EmptyAndResetUndo() {
     parts.store.Empty();
     pipeline.NotifyReplaced();
     pipeline.Notifier().Invalidate();
-    return true;
 }
 
 bool TextBuffer::Load(const Char* fileName, bool createNew) {
@@ -149,6 +148,7 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     const SaveResult result =
         CommitEdit() ? WriteTextFile(file, Content(), Length(), {fileEncoding, style}, stamp) : SaveResult::Untouched;
     const bool saved = result == SaveResult::Saved;
+    // A copy under another name that was cut leaves the file of this document alone.
     const bool cut = result == SaveResult::Cut && IsOwnFile(file);
     if ((saved || cut) && stamp.time) onDisk.Take(stamp);
     if (cut) {
@@ -279,7 +279,8 @@ bool TextBuffer::DeleteInEditLine(TextDocumentView* view, ColumnRange columns) {
     if (!OpenCaretLine(view)) return false;
     const uint32_t end = parts.editLine.Length(); // of its line feed, or of the terminator on the last line
     const Char* line = EditLineText().Text();
-    // May take the line feed along, which the edit line cannot lose.
+    // May take the line feed along, which the edit line cannot lose. The commit closes the line, but keeps its start:
+    // RangeOf still holds.
     if (columns.start <= end && line[end] == u'\n') return CommitEdit() && DeleteText(parts.editLine.RangeOf(columns));
     const uint32_t removedEnd = std::min(columns.end, end);
     if (columns.start >= removedEnd) return false;
@@ -315,7 +316,7 @@ bool TextBuffer::ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserte
 
 void TextBuffer::EndTyping() {
     UndoRecord* latest = History().UndoHead();
-    if (latest && latest->state == UndoRecord::State::InEditLine) static_cast<LineEdit*>(latest)->EndRun();
+    if (latest && latest->state == UndoRecord::State::InEditLine) static_cast<LineEdit*>(latest)->EndTyping();
 }
 
 bool TextBuffer::FindText(const SearchQuery& query, SearchWay way, SearchHit& hit, SearchProgress* progress) {

@@ -25,7 +25,7 @@ public:
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
-    // Document, in table order (the shared ones are DocumentBase's).
+    // Document; the shared operations are in DocumentBase.
     uint32_t Release() override;
     DocumentView* CreateView(NativeWindow parent) override;
     bool IsModified() const override { return !pipeline.History().IsSaved(); }
@@ -52,8 +52,9 @@ public:
         pipeline.History().JoinSteps(after);
     }
 
-    // Life of the content. Each leaves the document consistent on failure: empty and without a store.
-    // A new document is the user's and not yet in any file: it gets the line ends that those are to have.
+    // Making and replacing the content. Each leaves the document consistent on failure: empty and without a store.
+    //
+    // With `asNew` it is a new document of the user's, in no file yet, and gets the line ends of new files.
     [[nodiscard]] bool MakeEmpty(bool asNew = false);
     [[nodiscard]] bool MakeNew(const Char* name);
     // With `createNew` a new, empty document of that name, else the file's content.
@@ -64,8 +65,7 @@ public:
     // Makes this an output document, which nobody can type into. False without memory for what is typed.
     [[nodiscard]] bool MarkAsOutput();
     // Empties the text and forgets undo, redo and marks; the path, the engine and a running command stay.
-    // True always.
-    bool EmptyAndResetUndo();
+    void EmptyAndResetUndo();
 
     // The edit line, see EditPipeline.
     [[nodiscard]] bool LoadEditLine(uint32_t line) { return pipeline.LoadEditLine(line); }
@@ -77,11 +77,11 @@ public:
     // In the edit line: `column` counts in the caret line of `view`, which is made the edit line first; with null, in
     // the line that is open. Past the end of the line it is the end.
     //
-    // Types a character: it changes the edit line, and the store only once that is committed. Where it goes on with the
+    // Types a character: it changes the edit line, and the store only once that is committed. Where it continues the
     // latest LineEdit, that is extended; else it makes a new one. A line break goes to NewLine. With `overwrite` the
     // character takes the place of the one at `column`, as a step of its own. Without `notifyEngine` a character that
-    // extends a record is not repainted, nor are lines below that it may colour differently.
-    // There is room then for `room` of them in all: the others of a run that is inserted here cannot fail.
+    // extends a record is not repainted, nor are lines below that it may colour differently. Reserves memory for `room`
+    // characters, so that the rest of a run inserted here cannot fail.
     bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite,
                   uint32_t room = 1);
     // Breaks the line, which is a change of the store. The new line begins with the blanks that the old one begins with
@@ -92,14 +92,17 @@ public:
     // line.
     bool DeleteInEditLine(TextDocumentView* view, ColumnRange columns);
 
-    // In the store. What is pending is committed first; offsets past the end are the end.
+    // In the store. What is pending is committed first: offsets are those of the text as it is shown. Offsets past the
+    // end are the end.
     bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
     bool DeleteText(TextRange range);
     // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
     [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
 
-    // Undo. What is recorded between the first two is one step. A group that could not be begun must not be ended. On a
+    // Undo.
+    //
+    // What is recorded between the first two is one step. A group that could not be begun must not be ended. On a
     // read-only document both succeed and record nothing.
     [[nodiscard]] bool BeginGroup() { return readOnly || pipeline.History().BeginGroup(); }
     [[nodiscard]] bool EndGroup() { return readOnly || pipeline.History().EndGroup(); }
@@ -114,7 +117,8 @@ public:
     // The next typed character starts a step of its own.
     void EndTyping();
 
-    // False without a match, and when `progress` stops the search.
+    // Commits first: offsets are those of the text as it is shown. False without a match, when `progress` stops the
+    // search, and without memory.
     [[nodiscard]] bool FindText(const SearchQuery& query, SearchWay way, SearchHit& hit,
                                 SearchProgress* progress = nullptr);
 
@@ -132,14 +136,18 @@ public:
     void RepaintAll();
     void RepaintLines(LineRange lines);
 
-    // Colouring. The document takes over one reference and releases the engine it had; what that highlights, the
-    // new one highlights, too.
+    // Colouring.
+    //
+    // The document takes over one reference and releases the engine it had; what that highlights, the new one
+    // highlights, too.
     void AttachEngine(SyntaxEngine* newEngine);
     // From now on the engine of that name, whatever the path (empty: by the path again), and repaints. False
     // without memory.
     [[nodiscard]] bool SetEngineName(const Char* name);
 
-    // Output of commands. Appends text as it is (line breaks normalised in place in `added`).
+    // Output of commands.
+    //
+    // Appends text as it is (line breaks normalised in place in `added`).
     [[nodiscard]] bool AppendOutputText(Char* added);
     // Starts a command (null for none) under the command interpreter and collects what it prints; makes
     // this an output document. False when a run is already under way or anything failed.

@@ -18,8 +18,10 @@ public:
     uint32_t GetLineCount() const { return parts.store.LineCount(); }
     const TextParts& Parts() const { return parts; }
 
-    // Lines in the store. Looking them up fills a cache, so it is not const. A line past the end is the last one, an
-    // offset past the end is the end; no column is clamped.
+    // Lines in the store.
+    //
+    // Looking them up fills a cache, so it is not const. A line past the end is the last one, an offset past the end is
+    // the end; no column is clamped.
     uint32_t LineToOffset(uint32_t line) { return parts.store.LineToOffset(line); }
     // Without a use on purpose: docs/oddities.md.
     uint32_t LineToOffsetPlus(TextPosition place) { return LineToOffset(place.line) + place.column; }
@@ -30,14 +32,15 @@ public:
 
     // The file.
     bool IsReadOnly() const { return readOnly; }
-    // Whether saving over the file that was loaded would change bytes that nobody has edited, beside line breaks: not
-    // all of them have become characters that become them again.
+    // Whether decoding has lost something: saving over the file that was loaded would change bytes that nobody has
+    // edited, line breaks aside.
     bool LosesBytes() const { return losesBytes; }
     // Whether it was made as a new document, or recovered, and is in no file yet.
     bool IsNew() const { return isNew; }
 
-    // The edit line, see EditLine.h. Text, start and length mean something only while a line is open; there is nothing
-    // pending otherwise.
+    // The edit line, see EditLine.h.
+    //
+    // Text, start and length mean something only while a line is open; there is nothing pending otherwise.
     uint32_t EditLineNumber() const { return parts.editLine.Number(); } // NoLine while none is open
     const WString& EditLineText() const { return parts.editLine.Text(); }
     uint32_t EditLineStart() const { return parts.editLine.Start(); }
@@ -63,8 +66,9 @@ public:
     // What colours the text; null for none.
     SyntaxEngine* Engine() const { return engine; }
 
-    // Searches in the store. Whether the characters of a range, which ends with the text at the latest, are whole
-    // words.
+    // Searches in the store.
+    //
+    // Whether the characters of a range, which ends with the text at the latest, are whole words.
     bool IsWholeWordAt(TextRange range) const;
     // The first match that starts in `area`; NoOffset without one.
     uint32_t FindFrom(const SearchQuery& query, TextRange area) const;

@@ -17,24 +17,29 @@ struct TextChange;
 class TextDocumentView : public DocumentView {
 public:
     // Every edit, made in this view or in another one. What it means for the view is told by what follows. Not sent
-    // when the text becomes another one altogether, by loading.
+    // when the whole text is replaced, by loading.
     virtual void TextEdited(const TextChange& change) = 0;
     // What is remembered of the text after `offset`, above all syntax states, does not hold any more: the store was
     // changed there, the edit line that starts there may colour later lines differently now or has been written back,
-    // or (offset 0) the engine is another one. Not sent for an edit of the edit line that leaves later lines alone.
+    // or (offset 0) the engine was replaced. Not sent for an edit of the edit line that leaves later lines alone.
     virtual void ForgetAfter(uint32_t offset) = 0;
-    // The store was changed, and with it perhaps the number of its lines. For appended output it comes after FollowEnd.
+    // The store was changed: the number of its lines may have changed, too. For appended output it comes after
+    // FollowEnd.
     virtual void LineCountChanged() = 0;
 
-    // Where the view goes after the edit; places are clamped to the text. A change of the store places the views that
-    // its record knows, by top line and selection; the others follow it. In the edit line, the first character of a run
-    // of typing places the carets of all views, each in its own line; one that goes on with the run places that of the
-    // view typed in, and the others follow; a deletion is followed by all.
+    // Where the view goes after the edit; places are clamped to the text.
+    // - A change of the store: PlaceTopLine and then PlaceSelection for the views that its record knows, FollowChange
+    //   for the others.
+    // - The first character of a run of typing: PlaceCaret for all views, each in its own line.
+    // - A further character of the run: PlaceCaret for the view typed in, FollowChange for the others.
+    // - A deletion in the edit line: FollowChange for all.
     //
+    // First, as placing the selection scrolls from there; only the way to the start of a text that was replaced ends
+    // with it.
+    virtual void PlaceTopLine(uint32_t line) = 0;
     // The caret goes there, and the selection collapses to it.
     virtual void PlaceCaret(TextPosition place) = 0;
     virtual void PlaceSelection(TextSelection selection) = 0;
-    virtual void PlaceTopLine(uint32_t line) = 0;
     // Caret, anchor and top line stay at their places in the text.
     virtual void FollowChange(const TextChange& change) = 0;
     // Output was appended, and the caret, which was at the end of the text, goes to the new one. As nobody has moved it

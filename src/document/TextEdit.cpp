@@ -52,8 +52,8 @@ void TextEdit::CaptureView(ViewState& viewState, TextDocumentView* view) const {
         viewState.after.anchor = viewState.after.caret = isDelete ? position : static_cast<uint32_t>(end);
     }
 
-    // A window that begins after the change goes on showing what it shows; one that begins inside of it has nothing
-    // left to hold on to but the change itself.
+    // A window that begins after the change goes on showing what it shows; one that begins inside it has nothing left
+    // to hold on to but the change itself.
     const uint32_t topStart = target.content.LineToOffset(viewState.topLineBefore);
     if (topStart < position) return;
     if (topStart < end) {

@@ -20,7 +20,7 @@ void TextJournal::Changed(const TextChange& change) {
         hasOrigin = false;
         return MakeAgainNext();
     }
-    // What was not written yet is where it was, or that far after it.
+    // The unwritten span moves by the growth of a change before it.
     if (Writable() && !unwritten.IsEmpty() && !unwritten.IsNear(change, Gap)) {
         const bool isBefore = change.start < unwritten.Start();
         const uint32_t shift = change.inserted.characters - change.removed.characters; // modulo 2^32
@@ -76,7 +76,7 @@ bool TextJournal::IsOverFile(JournalSubject& subject) const {
     FileStamp onDisk;
     if (!hasOrigin || !subject.hasFile || sinceFile.IsEmpty() || TextLength() <= LargeText ||
         Platform::IsRemote(Owner().GetName()) || !ReadStamp(Owner().GetName(), onDisk) || onDisk != fileStamp ||
-        !WouldComeBack())
+        !WouldRoundTrip())
         return false;
     subject.fileTime = fileStamp.time;
     subject.fileSize = fileStamp.size;
@@ -90,9 +90,9 @@ bool TextJournal::IsOverFile(JournalSubject& subject) const {
     return true;
 }
 
-// Whether reading the file gives the characters that the text still has of it. What was read once is read again as the
-// same, whatever it was; what was saved only where the encoding leaves no doubt.
-bool TextJournal::WouldComeBack() const {
+// Whether reading the file would yield the characters that the text still shares with it. A loaded file reads the same
+// again; a saved one surely does only if it is plain ASCII.
+bool TextJournal::WouldRoundTrip() const {
     if (origin == Origin::Loaded) return true;
     return content.ForEachPiece(0, TextLength(), [](const Char* piece, size_t count) {
         bool isPlain = true;

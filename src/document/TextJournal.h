@@ -9,9 +9,9 @@
 // and goes on with what has changed since its last entry. An edit only widens a span; the characters are read when the
 // span is written. So typing costs the same with a journal as without.
 //
-// A journal with the whole text needs nothing else to be as it was, but writing a large text would be felt. One over a
-// file is checked as a whole when it is read: it gives the right text or none. Once the file is another one, the next
-// Flush makes a journal with the whole text.
+// A journal with the whole text depends on nothing else, but writing a large text would be noticed. One over a file is
+// verified as a whole when it is read: it gives the right text or none. Once the file has changed, the next Flush makes
+// a journal with the whole text.
 class TextJournal final : public DocumentJournal {
 public:
     // A text of more characters is written as a change of its file where that can be.
@@ -22,7 +22,7 @@ public:
 
     // An edit was made. One that is far from those before it is an entry of its own.
     void Changed(const TextChange& change);
-    // The text is another one, of no file that is known.
+    // The text was replaced, by one of no known file.
     void Replaced();
     // The text is that of the document's file, as it was read, or as it was saved.
     enum class Origin { Loaded, Saved };
@@ -36,7 +36,7 @@ private:
 
     uint32_t TextLength() const { return content.Length() + content.EditLineGrowth(); }
     bool IsOverFile(JournalSubject& subject) const;
-    bool WouldComeBack() const;
+    bool WouldRoundTrip() const;
     bool Append(JournalFile& journal, uint32_t at);
     bool PutText(JournalFile& journal, const JournalChange& change, uint32_t from) const;
 

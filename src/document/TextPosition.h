@@ -2,6 +2,9 @@
 
 #include "base/Types.h"
 
+// Offsets count either the store or the text as it is shown, with the edit line in its edited form; each header says
+// which. Without a pending edit both are the same.
+
 // A place in a text, both 0-based. The column counts characters; a tab counts as one.
 struct TextPosition {
     uint32_t line = 0;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// A text with a gap where the last change ended: the next one is mostly near, and little has to be moved then.
+// A gap buffer: the next change is usually near the last one, so little has to be moved.
 class GapText {
 public:
     GapText() = default;

@@ -30,7 +30,7 @@ struct SearchWay {
 };
 
 // Finds matches of a query in `length` characters at `content`, which it does not own. With the additional setting
-// WholeCharacters no match begins or ends inside of a pair of surrogates.
+// WholeCharacters no match begins or ends inside a pair of surrogates.
 class TextSearch {
 public:
     TextSearch(const Char* content, uint32_t contentLength, const SearchQuery& wanted)

@@ -4,7 +4,7 @@
 #include "document/SlowDrives.h"
 #include "document/TextDocumentView.h"
 
-// What text documents need of the program around them. Owned by whoever makes the documents; outlives them.
+// What text documents need of the program around them. Owned by the maker of the documents; outlives them.
 struct TextServices {
     TextViewFactory makeView = nullptr; // null: no view can be made
     const PollTimer* timer = nullptr;   // null: no command can be run

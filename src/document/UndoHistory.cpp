@@ -50,6 +50,7 @@ void UndoHistory::GroupAbandoned() {
 
 void UndoHistory::JoinSteps(uint32_t after) {
     ORVANE_ASSERT(!openGroups);
+    // Serials only grow, and no group was open at `after`: what is cut off here is never a part of one.
     UndoRecord** earlier = &undoHead;
     while (*earlier && (*earlier)->serial > after) earlier = &(*earlier)->next;
     if (earlier == &undoHead) return;

@@ -19,8 +19,9 @@ public:
     // False without memory.
     [[nodiscard]] bool BeginGroup();
     [[nodiscard]] bool EndGroup();
-    // Instead of EndGroup: the caller takes the records of the group back, one after the other, up to the marker
-    // that began it. With no group left open, what could be redone before the first change can be redone again.
+    // Abandoning a group, instead of EndGroup. TakeLatest hands out its records, latest first, up to the marker that
+    // began it; the caller undoes and frees them. GroupAbandoned ends it: with no group left open, what could be redone
+    // before its first change can be redone again.
     UndoRecord* TakeLatest();
     void GroupAbandoned();
     // What was recorded after the serial `after`, outside of groups, is one step from now on. Without memory the steps

@@ -16,9 +16,9 @@ public:
     };
 
     virtual ~UndoRecord() = default;
-    // A record is made before its change, which the first Redo makes. Both change the store, with the bookmarks, or
-    // the edit line, which has one line and moves none; a marker changes nothing. The views are told by whoever calls.
-    // False only without memory; nothing has changed then.
+    // A record is made before its change, which the first Redo makes. Undo and Redo change the store and its bookmarks,
+    // or only the edit line; a marker changes nothing. The caller notifies the views. False only without memory;
+    // nothing has changed then.
     virtual bool Undo() { return true; }
     virtual bool Redo() { return true; }
     bool IsMarker() const { return state == State::GroupBegin || state == State::GroupEnd; }

@@ -19,8 +19,8 @@ void ViewNotifier::LineCountChanged() {
     TellAll([](TextDocumentView& view) { view.LineCountChanged(); });
 }
 
-// A view that cannot scroll, without a window or with its redraw suspended, would keep a top line past
-// the end of the text.
+// The top line last: a view that cannot scroll, without a window or with its redraw suspended, would keep a top line
+// past the end of the text.
 void ViewNotifier::MoveToStart() {
     TellAll([](TextDocumentView& view) {
         view.PlaceCaret({});

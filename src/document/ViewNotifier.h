@@ -3,8 +3,8 @@
 #include "base/Assert.h"
 #include "document/TextDocumentView.h"
 
-// Tells all views of a text document what has happened to it; TextDocumentView says what each telling means. Nothing
-// may edit while one of them is told, but for EditFinished.
+// Tells all views of a text document what has happened to it; TextDocumentView says what each notification means.
+// Nothing may edit while one of them is told, but for EditFinished.
 class ViewNotifier {
 public:
     explicit ViewNotifier(const TextViews& all) : views(all) {}
