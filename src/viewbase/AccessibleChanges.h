@@ -2,12 +2,12 @@
 
 #include "viewbase/AccessibleElement.h"
 
-// What a screen reader is told at once. Several changes of a kind are one.
+// The events to raise together; several changes of one kind are one event.
 struct AccessibleEvents {
     bool focus = false;     // another document has come under the focus
     bool text = false;      // it was edited
-    bool value = false;     // the value is another one
-    bool name = false;      // the document is called otherwise
+    bool value = false;     // the value has changed
+    bool name = false;      // the document's name has changed
     bool selection = false; // the caret or the selection has moved
 
     bool operator==(const AccessibleEvents&) const = default;
@@ -16,11 +16,11 @@ struct AccessibleEvents {
 // Remembers what a screen reader has been told of a view, so that it hears of a change once, and of many as of one.
 class AccessibleChanges {
 public:
-    // Another document is shown under the focus. It is told together with what is read of it then.
+    // The focused window now shows another document, which is reported as a change of focus.
     void DocumentShown() { shown = true; }
-    // What is to be told now, which counts as told.
+    // The events that are due; marks them as raised.
     AccessibleEvents Take(const AccessibleState& now);
-    // As it is now, nothing is to be told.
+    // Takes `now` as known, without an event.
     void Skip(const AccessibleState& now);
 
 private:

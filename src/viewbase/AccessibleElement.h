@@ -5,8 +5,8 @@
 class Document;
 class WString;
 
-// Where a view's caret is and what is selected, in characters or bytes; whatever of it a screen reader has to hear of
-// has changed when another one is returned.
+// Where a view's caret is and what is selected, in characters or bytes; two states differ when there is something to
+// report to a screen reader.
 struct AccessibleState {
     uint64_t anchor = 0;
     uint64_t caret = 0;

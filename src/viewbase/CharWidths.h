@@ -3,7 +3,7 @@
 #include "base/Surrogates.h"
 
 // The widths of single characters in one font, as they are shown (see TextDirection). They are fetched 256 at a time
-// when first asked for; after that a look-up is two loads. Pages are freed with the cache or when the source changes.
+// when first asked for; after that a lookup is two loads. Pages are freed with the cache or when the source changes.
 class CharWidths {
 public:
     static constexpr uint32_t PageSize = 256;
@@ -16,7 +16,7 @@ public:
     CharWidths(const CharWidths&) = delete;
     CharWidths& operator=(const CharWidths&) = delete;
 
-    // Forgets every width: the font is another one.
+    // Forgets every width: the font has changed.
     void SetSource(Fetch newFetch, void* newContext);
     void Clear();
 

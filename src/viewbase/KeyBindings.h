@@ -18,8 +18,8 @@ template <DocumentCommand Kind, class Press> void DoInDocument(const Press& pres
     press.editor.GetDocument()->DoCommand(Kind);
 }
 
-// What a key does with Ctrl as it is held now; null for one that is not bound. AltGr arrives as Ctrl and Alt and is on
-// its way to a character: the key is none with Ctrl then.
+// What a key does with Ctrl as it is held now; null for one that is not bound. AltGr arrives as Ctrl+Alt and types a
+// character, so it counts as a key without Ctrl.
 template <class Press, size_t Count>
 auto HandlerOf(const KeyBinding<Press> (&bindings)[Count], const EditorSurface& surface, uint32_t key)
     -> void (*)(const Press&) {

@@ -19,8 +19,8 @@ LongOperation::~LongOperation() {
 }
 
 bool LongOperation::Continue(uint64_t done, uint64_t total) {
-    constexpr uint64_t Patience = 500; // milliseconds
-    if (surface.Ticks() - started < Patience) return true;
+    constexpr uint64_t ShowAfter = 500; // milliseconds
+    if (surface.Ticks() - started < ShowAfter) return true;
     if (!shown) surface.SetWaitCursor(true);
     shown = true;
     const auto percent = static_cast<uint32_t>(total ? done * 100 / total : 0);

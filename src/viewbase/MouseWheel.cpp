@@ -27,6 +27,7 @@ void ChangeFontSize(ViewHost* host, bool larger) {
 int64_t MouseWheel::Turn(const WheelTurn& turn, ViewHost* host) {
     const int64_t notches = -TakeNotches(turn.delta);
     if (notches == 0) return 0;
+    // Larger when it is turned towards the user: docs/oddities.md.
     if (turn.ctrl) {
         ChangeFontSize(host, notches > 0);
         return 0;

@@ -42,7 +42,7 @@ public:
 
     // Without a window nothing happens.
     void Show(ScrollAxis axis, const ScrollBar& bar);
-    // The window is another one, whose bars were never set.
+    // The view has another window, whose bars were never set.
     void Forget() { sent[0] = sent[1] = NeverSent; }
 
 private:

@@ -9,12 +9,12 @@ using TextDirection::Kind;
 
 // From `first` up to the next row. Characters beyond U+FFFF count by their first half: those of U+10800 to U+10FFF
 // and U+1E800 to U+1EFFF are letters.
-struct Stretch {
+struct CodeRange {
     Char first;
     Kind kind;
 };
 
-constexpr Stretch Stretches[] = {
+constexpr CodeRange CodeRanges[] = {
     {0x0000, Kind::Plain},     {0x0300, Kind::Combining}, {0x0370, Kind::Plain},     {0x0483, Kind::Combining},
     {0x048A, Kind::Plain},     {0x0590, Kind::Letter},    {0x0591, Kind::Combining}, {0x05BE, Kind::Letter},
     {0x05BF, Kind::Combining}, {0x05C0, Kind::Letter},    {0x05C1, Kind::Combining}, {0x05C3, Kind::Letter},
@@ -38,14 +38,14 @@ constexpr Stretch Stretches[] = {
     {0xFE30, Kind::Plain},     {0xFE70, Kind::Letter},    {0xFEFF, Kind::Plain},
 };
 
-static_assert(std::is_sorted(std::begin(Stretches), std::end(Stretches),
-                             [](const Stretch& a, const Stretch& b) { return a.first < b.first; }));
+static_assert(std::is_sorted(std::begin(CodeRanges), std::end(CodeRanges),
+                             [](const CodeRange& a, const CodeRange& b) { return a.first < b.first; }));
 
 } // namespace
 
 TextDirection::Kind TextDirection::Find(Char character) {
-    const auto next = std::upper_bound(std::begin(Stretches), std::end(Stretches), character,
-                                       [](Char wanted, const Stretch& stretch) { return wanted < stretch.first; });
+    const auto next = std::upper_bound(std::begin(CodeRanges), std::end(CodeRanges), character,
+                                       [](Char wanted, const CodeRange& range) { return wanted < range.first; });
     return next[-1].kind;
 }
 

@@ -46,5 +46,5 @@ private:
     HexInput input{editor};
     HexAccessible accessible{editor};
     HexRows rows;
-    InputMethod::SwitchedOff noComposition; // hex digits are keys
+    InputMethod::Disabled noComposition; // hex digits are keys
 };

@@ -65,7 +65,7 @@ CharWidths& TextView::Widths() { return ViewFont::Widths(); }
 void TextView::ScrollPicture(int32_t pixels) {
     if (!window) return;
     // Drawn straight, the guides are on the first row only: rows depend on where they are.
-    if (DrawsStraight() || !backBuffer.Dc()) return InvalidateAll();
+    if (DrawsUnbuffered() || !backBuffer.Dc()) return InvalidateAll();
     ScrollWindowEx(window, 0, pixels, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
     ForgetCaretPlace();
 }

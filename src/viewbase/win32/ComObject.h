@@ -48,7 +48,7 @@ public:
         AddRef();
         return S_OK;
     }
-    // Though everything else is called on one thread: what was passed on may be dropped elsewhere.
+    // Interlocked although everything else runs on one thread: a client may release its reference on another.
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references)); }
     ULONG STDMETHODCALLTYPE Release() override {
         const LONG left = InterlockedDecrement(&references);

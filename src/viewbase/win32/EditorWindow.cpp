@@ -90,7 +90,7 @@ LRESULT EditorWindow::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         reader.Leave();
         break;
     case WM_NCDESTROY:
-        // The system does not say so.
+        // A window that is destroyed gets no WM_CAPTURECHANGED.
         dragTimer.Stop();
         Input().Drag().OnCaptureLost();
         break;
@@ -136,7 +136,7 @@ void EditorWindow::OnPaint() {
 void EditorWindow::Draw(HDC target, RowSource& rows) {
     RECT client = {};
     GetClientRect(window, &client);
-    TextPainter(target, DrawsStraight() ? nullptr : backBuffer.Dc(), client.right, rows).DrawAll();
+    TextPainter(target, DrawsUnbuffered() ? nullptr : backBuffer.Dc(), client.right, rows).DrawAll();
 }
 
 void EditorWindow::OnWheel(WPARAM wparam) {

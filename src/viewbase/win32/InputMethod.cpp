@@ -74,14 +74,14 @@ void InputMethod::PlaceComposition(HWND window, POINT point, int lineHeight, HFO
     if (GetObjectW(font, sizeof(description), &description)) library.setCompositionFont(context.Get(), &description);
 }
 
-void InputMethod::SwitchedOff::Take(HWND newWindow) {
+void InputMethod::Disabled::Take(HWND newWindow) {
     GiveBack();
     if (!library.Load()) return;
     window = newWindow;
     before = library.associateContext(window, nullptr);
 }
 
-void InputMethod::SwitchedOff::GiveBack() {
+void InputMethod::Disabled::GiveBack() {
     // The window may have been destroyed, with its association, before this object.
     if (window && IsWindow(window) && library.Load()) library.associateContext(window, before);
     window = nullptr;

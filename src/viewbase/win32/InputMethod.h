@@ -2,8 +2,8 @@
 
 #include "base/win32/Handles.h"
 
-// The input-method editor's library, loaded when first needed; everything works without it. What is said of a window
-// does nothing when the library or one of its functions is missing (loading is tried again next time).
+// The input-method editor's library, loaded when first needed; everything works without it. Operations on a window do
+// nothing when the library or one of its functions is missing (the next call tries to load it again).
 namespace InputMethod {
 
 // What a text view posts to itself when an input method has composed a character, which is the wParam.
@@ -15,9 +15,9 @@ void PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font);
 void Unload();
 
 // Keeps input methods away from a window: what is typed there are keys, not text.
-class SwitchedOff : Guard {
+class Disabled : Guard {
 public:
-    ~SwitchedOff() { GiveBack(); }
+    ~Disabled() { GiveBack(); }
     void Take(HWND newWindow);
     // The window has the context back that it had before. One that is gone needs none.
     void GiveBack();

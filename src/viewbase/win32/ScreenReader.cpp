@@ -19,7 +19,7 @@ LRESULT ScreenReader::Answer(HWND window, WPARAM wparam, LPARAM lparam) {
     // The number is a signed one of 32 bits, which not every sender extends.
     const auto object = static_cast<LONG>(lparam);
     if (object != Uia::RootObject && object != static_cast<LONG>(OBJID_CLIENT)) return 0;
-    // Before the first object is made: in no apartment of this thread, others would call it on threads of theirs.
+    // Before the first object is made: without an apartment on this thread, clients would call it on their own threads.
     if (!Ole::Use()) return 0;
     isAsked = true;
     if (!provider.IsValid()) changes.Skip(source.Accessible().State()); // it reads that by itself
@@ -34,8 +34,8 @@ LRESULT ScreenReader::AnswerClassic(HWND window, WPARAM wparam) {
     if (!classic) return 0;
     void* standard = nullptr;
     if (FAILED(classic->standardObject(window, OBJID_CLIENT, __uuidof(IAccessible), &standard))) standard = nullptr;
-    const ComReference<IAccessible> ofSystem(static_cast<IAccessible*>(standard));
-    const ComReference<IAccessible> object(new ViewAccessible(*provider.Get(), ofSystem.Get()));
+    const ComReference<IAccessible> systemObject(static_cast<IAccessible*>(standard));
+    const ComReference<IAccessible> object(new ViewAccessible(*provider.Get(), systemObject.Get()));
     return object.IsValid() ? classic->resultFromObject(__uuidof(IAccessible), wparam, object.Get()) : 0;
 }
 

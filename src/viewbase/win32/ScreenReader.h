@@ -3,17 +3,16 @@
 #include "viewbase/AccessibleChanges.h"
 #include "viewbase/win32/ViewProvider.h"
 
-// What a window has to do with screen readers: answers them, and tells them of changes. Nothing is loaded, made or told
-// before one has asked a window of the process.
+// A window's side of screen readers: answers their queries and raises events. Nothing is loaded, created or raised
+// before one has queried a window of the process.
 //
-// Changes are told by the window that has the focus, of all kinds together, and no sooner than a timer after the first
-// of them: a reader hears of them when the user has paused, or some thirty times a second, and not once for each of
-// 10,000 lines.
+// The focused window raises all pending events together when a timer fires that the first change has started: a reader
+// hears of them when the user has paused, or some thirty times a second, and not once for each of 10,000 lines.
 class ScreenReader : Guard {
 public:
     static constexpr UINT Delay = 30; // milliseconds
 
-    explicit ScreenReader(AccessibleWindow& shower) : source(shower) {}
+    explicit ScreenReader(AccessibleWindow& accessibleWindow) : source(accessibleWindow) {}
     ~ScreenReader() { Leave(); }
 
     // WM_GETOBJECT: the answer, or 0 when it is the system's to answer, as it is when OLE is not there.

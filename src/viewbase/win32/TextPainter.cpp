@@ -7,8 +7,8 @@ namespace {
 
 using DrawingObjects::SpaceDotSize;
 
-constexpr uint32_t StraightWhenRemote = 1;
-constexpr uint32_t AlwaysStraight = 2;
+constexpr uint32_t UnbufferedWhenRemote = 1;
+constexpr uint32_t AlwaysUnbuffered = 2;
 constexpr int ArrowLength = 12;
 constexpr int ArrowHead = 4;
 constexpr int BookmarkCorner = 5;
@@ -23,9 +23,9 @@ HPEN MakeGuidePen() {
 
 } // namespace
 
-bool DrawsStraight() {
-    if (settings.RenderType == AlwaysStraight) return true;
-    return settings.RenderType == StraightWhenRemote && GetSystemMetrics(SM_REMOTESESSION) != 0;
+bool DrawsUnbuffered() {
+    if (settings.RenderType == AlwaysUnbuffered) return true;
+    return settings.RenderType == UnbufferedWhenRemote && GetSystemMetrics(SM_REMOTESESSION) != 0;
 }
 
 TextPainter::TextPainter(HDC target, HDC backBuffer, int clientWidth, RowSource& rows)

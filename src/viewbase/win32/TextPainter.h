@@ -7,7 +7,7 @@
 
 // Whether RenderType (and a remote session) asks for drawing straight onto the window instead of
 // through the one-line back buffer.
-bool DrawsStraight();
+bool DrawsUnbuffered();
 
 // Draws the rows of one paint. With a back buffer each row is drawn there at y = 0 and copied to the
 // window, so that a half-drawn row is never seen.

@@ -16,8 +16,9 @@ Registration registration;
 
 View* ViewOf(HWND window) { return reinterpret_cast<View*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
 
-// WM_UNICHAR, with which input tools send what no key has: answers whether it is understood, and has what keys make
-// posted, so that a macro records it. The system would do that, too, but cut what is beyond U+FFFF.
+// WM_UNICHAR, with which input tools send characters that no key types: says that it is supported and posts the WM_CHAR
+// messages that keys would make, so that macros record them. The system's own conversion would truncate code points
+// above U+FFFF.
 LRESULT OnCodePoint(HWND window, WPARAM codePoint, LPARAM flags) {
     if (codePoint == UNICODE_NOCHAR) return TRUE;
     if (codePoint > 0x10FFFF) return FALSE;

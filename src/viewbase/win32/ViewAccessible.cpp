@@ -44,7 +44,7 @@ HRESULT ViewAccessible::get_accParent(IDispatch** out) {
     if (!out) return E_INVALIDARG;
     *out = nullptr;
     if (provider->IsCut()) return CO_E_OBJNOTCONNECTED;
-    return standard.IsValid() ? standard->get_accParent(out) : S_FALSE;
+    return systemObject.IsValid() ? systemObject->get_accParent(out) : S_FALSE;
 }
 
 HRESULT ViewAccessible::get_accChildCount(LONG* out) {
@@ -135,7 +135,7 @@ HRESULT ViewAccessible::accNavigate(LONG direction, VARIANT start, VARIANT* out)
     *out = VARIANT();
     const HRESULT result = Check(start);
     if (result != S_OK) return result;
-    return standard.IsValid() ? standard->accNavigate(direction, start, out) : S_FALSE;
+    return systemObject.IsValid() ? systemObject->accNavigate(direction, start, out) : S_FALSE;
 }
 
 HRESULT ViewAccessible::accHitTest(LONG x, LONG y, VARIANT* out) {

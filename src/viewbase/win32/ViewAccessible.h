@@ -3,14 +3,13 @@
 #include "viewbase/win32/ViewProvider.h"
 
 // A view's window as older clients see it (MSAA): one object without children, with a name, a role, a state and a
-// value. Where the window is among others it leaves to the system's object for it. Late binding by names is not
-// offered.
+// value. Parent and navigation are left to the system's object for the window. Late binding is not supported.
 class ViewAccessible final : public ComObject<IAccessible, IDispatch> {
 public:
-    // `systems` is the system's object for the window; null for none.
-    ViewAccessible(ViewProvider& element, IAccessible* systems) {
+    // `ofWindow` is the system's object for the window; null for none.
+    ViewAccessible(ViewProvider& element, IAccessible* ofWindow) {
         provider.Share(&element);
-        standard.Share(systems);
+        systemObject.Share(ofWindow);
     }
 
     // IDispatch.
@@ -51,5 +50,5 @@ private:
     HRESULT NoText(const VARIANT& child, BSTR* out) const;
 
     ComReference<ViewProvider> provider;
-    ComReference<IAccessible> standard;
+    ComReference<IAccessible> systemObject;
 };

@@ -27,7 +27,7 @@ protected:
 // before it makes the first object. Nothing is locked.
 class ViewProvider final : public ComObject<IRawElementProviderSimple> {
 public:
-    ViewProvider(HWND shown, AccessibleWindow& shower) : window(shown), source(&shower) {}
+    ViewProvider(HWND shown, AccessibleWindow& accessibleWindow) : window(shown), source(&accessibleWindow) {}
 
     // The window is gone, or shows another view.
     void Cut() { source = nullptr; }
@@ -48,8 +48,7 @@ private:
     AccessibleWindow* source;
 };
 
-// Sets the value of an out parameter for a client. The texts of elements, as clients get them: E_OUTOFMEMORY without
-// memory.
+// The name and the value of an element as strings for a client: E_OUTOFMEMORY without memory.
 namespace AccessibleTexts {
 HRESULT GetName(const AccessibleElement& element, BSTR& out);
 HRESULT GetValue(AccessibleElement& element, BSTR& out);
