@@ -28,7 +28,8 @@ public:
     bool IsChangedOnDisk() override { return false; }
     bool MayCheckDisk() override { return false; }
     void JoinSteps(uint32_t after) override { history.JoinSteps(after); }
-    // An edit to a page would put back what others have changed in the rest of it. False when nothing is to be saved.
+    // A changed page is written whole, which would revert what others have changed in the rest of it. False when
+    // nothing is to be saved.
     bool HasOtherFile() override;
     void MarkFileTimeNow() override {}
     bool Reload() override { return false; }
@@ -46,7 +47,7 @@ public:
     // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
     // is closed. That its first bytes cannot be read is no failure: others may be.
     [[nodiscard]] bool Open(const Char* fileName);
-    // After Open of the file that a journal, whose header was read, is of: makes its changes, which cannot be undone.
+    // Applies the changes of a journal, whose header was read, to its file, which was opened. They cannot be undone.
     // Unless they are Whole or Cut, the document is closed.
     [[nodiscard]] RecoveryResult Recover(JournalReader& changes);
     bool IsReadOnly() const { return file.IsReadOnly(); }
@@ -101,7 +102,6 @@ private:
     HexDocumentView* Shown(HexDocumentView* view) const;
     void RepaintAll();
 
-    // What all documents have comes first, in DocumentBase.
     const HexServices& services;
     FileWindow file;
     Platform::FileTime fileTime = 0; // when it was opened or saved last

@@ -69,9 +69,9 @@ bool ByteSearch::MayContinue(uint64_t more) {
     return !cancelled;
 }
 
-// The first match at a position in [from, end). The system reads whole pages faster: the windows start with
-// one and follow each other without overlapping. A head that reaches into the next window is found there, as
-// what there is of it in this one stays in front.
+// The first match at a position in [from, end). The system reads whole pages faster: the windows start with one and
+// follow each other without overlapping. A head that crosses into the next window is found there, because Advance keeps
+// its beginning in front of that window.
 bool ByteSearch::FindForward(uint64_t from, uint64_t end, uint64_t& found) {
     end = std::min(end, PositionsEnd());
     if (from < end && !file.Ensure(from - from % SystemPage, SystemPage))

@@ -89,6 +89,7 @@ bool FileWindow::Ensure(uint64_t offset, uint32_t count) {
     if (!window) return false;
     uint64_t newStart = offset;
     if (offset >= size) {
+        // Past the end it shows the last bytes of the file.
         newStart = size > Capacity ? size - Capacity : 0;
     } else if (offset < start) {
         // Keeps the bytes before for a walk backwards, as many as leave room for the range.

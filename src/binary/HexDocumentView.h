@@ -31,7 +31,7 @@ protected:
 // failure.
 using HexViewFactory = HexDocumentView* (*)(BinaryDocument& document, NativeWindow parent);
 
-// What binary documents need of the program around them. Owned by whoever makes the documents; outlives them.
+// What binary documents need of the program around them. Owned by the maker of the documents; outlives them.
 struct HexServices {
     HexViewFactory makeView = nullptr; // null: no view can be made
 };

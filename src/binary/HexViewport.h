@@ -30,7 +30,7 @@ public:
     void ScrollIntoView(uint64_t offset);
     ScrollState Scrolled() const { return {RowCount(), rows.count, rows.top}; }
     void UpdateScrollBar();
-    // The window is another one, whose bars were never set.
+    // The view has another window, whose bars were never set.
     void ForgetScrollBars();
 
     // Repaints the rows of both bytes and all between them.

@@ -16,8 +16,8 @@ public:
     AccessibleRange() = default;
     explicit AccessibleRange(TextRange covered) : range(covered) {}
 
-    // Stays on its characters. What is inserted at its ends does not become part of it; of what takes the place of some
-    // of them it has as many characters as before, if there are that many.
+    // Follows an edit. Text inserted at either end stays outside; where characters are replaced, it covers as many of
+    // the new ones as of the old, if there are that many.
     void Follow(const TextChange& change);
 
     // Inside the text, from the first to the last.
@@ -44,8 +44,8 @@ public:
         bool matchCase = false;
     };
     [[nodiscard]] bool Find(const ShownText& text, const Wanted& wanted, uint32_t& found) const;
-    // The part to be read when at most `limit` characters are asked for, all of it when that is negative. No pair of
-    // surrogates is split, but for a limit of one: nothing would be left then, which says that the range is empty.
+    // The part to be read when at most `limit` characters are asked for, all of it when that is negative. Surrogate
+    // pairs are not split, except with a limit of one: an empty answer would mean an empty range.
     TextRange Readable(const ShownText& text, int32_t limit) const;
 
 private:

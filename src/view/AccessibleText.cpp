@@ -25,8 +25,6 @@ const ShownText& AccessibleText::Text() const { return editor.Text(); }
 
 HeldRanges& AccessibleText::Held() const { return editor.Held(); }
 
-bool AccessibleText::HasFocus() const { return editor.HasFocus(); }
-
 TextRange AccessibleText::All() const { return {0, Text().Length()}; }
 
 TextRange AccessibleText::Selection() const { return editor.Selection().Range(); }

@@ -33,7 +33,6 @@ public:
 
     const ShownText& Text() const;
     HeldRanges& Held() const;
-    bool HasFocus() const;
     // All of the text, what is selected (empty at the caret), the caret, and the lines that are seen, if only in part.
     TextRange All() const;
     TextRange Selection() const;

@@ -35,7 +35,7 @@ bool IsBetween(Char c, Char first, Char last) { return c >= first && c <= last; 
 // The caret's words are ASCII only; somebody who listens would hear "Za", "ż", "ółć".
 bool IsLetter(Char c) {
     if (c < 0xC0) return Text::IsWordChar(c) || c == 0xAA || c == 0xB5 || c == 0xBA;
-    return !Punctuation::Find(c);
+    return !Punctuation::Contains(c);
 }
 
 bool IsBlank(Char c) { return Text::IsBlank(c) || c == 0xA0 || IsBetween(c, 0x2000, 0x200A) || c == 0x3000; }
@@ -76,7 +76,7 @@ uint32_t PreviousStart(const ShownText& text, Piece piece, uint32_t offset) {
     return offset;
 }
 
-// One look-up, however many lines are passed over.
+// One lookup, however many lines are passed over.
 uint32_t MoveLinesOn(const ShownText& text, uint32_t offset, uint32_t count, uint32_t& moved) {
     const uint32_t last = text.LineCount() - 1;
     const uint32_t ahead = last - text.LineOf(offset);

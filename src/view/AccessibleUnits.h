@@ -7,13 +7,13 @@ class ShownText;
 // The pieces of a text that screen readers move by, from the smallest to the largest. The numbers are the system's.
 enum class AccessibleUnit : uint32_t { Character, Format, Word, Line, Paragraph, Page, Document };
 
-// Where these pieces begin. One that the text does not have is the next larger one: nothing is formatted, no line is
-// wrapped and there are no pages, so that they are word, line and document.
+// Where these units begin. Units that plain text does not have are mapped: Format to Word, Paragraph to Line, Page to
+// Document.
 //
 // Every unit reaches up to the next one; a line has its line feed. A character has its combining marks and is never
-// half of a surrogate pair, and no other unit begins inside of one. A word is a run of letters and digits of any
-// script, or of punctuation, with the blanks before it: what comes after the caret, wherever the word keys leave it. A
-// line feed is a word of its own.
+// half of a surrogate pair, and no other unit begins inside one. A word is a run of letters and digits of any script,
+// or of punctuation, with the blanks before it: what comes after the caret, wherever the word keys leave it. A line
+// feed is a word of its own.
 //
 // The last unit ends at the text's end. Only a line can be there without a character.
 namespace AccessibleUnits {

@@ -28,7 +28,7 @@ namespace BracketMatch {
 // Whether there is a bracket at the caret of which Update would look for the partner: an opening one after the caret,
 // or a closing one before it.
 bool IsAtBracket(const ShownText& text, const TextCaret& caret);
-// As it was found last, whoever looked; none after the engine was replaced.
+// The pair that is highlighted now, whichever view found it; empty with an engine that cannot highlight.
 BracketPair Highlighted(const ShownText& text);
 // Highlights the bracket at the caret and its partner, or nothing without both. The partner is looked for in the store:
 // the caller commits a pending edit first where IsAtBracket says that there is something to look for. So while somebody

@@ -3,7 +3,7 @@
 #include "view/TextSpan.h"
 
 // Where the caret may stop in a line. By default that is everywhere; with the additional setting WholeCharacters it is
-// not inside of a pair of surrogates, and a user who moves it does not stop between a letter and its combining marks.
+// not inside a pair of surrogates, and a user who moves it does not stop between a letter and its combining marks.
 enum class CaretStop {
     OutsidePairs,    // where the program puts it
     WholeCharacters, // where the user moves it
@@ -11,10 +11,11 @@ enum class CaretStop {
 
 namespace CaretStops {
 
-// Whether a place in a line is inside of a pair, or before a combining mark of the character before it. `second` is
-// what comes after `after`; NUL at the line's end.
+// Whether a place in a line is inside a pair, or before a combining mark of the character before it. `second` is what
+// comes after `after`; NUL at the line's end.
 bool IsInsideCharacter(Char before, Char after, Char second);
-// The last stop at or before `column`, which is at most the line's length: outside of pairs, or of whole characters.
+// The last stop at or before `column` (at most the line's length): OutsidePair leaves surrogate pairs whole, AtOrBefore
+// combining sequences as well.
 uint32_t OutsidePair(TextSpan line, uint32_t column);
 uint32_t AtOrBefore(TextSpan line, uint32_t column);
 // The first stop of whole characters at or after `column`, at most the line's length.

@@ -5,7 +5,7 @@
 
 struct TextChange;
 
-// The ranges of a view's text that screen readers hold. They outlive it if they must.
+// The ranges of a view's text that screen readers hold. One that outlives the view is detached: its `owner` is null.
 class HeldRanges {
 public:
     // What is kept of a HeldRange.

@@ -22,10 +22,9 @@ struct RowStyle {
 // run, so a row costs the same to draw however long its line is. Once the arrays have grown to a
 // window's width nothing is allocated any more.
 //
-// A letter of a right-to-left script is a run of its own, with what is drawn over it. Measured as the system draws
-// them together, such letters would have their caret and selection in places that no sum of widths gives; drawn one
-// by one they are in the order of the text, where caret, clicks and selection look for them. That costs the joined
-// forms of Arabic, and keeps source from looking like other source.
+// A letter of a right-to-left script is a run of its own, with its combining marks. The system would reorder and join
+// letters drawn in one call, so that no sum of widths gives the caret's place; drawn one by one they stay in text
+// order. That costs the joined forms of Arabic, and keeps source from looking like other source.
 class LineRuns {
 public:
     static constexpr uint32_t MaxRun = 2048;
@@ -82,5 +81,5 @@ private:
     int32_t end = 0;
     bool hasSecond = false; // the next character is the second half of a pair, which was added with its first
     bool mayMerge = false;  // the last run takes further text of its colours
-    bool inLetter = false;  // of which only what is drawn over its letter, which runs from right to left
+    bool inLetter = false;  // the last run is a right-to-left letter: only marks that combine with it may join it
 };

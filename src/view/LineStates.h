@@ -17,14 +17,14 @@ public:
 
     // The state at the line that starts at `offset` of `text`. The engine is ready to colour that line.
     uint32_t At(SyntaxEngine& engine, const Char* text, uint32_t offset);
-    // The characters from `offset` on are others now.
+    // The characters from `offset` on have changed.
     void ForgetAfter(uint32_t offset);
 
 private:
     struct Entry {
         uint32_t offset = 0;
         uint32_t state = 0;
-        uint32_t carried = 0; // what the engine carries beside the state
+        uint32_t carried = 0; // what the engine carries in addition to the state
     };
 
     Entry NearestBefore(uint32_t offset) const;

@@ -3,7 +3,7 @@
 #include "document/TextRange.h"
 #include "view/LineLayout.h"
 
-// How far out a line is looked at: no further than pixel `position`. `start` is the line's offset in the text as the
+// A line, and how far from its start a place in it may lie, in pixels. `start` is the line's offset in the text as the
 // user sees it.
 struct LineReach {
     uint32_t start = 0;
@@ -36,9 +36,9 @@ public:
     }
     // Where a column of `line`, a long one, starts; the line is measured from the place on, which moves along.
     int64_t PositionOf(const LineLayout& layout, TextSpan line, LineColumn wanted);
-    // The text is another one from `offset` on.
+    // The text has changed from `offset` on.
     void ForgetAfter(uint32_t offset);
-    // The widths are others.
+    // The widths have changed.
     void Forget() { start = NoOffset; }
 
 private:

@@ -6,12 +6,12 @@
 namespace {
 
 // With both ends. Characters that are not assigned do not end a stretch.
-struct Stretch {
+struct CodeRange {
     Char first;
     Char last;
 };
 
-constexpr Stretch Stretches[] = {
+constexpr CodeRange CodeRanges[] = {
     {0x00D7, 0x00D7}, {0x00F7, 0x00F7}, {0x037E, 0x037E}, {0x0387, 0x0387}, {0x055A, 0x055F}, {0x0589, 0x058A},
     {0x05BE, 0x05BE}, {0x05C0, 0x05C0}, {0x05C3, 0x05C3}, {0x05C6, 0x05C6}, {0x05F3, 0x05F4}, {0x0609, 0x060A},
     {0x060C, 0x060D}, {0x061B, 0x061B}, {0x061D, 0x061F}, {0x066A, 0x066D}, {0x06D4, 0x06D4}, {0x0700, 0x070D},
@@ -33,8 +33,8 @@ constexpr Stretch Stretches[] = {
 
 } // namespace
 
-bool Punctuation::Find(Char c) {
-    const Stretch* const after = std::upper_bound(std::begin(Stretches), std::end(Stretches), c,
-                                                  [](Char wanted, Stretch each) { return wanted < each.first; });
-    return after != std::begin(Stretches) && c <= (after - 1)->last;
+bool Punctuation::Contains(Char c) {
+    const CodeRange* const after = std::upper_bound(std::begin(CodeRanges), std::end(CodeRanges), c,
+                                                    [](Char wanted, CodeRange each) { return wanted < each.first; });
+    return after != std::begin(CodeRanges) && c <= (after - 1)->last;
 }

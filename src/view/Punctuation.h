@@ -7,6 +7,6 @@
 namespace Punctuation {
 
 // `c` is above the signs of Latin-1 (U+00C0 and on). A half of a pair is none.
-bool Find(Char c);
+bool Contains(Char c);
 
 } // namespace Punctuation

@@ -8,8 +8,8 @@ class TextBuffer;
 class TextEditor;
 struct LineMark;
 
-// Walks the rows of one paint from top to bottom. A plan is kept by its view and used again, so that
-// a warm paint allocates nothing.
+// Walks the rows of one paint from top to bottom: TextPainter draws what Next returns. A plan is kept by its view and
+// used again, so that a warm paint allocates nothing.
 class RowPlan final : public RowSource {
 public:
     RowPlan() = default;

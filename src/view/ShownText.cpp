@@ -37,9 +37,8 @@ TextPosition ShownText::PositionOf(uint32_t offset) const {
     if (!document) return {};
     if (document->HasPendingEdit()) {
         const uint32_t start = document->EditLineStart();
-        // Up to and with the place before its line feed, which the copy has as well.
-        // Inside of the open line columns are counted in the copy; what follows is looked up in the store, where it is
-        // elsewhere.
+        // A place in the open line, up to its line feed, is counted in the copy; one after it is looked up in the
+        // store, at another offset.
         if (offset >= start && offset - start < document->EditLineText().Length())
             return {document->EditLineNumber(), offset - start};
         if (offset > start) offset -= document->EditLineGrowth(); // the store does not know of the edit

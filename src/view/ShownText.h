@@ -35,7 +35,7 @@ public:
     // it has after all lines before, the open one in its edited form. 0 without an engine or a text. Remembers states
     // on the way, so it is not const.
     uint32_t StateAt(uint32_t line);
-    // The characters from `offset` on are others now, or coloured otherwise.
+    // The characters from `offset` on have changed, or their colours.
     void ForgetAfter(uint32_t offset) { states.ForgetAfter(offset); }
 
 private:

@@ -31,7 +31,8 @@ public:
     void SetAnchor(const ShownText& text, uint32_t newAnchor);
     // Empties the selection at the caret.
     void Collapse() { anchor = offset; }
-    // Stays at its place in the text, both ends of the selection alike, after an edit that was not made here.
+    // Stays at its place in the text, both ends of the selection alike, after an edit that does not say where this view
+    // goes.
     void Follow(const ShownText& text, const TextChange& change);
     // Caret and anchor, to the outside of pairs: a setting may say so now.
     void LeavePairs(const ShownText& text);

@@ -11,7 +11,7 @@ void TextEditor::SetDocument(TextBuffer* newDocument) {
     if (old && old != newDocument) old->ForgetView(this);
     text.Show(newDocument);
     caret = TextCaret();
-    owesScroll = false;
+    scrollPending = false;
     viewport.Reset();
     if (newDocument) viewport.UpdateScrollBars();
 }
@@ -28,7 +28,7 @@ void TextEditor::LineCountChanged() {
 }
 
 void TextEditor::ForgetAfter(uint32_t offset) {
-    matchDue = true; // the brackets may be elsewhere
+    matchPending = true; // the brackets may be elsewhere
     text.ForgetAfter(offset);
     viewport.ForgetAfter(offset);
 }
@@ -36,7 +36,7 @@ void TextEditor::ForgetAfter(uint32_t offset) {
 void TextEditor::PlaceCaret(TextPosition place) {
     if (!GetTextBuffer()) return;
     SetCaret(place, false);
-    matchDue = true;
+    matchPending = true;
 }
 
 void TextEditor::PlaceSelection(TextSelection selection) {
@@ -52,17 +52,17 @@ void TextEditor::FollowChange(const TextChange& change) {
 void TextEditor::FollowEnd(TextPosition end) {
     caret.MoveTo(text, end, false);
     UpdateCaret(true);
-    matchDue = true;
+    matchPending = true;
 }
 
 void TextEditor::EditFinished() {
     // Whichever way the change came, and whichever view it was made in.
     ORVANE_ASSERT(caret.IsIn(text) && TopLine() < text.LineCount());
     ++editCount;
-    if (!matchDue) return;
+    if (!matchPending) return;
     const DocumentView* active = GetTextBuffer()->ActiveView();
     if (active && active->HasFocus()) return MatchBrackets();
-    matchDue = false;
+    matchPending = false;
     // Nobody's caret says which brackets to mark.
     const BracketPair old = BracketMatch::Highlighted(text);
     if (old != BracketPair()) BracketMatch::Clear(text);
@@ -89,8 +89,8 @@ void TextEditor::LayOut(bool coloursChanged) {
     viewport.Measure();
     if (!surface.HasWindow()) return;
     surface.RenewCaret();
-    const bool owed = owesScroll && VisibleLines() > 0;
-    if (owed) owesScroll = false;
+    const bool owed = scrollPending && VisibleLines() > 0;
+    if (owed) scrollPending = false;
     UpdateCaret(owed);
     if (coloursChanged) MatchBrackets(); // the engine may be another one
 }
@@ -170,7 +170,7 @@ void TextEditor::UpdateCaret(bool scrollIntoView) {
     if (redraw.DefersCaret() || !GetTextBuffer()) return;
     // Made up for in LayOut, once it is known how many lines are seen.
     if (!surface.HasWindow()) {
-        owesScroll = owesScroll || scrollIntoView;
+        scrollPending = scrollPending || scrollIntoView;
         return;
     }
     const int64_t caretX = viewport.CaretX(caret);
@@ -208,7 +208,7 @@ void TextEditor::PlaceAfterEdit(uint32_t column) {
 }
 
 void TextEditor::MatchBrackets() {
-    matchDue = false;
+    matchPending = false;
     TextBuffer* document = GetTextBuffer();
     if (!document || !document->Engine() || !document->Content() || !surface.HasFocus()) return;
     // Perhaps another view's, which shows it as well.

@@ -35,7 +35,6 @@ public:
     TextViewport& Viewport() { return viewport; }
     const TextViewport& Viewport() const { return viewport; }
     HeldRanges& Held() { return heldRanges; }
-    // See ShownText.
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
     // Grows with every operation that edits the document, in whichever view.
     uint32_t EditCount() const { return editCount; }
@@ -58,8 +57,8 @@ public:
     void FollowChange(const TextChange& change) override;
     void FollowEnd(TextPosition end) override;
     void InvalidateLines(LineRange lines) override;
-    // Counts the operation. If it has placed the caret or told ForgetAfter, the pair of brackets at the caret of the
-    // view with the focus is highlighted; none when no view of the document has it.
+    // Counts the operation. If the operation placed the caret or called ForgetAfter, matches the brackets at the caret
+    // of the focused view, or clears the highlight when no view of the document has the focus.
     void EditFinished() override;
     void RefreshStatus() override;
     void RunStateChanged(Document* changed, bool running) override;
@@ -68,7 +67,7 @@ public:
     TextSelection Selection() const override { return caret.Selection(); }
     uint32_t TopLine() const override { return viewport.TopLine(); }
 
-    // The window. What it passes on is said in EditorInput.h.
+    // The window: OnAttached, OnSize and OnFocus of EditorInput.
     void WindowAttached();
     void LayOut(bool coloursChanged);
     void FocusGained();
@@ -106,8 +105,8 @@ public:
     void PlaceAfterEdit(uint32_t column);
 
 private:
-    // As MoveCaret, but neither opens the line nor matches brackets: for what the document tells, and has the view do
-    // only looking.
+    // Like MoveCaret, but neither opens the line nor matches brackets: for what the document notifies its views of,
+    // which may not edit meanwhile.
     void SetCaret(TextPosition place, bool extend, CaretStop stop = CaretStop::OutsidePairs);
     void SetSelection(uint32_t anchor);
     // With the focus: highlights the pair at the caret, committing a pending edit if there may be one.
@@ -122,8 +121,8 @@ private:
     TextViewport viewport{surface, textSurface, text, redraw};
     uint32_t editCount = 0;
     HeldRanges heldRanges;
-    bool matchDue = false; // EditFinished matches brackets: the caret was placed, or what is around it may be new
+    bool matchPending = false; // EditFinished matches brackets: the caret was placed, or what is around it may be new
     StatusFields status;
     bool overwrite = false;
-    bool owesScroll = false; // the caret was moved while there was no window to scroll it into
+    bool scrollPending = false; // the caret was moved while there was no window to scroll it into
 };

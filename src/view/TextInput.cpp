@@ -16,7 +16,7 @@ void TextInput::OnKeyDown(uint32_t key) {
     EditorKeys::Press(editor, key);
 }
 
-void TextInput::Take(Char character, TypedBy source) {
+void TextInput::TypeUnit(Char character, TypedBy source) {
     if (!editor.GetTextBuffer()) return;
     // The system sends the halves of a pair one by one. With WholeCharacters the first waits for the second, so that
     // both are one step; before anything else it is typed alone.

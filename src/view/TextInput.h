@@ -14,7 +14,7 @@ public:
     // EditorInput.
     void OnSize(bool coloursChanged) override { editor.LayOut(coloursChanged); }
     void OnKeyDown(uint32_t key) override;
-    void OnChar(Char character) override { Take(character, TypedBy::Keys); }
+    void OnChar(Char character) override { TypeUnit(character, TypedBy::Keys); }
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
     void OnWheel(const WheelTurn& turn) override;
     void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) override;
@@ -24,10 +24,11 @@ public:
     // An input method begins to compose at the caret, which is scrolled into view if what it composes can be typed.
     void OnComposition();
     // What it has composed, character by character. Ctrl may be held: it has keys with Ctrl of its own.
-    void OnComposed(Char character) { Take(character, TypedBy::InputMethod); }
+    void OnComposed(Char character) { TypeUnit(character, TypedBy::InputMethod); }
 
 private:
-    void Take(Char character, TypedBy source);
+    // Holds back the first half of a pair until the second one comes (WholeCharacters).
+    void TypeUnit(Char character, TypedBy source);
 
     // DragTarget.
     bool BeginSelection(ClientPoint point, bool extend) override;

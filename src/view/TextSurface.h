@@ -2,15 +2,15 @@
 
 #include "viewbase/CharWidths.h"
 
-// What a TextEditor asks of its window beside what every view asks (EditorSurface). Everything may be called
-// without a window and does nothing then.
+// What a TextEditor asks of its window in addition to EditorSurface. Everything may be called without a window and does
+// nothing then.
 class TextSurface {
 public:
     // Of single characters in the font that the window shows now.
     virtual CharWidths& Widths() = 0;
-    // Moves the picture by `pixels` (negative: upwards), together with what is still to be painted, and
-    // invalidates what comes in; invalidates everything when rows are not drawn independently of
-    // where they are.
+    // Moves the picture by `pixels` (negative: upwards), together with what is still to be painted, and invalidates
+    // what comes in; invalidates everything when a row's picture depends on where it is (drawn without the back
+    // buffer).
     virtual void ScrollPicture(int32_t pixels) = 0;
     // Paints at once what is invalid.
     virtual void UpdateNow() = 0;

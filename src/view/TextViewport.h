@@ -17,15 +17,15 @@ public:
     TextViewport(EditorSurface& window, TextSurface& textWindow, const ShownText& shown, Redraw& painted)
         : ViewportBase(window, painted), textSurface(textWindow), text(shown) {}
 
-    // Back to the start of the text, which is another one.
+    // Scrolls to the start, after the text was replaced.
     void Reset();
     // Measures the window again. Without one nothing but the widths that are remembered is forgotten.
     void Measure();
     // The number of lines changed. True when the gutter has another width now.
     [[nodiscard]] bool UpdateGutter();
-    // The text is another one from `offset` on.
+    // The text has changed from `offset` on.
     void ForgetAfter(uint32_t offset) { measured.ForgetAfter(offset); }
-    // The top line stays the same line after an edit that was not made here.
+    // The top line stays the same line after an edit that does not say where this view goes.
     void Follow(const TextChange& change);
 
     uint32_t TopLine() const { return static_cast<uint32_t>(rows.top); }
@@ -44,7 +44,7 @@ public:
     void ShowSideways(TextPosition place);
     ScrollState Scrolled(ScrollAxis axis) const;
     void UpdateScrollBars();
-    // The window is another one, whose bars were never set.
+    // The view has another window, whose bars were never set.
     void ForgetScrollBars() { bars.Forget(); }
 
     // Where the caret is, from the start of its line.

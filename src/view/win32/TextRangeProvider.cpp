@@ -5,6 +5,10 @@
 
 #include <initializer_list>
 
+// A client may keep a range for longer than its view lives, and may look at the result of a call that has failed. So
+// each operation first clears its out parameter, and then asks whether the link to the view is cut. QueryInterface
+// needs no view.
+
 namespace {
 
 // Our own, which nobody else answers to.
@@ -36,8 +40,6 @@ SAFEARRAY* MakeRectangles(HWND window, const Array<ClientRectangle>& seen) {
 
 } // namespace
 
-// Everything but this: a client may hold a range for longer than there is a view, and looks at what is returned even
-// after a failure. So the result is emptied first, and then the link to the view asked whether it is cut.
 HRESULT TextRangeProvider::QueryInterface(REFIID id, void** out) {
     if (!out || id != OwnClass) return ComObject::QueryInterface(id, out);
     AddRef();
@@ -96,8 +98,8 @@ bool TextRangeProvider::GetAttribute(TEXTATTRIBUTEID attribute, VARIANT& out) co
     return true;
 }
 
-// All of the text has the same attributes: what has a value is the whole range, or nothing. An empty one has nothing,
-// so that a client comes to an end that goes on after what it has found.
+// All of the text has the same attributes: what has a value is the whole range, or nothing. An empty range has none, so
+// that a client that searches on after each hit terminates.
 HRESULT TextRangeProvider::FindAttribute(TEXTATTRIBUTEID attribute, VARIANT value, BOOL, ITextRangeProvider** out) {
     if (!out) return E_INVALIDARG;
     *out = nullptr;

@@ -41,7 +41,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetChildren(SAFEARRAY** out) override;
 
 private:
-    // False for an attribute that is not told; `out` is as it was then.
+    // False, with `out` unchanged, for an attribute that is not supported.
     bool GetAttribute(TEXTATTRIBUTEID attribute, VARIANT& out) const;
     HRESULT Return(const AccessibleRange& made, ITextRangeProvider** out) const;
     // E_INVALIDARG for a range of another text or of somebody else; `own` holds it otherwise.

@@ -48,7 +48,7 @@ void TextView::PaintRows(HDC target, int top, int bottom) {
     if (plan.Begin(editor, top, bottom)) Draw(target, plan);
 }
 
-// A composition may go on while what it has composed is typed, the text scrolls or the font is another one.
+// A composition may go on while what it has composed is typed, the text scrolls or the font changes.
 void TextView::ShowCaretAt(ClientPoint point) {
     EditorWindow::ShowCaretAt(point);
     if (composing) PlaceComposition();
