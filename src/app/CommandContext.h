@@ -69,7 +69,7 @@ public:
     // The frame.
     virtual void LayOut() = 0;
     virtual void RefreshTitle() = 0;
-    virtual void RefreshStatus() = 0; // status field 0, and with it a message shown there
+    virtual void RefreshStatus() = 0; // the message field, and with it a message shown there
     // After settings have changed.
     virtual void ReapplySettings(const SettingsChanges& changes) = 0;
     virtual void ReloadOptions() = 0;

@@ -92,26 +92,26 @@ void SetSessionFile(CommandContext& frame, const Char*) {
 void Comment(CommandContext&, const Char*) {}
 
 // 0 unless the argument is a number of times, and no more than anybody would wait for.
-uint32_t TimesOf(const Char* argument) {
-    constexpr uint32_t MostTimes = 1000000;
+uint32_t ParseRepeatCount(const Char* argument) {
+    constexpr uint32_t MaxRepeats = 1000000;
     uint32_t times = 0;
     for (; Text::IsDigit(*argument); ++argument) {
         times = times * 10 + (*argument - u'0');
-        if (times > MostTimes) return 0;
+        if (times > MaxRepeats) return 0;
     }
     return Text::IsBlankText(argument) ? times : 0;
 }
 
 // Null when the macro was played; while one is played the command does nothing.
-const Char* WhyNotRepeated(RepeatResult result) {
+const Char* RepeatRefusal(RepeatResult result) {
     if (result == RepeatResult::IsEmpty) return u"There is no macro to repeat.";
     return result == RepeatResult::IsRecording ? u"A macro is being recorded." : nullptr;
 }
 
 void RepeatMacro(CommandContext& frame, const Char* argument) {
-    const uint32_t times = TimesOf(argument);
+    const uint32_t times = ParseRepeatCount(argument);
     const Char* const problem =
-        times ? WhyNotRepeated(frame.RepeatMacro(times)) : u"Please specify a number from 1 to 1000000.";
+        times ? RepeatRefusal(frame.RepeatMacro(times)) : u"Please specify a number from 1 to 1000000.";
     if (problem) frame.AskUser(problem, MessageKind::Information);
 }
 

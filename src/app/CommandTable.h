@@ -26,7 +26,7 @@ struct CommandRow {
 constexpr uint32_t CommandCount = 20;
 extern const CommandRow commandTable[CommandCount];
 
-// Command words beside those, in a table of their own.
+// Further command words, in a table of their own.
 constexpr uint32_t AdditionalCommandCount = 1;
 extern const CommandRow additionalCommands[AdditionalCommandCount];
 

@@ -13,8 +13,8 @@ namespace {
 
 bool IsPlain(Char c) { return Text::IsDigit(c) || Text::IsAsciiLetter(c); }
 
-// Whether two names differ in what is an ASCII letter or digit in both and has nothing but ASCII after it: so they do
-// in every language. The end of a name is where those of a folder differ.
+// A fast way to tell names apart: compares from the end, where the names of a folder differ. True when the last
+// difference is between two ASCII letters or digits with only ASCII after it, which differ in every locale.
 bool DifferPlainly(const Char* left, const Char* right) {
     const Char* leftEnd = left + Text::Length(left);
     const Char* rightEnd = right + Text::Length(right);

@@ -10,7 +10,7 @@ class Document;
 // The window title. `active` is the active view's document, null without one.
 [[nodiscard]] bool BuildTitle(const Document* active, bool recording, WString& out);
 
-// Status field 0: the current directory and the console mark while the command window is shown.
+// The message field of the status bar: the current directory and the console mark while the command window is shown.
 [[nodiscard]] bool BuildStatusText(bool commandWindowShown, bool console, WString& out);
 
 // The Window menu's item for the document at a 0-based place. An ampersand of the name is doubled, so

@@ -38,13 +38,13 @@ public:
     // The user closes the window: leaves if the questions about unsaved documents allow it. Ignored while a dialog is
     // open.
     void Close();
-    // Whether the session may end. Asks nothing, since the system waits for the answer; what is in the way is its
-    // reason not to end. An earlier reason goes when nothing is in the way any more.
+    // Whether the session may end. Asks the user nothing, since the system waits for the answer: what is in the way
+    // becomes the reason that the system shows, and an earlier reason goes when nothing is.
     [[nodiscard]] bool QueryEndSession();
     // The session ends: leaves without a question, but not while a dialog is open or a long operation runs, when
     // all stays as it is until the process ends. Or it does not, and the user is back.
     void EndSession(bool ends);
-    // The user who was told to wait is here again: asks the questions that were in the way.
+    // The user is back after a shutdown that was refused: asks about unsaved documents.
     void UserIsBack();
     // The questions about unsaved documents, if there are any; leaves when they allow it.
     void AskUnsaved();

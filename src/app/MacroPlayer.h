@@ -27,7 +27,7 @@ protected:
     ~MacroStage() = default;
 };
 
-// What became of a wish to play a macro several times.
+// The result of MacroPlayer::Repeat.
 enum class RepeatResult : uint32_t { Played, IsEmpty, IsRecording, IsPlaying };
 
 // Plays the current slot.

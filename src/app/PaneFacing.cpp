@@ -14,6 +14,7 @@ Facing FacingInRow(Pane* head, const PaneAxis& axis, const Pane& from, uint32_t 
     Facing facing = {nullptr, high ? Pane::Whole : 0, 0, 0};
     for (Pane* pane = head; pane; pane = pane->next) {
         if (pane == &from || row < axis.CrossStart(*pane) || row >= axis.CrossEnd(*pane)) continue;
+        // Panes that overlap `from` along the axis are skipped: the gap is never negative.
         if (high ? axis.Start(*pane) < axis.End(from) : axis.End(*pane) > axis.Start(from)) continue;
         const uint32_t edge = high ? axis.Start(*pane) : axis.End(*pane);
         if (facing.pane && (high ? edge >= facing.edge : edge <= facing.edge)) continue;

@@ -24,8 +24,8 @@ uint32_t SharedSide(Pane* head, const Pane& pane, const Pane& closed, const Heir
     return length;
 }
 
-// Round 0 demands the same span across the axis, round 1 no more than that of the closed pane and more
-// than a corner in common.
+// `exactly` asks for the same span across the axis. Otherwise a pane qualifies that is no wider than the closed one and
+// touches more than a corner of it.
 bool IsHeir(Pane* head, const Pane& pane, const Pane& closed, const HeirKind& kind, bool exactly) {
     const PaneAxis& axis = kind.axis;
     const uint32_t shared = SharedSide(head, pane, closed, kind);
@@ -65,8 +65,8 @@ struct Remainder {
     uint32_t size;
 };
 
-// Cuts `pane` back to the largest rectangle beside a heir that grew over it. One that would have next to
-// nothing left keeps its place: two panes that overlap are better than one too small to find.
+// Cuts `pane` back to the largest rectangle next to an heir that grew over it. A pane that would be left with almost
+// nothing keeps its place: two panes that overlap are better than one too small to find.
 void ShrinkBeside(Pane& pane, const Pane& heir) {
     constexpr uint32_t Smallest = Pane::Whole / 32;
     Remainder best = {nullptr, 0, 0};

@@ -7,7 +7,7 @@ class FrameDisplay {
 public:
     virtual void LayOutNow() = 0;
     virtual void RefreshTitleNow() = 0;
-    virtual void RefreshStatusNow() = 0; // status field 0
+    virtual void RefreshStatusNow() = 0; // the message field
     // Empties all status fields: no view is left that fills them.
     virtual void ClearStatusFields() = 0;
     // Whether the panes and the status bar draw anything; on again they draw it all.

@@ -5,7 +5,7 @@
 class IniFile;
 class UserPrompt;
 
-// How much of the settings file the program knows. A save writes what it knows.
+// What is known of the settings file. A save loses what was not read.
 struct SettingsKnowledge {
     bool isUnreadable = false; // there is a file, but it could not be read
     uint32_t stoppedLine = 0;  // where the reading has stopped; 0 when it came to the end

@@ -29,8 +29,9 @@ public:
     void ApplyFont();
     // The height of the font plus twice the system's border width.
     int Height() const;
-    // Whether the focus was here when the frame was last deactivated; answers true once.
+    // Remembers whether the focus is here.
     void OnFrameDeactivated() { wasFocused = GetFocus() == window; }
+    // Whether the focus was here when the frame was last deactivated; answers true once.
     bool TakesFocusBack();
 
 private:

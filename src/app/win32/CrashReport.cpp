@@ -15,7 +15,7 @@ namespace {
 // How long the thread that reports may take to begin, and then until it has written its dump, in milliseconds: in a
 // process that is damaged enough, or that crashed with a lock held, it never does.
 constexpr DWORD MaxWaits[] = {5000, 30000};
-// What is left of an overflown stack for the filter.
+// Bytes of stack kept for the filter after a stack overflow.
 constexpr ULONG StackLeft = 0x8000;
 
 // What the filter uses: made at start, since after a crash there may be no memory to be had.

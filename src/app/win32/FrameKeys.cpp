@@ -45,7 +45,7 @@ bool FrameKeys::PreDispatch(const MSG& message) {
 MacroInput FrameKeys::InputOf(const MSG& message) const {
     const auto first = static_cast<uint32_t>(message.wParam);
     const auto second = static_cast<uint32_t>(message.lParam);
-    // Played as typed text, without the keys that had it committed.
+    // Recorded as a typed character, without the modifiers held when the input method committed it.
     if (message.message == InputMethod::ComposedCharacter)
         return {MacroTarget::ActiveView, MacroMessage::Character, first, second, 0};
     const MacroTarget target = message.hwnd == frame ? MacroTarget::Frame : MacroTarget::ActiveView;

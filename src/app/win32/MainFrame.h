@@ -20,8 +20,8 @@ public:
     // the window.
     [[nodiscard]] bool Create(HINSTANCE instance);
     HWND Window() const { return parts.window; }
-    // What an editor has left that did not come to its end.
-    // A journal that could not be made for what was recovered is tried again without waiting for an edit.
+    // Offers what a crashed editor has left. Starts the journal timer, so that a journal that a recovered document
+    // could not get is retried without an edit.
     void OfferRecovery() {
         ::OfferRecovery(parts.messages, parts.opener);
         StartJournalTimer();
@@ -73,9 +73,9 @@ public:
     Answer AskUser(const Char* text, MessageKind kind) override { return parts.messages.AskUser(text, kind); }
 
 private:
-    static constexpr UINT_PTR JournalTimer = 1;     // the other timers of the window are known by addresses
-    static constexpr UINT JournalPeriod = 1000;     // milliseconds
-    static constexpr UINT QuitNowMessage = WM_USER; // 1024
+    static constexpr UINT_PTR JournalTimer = 1; // the other timers of the window are known by addresses
+    static constexpr UINT JournalPeriod = 1000; // milliseconds
+    static constexpr UINT QuitNowMessage = WM_USER;
     static constexpr UINT CheckFilesMessage = WM_USER + 1;
     static constexpr UINT AskUnsavedMessage = WM_USER + 2;
 

@@ -3,8 +3,8 @@
 #include "base/win32/Windows.h"
 
 // What the process asks of the system before it does anything else: a damaged heap ends it, libraries come from the
-// system's own folders only, a drive without its disk raises no box of the system, and an exception in a timer
-// procedure ends the process instead of being swallowed. At the end it leaves OLE, if that was needed.
+// system's own folders only, an empty drive brings up no system message box, and an exception in a timer procedure ends
+// the process instead of being swallowed. At the end it leaves OLE, if that was needed.
 class ProcessSetup {
 public:
     ProcessSetup();
