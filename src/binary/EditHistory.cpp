@@ -4,7 +4,7 @@
 #include "document/StepSerial.h"
 
 void EditHistory::Add(ByteEdit* edit) {
-    ORVANE_ASSERT(edit && edit->count > 0);
+    ORVANE_ASSERT(edit);
     Free(redoHead);
     edit->serial = StepSerial::Next();
     edit->next = undoHead;
