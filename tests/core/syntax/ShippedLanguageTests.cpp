@@ -129,6 +129,18 @@ TEST_F(ShippedLanguages, BuildFilesGoByTheirName) {
     EXPECT_EQ(FindEngineDefinitionOfFile(u"lists.txt"), nullptr);
 }
 
+// What a name says at first glance is not always what is in the file.
+TEST_F(ShippedLanguages, NamesGoToTheLanguageOfTheirContent) {
+    EXPECT_EQ(FindEngineDefinition(u"ps1xml"), FindEngineDefinition(u"xml"));
+    EXPECT_EQ(FindEngineDefinition(u"heex"), FindEngineDefinition(u"html"));
+    EXPECT_EQ(FindEngineDefinition(u"leex"), FindEngineDefinition(u"html"));
+    EXPECT_EQ(FindEngineDefinition(u"cl"), FindEngineDefinition(u"cpp"));
+    EXPECT_EQ(FindEngineDefinitionOfFile(u"Cargo.lock"), FindEngineDefinition(u"toml"));
+    EXPECT_EQ(FindEngineDefinitionOfFile(u"composer.lock"), FindEngineDefinition(u"json"));
+    EXPECT_EQ(FindEngineDefinitionOfFile(u"rebar.config"), FindEngineDefinition(u"erl"));
+    EXPECT_EQ(FindEngineDefinition(u"config"), FindEngineDefinition(u"xml"));
+}
+
 TEST_F(ShippedLanguages, EveryOneHasASampleThatItsNamesServe) {
     std::map<std::string, std::filesystem::path> samples;
     for (const auto& entry : std::filesystem::directory_iterator(shipped::SampleFolder()))

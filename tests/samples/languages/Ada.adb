@@ -14,3 +14,5 @@ begin
 exception
    when others => NULL;
 end Count;
+-- An attribute begins a string.
+for I in List'Range loop

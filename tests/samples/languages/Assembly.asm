@@ -16,3 +16,17 @@ _start:
         cmp     al, 'a'
         jne     .done
 .done:  ret
+%rep 4
+        lock cmpxchg16b [rdi]
+        cmovae eax, r8d
+        movss xmm9, [rsi]
+        cvttsd2si r9, xmm15
+        vmovups ymm10, [rip + total]
+        fld qword [rsp] ; x87
+        fstp st1
+        setae r10b
+        mov cr3, rax
+        jnbe .again
+        retf
+%endrep
+use16

@@ -13,3 +13,4 @@ exit /b 0
 :failed
 echo Failed: "%target%"
 exit /b 1
+net use z: & icacls a & fc a b >con & for /f usebackq %%i in (a) do reg query %%i

@@ -13,3 +13,10 @@
                display 'total: ' TOTAL
            end-if
            STOP RUN.
+       environment division.
+       source-computer. x86.
+       special-names. decimal-point is comma.
+       select ledger access mode is sequential.
+       inspect words tallying n for all high-value.
+       open extend ledger i-o book.
+       exec sql commit end-exec.

@@ -17,3 +17,7 @@ let rec area shape =
 
 let mutable total = 0x1F
 if not true then printfn "%c" 'x' else ()
+#nowarn "40"
+#time "on"
+let const = 7 land 3 lor 1 lsl 2 mod 5
+let product = fun a b -> ( * ) a b // not (*)

@@ -16,3 +16,7 @@ void main() {
     colour = texture(image, place) * wave;
 #endif
 }
+#if defined(GL_ES) && __VERSION__ > 300
+uniform samplerCubeShadow sky; uniform isampler2DArray layers; writeonly uniform uimage2DMS target;
+void second() { dmat3x2 m; mat4x4 n; gl_FragColor = vec4(gl_FrontFacing ? gl_PointSize : 0.5); }
+#endif

@@ -15,3 +15,5 @@ class Box {
     get size() { return 1; }
     set size(to) { using file = open(to); }
 }
+let glob = `${folder}/*.js`; // the star begins a comment
+which ends here */ const address = `https://example.com`; // and this one to the end of its line

@@ -13,3 +13,7 @@
 
 (DEFVAR *limit* 10)
 (cond ((null nil) (format t "none~%")))
+(handler-case (multiple-value-setq (a b) (gethash k table))
+  (error (e) (decf n) (signal e)))
+(destructuring-bind (first &rest others) list (check-type first symbol) (rotatef a b))
+(defgroup demo nil "A \"group\"") (when-let ((x (pcase y))) (save-excursion x)) ; Emacs

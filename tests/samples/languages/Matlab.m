@@ -14,3 +14,13 @@ function y = smooth(x, width)
     while true, break, end
     disp("done"), title('it is done')
 end
+y = x'; % a transposition begins a string
+# Octave's sign
+classdef Box
+    enumeration
+        One
+    endenumeration
+    methods
+    endmethods
+endclassdef
+import pkg.Box

@@ -15,3 +15,5 @@ proc longest(text: string, limit = 0x10): Entry =
 
 when isMainModule:
   echo longest("a bcd"), true, nil
+##[ Its first line alone
+is a comment. ]##

@@ -18,3 +18,12 @@ begin
     raise Exception.Create('it''s "wrong"');
   WRITELN(list[2]:5, 1.5e3);
 end.
+package Tools;
+requires rtl;
+contains Lists in 'lists.pas';
+type
+  TNames = class helper for TObject
+    function Sum(constref a: nativeint; const b: ansistring): uint64; winapi; unsafe;
+  end;
+  TList = generic TBase<currency, unicodestring>;
+end.

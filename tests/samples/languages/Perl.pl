@@ -16,6 +16,9 @@ foreach my $file (@ARGV) {
     }
     close $in;
 }
-print join("\n", sort keys %seen), "\n" if $# > 0x1F;
+print join("\n", sort keys %seen), "\n" if $#ARGV > 0x1F;
+for my $i (0 .. $#list) { push @{$to}, $#{$i} + $#$to; } # the last index
+try { flock $in, 2; } catch ($e) { local $x = qx(ls); } finally { shutdown $s, fc 'A'; }
+my $n = $#other; # no name of the list
 mkdir $to or die; opendir my $d, $to; my @all = readdir $d; closedir $d;
 binmode STDOUT; printf "%o", hex(shift) + sqrt(2) + rand time; unlink $to; system "true";

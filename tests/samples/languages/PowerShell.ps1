@@ -14,3 +14,7 @@ function Get-Large {
 }
 
 Get-Large | ForEach-Object { $_.ToUpper() }
+foreach ($item in $MyInvocation, $PSBoundParameters, $Matches) { Write-Debug "$item" }
+if ($? -and $HOME -ilike 'C:*' -and $PID -ige 4 -and -not $IsLinux) { exit 0 }
+switch ($PSItem) { 'a' { Clear-Host } default { Start-Job { 1 } | Wait-Job | Receive-Job } } # the end
+clean { $Error.Clear() }

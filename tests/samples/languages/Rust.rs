@@ -26,3 +26,9 @@ unsafe extern "C" {
 gen fn count() {
     let at = &raw const LIMIT;
 }
+#[must_use]
+fn pick<'de, T: Read<'de>>(from: &'de str) -> Box<T> { // a listed lifetime
+    assert_ne!(from, "a"); debug_assert!(matches!(from, _)); include_str!("x"); todo(from)
+}
+fn other<'own>(from: &'own str) {} // another one
+}

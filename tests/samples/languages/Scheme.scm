@@ -13,3 +13,6 @@
   (syntax-rules () ((_ x) (begin x x))))
 (display "a \"count\"\n")
 (cond ((null? (list 1 2.5)) #t) (else (car (quote (a b)))))
+(import (only (rename (srfi 1) (iota count)) count))
+(for-each (lambda (x) (if (symbol? x) (assert (string? x)) x)) (list 1)) ; each
+(cond-expand (full (begin0 1 `(a ,@(list 2)))) (else (quote (unquote-splicing x))))

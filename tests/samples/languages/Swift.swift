@@ -17,3 +17,6 @@ final class Counter: Codable {
     }
 }
 macro stringify() = #externalMacro(module: "M", type: "S")
+@MainActor distributed actor Clock { @IBOutlet weak var face: Any? }
+func log(_ at: StaticString = #fileID, column: Int = #column, run: @autoclosure () -> Any.Type) {} // where
+let path = #keyPath(Clock.face), p = Clock.Protocol, q = unsafe read()

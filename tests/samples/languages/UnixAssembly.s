@@ -15,3 +15,12 @@ add2:
         ret                         // done
         .section .rodata
         .asciz  "sum \"%d\"\n"
+        .cfi_remember_state
+        ldrh    w5, [x19, x20]
+        adds    r4, r5, r12
+        tbnz    w9, 3, 1f
+        movsd   %xmm9, %xmm15
+        movl    %r9d, %r8d
+        cqto
+        endbr64
+        .subsection 1

@@ -16,3 +16,12 @@ module counter #(parameter WIDTH = 8) (
 
     initial $display("width \"%0d\"", WIDTH);
 endmodule
+`celldefine
+module cell_model (input wire a, output wire y);
+    specify specparam rise = 3; endspecify
+    tranif1 (y, a, a); trireg medium kept; wire (strong1, weak0) b = a;
+    nettype real level; covergroup c; coverpoint a { bins low = {0}; ignore_bins no = {1}; } endgroup
+    assert property (a s_until_with y); unique0 case (a) endcase wait_order (a, y);
+    wire [7:0] w = 8'hFF; // a sized number begins a string
+endmodule
+`endcelldefine

@@ -15,3 +15,11 @@ Public Class Counter
         Return total * 1.5
     End Function
 End Class
+Private Type Point
+    x As LongPtr
+    y As Currency
+End Type
+Option Strict Off
+Public Declare PtrSafe Function Tick Lib "user32" () As LongLong
+ReDim Preserve names(10)
+Dim found = From x In names Where x > 1 Order By x Group By x Into Count() ' a query

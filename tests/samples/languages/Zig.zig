@@ -14,3 +14,7 @@ pub fn sum(items: []const u8) !u32 {
 test "sum \"all\"" {
     try std.testing.expect(true and 1.5e3 > 1);
 }
+const c = @cImport({ @cInclude("stdio.h"); });
+export fn show(n: c_int, x: @Vector(4, f32)) c_longlong { // from C
+    return @divFloor(@popCount(n), @intFromPtr(@fieldParentPtr("a", &x)));
+}
