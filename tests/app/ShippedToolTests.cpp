@@ -23,8 +23,8 @@ class ShippedToolTest : public ShippedSettingsTest {
 protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(ShippedSettingsTest::SetUp());
-        for (const char* const program :
-             {"findstr", "g++", "py", "node", "rustc", "rustfmt", "gofmt", "clang-format", "fc"})
+        for (const char* const program : {"findstr", "gcc", "g++", "py", "node", "rustc", "go", "ruby", "perl", "lua",
+                                          "php", "bash", "cscript", "rustfmt", "gofmt", "clang-format", "fc"})
             StandIn(program, "@echo " + Called(program, "%*") + "]\r\n@echo [error of " + program + "] 1>&2\r\n");
         Script(L"copy", "copy\n");
         StandIn("powershell", "@echo [piped]\r\n@\"%SPEAK%\" \"" + files::Utf8(Path(L"copy")) + "\"\r\n");
@@ -69,6 +69,7 @@ struct ToolCase {
     const char* arguments; // before the name of the file
 };
 
+class CompileTool : public ShippedToolTest, public testing::WithParamInterface<ToolCase> {};
 class FormatTool : public ShippedToolTest, public testing::WithParamInterface<ToolCase> {};
 class RunTool : public ShippedToolTest, public testing::WithParamInterface<ToolCase> {};
 
@@ -99,12 +100,19 @@ TEST_F(ShippedToolTest, CompareWithPassesTheNameAndTheFolder) {
     OutputWith({Called("fc", "/n " + Quoted() + " \"" + files::Utf8(scratch.Folder()) + "\\\"") + "]"});
 }
 
-TEST_F(ShippedToolTest, WhatTheCompilerPrintsGoesThroughThePipe) {
-    ASSERT_TRUE(Open(L"a file.cpp"));
-    const std::string call = Called("g++", "-std=c++20 -Wall -Wextra -g -o " + Quoted(".exe") + " " + Quoted());
-    const std::string output = OutputOf(CompileWithGcc, {"[piped]", call, "[error of g++]"});
+TEST_P(CompileTool, PassesWhatTheCompilerPrintsThroughThePipe) {
+    const ToolCase& compiled = GetParam();
+    ASSERT_TRUE(Open(compiled.file));
+    const std::string call = Called(compiled.program, compiled.arguments + Quoted(".exe") + " " + Quoted());
+    const std::string error = std::string("[error of ") + compiled.program + "]";
+    const std::string output = OutputOf(CompileWithGcc, {"[piped]", call, error});
     EXPECT_GT(output.find(call), output.find("[piped]")) << output;
 }
+
+INSTANTIATE_TEST_SUITE_P(Files, CompileTool,
+                         testing::Values(ToolCase{L"a file.cpp", "g++", "-std=c++20 -Wall -Wextra -g -o "},
+                                         ToolCase{L"a file.c", "gcc", "-std=c17 -Wall -Wextra -g -o "}),
+                         ProgramOf);
 
 TEST_P(FormatTool, GoesByTheExtension) {
     const ToolCase& formatted = GetParam();
@@ -117,8 +125,16 @@ TEST_P(FormatTool, GoesByTheExtension) {
 INSTANTIATE_TEST_SUITE_P(Files, FormatTool,
                          testing::Values(ToolCase{L"a file.py", "py", "-m black "},
                                          ToolCase{L"a file.rs", "rustfmt", ""}, ToolCase{L"a file.GO", "gofmt", "-w "},
-                                         ToolCase{L"a file.c", "clang-format", "-i "}),
+                                         ToolCase{L"a file.c", "clang-format", "-i "},
+                                         ToolCase{L"a file.JSON", "clang-format", "-i "}),
                          ProgramOf);
+
+// It would be read as C++ and written back.
+TEST_F(ShippedToolTest, FormatLeavesOtherFilesAlone) {
+    ASSERT_TRUE(Open(L"a file.md"));
+    const std::string output = OutputOf(Format, {"No formatter is set up for"});
+    EXPECT_FALSE(Holds(output, "clang-format")) << output;
+}
 
 TEST_P(RunTool, GoesByTheExtension) {
     const ToolCase& run = GetParam();
@@ -130,12 +146,26 @@ TEST_P(RunTool, GoesByTheExtension) {
 
 INSTANTIATE_TEST_SUITE_P(Files, RunTool,
                          testing::Values(ToolCase{L"a file.py", "py", "-u "}, ToolCase{L"a file.js", "node", ""},
-                                         ToolCase{L"a file.MJS", "node", ""}),
+                                         ToolCase{L"a file.MJS", "node", ""}, ToolCase{L"a file.ts", "node", ""},
+                                         ToolCase{L"a file.go", "go", "run "}, ToolCase{L"a file.rb", "ruby", ""},
+                                         ToolCase{L"a file.pl", "perl", ""}, ToolCase{L"a file.lua", "lua", ""},
+                                         ToolCase{L"a file.php", "php", ""},
+                                         ToolCase{L"a file.vbs", "cscript", "//nologo "}),
                          ProgramOf);
 
 TEST_F(ShippedToolTest, RunCompilesAProgramOfRust) {
     ASSERT_TRUE(Open(L"a file.rs"));
     OutputOf(RunFile, {Called("rustc", "-o " + Quoted(".exe") + " " + Quoted()), "[piped]"});
+}
+
+TEST_F(ShippedToolTest, RunGivesTheShellANameWithoutAFolder) {
+    ASSERT_TRUE(Open(L"a file.sh"));
+    OutputOf(RunFile, {Called("bash", "\"a file.sh\""), "[piped]"});
+}
+
+TEST_F(ShippedToolTest, RunDoesNotOpenASourceThatIsNotCompiled) {
+    ASSERT_TRUE(Open(L"a file.CPP"));
+    OutputOf(RunFile, {"There is no program yet", "[piped]"});
 }
 
 TEST_F(ShippedToolTest, RunStartsWhatItDoesNotKnow) {

@@ -113,9 +113,26 @@ TEST_F(ShippedToolTest, ErrorsOfScriptsAreFound) {
     EXPECT_EQ(Position(tool, "file:///C:/work/x.mjs:14"), "C:\\work/x.mjs:14");
     EXPECT_EQ(Position(tool, "C:\\work\\x.js:14"), "C:\\work\\x.js:14");
     EXPECT_EQ(Position(tool, "  --> C:\\work\\main.rs:4:18"), "C:\\work\\main.rs:4");
-    EXPECT_EQ(Position(tool, "At C:\\a b\\x.ps1:5 char:1"), "C:\\a b\\x.ps1:5");
     EXPECT_EQ(Rewritten(tool, "    at node:internal/main:23:47"), "    at node:internal/main:23:47");
     EXPECT_EQ(Rewritten(tool, "look at me"), "look at me");
+}
+
+// PowerShell speaks the language of Windows.
+TEST_F(ShippedToolTest, ErrorsOfPowerShellAreFoundInEveryLanguage) {
+    const auto* const tool = u"Run";
+    EXPECT_EQ(Position(tool, "At C:\\a b\\x.ps1:5 char:1"), "C:\\a b\\x.ps1:5");
+    EXPECT_EQ(Position(tool, "In C:\\a b\\x.ps1:5 Zeichen:12"), "C:\\a b\\x.ps1:5");
+    EXPECT_EQ(Position(tool, "Au caract\xE8re C:\\x.ps1:12 : 3"), "C:\\x.ps1:12");
+    EXPECT_EQ(Position(tool, "En C:\\x.ps1: 7 Car\xE1"
+                             "cter: 1"),
+              "C:\\x.ps1:7");
+    EXPECT_EQ(Rewritten(tool, "see C:\\x.txt:5 for more"), "see C:\\x.txt:5 for more");
+    EXPECT_EQ(Rewritten(tool, "copied C:\\a.txt"), "copied C:\\a.txt");
+}
+
+// A compiler that speaks another language would print another text for "In file included from".
+TEST_F(ShippedToolTest, TheCompilerSpeaksEnglish) {
+    EXPECT_TRUE(Str(Find(u"Compile with g++")->command).starts_with(u"set \"LC_ALL=C\"&& "));
 }
 
 TEST_F(ShippedToolTest, PanicsOfRustAreFound) {
