@@ -92,9 +92,11 @@ endfunction()
 # The compiled resources, an object file for every program that shows the editor's menus and dialogs.
 function(orvane_resources)
     file(GLOB inputs CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/res/*")
+    set(manifest "${CMAKE_BINARY_DIR}/res/orvane.manifest")
+    configure_file("${CMAKE_SOURCE_DIR}/res/orvane.manifest.in" "${manifest}" @ONLY)
     add_library(orvane_resources OBJECT "${CMAKE_SOURCE_DIR}/res/orvane.rc")
-    set_source_files_properties("${CMAKE_SOURCE_DIR}/res/orvane.rc" PROPERTIES OBJECT_DEPENDS "${inputs}")
-    target_include_directories(orvane_resources PRIVATE "${CMAKE_SOURCE_DIR}/res")
+    set_source_files_properties("${CMAKE_SOURCE_DIR}/res/orvane.rc" PROPERTIES OBJECT_DEPENDS "${inputs};${manifest}")
+    target_include_directories(orvane_resources PRIVATE "${CMAKE_SOURCE_DIR}/res" "${CMAKE_BINARY_DIR}/res")
     target_compile_definitions(orvane_resources PRIVATE ORVANE_VERSION_MAJOR=${PROJECT_VERSION_MAJOR}
         ORVANE_VERSION_MINOR=${PROJECT_VERSION_MINOR} ORVANE_VERSION_PATCH=${PROJECT_VERSION_PATCH})
 endfunction()
