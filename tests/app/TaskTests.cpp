@@ -159,10 +159,10 @@ TEST_F(TaskTest, AToolWithAHotKey) {
     ASSERT_TRUE(fill(IDC_TOOLS_COMMAND, Speak(L"build")));
     ASSERT_TRUE(editor.Keys(L"Alt+R"));
     ASSERT_TRUE(ReachWith(L"Alt+H", window::Control(editor.Dialog(), IDC_TOOLS_HOT_KEY)));
-    ASSERT_TRUE(editor.Keys(L"F8"));
+    ASSERT_TRUE(editor.Keys(L"F9"));
     ASSERT_TRUE(window::PressButton(editor.Dialog(), L"OK"));
     ASSERT_TRUE(WaitUntilSaved());
-    ASSERT_TRUE(editor.Keys(L"F8"));
+    ASSERT_TRUE(editor.Keys(L"F9"));
     EXPECT_TRUE(WaitForText(L"built\r\n"));
 }
 
