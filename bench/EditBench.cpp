@@ -31,7 +31,7 @@ struct Typist {
     // What painting looks up.
     void Paint() { document->LineToOffset(view->TopLine()); }
     void Type() {
-        for (const Char ch : Typed) document->TypeChar(view, ch, view->CaretColumn(), true, false);
+        for (const Char ch : Typed) static_cast<void>(document->TypeChar(view, ch, view->CaretColumn(), true, false));
     }
     void Check() {
         StartLine();
@@ -66,7 +66,7 @@ void CompareTyping(Typist& large, Typist& small) {
 void CompareEnter(Typist& typist) {
     TextBuffer& document = *typist.document;
     const auto place = [&] { typist.StartLine(); };
-    const auto enter = [&] { document.NewLine(typist.view, 0); };
+    const auto enter = [&] { static_cast<void>(document.NewLine(typist.view, 0)); };
 
     place();
     const uint32_t start = document.LineToOffset(typist.middle);
@@ -82,7 +82,7 @@ void CompareEnter(Typist& typist) {
         Bench::Keep(other);
     };
     Bench::Compare("Enter in the middle of 100 MB, against moving what follows", {enter, place}, {move}, 1.5, 31);
-    const auto undo = [&] { document.Undo(); };
+    const auto undo = [&] { static_cast<void>(document.Undo()); };
     Bench::Compare("its undo, against the same", {undo, [&] { typist.Paint(); }}, {move}, 1.5, 31);
 }
 

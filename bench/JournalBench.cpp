@@ -37,7 +37,8 @@ private:
     void Type(int count) {
         const std::u16string words = u"int value = other->field[12] + 7; // and so on ";
         for (int i = 0; i < count; ++i)
-            document->TypeChar(view, words[static_cast<size_t>(i) % words.size()], view->CaretColumn(), true, false);
+            static_cast<void>(document->TypeChar(view, words[static_cast<size_t>(i) % words.size()],
+                                                 view->CaretColumn(), true, false));
     }
 
     Bench::SampleDocument document;

@@ -77,8 +77,8 @@ void ReplaceAll(const std::string& original) {
         Bench::Check(EditorFind::ReplaceAll(shown.editor, longer.data(), static_cast<uint32_t>(longer.size()), false),
                      "replacing");
     };
-    const auto undo = [&] { document->Undo(); };
-    const auto redo = [&] { document->Redo(); };
+    const auto undo = [&] { static_cast<void>(document->Undo()); };
+    const auto redo = [&] { static_cast<void>(document->Redo()); };
     const std::u16string before(document->Content(), document->Length());
     const size_t held = Bench::BytesInUse();
     replace();
@@ -96,13 +96,13 @@ void ReplaceAll(const std::string& original) {
     Bench::Compare("its undo",
                    {undo,
                     [&] {
-                        if (!document->CanDo(DocumentCommand::Undo)) document->Redo();
+                        if (!document->CanDo(DocumentCommand::Undo)) static_cast<void>(document->Redo());
                     }},
                    {copying, {}}, ReplaceBack);
     Bench::Compare("its redo",
                    {redo,
                     [&] {
-                        if (!document->CanDo(DocumentCommand::Redo)) document->Undo();
+                        if (!document->CanDo(DocumentCommand::Redo)) static_cast<void>(document->Undo());
                     }},
                    {copying, {}}, ReplaceBack);
 }
@@ -114,7 +114,7 @@ void IndentBlock(const std::string& sample) {
     const uint32_t end = document->LineToOffset(IndentedLines);
     const auto select = [&] { shown.editor.SelectRange({0, end}); };
     const auto indent = [&] { shown.input.OnChar(u'\t'); };
-    const auto undo = [&] { document->Undo(); };
+    const auto undo = [&] { static_cast<void>(document->Undo()); };
     select();
     indent();
     Bench::Check(document->Length() > sample.size() + 2 * IndentedLines, "the indented text's length");
@@ -129,7 +129,7 @@ void IndentBlock(const std::string& sample) {
     Bench::Compare("its undo",
                    {undo,
                     [&] {
-                        if (!document->CanDo(DocumentCommand::Undo)) document->Redo();
+                        if (!document->CanDo(DocumentCommand::Undo)) static_cast<void>(document->Redo());
                     }},
                    {copying, {}}, Indent);
 }
@@ -146,7 +146,7 @@ void Paste(const std::string& sample) {
     const uint32_t third = document->Length() / 3;
     const auto paste = [&] { shown.input.ExecuteCommand(ViewCommand::Paste); };
     const auto undo = [&] {
-        document->Undo();
+        static_cast<void>(document->Undo());
         shown.editor.SelectRange({third, 2 * third});
     };
     undo();

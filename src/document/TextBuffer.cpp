@@ -202,7 +202,8 @@ bool TextBuffer::CanDo(DocumentCommand kind) const {
 
 bool TextBuffer::DoCommand(DocumentCommand kind) {
     if (kind != DocumentCommand::Undo && kind != DocumentCommand::Redo) return false;
-    kind == DocumentCommand::Undo ? Undo() : Redo();
+    // The answer says that the command is understood, not that there was memory for it.
+    static_cast<void>(kind == DocumentCommand::Undo ? Undo() : Redo());
     return true;
 }
 

@@ -82,20 +82,20 @@ public:
     // character takes the place of the one at `column`, as a step of its own. Without `notifyEngine` a character that
     // extends a record is not repainted, nor are lines below that it may colour differently. Reserves memory for `room`
     // characters, so that the rest of a run inserted here cannot fail.
-    bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite,
-                  uint32_t room = 1);
+    [[nodiscard]] bool TypeChar(TextDocumentView* view, Char ch, uint32_t column, bool notifyEngine, bool overwrite,
+                                uint32_t room = 1);
     // Breaks the line, which is a change of the store. The new line begins with the blanks that the old one begins with
     // before `column`; blanks from there on are removed when nothing else is there.
-    bool NewLine(TextDocumentView* view, uint32_t column);
+    [[nodiscard]] bool NewLine(TextDocumentView* view, uint32_t column);
     // The column at the end of a line is its line feed, which may be removed as well: in every line but the last this
     // is a change of the store, in the last one a LineEdit. False also when there is nothing to remove in the last
     // line.
-    bool DeleteInEditLine(TextDocumentView* view, ColumnRange columns);
+    [[nodiscard]] bool DeleteInEditLine(TextDocumentView* view, ColumnRange columns);
 
     // In the store. What is pending is committed first: offsets are those of the text as it is shown. Offsets past the
     // end are the end.
-    bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
-    bool DeleteText(TextRange range);
+    [[nodiscard]] bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
+    [[nodiscard]] bool DeleteText(TextRange range);
     // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
     [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
@@ -112,8 +112,8 @@ public:
     void AbandonGroup() { pipeline.AbandonGroup(); }
     // One step back or forth; with nothing to undo (redo) a success. False without memory: the document
     // is then as it was. A document that was made read-only keeps its records, but they change nothing then.
-    bool Undo() { return readOnly || pipeline.Step(true); }
-    bool Redo() { return readOnly || pipeline.Step(false); }
+    [[nodiscard]] bool Undo() { return readOnly || pipeline.Step(true); }
+    [[nodiscard]] bool Redo() { return readOnly || pipeline.Step(false); }
     // The next typed character starts a step of its own.
     void EndTyping();
 

@@ -19,8 +19,8 @@ public:
     // A record is made before its change, which the first Redo makes. Undo and Redo change the store and its bookmarks,
     // or only the edit line; a marker changes nothing. The caller notifies the views. False only without memory;
     // nothing has changed then.
-    virtual bool Undo() { return true; }
-    virtual bool Redo() { return true; }
+    [[nodiscard]] virtual bool Undo() { return true; }
+    [[nodiscard]] virtual bool Redo() { return true; }
     bool IsMarker() const { return state == State::GroupBegin || state == State::GroupEnd; }
 
     State state;

@@ -142,5 +142,6 @@ void EditorTyping::DeleteBack(TextEditor& editor, bool word) {
                      : BackToTabStop(line, column);
     const uint32_t offset = editor.CaretOffset();
     if (offset < count || !editor.GetTextBuffer()->CommitEdit()) return;
-    editor.GetTextBuffer()->DeleteText({offset - count, offset});
+    // Without memory everything stays as it is.
+    static_cast<void>(editor.GetTextBuffer()->DeleteText({offset - count, offset}));
 }

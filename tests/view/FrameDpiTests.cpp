@@ -118,7 +118,7 @@ TEST_F(FrameDpiTest, ViewsAreLaidOutAndPaintedWithTheNewFont) {
     MoveToDensity(192);
     EXPECT_EQ(Editor().VisibleLines(), ClientHeight() / LineHeight());
     EXPECT_EQ(Gutter(), 7 * Average());
-    text->InsertText(0, u"HH\nHH", 5);
+    EXPECT_TRUE(text->InsertText(0, u"HH\nHH", 5));
     const Picture picture = Paint();
     EXPECT_TRUE(picture.IsAll(Rgb(0, 255, 0), 0, 0, 6 * Average(), LineHeight()));
     // The second row is a new line height below the first, in the back buffer's new height.
@@ -130,7 +130,7 @@ TEST_F(FrameDpiTest, TheCaretIsAsHighAsTheNewLines) {
     SetForegroundWindow(main->Window());
     SetFocus(view->GetWindow());
     ASSERT_EQ(GetFocus(), view->GetWindow());
-    text->InsertText(0, u"ab", 2);
+    EXPECT_TRUE(text->InsertText(0, u"ab", 2));
     Editor().MoveCaret({0, 2}, false);
     MoveToDensity(192);
     GUITHREADINFO info = {};
@@ -201,7 +201,7 @@ TEST_F(FrameDpiTest, ControlsHearOfChangedColours) {
 }
 
 TEST_F(FrameDpiTest, TheWayBackGivesTheOldPicture) {
-    text->InsertText(0, u"int x;\nab", 9);
+    EXPECT_TRUE(text->InsertText(0, u"int x;\nab", 9));
     const Picture before = Paint();
     MoveToDensity(144);
     MoveToDensity(96);

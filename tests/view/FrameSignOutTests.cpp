@@ -51,7 +51,7 @@ private:
 TEST_F(FrameSignOutTest, UnsavedChangesAreAReasonAndNoQuestionUntilTheUserIsBack) {
     EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
     EXPECT_EQ(reason, L"");
-    text->InsertText(0, u"x", 1);
+    EXPECT_TRUE(text->InsertText(0, u"x", 1));
     EXPECT_EQ(Send(WM_QUERYENDSESSION), FALSE);
     EXPECT_NE(reason, L"");
     TakeMessages();
@@ -70,7 +70,7 @@ TEST_F(FrameSignOutTest, UnsavedChangesAreAReasonAndNoQuestionUntilTheUserIsBack
 }
 
 TEST_F(FrameSignOutTest, NothingClosesDuringALongOperation) {
-    text->InsertText(0, u"x", 1);
+    EXPECT_TRUE(text->InsertText(0, u"x", 1));
     {
         const LongOperation operation(*static_cast<TextView*>(text->ActiveView()->AsView()));
         EXPECT_EQ(Send(WM_QUERYENDSESSION), FALSE);

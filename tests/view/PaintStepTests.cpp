@@ -127,7 +127,7 @@ TEST_F(PaintStepTest, BookmarksMoveWithTheirLines) {
     Editor().SetTopLine(10);
     Picture picture = Paint();
     for (int row = 0; row < 8; ++row) EXPECT_EQ(HasInRow(picture, Red, row, 0, picture.width), row == 2) << row;
-    (*document)->InsertText(0, u"\n", 1);
+    EXPECT_TRUE((*document)->InsertText(0, u"\n", 1));
     Editor().SetTopLine(10);
     picture = Paint();
     for (int row = 0; row < 8; ++row) EXPECT_EQ(HasInRow(picture, Red, row, 0, picture.width), row == 3) << row;

@@ -213,12 +213,12 @@ std::string RandomActions::EditElsewhere() {
     const uint32_t at = random.Below(text->Length() + 1);
     if (random.OneIn(2)) {
         const uint32_t count = std::min(random.Below(40), text->Length() - at);
-        text->DeleteText({at, at + count});
+        static_cast<void>(text->DeleteText({at, at + count}));
         return "delete " + std::to_string(count) + " at " + std::to_string(at);
     }
     const std::u16string inserted = std::u16string(random.Below(4), u'\n') + u"/* in */ serted (" +
                                     std::u16string(random.Below(4), u'\n') + std::u16string(random.Below(2), u'}');
-    text->InsertText(at, inserted.c_str(), static_cast<uint32_t>(inserted.size()));
+    static_cast<void>(text->InsertText(at, inserted.c_str(), static_cast<uint32_t>(inserted.size())));
     return "insert " + std::to_string(inserted.size()) + " at " + std::to_string(at);
 }
 

@@ -286,7 +286,7 @@ TEST_F(ScreenReaderTest, AViewWithoutTheFocusTellsNothing) {
     FocusView();
     const ComReference<IRawElementProviderSimple> element(Ask());
     SetFocus(frame);
-    (*document)->InsertText(0, u"1", 1);
+    EXPECT_TRUE((*document)->InsertText(0, u"1", 1));
     SendMessageW(Window(), WM_TIMER, ScreenReader::TimerNumber, 0);
     // Nor later: what is there is read when the focus comes.
     FocusView();

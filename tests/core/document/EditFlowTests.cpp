@@ -40,39 +40,39 @@ protected:
 } // namespace
 
 TEST_F(EditFlowTest, AnInsertionIsRecordedBeforeTheViewMoves) {
-    document->InsertText(8, u"x\n", 2);
+    EXPECT_TRUE(document->InsertText(8, u"x\n", 2));
     EXPECT_EQ(recorded, (States{2}));
     EXPECT_EQ(openLine, NoLine) << "no line is open while the views are notified";
     ExpectOneEnd(2);
 }
 
 TEST_F(EditFlowTest, ATypedCharacterIsRecordedBeforeTheViewMoves) {
-    document->TypeChar(view, u'x', 0, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
     EXPECT_EQ(recorded, (States{3}));
     ExpectOneEnd(0);
-    document->TypeChar(view, u'y', 1, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'y', 1, true, false));
     EXPECT_EQ(document->EditLineNumber(), 0u);
     ExpectOneEnd(0);
 }
 
 TEST_F(EditFlowTest, UndoAndRedoHaveMovedTheRecordBeforeTheViewMoves) {
-    document->InsertText(8, u"x\n", 2);
+    EXPECT_TRUE(document->InsertText(8, u"x\n", 2));
     view->ForgetCalls();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(recorded, (States{}));
     EXPECT_EQ(undone, (States{2}));
     ExpectOneEnd(0);
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(recorded, (States{2}));
     EXPECT_EQ(undone, (States{}));
     ExpectOneEnd(2);
 }
 
 TEST_F(EditFlowTest, AnEnterThatRemovesBlanksIsOneOperation) {
-    document->NewLine(view, 3);
+    EXPECT_TRUE(document->NewLine(view, 3));
     EXPECT_EQ(document.Text(), u"one\n\ntwo\nthree");
     ExpectOneEnd(1);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"one   \ntwo\nthree");
     ExpectOneEnd(0);
 }
@@ -104,18 +104,18 @@ TEST_F(EditFlowTest, KeysWorkOnTheOneCopyOfTheirLine) {
         EXPECT_EQ(document.EditLineText().substr(0, line.size()), line) << after;
         EXPECT_EQ(document.Store(), u"one   \ntwo\nthree") << after;
     };
-    document->TypeChar(view, u'x', 0, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
     expectCopy(u"xthre#", "the first key of a run");
-    document->TypeChar(view, u'y', 1, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'y', 1, true, false));
     expectCopy(u"xythre#", "one that extends it");
-    document->TypeChar(view, u'z', 0, true, true);
+    EXPECT_TRUE(document->TypeChar(view, u'z', 0, true, true));
     expectCopy(u"zythre#", "one that overwrites");
-    document->DeleteInEditLine(view, {0, 1});
+    EXPECT_TRUE(document->DeleteInEditLine(view, {0, 1}));
     expectCopy(u"ythre#", "one that deletes");
 }
 
 TEST_F(EditFlowTest, AnEditThatChangesNothingIsNotReported) {
-    document->DeleteText({99, 104});
+    EXPECT_TRUE(document->DeleteText({99, 104}));
     EXPECT_EQ(view->editsFinished, 0);
 }
 
@@ -130,17 +130,17 @@ TEST_F(EditFlowTest, AnEmptiedOutputIsOneOperation) {
 #ifdef ORVANE_ASSERTIONS
 
 TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreNotified) {
-    view->onMoved = [this] { document->InsertText(0, u"y", 1); };
-    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
-    view->onMoved = [this] { document->Undo(); };
-    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
-    view->onMoved = [this] { static_cast<void>(document->LoadEditLine(2)); };
-    EXPECT_DEATH(document->InsertText(0, u"x", 1), "IsNotifying");
+    view->onMoved = [this] { EXPECT_TRUE(document->InsertText(0, u"y", 1)); };
+    EXPECT_DEATH(EXPECT_TRUE(document->InsertText(0, u"x", 1), "IsNotifying");
+    view->onMoved = [this] { EXPECT_TRUE(document->Undo())); };
+    EXPECT_DEATH(EXPECT_TRUE(document->InsertText(0, u"x", 1), "IsNotifying");
+    view->onMoved = [this] { static_cast<void>(document->LoadEditLine(2))); };
+    EXPECT_DEATH(EXPECT_TRUE(document->InsertText(0, u"x", 1), "IsNotifying");
 }
 
 TEST_F(EditFlowTest, NorWhileTheyAreNotifiedOfWhatIsNoEdit) {
-    document->TypeChar(view, u'x', 0, true, false);
-    view->onForgotten = [this] { static_cast<void>(document->LoadEditLine(1)); };
+    EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
+    view->onForgotten = [this] { static_cast<void>(document->LoadEditLine(1))); };
     EXPECT_DEATH(static_cast<void>(document->CommitEdit()), "IsNotifying") << "a line is written back";
     EXPECT_DEATH(document->AttachEngine(nullptr), "IsNotifying") << "the engine is another one";
 }

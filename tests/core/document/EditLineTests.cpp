@@ -162,11 +162,11 @@ TEST_F(EditLineTest, AColumnPastTheLineEndTypesAtTheEnd) {
 TEST_F(EditLineTest, AWordASpaceAndAWordAreThreeSteps) {
     Type(u"ab cd");
     EXPECT_EQ(document.UndoSteps(), 3u);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"ab ");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"ab");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"");
 }
 
@@ -223,10 +223,10 @@ TEST_F(EditLineTest, EveryOvertypedCharacterIsAStep) {
     EXPECT_EQ(document.Text(), u"xyc");
     Type(u"z");
     EXPECT_EQ(document.UndoSteps(), 3u) << "a record that remembers a replaced character takes no further ones";
-    document->Undo();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"xbc");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"abc");
 }
 
@@ -235,8 +235,8 @@ TEST_F(EditLineTest, OvertypingAtTheLineEndInserts) {
     view->PutCaret(0, 1);
     Overtype(u"xy");
     EXPECT_EQ(document.Text(), u"axy\nb");
-    document->Undo();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"a\nb");
 }
 
@@ -245,8 +245,8 @@ TEST_F(EditLineTest, TypingAfterAPendingDeletionStartsAStep) {
     ASSERT_TRUE(document->DeleteInEditLine(view, {1, 2}));
     ASSERT_TRUE(document->TypeChar(view, u'x', 2, true, false)); // column + 1 of the deletion
     EXPECT_EQ(document.UndoSteps(), 2u);
-    document->Undo();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"abcd");
 }
 
@@ -341,7 +341,7 @@ TEST_F(EditLineTest, DeletingInTheLastLineIsPending) {
     EXPECT_EQ(document.Store(), u"one\nabcd");
     EXPECT_EQ(document.Text(), u"one\nad");
     EXPECT_EQ(document.UndoStates(), (States{3}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"one\nabcd");
 }
 
@@ -392,7 +392,7 @@ TEST_F(EditLineTest, TheEditLineFollowsTheCaretOfTheActiveView) {
     view->PutCaret(2, 1);
     EXPECT_EQ(document->EditLineNumber(), 2u);
     EXPECT_TRUE(document->CommitEdit());
-    document->InsertText(0, u"x\n", 2); // the caret follows to line 1
+    EXPECT_TRUE(document->InsertText(0, u"x\n", 2)); // the caret follows to line 1
     EXPECT_EQ(view->CaretLine(), 1u);
     EXPECT_EQ(document->EditLineNumber(), 1u);
     EXPECT_EQ(document.EditLineText(), u"one\n");

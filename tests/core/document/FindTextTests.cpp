@@ -127,7 +127,7 @@ TEST(FindText, SeesWhatIsPendingInTheEditLine) {
     TextDocument document(u"");
     FakeView* view = FakeView::Create(*document);
     view->Activate();
-    document->TypeChar(view, u'q', 0, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'q', 0, true, false));
     EXPECT_EQ(Find(*document, u"q", 0, 1), (Found{0, false}));
     EXPECT_FALSE(document->HasPendingEdit());
 }

@@ -404,7 +404,7 @@ TEST(Reload, EveryAllocationAndFileCallFailsInTurn) {
             {
                 FailurePause pause;
                 document.emplace("old\ntext");
-                (*document)->InsertText(0, u"typed ", 6);
+                EXPECT_TRUE((*document)->InsertText(0, u"typed ", 6));
                 document->folder.Write("file.txt", "new");
             }
             const bool done = (*document)->Reload();

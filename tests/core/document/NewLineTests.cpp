@@ -44,8 +44,8 @@ TEST_F(NewLineTest, ATypedLineFeedBreaksTheLineToo) {
 
 TEST_F(NewLineTest, WritesBackWhatIsPendingFirst) {
     Enter(u"", 0, 0);
-    for (Char ch : std::u16string(u"ab")) document->TypeChar(view, ch, view->CaretColumn(), true, false);
-    document->NewLine(view, 1);
+    for (Char ch : std::u16string(u"ab")) EXPECT_TRUE(document->TypeChar(view, ch, view->CaretColumn(), true, false));
+    EXPECT_TRUE(document->NewLine(view, 1));
     EXPECT_EQ(document.Store(), u"\na\nb");
 }
 
@@ -58,7 +58,7 @@ TEST_F(NewLineTest, TakesTheLeadingBlanksAlong) {
 TEST_F(NewLineTest, TakesAtMostAsManyBlanksAsAreBeforeTheCaret) {
     Enter(u"    x", 0, 2);
     EXPECT_EQ(document.Store(), u"  \n    x") << "two blanks are inserted, two were after the caret";
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"    x");
 }
 
@@ -73,11 +73,11 @@ TEST_F(NewLineTest, RemovesTheBlanksAfterTheCaretInOneStep) {
     EXPECT_EQ(document.Store(), u"x\n\ny");
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
     EXPECT_EQ(document.UndoSteps(), 1u);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"x   \ny");
     EXPECT_EQ(view->CaretLine(), 0u);
     EXPECT_EQ(view->CaretColumn(), 1u);
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"x\n\ny");
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
 }
@@ -86,9 +86,9 @@ TEST_F(NewLineTest, RemovesTheBlanksAfterTheCaretInTheLastLineToo) {
     Enter(u"x   ", 0, 1);
     EXPECT_EQ(document.Store(), u"x\n");
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"x   ");
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"x\n");
 }
 
@@ -116,7 +116,7 @@ TEST_F(NewLineTest, ALineOfBlanksIsCutAtTheCaret) {
 
 TEST_F(NewLineTest, ForgetsWhatCouldBeRedone) {
     Enter(u"x  \n", 0, 1);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     view->PutCaret(0, 1);
     ASSERT_TRUE(document->NewLine(view, 1));
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));

@@ -87,7 +87,7 @@ TEST(OutputText, EmptyingForgetsTextUndoAndMarks) {
     FakeView* view = FakeView::Create(*document);
     view->PutCaret(2, 0);
     view->Activate();
-    document->InsertText(0, u"x", 1);
+    EXPECT_TRUE(document->InsertText(0, u"x", 1));
     document->ToggleBookmark(1);
     view->ForgetCalls();
     document->EmptyAndResetUndo();

@@ -270,7 +270,7 @@ TEST(Save, EveryAllocationFailsInTurn) {
         TextDocument document(u"ab");
         FakeView* view = FakeView::Create(*document);
         view->Activate();
-        document->TypeChar(view, u'x', 0, false, false);
+        EXPECT_TRUE(document->TypeChar(view, u'x', 0, false, false));
         pause.reset();
         const bool saved = document->Save(path.c_str(), Encoding::Unicode, LineEnding::Unix);
         FailurePause checking;

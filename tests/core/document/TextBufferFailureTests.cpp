@@ -27,12 +27,12 @@ struct Scene {
         view->Activate();
         other->SelectRange(2, 4);
         document->ToggleBookmark(1);
-        document->InsertText(document->Length(), u"  tail", 6);
+        EXPECT_TRUE(document->InsertText(document->Length(), u"  tail", 6));
         EXPECT_TRUE(document->BeginGroup());
-        document->DeleteText({0, 2});
-        document->InsertText(3, u"x\ny\nz", 5);
+        EXPECT_TRUE(document->DeleteText({0, 2}));
+        EXPECT_TRUE(document->InsertText(3, u"x\ny\nz", 5));
         EXPECT_TRUE(document->EndGroup());
-        document->Undo();
+        EXPECT_TRUE(document->Undo());
         view->PutCaret(0, 1);
         other->SelectRange(2, 4);
     }
@@ -186,7 +186,7 @@ TEST(TextBufferFailure, EnterThatRemovesBlanks) {
 
 TEST(TextBufferFailure, EnterThatRemovesBlanksOfTheLastLine) {
     const Action last = [](Scene& scene) {
-        scene.document->InsertText(scene.document->Length(), u"   ", 3);
+        EXPECT_TRUE(scene.document->InsertText(scene.document->Length(), u"   ", 3));
         scene.view->PutCaret(3, 6);
         return true;
     };

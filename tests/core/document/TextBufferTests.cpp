@@ -109,7 +109,7 @@ TEST(TextBuffer, AForgottenViewIsNotTouchedAgain) {
     first->Destroy();
     EXPECT_EQ(document->ActiveView(), nullptr);
     document->RepaintAll();
-    document->InsertText(0, u"x\n", 2);
+    EXPECT_TRUE(document->InsertText(0, u"x\n", 2));
     ViewNode* next = nullptr;
     EXPECT_EQ(document->EnumViews(nullptr, next), second);
     EXPECT_EQ(next, nullptr);
@@ -143,11 +143,11 @@ TEST(TextBuffer, ClearingForANewTextKeepsTheViewsAndForgetsTheRest) {
     FakeView* view = FakeView::Create(*document);
     view->PutCaret(1, 2);
     view->Activate();
-    document->TypeChar(view, u'x', 2, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'x', 2, true, false));
     document->ToggleBookmark(1);
     EXPECT_TRUE(document->CommitEdit());
     TextBufferProbe::MarkSaved(*document);
-    document->TypeChar(view, u'y', 3, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'y', 3, true, false));
     document->LineToOffset(2);
     EXPECT_TRUE(document->MakeNew(u"other.txt"));
     EXPECT_EQ(view->CaretLine(), 0u);
@@ -169,7 +169,7 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo));
     EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(4)));
     EXPECT_FALSE(document->CanDo(static_cast<DocumentCommand>(UINT32_MAX)));
-    document->InsertText(0, u"x", 1);
+    EXPECT_TRUE(document->InsertText(0, u"x", 1));
     EXPECT_TRUE(document->CanDo(DocumentCommand::Undo));
     EXPECT_TRUE(document->DoCommand(DocumentCommand::Undo));
     EXPECT_EQ(document.Text(), u"abc");
@@ -183,9 +183,9 @@ TEST(TextBuffer, CanDoTellsWhatIsAllowed) {
 
 TEST(TextBuffer, UndoAndRedoOfADocumentMadeReadOnlyDoNothing) {
     TextDocument document(u"abc");
-    document->InsertText(0, u"x", 1);
-    document->InsertText(0, u"y", 1);
-    document->Undo();
+    EXPECT_TRUE(document->InsertText(0, u"x", 1));
+    EXPECT_TRUE(document->InsertText(0, u"y", 1));
+    EXPECT_TRUE(document->Undo());
     EXPECT_TRUE(document->MarkAsOutput());
     for (const DocumentCommand command : {DocumentCommand::Undo, DocumentCommand::Redo}) {
         EXPECT_FALSE(document->CanDo(command));

@@ -34,19 +34,19 @@ protected:
 } // namespace
 
 TEST_F(TextChangeTest, StoreEditsReportTheirOffset) {
-    document->InsertText(9, u"x\n", 2);
+    EXPECT_TRUE(document->InsertText(9, u"x\n", 2));
     EXPECT_EQ(Told(), (Offsets{9}));
-    document->DeleteText({5, 8});
+    EXPECT_TRUE(document->DeleteText({5, 8}));
     EXPECT_EQ(Told(), (Offsets{5}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(Told(), (Offsets{5}));
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(Told(), (Offsets{5}));
 }
 
 TEST_F(TextChangeTest, TypingTellsNothingUntilItIsWrittenBack) {
-    document->TypeChar(view, u'a', 0, true, false);
-    document->TypeChar(view, u'b', 1, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'a', 0, true, false));
+    EXPECT_TRUE(document->TypeChar(view, u'b', 1, true, false));
     EXPECT_EQ(view->textChanges, (Offsets{}));
     view->ForgetCalls();
     EXPECT_TRUE(document->CommitEdit());
@@ -56,17 +56,17 @@ TEST_F(TextChangeTest, TypingTellsNothingUntilItIsWrittenBack) {
 TEST_F(TextChangeTest, TypingThatReachesOnTellsTheStartOfItsLine) {
     document->AttachEngine(new FakeEngine);
     EXPECT_EQ(Told(), (Offsets{0})) << "another engine";
-    document->TypeChar(view, u'*', 0, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'*', 0, true, false));
     EXPECT_EQ(Told(), (Offsets{4}));
-    document->TypeChar(view, u'+', 1, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'+', 1, true, false));
     EXPECT_EQ(Told(), (Offsets{4}));
 }
 
 TEST_F(TextChangeTest, OvertypedCharactersReportTheirOffsetOnceWrittenBack) {
-    document->TypeChar(view, u'x', 2, true, true);
+    EXPECT_TRUE(document->TypeChar(view, u'x', 2, true, true));
     EXPECT_TRUE(document->CommitEdit());
     view->ForgetCalls();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(Told(), (Offsets{6}));
 }
 

@@ -65,21 +65,21 @@ TEST(TextStore, TheLineCountIsOneMoreThanTheLineFeeds) {
 TEST(TextStore, EveryGrowingEditEndsWithExactlyTheRoomNeeded) {
     TextDocument document(u"hello");
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 6u);
-    document->InsertText(5, u" there", 6);
+    EXPECT_TRUE(document->InsertText(5, u" there", 6));
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 12u);
-    document->InsertText(0, u"x", 1);
+    EXPECT_TRUE(document->InsertText(0, u"x", 1));
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 13u);
-    document->DeleteText({0, 10});
+    EXPECT_TRUE(document->DeleteText({0, 10}));
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 13u) << "room is never given back by an edit";
-    document->InsertText(0, u"abc", 3);
+    EXPECT_TRUE(document->InsertText(0, u"abc", 3));
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 13u) << "and used before more is taken";
 }
 
 TEST(TextStore, TheTextIsAlwaysFollowedByANul) {
     TextDocument document(u"one\ntwo");
-    document->InsertText(3, u"xyz", 3);
+    EXPECT_TRUE(document->InsertText(3, u"xyz", 3));
     EXPECT_EQ(document->Content()[10], 0);
-    document->DeleteText({1, 9});
+    EXPECT_TRUE(document->DeleteText({1, 9}));
     EXPECT_EQ(document->Content()[2], 0);
     EXPECT_EQ(document.Store(), u"oo");
 }
@@ -173,8 +173,10 @@ TEST(TextStore, LookUpsStayRightAfterEditsBeforeInsideAndAfterCachedLines) {
     for (uint32_t position = 0; position <= 12; ++position) {
         TextDocument document(u"ab\ncd\nef\ngh\n");
         for (uint32_t line = 0; line < 5; ++line) document->LineToOffset(line);
-        document->InsertText(position, u"x\ny", 3);
-        if (position < 12) document->DeleteText({position + 3, position + 4});
+        EXPECT_TRUE(document->InsertText(position, u"x\ny", 3));
+        if (position < 12) {
+            EXPECT_TRUE(document->DeleteText({position + 3, position + 4}));
+        }
         const std::u16string text = document.Store();
         uint32_t start = 0;
         for (uint32_t line = 0; line < document->GetLineCount(); ++line) {
@@ -188,7 +190,7 @@ TEST(TextStore, LookUpsStayRightAfterEditsBeforeInsideAndAfterCachedLines) {
 TEST(TextStore, DeletingARangeThatContainsACachedLineStartRemovesThatEntry) {
     TextDocument document(u"ab\ncd\nef\ngh\n");
     for (uint32_t line : {0u, 1u, 2u, 3u}) document->LineToOffset(line);
-    document->DeleteText({4, 7}); // "d\ne": holds the start of line 2
+    EXPECT_TRUE(document->DeleteText({4, 7})); // "d\ne": holds the start of line 2
     EXPECT_EQ(CachedLines(*document), (Lines{2, 1, 0}));
     EXPECT_EQ(document->LineToOffset(2), 6u);
 }

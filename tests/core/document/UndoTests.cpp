@@ -44,22 +44,22 @@ struct NoMemory {
 TEST_F(UndoTest, AnInsertionIsTakenBackAndDoneAgain) {
     Start(u"one\ntwo");
     Insert(3, u"X\nY");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"one\ntwo");
     EXPECT_EQ(document->GetLineCount(), 2u);
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"oneX\nY\ntwo");
     EXPECT_EQ(document->GetLineCount(), 3u);
 }
 
 TEST_F(UndoTest, ADeletionIsTakenBackAndDoneAgain) {
     Start(u"one\ntwo");
-    document->DeleteText({2, 5});
+    EXPECT_TRUE(document->DeleteText({2, 5}));
     EXPECT_EQ(document.Store(), u"onwo");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"one\ntwo");
     EXPECT_EQ(document->GetLineCount(), 2u);
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"onwo");
 }
 
@@ -80,7 +80,7 @@ TEST_F(UndoTest, TheFrameIsNotifiedOnceForEveryStep) {
     Insert(1, u"y");
     EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(view->documentChanges, 2) << "performing is reported for each record";
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(view->documentChanges, 3);
 }
 
@@ -88,14 +88,14 @@ TEST_F(UndoTest, AGroupIsOneStep) {
     Start(u"abc");
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"x");
-    document->DeleteText({1, 2});
+    EXPECT_TRUE(document->DeleteText({1, 2}));
     EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"abc");
     EXPECT_EQ(document.UndoStates(), (States{}));
     EXPECT_EQ(document.RedoStates(), (States{0, 2, 2, 1}));
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"xbc");
     EXPECT_EQ(document.UndoStates(), (States{1, 2, 2, 0}));
 }
@@ -111,13 +111,13 @@ TEST_F(UndoTest, GroupsNest) {
     Insert(0, u"3");
     EXPECT_TRUE(document->EndGroup());
     Insert(0, u"4");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"3210");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"0");
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"3210");
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"43210");
 }
 
@@ -126,9 +126,9 @@ TEST_F(UndoTest, AnEmptyGroupIsAStep) {
     Insert(0, u"x");
     EXPECT_TRUE(document->BeginGroup());
     EXPECT_TRUE(document->EndGroup());
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"xa");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"a");
 }
 
@@ -141,22 +141,22 @@ TEST_F(UndoTest, WhatWasDoneAfterAMomentIsJoinedToOneStep) {
     Type(u"cd"); // would go on with the word before
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"x\n");
-    document->DeleteText({0, 1});
+    EXPECT_TRUE(document->DeleteText({0, 1}));
     EXPECT_TRUE(document->EndGroup());
     Type(u"ef");
     document->JoinSteps(moment);
     Type(u"g");
     EXPECT_EQ(document.Text(), u"efg\nabcdone\n");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"ef\nabcdone\n");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"abone\n");
     EXPECT_EQ(view->CaretColumn(), 2u);
     EXPECT_TRUE(document->IsModified());
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Text(), u"ef\nabcdone\n");
-    document->Undo();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"one\n");
     EXPECT_FALSE(document->IsModified());
 }
@@ -164,7 +164,7 @@ TEST_F(UndoTest, WhatWasDoneAfterAMomentIsJoinedToOneStep) {
 TEST_F(UndoTest, ATypedCharacterEmptiesTheRedoListButAMarkerDoesNot) {
     Start(u"");
     Type(u"ab ");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_TRUE(document->BeginGroup());
     EXPECT_TRUE(document->CanDo(DocumentCommand::Redo));
     EXPECT_TRUE(document->EndGroup());
@@ -178,7 +178,7 @@ TEST_F(UndoTest, TypingOnAfterAPendingUndoEmptiesTheRedoListToo) {
     Type(u"  ab");
     {
         NoMemory noMemory;
-        document->Undo();
+        EXPECT_TRUE(document->Undo());
         Type(u" "); // goes on with the step before
     }
     EXPECT_EQ(document.UndoStates(), (States{3}));
@@ -198,7 +198,7 @@ TEST_F(UndoTest, EveryRecordTakesTheNextSerial) {
 
 TEST_F(UndoTest, ARecordHoldsItsTextItsPlaceAndItsLines) {
     Start(u"one\ntwo\nthree");
-    document->DeleteText({2, 9});
+    EXPECT_TRUE(document->DeleteText({2, 9}));
     auto* record = static_cast<const TextEdit*>(TextBufferProbe::UndoHead(*document));
     EXPECT_EQ(record->state, UndoRecord::State::InStore);
     EXPECT_EQ(&record->target.content, &*document);
@@ -214,21 +214,21 @@ TEST_F(UndoTest, ARecordHoldsItsTextItsPlaceAndItsLines) {
 TEST_F(UndoTest, TypedTextIsWrittenBackBeforeItIsUndone) {
     Start(u"one\n");
     Type(u"ab");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"one\n");
     EXPECT_EQ(document.RedoStates(), (States{2}));
     EXPECT_EQ(view->CaretColumn(), 0u);
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"abone\n");
     EXPECT_EQ(view->CaretColumn(), 2u) << "an empty selection after the inserted text";
 }
 
 TEST_F(UndoTest, OvertypedTextComesBackAndGoesAgain) {
     Start(u"abc\n");
-    document->TypeChar(view, u'x', 1, true, true);
-    document->Undo();
+    EXPECT_TRUE(document->TypeChar(view, u'x', 1, true, true));
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"abc\n");
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"axc\n");
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 5u) << "overtyping takes no more room";
 }
@@ -238,7 +238,7 @@ TEST_F(UndoTest, TypedTextUndoneAfterTheCaretLeftTheLineChangesTheStore) {
     Type(u"ab");
     view->PutCaret(1, 0);
     EXPECT_EQ(document.Store(), u"abone\ntwo\n");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"one\ntwo\n");
 }
 
@@ -264,23 +264,23 @@ TEST_F(UndoTest, APendingWordIsUndoneInTheEditLineWithoutTouchingTheStore) {
     EXPECT_TRUE(document->CommitEdit());
     EXPECT_EQ(document.UndoStates(), (States{2, 2}));
     EXPECT_EQ(document.RedoStates(), (States{2})) << "the redo list is written back as well";
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"ab cdone\n");
 }
 
 TEST_F(UndoTest, APendingOvertypedCharacterAndAPendingDeletionAreUndoneInTheEditLine) {
     Start(u"abcd");
     Type(u"123");
-    document->TypeChar(view, u'x', 4, true, true);
+    EXPECT_TRUE(document->TypeChar(view, u'x', 4, true, true));
     ASSERT_TRUE(document->DeleteInEditLine(view, {5, 7}));
     EXPECT_EQ(document.Text(), u"123ax");
     NoMemory noMemory;
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"123axcd");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Text(), u"123abcd");
-    document->Redo();
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Text(), u"123ax");
     EXPECT_EQ(document.Store(), u"abcd");
 }
@@ -304,14 +304,14 @@ TEST_F(UndoTest, ADocumentIsModifiedUntilItIsBackAtTheSavedRecord) {
     EXPECT_FALSE(document->IsModified());
     Insert(0, u"a");
     EXPECT_TRUE(document->IsModified());
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_FALSE(document->IsModified());
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     TextBufferProbe::MarkSaved(*document);
     EXPECT_FALSE(document->IsModified());
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_TRUE(document->IsModified());
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_FALSE(document->IsModified());
 }
 
@@ -319,7 +319,7 @@ TEST_F(UndoTest, ANewRecordInPlaceOfTheSavedOneIsAModification) {
     Start(u"");
     Insert(0, u"a");
     TextBufferProbe::MarkSaved(*document);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     Insert(0, u"b"); // frees the saved record; the new one may get its address
     EXPECT_TRUE(document->IsModified());
 }
@@ -331,31 +331,31 @@ TEST_F(UndoTest, BookmarksFollowAnInsertionItsUndoAndRedo) {
     for (uint32_t line : {1u, 3u}) document->ToggleBookmark(line);
     Insert(3, u"x\ny\n"); // at the end of line 1
     EXPECT_EQ(document.MarkedLines(), (Lines{1, 5}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.MarkedLines(), (Lines{1, 3}));
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.MarkedLines(), (Lines{1, 5}));
 }
 
 TEST_F(UndoTest, UndoingTheDeletionOfThreeLinesAboveABookmarkMovesItDownAndRedoBack) {
     Start(u"0\n1\n2\n3\n4\n5\n");
     document->ToggleBookmark(5);
-    document->DeleteText({2, 8}); // lines 1 to 3
+    EXPECT_TRUE(document->DeleteText({2, 8})); // lines 1 to 3
     EXPECT_EQ(document.MarkedLines(), (Lines{2}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.MarkedLines(), (Lines{5}));
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.MarkedLines(), (Lines{2}));
 }
 
 TEST_F(UndoTest, ABookmarkOnADeletedLineIsRemoved) {
     Start(u"0\n1\n2\n3\n4\n");
-    document->DeleteText({2, 6});
-    document->Undo();
+    EXPECT_TRUE(document->DeleteText({2, 6}));
+    EXPECT_TRUE(document->Undo());
     for (uint32_t line : {1u, 2u, 3u, 4u}) document->ToggleBookmark(line);
-    document->Redo(); // lines 2 and 3 are joined onto line 1, which stays
+    EXPECT_TRUE(document->Redo()); // lines 2 and 3 are joined onto line 1, which stays
     EXPECT_EQ(document.MarkedLines(), (Lines{1, 2}));
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.MarkedLines(), (Lines{1, 4})) << "what the redo removed stays away";
 }
 
@@ -363,7 +363,7 @@ TEST_F(UndoTest, AnEditWithinALineLeavesTheBookmarks) {
     Start(u"0\n1\n");
     document->ToggleBookmark(1);
     Insert(0, u"abc");
-    document->DeleteText({0, 2});
+    EXPECT_TRUE(document->DeleteText({0, 2}));
     EXPECT_EQ(document.MarkedLines(), (Lines{1}));
 }
 
@@ -378,9 +378,9 @@ TEST_F(UndoTest, AGroupWhoseRecordsAreForgottenCanBeAbandoned) {
     EXPECT_EQ(document.Store(), u"");
     EXPECT_FALSE(document->IsModified());
     Insert(0, u"y");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     document->AbandonGroup();
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Store(), u"y");
 }
 
@@ -391,7 +391,7 @@ TEST_F(UndoTest, AnAbandonedGroupLeavesNoTrace) {
     EXPECT_TRUE(document->BeginGroup());
     Insert(1, u"abc\n");
     EXPECT_TRUE(document->BeginGroup());
-    document->DeleteText({0, 3});
+    EXPECT_TRUE(document->DeleteText({0, 3}));
     EXPECT_TRUE(document->EndGroup());
     view->PutCaret(1, 0);
     Type(u"typed");
@@ -405,17 +405,17 @@ TEST_F(UndoTest, AnAbandonedGroupLeavesNoTrace) {
 TEST_F(UndoTest, AnAbandonedGroupBringsBackWhatCouldBeRedone) {
     Start(u"one\ntwo");
     Insert(0, u"x");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
     EXPECT_TRUE(document->BeginGroup());
-    document->DeleteText({0, 3});
+    EXPECT_TRUE(document->DeleteText({0, 3}));
     document->AbandonGroup();
     EXPECT_FALSE(document->CanDo(DocumentCommand::Redo)) << "the outer group's change is still there";
     document->AbandonGroup();
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(document.Text(), u"xone\ntwo");
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
     EXPECT_TRUE(document->EndGroup());
@@ -426,7 +426,7 @@ TEST_F(UndoTest, AGroupIsAbandonedWithoutMemory) {
     Start(u"one\ntwo");
     EXPECT_TRUE(document->BeginGroup());
     Insert(0, u"abc\n");
-    document->DeleteText({0, 6});
+    EXPECT_TRUE(document->DeleteText({0, 6}));
     Type(u"typed");
     {
         NoMemory noMemory;
@@ -456,17 +456,17 @@ TEST_F(UndoTest, AStepThatFindsNoRoomChangesNothing) {
 
 TEST_F(UndoTest, UndoTakesExactlyTheRoomItNeedsOnTheWay) {
     Start(u"0123456789");
-    document->DeleteText({0, 10});
+    EXPECT_TRUE(document->DeleteText({0, 10}));
     Insert(0, u"abc");
-    document->Undo();
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 11u);
     EXPECT_TRUE(document->BeginGroup());
-    document->DeleteText({0, 5});
+    EXPECT_TRUE(document->DeleteText({0, 5}));
     Insert(0, u"0123456789");
     EXPECT_TRUE(document->EndGroup());
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 16u);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(document.Store(), u"0123456789");
     EXPECT_EQ(TextBufferProbe::Capacity(*document), 16u);
 }

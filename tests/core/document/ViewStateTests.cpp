@@ -23,12 +23,12 @@ protected:
     // Both selection and top line as captured for what comes after, with the caret set first.
     const ViewState& Insert(Place before, uint32_t offset, const std::u16string& text) {
         Put(before);
-        document->InsertText(offset, text.data(), static_cast<uint32_t>(text.size()));
+        EXPECT_TRUE(document->InsertText(offset, text.data(), static_cast<uint32_t>(text.size())));
         return Captured();
     }
     const ViewState& Delete(Place before, uint32_t offset, uint32_t count) {
         Put(before);
-        document->DeleteText({offset, offset + count});
+        EXPECT_TRUE(document->DeleteText({offset, offset + count}));
         return Captured();
     }
     void Put(Place place) {
@@ -80,13 +80,13 @@ TEST_F(ViewStateTest, ATopLineBeforeTheChangeStays) { EXPECT_EQ(After(Insert({0,
 
 TEST_F(ViewStateTest, ATopLineInsideTheChangeBecomesTheLineOfItsStart) {
     EXPECT_EQ(After(Delete({0, 0, 2}, 6, 10)).topLine, 1u);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(After(Delete({0, 0, 1}, 5, 5)).topLine, 1u) << "starting exactly there";
 }
 
 TEST_F(ViewStateTest, ATopLineAfterTheChangeMovesWithTheLines) {
     EXPECT_EQ(After(Delete({0, 0, 3}, 2, 5)).topLine, 2u);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(After(Insert({0, 0, 3}, 2, u"\n\n")).topLine, 5u);
 }
 
@@ -100,10 +100,10 @@ TEST_F(ViewStateTest, PerformingPutsAnEmptySelectionAtTheChange) {
 TEST_F(ViewStateTest, UndoRestoresSelectionAndTopLineAndRedoAppliesThemAgain) {
     Insert({3, 12, 2}, 7, u"x\nz");
     Put({0, 0, 0});
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(PlaceOf(view), (Place{3, 12, 2}));
     Put({0, 0, 0});
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(PlaceOf(view), (Place{10, 10, 3}));
 }
 
@@ -120,7 +120,7 @@ TEST_F(ViewStateTest, EveryViewIsCapturedInTheirOrder) {
     EXPECT_EQ(state.next->next->view, third);
     EXPECT_EQ(state.next->next->next, nullptr);
     EXPECT_EQ(PlaceOf(third), (Place{7, 7, 0})) << "every view gets the empty selection";
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(PlaceOf(second), (Place{2, 4, 0}));
     EXPECT_EQ(PlaceOf(third), (Place{11, 8, 0}));
 }
@@ -129,8 +129,8 @@ TEST_F(ViewStateTest, AViewThatHasGoneIsPassedOver) {
     FakeView* second = FakeView::Create(*document);
     Insert({1, 1, 0}, 6, u"x");
     second->Destroy();
-    document->Undo();
-    document->Redo();
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(PlaceOf(view), (Place{7, 7, 0}));
 }
 
@@ -138,14 +138,14 @@ TEST_F(ViewStateTest, AViewMadeLaterKeepsItsOffsetsWithinTheText) {
     Insert({1, 1, 0}, 20, u"more text");
     FakeView* second = FakeView::Create(*document);
     second->SelectRange(2, 25);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(PlaceOf(second), (Place{2, 20, 0}));
     EXPECT_EQ(second->CaretLine(), 4u);
     EXPECT_EQ(second->CaretColumn(), 0u);
     second->SelectRange(12, 12);
-    document->DeleteText({0, 5});
-    document->Undo();
-    document->Redo();
+    EXPECT_TRUE(document->DeleteText({0, 5}));
+    EXPECT_TRUE(document->Undo());
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(second->CaretLine(), 0u) << "captured by the new record";
 }
 
@@ -154,9 +154,9 @@ TEST_F(ViewStateTest, EveryStepRepaintsAllViewsWithAWindow) {
     view->ForgetCalls();
     Insert({1, 1, 0}, 6, u"x");
     EXPECT_EQ(view->invalidations, 1);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(view->invalidations, 2);
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(view->invalidations, 3);
     EXPECT_EQ(hidden->invalidations, 0);
     EXPECT_GT(hidden->lineCountChanges, 0) << "every view is notified of the line count";
@@ -165,11 +165,11 @@ TEST_F(ViewStateTest, EveryStepRepaintsAllViewsWithAWindow) {
 TEST_F(ViewStateTest, ALineEditAppliesItsStatesOnceWrittenBack) {
     view->Activate();
     view->PutCaret(0, 2);
-    document->TypeChar(view, u'x', 2, true, false);
-    document->TypeChar(view, u'y', 3, true, false);
+    EXPECT_TRUE(document->TypeChar(view, u'x', 2, true, false));
+    EXPECT_TRUE(document->TypeChar(view, u'y', 3, true, false));
     EXPECT_EQ(view->CaretColumn(), 4u);
-    document->Undo();
+    EXPECT_TRUE(document->Undo());
     EXPECT_EQ(PlaceOf(view), (Place{2, 2, 0}));
-    document->Redo();
+    EXPECT_TRUE(document->Redo());
     EXPECT_EQ(PlaceOf(view), (Place{4, 4, 0}));
 }

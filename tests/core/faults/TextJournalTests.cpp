@@ -249,16 +249,16 @@ protected:
             Insert(document, at, RandomText(random.OneIn(50) ? 5000 : 20));
             break;
         case 1:
-            buffer.DeleteText({at, at + random.Below(random.OneIn(10) ? 3000 : 15)});
+            static_cast<void>(buffer.DeleteText({at, at + random.Below(random.OneIn(10) ? 3000 : 15)}));
             break;
         case 2:
             static_cast<void>(buffer.LoadEditLine(random.Below(buffer.GetLineCount())));
             break;
         case 3:
-            buffer.NewLine(nullptr, random.Below(10));
+            static_cast<void>(buffer.NewLine(nullptr, random.Below(10)));
             break;
         case 4:
-            buffer.DeleteInEditLine(nullptr, {random.Below(10), 1 + random.Below(12)});
+            static_cast<void>(buffer.DeleteInEditLine(nullptr, {random.Below(10), 1 + random.Below(12)}));
             break;
         case 5:
             Replace(buffer);
@@ -270,13 +270,14 @@ protected:
             Group(document);
             break;
         case 10:
-            buffer.Undo();
+            static_cast<void>(buffer.Undo());
             break;
         case 11:
-            buffer.Redo();
+            static_cast<void>(buffer.Redo());
             break;
         default:
-            buffer.TypeChar(nullptr, random.Pick(Letters), random.Below(20), random.OneIn(2), random.OneIn(4));
+            static_cast<void>(
+                buffer.TypeChar(nullptr, random.Pick(Letters), random.Below(20), random.OneIn(2), random.OneIn(4)));
         }
     }
     void Replace(TextBuffer& buffer) {

@@ -80,7 +80,7 @@ TEST_F(AccessibleTextTest, EveryEditChangesTheState) {
     Type(u"y");
     EXPECT_GT(Accessible().State().edits, before.edits);
     before = Accessible().State();
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_GT(Accessible().State().edits, before.edits);
 }
 

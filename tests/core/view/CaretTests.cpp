@@ -311,7 +311,7 @@ TEST_F(CaretTest, MarksGoWhenTheTextChangesWithoutTheFocus) {
     ShowBraces(u"x\n()", 1, 0);
     surface().focus = false;
     surface().ForgetCalls();
-    buffer().InsertText(0, u"yy\n", 3);
+    EXPECT_TRUE(buffer().InsertText(0, u"yy\n", 3));
     EXPECT_EQ(Match(), NoMatch);
 }
 

@@ -105,7 +105,7 @@ TEST_F(ClipboardTest, PasteNormalisesLineEnds) { EXPECT_EQ(AfterPaste(u"|", u"a\
 TEST_F(ClipboardTest, PasteReplacesTheSelectionInOneStep) {
     EXPECT_EQ(AfterPaste(u"a^bc|d", u"x"), "ax|d");
     EXPECT_EQ(document->UndoSteps(), 1u);
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Marked(), "a^bc|d");
 }
 

@@ -17,9 +17,9 @@ protected:
     // A selection over lines, with something to undo, to redo, to paste and to look for.
     void Select() {
         Fill(Original, u"c");
-        buffer().InsertText(4, u"more ", 5);
-        buffer().InsertText(0, u"x\n", 2);
-        buffer().Undo();
+        EXPECT_TRUE(buffer().InsertText(4, u"more ", 5));
+        EXPECT_TRUE(buffer().InsertText(0, u"x\n", 2));
+        EXPECT_TRUE(buffer().Undo());
         view().SelectRange({7, 25});
         PrepareState();
     }

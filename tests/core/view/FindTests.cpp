@@ -186,8 +186,8 @@ TEST_F(FindTest, WithoutMemoryASelectionIsNotHalfReplaced) {
         {
             FailurePause pause;
             Show(u"a^bc|d");
-            (*document)->InsertText(0, u"x", 1);
-            (*document)->Undo();
+            EXPECT_TRUE((*document)->InsertText(0, u"x", 1));
+            EXPECT_TRUE((*document)->Undo());
         }
         const bool done = EditorFind::ReplaceSelection(view(), u"longer", 6);
         FailurePause pause;

@@ -31,10 +31,10 @@ TEST_F(HeldRangeTest, StaysOnItsCharacters) {
     EXPECT_EQ(Now(*two), (TextRange{8, 11}));
     ASSERT_TRUE(buffer().DeleteText({0, 6}));
     EXPECT_EQ(Now(*two), (TextRange{2, 5}));
-    buffer().Undo();
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Now(*two), (TextRange{4, 7}));
-    buffer().Redo();
+    EXPECT_TRUE(buffer().Redo());
     EXPECT_EQ(Now(*two), (TextRange{8, 11}));
 }
 
@@ -131,10 +131,10 @@ TEST_F(HeldRangeTest, RandomEditsElsewhereLeaveItOnItsCharacter) {
                 if (place != kept + 1) Press(ViewKey::Backspace);
                 break;
             case 2:
-                buffer().Undo();
+                EXPECT_TRUE(buffer().Undo());
                 break;
             case 3:
-                buffer().Redo();
+                EXPECT_TRUE(buffer().Redo());
                 break;
             case 4: {
                 const size_t end = place <= kept ? kept : before.size();

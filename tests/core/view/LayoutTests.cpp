@@ -62,7 +62,7 @@ TEST_F(LayoutTest, ANewDigitRepaintsTheWholeView) {
     settings.ShowLineNumbers = settings.VarWidthLineNumbers = 1;
     Fill(Lines(9));
     surface().ForgetCalls();
-    buffer().InsertText(0, u"\n", 1);
+    EXPECT_TRUE(buffer().InsertText(0, u"\n", 1));
     EXPECT_EQ(view().Viewport().LineNumberDigits(), 3u);
     EXPECT_GE(surface().allInvalidations, 1);
 }

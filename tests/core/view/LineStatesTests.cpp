@@ -121,9 +121,9 @@ TEST_F(LineStatesTest, AnEditAboveTheTopLineIsSeenBelowIt) {
     Fill(text, u"cpp");
     view().SetTopLine(30);
     EXPECT_EQ(view().StateAt(30), 0u);
-    buffer().InsertText(0, u"/*", 2);
+    EXPECT_TRUE(buffer().InsertText(0, u"/*", 2));
     EXPECT_EQ(view().StateAt(30), 1u);
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(view().StateAt(30), 0u);
 }
 

@@ -161,12 +161,12 @@ TEST_F(MeasuredLineTest, CaretAndPictureStayRightWhileALongLineIsEdited) {
             Press(ViewKey::Delete);
             break;
         case 3:
-            buffer().InsertText(random.Below(buffer().Length()), random.OneIn(4) ? u"i\t" : u"ib", 2);
+            EXPECT_TRUE(buffer().InsertText(random.Below(buffer().Length()), random.OneIn(4) ? u"i\t" : u"ib", 2));
             atEnd();
             break;
         case 4: {
             const uint32_t offset = random.Below(buffer().Length() - 10);
-            buffer().DeleteText({offset, offset + random.Below(5)});
+            EXPECT_TRUE(buffer().DeleteText({offset, offset + random.Below(5)}));
             atEnd();
             break;
         }

@@ -69,7 +69,7 @@ struct Stage {
 ::testing::AssertionResult AgreeThroughUndo(Stage& one, Stage& other) {
     for (int again = 0; again < 4; ++again) {
         const bool undo = again % 2 == 0;
-        for (Stage* stage : {&one, &other}) undo ? stage->document->Undo() : stage->document->Redo();
+        for (Stage* stage : {&one, &other}) EXPECT_TRUE(undo ? stage->document->Undo() : stage->document->Redo());
         const Seen seen = one.Look();
         const Seen otherSeen = other.Look();
         if (seen == otherSeen) continue;
@@ -158,19 +158,19 @@ TEST_F(ReplaceAllTest, AWholeWordIsJudgedByTheTextReplacedBeforeIt) {
 TEST_F(ReplaceAllTest, ItIsOneStepBothWays) {
     After(u"o|ne two one", u"one", u"three");
     EXPECT_EQ(document->UndoSteps(), 1u);
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Marked(), "o|ne two one");
-    buffer().Redo();
+    EXPECT_TRUE(buffer().Redo());
     EXPECT_EQ(Marked(), "three two three|");
-    buffer().Undo();
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Marked(), "o|ne two one");
 }
 
 TEST_F(ReplaceAllTest, UndoBringsBackTheLettersThatStoodThere) {
     After(u"|Ab aB ab", u"ab", u"x");
     EXPECT_EQ(Plain(Text()), "x x x");
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Plain(Text()), "Ab aB ab");
 }
 
@@ -229,8 +229,8 @@ TEST_F(ReplaceAllTest, AnUndoWithoutMemoryLeavesTheReplacedText) {
         {
             FailurePause pause;
             After(u"|longer longer", u"longer", u"x");
-            buffer().InsertText(0, u"-", 1);
-            buffer().Undo();
+            EXPECT_TRUE(buffer().InsertText(0, u"-", 1));
+            EXPECT_TRUE(buffer().Undo());
         }
         const bool done = buffer().Undo();
         FailurePause pause;

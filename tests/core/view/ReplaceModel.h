@@ -31,8 +31,8 @@ inline uint32_t ReplaceAll(TextEditor& view, const std::u16string& pattern, cons
         const uint32_t found = hit.offset;
         if (hit.wrapped || (inSelection && found + n > end)) break;
         ++count;
-        document.DeleteText({found, found + n});
-        document.InsertText(found, replacement.data(), r);
+        static_cast<void>(document.DeleteText({found, found + n}));
+        static_cast<void>(document.InsertText(found, replacement.data(), r));
         at = found + r;
         end = end + r - n;
     }
@@ -64,11 +64,11 @@ inline void Indent(TextEditor& view, bool unindent, uint32_t size, bool spaces) 
             while (removed < text.size() && removed < size && IsBlank(text[removed])) {
                 if (text[removed++] == u'\t') break;
             }
-            if (removed) document.DeleteText({at, at + removed});
+            if (removed) static_cast<void>(document.DeleteText({at, at + removed}));
             end -= removed;
             changed = changed || removed > 0;
         } else if (text.find_first_not_of(u" \t") != text.npos) {
-            document.InsertText(at, unit.data(), static_cast<uint32_t>(unit.size()));
+            static_cast<void>(document.InsertText(at, unit.data(), static_cast<uint32_t>(unit.size())));
             end += static_cast<uint32_t>(unit.size());
             changed = true;
         }
@@ -86,16 +86,16 @@ inline void Paste(TextEditor& view, const std::u16string& text, bool wholeLine, 
     const bool grouped = view.Caret().SelectionStart() != view.Caret().SelectionEnd();
     if (grouped) {
         static_cast<void>(document.BeginGroup());
-        document.DeleteText(view.Caret().Selection().Range());
+        static_cast<void>(document.DeleteText(view.Caret().Selection().Range()));
     }
     const uint32_t caret = view.CaretOffset();
     if (wholeLine) {
-        document.InsertText(document.LineToOffset(view.CaretLine()), text.data(), length);
+        static_cast<void>(document.InsertText(document.LineToOffset(view.CaretLine()), text.data(), length));
         uint32_t lineStart = 0;
         const uint32_t line = document.OffsetToLine(caret + length, lineStart);
         view.MoveCaret({line, caret + length - lineStart}, false);
     } else {
-        document.InsertText(caret, text.data(), length);
+        static_cast<void>(document.InsertText(caret, text.data(), length));
         if (keepSelected && text.find(u'\n') != text.npos) view.SelectRange({caret, caret + length});
     }
     if (grouped) static_cast<void>(document.EndGroup());

@@ -50,7 +50,7 @@ TEST_F(ScrollingTest, TheBarsAreSetOnlyWhenAValueChanged) {
     Press(ViewKey::Down);
     Type(u"x");
     EXPECT_TRUE(surface().barsSet.empty());
-    buffer().InsertText(0, u"\n", 1);
+    EXPECT_TRUE(buffer().InsertText(0, u"\n", 1));
     EXPECT_EQ(surface().barsSet, std::vector<ScrollAxis>{ScrollAxis::Vertical});
 }
 

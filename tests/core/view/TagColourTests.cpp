@@ -126,7 +126,7 @@ TEST_F(TagColourTest, EditsBetweenPaintTheColoursFromTheTop) {
             view().SelectRange({at, random.OneIn(3) ? std::min(at + random.Below(30), buffer().Length()) : at});
             if (random.OneIn(2)) {
                 view().SelectRange({at, at});
-                buffer().InsertText(at, line.data(), static_cast<uint32_t>(line.size()));
+                EXPECT_TRUE(buffer().InsertText(at, line.data(), static_cast<uint32_t>(line.size())));
             } else {
                 Type(u"x" + line.substr(0, line.size() - 1)); // replaces the selection
             }

@@ -157,9 +157,9 @@ TEST_F(TypingTest, SpacesOfATabNeverOverwrite) {
 TEST_F(TypingTest, ATabIsAnUndoStepOfItsOwn) {
     Show(u"|");
     Type(u"\t-");
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Plain(Text()), "    ");
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Plain(Text()), "");
 }
 
@@ -183,9 +183,9 @@ TEST_F(TypingTest, TypingScrollsTheCaretIntoViewFirst) {
     Type(u"c");
     EXPECT_EQ(view().TopLine(), 0u);
     EXPECT_EQ(Plain(Text().substr(0, 4)), "abc\n");
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Plain(Text().substr(0, 3)), "ab\n"); // scrolling away had ended the step
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Plain(Text().substr(0, 1)), "\n");
 }
 
@@ -326,9 +326,9 @@ TEST_F(TypingTest, IndentingIsOneUndoStep) {
     Show(u"a^a\nb\nc|");
     Type(u"\t");
     EXPECT_EQ(document->UndoSteps(), 1u);
-    buffer().Undo();
+    EXPECT_TRUE(buffer().Undo());
     EXPECT_EQ(Marked(), "a^a\nb\nc|");
-    buffer().Redo();
+    EXPECT_TRUE(buffer().Redo());
     EXPECT_EQ(Plain(Text()), "    aa\n    b\nc");
 }
 
