@@ -6,7 +6,7 @@
 
 namespace {
 
-// What is gone costs nobody anything.
+// A file that was deleted meanwhile can be written without asking.
 bool HasChanged(const Char* path, const FileStamp& known) {
     FileStamp now;
     return ReadStamp(path, now) && now != known;

@@ -17,7 +17,7 @@ struct TestHooks {
     uint64_t unreadableTo = 0;
 };
 
-TestHooks hooks; // of the process: they stand for its system
+TestHooks hooks; // process-wide: replace system calls in tests
 
 } // namespace
 

@@ -22,7 +22,7 @@ bool ReadAll(Platform::File& file, void* out, size_t count) {
 bool MakeRecoveryFile(const Char* folder, const Char* extension, Platform::File& file, WString& path) {
     WString inside;
     if (!Platform::RecoveryFolder(folder, inside)) return false;
-    static uint32_t number = 0; // of the process, as are the files it makes
+    static uint32_t number = 0; // process-wide: every recovery file needs a name of its own
     const Platform::FileTime now = Platform::Now();
     for (int tries = 0; tries < 8 && !file.IsOpen(); ++tries, ++number) {
         WString name;

@@ -10,7 +10,7 @@ constexpr uint64_t SmallJournal = 0x1000000;
 // Milliseconds until a journal is tried again that could not be written.
 constexpr uint64_t RetryAfter = 30000;
 
-// Of the process: it starts, hurries and leaves the journals of all documents at once, also from a crash.
+// Process-wide: the program starts, hurries and leaves the journals of all documents at once, also from a crash.
 bool journalsAreKept = false;
 bool journalsAreLeft = false;
 bool journalsAreUrgent = false;

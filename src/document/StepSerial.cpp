@@ -2,7 +2,7 @@
 
 namespace {
 
-uint32_t latest = 0; // of the process: a step may be made of edits in several documents
+uint32_t latest = 0; // process-wide: one step may hold edits in several documents
 
 } // namespace
 

@@ -5,7 +5,7 @@
 
 #include <iterator>
 
-// Of the process, as is the record beside which they are read.
+// Process-wide, like the settings record, with which they are read.
 AdditionalSettings additionalSettings;
 
 namespace {

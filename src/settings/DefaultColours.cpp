@@ -4,7 +4,7 @@
 
 namespace {
 
-IniSection read; // of the process, as is the record that takes its defaults from it
+IniSection read; // process-wide, like the record that takes its defaults from it
 
 } // namespace
 

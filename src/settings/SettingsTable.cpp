@@ -1,6 +1,6 @@
 #include "settings/Settings.h"
 
-// Of the process: everything that draws, edits or runs something reads it.
+// Process-wide: everything that draws, edits or runs something reads it.
 SettingsRecord settings;
 
 namespace {

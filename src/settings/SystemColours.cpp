@@ -24,7 +24,7 @@ constexpr Role Roles[] = {
     {&SettingsRecord::GuideColor, &SystemColours::faint},
 };
 
-// The colours that were put into the live record, by row. Of the process, as that is.
+// The colours that were put into the live record, by row. Process-wide, like that record.
 struct Shown {
     bool any = false;
     Colour colours[SettingCount] = {};

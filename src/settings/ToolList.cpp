@@ -3,7 +3,7 @@
 #include "base/Text.h"
 #include "settings/IniFile.h"
 
-// Of the process, as are the settings, which are loaded and released with it.
+// Process-wide, like the settings, with which it is loaded and released.
 ToolList toolList;
 
 namespace {

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Of the process, as are the settings that they take their colours from. Oldest first.
+// Process-wide, like the settings that give their colours. Oldest first.
 List<EngineDefinition> definitions;
 
 struct ColourRow {

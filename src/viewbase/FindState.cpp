@@ -4,7 +4,7 @@
 
 #include <utility>
 
-// Of the process: every view and dialog goes on with the last search, whichever made it.
+// Process-wide: every view and dialog continues the last search, whichever made it.
 FindState findState;
 
 bool History::Add(const Char* text, uint32_t length) {

@@ -19,8 +19,7 @@ public:
     bool Continue(uint64_t done, uint64_t total) override;
 
 private:
-    // Of the process: it has one thread, and who asks (whether the frame may be left) knows nothing of the editors that
-    // search.
+    // Process-wide: the frame asks before it is left, and does not know which editor is searching.
     static inline uint32_t running = 0;
 
     EditorSurface& surface;

@@ -26,7 +26,7 @@ struct Prepared {
     WString told;    // what the user is told
     WString toldWithDump;
 };
-Prepared prepared; // of the process: the system calls the filter with nothing but the exception
+Prepared prepared; // process-wide: the system passes the filter only the exception
 LONG crashes = 0;  // the first one is reported
 
 // The thread that has crashed, and what happened to it.

@@ -12,7 +12,7 @@
 
 #include <initializer_list>
 
-// Of the process, which has one: for those whom the system calls with nothing of ours.
+// Process-wide, as there is one frame: for callbacks to which the system passes nothing of ours.
 MainFrame* mainFrame = nullptr;
 
 namespace {

@@ -6,7 +6,7 @@
 
 namespace {
 
-bool isThere = false; // of the process, which has one thread that uses OLE
+bool isThere = false; // process-wide: one thread uses OLE
 
 } // namespace
 

@@ -12,7 +12,7 @@ struct Variants {
     decltype(&SafeArrayCreateVector) createVector = nullptr;
 };
 
-// Of the process: each library is loaded once, when a client asks for the first time, and stays.
+// Process-wide: each library is loaded once, when a client first asks, and stays loaded.
 struct Libraries {
     Variants variants;
     AccessibleLibraries::Automation automation;

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The library and its functions, which are there once it is loaded: of the process, since any view may need it first.
+// The library and its functions, once it is loaded. Process-wide: any view may be the first to need it.
 struct Library {
     LoadedLibrary module;
     decltype(&ImmGetContext) getContext = nullptr;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The font as the views know it: one of the process, as that of DrawingObjects is.
+// The font as the views know it. Process-wide, like that of DrawingObjects.
 struct Measured {
     MemoryDc dc; // made when first needed
     ViewMetrics metrics;
