@@ -44,7 +44,7 @@ protected:
         CallCounter<0, decltype(CreateCompatibleBitmap)> buffers("CreateCompatibleBitmap");
         ASSERT_TRUE(buffers.IsImported());
         open();
-        EXPECT_EQ(main->Documents().Count(), static_cast<uint32_t>(FileCount));
+        EXPECT_EQ(main->Commands().Documents().Count(), static_cast<uint32_t>(FileCount));
         // One for the first pane, which must have its place before a caret can be scrolled into view, and one at
         // the end.
         EXPECT_LE(layouts, 2);
@@ -65,8 +65,8 @@ protected:
     }
 
     void ExpectKeysGoTo(uint32_t number) const {
-        const Document* const shown = main->Documents().At(number);
-        EXPECT_STREQ(Wide(main->ActiveDocumentName()), Wide(shown->GetName()));
+        const Document* const shown = main->Commands().Documents().At(number);
+        EXPECT_STREQ(Wide(main->Commands().ActiveDocumentName()), Wide(shown->GetName()));
         SendMessageW(FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr), WM_CHAR, 'x', 1);
         EXPECT_TRUE(shown->IsModified());
     }
@@ -104,20 +104,20 @@ TEST_F(FrameBatchTest, ADropOfAThousandFiles) {
 }
 
 TEST_F(FrameBatchTest, AWildcardWithAThousandMatches) {
-    ExpectOneLayout([&] { OpenFileArgument(*main, folder.Path("*.txt").c_str(), NoLine, true, false); });
+    ExpectOneLayout([&] { OpenFileArgument(main->Commands(), folder.Path("*.txt").c_str(), NoLine, true, false); });
 }
 
 TEST_F(FrameBatchTest, ASessionOfAThousandFiles) {
     std::string session = "sessionfile\r\n";
     for (const std::u16string& name : names) session += "e " + std::string(name.begin(), name.end()) + "\r\nl 1\r\n";
     folder.Write("session", session);
-    ExpectOneLayout([&] { RunScript(*main, folder.Path("session").c_str()); });
+    ExpectOneLayout([&] { RunScript(main->Commands(), folder.Path("session").c_str()); });
 }
 
 TEST_F(FrameBatchTest, ACommandLineOfAThousandFiles) {
     std::u16string line = u"orvane";
     for (const std::u16string& name : names) line += u" \"" + name + u"\"";
-    ExpectOneLayout([&] { EXPECT_TRUE(ParseCommandLine(*main, line.c_str())); });
+    ExpectOneLayout([&] { EXPECT_TRUE(ParseCommandLine(main->Commands(), line.c_str())); });
 }
 
 TEST_F(FrameBatchTest, AFileDialogsAnswerOfAThousandNames) {
@@ -126,7 +126,7 @@ TEST_F(FrameBatchTest, AFileDialogsAnswerOfAThousandNames) {
         const std::string name = std::to_string(1000 + i) + ".txt";
         result += std::u16string(name.begin(), name.end()) + u'\0';
     }
-    ExpectOneLayout([&] { OpenSelectedFiles(*main, result.c_str()); });
+    ExpectOneLayout([&] { OpenSelectedFiles(main->Commands(), result.c_str()); });
 }
 
 TEST_F(FrameBatchTest, AQuestionInTheMiddleIsAskedOverTheFilesSoFar) {
@@ -138,9 +138,9 @@ TEST_F(FrameBatchTest, AQuestionInTheMiddleIsAskedOverTheFilesSoFar) {
                              }));
     const std::u16string line =
         u"orvane \"" + names[0] + u"\" \"" + names[1] + u"\" \"" + folder.Path("missing") + u"\" \"" + names[2] + u"\"";
-    EXPECT_TRUE(ParseCommandLine(*main, line.c_str()));
-    EXPECT_EQ(main->Documents().Count(), 3u);
-    EXPECT_TRUE(main->Documents().At(1)->IsModified());
+    EXPECT_TRUE(ParseCommandLine(main->Commands(), line.c_str()));
+    EXPECT_EQ(main->Commands().Documents().Count(), 3u);
+    EXPECT_TRUE(main->Commands().Documents().At(1)->IsModified());
     ExpectKeysGoTo(2);
 }
 
@@ -151,13 +151,13 @@ TEST_F(FrameBatchTest, ALineOfAFileThatIsNotShownYetIsScrolledIntoView) {
     const std::string own(path.begin(), path.end());
     const std::string other(names[0].begin(), names[0].end());
     folder.Write("session", "e " + own + "\r\nl 400\r\nbm 390\r\ne " + other + "\r\n");
-    RunScript(*main, folder.Path("session").c_str());
+    RunScript(main->Commands(), folder.Path("session").c_str());
     Command(IDM_FIRST_DOCUMENT);
     const HWND pane = FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr);
     EXPECT_GT(GetScrollPos(pane, SB_VERT), 300);
     EXPECT_LE(GetScrollPos(pane, SB_VERT), 399);
     WString session;
-    ASSERT_TRUE(main->Documents().At(0)->GetSessionText(session));
+    ASSERT_TRUE(main->Commands().Documents().At(0)->GetSessionText(session));
     EXPECT_EQ(std::u16string(session.Text()), u"e " + path + u"\r\nl 400\r\nbm 390\r\n");
 }
 
@@ -172,9 +172,9 @@ TEST_F(FrameBatchTest, AScriptPlaysTheMacroInTheFileThatItHasJustOpened) {
     Command(IDM_RECORD_MACRO);
     const std::string name(names[0].begin(), names[0].end());
     folder.Write("script", "e " + name + "\r\nrepeat 3\r\n");
-    RunScript(*main, folder.Path("script").c_str());
-    Document* const opened = main->Documents().FindByName(names[0].c_str());
+    RunScript(main->Commands(), folder.Path("script").c_str());
+    Document* const opened = main->Commands().Documents().FindByName(names[0].c_str());
     ASSERT_NE(opened, nullptr);
-    ASSERT_TRUE(main->SaveDocument(*opened));
+    ASSERT_TRUE(main->Commands().SaveDocument(*opened));
     EXPECT_EQ(folder.Read("1000.txt"), "yyytext");
 }

@@ -40,8 +40,8 @@ protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
         DrawingObjects::RebuildForDpi(96); // whatever the screen of the test has
-        main->NewDocument();
-        text = static_cast<TextBuffer*>(main->Documents().At(0));
+        main->Commands().NewDocument();
+        text = static_cast<TextBuffer*>(main->Commands().Documents().At(0));
         ASSERT_NE(text, nullptr);
         view = static_cast<TextView*>(text->ActiveView()->AsView());
     }

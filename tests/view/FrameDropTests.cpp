@@ -67,7 +67,7 @@ TEST_F(FrameDropTest, WhatIsDroppedComesToTheFront) {
     EnableWindow(main->Window(), TRUE);
     Drop(path);
     EXPECT_EQ(broughtToFront, main->Window());
-    EXPECT_EQ(main->Documents().Count(), 1u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 1u);
 }
 
 TEST_F(FrameDropTest, TheCommandWindowHasAName) {

@@ -21,12 +21,12 @@ protected:
     // A text of this test's folder, alone in the frame.
     void ShowText(const std::string& bytes) {
         CloseAll();
-        ASSERT_TRUE(main->OpenText(folder.Write("text.txt", bytes).c_str(), NoLine, false));
-        text = static_cast<TextBuffer*>(main->Documents().At(0));
+        ASSERT_TRUE(main->Commands().OpenText(folder.Write("text.txt", bytes).c_str(), NoLine, false));
+        text = static_cast<TextBuffer*>(main->Commands().Documents().At(0));
     }
     void CloseAll() const {
-        while (main->Documents().Count()) {
-            Document* const shown = main->Documents().At(0);
+        while (main->Commands().Documents().Count()) {
+            Document* const shown = main->Commands().Documents().At(0);
             while (shown->IsModified()) shown->DoCommand(DocumentCommand::Undo);
             Command(IDM_CLOSE);
         }
@@ -43,14 +43,14 @@ TEST_F(FrameFailureTest, ACommandIsCarriedOutOrNot) {
     ShowText("1\n2\n3\n4\n");
     const uint64_t failures = FailEachAllocation([&] {
         std::optional<FailurePause> pause(std::in_place);
-        main->GoToLine(0);
+        main->Commands().GoToLine(0);
         if (IsWindowVisible(CommandLine())) Command(IDM_COMMAND_WINDOW);
         pause.reset();
         Command(IDM_COMMAND_WINDOW);
         SendMessageW(CommandLine(), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"line 3"));
         SendMessageW(CommandLine(), WM_KEYDOWN, VK_RETURN, 1);
         pause.emplace();
-        EXPECT_EQ(main->Documents().Count(), 1u);
+        EXPECT_EQ(main->Commands().Documents().Count(), 1u);
         EXPECT_FALSE(text->IsModified());
         EXPECT_TRUE(Line() == 0 || Line() == 2) << Line();
         return Line() == 2;
@@ -69,12 +69,12 @@ TEST_F(FrameFailureTest, QuickOpenOpensTheFileOrNothing) {
         pause.reset();
         Command(IDM_QUICK_OPEN);
         pause.emplace();
-        const uint32_t count = main->Documents().Count();
+        const uint32_t count = main->Commands().Documents().Count();
         EXPECT_TRUE(count == 1 || count == 2) << count;
         return count == 2;
     });
     EXPECT_GT(failures, 5u);
-    EXPECT_EQ(std::u16string(main->Documents().At(1)->GetName()), other);
+    EXPECT_EQ(std::u16string(main->Commands().Documents().At(1)->GetName()), other);
 }
 
 TEST_F(FrameFailureTest, TypingAndPaintingBytes) {

@@ -15,9 +15,9 @@ class FrameFocusTest : public OwnFrameTest {
 protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
-        main->NewDocument();
-        main->NewDocument();
-        ASSERT_EQ(main->Documents().Count(), 2u);
+        main->Commands().NewDocument();
+        main->Commands().NewDocument();
+        ASSERT_EQ(main->Commands().Documents().Count(), 2u);
         SetForegroundWindow(main->Window());
     }
     void TearDown() override {
@@ -25,7 +25,7 @@ protected:
         OwnFrameTest::TearDown();
     }
     HWND CommandLine() const { return FindWindowExW(main->Window(), nullptr, WC_EDITW, nullptr); }
-    Document* MostRecent() const { return main->Documents().MostRecent(); }
+    Document* MostRecent() const { return main->Commands().Documents().MostRecent(); }
 
     static void Hold(bool ctrl, bool alt = false) {
         BYTE states[256] = {};
@@ -51,15 +51,15 @@ TEST_F(FrameFocusTest, TheConsoleKeepsItInTheCommandWindow) {
     Command(IDM_COMMAND_WINDOW);
     ASSERT_EQ(GetFocus(), CommandLine());
     for (const Char* line : {u"one", u"opened", u"two"}) {
-        main->commands.console = true;
-        ExecuteCommandLine(*main, line);
+        main->Commands().commands.console = true;
+        ExecuteCommandLine(main->Commands(), line);
         EXPECT_EQ(GetFocus(), CommandLine()) << testing::PrintToString(std::u16string(line));
     }
     EXPECT_EQ(recorder.Calls().size(), 1u) << "the other is refused while the first one runs";
     // A tool that is run from a pane leaves it there.
     const HWND pane = FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr);
     SetFocus(pane);
-    ExecuteCommandLine(*main, u"opened");
+    ExecuteCommandLine(main->Commands(), u"opened");
     EXPECT_EQ(GetFocus(), pane);
 }
 
@@ -69,7 +69,7 @@ TEST_F(FrameFocusTest, TheConsoleKeepsItFromAToolOfTheMenuToo) {
     ASSERT_TRUE(tool->command.Assign(u"one"));
     tool->redirectOutput = 1;
     toolList.tools.Append(tool);
-    main->commands.console = true;
+    main->Commands().commands.console = true;
     Command(IDM_COMMAND_WINDOW);
     ASSERT_EQ(GetFocus(), CommandLine());
     Command(IDM_FIRST_TOOL);
@@ -83,10 +83,10 @@ TEST_F(FrameFocusTest, AFileThatIsEditedGetsItFromTheConsoleAlsoWhenItsPaneIsThe
     const std::u16string shown = u"edit " + folder.Write("shown.txt", "text");
     const std::u16string other = u"edit " + folder.Write("other.txt", "text");
     for (const std::u16string& line : {shown, other, shown, shown}) {
-        main->commands.console = true;
+        main->Commands().commands.console = true;
         Command(IDM_COMMAND_WINDOW);
         ASSERT_EQ(GetFocus(), CommandLine());
-        ExecuteCommandLine(*main, line.c_str());
+        ExecuteCommandLine(main->Commands(), line.c_str());
         EXPECT_EQ(GetFocus(), FindWindowExW(main->Window(), nullptr, L"OrvaneVWnd", nullptr)) << line.size();
         EXPECT_TRUE(IsWindowVisible(CommandLine()));
         Command(IDM_COMMAND_WINDOW);

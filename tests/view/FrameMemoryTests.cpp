@@ -11,8 +11,8 @@ using FrameMemoryTest = OwnFrameTest;
 TEST_F(FrameMemoryTest, OutputThatNothingCanReplaceInItsPaneStaysOpen) {
     ScratchFolder folder;
     for (const char* name : {"a.txt", "b.txt"})
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Write(name, "text").c_str(), NoLine, false, false));
-    main->MarkActiveAsOutput();
+        ASSERT_TRUE(OpenFileArgument(main->Commands(), folder.Write(name, "text").c_str(), NoLine, false, false));
+    main->Commands().MarkActiveAsOutput();
     Command(IDM_SPLIT_VERTICALLY);
     Command(IDM_FIRST_DOCUMENT);
     // One pane shows the file now and the other the output, in whose place the file needs another view.
@@ -22,7 +22,7 @@ TEST_F(FrameMemoryTest, OutputThatNothingCanReplaceInItsPaneStaysOpen) {
     Command(IDM_CLOSE_OUTPUT_WINDOWS);
     Heap::SetFailureHook(nullptr);
     EXPECT_GT(failures, 0);
-    EXPECT_EQ(main->Documents().Count(), 2u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 2u);
     Command(IDM_CLOSE_OUTPUT_WINDOWS);
-    EXPECT_EQ(main->Documents().Count(), 1u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 1u);
 }

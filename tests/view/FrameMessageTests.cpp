@@ -12,7 +12,7 @@ protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
         questions = 0;
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Write("a.txt", "one").c_str(), NoLine, false, false));
+        ASSERT_TRUE(OpenFileArgument(main->Commands(), folder.Write("a.txt", "one").c_str(), NoLine, false, false));
         SetForegroundWindow(main->Window());
     }
 

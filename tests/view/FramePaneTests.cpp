@@ -11,11 +11,11 @@ protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
         SetForegroundWindow(main->Window());
-        main->NewDocument();
+        main->Commands().NewDocument();
         ASSERT_NE(Text(), nullptr);
     }
 
-    TextBuffer* Text() const { return static_cast<TextBuffer*>(main->Documents().At(0)); }
+    TextBuffer* Text() const { return static_cast<TextBuffer*>(main->Commands().Documents().At(0)); }
     // The editor in the pane that has the focus, or in the other one.
     TextEditor* EditorOf(bool focused) const {
         ViewNode* next = nullptr;
@@ -81,10 +81,10 @@ TEST_F(FramePaneTest, TypingAboveTheOtherPanesCaretMovesWhereThatTypes) {
 
 TEST_F(FramePaneTest, TypingAfterAnotherPaneWasRefilledIsOneUndoStep) {
     ASSERT_NO_FATAL_FAILURE(Fill());
-    main->NewDocument();
+    main->Commands().NewDocument();
     Command(IDM_SPLIT_VERTICALLY);
     Command(IDM_CLOSE); // both panes show the first document now
-    ASSERT_EQ(main->Documents().Count(), 1u);
+    ASSERT_EQ(main->Commands().Documents().Count(), 1u);
     ASSERT_TRUE(EditorOf(true) && EditorOf(false));
     ExpectTypingIsOneUndoStep();
 }
@@ -103,7 +103,7 @@ namespace {
 // The user chooses Cut from every context menu.
 class PaneMenuTest : public FramePaneTest {
 protected:
-    TextBuffer* OtherText() const { return static_cast<TextBuffer*>(main->Documents().At(1)); }
+    TextBuffer* OtherText() const { return static_cast<TextBuffer*>(main->Commands().Documents().At(1)); }
     static TextEditor* OnlyEditorOf(TextBuffer* text) {
         ViewNode* next = nullptr;
         auto* const editor = static_cast<TextEditor*>(text->EnumViews(next, next));
@@ -134,8 +134,8 @@ private:
 
 TEST_F(PaneMenuTest, WhatIsChosenIsForThePaneThatWasClicked) {
     Command(IDM_SPLIT_VERTICALLY);
-    main->NewDocument(); // takes one of the panes
-    ASSERT_EQ(main->Documents().Count(), 2u);
+    main->Commands().NewDocument(); // takes one of the panes
+    ASSERT_EQ(main->Commands().Documents().Count(), 2u);
     for (TextBuffer* const text : {Text(), OtherText()}) {
         ASSERT_TRUE(text->InsertText(0, u"one two", 7));
         TextEditor* const editor = OnlyEditorOf(text);

@@ -63,8 +63,8 @@ protected:
         return left.First() ? left.First()->name.Text() : u"(none)";
     }
     TextBuffer& Add(const Char* text) const {
-        main->NewDocument();
-        auto& added = static_cast<TextBuffer&>(*main->Documents().At(0));
+        main->Commands().NewDocument();
+        auto& added = static_cast<TextBuffer&>(*main->Commands().Documents().At(0));
         EXPECT_TRUE(added.InsertText(0, text, static_cast<uint32_t>(std::char_traits<Char>::length(text))));
         return added;
     }
@@ -90,7 +90,7 @@ TEST_F(FrameRecoveryTest, WhatHadNoJournalAfterTheOfferGetsOneByTheTimer) {
     }
     KeepJournals(true);
     main->OfferRecovery();
-    ASSERT_EQ(main->Documents().Count(), 1u);
+    ASSERT_EQ(main->Commands().Documents().Count(), 1u);
     EXPECT_EQ(Journals(), 1u);
     Platform::SetRecoveryFolder(goodFolder.c_str());
     clock += 60000;
@@ -102,9 +102,9 @@ TEST_F(FrameRecoveryTest, WhatHadNoJournalAfterTheOfferGetsOneByTheTimer) {
 
 TEST_F(FrameRecoveryTest, WhatIsUnsavedWhenTheSessionEndsIsLeftToTheNextStart) {
     Add(u"unsaved");
-    const std::u16string title = main->Documents().At(0)->GetTitle();
+    const std::u16string title = main->Commands().Documents().At(0)->GetTitle();
     SendMessageW(main->Window(), WM_ENDSESSION, TRUE, 0);
-    EXPECT_EQ(main->Documents().Count(), 0u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 0u);
     EXPECT_EQ(LeftName(), title);
 }
 

@@ -22,6 +22,6 @@ protected:
 } // namespace
 
 TEST_F(FrameSettingsTest, SetoptGivesTheMarkOfASpaceItsColour) {
-    ExecuteCommandLine(*main, u"setopt SpaceColor #ff0000");
+    ExecuteCommandLine(main->Commands(), u"setopt SpaceColor #ff0000");
     EXPECT_EQ(DotColour(), RGB(255, 0, 0));
 }

@@ -30,8 +30,8 @@ protected:
         ASSERT_TRUE(create.IsImported() && destroy.IsImported() && box.IsImported());
         reason.clear();
         boxes = 0;
-        main->NewDocument();
-        text = static_cast<TextBuffer*>(main->Documents().At(0));
+        main->Commands().NewDocument();
+        text = static_cast<TextBuffer*>(main->Commands().Documents().At(0));
         ASSERT_NE(text, nullptr);
     }
     LRESULT Send(UINT message, WPARAM wparam = 0) const { return SendMessageW(main->Window(), message, wparam, 0); }
@@ -66,7 +66,7 @@ TEST_F(FrameSignOutTest, UnsavedChangesAreAReasonAndNoQuestionUntilTheUserIsBack
     EXPECT_EQ(reason, L"");
     TakeMessages();
     EXPECT_EQ(boxes, 2);
-    EXPECT_EQ(main->Documents().Count(), 1u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 1u);
 }
 
 TEST_F(FrameSignOutTest, NothingClosesDuringALongOperation) {
@@ -81,11 +81,11 @@ TEST_F(FrameSignOutTest, NothingClosesDuringALongOperation) {
         Send(WM_USER); // leave now
         EXPECT_EQ(boxes, 0);
         ASSERT_TRUE(IsWindow(main->Window()));
-        EXPECT_EQ(main->Documents().Count(), 1u);
+        EXPECT_EQ(main->Commands().Documents().Count(), 1u);
     }
     TakeMessages();
     EXPECT_FALSE(IsWindow(main->Window()));
-    EXPECT_EQ(main->Documents().Count(), 0u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 0u);
 }
 
 } // namespace

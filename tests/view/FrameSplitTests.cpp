@@ -58,13 +58,13 @@ protected:
 
 TEST_F(FrameSplitTest, NoHalfIsTooNarrowForItsLineNumbersAndACharacter) {
     UseSettings(u"ShowLineNumbers=1\nMarginWidth=20");
-    main->NewDocument();
+    main->Commands().NewDocument();
     ExpectSplitsWithRoom(7 * Average() + 20);
 }
 
 TEST_F(FrameSplitTest, NoHalfIsTooNarrowForItsOffsetsAndACharacter) {
     UseSettings(u"MarginWidth=20");
-    ASSERT_TRUE(OpenBinaryArgument(*main, folder.Write("data.bin", std::string(100000, 'x')).c_str()));
+    ASSERT_TRUE(OpenBinaryArgument(main->Commands(), folder.Write("data.bin", std::string(100000, 'x')).c_str()));
     ExpectSplitsWithRoom(6 * Average() + 20); // 100000 is 186A0
 }
 

@@ -99,7 +99,7 @@ TEST_F(FrameToolTest, WhereTheInterpreterCannotRunNothingIsStartedAndThatIsRepor
         EXPECT_TRUE(messages[0].ends_with(std::wstring(directory.begin(), directory.end())));
     }
     EXPECT_TRUE(recorder.Calls().empty());
-    EXPECT_EQ(main->Documents().Count(), 0u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 0u);
 }
 
 TEST_F(FrameToolTest, ADetachedToolWithoutAFolderIsStartedInTheCurrentOne) {

@@ -144,7 +144,7 @@ TEST_F(HexSaveTest, AFileThatWasDeletedIsNotWritten) {
 
 TEST_F(HexSaveTest, SavingAllGoesOnAfterAFileThatFails) {
     const std::u16string other = folder.Write("other.txt", "text");
-    ASSERT_TRUE(OpenFileArgument(*main, other.c_str(), NoLine, false, false));
+    ASSERT_TRUE(OpenFileArgument(main->Commands(), other.c_str(), NoLine, false, false));
     Type(L"more ");
     {
         const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
@@ -179,7 +179,7 @@ TEST_F(HexFileTest, AFileThatMayNotEvenBeReadIsNotOpened) {
     const Replaced refused("CreateFileW", reinterpret_cast<void*>(Refuse));
     refusedAccess = GENERIC_READ | GENERIC_WRITE;
     const std::u16string secret = folder.Write("secret.bin", "x");
-    EXPECT_FALSE(OpenBinaryArgument(*main, secret.c_str()));
+    EXPECT_FALSE(OpenBinaryArgument(main->Commands(), secret.c_str()));
     EXPECT_EQ(messages, Messages{L"Failed opening file: " + std::wstring(secret.begin(), secret.end())});
-    EXPECT_EQ(main->Documents().Count(), 0u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 0u);
 }

@@ -22,8 +22,8 @@ protected:
     void Open(const std::string& bytes) {
         const std::u16string written = folder.Write("data.bin", bytes);
         path.assign(written.begin(), written.end());
-        ASSERT_TRUE(OpenBinaryArgument(*main, written.c_str()));
-        file = static_cast<BinaryDocument*>(main->Documents().At(0));
+        ASSERT_TRUE(OpenBinaryArgument(main->Commands(), written.c_str()));
+        file = static_cast<BinaryDocument*>(main->Commands().Documents().At(0));
         editor = Views().at(0);
     }
     // In the order in which they were made.

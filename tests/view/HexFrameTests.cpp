@@ -96,8 +96,8 @@ TEST_F(HexDialogsTest, AnInvalidHexPatternIsNotFound) {
 TEST_F(HexDialogsTest, OffsetsBeyondFourGigabytesAreShownAndTakenWhole) {
     folder.Write("data.bin", "");
     if (!ResizeSparsely(folder.File("data.bin"), (uint64_t{5} << 32) + 7)) GTEST_SKIP() << "no room for a sparse file";
-    ASSERT_TRUE(OpenBinaryArgument(*main, folder.Path("data.bin").c_str()));
-    file = static_cast<BinaryDocument*>(main->Documents().At(0));
+    ASSERT_TRUE(OpenBinaryArgument(main->Commands(), folder.Path("data.bin").c_str()));
+    file = static_cast<BinaryDocument*>(main->Commands().Documents().At(0));
     editor = Views().at(0);
     SetFocus(Panes().at(0));
     editor->SelectBytes({0x312345678, 0x4A0000000});
@@ -151,10 +151,10 @@ TEST_F(HexPanesTest, WhatWasTypedInAPaneThatIsClosedCanBeUndone) {
 }
 
 TEST_F(HexPanesTest, ADragEndsWhenItsPaneShowsAnotherFile) {
-    ASSERT_TRUE(OpenFileArgument(*main, folder.Write("a.txt", "a\nb\nc\nd").c_str(), NoLine, false, false));
+    ASSERT_TRUE(OpenFileArgument(main->Commands(), folder.Write("a.txt", "a\nb\nc\nd").c_str(), NoLine, false, false));
     const std::u16string name = folder.Write("data.bin", std::string(100, 'x'));
-    ASSERT_TRUE(OpenBinaryArgument(*main, name.c_str()));
-    file = static_cast<BinaryDocument*>(main->Documents().At(1));
+    ASSERT_TRUE(OpenBinaryArgument(main->Commands(), name.c_str()));
+    file = static_cast<BinaryDocument*>(main->Commands().Documents().At(1));
     editor = Views().at(0);
     const HWND pane = Panes().at(0);
     DragFrom(pane);
@@ -178,7 +178,7 @@ TEST_F(HexPanesTest, ADragEndsWithThePaneOrTheFileThatIsClosed) {
     EXPECT_EQ(editor->Caret(), 0u);
     DragFrom(Panes()[0]);
     Command(IDM_CLOSE);
-    EXPECT_EQ(main->Documents().Count(), 0u);
+    EXPECT_EQ(main->Commands().Documents().Count(), 0u);
     EXPECT_EQ(GetCapture(), nullptr);
 }
 
@@ -191,16 +191,16 @@ TEST_F(HexPanesTest, TheMenuOffersWhatBytesCanDo) {
     EXPECT_FALSE(IsEnabled(IDM_BOOKMARK));
     PutOnClipboard(u"words");
     EXPECT_FALSE(IsEnabled(IDM_PASTE));
-    main->NewDocument();
+    main->Commands().NewDocument();
     for (const UINT item : {IDM_PASTE, IDM_CUT, IDM_BOOKMARK, IDM_GOTO}) EXPECT_TRUE(IsEnabled(item)) << item;
 }
 
 TEST_F(HexPanesTest, InputMethodsAreOffWhereBytesAreShown) {
     const InputMethodLibrary library;
-    main->NewDocument();
+    main->Commands().NewDocument();
     const HWND pane = Panes().at(0);
     ASSERT_TRUE(library.TakesText(pane));
-    ASSERT_TRUE(OpenBinaryArgument(*main, folder.Write("data.bin", "0123456789").c_str()));
+    ASSERT_TRUE(OpenBinaryArgument(main->Commands(), folder.Write("data.bin", "0123456789").c_str()));
     EXPECT_FALSE(library.TakesText(pane));
     Command(IDM_NEXT_FILE);
     EXPECT_TRUE(library.TakesText(pane));

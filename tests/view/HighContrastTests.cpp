@@ -103,7 +103,7 @@ TEST_F(HighContrastTest, TheSystemsColoursComeAndGo) {
 
 TEST_F(HighContrastTest, ItHoldsFromTheStartAndAfterAReload) {
     isHighContrast = true;
-    ExecuteCommandLine(*main, u"reloadoptions");
+    ExecuteCommandLine(main->Commands(), u"reloadoptions");
     EXPECT_EQ(settings.TextFg, ForestText);
     ASSERT_TRUE(store.Load());
     EXPECT_EQ(settings.TextFg, ForestText);
@@ -112,28 +112,28 @@ TEST_F(HighContrastTest, ItHoldsFromTheStartAndAfterAReload) {
 TEST_F(HighContrastTest, ASetColourBringsTheUsersBack) {
     Switch(true);
     EXPECT_EQ(settings.TextBg, ForestBack);
-    ExecuteCommandLine(*main, u"setopt KeywordFg #123456");
+    ExecuteCommandLine(main->Commands(), u"setopt KeywordFg #123456");
     EXPECT_EQ(settings.KeywordFg, Rgb(0x12, 0x34, 0x56));
     EXPECT_EQ(settings.TextBg, Rgb(255, 255, 255));
 }
 
 TEST_F(HighContrastTest, TheTitleBarIsDarkWithTheBackground) {
     EXPECT_EQ(titleBars, Bars()); // as the system made it
-    ExecuteCommandLine(*main, u"setopt TextBg #1e1e2e");
+    ExecuteCommandLine(main->Commands(), u"setopt TextBg #1e1e2e");
     EXPECT_EQ(titleBars, (Bars{TRUE}));
-    ExecuteCommandLine(*main, u"setopt TextFg #ffffff");
+    ExecuteCommandLine(main->Commands(), u"setopt TextFg #ffffff");
     EXPECT_EQ(titleBars, (Bars{TRUE}));
     // In High Contrast it is the system's.
     Switch(true);
     EXPECT_EQ(titleBars, (Bars{TRUE, FALSE}));
     Switch(false);
-    ExecuteCommandLine(*main, u"setopt TextBg #ffffff");
+    ExecuteCommandLine(main->Commands(), u"setopt TextBg #ffffff");
     EXPECT_EQ(titleBars, (Bars{TRUE, FALSE, TRUE, FALSE}));
 }
 
 TEST_F(HighContrastTest, TheCommandWindowHasTheColoursOfTheText) {
-    ExecuteCommandLine(*main, u"setopt TextBg #102030");
-    ExecuteCommandLine(*main, u"setopt TextFg #f0e0d0");
+    ExecuteCommandLine(main->Commands(), u"setopt TextBg #102030");
+    ExecuteCommandLine(main->Commands(), u"setopt TextFg #f0e0d0");
     const Answer answer = AskForColours();
     EXPECT_EQ(answer.text, Rgb(0xf0, 0xe0, 0xd0));
     EXPECT_EQ(answer.back, Rgb(0x10, 0x20, 0x30));

@@ -13,8 +13,8 @@ protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(OwnFrameTest::SetUp());
         SetForegroundWindow(main->Window());
-        main->NewDocument();
-        main->NewDocument();
+        main->Commands().NewDocument();
+        main->Commands().NewDocument();
     }
     void BeforeFrame() override { on->MarkActivePane = 1; }
 
@@ -118,11 +118,11 @@ TEST_F(PaneMarkTest, TakesNoRoom) {
 
 TEST_F(PaneMarkTest, FollowsTheSetting) {
     Command(IDM_SPLIT_VERTICALLY);
-    ExecuteCommandLine(*main, u"setopt MarkActivePane 0");
+    ExecuteCommandLine(main->Commands(), u"setopt MarkActivePane 0");
     EXPECT_EQ(Marked(), std::vector<HWND>());
     Command(IDM_NEXT_PANE);
     EXPECT_EQ(Marked(), std::vector<HWND>());
-    ExecuteCommandLine(*main, u"setopt MarkActivePane 1");
+    ExecuteCommandLine(main->Commands(), u"setopt MarkActivePane 1");
     ExpectOnlyTheFocusMarked(2);
 }
 

@@ -264,10 +264,10 @@ std::string RandomActions::DragGap() {
 std::string RandomActions::WhileSuspended() {
     if (suspended) return "suspended already";
     suspended = true;
-    ForEachView(frame.Documents(), [](View& view) { view.SuspendRedraw(false); });
+    ForEachView(frame.Commands().Documents(), [](View& view) { view.SuspendRedraw(false); });
     std::string done = "suspended:";
     for (uint32_t count = 1 + random.Below(4); count; --count) done += " " + Next() + ",";
-    ForEachView(frame.Documents(), [](View& view) { view.SuspendRedraw(true); });
+    ForEachView(frame.Commands().Documents(), [](View& view) { view.SuspendRedraw(true); });
     suspended = false;
     return done + " resumed";
 }
@@ -278,7 +278,7 @@ std::string RandomActions::Choose(UINT command) {
 }
 
 std::string RandomActions::Execute(const std::u16string& line) {
-    ExecuteCommandLine(frame, line.c_str());
+    ExecuteCommandLine(frame.Commands(), line.c_str());
     return Plain(line);
 }
 
@@ -306,6 +306,6 @@ POINT RandomActions::PointIn(HWND window) {
 }
 
 TextBuffer* RandomActions::ActiveText() const {
-    Document* const document = frame.Documents().MostRecent();
+    Document* const document = frame.Commands().Documents().MostRecent();
     return document && !document->IsBinary() ? static_cast<TextBuffer*>(document) : nullptr;
 }

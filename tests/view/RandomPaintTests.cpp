@@ -56,8 +56,8 @@ protected:
     }
     void CloseEverything() const {
         for (size_t i = RandomActions::PanesOf(main->Window()).size(); i > 1; --i) Command(IDM_CLOSE_PANE);
-        for (uint32_t i = main->Documents().Count(); i > 0; --i) Command(IDM_CLOSE);
-        ASSERT_EQ(main->Documents().Count(), 0u);
+        for (uint32_t i = main->Commands().Documents().Count(); i > 0; --i) Command(IDM_CLOSE);
+        ASSERT_EQ(main->Commands().Documents().Count(), 0u);
     }
     // As the program is when it was started, with three files.
     void Begin() {
@@ -81,9 +81,9 @@ protected:
         std::string bytes;
         for (int i = 0; i < 1500; ++i) bytes += static_cast<char>(i * 7);
         folder.Write("data.bin", bytes);
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Path("b.html").c_str(), NoLine, false, false));
-        ASSERT_TRUE(OpenBinaryArgument(*main, folder.Path("data.bin").c_str()));
-        ASSERT_TRUE(OpenFileArgument(*main, folder.Path("a.cpp").c_str(), NoLine, false, false));
+        ASSERT_TRUE(OpenFileArgument(main->Commands(), folder.Path("b.html").c_str(), NoLine, false, false));
+        ASSERT_TRUE(OpenBinaryArgument(main->Commands(), folder.Path("data.bin").c_str()));
+        ASSERT_TRUE(OpenFileArgument(main->Commands(), folder.Path("a.cpp").c_str(), NoLine, false, false));
     }
 
     static void Repaint(HWND window) {
@@ -129,7 +129,7 @@ protected:
         RandomActions actions(*main, seed);
         std::string before;
         for (uint32_t step = 0; step < StepsPerSeed && GetTickCount64() < deadline; ++step) {
-            if (main->Documents().Count() < 3) {
+            if (main->Commands().Documents().Count() < 3) {
                 ASSERT_NO_FATAL_FAILURE(OpenFiles());
             }
             const std::string action = actions.Next();

@@ -37,7 +37,7 @@ bool StartFrame(MainFrame& frame, HINSTANCE instance) {
 void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store, HACCEL accelerators) {
     MainFrame* const frame = new MainFrame(store);
     if (!frame) return;
-    if (StartFrame(*frame, instance) && ParseCommandLine(*frame, commandLine)) {
+    if (StartFrame(*frame, instance) && ParseCommandLine(frame->Commands(), commandLine)) {
         frame->OfferRecovery();
         RunMessageLoop(*frame, store, accelerators);
     }

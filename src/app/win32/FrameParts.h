@@ -26,7 +26,7 @@
 #include "view/win32/TextView.h"
 
 // What the frame consists of, and who knows whom. Each part refers only to those before it and to the
-// interfaces that the frame itself implements.
+// interfaces of the frame that are passed in.
 struct FrameParts {
     FrameParts(CommandContext& commands, ViewHost& host, LeavingFrame& leavingFrame, SettingsStore& loaded)
         : context(commands), store(loaded), panes(host), commandWindow(commands, panes),

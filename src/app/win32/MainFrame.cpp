@@ -1,13 +1,12 @@
 #include "app/win32/MainFrame.h"
 
+#include "app/win32/FrameRequests.h"
 #include "app/win32/OpeningMenu.h"
 #include "app/win32/ToolMenu.h"
 #include "base/win32/ChildWindows.h"
-#include "document/DocumentJournal.h"
 #include "document/win32/WindowPollTimer.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
-#include "viewbase/LongOperation.h"
 #include "viewbase/win32/View.h"
 
 #include <initializer_list>
@@ -35,7 +34,7 @@ void AllowDrops(HWND frame) {
 
 } // namespace
 
-MainFrame::MainFrame(SettingsStore& store) : parts(*this, *this, *this, store) { mainFrame = this; }
+MainFrame::MainFrame(SettingsStore& store) : parts(commands, *this, leaving, store) { mainFrame = this; }
 
 MainFrame::~MainFrame() { mainFrame = nullptr; }
 
@@ -127,13 +126,13 @@ bool MainFrame::OnRequest(UINT message, WPARAM wparam) {
     case WM_ENDSESSION:
         parts.leaving.EndSession(wparam != 0);
         return true;
-    case QuitNowMessage:
+    case FrameRequests::QuitNow:
         parts.leaving.LeaveNow();
         return true;
-    case CheckFilesMessage:
+    case FrameRequests::CheckFiles:
         parts.leaving.CheckFiles();
         return true;
-    case AskUnsavedMessage:
+    case FrameRequests::AskUnsaved:
         parts.leaving.AskUnsaved();
         return true;
     case WM_TIMER:
@@ -180,13 +179,13 @@ bool MainFrame::OnCommand(WPARAM wparam, LPARAM lparam) {
         return true;
     }
     // Posted by another program, it would come while a dialog is open, too, or a long operation runs.
-    return HasOpenDialog() || IsInLongOperation() || menu.Execute(LOWORD(wparam));
+    return leaving.HasOpenDialog() || leaving.IsInLongOperation() || menu.Execute(LOWORD(wparam));
 }
 
 void MainFrame::OnApplicationActivated(bool active) {
     // Posted: a question may not be asked while the system is still activating the window.
     if (!active) return parts.display.AbandonSwitching();
-    PostCheckFiles();
+    leaving.PostCheckFiles();
     parts.leaving.UserIsBack();
 }
 
@@ -246,31 +245,18 @@ void MainFrame::FollowSystemFonts() {
 void MainFrame::OnDropFiles(HDROP drop) {
     const DroppedFiles files(drop);
     // While a dialog is open the frame takes nothing.
-    const UINT count = HasOpenDialog() ? 0 : DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+    const UINT count = leaving.HasOpenDialog() ? 0 : DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
     // The program that they came from has been in front.
     if (count > 0) SetForegroundWindow(parts.window);
-    BeginBatch();
+    commands.BeginBatch();
     WString path;
     for (UINT i = 0; i < count; ++i)
-        if (DroppedName(drop, i, path)) OpenText(path.Text(), NoLine, false);
-    EndBatch();
+        if (DroppedName(drop, i, path)) commands.OpenText(path.Text(), NoLine, false);
+    commands.EndBatch();
 }
 
 void MainFrame::OnMetricsChanged() {
     if (mainFrame) mainFrame->parts.settings.OnMetricsChanged();
-}
-
-// From here on nothing asks any more: documents and panes go before the window does.
-void MainFrame::Leave() {
-    parts.macros.StopPlayback();
-    parts.closer.CloseAll();
-    DestroyWindow(parts.window);
-}
-
-void MainFrame::KeepUnsaved() {
-    HurryJournals();
-    static_cast<void>(FlushJournals(parts.documents));
-    LeaveJournals();
 }
 
 void MainFrame::StartJournalTimer() {
@@ -282,9 +268,7 @@ void MainFrame::OnJournalTimer() {
     if (!FlushJournals(parts.documents)) journalTimer.Stop();
 }
 
-bool MainFrame::IsInLongOperation() const { return LongOperation::IsRunning(); }
-
-bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) { return OpenText(path, line, false); }
+bool MainFrame::OpenFileAtLine(const Char* path, uint32_t line) { return commands.OpenText(path, line, false); }
 
 void MainFrame::DocumentChanged(Document* document) {
     StartJournalTimer();
@@ -294,51 +278,9 @@ void MainFrame::DocumentChanged(Document* document) {
 void MainFrame::CheckChangedOnDisk(Document* document, bool running) {
     DocumentChanged(document);
     // Posted, since a command's end is noticed in the middle of a poll.
-    if (!running) PostCheckFiles();
+    if (!running) leaving.PostCheckFiles();
 }
 
 Answer MainFrame::ShowMessage(NativeWindow owner, const Char* text, MessageKind kind) {
     return parts.messages.Show(static_cast<HWND>(owner), text, kind);
 }
-
-bool MainFrame::OpenText(const Char* path, uint32_t line, bool isNew) {
-    return parts.opener.OpenText(path, line, isNew);
-}
-
-void MainFrame::EndBatch() {
-    if (parts.batch.End()) parts.openFailures.BatchEnded();
-}
-
-const Char* MainFrame::ActiveDocumentName() const {
-    const Document* const document = parts.display.Active();
-    return document ? document->GetName() : nullptr;
-}
-
-void MainFrame::GoToLine(uint32_t line) {
-    if (View* const view = parts.panes.ActiveView()) view->GoToLine(line, false);
-}
-
-void MainFrame::ToggleBookmark(uint32_t line) {
-    if (View* const view = parts.panes.ActiveView()) view->ToggleBookmark(line);
-}
-
-RepeatResult MainFrame::RepeatMacro(uint32_t count) {
-    const ConsoleFocus focus(parts.commandWindow, commands.console);
-    // The keys are a view's, which has the focus when they come from the user.
-    if (const Pane* const pane = parts.panes.Active()) parts.panes.Focus(*pane);
-    return parts.player.Repeat(count);
-}
-
-bool MainFrame::AppendOutput(const Char* text) {
-    const ConsoleFocus focus(parts.commandWindow, commands.console);
-    return parts.outputs.Append(text);
-}
-
-bool MainFrame::RunCapturedCommand(const Char* command, const Char* startDirectory) {
-    const ConsoleFocus focus(parts.commandWindow, commands.console);
-    return parts.tools.RunCaptured(command, startDirectory);
-}
-
-void MainFrame::RefreshTitle() { parts.batch.RefreshTitle(); }
-
-void MainFrame::RefreshStatus() { parts.batch.RefreshStatus(); }
