@@ -40,16 +40,13 @@ bool PreviousFilePath(const Char* target, WString& out) {
            Path::Join(out, name.Text());
 }
 
-bool KeepPreviousFile(const Char* target, uint64_t length, uint64_t value) {
+void KeepPreviousFile(const Char* target, uint64_t length, uint64_t value) {
     Platform::File old;
-    if (!old.Open(target, Platform::File::Mode::ReadShared))
-        return Platform::EntryKind(target) == Platform::Entry::Missing;
-    if (HasBytes(old, length, value)) return true;
+    if (!old.Open(target, Platform::File::Mode::ReadShared) || HasBytes(old, length, value)) return;
     WString path;
     WString fresh;
-    if (!PreviousFilePath(target, path) || !fresh.Assign(path) || !fresh.Append(u".new")) return false;
+    if (!PreviousFilePath(target, path) || !fresh.Assign(path) || !fresh.Append(u".new")) return;
     // What is kept already goes only once there is something whole in its place.
-    if (WriteWhole(fresh.Text(), old) && Platform::MoveOver(fresh.Text(), path.Text())) return true;
-    Platform::RemoveFile(fresh.Text());
-    return false;
+    if (!WriteWhole(fresh.Text(), old) || !Platform::MoveOver(fresh.Text(), path.Text()))
+        Platform::RemoveFile(fresh.Text());
 }

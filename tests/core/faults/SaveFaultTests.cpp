@@ -241,6 +241,27 @@ TEST_F(SettingsFaultTest, SettingsLoseNeitherTheOldNorTheNewBytes) {
                     .keepsPrevious = true});
 }
 
+// As a kill in the middle of a save has left it.
+TEST_F(SettingsFaultTest, AGenerationThatIsNotWholeReplacesNone) {
+    IniFile file;
+    ASSERT_TRUE(file.AddSection(u"General"));
+    bool isReached = true;
+    for (uint64_t number = 1; isReached && number < 100; ++number) {
+        SCOPED_TRACE(number);
+        Reset();
+        disk.Write(Target, "the old ones");
+        disk.Write(PreviousPath(), OlderGeneration);
+        disk.Write(PreviousPath() + u".new", "the o");
+        disk.FailAt(number, FakeDisk::Fault::Denied);
+        static_cast<void>(file.Save(Target));
+        isReached = disk.Calls() >= number;
+        disk.StopFailing();
+        const std::string kept = disk.Read(PreviousPath());
+        EXPECT_TRUE(kept == OlderGeneration || kept == "the old ones") << kept;
+    }
+    EXPECT_EQ(disk.Read(PreviousPath()), "the old ones");
+}
+
 TEST_F(SettingsFaultTest, OnlyOtherBytesReplaceTheGenerationBefore) {
     IniFile file;
     IniSection* const section = file.AddSection(u"General");
