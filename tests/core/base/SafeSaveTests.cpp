@@ -140,6 +140,28 @@ TEST(SafeSave, WithoutMemoryTheFileIsNotTouched) {
     EXPECT_EQ(CountRecoveryFiles(u"Copies"), 0u);
 }
 
+TEST(SafeSave, ASaveUnderAnotherNameOfTheFileRemovesTheCopyOfOneThatFailed) {
+    const ScratchFolder folder;
+    const std::u16string path = folder.Write("f", "old");
+    std::error_code error;
+    std::filesystem::create_hard_link(folder.File("f"), folder.File("link"), error);
+    if (error) GTEST_SKIP() << "no links here";
+    size_t copies = 0;
+    FailEachFileCall([&] {
+        const bool isSaved = Save(path, "new");
+        const FailurePause pause;
+        const size_t left = CountRecoveryFiles(u"Copies");
+        copies += !isSaved && left;
+        EXPECT_TRUE(Save(folder.Path("link"), "newer"));
+        // One that could not be removed is the next start's.
+        EXPECT_EQ(CountRecoveryFiles(u"Copies"), isSaved ? left : 0u);
+        SaveRecovery().Look();
+        return isSaved;
+    });
+    EXPECT_GT(copies, 0u);
+    EXPECT_EQ(folder.Read("f"), "newer");
+}
+
 TEST(SafeSave, KeepsWhatWasReplacedOnRequestOnly) {
     const ScratchFolder folder;
     const std::u16string path = folder.Write("f", "one");

@@ -60,6 +60,8 @@ protected:
         EXPECT_TRUE(file.Open(Path, Platform::File::Mode::Alone));
         if (journal.ReadHeader() != JournalReader::State::Readable) return RecoveryResult::Failed;
         EXPECT_EQ(journal.Subject().kind, JournalSubject::Kind::Bytes);
+        EXPECT_EQ(journal.Subject().hasFile, 1u);
+        EXPECT_EQ(journal.Subject().isOverFile, 1u);
         EXPECT_EQ(Str(journal.Name()), Target);
         return document->Open(Target) ? document->Recover(journal) : RecoveryResult::FileChanged;
     }

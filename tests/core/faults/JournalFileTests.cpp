@@ -36,7 +36,9 @@ protected:
     }
     // Pieces around what is gathered before it is written.
     static std::vector<std::vector<std::string>> Changes() {
-        std::vector<std::vector<std::string>> changes = {{}, {""}, {std::string(3000, 'a'), std::string(3000, 'b')}};
+        const std::string a(3000, 'a');
+        const std::string b(3000, 'b');
+        std::vector<std::vector<std::string>> changes = {{}, {""}, {a, b}, {a, "x", b}, {a, "", b}, {a, "xy", b}};
         for (size_t size = 2000; size < 2056; ++size) changes.push_back({"x", std::string(size, 'y'), "z"});
         return changes;
     }
@@ -75,6 +77,25 @@ TEST_F(JournalFileTest, PiecesOfEverySizeComeBack) {
         EXPECT_TRUE(read == wanted) << wanted.size();
     }
     EXPECT_TRUE(reader.IsAtEnd());
+}
+
+// What it says then may be wrong: it is neither damaged nor at its end.
+TEST_F(JournalFileTest, AHeaderThatCannotBeReadIsAFailureOfTheDisk) {
+    disk.Write(u"C:\\read", Written({}, u"title", u"text"));
+    bool hasFailed = true;
+    for (uint64_t number = 1; hasFailed && number < 20; ++number) {
+        disk.FailAt(100, FakeDisk::Fault::Denied);
+        Platform::File file;
+        ASSERT_TRUE(file.Open(u"C:\\read", Platform::File::Mode::Alone));
+        JournalReader reader(file);
+        disk.FailAt(number, FakeDisk::Fault::Denied);
+        const JournalReader::State state = reader.ReadHeader();
+        hasFailed = disk.HasFailed();
+        EXPECT_EQ(state, hasFailed ? JournalReader::State::Unknown : JournalReader::State::Readable) << number;
+        EXPECT_EQ(reader.HasFailed(), hasFailed) << number;
+        disk.StopFailing();
+    }
+    EXPECT_FALSE(hasFailed);
 }
 
 TEST_F(JournalFileTest, EveryWriteThatFailsIsTold) {

@@ -69,6 +69,19 @@ TEST_F(SaveRecoveryTest, ATakenNameGetsANumber) {
     EXPECT_EQ(disk.Read(u"C:\\Recovery\\2 file.txt"), "new bytes");
 }
 
+TEST_F(SaveRecoveryTest, WhereAllNamesAreTakenTheCopyItselfIsNamedAndStays) {
+    const auto nameOf = [](int number) {
+        const std::string digits = number == 1 ? "" : std::to_string(number) + " ";
+        return u"C:\\Recovery\\" + std::u16string(digits.begin(), digits.end()) + u"file.txt";
+    };
+    for (int number = 1; number <= 200; ++number) disk.Write(nameOf(number), "the user's");
+    LeaveCopy();
+    const std::u16string copy = TheCopy();
+    EXPECT_EQ(StartAgain().named, copy);
+    EXPECT_TRUE(disk.Has(copy));
+    for (int number = 1; number <= 200; ++number) EXPECT_EQ(disk.Read(nameOf(number)), "the user's") << number;
+}
+
 TEST_F(SaveRecoveryTest, SeveralAreToldInOneMessage) {
     LeaveCopy();
     LeaveCopy(u"S:\\work\\other.txt");
@@ -155,6 +168,13 @@ TEST_F(SaveRecoveryTest, ACopyForNoFileIsNone) {
     EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
 }
 
+// So begin the copies that all versions of the program read and write.
+TEST_F(SaveRecoveryTest, ACopyBeginsWithItsMarkAndVersion) {
+    LeaveCopy();
+    const std::string start = disk.Read(TheCopy()).substr(0, 12);
+    EXPECT_EQ(start, std::string("OrvSave\x1A\x01\0\0\0", 12));
+}
+
 TEST_F(SaveRecoveryTest, ForAPathThatNoFileCanHaveThereIsNoCopy) {
     BlockSource source("bytes", 5);
     SaveCopy copy;
@@ -205,12 +225,15 @@ TEST_F(SaveRecoveryTest, WithoutRoomTheCopyItselfIsNamedAndStays) {
 
 TEST_F(SaveRecoveryTest, EveryAllocationThatFailsLeavesTheBytes) {
     // Longer than the names of copies, which then have no room for it.
-    const std::u16string target = u"S:\\work\\" + std::u16string(100, u'n') + u".txt";
+    const std::u16string name = std::u16string(100, u'n') + u".txt";
+    const std::u16string target = u"S:\\work\\" + name;
+    const std::u16string taken = u"C:\\Recovery\\" + name;
     const uint64_t failures = FailEachAllocation([&] {
         {
             const FailurePause pause;
             Reset();
             disk.Write(target, "half");
+            disk.Write(taken, "the user's");
             LeaveCopy(target);
         }
         bool isTold = false;
@@ -219,11 +242,13 @@ TEST_F(SaveRecoveryTest, EveryAllocationThatFailsLeavesTheBytes) {
             recovery.Look();
             WString message;
             isTold = !recovery.IsEmpty() && recovery.AppendMessage(message);
+            EXPECT_EQ(isTold, !message.IsEmpty());
         }
         // Nothing was forgotten: the next start tells it.
         const FailurePause pause;
         EXPECT_TRUE(disk.Holds(StartAgain().named, "new bytes"));
         EXPECT_EQ(disk.Read(target), "half");
+        EXPECT_EQ(disk.Read(taken), "the user's");
         EXPECT_EQ(disk.OpenFiles(), 0u);
         return isTold;
     });
@@ -245,6 +270,10 @@ TEST_F(SaveRecoveryTest, EveryCallThatFailsLeavesTheBytes) {
             const std::u16string second = StartAgain().named;
             EXPECT_TRUE((!first.empty() && disk.Holds(first, "new bytes")) ||
                         (!second.empty() && disk.Holds(second, "new bytes")));
+            const bool hasStopped = tried.fault == FakeDisk::Fault::Killed || tried.fault == FakeDisk::Fault::PowerCut;
+            if (!hasStopped) {
+                EXPECT_EQ(disk.FilesBeside({Target, first, second}), std::vector<std::u16string>{});
+            }
         }
     }
 }
