@@ -160,6 +160,15 @@ TEST_F(SessionTest, TheNameIsFreedOfItsQuotes) {
     EXPECT_EQ(folder.Read("a b"), "sessionfile\r\n");
 }
 
+TEST_F(SessionTest, AnExistingFileIsAskedAboutAlsoInQuotes) {
+    const std::u16string file = folder.Write("a b", "old");
+    frame.answers = {Answer::No};
+    Save(u"\"" + file + u"\"");
+    ASSERT_EQ(frame.questions.size(), 1u);
+    EXPECT_EQ(frame.questions[0].text, file + u" already exists.\nWould you like to overwrite it?");
+    EXPECT_EQ(folder.Read("a b"), "old");
+}
+
 TEST_F(SessionTest, AFileThatCannotBeCreatedIsReported) {
     Save(folder.Path("no\\such\\s"));
     ASSERT_EQ(frame.questions.size(), 1u);

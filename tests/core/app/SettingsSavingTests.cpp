@@ -2,6 +2,7 @@
 
 #include "core/app/FakeFrame.h"
 #include "settings/IniFile.h"
+#include "support/FailureInjection.h"
 #include "support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +104,22 @@ TEST_F(SettingsSavingTest, AFileThatWasMendedMeanwhileIsAskedAboutOnce) {
     Save();
     ASSERT_EQ(user.questions.size(), 1u);
     EXPECT_EQ(user.questions[0].text, path + u" has been modified by another program.\nSave over it?");
+}
+
+TEST_F(SettingsSavingTest, WithoutMemoryNoFileIsReplacedUnasked) {
+    known.stoppedLine = 7;
+    const uint64_t failures = FailEachAllocation([&] {
+        {
+            const FailurePause pause;
+            user.questions.clear();
+            user.answers = {Answer::No};
+        }
+        Save();
+        const FailurePause pause;
+        EXPECT_EQ(folder.Read("orvane.ini"), "the old file");
+        return user.questions.size() == 1;
+    });
+    EXPECT_GT(failures, 0u);
 }
 
 TEST_F(SettingsSavingTest, AFailureIsTold) {

@@ -127,6 +127,7 @@ TEST(IniLoad, NamesTheLineThatStoppedIt) {
     } cases[] = {
         {"[S]\nk=v\n", 0},
         {"", 0},
+        {"\n", 0},
         {"; comment\r\n\r\nk=v\r\n[S]\r\n", 3},
         {"[S]\nk=v\nno equals sign\nnor here\n", 3},
         {"[S]\nk=v\n[T\n", 3},
@@ -210,6 +211,16 @@ TEST(IniLoad, EveryFailingAllocationStopsWithWhatWasRead) {
     EXPECT_GE(failures, 10u);
 }
 
+// It is malformed also where no section can be made of it.
+TEST(IniLoad, AHeaderWithoutItsEndIsAnErrorAlsoWithoutMemory) {
+    FailEachAllocation([] {
+        IniFile file;
+        EXPECT_FALSE(ParseText(file, u"[A]\n[B"));
+        EXPECT_GT(file.StoppedLine(), 0u);
+        return true;
+    });
+}
+
 TEST(IniSave, EveryFailingAllocationLeavesTheFile) {
     const TemporaryFile disk;
     IniFile file;
@@ -228,20 +239,21 @@ TEST(IniSave, EveryFailingAllocationLeavesTheFile) {
 }
 
 TEST(IniSave, SerialiseWithoutMemoryLeavesTheText) {
-    IniFile file;
-    ASSERT_TRUE(ParseText(file, u"[A]\na=1\n[B]\nb=2"));
-    FailEachAllocation([&] {
-        WString text;
-        {
-            const FailurePause pause;
-            EXPECT_TRUE(text.Assign(u"kept"));
-        }
-        const bool done = file.Serialise(text);
-        if (!done) {
-            EXPECT_EQ(Str(text), u"kept");
-        }
-        return done;
-    });
+    for (size_t length = 1; length < 40; ++length) { // so that each piece is the one that has no room
+        const std::u16string key(length, u'k');
+        IniFile file;
+        ASSERT_TRUE(ParseText(file, u"[A]\n" + key + u"=1\n[B]\n" + key + u"=2"));
+        FailEachAllocation([&] {
+            WString text;
+            {
+                const FailurePause pause;
+                EXPECT_TRUE(text.Assign(u"kept"));
+            }
+            const bool done = file.Serialise(text);
+            EXPECT_EQ(Str(text), done ? u"kept[A]\r\n" + key + u"=1\r\n\r\n[B]\r\n" + key + u"=2\r\n" : u"kept");
+            return done;
+        });
+    }
 }
 
 TEST(IniSave, EveryFailingFileCallReportsFailure) {

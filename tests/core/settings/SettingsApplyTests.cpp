@@ -1,4 +1,5 @@
 #include "SettingsTestSupport.h"
+#include "settings/DefaultColours.h"
 #include "settings/ToolList.h"
 #include "support/FailureInjection.h"
 
@@ -73,6 +74,13 @@ TEST_F(SettingsApply, KeyOfTheFileWinsOverTheFallback) {
     EXPECT_EQ(settings.CommentBg, 0x332211u);
     EXPECT_EQ(settings.StringBg, 0x202020u);
     EXPECT_EQ(settings.GuideColor, 0x030201u);
+}
+
+TEST_F(SettingsApply, TheDefaultColoursOfAFileGoWithTheSettings) {
+    Apply(u"[DefaultColours]\nTextBg=#202020\n");
+    ASSERT_NE(FindDefaultColour(u"TextBg"), nullptr);
+    ReleaseSettings();
+    EXPECT_EQ(FindDefaultColour(u"TextBg"), nullptr);
 }
 
 TEST_F(SettingsApply, AFileMayGiveTheDefaultColours) {
@@ -240,6 +248,7 @@ TEST_F(SettingsApply, EveryFailingAllocationOfAStoreLeavesTheFile) {
         if (!done) {
             EXPECT_EQ(ModelOf(file), before);
         }
+        EXPECT_EQ(file.FindSection(u"General") != nullptr, done);
         return done;
     });
     EXPECT_GE(failures, 3 * SettingCount); // a key, its name and its value each
@@ -273,6 +282,16 @@ TEST_F(SettingsApply, ListsDistinctColoursInTableOrder) {
     EXPECT_EQ(std::vector<Colour>(colours, colours + count), expected);
 }
 
+TEST_F(SettingsApply, ColoursThatAreAllTheSameAreListedOnce) {
+    for (uint32_t i = 0; i < generalSettings.count; ++i) {
+        const SettingDef& row = generalSettings.rows[i];
+        if (row.type == SettingType::Colour) settings.*row.cell.number = 0x123456;
+    }
+    Colour colours[SettingCount];
+    EXPECT_EQ(ListDistinctColours(colours, SettingCount), 1u);
+    EXPECT_EQ(colours[0], 0x123456u);
+}
+
 TEST_F(SettingsApply, ListStopsAtTheCapacity) {
     Colour colours[4] = {1, 1, 1, 1};
     EXPECT_EQ(ListDistinctColours(colours, 3), 3u);
@@ -286,6 +305,7 @@ TEST(SettingsReaders, FontHeightRoundsToNearest) {
     EXPECT_EQ(FontHeight(8, 96), -11);  // 10.67
     EXPECT_EQ(FontHeight(9, 100), -13); // 12.5
     EXPECT_EQ(FontHeight(9, 96), -12);
+    EXPECT_EQ(FontHeight(1, 107), -1); // 1.49
     EXPECT_EQ(FontHeight(10, 144), -20);
     EXPECT_EQ(FontHeight(0, 96), 0);
 }

@@ -207,6 +207,8 @@ TEST(ToolList, EveryFailingAllocationOfALoadLeavesTheList) {
         }
         const bool done = list.Load(file);
         EXPECT_EQ(Commands(list), done ? (Commanded{u"c", u"d"}) : (Commanded{u"before"}));
+        EXPECT_EQ(Str(list.At(0)->startDir), done ? u"d" : u"");
+        EXPECT_EQ(Str(list.At(0)->lastArgs), done ? u"l" : u"");
         return done;
     });
     EXPECT_GE(failures, 7u);
@@ -223,9 +225,7 @@ TEST(ToolList, EveryFailingAllocationOfAStoreLeavesTheFile) {
         }
         const Model before = ModelOf(file);
         const bool done = list.Store(file);
-        if (!done) {
-            EXPECT_EQ(ModelOf(file), before);
-        }
+        EXPECT_EQ(ModelOf(file) == before, !done);
         return done;
     });
     EXPECT_GE(failures, 10u);
