@@ -1,6 +1,8 @@
 #include "LoadSaveSupport.h"
 #include "base/Journal.h"
 #include "core/document/AnsiPage.h"
+#include "document/FilePieces.h"
+#include "document/TextDecode.h"
 #include "document/TextRecovery.h"
 #include "support/FailureInjection.h"
 #include "support/FakeView.h"
@@ -314,6 +316,34 @@ TEST(Load, LongUtf16TextsKeepTheirBreaksTogether) {
             ASSERT_EQ(document->GetLineCount(), LinesOf(document.Store())) << round;
             ASSERT_EQ(document->GetLineEnding(), StyleOf(units)) << round;
         }
+    }
+}
+
+TEST(Load, Utf16KeepsABreakTogetherWhereWhatIsReadAtOnceEnds) {
+    constexpr size_t Units = FilePieces::MaxBytes / sizeof(Char);
+    for (const size_t piece : {Units, 2 * Units}) {
+        for (size_t before = piece - 4; before < piece + 3; ++before) {
+            std::u16string line;
+            for (size_t i = 0; i < before; ++i) line += static_cast<Char>(0x100 + i % 1000);
+            const std::u16string units = line + u"\r\n" + line + u"\ry\n";
+            for (const std::string& bytes : {"\xFF\xFE" + LittleEndian(units), "\xFE\xFF" + BigEndian(units)}) {
+                LoadedDocument document(bytes);
+                EXPECT_TRUE(document.Store() == line + u"\n" + line + u"\ny\n") << before;
+                EXPECT_EQ(document->GetLineCount(), 4u);
+                EXPECT_FALSE(document->LosesBytes());
+            }
+        }
+    }
+}
+
+TEST(Load, ATerminatorFollowsWhatIsRead) {
+    ScratchFolder folder;
+    for (const std::string& bytes : {std::string("a\r\nb\r\nc"), "\xFF\xFE" + LittleEndian(u"a\r\nb\r\nc"),
+                                     "\xFE\xFF" + BigEndian(u"a\r\nb\r\nc")}) {
+        DecodedText text;
+        ASSERT_TRUE(ReadTextFile(folder.Write("file.txt", bytes).c_str(), false, text));
+        ASSERT_EQ(text.length, 5u);
+        EXPECT_EQ(text.text[5], 0);
     }
 }
 

@@ -285,6 +285,25 @@ TEST(Save, EveryAllocationFailsInTurn) {
     EXPECT_GE(failures, 2u);
 }
 
+TEST(Save, WithoutMemoryTheFileIsKeptInEveryEncoding) {
+    ScratchFolder folder;
+    const std::u16string path = folder.Path("saved.txt");
+    for (const Encoding encoding : {Encoding::Ansi, Encoding::Utf8, Encoding::Unicode, Encoding::UnicodeBigEndian}) {
+        for (const LineEnding style : {LineEnding::Unix, LineEnding::Dos}) {
+            FailEachAllocation([&] {
+                auto pause = std::make_unique<FailurePause>();
+                folder.Write("saved.txt", "old");
+                TextDocument document(u"a\nb");
+                pause.reset();
+                const bool isSaved = document->Save(path.c_str(), encoding, style);
+                FailurePause checking;
+                EXPECT_EQ(folder.Read("saved.txt") == "old", !isSaved);
+                return isSaved;
+            });
+        }
+    }
+}
+
 TEST(Save, EveryFileCallFailsInTurn) {
     ScratchFolder folder;
     const std::u16string path = folder.Path("saved.txt");

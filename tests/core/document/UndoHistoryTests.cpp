@@ -86,6 +86,34 @@ TEST_F(UndoHistoryTest, AnAbandonedGroupBringsTheRedoListBack) {
     EXPECT_EQ(history.TakeLatest(), nullptr);
 }
 
+TEST_F(UndoHistoryTest, WhatWasUndoneWithinAnAbandonedGroupIsGone) {
+    const Record* before = Push();
+    history.MoveHead(true);
+    ASSERT_TRUE(history.BeginGroup());
+    Push();
+    history.MoveHead(true);
+    delete history.TakeLatest(); // the marker
+    history.GroupAbandoned();
+    EXPECT_EQ(history.RedoHead(), before);
+    EXPECT_EQ(Record::alive, 1);
+}
+
+TEST_F(UndoHistoryTest, WhatAGroupHasPutAsideIsCommittedAndClearedToo) {
+    Push(UndoRecord::State::InEditLine);
+    history.MoveHead(true);
+    ASSERT_TRUE(history.BeginGroup());
+    Push();
+    history.MarkCommitted();
+    delete history.TakeLatest();
+    delete history.TakeLatest(); // the marker
+    history.GroupAbandoned();
+    EXPECT_EQ(StatesOf(history.RedoHead()), (States{2}));
+    ASSERT_TRUE(history.BeginGroup());
+    Push();
+    history.Clear();
+    EXPECT_EQ(Record::alive, 0);
+}
+
 TEST_F(UndoHistoryTest, AnEndedGroupForgetsTheRedoList) {
     Push();
     history.MoveHead(true);
@@ -94,6 +122,19 @@ TEST_F(UndoHistoryTest, AnEndedGroupForgetsTheRedoList) {
     ASSERT_TRUE(history.EndGroup());
     EXPECT_EQ(StatesOf(history.UndoHead()), (States{1, 2, 0}));
     EXPECT_EQ(Record::alive, 1);
+}
+
+TEST_F(UndoHistoryTest, WithoutMemoryAGroupNeitherBeginsNorEnds) {
+    FailEachAllocation([this] {
+        history.Clear();
+        const bool hasBegun = history.BeginGroup();
+        EXPECT_EQ(StatesOf(history.UndoHead()), hasBegun ? States{0} : States{});
+        const bool hasEnded = hasBegun && history.EndGroup();
+        if (hasBegun && !hasEnded) {
+            EXPECT_EQ(StatesOf(history.UndoHead()), States{0});
+        }
+        return hasEnded;
+    });
 }
 
 TEST_F(UndoHistoryTest, OnlyTheLatestPendingRecordsBecomeCommitted) {
@@ -124,6 +165,31 @@ TEST_F(UndoHistoryTest, ThePeakOfAStepIsTheLongestTextOnTheWay) {
     ASSERT_TRUE(history.EndGroup());
     EXPECT_EQ(history.PeakOfStep(100, true), 170u) << "the deletion comes back before the insertion goes";
     EXPECT_EQ(history.PeakOfStep(100, false), 100u) << "nothing to redo";
+}
+
+TEST_F(UndoHistoryTest, ThePeakIsThatOfTheWholeStepAndOfNoOther) {
+    const auto push = [this](const std::vector<int64_t>& growths) {
+        for (const int64_t growth : growths) Push(UndoRecord::State::InStore, growth);
+    };
+    push({-1000});
+    ASSERT_TRUE(history.BeginGroup());
+    push({100, -100});
+    ASSERT_TRUE(history.BeginGroup());
+    push({5});
+    ASSERT_TRUE(history.EndGroup());
+    push({70, -70});
+    ASSERT_TRUE(history.EndGroup());
+    EXPECT_EQ(history.PeakOfStep(2005, true), 2100u) << "before the group within";
+    history.Clear();
+    ASSERT_TRUE(history.BeginGroup());
+    ASSERT_TRUE(history.BeginGroup());
+    push({5});
+    ASSERT_TRUE(history.EndGroup());
+    push({70, -70});
+    ASSERT_TRUE(history.EndGroup());
+    push({1000});
+    while (history.UndoHead()) history.MoveHead(true);
+    EXPECT_EQ(history.PeakOfStep(100, false), 175u) << "after the group within";
 }
 
 TEST_F(UndoHistoryTest, JoinedStepsAreOne) {
