@@ -56,6 +56,8 @@ if(WIN32)
         orvane_test(view_tests "${view_sources};$<TARGET_OBJECTS:orvane_resources>" orvane_app orvane_app_platform)
         target_include_directories(view_tests PRIVATE "${CMAKE_SOURCE_DIR}/res")
         target_link_libraries(view_tests PRIVATE oleaut32)
+        # So that OptionsTest can record them.
+        target_link_options(view_tests PRIVATE LINKER:--wrap=_Z14RebuildDrawing15DrawingResource)
         orvane_use_speaker(view_tests)
     endif()
     if(app_sources)

@@ -32,7 +32,6 @@ public:
     Stage() {
         const HINSTANCE instance = GetModuleHandleW(nullptr);
         Bench::Check(ViewClass::Register(instance), "the window class");
-        DrawingObjects::Start();
         std::u16string text = u"[General]\nFontName=Courier New\n";
         IniFile file;
         static_cast<void>(file.Parse(text.data()));

@@ -235,7 +235,6 @@ void ComparePolls() {
 int main(int count, char** words) {
     if (count > 1) return Print(words[1]);
     Bench::Check(ViewClass::Register(GetModuleHandleW(nullptr)), "the window class");
-    DrawingObjects::Start();
     const IniFile file;
     LoadSettings(file);
     LoadEngineDefinitions(file);

@@ -86,10 +86,9 @@ private:
 // Strings are compared by what they say; an absent one and an empty one differ.
 SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsRecord& after);
 
-// The drawing objects derived from the settings belong to the windowed half, which installs this at
-// start-up; without one the change handlers do nothing and report success.
-using DrawingRebuilder = bool (*)(DrawingResource changed);
-void SetDrawingRebuilder(DrawingRebuilder rebuild);
+// Makes a drawing object again, as the settings are now; what the change handlers call. False when it could not be
+// made. Implemented by settings/win32 (DrawingObjects) and, where nothing is drawn, by settings/posix.
+bool RebuildDrawing(DrawingResource changed);
 
 // Start-up and reload: the record from `file` (ApplySettingsFromFile), the tool list, then the font
 // handler and the brush handlers margin, bookmark, background, selection, once each.

@@ -5,11 +5,7 @@ SettingsRecord settings;
 
 namespace {
 
-// One for the process, like the record: the rows of the table, whose handlers call it, are constants that belong to no
-// object.
-DrawingRebuilder drawingRebuilder = nullptr;
-
-template <DrawingResource Changed> bool Rebuild() { return drawingRebuilder ? drawingRebuilder(Changed) : true; }
+template <DrawingResource Changed> bool Rebuild() { return RebuildDrawing(Changed); }
 
 constexpr auto Font = Rebuild<DrawingResource::Font>;
 constexpr auto MarginBrush = Rebuild<DrawingResource::MarginBrush>;
@@ -103,5 +99,3 @@ static_assert(sizeof(Rows) / sizeof(Rows[0]) == SettingCount);
 } // namespace
 
 const SettingsSectionDef generalSettings = {u"General", Rows, SettingCount};
-
-void SetDrawingRebuilder(DrawingRebuilder rebuild) { drawingRebuilder = rebuild; }

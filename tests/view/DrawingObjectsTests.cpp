@@ -13,7 +13,6 @@ namespace {
 class DrawingObjectsTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        DrawingObjects::Start();
         DrawingObjects::RebuildForDpi(96);
         LoadSettings(IniFile());
         notified = 0;
@@ -23,7 +22,6 @@ protected:
         DrawingObjects::SetMetricsListener(nullptr);
         DrawingObjects::RebuildForDpi(96);
         DrawingObjects::Release();
-        SetDrawingRebuilder(nullptr);
         ReleaseSettings();
     }
 

@@ -11,6 +11,9 @@
 
 // A test of the Options dialog: settings with their defaults, an empty model and a folder for the settings file.
 class OptionsTest : public testing::Test {
+public:
+    static inline std::vector<DrawingResource> handled; // by the change handlers that ran
+
 protected:
     // Pages, by their place in the tree.
     static constexpr int General = 0;
@@ -47,6 +50,5 @@ protected:
 
     ScratchFolder folder;
     IniFile file;
-    SettingsChanges changes;                            // by the last OK
-    static inline std::vector<DrawingResource> handled; // by the change handlers that ran
+    SettingsChanges changes; // by the last OK
 };

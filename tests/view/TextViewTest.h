@@ -74,7 +74,6 @@ protected:
 
     void SetUp() override {
         Application();
-        DrawingObjects::Start();
         DrawingObjects::RebuildForDpi(96);
         UseSettings(u"");
         textServices.makeView = TextView::Create;
@@ -88,7 +87,6 @@ protected:
         ReleaseEngineDefinitions();
         ViewFont::Release();
         DrawingObjects::Release();
-        SetDrawingRebuilder(nullptr);
         ReleaseSettings();
     }
 

@@ -47,7 +47,6 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
 // Everything that needs the heap.
 void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators) {
     const CrashReport crashes;
-    DrawingObjects::Start();
     SettingsStore store;
     KeepJournals(true);
     if (store.Load() && ViewClass::Register(instance)) {

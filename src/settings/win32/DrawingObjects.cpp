@@ -91,7 +91,9 @@ bool RebuildFont() {
     return dotMade;
 }
 
-bool Rebuild(DrawingResource changed) {
+} // namespace
+
+bool RebuildDrawing(DrawingResource changed) {
     if (changed == DrawingResource::Font) return RebuildFont();
     for (size_t i = 0; i < std::size(BrushRoles); ++i) {
         const BrushRole& role = BrushRoles[i];
@@ -99,10 +101,6 @@ bool Rebuild(DrawingResource changed) {
     }
     return false;
 }
-
-} // namespace
-
-void DrawingObjects::Start() { SetDrawingRebuilder(Rebuild); }
 
 void DrawingObjects::Release() {
     drawing.font.Reset();

@@ -7,8 +7,6 @@
 // handlers build them; handles and measures are valid until the next rebuild.
 namespace DrawingObjects {
 
-// Lets the change handlers rebuild the objects from now on. Before LoadSettings, which then builds all.
-void Start();
 // Destroys the objects, for a reload too; the next LoadSettings builds them again.
 void Release();
 

@@ -154,10 +154,10 @@ TEST_F(SettingsApply, LoadRunsFontAndBrushHandlersOnceEach) {
 TEST_F(SettingsApply, LoadHasTheToolsBeforeTheHandlersRun) {
     static uint32_t toolsSeen;
     toolsSeen = UINT32_MAX;
-    SetDrawingRebuilder([](DrawingResource) {
+    rebuild = [](DrawingResource) {
         if (toolsSeen == UINT32_MAX) toolsSeen = toolList.Count();
         return true;
-    });
+    };
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[Tool]\nCommand=x\n[Tool]\nCommand=y\n"));
     LoadSettings(file);

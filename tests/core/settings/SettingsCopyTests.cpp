@@ -78,10 +78,10 @@ TEST_F(SettingsCopy, OkRunsEveryHandlerInTableOrder) {
 TEST_F(SettingsCopy, HandlersSeeTheWholeNewRecord) {
     static bool complete;
     complete = true;
-    SetDrawingRebuilder([](DrawingResource) {
+    rebuild = [](DrawingResource) {
         complete = complete && settings.FontSize == 33 && settings.BinBg == 5;
         return true;
-    });
+    };
     copy.FontSize = 33;
     copy.BinBg = 5;
     AdoptSettings(copy);
@@ -91,10 +91,10 @@ TEST_F(SettingsCopy, HandlersSeeTheWholeNewRecord) {
 TEST_F(SettingsCopy, FailingHandlerDoesNotStopTheOthers) {
     static uint32_t calls;
     calls = 0;
-    SetDrawingRebuilder([](DrawingResource) {
+    rebuild = [](DrawingResource) {
         ++calls;
         return false;
-    });
+    };
     AdoptSettings(copy);
     EXPECT_EQ(calls, 7u);
 }

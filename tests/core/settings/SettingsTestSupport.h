@@ -88,17 +88,21 @@ private:
     std::u16string name;
 };
 
-// Starts every test with the settings of an empty file and no drawing half, and frees them at its end.
+// Starts every test with the settings of an empty file, and frees them at its end.
 class SettingsTest : public ::testing::Test {
+public:
+    // What these tests have in the place of the drawing half (FakeDrawing.cpp). It records, unless a test puts another
+    // one there.
+    static inline bool (*rebuild)(DrawingResource change) = nullptr;
+
 protected:
     void SetUp() override {
-        changes.clear();
-        SetDrawingRebuilder(nullptr);
+        rebuild = Record;
         LoadSettings(IniFile());
-        SetDrawingRebuilder(Record);
+        changes.clear();
     }
     void TearDown() override {
-        SetDrawingRebuilder(nullptr);
+        rebuild = nullptr;
         ReleaseSettings();
     }
 
