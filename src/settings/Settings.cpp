@@ -4,7 +4,6 @@
 #include "base/Text.h"
 #include "base/TextFormat.h"
 #include "settings/AdditionalSettings.h"
-#include "settings/DefaultColours.h"
 #include "settings/IniFile.h"
 #include "settings/ToolList.h"
 
@@ -20,13 +19,27 @@ uint32_t Digit(Char c) {
     return folded >= u'a' && folded <= u'f' ? folded - u'a' + 10u : 0;
 }
 
-void StoreDefault(const SettingDef& row, SettingsRecord& record) {
-    if (row.type == SettingType::String) {
-        (record.*row.cell.string).Set(row.initial.string);
-    } else {
-        const Char* const given = row.type == SettingType::Colour ? FindDefaultColour(row.key) : nullptr;
-        const uint32_t initial = row.fallback ? record.*row.fallback : row.initial.number;
-        record.*row.cell.number = given ? ParseColour(given) : initial;
+void ReadDefaultColours(const IniSection* section) {
+    settings.defaults = {};
+    if (!section) return;
+    ForEachRow([&](const SettingDef& row, uint32_t i) {
+        const Char* const given = row.type == SettingType::Colour ? section->GetString(row.key, nullptr) : nullptr;
+        settings.defaults.has[i] = given != nullptr;
+        if (given) settings.defaults.colours[i] = ParseColour(given);
+    });
+}
+
+void StoreDefault(const SettingDef& row, uint32_t index) {
+    switch (row.type) {
+    case SettingType::Int:
+        settings.*row.cell.number = row.initial.number;
+        break;
+    case SettingType::Colour:
+        settings.*row.cell.number = DefaultColour(index, settings);
+        break;
+    case SettingType::String:
+        (settings.*row.cell.string).Set(row.initial.string);
+        break;
     }
 }
 
@@ -74,17 +87,24 @@ void LoadSettings(const IniFile& file) {
 }
 
 void ApplySettingsFromFile(const IniFile& file) {
-    ReadDefaultColours(file);
+    ReadDefaultColours(file.FindSection(u"DefaultColours"));
+    settings.system = {}; // what is read is the user's
     const IniSection* section = file.FindSection(generalSettings.name);
-    ForEachRow([&](const SettingDef& row, uint32_t) {
+    ForEachRow([&](const SettingDef& row, uint32_t i) {
         const IniKey* key = section ? section->FindKey(row.key) : nullptr;
         if (key) {
             StoreText(row, key->value.Text(), settings);
         } else {
-            StoreDefault(row, settings);
+            StoreDefault(row, i);
         }
     });
     ApplyAdditionalSettings(section);
+}
+
+Colour DefaultColour(uint32_t row, const SettingsRecord& record) {
+    if (settings.defaults.has[row]) return settings.defaults.colours[row];
+    const SettingDef& definition = generalSettings.rows[row];
+    return definition.fallback ? record.*definition.fallback : definition.initial.number;
 }
 
 bool StoreSettingsToFile(IniFile& file) {
@@ -190,7 +210,7 @@ void ReleaseSettings() {
     ForEachRow([](const SettingDef& row, uint32_t) {
         if (row.type == SettingType::String) (settings.*row.cell.string).Set(nullptr);
     });
-    ReleaseDefaultColours();
+    settings.defaults = {};
     toolList.Clear();
 }
 

@@ -26,8 +26,24 @@ struct SettingsRecord {
     Colour HtmlCommentFg = 0, HtmlCommentBg = 0, HtmlPunctFg = 0, HtmlPunctBg = 0, BinFg = 0, BinBg = 0;
 };
 
+constexpr uint32_t SettingCount = 52;
+
+// Colours for some of the table's rows, by their index.
+struct RowColours {
+    bool has[SettingCount] = {};
+    Colour colours[SettingCount] = {};
+};
+
+// The live record, and what goes with that alone: copies do not have it.
+struct LiveSettings : SettingsRecord {
+    using SettingsRecord::operator=;
+
+    RowColours defaults; // of the section DefaultColours of the file
+    RowColours system;   // that took the place of the user's (SystemColours.h)
+};
+
 // The process-wide record that everything reads.
-extern SettingsRecord settings;
+extern LiveSettings settings;
 
 // A scoped enumerator hides nothing; g++ 12 warns all the same.
 #pragma GCC diagnostic push
@@ -56,7 +72,7 @@ struct SettingDef {
     SettingType type;
     SettingCell cell;
     SettingDefault initial;             // unless the file or the fallback says otherwise
-    uint32_t SettingsRecord::*fallback; // another cell, or null; never set for String rows
+    uint32_t SettingsRecord::*fallback; // another cell, or null; of Colour rows only
     bool (*onChange)();                 // or null
 };
 
@@ -66,7 +82,6 @@ struct SettingsSectionDef {
     uint32_t count;
 };
 
-constexpr uint32_t SettingCount = 52;
 // The only section of the table, in table order (the order of loading and storing).
 extern const SettingsSectionDef generalSettings;
 
@@ -93,13 +108,18 @@ bool RebuildDrawing(DrawingResource changed);
 // Start-up and reload: the record from `file` (ApplySettingsFromFile), the tool list, then the font
 // handler and the brush handlers margin, bookmark, background, selection, once each.
 void LoadSettings(const IniFile& file);
-// Each row in table order takes its key's value, else its fallback cell's current value, else its
-// default. No handler runs. The additional settings are taken as well (AdditionalSettings.h).
+// Each row in table order takes its key's value, else, with a colour, the one in the section DefaultColours of the
+// file, else its fallback cell's current value, else its default. No handler runs. The colours of that section are no
+// colours of the user: High Contrast replaces them (SystemColours.h). The additional settings are taken as well
+// (AdditionalSettings.h).
 void ApplySettingsFromFile(const IniFile& file);
 // Writes all rows into the first General section, made at the end when missing, and after them those of the additional
 // settings that are to be written; keys of neither stay.
 // False without memory, with the file as it was.
 [[nodiscard]] bool StoreSettingsToFile(IniFile& file);
+
+// Of a colour row, by its index: what it takes while `record` has the other colours and the file no key for it.
+Colour DefaultColour(uint32_t row, const SettingsRecord& record);
 
 // Sets one cell by name and runs its handler, even for the value that it has already. Section (null:
 // General) and key are matched without regard to case; an unknown one does nothing. A null value makes

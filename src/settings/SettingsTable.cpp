@@ -1,7 +1,7 @@
 #include "settings/Settings.h"
 
 // Process-wide: everything that draws, edits or runs something reads it.
-SettingsRecord settings;
+LiveSettings settings;
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include "settings/SystemColours.h"
 
 #include "base/Text.h"
-#include "settings/DefaultColours.h"
 
 namespace {
 
@@ -24,21 +23,9 @@ constexpr Role Roles[] = {
     {&SettingsRecord::GuideColor, &SystemColours::faint},
 };
 
-// The colours that were put into the live record, by row. Process-wide, like that record.
-struct Shown {
-    bool any = false;
-    Colour colours[SettingCount] = {};
-};
-Shown shown;
-
 template <class Visitor> void ForEachColour(Visitor visit) {
     for (uint32_t i = 0; i < generalSettings.count; ++i)
         if (generalSettings.rows[i].type == SettingType::Colour) visit(generalSettings.rows[i], i);
-}
-
-Colour DefaultOf(const SettingDef& row, const SettingsRecord& record) {
-    if (const Char* const given = FindDefaultColour(row.key)) return ParseColour(given);
-    return row.fallback ? record.*row.fallback : row.initial.number;
 }
 
 bool IsBackground(const SettingDef& row) {
@@ -53,33 +40,35 @@ Colour ColourOf(const SettingDef& row, const SystemColours& colours) {
 }
 
 // A colour that was set meanwhile differs from the one put there, and is kept. Fallbacks come first in the table.
-void TakeBack(SettingsRecord& record) {
-    if (!shown.any) return;
-    ForEachColour([&](const SettingDef& row, uint32_t i) {
-        Colour& cell = record.*row.cell.number;
-        if (cell == shown.colours[i]) cell = DefaultOf(row, record);
+void TakeBack() {
+    ForEachColour([](const SettingDef& row, uint32_t i) {
+        Colour& cell = settings.*row.cell.number;
+        if (settings.system.has[i] && cell == settings.system.colours[i]) cell = DefaultColour(i, settings);
     });
 }
 
-bool AreDefaults(const SettingsRecord& record) {
+bool AreDefaults() {
     bool defaults = true;
-    ForEachColour([&](const SettingDef& row, uint32_t) {
-        defaults = defaults && record.*row.cell.number == DefaultOf(row, record);
+    ForEachColour([&](const SettingDef& row, uint32_t i) {
+        defaults = defaults && settings.*row.cell.number == DefaultColour(i, settings);
     });
     return defaults;
+}
+
+void Put(const SystemColours& colours) {
+    ForEachColour([&](const SettingDef& row, uint32_t i) {
+        settings.system.has[i] = true;
+        settings.*row.cell.number = settings.system.colours[i] = ColourOf(row, colours);
+    });
 }
 
 } // namespace
 
 SettingsChanges ShowSystemColours(const SystemColours* colours) {
     const SettingsRecord before = settings;
-    TakeBack(settings);
-    shown.any = colours && AreDefaults(settings);
-    if (shown.any) {
-        ForEachColour([&](const SettingDef& row, uint32_t i) {
-            settings.*row.cell.number = shown.colours[i] = ColourOf(row, *colours);
-        });
-    }
+    TakeBack();
+    settings.system = {};
+    if (colours && AreDefaults()) Put(*colours);
     const SettingsChanges changes = CompareSettings(before, settings);
     ForEachColour([&](const SettingDef& row, uint32_t i) {
         if (changes.Holds(i) && row.onChange) row.onChange();
@@ -87,9 +76,7 @@ SettingsChanges ShowSystemColours(const SystemColours* colours) {
     return changes;
 }
 
-void ForgetSystemColours() { shown.any = false; }
-
-OwnColours::OwnColours() : shown(settings) { TakeBack(settings); }
+OwnColours::OwnColours() : shown(settings) { TakeBack(); }
 
 OwnColours::~OwnColours() {
     ForEachColour([&](const SettingDef& row, uint32_t) { settings.*row.cell.number = shown.*row.cell.number; });

@@ -13,13 +13,12 @@ struct SystemColours {
 };
 
 // The live record holds these in the place of the user's colours as long as all of those are the defaults: somebody who
-// has set a colour wants to see it. The record alone changes; what is stored is the user's (OwnColours).
+// has set a colour wants to see it. The record alone changes; what is stored is the user's (OwnColours), as is all that
+// is read from a file.
 
 // Has them shown, or, when `colours` is null, the user's own again. To be called whenever the system's or the user's
 // colours have changed. Runs the handlers of what has changed, and returns it.
 SettingsChanges ShowSystemColours(const SystemColours* colours);
-// The record was read from a file: what it holds is the user's.
-void ForgetSystemColours();
 
 // While one lives, the live record holds the user's colours. No handler runs.
 class OwnColours {

@@ -51,10 +51,6 @@ protected:
         ASSERT_TRUE(parameters.IsImported() && colour.IsImported() && find.IsImported());
         ASSERT_TRUE(store.Load());
     }
-    void TearDown() override {
-        OwnFrameTest::TearDown();
-        ForgetSystemColours();
-    }
     void Switch(bool on) const {
         isHighContrast = on;
         SendMessageW(main->Window(), WM_SYSCOLORCHANGE, 0, 0);

@@ -56,7 +56,6 @@ TEST_F(OptionsTest, OkDoesNotSaveTheColoursOfHighContrast) {
     ASSERT_TRUE(Open([](HWND options) { dialog::Ok(options); }));
     EXPECT_EQ(Saved(), before);
     EXPECT_EQ(settings.TextFg, 0xFFFFFFu);
-    ForgetSystemColours();
 }
 
 TEST_F(OptionsTest, OkWritesTheDefaultsOfAllSettingsByteForByte) {

@@ -45,7 +45,6 @@ bool SettingsStore::Load() {
     const bool isRead = kind == Platform::Entry::Missing || ini->Load(path.Text());
     known = {!isRead && !ini->StoppedLine(), ini->StoppedLine(), stamp};
     LoadSettings(*ini);
-    ForgetSystemColours();
     HighContrast::Follow();
     RebuildToolAccelerators();
     LoadEngineDefinitions(*ini);

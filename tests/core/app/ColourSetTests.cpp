@@ -128,7 +128,6 @@ TEST(ShippedColours, GiveWayToHighContrast) {
     EXPECT_TRUE(ShowSystemColours(&system).HoldsColour());
     EXPECT_EQ(Cell("TextFg"), system.text);
     EXPECT_EQ(Cell("KeywordFg"), system.text);
-    ForgetSystemColours();
     ReleaseSettings();
 }
 

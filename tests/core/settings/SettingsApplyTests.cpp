@@ -1,5 +1,4 @@
 #include "SettingsTestSupport.h"
-#include "settings/DefaultColours.h"
 #include "settings/ToolList.h"
 #include "support/FailureInjection.h"
 
@@ -77,10 +76,11 @@ TEST_F(SettingsApply, KeyOfTheFileWinsOverTheFallback) {
 }
 
 TEST_F(SettingsApply, TheDefaultColoursOfAFileGoWithTheSettings) {
+    const auto row = static_cast<uint32_t>(FindSetting(u"TextBg") - generalSettings.rows);
     Apply(u"[DefaultColours]\nTextBg=#202020\n");
-    ASSERT_NE(FindDefaultColour(u"TextBg"), nullptr);
+    EXPECT_EQ(DefaultColour(row, settings), 0x202020u);
     ReleaseSettings();
-    EXPECT_EQ(FindDefaultColour(u"TextBg"), nullptr);
+    EXPECT_EQ(DefaultColour(row, settings), 0xFFFFFFu);
 }
 
 TEST_F(SettingsApply, AFileMayGiveTheDefaultColours) {

@@ -10,10 +10,6 @@ constexpr SystemColours White = {0xFFFFFF, 0x000000, 0x800080, 0xFFFFFF, 0x60000
 
 class SystemColoursTest : public SettingsTest {
 protected:
-    void TearDown() override {
-        ForgetSystemColours();
-        SettingsTest::TearDown();
-    }
     static KeyList Stored() {
         const OwnColours own;
         IniFile file;
@@ -114,7 +110,6 @@ TEST_F(SystemColoursTest, WhatAFileSaysIsTheUsers) {
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[General]\nTextFg=#ffffff\nTextBg=#000000\n"));
     LoadSettings(file);
-    ForgetSystemColours();
     EXPECT_FALSE(ShowSystemColours(&Black).HoldsColour());
     EXPECT_EQ(settings.TextFg, 0xFFFFFFu);
     EXPECT_EQ(settings.TextBg, 0u);
