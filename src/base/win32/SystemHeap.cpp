@@ -34,15 +34,18 @@ struct alignas(64) LargeBlock {
     uint8_t* Content() { return reinterpret_cast<uint8_t*>(this + 1); }
 };
 
-// The system's own, one for the process.
-HANDLE processHeap = nullptr;
-// One list for the process, as the heap is: a block that is freed says nothing but its address.
-List<LargeBlock> largeBlocks;
+struct ProcessHeap {
+    HANDLE system = nullptr; // for small blocks: the system's own
+    List<LargeBlock> largeBlocks;
+};
+
+// Process-wide: a block that is freed says nothing but its address.
+ProcessHeap heap;
 
 // Objects of static life allocate before the start and free after the end.
-HANDLE ProcessHeap() {
-    if (!processHeap) processHeap = GetProcessHeap();
-    return processHeap;
+HANDLE SmallBlocks() {
+    if (!heap.system) heap.system = GetProcessHeap();
+    return heap.system;
 }
 
 size_t RoundUp(size_t bytes) { return (bytes + Granularity - 1) & ~(Granularity - 1); }
@@ -52,7 +55,7 @@ size_t RoundUp(size_t bytes) { return (bytes + Granularity - 1) & ~(Granularity 
 // by chance, and only then is the (short) list walked.
 LargeBlock* LargeBlockOf(void* block) {
     if (reinterpret_cast<uintptr_t>(block) % Granularity != sizeof(LargeBlock)) return nullptr;
-    LargeBlock* large = largeBlocks.head;
+    LargeBlock* large = heap.largeBlocks.head;
     while (large && large->Content() != block) large = large->next;
     return large;
 }
@@ -78,12 +81,12 @@ void* AllocateLarge(size_t bytes, bool isOutgrown) {
     auto* const large = new (range.Detach()) LargeBlock;
     large->reserved = reserved;
     large->committed = needed;
-    largeBlocks.Append(large);
+    heap.largeBlocks.Append(large);
     return large->Content();
 }
 
 void FreeLarge(LargeBlock* large) {
-    largeBlocks.Remove(large);
+    heap.largeBlocks.Remove(large);
     const AddressRange range(large);
 }
 
@@ -106,12 +109,12 @@ bool ResizeInPlace(LargeBlock* large, size_t oldBytes, size_t newBytes) {
 
 } // namespace
 
-void SystemHeap::Start() { processHeap = GetProcessHeap(); }
+void SystemHeap::Start() { heap.system = GetProcessHeap(); }
 
-void SystemHeap::Stop() { processHeap = nullptr; }
+void SystemHeap::Stop() { heap.system = nullptr; }
 
 void* SystemHeap::Allocate(size_t bytes) {
-    return bytes < LargeSize ? HeapAlloc(ProcessHeap(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes, false);
+    return bytes < LargeSize ? HeapAlloc(SmallBlocks(), HEAP_ZERO_MEMORY, bytes) : AllocateLarge(bytes, false);
 }
 
 void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
@@ -120,7 +123,7 @@ void* SystemHeap::Resize(void* block, size_t oldBytes, size_t newBytes) {
         if (ResizeInPlace(large, oldBytes, newBytes)) return block;
     } else if (newBytes < LargeSize) {
         constexpr DWORD InPlace = HEAP_ZERO_MEMORY | HEAP_REALLOC_IN_PLACE_ONLY;
-        if (HeapReAlloc(ProcessHeap(), InPlace, block, newBytes)) return block;
+        if (HeapReAlloc(SmallBlocks(), InPlace, block, newBytes)) return block;
     }
     const bool isOutgrown = large && newBytes > oldBytes;
     void* const moved = isOutgrown ? AllocateLarge(newBytes, true) : Allocate(newBytes);
@@ -135,5 +138,5 @@ void SystemHeap::Free(void* block) {
     if (large)
         FreeLarge(large);
     else
-        HeapFree(ProcessHeap(), 0, block);
+        HeapFree(SmallBlocks(), 0, block);
 }
