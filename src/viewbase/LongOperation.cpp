@@ -6,13 +6,13 @@
 #include "viewbase/FindState.h"
 #include "viewbase/HostCalls.h"
 
-LongOperation::LongOperation(EditorSurface& window) : surface(window), started(window.Ticks()) {
+LongOperation::LongOperation(EditorSurface& window) : surface(window), host(window.Host()), started(window.Ticks()) {
     findState.cancelled = false;
-    ++running;
+    if (host) host->BeginLongOperation();
 }
 
 LongOperation::~LongOperation() {
-    --running;
+    if (host) host->EndLongOperation();
     if (!shown) return;
     surface.SetWaitCursor(false);
     HostCalls::ShowStatus(surface, nullptr);

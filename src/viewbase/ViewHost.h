@@ -32,6 +32,10 @@ public:
     virtual void StopMacroPlayback() = 0;
     // Settings changed: every view recomputes its layout and repaints.
     virtual void ApplySettings(SettingsEffect kind) = 0;
+    // A search or replacement that may take long begins, and ends: until then nothing that it works with may go away.
+    // Several may run, one inside the other.
+    virtual void BeginLongOperation() = 0;
+    virtual void EndLongOperation() = 0;
 
 protected:
     ~ViewHost() = default;

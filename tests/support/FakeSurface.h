@@ -32,6 +32,8 @@ public:
     MacroState GetMacroState() override { return macroState; }
     void StopMacroPlayback() override { ++macroStops; }
     void ApplySettings(SettingsEffect kind) override { applied.push_back(kind); }
+    void BeginLongOperation() override { ++longOperations; }
+    void EndLongOperation() override { --longOperations; }
 
     std::map<StatusField, std::u16string> status; // what the fields show
     std::map<StatusField, int> statusCalls;
@@ -44,6 +46,7 @@ public:
     int macroStops = 0;
     int documentChanges = 0;
     int activations = 0;
+    int longOperations = 0; // that run
 };
 
 // A window without a screen. The font is 8 pixels wide and 16 high unless a test says otherwise.

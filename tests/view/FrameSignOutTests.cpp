@@ -72,7 +72,9 @@ TEST_F(FrameSignOutTest, UnsavedChangesAreAReasonAndNoQuestionUntilTheUserIsBack
 TEST_F(FrameSignOutTest, NothingClosesDuringALongOperation) {
     EXPECT_TRUE(text->InsertText(0, u"x", 1));
     {
-        const LongOperation operation(*static_cast<TextView*>(text->ActiveView()->AsView()));
+        auto& searched = *static_cast<TextView*>(text->ActiveView()->AsView());
+        const LongOperation operation(searched);
+        { const LongOperation inner(searched); }
         EXPECT_EQ(Send(WM_QUERYENDSESSION), FALSE);
         EXPECT_NE(reason, L"");
         Send(WM_ENDSESSION, TRUE);

@@ -4,11 +4,10 @@
 #include "app/win32/FrameParts.h"
 #include "app/win32/FrameRequests.h"
 #include "document/DocumentJournal.h"
-#include "viewbase/LongOperation.h"
 
 bool FrameLeaving::HasOpenDialog() const { return !IsWindowEnabled(parts.window); }
 
-bool FrameLeaving::IsInLongOperation() const { return LongOperation::IsRunning(); }
+bool FrameLeaving::IsInLongOperation() const { return parts.longOperations > 0; }
 
 // From here on nothing asks any more: documents and panes go before the window does.
 void FrameLeaving::Leave() {

@@ -63,6 +63,7 @@ struct FrameParts {
     MacroWindows macroWindows{documents, panes, keys};
     MacroPlayer player{macros, macroWindows};
     FrameSettings settings{store, documents, commandWindow, batch};
-    uint32_t optionsPage = 0; // of the Options dialog, shown again the next time
+    uint32_t longOperations = 0; // that run
+    uint32_t optionsPage = 0;    // of the Options dialog, shown again the next time
     LeaveRequests leaving;
 };

@@ -42,6 +42,8 @@ public:
     MacroState GetMacroState() override { return parts.macros.State(); }
     void StopMacroPlayback() override { parts.macros.StopPlayback(); }
     void ApplySettings(SettingsEffect kind) override { parts.settings.Apply(kind); }
+    void BeginLongOperation() override { ++parts.longOperations; }
+    void EndLongOperation() override { --parts.longOperations; }
 
 private:
     static constexpr UINT_PTR JournalTimer = 1; // the other timers of the window are known by addresses
