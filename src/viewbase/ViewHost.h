@@ -36,6 +36,8 @@ public:
     // Several may run, one inside the other.
     virtual void BeginLongOperation() = 0;
     virtual void EndLongOperation() = 0;
+    // Has the frame begin OLE, without which no client may get an object of a view. False when it is not to be had.
+    virtual bool UseOle() = 0;
 
 protected:
     ~ViewHost() = default;

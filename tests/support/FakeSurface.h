@@ -34,6 +34,7 @@ public:
     void ApplySettings(SettingsEffect kind) override { applied.push_back(kind); }
     void BeginLongOperation() override { ++longOperations; }
     void EndLongOperation() override { --longOperations; }
+    bool UseOle() override { return useOle(); }
 
     std::map<StatusField, std::u16string> status; // what the fields show
     std::map<StatusField, int> statusCalls;
@@ -47,6 +48,7 @@ public:
     int documentChanges = 0;
     int activations = 0;
     int longOperations = 0; // that run
+    std::function<bool()> useOle = [] { return false; };
 };
 
 // A window without a screen. The font is 8 pixels wide and 16 high unless a test says otherwise.

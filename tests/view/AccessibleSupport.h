@@ -3,8 +3,10 @@
 #include "CallCounter.h"
 #include "TextViewTest.h"
 #include "base/win32/Ole.h"
+#include "support/FakeSurface.h"
 #include "viewbase/win32/AccessibleLibraries.h"
 
+#include <optional>
 #include <utility>
 
 // What the automation library was called with. Its functions are found once in a process, so that these are put in
@@ -88,11 +90,13 @@ protected:
         AutomationCalls::events.clear();
         AutomationCalls::disconnected.clear();
         AutomationCalls::isListening = true;
+        viewHost.useOle = [this] { return ole->Use(); };
         ASSERT_NO_FATAL_FAILURE(TextViewTest::SetUp());
     }
-    void TearDown() override {
-        TextViewTest::TearDown();
-        Ole::Leave();
+    // The view's frame is one that has OLE.
+    void Show(const std::u16string& text) {
+        ASSERT_NO_FATAL_FAILURE(TextViewTest::Show(text));
+        view->SetHost(&viewHost);
     }
     // The element that the window answers with, counted for the caller.
     IRawElementProviderSimple* Ask() const {
@@ -111,4 +115,7 @@ protected:
         made->Release();
         return static_cast<Pattern*>(pattern);
     }
+
+    std::optional<Ole> ole{std::in_place};
+    FakeHost viewHost;
 };

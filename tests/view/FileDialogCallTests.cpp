@@ -4,6 +4,7 @@
 #include "CallCounter.h"
 #include "app/win32/FileDialogs.h"
 #include "base/Platform.h"
+#include "base/win32/Ole.h"
 #include "support/ScratchFolder.h"
 #include "support/TextDocument.h"
 
@@ -100,7 +101,8 @@ TEST(FileDialogs, SaveAsOfANewDocumentComesBackFromAnotherFolder) {
     const ScratchFolder folder;
     elsewhere = folder.File("x").parent_path().wstring();
     ASSERT_NE(CurrentDirectory(), elsewhere);
-    FileDialogs dialogs;
+    Ole ole;
+    FileDialogs dialogs(ole);
     SaveChoice choice;
     const TextDocument unnamed;
     EXPECT_FALSE(dialogs.AskSave(*unnamed, choice));
@@ -112,7 +114,8 @@ TEST(FileDialogs, SaveAsOfANewDocumentComesBackFromAnotherFolder) {
 TEST(FileDialogs, SaveAsGoesToTheCurrentDirectoryWhenTheSystemOpensItElsewhere) {
     const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(OpenInFolder));
     ASSERT_TRUE(save.IsImported());
-    FileDialogs dialogs;
+    Ole ole;
+    FileDialogs dialogs(ole);
     SaveChoice choice;
     TextDocument document;
     for (const std::wstring& name : {std::wstring(), std::wstring(L"away.txt")}) {
@@ -134,7 +137,8 @@ TEST(FileDialogs, SaveAsGoesToTheCurrentDirectoryWhenTheSystemOpensItElsewhere) 
 TEST(FileDialogs, SaveAsStartsInTheCurrentDirectory) {
     const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(TakeRequest));
     ASSERT_TRUE(save.IsImported());
-    FileDialogs dialogs;
+    Ole ole;
+    FileDialogs dialogs(ole);
     SaveChoice choice;
     TextDocument document;
     ASSERT_TRUE(document->SetPath(u"C:\\far\\away.txt"));
@@ -158,7 +162,8 @@ TEST(FileDialogs, LeaveTheCurrentDirectoryAsItWas) {
     const std::wstring before = CurrentDirectory();
     ASSERT_NE(before, elsewhere);
     const TextDocument document;
-    FileDialogs dialogs;
+    Ole ole;
+    FileDialogs dialogs(ole);
     for (const BOOL answer : {TRUE, FALSE}) {
         confirmed = answer;
         WString names;

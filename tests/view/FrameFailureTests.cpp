@@ -105,6 +105,7 @@ TEST_F(FrameFailureTest, AboutIsShownOrNot) {
     public:
         Answer AskUser(const Char*, MessageKind) override { return Answer::Ok; }
     } prompt;
+    Ole ole;
     FailEachAllocation([&] {
         std::optional<FailurePause> pause(std::in_place);
         bool isShown = false;
@@ -114,7 +115,7 @@ TEST_F(FrameFailureTest, AboutIsShownOrNot) {
             dialog::Ok(about);
         });
         pause.reset();
-        AboutDialog(prompt).Run(IDD_ABOUT, main->Window());
+        AboutDialog(prompt, ole).Run(IDD_ABOUT, main->Window());
         pause.emplace();
         return isShown;
     });
@@ -124,7 +125,8 @@ TEST_F(FrameFailureTest, AFileDialogGivesTheWholeNameOrNone) {
     const ReplacedImport open("GetOpenFileNameW", reinterpret_cast<void*>(Choose));
     const ReplacedImport save("GetSaveFileNameW", reinterpret_cast<void*>(Choose));
     ASSERT_TRUE(open.IsImported() && save.IsImported());
-    const FileDialogs dialogs;
+    Ole ole;
+    FileDialogs dialogs(ole);
     ShowText("text");
     const uint64_t opens = FailEachAllocation([&] {
         WString chosen;
@@ -139,7 +141,7 @@ TEST_F(FrameFailureTest, AFileDialogGivesTheWholeNameOrNone) {
     EXPECT_GT(opens, 2u);
     const uint64_t saves = FailEachAllocation([&] {
         SaveChoice choice;
-        const bool isChosen = FileDialogs().AskSave(*text, choice);
+        const bool isChosen = dialogs.AskSave(*text, choice);
         if (isChosen) {
             EXPECT_EQ(std::u16string(choice.path.Text()), u"C:\\folder\\file.txt");
         }

@@ -5,6 +5,7 @@
 #include "app/UserPrompt.h"
 #include "app/win32/AboutDialog.h"
 #include "app/win32/HelpPage.h"
+#include "base/win32/Ole.h"
 #include "base/win32/Windows.h"
 #include "resource.h"
 #include "support/FailureInjection.h"
@@ -56,6 +57,7 @@ protected:
 
     ScratchFolder folder;
     Prompt prompt;
+    Ole ole;
 
 private:
     ReplacedImport place{"GetModuleFileNameW", reinterpret_cast<void*>(NameOfProgram)};
@@ -66,14 +68,14 @@ private:
 
 TEST_F(HelpPageTest, IsThePageBesideTheProgram) {
     folder.Write("orvane.html", "<p>Manual</p>");
-    OpenHelpPage(nullptr, prompt);
+    OpenHelpPage(nullptr, prompt, ole);
     EXPECT_EQ(verb, L"open");
     EXPECT_EQ(shown, folder.File("orvane.html").wstring());
     EXPECT_EQ(prompt.said, u"");
 }
 
 TEST_F(HelpPageTest, IsSaidToBeMissing) {
-    OpenHelpPage(nullptr, prompt);
+    OpenHelpPage(nullptr, prompt, ole);
     EXPECT_EQ(shown, L"");
     EXPECT_EQ(prompt.said, u"The manual is missing: " + folder.Path("orvane.html"));
 }
@@ -86,7 +88,7 @@ TEST_F(HelpPageTest, IsNotSaidToBeMissingWithoutMemoryToLook) {
     program = longFolder + L"orvane.exe";
     const uint64_t failures = FailEachAllocation([&] {
         shown = L"";
-        OpenHelpPage(nullptr, prompt);
+        OpenHelpPage(nullptr, prompt, ole);
         return shown == longFolder + L"orvane.html";
     });
     EXPECT_GT(failures, 2u);
@@ -96,7 +98,7 @@ TEST_F(HelpPageTest, IsNotSaidToBeMissingWithoutMemoryToLook) {
 TEST_F(HelpPageTest, IsSaidNotToOpen) {
     folder.Write("orvane.html", "<p>Manual</p>");
     showResult = SE_ERR_NOASSOC;
-    OpenHelpPage(nullptr, prompt);
+    OpenHelpPage(nullptr, prompt, ole);
     EXPECT_EQ(prompt.said, u"Failed opening file: " + folder.Path("orvane.html"));
 }
 
@@ -115,7 +117,7 @@ TEST_F(HelpPageTest, IsAButtonAwayFromVersionAndLicense) {
         EXPECT_TRUE(IsWindow(about));
         dialog::Ok(about);
     });
-    EXPECT_EQ(AboutDialog(prompt).Run(IDD_ABOUT, parent.Get()), 1u);
+    EXPECT_EQ(AboutDialog(prompt, ole).Run(IDD_ABOUT, parent.Get()), 1u);
     EXPECT_NE(texts.find(L"Orvane "), std::wstring::npos) << ::testing::PrintToString(texts);
     EXPECT_NE(texts.find(L"MIT License"), std::wstring::npos) << ::testing::PrintToString(texts);
 }

@@ -10,10 +10,6 @@ protected:
         ASSERT_TRUE(AutomationCalls::Install());
         ASSERT_NO_FATAL_FAILURE(HexFrameTest::SetUp());
     }
-    void TearDown() override {
-        HexFrameTest::TearDown();
-        Ole::Leave();
-    }
     static std::u16string ValueOf(IRawElementProviderSimple* element) {
         IUnknown* made = nullptr;
         EXPECT_EQ(element->GetPatternProvider(UIA_ValuePatternId, &made), S_OK);

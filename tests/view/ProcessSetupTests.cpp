@@ -6,8 +6,8 @@
 #include "app/win32/CrashReport.h"
 #include "app/win32/FileDialogs.h"
 #include "app/win32/HelpPage.h"
-#include "app/win32/ProcessSetup.h"
 #include "base/Heap.h"
+#include "base/win32/Ole.h"
 #include "viewbase/win32/InputMethod.h"
 
 #include <gtest/gtest.h>
@@ -45,9 +45,10 @@ BOOL WINAPI GuaranteeStack(PULONG bytes) {
     calls.push_back(*bytes >= 0x4000 ? "stack for a report" : "little stack");
     return TRUE;
 }
+HRESULT initializes = S_OK;
 HRESULT WINAPI Initialize(LPVOID) {
     calls.push_back("ole begins");
-    return S_OK;
+    return initializes;
 }
 void WINAPI Uninitialize() { calls.push_back("ole ends"); }
 BOOL WINAPI AskForFile(LPOPENFILENAMEW) {
@@ -170,26 +171,55 @@ TEST(ProcessSetup, OleIsThereForTheShellFromTheFirstCallThatNeedsItOn) {
     for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
     WString chosen;
     bool tooMany = false;
+    NoPrompt prompt;
     calls.clear();
     {
-        const ProcessSetup setup;
+        Ole ole;
+        const FileDialogs dialogs(ole);
         EXPECT_TRUE(calls.empty());
-        EXPECT_FALSE(FileDialogs().AskOpen(chosen, tooMany));
+        EXPECT_FALSE(dialogs.AskOpen(chosen, tooMany));
         EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "dialog"}));
-        EXPECT_FALSE(FileDialogs().AskOpen(chosen, tooMany));
-        EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "dialog", "dialog"}));
+        EXPECT_FALSE(dialogs.AskOpen(chosen, tooMany));
+        OpenHelpPage(nullptr, prompt, ole);
     }
-    EXPECT_EQ(calls.back(), "ole ends");
+    EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "dialog", "dialog", "page", "ole ends"}));
     calls.clear();
     {
-        const ProcessSetup setup;
-        NoPrompt prompt;
-        OpenHelpPage(nullptr, prompt);
+        Ole ole;
+        OpenHelpPage(nullptr, prompt, ole);
     }
     EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "page", "ole ends"}));
     calls.clear();
-    { const ProcessSetup setup; }
+    { const Ole ole; }
     EXPECT_TRUE(calls.empty());
+}
+
+// Another part of the process may have it at the same time, and has to have it afterwards.
+TEST(ProcessSetup, OleEndsAsOftenAsItHasBegun) {
+    const ReplacedImport begin("OleInitialize", reinterpret_cast<void*>(Initialize));
+    const ReplacedImport end("OleUninitialize", reinterpret_cast<void*>(Uninitialize));
+    ASSERT_TRUE(begin.IsImported() && end.IsImported());
+    calls.clear();
+    {
+        Ole outer;
+        EXPECT_TRUE(outer.Use());
+        {
+            Ole inner;
+            EXPECT_TRUE(inner.Use());
+            EXPECT_TRUE(inner.Use());
+        }
+        EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "ole begins", "ole ends"}));
+    }
+    EXPECT_EQ(calls.size(), 4u);
+    initializes = RPC_E_CHANGED_MODE;
+    calls.clear();
+    {
+        Ole refused;
+        EXPECT_FALSE(refused.Use());
+        EXPECT_FALSE(refused.Use());
+    }
+    initializes = S_OK;
+    EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "ole begins"})) << "what was not given is not given back";
 }
 
 // A lock that the crashed thread holds may keep its report from ever being written. Without the box, the end.

@@ -109,7 +109,7 @@ TEST_F(ScreenReaderTest, TheThreadEntersAnApartmentForTheFirstQuestion) {
     enterApartment = reinterpret_cast<decltype(enterApartment)>(enter.Original());
     Show(u"abc");
     for (const LONG object : {Uia::RootObject, LONG{OBJID_CLIENT}}) {
-        Ole::Leave();
+        ole.emplace();
         entered = 0;
         SendMessageW(Window(), WM_GETOBJECT, 0, LONG{OBJID_CARET});
         EXPECT_EQ(entered, 0);
@@ -299,6 +299,7 @@ TEST_F(ScreenReaderTest, AnotherViewInTheSameWindowIsToldAsAFocus) {
     Show(u"first");
     TextDocument other(u"second");
     auto* second = static_cast<TextView*>(other->CreateView(nullptr)->AsView());
+    second->SetHost(&viewHost);
     FocusView();
     const HWND window = Window();
     const ComReference<IRawElementProviderSimple> element(Ask());

@@ -7,7 +7,7 @@ void AboutDialog::Init() { CentreOverParent(); }
 
 void AboutDialog::Command(uint32_t identifier) {
     if (identifier == IDC_ABOUT_MANUAL)
-        OpenHelpPage(window, prompt);
+        OpenHelpPage(window, prompt, ole);
     else
         DialogBase::Command(identifier);
 }

@@ -63,7 +63,7 @@ void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators)
 } // namespace
 
 int Application::Run(HINSTANCE instance, const Char* commandLine) {
-    const ProcessSetup setup;
+    SetUpProcess();
     const HACCEL accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
     Heap::Start();
     RunEditor(instance, commandLine, accelerators);

@@ -91,18 +91,6 @@ UINT_PTR CALLBACK SaveHook(HWND dialog, UINT message, WPARAM, LPARAM lparam) {
     return 0;
 }
 
-// What both dialogs have in common. `filter`, `directory` and `buffer` must outlive the dialog.
-bool Prepare(OPENFILENAMEW& request, HWND owner, WString& filter, WString& directory) {
-    if (!MakeDialogFilter(settings.TextFileTypes.OrEmpty(), filter)) return false;
-    if (!Platform::CurrentDirectory(directory)) return false;
-    Ole::Use(); // for the shell, which shows a dialog without it as well
-    request.lStructSize = sizeof(request);
-    request.hwndOwner = owner;
-    request.lpstrFilter = Wide(filter.Text());
-    request.lpstrInitialDir = Wide(directory.Text());
-    return true;
-}
-
 // The document's name in the current directory, which is where the dialog starts then, wherever it was used last.
 bool OfferedName(const Document& document, const WString& directory, WString& name) {
     return !HasFile(document) || (name.Assign(directory) && Path::Join(name, Path::FileName(document.GetName())));
@@ -122,13 +110,24 @@ private:
 
 } // namespace
 
+bool FileDialogs::Prepare(OPENFILENAMEW& request, WString& filter, WString& directory) const {
+    if (!MakeDialogFilter(settings.TextFileTypes.OrEmpty(), filter)) return false;
+    if (!Platform::CurrentDirectory(directory)) return false;
+    ole.Use(); // for the shell, which shows a dialog without it as well
+    request.lStructSize = sizeof(request);
+    request.hwndOwner = owner;
+    request.lpstrFilter = Wide(filter.Text());
+    request.lpstrInitialDir = Wide(directory.Text());
+    return true;
+}
+
 bool FileDialogs::AskOpen(WString& result, bool& tooMany) const {
     tooMany = false;
     OPENFILENAMEW request = {};
     WString filter;
     WString directory;
     Char buffer[OpenBufferSize] = {};
-    if (!Prepare(request, owner, filter, directory)) return false;
+    if (!Prepare(request, filter, directory)) return false;
     const DirectoryKeeper keeper(directory);
     request.lpstrFile = Wide(buffer);
     request.nMaxFile = OpenBufferSize;
@@ -146,7 +145,7 @@ bool FileDialogs::AskSave(const Document& document, SaveChoice& choice) {
     WString directory;
     Char buffer[SaveBufferSize] = {};
     SaveLists lists = {&document, &choice, &directory, u""};
-    if (!Prepare(request, owner, filter, directory)) return false;
+    if (!Prepare(request, filter, directory)) return false;
     const DirectoryKeeper keeper(directory);
     WString offered;
     if (!OfferedName(document, directory, offered)) return false;

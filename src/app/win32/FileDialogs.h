@@ -3,9 +3,13 @@
 #include "app/SaveDialog.h"
 #include "base/win32/Windows.h"
 
+class Ole;
+
 // The system's file dialogs with our own additions.
 class FileDialogs final : public SaveDialog {
 public:
+    explicit FileDialogs(Ole& sharedOle) : ole(sharedOle) {}
+
     void SetFrame(HWND window) { owner = window; }
 
     // Asks for files to open. `result` gets what the dialog returned: one full path, or a directory and the
@@ -17,5 +21,9 @@ public:
     bool AskSave(const Document& document, SaveChoice& choice) override;
 
 private:
+    // What both dialogs have in common. `filter` and `directory` must outlive the dialog.
+    bool Prepare(OPENFILENAMEW& request, WString& filter, WString& directory) const;
+
+    Ole& ole;
     HWND owner = nullptr;
 };

@@ -22,6 +22,7 @@
 #include "app/win32/PaneWindows.h"
 #include "app/win32/SettingsStore.h"
 #include "app/win32/SystemToolStarter.h"
+#include "base/win32/Ole.h"
 #include "binary/win32/HexView.h"
 #include "view/win32/TextView.h"
 
@@ -35,6 +36,7 @@ struct FrameParts {
     // The window was made: makes the others inside it. False when the system refuses.
     bool Create(HWND frame, HINSTANCE instance);
 
+    Ole ole; // before what it outlives, which is all that is of COM
     HWND window = nullptr;
     CommandContext& context;
     SettingsStore& store;
@@ -47,7 +49,7 @@ struct FrameParts {
     FrameScreen screen{panes, commandWindow, macros, context.commands};
     ScreenBatch batch{screen};
     FrameMessages messages{batch};
-    FileDialogs fileDialogs;
+    FileDialogs fileDialogs{ole};
 
     DocumentDisplay display{documents, panes, batch};
     ActiveText activeText{panes};

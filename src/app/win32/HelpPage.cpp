@@ -29,13 +29,13 @@ void Warn(UserPrompt& prompt, const Char* format, const WString& path) {
 
 } // namespace
 
-void OpenHelpPage(HWND owner, UserPrompt& prompt) {
+void OpenHelpPage(HWND owner, UserPrompt& prompt, Ole& ole) {
     WString path;
     if (!FindPage(path)) return;
     const Platform::Entry kind = Platform::EntryKind(path.Text());
     if (kind == Platform::Entry::Missing || kind == Platform::Entry::Directory)
         return Warn(prompt, u"The manual is missing: %s", path);
-    Ole::Use(); // for the shell, which opens most pages without it as well
+    ole.Use(); // for the shell, which opens most pages without it as well
     const HINSTANCE result = ShellExecuteW(owner, L"open", Wide(path.Text()), nullptr, nullptr, SW_SHOWNORMAL);
     // Anything above is no handle, but success.
     constexpr INT_PTR LastError = 32;

@@ -44,6 +44,7 @@ public:
     void ApplySettings(SettingsEffect kind) override { parts.settings.Apply(kind); }
     void BeginLongOperation() override { ++parts.longOperations; }
     void EndLongOperation() override { --parts.longOperations; }
+    bool UseOle() override { return parts.ole.Use(); }
 
 private:
     static constexpr UINT_PTR JournalTimer = 1; // the other timers of the window are known by addresses

@@ -135,8 +135,10 @@ constexpr Command Commands[] = {
     {IDM_PREVIOUS_PANE, [](FrameParts& frame) { frame.display.FocusPreviousPane(); }, Enabled::WithView},
     {IDM_NEXT_FILE, [](FrameParts& frame) { frame.display.ShowNextFile(); }, Enabled::WithView},
     {IDM_PREVIOUS_FILE, [](FrameParts& frame) { frame.display.ShowPreviousFile(); }, Enabled::WithView},
-    {IDM_ONLINE_HELP, [](FrameParts& frame) { OpenHelpPage(frame.window, frame.messages); }, Enabled::Always},
-    {IDM_ABOUT, [](FrameParts& frame) { AboutDialog(frame.messages).Run(IDD_ABOUT, frame.window); }, Enabled::Always},
+    {IDM_ONLINE_HELP, [](FrameParts& frame) { OpenHelpPage(frame.window, frame.messages, frame.ole); },
+     Enabled::Always},
+    {IDM_ABOUT, [](FrameParts& frame) { AboutDialog(frame.messages, frame.ole).Run(IDD_ABOUT, frame.window); },
+     Enabled::Always},
 };
 
 // The menu's edit commands go to the active view, under the view's own numbers. A text says whether it can be changed

@@ -1,9 +1,9 @@
 #include "app/win32/ProcessSetup.h"
 
-#include "base/win32/Ole.h"
+#include "base/win32/Windows.h"
 
 // Each of these makes the process safer; none is missed where the system refuses it.
-ProcessSetup::ProcessSetup() {
+void SetUpProcess() {
     HeapSetInformation(nullptr, HeapEnableTerminationOnCorruption, nullptr, 0);
     // Early, since what follows may load libraries by their names.
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32);
@@ -14,5 +14,3 @@ ProcessSetup::ProcessSetup() {
     SetUserObjectInformationW(GetCurrentProcess(), UOI_TIMERPROC_EXCEPTION_SUPPRESSION, &suppresses,
                               sizeof(suppresses));
 }
-
-ProcessSetup::~ProcessSetup() { Ole::Leave(); }

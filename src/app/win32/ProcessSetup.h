@@ -1,14 +1,6 @@
 #pragma once
 
-#include "base/win32/Windows.h"
-
 // What the process asks of the system before it does anything else: a damaged heap ends it, libraries come from the
 // system's own folders only, an empty drive brings up no system message box, and an exception in a timer procedure ends
-// the process instead of being swallowed. At the end it leaves OLE, if that was needed.
-class ProcessSetup {
-public:
-    ProcessSetup();
-    ~ProcessSetup();
-    ProcessSetup(const ProcessSetup&) = delete;
-    ProcessSetup& operator=(const ProcessSetup&) = delete;
-};
+// the process instead of being swallowed.
+void SetUpProcess();

@@ -1,21 +1,12 @@
 #include "base/win32/Ole.h"
 
-#include "base/win32/Windows.h"
-
 #include <ole2.h>
 
-namespace {
-
-bool isThere = false; // process-wide: one thread uses OLE
-
-} // namespace
+Ole::~Ole() {
+    if (isThere) OleUninitialize();
+}
 
 bool Ole::Use() {
     if (!isThere) isThere = SUCCEEDED(OleInitialize(nullptr));
     return isThere;
-}
-
-void Ole::Leave() {
-    if (isThere) OleUninitialize();
-    isThere = false;
 }

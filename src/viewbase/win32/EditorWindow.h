@@ -49,6 +49,7 @@ public:
 
     // AccessibleWindow.
     IUnknown* MakeTextPattern(ViewProvider&) override { return nullptr; }
+    bool UseOle() override { return host && host->UseOle(); }
 
 protected:
     virtual EditorInput& Input() = 0;

@@ -1,6 +1,5 @@
 #include "viewbase/win32/ScreenReader.h"
 
-#include "base/win32/Ole.h"
 #include "viewbase/win32/AccessibleLibraries.h"
 #include "viewbase/win32/ViewAccessible.h"
 
@@ -20,7 +19,7 @@ LRESULT ScreenReader::Answer(HWND window, WPARAM wparam, LPARAM lparam) {
     const auto object = static_cast<LONG>(lparam);
     if (object != Uia::RootObject && object != static_cast<LONG>(OBJID_CLIENT)) return 0;
     // Before the first object is made: without an apartment on this thread, clients would call it on their own threads.
-    if (!Ole::Use()) return 0;
+    if (!source.UseOle()) return 0;
     isAsked = true;
     if (!provider.IsValid()) changes.Skip(source.Accessible().State()); // it reads that by itself
     if (!Provider(window)) return 0;

@@ -13,6 +13,8 @@ public:
     // The text pattern of what is shown, with a reference for the caller. Null without memory, and when nothing is read
     // as a text.
     virtual IUnknown* MakeTextPattern(ViewProvider& provider) = 0;
+    // Before the first object is made (ViewHost::UseOle).
+    virtual bool UseOle() = 0;
 
 protected:
     ~AccessibleWindow() = default;
@@ -23,8 +25,8 @@ protected:
 // the view cuts the link (Cut), and whatever is called from then on answers that the element is not available.
 //
 // Every call comes on the thread of the window, here and in all objects that are had from here. The element asks for it
-// (ProviderOptions_UseComThreading), and the thread is a single-threaded apartment: ScreenReader enters it (Ole::Use)
-// before it makes the first object. Nothing is locked.
+// (ProviderOptions_UseComThreading), and the thread is a single-threaded apartment: ScreenReader enters it
+// (AccessibleWindow::UseOle) before it makes the first object. Nothing is locked.
 class ViewProvider final : public ComObject<IRawElementProviderSimple> {
 public:
     ViewProvider(HWND shown, AccessibleWindow& accessibleWindow) : window(shown), source(&accessibleWindow) {}
