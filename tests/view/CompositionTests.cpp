@@ -218,12 +218,29 @@ TEST_F(CharacterTest, ADeadKeyLeavesNothingBehind) {
     EXPECT_EQ(document->Text(), u"\u00E9");
 }
 
+TEST_F(CompositionTest, EachViewReleasesTheLibraryThatItHasLoaded) {
+    CallCounter<7, decltype(FreeLibrary)> released("FreeLibrary");
+    ASSERT_TRUE(released.IsImported());
+    Show(u"abc");
+    document.reset();
+    EXPECT_EQ(released.Take(), 0) << "nothing was composed";
+    for (int i = 0; i < 2; ++i) {
+        Show(u"abc");
+        FocusView();
+        SendMessageW(Window(), WM_IME_STARTCOMPOSITION, 0, 0);
+        EXPECT_TRUE(Composition(Window()).IsAt(ColumnX(0), 0));
+        SendMessageW(Window(), WM_IME_ENDCOMPOSITION, 0, 0);
+        released.Take(); // the test's own
+        document.reset();
+        EXPECT_EQ(released.Take(), 1);
+    }
+}
+
 FARPROC WINAPI FindNothing(HMODULE, LPCSTR) { return nullptr; }
 
 TEST_F(CompositionTest, WithoutTheInputMethodsFunctionsTheViewWorksOn) {
     Show(u"abc");
     FocusView();
-    InputMethod::Unload();
     {
         const ReplacedImport missing("GetProcAddress", reinterpret_cast<void*>(FindNothing));
         ASSERT_TRUE(missing.IsImported());

@@ -237,10 +237,9 @@ TEST(ProcessSetup, TheThreadThatReportsACrashHasNoBoxesEither) {
 }
 
 TEST(ProcessSetup, TheInputMethodLibraryIsThatOfTheSystem) {
-    InputMethod::Unload();
     const ReplacedImport load("LoadLibraryW", reinterpret_cast<void*>(TakeName));
     ASSERT_TRUE(load.IsImported());
-    InputMethod::PlaceComposition(nullptr, {}, 0, nullptr);
+    InputMethod().PlaceComposition(nullptr, {}, 0, nullptr);
     wchar_t folder[MAX_PATH] = {};
     ASSERT_NE(GetSystemDirectoryW(folder, MAX_PATH), 0u);
     EXPECT_EQ(loaded, std::wstring(folder) + L"\\imm32.dll");

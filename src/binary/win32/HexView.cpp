@@ -45,12 +45,12 @@ HexView::~HexView() {
 }
 
 Document* HexView::Attach(HWND newWindow) {
-    noComposition.Take(newWindow);
+    inputMethod.Forbid(newWindow);
     return EditorWindow::Attach(newWindow);
 }
 
 void HexView::Detach() {
-    noComposition.GiveBack();
+    inputMethod.Allow();
     EditorWindow::Detach();
 }
 

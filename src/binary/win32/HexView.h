@@ -46,5 +46,5 @@ private:
     HexInput input{editor};
     HexAccessible accessible{editor};
     HexRows rows;
-    InputMethod::Disabled noComposition; // hex digits are keys
+    InputMethod inputMethod; // kept away: hex digits are keys
 };

@@ -5,7 +5,6 @@
 #include "view/win32/ReplaceDialog.h"
 #include "view/win32/TextPattern.h"
 #include "viewbase/win32/FindDialog.h"
-#include "viewbase/win32/InputMethod.h"
 #include "viewbase/win32/TextPainter.h"
 #include "viewbase/win32/ViewFont.h"
 
@@ -54,8 +53,8 @@ void TextView::ShowCaretAt(ClientPoint point) {
     if (composing) PlaceComposition();
 }
 
-void TextView::PlaceComposition() const {
-    InputMethod::PlaceComposition(window, CaretPlace(), Metrics().lineHeight, DrawingObjects::EditorFont());
+void TextView::PlaceComposition() {
+    inputMethod.PlaceComposition(window, CaretPlace(), Metrics().lineHeight, DrawingObjects::EditorFont());
 }
 
 IUnknown* TextView::MakeTextPattern(ViewProvider& provider) { return new TextPattern(provider, accessible); }

@@ -6,6 +6,7 @@
 #include "view/TextInput.h"
 #include "view/TextSurface.h"
 #include "viewbase/win32/EditorWindow.h"
+#include "viewbase/win32/InputMethod.h"
 
 // The window half of a text view.
 class TextView final : public EditorWindow, public TextSurface {
@@ -52,11 +53,12 @@ protected:
     EditorInput& Input() override { return input; }
 
 private:
-    void PlaceComposition() const;
+    void PlaceComposition();
 
     TextEditor editor{*this, *this};
     TextInput input{editor};
     AccessibleText accessible{editor};
     RowPlan plan;
+    InputMethod inputMethod;
     bool composing = false; // an input method is, at the caret
 };

@@ -1,67 +1,32 @@
 #include "viewbase/win32/InputMethod.h"
 
-#include "base/win32/Handles.h"
 #include "base/win32/SystemLibrary.h"
 
 #include <algorithm>
-#include <imm.h>
 
-namespace {
-
-// The library and its functions, once it is loaded. Process-wide: any view may be the first to need it.
-struct Library {
-    LoadedLibrary module;
-    decltype(&ImmGetContext) getContext = nullptr;
-    decltype(&ImmReleaseContext) releaseContext = nullptr;
-    decltype(&ImmAssociateContext) associateContext = nullptr;
-    decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
-    decltype(&ImmSetCandidateWindow) setCandidateWindow = nullptr;
-    decltype(&ImmSetCompositionFontW) setCompositionFont = nullptr;
-
-    bool Load();
-    template <class Function> bool Find(Function& function, const char* name) const {
-        return SystemLibrary::Find(module.Get(), function, name);
-    }
-};
-
-Library library;
-
-bool Library::Load() {
-    if (module.IsValid()) return true;
-    module.Reset(SystemLibrary::Load(L"\\imm32.dll"));
-    if (!module.IsValid()) return false;
-    if (Find(getContext, "ImmGetContext") && Find(releaseContext, "ImmReleaseContext") &&
-        Find(associateContext, "ImmAssociateContext") && Find(setCompositionWindow, "ImmSetCompositionWindow") &&
-        Find(setCandidateWindow, "ImmSetCandidateWindow") && Find(setCompositionFont, "ImmSetCompositionFontW"))
+bool InputMethod::Load() {
+    if (library.IsValid()) return true;
+    library.Reset(SystemLibrary::Load(L"\\imm32.dll"));
+    if (!library.IsValid()) return false;
+    const auto find = [this](auto& function, const char* name) {
+        return SystemLibrary::Find(library.Get(), function, name);
+    };
+    if (find(getContext, "ImmGetContext") && find(releaseContext, "ImmReleaseContext") &&
+        find(associateContext, "ImmAssociateContext") && find(setCompositionWindow, "ImmSetCompositionWindow") &&
+        find(setCandidateWindow, "ImmSetCandidateWindow") && find(setCompositionFont, "ImmSetCompositionFontW"))
         return true;
-    module.Reset();
+    library.Reset();
     return false;
 }
 
-// The input context of a window, which all of its thread's windows may share. For a loaded library only.
-class InputContext : Guard {
-public:
-    explicit InputContext(HWND owner) : window(owner), context(library.getContext(owner)) {}
-    ~InputContext() {
-        if (context) library.releaseContext(window, context);
-    }
-    HIMC Get() const { return context; }
-
-private:
-    HWND window;
-    HIMC context;
-};
-
-} // namespace
-
 void InputMethod::PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font) {
-    if (!library.Load()) return;
-    const InputContext context(window);
-    if (!context.Get()) return;
+    // All windows of the thread may share it.
+    const HIMC context = Load() ? getContext(window) : nullptr;
+    if (!context) return;
     COMPOSITIONFORM form = {};
     form.dwStyle = CFS_POINT;
     form.ptCurrentPos = point;
-    library.setCompositionWindow(context.Get(), &form);
+    setCompositionWindow(context, &form);
     CANDIDATEFORM candidates = {};
     // The list of candidates must not cover the line that is being typed in; an empty area would exclude nothing.
     candidates.dwStyle = CFS_EXCLUDE;
@@ -69,22 +34,21 @@ void InputMethod::PlaceComposition(HWND window, POINT point, int lineHeight, HFO
     RECT client = {};
     GetClientRect(window, &client);
     candidates.rcArea = {point.x, point.y, std::max(client.right, point.x + 1), point.y + lineHeight};
-    library.setCandidateWindow(context.Get(), &candidates);
+    setCandidateWindow(context, &candidates);
     LOGFONTW description = {};
-    if (GetObjectW(font, sizeof(description), &description)) library.setCompositionFont(context.Get(), &description);
+    if (GetObjectW(font, sizeof(description), &description)) setCompositionFont(context, &description);
+    releaseContext(window, context);
 }
 
-void InputMethod::Disabled::Take(HWND newWindow) {
-    GiveBack();
-    if (!library.Load()) return;
-    window = newWindow;
-    before = library.associateContext(window, nullptr);
+void InputMethod::Forbid(HWND window) {
+    Allow();
+    if (!Load()) return;
+    forbidden = window;
+    before = associateContext(window, nullptr);
 }
 
-void InputMethod::Disabled::GiveBack() {
+void InputMethod::Allow() {
     // The window may have been destroyed, with its association, before this object.
-    if (window && IsWindow(window) && library.Load()) library.associateContext(window, before);
-    window = nullptr;
+    if (forbidden && IsWindow(forbidden)) associateContext(forbidden, before);
+    forbidden = nullptr;
 }
-
-void InputMethod::Unload() { library.module.Reset(); }

@@ -2,29 +2,37 @@
 
 #include "base/win32/Handles.h"
 
-// The input-method editor's library, loaded when first needed; everything works without it. Operations on a window do
-// nothing when the library or one of its functions is missing (the next call tries to load it again).
-namespace InputMethod {
+#include <imm.h>
 
-// What a text view posts to itself when an input method has composed a character, which is the wParam.
-constexpr UINT ComposedCharacter = WM_APP;
-
-// Puts the composition window at a client point of `window`, in a line of `lineHeight` pixels, and has it write in
-// `font`. The window with the candidates leaves that line free from there on.
-void PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font);
-void Unload();
-
-// Keeps input methods away from a window: what is typed there are keys, not text.
-class Disabled : Guard {
+// A view's side of input-method editors. Their library is loaded when first needed, and released with this; everything
+// works without it: an operation does nothing when the library or one of its functions is missing (the next call tries
+// to load it again).
+class InputMethod : Guard {
 public:
-    ~Disabled() { GiveBack(); }
-    void Take(HWND newWindow);
+    // What a text view posts to itself when an input method has composed a character, which is the wParam.
+    static constexpr UINT ComposedCharacter = WM_APP;
+
+    ~InputMethod() { Allow(); }
+
+    // Puts the composition window at a client point of `window`, in a line of `lineHeight` pixels, and has it write in
+    // `font`. The window with the candidates leaves that line free from there on.
+    void PlaceComposition(HWND window, POINT point, int lineHeight, HFONT font);
+    // Keeps input methods away from a window, until Allow: what is typed there are keys, not text.
+    void Forbid(HWND window);
     // The window has the context back that it had before. One that is gone needs none.
-    void GiveBack();
+    void Allow();
 
 private:
-    HWND window = nullptr;
+    bool Load();
+
+    LoadedLibrary library; // the functions are there with it
+    decltype(&ImmGetContext) getContext = nullptr;
+    decltype(&ImmReleaseContext) releaseContext = nullptr;
+    decltype(&ImmAssociateContext) associateContext = nullptr;
+    decltype(&ImmSetCompositionWindow) setCompositionWindow = nullptr;
+    decltype(&ImmSetCandidateWindow) setCandidateWindow = nullptr;
+    decltype(&ImmSetCompositionFontW) setCompositionFont = nullptr;
+
+    HWND forbidden = nullptr;
     HIMC before = nullptr;
 };
-
-} // namespace InputMethod

@@ -1,7 +1,6 @@
 #include "viewbase/win32/View.h"
 
 #include "base/Surrogates.h"
-#include "viewbase/win32/InputMethod.h"
 
 namespace {
 
@@ -58,10 +57,7 @@ bool ViewClass::Register(HINSTANCE instance) {
     return registration.windowClass.Register(definition) && registration.singleLineFormat != 0;
 }
 
-void ViewClass::Unregister() {
-    registration.windowClass.Unregister();
-    InputMethod::Unload();
-}
+void ViewClass::Unregister() { registration.windowClass.Unregister(); }
 
 UINT ViewClass::SingleLineFormat() { return registration.singleLineFormat; }
 

@@ -102,7 +102,7 @@ constexpr wchar_t Name[] = L"OrvaneView";
 
 // Registers class OrvaneView and the clipboard format orvane_singleline. False when the system refuses.
 [[nodiscard]] bool Register(HINSTANCE instance);
-// Unregisters the class and unloads the input-method library if it was loaded.
+// Unregisters the class.
 void Unregister();
 // Marks clipboard text as a copied whole line.
 UINT SingleLineFormat();
