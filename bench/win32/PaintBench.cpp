@@ -31,7 +31,7 @@ class Stage {
 public:
     Stage() {
         const HINSTANCE instance = GetModuleHandleW(nullptr);
-        Bench::Check(ViewClass::Register(instance), "the window class");
+        Bench::Check(views.Register(instance), "the window class");
         std::u16string text = u"[General]\nFontName=Courier New\n";
         IniFile file;
         static_cast<void>(file.Parse(text.data()));
@@ -95,6 +95,7 @@ public:
         GdiFlush();
     }
 
+    ViewClass views;
     HWND frame;
     TextBuffer* document;
     TextView* view;

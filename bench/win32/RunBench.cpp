@@ -234,7 +234,8 @@ void ComparePolls() {
 
 int main(int count, char** words) {
     if (count > 1) return Print(words[1]);
-    Bench::Check(ViewClass::Register(GetModuleHandleW(nullptr)), "the window class");
+    ViewClass views;
+    Bench::Check(views.Register(GetModuleHandleW(nullptr)), "the window class");
     const IniFile file;
     LoadSettings(file);
     LoadEngineDefinitions(file);

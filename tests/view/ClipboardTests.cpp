@@ -89,14 +89,14 @@ TEST_F(ClipboardTest, ACopyEndsWithATerminator) {
     view->ExecuteCommand(ViewCommand::Copy);
     // A block may be longer than asked for.
     EXPECT_EQ(Held().substr(0, 7), std::u16string(u"ab\r\ncd\0", 7));
-    EXPECT_TRUE(Held(ViewClass::SingleLineFormat()).empty());
+    EXPECT_TRUE(Held(Clipboard::WholeLineFormat()).empty());
 }
 
 TEST_F(ClipboardTest, AWholeLineIsThereTwice) {
     ShowText(u"ab\ncd");
     view->ExecuteCommand(ViewCommand::Copy);
     EXPECT_EQ(Held().substr(0, 5), std::u16string(u"ab\r\n\0", 5));
-    EXPECT_EQ(Held(ViewClass::SingleLineFormat()).substr(0, 5), std::u16string(u"ab\r\n\0", 5));
+    EXPECT_EQ(Held(Clipboard::WholeLineFormat()).substr(0, 5), std::u16string(u"ab\r\n\0", 5));
 }
 
 TEST_F(ClipboardTest, TextWithoutATerminatorEndsWithItsBlock) {
@@ -173,7 +173,7 @@ TEST_F(ClipboardTest, WhatCannotBeLockedEndsTheCopy) {
     const ClipboardItem items[] = {{ClipboardFormat::UnicodeText, u"", 0}, {ClipboardFormat::WholeLine, u"ab", 6}};
     EXPECT_TRUE(Clipboard::Write(frame, items, 2));
     EXPECT_EQ(GetOpenClipboardWindow(), nullptr);
-    EXPECT_FALSE(IsClipboardFormatAvailable(ViewClass::SingleLineFormat()));
+    EXPECT_FALSE(IsClipboardFormatAvailable(Clipboard::WholeLineFormat()));
 }
 
 TEST_F(ClipboardTest, WithoutMemoryTheCopyStopsAndTheClipboardStaysOpen) {
@@ -181,7 +181,7 @@ TEST_F(ClipboardTest, WithoutMemoryTheCopyStopsAndTheClipboardStaysOpen) {
                                    {ClipboardFormat::WholeLine, u"ab", 6}};
     EXPECT_TRUE(Clipboard::Write(frame, items, 2));
     EXPECT_EQ(GetOpenClipboardWindow(), frame);
-    EXPECT_FALSE(IsClipboardFormatAvailable(ViewClass::SingleLineFormat()));
+    EXPECT_FALSE(IsClipboardFormatAvailable(Clipboard::WholeLineFormat()));
     EXPECT_TRUE(CloseClipboard());
 }
 

@@ -141,7 +141,8 @@ protected:
 
 private:
     static void Application() {
-        static const bool registered = ViewClass::Register(GetModuleHandleW(nullptr));
+        static ViewClass views;
+        static const bool registered = views.Register(GetModuleHandleW(nullptr));
         ASSERT_TRUE(registered);
     }
 };

@@ -3,6 +3,7 @@
 #include "TextViewTest.h"
 #include "WheelScreen.h"
 #include "support/FakeSurface.h"
+#include "viewbase/win32/Clipboard.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ TEST_F(ViewWindowTest, TheClassIsAsDocumentsExpectIt) {
     EXPECT_EQ(definition.style, 11u); // CS_VREDRAW, CS_HREDRAW, CS_DBLCLKS
     EXPECT_EQ(definition.hCursor, LoadCursorW(nullptr, IDC_ARROW));
     EXPECT_EQ(definition.hbrBackground, nullptr);
-    EXPECT_EQ(ViewClass::SingleLineFormat(), RegisterClipboardFormatW(L"orvane_singleline"));
+    EXPECT_EQ(Clipboard::WholeLineFormat(), RegisterClipboardFormatW(L"orvane_singleline"));
 }
 
 TEST_F(ViewWindowTest, AttachingTakesAWindowOverAndDetachingGivesItBack) {

@@ -47,13 +47,13 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
 // Everything that needs the heap.
 void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators) {
     const CrashReport crashes;
+    ViewClass views;
     SettingsStore store;
     KeepJournals(true);
-    if (store.Load() && ViewClass::Register(instance)) {
+    if (store.Load() && views.Register(instance)) {
         RunFrame(instance, commandLine, store, accelerators);
         ViewFont::Release();
         DrawingObjects::Release();
-        ViewClass::Unregister();
     }
     findState.Release();
     LeaveSaveCopies();

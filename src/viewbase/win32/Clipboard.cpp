@@ -1,7 +1,6 @@
 #include "viewbase/win32/Clipboard.h"
 
 #include "base/win32/Handles.h"
-#include "viewbase/win32/View.h"
 
 #include <cstring>
 
@@ -13,7 +12,7 @@ constexpr int OpenAttempts = 25;
 UINT SystemFormat(ClipboardFormat format) {
     switch (format) {
     case ClipboardFormat::WholeLine:
-        return ViewClass::SingleLineFormat();
+        return Clipboard::WholeLineFormat();
     case ClipboardFormat::RichText:
         return RegisterClipboardFormatW(L"Rich Text Format");
     case ClipboardFormat::Html:
@@ -48,11 +47,13 @@ bool TakeText(const Char* data, size_t capacity, WString& text) {
 
 } // namespace
 
+UINT Clipboard::WholeLineFormat() { return RegisterClipboardFormatW(L"orvane_singleline"); }
+
 bool Clipboard::Read(HWND owner, WString& text, bool& wholeLine) {
     if (!IsClipboardFormatAvailable(CF_UNICODETEXT)) return false;
     const OpenedClipboard clipboard(owner, OpenAttempts);
     if (!clipboard.IsOpen()) return false;
-    wholeLine = IsClipboardFormatAvailable(ViewClass::SingleLineFormat()) != 0;
+    wholeLine = IsClipboardFormatAvailable(WholeLineFormat()) != 0;
     const HANDLE block = GetClipboardData(CF_UNICODETEXT);
     const GlobalAddress address(block);
     return address.Get() && TakeText(static_cast<const Char*>(address.Get()), GlobalSize(block) / sizeof(Char), text);

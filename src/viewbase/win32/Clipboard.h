@@ -6,6 +6,10 @@
 
 namespace Clipboard {
 
+// Marks text as a copied whole line: orvane_singleline, which has the same number each time in a session. 0 when the
+// system refuses.
+UINT WholeLineFormat();
+
 // Reads Unicode text, up to its first NUL or the end of the block that another program put there,
 // whichever comes first. False without text, without memory or when the clipboard cannot be opened.
 [[nodiscard]] bool Read(HWND owner, WString& text, bool& wholeLine);

@@ -1,17 +1,11 @@
 #include "viewbase/win32/View.h"
 
 #include "base/Surrogates.h"
+#include "viewbase/win32/Clipboard.h"
 
 namespace {
 
-// What the views of the process share while their class is registered: the system has classes and formats by process.
-struct Registration {
-    HINSTANCE instance = nullptr;
-    UINT singleLineFormat = 0;
-    WindowClass windowClass;
-};
-
-Registration registration;
+constexpr wchar_t ClassName[] = L"OrvaneView";
 
 View* ViewOf(HWND window) { return reinterpret_cast<View*>(GetWindowLongPtrW(window, GWLP_USERDATA)); }
 
@@ -51,21 +45,15 @@ bool ViewClass::Register(HINSTANCE instance) {
     definition.lpfnWndProc = ViewWindowProc;
     definition.hInstance = instance;
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    definition.lpszClassName = Name;
-    registration.instance = instance;
-    registration.singleLineFormat = RegisterClipboardFormatW(L"orvane_singleline");
-    return registration.windowClass.Register(definition) && registration.singleLineFormat != 0;
+    definition.lpszClassName = ClassName;
+    return windowClass.Register(definition) && Clipboard::WholeLineFormat() != 0;
 }
-
-void ViewClass::Unregister() { registration.windowClass.Unregister(); }
-
-UINT ViewClass::SingleLineFormat() { return registration.singleLineFormat; }
 
 HWND ViewClass::CreateIn(HWND parent, View* view) {
     RECT client = {};
     GetClientRect(parent, &client);
-    return CreateWindowExW(0, Name, L"", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0,
-                           client.right, client.bottom, parent, nullptr, registration.instance, view);
+    return CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN, 0, 0,
+                           client.right, client.bottom, parent, nullptr, GetModuleHandleW(nullptr), view);
 }
 
 uint32_t View::SetHost(ViewHost* newHost) {

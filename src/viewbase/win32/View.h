@@ -95,18 +95,14 @@ private:
     int caretWidth = 0;
 };
 
-// The window classes and clipboard format of the views, once per process.
-namespace ViewClass {
+// The window class of the views, OrvaneView, for as long as this lives.
+class ViewClass {
+public:
+    // Registers it, and the clipboard format of whole lines. False when the system refuses.
+    [[nodiscard]] bool Register(HINSTANCE instance);
+    // A window of the class inside `parent`, whose messages go to `view`; null on failure.
+    static HWND CreateIn(HWND parent, View* view);
 
-constexpr wchar_t Name[] = L"OrvaneView";
-
-// Registers class OrvaneView and the clipboard format orvane_singleline. False when the system refuses.
-[[nodiscard]] bool Register(HINSTANCE instance);
-// Unregisters the class.
-void Unregister();
-// Marks clipboard text as a copied whole line.
-UINT SingleLineFormat();
-// A window of the class inside `parent`, whose messages go to `view`; null on failure.
-HWND CreateIn(HWND parent, View* view);
-
-} // namespace ViewClass
+private:
+    WindowClass windowClass;
+};
