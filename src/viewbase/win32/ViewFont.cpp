@@ -9,15 +9,16 @@
 
 namespace {
 
-// The font as the views know it. Process-wide, like that of DrawingObjects.
+// The font as the views know it.
 struct Measured {
-    MemoryDc dc; // made when first needed
-    ViewMetrics metrics;
-    uint32_t generation = 0; // of the font that was measured
+    MemoryDc dc;                        // made when first needed
+    ViewMetrics metrics = {0, 0, 0, 0}; // until there is a font: all zeros stay out of the program's file
+    uint32_t generation = 0;            // of the font that was measured
+    CharWidths widths;
 };
 
+// Process-wide, like the font of DrawingObjects.
 Measured measured;
-CharWidths widths; // all zeros at first, unlike the record above, which would put it into the program's file
 
 // A character that the font lacks is drawn in another one, with the width that it has there. The others are not
 // measured one by one, which takes the system far longer than a whole page does.
@@ -72,7 +73,7 @@ void ViewFont::Refresh() {
     measured.metrics.averageWidth = DrawingObjects::AverageWidth();
     measured.metrics.spaceWidth = DrawingObjects::SpaceWidth();
     measured.metrics.dpi = static_cast<int32_t>(DrawingObjects::Dpi());
-    widths.SetSource(FetchWidths, nullptr);
+    measured.widths.SetSource(FetchWidths, nullptr);
 }
 
 const ViewMetrics& ViewFont::Metrics() {
@@ -82,11 +83,11 @@ const ViewMetrics& ViewFont::Metrics() {
 
 CharWidths& ViewFont::Widths() {
     FollowFont();
-    return widths;
+    return measured.widths;
 }
 
 void ViewFont::Release() {
-    widths.Clear();
+    measured.widths.Clear();
     measured.dc.Reset();
     measured.generation = 0;
 }
