@@ -121,7 +121,7 @@ void ReportCrash(HMODULE(WINAPI* load)(LPCWSTR), DWORD(WINAPI* wait)(HANDLE, DWO
         {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
     };
     for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
-    const CrashReport report;
+    CrashReport report;
     const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
     ASSERT_TRUE(filter);
     EXCEPTION_RECORD record = {};

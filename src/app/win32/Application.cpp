@@ -46,7 +46,7 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
 
 // Everything that needs the heap.
 void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators) {
-    const CrashReport crashes;
+    CrashReport crashes;
     ViewClass views;
     SettingsStore store;
     KeepJournals(true);

@@ -18,61 +18,6 @@ constexpr DWORD MaxWaits[] = {5000, 30000};
 // Bytes of stack kept for the filter after a stack overflow.
 constexpr ULONG StackLeft = 0x8000;
 
-// What the filter uses: made at start, since after a crash there may be no memory to be had.
-struct Prepared {
-    WString library; // of the system, by its full name
-    WString folder;  // of the journals
-    WString dump;    // one for all crashes: the last one counts
-    WString told;    // what the user is told
-    WString toldWithDump;
-};
-Prepared prepared; // process-wide: the system passes the filter only the exception
-LONG crashes = 0;  // the first one is reported
-
-// The thread that has crashed, and what happened to it.
-struct Crash {
-    EXCEPTION_POINTERS* pointers;
-    DWORD thread;
-    HANDLE progress; // a semaphore: counted up when the report has begun, and again before its box comes up
-};
-
-bool Prepare() {
-    const auto systemFolder = [](wchar_t* out, DWORD size) { return GetSystemDirectoryW(out, size); };
-    return FillFromSystem(prepared.library, systemFolder) && Path::Join(prepared.library, u"dbghelp.dll") &&
-           Platform::RecoveryPath(JournalFolder, prepared.folder) && prepared.dump.Assign(prepared.folder) &&
-           Path::Join(prepared.dump, u"Orvane.dmp") &&
-           Text::AppendFormat(prepared.told,
-                              u"Orvane has come upon an error and has to end.\n"
-                              u"What was not saved is in %s. The next start offers it.",
-                              prepared.folder.Text()) &&
-           Text::AppendFormat(prepared.toldWithDump, u"%s\nWhat happened is described in %s.", prepared.told.Text(),
-                              prepared.dump.Text());
-}
-
-bool WriteDump(const Crash& crash) {
-    // Never freed: the process ends here.
-    const HMODULE library = LoadLibraryW(Wide(prepared.library.Text()));
-    decltype(&MiniDumpWriteDump) write = nullptr;
-    if (!library || !SystemLibrary::Find(library, write, "MiniDumpWriteDump")) return false;
-    SHCreateDirectoryExW(nullptr, Wide(prepared.folder.Text()), nullptr);
-    const KernelHandle file(
-        CreateFileW(Wide(prepared.dump.Text()), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-    MINIDUMP_EXCEPTION_INFORMATION exception = {crash.thread, crash.pointers, FALSE};
-    return file.IsValid() &&
-           write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal, &exception, nullptr, nullptr);
-}
-
-// On a thread of its own: the messages that a box handles would lead into what has crashed.
-DWORD WINAPI Report(void* parameter) {
-    const Crash& crash = *static_cast<const Crash*>(parameter);
-    ReleaseSemaphore(crash.progress, 1, nullptr);
-    SetThreadErrorMode(SEM_FAILCRITICALERRORS, nullptr); // its own: other threads' do not count
-    const WString& text = WriteDump(crash) ? prepared.toldWithDump : prepared.told;
-    ReleaseSemaphore(crash.progress, 1, nullptr);
-    MessageBoxW(nullptr, Wide(text.Text()), L"Orvane", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
-    return 0;
-}
-
 // Waits until the user has read the report, as long as it makes progress.
 void AwaitReport(HANDLE thread, HANDLE progress) {
     for (const DWORD wait : MaxWaits)
@@ -80,9 +25,54 @@ void AwaitReport(HANDLE thread, HANDLE progress) {
     WaitForSingleObject(thread, INFINITE);
 }
 
-LONG WINAPI OnException(EXCEPTION_POINTERS* pointers) {
+} // namespace
+
+CrashReport* CrashReport::installed = nullptr;
+
+// The thread that has crashed, and what happened to it.
+struct CrashReport::Crash {
+    EXCEPTION_POINTERS* pointers;
+    DWORD thread;
+    HANDLE progress; // a semaphore: counted up when the report has begun, and again before its box comes up
+};
+
+bool CrashReport::Prepare() {
+    const auto systemFolder = [](wchar_t* out, DWORD size) { return GetSystemDirectoryW(out, size); };
+    return FillFromSystem(library, systemFolder) && Path::Join(library, u"dbghelp.dll") &&
+           Platform::RecoveryPath(JournalFolder, folder) && dump.Assign(folder) && Path::Join(dump, u"Orvane.dmp") &&
+           Text::AppendFormat(told,
+                              u"Orvane has come upon an error and has to end.\n"
+                              u"What was not saved is in %s. The next start offers it.",
+                              folder.Text()) &&
+           Text::AppendFormat(toldWithDump, u"%s\nWhat happened is described in %s.", told.Text(), dump.Text());
+}
+
+bool CrashReport::WriteDump(const Crash& crash) const {
+    // Never freed: the process ends here.
+    const HMODULE helper = LoadLibraryW(Wide(library.Text()));
+    decltype(&MiniDumpWriteDump) write = nullptr;
+    if (!helper || !SystemLibrary::Find(helper, write, "MiniDumpWriteDump")) return false;
+    SHCreateDirectoryExW(nullptr, Wide(folder.Text()), nullptr);
+    const KernelHandle file(CreateFileW(Wide(dump.Text()), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    MINIDUMP_EXCEPTION_INFORMATION exception = {crash.thread, crash.pointers, FALSE};
+    return file.IsValid() &&
+           write(GetCurrentProcess(), GetCurrentProcessId(), file.Get(), MiniDumpNormal, &exception, nullptr, nullptr);
+}
+
+// On a thread of its own: the messages that a box handles would lead into what has crashed.
+DWORD WINAPI CrashReport::Report(void* parameter) {
+    const Crash& crash = *static_cast<const Crash*>(parameter);
+    ReleaseSemaphore(crash.progress, 1, nullptr);
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS, nullptr); // its own: other threads' do not count
+    const WString& text = installed->WriteDump(crash) ? installed->toldWithDump : installed->told;
+    ReleaseSemaphore(crash.progress, 1, nullptr);
+    MessageBoxW(nullptr, Wide(text.Text()), L"Orvane", MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+    return 0;
+}
+
+LONG WINAPI CrashReport::OnException(EXCEPTION_POINTERS* pointers) {
     // Another thread that crashes meanwhile, or the report itself, waits for the end of the process.
-    if (InterlockedIncrement(&crashes) > 1) {
+    if (InterlockedIncrement(&installed->crashes) > 1) {
         Sleep(INFINITE);
         return EXCEPTION_EXECUTE_HANDLER;
     }
@@ -95,16 +85,15 @@ LONG WINAPI OnException(EXCEPTION_POINTERS* pointers) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-} // namespace
-
-CrashReport::CrashReport() : before(nullptr) {
-    crashes = 0;
+CrashReport::CrashReport() {
     ULONG left = StackLeft;
     SetThreadStackGuarantee(&left);
-    if (Prepare()) before = SetUnhandledExceptionFilter(OnException);
+    if (!Prepare()) return;
+    installed = this;
+    before = SetUnhandledExceptionFilter(OnException);
 }
 
 CrashReport::~CrashReport() {
     SetUnhandledExceptionFilter(before);
-    prepared = Prepared();
+    installed = nullptr;
 }
