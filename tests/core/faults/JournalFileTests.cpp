@@ -225,6 +225,28 @@ TEST_F(LargeTextJournalTest, ATextThatStillHasATitleIsNotBuiltOnTheFileItWasSave
     EXPECT_EQ(Recover(TheJournal()).name, u"Untitled1");
 }
 
+TEST_F(LargeTextJournalTest, AfterAnEditWithoutJournalsATextIsNotBuiltOnItsFile) {
+    TextDocument document;
+    disk.Write(Target, LargeFile());
+    ASSERT_TRUE(document->Load(Target, false));
+    KeepJournals(false);
+    Insert(document, u"before");
+    KeepJournals(true);
+    Insert(document, u"new");
+    ExpectWholeText(document);
+}
+
+TEST_F(LargeTextJournalTest, ATextThatWasEmptiedIsNotBuiltOnItsFile) {
+    TextDocument document;
+    const std::string bytes = LargeFile();
+    const std::u16string text(bytes.begin(), bytes.end());
+    disk.Write(Target, bytes);
+    ASSERT_TRUE(document->Load(Target, false));
+    document->EmptyAndResetUndo();
+    ASSERT_TRUE(document->InsertText(0, text.c_str(), static_cast<uint32_t>(text.size())));
+    ExpectWholeText(document);
+}
+
 TEST_F(LargeTextJournalTest, AReturnInTheTextWouldNotComeBackFromTheFile) {
     TextDocument document;
     disk.Write(Target, LargeFile());

@@ -38,6 +38,30 @@ TEST_F(TextJournalTest, AModifiedTextHasOneAndLosesItWhenItIsSaved) {
     EXPECT_EQ(Journals().size(), 0u);
 }
 
+TEST_F(TextJournalTest, TheEncodingAndTheLineEndsComeBack) {
+    const struct {
+        std::string bytes;
+        Encoding encoding;
+        LineEnding style;
+    } files[] = {{std::string("\xFF\xFE"
+                              "a\0\r\0\n\0",
+                              8),
+                  Encoding::Unicode, LineEnding::Dos},
+                 {std::string("\xFE\xFF\0a\0\n", 6), Encoding::UnicodeBigEndian, LineEnding::Unix},
+                 {"\xEF\xBB\xBF"
+                  "a\n\r\n",
+                  Encoding::Utf8, LineEnding::Mixed}};
+    for (const auto& file : files) {
+        TextDocument document;
+        Load(document, file.bytes);
+        Insert(document, 0, u"new ");
+        ASSERT_TRUE(document->FlushJournal());
+        const Result result = Recover(TheJournal());
+        EXPECT_EQ(result.encoding, file.encoding);
+        EXPECT_EQ(result.style, file.style);
+    }
+}
+
 TEST_F(TextJournalTest, AFailedSaveKeepsIt) {
     TextDocument document;
     Load(document, "one\n");
