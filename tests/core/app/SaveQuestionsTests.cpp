@@ -117,6 +117,15 @@ TEST_F(SaveQuestionsTest, NoLeadsToSaveAsWhereItIsAskedAgain) {
     EXPECT_EQ(std::u16string(document.GetName()), folder.Path("utf8.txt"));
 }
 
+TEST_F(SaveQuestionsTest, ATextThatGetsAFileIsCalledByIt) {
+    TextBuffer& document = Open("text");
+    ASSERT_TRUE(document.SetTitle(u"Untitled1"));
+    dialog.names = {folder.Path("new.txt")};
+    EXPECT_TRUE(saver.SaveAs(document));
+    EXPECT_EQ(std::u16string(document.GetTitle()), u"");
+    EXPECT_EQ(std::u16string(document.GetName()), folder.Path("new.txt"));
+}
+
 TEST_F(SaveQuestionsTest, AFileThatHasChangedOnDiskIsAskedAbout) {
     TextBuffer& document = Open("text");
     WriteOutside("theirs");
