@@ -9,8 +9,7 @@
 #include <optional>
 #include <utility>
 
-// What the automation library was called with. Its functions are found once in a process, so that these are put in
-// their places before, for all tests.
+// What the automation library is called with while one of these lives.
 class AutomationCalls {
 public:
     struct Event {
@@ -19,13 +18,16 @@ public:
         std::u16string value;
     };
 
-    static bool Install() {
-        static const bool installed = [] {
-            const ReplacedImport find("GetProcAddress", reinterpret_cast<void*>(Find));
-            real = reinterpret_cast<decltype(real)>(find.Original());
-            return find.IsImported() && AccessibleLibraries::GetAutomation() && AccessibleLibraries::GetClassic();
-        }();
-        return installed && returnProvider && disconnect;
+    AutomationCalls() {
+        real = reinterpret_cast<decltype(real)>(find.Original());
+        events.clear();
+        disconnected.clear();
+        isListening = true;
+    }
+    // Whether they will be seen: the libraries are there and have what it takes.
+    bool AreRecorded() const {
+        AccessibleLibraries libraries;
+        return find.IsImported() && libraries.GetAutomation() && libraries.GetClassic() && returnProvider && disconnect;
     }
 
     static inline IRawElementProviderSimple* returned = nullptr; // to the last WM_GETOBJECT; not counted
@@ -73,7 +75,13 @@ private:
     static inline decltype(AccessibleLibraries::Automation::raiseEvent) raiseEvent = nullptr;
     static inline decltype(AccessibleLibraries::Automation::raisePropertyChange) raiseChange = nullptr;
     static inline decltype(AccessibleLibraries::Automation::areClientsListening) listening = nullptr;
+
+    const ReplacedImport find{"GetProcAddress", reinterpret_cast<void*>(Find)};
 };
+
+inline void FreeText(BSTR text) { SysFreeString(text); }
+// One of the test's own.
+using HeldText = Held<BSTR, FreeText>;
 
 // A text that a client was given, freed.
 inline std::u16string Taken(BSTR text) {
@@ -86,10 +94,7 @@ inline std::u16string Taken(BSTR text) {
 class AccessibleViewTest : public TextViewTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(AutomationCalls::Install());
-        AutomationCalls::events.clear();
-        AutomationCalls::disconnected.clear();
-        AutomationCalls::isListening = true;
+        ASSERT_TRUE(automationCalls.AreRecorded());
         viewHost.useOle = [this] { return ole->Use(); };
         ASSERT_NO_FATAL_FAILURE(TextViewTest::SetUp());
     }
@@ -116,6 +121,7 @@ protected:
         return static_cast<Pattern*>(pattern);
     }
 
+    const AutomationCalls automationCalls;
     std::optional<Ole> ole{std::in_place};
     FakeHost viewHost;
 };

@@ -7,7 +7,7 @@ namespace {
 class HexReaderTest : public HexFrameTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(AutomationCalls::Install());
+        ASSERT_TRUE(automationCalls.AreRecorded());
         ASSERT_NO_FATAL_FAILURE(HexFrameTest::SetUp());
     }
     static std::u16string ValueOf(IRawElementProviderSimple* element) {
@@ -18,6 +18,8 @@ protected:
         EXPECT_EQ(value->get_Value(&text), S_OK);
         return Taken(text);
     }
+
+    const AutomationCalls automationCalls;
 };
 
 TEST_F(HexReaderTest, APaneOfBytesHasANameAndARow) {

@@ -222,7 +222,7 @@ TEST_F(TextPatternTest, LettersOfOtherAlphabetsAreFoundInEitherCase) {
         {L"\u044F\u0417\u042B\u043A", u"\u042F\u0437\u044B\u043A"},
         {L"\u03BB\u03BF\u03B3\u03BF\u03C2", u"\u039B\u039F\u0393\u039F\u03A3"}};
     for (const auto& [wanted, expected] : words) {
-        const AccessibleLibraries::HeldText text(SysAllocString(wanted));
+        const HeldText text(SysAllocString(wanted));
         ITextRangeProvider* found = nullptr;
         EXPECT_EQ(all->FindText(text.Get(), FALSE, FALSE, &found), S_OK);
         EXPECT_EQ(found, nullptr);
@@ -447,7 +447,7 @@ void AnyCallTest::Call(Range& range) {
     int number = 0;
     BOOL same = FALSE;
     ITextRangeProvider* found = nullptr;
-    const AccessibleLibraries::HeldText wanted(SysAllocString(L"a"));
+    const HeldText wanted(SysAllocString(L"a"));
     switch (random.Below(12)) {
     case 0:
         EXPECT_EQ(range->ExpandToEnclosingUnit(Unit()), S_OK);

@@ -8,6 +8,8 @@ namespace SystemLibrary {
 // Loads a library by its full name, so that no other one of that name is ever loaded. `name` begins with a backslash.
 // Null when it is not there; else the caller's to free.
 HMODULE Load(const wchar_t* name);
+// Whether somebody in the process has loaded that library.
+bool IsLoaded(const wchar_t* name);
 
 // Finds a function by its name. False when the library does not have it; `function` is null then.
 template <class Function> bool Find(HMODULE library, Function& function, const char* name) {

@@ -1,7 +1,6 @@
 #include "view/win32/TextPattern.h"
 
 #include "view/win32/TextRangeProvider.h"
-#include "viewbase/win32/AccessibleLibraries.h"
 
 #include <algorithm>
 
@@ -23,7 +22,7 @@ HRESULT TextPattern::Return(TextRange range, ITextRangeProvider** out) const {
 HRESULT TextPattern::ReturnArray(TextRange range, SAFEARRAY** out) const {
     ComReference<ITextRangeProvider> only(new TextRangeProvider(*provider.Get(), text, AccessibleRange(range)));
     void* items = nullptr;
-    if (only.IsValid()) *out = AccessibleLibraries::MakeArray(VT_UNKNOWN, 1, items);
+    if (only.IsValid()) *out = provider->Libraries().MakeArray(VT_UNKNOWN, 1, items);
     if (!*out) return E_OUTOFMEMORY;
     only->AddRef();
     *static_cast<IUnknown**>(items) = only.Get();

@@ -1,7 +1,6 @@
 #include "view/win32/TextRangeProvider.h"
 
 #include "view/ShownText.h"
-#include "viewbase/win32/AccessibleLibraries.h"
 
 #include <initializer_list>
 
@@ -22,11 +21,11 @@ RangeEnd EndOf(TextPatternRangeEndpoint end) {
 }
 
 // Left, top, width and height of each, in pixels of the screen.
-SAFEARRAY* MakeRectangles(HWND window, const Array<ClientRectangle>& seen) {
+SAFEARRAY* MakeRectangles(ViewProvider& provider, const Array<ClientRectangle>& seen) {
     POINT origin = {};
-    ClientToScreen(window, &origin);
+    ClientToScreen(provider.Window(), &origin);
     void* items = nullptr;
-    SAFEARRAY* const array = AccessibleLibraries::MakeArray(VT_R8, static_cast<ULONG>(seen.Count() * 4), items);
+    SAFEARRAY* const array = provider.Libraries().MakeArray(VT_R8, static_cast<ULONG>(seen.Count() * 4), items);
     if (!array) return nullptr;
     auto* out = static_cast<double*>(items);
     for (size_t i = 0; i < seen.Count(); ++i) {
@@ -116,7 +115,7 @@ HRESULT TextRangeProvider::FindText(BSTR wanted, BOOL backward, BOOL ignoreCase,
     *out = nullptr;
     if (!wanted) return E_INVALIDARG;
     if (provider->IsCut()) return Uia::NotAvailable;
-    const AccessibleRange::Wanted query = {FromWide(wanted), AccessibleLibraries::LengthOf(wanted), backward != FALSE,
+    const AccessibleRange::Wanted query = {FromWide(wanted), provider->Libraries().LengthOf(wanted), backward != FALSE,
                                            ignoreCase == FALSE};
     uint32_t found = 0;
     if (!held.range.Find(text.Text(), query, found)) return E_OUTOFMEMORY;
@@ -128,7 +127,7 @@ HRESULT TextRangeProvider::GetAttributeValue(TEXTATTRIBUTEID attribute, VARIANT*
     *out = VARIANT();
     if (provider->IsCut()) return Uia::NotAvailable;
     if (GetAttribute(attribute, *out)) return S_OK;
-    const auto* automation = AccessibleLibraries::GetAutomation();
+    const auto* automation = provider->Libraries().GetAutomation();
     if (!automation) return E_FAIL;
     const HRESULT result = automation->notSupported(&out->punkVal);
     if (SUCCEEDED(result)) out->vt = VT_UNKNOWN;
@@ -140,7 +139,7 @@ HRESULT TextRangeProvider::GetBoundingRectangles(SAFEARRAY** out) {
     *out = nullptr;
     if (provider->IsCut()) return Uia::NotAvailable;
     Array<ClientRectangle> seen;
-    if (text.AppendRectangles(held.range, seen)) *out = MakeRectangles(provider->Window(), seen);
+    if (text.AppendRectangles(held.range, seen)) *out = MakeRectangles(*provider.Get(), seen);
     return *out ? S_OK : E_OUTOFMEMORY;
 }
 
@@ -158,7 +157,7 @@ HRESULT TextRangeProvider::GetText(int limit, BSTR* out) {
     *out = nullptr;
     if (provider->IsCut()) return Uia::NotAvailable;
     const TextRange part = held.range.Readable(text.Text(), limit);
-    *out = AccessibleLibraries::MakeText(nullptr, part.Length());
+    *out = provider->Libraries().MakeText(nullptr, part.Length());
     if (!*out) return E_OUTOFMEMORY;
     text.Text().Copy(part, FromWide(*out));
     return S_OK;
@@ -210,6 +209,6 @@ HRESULT TextRangeProvider::GetChildren(SAFEARRAY** out) {
     *out = nullptr;
     if (provider->IsCut()) return Uia::NotAvailable;
     void* items = nullptr;
-    *out = AccessibleLibraries::MakeArray(VT_UNKNOWN, 0, items);
+    *out = provider->Libraries().MakeArray(VT_UNKNOWN, 0, items);
     return *out ? S_OK : E_OUTOFMEMORY;
 }

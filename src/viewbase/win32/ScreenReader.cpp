@@ -1,6 +1,5 @@
 #include "viewbase/win32/ScreenReader.h"
 
-#include "viewbase/win32/AccessibleLibraries.h"
 #include "viewbase/win32/ViewAccessible.h"
 
 namespace {
@@ -24,12 +23,12 @@ LRESULT ScreenReader::Answer(HWND window, WPARAM wparam, LPARAM lparam) {
     if (!provider.IsValid()) changes.Skip(source.Accessible().State()); // it reads that by itself
     if (!Provider(window)) return 0;
     if (object == static_cast<LONG>(OBJID_CLIENT)) return AnswerClassic(window, wparam);
-    const auto* automation = AccessibleLibraries::GetAutomation();
+    const auto* automation = provider->Libraries().GetAutomation();
     return automation ? automation->returnProvider(window, wparam, object, provider.Get()) : 0;
 }
 
 LRESULT ScreenReader::AnswerClassic(HWND window, WPARAM wparam) {
-    const auto* classic = AccessibleLibraries::GetClassic();
+    const auto* classic = provider->Libraries().GetClassic();
     if (!classic) return 0;
     void* standard = nullptr;
     if (FAILED(classic->standardObject(window, OBJID_CLIENT, __uuidof(IAccessible), &standard))) standard = nullptr;
@@ -59,35 +58,36 @@ void ScreenReader::Tell(HWND window, const AccessibleEvents& events) {
     if (events.name) NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
     if (events.value) NotifyWinEvent(EVENT_OBJECT_VALUECHANGE, window, OBJID_CLIENT, CHILDID_SELF);
     if (events.selection) NotifyWinEvent(TextSelectionChanged, window, OBJID_CLIENT, CHILDID_SELF);
-    const auto* automation = AccessibleLibraries::LoadedAutomation();
-    if (automation && automation->areClientsListening() && Provider(window)) TellAutomation(events);
+    // The library may have been loaded for another view's window.
+    if (!AccessibleLibraries::IsAutomationLoaded() || !Provider(window)) return;
+    const auto* automation = provider->Libraries().GetAutomation();
+    if (automation && automation->areClientsListening()) TellAutomation(*automation, events);
 }
 
 // The value last: a client may read what the events before it have announced.
-void ScreenReader::TellAutomation(const AccessibleEvents& events) {
-    const auto* automation = AccessibleLibraries::LoadedAutomation();
+void ScreenReader::TellAutomation(const Automation& automation, const AccessibleEvents& events) {
     // A client that is told may have the window closed before the next event.
     ComReference<ViewProvider> told;
     told.Share(provider.Get());
     const bool hasText = told->Element().HasText();
-    if (events.focus) automation->raiseEvent(told.Get(), Uia::FocusChanged);
-    if (events.text && hasText) automation->raiseEvent(told.Get(), Uia::TextChanged);
-    if (events.selection && hasText) automation->raiseEvent(told.Get(), Uia::SelectionChanged);
+    if (events.focus) automation.raiseEvent(told.Get(), Uia::FocusChanged);
+    if (events.text && hasText) automation.raiseEvent(told.Get(), Uia::TextChanged);
+    if (events.selection && hasText) automation.raiseEvent(told.Get(), Uia::SelectionChanged);
     BSTR text = nullptr;
-    if (events.name && !told->IsCut() && AccessibleTexts::GetName(told->Element(), text) == S_OK)
-        TellText(*told.Get(), UIA_NamePropertyId, text);
-    if (events.value && !told->IsCut() && AccessibleTexts::GetValue(told->Element(), text) == S_OK)
-        TellText(*told.Get(), UIA_ValueValuePropertyId, text);
+    if (events.name && !told->IsCut() && AccessibleTexts::GetName(*told.Get(), text) == S_OK)
+        TellText(automation, *told.Get(), UIA_NamePropertyId, text);
+    if (events.value && !told->IsCut() && AccessibleTexts::GetValue(*told.Get(), text) == S_OK)
+        TellText(automation, *told.Get(), UIA_ValueValuePropertyId, text);
 }
 
 // Takes the text over.
-void ScreenReader::TellText(ViewProvider& told, PROPERTYID property, BSTR text) {
-    const AccessibleLibraries::HeldText held(text);
+void ScreenReader::TellText(const Automation& automation, ViewProvider& told, PROPERTYID property, BSTR text) {
     const VARIANT before = {};
     VARIANT now = {};
     now.vt = VT_BSTR;
     now.bstrVal = text;
-    AccessibleLibraries::LoadedAutomation()->raisePropertyChange(&told, property, before, now);
+    automation.raisePropertyChange(&told, property, before, now);
+    told.Libraries().FreeText(text);
 }
 
 void ScreenReader::Leave() {
@@ -95,7 +95,7 @@ void ScreenReader::Leave() {
     timerSet = false;
     if (!provider.IsValid()) return;
     provider->Cut();
-    if (const auto* automation = AccessibleLibraries::LoadedAutomation()) {
+    if (const auto* automation = provider->Libraries().FoundAutomation()) {
         // Both let go of what clients still hold: of the window's and of the element's.
         automation->returnProvider(provider->Window(), 0, 0, nullptr);
         automation->disconnect(provider.Get());

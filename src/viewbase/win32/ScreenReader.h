@@ -30,13 +30,15 @@ public:
     void Leave();
 
 private:
+    using Automation = AccessibleLibraries::Automation;
+
     // Null without memory.
     ViewProvider* Provider(HWND window);
     void StartTimer(HWND window);
     LRESULT AnswerClassic(HWND window, WPARAM wparam);
     void Tell(HWND window, const AccessibleEvents& events);
-    void TellAutomation(const AccessibleEvents& events);
-    static void TellText(ViewProvider& told, PROPERTYID property, BSTR text);
+    void TellAutomation(const Automation& automation, const AccessibleEvents& events);
+    static void TellText(const Automation& automation, ViewProvider& told, PROPERTYID property, BSTR text);
 
     static inline bool isAsked = false; // by whomever, any window of the process
 

@@ -62,12 +62,12 @@ HRESULT ViewAccessible::get_accChild(VARIANT child, IDispatch** out) {
 
 HRESULT ViewAccessible::get_accName(VARIANT child, BSTR* out) {
     const HRESULT result = NoText(child, out);
-    return result == S_FALSE ? AccessibleTexts::GetName(provider->Element(), *out) : result;
+    return result == S_FALSE ? AccessibleTexts::GetName(*provider.Get(), *out) : result;
 }
 
 HRESULT ViewAccessible::get_accValue(VARIANT child, BSTR* out) {
     const HRESULT result = NoText(child, out);
-    return result == S_FALSE ? AccessibleTexts::GetValue(provider->Element(), *out) : result;
+    return result == S_FALSE ? AccessibleTexts::GetValue(*provider.Get(), *out) : result;
 }
 
 HRESULT ViewAccessible::get_accRole(VARIANT child, VARIANT* out) {

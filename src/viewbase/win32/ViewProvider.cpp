@@ -1,7 +1,6 @@
 #include "viewbase/win32/ViewProvider.h"
 
 #include "base/Text.h"
-#include "viewbase/win32/AccessibleLibraries.h"
 
 namespace {
 
@@ -16,7 +15,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_Value(BSTR* out) override {
         if (!out) return E_INVALIDARG;
         *out = nullptr;
-        return provider->IsCut() ? Uia::NotAvailable : AccessibleTexts::GetValue(provider->Element(), *out);
+        return provider->IsCut() ? Uia::NotAvailable : AccessibleTexts::GetValue(*provider.Get(), *out);
     }
     HRESULT STDMETHODCALLTYPE get_IsReadOnly(BOOL* out) override {
         if (!out) return E_INVALIDARG;
@@ -42,14 +41,15 @@ HRESULT FinishText(BSTR made, BSTR& out) {
 
 } // namespace
 
-HRESULT AccessibleTexts::GetName(const AccessibleElement& element, BSTR& out) {
-    const Char* name = element.Name();
-    return FinishText(AccessibleLibraries::MakeText(name, Text::Length(name)), out);
+HRESULT AccessibleTexts::GetName(ViewProvider& provider, BSTR& out) {
+    const Char* name = provider.Element().Name();
+    return FinishText(provider.Libraries().MakeText(name, Text::Length(name)), out);
 }
 
-HRESULT AccessibleTexts::GetValue(AccessibleElement& element, BSTR& out) {
+HRESULT AccessibleTexts::GetValue(ViewProvider& provider, BSTR& out) {
     WString value;
-    return element.AppendValue(value) ? FinishText(AccessibleLibraries::MakeText(value), out) : E_OUTOFMEMORY;
+    if (!provider.Element().AppendValue(value)) return E_OUTOFMEMORY;
+    return FinishText(provider.Libraries().MakeText(value), out);
 }
 
 HRESULT ViewProvider::get_ProviderOptions(ProviderOptions* out) {
@@ -78,7 +78,7 @@ HRESULT ViewProvider::GetPropertyValue(PROPERTYID property, VARIANT* out) {
         out->lVal = Element().HasText() ? Uia::DocumentControl : Uia::EditControl;
         break;
     case UIA_NamePropertyId: {
-        const HRESULT result = AccessibleTexts::GetName(Element(), out->bstrVal);
+        const HRESULT result = AccessibleTexts::GetName(*this, out->bstrVal);
         if (result == S_OK) out->vt = VT_BSTR;
         return result;
     }
@@ -100,6 +100,6 @@ HRESULT ViewProvider::get_HostRawElementProvider(IRawElementProviderSimple** out
     if (!out) return E_INVALIDARG;
     *out = nullptr;
     if (IsCut()) return Uia::NotAvailable;
-    const auto* automation = AccessibleLibraries::GetAutomation();
+    const auto* automation = libraries.GetAutomation();
     return automation ? automation->hostProvider(window, out) : E_FAIL;
 }

@@ -2,6 +2,7 @@
 
 #include "viewbase/AccessibleElement.h"
 #include "viewbase/win32/AccessibleInterfaces.h"
+#include "viewbase/win32/AccessibleLibraries.h"
 #include "viewbase/win32/ComObject.h"
 
 class ViewProvider;
@@ -34,6 +35,8 @@ public:
     // The window is gone, or shows another view.
     void Cut() { source = nullptr; }
     bool IsCut() const { return source == nullptr; }
+    // Of all objects that are had from here.
+    AccessibleLibraries& Libraries() { return libraries; }
     // The rest is for as long as the link is not cut.
     HWND Window() const { return window; }
     AccessibleElement& Element() const { return source->Accessible(); }
@@ -48,10 +51,11 @@ public:
 private:
     HWND window;
     AccessibleWindow* source;
+    AccessibleLibraries libraries;
 };
 
-// The name and the value of an element as strings for a client: E_OUTOFMEMORY without memory.
+// The name and the value of an element, which is not cut, as strings for a client: E_OUTOFMEMORY without memory.
 namespace AccessibleTexts {
-HRESULT GetName(const AccessibleElement& element, BSTR& out);
-HRESULT GetValue(AccessibleElement& element, BSTR& out);
+HRESULT GetName(ViewProvider& provider, BSTR& out);
+HRESULT GetValue(ViewProvider& provider, BSTR& out);
 } // namespace AccessibleTexts
