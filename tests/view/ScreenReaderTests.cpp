@@ -22,14 +22,18 @@ struct WinEvent {
 };
 std::vector<WinEvent> winEvents;
 
+BOOL isHooked; // whether somebody listens for events
+BOOL WINAPI IsHooked(DWORD) { return isHooked; }
+
 void WINAPI TakeWinEvent(DWORD event, HWND window, LONG object, LONG) { winEvents.push_back({event, window, object}); }
 
 class ScreenReaderTest : public AccessibleViewTest {
 protected:
     void SetUp() override {
         ASSERT_NO_FATAL_FAILURE(AccessibleViewTest::SetUp());
-        ASSERT_TRUE(notify.IsImported());
+        ASSERT_TRUE(notify.IsImported() && hook.IsImported());
         winEvents.clear();
+        isHooked = TRUE;
     }
     // As a client in the same process gets the older object.
     IAccessible* AskClassic() const {
@@ -62,6 +66,11 @@ protected:
         return taken;
     }
 
+    // Whether a timer was set since the last question, as it is for something to tell.
+    bool HasToTell() { return timers.Take() > 0; }
+
+    const ReplacedImport hook{"IsWinEventHookInstalled", reinterpret_cast<void*>(IsHooked)};
+    CallCounter<8, decltype(SetTimer)> timers{"SetTimer"};
     const ReplacedImport notify{"NotifyWinEvent", reinterpret_cast<void*>(TakeWinEvent)};
     const LPFNACCESSIBLEOBJECTFROMWINDOW accessibleObjectFromWindow = reinterpret_cast<LPFNACCESSIBLEOBJECTFROMWINDOW>(
         reinterpret_cast<void*>(GetProcAddress(LoadLibraryW(L"oleacc.dll"), "AccessibleObjectFromWindow")));
@@ -314,6 +323,60 @@ TEST_F(ScreenReaderTest, AnotherViewInTheSameWindowIsToldAsAFocus) {
     EXPECT_EQ(winEvents[0].object, static_cast<LONG>(OBJID_CLIENT));
     EXPECT_EQ(TakeWinEvents(), (WinNumbers{FocusChange, SelectionChange}));
     EXPECT_EQ(TakeEvents(), (Numbers{Uia::FocusChanged, Uia::SelectionChanged}));
+    // The client has the new element with that, and may ask the window nothing.
+    SendMessageW(window, WM_CHAR, 'x', 1);
+    ASSERT_TRUE(WaitForEvents());
+    EXPECT_EQ(TakeWinEvents(), (WinNumbers{ValueChange, SelectionChange}));
+    EXPECT_EQ(TakeEvents(), (Numbers{Uia::TextChanged, Uia::SelectionChanged, UIA_ValueValuePropertyId}));
+    second->Detach();
+}
+
+// The focus has led every client to a window of its own, and one that wants more to know of it asks it.
+TEST_F(ScreenReaderTest, AWindowThatNobodyHasAskedTellsNothing) {
+    Show(u"first");
+    const ComReference<IRawElementProviderSimple> first(Ask());
+    TextDocument other(u"");
+    auto* second = static_cast<TextView*>(other->CreateView(frame)->AsView());
+    second->SetHost(&viewHost);
+    const HWND window = second->GetWindow();
+    SetForegroundWindow(frame);
+    SetFocus(window);
+    ASSERT_EQ(GetFocus(), window);
+    HasToTell();
+    SendMessageW(window, WM_CHAR, 'x', 1);
+    EXPECT_FALSE(HasToTell());
+    EXPECT_NE(SendMessageW(window, WM_GETOBJECT, 0, Uia::RootObject), 0);
+    SendMessageW(window, WM_CHAR, 'y', 1);
+    EXPECT_TRUE(HasToTell());
+    ASSERT_TRUE(WaitForEvents());
+    EXPECT_EQ(winEvents[0].window, window);
+    EXPECT_EQ(TakeWinEvents(), (WinNumbers{ValueChange, SelectionChange}));
+    EXPECT_EQ(TakeEvents(), (Numbers{Uia::TextChanged, Uia::SelectionChanged, UIA_ValueValuePropertyId}));
+}
+
+// The system tells nobody of a view that comes into a window with the focus: only its reader can, and it was not asked.
+TEST_F(ScreenReaderTest, AViewThatNobodyHasAskedTellsThatItIsShown) {
+    AutomationCalls::isListening = false;
+    Show(u"first");
+    TextDocument other(u"second");
+    auto* second = static_cast<TextView*>(other->CreateView(nullptr)->AsView());
+    second->SetHost(&viewHost);
+    FocusView();
+    const HWND window = Window();
+    view->Detach();
+    HasToTell();
+    isHooked = FALSE;
+    second->Attach(window);
+    EXPECT_FALSE(HasToTell()) << "nobody listens";
+    second->Detach();
+    isHooked = TRUE;
+    second->Attach(window);
+    EXPECT_TRUE(HasToTell());
+    ASSERT_TRUE(WaitForEvents());
+    EXPECT_EQ(TakeWinEvents(), (WinNumbers{FocusChange, SelectionChange}));
+    EXPECT_TRUE(TakeEvents().empty());
+    SendMessageW(window, WM_CHAR, 'x', 1);
+    EXPECT_FALSE(HasToTell());
     second->Detach();
 }
 

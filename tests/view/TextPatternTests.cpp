@@ -233,6 +233,26 @@ TEST_F(TextPatternTest, LettersOfOtherAlphabetsAreFoundInEitherCase) {
     }
 }
 
+// A reader may read a whole text by characters.
+TEST_F(TextPatternTest, ReadingByCharactersLooksNoFunctionUp) {
+    ShowText(u"one two three");
+    const Range range(Part(0, 1));
+    VARIANT value = {};
+    CallCounter<9, decltype(GetProcAddress)> lookups("GetProcAddress");
+    ASSERT_TRUE(lookups.IsImported());
+    std::u16string read;
+    int moved = 0;
+    for (int i = 0; i < 13; ++i) {
+        read += Read(range.Get());
+        EXPECT_EQ(Rectangles(range.Get()).size(), 4u);
+        EXPECT_EQ(range->GetAttributeValue(0, &value), S_OK);
+        if (value.vt == VT_UNKNOWN) value.punkVal->Release();
+        range->Move(TextUnit_Character, 1, &moved);
+    }
+    EXPECT_EQ(read, u"one two three");
+    EXPECT_EQ(lookups.Take(), 0);
+}
+
 TEST_F(TextPatternTest, CaretAndSelectionAreRangesAndCanBeSet) {
     ShowText(u"one\ntwo");
     Editor().SelectRange({5, 2});

@@ -38,12 +38,14 @@ LRESULT ScreenReader::AnswerClassic(HWND window, WPARAM wparam) {
 }
 
 void ScreenReader::Shown(HWND window) {
-    if (!isAsked) return;
+    if (!isAsked && !IsWinEventHookInstalled(EVENT_OBJECT_FOCUS)) return;
     changes.DocumentShown();
-    Changed(window);
+    StartTimer(window);
 }
 
-void ScreenReader::StartTimer(HWND window) { timerSet = timer.Set(window, TimerNumber, Delay); }
+void ScreenReader::StartTimer(HWND window) {
+    if (!timerSet) timerSet = timer.Set(window, TimerNumber, Delay);
+}
 
 void ScreenReader::OnTimer(HWND window) {
     timer.Stop();
@@ -66,6 +68,7 @@ void ScreenReader::Tell(HWND window, const AccessibleEvents& events) {
 
 // The value last: a client may read what the events before it have announced.
 void ScreenReader::TellAutomation(const Automation& automation, const AccessibleEvents& events) {
+    isAsked = true; // clients get the element with the event
     // A client that is told may have the window closed before the next event.
     ComReference<ViewProvider> told;
     told.Share(provider.Get());

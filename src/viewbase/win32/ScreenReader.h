@@ -3,8 +3,10 @@
 #include "viewbase/AccessibleChanges.h"
 #include "viewbase/win32/ViewProvider.h"
 
-// A window's side of screen readers: answers their queries and raises events. Nothing is loaded, created or raised
-// before one has queried a window of the process.
+// A view's side of screen readers: answers their queries and raises events. Before one has queried it, nothing is
+// loaded for it and one event alone is raised: that it has come under the focus, which the system raises for windows
+// only. That is how a reader learns of a view that it is to query, so those that it has not queried have nothing else
+// to tell.
 //
 // The focused window raises all pending events together when a timer fires that the first change has started: a reader
 // hears of them when the user has paused, or some thirty times a second, and not once for each of 10,000 lines.
@@ -17,11 +19,12 @@ public:
 
     // WM_GETOBJECT: the answer, or 0 when it is the system's to answer, as it is when OLE is not there.
     LRESULT Answer(HWND window, WPARAM wparam, LPARAM lparam);
-    // The window shows the view from now on, without a change of the focus, which it had already.
+    // The window shows the view from now on, without a change of the focus, which it had already. Told to whoever
+    // listens for the focus.
     void Shown(HWND window);
     // Something may be different: the caret has moved, or something is painted again.
     void Changed(HWND window) {
-        if (isAsked && !timerSet) StartTimer(window);
+        if (isAsked) StartTimer(window);
     }
     // WM_TIMER of the number below.
     static constexpr UINT_PTR TimerNumber = 2;
@@ -40,9 +43,8 @@ private:
     void TellAutomation(const Automation& automation, const AccessibleEvents& events);
     static void TellText(const Automation& automation, ViewProvider& told, PROPERTYID property, BSTR text);
 
-    static inline bool isAsked = false; // by whomever, any window of the process
-
     AccessibleWindow& source;
+    bool isAsked = false; // by whomever, since the view is there
     ComReference<ViewProvider> provider;
     AccessibleChanges changes;
     WindowTimer timer;
