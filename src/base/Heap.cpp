@@ -4,7 +4,7 @@
 
 namespace {
 
-// One for the process, as the heap is: whoever allocates holds no object of it.
+// Process-wide, as the heap is: whoever allocates holds no object of it.
 Heap::FailureHook failureHook = nullptr;
 
 bool ShouldFail() { return failureHook && failureHook(); }

@@ -8,7 +8,7 @@
 // NOLINTBEGIN(bugprone-reserved-identifier): the compiler's names
 extern "C" {
 
-uintptr_t __stack_chk_guard = 0;
+uintptr_t __stack_chk_guard = 0; // process-wide: known by its name
 
 // An exception, which the crash report hears of.
 [[noreturn]] void __stack_chk_fail() { __builtin_trap(); }

@@ -24,7 +24,6 @@ constexpr BrushRole BrushRoles[] = {
 };
 enum class Brush { Margin, Bookmark, Background, Selection };
 
-// The one set for the process, as its settings are; all views paint with it.
 struct Drawing {
     GdiObject<HFONT> font;
     GdiObject<HBITMAP> spaceDot;
@@ -37,6 +36,7 @@ struct Drawing {
     void (*metricsListener)() = nullptr;
 };
 
+// Process-wide, like the settings that it is made of: all views paint with it.
 Drawing drawing;
 
 HBRUSH BrushOf(Brush brush) { return drawing.brushes[static_cast<size_t>(brush)].Get(); }
