@@ -33,17 +33,15 @@ bool MakeNamed(const Char* target, Platform::File& file, WString& path) {
     return false;
 }
 
-// Leaves nothing when it fails.
-bool PutIntoFile(Platform::File& copy, const SaveCopyContent& content, WString& path) {
+// `path` becomes that of a new file with the bytes of the copy. Without one it stays as it is, and nothing is left.
+void PutIntoFile(Platform::File& copy, const SaveCopyContent& content, WString& path) {
     Platform::File file;
     WString made;
-    if (!copy.Seek(content.start) || !MakeNamed(content.target.Text(), file, made)) return false;
+    if (!copy.Seek(content.start) || !MakeNamed(content.target.Text(), file, made)) return;
     FileSink sink(file);
     const bool isWritten = PassOn(copy, sink) && file.Flush();
     file.Close();
-    if (isWritten && path.Assign(made)) return true;
-    Platform::RemoveFile(made.Text());
-    return false;
+    if (!isWritten || !path.Assign(made)) Platform::RemoveFile(made.Text());
 }
 
 } // namespace
@@ -73,7 +71,7 @@ void SaveRecovery::LookAt(const Char* copy) {
     const bool isWanted = state == SaveCopyState::Complete && !HasContent(content);
     if (isWanted && node->target.Assign(content.target)) {
         // Where that fails the user is told of the copy itself, which then stays (Forget).
-        static_cast<void>(PutIntoFile(node->file, content, node->bytes));
+        PutIntoFile(node->file, content, node->bytes);
         found.Append(node);
         ++foundCount;
         return;
