@@ -14,11 +14,11 @@ bool AppendSelection(HexEditor& editor, WString& out) {
     using HexText::PerByte;
     constexpr uint32_t Batch = 256; // bytes appended at a time
     Char text[Batch * PerByte];
-    const uint64_t end = editor.SelectionEnd();
-    if (end - editor.SelectionStart() > WString::MaxCharacters / PerByte) return false;
-    const uint64_t length = (end - editor.SelectionStart()) * PerByte;
+    const uint64_t end = editor.Selected().End();
+    if (end - editor.Selected().Start() > WString::MaxCharacters / PerByte) return false;
+    const uint64_t length = (end - editor.Selected().Start()) * PerByte;
     if (!out.Reserve(static_cast<uint32_t>(length))) return false;
-    for (uint64_t offset = editor.SelectionStart(); offset < end;) {
+    for (uint64_t offset = editor.Selected().Start(); offset < end;) {
         uint32_t count = 0;
         const uint8_t* bytes = editor.Page().BytesAt(*editor.GetBinaryDocument(), offset, count);
         count = static_cast<uint32_t>(std::min<uint64_t>({count, end - offset, Batch}));

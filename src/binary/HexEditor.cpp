@@ -11,14 +11,12 @@
 void HexEditor::SetDocument(BinaryDocument* newDocument) {
     if (document && document != newDocument) document->ForgetView(this);
     document = newDocument;
-    caret = anchor = 0;
+    selection = EditorSelection();
     lowNibble = false;
     page.Forget();
     viewport.Reset(FileSize());
     if (document) viewport.UpdateScrollBar();
 }
-
-void HexEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
 
 void HexEditor::ContentChanged() {
     ++changeCount;
@@ -58,38 +56,25 @@ void HexEditor::FocusGained() {
 
 // Caret and selection.
 
-void HexEditor::MoveTo(uint64_t offset, bool extend) {
+void HexEditor::MoveCaret(uint64_t offset, bool extend) {
     if (!document) return;
-    const uint64_t oldCaret = caret;
-    const uint64_t oldAnchor = anchor;
-    caret = std::min(offset, FileSize());
+    const EditorSelection old = selection;
+    selection.caret = std::min(offset, FileSize());
     lowNibble = false;
-    if (extend) {
-        // Only what lies between the old and the new caret becomes selected or ceases to be.
-        if (caret != oldCaret) viewport.InvalidateBytes(oldCaret, caret);
-    } else {
-        anchor = caret;
-        if (oldAnchor != oldCaret) viewport.InvalidateBytes(oldAnchor, oldCaret);
-    }
-    if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
-    UpdateCaret(true);
+    if (!extend) MoveAnchorToCaret();
+    CaretMoved(old, RowOf(old.caret), extend);
 }
 
-void HexEditor::SelectBytes(HexSelection selection) {
-    MoveTo(selection.caret, false);
-    anchor = std::min(selection.anchor, FileSize());
+void HexEditor::SelectBytes(EditorSelection selected) {
+    MoveCaret(selected.caret, false);
+    selection.anchor = std::min(selected.anchor, FileSize());
     Invalidate();
 }
 
 void HexEditor::SetCaret(HexCaret newCaret) {
-    caret = anchor = std::min(newCaret.offset, FileSize());
+    selection.caret = selection.anchor = std::min(newCaret.offset, FileSize());
     lowNibble = newCaret.lowNibble;
     if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
-}
-
-void HexEditor::CollapseSelection() {
-    if (HasSelection()) viewport.InvalidateBytes(anchor, caret);
-    anchor = caret;
 }
 
 void HexEditor::ToHighNibble() {
@@ -99,11 +84,11 @@ void HexEditor::ToHighNibble() {
 }
 
 void HexEditor::UpdateCaret(bool scrollIntoView) {
-    ORVANE_ASSERT(caret <= FileSize() && anchor <= FileSize());
+    ORVANE_ASSERT(selection.End() <= FileSize());
     if (!document || !surface.HasWindow()) return;
-    if (scrollIntoView) viewport.ScrollIntoView(caret);
+    if (scrollIntoView) viewport.ScrollIntoView(selection.caret);
     if (surface.HasFocus()) {
-        viewport.ShowCaret(caret, lowNibble);
+        viewport.ShowCaret(selection.caret, lowNibble);
         RefreshStatus();
     }
     viewport.UpdateScrollBar();
@@ -111,11 +96,11 @@ void HexEditor::UpdateCaret(bool scrollIntoView) {
 
 void HexEditor::RefreshStatus() {
     ViewHost* host = surface.Host();
-    if (!host || (statusSent && sentCaret == caret)) return;
+    if (!host || (statusSent && sentCaret == selection.caret)) return;
     WString text;
-    if (!HexText::AppendOffset(text, caret)) return;
+    if (!HexText::AppendOffset(text, selection.caret)) return;
     host->SetStatusText(StatusField::Line, text.Text());
     if (!statusSent) host->SetStatusText(StatusField::Column, nullptr);
     statusSent = true;
-    sentCaret = caret;
+    sentCaret = selection.caret;
 }

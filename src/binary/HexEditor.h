@@ -3,12 +3,7 @@
 #include "binary/BinaryDocument.h"
 #include "binary/HexPage.h"
 #include "binary/HexViewport.h"
-
-// What is selected, by offsets: from the anchor to the caret, whichever comes first.
-struct HexSelection {
-    uint64_t anchor = 0;
-    uint64_t caret = 0;
-};
+#include "viewbase/EditorBase.h"
 
 // The hex view without its window: a caret on one nibble of one byte, a selection, and its parts (the page that is
 // shown, the viewport), which it keeps in step with the document. What the user does comes through a HexInput; what
@@ -17,11 +12,9 @@ struct HexSelection {
 //
 // The caret may be after the last byte. A selection covers the bytes from its lower end up to, not including, its
 // upper one.
-class HexEditor final : public HexDocumentView {
+class HexEditor final : public EditorBase<HexDocumentView> {
 public:
-    explicit HexEditor(EditorSurface& window) : surface(window) {}
-    HexEditor(const HexEditor&) = delete;
-    HexEditor& operator=(const HexEditor&) = delete;
+    explicit HexEditor(EditorSurface& window) : EditorBase(window) {}
 
     // Shows a document from its start; null takes it away.
     void SetDocument(BinaryDocument* newDocument);
@@ -31,18 +24,11 @@ public:
     uint64_t FileSize() const { return document ? document->FileSize() : 0; }
 
     // Its parts.
-    EditorSurface& Surface() const { return surface; }
     HexPage& Page() { return page; }
     HexViewport& Viewport() { return viewport; }
     const HexViewport& Viewport() const { return viewport; }
 
-    // DocumentView and HexDocumentView.
-    bool HasWindow() const override { return surface.HasWindow(); }
-    bool HasFocus() const override { return surface.HasFocus(); }
-    void Invalidate() override { redraw.InvalidateAll(); }
-    void DocumentChanged(Document* changed) override;
-    View* AsView() override { return surface.AsView(); }
-    void Destroy() override { surface.DestroyView(); }
+    // HexDocumentView.
     void SetCaret(HexCaret newCaret) override;
     void MakeCaretVisible() override { UpdateCaret(true); }
     void ContentChanged() override;
@@ -52,9 +38,6 @@ public:
     void WindowAttached();
     void LayOut();
     void FocusGained();
-    // Until redraw is resumed nothing is invalidated; calls nest.
-    void SuspendRedraw() { redraw.Suspend(); }
-    void ResumeRedraw() { static_cast<void>(redraw.Resume()); }
 
     // Grows whenever the bytes may be others.
     uint32_t ChangeCount() const { return changeCount; }
@@ -63,35 +46,34 @@ public:
     void ReportReadOnly();
 
     // Caret and selection.
-    uint64_t Caret() const { return caret; }
-    uint64_t Anchor() const { return anchor; }
+    uint64_t Caret() const { return selection.caret; }
+    uint64_t Anchor() const { return selection.anchor; }
     bool IsOnLowNibble() const { return lowNibble; }
-    bool HasSelection() const { return anchor != caret; }
-    uint64_t SelectionStart() const { return anchor < caret ? anchor : caret; }
-    uint64_t SelectionEnd() const { return anchor < caret ? caret : anchor; }
+    EditorSelection Selected() const override { return selection; }
     // The byte at a client point, at most the file's end.
-    uint64_t OffsetAt(ClientPoint point) const { return viewport.OffsetAt(point, caret); }
+    uint64_t PlaceAt(ClientPoint point) const { return viewport.OffsetAt(point, selection.caret); }
     // To the high nibble of a byte, at most to the file's end. Extending leaves the anchor where it is.
-    void MoveTo(uint64_t offset, bool extend);
-    void GoTo(uint64_t offset) { MoveTo(offset, false); }
+    void MoveCaret(uint64_t offset, bool extend);
+    void GoTo(uint64_t offset) { MoveCaret(offset, false); }
     void ToHighNibble();
-    void SelectBytes(HexSelection selection);
+    void SelectBytes(EditorSelection selected);
     void SelectAll() { SelectBytes({0, FileSize()}); }
-    // Empties the selection at the caret.
-    void CollapseSelection();
-    // Places the caret, the scroll bar and the status field again.
-    void UpdateCaret(bool scrollIntoView);
+    void UpdateCaret(bool scrollIntoView) override;
+    void ScrollTo(uint64_t row) override { viewport.ScrollTo(row); }
 
 private:
+    // EditorBase.
+    void MoveAnchorToCaret() override { selection.anchor = selection.caret; }
+    uint64_t CaretRow() const override { return RowOf(selection.caret); }
+    uint64_t RowOf(uint64_t offset) const override { return offset / HexViewport::BytesPerRow; }
+    const ShownRows& SeenRows() const override { return viewport.Rows(); }
+
     void RefreshStatus();
 
-    EditorSurface& surface;
     BinaryDocument* document = nullptr;
-    Redraw redraw{surface};
     HexViewport viewport{surface, redraw};
     HexPage page;
-    uint64_t caret = 0;
-    uint64_t anchor = 0;
+    EditorSelection selection;
     uint32_t changeCount = 0;
     bool lowNibble = false; // the caret is on the low nibble of its byte
     // What the frame was told last.

@@ -10,7 +10,7 @@ namespace {
 bool Search(HexEditor& editor, bool backward, ByteHit& hit) {
     if (findState.searchHistory.Count() == 0) return false;
     BinaryDocument& document = *editor.GetBinaryDocument();
-    const ByteQuery query = {backward ? editor.SelectionStart() : editor.SelectionEnd(), editor.FileSize(),
+    const ByteQuery query = {backward ? editor.Selected().Start() : editor.Selected().End(), editor.FileSize(),
                              findState.matchCase, backward, findState.hexPattern};
     {
         LongOperation progress(editor.Surface());

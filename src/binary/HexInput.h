@@ -14,11 +14,8 @@ public:
     void OnSize(bool) override { editor.LayOut(); }
     void OnKeyDown(uint32_t key) override;
     void OnChar(Char character) override;
-    void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
-    void OnWheel(const WheelTurn& turn) override;
 
 private:
     // DragTarget.
-    bool BeginSelection(ClientPoint point, bool extend) override;
     void ExtendSelection(ClientPoint point) override;
 };

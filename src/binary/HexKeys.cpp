@@ -19,7 +19,7 @@ struct KeyPress {
     uint64_t caret;
     uint64_t fileSize;
 
-    void Move(uint64_t offset) const { editor.MoveTo(offset, shift); }
+    void Move(uint64_t offset) const { editor.MoveCaret(offset, shift); }
     // The first byte of the caret's row.
     uint64_t RowStart() const { return caret - caret % RowBytes; }
     uint64_t LastByte() const { return fileSize ? fileSize - 1 : 0; }

@@ -50,7 +50,8 @@ void HexRows::AddNumber(RowPicture& row) {
 // BinFg and BinBg are the colours of changed bytes, as the settings dialog calls them; other bytes look
 // like text.
 HexRows::Colours HexRows::ColoursOf(uint64_t offset) const {
-    if (offset >= editor->SelectionStart() && offset < editor->SelectionEnd()) return {settings.SelFg, settings.SelBg};
+    if (offset >= editor->Selected().Start() && offset < editor->Selected().End())
+        return {settings.SelFg, settings.SelBg};
     if (editor->Page().IsChanged(offset)) return {settings.BinFg, settings.BinBg};
     return {settings.TextFg, settings.TextBg};
 }

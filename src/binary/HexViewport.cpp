@@ -27,15 +27,11 @@ void HexViewport::ScrollIntoView(uint64_t offset) {
     if (top != rows.top) ScrollTo(top);
 }
 
-void HexViewport::UpdateScrollBar() { bars.Show(ScrollAxis::Vertical, Scrolled().Bar()); }
+void HexViewport::UpdateScrollBar() { bars.Show(ScrollAxis::Vertical, ScrolledRows().Bar()); }
 
 void HexViewport::ForgetScrollBars() {
     bars.Forget();
     bars.Show(ScrollAxis::Horizontal, {0, 1, 0}); // nothing ever scrolls sideways
-}
-
-void HexViewport::InvalidateBytes(uint64_t first, uint64_t second) {
-    redraw.InvalidateRows(first / BytesPerRow, second / BytesPerRow, rows);
 }
 
 void HexViewport::ShowCaret(uint64_t offset, bool lowNibble) {

@@ -19,7 +19,7 @@ public:
     // Measures the window again. Without one nothing happens.
     void Measure();
 
-    uint64_t RowCount() const { return fileSize / BytesPerRow + (fileSize % BytesPerRow != 0); }
+    uint64_t RowCount() const override { return fileSize / BytesPerRow + (fileSize % BytesPerRow != 0); }
     uint64_t TopRow() const { return rows.top; }
     // Width of the offset column in characters.
     uint32_t OffsetDigits() const { return offsetDigits; }
@@ -28,13 +28,10 @@ public:
     // Makes a row the first one shown, the last one at most.
     void ScrollTo(uint64_t row);
     void ScrollIntoView(uint64_t offset);
-    ScrollState Scrolled() const { return {RowCount(), rows.count, rows.top}; }
     void UpdateScrollBar();
     // The view has another window, whose bars were never set.
     void ForgetScrollBars();
 
-    // Repaints the rows of both bytes and all between them.
-    void InvalidateBytes(uint64_t first, uint64_t second);
     // Shows the window's caret on a nibble of a byte.
     void ShowCaret(uint64_t offset, bool lowNibble);
     // The byte at a client point, at most the file's end; `withoutFont` while there is no font.

@@ -16,7 +16,7 @@ void TextEditor::SetDocument(TextBuffer* newDocument) {
     if (newDocument) viewport.UpdateScrollBars();
 }
 
-void TextEditor::InvalidateLines(LineRange lines) { redraw.InvalidateRows(lines.first, lines.last, viewport.Rows()); }
+void TextEditor::InvalidateLines(LineRange lines) { InvalidateRows(lines.first, lines.last); }
 
 void TextEditor::LineCountChanged() {
     if (viewport.UpdateGutter()) {
@@ -69,8 +69,6 @@ void TextEditor::EditFinished() {
     RepaintBrackets(old);
 }
 
-void TextEditor::DocumentChanged(Document* changed) { HostCalls::DocumentChanged(surface, changed); }
-
 void TextEditor::RunStateChanged(Document* changed, bool running) {
     if (ViewHost* host = surface.Host()) host->CheckChangedOnDisk(changed, running);
 }
@@ -105,10 +103,6 @@ void TextEditor::FocusGained() {
     MatchBrackets();
 }
 
-void TextEditor::ResumeRedraw() {
-    if (redraw.Resume()) UpdateCaret(true);
-}
-
 // Caret and selection.
 
 void TextEditor::OpenCaretLine() {
@@ -125,16 +119,10 @@ void TextEditor::MoveCaret(TextPosition place, bool extend, CaretStop stop) {
 }
 
 void TextEditor::SetCaret(TextPosition place, bool extend, CaretStop stop) {
-    const TextCaret old = caret;
+    const EditorSelection old = Selected();
+    const uint32_t oldLine = caret.Line();
     caret.MoveTo(text, place, extend, stop);
-    if (extend) {
-        // Only what lies between the old and the new caret becomes selected or ceases to be.
-        if (caret.Offset() != old.Offset()) InvalidateLines({old.Line(), caret.Line()});
-    } else if (old.HasSelection()) {
-        InvalidateLines({text.LineOf(old.Anchor()), old.Line()});
-    }
-    if (surface.HasFocus()) HostCalls::ShowStatus(surface, nullptr);
-    UpdateCaret(true);
+    CaretMoved(old, oldLine, extend);
 }
 
 void TextEditor::MoveCaretToOffset(uint32_t offset, bool extend) { MoveCaret(text.PositionOf(offset), extend); }
@@ -147,12 +135,6 @@ void TextEditor::SelectRange(TextSelection selection) {
 void TextEditor::SetSelection(uint32_t anchor) {
     caret.SetAnchor(text, anchor);
     Invalidate();
-}
-
-void TextEditor::CollapseSelection() {
-    if (!caret.HasSelection()) return;
-    InvalidateLines({text.LineOf(caret.Anchor()), caret.Line()});
-    caret.Collapse();
 }
 
 bool TextEditor::DeleteSelection() {

@@ -7,6 +7,7 @@
 #include "view/StatusFields.h"
 #include "view/TextCaret.h"
 #include "view/TextViewport.h"
+#include "viewbase/EditorBase.h"
 
 // The text view without its window: keeps its parts (the text as it is shown, the caret, the viewport) together, and
 // in step with the document. One per view; the document is not owned, and calls what TextDocumentView declares. What
@@ -14,12 +15,10 @@
 // Editor*.h.
 //
 // Offsets count the text as the user sees it (see ShownText).
-class TextEditor final : public TextDocumentView {
+class TextEditor final : public EditorBase<TextDocumentView> {
 public:
     // Both are the same window.
-    TextEditor(EditorSurface& window, TextSurface& textWindow) : surface(window), textSurface(textWindow) {}
-    TextEditor(const TextEditor&) = delete;
-    TextEditor& operator=(const TextEditor&) = delete;
+    TextEditor(EditorSurface& window, TextSurface& textWindow) : EditorBase(window), textSurface(textWindow) {}
 
     // Shows a document from its start; null takes it away.
     void SetDocument(TextBuffer* newDocument);
@@ -28,7 +27,6 @@ public:
     bool HasDocument() const { return text.Document() != nullptr; }
 
     // Its parts.
-    EditorSurface& Surface() const { return surface; }
     TextSurface& GetTextSurface() const { return textSurface; }
     const ShownText& Text() const { return text; }
     const TextCaret& Caret() const { return caret; }
@@ -38,14 +36,6 @@ public:
     uint32_t StateAt(uint32_t line) { return text.StateAt(line); }
     // Grows with every operation that edits the document, in whichever view.
     uint32_t EditCount() const { return editCount; }
-
-    // DocumentView.
-    bool HasWindow() const override { return surface.HasWindow(); }
-    bool HasFocus() const override { return surface.HasFocus(); }
-    void Invalidate() override { redraw.InvalidateAll(); }
-    void DocumentChanged(Document* changed) override;
-    View* AsView() override { return surface.AsView(); }
-    void Destroy() override { surface.DestroyView(); }
 
     // TextDocumentView: what the document tells.
     void TextEdited(const TextChange& change) override { heldRanges.Follow(change); }
@@ -72,26 +62,21 @@ public:
     void LayOut(bool coloursChanged);
     void FocusGained();
     int32_t VisibleLines() const { return viewport.VisibleRows(); }
-    // Until redraw is resumed nothing is invalidated; calls nest.
-    void SuspendRedraw() { redraw.Suspend(); }
-    void ResumeRedraw();
 
     // Caret and selection. They clamp to the text and to where the caret may stop. Extending leaves the anchor where it
     // is.
     void MoveCaret(TextPosition place, bool extend = false, CaretStop stop = CaretStop::OutsidePairs);
     void MoveCaretToOffset(uint32_t offset, bool extend);
     void SelectRange(TextSelection selection);
-    bool HasSelection() const { return caret.HasSelection(); }
-    // Empties the selection at the caret.
-    void CollapseSelection();
     // False without a selection, and without memory.
     bool DeleteSelection();
     // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
     void GoToLine(uint32_t line, bool selectLine);
-    // Places the caret, the scroll bars and the status fields again.
-    void UpdateCaret(bool scrollIntoView);
+    void UpdateCaret(bool scrollIntoView) override;
     // Scrolls, for the user: commits a pending edit, which PlaceTopLine must not do.
     void SetTopLine(uint32_t line);
+    void ScrollTo(uint64_t row) override { SetTopLine(static_cast<uint32_t>(row)); }
+    TextPosition PlaceAt(ClientPoint point) const { return viewport.PositionAt(point); }
     void ToggleBookmark(uint32_t line); // NoLine: the caret line
     bool IsOverwriting() const { return overwrite; }
     void ToggleOverwrite();
@@ -105,6 +90,13 @@ public:
     void PlaceAfterEdit(uint32_t column);
 
 private:
+    // EditorBase.
+    EditorSelection Selected() const override { return {caret.Anchor(), caret.Offset()}; }
+    void MoveAnchorToCaret() override { caret.Collapse(); }
+    uint64_t CaretRow() const override { return caret.Line(); }
+    uint64_t RowOf(uint64_t offset) const override { return text.LineOf(static_cast<uint32_t>(offset)); }
+    const ShownRows& SeenRows() const override { return viewport.Rows(); }
+
     // Like MoveCaret, but neither opens the line nor matches brackets: for what the document notifies its views of,
     // which may not edit meanwhile.
     void SetCaret(TextPosition place, bool extend, CaretStop stop = CaretStop::OutsidePairs);
@@ -113,9 +105,7 @@ private:
     void MatchBrackets();
     void RepaintBrackets(const BracketPair& pair);
 
-    EditorSurface& surface;
     TextSurface& textSurface;
-    Redraw redraw{surface};
     ShownText text;
     TextCaret caret;
     TextViewport viewport{surface, textSurface, text, redraw};

@@ -30,22 +30,11 @@ void TextInput::TypeUnit(Char character, TypedBy source) {
 }
 
 void TextInput::OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) {
+    if (axis == ScrollAxis::Vertical) return InputBase::OnScroll(axis, request, trackPosition);
     TextViewport& viewport = editor.Viewport();
-    const bool vertical = axis == ScrollAxis::Vertical;
-    const int32_t step = vertical ? 1 : editor.Surface().Metrics().averageWidth;
-    const uint64_t position = viewport.Scrolled(axis).After(request, step, trackPosition);
-    if (vertical) {
-        editor.SetTopLine(static_cast<uint32_t>(position));
-    } else {
-        viewport.SetHorizontalScroll(static_cast<int64_t>(position));
-    }
-    editor.UpdateCaret(false);
-}
-
-void TextInput::OnWheel(const WheelTurn& turn) {
-    const int64_t lines = wheel.Turn(turn, editor.Surface().Host());
-    if (lines == 0 || !editor.GetTextBuffer()) return;
-    editor.SetTopLine(static_cast<uint32_t>(editor.Viewport().Scrolled(ScrollAxis::Vertical).Moved(lines)));
+    const int32_t step = editor.Surface().Metrics().averageWidth;
+    const uint64_t pixels = viewport.ScrolledSideways().After(request, step, trackPosition);
+    viewport.SetHorizontalScroll(static_cast<int64_t>(pixels));
     editor.UpdateCaret(false);
 }
 
@@ -56,24 +45,19 @@ void TextInput::OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) {
     const int64_t distance = sidewaysWheel.TakeNotches(delta) * columns * editor.Surface().Metrics().averageWidth;
     if (distance == 0 || !editor.GetTextBuffer()) return;
     const int64_t position = viewport.HorizontalScroll();
-    const auto farthest = static_cast<int64_t>(viewport.Scrolled(ScrollAxis::Horizontal).Farthest());
+    const auto farthest = static_cast<int64_t>(viewport.ScrolledSideways().Farthest());
     viewport.SetHorizontalScroll(std::min(position + distance, std::max(position, farthest)));
     editor.UpdateCaret(false);
 }
 
 bool TextInput::BeginSelection(ClientPoint point, bool extend) {
-    TextBuffer* document = editor.GetTextBuffer();
-    if (!document) return false;
-    static_cast<void>(document->CommitEdit()); // without memory the line stays open, which selecting does not mind
-    editor.Surface().TakeFocus();
-    // With Shift the new selection reaches from the caret, not from where the old one began.
-    editor.CollapseSelection();
-    editor.MoveCaret(editor.Viewport().PositionAt(point), extend);
-    return true;
+    // Without memory the line stays open, which selecting does not mind.
+    if (TextBuffer* document = editor.GetTextBuffer()) static_cast<void>(document->CommitEdit());
+    return InputBase::BeginSelection(point, extend);
 }
 
 void TextInput::ExtendSelection(ClientPoint point) {
-    const TextPosition place = editor.Viewport().PositionAt(point);
+    const TextPosition place = editor.PlaceAt(point);
     if (place != editor.Caret().Position()) editor.MoveCaret(place, true);
 }
 

@@ -16,7 +16,6 @@ public:
     void OnKeyDown(uint32_t key) override;
     void OnChar(Char character) override { TypeUnit(character, TypedBy::Keys); }
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
-    void OnWheel(const WheelTurn& turn) override;
     void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) override;
 
     // Opens the file that the line names in output, else selects the word.

@@ -112,15 +112,16 @@ void TextViewport::ShowSideways(TextPosition place) {
     SetHorizontalScroll(x <= usable ? 0 : x);
 }
 
-ScrollState TextViewport::Scrolled(ScrollAxis axis) const {
-    if (axis == ScrollAxis::Vertical) return {text.LineCount(), rows.count, rows.top};
+uint64_t TextViewport::RowCount() const { return text.LineCount(); }
+
+ScrollState TextViewport::ScrolledSideways() const {
     return {HorizontalRange, Saturate(int64_t(visibleColumns) * surface.Metrics().averageWidth),
             static_cast<uint32_t>(horizontalScroll)};
 }
 
 void TextViewport::UpdateScrollBars() {
-    bars.Show(ScrollAxis::Vertical, Scrolled(ScrollAxis::Vertical).Bar());
-    bars.Show(ScrollAxis::Horizontal, Scrolled(ScrollAxis::Horizontal).Bar());
+    bars.Show(ScrollAxis::Vertical, ScrolledRows().Bar());
+    bars.Show(ScrollAxis::Horizontal, ScrolledSideways().Bar());
 }
 
 // Places.

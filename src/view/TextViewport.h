@@ -32,6 +32,7 @@ public:
     int32_t VisibleColumns() const { return visibleColumns; }
     int32_t HorizontalScroll() const { return horizontalScroll; }
     uint32_t LineNumberDigits() const { return lineNumberDigits; }
+    uint64_t RowCount() const override;
     int32_t GutterWidth() const override;
 
     // Clamp, and move the picture or have it painted again.
@@ -42,7 +43,7 @@ public:
     // Scrolls sideways until the place is in the text area, if it is not: all the way to the left, or else so that the
     // area begins with it. The line is one of the document's.
     void ShowSideways(TextPosition place);
-    ScrollState Scrolled(ScrollAxis axis) const;
+    ScrollState ScrolledSideways() const; // in pixels
     void UpdateScrollBars();
     // The view has another window, whose bars were never set.
     void ForgetScrollBars() { bars.Forget(); }

@@ -13,6 +13,14 @@ public:
     // EditorInput.
     void OnAttached() override { editor.WindowAttached(); }
     void OnFocus() override { editor.FocusGained(); }
+    // Along the vertical axis; along the other one nothing happens.
+    void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override {
+        if (axis == ScrollAxis::Vertical) ScrollTo(editor.Viewport().ScrolledRows().After(request, 1, trackPosition));
+    }
+    void OnWheel(const WheelTurn& turn) override {
+        const int64_t rows = wheel.Turn(turn, editor.Surface().Host());
+        if (rows != 0) ScrollTo(editor.Viewport().ScrolledRows().Moved(rows));
+    }
     DragSelection& Drag() override { return drag; }
     int32_t VisibleLines() const override { return editor.Viewport().VisibleRows(); }
     void Invalidate() override { editor.Invalidate(); }
@@ -33,10 +41,26 @@ protected:
     InputBase(Editor& shown, const CommandRows<Editor>& rows) : editor(shown), commands(rows) {}
     ~InputBase() = default;
 
+    // DragTarget.
+    bool BeginSelection(ClientPoint point, bool extend) override {
+        if (!editor.HasDocument()) return false;
+        editor.Surface().TakeFocus();
+        // With Shift the new selection reaches from the caret, not from where the old one began.
+        editor.CollapseSelection();
+        editor.MoveCaret(editor.PlaceAt(point), extend);
+        return true;
+    }
+
     Editor& editor;
-    MouseWheel wheel;
 
 private:
+    void ScrollTo(uint64_t row) {
+        if (!editor.HasDocument()) return;
+        editor.ScrollTo(row);
+        editor.UpdateCaret(false);
+    }
+
+    MouseWheel wheel;
     const CommandRows<Editor>& commands;
     DragSelection drag{editor.Surface(), *this};
 };

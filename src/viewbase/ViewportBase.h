@@ -12,6 +12,8 @@ public:
 
     const ShownRows& Rows() const { return rows; }
     int32_t VisibleRows() const { return rows.count; } // that fit in whole
+    virtual uint64_t RowCount() const = 0;             // that there are
+    ScrollState ScrolledRows() const { return {RowCount(), rows.count, rows.top}; }
     virtual int32_t GutterWidth() const = 0;
     int32_t TextLeft() const { return GutterWidth() + MarginPixels(surface.Metrics()); }
 

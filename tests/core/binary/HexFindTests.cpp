@@ -18,8 +18,8 @@ TEST_F(HexFindTest, TheMatchIsSelectedWithTheCaretAtItsStart) {
     SearchFor(u"two");
     EXPECT_TRUE(FindNext(false));
     EXPECT_EQ(view().Caret(), 4u);
-    EXPECT_EQ(view().SelectionStart(), 4u);
-    EXPECT_EQ(view().SelectionEnd(), 7u);
+    EXPECT_EQ(view().Selected().Start(), 4u);
+    EXPECT_EQ(view().Selected().End(), 7u);
     EXPECT_FALSE(view().IsOnLowNibble());
 }
 

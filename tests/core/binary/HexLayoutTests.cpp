@@ -89,7 +89,7 @@ TEST_F(HexLayout, AWindowOrFontWithoutSizeIsNoFault) {
     surface().SetFont({0, 0, 0});
     Resize(3);
     EXPECT_EQ(input().VisibleLines(), 0);
-    EXPECT_EQ(view().OffsetAt({50, 50}), 0u);
+    EXPECT_EQ(view().PlaceAt({50, 50}), 0u);
     Press(ViewKey::PageDown);
     EXPECT_EQ(view().Caret(), 16u);
     Wheel(-120);

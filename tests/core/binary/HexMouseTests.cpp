@@ -12,7 +12,7 @@ TEST_F(HexMouse, APointMapsToTheByteWhoseDigitsAreThere) {
         for (int32_t part = 0; part < 3; ++part)
             EXPECT_EQ(At(4 + 3 * byte + part, 2), 32u + static_cast<uint32_t>(byte));
     EXPECT_EQ(At(0, 1), 16u); // the offset column belongs to the first byte
-    EXPECT_EQ(view().OffsetAt({-100, 16}), 16u);
+    EXPECT_EQ(view().PlaceAt({-100, 16}), 16u);
 }
 
 TEST_F(HexMouse, APointBetweenOrAfterTheColumnsMapsToTheLastByte) {
@@ -31,16 +31,16 @@ TEST_F(HexMouse, APointInTheTextColumnMapsToTheByteOfTheCharacter) {
 TEST_F(HexMouse, TheMarginShiftsTheColumnsUnderAPoint) {
     settings.MarginWidth = 24;
     Show(std::string(100, 'x'));
-    EXPECT_EQ(view().OffsetAt({24 + (4 + 3) * 8, 0}), 1u);
-    EXPECT_EQ(view().OffsetAt({24 + (4 + 3) * 8 - 1, 0}), 0u);
+    EXPECT_EQ(view().PlaceAt({24 + (4 + 3) * 8, 0}), 1u);
+    EXPECT_EQ(view().PlaceAt({24 + (4 + 3) * 8 - 1, 0}), 0u);
 }
 
 TEST_F(HexMouse, APointMapsToTheRowsScrolledTo) {
     Show(std::string(1000, 'x'));
     view().Viewport().ScrollTo(20);
     EXPECT_EQ(At(4, 3), 23 * 16u);
-    EXPECT_EQ(view().OffsetAt({4 * 8, -16}), 19 * 16u);
-    EXPECT_EQ(view().OffsetAt({4 * 8, -100 * 16}), 0u);
+    EXPECT_EQ(view().PlaceAt({4 * 8, -16}), 19 * 16u);
+    EXPECT_EQ(view().PlaceAt({4 * 8, -100 * 16}), 0u);
 }
 
 TEST_F(HexMouse, APointAfterTheFileMapsToItsEnd) {

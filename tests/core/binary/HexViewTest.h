@@ -104,7 +104,7 @@ protected:
         findState.hexPattern = hexPattern;
     }
     // The byte at a cell of the window.
-    uint64_t At(int32_t column, int32_t row) const { return view().OffsetAt({column * 8 + 3, row * 16 + 5}); }
+    uint64_t At(int32_t column, int32_t row) const { return view().PlaceAt({column * 8 + 3, row * 16 + 5}); }
     using Two = std::pair<uint64_t, uint64_t>;
     Two Selection() const { return {view().Anchor(), view().Caret()}; }
     Two Caret() const { return {view().Caret(), view().IsOnLowNibble()}; }
