@@ -36,7 +36,7 @@ const Char* CommandHistory::FindPrefix(const Char* prefix, uint32_t count) {
     Entry* const start = cursor ? cursor : entries.head;
     Entry* entry = start;
     do {
-        // The start itself is looked at last, at the end of the round.
+        // The start itself is looked at last, at the end of the round: see docs/oddities.md.
         entry = entry->next ? entry->next : entries.head;
         if (entry->text.Length() >= count && Text::EqualCount(entry->text.Text(), prefix, count)) {
             cursor = entry;
