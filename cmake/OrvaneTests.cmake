@@ -37,8 +37,8 @@ foreach(name base settings syntax document viewbase view binary app faults)
 endforeach()
 orvane_use_speaker(core_document_tests)
 orvane_use_speaker(core_app_tests)
-# So that EditLineCallTests can count them.
-target_link_options(core_view_tests PRIVATE LINKER:--wrap=_ZN12EditPipeline12LoadEditLineEj)
+# So that EditLineOpeningTests can count them.
+target_link_options(core_view_tests PRIVATE LINKER:--wrap=_ZN8EditLine4OpenER9TextStorej)
 # These read what ships with the program, and the samples.
 foreach(name syntax app)
     target_compile_definitions(core_${name}_tests PRIVATE ORVANE_SOURCE="${CMAKE_SOURCE_DIR}")

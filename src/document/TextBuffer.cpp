@@ -260,17 +260,17 @@ bool TextBuffer::NewLine(TextDocumentView* view, uint32_t column) {
     if (!inserted.Assign(u"\n") || !inserted.Append(line, indent)) return false;
     if (rest.IsEmpty() || !std::all_of(line + column, line + end, Text::IsBlank))
         return InsertText(EditLineStart() + column, inserted.Text(), inserted.Length());
-    return BreakBeforeBlanks(view, rest, inserted);
+    return BreakBeforeBlanks(rest, inserted);
 }
 
 // An Enter that also removes the blanks after the caret.
-bool TextBuffer::BreakBeforeBlanks(TextDocumentView* view, ColumnRange blanks, const WString& inserted) {
+bool TextBuffer::BreakBeforeBlanks(ColumnRange blanks, const WString& inserted) {
     const EditPipeline::Operation operation(pipeline);
-    // Taken before the commit, which closes the line; what is before `offset` does not change.
-    const uint32_t offset = EditLineStart() + blanks.start;
+    // Both in the store: DeleteInEditLine would open the line again, which the commit closes, for the insertion to
+    // close it at once. What is before `removed` the commit does not change.
+    const TextRange removed = parts.editLine.RangeOf(blanks);
     if (!CommitEdit() || !BeginGroup()) return false;
-    if (DeleteInEditLine(view, blanks) && InsertText(offset, inserted.Text(), inserted.Length()) && EndGroup())
-        return true;
+    if (DeleteText(removed) && InsertText(removed.start, inserted.Text(), inserted.Length()) && EndGroup()) return true;
     AbandonGroup();
     return false;
 }

@@ -164,8 +164,8 @@ private:
     ~TextBuffer();
 
     // Makes the caret line of `view` the edit line. False when there is no such line or no memory.
-    bool OpenCaretLine(const TextDocumentView* view);
-    bool BreakBeforeBlanks(TextDocumentView* view, ColumnRange blanks, const WString& inserted);
+    [[nodiscard]] bool OpenCaretLine(const TextDocumentView* view);
+    [[nodiscard]] bool BreakBeforeBlanks(ColumnRange blanks, const WString& inserted);
     // Makes the text absent and forgets all that belongs to it. With `destroyViews` the views go, else they
     // move to the start.
     void Clear(bool destroyViews);
