@@ -16,13 +16,18 @@ protected:
         ASSERT_TRUE(main->Create(instance));
     }
     void TearDown() override {
+        LeaveFrame();
+        TextViewTest::TearDown();
+    }
+    // A test may do it before its end.
+    void LeaveFrame() {
+        if (!main) return;
         SendMessageW(main->Window(), WM_USER, 0, 0); // leave without asking
         // With its window the frame ends the message loop, of which the next test wants to know nothing.
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) && message.message != WM_QUIT)
             DispatchMessageW(&message);
         main.reset();
-        TextViewTest::TearDown();
     }
 
     // The settings are there; the frame is about to be made of them.

@@ -8,6 +8,7 @@
 #include "app/win32/HelpPage.h"
 #include "base/Heap.h"
 #include "base/win32/Ole.h"
+#include "view/OwnFrameTest.h"
 #include "viewbase/win32/InputMethod.h"
 
 #include <gtest/gtest.h>
@@ -220,6 +221,21 @@ TEST(ProcessSetup, OleEndsAsOftenAsItHasBegun) {
     }
     initializes = S_OK;
     EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "ole begins"})) << "what was not given is not given back";
+}
+
+using FrameOleTest = OwnFrameTest;
+
+TEST_F(FrameOleTest, WhatAViewHasBegunEndsWithTheFrame) {
+    const ReplacedImport begin("OleInitialize", reinterpret_cast<void*>(Initialize));
+    const ReplacedImport end("OleUninitialize", reinterpret_cast<void*>(Uninitialize));
+    ASSERT_TRUE(begin.IsImported() && end.IsImported());
+    calls.clear();
+    ViewHost& host = *main;
+    EXPECT_TRUE(host.UseOle());
+    EXPECT_TRUE(host.UseOle());
+    EXPECT_EQ(calls, (std::vector<std::string>{"ole begins"}));
+    LeaveFrame();
+    EXPECT_EQ(calls, (std::vector<std::string>{"ole begins", "ole ends"}));
 }
 
 // A lock that the crashed thread holds may keep its report from ever being written. Without the box, the end.
