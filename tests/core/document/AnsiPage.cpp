@@ -12,6 +12,7 @@ namespace {
 
 bool utf8IsAnsi = false;
 bool pageRefuses = false;
+uint8_t lostByte = '?'; // none is lost
 
 bool IsUtf8(CodePage page) { return page == CodePage::Utf8 || (page == CodePage::Ansi && utf8IsAnsi); }
 
@@ -21,6 +22,8 @@ Utf8IsAnsi::Utf8IsAnsi() { utf8IsAnsi = true; }
 Utf8IsAnsi::~Utf8IsAnsi() { utf8IsAnsi = false; }
 RefusingAnsiPage::RefusingAnsiPage() { pageRefuses = true; }
 RefusingAnsiPage::~RefusingAnsiPage() { pageRefuses = false; }
+LosingAnsiPage::LosingAnsiPage(uint8_t byte) { lostByte = byte; }
+LosingAnsiPage::~LosingAnsiPage() { lostByte = '?'; }
 
 CodePage FindCodePage(uint32_t number) {
     const auto page = static_cast<CodePage>(number);
@@ -44,7 +47,9 @@ size_t ToUtf16(CodePage page, const uint8_t* bytes, size_t count, Char* out, siz
 size_t FromUtf16(CodePage page, const Char* text, size_t count, uint8_t* out, size_t capacity) {
     if (IsUtf8(page)) return Utf8::FromUtf16(text, count, out, capacity);
     if (pageRefuses && std::count(text, text + count, u'\uFFFF')) return 0;
-    return SystemCodePage::FromUtf16(page, text, count, out, capacity);
+    const size_t converted = SystemCodePage::FromUtf16(page, text, count, out, capacity);
+    if (out) std::replace(out, out + converted, lostByte, uint8_t{'?'});
+    return converted;
 }
 
 size_t WholeCharacters(CodePage page, const uint8_t* bytes, size_t count) {

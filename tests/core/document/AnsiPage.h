@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Types.h"
+
 // The system's page of this test program is UTF-8 while one of these lives: the machines that build and test
 // have a page of single bytes.
 struct Utf8IsAnsi {
@@ -16,4 +18,12 @@ struct RefusingAnsiPage {
     ~RefusingAnsiPage();
     RefusingAnsiPage(const RefusingAnsiPage&) = delete;
     RefusingAnsiPage& operator=(const RefusingAnsiPage&) = delete;
+};
+
+// While one of these lives, the pages of single bytes make a question mark of the character that has this byte.
+struct LosingAnsiPage {
+    explicit LosingAnsiPage(uint8_t byte);
+    ~LosingAnsiPage();
+    LosingAnsiPage(const LosingAnsiPage&) = delete;
+    LosingAnsiPage& operator=(const LosingAnsiPage&) = delete;
 };

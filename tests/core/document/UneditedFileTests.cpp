@@ -185,3 +185,12 @@ TEST(KeepsEveryByte, APageThatLosesSomeDoesNot) {
     const RefusingAnsiPage page;
     EXPECT_FALSE(KeepsEveryByte(CodePage::Windows1252));
 }
+
+TEST(KeepsEveryByte, EachByteIsAsked) {
+    for (int byte = 1; byte < 256; ++byte) {
+        if (byte == '?') continue; // which is what the others become
+        const LosingAnsiPage page(static_cast<uint8_t>(byte));
+        EXPECT_FALSE(KeepsEveryByte(CodePage::Windows1252)) << byte;
+    }
+    EXPECT_TRUE(KeepsEveryByte(CodePage::Windows1252));
+}
