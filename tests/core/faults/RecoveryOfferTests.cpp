@@ -52,10 +52,10 @@ protected:
         LeaveJournals();
         document->Release();
     }
-    void LeaveCopy() {
+    void LeaveCopy(const std::u16string& target = Target) {
         BlockSource source("new bytes", 9);
         SaveCopy left;
-        ASSERT_EQ(left.Make(Target, source), SaveCopy::Outcome::Made);
+        ASSERT_EQ(left.Make(target.c_str(), source), SaveCopy::Outcome::Made);
     }
     void StartEditor(Answer answer = Answer::Yes) {
         KeepJournals(true);
@@ -178,28 +178,31 @@ TEST_F(RecoveryOfferTest, WithoutMemoryNoQuestionIsAskedInPart) {
     const std::u16string changes = u"Changes were not saved when Orvane ended:\n"
                                    u"S:\\work\\file.txt\n"
                                    u"Open them now? With No they are offered again at the next start.";
-    const std::u16string start = u"S:\\work\\file.txt was not saved completely.\nIts new contents are in ";
-    const std::u16string copied = start + u"C:\\Recovery\\file.txt.";
-    const uint64_t failed = FailEachAllocation([&] {
-        {
-            const FailurePause pause;
-            Reset();
-            KeepJournals(true);
-            LeaveCopy();
-            LeaveJournal(u"text");
-        }
-        StartEditor(Answer::Cancel);
-        for (const FakeFrame::Question& asked : user.questions) {
-            if (asked.kind != MessageKind::YesNo) {
-                EXPECT_EQ(asked.text, copied);
-            } else if (asked.text != changes) {
-                EXPECT_TRUE(asked.text.starts_with(start));
-                EXPECT_TRUE(asked.text.ends_with(u".\n\n" + changes));
+    for (size_t length = 1; length < 40; ++length) { // so that each part is the one that has no room
+        const std::u16string name = std::u16string(length, u'n') + u".txt";
+        const std::u16string start = u"S:\\work\\" + name + u" was not saved completely.\nIts new contents are in ";
+        const std::u16string copied = start + u"C:\\Recovery\\" + name + u".";
+        const uint64_t failed = FailEachAllocation([&] {
+            {
+                const FailurePause pause;
+                Reset();
+                KeepJournals(true);
+                LeaveCopy(u"S:\\work\\" + name);
+                LeaveJournal(u"text");
             }
-        }
-        return user.questions.size() == 1 && user.questions[0].text == copied + u"\n\n" + changes;
-    });
-    EXPECT_GT(failed, 5u);
+            StartEditor(Answer::Cancel);
+            for (const FakeFrame::Question& asked : user.questions) {
+                if (asked.kind != MessageKind::YesNo) {
+                    EXPECT_EQ(asked.text, copied);
+                } else if (asked.text != changes) {
+                    EXPECT_TRUE(asked.text.starts_with(start));
+                    EXPECT_TRUE(asked.text.ends_with(u".\n\n" + changes));
+                }
+            }
+            return user.questions.size() == 1 && user.questions[0].text == copied + u"\n\n" + changes;
+        });
+        EXPECT_GT(failed, 5u);
+    }
 }
 
 TEST_F(RecoveryOfferTest, BothAreToldInOneQuestion) {
