@@ -5,6 +5,7 @@
 
 class Document;
 class DocumentList;
+class SafeSaver;
 class SettingsChanges;
 enum class RepeatResult : uint32_t;
 
@@ -35,6 +36,8 @@ public:
     virtual void NewDocument() = 0;
     // Saves as the Save command does; false when it failed or its dialog was cancelled.
     virtual bool SaveDocument(Document& document) = 0;
+    // Of all files that the program writes.
+    virtual SafeSaver& Saver() = 0;
     // Brackets a run of opens and commands; they nest. What only the screen needs may wait for the last End.
     virtual void BeginBatch() = 0;
     virtual void EndBatch() = 0;

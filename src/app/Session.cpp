@@ -4,7 +4,7 @@
 #include "app/DocumentList.h"
 #include "base/CodePage.h"
 #include "base/Platform.h"
-#include "base/SafeSave.h"
+#include "base/SafeSaver.h"
 #include "base/TextFormat.h"
 #include "document/Document.h"
 
@@ -73,5 +73,5 @@ void SaveSession(CommandContext& frame, const Char* file) {
     if (permission == Permission::Unknown) return ReportFailure(frame, name.Text());
     if (permission == Permission::Refused) return;
     BlockSource source(bytes.bytes, bytes.size);
-    if (SaveSafely(name.Text(), source, Replaced::Kept) != SaveResult::Saved) ReportFailure(frame, name.Text());
+    if (frame.Saver().Save(name.Text(), source, Replaced::Kept) != SaveResult::Saved) ReportFailure(frame, name.Text());
 }

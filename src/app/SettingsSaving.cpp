@@ -32,9 +32,10 @@ bool MayOverwrite(UserPrompt& user, const Char* path, const SettingsKnowledge& k
 
 } // namespace
 
-void SaveSettingsFile(UserPrompt& user, const IniFile& settings, const Char* path, SettingsKnowledge& known) {
+void SaveSettingsFile(UserPrompt& user, SafeSaver& saver, const IniFile& settings, const Char* path,
+                      SettingsKnowledge& known) {
     if (!MayOverwrite(user, path, known)) return;
-    if (settings.Save(path)) {
+    if (settings.Save(saver, path)) {
         known = {};
         ReadStamp(path, known.file);
         return;

@@ -3,6 +3,7 @@
 #include "document/FileStamp.h"
 
 class IniFile;
+class SafeSaver;
 class UserPrompt;
 
 // What is known of the settings file. A save loses what was not read.
@@ -15,4 +16,5 @@ struct SettingsKnowledge {
 // Writes the settings file after the user has confirmed a dialog. Asks first when the file holds what would be lost:
 // what was not read of it, or what another program has written since. Tells when it cannot be written. Once it was
 // written all of it is known.
-void SaveSettingsFile(UserPrompt& user, const IniFile& settings, const Char* path, SettingsKnowledge& known);
+void SaveSettingsFile(UserPrompt& user, SafeSaver& saver, const IniFile& settings, const Char* path,
+                      SettingsKnowledge& known);

@@ -145,8 +145,9 @@ bool TextBuffer::Save(const Char* file, Encoding newEncoding, LineEnding newLine
     const LineEnding wanted = newLineEnding == LineEnding::Keep ? lineEnding : newLineEnding;
     const LineEnding style = wanted == LineEnding::Unix ? LineEnding::Unix : LineEnding::Dos;
     FileStamp stamp;
-    const SaveResult result =
-        CommitEdit() ? WriteTextFile(file, Content(), Length(), {fileEncoding, style}, stamp) : SaveResult::Untouched;
+    SaveResult result = SaveResult::Untouched;
+    if (CommitEdit())
+        result = WriteTextFile(services.recovery.saver, file, Content(), Length(), {fileEncoding, style}, stamp);
     const bool saved = result == SaveResult::Saved;
     // A copy under another name that was cut leaves the file of this document alone.
     const bool cut = result == SaveResult::Cut && IsOwnFile(file);

@@ -96,10 +96,11 @@ private:
 
 } // namespace
 
-SaveResult WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form, FileStamp& stamp) {
+SaveResult WriteTextFile(SafeSaver& saver, const Char* name, const Char* text, uint32_t length, TextFileForm form,
+                         FileStamp& stamp) {
     EncodedText source(text, length, form);
     if (!source.Prepare()) return SaveResult::Untouched;
-    const SaveResult result = SaveSafely(name, source);
+    const SaveResult result = saver.Save(name, source);
     // That of a file that was not touched may come from another program's write.
     if (result != SaveResult::Untouched) ReadStamp(name, stamp);
     return result;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/SafeSave.h"
+#include "base/SafeSaver.h"
 #include "document/Encoding.h"
 #include "document/FileStamp.h"
 
@@ -13,5 +13,5 @@ struct TextFileForm {
 // Writes `length` characters as a new file: the signature of the encoding, then the text with each line feed
 // as the line ending wants it. `stamp` becomes the file's when that was touched and can be
 // asked.
-[[nodiscard]] SaveResult WriteTextFile(const Char* name, const Char* text, uint32_t length, TextFileForm form,
-                                       FileStamp& stamp);
+[[nodiscard]] SaveResult WriteTextFile(SafeSaver& saver, const Char* name, const Char* text, uint32_t length,
+                                       TextFileForm form, FileStamp& stamp);

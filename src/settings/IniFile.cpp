@@ -2,7 +2,7 @@
 
 #include "base/CodePage.h"
 #include "base/Platform.h"
-#include "base/SafeSave.h"
+#include "base/SafeSaver.h"
 #include "base/Text.h"
 #include "settings/IniParser.h"
 #include "settings/LineReader.h"
@@ -70,7 +70,7 @@ bool IniFile::Serialise(WString& out) const {
     return true;
 }
 
-bool IniFile::Save(const Char* path) const {
+bool IniFile::Save(SafeSaver& saver, const Char* path) const {
     WString text;
     if (!Serialise(text)) return false;
     Platform::ByteBlock block;
@@ -79,7 +79,7 @@ bool IniFile::Save(const Char* path) const {
     if (!block.bytes) return false;
     FromUtf16(CodePage::Utf8, text.Text(), text.Length(), block.bytes, block.size);
     BlockSource source(block.bytes, block.size);
-    return SaveSafely(path, source, Replaced::Kept) == SaveResult::Saved;
+    return saver.Save(path, source, Replaced::Kept) == SaveResult::Saved;
 }
 
 IniSection* IniFile::FindSection(const Char* name) const {

@@ -2,6 +2,8 @@
 
 #include "settings/IniSection.h"
 
+class SafeSaver;
+
 // The model of a settings file, and its reader and writer. Keeps every section and key in file order,
 // duplicates included; comments and blank lines are not kept.
 class IniFile : public HeapObject {
@@ -21,9 +23,9 @@ public:
     [[nodiscard]] bool Parse(Char* text);
     // The line, counted from 1, of what has ended the last Load or Parse early; 0 when it came to the end.
     uint32_t StoppedLine() const { return stoppedLine; }
-    // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF, as SaveSafely does; what it
+    // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF, as SafeSaver does; what it
     // replaces is kept. The file is not touched while another program has it open, be it to read.
-    [[nodiscard]] bool Save(const Char* path) const;
+    [[nodiscard]] bool Save(SafeSaver& saver, const Char* path) const;
     // Appends to `out` the text that Save encodes. False without memory, with `out` as it was.
     [[nodiscard]] bool Serialise(WString& out) const;
 

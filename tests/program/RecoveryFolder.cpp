@@ -1,6 +1,6 @@
 #include "base/Platform.h"
-#include "base/SafeSave.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 
 #include <gtest/gtest.h>
 

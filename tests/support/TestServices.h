@@ -2,7 +2,8 @@
 
 #include "binary/HexDocumentView.h"
 #include "document/TextServices.h"
+#include "support/TestRecovery.h"
 
 // What the documents of all tests of a program share. Fakes put their views in.
-inline TextServices textServices;
+inline TextServices textServices{recoveryServices, nullptr, nullptr, {}};
 inline HexServices hexServices;

@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 #include "settings/win32/OptionsDialog.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 #include "view/DialogDriver.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,8 @@ protected:
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
         const OptionsOutcome outcome = RunOptionsDialog(owner, file, changes, pageShown);
-        if (outcome == OptionsOutcome::Stored) static_cast<void>(file.Save(folder.Path("orvane.ini").c_str()));
+        if (outcome == OptionsOutcome::Stored)
+            static_cast<void>(file.Save(recoveryServices.saver, folder.Path("orvane.ini").c_str()));
         return outcome != OptionsOutcome::Cancelled;
     }
     uint32_t pageShown = 0; // first, and then last

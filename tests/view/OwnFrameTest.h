@@ -12,7 +12,7 @@ protected:
         INITCOMMONCONTROLSEX controls = {sizeof(controls), ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
         InitCommonControlsEx(&controls);
         BeforeFrame();
-        main = std::make_unique<MainFrame>(store);
+        main = std::make_unique<MainFrame>(store, recoveryServices);
         ASSERT_TRUE(main->Create(instance));
     }
     void TearDown() override {
@@ -35,6 +35,6 @@ protected:
 
     void Command(UINT number) const { SendMessageW(main->Window(), WM_COMMAND, number, 0); }
 
-    SettingsStore store; // nothing is loaded into it
+    SettingsStore store{recoveryServices.saver}; // nothing is loaded into it
     std::unique_ptr<MainFrame> main;
 };

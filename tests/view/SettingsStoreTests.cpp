@@ -31,7 +31,7 @@ private:
 
 // The settings of another place would be saved there, and the user's would seem to be lost.
 TEST_F(SettingsStoreTest, WithoutMemoryToAskForTheFileNoOtherIsTaken) {
-    SettingsStore store;
+    SettingsStore store(recoveryServices.saver);
     ASSERT_TRUE(store.Load());
     const IniFile* before = &store.Ini();
     looksElsewhere = false;

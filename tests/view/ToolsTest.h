@@ -5,6 +5,7 @@
 #include "settings/ToolList.h"
 #include "settings/win32/ToolsDialog.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 #include "view/DialogDriver.h"
 
 #include <gtest/gtest.h>
@@ -35,7 +36,7 @@ protected:
     bool Open(std::function<void(HWND)> drive, HWND owner = nullptr) {
         dialog::WhenShown(std::move(drive));
         if (!RunToolsDialog(owner, file)) return false;
-        static_cast<void>(file.Save(folder.Path("orvane.ini").c_str()));
+        static_cast<void>(file.Save(recoveryServices.saver, folder.Path("orvane.ini").c_str()));
         return true;
     }
     std::string Saved() const { return folder.Read("orvane.ini"); }

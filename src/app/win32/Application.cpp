@@ -6,7 +6,7 @@
 #include "app/win32/ProcessSetup.h"
 #include "app/win32/SettingsStore.h"
 #include "base/Heap.h"
-#include "base/SafeSave.h"
+#include "base/RecoveryServices.h"
 #include "document/DocumentJournal.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
@@ -34,8 +34,9 @@ bool StartFrame(MainFrame& frame, HINSTANCE instance) {
     return frame.Create(instance);
 }
 
-void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store, HACCEL accelerators) {
-    MainFrame* const frame = new MainFrame(store);
+void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store, RecoveryServices& recovery,
+              HACCEL accelerators) {
+    MainFrame* const frame = new MainFrame(store, recovery);
     if (!frame) return;
     if (StartFrame(*frame, instance) && ParseCommandLine(frame->Commands(), commandLine)) {
         frame->OfferRecovery();
@@ -46,17 +47,17 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
 
 // Everything that needs the heap.
 void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators) {
+    RecoveryServices recovery; // goes last: what is left then is for the next start
     CrashReport crashes;
     ViewClass views;
-    SettingsStore store;
+    SettingsStore store(recovery.saver);
     KeepJournals(true);
     if (store.Load() && views.Register(instance)) {
-        RunFrame(instance, commandLine, store, accelerators);
+        RunFrame(instance, commandLine, store, recovery, accelerators);
         ViewFont::Release();
         DrawingObjects::Release();
     }
     findState.Release();
-    LeaveSaveCopies();
     store.Free();
 }
 

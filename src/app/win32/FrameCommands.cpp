@@ -17,6 +17,8 @@ void FrameCommands::NewDocument() { parts.opener.OpenNew(); }
 
 bool FrameCommands::SaveDocument(Document& document) { return parts.saver.Save(document); }
 
+SafeSaver& FrameCommands::Saver() { return parts.recovery.saver; }
+
 void FrameCommands::BeginBatch() { parts.batch.Begin(); }
 
 void FrameCommands::EndBatch() {

@@ -16,6 +16,7 @@ public:
     bool OpenBinary(const Char* path) override;
     void NewDocument() override;
     bool SaveDocument(Document& document) override;
+    SafeSaver& Saver() override;
     void BeginBatch() override;
     void EndBatch() override;
     const Char* ActiveDocumentName() const override;

@@ -29,8 +29,9 @@
 // What the frame consists of, and who knows whom. Each part refers only to those before it and to the
 // interfaces of the frame that are passed in.
 struct FrameParts {
-    FrameParts(CommandContext& commands, ViewHost& host, LeavingFrame& leavingFrame, SettingsStore& loaded)
-        : context(commands), store(loaded), panes(host), commandWindow(commands, panes),
+    FrameParts(CommandContext& commands, ViewHost& host, LeavingFrame& leavingFrame, SettingsStore& loaded,
+               RecoveryServices& ofProgram)
+        : context(commands), store(loaded), recovery(ofProgram), panes(host), commandWindow(commands, panes),
           leaving(commands, leavingFrame) {}
 
     // The window was made: makes the others inside it. False when the system refuses.
@@ -40,7 +41,8 @@ struct FrameParts {
     HWND window = nullptr;
     CommandContext& context;
     SettingsStore& store;
-    DocumentServices services{{TextView::Create, nullptr, {}}, {HexView::Create}}; // before what it outlives
+    RecoveryServices& recovery;
+    DocumentServices services{{recovery, TextView::Create, nullptr, {}}, {HexView::Create}}; // before what it outlives
     DocumentList documents;
     Macros macros;
 

@@ -34,7 +34,10 @@ void AllowDrops(HWND frame) {
 
 } // namespace
 
-MainFrame::MainFrame(SettingsStore& store) : parts(commands, *this, leaving, store) { mainFrame = this; }
+MainFrame::MainFrame(SettingsStore& store, RecoveryServices& recovery)
+    : parts(commands, *this, leaving, store, recovery) {
+    mainFrame = this;
+}
 
 MainFrame::~MainFrame() { mainFrame = nullptr; }
 

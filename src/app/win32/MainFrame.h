@@ -11,7 +11,8 @@
 // The main window, one per process. It routes: messages and what views report go to its parts.
 class MainFrame final : public HeapObject, public ViewHost {
 public:
-    explicit MainFrame(SettingsStore& store);
+    // Both outlive the frame.
+    MainFrame(SettingsStore& store, RecoveryServices& recovery);
     ~MainFrame();
     MainFrame(const MainFrame&) = delete;
     MainFrame& operator=(const MainFrame&) = delete;

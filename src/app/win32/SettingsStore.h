@@ -5,12 +5,14 @@
 #include "base/win32/Handles.h"
 
 class IniFile;
+class SafeSaver;
 
 // The settings file and what is made of it: the process-wide settings, tools and engine definitions, and the
 // accelerator table of the tools' hot keys.
 class SettingsStore {
 public:
-    SettingsStore() = default;
+    // `ofProgram` outlives this.
+    explicit SettingsStore(SafeSaver& ofProgram) : saver(ofProgram) {}
     ~SettingsStore() { Free(); }
     SettingsStore(const SettingsStore&) = delete;
     SettingsStore& operator=(const SettingsStore&) = delete;
@@ -23,7 +25,7 @@ public:
 
     IniFile& Ini() { return *ini; } // after Load
     // After a dialog was confirmed. Asks and tells what SaveSettingsFile does.
-    void Save(UserPrompt& user) { SaveSettingsFile(user, *ini, path.Text(), known); }
+    void Save(UserPrompt& user) { SaveSettingsFile(user, saver, *ini, path.Text(), known); }
     // Null when no tool has a hot key.
     HACCEL ToolAccelerators() const { return toolAccelerators.Get(); }
 
@@ -33,6 +35,7 @@ public:
     void ReloadEngineDefinitions();
 
 private:
+    SafeSaver& saver;
     IniFile* ini = nullptr;
     WString path; // where orvane.ini is, or where it would be
     SettingsKnowledge known;

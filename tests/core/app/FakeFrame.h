@@ -6,6 +6,7 @@
 #include "app/MacroPlayer.h"
 #include "core/app/FakeDocument.h"
 #include "settings/Settings.h"
+#include "support/TestRecovery.h"
 
 #include <cstdlib>
 #include <deque>
@@ -49,6 +50,7 @@ public:
         Note(u"save " + Str(document.GetName()));
         return savingWorks;
     }
+    SafeSaver& Saver() override { return recoveryServices.saver; }
     void BeginBatch() override { ++batchDepth; }
     void EndBatch() override { --batchDepth; }
 

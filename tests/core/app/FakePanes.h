@@ -6,6 +6,7 @@
 #include "app/PaneViews.h"
 #include "app/ScreenBatch.h"
 #include "core/app/FakeDocument.h"
+#include "support/TestRecovery.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -113,7 +114,7 @@ protected:
         return *pane;
     }
 
-    DocumentServices services{{CaretView::Make, nullptr, {}}, {}};
+    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;

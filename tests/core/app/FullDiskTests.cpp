@@ -80,7 +80,7 @@ TEST_F(FullDiskTest, SettingsAndSessionsLoseNoByte) {
     IniFile settings;
     IniSection* const section = settings.AddSection(u"General");
     ASSERT_TRUE(section && section->SetString(u"Text", LongText().c_str()));
-    EXPECT_FALSE(settings.Save(Path("file").c_str()));
+    EXPECT_FALSE(settings.Save(recoveryServices.saver, Path("file").c_str()));
     EXPECT_TRUE(Read("file") == std::string(100000, 'o'));
 
     FakeFrame frame;

@@ -16,7 +16,7 @@ protected:
         ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
         ASSERT_TRUE(ReadStamp(path.c_str(), known.file));
     }
-    void Save() { SaveSettingsFile(user, ini, path.c_str(), known); }
+    void Save() { SaveSettingsFile(user, recoveryServices.saver, ini, path.c_str(), known); }
 
     ScratchFolder folder;
     std::u16string path = folder.Write("orvane.ini", "the old file");

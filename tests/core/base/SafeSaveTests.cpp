@@ -1,5 +1,3 @@
-#include "base/SafeSave.h"
-
 #include "base/Checksum.h"
 #include "base/Platform.h"
 #include "base/PreviousFile.h"
@@ -8,6 +6,7 @@
 #include "support/NoRecoveryFolder.h"
 #include "support/Random.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +24,7 @@ uint64_t ValueOf(const std::string& bytes) {
 
 bool Save(const std::u16string& path, const std::string& bytes, Replaced replaced = Replaced::Dropped) {
     BlockSource source(bytes.data(), bytes.size());
-    return SaveSafely(path.c_str(), source, replaced) == SaveResult::Saved;
+    return recoveryServices.saver.Save(path.c_str(), source, replaced) == SaveResult::Saved;
 }
 
 // What is in the recovery folder, and below it where `inside` says so.
@@ -99,13 +98,13 @@ TEST(SafeSave, BytesThatCannotBeMadeCostNothing) {
     const ScratchFolder folder;
     const std::u16string path = folder.Write("f", "old");
     BrokenSource source;
-    EXPECT_EQ(SaveSafely(path.c_str(), source), SaveResult::Untouched);
+    EXPECT_EQ(recoveryServices.saver.Save(path.c_str(), source), SaveResult::Untouched);
     {
         const NoRecoveryFolder withoutCopy;
-        EXPECT_EQ(SaveSafely(path.c_str(), source), SaveResult::Untouched);
+        EXPECT_EQ(recoveryServices.saver.Save(path.c_str(), source), SaveResult::Untouched);
     }
     EXPECT_EQ(folder.Read("f"), "old");
-    EXPECT_EQ(SaveSafely(folder.Path("none").c_str(), source), SaveResult::Untouched);
+    EXPECT_EQ(recoveryServices.saver.Save(folder.Path("none").c_str(), source), SaveResult::Untouched);
     EXPECT_EQ(Platform::EntryKind(folder.Path("none").c_str()), Platform::Entry::Missing);
     EXPECT_EQ(CountRecoveryFiles(u"Copies"), 0u);
 }

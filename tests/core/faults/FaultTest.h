@@ -1,8 +1,8 @@
 #pragma once
 
 #include "FakeDisk.h"
-#include "base/SafeSave.h"
 #include "base/SaveRecovery.h"
+#include "support/TestRecovery.h"
 
 #include <gtest/gtest.h>
 

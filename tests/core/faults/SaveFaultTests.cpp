@@ -135,8 +135,8 @@ TEST_F(TextFaultTest, ASaveOfAnotherFileLeavesTheCopy) {
     ASSERT_FALSE(saving.save());
     disk.StopFailing();
     BlockSource source("bytes", 5);
-    ASSERT_EQ(SaveSafely(u"S:\\work\\other.txt", source), SaveResult::Saved);
-    ASSERT_EQ(SaveSafely(u"S:\\work\\FILE.txt", source), SaveResult::Saved);
+    ASSERT_EQ(recoveryServices.saver.Save(u"S:\\work\\other.txt", source), SaveResult::Saved);
+    ASSERT_EQ(recoveryServices.saver.Save(u"S:\\work\\FILE.txt", source), SaveResult::Saved);
     disk.Restart();
     LeaveSaveCopies();
     EXPECT_TRUE(disk.Holds(StartAgain().named, saving.after));
@@ -234,7 +234,7 @@ TEST_F(SettingsFaultTest, SettingsLoseNeitherTheOldNorTheNewBytes) {
     IniSection* const section = file.AddSection(u"General");
     ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
     FailEverything({.prepare = [] {},
-                    .save = [&] { return file.Save(Target); },
+                    .save = [&] { return file.Save(recoveryServices.saver, Target); },
                     .inspect = [](bool) {},
                     .before = "[General]\r\nFontSize=10\r\n[Tool]\r\nTitle=x\r\n",
                     .after = "[General]\r\nFontSize=12\r\n",
@@ -253,7 +253,7 @@ TEST_F(SettingsFaultTest, AGenerationThatIsNotWholeReplacesNone) {
         disk.Write(PreviousPath(), OlderGeneration);
         disk.Write(PreviousPath() + u".new", "the o");
         disk.FailAt(number, FakeDisk::Fault::Denied);
-        static_cast<void>(file.Save(Target));
+        static_cast<void>(file.Save(recoveryServices.saver, Target));
         isReached = disk.Calls() >= number;
         disk.StopFailing();
         const std::string kept = disk.Read(PreviousPath());
@@ -267,10 +267,10 @@ TEST_F(SettingsFaultTest, OnlyOtherBytesReplaceTheGenerationBefore) {
     IniSection* const section = file.AddSection(u"General");
     ASSERT_TRUE(section && section->SetInt(u"FontSize", 12));
     disk.Write(Target, "the old ones");
-    for (int i = 0; i < 3; ++i) ASSERT_TRUE(file.Save(Target));
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(file.Save(recoveryServices.saver, Target));
     EXPECT_EQ(disk.Read(PreviousPath()), "the old ones");
     ASSERT_TRUE(section->SetInt(u"FontSize", 14));
-    ASSERT_TRUE(file.Save(Target));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, Target));
     EXPECT_EQ(disk.Read(PreviousPath()), "[General]\r\nFontSize=12\r\n");
 }
 

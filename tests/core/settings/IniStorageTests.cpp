@@ -1,5 +1,6 @@
 #include "SettingsTestSupport.h"
 #include "support/FailureInjection.h"
+#include "support/TestRecovery.h"
 #include "support/WithAdditional.h"
 
 #include <random>
@@ -27,7 +28,7 @@ TEST(IniSave, CommentsAndBlankLinesVanish) {
     disk.Write("; note\n\n[S]\n; note\na=1\n\n\n; note\nb=2\n\n");
     IniFile file;
     ASSERT_TRUE(file.Load(disk.Name()));
-    ASSERT_TRUE(file.Save(disk.Name()));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, disk.Name()));
     EXPECT_EQ(disk.Read(), "[S]\r\na=1\r\nb=2\r\n");
 }
 
@@ -35,7 +36,7 @@ TEST(IniSave, WritesUtf8WithoutByteOrderMarkOrTerminator) {
     const TemporaryFile disk;
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[\u00E4]\n\u20AC=\U0001F600"));
-    ASSERT_TRUE(file.Save(disk.Name()));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, disk.Name()));
     EXPECT_EQ(disk.Read(), "[\xC3\xA4]\r\n\xE2\x82\xAC=\xF0\x9F\x98\x80\r\n");
 }
 
@@ -44,14 +45,14 @@ TEST(IniSave, ReplacesALongerFile) {
     disk.Write(std::string(10000, 'x'));
     IniFile file;
     ASSERT_NE(file.AddSection(u"S"), nullptr);
-    ASSERT_TRUE(file.Save(disk.Name()));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, disk.Name()));
     EXPECT_EQ(disk.Read(), "[S]\r\n");
 }
 
 TEST(IniSave, EmptyModelMakesAnEmptyFile) {
     const TemporaryFile disk;
     disk.Write("[S]\n");
-    EXPECT_TRUE(IniFile().Save(disk.Name()));
+    EXPECT_TRUE(IniFile().Save(recoveryServices.saver, disk.Name()));
     EXPECT_TRUE(disk.Exists());
     EXPECT_EQ(disk.Read(), "");
 }
@@ -59,7 +60,7 @@ TEST(IniSave, EmptyModelMakesAnEmptyFile) {
 TEST(IniSave, FileThatCannotBeCreatedFails) {
     std::u16string missing = TemporaryFile().Name();
     missing += u".missing\\file.ini";
-    EXPECT_FALSE(IniFile().Save(missing.c_str()));
+    EXPECT_FALSE(IniFile().Save(recoveryServices.saver, missing.c_str()));
 }
 
 TEST(IniSave, TwoSectionsOfOneNameAreBothWrittenBack) {
@@ -68,7 +69,7 @@ TEST(IniSave, TwoSectionsOfOneNameAreBothWrittenBack) {
     IniFile file;
     ASSERT_TRUE(file.Load(disk.Name()));
     EXPECT_EQ(file.FindSection(u"General")->GetInt(u"FontSize", 0), 12u);
-    ASSERT_TRUE(file.Save(disk.Name()));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, disk.Name()));
     EXPECT_EQ(disk.Read(), "[General]\r\nFontSize=12\r\n\r\n[General]\r\nFontSize=14\r\n");
 }
 
@@ -110,7 +111,7 @@ TEST(IniLoad, AByteOrderMarkIsPassedOver) {
     EXPECT_TRUE(file.Load(disk.Name()));
     const Model expected = {{u"S", {{u"k", u"v"}}}};
     EXPECT_EQ(ModelOf(file), expected);
-    ASSERT_TRUE(file.Save(disk.Name()));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, disk.Name()));
     EXPECT_EQ(disk.Read(), "[S]\r\nk=v\r\n");
     // A second one is an ordinary character.
     disk.Write("\xEF\xBB\xBF\xEF\xBB\xBF[S]\nk=v\n");
@@ -230,7 +231,7 @@ TEST(IniSave, EveryFailingAllocationLeavesTheFile) {
             const FailurePause pause;
             disk.Write("kept");
         }
-        const bool done = file.Save(disk.Name());
+        const bool done = file.Save(recoveryServices.saver, disk.Name());
         const FailurePause pause;
         EXPECT_EQ(disk.Read(), done ? "[A]\r\na=1\r\n\r\n[B]\r\nb=2\r\n" : "kept");
         return done;
@@ -260,7 +261,7 @@ TEST(IniSave, EveryFailingFileCallReportsFailure) {
     const TemporaryFile disk;
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[A]\na=1"));
-    const uint64_t failures = FailEachFileCall([&] { return file.Save(disk.Name()); });
+    const uint64_t failures = FailEachFileCall([&] { return file.Save(recoveryServices.saver, disk.Name()); });
     EXPECT_GE(failures, 4u); // open, write, cut and flush
     EXPECT_EQ(disk.Read(), "[A]\r\na=1\r\n");
 }
@@ -287,7 +288,7 @@ TEST(IniRoundTrip, ThroughAFile) {
     const TemporaryFile disk;
     IniFile file;
     ASSERT_TRUE(ParseText(file, u"[A]\nkey = value \nFoo\nBar=1\n\u20AC=\u00E4\n[A]\n[\U0001F600]\n=\n"));
-    ASSERT_TRUE(file.Save(disk.Name()));
+    ASSERT_TRUE(file.Save(recoveryServices.saver, disk.Name()));
     IniFile again;
     ASSERT_TRUE(again.Load(disk.Name()));
     EXPECT_EQ(ModelOf(again), ModelOf(file));

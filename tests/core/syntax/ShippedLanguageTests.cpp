@@ -6,6 +6,7 @@
 #include "settings/AdditionalSettings.h"
 #include "settings/ToolList.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 
 #include <map>
 #include <set>
@@ -181,7 +182,7 @@ TEST_F(ShippedLanguages, ASaveOfTheSettingsKeepsEverySectionAndKey) {
 
     const ScratchFolder folder;
     const std::u16string path = folder.Path("orvane.ini");
-    ASSERT_TRUE(StoreSettingsToFile(file) && toolList.Store(file) && file.Save(path.c_str()));
+    ASSERT_TRUE(StoreSettingsToFile(file) && toolList.Store(file) && file.Save(recoveryServices.saver, path.c_str()));
     IniFile read;
     ASSERT_TRUE(read.Load(path.c_str()));
     EXPECT_EQ(SectionsOf(read), before);

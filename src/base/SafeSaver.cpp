@@ -1,34 +1,15 @@
-#include "base/SafeSave.h"
+#include "base/SafeSaver.h"
 
 #include "base/FileBytes.h"
-#include "base/List.h"
 #include "base/Path.h"
 #include "base/PreviousFile.h"
-#include "base/SaveCopy.h"
 #include "base/Text.h"
 
 namespace {
 
-// The copies of saves that have failed after their file was touched. Each is held open, for it belongs to this editor:
-// to the process, as texts, settings and the session are saved by objects that have nothing else in common, and what
-// one of them left is discarded when any of them saves that file at last.
-List<SaveCopy> leftCopies;
-
 // Not CompareNames, for which names of two files may be equal: the copy may be all that is left of its text.
 bool IsSameTarget(const Char* left, const Char* right) {
     return Text::Equal(left, right) || Platform::IsSameFile(left, right);
-}
-
-void DiscardLeftCopies(const Char* target) {
-    for (SaveCopy* copy = leftCopies.head; copy;) {
-        SaveCopy* const following = copy->next;
-        if (IsSameTarget(copy->Target().Text(), target)) {
-            leftCopies.Remove(copy);
-            copy->Discard();
-            delete copy;
-        }
-        copy = following;
-    }
 }
 
 // Opens the file with room for its new bytes. It holds its old ones still; one that was made for them is removed again
@@ -69,7 +50,11 @@ bool SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& i
 
 } // namespace
 
-SaveResult SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
+SafeSaver::~SafeSaver() {
+    while (SaveCopy* const copy = copies.TakeHead()) delete copy;
+}
+
+SaveResult SafeSaver::Save(const Char* name, ByteSource& source, Replaced replaced) {
     WString target;
     auto* const copy = new SaveCopy;
     if (!copy || !FindTarget(name, target) || copy->Make(target.Text(), source) == SaveCopy::Outcome::NoBytes) {
@@ -78,9 +63,9 @@ SaveResult SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
     }
     bool isTouched = false;
     const bool isSaved = SaveWithCopy(*copy, source, replaced, isTouched);
-    if (isSaved) DiscardLeftCopies(target.Text());
+    if (isSaved) DiscardCopies(target.Text());
     if (!isSaved && isTouched && copy->IsMade()) {
-        leftCopies.Append(copy);
+        copies.Append(copy);
         return SaveResult::Cut;
     }
     copy->Discard();
@@ -89,6 +74,14 @@ SaveResult SaveSafely(const Char* name, ByteSource& source, Replaced replaced) {
     return isTouched ? SaveResult::Cut : SaveResult::Untouched;
 }
 
-void LeaveSaveCopies() {
-    while (SaveCopy* const copy = leftCopies.TakeHead()) delete copy;
+void SafeSaver::DiscardCopies(const Char* target) {
+    for (SaveCopy* copy = copies.head; copy;) {
+        SaveCopy* const following = copy->next;
+        if (IsSameTarget(copy->Target().Text(), target)) {
+            copies.Remove(copy);
+            copy->Discard();
+            delete copy;
+        }
+        copy = following;
+    }
 }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/ByteSource.h"
+#include "base/List.h"
+#include "base/SaveCopy.h"
+#include "base/Types.h"
+
+// Whether what a file held until now is kept in the recovery folder: the bytes of the last save only.
+enum class Replaced { Dropped, Kept };
+
+// Untouched: not every byte arrived, and the file is as it was. Cut: it may end where the writing has ended.
+enum class SaveResult { Saved, Untouched, Cut };
+
+// Saves the files of one editor: texts, settings and the session. What a failed save has left is discarded when any of
+// them saves that file at last; so all of them share one. When it goes, what is left then is SaveRecovery's to find.
+class SafeSaver {
+public:
+    SafeSaver() = default;
+    ~SafeSaver();
+    SafeSaver(const SafeSaver&) = delete;
+    SafeSaver& operator=(const SafeSaver&) = delete;
+
+    // Writes bytes over a file in place, so that its links, rights, streams and identity stay, or makes it. Before the
+    // file is touched all its new bytes are in a copy in the recovery folder, flushed; the copy goes when the file is
+    // flushed. So at every moment either the old bytes or the complete new ones are in one of the two. Where no copy
+    // can be made the file is written all the same. The copy of a file that was cut stays until the file is saved at
+    // last, or SaveRecovery finds it.
+    [[nodiscard]] SaveResult Save(const Char* name, ByteSource& source, Replaced replaced = Replaced::Dropped);
+
+private:
+    void DiscardCopies(const Char* target);
+
+    // Of saves that have failed after their file was touched. Each is held open, for it belongs to this editor.
+    List<SaveCopy> copies;
+};
