@@ -107,6 +107,6 @@ private:
     Platform::FileTime fileTime = 0; // when it was opened or saved last
     PagedContent content{file};
     EditHistory history;
-    ByteJournal journal{*this, content};
+    ByteJournal journal{*this, services.recovery, content};
     bool searchFailed = false;
 };

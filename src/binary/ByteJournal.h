@@ -9,8 +9,9 @@
 // on the pages belong into the file whatever it has there.
 class ByteJournal final : public DocumentJournal {
 public:
-    // Both outlive this; `content` is that of `document`.
-    ByteJournal(const Document& document, PagedContent& changed) : DocumentJournal(document), content(changed) {}
+    // All outlive this; `changed` is the content of `document`.
+    ByteJournal(const Document& document, RecoveryServices& around, PagedContent& changed)
+        : DocumentJournal(document, around), content(changed) {}
 
     // Bytes were changed.
     void Changed() { CountEdit(); }

@@ -3,6 +3,7 @@
 #include "document/DocumentView.h"
 
 class BinaryDocument;
+struct RecoveryServices;
 
 // Where the caret of a hex view is.
 struct HexCaret {
@@ -33,5 +34,6 @@ using HexViewFactory = HexDocumentView* (*)(BinaryDocument& document, NativeWind
 
 // What binary documents need of the program around them. Owned by the maker of the documents; outlives them.
 struct HexServices {
+    RecoveryServices& recovery;
     HexViewFactory makeView = nullptr; // null: no view can be made
 };

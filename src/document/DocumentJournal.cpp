@@ -10,26 +10,10 @@ constexpr uint64_t SmallJournal = 0x1000000;
 // Milliseconds until a journal is tried again that could not be written.
 constexpr uint64_t RetryAfter = 30000;
 
-// Process-wide: the program starts, hurries and leaves the journals of all documents at once, also from a crash.
-bool journalsAreKept = false;
-bool journalsAreLeft = false;
-bool journalsAreUrgent = false;
-
 } // namespace
 
-void KeepJournals(bool areKept) {
-    journalsAreKept = areKept;
-    journalsAreLeft = journalsAreUrgent = false;
-}
-
-bool AreJournalsKept() { return journalsAreKept; }
-
-void HurryJournals() { journalsAreUrgent = true; }
-
-void LeaveJournals() { journalsAreLeft = true; }
-
 void DocumentJournal::Remove() {
-    if (file && !journalsAreLeft) file->Discard();
+    if (file && !recovery.journals.AreLeft()) file->Discard();
     delete file;
     file = nullptr;
 }
@@ -43,7 +27,7 @@ void DocumentJournal::Discard() {
 }
 
 void DocumentJournal::CountEdit() {
-    if (!journalsAreKept || ++edits < MaxEdits) return;
+    if (!IsKept() || ++edits < MaxEdits) return;
     // What a command prints is no change of the user's.
     if (owner.IsModified())
         Write();
@@ -52,7 +36,7 @@ void DocumentJournal::CountEdit() {
 }
 
 bool DocumentJournal::Flush() {
-    if (!journalsAreKept) return true;
+    if (!IsKept()) return true;
     if (!owner.IsModified()) {
         Discard();
         return true;
@@ -77,7 +61,7 @@ void DocumentJournal::Written(bool isGood) {
 
 // The file before stays until this one is complete: an older state is better than none.
 bool DocumentJournal::MakeAgain() {
-    if (!journalsAreUrgent && retryAt && Platform::Ticks() < retryAt) return false;
+    if (!recovery.journals.AreUrgent() && retryAt && Platform::Ticks() < retryAt) return false;
     auto* const made = new JournalFile;
     if (!made || !WriteAll(*made) || !made->Flush()) {
         if (made) made->Discard();

@@ -1,17 +1,9 @@
 #pragma once
 
 #include "base/Journal.h"
+#include "base/RecoveryServices.h"
 
 class Document;
-
-// Whether documents keep journals, in the whole program. Off at first; nothing is written then.
-void KeepJournals(bool areKept);
-bool AreJournalsKept();
-// From now on every Flush tries at once again what could not be written, because there may be no later one.
-void HurryJournals();
-// From now on journals are kept for the next start, because the program must end with changes that nobody has decided
-// about.
-void LeaveJournals();
 
 // The journal of a document that is modified: what has to be written when, and what happens when that fails. What a
 // journal holds is said by the classes derived from this.
@@ -19,7 +11,8 @@ class DocumentJournal {
 public:
     static constexpr uint32_t MaxEdits = 200;
 
-    explicit DocumentJournal(const Document& document) : owner(document) {}
+    // Both outlive this.
+    DocumentJournal(const Document& document, RecoveryServices& around) : owner(document), recovery(around) {}
     DocumentJournal(const DocumentJournal&) = delete;
     DocumentJournal& operator=(const DocumentJournal&) = delete;
 
@@ -34,6 +27,8 @@ protected:
     ~DocumentJournal() { delete file; }
 
     const Document& Owner() const { return owner; }
+    // Whether journals are kept at all.
+    bool IsKept() const { return recovery.journals.AreKept(); }
     // The file, as long as more can be appended to it; else null.
     JournalFile* Writable() const { return isIncomplete ? nullptr : file; }
     // An edit was made. After MaxEdits of them they are written.
@@ -60,6 +55,7 @@ private:
     void Remove();
 
     const Document& owner;
+    RecoveryServices& recovery;
     JournalFile* file = nullptr;
     uint32_t edits = 0; // that are not written
     bool isIncomplete = false;

@@ -18,8 +18,8 @@ class LineEdit;
 class EditPipeline {
 public:
     // `parts` are those of `text`.
-    EditPipeline(DocumentBase& owner, TextContent& text, TextParts& parts, TextViews views)
-        : document(owner), target{text, parts, views}, notifier(views), journal(owner, text) {}
+    EditPipeline(DocumentBase& owner, TextContent& text, TextParts& parts, TextViews views, RecoveryServices& recovery)
+        : document(owner), target{text, parts, views}, notifier(views), journal(owner, recovery, text) {}
     EditPipeline(const EditPipeline&) = delete;
     EditPipeline& operator=(const EditPipeline&) = delete;
 

@@ -20,7 +20,7 @@ class TextBuffer final : public DocumentBase, public TextContent {
 public:
     // `around` outlives the document.
     explicit TextBuffer(TextServices& around)
-        : services(around), pipeline(*this, *this, parts, TextViews(views)), output(parts.store),
+        : services(around), pipeline(*this, *this, parts, TextViews(views), around.recovery), output(parts.store),
           onDisk(around.slowDrives) {}
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;

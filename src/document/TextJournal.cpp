@@ -15,7 +15,7 @@ JournalChange ChangeOf(const ChangedSpan& span) {
 } // namespace
 
 void TextJournal::Changed(const TextChange& change) {
-    if (!AreJournalsKept()) {
+    if (!IsKept()) {
         // How the text differs from its file and its journal is not known any more.
         hasOrigin = false;
         return MakeAgainNext();

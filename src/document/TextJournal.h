@@ -18,7 +18,8 @@ public:
     static constexpr uint32_t LargeText = 0x400000;
 
     // `text` is that of `document`.
-    TextJournal(const Document& document, const TextContent& text) : DocumentJournal(document), content(text) {}
+    TextJournal(const Document& document, RecoveryServices& around, const TextContent& text)
+        : DocumentJournal(document, around), content(text) {}
 
     // An edit was made. One that is far from those before it is an entry of its own.
     void Changed(const TextChange& change);

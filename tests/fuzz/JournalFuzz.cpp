@@ -6,6 +6,7 @@
 #include "binary/HexDocumentView.h"
 #include "document/TextRecovery.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -122,7 +123,7 @@ void TryPages(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
     Require(file.Open(MadeJournal(scratch).c_str(), Platform::File::Mode::Alone));
     JournalReader reader(file);
     Require(reader.ReadHeader() == JournalReader::State::Readable);
-    HexServices services;
+    HexServices services{recoveryServices};
     auto* const document = new BinaryDocument(services);
     document->AddRef();
     Require(document->Open(target.c_str()));

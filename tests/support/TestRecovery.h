@@ -12,3 +12,11 @@ inline void LeaveSaveCopies() {
     std::destroy_at(&recoveryServices.saver);
     std::construct_at(&recoveryServices.saver);
 }
+
+// From now on documents keep journals, or not, as those of a program that has just been started.
+inline void KeepJournals(bool areKept) {
+    recoveryServices.journals = JournalPolicy();
+    if (areKept) recoveryServices.journals.Keep();
+}
+inline void HurryJournals() { recoveryServices.journals.Hurry(); }
+inline void LeaveJournals() { recoveryServices.journals.Leave(); }

@@ -6,4 +6,4 @@
 
 // What the documents of all tests of a program share. Fakes put their views in.
 inline TextServices textServices{recoveryServices, nullptr, nullptr, {}};
-inline HexServices hexServices;
+inline HexServices hexServices{recoveryServices};

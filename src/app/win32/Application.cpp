@@ -7,7 +7,6 @@
 #include "app/win32/SettingsStore.h"
 #include "base/Heap.h"
 #include "base/RecoveryServices.h"
-#include "document/DocumentJournal.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
 #include "viewbase/FindState.h"
@@ -51,7 +50,7 @@ void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators)
     CrashReport crashes;
     ViewClass views;
     SettingsStore store(recovery.saver);
-    KeepJournals(true);
+    recovery.journals.Keep();
     if (store.Load() && views.Register(instance)) {
         RunFrame(instance, commandLine, store, recovery, accelerators);
         ViewFont::Release();

@@ -3,7 +3,6 @@
 #include "app/RecoveryOffer.h"
 #include "app/win32/FrameParts.h"
 #include "app/win32/FrameRequests.h"
-#include "document/DocumentJournal.h"
 
 bool FrameLeaving::HasOpenDialog() const { return !IsWindowEnabled(parts.window); }
 
@@ -17,9 +16,9 @@ void FrameLeaving::Leave() {
 }
 
 void FrameLeaving::KeepUnsaved() {
-    HurryJournals();
+    parts.recovery.journals.Hurry();
     static_cast<void>(FlushJournals(parts.documents));
-    LeaveJournals();
+    parts.recovery.journals.Leave();
 }
 
 void FrameLeaving::PostLeaveNow() { PostMessageW(parts.window, FrameRequests::QuitNow, 0, 0); }

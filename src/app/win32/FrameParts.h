@@ -42,7 +42,8 @@ struct FrameParts {
     CommandContext& context;
     SettingsStore& store;
     RecoveryServices& recovery;
-    DocumentServices services{{recovery, TextView::Create, nullptr, {}}, {HexView::Create}}; // before what it outlives
+    DocumentServices services{{recovery, TextView::Create, nullptr, {}},
+                              {recovery, HexView::Create}}; // before what it outlives
     DocumentList documents;
     Macros macros;
 

@@ -114,7 +114,7 @@ protected:
         return *pane;
     }
 
-    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {}};
+    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {recoveryServices}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;

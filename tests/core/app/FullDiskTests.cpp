@@ -1,6 +1,5 @@
 #include "app/Session.h"
 #include "core/app/FakeFrame.h"
-#include "document/DocumentJournal.h"
 #include "document/PollTimer.h"
 #include "settings/IniFile.h"
 #include "support/Speaker.h"

@@ -423,7 +423,7 @@ TEST_F(ByteJournalTest, OfAFileThatIsOpenAlreadyTheChangesStay) {
     ASSERT_TRUE(Edit(10, "first"));
     ASSERT_TRUE(document->FlushJournal());
     Kill();
-    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {}};
+    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {recoveryServices}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;

@@ -72,7 +72,7 @@ protected:
         return {text.Content(), text.Length()};
     }
 
-    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {}};
+    DocumentServices services{{recoveryServices, CaretView::Make, nullptr, {}}, {recoveryServices}};
     FakePanes panes;
     DocumentList documents;
     FakeFrameDisplay screen;
