@@ -24,9 +24,9 @@ LeftJournals::~LeftJournals() {
     while (Entry* const entry = found.TakeHead()) delete entry;
 }
 
-void LeftJournals::Look() {
+void LeftJournals::Look(RecoveryFolder& folder) {
     List<RecoveryFileName> names;
-    ListRecoveryFiles(JournalFolder, JournalExtension, names);
+    ListRecoveryFiles(folder, JournalFolder, JournalExtension, names);
     while (RecoveryFileName* const name = names.TakeHead()) {
         LookAt(name->path.Text());
         delete name;

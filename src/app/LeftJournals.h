@@ -23,7 +23,7 @@ public:
     LeftJournals& operator=(const LeftJournals&) = delete;
 
     // Finds them. Removes what holds no change that is complete; what cannot be read now is left for the next time.
-    void Look();
+    void Look(RecoveryFolder& folder);
     Entry* First() const { return found.head; }
     // Nobody needs it any more.
     static void Remove(Entry& entry);

@@ -88,11 +88,11 @@ bool AppendQuestion(WString& out, const LeftJournals& journals) {
 
 } // namespace
 
-void OfferRecovery(UserPrompt& user, DocumentOpener& opener) {
+void OfferRecovery(RecoveryFolder& folder, UserPrompt& user, DocumentOpener& opener) {
     SaveRecovery saves;
     LeftJournals journals;
-    saves.Look();
-    journals.Look();
+    saves.Look(folder);
+    journals.Look(folder);
     WString message;
     const bool isQuestion = journals.First() != nullptr;
     // What cannot be told now is found again at the next start.

@@ -17,12 +17,12 @@ struct Header {
 
 } // namespace
 
-bool JournalFile::Make(const JournalSubject& subject, const WString& name) {
+bool JournalFile::Make(RecoveryFolder& folder, const JournalSubject& subject, const WString& name) {
     if (name.Length() > Platform::LongestPath) return false;
     Header header = {Start, subject, 0};
     header.start.nameLength = name.Length();
     chain = header.check = CheckOfHeader(&header, sizeof(header), name.Text());
-    if (!MakeRecoveryFile(JournalFolder, JournalExtension, file, path)) return false;
+    if (!folder.MakeFile(JournalFolder, JournalExtension, file, path)) return false;
     Gather(&header, sizeof(header));
     return Write(name.Text(), name.Length() * sizeof(Char)) && WriteGathered();
 }

@@ -3,6 +3,7 @@
 #include "base/Checksum.h"
 #include "base/Heap.h"
 #include "base/Platform.h"
+#include "base/RecoveryFolder.h"
 #include "base/WString.h"
 
 // Where journals are inside the recovery folder, and how their names end.
@@ -51,7 +52,7 @@ public:
     JournalFile& operator=(const JournalFile&) = delete;
 
     // Once one of these has failed, the file takes nothing more; what is in it already stays good.
-    [[nodiscard]] bool Make(const JournalSubject& subject, const WString& name);
+    [[nodiscard]] bool Make(RecoveryFolder& folder, const JournalSubject& subject, const WString& name);
     // A change, its bytes in as many pieces as wanted (`length` of them in all), and its end. Not before that end does
     // it reach the file as a whole.
     void Begin(const JournalChange& change);

@@ -56,22 +56,7 @@ bool Platform::MakeFolder(const Char* path) {
 
 const Char* Platform::SetRecoveryFolder(const Char* path) { return std::exchange(hooks.recoveryFolder, path); }
 
-bool Platform::RecoveryPath(const Char* inside, WString& out) {
-    WString folder;
-    const bool isFound = hooks.recoveryFolder
-                             ? folder.Assign(hooks.recoveryFolder)
-                             : SystemFolders::LocalData(folder) && Path::Join(folder, u"Orvane\\Recovery");
-    if (!isFound || folder.IsEmpty() || (*inside && !Path::Join(folder, inside))) return false;
-    out = std::move(folder);
-    return true;
-}
-
-bool Platform::RecoveryFolder(const Char* inside, WString& out) {
-    WString folder;
-    if (!RecoveryPath(inside, folder) || !MakeFolder(folder.Text())) return false;
-    out = std::move(folder);
-    return true;
-}
+const Char* Platform::TestRecoveryFolder() { return hooks.recoveryFolder; }
 
 bool Platform::ReadTime(const Char* name, FileTime& time) {
     File file;

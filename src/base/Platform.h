@@ -122,10 +122,6 @@ bool RemoveFile(const Char* path);
 [[nodiscard]] bool MoveOver(const Char* from, const Char* to);
 // Makes a folder and those it is in; a success also when it is there already.
 [[nodiscard]] bool MakeFolder(const Char* path);
-// Where the program keeps what a failure must not cost the user: a folder of the user's own on this machine, or one
-// inside it (`inside` may be empty). Both give its path; only the second creates it when it is missing.
-[[nodiscard]] bool RecoveryPath(const Char* inside, WString& out);
-[[nodiscard]] bool RecoveryFolder(const Char* inside, WString& out);
 
 // Whether a full path leads to another machine, as far as that can be told without asking it.
 bool IsRemote(const Char* path);
@@ -159,6 +155,8 @@ bool ClipboardHasText();
 void SetTestClock(uint64_t* ticks);
 // For tests: the recovery folder from now on, the system's own with null. Returns the one before.
 const Char* SetRecoveryFolder(const Char* path);
+// What was set, for RecoveryFolder; null when nothing was.
+const Char* TestRecoveryFolder();
 // For tests: asked before every call that opens, sizes, dates, reads, writes, seeks, flushes, reserves room for, cuts,
 // moves or removes a file; an answer of true makes that call fail.
 using FailureHook = bool (*)();

@@ -33,19 +33,19 @@ bool HasBytes(Platform::File& file, uint64_t length, uint64_t value) {
 
 } // namespace
 
-bool PreviousFilePath(const Char* target, WString& out) {
+bool PreviousFilePath(RecoveryFolder& folder, const Char* target, WString& out) {
     WString name;
-    return Platform::RecoveryFolder(u"Previous", out) &&
+    return folder.Make(u"Previous", out) &&
            Text::AppendFormat(name, u"%08x %s", NumberOf(target), Path::FileName(target)) &&
            Path::Join(out, name.Text());
 }
 
-void KeepPreviousFile(const Char* target, uint64_t length, uint64_t value) {
+void KeepPreviousFile(RecoveryFolder& folder, const Char* target, uint64_t length, uint64_t value) {
     Platform::File old;
     if (!old.Open(target, Platform::File::Mode::ReadShared) || HasBytes(old, length, value)) return;
     WString path;
     WString fresh;
-    if (!PreviousFilePath(target, path) || !fresh.Assign(path) || !fresh.Append(u".new")) return;
+    if (!PreviousFilePath(folder, target, path) || !fresh.Assign(path) || !fresh.Append(u".new")) return;
     // What is kept already goes only once there is something whole in its place.
     if (!WriteWhole(fresh.Text(), old) || !Platform::MoveOver(fresh.Text(), path.Text()))
         Platform::RemoveFile(fresh.Text());

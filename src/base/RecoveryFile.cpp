@@ -2,7 +2,7 @@
 
 #include "base/Checksum.h"
 #include "base/Path.h"
-#include "base/TextFormat.h"
+#include "base/RecoveryFolder.h"
 
 #include <cstring>
 
@@ -16,23 +16,6 @@ bool ReadAll(Platform::File& file, void* out, size_t count) {
 }
 
 } // namespace
-
-// The name is made of the time, so that names are in the order of their making, and of a number for each try: the clock
-// may stand still for some milliseconds, and other editors use it as well.
-bool MakeRecoveryFile(const Char* folder, const Char* extension, Platform::File& file, WString& path) {
-    WString inside;
-    if (!Platform::RecoveryFolder(folder, inside)) return false;
-    static uint32_t number = 0; // process-wide: every recovery file needs a name of its own
-    const Platform::FileTime now = Platform::Now();
-    for (int tries = 0; tries < 8 && !file.IsOpen(); ++tries, ++number) {
-        WString name;
-        const bool isNamed = Text::AppendFormat(name, u"%08x%08x%08x%s", static_cast<uint32_t>(now >> 32),
-                                                static_cast<uint32_t>(now), number, extension);
-        if (!isNamed || !path.Assign(inside) || !Path::Join(path, name.Text())) return false;
-        file.Open(path.Text(), Platform::File::Mode::CreateNew);
-    }
-    return file.IsOpen();
-}
 
 uint64_t CheckOfHeader(const void* header, size_t size, const Char* name) {
     Checksum sum;
@@ -63,16 +46,16 @@ RecoveryHeader ReadRecoveryHeader(Platform::File& file, const RecoveryStart& exp
     return name.Assign(read.Data()) ? RecoveryHeader::Good : RecoveryHeader::Unknown;
 }
 
-void ListRecoveryFiles(const Char* folder, const Char* extension, List<RecoveryFileName>& names) {
-    WString inside;
+void ListRecoveryFiles(RecoveryFolder& folder, const Char* inside, const Char* extension,
+                       List<RecoveryFileName>& names) {
+    WString path;
     WString wanted;
-    if (!Platform::RecoveryPath(folder, inside) || !wanted.Assign(inside) || !Path::Join(wanted, u"*") ||
-        !wanted.Append(extension))
+    if (!folder.GetPath(inside, path) || !wanted.Assign(path) || !Path::Join(wanted, u"*") || !wanted.Append(extension))
         return;
     Platform::FileSearch search;
     for (bool more = search.First(wanted.Text()); more; more = search.Next()) {
         auto* const name = new RecoveryFileName;
-        if (!name || !name->path.Assign(inside) || !Path::Join(name->path, search.Name())) {
+        if (!name || !name->path.Assign(path) || !Path::Join(name->path, search.Name())) {
             delete name;
             return;
         }

@@ -39,25 +39,25 @@ bool WriteInPlace(Platform::File& file, ByteSource& source) {
     return isGiven && isCut && isFlushed;
 }
 
-bool SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& isTouched) {
-    const Char* const target = copy.Target().Text();
-    if (replaced == Replaced::Kept) KeepPreviousFile(target, copy.Length(), copy.Value());
-    Platform::File file;
-    if (!OpenWithRoom(file, target, copy.Length(), isTouched)) return false;
-    isTouched = true;
-    return WriteInPlace(file, source);
-}
-
 } // namespace
 
 SafeSaver::~SafeSaver() {
     while (SaveCopy* const copy = copies.TakeHead()) delete copy;
 }
 
+bool SafeSaver::SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& isTouched) {
+    const Char* const target = copy.Target().Text();
+    if (replaced == Replaced::Kept) KeepPreviousFile(folder, target, copy.Length(), copy.Value());
+    Platform::File file;
+    if (!OpenWithRoom(file, target, copy.Length(), isTouched)) return false;
+    isTouched = true;
+    return WriteInPlace(file, source);
+}
+
 SaveResult SafeSaver::Save(const Char* name, ByteSource& source, Replaced replaced) {
     WString target;
     auto* const copy = new SaveCopy;
-    if (!copy || !FindTarget(name, target) || copy->Make(target.Text(), source) == SaveCopy::Outcome::NoBytes) {
+    if (!copy || !FindTarget(name, target) || copy->Make(folder, target.Text(), source) == SaveCopy::Outcome::NoBytes) {
         delete copy;
         return SaveResult::Untouched;
     }

@@ -15,7 +15,8 @@ enum class SaveResult { Saved, Untouched, Cut };
 // them saves that file at last; so all of them share one. When it goes, what is left then is SaveRecovery's to find.
 class SafeSaver {
 public:
-    SafeSaver() = default;
+    // `forCopies` outlives this.
+    explicit SafeSaver(RecoveryFolder& forCopies) : folder(forCopies) {}
     ~SafeSaver();
     SafeSaver(const SafeSaver&) = delete;
     SafeSaver& operator=(const SafeSaver&) = delete;
@@ -28,8 +29,10 @@ public:
     [[nodiscard]] SaveResult Save(const Char* name, ByteSource& source, Replaced replaced = Replaced::Dropped);
 
 private:
+    bool SaveWithCopy(SaveCopy& copy, ByteSource& source, Replaced replaced, bool& isTouched);
     void DiscardCopies(const Char* target);
 
+    RecoveryFolder& folder;
     // Of saves that have failed after their file was touched. Each is held open, for it belongs to this editor.
     List<SaveCopy> copies;
 };

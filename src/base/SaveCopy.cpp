@@ -42,12 +42,12 @@ bool SaveCopy::WriteHeader() {
     return file.Seek(0) && file.Write(&header, sizeof(header));
 }
 
-SaveCopy::Outcome SaveCopy::Make(const Char* targetPath, ByteSource& source) {
+SaveCopy::Outcome SaveCopy::Make(RecoveryFolder& folder, const Char* targetPath, ByteSource& source) {
     if (!target.Assign(targetPath)) return Outcome::NoBytes; // nothing at all can be done without memory
     // The header is written last: until then nobody takes the file for a copy.
     const Header nothing = {};
     const bool isBegun =
-        target.Length() <= Platform::LongestPath && MakeRecoveryFile(SaveCopyFolder, SaveCopyExtension, file, path) &&
+        target.Length() <= Platform::LongestPath && folder.MakeFile(SaveCopyFolder, SaveCopyExtension, file, path) &&
         file.Write(&nothing, sizeof(nothing)) && file.Write(target.Text(), target.Length() * sizeof(Char));
     if (!isBegun) Discard();
     ContentSink sink(file, content);

@@ -4,6 +4,7 @@
 #include "base/Checksum.h"
 #include "base/Heap.h"
 #include "base/Platform.h"
+#include "base/RecoveryFolder.h"
 #include "base/WString.h"
 
 // Where copies are inside the recovery folder, and how their names end.
@@ -26,7 +27,7 @@ public:
     SaveCopy& operator=(const SaveCopy&) = delete;
 
     // `target` is the full path of the file that the bytes are for.
-    [[nodiscard]] Outcome Make(const Char* target, ByteSource& source);
+    [[nodiscard]] Outcome Make(RecoveryFolder& folder, const Char* target, ByteSource& source);
     const WString& Target() const { return target; }
     // Of the bytes, also when there is no copy.
     uint64_t Length() const { return content.Count(); }

@@ -22,22 +22,22 @@ bool HasContent(const SaveCopyContent& content) {
 }
 
 // Makes a new file in the recovery folder that is called like the one that was saved, with a number when there is one.
-bool MakeNamed(const Char* target, Platform::File& file, WString& path) {
+bool MakeNamed(RecoveryFolder& folder, const Char* target, Platform::File& file, WString& path) {
     const Char* const wanted = Path::FileName(target);
     for (uint32_t number = 1; number <= MaxNames; ++number) {
         WString name;
         const bool isNamed = number == 1 ? name.Assign(wanted) : Text::AppendFormat(name, u"%u %s", number, wanted);
-        if (!isNamed || !Platform::RecoveryFolder(u"", path) || !Path::Join(path, name.Text())) return false;
+        if (!isNamed || !folder.Make(u"", path) || !Path::Join(path, name.Text())) return false;
         if (file.Open(path.Text(), Platform::File::Mode::CreateNew)) return true;
     }
     return false;
 }
 
 // `path` becomes that of a new file with the bytes of the copy. Without one it stays as it is, and nothing is left.
-void PutIntoFile(Platform::File& copy, const SaveCopyContent& content, WString& path) {
+void PutIntoFile(RecoveryFolder& folder, Platform::File& copy, const SaveCopyContent& content, WString& path) {
     Platform::File file;
     WString made;
-    if (!copy.Seek(content.start) || !MakeNamed(content.target.Text(), file, made)) return;
+    if (!copy.Seek(content.start) || !MakeNamed(folder, content.target.Text(), file, made)) return;
     FileSink sink(file);
     const bool isWritten = PassOn(copy, sink) && file.Flush();
     file.Close();
@@ -50,16 +50,16 @@ SaveRecovery::~SaveRecovery() {
     while (Found* const node = found.TakeHead()) delete node;
 }
 
-void SaveRecovery::Look() {
+void SaveRecovery::Look(RecoveryFolder& folder) {
     List<RecoveryFileName> names;
-    ListRecoveryFiles(SaveCopyFolder, SaveCopyExtension, names);
+    ListRecoveryFiles(folder, SaveCopyFolder, SaveCopyExtension, names);
     while (RecoveryFileName* const name = names.TakeHead()) {
-        if (foundCount < MaxFound) LookAt(name->path.Text());
+        if (foundCount < MaxFound) LookAt(folder, name->path.Text());
         delete name;
     }
 }
 
-void SaveRecovery::LookAt(const Char* copy) {
+void SaveRecovery::LookAt(RecoveryFolder& folder, const Char* copy) {
     auto* const node = new Found;
     SaveCopyContent content;
     if (!node || !node->copy.Assign(copy) || !node->bytes.Assign(copy) ||
@@ -71,7 +71,7 @@ void SaveRecovery::LookAt(const Char* copy) {
     const bool isWanted = state == SaveCopyState::Complete && !HasContent(content);
     if (isWanted && node->target.Assign(content.target)) {
         // Where that fails the user is told of the copy itself, which then stays (Forget).
-        PutIntoFile(node->file, content, node->bytes);
+        PutIntoFile(folder, node->file, content, node->bytes);
         found.Append(node);
         ++foundCount;
         return;

@@ -3,6 +3,7 @@
 #include "base/Heap.h"
 #include "base/List.h"
 #include "base/Platform.h"
+#include "base/RecoveryFolder.h"
 #include "base/WString.h"
 
 // What interrupted saves of editors that no longer run have left in the recovery folder. Looked for at start; the
@@ -20,7 +21,7 @@ public:
     // recovery folder. Removes the other copies: nobody needs them. What cannot be read now is left for the next time.
     // Looks for no more once MaxFound are found: a message box leaves lines out when there are many, and what it leaves
     // out would be forgotten untold.
-    void Look();
+    void Look(RecoveryFolder& folder);
     bool IsEmpty() const { return found.IsEmpty(); }
     // Appends what the user is to know, for all that was found. False without memory.
     [[nodiscard]] bool AppendMessage(WString& out) const;
@@ -37,7 +38,7 @@ private:
         Found* previous = nullptr;
     };
 
-    void LookAt(const Char* copy);
+    void LookAt(RecoveryFolder& folder, const Char* copy);
 
     List<Found> found;
     uint32_t foundCount = 0;

@@ -28,7 +28,7 @@ bool ByteJournal::WriteAll(JournalFile& made) {
     subject.hasFile = 1;
     subject.isOverFile = 1;
     subject.fileSize = content.FileSize();
-    return name.Assign(Owner().GetName()) && made.Make(subject, name) && PutPages(made, true);
+    return name.Assign(Owner().GetName()) && made.Make(Folder(), subject, name) && PutPages(made, true);
 }
 
 bool ByteJournal::WriteRest(JournalFile& journal) {

@@ -29,6 +29,8 @@ protected:
     const Document& Owner() const { return owner; }
     // Whether journals are kept at all.
     bool IsKept() const { return recovery.journals.AreKept(); }
+    // Where journals are.
+    RecoveryFolder& Folder() const { return recovery.folder; }
     // The file, as long as more can be appended to it; else null.
     JournalFile* Writable() const { return isIncomplete ? nullptr : file; }
     // An edit was made. After MaxEdits of them they are written.

@@ -60,7 +60,7 @@ bool TextJournal::WriteAll(JournalFile& made) {
     isOverFile = subject.isOverFile;
     const JournalChange first = subject.isOverFile ? ChangeOf(sinceFile) : JournalChange{0, 0, WholeSize()};
     unwritten.Clear();
-    return name.Assign(Owner().GetName()) && made.Make(subject, name) &&
+    return name.Assign(Owner().GetName()) && made.Make(Folder(), subject, name) &&
            PutText(made, first, static_cast<uint32_t>(first.start));
 }
 

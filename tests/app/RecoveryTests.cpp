@@ -1,5 +1,6 @@
 #include "app/FileDialogTest.h"
 #include "base/SaveCopy.h"
+#include "support/TestRecovery.h"
 
 // What the next start does after an editor that did not come to its end.
 
@@ -118,7 +119,8 @@ TEST_F(RecoveryTest, ASaveThatDidNotComeToItsEndIsTold) {
     {
         BlockSource source("new bytes", 9);
         SaveCopy left;
-        ASSERT_EQ(left.Make(reinterpret_cast<const Char*>(target.c_str()), source), SaveCopy::Outcome::Made);
+        ASSERT_EQ(left.Make(recoveryServices.folder, reinterpret_cast<const Char*>(target.c_str()), source),
+                  SaveCopy::Outcome::Made);
     }
     Platform::SetRecoveryFolder(nullptr);
     ASSERT_EQ(files::RecoveryFiles(L"Copies").size(), 1u);

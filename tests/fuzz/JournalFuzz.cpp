@@ -71,7 +71,7 @@ void TryChanges(const ScratchFolder& scratch, const uint8_t* data, size_t size) 
     if (size >= 4) subject.encoding = data[0] % 5;
     if (size >= 4) subject.lineEnding = data[1] % 5;
     const bool isKnown = subject.encoding < EncodingCount && subject.lineEnding <= 3;
-    Require(name.Assign(u"C:\\file.txt") && journal->Make(subject, name));
+    Require(name.Assign(u"C:\\file.txt") && journal->Make(recoveryServices.folder, subject, name));
     std::u16string expected;
     bool isGood = isKnown;
     bool hasText = false;
@@ -103,7 +103,7 @@ void TryPages(const ScratchFolder& scratch, const uint8_t* data, size_t size) {
     JournalSubject subject;
     subject.kind = JournalSubject::Kind::Bytes;
     subject.fileSize = size && data[0] == 255 ? FileBytes + 1 : FileBytes;
-    Require(name.Assign(target.c_str()) && journal->Make(subject, name));
+    Require(name.Assign(target.c_str()) && journal->Make(recoveryServices.folder, subject, name));
     for (size_t at = 0; at + 2 <= size; at += 2) {
         const uint64_t start = data[at] % 4 * uint64_t{PageSize} + data[at] / 64;
         const uint64_t last = FileBytes - 2 * PageSize;

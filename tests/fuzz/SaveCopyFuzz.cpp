@@ -5,6 +5,7 @@
 #include "base/SaveCopy.h"
 #include "base/SaveRecovery.h"
 #include "support/ScratchFolder.h"
+#include "support/TestRecovery.h"
 
 #include <cstdlib>
 #include <string>
@@ -36,14 +37,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const SaveCopyState state = StateOf(copy, content);
     if (state == SaveCopyState::Complete) Require(content.start <= size && content.length == size - content.start);
     SaveRecovery recovery;
-    recovery.Look();
+    recovery.Look(recoveryServices.folder);
     Require(recovery.IsEmpty() || state == SaveCopyState::Complete);
     Require(state != SaveCopyState::Damaged || !std::filesystem::exists(scratch.File("Recovery/Copies/1.save")));
     recovery.Forget();
 
     SaveCopy made;
     BlockSource source(data, size);
-    Require(made.Make(u"C:\\file.txt", source) == SaveCopy::Outcome::Made);
+    Require(made.Make(recoveryServices.folder, u"C:\\file.txt", source) == SaveCopy::Outcome::Made);
     made.Discard();
     return 0;
 }

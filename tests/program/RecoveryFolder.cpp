@@ -10,7 +10,7 @@
 namespace {
 
 // Every program of tests has a recovery folder of its own, which is made when the first save needs it.
-class RecoveryFolder final : public ::testing::Environment {
+class OwnRecoveryFolder final : public ::testing::Environment {
 public:
     void SetUp() override {
         scratch = std::make_unique<ScratchFolder>();
@@ -28,6 +28,6 @@ private:
     std::u16string path;
 };
 
-[[maybe_unused]] ::testing::Environment* const registered = ::testing::AddGlobalTestEnvironment(new RecoveryFolder);
+[[maybe_unused]] ::testing::Environment* const registered = ::testing::AddGlobalTestEnvironment(new OwnRecoveryFolder);
 
 } // namespace

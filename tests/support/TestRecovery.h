@@ -10,7 +10,7 @@ inline RecoveryServices recoveryServices;
 // As at the end of a program: what failed saves have left is for the next start.
 inline void LeaveSaveCopies() {
     std::destroy_at(&recoveryServices.saver);
-    std::construct_at(&recoveryServices.saver);
+    std::construct_at(&recoveryServices.saver, recoveryServices.folder);
 }
 
 // From now on documents keep journals, or not, as those of a program that has just been started.

@@ -59,7 +59,7 @@ protected:
     }
     static std::u16string LeftName() {
         LeftJournals left;
-        left.Look();
+        left.Look(recoveryServices.folder);
         return left.First() ? left.First()->name.Text() : u"(none)";
     }
     TextBuffer& Add(const Char* text) const {

@@ -8,6 +8,7 @@
 #include "app/win32/HelpPage.h"
 #include "base/Heap.h"
 #include "base/win32/Ole.h"
+#include "support/TestRecovery.h"
 #include "view/OwnFrameTest.h"
 #include "viewbase/win32/InputMethod.h"
 
@@ -122,7 +123,7 @@ void ReportCrash(HMODULE(WINAPI* load)(LPCWSTR), DWORD(WINAPI* wait)(HANDLE, DWO
         {"TerminateProcess", reinterpret_cast<void*>(EndNothing)},
     };
     for (const ReplacedImport& import : replaced) EXPECT_TRUE(import.IsImported());
-    CrashReport report;
+    CrashReport report(recoveryServices.folder);
     const LPTOP_LEVEL_EXCEPTION_FILTER filter = SetUnhandledExceptionFilter(nullptr);
     ASSERT_TRUE(filter);
     EXCEPTION_RECORD record = {};

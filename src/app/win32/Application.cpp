@@ -47,7 +47,7 @@ void RunFrame(HINSTANCE instance, const Char* commandLine, SettingsStore& store,
 // Everything that needs the heap.
 void RunEditor(HINSTANCE instance, const Char* commandLine, HACCEL accelerators) {
     RecoveryServices recovery; // goes last: what is left then is for the next start
-    CrashReport crashes;
+    CrashReport crashes(recovery.folder);
     ViewClass views;
     SettingsStore store(recovery.saver);
     recovery.journals.Keep();

@@ -36,10 +36,10 @@ struct CrashReport::Crash {
     HANDLE progress; // a semaphore: counted up when the report has begun, and again before its box comes up
 };
 
-bool CrashReport::Prepare() {
+bool CrashReport::Prepare(RecoveryFolder& recovery) {
     const auto systemFolder = [](wchar_t* out, DWORD size) { return GetSystemDirectoryW(out, size); };
     return FillFromSystem(library, systemFolder) && Path::Join(library, u"dbghelp.dll") &&
-           Platform::RecoveryPath(JournalFolder, folder) && dump.Assign(folder) && Path::Join(dump, u"Orvane.dmp") &&
+           recovery.GetPath(JournalFolder, folder) && dump.Assign(folder) && Path::Join(dump, u"Orvane.dmp") &&
            Text::AppendFormat(told,
                               u"Orvane has come upon an error and has to end.\n"
                               u"What was not saved is in %s. The next start offers it.",
@@ -85,10 +85,10 @@ LONG WINAPI CrashReport::OnException(EXCEPTION_POINTERS* pointers) {
     return EXCEPTION_EXECUTE_HANDLER;
 }
 
-CrashReport::CrashReport() {
+CrashReport::CrashReport(RecoveryFolder& recovery) {
     ULONG left = StackLeft;
     SetThreadStackGuarantee(&left);
-    if (!Prepare()) return;
+    if (!Prepare(recovery)) return;
     installed = this;
     before = SetUnhandledExceptionFilter(OnException);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/RecoveryFolder.h"
 #include "base/WString.h"
 #include "base/win32/Windows.h"
 
@@ -8,7 +9,8 @@
 // after a crash there may be none to be had. One at a time.
 class CrashReport {
 public:
-    CrashReport();
+    // `recovery` is needed by the constructor only.
+    explicit CrashReport(RecoveryFolder& recovery);
     ~CrashReport();
     CrashReport(const CrashReport&) = delete;
     CrashReport& operator=(const CrashReport&) = delete;
@@ -18,7 +20,7 @@ private:
 
     static LONG WINAPI OnException(EXCEPTION_POINTERS* pointers);
     static DWORD WINAPI Report(void* parameter);
-    bool Prepare();
+    bool Prepare(RecoveryFolder& recovery);
     bool WriteDump(const Crash& crash) const;
 
     // Process-wide: the system passes the filter only the exception.

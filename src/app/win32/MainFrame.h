@@ -26,7 +26,7 @@ public:
     // Offers what a crashed editor has left. Starts the journal timer, so that a journal that a recovered document
     // could not get is retried without an edit.
     void OfferRecovery() {
-        ::OfferRecovery(parts.messages, parts.opener);
+        ::OfferRecovery(parts.recovery.folder, parts.messages, parts.opener);
         StartJournalTimer();
     }
 

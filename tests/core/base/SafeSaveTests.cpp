@@ -30,7 +30,7 @@ bool Save(const std::u16string& path, const std::string& bytes, Replaced replace
 // What is in the recovery folder, and below it where `inside` says so.
 size_t CountRecoveryFiles(const Char* inside) {
     WString pattern;
-    EXPECT_TRUE(Platform::RecoveryFolder(inside, pattern) && pattern.Append(u"\\*"));
+    EXPECT_TRUE(recoveryServices.folder.Make(inside, pattern) && pattern.Append(u"\\*"));
     Platform::FileSearch search;
     size_t count = 0;
     for (bool more = search.First(pattern.Text()); more; more = search.Next()) count += !search.IsDirectory();
@@ -131,7 +131,7 @@ TEST(SafeSave, WithoutMemoryTheFileIsNotTouched) {
         // Without memory for its name the copy of a file that was saved stays; the next start removes it.
         EXPECT_LE(CountRecoveryFiles(u"Copies"), isSaved ? 1u : 0u);
         SaveRecovery recovery;
-        recovery.Look();
+        recovery.Look(recoveryServices.folder);
         EXPECT_TRUE(recovery.IsEmpty());
         return isSaved;
     });
@@ -154,7 +154,7 @@ TEST(SafeSave, ASaveUnderAnotherNameOfTheFileRemovesTheCopyOfOneThatFailed) {
         EXPECT_TRUE(Save(folder.Path("link"), "newer"));
         // One that could not be removed is the next start's.
         EXPECT_EQ(CountRecoveryFiles(u"Copies"), isSaved ? left : 0u);
-        SaveRecovery().Look();
+        SaveRecovery().Look(recoveryServices.folder);
         return isSaved;
     });
     EXPECT_GT(copies, 0u);
@@ -165,7 +165,7 @@ TEST(SafeSave, KeepsWhatWasReplacedOnRequestOnly) {
     const ScratchFolder folder;
     const std::u16string path = folder.Write("f", "one");
     WString kept;
-    ASSERT_TRUE(PreviousFilePath(path.c_str(), kept));
+    ASSERT_TRUE(PreviousFilePath(recoveryServices.folder, path.c_str(), kept));
     ASSERT_TRUE(Save(path, "two"));
     EXPECT_EQ(Platform::EntryKind(kept.Text()), Platform::Entry::Missing);
     ASSERT_TRUE(Save(path, "three", Replaced::Kept));
@@ -178,9 +178,9 @@ TEST(PreviousFile, EachFileHasAPlaceOfItsOwnHoweverItIsSpelled) {
     WString one;
     WString same;
     WString other;
-    ASSERT_TRUE(PreviousFilePath(u"C:\\a\\orvane.ini", one));
-    ASSERT_TRUE(PreviousFilePath(u"c:\\A\\orvane.ini", same));
-    ASSERT_TRUE(PreviousFilePath(u"C:\\b\\orvane.ini", other));
+    ASSERT_TRUE(PreviousFilePath(recoveryServices.folder, u"C:\\a\\orvane.ini", one));
+    ASSERT_TRUE(PreviousFilePath(recoveryServices.folder, u"c:\\A\\orvane.ini", same));
+    ASSERT_TRUE(PreviousFilePath(recoveryServices.folder, u"C:\\b\\orvane.ini", other));
     EXPECT_EQ(std::u16string(one.Text()), same.Text());
     EXPECT_NE(std::u16string(one.Text()), other.Text());
 }
@@ -190,10 +190,10 @@ TEST(RecoveryFolder, IsMadeWithAllThatItIsIn) {
     const std::u16string path = folder.Path("a\\b\\c");
     const Char* const before = Platform::SetRecoveryFolder(path.c_str());
     WString made;
-    EXPECT_TRUE(Platform::RecoveryFolder(u"inside", made));
+    EXPECT_TRUE(recoveryServices.folder.Make(u"inside", made));
     EXPECT_EQ(std::u16string(made.Text()), path + u"\\inside");
     EXPECT_EQ(Platform::EntryKind(made.Text()), Platform::Entry::Directory);
-    EXPECT_TRUE(Platform::RecoveryFolder(u"inside", made));
+    EXPECT_TRUE(recoveryServices.folder.Make(u"inside", made));
     Platform::SetRecoveryFolder(before);
 }
 
@@ -204,22 +204,27 @@ TEST(RecoveryFolder, FailsWhereNoFolderCanBe) {
         const Char* const before = Platform::SetRecoveryFolder(path.c_str());
         WString folder;
         ASSERT_TRUE(folder.Assign(u"as it was"));
-        EXPECT_FALSE(Platform::RecoveryFolder(u"", folder));
+        EXPECT_FALSE(recoveryServices.folder.Make(u"", folder));
         EXPECT_EQ(std::u16string(folder.Text()), u"as it was");
         Platform::SetRecoveryFolder(before);
     }
 }
 
-TEST(RecoveryFolder, TheSystemsOwnIsTheUsersAndThePrograms) {
+TEST(RecoveryFolder, TheSystemsOwnIsTheUsersAndTheProgramsAndIsRemembered) {
+    RecoveryFolder own;
     WString folder;
+    WString again;
     const Char* const before = Platform::SetRecoveryFolder(nullptr);
     const ScratchFolder scratch;
     const std::string variable = "XDG_DATA_HOME=" + scratch.File("").string();
     putenv(const_cast<char*>(variable.c_str()));
-    EXPECT_TRUE(Platform::RecoveryFolder(u"", folder));
+    EXPECT_TRUE(own.Make(u"", folder));
+    putenv(const_cast<char*>("XDG_DATA_HOME=/nowhere"));
+    EXPECT_TRUE(own.GetPath(u"", again));
     Platform::SetRecoveryFolder(before);
     putenv(const_cast<char*>("XDG_DATA_HOME="));
     EXPECT_TRUE(std::u16string(folder.Text()).ends_with(u"\\Orvane\\Recovery"));
+    EXPECT_EQ(std::u16string(again.Text()), folder.Text());
 }
 
 TEST(MoveOver, TheFileUnderTheOtherNameIsTheMovedOne) {

@@ -396,7 +396,7 @@ TEST(Load, AJournalOverAFileThatThePageRefusesGivesNoText) {
     WString journalPath;
     {
         JournalFile journal;
-        ASSERT_TRUE(journal.Make(subject, name));
+        ASSERT_TRUE(journal.Make(recoveryServices.folder, subject, name));
         journal.Begin({0, 0, 0});
         ASSERT_TRUE(journal.End());
         Platform::FileSearch search;

@@ -81,7 +81,7 @@ protected:
         subject.kind = JournalSubject::Kind::Bytes;
         subject.hasFile = subject.isOverFile = 1;
         subject.fileSize = old.size();
-        EXPECT_TRUE(name.Assign(Target) && journal.Make(subject, name));
+        EXPECT_TRUE(name.Assign(Target) && journal.Make(recoveryServices.folder, subject, name));
         for (const JournalChange& change : changes) {
             journal.Begin(change);
             EXPECT_TRUE(journal.Put(page.data(), static_cast<size_t>(change.length)) && journal.End());
@@ -373,7 +373,7 @@ TEST_F(ByteJournalTest, PagesOfWhichTheLastIsMissingAreNoneToOffer) {
         const std::string bytes = isWhole ? whole : whole.substr(0, whole.size() - 1);
         disk.Write(std::u16string(Folder) + u"7.journal", bytes);
         LeftJournals journals;
-        journals.Look();
+        journals.Look(recoveryServices.folder);
         EXPECT_EQ(journals.First() != nullptr, isWhole);
         if (isWhole) LeftJournals::Remove(*journals.First());
     }
@@ -434,7 +434,7 @@ TEST_F(ByteJournalTest, OfAFileThatIsOpenAlreadyTheChangesStay) {
     DocumentOpener opener{services, documents, display, panes, failures};
     ASSERT_TRUE(documents.Add(FakeDocument::WithFile(Target)));
     user.answers = {Answer::Yes};
-    OfferRecovery(user, opener);
+    OfferRecovery(recoveryServices.folder, user, opener);
     EXPECT_EQ(documents.Count(), 1u);
     ASSERT_EQ(Journals().size(), 1u);
     ASSERT_EQ(user.questions.size(), 2u);

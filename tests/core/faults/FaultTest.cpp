@@ -4,6 +4,6 @@
 
 std::u16string FaultTest::PreviousPath() {
     WString path;
-    EXPECT_TRUE(PreviousFilePath(Target, path));
+    EXPECT_TRUE(PreviousFilePath(recoveryServices.folder, Target, path));
     return path.Text();
 }

@@ -36,7 +36,7 @@ protected:
     Start StartAgain() {
         Start start;
         SaveRecovery recovery;
-        recovery.Look();
+        recovery.Look(recoveryServices.folder);
         WString text;
         EXPECT_TRUE(recovery.AppendMessage(text));
         recovery.Forget();

@@ -27,7 +27,7 @@ protected:
     std::string Written(const JournalSubject& subject, const Char* name, const std::u16string& inserted) {
         WString nameOfText;
         JournalFile journal;
-        EXPECT_TRUE(nameOfText.Assign(name) && journal.Make(subject, nameOfText));
+        EXPECT_TRUE(nameOfText.Assign(name) && journal.Make(recoveryServices.folder, subject, nameOfText));
         journal.Begin({0, 0, inserted.size() * sizeof(Char)});
         EXPECT_TRUE(journal.Put(inserted.data(), inserted.size() * sizeof(Char)) && journal.End());
         const std::string bytes = TheJournal();
@@ -48,7 +48,7 @@ protected:
 TEST_F(JournalFileTest, NamesDifferAlsoWithoutTheTime) {
     constexpr size_t TimeDigits = 16;
     JournalFile journals[20];
-    for (JournalFile& journal : journals) ASSERT_TRUE(journal.Make({}, Name(1)));
+    for (JournalFile& journal : journals) ASSERT_TRUE(journal.Make(recoveryServices.folder, {}, Name(1)));
     std::set<std::u16string> withoutTime;
     for (const std::u16string& name : Journals()) withoutTime.insert(name.substr(TimeDigits));
     EXPECT_EQ(withoutTime.size(), std::size(journals));
@@ -56,7 +56,7 @@ TEST_F(JournalFileTest, NamesDifferAlsoWithoutTheTime) {
 
 TEST_F(JournalFileTest, PiecesOfEverySizeComeBack) {
     JournalFile journal;
-    ASSERT_TRUE(journal.Make({}, Name(1500)));
+    ASSERT_TRUE(journal.Make(recoveryServices.folder, {}, Name(1500)));
     for (const auto& pieces : Changes()) ASSERT_TRUE(Put(journal, pieces));
     const std::string bytes = TheJournal();
     EXPECT_EQ(journal.Size(), bytes.size());
@@ -105,7 +105,7 @@ TEST_F(JournalFileTest, EveryWriteThatFailsIsTold) {
             Reset();
             disk.FailAt(number, FakeDisk::Fault::Full);
             JournalFile journal;
-            const bool isWritten = journal.Make({}, Name(1500)) && Put(journal, pieces);
+            const bool isWritten = journal.Make(recoveryServices.folder, {}, Name(1500)) && Put(journal, pieces);
             hasFailed = disk.HasFailed();
             EXPECT_EQ(isWritten, !hasFailed) << number;
             disk.StopFailing();
@@ -118,11 +118,11 @@ TEST_F(JournalFileTest, EveryWriteThatFailsIsTold) {
 
 TEST_F(JournalFileTest, ANameThatNoPathCanHaveGetsNoJournal) {
     JournalFile longest;
-    EXPECT_TRUE(longest.Make({}, Name(0x7FFF)));
+    EXPECT_TRUE(longest.Make(recoveryServices.folder, {}, Name(0x7FFF)));
     EXPECT_EQ(Journals().size(), 1u);
     longest.Discard();
     JournalFile tooLong;
-    EXPECT_FALSE(tooLong.Make({}, Name(0x8000)));
+    EXPECT_FALSE(tooLong.Make(recoveryServices.folder, {}, Name(0x8000)));
     EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
 }
 

@@ -39,7 +39,7 @@ protected:
         JournalSubject subject = journal.Subject();
         subject.reading = JournalSubject::Reading::NotSaid;
         JournalFile copy;
-        EXPECT_TRUE(copy.Make(subject, journal.Name()));
+        EXPECT_TRUE(copy.Make(recoveryServices.folder, subject, journal.Name()));
         JournalChange change;
         while (journal.Next(change)) {
             std::string part(static_cast<size_t>(change.length), '\0');

@@ -55,13 +55,13 @@ protected:
     void LeaveCopy(const std::u16string& target = Target) {
         BlockSource source("new bytes", 9);
         SaveCopy left;
-        ASSERT_EQ(left.Make(target.c_str(), source), SaveCopy::Outcome::Made);
+        ASSERT_EQ(left.Make(recoveryServices.folder, target.c_str(), source), SaveCopy::Outcome::Made);
     }
     void StartEditor(Answer answer = Answer::Yes) {
         KeepJournals(true);
         user.questions.clear();
         user.answers.assign(1, answer);
-        OfferRecovery(user, opener);
+        OfferRecovery(recoveryServices.folder, user, opener);
     }
     void EndEditor() {
         panes.CloseAll();
@@ -232,7 +232,7 @@ TEST_F(RecoveryOfferTest, TwoStartsDoNotOfferTheSame) {
     bool isSecond = false;
     user.whileAsking = [&] {
         FakeFrame other;
-        OfferRecovery(other, opener);
+        OfferRecovery(recoveryServices.folder, other, opener);
         EXPECT_EQ(other.questions.size(), 0u);
         isSecond = true;
     };

@@ -25,7 +25,7 @@ protected:
     void LeaveCopy(const std::u16string& target = Target, const std::string& bytes = "new bytes") {
         BlockSource source(bytes.data(), bytes.size());
         SaveCopy copy;
-        ASSERT_EQ(copy.Make(target.c_str(), source), SaveCopy::Outcome::Made);
+        ASSERT_EQ(copy.Make(recoveryServices.folder, target.c_str(), source), SaveCopy::Outcome::Made);
     }
     std::u16string TheCopy() {
         const auto copies = disk.Names(u"C:\\Recovery\\Copies\\", u".save");
@@ -36,7 +36,7 @@ protected:
 
 TEST_F(SaveRecoveryTest, NothingIsTheUsualThing) {
     SaveRecovery recovery;
-    recovery.Look();
+    recovery.Look(recoveryServices.folder);
     EXPECT_TRUE(recovery.IsEmpty());
 }
 
@@ -55,7 +55,7 @@ TEST_F(SaveRecoveryTest, UntilTheUserWasToldItIsFoundAgain) {
     LeaveCopy();
     {
         SaveRecovery killed;
-        killed.Look();
+        killed.Look(recoveryServices.folder);
         EXPECT_FALSE(killed.IsEmpty());
     }
     EXPECT_EQ(StartAgain().named, u"C:\\Recovery\\2 file.txt");
@@ -115,7 +115,7 @@ TEST_F(SaveRecoveryTest, AFileThatHasTheNewBytesIsNotMentioned) {
 TEST_F(SaveRecoveryTest, CopiesOfARunningEditorAreLeftAlone) {
     BlockSource source("bytes", 5);
     SaveCopy running;
-    ASSERT_EQ(running.Make(Target, source), SaveCopy::Outcome::Made);
+    ASSERT_EQ(running.Make(recoveryServices.folder, Target, source), SaveCopy::Outcome::Made);
     EXPECT_EQ(StartAgain().message, u"");
     EXPECT_EQ(disk.FilesBeside({}).size(), 1u);
     running.Discard();
@@ -125,9 +125,9 @@ TEST_F(SaveRecoveryTest, CopiesOfARunningEditorAreLeftAlone) {
 TEST_F(SaveRecoveryTest, TwoStartsDoNotTellTheSame) {
     LeaveCopy();
     SaveRecovery first;
-    first.Look();
+    first.Look(recoveryServices.folder);
     SaveRecovery second;
-    second.Look();
+    second.Look(recoveryServices.folder);
     EXPECT_TRUE(second.IsEmpty());
 }
 
@@ -178,7 +178,8 @@ TEST_F(SaveRecoveryTest, ACopyBeginsWithItsMarkAndVersion) {
 TEST_F(SaveRecoveryTest, ForAPathThatNoFileCanHaveThereIsNoCopy) {
     BlockSource source("bytes", 5);
     SaveCopy copy;
-    EXPECT_EQ(copy.Make(std::u16string(0x8000, u'n').c_str(), source), SaveCopy::Outcome::NoCopy);
+    EXPECT_EQ(copy.Make(recoveryServices.folder, std::u16string(0x8000, u'n').c_str(), source),
+              SaveCopy::Outcome::NoCopy);
     EXPECT_FALSE(copy.IsMade());
     EXPECT_EQ(copy.Length(), 5u); // the sum is wanted all the same
     EXPECT_EQ(disk.FilesBeside({}).size(), 0u);
@@ -239,7 +240,7 @@ TEST_F(SaveRecoveryTest, EveryAllocationThatFailsLeavesTheBytes) {
         bool isTold = false;
         {
             SaveRecovery recovery;
-            recovery.Look();
+            recovery.Look(recoveryServices.folder);
             WString message;
             isTold = !recovery.IsEmpty() && recovery.AppendMessage(message);
             EXPECT_EQ(isTold, !message.IsEmpty());
