@@ -6,10 +6,10 @@
 //     RunBench lines|blocks|endless|silence
 // It prints 100 MB line by line, in large blocks or as a single line, or nothing; tells that it has; and waits
 // until it may end.
+#include "../tests/support/PolledWindow.h"
 #include "../tests/support/TestServices.h"
 #include "Ratio.h"
 #include "base/win32/Handles.h"
-#include "document/win32/WindowPollTimer.h"
 #include "settings/IniFile.h"
 #include "settings/Settings.h"
 #include "settings/win32/DrawingObjects.h"
@@ -20,6 +20,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <thread>
 
@@ -105,7 +106,8 @@ public:
         const HINSTANCE instance = GetModuleHandleW(nullptr);
         frame = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 900, 700, nullptr, nullptr,
                                 instance, nullptr);
-        textServices.timer = &PollOnWindow(frame);
+        polled = std::make_unique<PolledWindow>(frame);
+        textServices.timer = &polled->timer;
         document = new TextBuffer(textServices);
         document->AddRef();
         static_cast<void>(document->MakeEmpty());
@@ -153,6 +155,7 @@ public:
     const KernelHandle printed{Printed()};
     const KernelHandle mayEnd{MayEnd()};
     HWND frame;
+    std::unique_ptr<PolledWindow> polled;
     TextBuffer* document;
     TextDocumentView* view;
 };

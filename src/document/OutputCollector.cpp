@@ -141,9 +141,9 @@ void OutputCollector::EndAll() const {
     if (run.process) CommandProcess::EndAll(run);
 }
 
-bool OutputCollector::SetTimer(const PollTimer* timer, TextBuffer& document) {
+bool OutputCollector::SetTimer(PollTimer* timer, TextBuffer& document) {
     if (run.pollTimer == wantedPeriod) return true;
-    if (!timer || !timer->set(document, wantedPeriod)) return false;
+    if (!timer || !timer->Set(document, wantedPeriod)) return false;
     run.pollTimer = wantedPeriod;
     return true;
 }

@@ -30,7 +30,7 @@ public:
     uint32_t WantedPeriod() const { return wantedPeriod; }
     uint32_t Period() const { return run.pollTimer; }
     // Has the timer poll `document` as often as the output wants. False when it refuses, and without one.
-    bool SetTimer(const PollTimer* timer, TextBuffer& document);
+    bool SetTimer(PollTimer* timer, TextBuffer& document);
     // Asks the windows of the process to close; the process itself is left alone.
     void AskToClose();
     bool WasAskedToClose() const { return run.wasAskedToClose; }

@@ -5,9 +5,13 @@
 class TextBuffer;
 
 // What has PollOutput called on the documents that commands run into; made by whoever has a message loop.
-struct PollTimer {
+class PollTimer {
+public:
     // From now on every `milliseconds`, which replaces what was set for the document before. False leaves
     // it as it was.
-    bool (*set)(TextBuffer& document, uint32_t milliseconds);
-    void (*stop)(TextBuffer& document);
+    [[nodiscard]] virtual bool Set(TextBuffer& document, uint32_t milliseconds) = 0;
+    virtual void Stop(TextBuffer& document) = 0;
+
+protected:
+    ~PollTimer() = default;
 };

@@ -441,7 +441,7 @@ void TextBuffer::NotifyRunState(bool running) {
 }
 
 void TextBuffer::EndRun() {
-    if (output.Period()) services.timer->stop(*this);
+    if (output.Period()) services.timer->Stop(*this);
     output.Close();
     NotifyRunState(false);
 }

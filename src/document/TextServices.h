@@ -9,6 +9,6 @@
 struct TextServices {
     RecoveryServices& recovery;
     TextViewFactory makeView = nullptr; // null: no view can be made
-    const PollTimer* timer = nullptr;   // null: no command can be run
+    PollTimer* timer = nullptr;         // null: no command can be run
     SlowDrives slowDrives;
 };

@@ -2,8 +2,8 @@
 
 #include "base/win32/Windows.h"
 #include "document/OutputRun.h"
-#include "document/win32/WindowPollTimer.h"
 #include "support/FakeView.h"
+#include "support/PolledWindow.h"
 #include "support/Speaker.h"
 #include "support/TestServices.h"
 #include "support/TextDocument.h"
@@ -34,10 +34,11 @@ class CommandProcessTest : public testing::Test {
 protected:
     CommandProcessTest()
         : window(CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr)) {
-        textServices.timer = &PollOnWindow(window);
+        textServices.timer = &polled.timer;
     }
     ~CommandProcessTest() override {
         EndRun();
+        textServices.timer = nullptr;
         DestroyWindow(window);
     }
 
@@ -64,6 +65,7 @@ protected:
     }
 
     HWND window;
+    PolledWindow polled{window};
     SpeakerScripts scripts;
     TextDocument document;
 };

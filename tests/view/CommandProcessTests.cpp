@@ -188,11 +188,11 @@ TEST_F(CommandProcessTest, AFolderThatRefusesEveryNameFailsTheStart) {
 TEST_F(CommandProcessTest, WithoutATimerTheStartFails) {
     const HWND gone = CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     DestroyWindow(gone);
-    textServices.timer = &PollOnWindow(gone);
+    polled.timer.SetWindow(gone);
     EXPECT_FALSE(Run("say text"));
     EXPECT_FALSE(IsRunning());
     EXPECT_EQ(State().outputWrite, -1);
-    textServices.timer = &PollOnWindow(window);
+    polled.timer.SetWindow(window);
     ASSERT_TRUE(Run("say text"));
     EXPECT_TRUE(DispatchToTheEnd());
     EXPECT_EQ(document.Text(), u"text");

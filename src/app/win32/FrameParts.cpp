@@ -2,6 +2,7 @@
 
 bool FrameParts::Create(HWND frame, HINSTANCE instance) {
     window = frame;
+    pollTimer.SetWindow(frame);
     panes.SetFrame(frame);
     messages.SetFrame(frame);
     fileDialogs.SetFrame(frame);

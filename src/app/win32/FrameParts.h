@@ -24,6 +24,7 @@
 #include "app/win32/SystemToolStarter.h"
 #include "base/win32/Ole.h"
 #include "binary/win32/HexView.h"
+#include "document/win32/WindowPollTimer.h"
 #include "view/win32/TextView.h"
 
 // What the frame consists of, and who knows whom. Each part refers only to those before it and to the
@@ -42,7 +43,8 @@ struct FrameParts {
     CommandContext& context;
     SettingsStore& store;
     RecoveryServices& recovery;
-    DocumentServices services{{recovery, TextView::Create, nullptr, {}},
+    WindowPollTimer pollTimer;
+    DocumentServices services{{recovery, TextView::Create, &pollTimer, {}},
                               {recovery, HexView::Create}}; // before what it outlives
     DocumentList documents;
     Macros macros;

@@ -4,7 +4,6 @@
 #include "app/win32/OpeningMenu.h"
 #include "app/win32/ToolMenu.h"
 #include "base/win32/ChildWindows.h"
-#include "document/win32/WindowPollTimer.h"
 #include "resource.h"
 #include "settings/win32/DrawingObjects.h"
 #include "viewbase/win32/View.h"
@@ -139,7 +138,7 @@ bool MainFrame::OnRequest(UINT message, WPARAM wparam) {
         parts.leaving.AskUnsaved();
         return true;
     case WM_TIMER:
-        OnJournalTimer();
+        OnTimer(wparam);
         return true;
     case WM_DESTROY:
         PostQuitMessage(0);
@@ -170,7 +169,6 @@ bool MainFrame::OnMouse(UINT message, LPARAM lparam) {
 }
 
 bool MainFrame::OnCreate() {
-    parts.services.text.timer = &PollOnWindow(parts.window);
     RebuildToolMenu(GetMenu(parts.window));
     const auto instance = reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parts.window, GWLP_HINSTANCE));
     return parts.Create(parts.window, instance);
@@ -267,7 +265,8 @@ void MainFrame::StartJournalTimer() {
     if (!journalTimer.IsSet()) journalTimer.Set(parts.window, JournalTimer, JournalPeriod);
 }
 
-void MainFrame::OnJournalTimer() {
+void MainFrame::OnTimer(WPARAM number) {
+    if (number != JournalTimer) return parts.pollTimer.Tick(number);
     if (!FlushJournals(parts.documents)) journalTimer.Stop();
 }
 

@@ -48,7 +48,7 @@ public:
     bool UseOle() override { return parts.ole.Use(); }
 
 private:
-    static constexpr UINT_PTR JournalTimer = 1; // the other timers of the window are known by addresses
+    static constexpr UINT_PTR JournalTimer = 1; // the poll timers are known by addresses
     static constexpr UINT JournalPeriod = 1000; // milliseconds
 
     static LRESULT CALLBACK WindowProc(HWND frame, UINT message, WPARAM wparam, LPARAM lparam);
@@ -67,7 +67,7 @@ private:
     void OnDropFiles(HDROP drop);
     static void OnMetricsChanged();
     void StartJournalTimer();
-    void OnJournalTimer();
+    void OnTimer(WPARAM number);
 
     bool RegisterClasses(HINSTANCE instance);
 

@@ -1,7 +1,7 @@
 #include "app/Session.h"
 #include "core/app/FakeFrame.h"
-#include "document/PollTimer.h"
 #include "settings/IniFile.h"
+#include "support/IdlePollTimer.h"
 #include "support/Speaker.h"
 #include "support/TextDocument.h"
 
@@ -110,8 +110,8 @@ TEST_F(FullDiskTest, AJournalIsWrittenOnceThereIsRoom) {
 }
 
 TEST_F(FullDiskTest, ACommandIsNotStartedAndTheUserIsToldWhy) {
-    static constexpr PollTimer None = {[](TextBuffer&, uint32_t) { return true; }, [](TextBuffer&) {}};
-    textServices.timer = &None;
+    static IdlePollTimer idle;
+    textServices.timer = &idle;
     if (std::filesystem::temp_directory_path() != disk) GTEST_SKIP() << "temporary files are elsewhere";
     TextDocument document;
     EXPECT_FALSE(document->RunCommand(u"echo told", u""));

@@ -2,9 +2,9 @@
 #include "app/ToolRunner.h"
 #include "core/app/FakeFrame.h"
 #include "core/app/FakePanes.h"
-#include "document/PollTimer.h"
 #include "document/TextBuffer.h"
 #include "settings/ToolList.h"
+#include "support/IdlePollTimer.h"
 #include "support/Speaker.h"
 
 namespace {
@@ -30,8 +30,8 @@ protected:
         frame.activeName = u"C:\\work\\a.c";
         ASSERT_TRUE(tool.command.Assign(u"cc %FILE%") && tool.startDir.Assign(u"%DIR%"));
         // Nothing is polled but by the test.
-        static constexpr PollTimer None = {[](TextBuffer&, uint32_t) { return true; }, [](TextBuffer&) {}};
-        services.text.timer = &None;
+        static IdlePollTimer idle;
+        services.text.timer = &idle;
     }
     TextBuffer& Output() const { return static_cast<TextBuffer&>(*documents.At(documents.Count() - 1)); }
     std::u16string Text() const { return {Output().Content(), Output().Length()}; }

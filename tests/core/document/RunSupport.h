@@ -21,10 +21,9 @@ public:
 
 protected:
     RunTest() {
-        static constexpr PollTimer Fake = {SetTimer, StopTimer};
         timers.clear();
         timerFails = false;
-        textServices.timer = &Fake;
+        textServices.timer = &recorder;
     }
 
     bool Run(TextBuffer& document, const std::string& script) {
@@ -59,10 +58,14 @@ protected:
     SpeakerScripts speaker;
 
 private:
-    static bool SetTimer(TextBuffer& document, uint32_t milliseconds) {
-        if (timerFails) return false;
-        timers[&document] = milliseconds;
-        return true;
-    }
-    static void StopTimer(TextBuffer& document) { timers.erase(&document); }
+    class Recorder final : public PollTimer {
+    public:
+        bool Set(TextBuffer& document, uint32_t milliseconds) override {
+            if (timerFails) return false;
+            timers[&document] = milliseconds;
+            return true;
+        }
+        void Stop(TextBuffer& document) override { timers.erase(&document); }
+    };
+    static inline Recorder recorder;
 };
