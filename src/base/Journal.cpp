@@ -73,6 +73,8 @@ bool JournalFile::WriteGathered() {
 
 void JournalFile::Discard() {
     if (!file.IsOpen()) return;
+    // Another program may keep it from being removed: an empty one tells the next start nothing.
+    static_cast<void>(file.Seek(0) && file.CutHere());
     file.Close();
     Platform::RemoveFile(path.Text());
 }

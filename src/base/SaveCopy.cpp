@@ -59,6 +59,8 @@ SaveCopy::Outcome SaveCopy::Make(RecoveryFolder& folder, const Char* targetPath,
 
 void SaveCopy::Discard() {
     if (!file.IsOpen()) return;
+    // Another program may keep it from being removed: an empty one tells the next start nothing.
+    static_cast<void>(file.Seek(0) && file.CutHere());
     file.Close();
     Platform::RemoveFile(path.Text());
 }

@@ -126,6 +126,25 @@ TEST_F(TextFaultTest, TheNextSaveThatSucceedsLeavesNoCopy) {
     EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{});
 }
 
+// A scanner may hold the copy open. The file has newer bytes later, which the copy must not be taken for.
+TEST_F(TextFaultTest, ACopyThatCouldNotBeRemovedIsNotTakenForANewerText) {
+    uint64_t calls = UINT64_MAX;
+    for (const bool fails : {false, true}) {
+        Reset();
+        disk.Write(Target, "old");
+        disk.FailAt(calls, FakeDisk::Fault::Denied);
+        BlockSource source("new bytes", 9);
+        ASSERT_EQ(recoveryServices.saver.Save(Target, source), SaveResult::Saved);
+        calls = disk.Calls(); // the last of them removes the copy
+        disk.StopFailing();
+        ASSERT_EQ(disk.FilesBeside({Target}).size(), fails ? 1u : 0u);
+    }
+    disk.Write(Target, "what was saved after that");
+    disk.Restart();
+    EXPECT_EQ(StartAgain().message, u"");
+    EXPECT_EQ(disk.FilesBeside({Target}), std::vector<std::u16string>{});
+}
+
 // Also of one whose name the system's comparison takes for the same.
 TEST_F(TextFaultTest, ASaveOfAnotherFileLeavesTheCopy) {
     const Saving saving = Over(true);
