@@ -2,6 +2,7 @@
 
 #include "app/Macros.h"
 #include "document/StepSerial.h"
+#include "viewbase/SuspendedRedraw.h"
 
 bool MacroPlayer::Play() {
     if (!macros.BeginPlayback()) return false;
@@ -22,14 +23,15 @@ RepeatResult MacroPlayer::Repeat(uint32_t count) {
 }
 
 void MacroPlayer::SendTimes(uint32_t count) {
-    stage.SuspendRedraw();
-    const uint32_t saved = stage.HeldModifiers();
-    dialogClosed = false;
-    for (; count && macros.IsPlaying(); --count) SendEvents();
-    // The release of keys that were held waits in the queue, unless a dialog of the macro has taken it out or it
-    // went with the Escape that ended the macro.
-    stage.SetModifiers(dialogClosed || !macros.IsPlaying() ? stage.PhysicalModifiers() : saved);
-    stage.ResumeRedraw();
+    {
+        const SuspendedRedraw suspended(stage);
+        const uint32_t saved = stage.HeldModifiers();
+        dialogClosed = false;
+        for (; count && macros.IsPlaying(); --count) SendEvents();
+        // The release of keys that were held waits in the queue, unless a dialog of the macro has taken it out or it
+        // went with the Escape that ended the macro.
+        stage.SetModifiers(dialogClosed || !macros.IsPlaying() ? stage.PhysicalModifiers() : saved);
+    }
     macros.StopPlayback();
 }
 

@@ -3,8 +3,8 @@
 #include "base/Scan.h"
 #include "settings/Settings.h"
 #include "view/ColouredCopy.h"
-#include "view/SuspendedRedraw.h"
 #include "view/TextEditor.h"
+#include "viewbase/SuspendedRedraw.h"
 
 namespace {
 

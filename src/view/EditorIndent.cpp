@@ -4,8 +4,8 @@
 #include "base/Scan.h"
 #include "base/Text.h"
 #include "settings/Settings.h"
-#include "view/SuspendedRedraw.h"
 #include "view/TextEditor.h"
+#include "viewbase/SuspendedRedraw.h"
 
 namespace {
 
