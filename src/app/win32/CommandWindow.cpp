@@ -15,7 +15,7 @@ bool CommandWindow::Create(HWND frame, HINSTANCE instance) {
     // The control's own limit of 30,000 characters would cut long paths and scripts typed as one line.
     SendMessageW(window, EM_SETLIMITTEXT, 0, 0);
     ApplyFont();
-    return SetWindowSubclass(window, EditProc, 0, reinterpret_cast<DWORD_PTR>(this)) != 0;
+    return keys.Set(window, EditProc, this);
 }
 
 void CommandWindow::Show(bool show) {
@@ -68,7 +68,7 @@ LRESULT CALLBACK CommandWindow::EditProc(HWND edit, UINT message, WPARAM wparam,
     CommandWindow& self = *reinterpret_cast<CommandWindow*>(data);
     switch (message) {
     case WM_NCDESTROY:
-        RemoveWindowSubclass(edit, EditProc, 0);
+        self.keys.Remove();
         break;
     case WM_KEYDOWN:
         if (self.OnKeyDown(wparam)) return 0;

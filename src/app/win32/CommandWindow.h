@@ -2,6 +2,7 @@
 
 #include "app/CommandPrompt.h"
 #include "app/win32/SystemFont.h"
+#include "base/win32/WindowSubclass.h"
 
 class PaneViews;
 
@@ -48,6 +49,7 @@ private:
     CommandContext& context;
     PaneViews& panes;
     HWND window = nullptr;
+    WindowSubclass keys; // EditProc
     SystemFont font;
     bool visible = false;
     bool wasFocused = false;

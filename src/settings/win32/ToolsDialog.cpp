@@ -1,6 +1,7 @@
 #include "settings/win32/ToolsDialog.h"
 
 #include "base/Text.h"
+#include "base/win32/WindowSubclass.h"
 #include "base/win32/WindowText.h"
 #include "resource.h"
 #include "settings/IniFile.h"
@@ -30,8 +31,8 @@ bool IsExtended(uint32_t key) {
 
 // The hot-key control uses up a key that is typed with Alt, but its character is in the queue already and would be
 // a mnemonic of the dialog: Alt+D would delete the tool. Alt+Space stays the key of the window's menu.
-LRESULT CALLBACK HotKeyProcedure(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR) {
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(control, HotKeyProcedure, 0);
+LRESULT CALLBACK HotKeyProcedure(HWND control, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR, DWORD_PTR guard) {
+    if (message == WM_NCDESTROY) reinterpret_cast<WindowSubclass*>(guard)->Remove();
     const LRESULT answer = DefSubclassProc(control, message, wparam, lparam);
     MSG character;
     if (message == WM_SYSKEYDOWN && wparam != VK_SPACE)
@@ -44,7 +45,8 @@ public:
     void Init() override {
         CentreOverParent();
         list = GetDlgItem(window, IDC_TOOLS_LIST);
-        SetWindowSubclass(GetDlgItem(window, IDC_TOOLS_HOT_KEY), HotKeyProcedure, 0, 0);
+        // Refused, keys with Alt are mnemonics as well.
+        static_cast<void>(hotKeys.Set(GetDlgItem(window, IDC_TOOLS_HOT_KEY), HotKeyProcedure, &hotKeys));
         for (const ToolRecord* tool = toolList.tools.head; tool; tool = tool->next) Append(CopyTool(*tool));
         Select(0);
     }
@@ -184,7 +186,8 @@ private:
     }
 
     HWND list = nullptr;
-    int shown = -1; // position of the tool in the fields
+    WindowSubclass hotKeys; // HotKeyProcedure
+    int shown = -1;         // position of the tool in the fields
 };
 
 } // namespace
