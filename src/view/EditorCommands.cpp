@@ -25,4 +25,4 @@ constexpr CommandRows<TextEditor> EditorCommands::Rows = {{
     {Commands::Always, [](TextEditor& editor) { editor.ToggleBookmark(NoLine); }},
     {Commands::WithSelection, EditorClipboard::CopyColoured},
 }};
-static_assert(EditorCommands::Rows.IsComplete());
+static_assert(EditorCommands::Rows.IsWhole());

@@ -16,8 +16,10 @@ public:
     void OnKeyDown(uint32_t key) override;
     void OnChar(Char character) override { TypeUnit(character, TypedBy::Keys); }
     void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) override;
-    void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch) override;
 
+    // A wheel was tilted, or fingers went sideways: 120 is a notch to the right. A notch is worth some columns, but no
+    // more than are seen.
+    void OnSidewaysWheel(int32_t delta, int32_t columnsPerNotch);
     // Opens the file that the line names in output, else selects the word.
     void OnDoubleClick();
     // An input method begins to compose at the caret, which is scrolled into view if what it composes can be typed.

@@ -2,7 +2,8 @@
 
 #include "viewbase/ViewCommand.h"
 
-// What each numbered command does to an editor. What is not known is not enabled, and does nothing.
+// What each numbered command does to an editor. An empty row is of a command that this editor does not have: like what
+// is not known, it is never enabled and does nothing.
 template <class Editor> struct CommandRows {
     struct Row {
         bool (*isEnabled)(const Editor& editor) = nullptr;
@@ -17,19 +18,20 @@ template <class Editor> struct CommandRows {
     static bool WithSelection(const Editor& editor) { return editor.HasSelection(); }
 
     bool IsEnabled(const Editor& editor, ViewCommand command) const {
-        return IsKnown(command) && RowOf(command).isEnabled(editor);
+        return Has(command) && RowOf(command).isEnabled(editor);
     }
     void Execute(Editor& editor, ViewCommand command) const {
-        if (IsKnown(command)) RowOf(command).execute(editor);
+        if (Has(command)) RowOf(command).execute(editor);
     }
-    // Whether every command has its row.
-    constexpr bool IsComplete() const {
+    // Whether every row has both or is empty.
+    constexpr bool IsWhole() const {
         for (const Row& row : rows) {
-            if (!row.isEnabled || !row.execute) return false;
+            if (!row.isEnabled != !row.execute) return false;
         }
         return true;
     }
 
 private:
+    bool Has(ViewCommand command) const { return IsKnown(command) && RowOf(command).execute; }
     const Row& RowOf(ViewCommand command) const { return rows[static_cast<uint32_t>(command)]; }
 };

@@ -14,9 +14,6 @@ public:
     virtual void OnChar(Char character) = 0;
     virtual void OnScroll(ScrollAxis axis, ScrollRequest request, int32_t trackPosition) = 0;
     virtual void OnWheel(const WheelTurn& turn) = 0;
-    // A wheel was tilted, or fingers went sideways: 120 is a notch to the right. A notch is worth some columns, but no
-    // more than are seen.
-    virtual void OnSidewaysWheel(int32_t /*delta*/, int32_t /*columnsPerNotch*/) {} // of what never scrolls so
     // Takes what the left button and the moves of the mouse do.
     virtual DragSelection& Drag() = 0;
 

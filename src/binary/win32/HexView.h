@@ -27,12 +27,15 @@ public:
     void Detach() override;
     Document* GetDocument() const override { return editor.GetBinaryDocument(); }
     int32_t TextLeft() const override { return editor.Viewport().TextLeft(); }
+    void GoToLine(uint32_t, bool) override {} // there are only rows
     bool IsCommandEnabled(ViewCommand command) const override { return input.IsCommandEnabled(command); }
     bool ExecuteCommand(ViewCommand command) override { return input.ExecuteCommand(command); }
+    void ToggleBookmark(uint32_t) override {} // nor are there bookmarks
     bool FindNext(bool backward, uint32_t) override { return HexFind::FindNext(editor, backward); }
 
     // AccessibleWindow.
     AccessibleElement& Accessible() override { return accessible; }
+    IUnknown* MakeTextPattern(ViewProvider&) override { return nullptr; } // never asked for: there is no text
 
     // EditorSurface.
     void ShowFindDialog() override;

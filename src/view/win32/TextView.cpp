@@ -8,6 +8,8 @@
 #include "viewbase/win32/TextPainter.h"
 #include "viewbase/win32/ViewFont.h"
 
+#include <algorithm>
+
 TextDocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
     return MakeView<TextView>(document, parent);
 }
@@ -34,6 +36,9 @@ LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
     case InputMethod::ComposedCharacter:
         input.OnComposed(static_cast<Char>(wparam));
         return 0;
+    case WM_MOUSEHWHEEL:
+        OnSidewaysWheel(wparam);
+        return 0;
     case WM_LBUTTONDBLCLK:
         input.OnDoubleClick();
         return 0;
@@ -41,6 +46,13 @@ LRESULT TextView::WindowProc(UINT message, WPARAM wparam, LPARAM lparam) {
         break;
     }
     return EditorWindow::WindowProc(message, wparam, lparam);
+}
+
+void TextView::OnSidewaysWheel(WPARAM wparam) {
+    UINT columns = 3;
+    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLCHARS, 0, &columns, 0)) columns = 3;
+    // "One screen at a time" is the value -1.
+    input.OnSidewaysWheel(GET_WHEEL_DELTA_WPARAM(wparam), static_cast<int32_t>(std::min<UINT>(columns, INT_MAX)));
 }
 
 void TextView::PaintRows(HDC target, int top, int bottom) {

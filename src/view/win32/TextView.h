@@ -54,6 +54,7 @@ protected:
 
 private:
     void PlaceComposition();
+    void OnSidewaysWheel(WPARAM wparam);
 
     TextEditor editor{*this, *this};
     TextInput input{editor};

@@ -120,9 +120,6 @@ bool EditorWindow::HandleMouse(UINT message, WPARAM wparam, LPARAM lparam) {
     case WM_MOUSEWHEEL:
         OnWheel(wparam);
         return true;
-    case WM_MOUSEHWHEEL:
-        OnSidewaysWheel(wparam);
-        return true;
     default:
         return false;
     }
@@ -145,13 +142,6 @@ void EditorWindow::OnWheel(WPARAM wparam) {
     // "One screen at a time" is the value -1.
     const int perNotch = lines == WHEEL_PAGESCROLL ? Input().VisibleLines() : static_cast<int>(lines);
     Input().OnWheel({GET_WHEEL_DELTA_WPARAM(wparam), perNotch, (GET_KEYSTATE_WPARAM(wparam) & MK_CONTROL) != 0});
-}
-
-void EditorWindow::OnSidewaysWheel(WPARAM wparam) {
-    UINT columns = 3;
-    if (!SystemParametersInfoW(SPI_GETWHEELSCROLLCHARS, 0, &columns, 0)) columns = 3;
-    // "One screen at a time" is the value -1.
-    Input().OnSidewaysWheel(GET_WHEEL_DELTA_WPARAM(wparam), static_cast<int>(std::min<UINT>(columns, INT_MAX)));
 }
 
 void EditorWindow::OnScrollMessage(ScrollAxis axis, WORD code) {

@@ -48,7 +48,6 @@ public:
     void DestroyView() override;
 
     // AccessibleWindow.
-    IUnknown* MakeTextPattern(ViewProvider&) override { return nullptr; }
     bool UseOle() override { return host && host->UseOle(); }
 
 protected:
@@ -76,7 +75,6 @@ private:
     // False where a menu is not the view's to show.
     bool OnContextMenu(LPARAM place);
     void OnWheel(WPARAM wparam);
-    void OnSidewaysWheel(WPARAM wparam);
     void OnScrollMessage(ScrollAxis axis, WORD code);
 
     ScreenReader reader{*this};

@@ -29,7 +29,7 @@ public:
     virtual Document* GetDocument() const = 0;
     // Moves the caret to the start of a 0-based line (clamped); `selectLine` selects the whole line. Does
     // nothing where there are no lines.
-    virtual void GoToLine(uint32_t, bool) {}
+    virtual void GoToLine(uint32_t line, bool selectLine) = 0;
     virtual bool IsCommandEnabled(ViewCommand command) const = 0;
     // False for an unknown command.
     virtual bool ExecuteCommand(ViewCommand command) = 0;
@@ -41,7 +41,7 @@ public:
     // Repaints everything, now or once redraw is resumed.
     virtual void Invalidate() = 0;
     // NoLine means the caret line. Does nothing where there are no lines.
-    virtual void ToggleBookmark(uint32_t) {}
+    virtual void ToggleBookmark(uint32_t line) = 0;
     virtual ~View() = default;
     // Selects the next match of the last search; false when there is none. The second argument is
     // ignored.
