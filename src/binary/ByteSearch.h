@@ -43,7 +43,7 @@ private:
     [[nodiscard]] bool FindBackward(uint64_t from, uint64_t lowest, uint64_t& found);
     [[nodiscard]] bool PreviousWindow(uint64_t headEnd);
     bool IsAt(uint64_t offset);
-    bool MayContinue(uint64_t bytes);
+    [[nodiscard]] bool MayContinue(uint64_t bytes);
     // One past the last position where the pattern fits into the file.
     uint64_t PositionsEnd() const { return file.Size() < count ? 0 : file.Size() - count + 1; }
 

@@ -39,7 +39,7 @@ TextRange CaretLineRange(const TextEditor& editor) {
 }
 
 // All of a paste but its undo group. `text` has line feeds only.
-bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool wholeLine) {
+[[nodiscard]] bool InsertPasted(TextEditor& editor, const WString& text, uint32_t lines, bool wholeLine) {
     TextBuffer& document = *editor.GetTextBuffer();
     const uint32_t offset = editor.CaretOffset();
     const uint32_t length = text.Length();
@@ -68,7 +68,7 @@ void EditorClipboard::Cut(TextEditor& editor) {
     if (editor.GetTextBuffer()->IsReadOnly()) return Copy(editor);
     if (editor.HasSelection()) {
         Copy(editor);
-        editor.DeleteSelection();
+        static_cast<void>(editor.DeleteSelection()); // without memory it was copied only, here and below
         return;
     }
     TextBuffer& document = *editor.GetTextBuffer();
@@ -78,7 +78,7 @@ void EditorClipboard::Cut(TextEditor& editor) {
     const SuspendedRedraw suspended(editor);
     editor.SelectRange({line.start, line.end});
     CopyRange(editor, line, true);
-    editor.DeleteSelection();
+    static_cast<void>(editor.DeleteSelection());
 }
 
 void EditorClipboard::Paste(TextEditor& editor) {
@@ -92,7 +92,7 @@ void EditorClipboard::Paste(TextEditor& editor) {
 
     const bool replaces = editor.HasSelection();
     if (!replaces) {
-        InsertPasted(editor, text, lines, wholeLine);
+        static_cast<void>(InsertPasted(editor, text, lines, wholeLine)); // without memory nothing is pasted
         return;
     }
     if (!document.BeginGroup()) return;

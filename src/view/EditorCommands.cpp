@@ -17,7 +17,7 @@ constexpr CommandRows<TextEditor> EditorCommands::Rows = {{
     {Commands::WithSelection, EditorClipboard::Cut},
     {Commands::WithSelection, EditorClipboard::Copy},
     {Commands::Never, EditorClipboard::Paste},
-    {Commands::WithSelection, [](TextEditor& editor) { editor.DeleteSelection(); }},
+    {Commands::WithSelection, [](TextEditor& editor) { static_cast<void>(editor.DeleteSelection()); }},
     {Commands::Always, EditorNavigation::SelectAll},
     {Commands::Always, EditorFind::ShowFind},
     {WhenWritable, EditorFind::ShowReplace},

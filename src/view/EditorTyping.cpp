@@ -34,7 +34,7 @@ uint32_t BackToTabStop(TextSpan line, uint32_t column) {
 }
 
 // In one step.
-bool TypeOverPair(TextEditor& editor, Char character) {
+[[nodiscard]] bool TypeOverPair(TextEditor& editor, Char character) {
     TextBuffer& document = *editor.GetTextBuffer();
     const uint32_t column = editor.CaretColumn();
     if (!document.BeginGroup()) return false;
@@ -46,7 +46,7 @@ bool TypeOverPair(TextEditor& editor, Char character) {
 }
 
 // The second half of a pair that is typed overwrites nothing more, and the first half the whole of a pair.
-bool TypeAtCaret(TextEditor& editor, Char character) {
+[[nodiscard]] bool TypeAtCaret(TextEditor& editor, Char character) {
     TextBuffer& document = *editor.GetTextBuffer();
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.Text().Line(editor.CaretLine());
@@ -68,10 +68,17 @@ bool IsTyped(const EditorSurface& surface, Char character, TypedBy source) {
 }
 
 // Whether something can be typed at the caret now.
-bool PrepareTyping(TextEditor& editor) {
+[[nodiscard]] bool PrepareTyping(TextEditor& editor) {
     if (editor.GetTextBuffer()->IsReadOnly()) return false; // nor scroll to where nothing will be typed
     if (editor.HasSelection() && !editor.DeleteSelection()) return false;
     editor.PrepareEdit();
+    return true;
+}
+
+// Whether a key that deletes is for the selection, which is deleted then.
+bool DeletesSelection(TextEditor& editor, bool word) {
+    if (word || !editor.HasSelection()) return false;
+    static_cast<void>(editor.DeleteSelection()); // without memory everything stays as it is
     return true;
 }
 
@@ -101,7 +108,7 @@ void EditorTyping::Type(TextEditor& editor, Char character, TypedBy source) {
     if (character == u'\t' && settings.ReplaceTabs) {
         InsertTabAsSpaces(editor);
     } else {
-        TypeAtCaret(editor, character);
+        static_cast<void>(TypeAtCaret(editor, character)); // without memory nothing is typed
     }
 }
 
@@ -114,10 +121,7 @@ void EditorTyping::TypePair(TextEditor& editor, Char first, Char second, TypedBy
 
 void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
     if (editor.GetTextBuffer()->IsReadOnly()) return;
-    if (!word && editor.HasSelection()) {
-        editor.DeleteSelection();
-        return;
-    }
+    if (DeletesSelection(editor, word)) return;
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.Text().Line(editor.CaretLine());
     const bool atTextEnd = column >= line.length && editor.CaretLine() + 1 >= editor.Text().LineCount();
@@ -130,10 +134,7 @@ void EditorTyping::DeleteForward(TextEditor& editor, bool word) {
 }
 
 void EditorTyping::DeleteBack(TextEditor& editor, bool word) {
-    if (!word && editor.HasSelection()) {
-        editor.DeleteSelection();
-        return;
-    }
+    if (DeletesSelection(editor, word)) return;
     const uint32_t column = editor.CaretColumn();
     const TextSpan line = editor.Text().Line(editor.CaretLine());
     uint32_t count = 1;

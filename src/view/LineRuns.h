@@ -53,15 +53,15 @@ private:
         Colour background;
     };
 
-    bool AddSpan(const Char* text, uint32_t offset, const ColourSpan& span);
-    bool AddPiece(const Char* text, uint32_t count, const Piece& piece);
+    [[nodiscard]] bool AddSpan(const Char* text, uint32_t offset, const ColourSpan& span);
+    [[nodiscard]] bool AddPiece(const Char* text, uint32_t count, const Piece& piece);
     // Adds as many as it can of text[0, count), which is not empty, in one go; returns how many. 0 when the first one
     // needs AddCharacter or AddTab, or without memory.
     uint32_t AddPlain(const Char* text, uint32_t count, const Piece& piece);
-    bool AddTab(const Piece& piece);
+    [[nodiscard]] bool AddTab(const Piece& piece);
     // `second` is the other half of a pair of surrogates, else 0.
-    bool AddCharacter(Char shown, Char second, const Piece& piece, RunKind kind);
-    bool Append(Char shown, int32_t width, const Piece& piece, RunKind kind);
+    [[nodiscard]] bool AddCharacter(Char shown, Char second, const Piece& piece, RunKind kind);
+    [[nodiscard]] bool Append(Char shown, int32_t width, const Piece& piece, RunKind kind);
     DrawRun* RunFor(const Piece& piece, RunKind kind);
     // Skips characters to the left of what is seen; returns how many.
     uint32_t SkipHidden(const Char* text, uint32_t count);

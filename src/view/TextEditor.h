@@ -68,8 +68,8 @@ public:
     void MoveCaret(TextPosition place, bool extend = false, CaretStop stop = CaretStop::OutsidePairs);
     void MoveCaretToOffset(uint32_t offset, bool extend);
     void SelectRange(TextSelection selection);
-    // False without a selection, and without memory.
-    bool DeleteSelection();
+    // False without a selection, and without memory; then nothing has changed.
+    [[nodiscard]] bool DeleteSelection();
     // The caret goes to the line's start (the last line's when there are fewer); `selectLine` selects it.
     void GoToLine(uint32_t line, bool selectLine);
     void UpdateCaret(bool scrollIntoView) override;

@@ -7,7 +7,7 @@ class DragTarget {
 public:
     // The left button went down at `point`; with Shift held the selection there is extended. False when there is
     // nothing to be selected.
-    virtual bool BeginSelection(ClientPoint point, bool extend) = 0;
+    [[nodiscard]] virtual bool BeginSelection(ClientPoint point, bool extend) = 0;
     // The mouse is at `point` with the button still held: the selection reaches up to there. Asked again and again
     // as time goes by, so that a mouse held above or below the window scrolls on.
     virtual void ExtendSelection(ClientPoint point) = 0;

@@ -48,7 +48,7 @@ public:
     static constexpr uint32_t NumberCapacity = 32;
 
     // False after the last row.
-    virtual bool Next(RowPicture& row) = 0;
+    [[nodiscard]] virtual bool Next(RowPicture& row) = 0;
     virtual int32_t GutterWidth() const = 0;
     // Right edge of the margin, which is beside the gutter.
     virtual int32_t MarginRight() const = 0;
