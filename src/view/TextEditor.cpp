@@ -28,7 +28,7 @@ void TextEditor::LineCountChanged() {
 }
 
 void TextEditor::ForgetAfter(uint32_t offset) {
-    matchPending = true; // the brackets may be elsewhere
+    brackets.SetDue(); // the brackets may be elsewhere
     text.ForgetAfter(offset);
     viewport.ForgetAfter(offset);
 }
@@ -36,7 +36,7 @@ void TextEditor::ForgetAfter(uint32_t offset) {
 void TextEditor::PlaceCaret(TextPosition place) {
     if (!GetTextBuffer()) return;
     SetCaret(place, false);
-    matchPending = true;
+    brackets.SetDue();
 }
 
 void TextEditor::PlaceSelection(TextSelection selection) {
@@ -52,21 +52,14 @@ void TextEditor::FollowChange(const TextChange& change) {
 void TextEditor::FollowEnd(TextPosition end) {
     caret.MoveTo(text, end, false);
     UpdateCaret(true);
-    matchPending = true;
+    brackets.SetDue();
 }
 
 void TextEditor::EditFinished() {
     // Whichever way the change came, and whichever view it was made in.
     ORVANE_ASSERT(caret.IsIn(text) && TopLine() < text.LineCount());
     ++editCount;
-    if (!matchPending) return;
-    const DocumentView* active = GetTextBuffer()->ActiveView();
-    if (active && active->HasFocus()) return MatchBrackets();
-    matchPending = false;
-    // Nobody's caret says which brackets to mark.
-    const BracketPair old = BracketMatch::Highlighted(text);
-    if (old != BracketPair()) BracketMatch::Clear(text);
-    RepaintBrackets(old);
+    brackets.MatchIfDue();
 }
 
 void TextEditor::RunStateChanged(Document* changed, bool running) {
@@ -90,7 +83,7 @@ void TextEditor::LayOut(bool coloursChanged) {
     const bool owed = scrollPending && VisibleLines() > 0;
     if (owed) scrollPending = false;
     UpdateCaret(owed);
-    if (coloursChanged) MatchBrackets(); // the engine may be another one
+    if (coloursChanged) brackets.Match(); // the engine may be another one
 }
 
 void TextEditor::FocusGained() {
@@ -100,7 +93,7 @@ void TextEditor::FocusGained() {
     status.Forget(); // the fields show what the view before has sent
     OpenCaretLine();
     UpdateCaret(false);
-    MatchBrackets();
+    brackets.Match();
 }
 
 // Caret and selection.
@@ -115,7 +108,7 @@ void TextEditor::MoveCaret(TextPosition place, bool extend, CaretStop stop) {
     if (!document) return;
     if (document->ActiveView() == this) static_cast<void>(document->LoadEditLine(place.line));
     SetCaret(place, extend, stop);
-    MatchBrackets();
+    brackets.Match();
 }
 
 void TextEditor::SetCaret(TextPosition place, bool extend, CaretStop stop) {
@@ -186,40 +179,7 @@ void TextEditor::PrepareEdit() {
 
 void TextEditor::PlaceAfterEdit(uint32_t column) {
     SetCaret({caret.Line(), column}, false);
-    MatchBrackets();
-}
-
-void TextEditor::MatchBrackets() {
-    matchPending = false;
-    TextBuffer* document = GetTextBuffer();
-    if (!document || !document->Engine() || !document->Content() || !surface.HasFocus()) return;
-    // Perhaps another view's, which shows it as well.
-    const BracketPair old = BracketMatch::Highlighted(text);
-    const bool isAtBracket = BracketMatch::IsAtBracket(text, caret);
-    // After nearly every key: there is nothing to be looked for and nothing to be taken back.
-    if (!isAtBracket && old == BracketPair()) return;
-    // The partner is looked for in the document's content, which has to be complete: beside a bracket each key is a
-    // step of its own (docs/oddities.md).
-    bool complete = true;
-    if (isAtBracket && document->HasPendingEdit()) {
-        complete = document->CommitEdit();
-        if (complete) OpenCaretLine(); // committing has closed it
-    }
-    if (complete) {
-        BracketMatch::Update(text, caret);
-    } else {
-        BracketMatch::Clear(text);
-    }
-    const BracketPair now = BracketMatch::Highlighted(text);
-    if (now == old) return;
-    RepaintBrackets(old);
-    RepaintBrackets(now);
-}
-
-void TextEditor::RepaintBrackets(const BracketPair& pair) {
-    if (pair == BracketPair()) return;
-    GetTextBuffer()->RepaintLines({pair.bracket.line, pair.bracket.line});
-    GetTextBuffer()->RepaintLines({pair.partner.line, pair.partner.line});
+    brackets.Match();
 }
 
 void TextEditor::RefreshStatus() {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/TextBuffer.h"
-#include "view/BracketMatch.h"
+#include "view/CaretBrackets.h"
 #include "view/HeldRanges.h"
 #include "view/ShownText.h"
 #include "view/StatusFields.h"
@@ -101,9 +101,6 @@ private:
     // which may not edit meanwhile.
     void SetCaret(TextPosition place, bool extend, CaretStop stop = CaretStop::OutsidePairs);
     void SetSelection(uint32_t anchor);
-    // With the focus: highlights the pair at the caret, committing a pending edit if there may be one.
-    void MatchBrackets();
-    void RepaintBrackets(const BracketPair& pair);
 
     TextSurface& textSurface;
     ShownText text;
@@ -111,7 +108,7 @@ private:
     TextViewport viewport{surface, textSurface, text, redraw};
     uint32_t editCount = 0;
     HeldRanges heldRanges;
-    bool matchPending = false; // EditFinished matches brackets: the caret was placed, or what is around it may be new
+    CaretBrackets brackets{surface, text, caret};
     StatusFields status;
     bool overwrite = false;
     bool scrollPending = false; // the caret was moved while there was no window to scroll it into
