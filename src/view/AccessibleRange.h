@@ -34,15 +34,15 @@ public:
     int32_t MoveEnd(const ShownText& text, RangeEnd end, AccessibleUnit unit, int32_t count);
     void MoveEndTo(const ShownText& text, RangeEnd end, const AccessibleRange& other, RangeEnd otherEnd);
 
-    // Finds `count` characters inside, from its start or its end; `found` is NoOffset when they are not there. Without
-    // `matchCase` letters of any script are found in either case; when only ASCII is wanted, only that is folded. False
-    // without memory.
+    // What Find looks for.
     struct Wanted {
         const Char* text = nullptr;
         uint32_t count = 0;
-        bool backward = false;
+        bool backward = false; // from the range's end
+        // Without it letters of any script are found in either case; when only ASCII is wanted, only that is folded.
         bool matchCase = false;
     };
+    // Finds it inside; `found` is NoOffset when it is not there. False without memory.
     [[nodiscard]] bool Find(const ShownText& text, const Wanted& wanted, uint32_t& found) const;
     // The part to be read when at most `limit` characters are asked for, all of it when that is negative. Surrogate
     // pairs are not split, except with a limit of one: an empty answer would mean an empty range.

@@ -82,8 +82,7 @@ public:
     void ToggleOverwrite();
     // Makes the caret line the document's edit line.
     void OpenCaretLine();
-    // To be called before the caret line is edited: scrolls it into view. In the middle of a change that would be too
-    // late.
+    // Scrolls the caret line into view. To be called before it is edited: in the middle of a change it is too late.
     void PrepareEdit();
     // To be called after an edit of the caret line that leaves the caret where it is: as MoveCaret, but in the line
     // that is open.

@@ -21,8 +21,8 @@ public:
     virtual void SetStatusText(StatusField field, const Char* text) = 0;
     // `line` is 0-based, NoLine for none.
     virtual bool OpenFileAtLine(const Char* path, uint32_t line) = 0;
-    // The document's modified state or name may have changed.
-    // No view calls these two for itself: see docs/oddities.md.
+    // The document's modified state or name may have changed. Views call this for their documents only, as they do the
+    // next one: see docs/oddities.md.
     virtual void DocumentChanged(Document* document) = 0;
     // The document's running state changed; unless `running`, files are checked for changes by others.
     virtual void CheckChangedOnDisk(Document* document, bool running) = 0;
