@@ -53,7 +53,7 @@ void HexClipboard::Copy(HexEditor& editor) {
                                     (size_t(text.Length()) + 1) * sizeof(Char)};
         editor.Surface().WriteClipboard(&item, 1);
     } else {
-        HostCalls::Warn(editor.Surface(), u"Failed copying to clipboard");
+        HostCalls::Warn(editor.Surface(), HostCalls::CopyFailed);
     }
 }
 

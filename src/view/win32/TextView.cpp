@@ -9,6 +9,7 @@
 #include "viewbase/win32/ViewFont.h"
 
 #include <algorithm>
+#include <climits>
 
 TextDocumentView* TextView::Create(TextBuffer& document, NativeWindow parent) {
     return MakeView<TextView>(document, parent);

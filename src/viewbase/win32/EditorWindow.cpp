@@ -4,12 +4,12 @@
 #include "base/win32/Input.h"
 #include "document/DocumentView.h"
 #include "resource.h"
+#include "viewbase/HostCalls.h"
 #include "viewbase/win32/Clipboard.h"
 #include "viewbase/win32/TextPainter.h"
 #include "viewbase/win32/ViewFont.h"
 
 #include <algorithm>
-#include <climits>
 
 namespace {
 
@@ -226,7 +226,7 @@ bool EditorWindow::ReadClipboard(WString& text, bool& wholeLine) { return Clipbo
 
 void EditorWindow::WriteClipboard(const ClipboardItem* items, uint32_t count) {
     if (!Clipboard::Write(window, items, count) && host)
-        host->ShowMessage(window, u"Failed copying to clipboard", MessageKind::Warning);
+        host->ShowMessage(window, HostCalls::CopyFailed, MessageKind::Warning);
 }
 
 // Asked for by a click, `place` is a point of the screen; by a key it is -1, and the menu opens below the caret. The
