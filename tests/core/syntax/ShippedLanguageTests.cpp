@@ -216,6 +216,6 @@ TEST_F(ShippedLanguages, TheFileDialogsShowAllFilesFirst) {
         ASSERT_TRUE(std::getline(rest, patterns, '|')) << description << " has no patterns";
         EXPECT_TRUE(description.ends_with(" (" + patterns + ")")) << description;
     }
-    EXPECT_EQ(groups, 5u);
+    EXPECT_EQ(groups, 7u);
     ReleaseSettings();
 }
