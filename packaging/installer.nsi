@@ -60,7 +60,7 @@ retry:
     ${EndIf}
 !macroend
 
-Section
+Section "-Orvane" ORVANE
     SetRegView 64
     !insertmacro RequireClosed
     SetOutPath "$INSTDIR\colours"
@@ -70,8 +70,9 @@ Section
     File "${FILES}\orvane.html"
     File "${FILES}\CHANGES.txt"
     File "${FILES}\LICENSE.txt"
+    File "${FILES}\orvane.ini.original"
 
-    ; Settings of the user's own stay, and the installed ones come beside them; those of an earlier version are replaced.
+    ; Settings of the user's own stay; those of an earlier version are replaced.
     !insertmacro TimeOfSettings
     ReadRegStr $2 HKCU "${UNINSTALL}" "SettingsTime"
     ${If} $1 == ""
@@ -79,8 +80,6 @@ Section
         File "${FILES}\orvane.ini"
         !insertmacro TimeOfSettings
         WriteRegStr HKCU "${UNINSTALL}" "SettingsTime" $1
-    ${Else}
-        File "/oname=orvane.ini.original" "${FILES}\orvane.ini"
     ${EndIf}
 
     ; The program starts in the output folder.
@@ -99,6 +98,8 @@ Section
     WriteRegStr HKCU "${UNINSTALL}" "InstallLocation" "$INSTDIR"
     WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
     WriteRegStr HKCU "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /S'
+    SectionGetSize ${ORVANE} $0 ; kilobytes, as the entry wants them
+    WriteRegDWORD HKCU "${UNINSTALL}" "EstimatedSize" $0
     WriteRegDWORD HKCU "${UNINSTALL}" "NoModify" 1
     WriteRegDWORD HKCU "${UNINSTALL}" "NoRepair" 1
 SectionEnd
