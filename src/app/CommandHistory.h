@@ -14,7 +14,7 @@ public:
     CommandHistory& operator=(const CommandHistory&) = delete;
 
     // Adds the newest entry and ends walking. False without memory.
-    bool Add(const Char* text);
+    [[nodiscard]] bool Add(const Char* text);
     // The entry one step older (from no cursor: the newest) or newer; at the end the same one again.
     const Char* Older();
     const Char* Newer();

@@ -10,7 +10,7 @@ void CommandPrompt::Enter(CommandContext& frame, const Char* text, bool typed) {
     WString line;
     if (!line.Assign(text)) return;
     ExecuteCommandLine(frame, line.Text());
-    if (keep) history.Add(line.Text());
+    if (keep) static_cast<void>(history.Add(line.Text())); // without memory the line just cannot be recalled
 }
 
 const Char* CommandPrompt::Complete(const Char* text, bool forward) {

@@ -22,7 +22,7 @@ void EditBinary(CommandContext& frame, const Char* argument) { OpenBinaryArgumen
 
 void ChangeDirectory(CommandContext& frame, const Char* argument) {
     if (*argument)
-        Platform::SetCurrentDirectory(argument);
+        static_cast<void>(Platform::SetCurrentDirectory(argument)); // where there is none nothing changes
     else
         ShowCurrentDirectory(frame, argument);
 }

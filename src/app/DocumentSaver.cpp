@@ -35,7 +35,7 @@ bool DocumentSaver::SaveChosen(Document& document, bool askForName) {
     if (!Write(document, choice)) return false;
     // Bytes are always written back into their own file, whatever name was chosen.
     if (askForName && !document.IsBinary() && document.SetPath(choice.path.Text())) {
-        document.SetTitle(u"");
+        static_cast<void>(document.SetTitle(u"")); // the empty text needs no memory
         // By the new path; without memory the old engine stays.
         static_cast<void>(static_cast<TextBuffer&>(document).SetEngineName(u""));
     }

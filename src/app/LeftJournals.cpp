@@ -53,5 +53,5 @@ void LeftJournals::LookAt(const Char* path) {
 
 void LeftJournals::Remove(Entry& entry) {
     entry.file.Close();
-    Platform::RemoveFile(entry.path.Text());
+    static_cast<void>(Platform::RemoveFile(entry.path.Text())); // one that stays is found again at the next start
 }

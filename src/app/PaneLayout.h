@@ -53,7 +53,7 @@ public:
     // Takes `pane` out and frees it. Its area goes to its neighbours, of which the first is returned
     // (null when none could take it); a neighbour that grows over other panes cuts them back. A
     // pane that is left alone fills the area. The only pane is not taken out: false.
-    bool Close(Pane* pane, Pane*& heir);
+    [[nodiscard]] bool Close(Pane* pane, Pane*& heir);
     // Gives what rounding left between the panes to the panes beside it; closing and dragging do so first.
     void CloseSlivers();
     // No drag moves an edge any more, as it is after every change of the layout that the drag did not make.

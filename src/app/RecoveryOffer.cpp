@@ -107,7 +107,7 @@ void OfferRecovery(RecoveryFolder& folder, UserPrompt& user, DocumentOpener& ope
 bool FlushJournals(const DocumentList& documents) {
     bool isModified = false;
     for (const DocumentList::Node* node = documents.Head(); node; node = node->next) {
-        node->document->FlushJournal();
+        static_cast<void>(node->document->FlushJournal()); // one that failed is tried again the next time
         isModified = isModified || node->document->IsModified();
     }
     return isModified;

@@ -37,7 +37,7 @@ void SaveSettingsFile(UserPrompt& user, SafeSaver& saver, const IniFile& setting
     if (!MayOverwrite(user, path, known)) return;
     if (settings.Save(saver, path)) {
         known = {};
-        ReadStamp(path, known.file);
+        static_cast<void>(ReadStamp(path, known.file)); // without it the next save asks
         return;
     }
     WString message;

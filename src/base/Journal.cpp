@@ -76,7 +76,7 @@ void JournalFile::Discard() {
     // Another program may keep it from being removed: an empty one tells the next start nothing.
     static_cast<void>(file.Seek(0) && file.CutHere());
     file.Close();
-    Platform::RemoveFile(path.Text());
+    static_cast<void>(Platform::RemoveFile(path.Text())); // what stays is offered at the next start
 }
 
 JournalReader::State JournalReader::ReadHeader() {

@@ -58,11 +58,6 @@ const Char* Platform::SetRecoveryFolder(const Char* path) { return std::exchange
 
 const Char* Platform::TestRecoveryFolder() { return hooks.recoveryFolder; }
 
-bool Platform::ReadTime(const Char* name, FileTime& time) {
-    File file;
-    return file.Open(name, File::Mode::Attributes) && file.GetTime(time);
-}
-
 bool Platform::ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time) {
     File file;
     uint64_t size = 0;

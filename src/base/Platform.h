@@ -34,10 +34,6 @@ constexpr uint64_t LargestWholeFile = NoOffset - 1;
 // into memory fail like missing ones: false, `out` as it was. The bytes of an empty file are not null.
 [[nodiscard]] bool ReadWholeFile(const Char* name, ByteBlock& out, FileTime* time = nullptr);
 
-// Reads the time of a file's last write. Blocks no other user of the file and is blocked by none. False on failure,
-// with `time` unchanged.
-bool ReadTime(const Char* name, FileTime& time);
-
 // An open file; closed by its destructor. Only regular files open, neither folders nor devices.
 class File {
 public:
@@ -58,11 +54,11 @@ public:
     File(const File&) = delete;
     File& operator=(const File&) = delete;
 
-    bool Open(const Char* name, Mode mode);
+    [[nodiscard]] bool Open(const Char* name, Mode mode);
     bool IsOpen() const { return handle != -1; }
     void Close();
     [[nodiscard]] bool GetSize(uint64_t& size);
-    bool GetTime(FileTime& time);
+    [[nodiscard]] bool GetTime(FileTime& time);
     // Whether it was deleted meanwhile: what is written to it will be gone with its last user.
     bool IsDeleted() const;
     // Whether the path still leads to this file. True also when that cannot be found out.
@@ -79,9 +75,9 @@ public:
     [[nodiscard]] bool Flush();
     // Has the system keep room for the first `length` bytes; the size of the file stays. False only when there
     // is no room: a file system that cannot promise any succeeds.
-    bool Reserve(uint64_t length);
+    [[nodiscard]] bool Reserve(uint64_t length);
     // Ends the file at the present place. One that others have mapped into memory is tried again for about a second.
-    bool CutHere();
+    [[nodiscard]] bool CutHere();
 
 private:
     intptr_t handle = -1;
@@ -97,7 +93,7 @@ public:
     FileSearch& operator=(const FileSearch&) = delete;
 
     // Moves to the first match; false when there is none.
-    bool First(const Char* pattern);
+    [[nodiscard]] bool First(const Char* pattern);
     bool Next();
     void Close();
     // Of the current match: the bare file name and whether it is a directory.
@@ -116,7 +112,7 @@ enum class Entry { Missing, File, Directory, Unknown };
 // Whether two paths lead to the same file. False also where the system does not say.
 [[nodiscard]] bool IsSameFile(const Char* left, const Char* right);
 // False when there is no such file, or it cannot be removed.
-bool RemoveFile(const Char* path);
+[[nodiscard]] bool RemoveFile(const Char* path);
 // Gives a file another name in the same folder, also one that is taken: that file is gone then. The name leads to one
 // of the two at every moment. False, with both as they were, when the system does not do it.
 [[nodiscard]] bool MoveOver(const Char* from, const Char* to);
@@ -130,7 +126,7 @@ bool IsRemote(const Char* path);
 // dropped first. The empty path has none.
 [[nodiscard]] bool FullPath(const Char* path, WString& out);
 [[nodiscard]] bool CurrentDirectory(WString& out);
-bool SetCurrentDirectory(const Char* path);
+[[nodiscard]] bool SetCurrentDirectory(const Char* path);
 // The full path of the first existing entry `name` along the directories of `list` (separated by
 // semicolons), or where the system itself looks when `list` is null.
 [[nodiscard]] bool SearchAlong(const Char* list, const Char* name, WString& out);

@@ -48,5 +48,5 @@ void KeepPreviousFile(RecoveryFolder& folder, const Char* target, uint64_t lengt
     if (!PreviousFilePath(folder, target, path) || !fresh.Assign(path) || !fresh.Append(u".new")) return;
     // What is kept already goes only once there is something whole in its place.
     if (!WriteWhole(fresh.Text(), old) || !Platform::MoveOver(fresh.Text(), path.Text()))
-        Platform::RemoveFile(fresh.Text());
+        static_cast<void>(Platform::RemoveFile(fresh.Text())); // the next one overwrites what stays
 }

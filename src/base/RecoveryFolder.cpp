@@ -42,7 +42,7 @@ bool RecoveryFolder::MakeFile(const Char* inside, const Char* extension, Platfor
         const bool isNamed = Text::AppendFormat(name, u"%08x%08x%08x%s", static_cast<uint32_t>(now >> 32),
                                                 static_cast<uint32_t>(now), number, extension);
         if (!isNamed || !path.Assign(folder) || !Path::Join(path, name.Text())) return false;
-        file.Open(path.Text(), Platform::File::Mode::CreateNew);
+        static_cast<void>(file.Open(path.Text(), Platform::File::Mode::CreateNew)); // the loop asks IsOpen
     }
     return file.IsOpen();
 }

@@ -41,7 +41,8 @@ void PutIntoFile(RecoveryFolder& folder, Platform::File& copy, const SaveCopyCon
     FileSink sink(file);
     const bool isWritten = PassOn(copy, sink) && file.Flush();
     file.Close();
-    if (!isWritten || !path.Assign(made)) Platform::RemoveFile(made.Text());
+    // The user is not told of a file that cannot be removed: it is less than the copy.
+    if (!isWritten || !path.Assign(made)) static_cast<void>(Platform::RemoveFile(made.Text()));
 }
 
 } // namespace
@@ -78,7 +79,7 @@ void SaveRecovery::LookAt(RecoveryFolder& folder, const Char* copy) {
     }
     node->file.Close();
     // What cannot be read now is kept for a start that can.
-    if (!isWanted && state != SaveCopyState::Unknown) Platform::RemoveFile(copy);
+    if (!isWanted && state != SaveCopyState::Unknown) static_cast<void>(Platform::RemoveFile(copy));
     delete node;
 }
 
@@ -94,7 +95,9 @@ bool SaveRecovery::AppendMessage(WString& out) const {
 void SaveRecovery::Forget() {
     while (Found* const node = found.TakeHead()) {
         node->file.Close();
-        if (!Text::Equal(node->copy.Text(), node->bytes.Text())) Platform::RemoveFile(node->copy.Text());
+        // What stays is found again at the next start; here and below.
+        if (!Text::Equal(node->copy.Text(), node->bytes.Text()))
+            static_cast<void>(Platform::RemoveFile(node->copy.Text()));
         delete node;
     }
 }

@@ -1,5 +1,6 @@
 #include "binary/BinaryDocument.h"
 
+#include "base/Assert.h"
 #include "base/TextFormat.h"
 
 #include <cstring>
@@ -27,6 +28,7 @@ BinaryDocument::~BinaryDocument() {
 }
 
 uint32_t BinaryDocument::Release() {
+    ORVANE_ASSERT(refCount > 0);
     if (--refCount) return refCount;
     delete this;
     return 0;
@@ -35,7 +37,7 @@ uint32_t BinaryDocument::Release() {
 bool BinaryDocument::Open(const Char* fileName) {
     Close();
     if (file.Open(fileName) && SetPath(fileName)) {
-        file.GetTime(fileTime);
+        static_cast<void>(file.GetTime(fileTime));    // without it the next save may ask
         static_cast<void>(EnsureWindow(0, PageSize)); // later bytes may be read
         return true;
     }
@@ -128,7 +130,8 @@ bool BinaryDocument::WriteToFile() {
     const PagedContent::WriteResult result = content.WritePages();
     if (result != PagedContent::WriteResult::NothingWritten) history.MarkPartlySaved();
     const bool isWritten = result == PagedContent::WriteResult::Done && file.Flush();
-    if (result != PagedContent::WriteResult::NothingWritten) file.GetTime(fileTime);
+    // Without it the next save asks.
+    if (result != PagedContent::WriteResult::NothingWritten) static_cast<void>(file.GetTime(fileTime));
     if (!isWritten) journal.SaveFailed();
     return isWritten;
 }

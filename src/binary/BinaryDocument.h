@@ -42,7 +42,7 @@ public:
     bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override {}
     LineEnding GetLineEnding() const override { return LineEnding::None; }
-    bool FlushJournal() override { return journal.Flush(); }
+    [[nodiscard]] bool FlushJournal() override { return journal.Flush(); }
 
     // Opens a file in place of the one before, read-only when it cannot be written. On failure the document
     // is closed. That its first bytes cannot be read is no failure: others may be.

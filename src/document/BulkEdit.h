@@ -20,8 +20,8 @@ public:
     // Takes `places` over; they ascend and do not overlap, and either none of them gets shorter or none
     // gets longer. False without memory.
     [[nodiscard]] bool SetUp(Array<ReplacedRange>& places, const Char* inserted, uint32_t length);
-    bool Undo() override;
-    bool Redo() override;
+    [[nodiscard]] bool Undo() override;
+    [[nodiscard]] bool Redo() override;
     void MoveViews(bool undoing) override;
 
 private:

@@ -21,15 +21,15 @@ constexpr Char NoProcess[] = u"The command interpreter cannot be started";
 // Makes a temporary file that only the user may read, under a name that nothing had, and opens both of
 // its sides. Here and in Start what was opened before a failure stays in `run` for Close; run.failure
 // says why, unless there is no memory.
-bool OpenOutput(OutputRun& run);
+[[nodiscard]] bool OpenOutput(OutputRun& run);
 // Starts `command` (null for none) hidden under the command interpreter, in run.startDir, with the file
 // as its standard input, output and error.
-bool Start(OutputRun& run, const Char* command);
+[[nodiscard]] bool Start(OutputRun& run, const Char* command);
 bool HasEnded(const OutputRun& run);
 
-bool OutputSize(const OutputRun& run, uint64_t& size);
+[[nodiscard]] bool OutputSize(const OutputRun& run, uint64_t& size);
 // Reads up to `count` bytes at `offset` of the output; fewer (or none) at its end.
-bool ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read);
+[[nodiscard]] bool ReadOutput(const OutputRun& run, uint64_t offset, uint8_t* out, uint32_t count, uint32_t& read);
 
 // Asks the windows of the process to close; the process itself is left alone.
 void AskToClose(const OutputRun& run);

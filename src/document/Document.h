@@ -22,9 +22,9 @@ public:
     virtual bool IsModified() const = 0;
     // The full path, or the title of a document without a file.
     virtual const Char* GetName() const = 0;
-    virtual bool SetPath(const Char* name) = 0;
+    [[nodiscard]] virtual bool SetPath(const Char* name) = 0;
     virtual const Char* GetTitle() const = 0;
-    virtual bool SetTitle(const Char* text) = 0;
+    [[nodiscard]] virtual bool SetTitle(const Char* text) = 0;
     [[nodiscard]] virtual bool Save(const Char* file, Encoding encoding, LineEnding lineEnding) = 0;
     // A null cursor starts at the first view. Returns the cursor's view and in `next` its successor
     // (null after the last); null when there are no views.
@@ -53,7 +53,7 @@ public:
     virtual LineEnding GetLineEnding() const = 0;
     // Brings the document's journal up to date; to be called at least every two seconds. False when a modified document
     // has none that is complete.
-    virtual bool FlushJournal() = 0;
+    [[nodiscard]] virtual bool FlushJournal() = 0;
     // To be called before a check for changes that the user has not asked for: whether IsChangedOnDisk may be called
     // now. A true answer uses up the document's turn at a slow drive.
     virtual bool MayCheckDisk() = 0;
@@ -70,9 +70,9 @@ class DocumentBase : public Document {
 public:
     uint32_t AddRef() override { return ++refCount; }
     const Char* GetName() const override { return path.IsEmpty() ? title.Text() : path.Text(); }
-    bool SetPath(const Char* name) override;
+    [[nodiscard]] bool SetPath(const Char* name) override;
     const Char* GetTitle() const override { return title.Text(); }
-    bool SetTitle(const Char* text) override { return title.Assign(text); }
+    [[nodiscard]] bool SetTitle(const Char* text) override { return title.Assign(text); }
     DocumentView* EnumViews(ViewNode* cursor, ViewNode*& next) const override;
     // Unlinks a view that is going away; the document does not touch it afterwards.
     virtual void ForgetView(DocumentView* view);

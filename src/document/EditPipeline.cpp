@@ -112,10 +112,12 @@ void EditPipeline::AbandonGroup() {
         if (record->state == UndoRecord::State::InStore) {
             // Whatever was typed after this record is undone by now, so that neither this nor the change below
             // asks for more room than the text has had.
-            static_cast<void>(CommitEdit());
+            const bool isCommitted = CommitEdit();
+            ORVANE_ASSERT(isCommitted);
             target.parts.editLine.Close();
         }
-        static_cast<void>(record->Undo());
+        const bool isDone = record->Undo();
+        ORVANE_ASSERT(isDone);
         Notify(*record, true);
         delete record;
     }

@@ -11,6 +11,7 @@ struct FileStamp {
     bool operator!=(const FileStamp& other) const { return !(*this == other); }
 };
 
-// Of an open file, or of any, as Platform::ReadTime. False, and `stamp` as it was, when it cannot be read.
-bool ReadStamp(Platform::File& file, FileStamp& stamp);
-bool ReadStamp(const Char* name, FileStamp& stamp);
+// Of an open file, or of any: that blocks no other user of the file and is blocked by none. False, and `stamp` as it
+// was, when it cannot be read.
+[[nodiscard]] bool ReadStamp(Platform::File& file, FileStamp& stamp);
+[[nodiscard]] bool ReadStamp(const Char* name, FileStamp& stamp);

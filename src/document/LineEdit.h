@@ -13,8 +13,12 @@ public:
     // memory.
     [[nodiscard]] bool SetUp(uint32_t atColumn, const Char* changed, uint32_t length, Char overwritten);
 
-    bool Undo() override { return state == State::InEditLine ? ChangeEditLine(true) : ChangeInStore(true); }
-    bool Redo() override { return state == State::InEditLine ? ChangeEditLine(false) : ChangeInStore(false); }
+    [[nodiscard]] bool Undo() override {
+        return state == State::InEditLine ? ChangeEditLine(true) : ChangeInStore(true);
+    }
+    [[nodiscard]] bool Redo() override {
+        return state == State::InEditLine ? ChangeEditLine(false) : ChangeInStore(false);
+    }
     void MoveViews(bool undone) override;
 
     // A run of typing is extended in this order: Continues, MakeRoom, the change of the edit line (by
@@ -31,8 +35,8 @@ public:
 
 private:
     // Make the change, or undo it: in the store, or in the edit line.
-    bool ChangeInStore(bool undoing);
-    bool ChangeEditLine(bool undoing);
+    [[nodiscard]] bool ChangeInStore(bool undoing);
+    [[nodiscard]] bool ChangeEditLine(bool undoing);
 
     uint32_t column = 0; // where `text` begins in the edit line
     Char replaced = 0;   // what a typed character took the place of; 0 for none

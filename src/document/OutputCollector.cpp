@@ -75,7 +75,8 @@ bool OutputCollector::Poll() {
     // Nothing is lost to a failure that passes; one that lasts does not keep the run for ever.
     if (result == Appending::Failed && ++run.failedEnds < MaxFailedEnds) return false;
     // A character that was left for its rest to come does not get any.
-    if (run.size - run.consumed < MaxCharacterBytes) AppendFromFile(run.size - run.consumed, true);
+    // Nobody could do anything about its failing.
+    if (run.size - run.consumed < MaxCharacterBytes) static_cast<void>(AppendFromFile(run.size - run.consumed, true));
     if (!HasRoom()) AppendNote(u"The disk is full: output of the command may be missing.\n");
     return true;
 }

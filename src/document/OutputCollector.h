@@ -26,11 +26,11 @@ public:
     // Appends what the output has grown by, as much as one slice of time is enough for. True when the run is
     // over: the process has ended and all that is to be read was.
     [[nodiscard]] bool Poll();
-    // Milliseconds until the next poll, and for how many a timer was set.
-    uint32_t WantedPeriod() const { return wantedPeriod; }
+    // Milliseconds for which a timer was set; 0 for none.
     uint32_t Period() const { return run.pollTimer; }
-    // Has the timer poll `document` as often as the output wants. False when it refuses, and without one.
-    bool SetTimer(PollTimer* timer, TextBuffer& document);
+    // Has the timer poll `document` as often as the output wants. False when it refuses, and without one: what was set
+    // before stays.
+    [[nodiscard]] bool SetTimer(PollTimer* timer, TextBuffer& document);
     // Asks the windows of the process to close; the process itself is left alone.
     void AskToClose();
     bool WasAskedToClose() const { return run.wasAskedToClose; }
@@ -44,14 +44,14 @@ public:
 private:
     enum class Appending { Done, OutOfTime, Failed };
 
-    Appending AppendNew();
+    [[nodiscard]] Appending AppendNew();
     // Appends up to `count` bytes of the output. An unfinished character at their end is left alone unless this
     // `isRest`, after which nothing comes.
-    Appending AppendFromFile(uint64_t count, bool isRest);
+    [[nodiscard]] Appending AppendFromFile(uint64_t count, bool isRest);
     void AppendNote(const Char* note);
-    bool AppendChunk(uint32_t count, bool isRest);
+    [[nodiscard]] bool AppendChunk(uint32_t count, bool isRest);
 
     TextStore& store;
     OutputRun run;
-    uint32_t wantedPeriod = 0;
+    uint32_t wantedPeriod = 0; // milliseconds until the next poll
 };

@@ -432,7 +432,8 @@ void TextBuffer::PollOutput() {
     const TextPosition oldEnd = parts.store.End();
     const bool isOver = output.Poll();
     if (Length() > from) pipeline.NotifyAppended(from, oldEnd);
-    output.SetTimer(services.timer, *this);
+    // Without the timer that the output wants it is polled as often as before, and asked for again each time.
+    static_cast<void>(output.SetTimer(services.timer, *this));
     if (isOver) EndRun();
 }
 

@@ -44,7 +44,7 @@ public:
     [[nodiscard]] bool GetSessionText(WString& out) const override;
     void ResetSyntaxEngine() override;
     LineEnding GetLineEnding() const override { return lineEnding; }
-    bool FlushJournal() override { return pipeline.Journal().Flush(); }
+    [[nodiscard]] bool FlushJournal() override { return pipeline.Journal().Flush(); }
     // False while the file's remote drive rests after a slow answer, and when there is no file to check.
     bool MayCheckDisk() override;
     void JoinSteps(uint32_t after) override {

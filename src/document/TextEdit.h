@@ -26,8 +26,8 @@ struct ViewState : HeapObject {
 class TextEdit : public UndoRecord {
 public:
     ~TextEdit() override;
-    bool Undo() override;
-    bool Redo() override;
+    [[nodiscard]] bool Undo() override;
+    [[nodiscard]] bool Redo() override;
     // What the last Undo or Redo did to the text.
     const TextChange& Change() const { return change; }
     // Puts the views where they belong after the change, or after it was `undone`.
@@ -48,7 +48,7 @@ protected:
     // The part of SetUp that all have: copies the text, and captures the views. False without memory.
     [[nodiscard]] bool SetUpEdit(uint32_t offset, const Char* changed, uint32_t length);
     // Puts `text` into the store, or takes it out, and moves the bookmarks. Only putting it in can fail.
-    bool ChangeStore(bool remove);
+    [[nodiscard]] bool ChangeStore(bool remove);
     // Views that were made after the record, which it knows nothing of: they stay at their places in the text.
     bool HasOtherViews() const;
     void MoveOtherViews();
@@ -56,7 +56,7 @@ protected:
     TextChange change;
 
 private:
-    bool CaptureViews();
+    [[nodiscard]] bool CaptureViews();
     void CaptureView(ViewState& viewState, TextDocumentView* view) const;
     bool Holds(const TextDocumentView* view) const;
 };

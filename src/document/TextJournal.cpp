@@ -24,7 +24,8 @@ void TextJournal::Changed(const TextChange& change) {
     if (Writable() && !unwritten.IsEmpty() && !unwritten.IsNear(change, Gap)) {
         const bool isBefore = change.start < unwritten.Start();
         const uint32_t shift = change.inserted.characters - change.removed.characters; // modulo 2^32
-        Append(*Writable(), unwritten.Start() + (isBefore ? shift : 0));
+        // A failure makes the journal incomplete, and the next Flush begins another.
+        static_cast<void>(Append(*Writable(), unwritten.Start() + (isBefore ? shift : 0)));
     }
     const uint32_t length = TextLength();
     unwritten.Add(change, length);

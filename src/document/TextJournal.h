@@ -30,16 +30,16 @@ public:
     void IsInFile(Origin how, const FileStamp& stamp);
 
 private:
-    bool WriteAll(JournalFile& made) override;
-    bool WriteRest(JournalFile& journal) override;
+    [[nodiscard]] bool WriteAll(JournalFile& made) override;
+    [[nodiscard]] bool WriteRest(JournalFile& journal) override;
     bool IsStillGood() const override;
     uint64_t WholeSize() const override { return uint64_t{TextLength()} * sizeof(Char); }
 
     uint32_t TextLength() const { return content.Length() + content.EditLineGrowth(); }
     bool IsOverFile(JournalSubject& subject) const;
     bool WouldRoundTrip() const;
-    bool Append(JournalFile& journal, uint32_t at);
-    bool PutText(JournalFile& journal, const JournalChange& change, uint32_t from) const;
+    [[nodiscard]] bool Append(JournalFile& journal, uint32_t at);
+    [[nodiscard]] bool PutText(JournalFile& journal, const JournalChange& change, uint32_t from) const;
 
     const TextContent& content;
     ChangedSpan unwritten; // since the last entry

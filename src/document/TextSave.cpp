@@ -102,6 +102,7 @@ SaveResult WriteTextFile(SafeSaver& saver, const Char* name, const Char* text, u
     if (!source.Prepare()) return SaveResult::Untouched;
     const SaveResult result = saver.Save(name, source);
     // That of a file that was not touched may come from another program's write.
-    if (result != SaveResult::Untouched) ReadStamp(name, stamp);
+    // Without it the file is taken for another's the next time it is compared.
+    if (result != SaveResult::Untouched) static_cast<void>(ReadStamp(name, stamp));
     return result;
 }

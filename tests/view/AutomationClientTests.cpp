@@ -92,7 +92,7 @@ protected:
 
 TEST_F(AutomationClientTest, ReadsWhatTheElementIs) {
     Show(u"one\ntwo");
-    (*document)->SetTitle(u"New 1");
+    ASSERT_TRUE((*document)->SetTitle(u"New 1"));
     FocusView();
     InNode([&](Node node) {
         const VARIANT name = Property(node, UIA_NamePropertyId);

@@ -140,7 +140,7 @@ TEST_F(ScreenReaderTest, WithoutAnApartmentNothingIsHandedOut) {
 
 TEST_F(ScreenReaderTest, AnOlderClientSeesADocument) {
     Show(u"one\ntwo");
-    (*document)->SetTitle(u"New 1");
+    ASSERT_TRUE((*document)->SetTitle(u"New 1"));
     FocusView();
     Editor().MoveCaret({1, 0});
     const ComReference<IAccessible> object(AskClassic());

@@ -83,7 +83,7 @@ TEST_F(TextPatternTest, WithoutMemoryAClientGetsTheWholeTextOrAnError) {
 
 TEST_F(TextPatternTest, TheElementIsADocument) {
     ShowText(u"one\ntwo");
-    (*document)->SetTitle(u"New 1");
+    ASSERT_TRUE((*document)->SetTitle(u"New 1"));
     ProviderOptions options = {};
     EXPECT_EQ(element->get_ProviderOptions(&options), S_OK);
     EXPECT_EQ(options, ProviderOptions_ServerSideProvider | ProviderOptions_UseComThreading);

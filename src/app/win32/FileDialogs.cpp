@@ -100,7 +100,8 @@ bool OfferedName(const Document& document, const WString& directory, WString& na
 class DirectoryKeeper {
 public:
     explicit DirectoryKeeper(const WString& current) : directory(current) {}
-    ~DirectoryKeeper() { Platform::SetCurrentDirectory(directory.Text()); }
+    // One that was removed meanwhile cannot be returned to.
+    ~DirectoryKeeper() { static_cast<void>(Platform::SetCurrentDirectory(directory.Text())); }
     DirectoryKeeper(const DirectoryKeeper&) = delete;
     DirectoryKeeper& operator=(const DirectoryKeeper&) = delete;
 

@@ -95,7 +95,7 @@ void PaneWindows::Close(Pane& pane) {
     ReleaseView(pane);
     const HWND doomed = static_cast<HWND>(pane.window);
     Pane* heir = nullptr;
-    layout.Close(&pane, heir);
+    static_cast<void>(layout.Close(&pane, heir)); // of several panes, so that it is taken out
     active = heir ? heir : layout.Head();
     ::DestroyWindow(doomed);
     Focus(*active);

@@ -39,8 +39,8 @@ bool SettingsStore::Load() {
     ini = file;
     path = static_cast<WString&&>(located);
     FileStamp stamp;
-    if (kind == Platform::Entry::File)
-        ReadStamp(path.Text(), stamp); // before the bytes: a later one would hide a change
+    // Before the bytes: a later one would hide a change. Without it the next save asks.
+    if (kind == Platform::Entry::File) static_cast<void>(ReadStamp(path.Text(), stamp));
     // What a malformed file held before its first bad line is used; there is no message until it is to be saved.
     const bool isRead = kind == Platform::Entry::Missing || ini->Load(path.Text());
     known = {!isRead && !ini->StoppedLine(), ini->StoppedLine(), stamp};

@@ -301,7 +301,7 @@ TEST_F(PaneDragTest, ASplitOrCloseEndsTheDrag) {
     EXPECT_EQ(layout.Head()->width, Half);
     layout.drag.Begin({512, 300}, {Size, Size});
     Pane* heir = nullptr;
-    layout.Close(PaneAt(layout, 2), heir);
+    ASSERT_TRUE(layout.Close(PaneAt(layout, 2), heir));
     layout.drag.MoveTo({300, 300}, {Size, Size});
     EXPECT_EQ(layout.Head()->width, Half);
 }

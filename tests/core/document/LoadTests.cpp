@@ -2,6 +2,7 @@
 #include "base/Journal.h"
 #include "core/document/AnsiPage.h"
 #include "document/FilePieces.h"
+#include "document/FileStamp.h"
 #include "document/TextDecode.h"
 #include "document/TextRecovery.h"
 #include "support/FailureInjection.h"
@@ -392,7 +393,9 @@ TEST(Load, AJournalOverAFileThatThePageRefusesGivesNoText) {
     subject.hasFile = subject.isOverFile = 1;
     subject.fileSize = 3;
     subject.value = Checksum().Value(); // of no text
-    ASSERT_TRUE(name.Assign(path.c_str()) && Platform::ReadTime(path.c_str(), subject.fileTime));
+    FileStamp stamp;
+    ASSERT_TRUE(name.Assign(path.c_str()) && ReadStamp(path.c_str(), stamp));
+    subject.fileTime = stamp.time;
     WString journalPath;
     {
         JournalFile journal;

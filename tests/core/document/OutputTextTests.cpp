@@ -83,7 +83,7 @@ TEST(OutputText, AnOutputDocumentTellsWhetherItsCommandRuns) {
 
 TEST(OutputText, EmptyingForgetsTextUndoAndMarks) {
     TextDocument document(u"one\ntwo\n");
-    document->SetTitle(u"Output");
+    ASSERT_TRUE(document->SetTitle(u"Output"));
     FakeView* view = FakeView::Create(*document);
     view->PutCaret(2, 0);
     view->Activate();

@@ -235,7 +235,7 @@ TEST(TextBuffer, TheEngineIsChosenByItsNameOrElseByThePath) {
     const IniFile noSettings;
     LoadEngineDefinitions(noSettings);
     TextDocument document;
-    document->SetPath(u"a.html");
+    ASSERT_TRUE(document->SetPath(u"a.html"));
     document->ResetSyntaxEngine();
     EXPECT_EQ(std::u16string(document->Engine()->BraceCharacters()), u"{}()[]<>");
     ASSERT_TRUE(document->SetEngineName(u"cpp"));
@@ -250,7 +250,7 @@ TEST(TextBuffer, TheEngineIsChosenByItsNameOrElseByThePath) {
 
 TEST(TextBuffer, TheSessionTextNamesFileCaretAndBookmarks) {
     TextDocument document(u"0\n1\n2\n3\n");
-    document->SetTitle(u"Notes");
+    ASSERT_TRUE(document->SetTitle(u"Notes"));
     EXPECT_EQ(SessionText(*document), u"e Notes\r\n");
     FakeView* view = FakeView::Create(*document);
     FakeView::Create(*document)->PutCaret(1, 0);
@@ -262,7 +262,7 @@ TEST(TextBuffer, TheSessionTextNamesFileCaretAndBookmarks) {
 
 TEST(TextBuffer, TheSessionTextIsAppended) {
     TextDocument document;
-    document->SetTitle(u"x");
+    ASSERT_TRUE(document->SetTitle(u"x"));
     WString text;
     ASSERT_TRUE(text.Assign(u"sessionfile\r\n"));
     EXPECT_TRUE(document->GetSessionText(text));

@@ -60,7 +60,7 @@ protected:
         result.encoding = text.encoding;
         result.style = text.style;
         file.Close();
-        Platform::RemoveFile(Path);
+        EXPECT_TRUE(Platform::RemoveFile(Path));
         return result;
     }
     void ExpectJournalOf(const TextDocument& document) {

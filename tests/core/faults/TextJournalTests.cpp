@@ -211,7 +211,7 @@ TEST_F(TextJournalTest, ALargeTextIsAChangeOfItsFile) {
     disk.Write(Target, bytes);
     ASSERT_NE(disk.TimeOf(Target), time);
     EXPECT_EQ(Recover(journal).state, RecoveryResult::Whole);
-    Platform::RemoveFile(Target);
+    EXPECT_TRUE(Platform::RemoveFile(Target));
     EXPECT_EQ(Recover(journal).state, RecoveryResult::FileUnreadable);
 }
 

@@ -148,7 +148,7 @@ struct SeveralViewsTest : EditorModelTest {
     std::string Reload(Random& random, EditorModel& model, TextHistory& history) {
         std::string text;
         for (uint32_t lines = random.Below(30); lines; --lines) text += std::string(random.Below(9), 'r') + "\n";
-        buffer().SetPath(folder.Write("file", text).c_str());
+        EXPECT_TRUE(buffer().SetPath(folder.Write("file", text).c_str()));
         EXPECT_TRUE(buffer().Reload());
         model.text.assign(text.begin(), text.end());
         history = TextHistory(model.text);
