@@ -67,8 +67,8 @@ constexpr KeyBinding<KeyPress> Bindings[] = {
     {u'Z', CtrlKey::Down, DoInDocument<DocumentCommand::Undo>},
 };
 
-// 1 to 6 on the keypad have the codes of the letters a to f, and have always counted as digits here, the
-// keypad's other digits not.
+// 1 to 6 on the keypad have the codes of the letters a to f, and count as digits, the keypad's other digits do
+// not: docs/oddities.md.
 bool IsDigitKey(uint32_t key) {
     return (key >= u'0' && key <= u'9') || (key >= u'A' && key <= u'F') || (key >= u'a' && key <= u'f');
 }

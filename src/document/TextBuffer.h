@@ -132,7 +132,7 @@ public:
     // the user goes on typing.
     void ViewAttached(TextDocumentView* view) { pipeline.SetActiveViewByFocus(view); }
     void ForgetView(DocumentView* view) override;
-    // Both open the caret line of the active view when it is among the lines.
+    // Both open the caret line of the active view when it is among the lines: docs/oddities.md.
     void RepaintAll();
     void RepaintLines(LineRange lines);
 

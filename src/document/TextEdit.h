@@ -11,7 +11,7 @@ struct EditTarget;
 struct ViewState : HeapObject {
     TextDocumentView* view = nullptr; // may be gone by now: used only while it is still a view of the document
     TextSelection before;
-    TextSelection after; // recorded only: TextEdit::MoveViews puts the caret at the change instead
+    TextSelection after; // recorded only (docs/oddities.md): TextEdit::MoveViews puts the caret at the change
     uint32_t topLineBefore = 0;
     uint32_t topLineAfter = 0;
     ViewState* next = nullptr;

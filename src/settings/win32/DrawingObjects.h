@@ -33,7 +33,7 @@ int SpaceWidth();   // unit of tab stops
 HBRUSH MarginBrush();
 HBRUSH BookmarkBrush();
 HBRUSH BackgroundBrush();
-HBRUSH SelectionBrush();
+HBRUSH SelectionBrush();        // without a use on purpose: docs/oddities.md
 constexpr int SpaceDotSize = 2; // pixels, in both directions
 // Of SpaceColor as it was when the font was last rebuilt or the dot refreshed.
 HBITMAP SpaceDot();

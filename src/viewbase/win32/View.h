@@ -44,7 +44,7 @@ public:
     virtual void ToggleBookmark(uint32_t line) = 0;
     virtual ~View() = default;
     // Selects the next match of the last search; false when there is none. The second argument is
-    // ignored.
+    // ignored: docs/oddities.md.
     virtual bool FindNext(bool backward, uint32_t ignored) = 0;
     // The messages of the window. Derived classes take theirs and pass on the others; here those of keys become the
     // operations below.
