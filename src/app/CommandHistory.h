@@ -19,7 +19,7 @@ public:
     const Char* Older();
     const Char* Newer();
     // Walks towards older entries, wrapping once, to the next that begins with the `count` characters
-    // of `prefix`, by case. Null when there is none or `count` is 0.
+    // of `prefix`, case-sensitively. Null when there is none or `count` is 0.
     const Char* FindPrefix(const Char* prefix, uint32_t count);
 
 private:

@@ -4,7 +4,7 @@
 #include "app/CommandLanguage.h"
 
 void CommandPrompt::Enter(CommandContext& frame, const Char* text, bool typed) {
-    // The command may put a text of its own into the window, which ends what is known of this one.
+    // The command may put a text of its own into the window, so this one is remembered first.
     const bool keep = typed || completed;
     completed = false;
     WString line;

@@ -26,5 +26,5 @@ private:
 
     CommandHistory history;
     CommandCompletion completion;
-    bool completed = false; // the present text came from a completion
+    bool completed = false; // the current text came from a completion
 };

@@ -57,7 +57,7 @@ public:
     Document* FindByName(const Char* fullPath) const;
     Document* FindOutput(const Char* title) const;
 
-    // "Untitled" and the present number, which CountUntitled uses up once the document was made.
+    // "Untitled" and the current number, which CountUntitled uses up once the document was made.
     [[nodiscard]] bool UntitledTitle(WString& title) const;
     void CountUntitled() { ++untitledNumber; }
 

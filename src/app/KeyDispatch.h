@@ -11,7 +11,7 @@ constexpr uint32_t Digit0 = 0x30;
 constexpr uint32_t Digit9 = 0x39;
 } // namespace FrameKey
 
-// A key message and what it meets.
+// A key message and the state that it arrives in.
 struct KeyPress {
     bool isDown = false; // neither: not a key message
     bool isUp = false;

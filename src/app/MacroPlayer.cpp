@@ -14,7 +14,7 @@ RepeatResult MacroPlayer::Repeat(uint32_t count) {
     if (macros.IsRecording()) return RepeatResult::IsRecording;
     if (!macros.FirstEvent()) return RepeatResult::IsEmpty;
     if (!macros.BeginPlayback()) return RepeatResult::IsPlaying;
-    // Before the macro as well: what it types first does not go on with what the user has typed.
+    // Before the macro as well: what it types first must not extend what the user has typed.
     const uint32_t start = StepSerial::Latest();
     stage.JoinSteps(start);
     SendTimes(count);

@@ -5,8 +5,8 @@
 class ScreenBatch;
 class UserPrompt;
 
-// Tells the user which files could not be opened: one at a time at once, those of a batch in one message at its end. Of
-// very many the first few are named and the rest counted.
+// Tells the user which files could not be opened: a single one immediately, those of a batch in one message at its end.
+// Of very many the first few are named and the rest counted.
 class OpenFailures {
 public:
     static constexpr uint32_t MaxNames = 10;
@@ -17,7 +17,7 @@ public:
 
     // Without memory a name is left out.
     void Report(const Char* path);
-    // To be called when a batch has ended.
+    // Call it when a batch has ended.
     void BatchEnded();
 
 private:

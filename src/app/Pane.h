@@ -25,7 +25,7 @@ struct Pane : HeapObject {
     uint32_t top = 0;
     uint32_t width = 0;
     uint32_t height = 0;
-    uint32_t dragEdges = 0; // PaneEdge bits: the edges that the present drag moves
+    uint32_t dragEdges = 0; // PaneEdge bits: the edges that the current drag moves
     Pane* next = nullptr;   // in order of creation
     Pane* previous = nullptr;
     bool isHeir = false; // while a neighbour is closed: takes over some of its area

@@ -58,7 +58,7 @@ void AppendResult(WString& out, const LeftJournals::Entry& entry, RecoveryResult
         format = u"%sThe journal of %s is damaged: the last changes in it are missing.";
         break;
     case RecoveryResult::FileChanged:
-        format = u"%s%s is not the file any more that was changed. The changes stay in %s; delete it if you do not "
+        format = u"%s%s has changed since it was edited. The changes stay in %s; delete it if you do not "
                  u"need them.";
         break;
     case RecoveryResult::FileUnreadable:

@@ -34,7 +34,7 @@ bool IsSessionFile(const CommandState& state, const Char* file) {
 
 enum class Permission { Given, Refused, Unknown };
 
-// Only the present session's own file is replaced without a question. Unknown without memory to find out or to ask.
+// Only the current session's own file is replaced without a question. Unknown without memory to find out or to ask.
 Permission MayReplace(CommandContext& frame, const Char* file) {
     if (IsSessionFile(frame.commands, file)) return Permission::Given;
     const Platform::Entry present = Platform::EntryKind(file);

@@ -10,5 +10,5 @@ class DocumentList;
 [[nodiscard]] bool BuildSessionText(const DocumentList& documents, WString& out);
 
 // Writes the session to `file` (a pair of quotes around it is dropped), asking before any other
-// existing file than the present session's is replaced. Reports failure itself.
+// existing file than the current session's is replaced. Reports failure itself.
 void SaveSession(CommandContext& frame, const Char* file);

@@ -19,9 +19,8 @@ bool WordQuestion(WString& question, const Char* path, const SettingsKnowledge& 
         return Text::AppendFormat(question, u"%s has been modified by another program.\nSave over it?", path);
     if (known.isUnreadable) return Text::AppendFormat(question, u"%s could not be read.\nSave over it?", path);
     if (!known.stoppedLine) return true;
-    return Text::AppendFormat(question,
-                              u"The reading of %s stopped in line %u.\nWhat follows would be lost. Save over it?", path,
-                              known.stoppedLine);
+    return Text::AppendFormat(question, u"Reading %s stopped at line %u.\nWhat follows would be lost. Save over it?",
+                              path, known.stoppedLine);
 }
 
 bool MayOverwrite(UserPrompt& user, const Char* path, const SettingsKnowledge& known) {

@@ -54,7 +54,7 @@ bool ToolRunner::Start(TextBuffer& output, const Char* line, const Char* directo
     WString text;
     if (Text::AppendFormat(text, u"%sFailed starting command: %s\n%s\n", inLine ? u"\n" : u"", line,
                            output.Output().Failure()))
-        static_cast<void>(output.AppendOutputText(text.Data())); // without memory it stays unsaid
+        static_cast<void>(output.AppendOutputText(text.Data())); // without memory there is no message
     return false;
 }
 

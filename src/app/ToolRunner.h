@@ -30,7 +30,7 @@ public:
 
     void Run(ToolRecord& tool);
     // Runs a command whose output is collected. Both texts may contain tool variables; an empty directory is
-    // the current one. False when the run was not started. Why is reported, but for a blank command; what
+    // the current one. False when the run was not started. Reports the reason unless the command is blank; what
     // the document shows of a run that is not over yet is left alone.
     bool RunCaptured(const Char* command, const Char* startDirectory);
     // Asks the command that runs into a document to close its windows. When it was asked before, the user is asked

@@ -76,7 +76,7 @@ void JournalFile::Discard() {
     // Another program may keep it from being removed: an empty one tells the next start nothing.
     static_cast<void>(file.Seek(0) && file.CutHere());
     file.Close();
-    static_cast<void>(Platform::RemoveFile(path.Text())); // what stays is offered at the next start
+    static_cast<void>(Platform::RemoveFile(path.Text())); // what stays is damaged
 }
 
 JournalReader::State JournalReader::ReadHeader() {

@@ -129,7 +129,7 @@ private:
     uint64_t size = 0;
     uint64_t at = 0; // the end of the last change that is good
     uint64_t chain = 0;
-    uint64_t left = 0; // bytes of the present change
+    uint64_t left = 0; // bytes of the current change
     Checksum sum;
     bool hasFailed = false;
 };

@@ -8,7 +8,7 @@
 
 namespace {
 
-// What tests put in the place of the system's.
+// What tests replace the system's by.
 struct TestHooks {
     uint64_t* clock = nullptr;
     const Char* recoveryFolder = nullptr;

@@ -76,7 +76,7 @@ public:
     // Has the system keep room for the first `length` bytes; the size of the file stays. False only when there
     // is no room: a file system that cannot promise any succeeds.
     [[nodiscard]] bool Reserve(uint64_t length);
-    // Ends the file at the present place. One that others have mapped into memory is tried again for about a second.
+    // Ends the file at the current position. One that others have mapped into memory is tried again for about a second.
     [[nodiscard]] bool CutHere();
 
 private:

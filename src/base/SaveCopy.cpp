@@ -62,7 +62,7 @@ void SaveCopy::Discard() {
     // Another program may keep it from being removed: an empty one tells the next start nothing.
     static_cast<void>(file.Seek(0) && file.CutHere());
     file.Close();
-    static_cast<void>(Platform::RemoveFile(path.Text())); // what stays is looked at at the next start
+    static_cast<void>(Platform::RemoveFile(path.Text())); // what stays is damaged
 }
 
 SaveCopyState ReadSaveCopy(Platform::File& copy, SaveCopyContent& content) {

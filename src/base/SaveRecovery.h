@@ -20,12 +20,12 @@ public:
     // Finds the copies whose file does not hold their bytes, and puts those into files that the user can open, in the
     // recovery folder. Removes the other copies: nobody needs them. What cannot be read now is left for the next time.
     // Looks for no more once MaxFound are found: a message box leaves lines out when there are many, and what it leaves
-    // out would be forgotten untold.
+    // out would never be reported.
     void Look(RecoveryFolder& folder);
     bool IsEmpty() const { return found.IsEmpty(); }
     // Appends what the user is to know, for all that was found. False without memory.
     [[nodiscard]] bool AppendMessage(WString& out) const;
-    // The user knows: the next start does not tell it again. The files with the bytes stay.
+    // The user knows: the next start does not report it again. The files with the bytes stay.
     void Forget();
 
 private:

@@ -16,7 +16,7 @@ bool Search(HexEditor& editor, bool backward, ByteHit& hit) {
         LongOperation progress(editor.Surface());
         if (document.FindBytes(findState.searchHistory.Newest(), query, hit, &progress)) return true;
     }
-    // It must not be reported as not found.
+    // An unreadable file must not count as "not found".
     if (document.SearchFailed()) {
         findState.cancelled = true;
         HostCalls::ShowStatus(editor.Surface(), u"Failed reading the file");

@@ -17,7 +17,7 @@ namespace {
 constexpr size_t Stretch = 4096;
 // How far from the end of a piece a border is looked for.
 constexpr size_t NearEnd = 64;
-// Room for so many characters more than the file so far lets expect.
+// Spare characters beyond the estimate so far.
 constexpr size_t SpareCharacters = size_t{1} << 19;
 
 // The text may be cut after such a byte: no character of several bytes begins with it, and no CR LF.

@@ -5,7 +5,7 @@
 #include "document/DecodedText.h"
 #include "document/FilePieces.h"
 
-// Decodes a file in the ANSI page or in UTF-8, piece by piece, into a text that grows as the file turns out.
+// Decodes a file in the ANSI page or in UTF-8, piece by piece, into a text that grows as needed.
 class ByteDecoder {
 public:
     // `source` is at the first byte after the signature of `target.encoding`; both must outlive this. Without

@@ -6,7 +6,7 @@
 class ChangedSpan {
 public:
     bool IsEmpty() const { return isEmpty; }
-    // The moment is now.
+    // Compares with the state as of now.
     void Clear() { isEmpty = true; }
 
     // Takes in the change that has just made the text `length` characters long.

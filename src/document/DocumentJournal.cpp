@@ -28,7 +28,7 @@ void DocumentJournal::Discard() {
 
 void DocumentJournal::CountEdit() {
     if (!IsKept() || ++edits < MaxEdits) return;
-    // What a command prints is no change of the user's.
+    // What a command prints is not a change by the user.
     if (owner.IsModified())
         Write();
     else

@@ -16,7 +16,7 @@ public:
     DocumentJournal(const DocumentJournal&) = delete;
     DocumentJournal& operator=(const DocumentJournal&) = delete;
 
-    // To be called at least every two seconds: writes what is not written yet and has the system put it onto the disk;
+    // Call it at least every two seconds: writes what is not written yet and has the system put it onto the disk;
     // removes the journal of a document that is not modified any more. False when a modified document has no complete
     // journal; it is tried again later.
     bool Flush();
@@ -39,14 +39,14 @@ protected:
     void RetryNext() { retryAt = 0; }
     // Nothing more can be appended to the file: the next time another one is made.
     void MakeAgainNext() { isIncomplete = true; }
-    // To be told of all that goes into the file.
+    // Call it after everything that goes into the file.
     void Written(bool isGood);
 
     // Makes the file with its header and all that the document is now.
     [[nodiscard]] virtual bool WriteAll(JournalFile& made) = 0;
     // Appends what is not in the file yet.
     [[nodiscard]] virtual bool WriteRest(JournalFile& journal) = 0;
-    // Whether what is in the file can be made use of still.
+    // Whether what is in the file is still usable.
     virtual bool IsStillGood() const { return true; }
     // About as many bytes as WriteAll writes.
     virtual uint64_t WholeSize() const = 0;

@@ -10,7 +10,7 @@ public:
     // `slowDrives` learns how drives answer.
     explicit FileTimeCheck(SlowDrives& slowDrives) : drives(slowDrives) {}
 
-    // The file was loaded or saved and was so then.
+    // The file's stamp when it was loaded or saved.
     void Take(const FileStamp& stamp) {
         known = stamp;
         accepted = stamp.time;
@@ -20,14 +20,14 @@ public:
     bool IsWrittenLater(const Char* path);
     // Whether it differs, in time or size, from what was last taken or accepted. As IsWrittenLater otherwise.
     bool IsAnother(const Char* path);
-    // Accepts what was written until now; where the drive has just answered slowly, until then.
+    // Accepts what was written until now, or until the last check if the drive was slow to answer.
     void AcceptUntilNow(const Char* path);
 
 private:
     bool Ask(const Char* path);
 
     SlowDrives& drives;
-    FileStamp known; // taken or accepted: that it is so now is nothing new to the user
+    FileStamp known; // the state of the file that the user knows about
     FileStamp seen;  // when the drive was last asked; no time: it could not be read
     Platform::FileTime accepted = 0;
 };

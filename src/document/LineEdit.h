@@ -27,7 +27,7 @@ public:
     // Whether a character typed at `atColumn` extends this pending record: the same word, or the same gap between
     // words.
     bool Continues(Char typed, uint32_t atColumn) const;
-    // For so many characters. Only this can fail, without memory.
+    // For `count` characters. Only this can fail, without memory.
     [[nodiscard]] bool MakeRoom(uint32_t characters) { return text.Reserve(text.Length() + characters); }
     void Extend(Char character);
     // From now on nothing continues the record.

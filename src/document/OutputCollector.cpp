@@ -50,7 +50,7 @@ bool OutputCollector::Open() {
     if (!run.readBuffer || !CommandProcess::OpenOutput(run)) return false;
     // The file itself takes no room; the command would just be unable to print.
     if (!Platform::FileCallShouldFail() && HasRoom()) return true;
-    static_cast<void>(run.failure.Assign(CommandProcess::Failure::NoRoom)); // without memory it stays unsaid
+    static_cast<void>(run.failure.Assign(CommandProcess::Failure::NoRoom)); // without memory there is no message
     return false;
 }
 
@@ -74,7 +74,7 @@ bool OutputCollector::Poll() {
     if (!run.hasEnded || readsOn) return false;
     // Nothing is lost to a failure that passes; one that lasts does not keep the run for ever.
     if (result == Appending::Failed && ++run.failedEnds < MaxFailedEnds) return false;
-    // A character that was left for its rest to come does not get any.
+    // The rest of a truncated character will never arrive.
     // Nobody could do anything about its failing.
     if (run.size - run.consumed < MaxCharacterBytes) static_cast<void>(AppendFromFile(run.size - run.consumed, true));
     if (!HasRoom()) AppendNote(u"The disk is full: output of the command may be missing.\n");
@@ -121,7 +121,7 @@ bool OutputCollector::AppendChunk(uint32_t count, bool isRest) {
     return converted;
 }
 
-// On a line of its own. Without memory it stays unsaid.
+// On a line of its own. Without memory there is no message.
 void OutputCollector::AppendNote(const Char* note) {
     const uint32_t count = Text::Length(note);
     if (!store.EnsureCapacity(uint64_t{store.Length()} + count + 1)) return;

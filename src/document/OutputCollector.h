@@ -18,7 +18,7 @@ public:
     bool IsRunning() const { return run.process != nullptr; }
 
     // Makes the file for the output and settles its code page, the one that is set; then starts a command (null for
-    // none) under the command interpreter. Here and there what was opened before a failure stays for Close.
+    // none) under the command interpreter. After a failure of either, Close releases what was opened.
     [[nodiscard]] bool Open();
     [[nodiscard]] bool Start(const Char* command, const Char* directory);
     // Why the last start failed, for the user.

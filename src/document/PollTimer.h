@@ -4,7 +4,7 @@
 
 class TextBuffer;
 
-// What has PollOutput called on the documents that commands run into; made by whoever has a message loop.
+// Calls PollOutput on the documents that commands run into; made by whoever has a message loop.
 class PollTimer {
 public:
     // From now on every `milliseconds`, which replaces what was set for the document before. False leaves

@@ -11,7 +11,7 @@
 #include "document/TextContent.h"
 #include "document/TextServices.h"
 
-// The text document: reading is TextContent's, the way of an edit is EditPipeline's, and what commands print comes
+// The text document: TextContent reads, EditPipeline edits, and what commands print comes
 // from the OutputCollector. Here is what its views have typed, and what is done to the document as a whole.
 //
 // Whoever makes one adds a reference and has it make its content (MakeEmpty, MakeNew, Load or TakeRecovered); it lives
@@ -54,7 +54,7 @@ public:
 
     // Making and replacing the content. Each leaves the document consistent on failure: empty and without a store.
     //
-    // With `asNew` it is a new document of the user's, in no file yet, and gets the line ends of new files.
+    // With `asNew` it is a new untitled document, in no file yet, and gets the line ends of new files.
     [[nodiscard]] bool MakeEmpty(bool asNew = false);
     [[nodiscard]] bool MakeNew(const Char* name);
     // With `createNew` a new, empty document of that name, else the file's content.
@@ -96,7 +96,7 @@ public:
     // end are the end.
     [[nodiscard]] bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
     [[nodiscard]] bool DeleteText(TextRange range);
-    // Puts `inserted` in the place of each of `ranges`, which it takes over, as one step in one pass over
+    // Replaces each of `ranges` by `inserted`; which it takes over, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
     [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
 

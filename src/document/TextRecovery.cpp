@@ -17,7 +17,7 @@ public:
     GapText(const GapText&) = delete;
     GapText& operator=(const GapText&) = delete;
 
-    // Takes the text over, with room for so many characters more. False without memory.
+    // Takes the text over, with room for `more` characters. False without memory.
     bool Take(DecodedText& text, uint64_t room) {
         const uint64_t wanted = uint64_t{text.length} + room + 1;
         void* const grown = Heap::Resize(text.text, text.capacity * sizeof(Char), wanted * sizeof(Char));

@@ -29,7 +29,7 @@ public:
     void JoinSteps(uint32_t after);
     // Frees what could be redone.
     void ForgetRedo() { Free(redoHead); }
-    // The latest record, undone, becomes the first that can be redone; and the other way round.
+    // The latest record, undone, becomes the first that can be redone, or vice versa.
     void MoveHead(bool undone);
     // The pending changes at the head of every list are in the store now.
     void MarkCommitted();

@@ -24,7 +24,7 @@ public:
     // The line, counted from 1, of what has ended the last Load or Parse early; 0 when it came to the end.
     uint32_t StoppedLine() const { return stoppedLine; }
     // Writes the whole model over the file, UTF-8 without a byte-order mark, CR LF, as SafeSaver does; what it
-    // replaces is kept. The file is not touched while another program has it open, be it to read.
+    // replaces is kept. The file is not touched while another program has it open, even for reading.
     [[nodiscard]] bool Save(SafeSaver& saver, const Char* path) const;
     // Appends to `out` the text that Save encodes. False without memory, with `out` as it was.
     [[nodiscard]] bool Serialise(WString& out) const;

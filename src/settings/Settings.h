@@ -10,7 +10,7 @@ class IniFile;
 // Nothing validates a cell: it holds what was written, so 0 and 4294967295 are ordinary values of
 // every number. Readers guard themselves: the views with viewbase/ViewMetrics.h, FontHeight for the font.
 //
-// A cell is called as its key in the file, also where that is spelt in another way: docs/oddities.md.
+// A cell has the name of its key in the file, odd spellings included: docs/oddities.md.
 struct SettingsRecord {
     uint32_t ReplaceTabs = 0, SpacesPerTab = 0, ShowWhitespace = 0, PasteKeepSelection = 0, ColumnGuide = 0;
     uint32_t IndentGuide = 0;
@@ -51,7 +51,7 @@ extern LiveSettings settings;
 enum class SettingType : uint32_t { Int = 0, Colour = 1, String = 2 };
 #pragma GCC diagnostic pop
 
-// What of the drawing has to be made again when a cell has changed; the windowed half does it.
+// What of the drawing has to be rebuilt when a cell has changed; the windowed half does it.
 enum class DrawingResource : uint32_t { Font, MarginBrush, BookmarkBrush, BackgroundBrush, SelectionBrush };
 
 // One cell of any record: the member of the row's type, the other is null.
@@ -90,7 +90,7 @@ class SettingsChanges {
 public:
     void Add(uint32_t row);
     bool Holds(uint32_t row) const;
-    // Whether a colour is among them, so that whatever keeps colours of its own has to be made again.
+    // Whether a colour is among them, so that whatever keeps colours of its own has to be rebuilt.
     bool HoldsColour() const;
 
 private:

@@ -12,11 +12,11 @@ struct SystemColours {
     Colour link = 0;
 };
 
-// The live record holds these in the place of the user's colours as long as all of those are the defaults: somebody who
+// The live record holds these instead of the user's colours as long as all of those are the defaults: somebody who
 // has set a colour wants to see it. The record alone changes; what is stored is the user's (OwnColours), as is all that
 // is read from a file.
 
-// Has them shown, or, when `colours` is null, the user's own again. To be called whenever the system's or the user's
+// Shows them, or, when `colours` is null, the user's own again. Call it whenever the system's or the user's
 // colours have changed. Runs the handlers of what has changed, and returns it.
 SettingsChanges ShowSystemColours(const SystemColours* colours);
 
@@ -32,5 +32,5 @@ private:
     const SettingsRecord shown;
 };
 
-// Whether light text is read on it more easily than dark text.
+// Whether light text is easier to read on it than dark text.
 bool IsDark(Colour background);

@@ -11,7 +11,7 @@ constexpr uint8_t Digit = 4;
 constexpr uint8_t Quote = 8;
 constexpr uint8_t Marker = 16;  // a comment start or the end marker may begin with it
 constexpr uint8_t Keyword = 32; // a keyword may begin with it
-// What is no matter of keywords alone, and all that makes a character worth a look.
+// Flags other than those of keywords, and all that make a character worth a look.
 constexpr uint8_t NotKeyword = Digit | Quote | Marker;
 constexpr uint8_t Special = NotKeyword | Keyword;
 } // namespace CharFlag

@@ -44,7 +44,7 @@ bool EditorFind::FindNext(TextEditor& editor, bool backward) {
     HostCalls::ShowStatus(surface, nullptr);
     SearchHit hit;
     bool success = false;
-    // A NUL ends what is compared, and a text never holds one: such a pattern is nowhere.
+    // A NUL ends what is compared, and a text never holds one: so such a pattern never matches.
     const WString& wanted = findState.searchText;
     const bool searchable = !wanted.IsEmpty() && Text::Length(wanted.Text()) == wanted.Length();
     {

@@ -30,7 +30,7 @@ private:
     List<Entry> entries;
 };
 
-// A range that follows the edits of its text for as long as it is there.
+// A range that follows the edits of its text while it exists.
 class HeldRange : private HeldRanges::Entry {
 public:
     HeldRange(HeldRanges& all, const AccessibleRange& covered) {

@@ -84,7 +84,7 @@ public:
     void OpenCaretLine();
     // Scrolls the caret line into view. To be called before it is edited: in the middle of a change it is too late.
     void PrepareEdit();
-    // To be called after an edit of the caret line that leaves the caret where it is: as MoveCaret, but in the line
+    // Call it after an edit of the caret line that leaves the caret where it is: as MoveCaret, but in the line
     // that is open.
     void PlaceAfterEdit(uint32_t column);
 

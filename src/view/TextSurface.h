@@ -14,7 +14,7 @@ public:
     virtual void ScrollPicture(int32_t pixels) = 0;
     // Paints at once what is invalid.
     virtual void UpdateNow() = 0;
-    // Destroys the caret: it is left of the text area.
+    // Destroys the caret: it is to the left of the text area.
     virtual void HideCaret() = 0;
     // A modal dialog; it works on the editor and on `findState`.
     virtual void ShowReplaceDialog(bool multiLineSelection) = 0;

@@ -50,7 +50,7 @@ public:
 
     // Where the caret is, from the start of its line.
     int64_t CaretX(const TextCaret& caret);
-    // Shows the window's caret there, or hides it when it is left of the text area.
+    // Shows the window's caret there, or hides it when it is to the left of the text area.
     void ShowCaret(const TextCaret& caret, int64_t caretX);
     // Where a click there puts the caret: at the nearer end of a character. The line is not clamped to the document.
     TextPosition PositionAt(ClientPoint point) const;

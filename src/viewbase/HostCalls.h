@@ -13,9 +13,9 @@ void ShowStatus(const EditorSurface& surface, const Char* text);
 // A message box with a warning, in front of what is active.
 void Warn(const EditorSurface& surface, const Char* text);
 void DocumentChanged(const EditorSurface& surface, Document* document);
-// A search found nothing: a macro that is being played does not go on without its match.
+// A search found nothing: a macro that is being played stops without its match.
 void SearchFailed(const EditorSurface& surface);
-// A search has found what is selected now. To be called after selecting it, which clears the message field.
+// A search has found what is selected now. Call it after selecting it, which clears the message field.
 void SearchSucceeded(const EditorSurface& surface, bool wrapped);
 
 } // namespace HostCalls

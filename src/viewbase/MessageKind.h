@@ -8,5 +8,5 @@ enum class MessageKind {
     YesNoCancel, // question icon
 };
 
-// What the user answered; closing a box without a Cancel button counts as what its only or harmless button says.
+// What the user answered; closing a box without a Cancel button counts as its only, or its safe, button.
 enum class Answer { Ok, Yes, No, Cancel };

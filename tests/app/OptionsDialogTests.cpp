@@ -293,7 +293,7 @@ TEST_F(OptionsDialogTest, AFileThatWasNotUnderstoodIsAskedAboutUntilItWasRead) {
     ASSERT_TRUE(OpenFiles({L"a.txt"}));
     Open();
     ASSERT_TRUE(window::PressButton(dialog, L"OK"));
-    ASSERT_TRUE(editor.Answer(L"The reading of " + files::SettingsPath() +
+    ASSERT_TRUE(editor.Answer(L"Reading " + files::SettingsPath() +
                                   L" stopped in line 3.\nWhat follows would be lost. Save over it?",
                               L"No"));
     ASSERT_TRUE(WaitUntilSaved());

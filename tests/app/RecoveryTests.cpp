@@ -142,7 +142,7 @@ TEST_F(RecoveryTest, AfterACrashTheUserIsToldWhereTheChangesAre) {
     CloseHandle(CreateRemoteThread(process, nullptr, 0, nowhere, nullptr, 0, nullptr));
     CloseHandle(process);
     const std::wstring folder = files::RecoveryPath() + L"\\Journals";
-    ASSERT_TRUE(editor.Answer(L"Orvane has come upon an error and has to end.\nWhat was not saved is in " + folder +
+    ASSERT_TRUE(editor.Answer(L"Orvane has encountered an error and must close.\nWhat was not saved is in " + folder +
                                   L". The next start offers it.\nWhat happened is described in " + folder +
                                   L"\\Orvane.dmp.",
                               L"OK"));

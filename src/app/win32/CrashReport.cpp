@@ -41,7 +41,7 @@ bool CrashReport::Prepare(RecoveryFolder& recovery) {
     return FillFromSystem(library, systemFolder) && Path::Join(library, u"dbghelp.dll") &&
            recovery.GetPath(JournalFolder, folder) && dump.Assign(folder) && Path::Join(dump, u"Orvane.dmp") &&
            Text::AppendFormat(told,
-                              u"Orvane has come upon an error and has to end.\n"
+                              u"Orvane has encountered an error and must close.\n"
                               u"What was not saved is in %s. The next start offers it.",
                               folder.Text()) &&
            Text::AppendFormat(toldWithDump, u"%s\nWhat happened is described in %s.", told.Text(), dump.Text());

@@ -6,7 +6,7 @@
 // Contrast it is the system's.
 class TitleBar {
 public:
-    // To be called when the window was made and whenever the colours have changed.
+    // Call it when the window was made and whenever the colours have changed.
     void Follow(HWND window);
 
 private:

@@ -150,7 +150,7 @@ public:
         if (block) GlobalFree(block);
     }
     HGLOBAL Get() const { return block; }
-    // To be called when the clipboard has accepted it.
+    // Call it when the clipboard has accepted it.
     void GiveAway() { block = nullptr; }
 
 private:
@@ -237,7 +237,7 @@ private:
     UINT_PTR identifier = 0;
 };
 
-// Why the session should not end now: the system tells whoever signs out, as long as it is there.
+// Why the session should not end now: the system tells whoever signs out, while it exists.
 class ShutdownReason : Guard {
 public:
     ~ShutdownReason() { Set(nullptr, nullptr); }

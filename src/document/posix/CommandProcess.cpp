@@ -17,7 +17,7 @@
 
 namespace {
 
-// Answers false; without memory there is no reason to tell.
+// Returns false; without memory no reason is recorded.
 bool Fail(OutputRun& run, const Char* what) {
     static_cast<void>(Text::AppendFormat(run.failure, u"%s.", what));
     return false;

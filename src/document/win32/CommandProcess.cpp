@@ -16,7 +16,7 @@ constexpr uint32_t MaxTries = 500;
 
 HANDLE AsHandle(intptr_t value) { return reinterpret_cast<HANDLE>(value); }
 
-// Answers false; what failed is told with the system's words for its error.
+// Returns false and records the system's message for the error.
 bool Fail(OutputRun& run, const Char* what, DWORD error) {
     wchar_t words[512] = {};
     DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, words,

@@ -76,7 +76,7 @@ void ApplyText(HWND page, int control, SettingText& cell) {
 
 int CALLBACK AddFace(const LOGFONTW* font, const TEXTMETRICW*, DWORD, LPARAM combo) {
     const HWND list = reinterpret_cast<HWND>(combo);
-    // With an @ the face is the one for vertical text, its letters lying on their backs.
+    // With an @ the face is the one for vertical text, with rotated letters.
     if ((font->lfPitchAndFamily & 3) != FIXED_PITCH || font->lfFaceName[0] == L'@') return 1;
     const LPARAM face = reinterpret_cast<LPARAM>(font->lfFaceName);
     const WPARAM fromStart = static_cast<WPARAM>(-1);

@@ -35,11 +35,11 @@ public:
     // Whether the library is loaded, by whomever in the process: then GetAutomation loads nothing.
     static bool IsAutomationLoaded();
 
-    // For clients, which free them; null without memory. To be called once one of the above was there.
+    // For clients, which free them; null without memory. Call them once one of the above was there.
     BSTR MakeText(const Char* text, uint32_t length) const; // to be filled by the caller when `text` is null
     BSTR MakeText(const WString& text) const { return MakeText(text.Text(), text.Length()); }
     void FreeText(BSTR text) const { variants.freeText(text); }
-    uint32_t LengthOf(BSTR text) const { return variants.lengthOf(text); } // in characters; NULs are some
+    uint32_t LengthOf(BSTR text) const { return variants.lengthOf(text); } // in characters, NULs included
     // Of `count` items of VT_UNKNOWN or VT_R8; `items` is where they are to be written.
     SAFEARRAY* MakeArray(VARTYPE type, ULONG count, void*& items) const;
 

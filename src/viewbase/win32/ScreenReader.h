@@ -17,7 +17,7 @@ public:
     explicit ScreenReader(AccessibleWindow& accessibleWindow) : source(accessibleWindow) {}
     ~ScreenReader() { Leave(); }
 
-    // WM_GETOBJECT: the answer, or 0 when it is the system's to answer, as it is when OLE is not there.
+    // WM_GETOBJECT: the answer, or 0 to let the system answer, as without OLE.
     LRESULT Answer(HWND window, WPARAM wparam, LPARAM lparam);
     // The window shows the view from now on, without a change of the focus, which it had already. Told to whoever
     // listens for the focus.

@@ -63,7 +63,7 @@ uint32_t View::SetHost(ViewHost* newHost) {
 
 Document* View::Attach(HWND newWindow) {
     window = newWindow;
-    // The view first and then the procedure, which looks for it there; Detach goes the other way.
+    // The view first and then the procedure, which looks for it there; Detach reverses the order.
     previousUserData = SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     previousProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ViewWindowProc)));

@@ -68,7 +68,7 @@ protected:
     ViewHost* host = nullptr;
     bool focused = false;         // between WM_SETFOCUS and WM_KILLFOCUS: asking the system costs more
     HCURSOR beamCursor = nullptr; // loaded on the first resize
-    BackBuffer backBuffer;        // one line high, made again on every resize
+    BackBuffer backBuffer;        // one line high, rebuilt on every resize
 
     void LoadBeamCursor();
     // Puts the system caret at a client point, making it as high as a line of that font when there is none; only

@@ -21,11 +21,11 @@ protected:
     ~AccessibleWindow() = default;
 };
 
-// What UI Automation gets to know of a view's window: an element with a name, a value and perhaps a text. It is also
+// What UI Automation sees of a view's window: an element with a name, a value and perhaps a text. It is also
 // the link that all other objects for clients hold to the view. A client may keep them longer than there is a window:
 // the view cuts the link (Cut), and whatever is called from then on answers that the element is not available.
 //
-// Every call comes on the thread of the window, here and in all objects that are had from here. The element asks for it
+// Every call comes on the thread of the window, here and in all objects obtained from it. The element asks for it
 // (ProviderOptions_UseComThreading), and the thread is a single-threaded apartment: ScreenReader enters it
 // (AccessibleWindow::UseOle) before it makes the first object. Nothing is locked.
 class ViewProvider final : public ComObject<IRawElementProviderSimple> {

@@ -39,7 +39,7 @@ TEST_F(SettingsSavingTest, TheLineThatStoppedTheReadingIsNamedOnce) {
     Save();
     ASSERT_EQ(user.questions.size(), 1u);
     EXPECT_EQ(user.questions[0].text,
-              u"The reading of " + path + u" stopped in line 7.\nWhat follows would be lost. Save over it?");
+              u"Reading " + path + u" stopped at line 7.\nWhat follows would be lost. Save over it?");
     EXPECT_EQ(user.questions[0].kind, MessageKind::YesNo);
     EXPECT_EQ(folder.Read("orvane.ini"), "the old file");
     Save();

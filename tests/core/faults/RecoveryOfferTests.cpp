@@ -276,9 +276,8 @@ TEST_F(RecoveryOfferTest, ChangesOfAFileThatIsAnotherOneStay) {
     disk.Write(Target, "b" + bytes.substr(1));
     StartEditor();
     ASSERT_EQ(user.questions.size(), 2u);
-    EXPECT_EQ(user.questions[1].text,
-              u"S:\\work\\file.txt is not the file any more that was changed. The changes stay in " + path +
-                  u"; delete it if you do not need them.");
+    EXPECT_EQ(user.questions[1].text, u"S:\\work\\file.txt has changed since it was edited. The changes stay in " +
+                                          path + u"; delete it if you do not need them.");
     EXPECT_EQ(documents.Count(), 0u);
     EXPECT_TRUE(disk.Has(path));
 }
