@@ -2,7 +2,7 @@
 
 #include "binary/HexDocumentView.h"
 #include "document/TextServices.h"
-#include "support/TestRecovery.h"
+#include "TestRecovery.h"
 
 // What the documents of all tests of a program share. Fakes put their views in.
 inline TextServices textServices{recoveryServices, nullptr, nullptr, {}};
