@@ -5,6 +5,16 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+// In the middle of the operation: the frame may not edit either.
+void TellModified(DocumentBase& document, ViewNotifier& notifier) {
+    const ViewNotifier::Notifying telling(notifier);
+    document.NotifyModified();
+}
+
+} // namespace
+
 void EditPipeline::SetActiveViewByFocus(TextDocumentView* view) {
     activeView = view;
     for (TextDocumentView* each : target.views) {
@@ -48,7 +58,7 @@ bool EditPipeline::Perform(UndoRecord* record) {
     }
     history.Push(record);
     Notify(*record, false);
-    document.NotifyModified();
+    TellModified(document, notifier);
     return true;
 }
 
@@ -98,7 +108,7 @@ bool EditPipeline::Step(bool undoing) {
         Notify(*record, undoing);
         if (depth == 0) break; // at once after a record outside of groups
     }
-    document.NotifyModified();
+    TellModified(document, notifier);
     return true;
 }
 
@@ -122,7 +132,7 @@ void EditPipeline::AbandonGroup() {
         delete record;
     }
     history.GroupAbandoned();
-    document.NotifyModified();
+    TellModified(document, notifier);
 }
 
 void EditPipeline::Notify(UndoRecord& record, bool undone) {

@@ -104,7 +104,10 @@ public:
     TextSelection Selection() const override { return {anchor, caret}; }
     uint32_t TopLine() const override { return topLine; }
     void RefreshStatus() override { ++statusRefreshes; }
-    void DocumentChanged(Document*) override { ++documentChanges; }
+    void DocumentChanged(Document*) override {
+        onModified();
+        ++documentChanges;
+    }
     void RunStateChanged(Document*, bool running) override { runStates.push_back(running); }
     View* AsView() override { return nullptr; }
     void Destroy() override {
@@ -116,6 +119,7 @@ public:
     bool focus = false;
     std::function<void()> onMoved = [] {};     // called whenever an edit moves the caret
     std::function<void()> onForgotten = [] {}; // called whenever what is remembered does not hold any more
+    std::function<void()> onModified = [] {};  // called whenever the frame is told that the document may be modified
     // Calls since ForgetCalls.
     int invalidations = 0;
     int lineCountChanges = 0;

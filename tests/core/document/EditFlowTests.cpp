@@ -138,6 +138,18 @@ TEST_F(EditFlowTest, NothingMayEditWhileTheViewsAreNotified) {
     EXPECT_DEATH(static_cast<void>(document->InsertText(0, u"x", 1)), "IsNotifying");
 }
 
+TEST_F(EditFlowTest, NorWhileTheFrameIsToldThatTheDocumentIsModified) {
+    const auto edit = [this] { static_cast<void>(document->InsertText(0, u"y", 1)); };
+    view->onModified = edit;
+    EXPECT_DEATH(static_cast<void>(document->InsertText(0, u"x", 1)), "IsNotifying");
+    view->onModified = [] {};
+    ASSERT_TRUE(document->InsertText(0, u"x", 1));
+    view->onModified = edit;
+    EXPECT_DEATH(static_cast<void>(document->Undo()), "IsNotifying");
+    ASSERT_TRUE(document->BeginGroup());
+    EXPECT_DEATH(document->AbandonGroup(), "IsNotifying");
+}
+
 TEST_F(EditFlowTest, NorWhileTheyAreNotifiedOfWhatIsNoEdit) {
     EXPECT_TRUE(document->TypeChar(view, u'x', 0, true, false));
     view->onForgotten = [this] { static_cast<void>(document->LoadEditLine(1)); };
