@@ -39,9 +39,9 @@ BOOL WINAPI TellStandardInfo(HANDLE, FILE_INFO_BY_HANDLE_CLASS, LPVOID info, DWO
     return TRUE;
 }
 
-class Replaced : public ReplacedImport {
+class ReplacedCalls : public ReplacedImport {
 public:
-    Replaced(const char* name, void* function) : ReplacedImport(name, function) {
+    ReplacedCalls(const char* name, void* function) : ReplacedImport(name, function) {
         EXPECT_TRUE(IsImported()) << name;
         systemFunction = Original();
     }
@@ -92,7 +92,7 @@ protected:
 
 TEST_F(HexSaveTest, AWriteThatFailsOnTheThirdPageIsReportedAndTheNextSaveWritesAll) {
     {
-        const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
+        const ReplacedCalls full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
         writesUntilFailure = 3;
         EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
     }
@@ -109,7 +109,7 @@ TEST_F(HexSaveTest, AWriteThatFailsOnTheThirdPageIsReportedAndTheNextSaveWritesA
 
 TEST_F(HexSaveTest, UndoneAltogetherAHalfWrittenFileIsStillModified) {
     {
-        const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
+        const ReplacedCalls full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
         writesUntilFailure = 3;
         EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
     }
@@ -122,7 +122,7 @@ TEST_F(HexSaveTest, UndoneAltogetherAHalfWrittenFileIsStillModified) {
 
 TEST_F(HexSaveTest, BytesThatDoNotReachTheDiskAreNotSaved) {
     {
-        const Replaced broken("FlushFileBuffers", reinterpret_cast<void*>(FailToFlush));
+        const ReplacedCalls broken("FlushFileBuffers", reinterpret_cast<void*>(FailToFlush));
         EXPECT_EQ(MessagesOf(IDM_SAVE), NotSaved());
     }
     ExpectUnsaved();
@@ -131,7 +131,7 @@ TEST_F(HexSaveTest, BytesThatDoNotReachTheDiskAreNotSaved) {
 
 TEST_F(HexSaveTest, AFileThatWasDeletedIsNotWritten) {
     for (const bool pending : {false, true}) { // gone already, or with its last user
-        const Replaced deleted("GetFileInformationByHandleEx", reinterpret_cast<void*>(TellStandardInfo));
+        const ReplacedCalls deleted("GetFileInformationByHandleEx", reinterpret_cast<void*>(TellStandardInfo));
         standardInfo = {};
         standardInfo.DeletePending = pending;
         standardInfo.NumberOfLinks = pending;
@@ -147,7 +147,7 @@ TEST_F(HexSaveTest, SavingAllGoesOnAfterAFileThatFails) {
     ASSERT_TRUE(OpenFileArgument(main->Commands(), other.c_str(), NoLine, false, false));
     Type(L"more ");
     {
-        const Replaced full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
+        const ReplacedCalls full("WriteFile", reinterpret_cast<void*>(FailOneWrite));
         writesUntilFailure = 3;
         EXPECT_EQ(MessagesOf(IDM_SAVE_ALL), NotSaved());
     }
@@ -158,7 +158,7 @@ TEST_F(HexSaveTest, SavingAllGoesOnAfterAFileThatFails) {
 TEST_F(HexFileTest, AFileThatMayOnlyBeReadIsShownAndNeverWritten) {
     const std::string content = "0123456789";
     {
-        const Replaced refused("CreateFileW", reinterpret_cast<void*>(Refuse));
+        const ReplacedCalls refused("CreateFileW", reinterpret_cast<void*>(Refuse));
         refusedAccess = GENERIC_WRITE;
         ASSERT_NO_FATAL_FAILURE(Open(content));
     }
@@ -176,7 +176,7 @@ TEST_F(HexFileTest, AFileThatMayOnlyBeReadIsShownAndNeverWritten) {
 }
 
 TEST_F(HexFileTest, AFileThatMayNotEvenBeReadIsNotOpened) {
-    const Replaced refused("CreateFileW", reinterpret_cast<void*>(Refuse));
+    const ReplacedCalls refused("CreateFileW", reinterpret_cast<void*>(Refuse));
     refusedAccess = GENERIC_READ | GENERIC_WRITE;
     const std::u16string secret = folder.Write("secret.bin", "x");
     EXPECT_FALSE(OpenBinaryArgument(main->Commands(), secret.c_str()));
