@@ -85,6 +85,13 @@ private:
         });
     }
     bool HasCompleteCopy() const { return HasCompleteCopyOf(fresh); }
+    // One that was emptied is not wanted any more.
+    static bool HasJournal() {
+        const std::vector<std::wstring> names = files::RecoveryFiles(L"Journals");
+        return std::any_of(names.begin(), names.end(), [](const std::wstring& name) {
+            return !files::Read(files::RecoveryPath() + L"\\Journals\\" + name).empty();
+        });
+    }
     std::wstring Named() const { return files::RecoveryPath() + target.substr(target.rfind(L'\\')); }
 
     // The generation before is one that was there: the last one saved, or the one that was to be replaced.
@@ -103,7 +110,7 @@ private:
         std::wstring message;
         if (files::Read(target) != fresh && HasCompleteCopy())
             message = target + L" was not saved completely.\nIts new contents are in " + Named() + L".";
-        if (files::RecoveryFiles(L"Journals").empty()) return message;
+        if (!HasJournal()) return message;
         if (!message.empty()) message += L"\n\n";
         return message + L"Changes were not saved when Orvane ended:\n" + target +
                L"\nOpen them now? With No they are offered again at the next start.";

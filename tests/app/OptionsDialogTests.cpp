@@ -294,7 +294,7 @@ TEST_F(OptionsDialogTest, AFileThatWasNotUnderstoodIsAskedAboutUntilItWasRead) {
     Open();
     ASSERT_TRUE(window::PressButton(dialog, L"OK"));
     ASSERT_TRUE(editor.Answer(L"Reading " + files::SettingsPath() +
-                                  L" stopped in line 3.\nWhat follows would be lost. Save over it?",
+                                  L" stopped at line 3.\nWhat follows would be lost. Save over it?",
                               L"No"));
     ASSERT_TRUE(WaitUntilSaved());
     EXPECT_EQ(Saved(), malformed);
