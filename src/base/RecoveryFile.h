@@ -8,8 +8,8 @@
 class RecoveryFolder;
 
 // What the files of the recovery folder have in common, the copies of saves and the journals: each is made under a
-// name of its own and held open, not shared, by the editor that it belongs to. So no other editor can open it while
-// that one runs, and a file that can be opened exclusively was left behind.
+// name of its own and held open, not shared, by the editor that it belongs to. While that editor runs, no other can
+// open the file; one that can be opened exclusively belongs to no running editor.
 
 // What each of these files begins with. A header of its own follows, the last eight bytes of which are a checksum of
 // all before it and of the name; then the name, in units of UTF-16.

@@ -12,7 +12,7 @@ enum class Replaced { Dropped, Kept };
 enum class SaveResult { Saved, Untouched, Cut };
 
 // Saves the files of one editor: texts, settings and the session. What a failed save has left is discarded when any of
-// them saves that file at last; so all of them share one. When it goes, what is left then is SaveRecovery's to find.
+// them finally saves that file, so all of them share one. What is left when it is destroyed SaveRecovery finds.
 class SafeSaver {
 public:
     // `forCopies` outlives this.
@@ -24,8 +24,8 @@ public:
     // Writes bytes over a file in place, so that its links, rights, streams and identity stay, or makes it. Before the
     // file is touched all its new bytes are in a copy in the recovery folder, flushed; the copy goes when the file is
     // flushed. So at every moment either the old bytes or the complete new ones are in one of the two. Where no copy
-    // can be made the file is written all the same. The copy of a file that was cut stays until the file is saved at
-    // last, or SaveRecovery finds it.
+    // can be made the file is written all the same. The copy of a file that was cut stays until the file is finally
+    // saved, or SaveRecovery finds it.
     [[nodiscard]] SaveResult Save(const Char* name, ByteSource& source, Replaced replaced = Replaced::Dropped);
 
 private:

@@ -54,7 +54,7 @@ public:
     // Brings the document's journal up to date; to be called at least every two seconds. False when a modified document
     // has none that is complete.
     [[nodiscard]] virtual bool FlushJournal() = 0;
-    // To be called before a check for changes that the user has not asked for: whether IsChangedOnDisk may be called
+    // Call it before a check for changes that the user has not asked for: whether IsChangedOnDisk may be called
     // now. A true answer uses up the document's turn at a slow drive.
     virtual bool MayCheckDisk() = 0;
     // What was done after the moment `after`, a serial of StepSerial, is undone in one step, and what is typed next is

@@ -11,7 +11,7 @@ struct FileStamp {
     bool operator!=(const FileStamp& other) const { return !(*this == other); }
 };
 
-// Of an open file, or of any: that blocks no other user of the file and is blocked by none. False, and `stamp` as it
-// was, when it cannot be read.
+// Reads the stamp of an open file or of a path, without blocking other users of the file or being blocked by them.
+// False, and `stamp` as it was, when it cannot be read.
 [[nodiscard]] bool ReadStamp(Platform::File& file, FileStamp& stamp);
 [[nodiscard]] bool ReadStamp(const Char* name, FileStamp& stamp);

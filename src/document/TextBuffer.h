@@ -96,7 +96,7 @@ public:
     // end are the end.
     [[nodiscard]] bool InsertText(uint32_t offset, const Char* inserted, uint32_t count);
     [[nodiscard]] bool DeleteText(TextRange range);
-    // Replaces each of `ranges` by `inserted`; which it takes over, as one step in one pass over
+    // Replaces each of `ranges`, which it takes over, by `inserted`, as one step in one pass over
     // the text. See BulkEdit for what the places have to be like.
     [[nodiscard]] bool ReplaceRanges(Array<ReplacedRange>& ranges, const Char* inserted, uint32_t count);
 

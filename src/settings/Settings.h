@@ -101,7 +101,7 @@ private:
 // Strings are compared by what they say; an absent one and an empty one differ.
 SettingsChanges CompareSettings(const SettingsRecord& before, const SettingsRecord& after);
 
-// Makes a drawing object again, as the settings are now; what the change handlers call. False when it could not be
+// Rebuilds a drawing object from the current settings; called by the change handlers. False when it could not be
 // made. Implemented by settings/win32 (DrawingObjects) and, where nothing is drawn, by settings/posix.
 bool RebuildDrawing(DrawingResource changed);
 
@@ -109,8 +109,8 @@ bool RebuildDrawing(DrawingResource changed);
 // handler and the brush handlers margin, bookmark, background, selection, once each.
 void LoadSettings(const IniFile& file);
 // Each row in table order takes its key's value, else, with a colour, the one in the section DefaultColours of the
-// file, else its fallback cell's current value, else its default. No handler runs. The colours of that section are no
-// colours of the user: High Contrast replaces them (SystemColours.h). The additional settings are taken as well
+// file, else its fallback cell's current value, else its default. No handler runs. The colours of that section are not
+// the user's colours: High Contrast replaces them (SystemColours.h). The additional settings are taken as well
 // (AdditionalSettings.h).
 void ApplySettingsFromFile(const IniFile& file);
 // Writes all rows into the first General section, made at the end when missing, and after them those of the additional

@@ -82,7 +82,7 @@ public:
     void ToggleOverwrite();
     // Makes the caret line the document's edit line.
     void OpenCaretLine();
-    // Scrolls the caret line into view. To be called before it is edited: in the middle of a change it is too late.
+    // Scrolls the caret line into view. Call it before the line is edited: during a change it is too late.
     void PrepareEdit();
     // Call it after an edit of the caret line that leaves the caret where it is: as MoveCaret, but in the line
     // that is open.

@@ -11,8 +11,8 @@ public:
     // What others still hold of the thread's objects is released.
     ~Ole();
 
-    // To be called by that thread before anything that needs it. From the first success on OLE is there as long as this
-    // is. False when the system does not give it: without memory, or when the thread is in another kind of apartment.
+    // Call it on that thread before anything that needs OLE, which is there from the first success on while this
+    // exists. False when the system refuses: without memory, or when the thread is in another kind of apartment.
     bool Use();
 
 private:

@@ -32,7 +32,7 @@ public:
     const Classic* GetClassic();
     // What GetAutomation has got; null before.
     const Automation* FoundAutomation() const { return hasAutomation ? &automation : nullptr; }
-    // Whether the library is loaded, by whomever in the process: then GetAutomation loads nothing.
+    // Whether the library is loaded, by anyone in the process: then GetAutomation loads nothing.
     static bool IsAutomationLoaded();
 
     // For clients, which free them; null without memory. Call them once one of the above was there.

@@ -44,7 +44,7 @@ private:
     static void TellText(const Automation& automation, ViewProvider& told, PROPERTYID property, BSTR text);
 
     AccessibleWindow& source;
-    bool isAsked = false; // by whomever, since the view is there
+    bool isAsked = false; // by any client, since the view exists
     ComReference<ViewProvider> provider;
     AccessibleChanges changes;
     WindowTimer timer;
